@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/contract/zelexport.h"
+#include "platform/contract/zelgraphicrecords.h"
+#include "platform/contract/zelparameter.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+class SVGParserPrivate;
+
+// Reads a chip drawing (SVG) into graphic primitive records. The records, their texts and the parameter belong to the
+// parser and stay valid until the next loadSVGElements() or the parser's end. Never reads another file than the two it
+// is given, never throws, and uses bounded memory on hostile input. docs/formats.md describes the drawing.
+class ZELPLATFORM_EXPORT SVGParser
+{
+public:
+    SVGParser();
+    virtual ~SVGParser();
+    SVGParser(const SVGParser&) = delete;
+    SVGParser& operator=(const SVGParser&) = delete;
+
+    // Reads `drawingFile`. `workingPath` names a scratch file in which the parser keeps a binary image of the records,
+    // so that the next load of the same drawing skips the parsing; an empty, stale, damaged or unwritable one is never
+    // an error. Both are file names in the encoding of the file system. On an error gives false, keeps the records read
+    // so far and has a message in errorString().
+    virtual bool loadSVGElements(const std::string& drawingFile, const std::string& workingPath);
+
+    [[nodiscard]] virtual zel_Parameter getSVGParameter() const;
+
+    // In paint order: later ones are above earlier ones.
+    [[nodiscard]] virtual const std::vector<zel_SingleGraphItem*>& getGraphicItems() const;
+
+    // "FILE:LINE:COLUMN: what was found and what was expected" (UTF-8) after a failed load, else empty. Line and column
+    // count from 1; where the file cannot be read at all there are none.
+    [[nodiscard]] virtual std::string errorString() const;
+
+    // What the drawing uses and this parser does not draw, one text per kind (UTF-8).
+    [[nodiscard]] virtual std::vector<std::string> warnings() const;
+
+    // True when the last load took its records from the working file.
+    [[nodiscard]] bool isLoadedFromWorkingFile() const;
+
+    // What create() makes; a null function restores the default, an SVGParser. Lets a host or a test hand in records
+    // of its own.
+    using Factory = std::function<std::unique_ptr<SVGParser>()>;
+    static void setFactory(Factory factory);
+    [[nodiscard]] static std::unique_ptr<SVGParser> create();
+
+private:
+    std::unique_ptr<SVGParserPrivate> d;
+};

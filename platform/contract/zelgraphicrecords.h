@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/contract/zelexport.h"
+
+#include <string>
+#include <vector>
+
+// The graphic primitives of a chip drawing, as the parser hands them out and the component reads them.
+// Coordinates, widths and font sizes are in scene units (the root viewport of the drawing, y downwards).
+// Colours are packed as 0xRRGGBB; bits above 23 are ignored. Texts are 8-bit (ISO 8859-1).
+
+enum zelgraphic_kind {
+    ZEL_GRAPHIC_LINE = 0,
+    ZEL_GRAPHIC_RECT = 1,
+    ZEL_GRAPHIC_POLYGON = 2,
+    ZEL_GRAPHIC_TEXT = 3,
+};
+
+struct zel_Point
+{
+    double x = 0.0;
+    double y = 0.0;
+};
+
+// A piece of a text with its position. The component copies spans and never draws them.
+struct tspan
+{
+    double x = 0.0;
+    double y = 0.0;
+    std::string text;
+};
+
+// One primitive: what all kinds share. Owned by whoever made the list it stands in (the parser), together with the
+// texts that `name` and `tooltip` point at; both may be null, which reads as empty.
+class ZELPLATFORM_EXPORT zel_SingleGraphItem
+{
+public:
+    explicit zel_SingleGraphItem(int graphicKind = -1);
+    virtual ~zel_SingleGraphItem();
+    zel_SingleGraphItem(const zel_SingleGraphItem&) = default;
+    zel_SingleGraphItem& operator=(const zel_SingleGraphItem&) = default;
+
+    int id = 0; // the engine's id of the element; negative where the drawing gives none
+    const char* name = nullptr;
+    const char* tooltip = nullptr;
+    int layer = 0; // drawing layer; shown while the scale is in the layer's range
+    int kind; // a zelgraphic_kind; any other value is skipped by readers
+    bool flag = false;
+};
+
+class ZELPLATFORM_EXPORT zel_Line : public zel_SingleGraphItem
+{
+public:
+    zel_Line();
+    ~zel_Line() override;
+
+    double x1 = 0.0;
+    double y1 = 0.0;
+    double x2 = 0.0;
+    double y2 = 0.0;
+    unsigned int strokeColor = 0;
+    double strokeWidth = 0.0;
+};
+
+class ZELPLATFORM_EXPORT zel_Rect : public zel_SingleGraphItem
+{
+public:
+    zel_Rect();
+    ~zel_Rect() override;
+
+    double x = 0.0;
+    double y = 0.0;
+    double width = 0.0;
+    double height = 0.0;
+    unsigned int fillColor = 0;
+    unsigned int strokeColor = 0;
+    double strokeWidth = 0.0; // 0 for no border
+    std::string text;
+};
+
+class ZELPLATFORM_EXPORT zel_Polygon : public zel_SingleGraphItem
+{
+public:
+    zel_Polygon();
+    ~zel_Polygon() override;
+
+    std::vector<zel_Point> points; // the corners in order; the last is joined to the first
+    unsigned int fillColor = 0;
+    unsigned int strokeColor = 0;
+    double strokeWidth = 0.0;
+    std::string text;
+};
+
+class ZELPLATFORM_EXPORT zel_Text : public zel_SingleGraphItem
+{
+public:
+    zel_Text();
+    ~zel_Text() override;
+
+    std::string text;
+    double x = 0.0; // left end of the base line
+    double y = 0.0;
+    double fontSize = 0.0; // height of the font in scene units
+    std::string fontFamily;
+    unsigned int fillColor = 0;
+    int rotation = 0; // degrees, clockwise, around (x, y)
+    std::vector<tspan> spans;
+};

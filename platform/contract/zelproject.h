@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/contract/zelexport.h"
+
+#include <string>
+
+// The project as the engine library knows it: process-wide, made on first use. The host sets the flow name before it
+// constructs the chip view, whose menus depend on it.
+class ZELPLATFORM_EXPORT zelproject
+{
+public:
+    static zelproject* getInstance();
+
+    // 8-bit text; empty while no flow is known. "Post Synthesis Planning" is the planning flow.
+    [[nodiscard]] const std::string& flowName() const;
+    void setFlowName(const std::string& name);
+
+private:
+    zelproject();
+
+    std::string m_flowName;
+};

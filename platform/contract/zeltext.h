@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <string>
+
+// The one way between QString and the 8-bit texts (ISO 8859-1) of the contract. Characters beyond U+00FF become '?'.
+// File names are bytes in the file system's encoding and do not pass through here.
+
+[[nodiscard]] inline std::string toEngineText(const QString& text)
+{
+    const QByteArray bytes = text.toLatin1();
+    return std::string(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
+
+[[nodiscard]] inline QString fromEngineText(const std::string& text)
+{
+    return QString::fromLatin1(text.data(), static_cast<int>(text.size()));
+}
+
+// Null reads as empty.
+[[nodiscard]] inline QString fromEngineText(const char* text)
+{
+    return QString::fromLatin1(text);
+}

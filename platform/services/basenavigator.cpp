@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "platform/contract/basenavigator.h"
+
+#include <QGraphicsSceneWheelEvent>
+#include <QKeyEvent>
+#include <QWheelEvent>
+
+#include <cstdlib>
+
+namespace {
+
+// Eighths of a degree that make one step, as QWheelEvent defines a notch.
+constexpr int WheelStep = QWheelEvent::DefaultDeltasPerStep;
+
+BaseNavigator::Navigating navigationOf(int key)
+{
+    switch (key) {
+    case Qt::Key_Plus:
+        return BaseNavigator::NavigateZoomIn;
+    case Qt::Key_Minus:
+        return BaseNavigator::NavigateZoomOut;
+    case Qt::Key_Up:
+        return BaseNavigator::NavigateUp;
+    case Qt::Key_Down:
+        return BaseNavigator::NavigateDown;
+    case Qt::Key_Left:
+        return BaseNavigator::NavigateLeft;
+    case Qt::Key_Right:
+        return BaseNavigator::NavigateRight;
+    default:
+        return BaseNavigator::NavigateNone;
+    }
+}
+
+} // namespace
+
+BaseNavigator::BaseNavigator(bool wheelZooms, QObject* parent)
+    : QObject(parent)
+    , m_wheelZooms(wheelZooms)
+{
+}
+
+BaseNavigator::~BaseNavigator() = default;
+
+bool BaseNavigator::eventFilter(QObject* target, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        return handleKey(target, event);
+    case QEvent::Wheel: {
+        // A view passes its wheel events on to its scene, where they come by again; one that got here was not for it.
+        auto* wheel = static_cast<QWheelEvent*>(event);
+        return handleWheel(target, wheel->angleDelta().y(), wheel->angleDelta().x(), wheel->modifiers());
+    }
+    case QEvent::GraphicsSceneWheel: {
+        auto* wheel = static_cast<QGraphicsSceneWheelEvent*>(event);
+        const bool sideways = wheel->orientation() == Qt::Horizontal;
+        return handleWheel(target, sideways ? 0 : wheel->delta(), sideways ? wheel->delta() : 0, wheel->modifiers());
+    }
+    default:
+        return QObject::eventFilter(target, event);
+    }
+}
+
+void BaseNavigator::updateView(QObject*, Navigating, int)
+{
+}
+
+void BaseNavigator::updateView(QObject*, Navigating, QRectF)
+{
+}
+
+bool BaseNavigator::handleKey(QObject* target, QEvent* event)
+{
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+        return false;
+    const Navigating how = navigationOf(key->key());
+    if (how == NavigateNone)
+        return false;
+    event->accept();
+    updateView(target, how, 1);
+    return true;
+}
+
+bool BaseNavigator::handleWheel(QObject* target, int vertical, int horizontal, Qt::KeyboardModifiers modifiers)
+{
+    const bool sideways = vertical == 0 && horizontal != 0;
+    const int delta = sideways ? horizontal : vertical;
+    if (delta == 0)
+        return false;
+
+    const bool zooms = !sideways && m_wheelZooms != bool(modifiers & Qt::ControlModifier);
+    Navigating how = delta > 0 ? NavigateUp : NavigateDown;
+    if (zooms)
+        how = delta > 0 ? NavigateZoomIn : NavigateZoomOut;
+    else if (sideways || (modifiers & Qt::AltModifier))
+        how = delta > 0 ? NavigateLeft : NavigateRight;
+
+    // Fine wheels and touch pads send fractions of a step; they add up while the direction stays the same.
+    if (how != m_lastWheel)
+        m_wheelRest = 0;
+    m_lastWheel = how;
+    m_wheelRest += std::abs(delta);
+    const int count = m_wheelRest / WheelStep;
+    m_wheelRest %= WheelStep;
+    if (count > 0)
+        updateView(target, how, count);
+    return true;
+}

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/testmain.h"
+
+#include "platform/contract/mirnprojectmanager.h"
+#include "platform/contract/svgparser.h"
+#include "platform/contract/zelproject.h"
+#include "platform/contract/zeltrace.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QRegularExpression>
+#include <QTest>
+
+namespace zeltest {
+
+void Test::init()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 3, 0)
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+#endif
+}
+
+void Test::cleanup()
+{
+    setDiagTraceSink(nullptr);
+    TRQDebug::getInstance()->setSink(nullptr);
+    SVGParser::setFactory(nullptr);
+    zelproject::getInstance()->setFlowName({});
+    MirnProjectManager::getProjectManager()->setProject(nullptr);
+}
+
+int runTests(QObject* tests, int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(12);
+    QApplication::setFont(font);
+    return QTest::qExec(tests, argc, argv);
+}
+
+} // namespace zeltest
