@@ -13,7 +13,8 @@ struct zeltreeviewcell
     const std::string* type = nullptr; // resource kind ("IP", "PLL", ...); may be null: no icon
     void* reserved1 = nullptr; // the engine's; not read by the component
     const std::map<int, const std::string*>* columns = nullptr; // values behind column 0, by column number
-    const std::map<int, const std::string*>* ids = nullptr; // the first entry is the resource id in decimal; may be null
+    const std::map<int, const std::string*>* ids
+        = nullptr; // the first entry is the resource id in decimal; may be null
     const std::vector<zeltreeviewcell*>* children = nullptr; // in display order; may be null
     void* reserved2 = nullptr;
     bool draggable = false; // may be dragged onto the chip

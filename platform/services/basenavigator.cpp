@@ -37,8 +37,7 @@ BaseNavigator::Navigating navigationOf(int key)
 BaseNavigator::BaseNavigator(bool wheelZooms, QObject* parent)
     : QObject(parent)
     , m_wheelZooms(wheelZooms)
-{
-}
+{ }
 
 BaseNavigator::~BaseNavigator() = default;
 
@@ -63,12 +62,10 @@ bool BaseNavigator::eventFilter(QObject* target, QEvent* event)
 }
 
 void BaseNavigator::updateView(QObject*, Navigating, int)
-{
-}
+{ }
 
 void BaseNavigator::updateView(QObject*, Navigating, QRectF)
-{
-}
+{ }
 
 bool BaseNavigator::handleKey(QObject* target, QEvent* event)
 {

@@ -17,30 +17,25 @@ zelchipengine::~zelchipengine() = default;
 
 zel_SingleGraphItem::zel_SingleGraphItem(int graphicKind)
     : kind(graphicKind)
-{
-}
+{ }
 zel_SingleGraphItem::~zel_SingleGraphItem() = default;
 
 zel_Line::zel_Line()
     : zel_SingleGraphItem(ZEL_GRAPHIC_LINE)
-{
-}
+{ }
 zel_Line::~zel_Line() = default;
 
 zel_Rect::zel_Rect()
     : zel_SingleGraphItem(ZEL_GRAPHIC_RECT)
-{
-}
+{ }
 zel_Rect::~zel_Rect() = default;
 
 zel_Polygon::zel_Polygon()
     : zel_SingleGraphItem(ZEL_GRAPHIC_POLYGON)
-{
-}
+{ }
 zel_Polygon::~zel_Polygon() = default;
 
 zel_Text::zel_Text()
     : zel_SingleGraphItem(ZEL_GRAPHIC_TEXT)
-{
-}
+{ }
 zel_Text::~zel_Text() = default;

@@ -7,8 +7,7 @@
 MirnImplementation::MirnImplementation(std::string name, std::string fullPath)
     : m_name(std::move(name))
     , m_fullPath(std::move(fullPath))
-{
-}
+{ }
 
 const std::string& MirnImplementation::name() const
 {
@@ -22,8 +21,7 @@ std::string MirnImplementation::getImplementFullPath() const
 
 MirnProject::MirnProject(std::string name)
     : m_name(std::move(name))
-{
-}
+{ }
 
 MirnProject::~MirnProject() = default;
 

@@ -15,8 +15,7 @@ class UT_STREAMPrivate
 public:
     explicit UT_STREAMPrivate(const QString& path)
         : file(path)
-    {
-    }
+    { }
 
     // False at the end of the file or after an error.
     bool fill()
@@ -34,8 +33,7 @@ public:
 
 UT_STREAM::UT_STREAM(std::unique_ptr<UT_STREAMPrivate> data)
     : d(std::move(data))
-{
-}
+{ }
 
 UT_STREAM::~UT_STREAM() = default;
 

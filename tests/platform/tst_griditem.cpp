@@ -24,15 +24,22 @@ void TestGridItem::ordersNaturally_data()
     QTest::addColumn<int>("caseSensitivity");
     const int sensitive = Qt::CaseSensitive;
     const int insensitive = Qt::CaseInsensitive;
-    QTest::newRow("digit runs are numbers") << "ip2" << "ip10" << sensitive;
-    QTest::newRow("numbers longer than any integer type")
-        << "n99999999999999999999999" << "n100000000000000000000000" << sensitive;
-    QTest::newRow("leading zeros break a tie only") << "a7b1" << "a07b1" << sensitive;
-    QTest::newRow("what follows outweighs leading zeros") << "a07b1" << "a7b2" << sensitive;
-    QTest::newRow("a prefix comes first") << "ip" << "ip0" << sensitive;
-    QTest::newRow("upper case first when case counts") << "B" << "a" << sensitive;
-    QTest::newRow("letters only when it does not") << "a" << "B" << insensitive;
-    QTest::newRow("empty before anything") << "" << "0" << sensitive;
+    QTest::newRow("digit runs are numbers") << "ip2"
+                                            << "ip10" << sensitive;
+    QTest::newRow("numbers longer than any integer type") << "n99999999999999999999999"
+                                                          << "n100000000000000000000000" << sensitive;
+    QTest::newRow("leading zeros break a tie only") << "a7b1"
+                                                    << "a07b1" << sensitive;
+    QTest::newRow("what follows outweighs leading zeros") << "a07b1"
+                                                          << "a7b2" << sensitive;
+    QTest::newRow("a prefix comes first") << "ip"
+                                          << "ip0" << sensitive;
+    QTest::newRow("upper case first when case counts") << "B"
+                                                       << "a" << sensitive;
+    QTest::newRow("letters only when it does not") << "a"
+                                                   << "B" << insensitive;
+    QTest::newRow("empty before anything") << ""
+                                           << "0" << sensitive;
 }
 
 void TestGridItem::ordersNaturally()
@@ -50,7 +57,7 @@ void TestGridItem::ordersNaturally()
 // Every triple of a set of awkward texts: sorting by an order that is not transitive is undefined behaviour.
 void TestGridItem::isATotalOrder()
 {
-    const QStringList texts {"", "0", "00", "1", "01", "10", "a", "A", "a0", "a00", "a1", "a01b2", "a1b02", "a1b2",
+    const QStringList texts{"", "0", "00", "1", "01", "10", "a", "A", "a0", "a00", "a1", "a01b2", "a1b02", "a1b2",
         "a1b10", "a-1", "a 1", "ß", "ss", "SS", "É1", "é01"};
     for (auto cs : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
         const auto less = [cs](const QString& l, const QString& r) { return GridItem::compareString(l, r, cs) < 0; };

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class SVGParser;
+class zel_SingleGraphItem;
+
+namespace mirn::zelchipview {
+
+class ZELGraphicItemAttribute;
+class ZelGraphicsScene;
+
+// Turns the records of a parsed drawing into attributes and items, in the parser's order: later records lie above
+// earlier ones. Numbers start at 1 with every load.
+class DrawingLoader final
+{
+public:
+    explicit DrawingLoader(ZelGraphicsScene* scene); // not owned
+
+    // Adds an item for each record of a known kind; others, and records whose class is not their kind's, are skipped
+    // without using up a number. The scene owns the items, the controller's registry the attributes.
+    void load(const SVGParser& parser);
+
+private:
+    void addElement(const zel_SingleGraphItem& record, ZELGraphicItemAttribute* attribute);
+
+    ZelGraphicsScene* const m_scene;
+    int m_elementNumber = 1; // the load number of the next item
+    int m_sequence = 1;
+    double m_stackingValue = 1.0;
+};
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+#include "chipview/zelchipgui.h"
+
+#include "chipview/drawingloader.h"
+#include "chipview/zelchipviewdatabase.h"
+#include "graphics/zelgraphicsscene.h"
+#include "graphics/zelgraphicsview.h"
+#include "platform/contract/mirnprojectmanager.h"
+#include "platform/contract/svgparser.h"
+#include "platform/contract/zelchipdata.h"
+#include "platform/contract/zelchipengine.h"
+#include "platform/contract/zeltrace.h"
+#include "resources/zelrestable.h"
+#include "resources/zeltree.h"
+
+#include <QDockWidget>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+// The parser's scratch file in the implementation's directory.
+const std::string WorkingFileName = "/zelsvg.temp";
+
+void debugOut(const std::string& text)
+{
+    TRQDebug::getInstance()->trqDebugOut(text, "a");
+}
+
+MirnImplementation* defaultImplementation()
+{
+    const MirnProject* project = MirnProjectManager::getProjectManager()->getProject();
+    return project ? project->getImplementation(project->getDefaultImplementation()) : nullptr;
+}
+
+// Takes an object that the controller owns out of a window that is about to delete its children.
+template <typename Object> void takeOut(Object* object, const QObject* window)
+{
+    for (const QObject* ancestor = object ? object->parent() : nullptr; ancestor; ancestor = ancestor->parent()) {
+        if (ancestor == window) {
+            object->setParent(nullptr);
+            return;
+        }
+    }
+}
+
+} // namespace
+
+ZelChipGUI::ZelChipGUI(zelchipengine* engine, QWidget* parent)
+    : QMainWindow(parent, Qt::WindowFlags())
+    , m_engine(engine)
+{
+    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+    database->setChipEngine(engine);
+    database->setParent(parent);
+    m_scene = database->getScene(this);
+    m_view = database->getView(m_scene);
+    m_view->setResizeAnchor(QGraphicsView::AnchorUnderMouse);
+    m_view->setRenderHint(QPainter::Antialiasing, true);
+    m_view->setViewportUpdateMode(QGraphicsView::BoundingRectViewportUpdate);
+    m_tree = database->getTree(this);
+    m_table = database->getResTable(this);
+    setCentralWidget(m_view);
+    addDock(tr("Placement"), m_tree);
+    addDock(tr("Usage"), m_table);
+    connect(database, &ZELChipViewDatabase::sigRunTclCmd, this, &ZelChipGUI::sigRunTclCmd);
+}
+
+ZelChipGUI::~ZelChipGUI()
+{
+    // The controller outlives the window and goes on owning scene and tree; it is not made anew for a window whose
+    // controller is already gone.
+    if (ZELChipViewDatabase* database = ZELChipViewDatabase::existingInstance())
+        database->stopHighlightTimer();
+    takeOut(m_scene.data(), this);
+    takeOut(m_tree.data(), this);
+}
+
+void ZelChipGUI::addDock(const QString& title, QWidget* content)
+{
+    auto* dock = new QDockWidget(title, this);
+    dock->setObjectName(title);
+    dock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea | Qt::BottomDockWidgetArea);
+    dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    dock->setWidget(content);
+    addDockWidget(Qt::LeftDockWidgetArea, dock);
+}
+
+bool ZelChipGUI::initTreeView()
+{
+    return true;
+}
+
+bool ZelChipGUI::initGrahpicView()
+{
+    const zelchipdata* chip = m_engine ? m_engine->chip() : nullptr;
+    const std::string drawingFile = chip ? chip->drawingFile() : std::string();
+    debugOut("ZelChipGUI::initGrahpicView svfgile: " + drawingFile);
+    const MirnImplementation* implementation = defaultImplementation();
+    if (!implementation)
+        return false;
+    const std::string workingPath = implementation->getImplementFullPath() + WorkingFileName;
+    debugOut("ZelChipGUI::initGrahpicView filePath: " + workingPath);
+    if (m_scene && m_view)
+        loadDrawing(drawingFile, workingPath);
+    refresh(REFRESH_GRAPHIC);
+    return true;
+}
+
+void ZelChipGUI::loadDrawing(const std::string& drawingFile, const std::string& workingPath)
+{
+    SVGParser* parser = ZELChipViewDatabase::getInstance()->getSVGParser();
+    const bool isLoaded = parser->loadSVGElements(drawingFile, workingPath);
+    debugOut(std::string("ZelChipGUI::initGrahpicView loadSVGElements ") + (isLoaded ? "FINISHED" : "FAILED") + "  "
+        + workingPath);
+    // Also after a failure: what could be read is shown.
+    m_scene->setGlobalParameter(parser->getSVGParameter());
+    const zel_Parameter& parameter = m_scene->globalParameter();
+    m_scene->setSceneRect(0, 0, parameter.width, parameter.height);
+    m_view->setCurrentScale(parameter.initialScale);
+    DrawingLoader(m_scene).load(*parser);
+}
+
+void ZelChipGUI::zoomIn()
+{
+    if (m_view)
+        m_view->zoomIn();
+}
+
+void ZelChipGUI::zoomOut()
+{
+    if (m_view)
+        m_view->zoomOut();
+}
+
+void ZelChipGUI::zoomFit()
+{
+    if (m_view)
+        m_view->zoomFit();
+}
+
+void ZelChipGUI::zoomTo()
+{
+    if (m_view)
+        m_view->zoomTo(nullptr);
+}
+
+bool ZelChipGUI::refresh(Enum_ChipView_Refresh_Type kind)
+{
+    return ZELChipViewDatabase::getInstance()->refresh(kind);
+}
+
+int ZelChipGUI::getDirtyFlag()
+{
+    return ZELChipViewDatabase::getInstance()->getDirtyFlag();
+}
+
+void ZelChipGUI::clearDirtyFlag()
+{
+    ZELChipViewDatabase::getInstance()->clearDirtyFlag();
+}
+
+QMap<int, QAction*>* ZelChipGUI::getActions()
+{
+    return &ZELChipViewDatabase::getInstance()->actions();
+}
+
+void ZelChipGUI::expandAllTreeItems()
+{
+    if (m_tree)
+        m_tree->expandAll();
+}
+
+void ZelChipGUI::collapseAllTreeItems()
+{
+    if (m_tree)
+        m_tree->collapseAll();
+}
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/zelconstants.h"
+#include "platform/contract/zelexport.h"
+
+#include <QMainWindow>
+#include <QMap>
+#include <QPointer>
+
+#include <string>
+
+class QAction;
+class zelchipengine;
+
+namespace mirn::zelchipview {
+
+class ZelGraphicsScene;
+class ZelGraphicsView;
+class ZelResTable;
+class ZelTree;
+
+// The chip-planning view: what a host embeds. The floorplan is the central widget, the resource tree is in the
+// "Placement" dock and the usage figures are in the "Usage" dock. Everything is held together by the controller, which
+// the host ends with ZELChipViewDatabase::destoryInstance() after deleting the window.
+//
+// Life cycle: construct; initGrahpicView(); refresh(REFRESH_ALL); use; delete; destoryInstance(). GUI thread only.
+class ZELCHIPGUI_EXPORT ZelChipGUI : public QMainWindow
+{
+    Q_OBJECT
+public:
+    // `engine` is not owned and must outlive the window. A QMainWindow is a top-level window also with a parent: a host
+    // that wants it inside another one calls setWindowFlags(Qt::Widget).
+    ZelChipGUI(zelchipengine* engine, QWidget* parent);
+    ~ZelChipGUI() override;
+
+    // Does nothing and gives true: the tree fills itself.
+    bool initTreeView();
+
+    // Loads the chip drawing into the scene; to be called once, before the first refresh(). False only when there is
+    // no open project or it has no default implementation; a drawing that cannot be read leaves what could be read.
+    bool initGrahpicView();
+
+    // By one step within the drawing's limits; zoomFit() goes back to the unscaled view.
+    void zoomIn();
+    void zoomOut();
+    void zoomFit();
+
+    // Shows the scene's zoom items; nothing while it has none.
+    void zoomTo();
+
+    // Tells the engine, then reloads tree, drawing and table as `kind` says. Always true.
+    bool refresh(Enum_ChipView_Refresh_Type kind);
+
+    // Non-zero after the user changed engine data through the view.
+    [[nodiscard]] int getDirtyFlag();
+    void clearDirtyFlag();
+
+    // The view's actions by ZelChipViewActionId, for the host's tool bar: always the same map, owned by the controller.
+    [[nodiscard]] QMap<int, QAction*>* getActions();
+
+    void expandAllTreeItems();
+    void collapseAllTreeItems();
+
+Q_SIGNALS:
+    // Run this Tcl command. To be connected directly: before it returns, the receiver sets `ret`, which comes as 0, to
+    // something else for success (the opposite of Tcl's own codes), and may leave a text in `result`.
+    void sigRunTclCmd(const QString& cmd, int& ret, QString& result);
+
+private:
+    void addDock(const QString& title, QWidget* content);
+    void loadDrawing(const std::string& drawingFile, const std::string& workingPath);
+
+    QPointer<ZelGraphicsScene> m_scene;
+    QPointer<ZelGraphicsView> m_view;
+    QPointer<ZelTree> m_tree;
+    QPointer<ZelResTable> m_table;
+    zelchipengine* m_engine;
+};
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "dialogs/graphicitemdynamicattribute.h"
+#include "graphics/zelconstants.h"
+
+#include <QMap>
+#include <QVector>
+
+class zelchipengine;
+
+namespace mirn::zelchipview {
+
+// The values that the engine keeps per element: colours and tooltips for the drawing, and the settings of the dynamic
+// dialogs.
+class DynamicValues final
+{
+public:
+    using GraphicsInfo = QMap<QString, GraphicItemDynamicAttribute>; // by element id in decimal
+    using ValueLists = QMap<QString, QVector<QString>>; // by setting key, the value in force first
+
+    void setEngine(zelchipengine* engine) { m_engine = engine; } // not owned
+
+    // Asked for anew at each call; valid until the next.
+    [[nodiscard]] GraphicsInfo& graphicsInfo();
+
+    // Null for another type than the DCU settings and for an element without values; else valid until the next call.
+    [[nodiscard]] ValueLists* valueLists(Enum_Dynamic_Dialog_Type type, int id);
+
+    [[nodiscard]] bool hasDialog(int id) const;
+
+    // Writes one value into the engine.
+    void write(int id, Enum_Dynamic_Dialog_Type type, const QString& key, const QString& value);
+
+private:
+    zelchipengine* m_engine = nullptr;
+    GraphicsInfo m_graphicsInfo;
+    ValueLists m_valueLists;
+};
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "filter/filterfile.h"
+#include "graphics/elementidset.h"
+
+#include <QPointer>
+#include <QVector>
+
+#include <functional>
+
+class QCheckBox;
+class QMenu;
+class QWidget;
+class zelchipengine;
+
+namespace mirn::zelchipview {
+
+// The filter menu and what it has ticked: kinds of elements that are drawn in the filter colours. Owns the menu unless
+// a parent widget took it along.
+class ViewFilter final
+{
+public:
+    ViewFilter() = default;
+    ~ViewFilter();
+    ViewFilter(const ViewFilter&) = delete;
+    ViewFilter& operator=(const ViewFilter&) = delete;
+
+    void setEngine(zelchipengine* engine) { m_engine = engine; } // not owned
+
+    // Builds the menu at the first call; later calls return it. `connectBox` connects each check box to the handler.
+    // Null at a first call that could not open the filter file; the menu then holds "(Select All)" only.
+    QMenu* buildMenu(QWidget* parent, const std::function<void(QCheckBox*)>& connectBox);
+
+    // Null before the first buildMenu() and after the menu died with its parent.
+    [[nodiscard]] QMenu* menu() const { return m_menu; }
+
+    // A box changed its state: brings the other boxes and the filtered ids in line. Gives whether anything was done;
+    // changes that it makes itself are ignored.
+    bool boxChanged(QCheckBox* box);
+
+    // True while "(Select All)" is checked or partially checked.
+    [[nodiscard]] bool isEnabled() const;
+    [[nodiscard]] ElementIdSet& filteredIds() { return m_filteredIds; }
+    void deleteMenu();
+
+private:
+    void addBox(
+        QMenu* menu, const QString& label, const QString& kind, const std::function<void(QCheckBox*)>& connectBox);
+    void applyToAll(bool isChecked);
+    void followKinds();
+    void collectIds();
+
+    zelchipengine* m_engine = nullptr;
+    QPointer<QMenu> m_menu;
+    QVector<QPointer<QCheckBox>> m_boxes; // "(Select All)" first, then the kinds in order
+    FilterKinds m_kinds;
+    ElementIdSet m_filteredIds;
+    bool m_isListening = true;
+};
+
+} // namespace mirn::zelchipview

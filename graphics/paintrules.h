@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QBrush>
+#include <QColor>
+#include <QFont>
+#include <QPen>
+
+namespace mirn::zelchipview {
+
+// What marks an element beyond its own look.
+enum class ElementState {
+    Selected = 1,
+    Filtered = 2, // only while the filter is enabled
+    Highlighted = 4, // a probable placement site
+};
+Q_DECLARE_FLAGS(ElementStates, ElementState)
+Q_DECLARE_OPERATORS_FOR_FLAGS(ElementStates)
+
+// How elements look: from attribute values and state to pens, brushes and fonts, and nothing else. Colours come in
+// packed as 0xRRGGBB, widths and font sizes in scene units. A pen of width 0 is one device pixel wide at any zoom.
+namespace paintrules {
+
+// The factor between the font that a text is drawn with and its size in the scene: texts are rendered at five times
+// their size and scaled down, which keeps small labels sharp.
+constexpr double TextRenderScale = 5.0;
+constexpr double TextItemScale = 1.0 / TextRenderScale;
+
+// Opaque; bits above 23 are ignored.
+[[nodiscard]] QColor colorOf(unsigned int rgb);
+
+// A line looks the same in every state. The width is cut to whole units.
+[[nodiscard]] QPen linePen(unsigned int strokeColor, double strokeWidth);
+
+// The pen of a filtered rect wins over a selected one's; for the fill, highlight wins over filter over selection.
+[[nodiscard]] QPen rectPen(unsigned int strokeColor, double strokeWidth, ElementStates states);
+[[nodiscard]] QBrush rectBrush(unsigned int fillColor, ElementStates states);
+
+// A polygon shows no border of its own and no filter.
+[[nodiscard]] QPen polygonPen(ElementStates states);
+[[nodiscard]] QBrush polygonBrush(unsigned int fillColor, ElementStates states);
+
+// Texts look the same in every state. The pixel size is at least 1.
+[[nodiscard]] QFont textFont(const QString& family, double fontSize);
+
+} // namespace paintrules
+} // namespace mirn::zelchipview

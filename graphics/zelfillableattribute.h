@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/zelgraphicitemattribute.h"
+
+#include <string>
+
+namespace mirn::zelchipview {
+
+// What rect and polygon share: a fill colour and a tooltip that can change at run time and be put back.
+class ZELCHIPGUI_EXPORT ZELFillableAttribute : public ZELGraphicItemAttribute
+{
+public:
+    ~ZELFillableAttribute() override = 0;
+
+    // Also keeps the record's tooltip as the default, at the first call only.
+    void setAttribute(const zel_SingleGraphItem& record) override;
+    void setFillColor(const unsigned int& color) override;
+
+    // ATTR_FILL_COLOR goes back to the constructor's colour, ATTR_TOOLTIP to the first record's.
+    void setToDefaultValue(zelgraphic_attribute_key key) override;
+
+protected:
+    ZELFillableAttribute(unsigned int fillColor, unsigned int strokeColor, double strokeWidth, const std::string& text);
+
+    unsigned int m_fillColor;
+    unsigned int m_strokeColor;
+    double m_strokeWidth;
+    QString styleText; // the record's further text; kept, not read
+    int defaultsSaved = 0;
+    QString defaultToolTip;
+    const unsigned int defaultFillColor;
+};
+
+} // namespace mirn::zelchipview

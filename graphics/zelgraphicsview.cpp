@@ -1,0 +1,292 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/zelgraphicsview.h"
+
+#include "chipview/zelchipviewdatabase.h"
+#include "graphics/layervisibility.h"
+#include "graphics/zelconstants.h"
+#include "graphics/zelgraphicitemattribute.h"
+#include "graphics/zelgraphicsscene.h"
+#include "platform/contract/zelgraphicrecords.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QGraphicsItem>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QRubberBand>
+#include <QScrollBar>
+
+#include <cmath>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+// A rubber band counts when both sides are larger than this, in scene units; else the gesture was a click.
+constexpr double SmallestBand = 2.0;
+
+// Keeps a transform that is a whole number of steps from being counted one short.
+constexpr double StepTolerance = 1e-9;
+
+ZELChipViewDatabase& database()
+{
+    return *ZELChipViewDatabase::getInstance();
+}
+
+bool isBand(const QRectF& rect)
+{
+    return rect.width() > SmallestBand && rect.height() > SmallestBand;
+}
+
+} // namespace
+
+ZelGraphicsView::ZelGraphicsView(QGraphicsScene* scene, QWidget* parent)
+    : QGraphicsView(scene, parent)
+    , m_scene(qobject_cast<ZelGraphicsScene*>(scene))
+    , m_rubberBand(new QRubberBand(QRubberBand::Rectangle, this))
+{
+    m_rubberBand->hide();
+    setCursor(Qt::ArrowCursor);
+}
+
+ZelGraphicsView::~ZelGraphicsView() = default;
+
+void ZelGraphicsView::setCurrentScale(double scale)
+{
+    QGraphicsView::scale(scale, scale);
+    setScaleAndLayers(scale);
+}
+
+void ZelGraphicsView::zoomIn()
+{
+    if (!m_scene)
+        return;
+    const zel_Parameter& parameter = m_scene->globalParameter();
+    if (m_currentScale + parameter.scaleStep > parameter.maximumScale)
+        return;
+    QGraphicsView::scale(1 + parameter.scaleStep, 1 + parameter.scaleStep);
+    setScaleAndLayers(m_currentScale + parameter.scaleStep);
+}
+
+void ZelGraphicsView::zoomOut()
+{
+    if (!m_scene)
+        return;
+    const zel_Parameter& parameter = m_scene->globalParameter();
+    if (parameter.minimumScale > m_currentScale - parameter.scaleStep)
+        return;
+    QGraphicsView::scale(1 / (1 + parameter.scaleStep), 1 / (1 + parameter.scaleStep));
+    setScaleAndLayers(m_currentScale - parameter.scaleStep);
+}
+
+void ZelGraphicsView::zoomFit()
+{
+    if (!m_scene)
+        return;
+    const zel_Parameter& parameter = m_scene->globalParameter();
+    const double factor = std::pow(1 / (1 + parameter.scaleStep), getScaleTimes());
+    if (factor != 1.0)
+        QGraphicsView::scale(factor, factor);
+    setScaleAndLayers(parameter.initialScale);
+}
+
+int ZelGraphicsView::getScaleTimes() const
+{
+    const double step = m_scene ? m_scene->globalParameter().scaleStep : 0.0;
+    const double m11 = transform().m11();
+    if (!(step > 0) || !(m11 > 0))
+        return 0;
+    const double times = std::log(m11) / std::log(1 + step);
+    return times < 0 ? -static_cast<int>(-times + StepTolerance) : static_cast<int>(times + StepTolerance);
+}
+
+void ZelGraphicsView::zoomTo(QList<QGraphicsItem*>* items)
+{
+    if (!m_scene)
+        return;
+    const QList<QGraphicsItem*>& targets = items ? *items : m_scene->zoomItems();
+    if (targets.isEmpty() || !targets.first())
+        return;
+    QRectF area;
+    for (const QGraphicsItem* item : targets) {
+        if (item)
+            area |= item->mapRectToScene(item->boundingRect());
+    }
+    fitInView(area, Qt::KeepAspectRatio);
+    setScaleAndLayers(getScaleTimes() * m_scene->globalParameter().scaleStep + 1.0);
+}
+
+void ZelGraphicsView::setScaleAndLayers(double scale)
+{
+    m_currentScale = scale;
+    calculateVisibleLayers();
+}
+
+void ZelGraphicsView::calculateVisibleLayers()
+{
+    if (!m_scene)
+        return;
+    const QList<int> layers = visibleLayersAt(m_scene->globalParameter().layerRanges, m_currentScale);
+    if (layers == m_visibleLayers)
+        return;
+    m_visibleLayers = layers;
+    m_scene->synchroniseShownElements();
+    viewport()->update();
+}
+
+void ZelGraphicsView::scrollBy(double dx, double dy)
+{
+    if (dx == 0)
+        verticalScrollBar()->triggerAction(
+            dy < 0 ? QAbstractSlider::SliderSingleStepSub : QAbstractSlider::SliderSingleStepAdd);
+    else if (dy == 0)
+        horizontalScrollBar()->triggerAction(
+            dx < 0 ? QAbstractSlider::SliderSingleStepSub : QAbstractSlider::SliderSingleStepAdd);
+}
+
+void ZelGraphicsView::changeMouseCursor()
+{
+    switch (database().getMouseMode()) {
+    case ACTION_ZOOM:
+        setCursor(Qt::CrossCursor);
+        break;
+    case ACTION_PAN:
+        setCursor(Qt::OpenHandCursor);
+        break;
+    default:
+        setCursor(Qt::ArrowCursor);
+    }
+}
+
+void ZelGraphicsView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton) {
+        m_pressPosition = event->pos();
+        if (database().getMouseMode() == ACTION_PAN) {
+            m_horizontalScrollStart = horizontalScrollBar()->value();
+            m_verticalScrollStart = verticalScrollBar()->value();
+            m_panning = true;
+        } else {
+            m_rubberBand->setGeometry(QRect(m_pressPosition, QSize()));
+            m_rubberBand->show();
+        }
+    }
+    QGraphicsView::mousePressEvent(event);
+}
+
+void ZelGraphicsView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_panning && database().getMouseMode() == ACTION_PAN) {
+        panTo(event->pos());
+    } else {
+        const QPoint other = event->pos();
+        const QPoint topLeft(qMin(m_pressPosition.x(), other.x()), qMin(m_pressPosition.y(), other.y()));
+        const QPoint bottomRight(qMax(m_pressPosition.x(), other.x()), qMax(m_pressPosition.y(), other.y()));
+        m_rubberBand->setGeometry(QRect(topLeft, bottomRight));
+    }
+    QGraphicsView::mouseMoveEvent(event);
+}
+
+void ZelGraphicsView::panTo(QPoint position)
+{
+    const QPoint way = m_pressPosition - position;
+    if (way.manhattanLength() < QApplication::startDragDistance())
+        return;
+    horizontalScrollBar()->setValue(way.x() + m_horizontalScrollStart);
+    verticalScrollBar()->setValue(way.y() + m_verticalScrollStart);
+}
+
+void ZelGraphicsView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton) {
+        // Deliberately the press handler: items see the other buttons' releases as presses.
+        QGraphicsView::mousePressEvent(event);
+        return;
+    }
+    m_rubberBand->hide();
+    if (m_panning) {
+        m_panning = false;
+        return;
+    }
+    switch (database().getMouseMode()) {
+    case ACTION_SELECT:
+        finishSelecting(event->pos());
+        break;
+    case ACTION_ZOOM:
+        finishZooming(event->pos());
+        break;
+    default:
+        break;
+    }
+}
+
+QRectF ZelGraphicsView::rubberBandInScene() const
+{
+    return mapToScene(m_rubberBand->geometry()).boundingRect().normalized();
+}
+
+// The topmost element at a viewport position that is not a text; null where there is none.
+QGraphicsItem* ZelGraphicsView::elementToSelectAt(QPoint position) const
+{
+    QGraphicsItem* best = nullptr;
+    const QList<QGraphicsItem*> candidates = items(position);
+    for (QGraphicsItem* item : candidates) {
+        const int loadNumber = item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
+        const ZELGraphicItemAttribute* attribute = database().getGraphicItemAttribute(loadNumber);
+        if (attribute && attribute->kind != ZEL_GRAPHIC_TEXT && (!best || item->zValue() > best->zValue()))
+            best = item;
+    }
+    return best;
+}
+
+void ZelGraphicsView::finishSelecting(QPoint position)
+{
+    if (!m_scene)
+        return;
+    const QRectF band = rubberBandInScene();
+    m_scene->clearSelectedItems();
+    if (isBand(band))
+        m_scene->addSelectedItem(m_scene->items(band, Qt::IntersectsItemShape));
+    else
+        m_scene->addSelectedItem(elementToSelectAt(position));
+}
+
+void ZelGraphicsView::finishZooming(QPoint position)
+{
+    if (!m_scene)
+        return;
+    const QRectF band = rubberBandInScene();
+    m_scene->clearSelectedItems();
+    QList<QGraphicsItem*> targets;
+    if (isBand(band))
+        targets = m_scene->items(band, Qt::IntersectsItemShape);
+    else
+        targets.append(m_scene->itemAt(mapToScene(position), viewportTransform()));
+    zoomTo(&targets);
+}
+
+void ZelGraphicsView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    database().showDynamicDlg(event->pos(), DYNAMIC_DIALOG_DCU);
+}
+
+void ZelGraphicsView::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (QMenu* menu = database().getViewFilterMenu())
+        menu->exec(event->globalPos());
+}
+
+void ZelGraphicsView::dragLeaveEvent(QDragLeaveEvent* event)
+{
+    QGraphicsView::dragLeaveEvent(event);
+}
+
+void ZelGraphicsView::paintEvent(QPaintEvent* event)
+{
+    // For hosts that add elements by themselves: those found here were not drawn before.
+    if (m_scene)
+        m_scene->synchroniseShownElements();
+    QGraphicsView::paintEvent(event);
+}
+
+} // namespace mirn::zelchipview

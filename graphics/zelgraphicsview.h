@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/contract/zelexport.h"
+
+#include <QGraphicsView>
+#include <QList>
+#include <QPointer>
+
+class QRubberBand;
+
+namespace mirn::zelchipview {
+
+class ZelGraphicsScene;
+
+// Shows the chip scene: zooms in steps between the drawing's limits, decides from the scale which layers are shown,
+// and turns the mouse into selecting, zooming or panning according to the controller's mouse mode.
+//
+// One zoom step multiplies the transform by (1 + step) and adds step to the current scale, the value that the layer
+// ranges are compared with.
+class ZELCHIPGUI_EXPORT ZelGraphicsView : public QGraphicsView
+{
+    Q_OBJECT
+public:
+    ZelGraphicsView(QGraphicsScene* scene, QWidget* parent);
+    ~ZelGraphicsView() override;
+
+    // Multiplies the transform by `scale` (> 0) and takes it as current scale, whatever the limits.
+    void setCurrentScale(double scale);
+    [[nodiscard]] double currentScale() const { return m_currentScale; }
+
+    // One step; nothing where the step would leave the drawing's limits.
+    void zoomIn();
+    void zoomOut();
+
+    // Back by whole steps to the transform 1 and to the drawing's initial scale as current scale.
+    void zoomFit();
+
+    // Whole zoom steps between the transform and 1; negative when zoomed out.
+    [[nodiscard]] int getScaleTimes() const;
+
+    // Fits the items' united rectangle into the view, whatever the limits. Null takes the scene's zoom items; an empty
+    // list or one that begins with null does nothing.
+    void zoomTo(QList<QGraphicsItem*>* items);
+
+    [[nodiscard]] QList<int>& getVisibleLayers() { return m_visibleLayers; }
+    void calculateVisibleLayers();
+
+    // One single step of one scroll bar in the direction of the signs; y when dx is 0. Nothing when neither is 0.
+    void scrollBy(double dx, double dy);
+
+    // The cursor of the controller's mouse mode.
+    void changeMouseCursor();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void setScaleAndLayers(double scale);
+    void panTo(QPoint position);
+    [[nodiscard]] QRectF rubberBandInScene() const;
+    [[nodiscard]] QGraphicsItem* elementToSelectAt(QPoint position) const;
+    void finishSelecting(QPoint position);
+    void finishZooming(QPoint position);
+
+    QPointer<ZelGraphicsScene> m_scene;
+    double m_currentScale = 1.0;
+    QList<int> m_visibleLayers;
+    QPoint m_pressPosition;
+    QRubberBand* const m_rubberBand; // child of the view
+    int m_horizontalScrollStart = 0;
+    int m_verticalScrollStart = 0;
+    bool m_panning = false;
+};
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/zelgraphicitemattribute.h"
+
+#include <QLineF>
+
+namespace mirn::zelchipview {
+
+// The values of a line. Nothing of it changes at run time.
+class ZELCHIPGUI_EXPORT ZELLineAttribute final : public ZELGraphicItemAttribute
+{
+public:
+    ZELLineAttribute(double x1, double y1, double x2, double y2, unsigned int strokeColor, double strokeWidth);
+    ~ZELLineAttribute() override;
+
+    // Serves ATTR_LINE, ATTR_STROKE_COLOR and ATTR_STROKE_WIDTH.
+    [[nodiscard]] void* getAttribute(zelgraphic_attribute_key key) override;
+
+private:
+    QLineF m_line;
+    unsigned int m_strokeColor;
+    double m_strokeWidth;
+};
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/zellineitem.h"
+
+#include <QLineF>
+
+namespace mirn::zelchipview {
+
+ZELLineItem::ZELLineItem(int id)
+    : ChipElement(id)
+{ }
+
+ZELLineItem::~ZELLineItem()
+{
+    leaveScene(scene());
+}
+
+QRectF ZELLineItem::boundingRect() const
+{
+    return QGraphicsLineItem::boundingRect();
+}
+
+void ZELLineItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget)
+{
+    if (prepareToPaint())
+        QGraphicsLineItem::paint(painter, option, widget);
+}
+
+void ZELLineItem::synchronise(ElementStates)
+{
+    setLine(value<QLineF>(ATTR_LINE));
+    setPen(paintrules::linePen(value<unsigned int>(ATTR_STROKE_COLOR), value<double>(ATTR_STROKE_WIDTH)));
+}
+
+QVariant ZELLineItem::itemChange(GraphicsItemChange change, const QVariant& value)
+{
+    if (change == ItemSceneChange)
+        leaveScene(scene());
+    else if (change == ItemSceneHasChanged)
+        enterScene(scene());
+    return QGraphicsLineItem::itemChange(change, value);
+}
+
+void ZELLineItem::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
+{
+    acceptDragIfAllowed(event);
+    QGraphicsLineItem::dragEnterEvent(event);
+}
+
+void ZELLineItem::dragLeaveEvent(QGraphicsSceneDragDropEvent* event)
+{
+    QGraphicsLineItem::dragLeaveEvent(event);
+}
+
+void ZELLineItem::dropEvent(QGraphicsSceneDragDropEvent* event)
+{
+    dropHere();
+    QGraphicsLineItem::dropEvent(event);
+}
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/chipelement.h"
+
+#include <QGraphicsLineItem>
+
+namespace mirn::zelchipview {
+
+// A line of the drawing. Takes its geometry from the attribute when it is first shown; until then it is an empty line
+// at the origin. Looks the same in every state.
+class ZELCHIPGUI_EXPORT ZELLineItem final : public QGraphicsLineItem, public ChipElement
+{
+public:
+    explicit ZELLineItem(int id); // id: the load number
+    ~ZELLineItem() override;
+
+    [[nodiscard]] QRectF boundingRect() const override;
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget = nullptr) override;
+
+    [[nodiscard]] QGraphicsItem* graphicsItem() override { return this; }
+    void synchronise(ElementStates states) override;
+
+protected:
+    QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
+    void dragEnterEvent(QGraphicsSceneDragDropEvent* event) override;
+    void dragLeaveEvent(QGraphicsSceneDragDropEvent* event) override;
+    void dropEvent(QGraphicsSceneDragDropEvent* event) override;
+};
+
+} // namespace mirn::zelchipview

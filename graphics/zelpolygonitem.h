@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/chipelement.h"
+
+#include <QGraphicsPolygonItem>
+
+namespace mirn::zelchipview {
+
+// A polygon of the drawing. Accepts drops; shows selection and highlight, but no border of its own.
+class ZELCHIPGUI_EXPORT ZELPolygonItem final : public QGraphicsPolygonItem, public ChipElement
+{
+public:
+    explicit ZELPolygonItem(int id); // id: the load number
+    ~ZELPolygonItem() override;
+
+    [[nodiscard]] QRectF boundingRect() const override;
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget = nullptr) override;
+
+    [[nodiscard]] QGraphicsItem* graphicsItem() override { return this; }
+    void synchronise(ElementStates states) override;
+
+protected:
+    QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
+    void dragEnterEvent(QGraphicsSceneDragDropEvent* event) override;
+    void dragLeaveEvent(QGraphicsSceneDragDropEvent* event) override;
+    void dropEvent(QGraphicsSceneDragDropEvent* event) override;
+};
+
+} // namespace mirn::zelchipview

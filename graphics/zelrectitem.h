@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/chipelement.h"
+
+#include <QGraphicsRectItem>
+
+namespace mirn::zelchipview {
+
+// A rect of the drawing; chip sites are rects. The only kind that selects itself and asks for the probable placements
+// while a drag passes over it.
+class ZELCHIPGUI_EXPORT ZELRectItem final : public QGraphicsRectItem, public ChipElement
+{
+public:
+    explicit ZELRectItem(int id); // id: the load number
+    ~ZELRectItem() override;
+
+    [[nodiscard]] QRectF boundingRect() const override;
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget = nullptr) override;
+
+    [[nodiscard]] QGraphicsItem* graphicsItem() override { return this; }
+    void synchronise(ElementStates states) override;
+
+protected:
+    QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
+    void dragEnterEvent(QGraphicsSceneDragDropEvent* event) override;
+    void dragLeaveEvent(QGraphicsSceneDragDropEvent* event) override;
+    void dropEvent(QGraphicsSceneDragDropEvent* event) override;
+
+private:
+    void deselect() const;
+};
+
+} // namespace mirn::zelchipview

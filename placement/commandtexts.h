@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+namespace mirn::zelchipview::commandtexts {
+
+// The Tcl commands that go to the host. The braces make a resource name one word whatever blanks or brackets it holds;
+// nothing else in it is escaped. `site` is an element id in decimal.
+[[nodiscard]] QString place(const QString& resource, const QString& site);
+[[nodiscard]] QString reset(const QString& resource);
+[[nodiscard]] QString remove(const QString& resource);
+
+} // namespace mirn::zelchipview::commandtexts

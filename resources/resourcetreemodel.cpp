@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include "resources/resourcetreemodel.h"
+
+#include "graphics/zelconstants.h"
+#include "platform/contract/zelchipengine.h"
+#include "platform/contract/zeltext.h"
+#include "platform/contract/zeltrace.h"
+#include "platform/contract/zeltreeviewcell.h"
+#include "resources/zelchipviewtreeitem.h"
+
+#include <QVariant>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+QString textOf(const std::string* text)
+{
+    return text ? fromEngineText(*text) : QString();
+}
+
+template <typename Map> const std::string* firstValue(const Map* map)
+{
+    return map && !map->empty() ? map->begin()->second : nullptr;
+}
+
+} // namespace
+
+ResourceTreeModel::~ResourceTreeModel()
+{
+    clear();
+}
+
+QStringList& ResourceTreeModel::head()
+{
+    if (!m_head.isEmpty() || !m_engine)
+        return m_head;
+    diagTrace("call ZEL engine API: zelchipengine::headers ()", "getTreeHead");
+    const std::map<int, std::string>& headers = m_engine->headers();
+    diagTrace("end", "getTreeHead");
+    for (const auto& header : headers)
+        m_head.append(fromEngineText(header.second));
+    return m_head;
+}
+
+void ResourceTreeModel::clear()
+{
+    // Children stand before their parents, so no item is deleted by its parent first.
+    qDeleteAll(m_items);
+    m_items.clear();
+    m_idByName.clear();
+    m_nameById.clear();
+}
+
+QList<QTreeWidgetItem*>& ResourceTreeModel::rebuild()
+{
+    if (!m_items.isEmpty())
+        clear();
+    diagTrace("call ZEL engine API: tree()", "getTreeItems");
+    const zeltreeviewcell* root = m_engine ? m_engine->tree() : nullptr;
+    diagTrace("end", "getTreeItems");
+    m_rootName = root ? textOf(root->name) : QString();
+    if (root && root->children) {
+        for (zeltreeviewcell* child : *root->children) {
+            if (QTreeWidgetItem* item = parse(child, nullptr))
+                m_items.append(item);
+        }
+    }
+    return m_items;
+}
+
+QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem* parent)
+{
+    if (!cell)
+        return nullptr;
+    auto* item = new ZELChipViewTreeItem(parent); // the model's, through the list of items
+    traceSizes(*cell);
+    fillColumns(item, *cell);
+    setIcon(item, *cell);
+    item->setData(0, DRAGABLE, cell->draggable);
+    item->setData(0, RESET, cell->resettable);
+
+    const QString prefix = parent ? parent->data(0, RESOURCENAME).toString() : m_rootName;
+    const QString resourceName = prefix + QLatin1Char('/') + textOf(cell->name);
+    item->setData(0, RESOURCENAME, resourceName);
+
+    const std::string engineName = toEngineText(resourceName);
+    const QString summary = m_engine ? fromEngineText(m_engine->getResourceSummary(&engineName)) : QString();
+    item->setToolTip(0, summary);
+    if (!parent && !summary.isEmpty())
+        item->setText(0, item->text(0) + QStringLiteral(" (") + summary + QLatin1Char(')'));
+
+    keepId(resourceName, *cell);
+    if (cell->children) {
+        for (zeltreeviewcell* child : *cell->children) {
+            if (QTreeWidgetItem* childItem = parse(child, item))
+                m_items.append(childItem);
+        }
+    }
+    return item;
+}
+
+// Every column behind the first shows the first of the cell's column texts, on purpose.
+void ResourceTreeModel::fillColumns(QTreeWidgetItem* item, const zeltreeviewcell& cell)
+{
+    item->setText(0, textOf(cell.name));
+    const QString columnText = textOf(firstValue(cell.columns));
+    for (int column = 1; column < head().size(); ++column)
+        item->setText(column, columnText);
+}
+
+void ResourceTreeModel::setIcon(QTreeWidgetItem* item, const zeltreeviewcell& cell)
+{
+    if (cell.uvccio)
+        item->setIcon(0, m_icons.icon(QStringLiteral("UVCCIO")));
+    else if (cell.type)
+        item->setIcon(0, m_icons.icon(fromEngineText(*cell.type)));
+}
+
+void ResourceTreeModel::keepId(const QString& resourceName, const zeltreeviewcell& cell)
+{
+    const std::string* idText = firstValue(cell.ids);
+    if (!idText)
+        return;
+    const int id = fromEngineText(*idText).toInt();
+    m_idByName.insert(resourceName, id);
+    m_nameById.insert(id, resourceName);
+}
+
+void ResourceTreeModel::traceSizes(const zeltreeviewcell& cell) const
+{
+    if (!isDiagTraceEnabled())
+        return;
+    const auto columns = static_cast<qulonglong>(cell.columns ? cell.columns->size() : 0);
+    diagTrace(qPrintable(QStringLiteral("The head size is %1").arg(m_head.size())), "parseTree");
+    diagTrace(qPrintable(QStringLiteral("The child column size is %1").arg(columns)), "parseTree");
+}
+
+} // namespace mirn::zelchipview

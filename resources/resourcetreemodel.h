@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "resources/resourceicons.h"
+
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+class QTreeWidgetItem;
+class zelchipengine;
+struct zeltreeviewcell;
+
+namespace mirn::zelchipview {
+
+// The design's resources as rows: builds the tree items from the engine's cells, and knows which resource name belongs
+// to which element id. Owns the items, also while a tree widget shows them.
+class ResourceTreeModel final
+{
+public:
+    ResourceTreeModel() = default;
+    ~ResourceTreeModel();
+    ResourceTreeModel(const ResourceTreeModel&) = delete;
+    ResourceTreeModel& operator=(const ResourceTreeModel&) = delete;
+
+    void setEngine(zelchipengine* engine) { m_engine = engine; } // not owned
+
+    // The column titles; the engine is asked while there are none.
+    [[nodiscard]] QStringList& head();
+
+    // Deletes the items and builds them anew. All rows at every depth, children before their parents.
+    [[nodiscard]] QList<QTreeWidgetItem*>& rebuild();
+
+    // The row of a cell and, below it, those of its descendants; null for a null cell. The descendants are in items(),
+    // the row itself is the caller's to add.
+    QTreeWidgetItem* parse(zeltreeviewcell* cell, QTreeWidgetItem* parent);
+
+    // As rebuild() left them.
+    [[nodiscard]] const QList<QTreeWidgetItem*>& items() const { return m_items; }
+
+    [[nodiscard]] const QMap<QString, int>& idsByName() const { return m_idByName; }
+    [[nodiscard]] const QMap<int, QString>& namesById() const { return m_nameById; }
+    [[nodiscard]] QIcon& icon(const QString& type) { return m_icons.icon(type); }
+
+    // Deletes every item and forgets the names.
+    void clear();
+
+private:
+    void fillColumns(QTreeWidgetItem* item, const zeltreeviewcell& cell);
+    void setIcon(QTreeWidgetItem* item, const zeltreeviewcell& cell);
+    void keepId(const QString& resourceName, const zeltreeviewcell& cell);
+    void traceSizes(const zeltreeviewcell& cell) const;
+
+    zelchipengine* m_engine = nullptr;
+    ResourceIcons m_icons;
+    QStringList m_head;
+    QString m_rootName; // the first component of every resource name
+    QList<QTreeWidgetItem*> m_items;
+    QMap<QString, int> m_idByName;
+    QMap<int, QString> m_nameById;
+};
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "resources/zelrestable.h"
+
+#include "chipview/zelchipviewdatabase.h"
+
+#include <QHeaderView>
+
+namespace mirn::zelchipview {
+
+ZelResTable::ZelResTable(QWidget* parent)
+    : QTableWidget(parent)
+{
+    setShowGrid(true);
+    setAlternatingRowColors(true);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    const QStringList& head = ZELChipViewDatabase::getInstance()->getResTableHead();
+    setColumnCount(head.size());
+    setHorizontalHeaderLabels(head);
+    horizontalHeader()->setStretchLastSection(true);
+}
+
+ZelResTable::~ZelResTable() = default;
+
+void ZelResTable::refresh()
+{
+    setRowCount(0);
+    const QList<QStringList> rows = ZELChipViewDatabase::getInstance()->getResTableItems();
+    setRowCount(rows.size());
+    for (int row = 0; row < rows.size(); ++row)
+        fillRow(row, rows[row]);
+    resizeColumnsToContents();
+}
+
+void ZelResTable::fillRow(int row, const QStringList& texts)
+{
+    if (texts.isEmpty())
+        return;
+    setVerticalHeaderItem(row, new QTableWidgetItem(texts.first())); // the table's
+    for (int column = 0; column < columnCount() && column + 1 < texts.size(); ++column)
+        setItem(row, column, new QTableWidgetItem(texts[column + 1])); // the table's
+}
+
+} // namespace mirn::zelchipview

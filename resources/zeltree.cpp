@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "resources/zeltree.h"
+
+#include "chipview/zelchipviewdatabase.h"
+#include "graphics/zelconstants.h"
+
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QHeaderView>
+#include <QIcon>
+#include <QMenu>
+#include <QMimeData>
+#include <QSet>
+#include <QSignalBlocker>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+constexpr QSize DragIconSize(30, 30);
+
+} // namespace
+
+ZelTree::ZelTree(QWidget* parent)
+    : QTreeWidget(parent)
+{
+    const QStringList head = ZELChipViewDatabase::getInstance()->getTreeHead();
+    setColumnCount(head.size());
+    setHeaderLabels(head);
+    m_items = ZELChipViewDatabase::getInstance()->getTreeItems();
+    insertItems();
+    setDragEnabled(true);
+    setAcceptDrops(false);
+    setDropIndicatorShown(true);
+    header()->setSectionResizeMode(QHeaderView::Interactive);
+}
+
+ZelTree::~ZelTree()
+{
+    const QSignalBlocker silence(this);
+    takeItems();
+}
+
+void ZelTree::refresh()
+{
+    QSet<QString> expanded;
+    for (QTreeWidgetItem* item : std::as_const(m_items)) {
+        if (item && item->treeWidget() && item->isExpanded())
+            expanded.insert(getResourceName(item));
+    }
+    {
+        // The rows that go would otherwise be reported as changes of the selection, one by one.
+        const QSignalBlocker silence(this);
+        takeItems();
+        m_items = ZELChipViewDatabase::getInstance()->getTreeItems();
+        insertItems();
+    }
+    for (QTreeWidgetItem* item : std::as_const(m_items)) {
+        if (item && item->treeWidget() && expanded.contains(getResourceName(item)))
+            item->setExpanded(true);
+    }
+    resizeColumnToContents(0);
+}
+
+QString ZelTree::getResourceName(QTreeWidgetItem* item) const
+{
+    return item ? item->data(0, RESOURCENAME).toString() : QString();
+}
+
+void ZelTree::insertItems()
+{
+    QList<QTreeWidgetItem*> topLevel;
+    for (QTreeWidgetItem* item : std::as_const(m_items)) {
+        // Each goes to position 0, so the last of the list comes to stand first.
+        if (item && !item->parent())
+            topLevel.prepend(item);
+    }
+    insertTopLevelItems(0, topLevel);
+}
+
+void ZelTree::takeItems()
+{
+    for (int count = topLevelItemCount(); count > 0; --count)
+        takeTopLevelItem(0);
+}
+
+void ZelTree::mousePressEvent(QMouseEvent* event)
+{
+    QTreeView::mousePressEvent(event);
+}
+
+void ZelTree::mouseReleaseEvent(QMouseEvent* event)
+{
+    QTreeView::mouseReleaseEvent(event);
+}
+
+void ZelTree::mouseMoveEvent(QMouseEvent*)
+{
+    const QList<QTreeWidgetItem*> selected = selectedItems();
+    if (selected.isEmpty() || !selected.first()->data(0, DRAGABLE).toBool())
+        return;
+    // What is dragged the drop side learns from the selection; the mime data stays empty.
+    auto* drag = new QDrag(this); // deleted by Qt after the drag
+    drag->setMimeData(new QMimeData); // the drag's
+    const QIcon icon = selected.first()->data(0, Qt::DecorationRole).value<QIcon>();
+    drag->setPixmap(icon.pixmap(DragIconSize, QIcon::Normal, QIcon::Off));
+    // The host may refill the tree while the drag runs: nothing of the item is touched after this.
+    drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::CopyAction);
+}
+
+void ZelTree::contextMenuEvent(QContextMenuEvent* event)
+{
+    QTreeWidgetItem* item = itemAt(viewport()->mapFromGlobal(event->globalPos()));
+    if (!item)
+        return;
+    QMenu* menu = ZELChipViewDatabase::getInstance()->getTreePopupMenu(item);
+    if (menu && !menu->isEmpty())
+        menu->exec(event->globalPos());
+}
+
+} // namespace mirn::zelchipview
