@@ -1,0 +1,297 @@
+// SPDX-License-Identifier: MIT
+#include "engine/generator/haldenfloorplan.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace mirn::zeldevicegenerator::halden {
+
+namespace {
+
+constexpr double RING_DEPTH = 54; // of the pad ring
+constexpr double PAD_PITCH = 17;
+constexpr double PAD_LENGTH = 15;
+constexpr double PAD_DEPTH = 28;
+
+constexpr int TILE_ROWS = 20;
+constexpr double TILE_WIDTH = 29; // pitch
+constexpr double TILE_HEIGHT = 30;
+constexpr double MACRO_WIDTH = 50; // pitch of the block RAM and DSP columns; they are two tiles high
+constexpr const char* HALF_COLUMNS = "LLLELLLDLLLELLL"; // logic, block RAM and DSP columns on each side of the spine
+
+struct Bank
+{
+    const char* number;
+    Side side;
+    Box box;
+    int firstPad; // number of its first pad pair on this side
+    int positions; // pads and supplies
+    const char* voltage;
+};
+
+constexpr Bank BANKS[] = {
+    {"0", Side::Top, {80, 16, 515, RING_DEPTH}, 1, 30, "3.3 V"},
+    {"1", Side::Top, {605, 16, 515, RING_DEPTH}, 15, 30, "3.3 V"},
+    {"2", Side::Right, {1130, 80, RING_DEPTH, 316}, 1, 18, "2.5 V"},
+    {"3", Side::Right, {1130, 406, RING_DEPTH, 316}, 9, 18, "1.8 V"},
+    {"6", Side::Left, {16, 406, RING_DEPTH, 316}, 9, 18, "1.8 V"},
+    {"7", Side::Left, {16, 80, RING_DEPTH, 316}, 1, 18, "2.5 V"},
+    {"8", Side::Bottom, {80, 732, 136, 112}, 1, 8, "3.3 V"},
+};
+
+constexpr Box UNITS[] = {{226, 732, 188, 112}, {478, 732, 188, 112}, {680, 732, 188, 112}, {932, 732, 188, 112}};
+constexpr Box REFERENCES[] = {{418, 732, 56, 55}, {418, 789, 56, 55}, {872, 732, 56, 55}, {872, 789, 56, 55}};
+
+const SiteKind& kind(const char* name)
+{
+    const std::vector<SiteKind>& kinds = siteKinds();
+    return *std::find_if(kinds.begin(), kinds.end(), [name](const SiteKind& k) { return !std::strcmp(k.name, name); });
+}
+
+class Planner
+{
+public:
+    std::vector<Site> plan()
+    {
+        regions();
+        banks();
+        corners();
+        configuration();
+        units();
+        tiles();
+        clockHub();
+        return std::move(m_sites);
+    }
+
+private:
+    Site& add(const char* kindName, int row, int column, std::string name, std::string group, const Box& box)
+    {
+        Site site;
+        site.id = kind(kindName).code * 1000000 + row * 1000 + column;
+        site.kind = kindName;
+        site.popup = std::string(kind(kindName).title) + ' ' + name;
+        site.name = std::move(name);
+        site.group = std::move(group);
+        site.box = box;
+        return m_sites.emplace_back(std::move(site));
+    }
+
+    void regions();
+    void banks();
+    void padsOf(const Bank& bank);
+    void corners();
+    void configuration();
+    void units();
+    void channelsOf(int unit);
+    void references();
+    void tiles();
+    void tileColumn(char type, int column, double x);
+    void clockHub();
+
+    std::vector<Site> m_sites;
+    int m_macroColumns[2] = {0, 0}; // block RAM, DSP
+};
+
+void Planner::regions()
+{
+    const double halfWidth = 506;
+    const double halfHeight = 308;
+    for (int row = 0; row < 2; ++row) {
+        for (int column = 0; column < 2; ++column) {
+            const std::string name = "Q" + std::to_string(row * 2 + column);
+            const Box box{CORE.x + 2 + column * 530.0, CORE.y + 2 + row * 330.0, halfWidth, halfHeight};
+            add("REGION", row + 1, column + 1, name, name, box);
+        }
+    }
+}
+
+void Planner::banks()
+{
+    for (const Bank& bank : BANKS) {
+        const std::string number = bank.number;
+        Site& site = add("BANK", 1, std::stoi(number), "BANK" + number, "BANK" + number, bank.box);
+        site.side = bank.side;
+        site.attributes = {{"voltage", bank.voltage}, {"pads", std::to_string(bank.positions - 2)}};
+        site.popup = "I/O bank " + number + ", " + std::to_string(bank.positions - 2) + " pads";
+    }
+    for (const Bank& bank : BANKS)
+        padsOf(bank);
+}
+
+// A supply stands at one and two thirds of each bank, the clock-capable pads in its middle.
+void Planner::padsOf(const Bank& bank)
+{
+    static constexpr const char* LETTERS[] = {"PT", "PR", "PB", "PL"};
+    const int sideNumber = static_cast<int>(bank.side);
+    const bool horizontal = bank.side == Side::Top || bank.side == Side::Bottom;
+    const double length = horizontal ? bank.box.width : bank.box.height;
+    const double start = (length - bank.positions * PAD_PITCH) / 2 + (PAD_PITCH - PAD_LENGTH) / 2;
+    const EdgeCell ring{bank.side, bank.box};
+    const std::string group = std::string("BANK") + bank.number;
+    int pad = 0;
+    int supply = 0;
+    for (int position = 0; position < bank.positions; ++position) {
+        const Box box = ring.part(start + position * PAD_PITCH, 2, PAD_LENGTH, PAD_DEPTH);
+        if (position == bank.positions / 3 || position == bank.positions - 1 - bank.positions / 3) {
+            ++supply;
+            Site& site = add("VCCIO", std::stoi(bank.number) + 1, supply,
+                std::string("VCCIO") + bank.number + '_' + std::to_string(supply), group, box);
+            site.side = bank.side;
+            site.popup = "I/O supply " + std::to_string(supply) + " of bank " + bank.number;
+            continue;
+        }
+        const int pair = bank.firstPad + pad / 2;
+        const std::string name = LETTERS[sideNumber] + std::to_string(pair) + (pad % 2 ? 'B' : 'A');
+        Site& site = add("PAD", sideNumber + 1, pair * 2 + pad % 2, name, group, box);
+        site.side = bank.side;
+        const bool clock = pad / 4 == (bank.positions - 2) / 8;
+        site.attributes = {{"function", clock ? "clock" : "general"}, {"polarity", pad % 2 ? "B" : "A"}};
+        site.popup = "Pad " + name + " of bank " + bank.number + (clock ? ", clock input" : "");
+        ++pad;
+    }
+}
+
+void Planner::corners()
+{
+    const auto pll = [this](int row, int column, const char* name, const Box& box, std::vector<std::string> reaches) {
+        Site& site = add("PLL", row, column, name, {}, box);
+        site.reaches = std::move(reaches);
+    };
+    pll(1, 1, "PLL_TL0", {16, 16, 54, 26}, {});
+    pll(2, 1, "PLL_TL1", {16, 44, 54, 26}, {});
+    pll(1, 2, "PLL_TR0", {1130, 16, 54, 26}, {});
+    pll(2, 2, "PLL_TR1", {1130, 44, 54, 26}, {});
+    pll(3, 1, "PLL_BL0", {16, 732, 54, 36}, {"DCU0", "DCU1"});
+    pll(4, 1, "PLL_BL1", {16, 770, 54, 36}, {"DCU0", "DCU1"});
+    pll(3, 2, "PLL_BR0", {1130, 732, 54, 36}, {"DCU2", "DCU3"});
+    pll(4, 2, "PLL_BR1", {1130, 770, 54, 36}, {"DCU2", "DCU3"});
+    add("SYSTEM", 1, 1, "OSC", {}, {16, 808, 54, 36}).popup = "Oscillator";
+    add("SYSTEM", 1, 2, "DTR", {}, {1130, 808, 54, 36}).popup = "Digital temperature readout";
+}
+
+void Planner::configuration()
+{
+    add("CONFIG", 1, 1, "CONFIG", "BANK8", {84, 736, 128, 54}).popup
+        = "Configuration logic: JTAG, SPI, error detection";
+}
+
+void Planner::units()
+{
+    const int count = static_cast<int>(std::size(UNITS));
+    for (int unit = 0; unit < count; ++unit) {
+        const std::string name = "DCU" + std::to_string(unit);
+        Site& site = add("DCU", unit, 0, name, name, UNITS[unit]);
+        site.popup = "Dual-channel unit " + name + ": two SerDes channels and a transmit PLL";
+        for (int other : {unit - 1, unit + 1}) {
+            if (other >= 0 && other < count)
+                site.neighbours.push_back("DCU" + std::to_string(other));
+        }
+        const std::vector<std::string> receive{"EXTREF A", "EXTREF B", "CORE CLOCK"};
+        site.settings = {{"CH0", receive[0], receive}, {"CH1", receive[0], receive}, {"CH0:CH1", {}, {"POWER DOWN"}},
+            {"TXPLL", "X20", {"X8", "X10", "X16", "X20", "X25"}}};
+    }
+    for (int unit = 0; unit < count; ++unit)
+        channelsOf(unit);
+    references();
+}
+
+void Planner::channelsOf(int unit)
+{
+    const Box& box = UNITS[unit];
+    const std::string group = "DCU" + std::to_string(unit);
+    for (int channel = 0; channel < 2; ++channel) {
+        const std::string name = "CH" + std::to_string(channel);
+        Site& site = add(
+            "CHANNEL", unit, channel, group + '_' + name, group, box.inner(4 + channel * 118, UNIT_HEADER, 62, 91));
+        site.popup = "SerDes channel " + std::to_string(channel) + " of " + group;
+        site.attributes = {{"channel", std::to_string(channel)}};
+    }
+    Site& pll = add("TXPLL", unit, 0, group + "_TXPLL", group, box.inner(69, UNIT_HEADER, 50, 58));
+    pll.popup = "Transmit PLL of " + group;
+    pll.reaches = {group};
+}
+
+void Planner::references()
+{
+    for (int number = 0; number < static_cast<int>(std::size(REFERENCES)); ++number) {
+        Site& site = add("EXTREF", 1, number, "EXTREF" + std::to_string(number), {}, REFERENCES[number]);
+        site.popup = "External reference clock " + std::to_string(number);
+        site.reaches = number < 2 ? std::vector<std::string>{"DCU0", "DCU1"} : std::vector<std::string>{"DCU2", "DCU3"};
+    }
+}
+
+void Planner::tiles()
+{
+    int logicColumn = 0;
+    for (double left : {CORE.x + 6, VERTICAL_SPINE.right() + 8}) {
+        double x = left;
+        for (const char* type = HALF_COLUMNS; *type; ++type) {
+            const bool logic = *type == 'L';
+            tileColumn(*type, logic ? ++logicColumn : ++m_macroColumns[*type == 'D'], x);
+            x += logic ? TILE_WIDTH : MACRO_WIDTH;
+        }
+    }
+}
+
+void Planner::tileColumn(char type, int column, double x)
+{
+    const int height = type == 'L' ? 1 : 2;
+    for (int row = 0; row < TILE_ROWS; row += height) {
+        const double y = CORE.y + 6 + row * TILE_HEIGHT + (row >= TILE_ROWS / 2 ? 30 : 0);
+        const int number = row / height + 1;
+        const std::string place = "R" + std::to_string(number) + "C" + std::to_string(column);
+        const std::string region
+            = "Q" + std::to_string((row >= TILE_ROWS / 2 ? 2 : 0) + (x > VERTICAL_SPINE.x ? 1 : 0));
+        if (type == 'L')
+            add("PFU", number, column, place, region, {x + 1, y + 1, TILE_WIDTH - 2, TILE_HEIGHT - 2}).popup
+                = "Logic tile " + place + ": 4 slices, 8 LUT4, 8 registers";
+        else if (type == 'E')
+            add("EBR", number, column, "EBR_" + place, region, {x + 2, y + 1, MACRO_WIDTH - 4, TILE_HEIGHT * 2 - 2})
+                .popup
+                = "Block RAM " + place + ", 18 Kbit";
+        else
+            add("DSP", number, column, "DSP_" + place, region, {x + 2, y + 1, MACRO_WIDTH - 4, TILE_HEIGHT * 2 - 2})
+                .popup
+                = "DSP block " + place + ": two 18x18 multipliers, 54-bit ALU";
+    }
+}
+
+void Planner::clockHub()
+{
+    add("CLOCK", 1, 1, "CLKHUB", {}, {540, 391, 120, 20}).popup
+        = "Clock hub: primary clock selection of the four regions";
+}
+
+} // namespace
+
+const std::vector<SiteKind>& siteKinds()
+{
+    static const std::vector<SiteKind> kinds = {
+        {"REGION", "Clock region", nullptr, 1},
+        {"BANK", "I/O bank", nullptr, 2},
+        {"PAD", "I/O pad", nullptr, 3},
+        {"VCCIO", "I/O supply", "UVCCIO", 4},
+        {"PLL", "PLL", "PLL", 5},
+        {"SYSTEM", "System block", nullptr, 6},
+        {"CONFIG", "Configuration", nullptr, 7},
+        {"DCU", "SerDes unit", "IP", 8},
+        {"CHANNEL", "SerDes channel", "DCUCHANNEL", 9},
+        {"TXPLL", "Transmit PLL", "PLL", 10},
+        {"EXTREF", "Reference clock", "EXTREF", 11},
+        {"PFU", "Logic", nullptr, 12},
+        {"EBR", "Block RAM", nullptr, 13},
+        {"DSP", "DSP", nullptr, 14},
+        {"CLOCK", "Clock hub", nullptr, 15},
+    };
+    return kinds;
+}
+
+std::vector<Site> sites()
+{
+    std::vector<Site> result = Planner().plan();
+    std::stable_sort(result.begin(), result.end(),
+        [](const Site& left, const Site& right) { return left.id / 1000000 < right.id / 1000000; });
+    return result;
+}
+
+} // namespace mirn::zeldevicegenerator::halden

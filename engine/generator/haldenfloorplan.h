@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "engine/generator/site.h"
+
+#include <vector>
+
+// The sample device, the invented FPGA "Halden H40": where its sites lie and what belongs together.
+//
+//     PLL |  bank 0    bank 1   | PLL
+//     ----+---------------------+----
+//     b 7 |  logic, block RAM,  | b 2
+//     b 6 |  DSP, clock spines  | b 3
+//     ----+---------------------+----
+//     PLL | cfg   SerDes        | PLL
+namespace mirn::zeldevicegenerator::halden {
+
+inline constexpr const char* DEVICE_NAME = "Halden H40";
+inline constexpr double WIDTH = 1200;
+inline constexpr double HEIGHT = 860;
+
+inline constexpr Box DIE{6, 6, 1188, 848};
+inline constexpr Box CORE{80, 80, 1040, 642};
+inline constexpr Box VERTICAL_SPINE{592, 84, 16, 634};
+inline constexpr Box HORIZONTAL_SPINE{84, 393, 1032, 16};
+inline constexpr double UNIT_HEADER = 17; // of a dual-channel unit: the strip with its name
+
+// In the order in which they must be drawn: a site that contains others comes before them.
+[[nodiscard]] const std::vector<SiteKind>& siteKinds();
+
+// All sites, kind by kind, in the order of siteKinds(). An id is the kind's code, three digits of the row (or of the
+// unit's number) and three of the column.
+[[nodiscard]] std::vector<Site> sites();
+
+} // namespace mirn::zeldevicegenerator::halden

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace mirn::zeldevicegenerator {
+
+// The drawing's layers. Names of blocks come in several sizes, of which one is shown at a time: what is a caption at
+// the full view would cover the details at the next level.
+enum Layer {
+    LAYER_BASE,
+    LAYER_SITES,
+    LAYER_BLOCK_NAMES,
+    LAYER_SHORT_NAMES,
+    LAYER_TILE_NAMES,
+    LAYER_DETAIL,
+    LAYER_DETAIL_NAMES,
+    LAYER_FINE_NAMES,
+    LAYER_PIN_NAMES,
+    LAYER_COUNT
+};
+
+struct LayerRange
+{
+    const char* name;
+    double minimum; // scale values at which the layer is shown, both included
+    double maximum;
+};
+
+inline constexpr double SCALE_STEP = 0.25;
+inline constexpr double MINIMUM_SCALE = 0.25;
+inline constexpr double MAXIMUM_SCALE = 5.0;
+inline constexpr double ALWAYS = 100.0; // beyond any scale that zooming to an element can reach
+
+// Scale value s shows the drawing enlarged (1 + step)^((s - 1) / step) times: 1.5 is 1.6x, 2.5 is 3.8x, 3.5 is 9.3x,
+// 4.25 is 18x and 5 is 36x. A name's layer begins where its letters become about 8 pixels high.
+inline constexpr LayerRange LAYERS[LAYER_COUNT] = {
+    {"Outline", 0.0, ALWAYS},
+    {"Sites", 0.0, ALWAYS},
+    {"Block names", 0.75, 2.25},
+    {"Short names", 0.75, 1.25},
+    {"Tile names", 1.5, 2.25},
+    {"Detail", 2.5, ALWAYS},
+    {"Detail names", 2.5, ALWAYS},
+    {"Fine names", 3.5, ALWAYS},
+    {"Pin names", 4.25, ALWAYS},
+};
+
+} // namespace mirn::zeldevicegenerator

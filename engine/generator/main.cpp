@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "engine/generator/benchmarkdrawing.h"
+#include "engine/generator/sampleproject.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+
+using namespace mirn::zeldevicegenerator;
+
+namespace {
+
+constexpr int MAXIMUM_ELEMENTS = 10'000'000;
+constexpr int MAXIMUM_LAYERS = 100;
+constexpr int USAGE_ERROR = 2;
+
+int usage()
+{
+    std::cerr << "usage: zelchip-device-generator sample FOLDER\n"
+                 "       zelchip-device-generator benchmark ELEMENTS FOLDER [LAYERS]\n"
+                 "sample writes the sample project into FOLDER, benchmark a drawing of that many elements\n"
+                 "(benchmark-ELEMENTS.svg).\n";
+    return USAGE_ERROR;
+}
+
+// Zero when the text is no number from 1 to maximum.
+int countFrom(const char* text, int maximum)
+{
+    char* end = nullptr;
+    errno = 0;
+    const long value = std::strtol(text, &end, 10);
+    return errno == 0 && *end == '\0' && value >= 1 && value <= maximum ? static_cast<int>(value) : 0;
+}
+
+int write(const std::vector<GeneratedFile>& files, const char* folder)
+{
+    const std::string error = writeFiles(files, folder);
+    if (error.empty())
+        return EXIT_SUCCESS;
+    std::cerr << "zelchip-device-generator: " << error << '\n';
+    return EXIT_FAILURE;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc == 3 && std::strcmp(argv[1], "sample") == 0)
+        return write(sampleProject(), argv[2]);
+    if ((argc != 4 && argc != 5) || std::strcmp(argv[1], "benchmark") != 0)
+        return usage();
+    const int elements = countFrom(argv[2], MAXIMUM_ELEMENTS);
+    const int layers = argc == 5 ? countFrom(argv[4], MAXIMUM_LAYERS) : 1;
+    if (elements == 0 || layers == 0)
+        return usage();
+    return write({{"benchmark-" + std::to_string(elements) + ".svg", benchmarkDrawing(elements, layers)}}, argv[3]);
+}

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace mirn::zeldevicegenerator {
+
+// The style sheet of the sample drawing. Texts are always drawn black, so every ground is light; one hue per kind of
+// site, with the cell's body paler than the parts in it. Strong greens, blues and magenta are left to selection, filter
+// and highlight. Strokes are thin against the smallest part: they are a pixel wide at the full view and a few at the
+// highest zoom. Lines are a pixel wide at every zoom.
+inline constexpr const char* STYLE_SHEET = R"css(
+  text { font-family: 'DejaVu Sans'; text-anchor: middle; fill: #000000 }
+  line { stroke-width: 0.1 }
+  rect { stroke-width: 0.06 }
+  .die { fill: #f4f2ec; stroke: #a39f92; stroke-width: 2 }
+  .core { fill: #e9e7df; stroke: #cfccc0; stroke-width: 0.5 }
+  .region { fill: #efede6; stroke: #d9d6cb; stroke-width: 0.2 }
+  .spine { fill: #dcd8ca; stroke: #c3bead; stroke-width: 0.2 }
+  .clock { fill: #cfc8b2; stroke: #a49c80; stroke-width: 0.2 }
+  .clock-part { fill: #ece7d6; stroke: #a49c80 }
+  .clock-wire { stroke: #a49c80 }
+  .bank { fill: #e4eaef; stroke: #b9c5cf; stroke-width: 0.2 }
+  .pad { fill: #c0d0de; stroke: #8fa5b9; stroke-width: 0.12 }
+  .pad-b { fill: #b3c6d7; stroke: #8fa5b9; stroke-width: 0.12 }
+  .pad-clock { fill: #a9c7cf; stroke: #7f9fa9; stroke-width: 0.12 }
+  .pad-metal { fill: #f3f5f7; stroke: #8fa5b9 }
+  .pad-part { fill: #dde6ed; stroke: #8fa5b9 }
+  .pad-wire { stroke: #5f7a93 }
+  .supply { fill: #e3b7bb; stroke: #b98388; stroke-width: 0.2 }
+  .supply-part { fill: #f5e6e7; stroke: #b98388 }
+  .supply-wire { stroke: #a3656b }
+  .pll { fill: #ecc0aa; stroke: #c0836a; stroke-width: 0.2 }
+  .pll-part { fill: #f8e6dc; stroke: #c0836a }
+  .pll-wire { stroke: #a3634a }
+  .system { fill: #d3d6da; stroke: #9da3aa; stroke-width: 0.2 }
+  .system-part { fill: #eceef0; stroke: #9da3aa }
+  .system-wire { stroke: #7b828a }
+  .unit { fill: #e3ddee; stroke: #aa9cc8; stroke-width: 0.2 }
+  .unit-part { fill: #efebf6; stroke: #aa9cc8 }
+  .channel { fill: #c9bce0; stroke: #937fbd; stroke-width: 0.2 }
+  .channel-part { fill: #e4dcf1; stroke: #937fbd }
+  .channel-fine { fill: #f4f0fa; stroke: #937fbd }
+  .channel-wire { stroke: #6f58a3 }
+  .reference { fill: #f2d292; stroke: #c79e4b; stroke-width: 0.2 }
+  .reference-part { fill: #faedd0; stroke: #c79e4b }
+  .reference-wire { stroke: #9c7727 }
+  .logic { fill: #d9deda; stroke: #bcc5be; stroke-width: 0.12 }
+  .slice { fill: #e8ece9; stroke: #a9b5ac }
+  .lut { fill: #f8faf8; stroke: #94a398 }
+  .register { fill: #cfdcd4; stroke: #94a398 }
+  .switch { fill: #c8d1cb; stroke: #a9b5ac }
+  .logic-wire { stroke: #7d8f83 }
+  .memory { fill: #b3d2cd; stroke: #7fa9a2; stroke-width: 0.2 }
+  .memory-part { fill: #dcecea; stroke: #7fa9a2 }
+  .memory-array { fill: #c8e0dc; stroke: #7fa9a2 }
+  .memory-wire { stroke: #7fa9a2 }
+  .dsp { fill: #e8dcab; stroke: #bfae67; stroke-width: 0.2 }
+  .dsp-part { fill: #f6f0d8; stroke: #bfae67 }
+  .dsp-wire { stroke: #94823a }
+)css";
+
+} // namespace mirn::zeldevicegenerator

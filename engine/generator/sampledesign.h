@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace mirn::zeldevicegenerator {
+
+// The sample design, a protocol gateway: it uses every resource type, some of it placed, and what is left to place has
+// at least one solution. `xaui` needs four channels and fits only into the right pair of units.
+inline constexpr const char* SAMPLE_DESIGN = R"json({
+  "name": "gateway",
+  "resources": [
+    {"name": "pcie", "type": "IP", "children": [
+      {"name": "lane0", "type": "DCUCHANNEL", "site": "DCU0_CH0"},
+      {"name": "lane1", "type": "DCUCHANNEL", "site": "DCU0_CH1"},
+      {"name": "refclk", "type": "EXTREF", "site": "EXTREF0", "fixed": true},
+      {"name": "txpll", "type": "PLL", "site": "DCU0_TXPLL"}
+    ]},
+    {"name": "xaui", "type": "IP", "children": [
+      {"name": "lane0", "type": "DCUCHANNEL"},
+      {"name": "lane1", "type": "DCUCHANNEL"},
+      {"name": "lane2", "type": "DCUCHANNEL"},
+      {"name": "lane3", "type": "DCUCHANNEL"},
+      {"name": "refclk", "type": "EXTREF"},
+      {"name": "txpll", "type": "PLL"}
+    ]},
+    {"name": "sgmii", "type": "IP", "children": [
+      {"name": "lane0", "type": "DCUCHANNEL", "site": "DCU1_CH0"}
+    ]},
+    {"name": "cpri", "type": "IP", "children": [
+      {"name": "lane0", "type": "DCUCHANNEL"},
+      {"name": "txpll", "type": "PLL"}
+    ]},
+    {"name": "clocks", "children": [
+      {"name": "refclk_eth", "type": "EXTREF", "site": "EXTREF1", "feeds": ["sgmii", "cpri"]},
+      {"name": "pll_core", "type": "PLL", "site": "PLL_TL0", "fixed": true},
+      {"name": "pll_ddr", "type": "PLL", "site": "PLL_TR0"},
+      {"name": "pll_eth", "type": "PLL", "feeds": ["sgmii"]},
+      {"name": "pll_video", "type": "PLL"}
+    ]},
+    {"name": "supplies", "children": [
+      {"name": "vccio_host", "type": "UVCCIO", "site": "VCCIO0_1", "voltage": "3.3 V"},
+      {"name": "vccio_host_b", "type": "UVCCIO", "voltage": "3.3 V"},
+      {"name": "vccio_ddr", "type": "UVCCIO", "site": "VCCIO3_1", "voltage": "1.5 V", "fixed": true},
+      {"name": "vccio_ddr_b", "type": "UVCCIO", "voltage": "1.5 V"},
+      {"name": "vccio_lvds", "type": "UVCCIO", "voltage": "2.5 V"}
+    ]}
+  ]
+}
+)json";
+
+inline constexpr const char* SAMPLE_PROJECT = R"json({
+  "name": "Gateway on Halden H40",
+  "flow": "Floorplanning",
+  "device": "device.json",
+  "design": "design.json",
+  "implementations": [{"name": "impl1", "directory": "impl1"}],
+  "defaultImplementation": "impl1"
+}
+)json";
+
+} // namespace mirn::zeldevicegenerator

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "engine/generator/sampledrawing.h"
+
+#include "engine/generator/cells.h"
+#include "engine/generator/haldenfloorplan.h"
+#include "engine/generator/layers.h"
+#include "engine/generator/palette.h"
+
+#include <map>
+
+namespace mirn::zeldevicegenerator {
+
+namespace {
+
+using DrawSite = void (*)(SvgWriter&, const Site&);
+
+DrawSite drawerOf(const std::string& kind)
+{
+    static const std::map<std::string, DrawSite> drawers = {
+        {"REGION", drawRegion},
+        {"BANK", drawBank},
+        {"PAD", drawPad},
+        {"VCCIO", drawSupply},
+        {"PLL", drawPll},
+        {"SYSTEM", drawSystemBlock},
+        {"CONFIG", drawConfiguration},
+        {"DCU", drawUnit},
+        {"CHANNEL", drawChannel},
+        {"TXPLL", drawTransmitPll},
+        {"EXTREF", drawReference},
+        {"PFU", drawLogicTile},
+        {"EBR", drawMemory},
+        {"DSP", drawDsp},
+        {"CLOCK", drawClockHub},
+    };
+    return drawers.at(kind);
+}
+
+void drawGround(SvgWriter& svg)
+{
+    constexpr double TRACKS = 4;
+    const auto layer = svg.layer(LAYER_BASE);
+    svg.rect("die", halden::DIE);
+    svg.rect("core", halden::CORE);
+    const Box& across = halden::HORIZONTAL_SPINE;
+    const Box& down = halden::VERTICAL_SPINE;
+    svg.rect("spine", across);
+    svg.rect("spine", down);
+    for (int track = 0; track < TRACKS; ++track) {
+        const double offset = 3.5 + 3 * track;
+        svg.line("clock-wire", {across.x, across.y + offset}, {across.right(), across.y + offset});
+        svg.line("clock-wire", {down.x + offset, down.y}, {down.x + offset, down.bottom()});
+    }
+}
+
+} // namespace
+
+SampleDrawing sampleDrawing(const std::vector<Site>& sites)
+{
+    SvgWriter svg(halden::WIDTH, halden::HEIGHT, halden::DEVICE_NAME, STYLE_SHEET);
+    {
+        const auto definitions = svg.definitions();
+        defineTiles(svg);
+    }
+    drawGround(svg);
+    for (const Site& site : sites) {
+        const auto element = svg.element(site.id, site.popup);
+        drawerOf(site.kind)(svg, site);
+    }
+    return {svg.finish(), svg.misfits()};
+}
+
+} // namespace mirn::zeldevicegenerator
