@@ -12,7 +12,7 @@ namespace {
 
 // Stroke widths below this are no border at all.
 constexpr double NoStrokeWidth = 1e-16;
-constexpr double LargestWholeWidth = 1e6;
+constexpr double LargestWidth = 32767.0; // QPen takes no more
 
 QPen hairline(const QColor& color)
 {
@@ -31,7 +31,7 @@ QColor colorOf(unsigned int rgb)
 QPen linePen(unsigned int strokeColor, double strokeWidth)
 {
     QPen pen(colorOf(strokeColor));
-    pen.setWidth(strokeWidth > 0 ? static_cast<int>(std::min(strokeWidth, LargestWholeWidth)) : 0);
+    pen.setWidth(strokeWidth > 0 ? static_cast<int>(std::min(strokeWidth, LargestWidth)) : 0);
     return pen;
 }
 
@@ -44,7 +44,7 @@ QPen rectPen(unsigned int strokeColor, double strokeWidth, ElementStates states)
         pen = hairline(RECT_BORDER_COLOR);
     } else {
         pen.setColor(colorOf(strokeColor));
-        pen.setWidthF(std::max(strokeWidth, 0.0));
+        pen.setWidthF(std::clamp(strokeWidth, 0.0, LargestWidth));
     }
     if (states.testFlag(ElementState::Filtered))
         pen.setColor(FILTERCOLOR);

@@ -4,6 +4,7 @@
 #include "platform/contract/zelexport.h"
 
 #include <QObject>
+#include <QPoint>
 #include <QRectF>
 
 class QEvent;
@@ -42,7 +43,7 @@ public:
 
 private:
     bool handleKey(QObject* target, QEvent* event);
-    bool handleWheel(QObject* target, int vertical, int horizontal, Qt::KeyboardModifiers modifiers);
+    bool handleWheel(QObject* target, QEvent* event, QPoint angleDelta, Qt::KeyboardModifiers modifiers);
 
     const bool m_wheelZooms;
     int m_wheelRest = 0; // eighths of a degree that did not yet make a whole step

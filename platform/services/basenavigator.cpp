@@ -47,14 +47,14 @@ bool BaseNavigator::eventFilter(QObject* target, QEvent* event)
     case QEvent::KeyPress:
         return handleKey(target, event);
     case QEvent::Wheel: {
-        // A view passes its wheel events on to its scene, where they come by again; one that got here was not for it.
         auto* wheel = static_cast<QWheelEvent*>(event);
-        return handleWheel(target, wheel->angleDelta().y(), wheel->angleDelta().x(), wheel->modifiers());
+        return handleWheel(target, wheel, wheel->angleDelta(), wheel->modifiers());
     }
     case QEvent::GraphicsSceneWheel: {
         auto* wheel = static_cast<QGraphicsSceneWheelEvent*>(event);
         const bool sideways = wheel->orientation() == Qt::Horizontal;
-        return handleWheel(target, sideways ? 0 : wheel->delta(), sideways ? wheel->delta() : 0, wheel->modifiers());
+        const QPoint delta = sideways ? QPoint(wheel->delta(), 0) : QPoint(0, wheel->delta());
+        return handleWheel(target, wheel, delta, wheel->modifiers());
     }
     default:
         return QObject::eventFilter(target, event);
@@ -80,10 +80,10 @@ bool BaseNavigator::handleKey(QObject* target, QEvent* event)
     return true;
 }
 
-bool BaseNavigator::handleWheel(QObject* target, int vertical, int horizontal, Qt::KeyboardModifiers modifiers)
+bool BaseNavigator::handleWheel(QObject* target, QEvent* event, QPoint angleDelta, Qt::KeyboardModifiers modifiers)
 {
-    const bool sideways = vertical == 0 && horizontal != 0;
-    const int delta = sideways ? horizontal : vertical;
+    const bool sideways = angleDelta.y() == 0;
+    const int delta = sideways ? angleDelta.x() : angleDelta.y();
     if (delta == 0)
         return false;
 
@@ -103,5 +103,7 @@ bool BaseNavigator::handleWheel(QObject* target, int vertical, int horizontal, Q
     m_wheelRest %= WheelStep;
     if (count > 0)
         updateView(target, how, count);
+    // A view whose scene did not accept the event would scroll by itself as well.
+    event->accept();
     return true;
 }

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/chipviewfixture.h"
+#include "tests/support/testmain.h"
+
+#include <QGraphicsRectItem>
+#include <QGraphicsSceneDragDropEvent>
+#include <QPaintEvent>
+#include <QPlainTextEdit>
+
+#include <utility>
+
+using namespace zeltest;
+
+namespace {
+
+// Counts the paint events of a widget and what they cover.
+class PaintCounter final : public QObject
+{
+public:
+    explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            ++count;
+            area += static_cast<QPaintEvent*>(event)->region();
+        }
+        return false;
+    }
+
+    // Runs the event loop until nothing was painted for some turns.
+    void settle()
+    {
+        int before = -1;
+        for (int quietTurns = 0; quietTurns < 5; ++quietTurns) {
+            if (std::exchange(before, count) != count)
+                quietTurns = 0;
+            QTest::qWait(1);
+        }
+        count = 0;
+        area = QRegion();
+    }
+
+    int count = 0;
+    QRegion area;
+};
+
+} // namespace
+
+class TestScene : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void refreshAppliesAndRestoresDynamicValues();
+    void refreshOfOddValues_data();
+    void refreshOfOddValues();
+    void filterAnswersEveryIdWhileItIsOff();
+    void selectingNeedsAnAttribute();
+    void idleWindowPaintsNothing();
+    void stateChangesRepaintOnlyWhatChanged();
+    void elementsThatLeaveAreForgotten();
+    void hoverTextFollowsTheDragAndGoesWithIt();
+};
+
+void TestScene::refreshAppliesAndRestoresDynamicValues()
+{
+    ChipView chip;
+    chip.drawing.addRect(7, 10, 10, 40, 40).tooltip = "free";
+    chip.drawing.addText(7, "label", 60, 50, 10).fillColor = 0x010203;
+    chip.open();
+    auto* rect = chip.database()->getGraphicItemAttribute(1);
+    auto* text = chip.database()->getGraphicItemAttribute(2);
+    const auto textFill = [&] { return *static_cast<unsigned int*>(text->getAttribute(ATTR_FILL_COLOR)); };
+
+    chip.engine.device.addRecord(7, {{"fill", "#FF0000"}, {"tovanel:popup", "occupied"}});
+    chip.window->refresh(REFRESH_GRAPHIC);
+    QCOMPARE(chip.colorAt({30, 30}), QColor(Qt::red));
+    QCOMPARE(rect->toolTip, QStringLiteral("occupied"));
+    QCOMPARE(text->toolTip, QStringLiteral("occupied"));
+    QCOMPARE(textFill(), 0x010203u);
+
+    chip.engine.device.clearRecords();
+    chip.window->refresh(REFRESH_GRAPHIC);
+    QCOMPARE(chip.colorAt({30, 30}), QColor(Qt::red)); // without any value everything stays as it is
+
+    chip.engine.device.addRecord(7, {});
+    chip.window->refresh(REFRESH_GRAPHIC);
+    QCOMPARE(chip.colorAt({30, 30}).rgb(), 0xff808080u);
+    QCOMPARE(rect->toolTip, QStringLiteral("free"));
+    QCOMPARE(text->toolTip, QStringLiteral("occupied"));
+}
+
+void TestScene::refreshOfOddValues_data()
+{
+    QTest::addColumn<QByteArray>("fill");
+    QTest::addColumn<unsigned int>("colour");
+    QTest::newRow("lower case") << QByteArray("#00ff7f") << 0x00ff7fu;
+    QTest::newRow("the first character is dropped whatever it is") << QByteArray("x00ff7f") << 0x00ff7fu;
+    QTest::newRow("no number is black") << QByteArray("#green!") << 0u;
+    QTest::newRow("empty is black, not absent") << QByteArray("") << 0u;
+}
+
+void TestScene::refreshOfOddValues()
+{
+    QFETCH(QByteArray, fill);
+    ChipView chip;
+    chip.drawing.addRect(7, 10, 10, 40, 40);
+    chip.drawing.addRect(8, 60, 10, 40, 40);
+    chip.engine.device.addRecord(7, {{"fill", fill.toStdString()}});
+    chip.engine.device.addRecord(4711, {{"fill", "#ff0000"}});
+    chip.open();
+    const auto fillOf = [&](int loadNumber) {
+        return *static_cast<unsigned int*>(
+            chip.database()->getGraphicItemAttribute(loadNumber)->getAttribute(ATTR_FILL_COLOR));
+    };
+    QTEST(fillOf(1), "colour");
+    QCOMPARE(fillOf(2), 0x808080u);
+}
+
+void TestScene::filterAnswersEveryIdWhileItIsOff()
+{
+    ChipView chip;
+    chip.open();
+    QVERIFY(!chip.database()->isFilterEnable());
+    QVERIFY(chip.scene()->filterdItemContains(12345));
+    QVERIFY(!chip.scene()->statesOf(12345).testFlag(ElementState::Filtered));
+    QVERIFY(!chip.scene()->highlightedItemContains(12345));
+}
+
+void TestScene::selectingNeedsAnAttribute()
+{
+    ChipView chip;
+    chip.drawing.addRect(7, 10, 10, 40, 40);
+    chip.open();
+    QGraphicsRectItem stranger;
+    stranger.setData(ZEL_GRAPHIC_ITEM_Attribute_KEY, 99);
+    chip.scene()->addSelectedItem(nullptr);
+    chip.scene()->addSelectedItem(&stranger);
+    QVERIFY(chip.selected().isEmpty());
+    chip.scene()->addSelectedItem({&stranger, nullptr, chip.item(1)});
+    QCOMPARE(chip.selected(), QSet<int>{7});
+    QVERIFY(chip.scene()->selectedItemContains(7));
+}
+
+void TestScene::idleWindowPaintsNothing()
+{
+    ChipView chip;
+    for (int i = 0; i < 50; ++i) {
+        chip.drawing.addRect(i, i * 4, 10, 3, 60).strokeWidth = 0.5;
+        chip.drawing.addLine(100 + i, i * 4, 75, i * 4 + 3, 95, 1.0);
+        chip.drawing.addText(200 + i, "x", i * 4, 95, 4);
+    }
+    chip.open();
+    PaintCounter paints(chip.view()->viewport());
+    paints.settle();
+    chip.view()->zoomIn();
+    paints.settle();
+    QTest::qWait(50);
+    QCOMPARE(paints.count, 0);
+    chip.window->refresh(REFRESH_GRAPHIC); // with nothing new
+    QTest::qWait(50);
+    QCOMPARE(paints.count, 0);
+}
+
+void TestScene::stateChangesRepaintOnlyWhatChanged()
+{
+    ChipView chip;
+    chip.drawing.addRect(7, 10, 10, 20, 20).strokeWidth = 2;
+    chip.drawing.addRect(8, 150, 60, 20, 20);
+    chip.open();
+    PaintCounter paints(chip.view()->viewport());
+    paints.settle();
+    const auto repaintedArea = [&] {
+        QTest::qWait(20);
+        return chip.view()->mapToScene(paints.area.boundingRect()).boundingRect();
+    };
+    const QRectF around7(5, 5, 30, 30);
+
+    chip.database()->selectedIds().insert(7);
+    QVERIFY(repaintedArea().contains(QRectF(11, 11, 18, 18)));
+    QVERIFY(around7.contains(repaintedArea()));
+    paints.settle();
+
+    chip.database()->highlightedIds().assign({7});
+    QVERIFY(repaintedArea().contains(QRectF(11, 11, 18, 18)));
+    QVERIFY(around7.contains(repaintedArea()));
+    paints.settle();
+
+    chip.database()->selectedIds().insert(7); // is selected already
+    chip.database()->highlightedIds().assign({7});
+    QTest::qWait(20);
+    QCOMPARE(paints.count, 0);
+}
+
+void TestScene::elementsThatLeaveAreForgotten()
+{
+    ChipView chip;
+    chip.drawing.addRect(7, 10, 10, 20, 20);
+    chip.drawing.addLine(7, 10, 40, 30, 40).layer = 9; // hidden: still waits for its geometry
+    chip.drawing.addText(7, "x", 10, 60, 10);
+    chip.open();
+    QCOMPARE(chip.scene()->elementIndex().elements(7).size(), 3);
+    QGraphicsItem* moved = chip.item(1);
+    chip.scene()->removeItem(moved);
+    QCOMPARE(chip.scene()->elementIndex().elements(7).size(), 2);
+    chip.scene()->addItem(moved);
+    QCOMPARE(chip.scene()->elementIndex().elements(7).size(), 3);
+    chip.scene()->clear();
+    QVERIFY(chip.scene()->elementIndex().elements(7).isEmpty());
+    QVERIFY(chip.scene()->elementIndex().takePending({0, 9}).empty());
+    chip.database()->selectedIds().insert(7); // must reach no item that is gone
+}
+
+void TestScene::hoverTextFollowsTheDragAndGoesWithIt()
+{
+    ChipView chip;
+    chip.drawing.addRect(7, 10, 10, 20, 20);
+    chip.open();
+    auto* hoverText = chip.view()->findChild<QPlainTextEdit*>();
+    const auto send = [&](QEvent::Type type) {
+        QGraphicsSceneDragDropEvent event(type);
+        event.setScreenPos({200, 100});
+        QApplication::sendEvent(chip.scene(), &event);
+    };
+    chip.database()->showHoverText(QStringLiteral("site"), {0, 0});
+    send(QEvent::GraphicsSceneDragMove);
+    QCOMPARE(hoverText->pos(), QPoint(230, 130));
+    send(QEvent::GraphicsSceneDragLeave);
+    QVERIFY(!hoverText->isVisible());
+    chip.database()->showHoverText(QStringLiteral("site"), {0, 0});
+    chip.database()->highlightedIds().assign({7});
+    send(QEvent::GraphicsSceneDrop);
+    QVERIFY(!hoverText->isVisible());
+    QVERIFY(chip.database()->highlightedIds().isEmpty());
+    chip.database()->showHoverText(QString(), {0, 0});
+    QVERIFY(!hoverText->isVisible());
+}
+
+ZEL_TEST_MAIN(TestScene)
+#include "tst_scene.moc"

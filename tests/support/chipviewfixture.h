@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chipview/zelchipgui.h"
+#include "chipview/zelchipviewdatabase.h"
+#include "graphics/zelgraphicitemattribute.h"
+#include "graphics/zelgraphicsscene.h"
+#include "graphics/zelgraphicsview.h"
+#include "platform/contract/mirnprojectmanager.h"
+#include "resources/zeltree.h"
+#include "tests/support/drawing.h"
+#include "tests/support/fakeengine.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QGraphicsItem>
+#include <QImage>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+namespace zeltest {
+
+using namespace mirn::zelchipview;
+
+// An engine, an open project in a temporary folder, a drawing, and a window on them. Ends as a host does: window, then
+// controller.
+class ChipView
+{
+public:
+    ChipView()
+    {
+        auto project = std::make_unique<MirnProject>("project");
+        project->addImplementation(
+            std::make_unique<MirnImplementation>("impl", QFile::encodeName(folder.path()).toStdString()));
+        project->setDefaultImplementation("impl");
+        MirnProjectManager::getProjectManager()->setProject(std::move(project));
+        drawing.install();
+        QFile filter(folder.filePath(QStringLiteral("filter.txt")));
+        if (filter.open(QIODevice::WriteOnly))
+            engine.device.filter = QFile::encodeName(filter.fileName()).toStdString();
+    }
+
+    ~ChipView()
+    {
+        window.reset();
+        ZELChipViewDatabase::destoryInstance();
+    }
+
+    // Makes the window, loads the drawing and shows it at one device pixel per scene unit.
+    void open()
+    {
+        createWindow();
+        if (!window->initGrahpicView())
+            qFatal("the drawing was not loaded");
+        window->resize(700, 500);
+        window->show();
+        QCoreApplication::processEvents();
+    }
+
+    void createWindow() { window = std::make_unique<ZelChipGUI>(&engine, nullptr); }
+
+    static ZELChipViewDatabase* database() { return ZELChipViewDatabase::getInstance(); }
+    static ZelGraphicsScene* scene() { return database()->getScene(nullptr); }
+    static ZelGraphicsView* view() { return database()->getView(scene()); }
+
+    // The item that was loaded as the nth, from 1; null when there is none.
+    static QGraphicsItem* item(int loadNumber)
+    {
+        const QList<QGraphicsItem*> items = scene()->items();
+        for (QGraphicsItem* candidate : items) {
+            if (candidate->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt() == loadNumber)
+                return candidate;
+        }
+        return nullptr;
+    }
+
+    // What the view shows, one image pixel per device pixel.
+    static QImage picture()
+    {
+        QImage image(view()->viewport()->size(), QImage::Format_RGB32);
+        view()->viewport()->render(&image);
+        return image;
+    }
+
+    // The colour that the view shows at a point of the scene.
+    static QColor colorAt(QPointF scenePoint) { return picture().pixelColor(view()->mapFromScene(scenePoint)); }
+
+    static void mouse(QEvent::Type type, QPoint position, Qt::MouseButton button = Qt::LeftButton)
+    {
+        const Qt::MouseButtons buttons = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+        QMouseEvent event(type, position, view()->viewport()->mapToGlobal(position),
+            type == QEvent::MouseMove ? Qt::NoButton : button, buttons, Qt::NoModifier);
+        QApplication::sendEvent(view()->viewport(), &event);
+    }
+
+    static void drag(QPointF fromScene, QPointF toScene)
+    {
+        dragPixels(view()->mapFromScene(fromScene), view()->mapFromScene(toScene));
+    }
+
+    static void dragPixels(QPoint from, QPoint to)
+    {
+        mouse(QEvent::MouseButtonPress, from);
+        mouse(QEvent::MouseMove, to);
+        mouse(QEvent::MouseButtonRelease, to);
+    }
+
+    static void click(QPointF scenePoint)
+    {
+        const QPoint position = view()->mapFromScene(scenePoint);
+        mouse(QEvent::MouseButtonPress, position);
+        mouse(QEvent::MouseButtonRelease, position);
+    }
+
+    // Selects a top-level row of the tree, as a press on it would.
+    static void selectRow(int row)
+    {
+        ZelTree* tree = database()->getTree(nullptr);
+        tree->setCurrentItem(tree->topLevelItem(row));
+    }
+
+    static QSet<int> selected() { return database()->selectedIds().ids(); }
+
+    QTemporaryDir folder;
+    FakeEngine engine;
+    Drawing drawing;
+    std::unique_ptr<ZelChipGUI> window;
+};
+
+} // namespace zeltest

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/contract/zelattributes.h"
+#include "platform/contract/zelchipdata.h"
+#include "platform/contract/zelchipengine.h"
+#include "platform/contract/zeltreeviewcell.h"
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <set>
+#include <utility>
+
+namespace zeltest {
+
+class FakeAttributes final : public zelattributes
+{
+public:
+    const std::string* getAttributeValue(const std::string* key) const override
+    {
+        const auto found = values.find(*key);
+        return found != values.end() ? &found->second : nullptr;
+    }
+
+    std::map<std::string, std::string> values;
+};
+
+class FakeChip final : public zelchipdata
+{
+public:
+    const std::string& drawingFile() const override { return drawing; }
+    const std::string& filterFile() const override { return filter; }
+    const std::vector<const zelchiprecord*>& records() const override { return recordList; }
+
+    void addRecord(unsigned int id, std::map<std::string, std::string> values)
+    {
+        attributes.emplace_back();
+        attributes.back().values = std::move(values);
+        storage.push_back({id, &attributes.back()});
+        recordList.push_back(&storage.back());
+    }
+
+    void clearRecords() { recordList.clear(); }
+
+    std::string drawing;
+    std::string filter; // none: the component says so on standard output
+    std::deque<FakeAttributes> attributes;
+    std::deque<zelchiprecord> storage;
+    std::vector<const zelchiprecord*> recordList;
+};
+
+// An engine whose answers a test sets and whose calls it can read back.
+class FakeEngine : public zelchipengine
+{
+public:
+    zelchipdata* chip() override { return &device; }
+    zeltreeviewcell* tree() override { return &root; }
+    const std::map<int, std::string>& headers() override { return headerTexts; }
+    std::vector<std::vector<std::string>> getResources() override { return usageRows; }
+    std::vector<std::string> getResourceHeader() override { return usageHead; }
+    std::string getResourceSummary(const std::string* name) override
+    {
+        const auto found = summaries.find(*name);
+        return found != summaries.end() ? found->second : std::string();
+    }
+    int getResourceType(const std::string* name) override
+    {
+        const auto found = types.find(*name);
+        return found != types.end() ? found->second : ZEL_RESOURCE_UNKNOWN;
+    }
+    bool canDrop(const std::string* rsc, const std::string* site) override
+    {
+        calls.push_back("canDrop " + *rsc + " " + *site);
+        return allowedSites.count(*site) > 0;
+    }
+    bool showProbPlaceItem(const std::string* rsc, const std::string* site, std::list<std::string>& items) override
+    {
+        calls.push_back("showProbPlaceItem " + *rsc + " " + *site);
+        items = probableSites;
+        return true;
+    }
+    int config(const std::string* name) override
+    {
+        calls.push_back("config " + *name);
+        return configResult;
+    }
+    bool hasDynamicDialog(const std::string*) override { return false; }
+    const std::map<std::string, std::vector<std::string>>* getDynamicDialogValues(
+        const std::string*, unsigned int) override
+    {
+        return dialogValues ? &*dialogValues : nullptr;
+    }
+    int setDynamicDialogValue(
+        const std::string* id, unsigned int, const std::string* key, const std::string* value) override
+    {
+        calls.push_back("set " + *id + " " + *key + "=" + *value);
+        return 1;
+    }
+    void refresh(int kind) override { calls.push_back("refresh " + std::to_string(kind)); }
+
+    // A cell below `parent` (null: the root). The engine keeps it.
+    zeltreeviewcell* addCell(zeltreeviewcell* parent, const std::string& name, const std::string& type = "IP",
+        const std::string& id = std::string())
+    {
+        nodes.emplace_back();
+        Node& node = nodes.back();
+        node.name = name;
+        node.type = type;
+        node.id = id;
+        node.cell.name = &node.name;
+        node.cell.type = &node.type;
+        node.cell.columns = &node.columns;
+        node.cell.children = &node.children;
+        node.cell.draggable = true;
+        if (!id.empty()) {
+            node.ids[0] = &node.id;
+            node.cell.ids = &node.ids;
+        }
+        (parent ? nodeOf(parent)->children : rootChildren).push_back(&node.cell);
+        return &node.cell;
+    }
+
+    FakeEngine()
+    {
+        root.name = &rootName;
+        root.columns = &noColumns;
+        root.children = &rootChildren;
+    }
+
+    FakeChip device;
+    std::string rootName = "top";
+    std::map<int, std::string> headerTexts{{0, "Name"}, {1, "Site"}};
+    std::vector<std::vector<std::string>> usageRows;
+    std::vector<std::string> usageHead{"Used", "Available"};
+    std::map<std::string, std::string> summaries;
+    std::map<std::string, int> types;
+    std::set<std::string> allowedSites;
+    std::list<std::string> probableSites;
+    std::unique_ptr<std::map<std::string, std::vector<std::string>>> dialogValues;
+    int configResult = 0;
+    std::vector<std::string> calls;
+
+private:
+    struct Node
+    {
+        zeltreeviewcell cell;
+        std::string name;
+        std::string type;
+        std::string id;
+        std::map<int, const std::string*> columns;
+        std::map<int, const std::string*> ids;
+        std::vector<zeltreeviewcell*> children;
+    };
+
+    Node* nodeOf(const zeltreeviewcell* cell)
+    {
+        for (Node& node : nodes) {
+            if (&node.cell == cell)
+                return &node;
+        }
+        return nullptr;
+    }
+
+    zeltreeviewcell root;
+    std::map<int, const std::string*> noColumns;
+    std::vector<zeltreeviewcell*> rootChildren;
+    std::deque<Node> nodes;
+};
+
+} // namespace zeltest
