@@ -1,29 +1,102 @@
 // SPDX-License-Identifier: MIT
 #include "platform/contract/svgparser.h"
 
-class SVGParserPrivate
-{
-};
+#include "platform/svg/drawingfile.h"
+#include "platform/svg/drawingreader.h"
+#include "platform/svg/workingfile.h"
 
-SVGParser::SVGParser() = default;
-SVGParser::~SVGParser() = default;
+#include <new>
 
-bool SVGParser::loadSVGElements(const std::string&, const std::string&) { return false; }
-zel_Parameter SVGParser::getSVGParameter() const { return {}; }
-const std::vector<zel_SingleGraphItem*>& SVGParser::getGraphicItems() const
-{
-    static const std::vector<zel_SingleGraphItem*> none;
-    return none;
-}
-std::string SVGParser::errorString() const { return "not built yet"; }
-std::vector<std::string> SVGParser::warnings() const { return {}; }
-bool SVGParser::isLoadedFromWorkingFile() const { return false; }
-static SVGParser::Factory& parserFactory()
+namespace {
+
+SVGParser::Factory& parserFactory()
 {
     static SVGParser::Factory factory;
     return factory;
 }
-void SVGParser::setFactory(Factory factory) { parserFactory() = std::move(factory); }
+
+} // namespace
+
+class SVGParserPrivate
+{
+public:
+    bool load(const std::string& drawingFile, const std::string& workingPath);
+
+    zelsvg::Drawing drawing;
+    std::string error;
+    bool isFromWorkingFile = false;
+};
+
+bool SVGParserPrivate::load(const std::string& drawingFile, const std::string& workingPath)
+{
+    zelsvg::Diagnostics diagnostics(drawingFile);
+    zelsvg::DrawingFile file;
+    std::string reason;
+    if (file.open(drawingFile, reason)) {
+        const zelsvg::WorkingFile workingFile(workingPath);
+        isFromWorkingFile = workingFile.load(file, drawing);
+        if (isFromWorkingFile)
+            return true;
+        file.rewind();
+        zelsvg::readDrawing(file, diagnostics, zelsvg::Limits(), drawing);
+        // A file that changes while it is read is not what its time says.
+        if (!diagnostics.hasFailed() && file.isComplete())
+            workingFile.save(file.key(), drawing);
+    } else {
+        diagnostics.fail(reason);
+    }
+    error = diagnostics.error();
+    return !diagnostics.hasFailed();
+}
+
+SVGParser::SVGParser()
+    : d(std::make_unique<SVGParserPrivate>())
+{ }
+
+SVGParser::~SVGParser() = default;
+
+bool SVGParser::loadSVGElements(const std::string& drawingFile, const std::string& workingPath)
+{
+    *d = {};
+    try {
+        return d->load(drawingFile, workingPath);
+    } catch (const std::bad_alloc&) {
+        *d = {};
+        d->error = drawingFile + ": ran out of memory";
+    }
+    return false;
+}
+
+zel_Parameter SVGParser::getSVGParameter() const
+{
+    return d->drawing.parameter;
+}
+
+const std::vector<zel_SingleGraphItem*>& SVGParser::getGraphicItems() const
+{
+    return d->drawing.records.items();
+}
+
+std::string SVGParser::errorString() const
+{
+    return d->error;
+}
+
+std::vector<std::string> SVGParser::warnings() const
+{
+    return d->drawing.warnings;
+}
+
+bool SVGParser::isLoadedFromWorkingFile() const
+{
+    return d->isFromWorkingFile;
+}
+
+void SVGParser::setFactory(Factory factory)
+{
+    parserFactory() = std::move(factory);
+}
+
 std::unique_ptr<SVGParser> SVGParser::create()
 {
     return parserFactory() ? parserFactory()() : std::make_unique<SVGParser>();

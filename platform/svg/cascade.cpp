@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "platform/svg/cascade.h"
+
+#include "platform/svg/declarations.h"
+
+namespace zelsvg {
+
+void Cascade::addAttributes(const Element& element)
+{
+    for (std::uint64_t rest = element.properties(); rest; rest &= rest - 1) {
+        const auto name = static_cast<AttributeName>(__builtin_ctzll(rest));
+        set(name, element.value(name), Weight::Attribute);
+    }
+}
+
+void Cascade::addStyle(std::string_view text)
+{
+    Declaration declaration;
+    while (takeDeclaration(text, declaration)) {
+        if (declaration.property != AttributeName::Unknown)
+            set(declaration.property, declaration.value,
+                Weight::StyleAttribute | (declaration.isImportant ? Weight::Important : 0));
+    }
+}
+
+} // namespace zelsvg

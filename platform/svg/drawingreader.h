@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/diagnostics.h"
+#include "platform/svg/drawing.h"
+#include "platform/svg/limits.h"
+#include "platform/svg/xmlreader.h"
+
+namespace zelsvg {
+
+// A source that can be read again from its begin.
+class DrawingSource : public ByteSource
+{
+public:
+    virtual bool rewind() = 0;
+};
+
+// Reads a drawing into records. After an error, which the diagnostics then have, `drawing` holds what came before it.
+void readDrawing(DrawingSource& source, Diagnostics& diagnostics, const Limits& limits, Drawing& drawing);
+
+} // namespace zelsvg

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/element.h"
+#include "platform/svg/xmlreader.h"
+
+#include <string>
+#include <vector>
+
+namespace zelsvg {
+
+// Turns tags into elements: resolves namespaces and names, checks the root element and the nesting, and leaves out what
+// the receiver does not want.
+class ElementDecoder final : public XmlHandler
+{
+public:
+    ElementDecoder(ElementReceiver& receiver, Diagnostics& diagnostics, const Limits& limits);
+
+    void startTag(const char* name, const char* const* attributes) override;
+    void endTag() override;
+    void text(std::string_view text) override;
+    [[nodiscard]] bool isFinished() const override { return m_receiver.isFinished(); }
+
+private:
+    struct Binding
+    {
+        std::string prefix; // empty: of elements without one
+        Space space;
+        int depth; // of the element that declares it
+    };
+
+    void declareSpaces(const char* const* attributes);
+    [[nodiscard]] Space spaceOf(std::string_view prefix) const;
+    void checkRoot(const char* name);
+    void decode(const char* name, const char* const* attributes);
+
+    ElementReceiver& m_receiver;
+    Diagnostics& m_diagnostics;
+    const Limits& m_limits;
+    std::vector<Binding> m_bindings;
+    Element m_element;
+    int m_depth = 0;
+    int m_leftOutDepth = 0; // the depth of the element being left out, 0 for none
+};
+
+} // namespace zelsvg

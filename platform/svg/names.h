@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace zelsvg {
+
+enum class ElementName : std::uint8_t {
+    Unknown,
+    A,
+    Circle,
+    ClipPath,
+    Defs,
+    Desc,
+    Ellipse,
+    Filter,
+    ForeignObject,
+    G,
+    Image,
+    Line,
+    LinearGradient,
+    Marker,
+    Mask,
+    Metadata,
+    Path,
+    Pattern,
+    Polygon,
+    Polyline,
+    RadialGradient,
+    Rect,
+    Script,
+    Stop,
+    Style,
+    Svg,
+    Switch,
+    Symbol,
+    Text,
+    TextPath,
+    Title,
+    TSpan,
+    Use,
+    TovanelLayer,
+    CharacterData, // stands for a piece of text where elements are kept
+};
+
+// Attributes in one numbering. The first PropertyCount are style properties, which may stand in a style sheet as well,
+// in the order in which they are resolved: lengths need the font size, paints the colour.
+enum class AttributeName : std::uint8_t {
+    FontSize,
+    Font,
+    FontFamily,
+    Color,
+    Fill,
+    FillOpacity,
+    FillRule,
+    Stroke,
+    StrokeOpacity,
+    StrokeWidth,
+    StrokeDashArray,
+    Opacity,
+    Display,
+    Visibility,
+    TextAnchor,
+    DominantBaseline,
+    AlignmentBaseline,
+    VectorEffect,
+    WhiteSpace,
+    Transform,
+    StopColor,
+    StopOpacity,
+    ClipPath,
+    Mask,
+    Filter,
+    Marker,
+    MarkerStart,
+    MarkerMid,
+    MarkerEnd,
+    PropertyCount,
+    Class = PropertyCount,
+    Cx,
+    Cy,
+    D,
+    Dx,
+    Dy,
+    Height,
+    Href,
+    Id,
+    Points,
+    PreserveAspectRatio,
+    R,
+    Rx,
+    Ry,
+    Style,
+    ViewBox,
+    Width,
+    X,
+    X1,
+    X2,
+    Y,
+    Y1,
+    Y2,
+    XlinkHref,
+    XmlSpace,
+    TovanelFlag,
+    TovanelId,
+    TovanelInitialScale,
+    TovanelLayer,
+    TovanelMaximumScale,
+    TovanelMinimumScale,
+    TovanelPopup,
+    TovanelScaleStep,
+    LayerMaximum, // the attributes of <tovanel:layer> itself
+    LayerMinimum,
+    LayerNumber,
+    Count,
+    Unknown = Count,
+};
+
+constexpr std::size_t PropertyCount = static_cast<std::size_t>(AttributeName::PropertyCount);
+constexpr std::size_t AttributeCount = static_cast<std::size_t>(AttributeName::Count);
+static_assert(PropertyCount <= 64 && AttributeCount <= 128);
+
+// The namespaces that mean something here.
+enum class Space : std::uint8_t { None, Svg, Xlink, Xml, Tovanel, Other };
+
+// `local` is the name without a prefix. A name that means nothing here is Unknown.
+[[nodiscard]] ElementName elementName(Space space, std::string_view local);
+[[nodiscard]] AttributeName attributeName(Space space, std::string_view local);
+
+// A style property; Unknown for any other name.
+[[nodiscard]] AttributeName propertyName(std::string_view name);
+
+// The namespace that a name stands for (its URI).
+[[nodiscard]] Space spaceOfUri(std::string_view uri);
+
+} // namespace zelsvg

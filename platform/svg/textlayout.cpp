@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+#include "platform/svg/textlayout.h"
+
+#include "platform/svg/diagnostics.h"
+#include "platform/svg/latin1.h"
+#include "platform/svg/number.h"
+#include "platform/svg/textmetrics.h"
+
+#include <cmath>
+
+namespace zelsvg {
+
+namespace {
+
+constexpr std::size_t MostRuns = 65536; // of one text
+
+enum { ListX, ListY, ListDx, ListDy };
+
+// How far the base line lies below the place that a style gives, in font sizes.
+[[nodiscard]] double baselineShift(Baseline baseline)
+{
+    switch (baseline) {
+    case Baseline::Middle:
+        return TextXHeight / 2;
+    case Baseline::Central:
+        return (TextAscent - TextDescent) / 2;
+    case Baseline::Hanging:
+        return TextCapHeight;
+    case Baseline::Top:
+        return TextAscent;
+    case Baseline::Bottom:
+        return -TextDescent;
+    case Baseline::Alphabetic:
+        break;
+    }
+    return 0.0;
+}
+
+[[nodiscard]] bool isSamePaint(const Style& a, const Style& b)
+{
+    unsigned int colorA = 0;
+    unsigned int colorB = 0;
+    return a.fillColor(colorA) == b.fillColor(colorB) && colorA == colorB;
+}
+
+} // namespace
+
+TextLayout::TextLayout(RecordWriter& writer, Diagnostics& diagnostics)
+    : m_writer(writer)
+    , m_diagnostics(diagnostics)
+{ }
+
+void TextLayout::begin(const Matrix& matrix, ViewportSize viewport)
+{
+    m_matrix = matrix;
+    m_viewport = viewport;
+    m_positions.clear();
+    m_runs.clear();
+    m_endsWithSpace = true;
+    m_canTrim = false;
+}
+
+void TextLayout::pushElement(const Element& element, const Style& style)
+{
+    m_positions.emplace_back();
+    auto& lists = m_positions.back().lists;
+    readList(element, AttributeName::X, LengthAxis::Horizontal, style, lists[ListX]);
+    readList(element, AttributeName::Y, LengthAxis::Vertical, style, lists[ListY]);
+    readList(element, AttributeName::Dx, LengthAxis::Horizontal, style, lists[ListDx]);
+    readList(element, AttributeName::Dy, LengthAxis::Vertical, style, lists[ListDy]);
+}
+
+void TextLayout::popElement()
+{
+    m_positions.pop_back();
+}
+
+void TextLayout::readList(
+    const Element& element, AttributeName name, LengthAxis axis, const Style& style, std::vector<double>& list)
+{
+    const LengthContext lengths{style.fontSize, m_viewport};
+    std::string_view rest = trimmed(element.value(name));
+    constexpr std::string_view Separators = " ,\t\r\n\f";
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find_first_of(Separators), rest.size());
+        double value = 0.0;
+        if (!parseLength(rest.substr(0, end), lengths, axis, m_diagnostics, value))
+            return;
+        list.push_back(value);
+        rest.remove_prefix(std::min(rest.find_first_not_of(Separators, end), rest.size()));
+    }
+}
+
+// Blanks fold to one and vanish at both ends, unless they are to be kept.
+void TextLayout::add(std::string_view text, const Style& style, const Identity& identity)
+{
+    while (!text.empty()) {
+        char32_t character = takeCharacter(text);
+        const bool isBlank = character < 0x80 && isSpace(static_cast<char>(character));
+        if (isBlank)
+            character = ' ';
+        if (isBlank && !style.keepsSpaces && m_endsWithSpace)
+            continue;
+        addCharacter(character, style, identity);
+        m_endsWithSpace = isBlank && !style.keepsSpaces;
+        m_canTrim = m_endsWithSpace;
+    }
+}
+
+// The innermost element with an entry for this character says where it stands. False when none does.
+bool TextLayout::takePosition(Run& position)
+{
+    double values[4] = {};
+    bool has[4] = {};
+    for (Positions& positions : m_positions) {
+        for (int list = 0; list < 4; ++list) {
+            if (positions.next < positions.lists[list].size()) {
+                values[list] = positions.lists[list][positions.next];
+                has[list] = true;
+            }
+        }
+        ++positions.next;
+    }
+    position.hasX = has[ListX];
+    position.hasY = has[ListY];
+    position.place = {values[ListX], values[ListY]};
+    position.shift = {values[ListDx], values[ListDy]};
+    return position.hasX || position.hasY || position.shift.x != 0.0 || position.shift.y != 0.0;
+}
+
+void TextLayout::addCharacter(char32_t character, const Style& style, const Identity& identity)
+{
+    char single[2];
+    const std::string_view latin1 = latin1Of(character, single);
+    if (latin1 == "?" && character != '?')
+        m_diagnostics.warn(Unsupported::Character);
+    Run position;
+    if (takePosition(position) || m_runs.empty() || !continues(style, identity)) {
+        position.identity = identity;
+        position.style = style;
+        position.isSpan = m_positions.size() > 1;
+        if (m_runs.size() >= MostRuns) {
+            m_diagnostics.fail("found a text of more than 65536 pieces, expected fewer positions in it");
+            return;
+        }
+        m_runs.push_back(std::move(position));
+    }
+    m_runs.back().text.append(latin1);
+}
+
+bool TextLayout::continues(const Style& style, const Identity& identity) const
+{
+    const Run& last = m_runs.back();
+    return last.style.fontSize == style.fontSize && last.style.fontFamily == style.fontFamily
+        && last.style.baseline == style.baseline && isSamePaint(last.style, style) && last.identity.id == identity.id
+        && last.identity.layer == identity.layer && last.isSpan == (m_positions.size() > 1);
+}
+
+void TextLayout::trimEnd()
+{
+    if (m_canTrim && !m_runs.empty() && !m_runs.back().text.empty() && m_runs.back().text.back() == ' ')
+        m_runs.back().text.pop_back();
+}
+
+void TextLayout::end()
+{
+    trimEnd();
+    zel_Point at;
+    for (std::size_t i = 0; i < m_runs.size(); ++i) {
+        const Run& run = m_runs[i];
+        at.x = (run.hasX ? run.place.x : at.x) + run.shift.x;
+        at.y = (run.hasY ? run.place.y : at.y) + run.shift.y;
+        if (i == 0 || run.hasX || run.hasY)
+            at.x += chunkShift(i);
+        writeRun(run, at);
+        at.x += textAdvance(run.text) * run.style.fontSize;
+    }
+    m_runs.clear();
+}
+
+// A chunk, all runs up to the next absolute place, is anchored as a whole.
+double TextLayout::chunkShift(std::size_t first) const
+{
+    if (m_runs[first].style.anchor == TextAnchor::Start)
+        return 0.0;
+    double width = 0.0;
+    for (std::size_t i = first; i < m_runs.size(); ++i) {
+        const Run& run = m_runs[i];
+        if (i > first && (run.hasX || run.hasY))
+            break;
+        width += textAdvance(run.text) * run.style.fontSize + (i > first ? run.shift.x : 0.0);
+    }
+    return m_runs[first].style.anchor == TextAnchor::Middle ? -width / 2 : -width;
+}
+
+void TextLayout::writeRun(const Run& run, zel_Point at)
+{
+    unsigned int color = 0;
+    const double size = run.style.fontSize * m_matrix.meanScale();
+    const bool isBlank = run.text.find_first_not_of(' ') == std::string::npos;
+    if (isBlank || !(size > 0.0) || !run.style.fillColor(color))
+        return;
+    const zel_Point place = m_matrix.map(at.x, at.y + baselineShift(run.style.baseline) * run.style.fontSize);
+    zel_Text* text = m_writer.addText(run.identity, place);
+    if (!text)
+        return;
+    std::string buffer;
+    text->text = run.text;
+    text->fontSize = size;
+    text->fontFamily = toLatin1(run.style.fontFamily, buffer, m_diagnostics);
+    text->fillColor = color;
+    text->rotation = m_matrix.rotation();
+    if (run.isSpan)
+        text->spans.push_back({place.x, place.y, run.text});
+}
+
+void TextLayout::replaceTooltip(const char* replaced, const char* tooltip)
+{
+    for (Run& run : m_runs) {
+        if (run.identity.tooltip == replaced)
+            run.identity.tooltip = tooltip;
+    }
+}
+
+} // namespace zelsvg

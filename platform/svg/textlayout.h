@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/element.h"
+#include "platform/svg/recordwriter.h"
+#include "platform/svg/style.h"
+#include "platform/svg/transform.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zelsvg {
+
+class Diagnostics;
+
+// Lays out one text element: gathers its characters with their positions and styles and makes a record of every run
+// that is drawn in one go.
+class TextLayout
+{
+public:
+    TextLayout(RecordWriter& writer, Diagnostics& diagnostics);
+
+    // `matrix` and `viewport` are those of the text element; a text inside of a text does not happen.
+    void begin(const Matrix& matrix, ViewportSize viewport);
+
+    // Around what a text or tspan holds: takes its position lists.
+    void pushElement(const Element& element, const Style& style);
+    void popElement();
+
+    // Characters of the innermost element, in UTF-8.
+    void add(std::string_view text, const Style& style, const Identity& identity);
+
+    // Writes the records.
+    void end();
+
+    void replaceTooltip(const char* replaced, const char* tooltip);
+
+private:
+    // The lists x, y, dx, dy of an element, one entry for each of its characters until they run out.
+    struct Positions
+    {
+        std::vector<double> lists[4];
+        std::size_t next = 0;
+    };
+
+    // Characters that are drawn by one record.
+    struct Run
+    {
+        std::string text; // ISO 8859-1
+        Identity identity;
+        Style style;
+        bool hasX = false; // starts at an absolute place
+        bool hasY = false;
+        zel_Point place;
+        zel_Point shift; // relative to where the characters before it end
+        bool isSpan = false;
+    };
+
+    void readList(
+        const Element& element, AttributeName name, LengthAxis axis, const Style& style, std::vector<double>& list);
+    bool takePosition(Run& position);
+    void addCharacter(char32_t character, const Style& style, const Identity& identity);
+    [[nodiscard]] bool continues(const Style& style, const Identity& identity) const;
+    void trimEnd();
+    [[nodiscard]] double chunkShift(std::size_t first) const;
+    void writeRun(const Run& run, zel_Point at);
+
+    RecordWriter& m_writer;
+    Diagnostics& m_diagnostics;
+    Matrix m_matrix;
+    ViewportSize m_viewport;
+    std::vector<Positions> m_positions;
+    std::vector<Run> m_runs;
+    bool m_endsWithSpace = true; // where blanks fold, another one would be too much
+    bool m_canTrim = false;
+};
+
+} // namespace zelsvg

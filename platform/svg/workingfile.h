@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/drawing.h"
+#include "platform/svg/drawingfile.h"
+
+#include <string>
+
+namespace zelsvg {
+
+// The binary image of a parsed drawing. docs/formats.md has its layout.
+class WorkingFile
+{
+public:
+    explicit WorkingFile(std::string path);
+
+    // True when the file is there, whole, of this format and made from a drawing of the size, time and content of
+    // `source`; `drawing` then has what was written. Otherwise false, with `drawing` empty. `source` stands anywhere
+    // afterwards.
+    [[nodiscard]] bool load(DrawingFile& source, Drawing& drawing) const;
+
+    // Writes the file beside its place and renames it. What goes wrong leaves the old one or none, and nothing else
+    // behind; nobody needs to know.
+    void save(const DrawingKey& key, const Drawing& drawing) const;
+
+private:
+    std::string m_path;
+};
+
+} // namespace zelsvg
