@@ -81,6 +81,8 @@ std::string kindRecord(const SiteKind& kind)
     std::vector<std::string> parts{member("name", quoted(kind.name)), member("title", quoted(kind.title))};
     if (kind.accepts)
         parts.push_back(member("accepts", list({kind.accepts})));
+    if (kind.occupiedFill)
+        parts.push_back(member("occupiedFill", quoted(kind.occupiedFill)));
     return '{' + joined(parts) + '}';
 }
 

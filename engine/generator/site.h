@@ -39,6 +39,7 @@ struct SiteKind
     const char* title; // as in the filter menu
     const char* accepts; // the resource type that can be placed here; null: none
     int code; // leading digits of the ids
+    const char* occupiedFill = nullptr; // colour once something is placed here
 };
 
 } // namespace mirn::zeldevicegenerator

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include "engine/chipdata.h"
+
+#include "engine/design.h"
+#include "engine/device.h"
+#include "platform/contract/zeltext.h"
+
+#include <QFile>
+
+namespace mirn::zelengine {
+
+namespace {
+
+const std::string POPUP_KEY = "tovanel:popup";
+const std::string FILL_KEY = "fill";
+
+void describeOccupant(AttributeBag& bag, const Site& site, const SiteKind& kind, const Resource& occupant)
+{
+    bag.insert(POPUP_KEY, toEngineText(QStringLiteral("%1 %2: %3").arg(kind.title, site.name, occupant.path)));
+    if (!kind.occupiedFill.isEmpty())
+        bag.insert(FILL_KEY, toEngineText(kind.occupiedFill));
+}
+
+} // namespace
+
+const std::string* AttributeBag::getAttributeValue(const std::string* key) const
+{
+    const auto it = m_values.find(*key);
+    return it == m_values.end() ? nullptr : &it->second;
+}
+
+ChipData::ChipData(const Device& device)
+    : m_drawingFile(QFile::encodeName(device.drawingFile()).toStdString())
+    , m_filterFile(QFile::encodeName(device.filterFile()).toStdString())
+{ }
+
+void ChipData::update(const Device& device, const Design& design)
+{
+    const std::vector<Site>& sites = device.sites();
+    m_bags.assign(sites.size(), {});
+    m_records.assign(sites.size(), {});
+    m_recordPointers.clear();
+    for (std::size_t i = 0; i < sites.size(); ++i) {
+        const Site& site = sites[i];
+        for (auto it = site.attributes.begin(); it != site.attributes.end(); ++it)
+            m_bags[i].insert(toEngineText(it.key()), toEngineText(it.value()));
+        const int occupant = design.occupant(site.id);
+        if (occupant >= 0)
+            describeOccupant(m_bags[i], site, device.kindOf(site), design.resource(occupant));
+        m_records[i].id = static_cast<unsigned int>(site.id);
+        m_records[i].attributes = &m_bags[i];
+        m_recordPointers.push_back(&m_records[i]);
+    }
+}
+
+} // namespace mirn::zelengine

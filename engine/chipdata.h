@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/contract/zelattributes.h"
+#include "platform/contract/zelchipdata.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace mirn::zelengine {
+
+class Design;
+class Device;
+
+class AttributeBag final : public zelattributes
+{
+public:
+    void insert(const std::string& key, const std::string& value) { m_values[key] = value; }
+
+    [[nodiscard]] const std::string* getAttributeValue(const std::string* key) const override;
+
+private:
+    std::map<std::string, std::string> m_values;
+};
+
+// The device as the chip view sees it: the file names, and a record per site. An occupied site has the colour of its
+// kind and names the resource in its tooltip; the others carry neither, so that they look as they are drawn.
+class ChipData final : public zelchipdata
+{
+public:
+    explicit ChipData(const Device& device);
+
+    // Invalidates the records that were handed out.
+    void update(const Device& device, const Design& design);
+
+    [[nodiscard]] const std::string& drawingFile() const override { return m_drawingFile; }
+    [[nodiscard]] const std::string& filterFile() const override { return m_filterFile; }
+    [[nodiscard]] const std::vector<const zelchiprecord*>& records() const override { return m_recordPointers; }
+
+private:
+    std::string m_drawingFile;
+    std::string m_filterFile;
+    std::vector<AttributeBag> m_bags;
+    std::vector<zelchiprecord> m_records;
+    std::vector<const zelchiprecord*> m_recordPointers;
+};
+
+} // namespace mirn::zelengine

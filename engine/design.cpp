@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "engine/design.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace mirn::zelengine {
+
+namespace {
+
+void erase(std::vector<int>& list, int value)
+{
+    list.erase(std::remove(list.begin(), list.end(), value), list.end());
+}
+
+} // namespace
+
+Design::Design(QString rootName)
+    : m_name(std::move(rootName))
+{ }
+
+int Design::add(int parent, Resource resource)
+{
+    resource.parent = parent;
+    resource.path = (parent < 0 ? m_name : at(parent).path) + QLatin1Char('/') + resource.name;
+    if (m_byPath.contains(resource.path))
+        return -1;
+    const int index = static_cast<int>(m_resources.size());
+    m_byPath.insert(resource.path, index);
+    (parent < 0 ? m_topLevel : at(parent).children).push_back(index);
+    const int site = std::exchange(resource.site, -1);
+    m_resources.push_back(std::move(resource));
+    if (site >= 0)
+        setSite(index, site);
+    return index;
+}
+
+void Design::remove(int resource)
+{
+    erase(resource < 0 || at(resource).parent < 0 ? m_topLevel : at(at(resource).parent).children, resource);
+    const std::vector<int> gone = subtree(resource);
+    for (int index : gone) {
+        setSite(index, -1);
+        m_byPath.remove(at(index).path);
+        if (at(index).type == ResourceType::Ip) {
+            for (Resource& other : m_resources)
+                erase(other.feeds, index);
+        }
+    }
+    for (int index : gone)
+        at(index) = Resource();
+}
+
+std::vector<int> Design::all() const
+{
+    std::vector<int> result;
+    result.reserve(static_cast<std::size_t>(m_byPath.size()));
+    std::vector<int> pending(m_topLevel.rbegin(), m_topLevel.rend());
+    while (!pending.empty()) {
+        const int index = pending.back();
+        pending.pop_back();
+        result.push_back(index);
+        pending.insert(pending.end(), resource(index).children.rbegin(), resource(index).children.rend());
+    }
+    return result;
+}
+
+std::vector<int> Design::subtree(int top) const
+{
+    std::vector<int> result;
+    std::vector<int> pending{top};
+    while (!pending.empty()) {
+        const int index = pending.back();
+        pending.pop_back();
+        result.push_back(index);
+        pending.insert(pending.end(), resource(index).children.rbegin(), resource(index).children.rend());
+    }
+    return result;
+}
+
+void Design::setSite(int index, int site)
+{
+    Resource& changed = at(index);
+    if (changed.site >= 0)
+        m_occupants.remove(changed.site);
+    changed.site = site;
+    if (site >= 0)
+        m_occupants.insert(site, index);
+}
+
+int Design::ipOf(int index) const
+{
+    int above = resource(index).parent;
+    while (above >= 0 && resource(above).type != ResourceType::Ip)
+        above = resource(above).parent;
+    return above;
+}
+
+std::vector<int> Design::partsOf(int ip, ResourceType type) const
+{
+    std::vector<int> result;
+    for (int index : subtree(ip)) {
+        if (resource(index).type == type && ipOf(index) == ip)
+            result.push_back(index);
+    }
+    return result;
+}
+
+std::vector<int> Design::fedBy(int clock) const
+{
+    std::vector<int> result = resource(clock).feeds;
+    const int ip = ipOf(clock);
+    if (ip >= 0 && std::find(result.begin(), result.end(), ip) == result.end())
+        result.push_back(ip);
+    return result;
+}
+
+std::vector<int> Design::clocksOf(int ip) const
+{
+    std::vector<int> result = partsOf(ip, ResourceType::Pll);
+    const std::vector<int> references = partsOf(ip, ResourceType::ExtRef);
+    result.insert(result.end(), references.begin(), references.end());
+    for (std::size_t index = 0; index < m_resources.size(); ++index) {
+        const std::vector<int>& feeds = m_resources[index].feeds;
+        if (std::find(feeds.begin(), feeds.end(), ip) != feeds.end())
+            result.push_back(static_cast<int>(index));
+    }
+    return result;
+}
+
+} // namespace mirn::zelengine

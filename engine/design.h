@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "engine/resourcetype.h"
+
+#include <QHash>
+#include <QString>
+
+#include <vector>
+
+namespace mirn::zelengine {
+
+struct Resource
+{
+    QString name;
+    QString path; // slash-separated from the root's name on: the name by which everyone else knows it
+    ResourceType type = ResourceType::Folder;
+    int parent = -1; // index of a resource, -1: top level
+    std::vector<int> children;
+    int site = -1; // id of the site it is placed on, -1: none
+    bool fixed = false; // its placement cannot be changed
+    QString voltage; // supplies only; empty: any
+    std::vector<int> feeds; // the IPs that a clock source serves besides the one it is part of
+};
+
+// The design: a tree of resources and where they are placed. A value: copy it to remember a state. Keeps the tree and
+// the placements consistent, but knows no rules; indices of resources stay valid until the resource is removed.
+class Design
+{
+public:
+    explicit Design(QString rootName = {});
+
+    [[nodiscard]] const QString& name() const { return m_name; }
+
+    // Adds under `parent` (-1: at the top level) and sets parent and path. -1 when a sibling has this name.
+    int add(int parent, Resource resource);
+    void addFeed(int clock, int ip) { at(clock).feeds.push_back(ip); }
+    void remove(int resource); // with everything below
+
+    [[nodiscard]] const Resource& resource(int index) const { return m_resources[static_cast<std::size_t>(index)]; }
+    [[nodiscard]] const std::vector<int>& topLevel() const { return m_topLevel; }
+    // -1 when there is none.
+    [[nodiscard]] int find(const QString& path) const { return m_byPath.value(path, -1); }
+    // All resources, each before its children, siblings in order.
+    [[nodiscard]] std::vector<int> all() const;
+    // The resource and everything below it, in the same order.
+    [[nodiscard]] std::vector<int> subtree(int resource) const;
+
+    // The index of what is placed on a site, -1 when it is free.
+    [[nodiscard]] int occupant(int site) const { return m_occupants.value(site, -1); }
+    [[nodiscard]] const QHash<int, int>& occupants() const { return m_occupants; } // by site id
+    // Puts the resource on a site that is free; -1 takes it off.
+    void setSite(int resource, int site);
+    void setFixed(int resource, bool fixed) { at(resource).fixed = fixed; }
+
+    // The nearest IP above a resource, or -1.
+    [[nodiscard]] int ipOf(int resource) const;
+    // What of one type belongs to an IP, without what belongs to an IP inside it.
+    [[nodiscard]] std::vector<int> partsOf(int ip, ResourceType type) const;
+    // The IPs that a clock source serves.
+    [[nodiscard]] std::vector<int> fedBy(int clock) const;
+    // The clock sources that serve an IP.
+    [[nodiscard]] std::vector<int> clocksOf(int ip) const;
+
+private:
+    [[nodiscard]] Resource& at(int index) { return m_resources[static_cast<std::size_t>(index)]; }
+
+    QString m_name;
+    std::vector<Resource> m_resources; // a removed one keeps its place, unreachable
+    std::vector<int> m_topLevel;
+    QHash<QString, int> m_byPath;
+    QHash<int, int> m_occupants; // by site id
+};
+
+} // namespace mirn::zelengine

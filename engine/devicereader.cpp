@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+#include "engine/devicereader.h"
+
+#include "engine/device.h"
+#include "engine/jsonnode.h"
+#include "engine/resourcename.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <limits>
+
+namespace mirn::zelengine {
+
+namespace {
+
+class DeviceReader
+{
+public:
+    explicit DeviceReader(JsonReport& report)
+        : m_report(report)
+    { }
+
+    Device read(const JsonNode& root);
+
+private:
+    void readFileNames(const JsonNode& root);
+    void readKind(const JsonNode& node);
+    void readSite(const JsonNode& node);
+    [[nodiscard]] std::vector<SiteSetting> readSettings(const JsonNode& node) const;
+    void checkGroups(const JsonNode& sites) const;
+    void checkGroupList(const JsonNode& names) const;
+
+    JsonReport& m_report;
+    Device m_device;
+};
+
+Device DeviceReader::read(const JsonNode& root)
+{
+    root.expectObject({QStringLiteral("$schema"), QStringLiteral("name"), QStringLiteral("drawing"),
+        QStringLiteral("filter"), QStringLiteral("kinds"), QStringLiteral("sites")});
+    m_device.setName(root.requiredText(QStringLiteral("name")));
+    readFileNames(root);
+
+    const JsonNode kinds = root.member(QStringLiteral("kinds"));
+    kinds.expectArray();
+    for (int i = 0; i < kinds.size() && !m_report.isFailed(); ++i)
+        readKind(kinds.item(i));
+
+    const JsonNode sites = root.member(QStringLiteral("sites"));
+    sites.expectArray();
+    for (int i = 0; i < sites.size() && !m_report.isFailed(); ++i)
+        readSite(sites.item(i));
+    if (!m_report.isFailed())
+        checkGroups(sites);
+    return std::move(m_device);
+}
+
+void DeviceReader::readFileNames(const JsonNode& root)
+{
+    const QDir folder = QFileInfo(m_report.fileName()).absoluteDir();
+    m_device.setDrawingFile(folder.absoluteFilePath(root.requiredText(QStringLiteral("drawing"))));
+    const QString filter = root.optionalText(QStringLiteral("filter"));
+    if (!filter.isEmpty())
+        m_device.setFilterFile(folder.absoluteFilePath(filter));
+}
+
+void DeviceReader::readKind(const JsonNode& node)
+{
+    static const QRegularExpression colour(QStringLiteral("^#[0-9A-Fa-f]{6}$"));
+    node.expectObject(
+        {QStringLiteral("name"), QStringLiteral("title"), QStringLiteral("accepts"), QStringLiteral("occupiedFill")});
+    SiteKind kind;
+    kind.name = node.requiredText(QStringLiteral("name"));
+    kind.title = node.optionalText(QStringLiteral("title"), kind.name);
+    if (m_device.kindIndex(kind.name) >= 0)
+        node.member(QStringLiteral("name")).fail(QStringLiteral("the kind \"%1\" is there twice").arg(kind.name));
+
+    const JsonNode accepts = node.member(QStringLiteral("accepts"));
+    const QStringList names = accepts.texts();
+    for (int i = 0; i < names.size(); ++i) {
+        if (const auto type = resourceTypeFromName(names.at(i)))
+            kind.accepts.push_back(*type);
+        else
+            accepts.item(i).fail(QStringLiteral("unknown resource type \"%1\", expected %2")
+                                     .arg(names.at(i), quotedAlternatives(resourceTypeNames())));
+    }
+    kind.occupiedFill = node.optionalText(QStringLiteral("occupiedFill"));
+    if (!kind.occupiedFill.isEmpty() && !colour.match(kind.occupiedFill).hasMatch())
+        node.member(QStringLiteral("occupiedFill")).fail(QStringLiteral("expected a colour as \"#rrggbb\""));
+    m_device.addKind(std::move(kind));
+}
+
+void DeviceReader::readSite(const JsonNode& node)
+{
+    node.expectObject({QStringLiteral("id"), QStringLiteral("name"), QStringLiteral("kind"), QStringLiteral("group"),
+        QStringLiteral("neighbours"), QStringLiteral("reaches"), QStringLiteral("attributes"),
+        QStringLiteral("settings")});
+    Site site;
+    site.id = node.member(QStringLiteral("id")).number(0, std::numeric_limits<int>::max());
+    site.name = node.requiredText(QStringLiteral("name"));
+    site.group = node.optionalText(QStringLiteral("group"));
+    site.neighbours = node.member(QStringLiteral("neighbours")).texts();
+    site.reaches = node.member(QStringLiteral("reaches")).texts();
+    site.settings = readSettings(node.member(QStringLiteral("settings")));
+    const JsonNode attributes = node.member(QStringLiteral("attributes"));
+    attributes.expectMap();
+    const QStringList keys = attributes.keys();
+    for (const QString& key : keys)
+        site.attributes.insert(key, attributes.member(key).text());
+
+    const QString kind = node.requiredText(QStringLiteral("kind"));
+    site.kind = m_device.kindIndex(kind);
+    if (site.kind < 0) {
+        QStringList known;
+        for (const SiteKind& other : m_device.kinds())
+            known.append(other.name);
+        node.member(QStringLiteral("kind"))
+            .fail(QStringLiteral("unknown kind \"%1\", expected one of %2").arg(kind, quotedAlternatives(known)));
+    }
+    const QString complaint = complaintAboutText(site.name);
+    if (!complaint.isEmpty())
+        node.member(QStringLiteral("name")).fail(complaint);
+    if (m_report.isFailed())
+        return;
+    const QString key = m_device.site(site.id) ? QStringLiteral("id") : QStringLiteral("name");
+    if (!m_device.addSite(std::move(site)))
+        node.member(key).fail(QStringLiteral("another site has this %1").arg(key));
+}
+
+std::vector<SiteSetting> DeviceReader::readSettings(const JsonNode& node) const
+{
+    std::vector<SiteSetting> result;
+    node.expectMap();
+    const QStringList keys = node.keys();
+    for (const QString& key : keys) {
+        const JsonNode setting = node.member(key);
+        setting.expectObject({QStringLiteral("value"), QStringLiteral("choices")});
+        const QStringList choices = setting.member(QStringLiteral("choices")).texts();
+        const QString value = setting.optionalText(QStringLiteral("value"));
+        if (choices.isEmpty())
+            setting.fail(QStringLiteral("the setting \"%1\" offers no choices").arg(key));
+        if (!value.isEmpty() && !choices.contains(value))
+            setting.member(QStringLiteral("value"))
+                .fail(QStringLiteral("\"%1\" is not among the choices %2").arg(value, quotedAlternatives(choices)));
+        result.push_back({key, value, choices});
+    }
+    return result;
+}
+
+// After all sites are known: what a site reaches and neighbours must exist.
+void DeviceReader::checkGroups(const JsonNode& sites) const
+{
+    const std::vector<Site>& known = m_device.sites();
+    for (std::size_t i = 0; i < known.size(); ++i) {
+        if (known[i].neighbours.isEmpty() && known[i].reaches.isEmpty())
+            continue;
+        const JsonNode node = sites.item(static_cast<int>(i));
+        checkGroupList(node.member(QStringLiteral("neighbours")));
+        checkGroupList(node.member(QStringLiteral("reaches")));
+    }
+}
+
+void DeviceReader::checkGroupList(const JsonNode& names) const
+{
+    for (int i = 0; i < names.size(); ++i) {
+        const QString name = names.item(i).text();
+        if (!m_device.hasGroup(name))
+            names.item(i).fail(QStringLiteral("no site belongs to a group \"%1\"").arg(name));
+    }
+}
+
+} // namespace
+
+std::optional<Device> readDevice(const QString& fileName, QString* error, QStringList* warnings)
+{
+    JsonReport report;
+    const QJsonValue root = report.load(fileName);
+    std::optional<Device> device;
+    if (!report.isFailed())
+        device = DeviceReader(report).read(JsonNode(root, report));
+    warnings->append(report.warnings());
+    if (!report.isFailed())
+        return device;
+    *error = report.error();
+    return std::nullopt;
+}
+
+} // namespace mirn::zelengine

@@ -1,0 +1,251 @@
+// SPDX-License-Identifier: MIT
+#include "engine/placementrules.h"
+
+#include "engine/design.h"
+#include "engine/device.h"
+
+#include <algorithm>
+
+namespace mirn::zelengine {
+
+namespace {
+
+bool contains(const std::vector<int>& list, int value)
+{
+    return std::find(list.begin(), list.end(), value) != list.end();
+}
+
+Proposal refused(const QString& sentence)
+{
+    return {{}, sentence};
+}
+
+} // namespace
+
+PlacementRules::PlacementRules(const Device& device, const Design& design)
+    : m_device(device)
+    , m_design(design)
+{ }
+
+Proposal PlacementRules::propose(int index, int siteId) const
+{
+    const Site* site = m_device.site(siteId);
+    if (!site)
+        return refused(QStringLiteral("there is no site %1").arg(siteId));
+    const Resource& resource = m_design.resource(index);
+    const QString objection = objectionToSite(resource, *site);
+    if (!objection.isEmpty())
+        return refused(objection);
+    switch (resource.type) {
+    case ResourceType::Ip:
+        return proposeIp(index, *site);
+    case ResourceType::DcuChannel:
+        return single(index, *site, objectionToChannel(index, *site));
+    case ResourceType::ExtRef:
+    case ResourceType::Pll:
+        return single(index, *site, objectionToClock(index, *site));
+    case ResourceType::Uvccio:
+        return single(index, *site, objectionToSupply(resource, *site));
+    case ResourceType::Folder:
+        break;
+    }
+    return refused(QStringLiteral("%1 cannot be placed").arg(resource.path));
+}
+
+std::vector<int> PlacementRules::sitesFor(int resource) const
+{
+    std::vector<int> result;
+    const ResourceType type = m_design.resource(resource).type;
+    if (type == ResourceType::Folder)
+        return result;
+    for (const Site* site : m_device.sitesAccepting(type)) {
+        if (propose(resource, site->id).isAllowed())
+            result.push_back(site->id);
+    }
+    return result;
+}
+
+Proposal PlacementRules::proposeReset(int resource) const
+{
+    Proposal proposal;
+    int fixed = -1;
+    for (int index : m_design.subtree(resource)) {
+        const Resource& part = m_design.resource(index);
+        if (part.fixed)
+            fixed = index;
+        else if (part.site >= 0)
+            proposal.placements.push_back({index, -1});
+    }
+    if (!proposal.placements.empty())
+        return proposal;
+    if (fixed < 0)
+        return refused(QStringLiteral("%1 is not placed").arg(m_design.resource(resource).path));
+    return refused(QStringLiteral("%1 is fixed on %2")
+                       .arg(m_design.resource(fixed).path, m_device.site(m_design.resource(fixed).site)->name));
+}
+
+Proposal PlacementRules::single(int resource, const Site& site, const QString& refusal) const
+{
+    return refusal.isEmpty() ? Proposal{{{resource, site.id}}, {}} : refused(refusal);
+}
+
+// What holds for every kind of resource.
+QString PlacementRules::objectionToSite(const Resource& resource, const Site& site) const
+{
+    if (resource.fixed)
+        return QStringLiteral("%1 is fixed on %2").arg(resource.path, m_device.site(resource.site)->name);
+    if (resource.type == ResourceType::Folder)
+        return QStringLiteral("%1 only groups others and cannot be placed itself").arg(resource.path);
+    if (!m_device.accepts(site, resource.type))
+        return QStringLiteral("%1 (%2) does not take resources of type %3")
+            .arg(site.name, m_device.kindOf(site).title, resourceTypeName(resource.type));
+    const int occupant = m_design.occupant(site.id);
+    if (occupant >= 0)
+        return QStringLiteral("%1 is occupied by %2").arg(site.name, m_design.resource(occupant).path);
+    return {};
+}
+
+QString PlacementRules::objectionToChannel(int channel, const Site& site) const
+{
+    const int ip = m_design.ipOf(channel);
+    if (ip < 0)
+        return {};
+    for (int other : m_design.partsOf(ip, ResourceType::DcuChannel)) {
+        const Site* otherSite = m_device.site(m_design.resource(other).site);
+        if (other == channel || !otherSite || areNeighbours(otherSite->group, site.group))
+            continue;
+        return QStringLiteral("%1 is in %2, which is not next to %3")
+            .arg(m_design.resource(other).path, otherSite->group, site.group);
+    }
+    return objectionOfClocks(ip, site.group);
+}
+
+QString PlacementRules::objectionToClock(int clock, const Site& site) const
+{
+    const std::vector<int> ips = m_design.fedBy(clock);
+    if (ips.empty()) {
+        if (site.group.isEmpty() || site.reaches.isEmpty())
+            return {};
+        return QStringLiteral("%1 serves only %2, where %3 feeds nothing")
+            .arg(site.name, site.group, m_design.resource(clock).path);
+    }
+    if (site.reaches.isEmpty())
+        return QStringLiteral("%1 reaches no SerDes unit, but %2 feeds %3")
+            .arg(site.name, m_design.resource(clock).path, m_design.resource(ips.front()).path);
+    for (int ip : ips) {
+        for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
+            const Site* channelSite = m_device.site(m_design.resource(channel).site);
+            if (channelSite && !site.reaches.contains(channelSite->group))
+                return QStringLiteral("%1 does not reach %2, where %3 is")
+                    .arg(site.name, channelSite->group, m_design.resource(channel).path);
+        }
+    }
+    return {};
+}
+
+QString PlacementRules::objectionToSupply(const Resource& supply, const Site& site) const
+{
+    if (supply.voltage.isEmpty() || site.group.isEmpty())
+        return {};
+    for (const Site* other : m_device.sitesOfGroup(site.group)) {
+        const int occupant = m_design.occupant(other->id);
+        if (occupant < 0 || m_design.resource(occupant).path == supply.path)
+            continue;
+        const Resource& present = m_design.resource(occupant);
+        if (!present.voltage.isEmpty() && present.voltage != supply.voltage)
+            return QStringLiteral("%1 needs %2, but %3 gives %4 to %5")
+                .arg(supply.path, supply.voltage, present.path, present.voltage, site.group);
+    }
+    return {};
+}
+
+// Whether the clock sources that are placed reach a unit in which a channel of the IP would be.
+QString PlacementRules::objectionOfClocks(int ip, const QString& unit) const
+{
+    for (int clock : m_design.clocksOf(ip)) {
+        const Site* site = m_device.site(m_design.resource(clock).site);
+        if (site && !site->reaches.contains(unit))
+            return QStringLiteral("%1 on %2 does not reach %3").arg(m_design.resource(clock).path, site->name, unit);
+    }
+    return {};
+}
+
+bool PlacementRules::areNeighbours(const QString& unit, const QString& other) const
+{
+    const std::vector<QString> neighbours = neighboursOf(unit);
+    return unit == other || std::find(neighbours.begin(), neighbours.end(), other) != neighbours.end();
+}
+
+std::vector<QString> PlacementRules::neighboursOf(const QString& unit) const
+{
+    std::vector<QString> result;
+    for (const Site* site : m_device.sitesOfGroup(unit))
+        result.insert(result.end(), site->neighbours.begin(), site->neighbours.end());
+    return result;
+}
+
+// The unit alone if all channels fit into it, else with its first neighbour that does.
+Proposal PlacementRules::proposeIp(int ip, const Site& site) const
+{
+    std::vector<int> channels;
+    for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
+        if (!m_design.resource(channel).fixed)
+            channels.push_back(channel);
+    }
+    const QString& path = m_design.resource(ip).path;
+    if (channels.empty())
+        return refused(QStringLiteral("%1 has no channel that could be moved").arg(path));
+
+    Proposal proposal = fillUnits(ip, channels, {site.group});
+    if (proposal.isAllowed())
+        return proposal;
+    for (const QString& neighbour : neighboursOf(site.group)) {
+        Proposal wider = fillUnits(ip, channels, {site.group, neighbour});
+        if (wider.isAllowed())
+            return wider;
+        proposal.refusal = wider.refusal;
+    }
+    return proposal;
+}
+
+// Deals the channels out to the free channel sites of the units, in order; sites that the channels themselves are on
+// count as free. At least one goes into the first unit.
+Proposal PlacementRules::fillUnits(int ip, const std::vector<int>& channels, const std::vector<QString>& units) const
+{
+    const QString& path = m_design.resource(ip).path;
+    Proposal proposal;
+    for (const QString& unit : units) {
+        for (const Site* site : m_device.sitesOfGroup(unit)) {
+            const int occupant = m_design.occupant(site->id);
+            const bool free = occupant < 0 || contains(channels, occupant);
+            const std::size_t next = proposal.placements.size();
+            if (free && next < channels.size() && m_device.accepts(*site, ResourceType::DcuChannel))
+                proposal.placements.push_back({channels[next], site->id});
+        }
+        if (proposal.placements.empty())
+            return refused(QStringLiteral("%1 has no free channel").arg(unit));
+        const QString objection = objectionOfClocks(ip, unit);
+        if (!objection.isEmpty())
+            return refused(objection);
+    }
+    if (proposal.placements.size() < channels.size())
+        return refused(
+            QStringLiteral("%1 has %2 channels to place, but %3 free in %4")
+                .arg(path, QString::number(channels.size()),
+                    proposal.placements.size() == 1 ? QStringLiteral("1 is")
+                                                    : QStringLiteral("%1 are").arg(proposal.placements.size()),
+                    units.size() == 1 ? units.front() : units.front() + QStringLiteral(" and ") + units.back()));
+    for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
+        const Site* fixed = m_device.site(m_design.resource(channel).site);
+        if (!m_design.resource(channel).fixed || !fixed)
+            continue;
+        for (const QString& unit : units) {
+            if (!areNeighbours(fixed->group, unit))
+                return refused(QStringLiteral("%1 is fixed in %2, which is not next to %3")
+                                   .arg(m_design.resource(channel).path, fixed->group, unit));
+        }
+    }
+    return proposal;
+}
+
+} // namespace mirn::zelengine

@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: MIT
+#include "engine/referenceengine.h"
+
+#include "engine/designreader.h"
+#include "engine/devicereader.h"
+#include "engine/usagetable.h"
+#include "platform/contract/zeltext.h"
+
+#include <QFileInfo>
+
+#include <utility>
+
+namespace mirn::zelengine {
+
+namespace {
+
+constexpr unsigned int DCU_SETTINGS = 1; // the only kind of settings dialog
+
+QString noSuchResource(const QString& name)
+{
+    return QStringLiteral("there is no resource \"%1\"").arg(name);
+}
+
+// -1 for what is no element id.
+int elementId(const std::string& text)
+{
+    bool ok = false;
+    const int id = fromEngineText(text).toInt(&ok);
+    return ok ? id : -1;
+}
+
+} // namespace
+
+std::unique_ptr<ReferenceEngine> ReferenceEngine::open(
+    const QString& projectDirectory, QString* error, QStringList* warnings)
+{
+    std::optional<Project> project = readProject(projectDirectory, error, warnings);
+    if (!project)
+        return nullptr;
+    std::optional<Device> device = readDevice(project->deviceFile, error, warnings);
+    if (!device)
+        return nullptr;
+    std::optional<Design> design
+        = project->designFile.isEmpty() ? Design() : readDesign(project->designFile, *device, error, warnings);
+    if (!design)
+        return nullptr;
+    return std::unique_ptr<ReferenceEngine>(
+        new ReferenceEngine(std::move(*project), std::move(*device), std::move(*design))); // private constructor
+}
+
+std::unique_ptr<ReferenceEngine> ReferenceEngine::forDrawing(const QString& drawingFile)
+{
+    const QFileInfo file(drawingFile);
+    Project project;
+    project.name = file.completeBaseName();
+    project.directory = file.absolutePath();
+    Device device;
+    device.setName(project.name);
+    device.setDrawingFile(file.absoluteFilePath());
+    return std::unique_ptr<ReferenceEngine>(
+        new ReferenceEngine(std::move(project), std::move(device), Design())); // private constructor
+}
+
+ReferenceEngine::ReferenceEngine(Project project, Device device, Design design)
+    : m_project(std::move(project))
+    , m_device(std::move(device))
+    , m_design(std::move(design))
+    , m_settings(m_device)
+    , m_chip(m_device)
+{ }
+
+ReferenceEngine::~ReferenceEngine() = default;
+
+void ReferenceEngine::setDesign(Design design)
+{
+    m_design = std::move(design);
+    m_isChanged = true;
+}
+
+QString ReferenceEngine::place(const QString& resource, int site)
+{
+    const int index = m_design.find(resource);
+    return index < 0 ? noSuchResource(resource) : apply(rules().propose(index, site));
+}
+
+QString ReferenceEngine::reset(const QString& resource)
+{
+    const int index = m_design.find(resource);
+    return index < 0 ? noSuchResource(resource) : apply(rules().proposeReset(index));
+}
+
+QString ReferenceEngine::remove(const QString& resource)
+{
+    const int index = m_design.find(resource);
+    if (index < 0)
+        return noSuchResource(resource);
+    m_design.remove(index);
+    m_isChanged = true;
+    return {};
+}
+
+// Takes everything off first: the parts of an IP may change places among themselves.
+QString ReferenceEngine::apply(const Proposal& proposal)
+{
+    if (!proposal.isAllowed())
+        return proposal.refusal;
+    for (const Placement& placement : proposal.placements)
+        m_design.setSite(placement.resource, -1);
+    for (const Placement& placement : proposal.placements)
+        m_design.setSite(placement.resource, placement.site);
+    m_isChanged = true;
+    return {};
+}
+
+QString ReferenceEngine::setSetting(int site, const QString& key, const QString& value)
+{
+    return m_settings.setValue(site, key, value);
+}
+
+void ReferenceEngine::update()
+{
+    if (!m_isChanged)
+        return;
+    m_isChanged = false;
+    m_chip.update(m_device, m_design);
+    m_tree.rebuild(m_device, m_design);
+}
+
+zelchipdata* ReferenceEngine::chip()
+{
+    update();
+    return &m_chip;
+}
+
+zeltreeviewcell* ReferenceEngine::tree()
+{
+    update();
+    return m_tree.root();
+}
+
+const std::map<int, std::string>& ReferenceEngine::headers()
+{
+    return ResourceTree::headers();
+}
+
+std::vector<std::vector<std::string>> ReferenceEngine::getResources()
+{
+    return usageRows(m_device, m_design);
+}
+
+std::vector<std::string> ReferenceEngine::getResourceHeader()
+{
+    return usageHeader();
+}
+
+std::string ReferenceEngine::getResourceSummary(const std::string* name)
+{
+    update();
+    const int index = m_design.find(fromEngineText(*name));
+    return index < 0 ? std::string() : m_tree.summary(m_design, m_device, index);
+}
+
+int ReferenceEngine::getResourceType(const std::string* name)
+{
+    const QString text = fromEngineText(*name);
+    const int index = m_design.find(text);
+    if (index >= 0)
+        return static_cast<int>(m_design.resource(index).type);
+    const Site* site = m_device.site(elementId(*name));
+    if (site) {
+        const std::vector<ResourceType>& accepted = m_device.kindOf(*site).accepts;
+        return accepted.empty() ? ZEL_RESOURCE_UNKNOWN : static_cast<int>(accepted.front());
+    }
+    return !text.isEmpty() && text == m_design.name() ? ZEL_RESOURCE_ZEL : ZEL_RESOURCE_UNKNOWN;
+}
+
+bool ReferenceEngine::canDrop(const std::string* rsc, const std::string* site)
+{
+    const int index = m_design.find(fromEngineText(*rsc));
+    return index >= 0 && rules().propose(index, elementId(*site)).isAllowed();
+}
+
+bool ReferenceEngine::showProbPlaceItem(
+    const std::string* rsc, const std::string* /*site*/, std::list<std::string>& items)
+{
+    const int index = m_design.find(fromEngineText(*rsc));
+    if (index < 0)
+        return false;
+    for (int id : rules().sitesFor(index))
+        items.push_back(std::to_string(id));
+    return true;
+}
+
+// There is nothing about a resource that could be configured here; a product's engine would show its own dialog.
+int ReferenceEngine::config(const std::string* /*name*/)
+{
+    return 0;
+}
+
+bool ReferenceEngine::hasDynamicDialog(const std::string* id)
+{
+    return m_settings.carrier(elementId(*id)) != nullptr;
+}
+
+const std::map<std::string, std::vector<std::string>>* ReferenceEngine::getDynamicDialogValues(
+    const std::string* id, unsigned int type)
+{
+    if (type != DCU_SETTINGS)
+        return nullptr;
+    m_offers = m_settings.offers(elementId(*id));
+    return m_offers.empty() ? nullptr : &m_offers;
+}
+
+int ReferenceEngine::setDynamicDialogValue(
+    const std::string* id, unsigned int type, const std::string* key, const std::string* value)
+{
+    if (type != DCU_SETTINGS)
+        return 0;
+    return setSetting(elementId(*id), fromEngineText(*key), fromEngineText(*value)).isEmpty() ? 1 : 0;
+}
+
+// Placements change only through commands, and whoever asks next gets them.
+void ReferenceEngine::refresh(int /*kind*/)
+{
+    update();
+}
+
+} // namespace mirn::zelengine

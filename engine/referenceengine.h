@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "engine/chipdata.h"
+#include "engine/design.h"
+#include "engine/device.h"
+#include "engine/placementrules.h"
+#include "engine/project.h"
+#include "engine/resourcetree.h"
+#include "engine/settingstore.h"
+#include "platform/contract/zelchipengine.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace mirn::zelengine {
+
+// The engine that makes the chip view work out of the box: device and design come from files, placements from commands.
+// A facade; what it answers stands in the classes whose objects it holds. The host owns it.
+class ReferenceEngine final : public zelchipengine
+{
+public:
+    // Opens a project folder. Null, with a message in *error, when that cannot be done; *warnings gets what was
+    // ignored. Neither pointer may be null.
+    [[nodiscard]] static std::unique_ptr<ReferenceEngine> open(
+        const QString& projectDirectory, QString* error, QStringList* warnings);
+
+    // An engine for a drawing without device and design: nothing can be placed.
+    [[nodiscard]] static std::unique_ptr<ReferenceEngine> forDrawing(const QString& drawingFile);
+
+    ~ReferenceEngine() override;
+
+    [[nodiscard]] const Project& project() const { return m_project; }
+    [[nodiscard]] const Device& device() const { return m_device; }
+    [[nodiscard]] const Design& design() const { return m_design; }
+    [[nodiscard]] PlacementRules rules() const { return {m_device, m_design}; }
+
+    // Goes back to a state that design() gave earlier.
+    void setDesign(Design design);
+
+    // Changes to the design, by resource name. Empty on success, else a sentence that says why nothing was changed.
+    [[nodiscard]] QString place(const QString& resource, int site);
+    [[nodiscard]] QString reset(const QString& resource);
+    [[nodiscard]] QString remove(const QString& resource);
+
+    [[nodiscard]] const SettingStore& settings() const { return m_settings; }
+    [[nodiscard]] QString setSetting(int site, const QString& key, const QString& value);
+    // Goes back to settings that settings().changes() gave earlier.
+    void setSettingChanges(const SettingChanges& changes) { m_settings.setChanges(changes); }
+
+    [[nodiscard]] zelchipdata* chip() override;
+    [[nodiscard]] zeltreeviewcell* tree() override;
+    [[nodiscard]] const std::map<int, std::string>& headers() override;
+    [[nodiscard]] std::vector<std::vector<std::string>> getResources() override;
+    [[nodiscard]] std::vector<std::string> getResourceHeader() override;
+    [[nodiscard]] std::string getResourceSummary(const std::string* name) override;
+    [[nodiscard]] int getResourceType(const std::string* name) override;
+    [[nodiscard]] bool canDrop(const std::string* rsc, const std::string* site) override;
+    bool showProbPlaceItem(const std::string* rsc, const std::string* site, std::list<std::string>& items) override;
+    int config(const std::string* name) override;
+    [[nodiscard]] bool hasDynamicDialog(const std::string* id) override;
+    [[nodiscard]] const std::map<std::string, std::vector<std::string>>* getDynamicDialogValues(
+        const std::string* id, unsigned int type) override;
+    int setDynamicDialogValue(
+        const std::string* id, unsigned int type, const std::string* key, const std::string* value) override;
+    void refresh(int kind) override;
+
+private:
+    ReferenceEngine(Project project, Device device, Design design);
+    [[nodiscard]] QString apply(const Proposal& proposal);
+    void update();
+
+    Project m_project;
+    Device m_device;
+    Design m_design;
+    SettingStore m_settings;
+    ChipData m_chip;
+    ResourceTree m_tree;
+    bool m_isChanged = true; // since the last update()
+    std::map<std::string, std::vector<std::string>> m_offers;
+};
+
+} // namespace mirn::zelengine

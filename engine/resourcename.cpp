@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "engine/resourcename.h"
+
+namespace mirn::zelengine {
+
+namespace {
+
+bool isControl(ushort c)
+{
+    return c < 0x20 || (c >= 0x7F && c < 0xA0);
+}
+
+} // namespace
+
+QString complaintAboutText(const QString& text)
+{
+    for (const QChar c : text) {
+        if (isControl(c.unicode()))
+            return QStringLiteral("the name holds a control character");
+        if (c.unicode() > 0xFF)
+            return QStringLiteral("the name holds \"%1\", which is not in ISO 8859-1").arg(c);
+    }
+    return {};
+}
+
+// Between braces Tcl replaces nothing but a backslash at the end of a line, and does not count a brace behind a
+// backslash. So the other braces must pair up, and a name must not end in a backslash that would take the closing brace
+// (or the slash of the path) with it.
+QString complaintAboutResourceName(const QString& name)
+{
+    if (name.isEmpty())
+        return QStringLiteral("the name is empty");
+    if (name.contains(QLatin1Char('/')))
+        return QStringLiteral("the name holds \"/\", which separates names");
+    int depth = 0;
+    bool escaped = false;
+    for (const QChar c : name) {
+        if (!escaped && c == QLatin1Char('{'))
+            ++depth;
+        else if (!escaped && c == QLatin1Char('}') && --depth < 0)
+            break;
+        escaped = !escaped && c == QLatin1Char('\\');
+    }
+    if (depth != 0)
+        return QStringLiteral("the braces in the name do not pair up");
+    if (escaped)
+        return QStringLiteral("the name ends in a backslash");
+    return complaintAboutText(name);
+}
+
+} // namespace mirn::zelengine

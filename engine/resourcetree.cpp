@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include "engine/resourcetree.h"
+
+#include "engine/design.h"
+#include "engine/device.h"
+#include "platform/contract/zeltext.h"
+
+namespace mirn::zelengine {
+
+namespace {
+
+constexpr int SITE_COLUMN = 1;
+
+const std::string& typeText(ResourceType type)
+{
+    static const std::string texts[] = {"IP", "DCUCHANNEL", "EXTREF", "PLL", "UVCCIO"};
+    return texts[static_cast<int>(type)];
+}
+
+bool isPlaceable(const Resource& resource)
+{
+    return resource.type != ResourceType::Folder && resource.type != ResourceType::Ip;
+}
+
+} // namespace
+
+// A cell with all that it points at. Nodes do not move once they are made.
+struct ResourceTree::Node
+{
+    std::string name;
+    std::string site;
+    std::string id;
+    std::map<int, const std::string*> columns;
+    std::map<int, const std::string*> ids;
+    std::vector<zeltreeviewcell*> children;
+    zeltreeviewcell cell;
+};
+
+ResourceTree::ResourceTree() = default;
+ResourceTree::~ResourceTree() = default;
+
+zeltreeviewcell* ResourceTree::root()
+{
+    return m_nodes.empty() ? nullptr : &m_nodes.front()->cell;
+}
+
+const std::map<int, std::string>& ResourceTree::headers()
+{
+    static const std::map<int, std::string> headers{{0, "Resource"}, {SITE_COLUMN, "Site"}};
+    return headers;
+}
+
+void ResourceTree::rebuild(const Device& device, const Design& design)
+{
+    m_nodes.clear();
+    m_nodes.push_back(std::make_unique<Node>());
+    Node& rootNode = *m_nodes.front();
+    rootNode.name = toEngineText(design.name());
+    rootNode.cell.name = &rootNode.name;
+    rootNode.cell.columns = &rootNode.columns;
+    rootNode.cell.children = &rootNode.children;
+
+    std::map<int, Node*> nodes;
+    const std::vector<int> order = design.all();
+    for (int index : order) {
+        const int parent = design.resource(index).parent;
+        Node& node = makeNode(design, device, index);
+        (parent < 0 ? rootNode : *nodes.at(parent)).children.push_back(&node.cell);
+        nodes[index] = &node;
+    }
+    count(design, order);
+    for (int index : order) {
+        const Resource& resource = design.resource(index);
+        const Count& parts = m_counts.at(index);
+        zeltreeviewcell& cell = nodes.at(index)->cell;
+        cell.draggable = resource.type != ResourceType::Folder && !resource.fixed;
+        cell.resettable = parts.placed > parts.fixed;
+    }
+}
+
+// Children come after their parents, so that counting backwards finds every subtree complete.
+void ResourceTree::count(const Design& design, const std::vector<int>& order)
+{
+    m_counts.clear();
+    for (auto it = order.rbegin(); it != order.rend(); ++it) {
+        const Resource& resource = design.resource(*it);
+        Count& own = m_counts[*it];
+        if (isPlaceable(resource)) {
+            ++own.all;
+            own.placed += resource.site >= 0 ? 1 : 0;
+            own.fixed += resource.fixed ? 1 : 0;
+        }
+        if (resource.parent >= 0) {
+            Count& above = m_counts[resource.parent];
+            above.all += own.all;
+            above.placed += own.placed;
+            above.fixed += own.fixed;
+        }
+    }
+}
+
+ResourceTree::Node& ResourceTree::makeNode(const Design& design, const Device& device, int index)
+{
+    m_nodes.push_back(std::make_unique<Node>());
+    Node& node = *m_nodes.back();
+    const Resource& resource = design.resource(index);
+    node.name = toEngineText(resource.name);
+    node.cell.name = &node.name;
+    if (resource.type != ResourceType::Folder)
+        node.cell.type = &typeText(resource.type);
+    node.cell.uvccio = resource.type == ResourceType::Uvccio;
+    if (const Site* site = device.site(resource.site)) {
+        node.site = toEngineText(site->name);
+        node.id = std::to_string(site->id);
+        node.columns[SITE_COLUMN] = &node.site;
+        node.ids[0] = &node.id;
+        node.cell.ids = &node.ids;
+    }
+    node.cell.columns = &node.columns;
+    node.cell.children = &node.children;
+    return node;
+}
+
+std::string ResourceTree::summary(const Design& design, const Device& device, int index) const
+{
+    const Resource& resource = design.resource(index);
+    if (isPlaceable(resource)) {
+        const Site* site = device.site(resource.site);
+        if (!site)
+            return "not placed";
+        return (resource.fixed ? "fixed on " : "on ") + toEngineText(site->name);
+    }
+    const auto it = m_counts.find(index);
+    if (it == m_counts.end() || it->second.all == 0)
+        return {};
+    return std::to_string(it->second.placed) + " of " + std::to_string(it->second.all) + " placed";
+}
+
+} // namespace mirn::zelengine

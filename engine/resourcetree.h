@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/contract/zeltreeviewcell.h"
+
+#include <QString>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace mirn::zelengine {
+
+class Design;
+class Device;
+
+// The design as the contract's cells, and the one-line summaries. A rebuild invalidates all cells handed out before.
+class ResourceTree
+{
+public:
+    ResourceTree();
+    ~ResourceTree();
+
+    void rebuild(const Device& device, const Design& design);
+
+    // Null before the first rebuild.
+    [[nodiscard]] zeltreeviewcell* root();
+
+    [[nodiscard]] static const std::map<int, std::string>& headers();
+
+    // "2 of 3 placed" for what holds others, "on SITE" or "not placed" for what can itself be placed.
+    [[nodiscard]] std::string summary(const Design& design, const Device& device, int resource) const;
+
+private:
+    struct Node;
+    struct Count
+    {
+        int all = 0;
+        int placed = 0;
+        int fixed = 0;
+    };
+
+    void count(const Design& design, const std::vector<int>& order);
+    Node& makeNode(const Design& design, const Device& device, int resource);
+
+    std::vector<std::unique_ptr<Node>> m_nodes; // the root, then by preorder of the design
+    std::map<int, Count> m_counts; // by resource: what is placed of it and below it
+};
+
+} // namespace mirn::zelengine

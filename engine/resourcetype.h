@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace mirn::zelengine {
+
+// What a resource of the design can be. The numbers are the contract's kind codes.
+enum class ResourceType {
+    Folder = -1, // holds others, cannot be placed
+    Ip = 0,
+    DcuChannel = 1,
+    ExtRef = 2,
+    Pll = 3,
+    Uvccio = 4,
+};
+
+// The names that may stand in files, in the order of the codes.
+[[nodiscard]] const QStringList& resourceTypeNames();
+
+// Null for a folder.
+[[nodiscard]] QString resourceTypeName(ResourceType type);
+
+[[nodiscard]] std::optional<ResourceType> resourceTypeFromName(const QString& name);
+
+} // namespace mirn::zelengine

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+#include "engine/settingstore.h"
+
+#include "engine/device.h"
+#include "engine/jsonnode.h"
+#include "platform/contract/zeltext.h"
+
+#include <algorithm>
+
+namespace mirn::zelengine {
+
+namespace {
+
+const SiteSetting* settingOf(const Site& site, const QString& key)
+{
+    const auto it = std::find_if(
+        site.settings.begin(), site.settings.end(), [&key](const SiteSetting& setting) { return setting.key == key; });
+    return it == site.settings.end() ? nullptr : &*it;
+}
+
+bool isCoupled(const SiteSetting& setting)
+{
+    return setting.key.contains(QLatin1Char(':'));
+}
+
+// The setting that offers a value for `key` together with other keys.
+const SiteSetting* coupledSettingOf(const Site& site, const QString& key, const QString& value)
+{
+    for (const SiteSetting& setting : site.settings) {
+        if (isCoupled(setting) && setting.key.split(QLatin1Char(':')).contains(key) && setting.choices.contains(value))
+            return &setting;
+    }
+    return nullptr;
+}
+
+std::vector<std::string> engineTexts(const QStringList& texts)
+{
+    std::vector<std::string> result;
+    for (const QString& text : texts)
+        result.push_back(toEngineText(text));
+    return result;
+}
+
+} // namespace
+
+SettingStore::SettingStore(const Device& device)
+    : m_device(device)
+{ }
+
+const Site* SettingStore::carrier(int siteId) const
+{
+    const Site* site = m_device.site(siteId);
+    if (!site || !site->settings.empty())
+        return site;
+    for (const Site* candidate : m_device.sitesOfGroup(site->group)) {
+        if (!candidate->settings.empty())
+            return candidate;
+    }
+    return nullptr;
+}
+
+QString SettingStore::value(int siteId, const QString& key) const
+{
+    const Site* site = carrier(siteId);
+    const SiteSetting* setting = site ? settingOf(*site, key) : nullptr;
+    return setting ? valueOf(*site, *setting) : QString();
+}
+
+QString SettingStore::setValue(int siteId, const QString& key, const QString& value)
+{
+    const Site* site = carrier(siteId);
+    if (!site)
+        return QStringLiteral("element %1 has no settings").arg(siteId);
+    const SiteSetting* setting = settingOf(*site, key);
+    if (!setting || isCoupled(*setting)) {
+        QStringList keys;
+        for (const SiteSetting& known : site->settings) {
+            if (!isCoupled(known))
+                keys.append(known.key);
+        }
+        return QStringLiteral("%1 has no setting \"%2\", expected %3").arg(site->name, key, quotedAlternatives(keys));
+    }
+    const SiteSetting* coupled = coupledSettingOf(*site, key, value);
+    if (!coupled && !setting->choices.contains(value))
+        return QStringLiteral("%1 cannot be \"%2\", expected %3").arg(key, value, quotedAlternatives(setting->choices));
+
+    // Leaving a coupled value leaves it for all its keys; the others go back to what a fresh device has.
+    if (const SiteSetting* left = coupledSettingOf(*site, key, valueOf(*site, *setting))) {
+        const QStringList keys = left->key.split(QLatin1Char(':'));
+        for (const QString& other : keys) {
+            if (const SiteSetting* target = settingOf(*site, other))
+                store(*site, *target, target->value);
+        }
+    }
+    const QStringList keys = coupled ? coupled->key.split(QLatin1Char(':')) : QStringList(key);
+    for (const QString& changed : keys) {
+        if (const SiteSetting* target = settingOf(*site, changed))
+            store(*site, *target, value);
+    }
+    return {};
+}
+
+std::map<std::string, std::vector<std::string>> SettingStore::offers(int siteId) const
+{
+    std::map<std::string, std::vector<std::string>> result;
+    const Site* site = carrier(siteId);
+    if (!site)
+        return result;
+    for (const SiteSetting& setting : site->settings) {
+        QStringList texts = setting.choices;
+        texts.prepend(isCoupled(setting) ? setting.choices.first() : valueOf(*site, setting));
+        result[toEngineText(setting.key)] = engineTexts(texts);
+    }
+    return result;
+}
+
+QString SettingStore::valueOf(const Site& site, const SiteSetting& setting) const
+{
+    return m_changes.value(site.id).value(setting.key, setting.value);
+}
+
+void SettingStore::store(const Site& site, const SiteSetting& setting, const QString& value)
+{
+    if (value != setting.value) {
+        m_changes[site.id].insert(setting.key, value);
+        return;
+    }
+    const auto it = m_changes.find(site.id);
+    if (it == m_changes.end())
+        return;
+    it->remove(setting.key);
+    if (it->isEmpty())
+        m_changes.erase(it);
+}
+
+} // namespace mirn::zelengine

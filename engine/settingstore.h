@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace mirn::zelengine {
+
+class Device;
+struct Site;
+struct SiteSetting;
+
+// What differs from a fresh device: by site id, then by key.
+using SettingChanges = QHash<int, QHash<QString, QString>>;
+
+// The settings of the device's sites: what can be chosen, what is in force. A key of the form "A:B" offers choices that
+// hold for A and B together: they are set through A or B and then are in force for both.
+class SettingStore
+{
+public:
+    explicit SettingStore(const Device& device);
+
+    // The site that carries the settings for a site: itself, or the one of its group that has some. Null: none.
+    [[nodiscard]] const Site* carrier(int site) const;
+
+    // What is in force; empty when nothing is or there is no such setting.
+    [[nodiscard]] QString value(int site, const QString& key) const;
+    // Empty on success, else why not.
+    [[nodiscard]] QString setValue(int site, const QString& key, const QString& value);
+
+    // Per key the value in force, then all choices, as 8-bit text; empty when the site has no settings.
+    [[nodiscard]] std::map<std::string, std::vector<std::string>> offers(int site) const;
+
+    [[nodiscard]] const SettingChanges& changes() const { return m_changes; }
+    void setChanges(const SettingChanges& changes) { m_changes = changes; }
+
+private:
+    [[nodiscard]] QString valueOf(const Site& site, const SiteSetting& setting) const;
+    void store(const Site& site, const SiteSetting& setting, const QString& value);
+
+    const Device& m_device;
+    SettingChanges m_changes;
+};
+
+} // namespace mirn::zelengine
