@@ -372,20 +372,11 @@ void ZELChipViewDatabase::addSelctedItem(int id, bool selectInTree)
     const auto name = m_treeModel->namesById().constFind(id);
     if (name != m_treeModel->namesById().constEnd()) {
         disconnect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
-        makeCurrentInTree(name.value());
+        if (QTreeWidgetItem* item = m_treeModel->itemNamed(name.value()))
+            m_tree->setCurrentItem(item);
     }
     // Also for an id that no row has, where nothing was disconnected: the connection then counts one more.
     connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
-}
-
-void ZELChipViewDatabase::makeCurrentInTree(const QString& resourceName)
-{
-    for (QTreeWidgetItem* item : m_treeModel->items()) {
-        if (item && m_tree->getResourceName(item) == resourceName) {
-            m_tree->setCurrentItem(item);
-            return;
-        }
-    }
 }
 
 void ZELChipViewDatabase::removeSelectedItem(int id)

@@ -164,7 +164,6 @@ private:
     [[nodiscard]] QTreeWidgetItem* selectedTreeItem() const;
     [[nodiscard]] QString selectedResource() const;
     void runOnSelected(int (ZELChipViewDatabase::*command)(const QString&));
-    void makeCurrentInTree(const QString& resourceName);
 
     static ZELChipViewDatabase* m_object;
 

@@ -48,6 +48,7 @@ void ResourceTreeModel::clear()
     // Children stand before their parents, so no item is deleted by its parent first.
     qDeleteAll(m_items);
     m_items.clear();
+    m_itemByName.clear();
     m_idByName.clear();
     m_nameById.clear();
 }
@@ -63,10 +64,23 @@ QList<QTreeWidgetItem*>& ResourceTreeModel::rebuild()
     if (root && root->children) {
         for (zeltreeviewcell* child : *root->children) {
             if (QTreeWidgetItem* item = parse(child, nullptr))
-                m_items.append(item);
+                append(item);
         }
     }
     return m_items;
+}
+
+void ResourceTreeModel::append(QTreeWidgetItem* item)
+{
+    m_items.append(item);
+    const QString name = item->data(0, RESOURCENAME).toString();
+    if (!m_itemByName.contains(name))
+        m_itemByName.insert(name, item);
+}
+
+QTreeWidgetItem* ResourceTreeModel::itemNamed(const QString& resourceName) const
+{
+    return m_itemByName.value(resourceName, nullptr);
 }
 
 QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem* parent)
@@ -94,7 +108,7 @@ QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem
     if (cell->children) {
         for (zeltreeviewcell* child : *cell->children) {
             if (QTreeWidgetItem* childItem = parse(child, item))
-                m_items.append(childItem);
+                append(childItem);
         }
     }
     return item;

@@ -3,6 +3,7 @@
 
 #include "resources/resourceicons.h"
 
+#include <QHash>
 #include <QList>
 #include <QMap>
 #include <QString>
@@ -39,6 +40,9 @@ public:
     // As rebuild() left them.
     [[nodiscard]] const QList<QTreeWidgetItem*>& items() const { return m_items; }
 
+    // The first of items() with this resource name; null when there is none.
+    [[nodiscard]] QTreeWidgetItem* itemNamed(const QString& resourceName) const;
+
     [[nodiscard]] const QMap<QString, int>& idsByName() const { return m_idByName; }
     [[nodiscard]] const QMap<int, QString>& namesById() const { return m_nameById; }
     [[nodiscard]] QIcon& icon(const QString& type) { return m_icons.icon(type); }
@@ -47,6 +51,7 @@ public:
     void clear();
 
 private:
+    void append(QTreeWidgetItem* item);
     void fillColumns(QTreeWidgetItem* item, const zeltreeviewcell& cell);
     void setIcon(QTreeWidgetItem* item, const zeltreeviewcell& cell);
     void keepId(const QString& resourceName, const zeltreeviewcell& cell);
@@ -57,6 +62,7 @@ private:
     QStringList m_head;
     QString m_rootName; // the first component of every resource name
     QList<QTreeWidgetItem*> m_items;
+    QHash<QString, QTreeWidgetItem*> m_itemByName;
     QMap<QString, int> m_idByName;
     QMap<int, QString> m_nameById;
 };
