@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include "host/chipstatusbar.h"
+
+#include <QLabel>
+#include <QMessageBox>
+#include <QToolButton>
+
+namespace mirn::zelchip {
+
+namespace {
+
+const char StyleSheet[] = R"(
+QStatusBar { border-top: 1px solid palette(mid); }
+QStatusBar::item { border: none; }
+QLabel { padding: 2px 8px; }
+QLabel#position, QLabel#scale { border-left: 1px solid palette(mid); }
+QToolButton { border: none; padding: 2px 8px; color: #9a5b00; }
+)";
+
+constexpr int SignificantDigits = 3;
+constexpr int ListedWarnings = 20; // more of them would make a message box taller than a screen
+
+// Three significant digits, no exponent, no zeros at the end.
+QString plainNumber(double value)
+{
+    const int integerDigits = static_cast<int>(QString::number(qAbs(value), 'f', 0).size());
+    QString text = QString::number(value, 'f', qMax(0, SignificantDigits - integerDigits));
+    if (text.contains(QLatin1Char('.'))) {
+        while (text.endsWith(QLatin1Char('0')))
+            text.chop(1);
+        if (text.endsWith(QLatin1Char('.')))
+            text.chop(1);
+    }
+    return text == QLatin1String("-0") ? QStringLiteral("0") : text;
+}
+
+QString coordinateText(double value)
+{
+    const QString text = QString::number(value, 'f', 1);
+    return text == QLatin1String("-0.0") ? QStringLiteral("0.0") : text;
+}
+
+} // namespace
+
+QString positionText(const QPointF& position)
+{
+    return QStringLiteral("%1, %2").arg(coordinateText(position.x()), coordinateText(position.y()));
+}
+
+QString scaleText(double factor, double scale)
+{
+    return ChipStatusBar::tr("%1x  scale %2").arg(plainNumber(factor), plainNumber(scale));
+}
+
+ChipStatusBar::ChipStatusBar(QWidget* parent)
+    : QStatusBar(parent)
+    , m_element(new QLabel(this))
+    , m_warningButton(new QToolButton(this))
+{
+    setStyleSheet(QString::fromLatin1(StyleSheet));
+    setSizeGripEnabled(false);
+    m_element->setObjectName(QStringLiteral("element"));
+    m_element->setTextFormat(Qt::PlainText);
+    m_element->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long tooltip must not widen the window
+    addWidget(m_element, 1);
+    m_warningButton->setObjectName(QStringLiteral("warnings"));
+    m_warningButton->setToolTip(tr("What is drawn differently or not at all"));
+    m_warningButton->hide();
+    connect(m_warningButton, &QToolButton::clicked, this, &ChipStatusBar::showWarnings);
+    addPermanentWidget(m_warningButton);
+    m_position = addSegment(QStringLiteral("position"), positionText(QPointF(-88888.8, -88888.8)));
+    m_scale = addSegment(QStringLiteral("scale"), scaleText(-0.888, -88.88));
+}
+
+// A permanent part that keeps its width, so that nothing beside it moves while its text changes.
+QLabel* ChipStatusBar::addSegment(const QString& name, const QString& widestText)
+{
+    auto* label = new QLabel(this);
+    label->setObjectName(name);
+    label->setAlignment(Qt::AlignCenter);
+    label->setText(widestText);
+    label->ensurePolished();
+    label->setMinimumWidth(label->sizeHint().width());
+    label->clear();
+    addPermanentWidget(label);
+    return label;
+}
+
+void ChipStatusBar::setSummary(const QString& summary)
+{
+    m_summary = summary;
+    clearPointer();
+}
+
+void ChipStatusBar::setWarnings(const QStringList& warnings)
+{
+    m_warnings = warnings;
+    m_warningButton->setText(tr("%n warning(s)", nullptr, static_cast<int>(warnings.size())));
+    m_warningButton->setVisible(!warnings.isEmpty());
+}
+
+void ChipStatusBar::showWarnings()
+{
+    auto* box = new QMessageBox(QMessageBox::Warning, tr("Warnings"),
+        m_warnings.mid(0, ListedWarnings).join(QLatin1Char('\n')), QMessageBox::Close, window());
+    if (m_warnings.size() > ListedWarnings)
+        box->setInformativeText(tr("and %1 more").arg(m_warnings.size() - ListedWarnings));
+    box->setTextFormat(Qt::PlainText);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void ChipStatusBar::showPointer(const QPointF& position, const QString& element)
+{
+    m_position->setText(positionText(position));
+    m_element->setText(element.isEmpty() ? m_summary : element);
+}
+
+void ChipStatusBar::clearPointer()
+{
+    m_position->clear();
+    m_element->setText(m_summary);
+}
+
+void ChipStatusBar::showScale(double factor, double scale)
+{
+    m_scale->setText(scaleText(factor, scale));
+}
+
+} // namespace mirn::zelchip

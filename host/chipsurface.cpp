@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "host/chipsurface.h"
+
+#include "chipview/zelchipgui.h"
+#include "chipview/zelchipviewdatabase.h"
+#include "graphics/zelgraphicitemattribute.h"
+#include "graphics/zelgraphicsscene.h"
+#include "graphics/zelgraphicsview.h"
+#include "host/drawingfit.h"
+#include "host/elementprobe.h"
+#include "host/projectsession.h"
+
+#include <QDockWidget>
+#include <QGraphicsItem>
+
+namespace mirn::zelchip {
+
+using zelchipview::ZelChipGUI;
+using zelchipview::ZELChipViewDatabase;
+using zelchipview::ZelGraphicsView;
+
+namespace {
+
+const QString PlacementDock = QStringLiteral("Placement");
+const QString UsageDock = QStringLiteral("Usage");
+
+constexpr int DockWidth = 330;
+constexpr double UsageShare = 0.3; // of the docks' height
+const QColor Surroundings(0xfb, 0xfb, 0xfc); // around the drawing
+
+} // namespace
+
+ChipSurface::ChipSurface(std::unique_ptr<ProjectSession> session, QWidget* parent)
+    : m_session(std::move(session))
+{
+    m_session->activate();
+    m_chipView = std::make_unique<ZelChipGUI>(m_session->engine(), parent);
+    m_chipView->setWindowFlags(Qt::Widget);
+    m_graphicsView = qobject_cast<ZelGraphicsView*>(m_chipView->centralWidget());
+    m_graphicsView->setFrameShape(QFrame::NoFrame);
+    m_graphicsView->setBackgroundBrush(Surroundings);
+    m_graphicsView->setTransformationAnchor(QGraphicsView::AnchorUnderMouse);
+    m_chipView->initGrahpicView();
+    m_chipView->refresh(zelchipview::REFRESH_ALL);
+    m_fit = new DrawingFit(m_graphicsView); // child of the view
+    m_fit->fit();
+}
+
+ChipSurface::~ChipSurface()
+{
+    m_chipView.reset();
+    ZELChipViewDatabase::destoryInstance();
+}
+
+void ChipSurface::fit()
+{
+    m_fit->fit();
+}
+
+bool ChipSurface::zoomToSelection()
+{
+    const auto* scene = qobject_cast<zelchipview::ZelGraphicsScene*>(m_graphicsView->scene());
+    QList<QGraphicsItem*> selected;
+    const QList<QGraphicsItem*> items = scene->items();
+    for (QGraphicsItem* item : items) {
+        const auto* attribute = attributeOf(item);
+        if (attribute && scene->selectedItemContains(attribute->itemId))
+            selected.append(item);
+    }
+    m_graphicsView->zoomTo(&selected);
+    return !selected.isEmpty();
+}
+
+void ChipSurface::arrangeDocks()
+{
+    auto* placement = m_chipView->findChild<QDockWidget*>(PlacementDock);
+    auto* usage = m_chipView->findChild<QDockWidget*>(UsageDock);
+    const int usageHeight = static_cast<int>(m_chipView->height() * UsageShare);
+    m_chipView->resizeDocks({placement, usage}, {DockWidth, DockWidth}, Qt::Horizontal);
+    m_chipView->resizeDocks({placement, usage}, {m_chipView->height() - usageHeight, usageHeight}, Qt::Vertical);
+}
+
+} // namespace mirn::zelchip

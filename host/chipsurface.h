@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+class QWidget;
+
+namespace mirn::zelchipview {
+class ZelChipGUI;
+class ZelGraphicsView;
+} // namespace mirn::zelchipview
+
+namespace mirn::zelchip {
+
+class DrawingFit;
+class ProjectSession;
+
+// An open project on the screen: the session, the chip view that shows it, and the order in which they come and go.
+// There is one at a time, because the chip view has one controller in a process.
+class ChipSurface final
+{
+public:
+    // `parent` becomes the parent of the chip view, which takes part in its layout as any widget.
+    ChipSurface(std::unique_ptr<ProjectSession> session, QWidget* parent);
+
+    // Deletes the chip view, then its controller, then closes the session.
+    ~ChipSurface();
+
+    ChipSurface(const ChipSurface&) = delete;
+    ChipSurface& operator=(const ChipSurface&) = delete;
+
+    [[nodiscard]] const ProjectSession& session() const { return *m_session; }
+    [[nodiscard]] zelchipview::ZelChipGUI* chipView() const { return m_chipView.get(); }
+    [[nodiscard]] zelchipview::ZelGraphicsView* graphicsView() const { return m_graphicsView; }
+
+    // Shows the whole drawing.
+    void fit();
+
+    // Shows the selected elements; false when none is selected.
+    bool zoomToSelection();
+
+    // Gives the docks their first sizes. To be called when the chip view is shown.
+    void arrangeDocks();
+
+private:
+    std::unique_ptr<ProjectSession> m_session;
+    std::unique_ptr<zelchipview::ZelChipGUI> m_chipView;
+    zelchipview::ZelGraphicsView* m_graphicsView; // the chip view's
+    DrawingFit* m_fit; // child of the graphics view
+};
+
+} // namespace mirn::zelchip

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+namespace mirn::zelchip {
+
+// What the user asked for on the command line.
+struct CommandLine
+{
+    enum class Task { ShowWindow, SaveSnapshot, PrintHelp, PrintVersion, ReportError };
+
+    Task task = Task::ShowWindow;
+    QString path; // a project folder or a drawing; empty for the sample project
+    QString snapshotFile;
+    QSize windowSize = QSize(1600, 1000); // device-independent pixels
+    QString error; // one sentence, for ReportError
+};
+
+// `arguments` begins with the program's name. Needs no application object.
+[[nodiscard]] CommandLine parseCommandLine(const QStringList& arguments);
+
+// Ends with a line break.
+[[nodiscard]] QString helpText();
+
+} // namespace mirn::zelchip

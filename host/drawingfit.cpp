@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "host/drawingfit.h"
+
+#include "graphics/zelgraphicsview.h"
+
+#include <QEvent>
+#include <QGraphicsRectItem>
+#include <QGraphicsScene>
+#include <QPen>
+
+namespace mirn::zelchip {
+
+namespace {
+
+constexpr double MarginShare = 0.01; // of the drawing's larger side, on each side
+
+} // namespace
+
+DrawingFit::DrawingFit(zelchipview::ZelGraphicsView* view)
+    : QObject(view)
+    , m_view(view)
+{
+    m_refit.setSingleShot(true);
+    m_refit.setInterval(0);
+    connect(&m_refit, &QTimer::timeout, this, &DrawingFit::fit);
+    m_view->viewport()->installEventFilter(this);
+}
+
+void DrawingFit::fit()
+{
+    m_refit.stop();
+    const QRectF drawing = m_view->sceneRect();
+    const double margin = MarginShare * qMax(drawing.width(), drawing.height());
+    QGraphicsRectItem frame(drawing.adjusted(-margin, -margin, margin, margin));
+    frame.setPen(Qt::NoPen);
+    QList<QGraphicsItem*> items{&frame};
+    // Scroll bars of the previous scale still take room from the first one; they are gone at the second.
+    m_view->zoomTo(&items);
+    m_view->zoomTo(&items);
+    m_fittedTransform = m_view->transform();
+}
+
+bool DrawingFit::eventFilter(QObject* watched, QEvent* event)
+{
+    // Afterwards, when the view itself has answered the event.
+    if (event->type() == QEvent::Resize && m_view->transform() == m_fittedTransform)
+        m_refit.start();
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace mirn::zelchip

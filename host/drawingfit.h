@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <QTransform>
+
+namespace mirn::zelchipview {
+class ZelGraphicsView;
+}
+
+namespace mirn::zelchip {
+
+// Shows the whole drawing in a view, whatever the view's size, and goes on doing so while the view is resized, until
+// the user zooms. Child of the view.
+class DrawingFit final : public QObject
+{
+    Q_OBJECT
+public:
+    explicit DrawingFit(zelchipview::ZelGraphicsView* view);
+
+    void fit();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    zelchipview::ZelGraphicsView* const m_view;
+    QTransform m_fittedTransform; // what fit() left; another one means that the user zoomed
+    QTimer m_refit; // fits once after a series of resizes
+};
+
+} // namespace mirn::zelchip

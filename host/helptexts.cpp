@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "host/helptexts.h"
+
+#include <QCoreApplication>
+#include <QList>
+
+#include <utility>
+
+namespace mirn::zelchip {
+
+namespace {
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("HelpTexts", text);
+}
+
+QList<std::pair<QString, QString>> gestures()
+{
+    return {
+        {tr("Ctrl + wheel, + and -"), tr("zoom at the pointer")},
+        {tr("F, Ctrl + 0"), tr("show the whole drawing")},
+        {tr("Shift + F"), tr("zoom to the selected elements")},
+        {tr("wheel, arrow keys"), tr("scroll; with Alt the wheel scrolls sideways")},
+        {tr("S"), tr("select: click an element, or drag a rectangle")},
+        {tr("H"), tr("pan: drag the drawing")},
+        {tr("Z"), tr("zoom area: drag a rectangle, or click an element")},
+        {tr("right button"), tr("mark kinds of elements")},
+    };
+}
+
+} // namespace
+
+QString keysAndGestures()
+{
+    QString rows;
+    for (const auto& gesture : gestures())
+        rows += QStringLiteral("<tr><td><b>%1</b></td><td style='padding-left: 18px'>%2</td></tr>")
+                    .arg(gesture.first, gesture.second);
+    return QStringLiteral("<table cellpadding='3'>%1</table>").arg(rows);
+}
+
+QString aboutText()
+{
+    return tr("<h3>zelchip %1</h3><p>The chip-planning view for programmable logic devices.</p>"
+              "<p>MIT licence. Uses Qt %2 and expat.</p>")
+        .arg(QCoreApplication::applicationVersion(), QString::fromLatin1(qVersion()));
+}
+
+} // namespace mirn::zelchip

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMap>
+
+class QAction;
+class QMainWindow;
+class QMenu;
+class QToolBar;
+
+namespace mirn::zelchip {
+
+// The main window's own actions, its menus and its tool bar, and the places in them for the chip view's actions, which
+// come and go with each project. All are children of the window; this connects nothing.
+class HostActions final
+{
+public:
+    // Fills the window's menu bar and adds the tool bar.
+    explicit HostActions(QMainWindow* window);
+
+    // Puts the chip view's actions, by ZelChipViewActionId, into tool bar and menu, with icons, tips and shortcuts.
+    // When their controller goes, they disappear by themselves.
+    void addChipActions(const QMap<int, QAction*>& actions);
+
+    QAction* openProject;
+    QAction* openDrawing;
+    QAction* saveSnapshot;
+    QAction* quit;
+    QAction* zoomIn;
+    QAction* zoomOut;
+    QAction* fit;
+    QAction* zoomToSelection;
+    QAction* keys;
+    QAction* about;
+
+private:
+    void createActions(QMainWindow* window);
+    void fillMenus(QMainWindow* window);
+    void fillToolBar(QMainWindow* window);
+
+    QMenu* m_viewMenu;
+    QToolBar* m_toolBar;
+    QAction* m_endOfModesInMenu; // separators before which the chip view's actions go
+    QAction* m_endOfModesInToolBar;
+};
+
+} // namespace mirn::zelchip

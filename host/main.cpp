@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "host/commandline.h"
+#include "host/mainwindow.h"
+#include "host/projectsession.h"
+#include "host/snapshot.h"
+#include "host/theme.h"
+
+#include <QApplication>
+#include <QFile>
+
+#include <clocale>
+#include <cstdio>
+#include <cstring>
+
+#include <langinfo.h>
+
+using namespace mirn::zelchip;
+
+namespace {
+
+constexpr int Failure = 1;
+constexpr int UsageError = 2;
+
+const char SamplePath[] = "/../share/zelchip/sample"; // from the program's folder
+
+void printTo(FILE* stream, const QString& text)
+{
+    std::fputs(text.toLocal8Bit().constData(), stream);
+    std::fflush(stream);
+}
+
+int fail(int status, const QString& error)
+{
+    printTo(stderr, QStringLiteral("zelchip: %1\n").arg(error));
+    return status;
+}
+
+QStringList argumentList(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QFile::decodeName(argv[i]));
+    return arguments;
+}
+
+bool hasDisplay()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+// In a locale without UTF-8, the usual one of a bare container, Qt warns at every start and file names get lost.
+void useUtf8()
+{
+    std::setlocale(LC_ALL, "");
+    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0)
+        qputenv("LC_ALL", "C.UTF-8");
+}
+
+// A snapshot shows no window, and comes out the same on every desktop.
+void choosePlatform(CommandLine::Task task)
+{
+    if (task == CommandLine::Task::SaveSnapshot && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+int saveSnapshotOf(MainWindow& window, const QString& file)
+{
+    window.show();
+    // The layout settles, then the drawing fits into what it left.
+    QCoreApplication::processEvents();
+    window.fit();
+    QCoreApplication::processEvents();
+    QString error;
+    return saveSnapshot(window, file, &error) ? EXIT_SUCCESS : fail(Failure, error);
+}
+
+int run(const CommandLine& commandLine)
+{
+    const QString path
+        = commandLine.path.isEmpty() ? QCoreApplication::applicationDirPath() + SamplePath : commandLine.path;
+    QString error;
+    std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error);
+    if (!session)
+        return fail(Failure, error);
+    for (const QString& warning : session->warnings())
+        printTo(stderr, QStringLiteral("zelchip: warning: %1\n").arg(warning));
+    MainWindow window(std::move(session));
+    window.resize(commandLine.windowSize);
+    if (commandLine.task == CommandLine::Task::SaveSnapshot)
+        return saveSnapshotOf(window, commandLine.snapshotFile);
+    window.show();
+    return QApplication::exec();
+}
+
+int runApplication(const CommandLine& commandLine, int argc, char** argv)
+{
+    choosePlatform(commandLine.task);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !hasDisplay())
+        return fail(Failure,
+            QStringLiteral("There is no display to show the window on; --snapshot FILE.png renders it into a file."));
+    QApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("zelchip"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZELCHIP_VERSION));
+    applyTheme();
+    return run(commandLine);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    useUtf8();
+    const CommandLine commandLine = parseCommandLine(argumentList(argc, argv));
+    switch (commandLine.task) {
+    case CommandLine::Task::ReportError:
+        return fail(UsageError, commandLine.error + QStringLiteral("\nzelchip --help says what there is."));
+    case CommandLine::Task::PrintHelp:
+        printTo(stdout, helpText());
+        return EXIT_SUCCESS;
+    case CommandLine::Task::PrintVersion:
+        printTo(stdout, QStringLiteral("zelchip " ZELCHIP_VERSION "\n"));
+        return EXIT_SUCCESS;
+    default:
+        return runApplication(commandLine, argc, argv);
+    }
+}

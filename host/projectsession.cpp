@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+#include "host/projectsession.h"
+
+#include "engine/device.h"
+#include "engine/project.h"
+#include "engine/referenceengine.h"
+#include "host/preparedparser.h"
+#include "platform/contract/mirnprojectmanager.h"
+#include "platform/contract/zelproject.h"
+#include "platform/contract/zeltext.h"
+
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+namespace mirn::zelchip {
+
+namespace {
+
+const QString ProjectFileName = QStringLiteral("project.json");
+
+// The scratch file that the chip view names to the parser.
+const QString WorkingFileName = QStringLiteral("/zelsvg.temp");
+
+// The one implementation of a project that brings none.
+const QString ScratchImplementation = QStringLiteral("scratch");
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("ProjectSession", text);
+}
+
+std::string fileNameBytes(const QString& fileName)
+{
+    return QFile::encodeName(fileName).toStdString();
+}
+
+std::unique_ptr<MirnImplementation> newImplementation(const QString& name, const QString& directory)
+{
+    return std::make_unique<MirnImplementation>(name.toStdString(), fileNameBytes(directory));
+}
+
+std::unique_ptr<MirnProject> newProject(const zelengine::Project& project)
+{
+    auto result = std::make_unique<MirnProject>(project.name.toStdString());
+    for (const zelengine::Implementation& implementation : project.implementations)
+        result->addImplementation(newImplementation(implementation.name, implementation.directory));
+    result->setDefaultImplementation(project.defaultImplementation.toStdString());
+    return result;
+}
+
+} // namespace
+
+ProjectSession::ProjectSession() = default;
+
+ProjectSession::~ProjectSession()
+{
+    if (!m_isActive)
+        return;
+    SVGParser::setFactory(nullptr);
+    MirnProjectManager::getProjectManager()->setProject(nullptr);
+    zelproject::getInstance()->setFlowName({});
+}
+
+std::unique_ptr<ProjectSession> ProjectSession::open(const QString& path, QString* error)
+{
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        *error = tr("%1: there is no such file or folder.").arg(path);
+        return nullptr;
+    }
+    std::unique_ptr<ProjectSession> session(new ProjectSession); // the constructor is private
+    bool isOpen = false;
+    if (info.isDir())
+        isOpen = session->openProject(info.absoluteFilePath(), error);
+    else if (info.fileName() == ProjectFileName)
+        isOpen = session->openProject(info.absolutePath(), error);
+    else
+        isOpen = session->openDrawing(info.absoluteFilePath(), error);
+    if (!isOpen || !session->readDrawing(error))
+        return nullptr;
+    return session;
+}
+
+bool ProjectSession::openProject(const QString& directory, QString* error)
+{
+    if (!QFileInfo::exists(directory + QLatin1Char('/') + ProjectFileName)) {
+        *error = tr("%1: the folder is no project: it has no %2.").arg(directory, ProjectFileName);
+        return false;
+    }
+    m_engine = zelengine::ReferenceEngine::open(directory, error, &m_warnings);
+    if (!m_engine)
+        return false;
+    const zelengine::Project& project = m_engine->project();
+    m_title = m_engine->device().name() + QLatin1Char('/') + project.name;
+    m_flow = project.flow;
+    m_drawingFile = m_engine->device().drawingFile();
+    const zelengine::Implementation* implementation = project.implementation(project.defaultImplementation);
+    if (!implementation)
+        return makeScratchProject(project.name, error);
+    m_implementationDirectory = implementation->directory;
+    // Where it cannot be made, the parser does without its working file.
+    QDir().mkpath(m_implementationDirectory);
+    m_project = newProject(project);
+    return true;
+}
+
+bool ProjectSession::openDrawing(const QString& file, QString* error)
+{
+    m_engine = zelengine::ReferenceEngine::forDrawing(file);
+    m_drawingFile = file;
+    m_title = QFileInfo(file).fileName();
+    return makeScratchProject(m_title, error);
+}
+
+bool ProjectSession::makeScratchProject(const QString& name, QString* error)
+{
+    m_implementationDirectory = scratchDirectory();
+    if (m_implementationDirectory.isEmpty()) {
+        *error = tr("%1: there is no place for scratch files; neither the cache folder nor the temporary folder can be "
+                    "written.")
+                     .arg(name);
+        return false;
+    }
+    m_project = std::make_unique<MirnProject>(name.toStdString());
+    m_project->addImplementation(newImplementation(ScratchImplementation, m_implementationDirectory));
+    m_project->setDefaultImplementation(ScratchImplementation.toStdString());
+    return true;
+}
+
+// The same one whenever this drawing is opened, so that what is cached there helps the next time.
+QString ProjectSession::scratchDirectory()
+{
+    const QByteArray key = QCryptographicHash::hash(m_drawingFile.toUtf8(), QCryptographicHash::Sha1).toHex();
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    const QString directory = cache + QStringLiteral("/drawings/") + QString::fromLatin1(key);
+    if (QDir().mkpath(directory) && QFileInfo(directory).isWritable())
+        return directory;
+    m_temporaryDirectory = std::make_unique<QTemporaryDir>();
+    return m_temporaryDirectory->isValid() ? m_temporaryDirectory->path() : QString();
+}
+
+bool ProjectSession::readDrawing(QString* error)
+{
+    m_parser = std::make_unique<PreparedParser>();
+    const QString workingFile = m_implementationDirectory + WorkingFileName;
+    const bool isRead = m_parser->prepare(fileNameBytes(m_drawingFile), fileNameBytes(workingFile));
+    *error = QString::fromStdString(m_parser->errorString());
+    for (const std::string& warning : m_parser->warnings())
+        m_warnings.append(QString::fromStdString(warning));
+    return isRead;
+}
+
+void ProjectSession::activate()
+{
+    m_isActive = true;
+    MirnProjectManager::getProjectManager()->setProject(std::move(m_project));
+    zelproject::getInstance()->setFlowName(toEngineText(m_flow));
+    // The controller makes one parser; another one would be for another drawing.
+    SVGParser::setFactory([this]() -> std::unique_ptr<SVGParser> {
+        if (m_parser)
+            return std::move(m_parser);
+        return std::make_unique<SVGParser>();
+    });
+}
+
+zelchipengine* ProjectSession::engine() const
+{
+    return m_engine.get();
+}
+
+} // namespace mirn::zelchip

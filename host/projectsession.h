@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+class MirnProject;
+class QTemporaryDir;
+class zelchipengine;
+
+namespace mirn::zelengine {
+class ReferenceEngine;
+struct Project;
+} // namespace mirn::zelengine
+
+namespace mirn::zelchip {
+
+class PreparedParser;
+
+// What is open: the engine of a project folder or of a bare drawing, and what the process-wide services are to know of
+// it. Opening touches none of these services, so that a session which cannot be opened leaves the present one alone;
+// activate() hands over. Knows no widget.
+class ProjectSession final
+{
+public:
+    // `path` is a project folder, its project.json, or a drawing, which then opens with an empty design. Null when it
+    // cannot be opened; *error then says where and why.
+    [[nodiscard]] static std::unique_ptr<ProjectSession> open(const QString& path, QString* error);
+
+    // An active session leaves no project open.
+    ~ProjectSession();
+
+    // Makes this the process's open project. To be called once, after the session before is gone and before the chip
+    // view is constructed.
+    void activate();
+
+    // The session's; for the chip view.
+    [[nodiscard]] zelchipengine* engine() const;
+
+    // "DEVICE/PROJECT", or the drawing's file name.
+    [[nodiscard]] const QString& title() const { return m_title; }
+
+    [[nodiscard]] const QString& drawingFile() const { return m_drawingFile; }
+
+    // Of the project's files and of the drawing.
+    [[nodiscard]] const QStringList& warnings() const { return m_warnings; }
+
+private:
+    ProjectSession();
+
+    bool openProject(const QString& directory, QString* error);
+    bool openDrawing(const QString& file, QString* error);
+    bool makeScratchProject(const QString& name, QString* error);
+    bool readDrawing(QString* error);
+    [[nodiscard]] QString scratchDirectory();
+
+    std::unique_ptr<zelengine::ReferenceEngine> m_engine;
+    std::unique_ptr<MirnProject> m_project; // until it is handed over
+    std::unique_ptr<PreparedParser> m_parser; // until it is handed over
+    std::unique_ptr<QTemporaryDir> m_temporaryDirectory; // where there is no place for cached files
+    QString m_title;
+    QString m_flow;
+    QString m_drawingFile;
+    QString m_implementationDirectory;
+    QStringList m_warnings;
+    bool m_isActive = false;
+};
+
+} // namespace mirn::zelchip
