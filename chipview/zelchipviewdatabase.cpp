@@ -3,12 +3,15 @@
 
 #include "chipview/chipviewnavigator.h"
 #include "chipview/toolactions.h"
+#include "dialogs/dcupicker.h"
+#include "dialogs/zeldcusettingdlg.h"
 #include "filter/viewfilter.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "placement/commandtexts.h"
 #include "placement/dropquery.h"
+#include "placement/hovertext.h"
 #include "placement/placementhighlighter.h"
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zelchipengine.h"
@@ -16,6 +19,7 @@
 #include "platform/contract/zeltext.h"
 #include "platform/contract/zeltrace.h"
 #include "resources/resourcetreemodel.h"
+#include "resources/treemenus.h"
 #include "resources/usagerows.h"
 #include "resources/zelrestable.h"
 #include "resources/zeltree.h"
@@ -24,9 +28,7 @@
 #include <QCheckBox>
 #include <QCursor>
 #include <QGraphicsItem>
-#include <QMenu>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QTimer>
 
 #include <utility>
@@ -35,9 +37,6 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// The flow in which the tree's menu offers no commands on resources.
-const char PlanningFlow[] = "Post Synthesis Planning";
-constexpr QSize HoverTextSize(150, 30);
 constexpr int DirtyByDynamicValue = 4;
 
 } // namespace
@@ -70,8 +69,9 @@ ZELChipViewDatabase::ZELChipViewDatabase()
     , m_dynamicValues(std::make_unique<DynamicValues>())
     , m_filter(std::make_unique<ViewFilter>())
     , m_toolActions(std::make_unique<ToolActions>(this))
+    , m_hoverText(std::make_unique<HoverText>())
 {
-    buildPopupMenus();
+    buildTreeMenus();
     connectModeActions();
     connect(m_highlighter->timer(), &QTimer::timeout, this, &ZELChipViewDatabase::onHighlightProbPlaceItems);
     const auto repaint = [this](const QSet<int>& changed) {
@@ -92,8 +92,7 @@ ZELChipViewDatabase::~ZELChipViewDatabase()
     if (m_tree)
         m_tree->blockSignals(true);
     m_treeModel->clear();
-    m_popupMenu.reset();
-    m_resetMenu.reset();
+    m_treeMenus.reset();
     m_treeModel.reset();
     qDeleteAll(m_attributes);
     m_attributes.clear();
@@ -103,20 +102,15 @@ ZELChipViewDatabase::~ZELChipViewDatabase()
     m_filter->deleteMenu();
 }
 
-void ZELChipViewDatabase::buildPopupMenus()
+void ZELChipViewDatabase::buildTreeMenus()
 {
-    m_popupMenu = std::make_unique<QMenu>();
-    m_resetMenu = std::make_unique<QMenu>();
-    const std::string flow = zelproject::getInstance()->flowName();
-    if (!flow.empty() && flow != PlanningFlow) {
-        QAction* reset = m_popupMenu->addAction(QStringLiteral("Reset"), this, &ZELChipViewDatabase::resetIP);
-        m_resetMenu->addAction(reset);
-        m_popupMenu->addAction(QStringLiteral("Delete"), this, &ZELChipViewDatabase::removeIP);
-        m_popupMenu->addAction(QStringLiteral("Config"), this, &ZELChipViewDatabase::configIP);
-        m_popupMenu->addSeparator();
-    }
-    m_popupMenu->addAction(QStringLiteral("Expand"), this, &ZELChipViewDatabase::expandIP);
-    m_popupMenu->addAction(QStringLiteral("Collapse"), this, &ZELChipViewDatabase::collapseIP);
+    TreeMenus::Commands commands;
+    commands.reset = [this] { resetIP(); };
+    commands.remove = [this] { removeIP(); };
+    commands.configure = [this] { configIP(); };
+    commands.expand = [this] { expandIP(); };
+    commands.collapse = [this] { collapseIP(); };
+    m_treeMenus = std::make_unique<TreeMenus>(zelproject::getInstance()->flowName(), this, commands);
 }
 
 void ZELChipViewDatabase::connectModeActions()
@@ -159,18 +153,8 @@ ZelGraphicsView* ZELChipViewDatabase::getView(ZelGraphicsScene* scene)
     m_view->installEventFilter(navigator);
     if (scene)
         scene->installEventFilter(navigator);
-    createHoverText();
+    m_hoverText->create(m_view);
     return m_view;
-}
-
-void ZELChipViewDatabase::createHoverText()
-{
-    m_hoverText = new QPlainTextEdit(m_view); // child of the view
-    m_hoverText->setWindowFlags(
-        Qt::Drawer | Qt::MSWindowsFixedSizeDialogHint | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
-    m_hoverText->setAttribute(Qt::WA_ShowWithoutActivating);
-    m_hoverText->setFocusPolicy(Qt::NoFocus);
-    m_hoverText->resize(HoverTextSize);
 }
 
 ZelTree* ZELChipViewDatabase::getTree(QWidget* parent)
@@ -286,12 +270,7 @@ int ZELChipViewDatabase::getResourceType(const QString& name) const
 
 QMenu* ZELChipViewDatabase::getTreePopupMenu(QTreeWidgetItem* item) const
 {
-    if (!item)
-        return nullptr;
-    if (!item->parent())
-        return m_popupMenu.get();
-    const bool canReset = item->childCount() > 0 || item->data(0, RESET).toBool();
-    return canReset ? m_resetMenu.get() : nullptr;
+    return m_treeMenus->menuFor(item);
 }
 
 void ZELChipViewDatabase::getAllChildren(QTreeWidgetItem* item, QVector<QTreeWidgetItem*>& out) const
@@ -349,19 +328,7 @@ void ZELChipViewDatabase::treeItemClicked()
     QTreeWidgetItem* item = selectedTreeItem();
     if (!item)
         return;
-    const QMap<QString, int>& ids = m_treeModel->idsByName();
-    QSet<int> selected;
-    const auto own = ids.constFind(m_tree->getResourceName(item));
-    if (own != ids.constEnd()) {
-        selected.insert(own.value());
-    } else {
-        for (int i = 0; i < item->childCount(); ++i) {
-            const auto child = ids.constFind(m_tree->getResourceName(item->child(i)));
-            if (child != ids.constEnd())
-                selected.insert(child.value());
-        }
-    }
-    m_selectedIds.assign(selected);
+    m_selectedIds.assign(m_treeModel->idsOfRow(*item));
 }
 
 void ZELChipViewDatabase::addSelctedItem(int id, bool selectInTree)
@@ -527,9 +494,22 @@ bool ZELChipViewDatabase::setDynamicValue(const QMap<QString, QString>& valueMap
     return true;
 }
 
-void ZELChipViewDatabase::showDynamicDlg(const QPoint&, Enum_Dynamic_Dialog_Type)
+void ZELChipViewDatabase::showDynamicDlg(const QPoint& pos, Enum_Dynamic_Dialog_Type type)
 {
-    // No element has a settings dialog yet.
+    if (type == DYNAMIC_DIALOG_DCU)
+        showDCUSettingDlg(pos);
+}
+
+void ZELChipViewDatabase::showDCUSettingDlg(const QPoint& pos)
+{
+    if (!m_view || !m_scene)
+        return;
+    const ZELGraphicItemAttribute* site = dcuAmong(m_scene->items(m_view->mapToScene(pos)),
+        [this](int loadNumber) { return getGraphicItemAttribute(loadNumber); });
+    if (!site || !m_dynamicValues->hasDialog(site->itemId))
+        return;
+    // Writes what was changed by itself; the result tells nothing more.
+    ZELDCUSettingDlg(m_parentWidget, site->itemId).exec();
 }
 
 QMenu* ZELChipViewDatabase::getViewFilterMenu()
@@ -553,27 +533,6 @@ bool ZELChipViewDatabase::isFilterEnable() const
 ElementIdSet& ZELChipViewDatabase::filteredIds()
 {
     return m_filter->filteredIds();
-}
-
-void ZELChipViewDatabase::showHoverText(const QString& text, const QPoint& pos)
-{
-    if (!m_hoverText)
-        return;
-    m_hoverText->setPlainText(text);
-    m_hoverText->move(pos);
-    m_hoverText->setVisible(!text.isEmpty());
-}
-
-void ZELChipViewDatabase::moveHoverText(const QPoint& pos)
-{
-    if (m_hoverText)
-        m_hoverText->move(pos);
-}
-
-void ZELChipViewDatabase::hideHoverText()
-{
-    if (m_hoverText)
-        m_hoverText->hide();
 }
 
 } // namespace mirn::zelchipview

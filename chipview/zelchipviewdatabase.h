@@ -19,8 +19,6 @@ class QAction;
 class QGraphicsSceneDragDropEvent;
 class QIcon;
 class QMenu;
-class QPlainTextEdit;
-class QTimer;
 class QTreeWidgetItem;
 class SVGParser;
 class zelchipengine;
@@ -29,9 +27,11 @@ struct zeltreeviewcell;
 namespace mirn::zelchipview {
 
 class DropQuery;
+class HoverText;
 class PlacementHighlighter;
 class ResourceTreeModel;
 class ToolActions;
+class TreeMenus;
 class UsageRows;
 class ViewFilter;
 class ZELGraphicItemAttribute;
@@ -124,16 +124,15 @@ public:
     QMap<QString, QVector<QString>>* getDynamicValueList(Enum_Dynamic_Dialog_Type type, int id);
     bool setDynamicValue(const QMap<QString, QString>& valueMap, int id, Enum_Dynamic_Dialog_Type type);
     void showDynamicDlg(const QPoint& pos, Enum_Dynamic_Dialog_Type type); // view coordinates
+    void showDCUSettingDlg(const QPoint& pos);
 
     // View filter. The menu is built once; null when the filter file could not be opened then.
     QMenu* getViewFilterMenu();
     [[nodiscard]] bool isFilterEnable() const;
     [[nodiscard]] ElementIdSet& filteredIds();
 
-    // The floating text beside a drag, in screen coordinates. An empty text hides it.
-    void showHoverText(const QString& text, const QPoint& pos);
-    void moveHoverText(const QPoint& pos);
-    void hideHoverText();
+    // The floating text beside a drag.
+    [[nodiscard]] HoverText& hoverText() { return *m_hoverText; }
 
 public Q_SLOTS:
     void treeItemClicked();
@@ -156,9 +155,8 @@ private:
     ZELChipViewDatabase();
     ~ZELChipViewDatabase() override;
 
-    void buildPopupMenus();
+    void buildTreeMenus();
     void connectModeActions();
-    void createHoverText();
     int runTclCommand(const QString& command);
     void updateCursor();
     [[nodiscard]] QTreeWidgetItem* selectedTreeItem() const;
@@ -181,14 +179,13 @@ private:
     std::unique_ptr<DynamicValues> m_dynamicValues;
     std::unique_ptr<ViewFilter> m_filter;
     std::unique_ptr<ToolActions> m_toolActions;
-    std::unique_ptr<QMenu> m_popupMenu;
-    std::unique_ptr<QMenu> m_resetMenu;
+    std::unique_ptr<TreeMenus> m_treeMenus;
+    std::unique_ptr<HoverText> m_hoverText;
 
     QPointer<ZelGraphicsScene> m_scene;
     QPointer<ZelGraphicsView> m_view;
     QPointer<ZelTree> m_tree;
     QPointer<ZelResTable> m_table;
-    QPointer<QPlainTextEdit> m_hoverText;
 };
 
 } // namespace mirn::zelchipview

@@ -6,6 +6,7 @@
 #include "graphics/chipelement.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsview.h"
+#include "placement/hovertext.h"
 
 #include <QGraphicsItem>
 #include <QGraphicsSceneDragDropEvent>
@@ -168,20 +169,20 @@ void ZelGraphicsScene::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
 void ZelGraphicsScene::dragMoveEvent(QGraphicsSceneDragDropEvent* event)
 {
     database().highlightProbPlaceItems();
-    database().moveHoverText(event->screenPos() + HoverTextOffset);
+    database().hoverText().moveTo(event->screenPos() + HoverTextOffset);
     QGraphicsScene::dragMoveEvent(event);
 }
 
 void ZelGraphicsScene::dragLeaveEvent(QGraphicsSceneDragDropEvent* event)
 {
-    database().hideHoverText();
+    database().hoverText().hide();
     QGraphicsScene::dragLeaveEvent(event);
 }
 
 void ZelGraphicsScene::dropEvent(QGraphicsSceneDragDropEvent* event)
 {
     database().clearHighlightedProbPlaceItems();
-    database().hideHoverText();
+    database().hoverText().hide();
     QGraphicsScene::dropEvent(event);
 }
 

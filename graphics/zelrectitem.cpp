@@ -2,6 +2,7 @@
 #include "graphics/zelrectitem.h"
 
 #include "chipview/zelchipviewdatabase.h"
+#include "placement/hovertext.h"
 #include "platform/contract/zelchipengine.h"
 
 #include <QGraphicsSceneDragDropEvent>
@@ -51,7 +52,7 @@ QVariant ZELRectItem::itemChange(GraphicsItemChange change, const QVariant& valu
 void ZELRectItem::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
 {
     ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
-    database->showHoverText(toolTip(), event->screenPos());
+    database->hoverText().show(toolTip(), event->screenPos());
     if (acceptDragIfAllowed(event)) {
         const int id = attribute()->itemId;
         // I/O supplies belong to a whole bank; marking the one rect under the pointer would mislead.

@@ -83,6 +83,22 @@ QTreeWidgetItem* ResourceTreeModel::itemNamed(const QString& resourceName) const
     return m_itemByName.value(resourceName, nullptr);
 }
 
+QSet<int> ResourceTreeModel::idsOfRow(const QTreeWidgetItem& row) const
+{
+    QSet<int> ids;
+    const auto addIdOf = [&](const QTreeWidgetItem& item) {
+        const auto id = m_idByName.constFind(item.data(0, RESOURCENAME).toString());
+        if (id != m_idByName.constEnd())
+            ids.insert(id.value());
+    };
+    addIdOf(row);
+    if (!ids.isEmpty())
+        return ids;
+    for (int i = 0; i < row.childCount(); ++i)
+        addIdOf(*row.child(i));
+    return ids;
+}
+
 QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem* parent)
 {
     if (!cell)

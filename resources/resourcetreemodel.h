@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QList>
 #include <QMap>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -43,7 +44,9 @@ public:
     // The first of items() with this resource name; null when there is none.
     [[nodiscard]] QTreeWidgetItem* itemNamed(const QString& resourceName) const;
 
-    [[nodiscard]] const QMap<QString, int>& idsByName() const { return m_idByName; }
+    // The element ids that selecting a row selects: its own, or else those of its direct children.
+    [[nodiscard]] QSet<int> idsOfRow(const QTreeWidgetItem& row) const;
+
     [[nodiscard]] const QMap<int, QString>& namesById() const { return m_nameById; }
     [[nodiscard]] QIcon& icon(const QString& type) { return m_icons.icon(type); }
 

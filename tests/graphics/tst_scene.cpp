@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "placement/hovertext.h"
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/testmain.h"
 
@@ -222,17 +223,17 @@ void TestScene::hoverTextFollowsTheDragAndGoesWithIt()
         event.setScreenPos({200, 100});
         QApplication::sendEvent(chip.scene(), &event);
     };
-    chip.database()->showHoverText(QStringLiteral("site"), {0, 0});
+    chip.database()->hoverText().show(QStringLiteral("site"), {0, 0});
     send(QEvent::GraphicsSceneDragMove);
     QCOMPARE(hoverText->pos(), QPoint(230, 130));
     send(QEvent::GraphicsSceneDragLeave);
     QVERIFY(!hoverText->isVisible());
-    chip.database()->showHoverText(QStringLiteral("site"), {0, 0});
+    chip.database()->hoverText().show(QStringLiteral("site"), {0, 0});
     chip.database()->highlightedIds().assign({7});
     send(QEvent::GraphicsSceneDrop);
     QVERIFY(!hoverText->isVisible());
     QVERIFY(chip.database()->highlightedIds().isEmpty());
-    chip.database()->showHoverText(QString(), {0, 0});
+    chip.database()->hoverText().show(QString(), {0, 0});
     QVERIFY(!hoverText->isVisible());
 }
 

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "dialogs/zeldcusettingdlg.h"
+
+#include "chipview/zelchipviewdatabase.h"
+#include "graphics/zelconstants.h"
+
+#include <QComboBox>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+constexpr int Cancelled = 1;
+
+// How narrow a label's letters may become, in per cent, before they are made smaller instead.
+constexpr int NarrowestStretch = 75;
+constexpr int SmallestPixelSize = 8;
+
+// Narrows, then shrinks the font until the text fits the label's fixed width.
+void fitText(QLabel* label)
+{
+    QFont font = label->font();
+    font.setPixelSize(QFontInfo(font).pixelSize());
+    const auto textWidth = [&] { return QFontMetrics(font).horizontalAdvance(label->text()); };
+    for (int stretch = 95; stretch >= NarrowestStretch && textWidth() > label->width(); stretch -= 5)
+        font.setStretch(stretch);
+    while (font.pixelSize() > SmallestPixelSize && textWidth() > label->width())
+        font.setPixelSize(font.pixelSize() - 1);
+    label->setFont(font);
+}
+
+void chooseText(QComboBox* box, const QString& text)
+{
+    const int index = box->findData(text, Qt::DisplayRole, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (index >= 0)
+        box->setCurrentIndex(index);
+}
+
+} // namespace
+
+ZELDCUSettingDlg::ZELDCUSettingDlg(QWidget* parent, int id)
+    : QDialog(parent)
+    , m_id(id)
+{
+    m_form.setupUi(this);
+    keepLegible();
+    connect(m_form.pushButtonOK, &QPushButton::clicked, this, &ZELDCUSettingDlg::accept);
+    connect(m_form.pushButtonCancel, &QPushButton::clicked, this, &ZELDCUSettingDlg::reject);
+    for (QComboBox* box : {m_form.comboBoxCH0, m_form.comboBoxCH1}) {
+        connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            [this, box] { syncValues(box->currentText()); });
+    }
+    init();
+}
+
+ZELDCUSettingDlg::~ZELDCUSettingDlg() = default;
+
+void ZELDCUSettingDlg::init()
+{
+    m_changedValues.clear();
+    m_currentValues.clear();
+    const auto* lists = ZELChipViewDatabase::getInstance()->getDynamicValueList(DYNAMIC_DIALOG_DCU, m_id);
+    if (lists) {
+        for (auto list = lists->cbegin(); list != lists->cend(); ++list)
+            fill(list.key(), list.value());
+        addCoupledValues(lists->value(DYNAMIC_DLG_CH0_CH1));
+    }
+    for (QComboBox* box : {m_form.comboBoxCH0, m_form.comboBoxCH1, m_form.comboBoxTXPLL}) {
+        if (box->count() == 0)
+            box->setDisabled(true);
+    }
+}
+
+void ZELDCUSettingDlg::fill(const QString& key, const QVector<QString>& values)
+{
+    if (!values.isEmpty())
+        m_currentValues.insert(key, values.first());
+    QComboBox* box = boxOf(key);
+    if (!box)
+        return;
+    for (const QString& value : values) {
+        if (!value.isEmpty())
+            box->insertItem(box->count(), value);
+    }
+    if (m_currentValues.value(key).isEmpty())
+        box->setCurrentIndex(-1);
+}
+
+void ZELDCUSettingDlg::addCoupledValues(const QVector<QString>& values)
+{
+    if (m_currentValues.contains(DYNAMIC_DLG_CH0_CH1)) {
+        m_currentValues.insert(DYNAMIC_DLG_CH0, m_currentValues.value(DYNAMIC_DLG_CH0_CH1));
+        m_currentValues.insert(DYNAMIC_DLG_CH1, m_currentValues.value(DYNAMIC_DLG_CH0_CH1));
+    }
+    for (const QString& value : values) {
+        for (QComboBox* box : {m_form.comboBoxCH0, m_form.comboBoxCH1})
+            box->insertItem(box->count(), value);
+        m_coupledValues.insert(value);
+    }
+}
+
+QComboBox* ZELDCUSettingDlg::boxOf(const QString& key) const
+{
+    if (key == DYNAMIC_DLG_TXPLL)
+        return m_form.comboBoxTXPLL;
+    if (key == DYNAMIC_DLG_CH0)
+        return m_form.comboBoxCH0;
+    if (key == DYNAMIC_DLG_CH1)
+        return m_form.comboBoxCH1;
+    return nullptr;
+}
+
+void ZELDCUSettingDlg::syncValues(const QString& text)
+{
+    if (!m_coupledValues.contains(text))
+        return;
+    chooseText(m_form.comboBoxCH0, text);
+    chooseText(m_form.comboBoxCH1, text);
+}
+
+void ZELDCUSettingDlg::accept()
+{
+    for (const QString& key : {DYNAMIC_DLG_CH0, DYNAMIC_DLG_CH1, DYNAMIC_DLG_TXPLL}) {
+        const auto current = m_currentValues.constFind(key);
+        const QString chosen = boxOf(key)->currentText();
+        if (current != m_currentValues.constEnd() && current.value() != chosen)
+            m_changedValues.insert(key, chosen);
+    }
+    ZELChipViewDatabase::getInstance()->setDynamicValue(m_changedValues, m_id, DYNAMIC_DIALOG_DCU);
+    done(DCUDLGSUCCESS);
+}
+
+void ZELDCUSettingDlg::reject()
+{
+    done(Cancelled);
+}
+
+// The form's geometry is fixed; the desktop's font is not.
+void ZELDCUSettingDlg::keepLegible()
+{
+    for (QLabel* label : {m_form.label, m_form.label_2, m_form.label_3})
+        fitText(label);
+}
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/contract/zelexport.h"
+#include "ui_dcuSettingDlg.h"
+
+#include <QDialog>
+#include <QMap>
+#include <QSet>
+#include <QString>
+
+namespace mirn::zelchipview {
+
+// The settings of one dual-channel unit: both receive channels and the transmit PLL. Offers what the engine offers,
+// keeps the channels in step for values that go for both, and on "Ok" writes what was changed through the controller.
+//
+// exec() gives DCUDLGSUCCESS (0) when confirmed and 1 when cancelled: the reverse of QDialog's own codes.
+class ZELCHIPGUI_EXPORT ZELDCUSettingDlg : public QDialog
+{
+    Q_OBJECT
+public:
+    ZELDCUSettingDlg(QWidget* parent, int id); // id: the element id of the site
+    ~ZELDCUSettingDlg() override;
+
+public Q_SLOTS:
+    void accept() override;
+    void reject() override;
+
+    // Choosing a value that goes for both channels in one of them chooses it in the other.
+    void syncValues(const QString& text);
+
+private:
+    void init();
+    void fill(const QString& key, const QVector<QString>& values);
+    void addCoupledValues(const QVector<QString>& values);
+    [[nodiscard]] QComboBox* boxOf(const QString& key) const;
+    void keepLegible();
+
+    Ui_dcuSettingDlg m_form;
+    QSet<QString> m_coupledValues;
+    QMap<QString, QString> m_changedValues; // by setting key
+    QMap<QString, QString> m_currentValues; // by setting key, in force when the dialog opened
+    const int m_id;
+};
+
+} // namespace mirn::zelchipview
