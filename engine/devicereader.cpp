@@ -98,7 +98,7 @@ void DeviceReader::readSite(const JsonNode& node)
         QStringLiteral("neighbours"), QStringLiteral("reaches"), QStringLiteral("attributes"),
         QStringLiteral("settings")});
     Site site;
-    site.id = node.member(QStringLiteral("id")).number(0, std::numeric_limits<int>::max());
+    site.id = node.requiredNumber(QStringLiteral("id"), 0, std::numeric_limits<int>::max());
     site.name = node.requiredText(QStringLiteral("name"));
     site.group = node.optionalText(QStringLiteral("group"));
     site.neighbours = node.member(QStringLiteral("neighbours")).texts();

@@ -111,6 +111,15 @@ QString JsonNode::requiredText(const QString& key) const
     return text;
 }
 
+int JsonNode::requiredNumber(const QString& key, int minimum, int maximum) const
+{
+    const JsonNode node = member(key);
+    if (node.exists())
+        return node.number(minimum, maximum);
+    fail(QStringLiteral("\"%1\" is missing, expected a whole number").arg(key));
+    return minimum;
+}
+
 QString JsonNode::optionalText(const QString& key, const QString& fallback) const
 {
     const JsonNode node = member(key);

@@ -40,6 +40,7 @@ public:
 
     // A member that must be there and not empty.
     [[nodiscard]] QString requiredText(const QString& key) const;
+    [[nodiscard]] int requiredNumber(const QString& key, int minimum, int maximum) const;
     // A member that may be missing.
     [[nodiscard]] QString optionalText(const QString& key, const QString& fallback = {}) const;
 

@@ -38,7 +38,7 @@ void drawSelector(SvgWriter& svg, const Box& box, int number)
     drawName(svg, LAYER_DETAIL_NAMES, box.inner(0, 0.4, box.width, 3), 2.6, "DCS" + name);
     {
         const auto layer = svg.layer(LAYER_DETAIL);
-        svg.polygon("clock",
+        svg.polygon("clock-mux",
             {{box.x + 7, box.y + 4}, {box.x + 11, box.y + 5.5}, {box.x + 11, box.y + 9.5}, {box.x + 7, box.y + 11}});
     }
     drawWires(svg, "clock-wire",
@@ -109,7 +109,7 @@ void drawReference(SvgWriter& svg, const Site& site)
         LAYER_DETAIL_NAMES);
     {
         const auto layer = svg.layer(LAYER_DETAIL);
-        svg.polygon("reference-part", {{box.x + 20, box.y + 24}, {box.x + 36, box.y + 24}, {box.x + 28, box.y + 12}});
+        svg.polygon("reference-buffer", {{box.x + 20, box.y + 24}, {box.x + 36, box.y + 24}, {box.x + 28, box.y + 12}});
     }
     drawWires(svg, "reference-wire",
         {{{box.x + 14, box.y + 40}, {box.x + 14, box.y + 26.5}},

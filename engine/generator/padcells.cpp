@@ -85,7 +85,7 @@ void drawPad(SvgWriter& svg, const Site& site)
         LAYER_DETAIL_NAMES);
     {
         const auto layer = svg.layer(LAYER_DETAIL);
-        svg.polygon("pad-metal", {cell.point(4, 14), cell.point(11, 14), cell.point(7.5, 18.5)});
+        svg.polygon("pad-buffer", {cell.point(4, 14), cell.point(11, 14), cell.point(7.5, 18.5)});
     }
     drawWires(
         svg, "pad-wire", {{cell.point(7.5, 11.5), cell.point(7.5, 14)}, {cell.point(7.5, 18.5), cell.point(7.5, 21)}});

@@ -17,12 +17,14 @@ inline constexpr const char* STYLE_SHEET = R"css(
   .spine { fill: #dcd8ca; stroke: #c3bead; stroke-width: 0.2 }
   .clock { fill: #cfc8b2; stroke: #a49c80; stroke-width: 0.2 }
   .clock-part { fill: #ece7d6; stroke: #a49c80 }
+  .clock-mux { fill: #cfc8b2 }
   .clock-wire { stroke: #a49c80 }
   .bank { fill: #e4eaef; stroke: #b9c5cf; stroke-width: 0.2 }
   .pad { fill: #c0d0de; stroke: #8fa5b9; stroke-width: 0.12 }
   .pad-b { fill: #b3c6d7; stroke: #8fa5b9; stroke-width: 0.12 }
   .pad-clock { fill: #a9c7cf; stroke: #7f9fa9; stroke-width: 0.12 }
   .pad-metal { fill: #f3f5f7; stroke: #8fa5b9 }
+  .pad-buffer { fill: #f3f5f7 }
   .pad-part { fill: #dde6ed; stroke: #8fa5b9 }
   .pad-wire { stroke: #5f7a93 }
   .supply { fill: #e3b7bb; stroke: #b98388; stroke-width: 0.2 }
@@ -42,6 +44,7 @@ inline constexpr const char* STYLE_SHEET = R"css(
   .channel-wire { stroke: #6f58a3 }
   .reference { fill: #f2d292; stroke: #c79e4b; stroke-width: 0.2 }
   .reference-part { fill: #faedd0; stroke: #c79e4b }
+  .reference-buffer { fill: #faedd0 }
   .reference-wire { stroke: #9c7727 }
   .logic { fill: #d9deda; stroke: #bcc5be; stroke-width: 0.12 }
   .slice { fill: #e8ece9; stroke: #a9b5ac }

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "tests/engine/projectfolder.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace {
+
+const char* const DEVICE = R"({
+  "name": "Small",
+  "drawing": "small.svg",
+  "filter": "filter.txt",
+  "kinds": [
+    {"name": "UNIT", "title": "Unit", "accepts": ["IP"]},
+    {"name": "CHANNEL", "title": "Channel", "accepts": ["DCUCHANNEL"], "occupiedFill": "#a690d2"},
+    {"name": "TXPLL", "title": "Transmit PLL", "accepts": ["PLL"]},
+    {"name": "PLL", "title": "PLL", "accepts": ["PLL"]},
+    {"name": "REF", "title": "Reference", "accepts": ["EXTREF"]},
+    {"name": "SUPPLY", "title": "Supply", "accepts": ["UVCCIO"]},
+    {"name": "PAD", "title": "Pad"}
+  ],
+  "sites": [
+    {"id": 10, "name": "U0", "kind": "UNIT", "group": "U0", "neighbours": ["U1"], "settings": {
+      "CH0": {"value": "SLOW", "choices": ["SLOW", "FAST"]},
+      "CH1": {"value": "SLOW", "choices": ["SLOW", "FAST"]},
+      "CH0:CH1": {"choices": ["OFF"]}}},
+    {"id": 11, "name": "U0_CH0", "kind": "CHANNEL", "group": "U0", "attributes": {"lane": "0"}},
+    {"id": 12, "name": "U0_CH1", "kind": "CHANNEL", "group": "U0"},
+    {"id": 13, "name": "U0_PLL", "kind": "TXPLL", "group": "U0", "reaches": ["U0"]},
+    {"id": 20, "name": "U1", "kind": "UNIT", "group": "U1", "neighbours": ["U0"]},
+    {"id": 21, "name": "U1_CH0", "kind": "CHANNEL", "group": "U1"},
+    {"id": 22, "name": "U1_CH1", "kind": "CHANNEL", "group": "U1"},
+    {"id": 30, "name": "U2", "kind": "UNIT", "group": "U2"},
+    {"id": 31, "name": "U2_CH0", "kind": "CHANNEL", "group": "U2"},
+    {"id": 32, "name": "U2_CH1", "kind": "CHANNEL", "group": "U2"},
+    {"id": 40, "name": "REF_L", "kind": "REF", "reaches": ["U0", "U1"]},
+    {"id": 41, "name": "REF_R", "kind": "REF", "reaches": ["U2"]},
+    {"id": 50, "name": "PLL_CORE", "kind": "PLL"},
+    {"id": 51, "name": "PLL_EDGE", "kind": "PLL", "reaches": ["U0", "U1"]},
+    {"id": 60, "name": "V0_1", "kind": "SUPPLY", "group": "BANK0"},
+    {"id": 61, "name": "V0_2", "kind": "SUPPLY", "group": "BANK0"},
+    {"id": 62, "name": "V1_1", "kind": "SUPPLY", "group": "BANK1"},
+    {"id": 70, "name": "P1", "kind": "PAD", "group": "BANK0"}
+  ]
+}
+)";
+
+const char* const PROJECT = R"({
+  "name": "Test",
+  "flow": "Floorplanning",
+  "device": "device.json",
+  "design": "design.json",
+  "implementations": [{"name": "one"}, {"name": "two", "directory": "other/../deux"}],
+  "defaultImplementation": "two"
+}
+)";
+
+} // namespace
+
+ProjectFolder::ProjectFolder()
+    : m_folder(QDir::tempPath() + QStringLiteral("/zel project \u00e4\u00f6-XXXXXX"))
+{
+    write(QStringLiteral("project.json"), PROJECT);
+    write(QStringLiteral("device.json"), DEVICE);
+    write(QStringLiteral("design.json"), designWith("[]"));
+}
+
+void ProjectFolder::write(const QString& fileName, const QByteArray& content)
+{
+    QFile file(m_folder.filePath(fileName));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(file.fileName()));
+}
+
+QString ProjectFolder::withoutPath(const QString& message) const
+{
+    return QString(message).remove(QDir::toNativeSeparators(m_folder.path() + QLatin1Char('/')));
+}
+
+QByteArray designWith(const QByteArray& resources)
+{
+    return "{\"name\": \"top\", \"resources\":\n" + resources + "\n}\n";
+}

@@ -1,0 +1,269 @@
+// SPDX-License-Identifier: MIT
+#include "engine/referenceengine.h"
+#include "platform/contract/zeltext.h"
+#include "tests/engine/projectfolder.h"
+#include "tests/support/testmain.h"
+
+#include <QTest>
+
+using mirn::zelengine::ReferenceEngine;
+
+namespace {
+
+const char* const DESIGN = R"([
+  {"name": "ip", "type": "IP", "children": [
+    {"name": "a", "type": "DCUCHANNEL", "site": "U0_CH0"},
+    {"name": "b", "type": "DCUCHANNEL"},
+    {"name": "ref", "type": "EXTREF", "site": "REF_L", "fixed": true}]},
+  {"name": "clk", "children": [{"name": "pll", "type": "PLL", "site": "PLL_CORE", "fixed": true}]},
+  {"name": "empty"},
+  {"name": "vé", "type": "UVCCIO"}
+])";
+
+// The tree as indented text: name, type, id, flags.
+void describe(const zeltreeviewcell& cell, const QString& indent, QStringList& lines)
+{
+    QString line = indent + fromEngineText(*cell.name) + QLatin1Char(' ');
+    line += cell.type ? fromEngineText(*cell.type) : QStringLiteral("-");
+    if (cell.ids)
+        line += QLatin1Char(' ') + fromEngineText(*cell.ids->begin()->second);
+    if (!cell.columns->empty())
+        line += QLatin1Char(' ') + fromEngineText(*cell.columns->begin()->second);
+    line += cell.draggable ? QStringLiteral(" drag") : QString();
+    line += cell.resettable ? QStringLiteral(" reset") : QString();
+    line += cell.uvccio ? QStringLiteral(" uvccio") : QString();
+    lines.append(line);
+    for (const zeltreeviewcell* child : *cell.children)
+        describe(*child, indent + QLatin1Char('.'), lines);
+}
+
+} // namespace
+
+// What the chip view gets to see of a design: cells, summaries, kind codes, usage, chip records, settings.
+class TestEngineTree : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void makesCells();
+    void summarises_data();
+    void summarises();
+    void codesKinds_data();
+    void codesKinds();
+    void countsUsage();
+    void marksOccupiedSites();
+    void keepsNamesWithoutARoot();
+    void settings_data();
+    void settings();
+    void offersSettingsForTheWholeUnit();
+    void loadsManyResources();
+
+private:
+    ProjectFolder m_folder;
+    std::unique_ptr<ReferenceEngine> m_engine;
+};
+
+void TestEngineTree::init()
+{
+    zeltest::Test::init();
+    m_folder.write(QStringLiteral("design.json"), designWith(DESIGN));
+    QString error;
+    QStringList warnings;
+    m_engine = ReferenceEngine::open(m_folder.path(), &error, &warnings);
+    QVERIFY2(m_engine, qPrintable(error));
+}
+
+void TestEngineTree::makesCells()
+{
+    QStringList lines;
+    describe(*m_engine->tree(), {}, lines);
+    const QStringList expected{"top -", ".ip IP drag reset", "..a DCUCHANNEL 11 U0_CH0 drag reset",
+        "..b DCUCHANNEL drag", "..ref EXTREF 40 REF_L", ".clk -", "..pll PLL 50 PLL_CORE", ".empty -",
+        QString::fromUtf8(".v\xC3\xA9 UVCCIO drag uvccio")};
+    QCOMPARE(lines, expected);
+    QVERIFY(!m_engine->tree()->children->at(0)->ids); // an IP has no site, its channels have
+    QCOMPARE(m_engine->headers().size(), std::size_t(2));
+}
+
+void TestEngineTree::summarises_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("summary");
+    QTest::newRow("an IP counts its parts") << "top/ip"
+                                            << "2 of 3 placed";
+    QTest::newRow("what is placed names its site") << "top/ip/a"
+                                                   << "on U0_CH0";
+    QTest::newRow("what is fixed says so") << "top/ip/ref"
+                                           << "fixed on REF_L";
+    QTest::newRow("what is not placed") << "top/ip/b"
+                                        << "not placed";
+    QTest::newRow("a folder counts what is in it") << "top/clk"
+                                                   << "1 of 1 placed";
+    QTest::newRow("nothing to count") << "top/empty"
+                                      << "";
+    QTest::newRow("nothing of that name") << "top/ip/x"
+                                          << "";
+}
+
+void TestEngineTree::summarises()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, summary);
+    const std::string text = toEngineText(name);
+    QCOMPARE(fromEngineText(m_engine->getResourceSummary(&text)), summary);
+}
+
+void TestEngineTree::codesKinds_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("code");
+    QTest::newRow("an IP") << "top/ip" << int(ZEL_RESOURCE_IP);
+    QTest::newRow("a channel") << "top/ip/a" << int(ZEL_RESOURCE_DCUCHANNEL);
+    QTest::newRow("a reference clock") << "top/ip/ref" << int(ZEL_RESOURCE_EXTREF);
+    QTest::newRow("a PLL") << "top/clk/pll" << int(ZEL_RESOURCE_PLL);
+    QTest::newRow("a supply") << QString::fromUtf8("top/v\xC3\xA9") << int(ZEL_RESOURCE_UVCCIO);
+    QTest::newRow("the design") << "top" << int(ZEL_RESOURCE_ZEL);
+    QTest::newRow("a folder") << "top/clk" << int(ZEL_RESOURCE_UNKNOWN);
+    QTest::newRow("the id of a unit") << "10" << int(ZEL_RESOURCE_IP);
+    QTest::newRow("the id of a channel") << "12" << int(ZEL_RESOURCE_DCUCHANNEL);
+    QTest::newRow("the id of a supply") << "62" << int(ZEL_RESOURCE_UVCCIO);
+    QTest::newRow("the id of a pad") << "70" << int(ZEL_RESOURCE_UNKNOWN);
+    QTest::newRow("an id of nothing") << "-3" << int(ZEL_RESOURCE_UNKNOWN);
+    QTest::newRow("an empty text") << "" << int(ZEL_RESOURCE_UNKNOWN);
+}
+
+void TestEngineTree::codesKinds()
+{
+    QFETCH(QString, name);
+    QFETCH(int, code);
+    const std::string text = toEngineText(name);
+    QCOMPARE(m_engine->getResourceType(&text), code);
+}
+
+void TestEngineTree::countsUsage()
+{
+    using Row = std::vector<std::string>;
+    const std::vector<Row> rows = m_engine->getResources();
+    QCOMPARE(rows.size(), std::size_t(6)); // pads take nothing
+    QCOMPARE(rows.at(0), (Row{"Unit", "1", "3", "33 %"}));
+    QCOMPARE(rows.at(1), (Row{"Channel", "1", "6", "17 %"}));
+    QCOMPARE(rows.at(4), (Row{"Reference", "1", "2", "50 %"}));
+    QCOMPARE(rows.at(5), (Row{"Supply", "0", "3", "0 %"}));
+    QCOMPARE(m_engine->getResourceHeader().size() + 1, rows.front().size());
+}
+
+void TestEngineTree::marksOccupiedSites()
+{
+    const std::string fill = "fill";
+    const std::string popup = "tovanel:popup";
+    const std::string lane = "lane";
+    const auto bag = [this] { return m_engine->chip()->records().at(1)->attributes; };
+    QCOMPARE(m_engine->chip()->records().size(), m_engine->device().sites().size());
+    QCOMPARE(m_engine->chip()->records().at(1)->id, 11U);
+    QCOMPARE(*bag()->getAttributeValue(&fill), std::string("#a690d2"));
+    QCOMPARE(*bag()->getAttributeValue(&popup), std::string("Channel U0_CH0: top/ip/a"));
+    QCOMPARE(*bag()->getAttributeValue(&lane), std::string("0"));
+    QCOMPARE(m_engine->reset(QStringLiteral("top/ip/a")), QString());
+    QVERIFY(!bag()->getAttributeValue(&fill));
+    QVERIFY(!bag()->getAttributeValue(&popup));
+    QCOMPARE(*bag()->getAttributeValue(&lane), std::string("0"));
+}
+
+void TestEngineTree::keepsNamesWithoutARoot()
+{
+    m_folder.write(QStringLiteral("design.json"), "{\"resources\": [{\"name\": \"a\", \"type\": \"PLL\"}]}");
+    QString error;
+    QStringList warnings;
+    const auto engine = ReferenceEngine::open(m_folder.path(), &error, &warnings);
+    QVERIFY2(engine, qPrintable(error));
+    QCOMPARE(*engine->tree()->name, std::string());
+    const std::string name = "/a";
+    QCOMPARE(engine->getResourceType(&name), int(ZEL_RESOURCE_PLL));
+    const std::string root;
+    QCOMPARE(engine->getResourceType(&root), int(ZEL_RESOURCE_UNKNOWN));
+}
+
+void TestEngineTree::settings_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("refusal");
+    QTest::addColumn<QStringList>("inForce");
+    QTest::newRow("one channel") << "CH0"
+                                 << "FAST"
+                                 << "" << QStringList{"FAST", "SLOW"};
+    QTest::newRow("what holds for both") << "CH1"
+                                         << "OFF"
+                                         << "" << QStringList{"OFF", "OFF"};
+    QTest::newRow("no such value") << "CH0"
+                                   << "LOUD"
+                                   << "CH0 cannot be \"LOUD\", expected \"SLOW\" or \"FAST\""
+                                   << QStringList{"SLOW", "SLOW"};
+    QTest::newRow("no such key") << "CH2"
+                                 << "OFF"
+                                 << "U0 has no setting \"CH2\", expected \"CH0\" or \"CH1\""
+                                 << QStringList{"SLOW", "SLOW"};
+}
+
+void TestEngineTree::settings()
+{
+    QFETCH(QString, key);
+    QFETCH(QString, value);
+    QFETCH(QString, refusal);
+    QFETCH(QStringList, inForce);
+    const auto values = [this] {
+        return QStringList{m_engine->settings().value(10, QStringLiteral("CH0")),
+            m_engine->settings().value(10, QStringLiteral("CH1"))};
+    };
+    QCOMPARE(m_engine->setSetting(10, key, value), refusal);
+    QCOMPARE(values(), inForce);
+    // Leaving a common value by one channel leaves it for the other as well.
+    QCOMPARE(m_engine->setSetting(10, QStringLiteral("CH0"), QStringLiteral("SLOW")), QString());
+    const QStringList fresh{QStringLiteral("SLOW"), QStringLiteral("SLOW")};
+    QCOMPARE(values(), fresh);
+    QVERIFY(m_engine->settings().changes().isEmpty());
+}
+
+void TestEngineTree::offersSettingsForTheWholeUnit()
+{
+    using Values = std::vector<std::string>;
+    const std::string channel = "12";
+    const std::string pad = "70";
+    QVERIFY(m_engine->hasDynamicDialog(&channel));
+    QVERIFY(!m_engine->hasDynamicDialog(&pad));
+    QVERIFY(!m_engine->getDynamicDialogValues(&channel, 0));
+    QVERIFY(!m_engine->getDynamicDialogValues(&pad, 1));
+    const std::string key = "CH0";
+    const std::string value = "FAST";
+    QCOMPARE(m_engine->setDynamicDialogValue(&channel, 1, &key, &value), 1);
+    QCOMPARE(m_engine->setDynamicDialogValue(&pad, 1, &key, &value), 0);
+    const auto* offers = m_engine->getDynamicDialogValues(&channel, 1);
+    QVERIFY(offers);
+    QCOMPARE(offers->at("CH0"), (Values{"FAST", "SLOW", "FAST"}));
+    QCOMPARE(offers->at("CH0:CH1"), (Values{"OFF", "OFF"}));
+}
+
+void TestEngineTree::loadsManyResources()
+{
+    constexpr int GROUPS = 200;
+    constexpr int MEMBERS = 100;
+    QByteArray resources = "[";
+    for (int group = 0; group < GROUPS; ++group) {
+        resources += (group ? ",{\"name\":\"g" : "{\"name\":\"g") + QByteArray::number(group) + "\",\"children\":[";
+        for (int member = 0; member < MEMBERS; ++member)
+            resources
+                += (member ? ",{\"name\":\"" : "{\"name\":\"") + QByteArray::number(member) + "\",\"type\":\"PLL\"}";
+        resources += "]}";
+    }
+    m_folder.write(QStringLiteral("design.json"), designWith(resources + ']'));
+    QString error;
+    QStringList warnings;
+    const auto engine = ReferenceEngine::open(m_folder.path(), &error, &warnings);
+    QVERIFY2(engine, qPrintable(error));
+    QCOMPARE(engine->tree()->children->size(), std::size_t(GROUPS));
+    const std::string name = "top/g199/99";
+    QCOMPARE(engine->getResourceSummary(&name), std::string("not placed"));
+}
+
+ZEL_TEST_MAIN(TestEngineTree)
+#include "tst_enginetree.moc"
