@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+// The benchmarks by area. Each function registers those of one area for a drawing of `elements` elements; resultrows.h
+// says which of them the closing table sets against each other.
+namespace zelbench {
+
+void addLoadingBenchmarks(int elements);
+void addPaintingBenchmarks(int elements);
+void addPickingBenchmarks(int elements);
+void addStateBenchmarks(int elements);
+void addWindowChecks(int elements);
+
+} // namespace zelbench

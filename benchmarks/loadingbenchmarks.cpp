@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "benchmarks/benchmarks.h"
+#include "benchmarks/chipwindow.h"
+#include "benchmarks/device.h"
+#include "benchmarks/measure.h"
+#include "chipview/zelchipgui.h"
+#include "platform/contract/svgparser.h"
+
+#include <QFile>
+#include <QXmlStreamReader>
+
+#include <optional>
+
+namespace zelbench {
+
+namespace {
+
+void readMerely(benchmark::State& state, Device& device)
+{
+    for (auto _ : state) {
+        int elements = 0;
+        state.SetIterationTime(secondsOf([&] {
+            QFile file(QFile::decodeName(device.drawingFile().c_str()));
+            if (!file.open(QIODevice::ReadOnly))
+                return;
+            QXmlStreamReader reader(file.readAll());
+            while (!reader.atEnd())
+                elements += reader.readNext() == QXmlStreamReader::StartElement ? 1 : 0;
+        }));
+        if (elements < device.elements())
+            state.SkipWithError("the drawing was not read");
+    }
+}
+
+// Without a working file when `workingFile` is empty, else out of it.
+void parse(benchmark::State& state, const Device& device, const std::string& workingFile)
+{
+    if (!workingFile.empty())
+        SVGParser::create()->loadSVGElements(device.drawingFile(), workingFile);
+    for (auto _ : state) {
+        const std::unique_ptr<SVGParser> parser = SVGParser::create();
+        bool isLoaded = false;
+        state.SetIterationTime(
+            secondsOf([&] { isLoaded = parser->loadSVGElements(device.drawingFile(), workingFile); }));
+        if (!isLoaded)
+            state.SkipWithError(parser->errorString().c_str());
+        else if (parser->isLoadedFromWorkingFile() == workingFile.empty())
+            state.SkipWithError("the working file was not used as expected");
+    }
+}
+
+// Hands out the records of another parser, so that loading is only what comes after parsing.
+class ParsedAlready final : public SVGParser
+{
+public:
+    explicit ParsedAlready(const SVGParser& parsed)
+        : m_parsed(parsed)
+    { }
+    bool loadSVGElements(const std::string&, const std::string&) override { return true; }
+    zel_Parameter getSVGParameter() const override { return m_parsed.getSVGParameter(); }
+    const std::vector<zel_SingleGraphItem*>& getGraphicItems() const override { return m_parsed.getGraphicItems(); }
+
+private:
+    const SVGParser& m_parsed;
+};
+
+void buildScene(benchmark::State& state, Device& device)
+{
+    device.closeWindow();
+    const SVGParser& parsed = device.parsed();
+    SVGParser::setFactory([&parsed] { return std::make_unique<ParsedAlready>(parsed); });
+    for (auto _ : state) {
+        ChipWindow window(device.drawingFile(), device.folder());
+        state.SetIterationTime(secondsOf([&window] { window.load(); }));
+    }
+    SVGParser::setFactory(nullptr);
+}
+
+enum class Opening { First, Again };
+
+// From the start of loading to the first picture of the whole drawing, in a window that is already there.
+void open(benchmark::State& state, Device& device, Opening opening)
+{
+    device.closeWindow();
+    double firstPaint = 0.0;
+    double closing = 0.0;
+    for (auto _ : state) {
+        if (opening == Opening::First)
+            device.removeWorkingFile();
+        std::optional<ChipWindow> window(std::in_place, device.drawingFile(), device.folder());
+        bool isLoaded = false;
+        const double loading = secondsOf([&] { isLoaded = window->load(); });
+        const double painting = secondsOf([&] {
+            window->show(1.0);
+            window->repaint();
+        });
+        if (!isLoaded)
+            state.SkipWithError("the drawing was not loaded");
+        state.SetIterationTime(loading + painting);
+        firstPaint += painting;
+        closing += secondsOf([&window] { window.reset(); });
+    }
+    state.counters["first paint"] = benchmark::Counter(firstPaint, benchmark::Counter::kAvgIterations);
+    state.counters["close"] = benchmark::Counter(closing, benchmark::Counter::kAvgIterations);
+}
+
+} // namespace
+
+void addLoadingBenchmarks(int elements)
+{
+    add("QXmlStreamReader, merely reading", elements,
+        [=](benchmark::State& state) { readMerely(state, Device::ofSize(elements)); });
+    add("SVG text to records", elements,
+        [=](benchmark::State& state) { parse(state, Device::ofSize(elements), std::string()); });
+    add("records from the working file", elements, [=](benchmark::State& state) {
+        parse(state, Device::ofSize(elements), Device::ofSize(elements).workingFile());
+    });
+    add("records to items", elements, [=](benchmark::State& state) {
+        buildScene(state, Device::ofSize(elements));
+    })->Repetitions(OpeningRepetitions);
+    add("open", elements, [=](benchmark::State& state) {
+        open(state, Device::ofSize(elements), Opening::First);
+    })->Repetitions(OpeningRepetitions);
+    add("open again", elements, [=](benchmark::State& state) {
+        open(state, Device::ofSize(elements), Opening::Again);
+    })->Repetitions(OpeningRepetitions);
+}
+
+} // namespace zelbench

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "benchmarks/benchmarks.h"
+#include "benchmarks/device.h"
+#include "benchmarks/options.h"
+#include "benchmarks/resulttable.h"
+
+#include <QApplication>
+#include <QFont>
+
+#include <cstdio>
+
+namespace {
+
+// The same on every machine: no window system, one style, one font.
+void pinLook()
+{
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(12);
+    QApplication::setFont(font);
+}
+
+// The offscreen platform has no window manager to tell sizes to and complains of it for every window.
+void dropComplaints(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (!message.contains(QLatin1String("propagateSizeHints")))
+        std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qInstallMessageHandler(dropComplaints);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    pinLook();
+
+    const std::optional<std::vector<int>> sizes = zelbench::takeSizes(argc, argv);
+    if (!sizes) {
+        std::fputs("zelbench: --sizes takes numbers from 1000 to 10000000, separated by commas\n", stderr);
+        return 2;
+    }
+    benchmark::Initialize(&argc, argv, zelbench::printUsage);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    for (int elements : *sizes) {
+        zelbench::addWindowChecks(elements);
+        zelbench::addLoadingBenchmarks(elements);
+        zelbench::addPaintingBenchmarks(elements);
+        zelbench::addStateBenchmarks(elements);
+        zelbench::addPickingBenchmarks(elements);
+    }
+    zelbench::ResultTable table(*sizes);
+    benchmark::RunSpecifiedBenchmarks(&table);
+    zelbench::Device::close();
+    table.print();
+    return table.hasFailures() ? 1 : 0;
+}

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "benchmarks/barepainter.h"
+#include "benchmarks/benchmarks.h"
+#include "benchmarks/chipwindow.h"
+#include "benchmarks/device.h"
+#include "benchmarks/measure.h"
+#include "graphics/zelgraphicsscene.h"
+#include "graphics/zelgraphicsview.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QScrollBar>
+
+namespace zelbench {
+
+namespace {
+
+constexpr int PanDistance = 50; // pixels
+
+void paintBare(benchmark::State& state, Device& device, double zoom)
+{
+    ChipWindow& window = device.window();
+    const BarePainter& bare = device.bare();
+    window.show(zoom);
+    const QTransform transform = window.view()->viewportTransform();
+    const QList<int> layers = window.view()->getVisibleLayers();
+    QImage picture(ChipWindow::Width, ChipWindow::Height, QImage::Format_RGB32);
+    int drawn = 0;
+    for (auto _ : state)
+        state.SetIterationTime(secondsOf([&] { drawn = bare.paint(picture, transform, layers); }));
+    state.counters["drawn"] = drawn;
+}
+
+// Each time at another scale, as after a zoom: nothing of the picture before can be used.
+void paintAll(benchmark::State& state, Device& device, double zoom)
+{
+    ChipWindow& window = device.window();
+    window.show(zoom);
+    window.settle();
+    for (auto _ : state) {
+        state.SetIterationTime(secondsOf([&window] {
+            window.changeScaleALittle();
+            window.repaint();
+        }));
+        checkPaintedOnce(state, window.painted().take());
+        window.settle();
+    }
+}
+
+void paintUnchanged(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = device.window();
+    window.show(1.0);
+    window.repaint();
+    window.settle();
+    for (auto _ : state) {
+        state.SetIterationTime(secondsOf([&window] { window.repaint(); }));
+        checkPaintedOnce(state, window.painted().take());
+    }
+}
+
+void pan(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = device.window();
+    window.show(4.0);
+    window.repaint();
+    window.settle();
+    QScrollBar* bar = window.view()->horizontalScrollBar();
+    int distance = PanDistance;
+    for (auto _ : state) {
+        state.SetIterationTime(secondsOf([&] {
+            bar->setValue(bar->value() + distance);
+            window.deliver();
+        }));
+        checkPaintedOnce(state, window.painted().take());
+        distance = -distance;
+    }
+}
+
+// Every item paints itself, as Qt does it without a view.
+void paintItems(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = device.window();
+    window.show(1.0);
+    window.settle();
+    QImage picture(ChipWindow::Width, ChipWindow::Height, QImage::Format_RGB32);
+    const QRect everything = picture.rect();
+    const QRectF shown = window.view()->mapToScene(everything).boundingRect();
+    for (auto _ : state) {
+        state.SetIterationTime(secondsOf([&] {
+            picture.fill(Qt::white);
+            QPainter painter(&picture);
+            painter.setRenderHint(QPainter::Antialiasing, true);
+            window.scene()->render(&painter, everything, shown);
+        }));
+    }
+}
+
+} // namespace
+
+void addPaintingBenchmarks(int elements)
+{
+    struct Zoom
+    {
+        double factor;
+        const char* bare;
+        const char* full;
+    };
+    constexpr Zoom Zooms[] = {{1.0, "bare QPainter at fit", "full repaint at fit"},
+        {4.0, "bare QPainter at 4x", "full repaint at 4x"}, {30.0, "bare QPainter at 30x", "full repaint at 30x"}};
+    for (const Zoom& zoom : Zooms) {
+        const double factor = zoom.factor;
+        add(zoom.bare, elements, [=](benchmark::State& state) { paintBare(state, Device::ofSize(elements), factor); });
+        add(zoom.full, elements, [=](benchmark::State& state) { paintAll(state, Device::ofSize(elements), factor); });
+    }
+    add("items one by one at fit", elements,
+        [=](benchmark::State& state) { paintItems(state, Device::ofSize(elements)); });
+    add("pan by 50 pixels at 4x", elements, [=](benchmark::State& state) { pan(state, Device::ofSize(elements)); });
+    add("repaint, nothing changed", elements,
+        [=](benchmark::State& state) { paintUnchanged(state, Device::ofSize(elements)); });
+}
+
+} // namespace zelbench

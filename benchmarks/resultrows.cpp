@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#include "benchmarks/resultrows.h"
+
+namespace zelbench {
+
+const std::vector<ResultRow>& resultRows()
+{
+    static const std::vector<ResultRow> rows = {
+        {"QXmlStreamReader, merely reading", "QXmlStreamReader, merely reading", "", ""},
+        {"SVG text to records", "SVG text to records", "", "QXmlStreamReader, merely reading"},
+        {"records from the working file", "records from the working file", "", "SVG text to records"},
+        {"records to items", "records to items", "", ""},
+        {"open: from loading to the first picture", "open", "", "QXmlStreamReader, merely reading"},
+        {"open again, with the working file", "open again", "", "QXmlStreamReader, merely reading"},
+        {"first paint", "open", "first paint", "bare QPainter at fit"},
+        {"close", "open", "close", ""},
+        {"bare QPainter at fit", "bare QPainter at fit", "", ""},
+        {"bare QPainter at 4x", "bare QPainter at 4x", "", ""},
+        {"bare QPainter at 30x", "bare QPainter at 30x", "", ""},
+        {"full repaint at fit", "full repaint at fit", "", "bare QPainter at fit"},
+        {"full repaint at 4x", "full repaint at 4x", "", "bare QPainter at 4x"},
+        {"full repaint at 30x", "full repaint at 30x", "", "bare QPainter at 30x"},
+        {"pan by 50 pixels at 4x", "pan by 50 pixels at 4x", "", "bare QPainter at 4x"},
+        {"repaint with nothing changed, at fit", "repaint, nothing changed", "", "bare QPainter at fit"},
+        {"items one by one at fit", "items one by one at fit", "", "bare QPainter at fit"},
+        {"select one element, at fit", "select one element", "", "items one by one at fit"},
+        {"500 probable sites appear, at fit", "highlight 500 sites", "", "items one by one at fit"},
+        {"walking all items", "walking all items", "", ""},
+        {"refresh with 1000 dynamic values", "refresh 1000 dynamic values", "", "walking all items"},
+        {"click at 4x", "click at 4x", "", ""},
+        {"QGraphicsScene::items by shape", "QGraphicsScene::items by shape", "", ""},
+        {"rubber band over everything", "rubber band over everything", "", "QGraphicsScene::items by shape"},
+        {"drag move at 4x", "drag move at 4x", "", ""},
+        {"idle for half a second", "rest", "", ""},
+    };
+    return rows;
+}
+
+const std::vector<FactRow>& factRows()
+{
+    static const std::vector<FactRow> rows = {
+        {"elements drawn at fit", "bare QPainter at fit", "drawn"},
+        {"elements drawn at 4x", "bare QPainter at 4x", "drawn"},
+        {"elements drawn at 30x", "bare QPainter at 30x", "drawn"},
+        {"memory per element, bytes", "memory", "bytes"},
+        {"paint events until the window rests after opening", "rest", "paints to rest"},
+        {"paint events while idle for half a second", "rest", "idle paints"},
+        {"pixels asked for by a pan of 50 pixels", "pan by 50 pixels at 4x", "pixels"},
+        {"pixels asked for by the selection of one element", "select one element", "pixels"},
+        {"pixels that differ from bare QPainter at fit", "pictures", "differing at fit"},
+        {"pixels that differ from bare QPainter at 4x", "pictures", "differing at 4x"},
+        {"pixels that differ from bare QPainter at 30x", "pictures", "differing at 30x"},
+    };
+    return rows;
+}
+
+} // namespace zelbench

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "benchmarks/benchmarks.h"
+#include "benchmarks/chipwindow.h"
+#include "benchmarks/device.h"
+#include "benchmarks/measure.h"
+#include "chipview/zelchipviewdatabase.h"
+#include "dialogs/graphicitemdynamicattribute.h"
+#include "graphics/zelconstants.h"
+#include "graphics/zelgraphicitemattribute.h"
+#include "graphics/zelgraphicsscene.h"
+
+#include <QGraphicsItem>
+#include <QSet>
+
+using namespace mirn::zelchipview;
+
+namespace zelbench {
+
+namespace {
+
+constexpr int ProbableSites = 500;
+constexpr int DynamicValues = 1000;
+
+ZELChipViewDatabase& database()
+{
+    return *ZELChipViewDatabase::getInstance();
+}
+
+// Shows everything, painted and at rest.
+ChipWindow& restingWindow(Device& device)
+{
+    ChipWindow& window = device.window();
+    window.show(1.0);
+    window.repaint();
+    window.settle();
+    return window;
+}
+
+// The nth of `count` element ids that are spread over the drawing; the generator counts ids from 1, row by row.
+int spreadId(int n, int count, const Device& device)
+{
+    return 1 + static_cast<int>(static_cast<qint64>(n) * device.elements() / count);
+}
+
+// One element is marked or unmarked, and the picture is right again.
+void selectOne(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = restingWindow(device);
+    const int id = spreadId(1, 2, device);
+    bool isSelected = false;
+    for (auto _ : state) {
+        state.SetIterationTime(secondsOf([&] {
+            if (isSelected)
+                database().removeSelectedItem(id);
+            else
+                database().addSelctedItem(id, false);
+            window.deliver();
+        }));
+        isSelected = !isSelected;
+        checkPaintedOnce(state, window.painted().take());
+    }
+    database().removeSelectedItem(id);
+}
+
+// The probable sites appear or disappear, and the picture is right again.
+void highlightSites(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = restingWindow(device);
+    QSet<int> sites;
+    for (int n = 0; n < ProbableSites; ++n)
+        sites.insert(spreadId(n, ProbableSites, device));
+    bool isHighlighted = false;
+    for (auto _ : state) {
+        state.SetIterationTime(secondsOf([&] {
+            database().highlightedIds().assign(isHighlighted ? QSet<int>() : sites);
+            window.deliver();
+        }));
+        isHighlighted = !isHighlighted;
+        checkPaintedOnce(state, window.painted().take());
+    }
+    database().highlightedIds().clear();
+}
+
+void giveDynamicValues(ChipWindow& window, const Device& device)
+{
+    window.engine().device.clearRecords();
+    for (int n = 0; n < DynamicValues; ++n) {
+        const auto id = static_cast<unsigned int>(spreadId(n, DynamicValues, device));
+        window.engine().device.addRecord(id, {{"fill", "#a0b0c0"}, {"tovanel:popup", "site"}});
+    }
+}
+
+// Colours and tooltips follow the engine; nothing is painted.
+void refresh(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = device.window();
+    giveDynamicValues(window, device);
+    for (auto _ : state)
+        state.SetIterationTime(secondsOf([&window] { window.scene()->refresh(); }));
+    window.engine().device.clearRecords();
+}
+
+// The plain way to the same end: each item is asked whether there are values for it.
+void walkItems(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = device.window();
+    giveDynamicValues(window, device);
+    for (auto _ : state) {
+        int found = 0;
+        state.SetIterationTime(secondsOf([&] {
+            const QMap<QString, GraphicItemDynamicAttribute>& values = database().getGraphicsDynamicInfo();
+            const QList<QGraphicsItem*> items = window.scene()->items();
+            for (const QGraphicsItem* item : items) {
+                const int loadNumber = item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
+                const ZELGraphicItemAttribute* attribute = database().getGraphicItemAttribute(loadNumber);
+                found += attribute && values.contains(QString::number(attribute->itemId)) ? 1 : 0;
+            }
+        }));
+        if (found != DynamicValues)
+            state.SkipWithError("not all elements were found");
+    }
+    window.engine().device.clearRecords();
+}
+
+} // namespace
+
+void addStateBenchmarks(int elements)
+{
+    add("select one element", elements, [=](benchmark::State& state) { selectOne(state, Device::ofSize(elements)); });
+    add("highlight 500 sites", elements,
+        [=](benchmark::State& state) { highlightSites(state, Device::ofSize(elements)); });
+    add("refresh 1000 dynamic values", elements,
+        [=](benchmark::State& state) { refresh(state, Device::ofSize(elements)); });
+    add("walking all items", elements, [=](benchmark::State& state) { walkItems(state, Device::ofSize(elements)); });
+}
+
+} // namespace zelbench
