@@ -3,6 +3,7 @@
 
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelconstants.h"
+#include "ui_dcuSettingDlg.h"
 
 #include <QComboBox>
 #include <QFontMetrics>
@@ -45,13 +46,14 @@ void chooseText(QComboBox* box, const QString& text)
 
 ZELDCUSettingDlg::ZELDCUSettingDlg(QWidget* parent, int id)
     : QDialog(parent)
+    , m_form(std::make_unique<Ui_dcuSettingDlg>())
     , m_id(id)
 {
-    m_form.setupUi(this);
+    m_form->setupUi(this);
     keepLegible();
-    connect(m_form.pushButtonOK, &QPushButton::clicked, this, &ZELDCUSettingDlg::accept);
-    connect(m_form.pushButtonCancel, &QPushButton::clicked, this, &ZELDCUSettingDlg::reject);
-    for (QComboBox* box : {m_form.comboBoxCH0, m_form.comboBoxCH1}) {
+    connect(m_form->pushButtonOK, &QPushButton::clicked, this, &ZELDCUSettingDlg::accept);
+    connect(m_form->pushButtonCancel, &QPushButton::clicked, this, &ZELDCUSettingDlg::reject);
+    for (QComboBox* box : {m_form->comboBoxCH0, m_form->comboBoxCH1}) {
         connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this, box] { syncValues(box->currentText()); });
     }
@@ -70,7 +72,7 @@ void ZELDCUSettingDlg::init()
             fill(list.key(), list.value());
         addCoupledValues(lists->value(DYNAMIC_DLG_CH0_CH1));
     }
-    for (QComboBox* box : {m_form.comboBoxCH0, m_form.comboBoxCH1, m_form.comboBoxTXPLL}) {
+    for (QComboBox* box : {m_form->comboBoxCH0, m_form->comboBoxCH1, m_form->comboBoxTXPLL}) {
         if (box->count() == 0)
             box->setDisabled(true);
     }
@@ -98,7 +100,7 @@ void ZELDCUSettingDlg::addCoupledValues(const QVector<QString>& values)
         m_currentValues.insert(DYNAMIC_DLG_CH1, m_currentValues.value(DYNAMIC_DLG_CH0_CH1));
     }
     for (const QString& value : values) {
-        for (QComboBox* box : {m_form.comboBoxCH0, m_form.comboBoxCH1})
+        for (QComboBox* box : {m_form->comboBoxCH0, m_form->comboBoxCH1})
             box->insertItem(box->count(), value);
         m_coupledValues.insert(value);
     }
@@ -107,11 +109,11 @@ void ZELDCUSettingDlg::addCoupledValues(const QVector<QString>& values)
 QComboBox* ZELDCUSettingDlg::boxOf(const QString& key) const
 {
     if (key == DYNAMIC_DLG_TXPLL)
-        return m_form.comboBoxTXPLL;
+        return m_form->comboBoxTXPLL;
     if (key == DYNAMIC_DLG_CH0)
-        return m_form.comboBoxCH0;
+        return m_form->comboBoxCH0;
     if (key == DYNAMIC_DLG_CH1)
-        return m_form.comboBoxCH1;
+        return m_form->comboBoxCH1;
     return nullptr;
 }
 
@@ -119,8 +121,8 @@ void ZELDCUSettingDlg::syncValues(const QString& text)
 {
     if (!m_coupledValues.contains(text))
         return;
-    chooseText(m_form.comboBoxCH0, text);
-    chooseText(m_form.comboBoxCH1, text);
+    chooseText(m_form->comboBoxCH0, text);
+    chooseText(m_form->comboBoxCH1, text);
 }
 
 void ZELDCUSettingDlg::accept()
@@ -143,7 +145,7 @@ void ZELDCUSettingDlg::reject()
 // The form's geometry is fixed; the desktop's font is not.
 void ZELDCUSettingDlg::keepLegible()
 {
-    for (QLabel* label : {m_form.label, m_form.label_2, m_form.label_3})
+    for (QLabel* label : {m_form->label, m_form->label_2, m_form->label_3})
         fitText(label);
 }
 

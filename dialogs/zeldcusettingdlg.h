@@ -2,12 +2,16 @@
 #pragma once
 
 #include "platform/contract/zelexport.h"
-#include "ui_dcuSettingDlg.h"
 
 #include <QDialog>
 #include <QMap>
 #include <QSet>
 #include <QString>
+
+#include <memory>
+
+class QComboBox;
+class Ui_dcuSettingDlg;
 
 namespace mirn::zelchipview {
 
@@ -36,7 +40,7 @@ private:
     [[nodiscard]] QComboBox* boxOf(const QString& key) const;
     void keepLegible();
 
-    Ui_dcuSettingDlg m_form;
+    const std::unique_ptr<Ui_dcuSettingDlg> m_form;
     QSet<QString> m_coupledValues;
     QMap<QString, QString> m_changedValues; // by setting key
     QMap<QString, QString> m_currentValues; // by setting key, in force when the dialog opened

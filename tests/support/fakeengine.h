@@ -85,7 +85,7 @@ public:
         calls.push_back("config " + *name);
         return configResult;
     }
-    bool hasDynamicDialog(const std::string*) override { return false; }
+    bool hasDynamicDialog(const std::string* id) override { return sitesWithDialog.count(*id) > 0; }
     const std::map<std::string, std::vector<std::string>>* getDynamicDialogValues(
         const std::string*, unsigned int) override
     {
@@ -138,6 +138,7 @@ public:
     std::set<std::string> allowedSites;
     std::list<std::string> probableSites;
     std::unique_ptr<std::map<std::string, std::vector<std::string>>> dialogValues;
+    std::set<std::string> sitesWithDialog;
     int configResult = 0;
     std::vector<std::string> calls;
 

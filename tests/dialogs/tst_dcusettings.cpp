@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: MIT
+#include "dialogs/dcupicker.h"
+#include "dialogs/zeldcusettingdlg.h"
+#include "graphics/zelrectattribute.h"
+#include "platform/contract/zelgraphicrecords.h"
+#include "tests/support/chipviewfixture.h"
+#include "tests/support/testmain.h"
+
+#include <QComboBox>
+#include <QFontMetrics>
+#include <QGraphicsRectItem>
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+
+using namespace zeltest;
+
+namespace {
+
+using Values = std::map<std::string, std::vector<std::string>>;
+using Calls = std::vector<std::string>;
+
+constexpr int Site = 70;
+
+class SettingsView : public ChipView
+{
+public:
+    explicit SettingsView(const Values& values)
+    {
+        engine.dialogValues = std::make_unique<Values>(values);
+        engine.sitesWithDialog = {"70"};
+        drawing.addRect(Site, 10, 10, 40, 40);
+        drawing.addRect(71, 60, 10, 40, 40);
+        open();
+        engine.calls.clear();
+    }
+};
+
+QComboBox* box(const ZELDCUSettingDlg& dialog, const char* name)
+{
+    return dialog.findChild<QComboBox*>(QLatin1String(name));
+}
+
+QStringList texts(const QComboBox* box)
+{
+    QStringList all;
+    for (int i = 0; i < box->count(); ++i)
+        all.append(box->itemText(i));
+    return all;
+}
+
+} // namespace
+
+class TestDcuSettings : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void offersTheEnginesValues();
+    void writesWhatWasChanged_data();
+    void writesWhatWasChanged();
+    void coupledValuesKeepTheChannelsInStep();
+    void withoutValuesNothingCanBeChosen();
+    void emptyCurrentValueSelectsNothing();
+    void cancelWritesNothing();
+    void textsFitTheForm();
+    void doubleClickOpensTheSiteBelow_data();
+    void doubleClickOpensTheSiteBelow();
+    void highestRectIsMeant_data();
+    void highestRectIsMeant();
+};
+
+void TestDcuSettings::offersTheEnginesValues()
+{
+    SettingsView chip(
+        {{"CH0", {"A", "A", "B"}}, {"CH1", {"B", "A", "B"}}, {"TXPLL", {"X", "", "X", "Y"}}, {"?", {"Z"}}});
+    ZELDCUSettingDlg dialog(nullptr, Site);
+    QCOMPARE(texts(box(dialog, "comboBoxCH0")), (QStringList{"A", "A", "B"}));
+    QCOMPARE(box(dialog, "comboBoxCH0")->currentIndex(), 0);
+    QCOMPARE(texts(box(dialog, "comboBoxCH1")), (QStringList{"B", "A", "B"}));
+    QCOMPARE(box(dialog, "comboBoxCH1")->currentText(), QStringLiteral("B"));
+    QCOMPARE(texts(box(dialog, "comboBoxTXPLL")), (QStringList{"X", "X", "Y"}));
+}
+
+void TestDcuSettings::writesWhatWasChanged_data()
+{
+    QTest::addColumn<QString>("txPll");
+    QTest::addColumn<QStringList>("writes");
+    QTest::newRow("nothing") << "X" << QStringList{"refresh 3"};
+    QTest::newRow("one value") << "Y" << QStringList{"set 70 TXPLL=Y", "refresh 3"};
+}
+
+void TestDcuSettings::writesWhatWasChanged()
+{
+    QFETCH(QString, txPll);
+    SettingsView chip({{"CH0", {"A", "A", "B"}}, {"TXPLL", {"X", "X", "Y"}}});
+    ZELDCUSettingDlg dialog(nullptr, Site);
+    box(dialog, "comboBoxTXPLL")->setCurrentText(txPll);
+    QTimer::singleShot(0, dialog.findChild<QPushButton*>(QStringLiteral("pushButtonOK")), &QPushButton::click);
+    QCOMPARE(dialog.exec(), DCUDLGSUCCESS);
+    QStringList calls;
+    for (const std::string& call : chip.engine.calls)
+        calls.append(QString::fromLatin1(call.c_str()));
+    QTEST(calls, "writes");
+    QCOMPARE(chip.window->getDirtyFlag(), txPll == QStringLiteral("Y") ? 4 : 0);
+}
+
+void TestDcuSettings::coupledValuesKeepTheChannelsInStep()
+{
+    SettingsView chip({{"CH0", {"A", "A", "B"}}, {"CH1", {"B", "A", "B"}}, {"CH0:CH1", {"Q", "Q"}}});
+    ZELDCUSettingDlg dialog(nullptr, Site);
+    QComboBox* channel0 = box(dialog, "comboBoxCH0");
+    QComboBox* channel1 = box(dialog, "comboBoxCH1");
+    QCOMPARE(channel0->currentText() + channel1->currentText(), QStringLiteral("AB"));
+    channel1->setCurrentIndex(channel1->findText(QStringLiteral("Q")));
+    QCOMPARE(channel0->currentText(), QStringLiteral("Q"));
+    channel0->setCurrentIndex(2);
+    QCOMPARE(channel0->currentText() + channel1->currentText(), QStringLiteral("BQ"));
+    dialog.accept();
+    // Both were on "Q" when the dialog opened, whatever the single lists said.
+    QCOMPARE(chip.engine.calls, (Calls{"set 70 CH0=B", "refresh 3"}));
+}
+
+void TestDcuSettings::withoutValuesNothingCanBeChosen()
+{
+    SettingsView chip({});
+    chip.engine.dialogValues.reset();
+    ZELDCUSettingDlg dialog(nullptr, Site);
+    for (const char* name : {"comboBoxCH0", "comboBoxCH1", "comboBoxTXPLL"})
+        QVERIFY(!box(dialog, name)->isEnabled());
+    dialog.accept();
+    QCOMPARE(chip.engine.calls, Calls{"refresh 3"});
+}
+
+void TestDcuSettings::emptyCurrentValueSelectsNothing()
+{
+    SettingsView chip({{"CH0", {"", "A"}}, {"CH1", {}}});
+    ZELDCUSettingDlg dialog(nullptr, Site);
+    QCOMPARE(box(dialog, "comboBoxCH0")->currentIndex(), -1);
+    QVERIFY(box(dialog, "comboBoxCH0")->isEnabled());
+    QVERIFY(!box(dialog, "comboBoxCH1")->isEnabled());
+    dialog.accept();
+    QCOMPARE(chip.engine.calls, Calls{"refresh 3"});
+}
+
+void TestDcuSettings::cancelWritesNothing()
+{
+    SettingsView chip({{"TXPLL", {"X", "X", "Y"}}});
+    ZELDCUSettingDlg dialog(nullptr, Site);
+    box(dialog, "comboBoxTXPLL")->setCurrentText(QStringLiteral("Y"));
+    QTimer::singleShot(0, &dialog, [&] { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    QCOMPARE(dialog.exec(), 1);
+    QVERIFY(chip.engine.calls.empty());
+}
+
+void TestDcuSettings::textsFitTheForm()
+{
+    SettingsView chip({});
+    ZELDCUSettingDlg dialog(nullptr, Site);
+    dialog.show();
+    QCOMPARE(dialog.size(), QSize(252, 238));
+    QCOMPARE(dialog.minimumSize(), dialog.maximumSize());
+    const auto labels = dialog.findChildren<QLabel*>();
+    QCOMPARE(labels.size(), 3);
+    for (const QLabel* label : labels)
+        QVERIFY2(
+            QFontMetrics(label->font()).horizontalAdvance(label->text()) <= label->width(), qPrintable(label->text()));
+    QCOMPARE(box(dialog, "comboBoxTXPLL")->nextInFocusChain()->parent(), box(dialog, "comboBoxCH0")->parent());
+}
+
+void TestDcuSettings::doubleClickOpensTheSiteBelow_data()
+{
+    QTest::addColumn<QPointF>("point");
+    QTest::addColumn<bool>("isOpened");
+    QTest::newRow("a site with settings") << QPointF(30, 30) << true;
+    QTest::newRow("a site without") << QPointF(80, 30) << false;
+    QTest::newRow("beside the sites") << QPointF(5, 5) << false;
+}
+
+void TestDcuSettings::doubleClickOpensTheSiteBelow()
+{
+    QFETCH(QPointF, point);
+    SettingsView chip({{"TXPLL", {"X", "X"}}});
+    bool isOpened = false;
+    QTimer::singleShot(0, qApp, [&] {
+        if (QWidget* dialog = QApplication::activeModalWidget()) {
+            isOpened = true;
+            static_cast<QDialog*>(dialog)->reject();
+        }
+    });
+    const QPoint position = chip.view()->mapFromScene(point);
+    chip.mouse(QEvent::MouseButtonDblClick, position);
+    QCoreApplication::processEvents();
+    QTEST(isOpened, "isOpened");
+}
+
+void TestDcuSettings::highestRectIsMeant_data()
+{
+    QTest::addColumn<QList<double>>("heights");
+    QTest::addColumn<int>("meant");
+    QTest::newRow("above the whole number of the first") << QList<double>{3, 3.5} << 1;
+    QTest::newRow("also when it is lower than the first itself") << QList<double>{3.5, 3.2} << 1;
+    QTest::newRow("the first of two equal ones") << QList<double>{3, 3} << 0;
+    QTest::newRow("none at or below the ground") << QList<double>{0, -1} << -1;
+    QTest::newRow("nothing there") << QList<double>{} << -1;
+}
+
+void TestDcuSettings::highestRectIsMeant()
+{
+    QFETCH(QList<double>, heights);
+    std::vector<std::unique_ptr<QGraphicsRectItem>> rects;
+    std::vector<std::unique_ptr<ZELRectAttribute>> attributes;
+    QList<QGraphicsItem*> items;
+    for (double height : heights) {
+        rects.push_back(std::make_unique<QGraphicsRectItem>());
+        rects.back()->setZValue(height);
+        rects.back()->setData(ZEL_GRAPHIC_ITEM_Attribute_KEY, int(attributes.size()));
+        attributes.push_back(std::make_unique<ZELRectAttribute>(0, 0, 1, 1, 0, 0, 0, ""));
+        attributes.back()->kind = ZEL_GRAPHIC_RECT;
+        items.append(rects.back().get());
+    }
+    const auto attributeOf = [&](int number) -> ZELGraphicItemAttribute* { return attributes[number].get(); };
+    const ZELGraphicItemAttribute* best = dcuAmong(items, attributeOf);
+    int meant = -1;
+    for (int i = 0; i < int(attributes.size()); ++i)
+        meant = attributes[i].get() == best ? i : meant;
+    QTEST(meant, "meant");
+    for (const auto& attribute : attributes)
+        attribute->kind = ZEL_GRAPHIC_POLYGON;
+    QVERIFY(!dcuAmong(items, attributeOf));
+}
+
+ZEL_TEST_MAIN(TestDcuSettings)
+#include "tst_dcusettings.moc"
