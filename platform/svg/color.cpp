@@ -121,7 +121,8 @@ bool parseFunction(std::string_view name, std::string_view text, Color& color)
         return false;
     const Argument* a = arguments.list;
     if (isRgb) {
-        const auto value = [](const Argument& part) { return part.isPercent ? part.value * 2.55 : part.value; };
+        const auto value
+            = [](const Argument& part) { return part.isPercent ? part.value * 255.0 / 100.0 : part.value; };
         color.rgb = packed(value(a[0]), value(a[1]), value(a[2]));
     } else {
         const double hue = std::fmod(std::fmod(a[0].value, 360.0) + 360.0, 360.0);

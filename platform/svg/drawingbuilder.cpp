@@ -385,19 +385,21 @@ void DrawingBuilder::followTree(const DocumentTree& tree, StyleSheet& sheet)
 void DrawingBuilder::follow(unsigned node)
 {
     m_node = node;
-    if (m_tree->name(node) == ElementName::CharacterData) {
-        characters(m_tree->text(node));
-        return;
-    }
     if (!m_openInstances.empty()) {
         m_instanceBytes += m_tree->byteCount(node);
         if (++m_instances > m_limits.instances || m_instanceBytes > m_limits.instanceBytes)
             m_diagnostics.fail(
                 "found <use> elements that multiply beyond any sensible drawing, expected fewer of them");
     }
+    if (m_diagnostics.hasFailed())
+        return;
+    if (m_tree->name(node) == ElementName::CharacterData) {
+        characters(m_tree->text(node));
+        return;
+    }
     Element element;
     m_tree->fill(node, element);
-    if (m_diagnostics.hasFailed() || !startElement(element))
+    if (!startElement(element))
         return;
     for (unsigned inner = node + 1; inner < m_tree->end(node); inner = m_tree->end(inner)) {
         follow(inner);

@@ -7,6 +7,7 @@
 #include "platform/svg/textmetrics.h"
 
 #include <cmath>
+#include <cstring>
 
 namespace zelsvg {
 
@@ -57,7 +58,6 @@ void TextLayout::begin(const Matrix& matrix, ViewportSize viewport)
     m_positions.clear();
     m_runs.clear();
     m_endsWithSpace = true;
-    m_canTrim = false;
 }
 
 void TextLayout::pushElement(const Element& element, const Style& style)
@@ -94,6 +94,7 @@ void TextLayout::readList(
 // Blanks fold to one and vanish at both ends, unless they are to be kept.
 void TextLayout::add(std::string_view text, const Style& style, const Identity& identity)
 {
+    bool goesOn = !m_runs.empty() && continues(style, identity);
     while (!text.empty()) {
         char32_t character = takeCharacter(text);
         const bool isBlank = character < 0x80 && isSpace(static_cast<char>(character));
@@ -101,14 +102,17 @@ void TextLayout::add(std::string_view text, const Style& style, const Identity& 
             character = ' ';
         if (isBlank && !style.keepsSpaces && m_endsWithSpace)
             continue;
-        addCharacter(character, style, identity);
+        Position position;
+        if ((takePosition(position) || !goesOn) && !addRun(style, identity, position))
+            return;
+        goesOn = true;
+        addCharacter(character);
         m_endsWithSpace = isBlank && !style.keepsSpaces;
-        m_canTrim = m_endsWithSpace;
     }
 }
 
 // The innermost element with an entry for this character says where it stands. False when none does.
-bool TextLayout::takePosition(Run& position)
+bool TextLayout::takePosition(Position& position)
 {
     double values[4] = {};
     bool has[4] = {};
@@ -121,56 +125,48 @@ bool TextLayout::takePosition(Run& position)
         }
         ++positions.next;
     }
-    position.hasX = has[ListX];
-    position.hasY = has[ListY];
-    position.place = {values[ListX], values[ListY]};
-    position.shift = {values[ListDx], values[ListDy]};
-    return position.hasX || position.hasY || position.shift.x != 0.0 || position.shift.y != 0.0;
+    position = {has[ListX], has[ListY], {values[ListX], values[ListY]}, {values[ListDx], values[ListDy]}};
+    return has[ListX] || has[ListY] || values[ListDx] != 0.0 || values[ListDy] != 0.0;
 }
 
-void TextLayout::addCharacter(char32_t character, const Style& style, const Identity& identity)
+bool TextLayout::addRun(const Style& style, const Identity& identity, const Position& position)
+{
+    if (m_runs.size() >= MostRuns)
+        m_diagnostics.fail("found a text of more than 65536 pieces, expected fewer positions in it");
+    else
+        m_runs.push_back({{}, identity, style, position, m_positions.size() > 1});
+    return !m_diagnostics.hasFailed();
+}
+
+void TextLayout::addCharacter(char32_t character)
 {
     char single[2];
     const std::string_view latin1 = latin1Of(character, single);
     if (latin1 == "?" && character != '?')
         m_diagnostics.warn(Unsupported::Character);
-    Run position;
-    if (takePosition(position) || m_runs.empty() || !continues(style, identity)) {
-        position.identity = identity;
-        position.style = style;
-        position.isSpan = m_positions.size() > 1;
-        if (m_runs.size() >= MostRuns) {
-            m_diagnostics.fail("found a text of more than 65536 pieces, expected fewer positions in it");
-            return;
-        }
-        m_runs.push_back(std::move(position));
-    }
     m_runs.back().text.append(latin1);
 }
 
 bool TextLayout::continues(const Style& style, const Identity& identity) const
 {
     const Run& last = m_runs.back();
-    return last.style.fontSize == style.fontSize && last.style.fontFamily == style.fontFamily
+    return last.style.fontSize == style.fontSize && std::strcmp(last.style.fontFamily, style.fontFamily) == 0
         && last.style.baseline == style.baseline && isSamePaint(last.style, style) && last.identity.id == identity.id
         && last.identity.layer == identity.layer && last.isSpan == (m_positions.size() > 1);
 }
 
-void TextLayout::trimEnd()
-{
-    if (m_canTrim && !m_runs.empty() && !m_runs.back().text.empty() && m_runs.back().text.back() == ' ')
-        m_runs.back().text.pop_back();
-}
-
 void TextLayout::end()
 {
-    trimEnd();
+    // The blank that turned out to be the last character.
+    if (m_endsWithSpace && !m_runs.empty() && !m_runs.back().text.empty())
+        m_runs.back().text.pop_back();
     zel_Point at;
     for (std::size_t i = 0; i < m_runs.size(); ++i) {
         const Run& run = m_runs[i];
-        at.x = (run.hasX ? run.place.x : at.x) + run.shift.x;
-        at.y = (run.hasY ? run.place.y : at.y) + run.shift.y;
-        if (i == 0 || run.hasX || run.hasY)
+        const Position& position = run.position;
+        at.x = (position.hasX ? position.place.x : at.x) + position.shift.x;
+        at.y = (position.hasY ? position.place.y : at.y) + position.shift.y;
+        if (i == 0 || position.hasX || position.hasY)
             at.x += chunkShift(i);
         writeRun(run, at);
         at.x += textAdvance(run.text) * run.style.fontSize;
@@ -186,9 +182,9 @@ double TextLayout::chunkShift(std::size_t first) const
     double width = 0.0;
     for (std::size_t i = first; i < m_runs.size(); ++i) {
         const Run& run = m_runs[i];
-        if (i > first && (run.hasX || run.hasY))
+        if (i > first && (run.position.hasX || run.position.hasY))
             break;
-        width += textAdvance(run.text) * run.style.fontSize + (i > first ? run.shift.x : 0.0);
+        width += textAdvance(run.text) * run.style.fontSize + (i > first ? run.position.shift.x : 0.0);
     }
     return m_runs[first].style.anchor == TextAnchor::Middle ? -width / 2 : -width;
 }

@@ -44,25 +44,31 @@ private:
         std::size_t next = 0;
     };
 
+    // Where a character stands.
+    struct Position
+    {
+        bool hasX = false; // an absolute place
+        bool hasY = false;
+        zel_Point place;
+        zel_Point shift; // relative to where the characters before it end
+    };
+
     // Characters that are drawn by one record.
     struct Run
     {
         std::string text; // ISO 8859-1
         Identity identity;
         Style style;
-        bool hasX = false; // starts at an absolute place
-        bool hasY = false;
-        zel_Point place;
-        zel_Point shift; // relative to where the characters before it end
+        Position position;
         bool isSpan = false;
     };
 
     void readList(
         const Element& element, AttributeName name, LengthAxis axis, const Style& style, std::vector<double>& list);
-    bool takePosition(Run& position);
-    void addCharacter(char32_t character, const Style& style, const Identity& identity);
+    bool takePosition(Position& position);
+    bool addRun(const Style& style, const Identity& identity, const Position& position);
+    void addCharacter(char32_t character);
     [[nodiscard]] bool continues(const Style& style, const Identity& identity) const;
-    void trimEnd();
     [[nodiscard]] double chunkShift(std::size_t first) const;
     void writeRun(const Run& run, zel_Point at);
 
@@ -72,8 +78,7 @@ private:
     ViewportSize m_viewport;
     std::vector<Positions> m_positions;
     std::vector<Run> m_runs;
-    bool m_endsWithSpace = true; // where blanks fold, another one would be too much
-    bool m_canTrim = false;
+    bool m_endsWithSpace = true; // where another blank folds away: at the begin and behind one
 };
 
 } // namespace zelsvg

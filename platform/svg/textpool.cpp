@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t FirstBlock = std::size_t(1) << 12;
 constexpr std::size_t LargestBlock = std::size_t(1) << 22;
-constexpr std::size_t FirstSlots = 64;
+constexpr std::size_t RecentTexts = 1024;
 
 } // namespace
 
@@ -49,39 +49,20 @@ const char* TextPool::intern(std::string_view text)
     text = text.substr(0, text.find('\0'));
     if (text.empty())
         return emptyText();
-    if (m_interned * 2 >= m_slots.size())
-        grow();
+    if (m_recent.empty())
+        m_recent.resize(RecentTexts, {0, nullptr, 0});
     const std::uint64_t hash = hashOf(text);
-    std::size_t slot = hash & (m_slots.size() - 1);
-    while (m_slots[slot].text) {
-        const Slot& found = m_slots[slot];
-        if (found.hash == hash && std::string_view(found.text, found.length) == text)
-            return found.text;
-        slot = (slot + 1) & (m_slots.size() - 1);
-    }
-    m_slots[slot] = {hash, add(text), text.size()};
-    ++m_interned;
-    return m_slots[slot].text;
-}
-
-void TextPool::grow()
-{
-    std::vector<Slot> slots(std::max(FirstSlots, m_slots.size() * 2), Slot{0, nullptr, 0});
-    for (const Slot& old : m_slots) {
-        std::size_t slot = old.hash & (slots.size() - 1);
-        while (old.text && slots[slot].text)
-            slot = (slot + 1) & (slots.size() - 1);
-        if (old.text)
-            slots[slot] = old;
-    }
-    m_slots.swap(slots);
+    Recent& recent = m_recent[hash % RecentTexts];
+    const bool isFound = recent.text && recent.hash == hash && std::string_view(recent.text, recent.length) == text;
+    if (!isFound)
+        recent = {hash, add(text), text.size()};
+    return recent.text;
 }
 
 char* TextPool::restore(std::size_t size)
 {
     m_blocks.clear();
-    m_slots.clear();
-    m_interned = 0;
+    m_recent.clear();
     m_blocks.push_back({std::unique_ptr<char[]>(new char[size]), size, size, 0});
     return m_blocks.back().bytes.get();
 }

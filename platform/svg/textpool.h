@@ -19,7 +19,8 @@ public:
     // A copy of `text` up to its first NUL.
     const char* add(std::string_view text);
 
-    // The same, but equal texts share one copy.
+    // The same, but a text that was given lately is found again instead of copied: drawings repeat tooltips and names
+    // in rows. Mere luck with memory; two equal texts may well have two addresses.
     const char* intern(std::string_view text);
 
     // Room for `size` bytes that the caller fills with texts, as the pool's only content; offset 0 is its begin.
@@ -47,19 +48,17 @@ private:
         std::size_t offset; // of the block's first byte
     };
 
-    char* reserve(std::size_t size);
-    void grow();
-
-    struct Slot
+    struct Recent
     {
         std::uint64_t hash;
-        const char* text; // null for a free slot
+        const char* text; // null for none
         std::size_t length;
     };
 
+    char* reserve(std::size_t size);
+
     std::vector<Block> m_blocks;
-    std::vector<Slot> m_slots; // open addressing, the size is a power of two
-    std::size_t m_interned = 0;
+    std::vector<Recent> m_recent; // by the lowest bits of the hash
 };
 
 } // namespace zelsvg

@@ -172,8 +172,7 @@ std::string ImageWriter::finish(const DrawingKey& key)
     image.push_back('\0');
     m_names.forEachBlock([&image](std::string_view block) { image.append(block); });
     image.append(m_texts);
-    m_header.bodyHash = hashOfBytes(image.data() + sizeof m_header, image.size() - sizeof m_header);
-    m_header.headerHash = headerHash(m_header);
+    seal(m_header, std::string_view(image).substr(sizeof m_header));
     std::memcpy(image.data(), &m_header, sizeof m_header);
     return image;
 }
@@ -385,6 +384,12 @@ std::string makeImage(const DrawingKey& key, const Drawing& drawing)
     for (const std::string& warning : drawing.warnings)
         writer.addWarning(warning);
     return writer.finish(key);
+}
+
+void seal(ImageHeader& header, std::string_view body)
+{
+    header.bodyHash = hashOfBytes(body.data(), body.size());
+    header.headerHash = headerHash(header);
 }
 
 bool readHeader(std::string_view image, std::uint64_t fileSize, ImageHeader& header)

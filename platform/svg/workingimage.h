@@ -90,6 +90,9 @@ struct ImageRecord
 // The whole image of a drawing.
 [[nodiscard]] std::string makeImage(const DrawingKey& key, const Drawing& drawing);
 
+// Puts into `header`, otherwise complete, the hashes that make it one with `body`.
+void seal(ImageHeader& header, std::string_view body);
+
 // The header at the begin of an image of `fileSize` bytes. False when it cannot be one.
 bool readHeader(std::string_view image, std::uint64_t fileSize, ImageHeader& header);
 

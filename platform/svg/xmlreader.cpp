@@ -77,6 +77,7 @@ XmlReader::XmlReader(XmlHandler& handler, Diagnostics& diagnostics, const Limits
     XML_SetElementHandler(parser, onStart, onEnd);
     XML_SetCharacterDataHandler(parser, onText);
     XML_SetEntityDeclHandler(parser, onEntity);
+    XML_SetExternalEntityRefHandler(parser, onForeignEntity);
     XML_SetSkippedEntityHandler(parser, onSkippedEntity);
     XML_SetBillionLaughsAttackProtectionMaximumAmplification(parser, LargestAmplification);
     XML_SetBillionLaughsAttackProtectionActivationThreshold(parser, AmplificationStart);
@@ -175,6 +176,14 @@ void XmlReader::onEntity(
         if (++self->m_entities > MostEntities)
             self->m_diagnostics.fail("found more than 1000 entities, expected plain text");
     });
+}
+
+// Another file would have to be read. Comes for entities in texts only, not for the document type's own file.
+int XmlReader::onForeignEntity(XML_ParserStruct* parser, const char*, const char*, const char*, const char*)
+{
+    auto* self = static_cast<XmlReader*>(XML_GetUserData(parser));
+    self->m_diagnostics.fail("found an entity that stands for another file, expected one of this file");
+    return XML_STATUS_ERROR;
 }
 
 void XmlReader::onSkippedEntity(void* reader, const char* name, int isParameter)

@@ -63,6 +63,8 @@ private:
     static void onText(void* reader, const char* text, int length);
     static void onEntity(void* reader, const char* name, int isParameter, const char* value, int length,
         const char* base, const char* systemId, const char* publicId, const char* notation);
+    static int onForeignEntity(
+        XML_ParserStruct* parser, const char* context, const char* base, const char* systemId, const char* publicId);
     static void onSkippedEntity(void* reader, const char* name, int isParameter);
 
     struct ParserDeleter

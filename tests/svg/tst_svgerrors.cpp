@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/testmain.h"
+#include "tests/svg/drawing.h"
+
+#include <QFile>
+#include <QTest>
+
+class TestSvgErrors : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void saysWhatAndWhere_data();
+    void saysWhatAndWhere();
+    void keepsWhatCameBefore_data();
+    void keepsWhatCameBefore();
+    void reportsWhatCannotBeOpened_data();
+    void reportsWhatCannotBeOpened();
+    void survivesEveryTruncation();
+    void readsNoOtherFile();
+    void recoversWithTheNextDrawing();
+};
+
+void TestSvgErrors::saysWhatAndWhere_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QString>("begin"); // of the message, without the file name
+    const auto row = [](const char* name, const QByteArray& file, const char* begin) {
+        QTest::newRow(name) << file << QString::fromUtf8(begin);
+    };
+    row("empty", "", ":1:1: found the end of the file, expected an <svg> element");
+    row("plain text", "hello", ":1:1: found something else than XML");
+    row("a picture", QByteArray("\x89PNG\r\n\x1a\n\0\0\0", 11), ":1:1: found bytes that are no XML text");
+    row("HTML", "<!DOCTYPE html>\n<html><body/></html>", ":2:1: found the element <html>, expected <svg>");
+    row("an svg of something else", "<svg xmlns='urn:x'/>", ":1:1: found the element <svg> of another namespace");
+    row("truncated in a tag", "<svg>\n <rect wid", ":2:2: found an unfinished tag");
+    row("truncated between tags", "<svg>\n <g>\n", ":3:1: found the end of the file, expected");
+    row("a wrong end tag", "<svg>\n <g></svg>", ":2:7: found an end tag that belongs to no open element");
+    row("an attribute twice", "<svg>\n<g id='a' id='b'/></svg>", ":2:11: found an attribute for the second time");
+    row("something behind the drawing", "<svg/>\n<g/>", ":2:1: found text or a tag after the end of the drawing");
+    row("bytes that are no UTF-8", "<svg>\n<text>\xFF\xFE</text></svg>", ":2:7: found bytes that are no XML text");
+    row("a control character", "<svg>\n<text>\x01</text></svg>", ":2:7: found bytes that are no XML text");
+    row("an unknown encoding", "<?xml version='1.0' encoding='EBCDIC-XX'?><svg/>", ":1:31: found an encoding");
+    row("an unknown entity", "<svg>\n &foo;</svg>", ":2:2: found an entity that is not defined");
+    row("an entity of a foreign file", "<!DOCTYPE svg [<!ENTITY f SYSTEM '/etc/passwd'>]>\n<svg>&f;</svg>",
+        ":2:6: found an entity that stands for another file");
+    row("an entity within itself", "<!DOCTYPE svg [<!ENTITY a '&b;'><!ENTITY b '&a;'>]>\n<svg><text>&a;</text></svg>",
+        ":2:12: found an entity that contains itself");
+    row("a number without end", "<svg>\n<rect width='1e999' height='1'/></svg>",
+        ":2:1: found the number \"1e999\", expected one between -1e9 and 1e9");
+    row("a number that is none by name", "<svg><rect width='nan' height='1'/></svg>", ":1:6: found the number \"nan\"");
+    row("an absurd number", "<svg><path d='M0 0L2000000000 0' stroke='red'/></svg>",
+        ":1:6: found the number \"2000000000\"");
+    row("absurd by its transform", "<svg>\n<g transform='scale(1e6)'><rect width='1e6' height='1'/></g></svg>",
+        ":2:27: found an element that lies beyond 1e9");
+    row("an outline absurd by its transform", "<svg><g transform='scale(1e6)'><circle r='1e6'/></g></svg>",
+        ":1:32: found an outline that reaches beyond 1e9");
+    row("transforms that multiply", "<svg>" + QByteArray("<g transform='scale(1e5)'>").repeated(200), ":1:");
+    row("nested too deep", "<svg>" + QByteArray("<g>\n").repeated(300), ":256:1: found elements nested too deep");
+    row("nested too deep with something foreign", "<svg>" + QByteArray("<x>\n").repeated(300),
+        ":256:1: found elements nested too deep");
+    QByteArray bomb = "<!DOCTYPE svg [<!ENTITY e0 'haha'>";
+    for (int i = 1; i < 12; ++i) {
+        bomb += "<!ENTITY e" + QByteArray::number(i) + " '" + ("&e" + QByteArray::number(i - 1) + ";").repeated(10)
+            + "'>";
+    }
+    row("entities that multiply in a text", bomb + "]>\n<svg><text>&e11;</text></svg>",
+        ":2:12: found entities that expand");
+    row("entities that multiply in an attribute", bomb + "]>\n<svg><rect id='&e11;'/></svg>",
+        ":2:6: found entities that expand");
+}
+
+void TestSvgErrors::saysWhatAndWhere()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QString, begin);
+    const auto drawing = TestDrawing::fromFile(file);
+    QVERIFY(!drawing.isRead());
+    QVERIFY2(drawing.error().startsWith(begin), qPrintable(drawing.error()));
+    QVERIFY2(drawing.error().size() < 300, qPrintable(drawing.error()));
+    QVERIFY(drawing.parser().getSVGParameter().width > 0);
+}
+
+void TestSvgErrors::keepsWhatCameBefore_data()
+{
+    QTest::addColumn<QByteArray>("mistake");
+    QTest::addColumn<QString>("place");
+    const QByteArray use = "<use href='#r'/>"; // such a drawing is read in another way
+    for (const QByteArray& start : {QByteArray(), use}) {
+        const char* kind = start.isEmpty() ? "followed: " : "kept: ";
+        const auto row = [&](const char* name, const char* mistake, const char* place) {
+            QTest::newRow(qPrintable(QLatin1String(kind) + QLatin1String(name)))
+                << start + "\n  " + mistake << QString::fromLatin1(place);
+        };
+        row("a mistake in the XML", "<rect width=>", ":3:15: ");
+        row("a mistake in the drawing", "<rect width='1' height='1' tovanel:layer='x'/>", ":3:3: ");
+        row("truncated", "<re", ":3:3: ");
+    }
+}
+
+void TestSvgErrors::keepsWhatCameBefore()
+{
+    QFETCH(QByteArray, mistake);
+    QFETCH(QString, place);
+    const auto drawing
+        = TestDrawing::fromFile("<svg width='30' height='40'>\n<rect id='r' width='1' height='1'/>" + mistake);
+    QVERIFY(!drawing.isRead());
+    QVERIFY2(drawing.error().startsWith(place), qPrintable(drawing.error()));
+    QCOMPARE(static_cast<int>(drawing.items().size()), mistake.startsWith("<use") ? 2 : 1);
+    QCOMPARE(drawing.parser().getSVGParameter().height, 40.0);
+    QCOMPARE(drawing.parser().getSVGParameter().layerRanges.size(), std::size_t(1));
+}
+
+void TestSvgErrors::reportsWhatCannotBeOpened_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("missing") << "missing.svg"
+                             << "the file cannot be opened: No such file or directory";
+    QTest::newRow("a folder") << "."
+                              << "found a folder, expected an SVG file";
+    QTest::newRow("a device") << "/dev/null"
+                              << "found something else than a file, expected an SVG file";
+    QTest::newRow("no name") << ""
+                             << "the file cannot be opened: No such file or directory";
+}
+
+void TestSvgErrors::reportsWhatCannotBeOpened()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, reason);
+    QTemporaryDir folder;
+    const bool isRelative = !name.isEmpty() && !name.startsWith(QLatin1Char('/'));
+    const std::string path = (isRelative ? folder.filePath(name) : name).toStdString();
+    SVGParser parser;
+    QVERIFY(!parser.loadSVGElements(path, {}));
+    QCOMPARE(QString::fromStdString(parser.errorString()), QString::fromStdString(path) + ": " + reason);
+    QVERIFY(parser.getGraphicItems().empty());
+}
+
+void TestSvgErrors::survivesEveryTruncation()
+{
+    const QByteArray whole
+        = "<?xml version='1.0'?><!DOCTYPE svg [<!ENTITY c 'red'>]><svg viewBox='0 0 9 9'><style>.a{fill:&c;}"
+          "</style><g class='a'><title>t</title><path d='M0 0a1 1 0 0 1 2 2z'/><text x='1 2'>\xC3\xA4"
+          "b"
+          "<![CDATA[<]]></text></g><use href='#x'/></svg>";
+    for (int length = 0; length < whole.size(); ++length) {
+        const auto drawing = TestDrawing::fromFile(whole.left(length));
+        QVERIFY2(!drawing.isRead(), qPrintable(QString::number(length)));
+        QVERIFY2(drawing.error().startsWith(QLatin1String(":1:")), qPrintable(drawing.error()));
+    }
+    QVERIFY(TestDrawing::fromFile(whole).isRead());
+}
+
+void TestSvgErrors::readsNoOtherFile()
+{
+    QTemporaryDir folder;
+    QFile other(folder.filePath(QStringLiteral("other.dtd")));
+    QVERIFY(other.open(QIODevice::WriteOnly));
+    other.write("<!ENTITY e 'from the other file'>");
+    other.close();
+    const auto drawing = TestDrawing::fromFile("<!DOCTYPE svg SYSTEM '" + QFile::encodeName(other.fileName())
+        + "'>\n<svg><rect width='1' height='1'/><text>&e;</text></svg>");
+    QVERIFY(!drawing.isRead());
+    QCOMPARE(drawing.error(), QStringLiteral(":2:40: found the entity \"e\", expected one that this file defines"));
+    QCOMPARE(drawing.records(), QStringLiteral("rect 0,0 1x1 #000000"));
+}
+
+void TestSvgErrors::recoversWithTheNextDrawing()
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("good.svg")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("<svg><rect width='1' height='1'/></svg>");
+    file.close();
+    SVGParser parser;
+    QVERIFY(!parser.loadSVGElements("/nowhere/bad.svg", {}));
+    QVERIFY(parser.loadSVGElements(file.fileName().toStdString(), {}));
+    QCOMPARE(parser.errorString(), std::string());
+    QCOMPARE(parser.getGraphicItems().size(), std::size_t(1));
+    QVERIFY(!parser.loadSVGElements("/nowhere/bad.svg", {}));
+    QVERIFY(parser.getGraphicItems().empty());
+}
+
+ZEL_TEST_MAIN(TestSvgErrors)
+#include "tst_svgerrors.moc"

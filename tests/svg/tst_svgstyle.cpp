@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/testmain.h"
+#include "tests/svg/drawing.h"
+
+#include <QTest>
+
+// Which colour and which stroke a shape ends up with.
+class TestSvgStyle : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void readsColors_data();
+    void readsColors();
+    void cascades_data();
+    void cascades();
+    void hides_data();
+    void hides();
+    void warnsOncePerKind();
+};
+
+void TestSvgStyle::readsColors_data()
+{
+    QTest::addColumn<QByteArray>("color");
+    QTest::addColumn<QString>("fill");
+    const auto row = [](const char* color, const char* fill) {
+        QTest::newRow(color) << QByteArray(color) << QString::fromLatin1(fill);
+    };
+    row("#1aF", "#11aaff");
+    row("#12aBf0", "#12abf0");
+    row("#0008", "#777777");
+    row("#00000080", "#7f7f7f");
+    row("CornflowerBlue", "#6495ed");
+    row("yellowgreen", "#9acd32");
+    row("aliceblue", "#f0f8ff");
+    row("rgb(1,2,3)", "#010203");
+    row("rgb( 100%, 50% ,0% )", "#ff8000");
+    row("rgb(300,-5,0)", "#ff0000");
+    row("rgba(0,0,0,0.5)", "#808080");
+    row("rgb(0 0 0 / 50%)", "#808080");
+    row("hsl(120,100%,25%)", "#008000");
+    row("hsl(-240 100% 50%)", "#00ff00");
+    row("hsla(0.5turn, 100%, 50%, 1)", "#00ffff");
+    row("currentColor", "#0000ff");
+    row("url(#nothing) red", "#ff0000");
+    // What is no colour leaves the inherited one.
+    row("#12", "#008000");
+    row("#gggggg", "#008000");
+    row("rgb(1,2)", "#008000");
+    row("nocolour", "#008000");
+    row("rgb(1e999,0,0)", "#008000");
+}
+
+void TestSvgStyle::readsColors()
+{
+    QFETCH(QByteArray, color);
+    QFETCH(QString, fill);
+    const auto drawing
+        = TestDrawing::fromBody("<g fill='green' color='blue'><rect width='1' height='1' fill='" + color + "'/></g>");
+    QVERIFY2(drawing.isRead(), qPrintable(drawing.error()));
+    QCOMPARE(drawing.records(), "rect 0,0 1x1 " + fill);
+}
+
+void TestSvgStyle::cascades_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("records");
+    const auto row = [](const char* name, const char* body, const char* records) {
+        QTest::newRow(name) << QByteArray(body) << QString::fromLatin1(records);
+    };
+    row("the default is black without a stroke", "<rect width='1' height='1'/>", "rect 0,0 1x1 #000000");
+    row("a group's style is inherited", "<g fill='red' style='stroke:blue'><rect width='1' height='1'/></g>",
+        "rect 0,0 1x1 #ff0000 #0000ff 1");
+    row("the style attribute outweighs the attribute", "<rect width='1' height='1' fill='red' style='fill:blue'/>",
+        "rect 0,0 1x1 #0000ff");
+    row("a rule outweighs the attribute", "<style>rect{fill:blue}</style><rect width='1' height='1' fill='red'/>",
+        "rect 0,0 1x1 #0000ff");
+    row("the style attribute outweighs a rule",
+        "<style>#a{fill:blue}</style><rect id='a' width='1' height='1' style='fill:red'/>", "rect 0,0 1x1 #ff0000");
+    row("an important rule outweighs the style attribute",
+        "<style>rect{fill:blue ! important}</style><rect width='1' height='1' style='fill:red'/>",
+        "rect 0,0 1x1 #0000ff");
+    row("id outweighs class outweighs type, whatever the order",
+        "<style>#i{fill:red}.c{fill:green;stroke:lime}rect{fill:blue;stroke:navy;stroke-width:3}</style>"
+        "<rect id='i' class='b c' width='1' height='1'/>",
+        "rect 0,0 1x1 #ff0000 #00ff00 3");
+    row("of two alike the later counts",
+        "<style>.a{fill:red}.b{fill:blue}</style><rect class='b a' width='1' height='1'/>", "rect 0,0 1x1 #0000ff");
+    row("a sheet at the end of the drawing", "<rect class='a' width='1' height='1'/><style>.a{fill:red}</style>",
+        "rect 0,0 1x1 #ff0000");
+    row("descendants, children and compounds",
+        "<style>.p rect{fill:red} .p>rect{stroke:blue} g.p.q #z{stroke-width:2}</style>"
+        "<g class='q p'><rect width='1' height='1'/><g><rect id='z' width='2' height='2'/></g></g>",
+        "rect 0,0 1x1 #ff0000 #0000ff 1; rect 0,0 2x2 #ff0000");
+    row("groups, comments and unknown rules",
+        "<style>/* a { */ circle, .a , rect:hover {fill:red} @media print{.a{fill:blue}} .a[b]{fill:blue} <!-- "
+        "--></style>"
+        "<rect class='a' width='1' height='1'/>",
+        "rect 0,0 1x1 #ff0000");
+    row("a semicolon in quotes ends nothing", "<rect width='1' height='1' style='font-family:\"a;b\";fill:red'/>",
+        "rect 0,0 1x1 #ff0000");
+    row("inherit takes what the parent has",
+        "<g stroke='red' stroke-width='2'><g stroke='blue'><rect width='1' height='1' "
+        "style='stroke:inherit;stroke-width:initial'/></g></g>",
+        "rect 0,0 1x1 #000000 #0000ff 1");
+    row("opacities multiply and blend with white",
+        "<g opacity='0.5'><rect width='1' height='1' fill='black' fill-opacity='50%' stroke='red'/></g>",
+        "rect 0,0 1x1 #bfbfbf #ff8080 1");
+    row("currentColor is that of the element, not of the group",
+        "<g fill='currentColor' color='red'><rect width='1' height='1' color='blue'/></g>", "rect 0,0 1x1 #0000ff");
+    row("a gradient is its first stop, through a chain and a rule",
+        "<style>.s{stop-color:#ff0}</style><rect width='1' height='1' fill='url(\"#b\")'/>"
+        "<linearGradient id='a'><stop class='s' stop-opacity='.5'/><stop stop-color='red'/></linearGradient>"
+        "<radialGradient id='b' xlink:href='#a'/>",
+        "rect 0,0 1x1 #ffff80");
+    row("a pattern is nothing", "<pattern id='p'/><rect width='1' height='1' fill='url(#p) red' stroke='red'/>",
+        "line 0,0 1,0 #ff0000 1; line 1,0 1,1 #ff0000 1; line 1,1 0,1 #ff0000 1; line 0,1 0,0 #ff0000 1");
+    row("widths in units",
+        "<g font-size='10'><line x2='1in' stroke='red' stroke-width='.5em'/><line x2='2ex' "
+        "stroke='red' stroke-width='1pc'/><line x2='50%' y2='25.4mm' stroke='red' stroke-width='1%'/></g>",
+        "line 0,0 96,0 #ff0000 5; line 0,0 10,0 #ff0000 16; line 0,0 50,96 #ff0000 1");
+    row("a negative width is no width", "<line x2='1' stroke='red' stroke-width='-2'/>", "line 0,0 1,0 #ff0000 1");
+}
+
+void TestSvgStyle::cascades()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(QString, records);
+    const auto drawing = TestDrawing::fromBody(body);
+    QVERIFY2(drawing.isRead(), qPrintable(drawing.error()));
+    QCOMPARE(drawing.records(), records);
+}
+
+void TestSvgStyle::hides_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<int>("count");
+    const auto row
+        = [](const char* name, const char* body, int count) { QTest::newRow(name) << QByteArray(body) << count; };
+    row("display none, with all below", "<g display='none'><g display='inline'><rect width='1' height='1'/></g></g>",
+        0);
+    row("a hidden group with a visible child",
+        "<g visibility='hidden'><rect width='1' height='1'/><rect width='1' height='1' visibility='visible'/></g>", 1);
+    row("no paint at all", "<rect width='1' height='1' fill='none'/>", 0);
+    row("fully transparent", "<rect width='1' height='1' opacity='0' stroke='red'/>", 0);
+    row("transparent fill keeps its stroke", "<rect width='1' height='1' fill='transparent' stroke='red'/>", 4);
+    row("a rect without an area", "<rect width='0' height='1'/><rect width='1' height='-1'/><rect/>", 0);
+    row("what only others refer to",
+        "<defs><rect width='1' height='1'/></defs><symbol><rect width='1' height='1'/></symbol>"
+        "<clipPath><rect width='1' height='1'/></clipPath><marker><rect width='1' height='1'/></marker>",
+        0);
+    row("elements of other programs",
+        "<x:g xmlns:x='urn:x'><rect width='1' height='1'/></x:g><unknown><rect width='1' "
+        "height='1'/></unknown><g xmlns:x='urn:x' x:display='none'><rect width='1' height='1'/></g>",
+        1);
+}
+
+void TestSvgStyle::hides()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(int, count);
+    const auto drawing = TestDrawing::fromBody(body);
+    QVERIFY2(drawing.isRead(), qPrintable(drawing.error()));
+    QCOMPARE(static_cast<int>(drawing.items().size()), count);
+}
+
+void TestSvgStyle::warnsOncePerKind()
+{
+    const auto drawing
+        = TestDrawing::fromBody("<image/>\n<image/><g mask='url(#m)'/><g mask='url(#m)' filter='none'/>");
+    QVERIFY(drawing.isRead());
+    QCOMPARE(drawing.warnings(), QStringLiteral("line 2: pictures are not drawn; line 3: masks are left out"));
+}
+
+ZEL_TEST_MAIN(TestSvgStyle)
+#include "tst_svgstyle.moc"
