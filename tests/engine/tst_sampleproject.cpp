@@ -1,0 +1,251 @@
+// SPDX-License-Identifier: MIT
+#include "engine/generator/benchmarkdrawing.h"
+#include "engine/generator/haldenfloorplan.h"
+#include "engine/generator/sampledrawing.h"
+#include "engine/generator/sampleproject.h"
+#include "engine/referenceengine.h"
+#include "platform/contract/svgparser.h"
+#include "platform/contract/zeltext.h"
+#include "tests/support/testmain.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFontMetricsF>
+#include <QMap>
+#include <QRectF>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTransform>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+using mirn::zelengine::ReferenceEngine;
+using namespace mirn::zeldevicegenerator;
+
+namespace {
+
+QByteArray contentOf(const QString& fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("cannot read %s", qPrintable(fileName));
+    return file.readAll();
+}
+
+// What a text covers in the scene, as the view draws it.
+QRectF extentOf(const zel_Text& text)
+{
+    QFont font(fromEngineText(text.fontFamily));
+    font.setPixelSize(100);
+    const double scale = std::floor(text.fontSize * 5 + 1e-9) / 500;
+    QTransform transform;
+    transform.translate(text.x, text.y);
+    transform.rotate(text.rotation);
+    transform.scale(scale, scale);
+    return transform.mapRect(QFontMetricsF(font).tightBoundingRect(fromEngineText(text.text)));
+}
+
+// Pairs of rectangles that overlap, found along a sweep from left to right.
+int countOverlaps(std::vector<QRectF> extents)
+{
+    std::sort(extents.begin(), extents.end(), [](const QRectF& l, const QRectF& r) { return l.left() < r.left(); });
+    int overlaps = 0;
+    for (std::size_t i = 0; i < extents.size(); ++i) {
+        for (std::size_t k = i + 1; k < extents.size() && extents[k].left() < extents[i].right(); ++k)
+            overlaps += extents[i].intersects(extents[k]) ? 1 : 0;
+    }
+    return overlaps;
+}
+
+} // namespace
+
+// The sample project as it is kept in the tree: made by the generator, free of faults, and legible at every scale.
+class TestSampleProject : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void isWhatTheGeneratorMakes();
+    void opensWithoutWarnings();
+    void hasLabelsThatFit();
+    void hasNoTextsThatOverlap();
+    void drawsEverySiteAsARect();
+    void filtersKnownElements();
+    void canBePlacedCompletely();
+    void opensFromAnyFolder();
+    void makesBenchmarkDrawings_data();
+    void makesBenchmarkDrawings();
+
+private:
+    const QString m_folder = QStringLiteral(ZEL_SAMPLE_FOLDER);
+    std::unique_ptr<ReferenceEngine> m_engine;
+    SVGParser m_drawing;
+};
+
+void TestSampleProject::initTestCase()
+{
+    QString error;
+    QStringList warnings;
+    m_engine = ReferenceEngine::open(m_folder, &error, &warnings);
+    QVERIFY2(m_engine, qPrintable(error));
+    QVERIFY2(m_drawing.loadSVGElements(m_engine->chip()->drawingFile(), {}), m_drawing.errorString().c_str());
+}
+
+void TestSampleProject::isWhatTheGeneratorMakes()
+{
+    const std::vector<GeneratedFile> files = sampleProject();
+    const QStringList present = QDir(m_folder).entryList(QDir::Files);
+    QCOMPARE(static_cast<int>(present.size()), static_cast<int>(files.size()));
+    for (const GeneratedFile& file : files) {
+        const QString name = QString::fromStdString(file.name);
+        QVERIFY2(contentOf(m_folder + QLatin1Char('/') + name).toStdString() == file.content, qPrintable(name));
+    }
+}
+
+void TestSampleProject::opensWithoutWarnings()
+{
+    QString error;
+    QStringList warnings;
+    QVERIFY(ReferenceEngine::open(m_folder, &error, &warnings));
+    QCOMPARE(warnings, QStringList());
+    QVERIFY(m_drawing.warnings().empty());
+    const auto count = m_drawing.getGraphicItems().size();
+    QVERIFY2(count > 5000 && count <= 20000, qPrintable(QString::number(count)));
+}
+
+void TestSampleProject::hasLabelsThatFit()
+{
+    for (const std::string& label : sampleDrawing(halden::sites()).misfits)
+        QFAIL(label.c_str());
+}
+
+// At every scale that can be reached in steps, among the texts of the layers that show there.
+void TestSampleProject::hasNoTextsThatOverlap()
+{
+    const zel_Parameter parameter = m_drawing.getSVGParameter();
+    QMap<int, std::vector<QRectF>> byLayer;
+    for (const zel_SingleGraphItem* item : m_drawing.getGraphicItems()) {
+        if (item->kind == ZEL_GRAPHIC_TEXT)
+            byLayer[item->layer].push_back(extentOf(static_cast<const zel_Text&>(*item)));
+    }
+    for (double scale = parameter.minimumScale; scale <= parameter.maximumScale; scale += parameter.scaleStep) {
+        std::vector<QRectF> shown;
+        for (const auto& [layer, range] : parameter.layerRanges) {
+            if (range.minimum <= scale && scale <= range.maximum)
+                shown.insert(shown.end(), byLayer[layer].begin(), byLayer[layer].end());
+        }
+        QVERIFY2(countOverlaps(shown) == 0, qPrintable(QStringLiteral("at %1").arg(scale)));
+    }
+}
+
+// Only rects take drops, and an id must not be mistaken for a load number.
+void TestSampleProject::drawsEverySiteAsARect()
+{
+    QSet<int> rects;
+    for (const zel_SingleGraphItem* item : m_drawing.getGraphicItems()) {
+        if (item->kind == ZEL_GRAPHIC_RECT && item->tooltip && *item->tooltip)
+            rects.insert(item->id);
+    }
+    const int elements = static_cast<int>(m_drawing.getGraphicItems().size());
+    for (const auto& site : m_engine->device().sites()) {
+        QVERIFY2(rects.contains(site.id), qPrintable(site.name));
+        QVERIFY(site.id > elements);
+    }
+}
+
+void TestSampleProject::filtersKnownElements()
+{
+    QSet<QString> kinds;
+    const QRegularExpression pattern(QStringLiteral("^\"([^\"]+)\" (\\d+)$"));
+    const QByteArray content = contentOf(m_engine->device().filterFile());
+    const auto lines = content.trimmed().split('\n');
+    for (const QByteArray& line : lines) {
+        const auto match = pattern.match(QString::fromLatin1(line));
+        QVERIFY2(match.hasMatch(), line.constData());
+        QVERIFY2(m_engine->device().site(match.captured(2).toInt()), line.constData());
+        kinds.insert(match.captured(1));
+    }
+    QVERIFY(kinds.size() >= 8);
+}
+
+// What the sample leaves open has a solution, also for the IP that fits in one place only.
+void TestSampleProject::canBePlacedCompletely()
+{
+    const auto start = m_engine->design();
+    const auto place = [this](const char* resource, const char* site) {
+        const auto* target = m_engine->device().site(QString::fromLatin1(site));
+        return m_engine->place(QStringLiteral("gateway/") + QLatin1String(resource), target->id);
+    };
+    QCOMPARE(place("xaui", "DCU2"), QString());
+    QVERIFY(!place("xaui/txpll", "DCU2_TXPLL").isEmpty()); // does not reach the channels in DCU3
+    QCOMPARE(place("xaui/txpll", "PLL_BR0"), QString());
+    QCOMPARE(place("xaui/refclk", "EXTREF2"), QString());
+    QCOMPARE(place("cpri", "DCU1"), QString());
+    QCOMPARE(place("cpri/txpll", "DCU1_TXPLL"), QString());
+    QCOMPARE(place("clocks/pll_eth", "PLL_BL1"), QString());
+    QCOMPARE(place("clocks/pll_video", "PLL_TL1"), QString());
+    QCOMPARE(place("supplies/vccio_host_b", "VCCIO0_2"), QString());
+    QCOMPARE(place("supplies/vccio_ddr_b", "VCCIO3_2"), QString());
+    QCOMPARE(place("supplies/vccio_lvds", "VCCIO2_1"), QString());
+    for (const char* name : {"pcie", "xaui", "sgmii", "cpri", "clocks", "supplies"}) {
+        const std::string path = std::string("gateway/") + name;
+        const QStringList words = fromEngineText(m_engine->getResourceSummary(&path)).split(QLatin1Char(' '));
+        QCOMPARE(words.at(0), words.at(2)); // "4 of 4 placed"
+    }
+    m_engine->setDesign(start);
+}
+
+void TestSampleProject::opensFromAnyFolder()
+{
+    QTemporaryDir parent;
+    const QString folder = parent.filePath(QString::fromUtf8("with blanks & \xC3\xA4\xE2\x82\xAC"));
+    QCOMPARE(writeFiles(sampleProject(), QFile::encodeName(folder).toStdString()), std::string());
+    QString error;
+    QStringList warnings;
+    const auto engine = ReferenceEngine::open(folder, &error, &warnings);
+    QVERIFY2(engine, qPrintable(error));
+    QVERIFY(SVGParser().loadSVGElements(engine->chip()->drawingFile(), {}));
+}
+
+void TestSampleProject::makesBenchmarkDrawings_data()
+{
+    QTest::addColumn<int>("elements");
+    QTest::addColumn<int>("layers");
+    QTest::newRow("a single element") << 1 << 1;
+    QTest::newRow("one layer") << 10000 << 1;
+    QTest::newRow("four layers") << 2000 << 4;
+}
+
+void TestSampleProject::makesBenchmarkDrawings()
+{
+    QFETCH(int, elements);
+    QFETCH(int, layers);
+    QTemporaryDir folder;
+    const std::string drawing = benchmarkDrawing(elements, layers);
+    QVERIFY(drawing == benchmarkDrawing(elements, layers));
+    QCOMPARE(writeFiles({{"b.svg", drawing}}, folder.path().toStdString()), std::string());
+    SVGParser parser;
+    QVERIFY(parser.loadSVGElements(folder.filePath(QStringLiteral("b.svg")).toStdString(), {}));
+    std::array<int, 4> counts{};
+    QSet<int> usedLayers;
+    const QRectF area(0, 0, parser.getSVGParameter().width, parser.getSVGParameter().height);
+    for (const zel_SingleGraphItem* item : parser.getGraphicItems()) {
+        ++counts[static_cast<std::size_t>(item->kind)];
+        usedLayers.insert(item->layer);
+        if (const auto* rect = dynamic_cast<const zel_Rect*>(item))
+            QVERIFY(area.contains(QRectF(rect->x, rect->y, rect->width, rect->height)));
+    }
+    QCOMPARE(usedLayers.size(), layers);
+    QCOMPARE(counts[0] + counts[1] + counts[2] + counts[3], elements);
+    if (elements > 1) {
+        const std::array<int, 4> expected{elements / 10, elements / 5 * 4, elements / 20, elements / 20};
+        QCOMPARE(counts, expected);
+    }
+}
+
+ZEL_TEST_MAIN(TestSampleProject)
+#include "tst_sampleproject.moc"
