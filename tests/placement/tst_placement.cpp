@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: MIT
+#include "placement/commandtexts.h"
+#include "placement/dropquery.h"
+#include "placement/placementhighlighter.h"
+#include "platform/contract/zelproject.h"
+#include "platform/contract/zeltrace.h"
+#include "tests/support/chipviewfixture.h"
+#include "tests/support/testmain.h"
+
+#include <QAbstractButton>
+#include <QCursor>
+#include <QDragEnterEvent>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QTimer>
+#include <QTreeWidget>
+
+using namespace zeltest;
+
+namespace {
+
+using Calls = std::vector<std::string>;
+
+// Two sites that take the resource "top/u1", one that does not, and the commands that the host was sent.
+class PlacementView : public ChipView
+{
+public:
+    PlacementView()
+    {
+        zelproject::getInstance()->setFlowName("Implementation");
+        engine.addCell(nullptr, "u1");
+        engine.allowedSites = {"5", "6"};
+        engine.probableSites = {"12", "abc", "12"};
+        drawing.addRect(5, 10, 10, 30, 30);
+        drawing.addRect(6, 60, 10, 30, 30);
+        drawing.addRect(7, 110, 10, 30, 30);
+        open();
+        selectRow(0);
+        engine.calls.clear();
+        QObject::connect(
+            window.get(), &ZelChipGUI::sigRunTclCmd, window.get(), [this](const QString& command, int& ret, QString&) {
+                commands.append(command);
+                ret = answer;
+            });
+    }
+
+    // A drag event at a point of the scene, as the window system delivers it to the viewport. Gives whether it was
+    // accepted.
+    template <typename Event> bool send(QPointF scenePoint)
+    {
+        const QPoint position = view()->mapFromScene(scenePoint);
+        QCursor::setPos(view()->viewport()->mapToGlobal(position));
+        Event event(position, Qt::CopyAction | Qt::MoveAction, &m_mimeData, Qt::LeftButton, Qt::NoModifier);
+        event.setAccepted(false);
+        QApplication::sendEvent(view()->viewport(), &event);
+        return event.isAccepted();
+    }
+
+    void leave()
+    {
+        QDragLeaveEvent event;
+        QApplication::sendEvent(view()->viewport(), &event);
+    }
+
+    bool isCountingDown() const { return database()->findChild<QTimer*>()->isActive(); }
+
+    QStringList commands;
+    int answer = 1;
+
+private:
+    QMimeData m_mimeData;
+};
+
+// Answers the question that is asked next.
+void answerNextQuestion(QMessageBox::StandardButton button, QString* text)
+{
+    QTimer::singleShot(0, qApp, [=] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        *text = box->text();
+        if (button == QMessageBox::NoButton)
+            QTest::keyClick(box, Qt::Key_Escape);
+        else
+            box->button(button)->click();
+    });
+}
+
+} // namespace
+
+class TestPlacement : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void commandTexts_data();
+    void commandTexts();
+    void queryTracesThreeLines();
+    void withoutARowDropsAreRefused();
+    void dragOverSitesAndDrop();
+    void dropOutsideOfSitesSendsNothing();
+    void engineIsAskedOncePerRest();
+    void refusalWhenTheTimerFiresKeepsWhatIsShown();
+    void backgroundEndsTheHighlight();
+    void resetRefreshesWhenItWorked_data();
+    void resetRefreshesWhenItWorked();
+    void deletingAsksFirst_data();
+    void deletingAsksFirst();
+    void configuringAsksTheEngine();
+    void hostMayRefreshInsideTheDrop();
+};
+
+void TestPlacement::commandTexts_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("plain") << "u1";
+    QTest::newRow("blanks") << "my ip";
+    QTest::newRow("brackets, dollar, quotes") << "a[1]$x\"y\"";
+    QTest::newRow("a place holder") << "%2 %1";
+    QTest::newRow("letters beyond ASCII") << QStringLiteral("k\u00e4fer");
+}
+
+void TestPlacement::commandTexts()
+{
+    QFETCH(QString, name);
+    QCOMPARE(commandtexts::place(name, QStringLiteral("-5")), "zel_resource place -rsc {" + name + "} -id -5");
+    QCOMPARE(commandtexts::reset(name), "zel_resource reset -ip {" + name + "}");
+    QCOMPARE(commandtexts::remove(name), "zel_resource remove -ip {" + name + "}");
+}
+
+void TestPlacement::queryTracesThreeLines()
+{
+    Calls trace;
+    setDiagTraceSink(
+        [&](const char* text, const char* function) { trace.push_back(std::string(function) + ": " + text); });
+    FakeEngine engine;
+    engine.allowedSites = {"7"};
+    DropQuery query;
+    QVERIFY(!query.isAllowed(QStringLiteral("u %2"), QStringLiteral("7"))); // no engine yet
+    trace.clear();
+    query.setEngine(&engine);
+    QVERIFY(query.isAllowed(QStringLiteral("u %2"), QStringLiteral("7")));
+    QCOMPARE(
+        trace, (Calls{"canDrop: call ZEL engine API: canDrop()", "canDrop: The params is u %2, 7", "canDrop: end"}));
+}
+
+void TestPlacement::withoutARowDropsAreRefused()
+{
+    PlacementView chip;
+    chip.database()->getTree(nullptr)->clearSelection();
+    QVERIFY(chip.database()->canDrop(nullptr, 5));
+    QCOMPARE(chip.database()->drop(5), 0);
+    chip.database()->onHighlightProbPlaceItems();
+    QVERIFY(chip.commands.isEmpty() && chip.engine.calls.empty());
+}
+
+void TestPlacement::dragOverSitesAndDrop()
+{
+    PlacementView chip;
+    chip.send<QDragEnterEvent>({2, 2});
+    QVERIFY(chip.send<QDragMoveEvent>({20, 20}));
+    QCOMPARE(chip.selected(), QSet<int>{5});
+    QVERIFY(!chip.send<QDragMoveEvent>({120, 20})); // refuses
+    QVERIFY(!chip.isCountingDown());
+    QVERIFY(chip.send<QDragMoveEvent>({70, 20}));
+    QVERIFY(chip.selected().contains(6));
+    QVERIFY(chip.isCountingDown());
+    chip.send<QDropEvent>({70, 20});
+    QCOMPARE(chip.commands, QStringList{"zel_resource place -rsc {top/u1} -id 6"});
+    QVERIFY(!chip.isCountingDown());
+    QVERIFY(!chip.selected().contains(6));
+    QCOMPARE(chip.window->getDirtyFlag(), 0);
+}
+
+void TestPlacement::dropOutsideOfSitesSendsNothing()
+{
+    PlacementView chip;
+    chip.database()->highlightedIds().assign({5});
+    chip.send<QDragEnterEvent>({2, 2});
+    chip.send<QDragMoveEvent>({2, 2});
+    chip.send<QDropEvent>({2, 2});
+    QVERIFY(chip.commands.isEmpty());
+    QVERIFY(chip.database()->highlightedIds().isEmpty());
+}
+
+void TestPlacement::engineIsAskedOncePerRest()
+{
+    PlacementView chip;
+    auto* timer = chip.database()->findChild<QTimer*>();
+    chip.database()->highlightProbPlaceItems(nullptr, 5);
+    QCOMPARE(timer->interval(), 400);
+    QTest::qWait(100);
+    chip.database()->highlightProbPlaceItems(nullptr, 6);
+    QVERIFY(timer->remainingTime() > 300); // started again
+    QVERIFY(chip.engine.calls.empty());
+    QTRY_COMPARE(chip.database()->highlightedIds().ids(), (QSet<int>{0, 12}));
+    QCOMPARE(chip.engine.calls, (Calls{"canDrop top/u1 6", "showProbPlaceItem top/u1 6"}));
+    QVERIFY(!timer->isActive());
+    QVERIFY(chip.scene()->highlightedItemContains(12));
+}
+
+void TestPlacement::refusalWhenTheTimerFiresKeepsWhatIsShown()
+{
+    PlacementView chip;
+    chip.database()->highlightedIds().assign({5});
+    chip.database()->highlightProbPlaceItems(nullptr, 7);
+    QVERIFY(chip.database()->highlightedIds().contains(5)); // a new countdown does not clear
+    QTRY_VERIFY(!chip.isCountingDown());
+    QCOMPARE(chip.engine.calls, Calls{"canDrop top/u1 7"});
+    QCOMPARE(chip.database()->highlightedIds().ids(), QSet<int>{5});
+}
+
+void TestPlacement::backgroundEndsTheHighlight()
+{
+    PlacementView chip;
+    chip.send<QDragEnterEvent>({20, 20});
+    chip.send<QDragMoveEvent>({20, 20});
+    chip.database()->highlightedIds().assign({5, 6});
+    chip.send<QDragMoveEvent>({25, 25}); // still on the site
+    QVERIFY(chip.isCountingDown() && !chip.database()->highlightedIds().isEmpty());
+    chip.send<QDragMoveEvent>({180, 90});
+    QVERIFY(!chip.isCountingDown() && chip.database()->highlightedIds().isEmpty());
+    QVERIFY(chip.selected().isEmpty());
+    chip.database()->highlightedIds().assign({5});
+    chip.leave(); // what was shown last stays
+    QVERIFY(!chip.database()->highlightedIds().isEmpty());
+}
+
+void TestPlacement::resetRefreshesWhenItWorked_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("isRefreshed");
+    QTest::newRow("worked") << 1 << true;
+    QTest::newRow("failed") << 0 << false;
+}
+
+void TestPlacement::resetRefreshesWhenItWorked()
+{
+    QFETCH(int, answer);
+    QFETCH(bool, isRefreshed);
+    PlacementView chip;
+    chip.answer = answer;
+    chip.database()->selectedIds().assign({5});
+    chip.database()->resetIP();
+    QCOMPARE(chip.commands, QStringList{"zel_resource reset -ip {top/u1}"});
+    QCOMPARE(chip.engine.calls, isRefreshed ? Calls{"refresh 3"} : Calls());
+    QVERIFY(chip.selected().isEmpty());
+    chip.database()->getTree(nullptr)->clearSelection();
+    chip.database()->selectedIds().assign({5});
+    chip.database()->resetIP(); // on no row: only forgets the selected elements
+    QCOMPARE(chip.commands.size(), 1);
+    QVERIFY(chip.selected().isEmpty());
+}
+
+void TestPlacement::deletingAsksFirst_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::addColumn<QStringList>("commands");
+    QTest::newRow("yes") << int(QMessageBox::Yes) << QStringList{"zel_resource remove -ip {top/u1}"};
+    QTest::newRow("no") << int(QMessageBox::No) << QStringList();
+    QTest::newRow("Escape") << int(QMessageBox::NoButton) << QStringList();
+}
+
+void TestPlacement::deletingAsksFirst()
+{
+    QFETCH(int, button);
+    PlacementView chip;
+    chip.database()->selectedIds().assign({5});
+    QString question;
+    answerNextQuestion(static_cast<QMessageBox::StandardButton>(button), &question);
+    chip.database()->removeIP();
+    QCOMPARE(question, QStringLiteral("Are you sure you want to delete top/u1?"));
+    QTEST(chip.commands, "commands");
+    QCOMPARE(chip.engine.calls, chip.commands.isEmpty() ? Calls() : Calls{"refresh 3"});
+    QCOMPARE(chip.selected(), QSet<int>{5});
+}
+
+void TestPlacement::configuringAsksTheEngine()
+{
+    PlacementView chip;
+    chip.database()->configIP();
+    QCOMPARE(chip.engine.calls, Calls{"config top/u1"}); // nothing changed, nothing refreshed
+    chip.engine.configResult = 1;
+    chip.engine.calls.clear();
+    Calls trace;
+    setDiagTraceSink(
+        [&](const char* text, const char* function) { trace.push_back(std::string(function) + ": " + text); });
+    QCOMPARE(chip.database()->configResource(QStringLiteral("top/u1")), 1);
+    QCOMPARE(trace,
+        (Calls{"configResource: call ZEL engine API: config()", "configResource: The params is top/u1",
+            "configResource: end"}));
+    setDiagTraceSink(nullptr);
+    chip.database()->configIP();
+    QCOMPARE(chip.engine.calls, (Calls{"config top/u1", "config top/u1", "refresh 3"}));
+    QVERIFY(chip.commands.isEmpty());
+}
+
+void TestPlacement::hostMayRefreshInsideTheDrop()
+{
+    PlacementView chip;
+    QObject::connect(chip.window.get(), &ZelChipGUI::sigRunTclCmd, this,
+        [&](const QString&, int&, QString&) { chip.window->refresh(REFRESH_ALL); });
+    chip.send<QDragEnterEvent>({20, 20});
+    chip.send<QDragMoveEvent>({20, 20});
+    chip.send<QDropEvent>({20, 20});
+    QCOMPARE(chip.commands.size(), 1);
+    QVERIFY(chip.database()->getTree(nullptr)->selectedItems().isEmpty());
+}
+
+ZEL_TEST_MAIN(TestPlacement)
+#include "tst_placement.moc"
