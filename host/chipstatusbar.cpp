@@ -95,7 +95,7 @@ void ChipStatusBar::setSummary(const QString& summary)
 void ChipStatusBar::setWarnings(const QStringList& warnings)
 {
     m_warnings = warnings;
-    m_warningButton->setText(tr("%n warning(s)", nullptr, static_cast<int>(warnings.size())));
+    m_warningButton->setText(warnings.size() == 1 ? tr("1 warning") : tr("%1 warnings").arg(warnings.size()));
     m_warningButton->setVisible(!warnings.isEmpty());
 }
 

@@ -9,6 +9,7 @@
 #include "host/drawingfit.h"
 #include "host/elementprobe.h"
 #include "host/projectsession.h"
+#include "host/zoomanchor.h"
 
 #include <QDockWidget>
 #include <QGraphicsItem>
@@ -42,6 +43,7 @@ ChipSurface::ChipSurface(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_graphicsView->setTransformationAnchor(QGraphicsView::AnchorUnderMouse);
     m_chipView->initGrahpicView();
     m_chipView->refresh(zelchipview::REFRESH_ALL);
+    new ZoomAnchor(m_graphicsView); // child of the view
     m_fit = new DrawingFit(m_graphicsView); // child of the view
     m_fit->fit();
 }

@@ -46,7 +46,6 @@ void dress(QAction* action, const QString& text, const char* iconName, const QSt
     action->setIcon(icon(iconName));
     const QString keys = action->shortcut().toString(QKeySequence::NativeText);
     action->setToolTip(keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys));
-    action->setStatusTip(QString());
 }
 
 void dressMode(QAction* action, Qt::Key key, const QString& text, const char* iconName, const QString& tip)
@@ -119,7 +118,7 @@ void HostActions::fillToolBar(QMainWindow* window)
     m_toolBar->addActions({zoomIn, zoomOut, fit});
 }
 
-void HostActions::addChipActions(const QMap<int, QAction*>& actions)
+void HostActions::addChipActions(const QMap<int, QAction*>& actions, bool hasFilter)
 {
     QAction* select = actions.value(zelchipview::ACTION_SELECT);
     QAction* pan = actions.value(zelchipview::ACTION_PAN);
@@ -129,7 +128,7 @@ void HostActions::addChipActions(const QMap<int, QAction*>& actions)
     dressMode(pan, Qt::Key_H, tr("&Pan"), "pan", tr("Drag the drawing"));
     dressMode(zoom, Qt::Key_Z, tr("&Zoom Area"), "zoom-area", tr("Zoom to a rectangle"));
     dress(filter, tr("&Filter"), "filter", tr("Mark kinds of elements"));
-    filter->setEnabled(filter->menu());
+    filter->setEnabled(hasFilter);
 
     m_viewMenu->insertActions(m_endOfModesInMenu, {select, pan, zoom});
     m_toolBar->insertActions(m_endOfModesInToolBar, {select, pan, zoom, filter});

@@ -19,8 +19,8 @@ public:
     explicit HostActions(QMainWindow* window);
 
     // Puts the chip view's actions, by ZelChipViewActionId, into tool bar and menu, with icons, tips and shortcuts.
-    // When their controller goes, they disappear by themselves.
-    void addChipActions(const QMap<int, QAction*>& actions);
+    // When their controller goes, they disappear by themselves. The filter is greyed out where the device has none.
+    void addChipActions(const QMap<int, QAction*>& actions, bool hasFilter);
 
     QAction* openProject;
     QAction* openDrawing;

@@ -2,6 +2,7 @@
 #include "host/commandline.h"
 #include "host/mainwindow.h"
 #include "host/projectsession.h"
+#include "host/qtmessages.h"
 #include "host/snapshot.h"
 #include "host/theme.h"
 
@@ -98,6 +99,7 @@ int runApplication(const CommandLine& commandLine, int argc, char** argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !hasDisplay())
         return fail(Failure,
             QStringLiteral("There is no display to show the window on; --snapshot FILE.png renders it into a file."));
+    silencePlatformMessages();
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zelchip"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ZELCHIP_VERSION));

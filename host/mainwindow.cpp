@@ -76,7 +76,7 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
     m_surface.reset();
     m_surface = std::make_unique<ChipSurface>(std::move(session), this);
     setCentralWidget(m_surface->chipView());
-    m_actions.addChipActions(*m_surface->chipView()->getActions());
+    m_actions.addChipActions(*m_surface->chipView()->getActions(), m_surface->session().hasFilter());
     connectChipView();
     setWindowTitle(tr("%1 — zelchip").arg(m_surface->session().title()));
     showSummary();

@@ -145,12 +145,19 @@ QString ProjectSession::scratchDirectory()
 
 bool ProjectSession::readDrawing(QString* error)
 {
+    if (m_drawingFile.isEmpty()) {
+        *error = tr("%1: the device names no drawing.").arg(m_title);
+        return false;
+    }
     m_parser = std::make_unique<PreparedParser>();
     const QString workingFile = m_implementationDirectory + WorkingFileName;
     const bool isRead = m_parser->prepare(fileNameBytes(m_drawingFile), fileNameBytes(workingFile));
     *error = QString::fromStdString(m_parser->errorString());
     for (const std::string& warning : m_parser->warnings())
         m_warnings.append(QString::fromStdString(warning));
+    // Nothing was cached then: leave no empty folder behind.
+    if (!isRead && !m_temporaryDirectory)
+        QDir().rmdir(m_implementationDirectory);
     return isRead;
 }
 
@@ -170,6 +177,11 @@ void ProjectSession::activate()
 zelchipengine* ProjectSession::engine() const
 {
     return m_engine.get();
+}
+
+bool ProjectSession::hasFilter() const
+{
+    return QFileInfo(m_engine->device().filterFile()).isFile();
 }
 
 } // namespace mirn::zelchip

@@ -44,6 +44,9 @@ public:
 
     [[nodiscard]] const QString& drawingFile() const { return m_drawingFile; }
 
+    // Whether the device names kinds of elements that can be marked.
+    [[nodiscard]] bool hasFilter() const;
+
     // Of the project's files and of the drawing.
     [[nodiscard]] const QStringList& warnings() const { return m_warnings; }
 

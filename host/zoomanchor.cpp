@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "host/zoomanchor.h"
+
+#include "graphics/zelgraphicsview.h"
+
+#include <QCursor>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+namespace mirn::zelchip {
+
+ZoomAnchor::ZoomAnchor(zelchipview::ZelGraphicsView* view)
+    : QObject(view)
+    , m_view(view)
+{
+    m_view->installEventFilter(this); // sees the keys
+    m_view->viewport()->installEventFilter(this); // sees the wheel
+}
+
+bool ZoomAnchor::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Wheel && watched == m_view->viewport()) {
+        const auto* wheel = static_cast<QWheelEvent*>(event);
+        if (wheel->modifiers() & Qt::ControlModifier)
+            hold(wheel->position());
+    } else if (event->type() == QEvent::KeyPress && watched == m_view) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Plus || key == Qt::Key_Minus)
+            hold(pointerOrCenter());
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+// The view answers the event after this; what is queued comes after that and still before the next paint.
+void ZoomAnchor::hold(QPointF viewportPosition)
+{
+    settle();
+    m_viewportPosition = viewportPosition;
+    m_scenePosition = m_view->viewportTransform().inverted().map(viewportPosition);
+    m_isHolding = true;
+    QMetaObject::invokeMethod(this, &ZoomAnchor::settle, Qt::QueuedConnection);
+}
+
+void ZoomAnchor::settle()
+{
+    if (!m_isHolding)
+        return;
+    m_isHolding = false;
+    const QPointF offset = m_view->viewportTransform().map(m_scenePosition) - m_viewportPosition;
+    QScrollBar* horizontal = m_view->horizontalScrollBar();
+    QScrollBar* vertical = m_view->verticalScrollBar();
+    horizontal->setValue(horizontal->value() + qRound(offset.x()));
+    vertical->setValue(vertical->value() + qRound(offset.y()));
+}
+
+QPointF ZoomAnchor::pointerOrCenter() const
+{
+    const QWidget* viewport = m_view->viewport();
+    return viewport->underMouse() ? viewport->mapFromGlobal(QCursor::pos()) : viewport->rect().center();
+}
+
+} // namespace mirn::zelchip
