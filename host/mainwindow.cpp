@@ -25,10 +25,12 @@ namespace {
 
 constexpr int MessageMilliseconds = 8000;
 
-// A message box that goes by itself and does not hold up whoever opens it.
-void openMessageBox(QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text)
+// A message box that deletes itself and does not hold up whoever opens it.
+void openMessageBox(
+    QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text, Qt::TextFormat format)
 {
-    auto* box = new QMessageBox(icon, title, text, QMessageBox::Close, parent); // deletes itself
+    auto* box = new QMessageBox(icon, title, text, QMessageBox::Close, parent);
+    box->setTextFormat(format);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();
 }
@@ -100,7 +102,8 @@ void MainWindow::showSummary()
     const ProjectSession& session = m_surface->session();
     const int elements = static_cast<int>(m_surface->graphicsView()->scene()->items().size());
     const QString drawing = QFileInfo(session.drawingFile()).fileName();
-    m_statusBar->setSummary(tr("%1: %2 elements").arg(drawing, locale().toString(elements)));
+    const QString count = elements == 1 ? tr("1 element") : tr("%1 elements").arg(locale().toString(elements));
+    m_statusBar->setSummary(QStringLiteral("%1: %2").arg(drawing, count));
     m_statusBar->setWarnings(session.warnings());
     m_statusBar->clearMessage();
 }
@@ -161,17 +164,17 @@ void MainWindow::chooseSnapshot()
 
 void MainWindow::showError(const QString& text)
 {
-    openMessageBox(this, QMessageBox::Critical, tr("zelchip"), text.toHtmlEscaped());
+    openMessageBox(this, QMessageBox::Critical, tr("zelchip"), text, Qt::PlainText);
 }
 
 void MainWindow::showKeys()
 {
-    openMessageBox(this, QMessageBox::NoIcon, tr("Keys and Gestures"), keysAndGestures());
+    openMessageBox(this, QMessageBox::NoIcon, tr("Keys and Gestures"), keysAndGestures(), Qt::RichText);
 }
 
 void MainWindow::showAbout()
 {
-    QMessageBox::about(this, tr("About zelchip"), aboutText());
+    openMessageBox(this, QMessageBox::NoIcon, tr("About zelchip"), aboutText(), Qt::RichText);
 }
 
 } // namespace mirn::zelchip

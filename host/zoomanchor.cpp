@@ -10,6 +10,12 @@
 
 namespace mirn::zelchip {
 
+namespace {
+
+constexpr double WholePixelError = 1.0; // half a pixel in both directions
+
+} // namespace
+
 ZoomAnchor::ZoomAnchor(zelchipview::ZelGraphicsView* view)
     : QObject(view)
     , m_view(view)
@@ -36,8 +42,10 @@ bool ZoomAnchor::eventFilter(QObject* watched, QEvent* event)
 void ZoomAnchor::hold(QPointF viewportPosition)
 {
     settle();
+    // A pointer at rest goes on holding the point it held, lest what scrolling by whole pixels leaves adds up.
+    if (viewportPosition != m_viewportPosition || offset().manhattanLength() > WholePixelError)
+        m_scenePosition = m_view->viewportTransform().inverted().map(viewportPosition);
     m_viewportPosition = viewportPosition;
-    m_scenePosition = m_view->viewportTransform().inverted().map(viewportPosition);
     m_isHolding = true;
     QMetaObject::invokeMethod(this, &ZoomAnchor::settle, Qt::QueuedConnection);
 }
@@ -47,11 +55,17 @@ void ZoomAnchor::settle()
     if (!m_isHolding)
         return;
     m_isHolding = false;
-    const QPointF offset = m_view->viewportTransform().map(m_scenePosition) - m_viewportPosition;
+    const QPoint way = offset().toPoint();
     QScrollBar* horizontal = m_view->horizontalScrollBar();
     QScrollBar* vertical = m_view->verticalScrollBar();
-    horizontal->setValue(horizontal->value() + qRound(offset.x()));
-    vertical->setValue(vertical->value() + qRound(offset.y()));
+    horizontal->setValue(horizontal->value() + way.x());
+    vertical->setValue(vertical->value() + way.y());
+}
+
+// How far the point that is held has come away from its place, in pixels.
+QPointF ZoomAnchor::offset() const
+{
+    return m_view->viewportTransform().map(m_scenePosition) - m_viewportPosition;
 }
 
 QPointF ZoomAnchor::pointerOrCenter() const

@@ -23,6 +23,7 @@ public:
 private:
     void hold(QPointF viewportPosition);
     void settle();
+    [[nodiscard]] QPointF offset() const;
     [[nodiscard]] QPointF pointerOrCenter() const;
 
     zelchipview::ZelGraphicsView* const m_view;

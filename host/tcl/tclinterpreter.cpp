@@ -1,0 +1,258 @@
+// SPDX-License-Identifier: MIT
+#include "host/tcl/tclinterpreter.h"
+
+#include <tcl.h>
+
+#include <QHash>
+
+#include <algorithm>
+#include <utility>
+
+namespace mirn::zelchip {
+
+namespace {
+
+// How often a running script lets the program breathe.
+constexpr long BusyIntervalMicroseconds = 100'000;
+
+QString fromTcl(Tcl_Obj* object)
+{
+    int length = 0;
+    const char* text = Tcl_GetStringFromObj(object, &length);
+    return QString::fromUtf8(text, length);
+}
+
+// A new object without references.
+Tcl_Obj* toTcl(const QString& text)
+{
+    const QByteArray utf8 = text.toUtf8();
+    return Tcl_NewStringObj(utf8.constData(), static_cast<int>(utf8.size()));
+}
+
+QStringList wordsOf(int count, Tcl_Obj* const objects[])
+{
+    QStringList words;
+    for (int i = 0; i < count; ++i)
+        words.append(fromTcl(objects[i]));
+    return words;
+}
+
+struct InterpreterDeleter
+{
+    void operator()(Tcl_Interp* interpreter) const { Tcl_DeleteInterp(interpreter); }
+};
+
+using InterpreterPointer = std::unique_ptr<Tcl_Interp, InterpreterDeleter>;
+
+InterpreterPointer newInterpreter()
+{
+    // Tcl looks its library up from here; once per process.
+    static const bool isPrepared = [] {
+        Tcl_FindExecutable(nullptr);
+        return true;
+    }();
+    Q_UNUSED(isPrepared)
+    return InterpreterPointer(Tcl_CreateInterp());
+}
+
+} // namespace
+
+class TclInterpreterPrivate
+{
+public:
+    struct Registration
+    {
+        TclInterpreterPrivate* owner;
+        TclInterpreter::Command command;
+    };
+
+    TclInterpreterPrivate()
+        : interpreter(newInterpreter())
+    {
+    }
+
+    static int run(ClientData data, Tcl_Interp* interpreter, int count, Tcl_Obj* const objects[]);
+    static void release(ClientData data) { delete static_cast<Registration*>(data); }
+    static void breathe(ClientData data, Tcl_Interp* interpreter);
+
+    void removeAllCommands();
+    void takeOverPuts();
+    TclResult puts(const QStringList& words);
+    void limitTime();
+
+    const InterpreterPointer interpreter;
+    TclInterpreter::Output output;
+    std::function<void()> busyHandler;
+    int depth = 0; // of evaluate() calls
+    bool isCancelled = false;
+};
+
+int TclInterpreterPrivate::run(ClientData data, Tcl_Interp* interpreter, int count, Tcl_Obj* const objects[])
+{
+    // By value: the command may replace itself.
+    const TclInterpreter::Command command = static_cast<Registration*>(data)->command;
+    const TclResult result = command(wordsOf(count, objects));
+    Tcl_SetObjResult(interpreter, toTcl(result.text));
+    return result.isOk ? TCL_OK : TCL_ERROR;
+}
+
+void TclInterpreterPrivate::breathe(ClientData data, Tcl_Interp*)
+{
+    auto* self = static_cast<TclInterpreterPrivate*>(data);
+    if (self->busyHandler)
+        self->busyHandler();
+    if (!self->isCancelled)
+        self->limitTime();
+}
+
+void TclInterpreterPrivate::limitTime()
+{
+    Tcl_Time time;
+    Tcl_GetTime(&time);
+    time.usec += BusyIntervalMicroseconds;
+    time.sec += time.usec / 1'000'000;
+    time.usec %= 1'000'000;
+    Tcl_LimitSetTime(interpreter.get(), &time);
+    Tcl_LimitTypeSet(interpreter.get(), TCL_LIMIT_TIME);
+}
+
+void TclInterpreterPrivate::removeAllCommands()
+{
+    Tcl_EvalEx(interpreter.get(), "namespace delete ::tcl; info commands", -1, TCL_EVAL_GLOBAL);
+    const QStringList names = TclInterpreter::words(fromTcl(Tcl_GetObjResult(interpreter.get()))).value_or(QStringList());
+    for (const QString& name : names)
+        Tcl_DeleteCommand(interpreter.get(), name.toUtf8().constData());
+    Tcl_ResetResult(interpreter.get());
+}
+
+// Only what goes to the standard channels concerns the host; files and pipes stay Tcl's.
+TclResult TclInterpreterPrivate::puts(const QStringList& words)
+{
+    const bool hasNewline = words.value(1) != QLatin1String("-nonewline");
+    const QStringList rest = words.mid(hasNewline ? 1 : 2);
+    const QString channel = rest.size() == 2 ? rest.first() : QStringLiteral("stdout");
+    const bool isError = channel == QLatin1String("stderr");
+    if (!output || rest.isEmpty() || rest.size() > 2 || (!isError && channel != QLatin1String("stdout"))) {
+        const QString call = TclInterpreter::list(QStringList(QStringLiteral("::zelchip_puts")) + words.mid(1));
+        const int code = Tcl_EvalEx(interpreter.get(), call.toUtf8().constData(), -1, 0);
+        return {code == TCL_OK, fromTcl(Tcl_GetObjResult(interpreter.get()))};
+    }
+    output(rest.last() + (hasNewline ? QStringLiteral("\n") : QString()),
+        isError ? TclInterpreter::Channel::Error : TclInterpreter::Channel::Output);
+    return TclResult::value();
+}
+
+void TclInterpreterPrivate::takeOverPuts()
+{
+    Tcl_EvalEx(interpreter.get(), "rename ::puts ::zelchip_puts", -1, TCL_EVAL_GLOBAL);
+}
+
+TclInterpreter::TclInterpreter(Vocabulary vocabulary)
+    : d(std::make_unique<TclInterpreterPrivate>())
+{
+    if (vocabulary == Vocabulary::AddedOnly) {
+        d->removeAllCommands();
+        return;
+    }
+    // Without Tcl's script library there are a few commands less; that is no reason not to start.
+    if (Tcl_Init(d->interpreter.get()) != TCL_OK)
+        Tcl_ResetResult(d->interpreter.get());
+    d->takeOverPuts();
+    addCommand(QStringLiteral("puts"), [this](const QStringList& words) { return d->puts(words); });
+    Tcl_LimitSetGranularity(d->interpreter.get(), TCL_LIMIT_TIME, 1);
+    Tcl_LimitAddHandler(
+        d->interpreter.get(), TCL_LIMIT_TIME, &TclInterpreterPrivate::breathe, d.get(), nullptr);
+}
+
+TclInterpreter::~TclInterpreter() = default;
+
+void TclInterpreter::addCommand(const QString& name, Command command)
+{
+    auto* registration = new TclInterpreterPrivate::Registration {d.get(), std::move(command)}; // Tcl releases it
+    Tcl_CreateObjCommand(d->interpreter.get(), name.toUtf8().constData(), &TclInterpreterPrivate::run, registration,
+        &TclInterpreterPrivate::release);
+}
+
+TclResult TclInterpreter::evaluate(const QString& script)
+{
+    if (d->depth++ == 0) {
+        d->isCancelled = false;
+        d->limitTime();
+    }
+    const QByteArray utf8 = script.toUtf8();
+    const int code = Tcl_EvalEx(d->interpreter.get(), utf8.constData(), static_cast<int>(utf8.size()), TCL_EVAL_GLOBAL);
+    TclResult result {code == TCL_OK || code == TCL_RETURN, fromTcl(Tcl_GetObjResult(d->interpreter.get()))};
+    if (d->isCancelled)
+        result = TclResult::error(QStringLiteral("cancelled"));
+    if (--d->depth == 0)
+        Tcl_LimitTypeReset(d->interpreter.get(), TCL_LIMIT_TIME);
+    return result;
+}
+
+QString TclInterpreter::errorTrace() const
+{
+    const char* trace = Tcl_GetVar(d->interpreter.get(), "errorInfo", TCL_GLOBAL_ONLY);
+    return QString::fromUtf8(trace);
+}
+
+void TclInterpreter::setOutput(Output output)
+{
+    d->output = std::move(output);
+}
+
+void TclInterpreter::setBusyHandler(std::function<void()> handler)
+{
+    d->busyHandler = std::move(handler);
+}
+
+void TclInterpreter::cancel()
+{
+    if (d->depth > 0)
+        d->isCancelled = true;
+}
+
+bool TclInterpreter::isRunning() const
+{
+    return d->depth > 0;
+}
+
+bool TclInterpreter::isComplete(const QString& script)
+{
+    return Tcl_CommandComplete(script.toUtf8().constData()) != 0;
+}
+
+QStringList TclInterpreter::commandNames() const
+{
+    QStringList names;
+    if (Tcl_EvalEx(d->interpreter.get(), "info commands", -1, TCL_EVAL_GLOBAL) == TCL_OK)
+        names = words(fromTcl(Tcl_GetObjResult(d->interpreter.get()))).value_or(QStringList());
+    Tcl_ResetResult(d->interpreter.get());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+QString TclInterpreter::list(const QStringList& words)
+{
+    Tcl_Obj* list = Tcl_NewListObj(0, nullptr);
+    Tcl_IncrRefCount(list);
+    for (const QString& word : words)
+        Tcl_ListObjAppendElement(nullptr, list, toTcl(word));
+    const QString text = fromTcl(list);
+    Tcl_DecrRefCount(list);
+    return text;
+}
+
+std::optional<QStringList> TclInterpreter::words(const QString& list)
+{
+    Tcl_Obj* object = toTcl(list);
+    Tcl_IncrRefCount(object);
+    int count = 0;
+    Tcl_Obj** elements = nullptr;
+    std::optional<QStringList> words;
+    if (Tcl_ListObjGetElements(nullptr, object, &count, &elements) == TCL_OK)
+        words = wordsOf(count, elements);
+    Tcl_DecrRefCount(object);
+    return words;
+}
+
+} // namespace mirn::zelchip

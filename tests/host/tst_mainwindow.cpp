@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: MIT
+#include "chipview/zelchipgui.h"
+#include "chipview/zelchipviewdatabase.h"
+#include "graphics/zelgraphicsview.h"
+#include "host/chipstatusbar.h"
+#include "host/mainwindow.h"
+#include "host/projectsession.h"
+#include "tests/host/hostfiles.h"
+#include "tests/support/testmain.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QTest>
+#include <QToolBar>
+#include <QToolButton>
+#include <QWheelEvent>
+
+using namespace mirn::zelchip;
+using namespace mirn::zelchipview;
+
+namespace {
+
+// A window that shows what it was given, and hands on what a person does with it.
+class ShownWindow
+{
+public:
+    explicit ShownWindow(const QString& path)
+        : window(openSession(path))
+    {
+        window.resize(900, 600);
+        window.show();
+        QCoreApplication::processEvents();
+    }
+
+    ZelChipGUI* chipView() { return window.findChild<ZelChipGUI*>(); }
+    ZelGraphicsView* view() { return qobject_cast<ZelGraphicsView*>(chipView()->centralWidget()); }
+    QString label(const char* name) { return window.findChild<QLabel*>(name)->text(); }
+    QToolBar* toolBar() { return window.findChild<QToolBar*>("tools"); }
+
+    QAction* action(const QString& text)
+    {
+        const QList<QAction*> actions = window.findChildren<QAction*>() + toolBar()->actions();
+        for (QAction* action : actions) {
+            if (action->text().remove('&') == text)
+                return action;
+        }
+        qFatal("no action %s", qPrintable(text));
+    }
+
+    void pointAt(QPointF scenePosition)
+    {
+        const QPoint position = view()->mapFromScene(scenePosition);
+        QWidget* viewport = view()->viewport();
+        QMouseEvent event(
+            QEvent::MouseMove, position, viewport->mapToGlobal(position), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(viewport, &event);
+    }
+
+    void zoomWithWheel(QPoint position, int steps)
+    {
+        QWidget* viewport = view()->viewport();
+        QWheelEvent event(position, viewport->mapToGlobal(position), QPoint(), QPoint(0, 120 * steps), Qt::NoButton,
+            Qt::ControlModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(viewport, &event);
+        QCoreApplication::processEvents();
+    }
+
+    QPointF sceneAt(QPointF position) { return view()->viewportTransform().inverted().map(position); }
+
+    // The drawing is all to be seen, and takes up the view in one direction.
+    bool isFitted()
+    {
+        const QSizeF room = view()->viewport()->size();
+        const QRectF shown = view()->viewportTransform().mapRect(view()->sceneRect());
+        const bool isInside = QRectF(QPointF(), room).contains(shown);
+        return isInside && (shown.width() > 0.93 * room.width() || shown.height() > 0.93 * room.height());
+    }
+
+    MainWindow window;
+
+private:
+    static std::unique_ptr<ProjectSession> openSession(const QString& path)
+    {
+        QString error;
+        std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error);
+        if (!session)
+            qFatal("%s", qPrintable(error));
+        return session;
+    }
+};
+
+} // namespace
+
+class TestMainWindow : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void writesNumbers_data();
+    void writesNumbers();
+    void namesTheElementBelowThePointer_data();
+    void namesTheElementBelowThePointer();
+    void followsTheScale();
+    void fitsUntilTheUserZooms();
+    void zoomsAtThePointer();
+    void zoomsToTheSelection();
+    void hasTheChipViewsActions();
+    void greysOutTheFilterOfADrawing();
+    void showsWarnings();
+    void doesNotPretendToRunCommands();
+    void opensOneAfterTheOther();
+    void keepsWhatIsOpenWhenTheNextIsRefused();
+};
+
+void TestMainWindow::writesNumbers_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("one decimal") << positionText({12.34, 56.0}) << "12.3, 56.0";
+    QTest::newRow("no negative zero") << positionText({-0.04, -3.21}) << "0.0, -3.2";
+    QTest::newRow("no zeros behind the point") << scaleText(1.0, 2.5) << "1x  scale 2.5";
+    QTest::newRow("three digits") << scaleText(2.4414, -0.25) << "2.44x  scale -0.25";
+    QTest::newRow("large values without exponent") << scaleText(12345.6, 100) << "12346x  scale 100";
+    QTest::newRow("small values") << scaleText(0.0512, -0.001) << "0.05x  scale 0";
+}
+
+void TestMainWindow::writesNumbers()
+{
+    QFETCH(QString, text);
+    QTEST(text, "expected");
+}
+
+void TestMainWindow::namesTheElementBelowThePointer_data()
+{
+    QTest::addColumn<QPointF>("position");
+    QTest::addColumn<QString>("element");
+    QTest::newRow("the tooltip's first line and the id") << QPointF(12, 12) << "Channel 0  (id 11)";
+    QTest::newRow("what lies below a text") << QPointF(14.5, 33) << "Channel 0  (id 11)";
+    QTest::newRow("what lies below an element of a hidden layer") << QPointF(40, 17) << "Channel 0  (id 11)";
+    QTest::newRow("the name without a tooltip, no made-up id") << QPointF(80, 30) << "wedge";
+    QTest::newRow("the kind without a name") << QPointF(130, 30) << "Rectangle";
+    QTest::newRow("a line where there is nothing else") << QPointF(100, 80) << "Line  (id 14)";
+    QTest::newRow("the drawing where there is no element") << QPointF(180, 30) << "small.svg: 6 elements";
+}
+
+void TestMainWindow::namesTheElementBelowThePointer()
+{
+    QFETCH(QPointF, position);
+    HostFiles files;
+    ShownWindow shown(files.write("small.svg", smallDrawing()));
+    shown.pointAt(position);
+    QTEST(shown.label("element"), "element");
+    const QStringList coordinates = shown.label("position").split(", ");
+    QVERIFY(qAbs(coordinates.value(0).toDouble() - position.x()) < 1.0);
+    QVERIFY(qAbs(coordinates.value(1).toDouble() - position.y()) < 1.0);
+
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(shown.view()->viewport(), &leave);
+    QCOMPARE(shown.label("element"), QStringLiteral("small.svg: 6 elements"));
+    QCOMPARE(shown.label("position"), QString());
+}
+
+// Also the element below a pointer at rest, which scrolling changes.
+void TestMainWindow::followsTheScale()
+{
+    HostFiles files;
+    ShownWindow shown(files.write("small.svg", smallDrawing()));
+    const auto expected = [&shown] { return scaleText(shown.view()->transform().m11(), shown.view()->currentScale()); };
+    QTRY_COMPARE(shown.label("scale"), expected());
+    const QString fitted = shown.label("scale");
+    shown.zoomWithWheel(shown.view()->mapFromScene(130, 30), 8);
+    QTRY_COMPARE(shown.label("scale"), expected());
+    QVERIFY(shown.label("scale") != fitted);
+
+    shown.view()->centerOn(170, 65);
+    shown.pointAt({170, 65});
+    QCOMPARE(shown.label("element"), QStringLiteral("small.svg: 6 elements"));
+    shown.view()->centerOn(130, 30);
+    QTRY_COMPARE(shown.label("element"), QStringLiteral("Rectangle"));
+}
+
+void TestMainWindow::fitsUntilTheUserZooms()
+{
+    HostFiles files;
+    ShownWindow shown(files.project.path());
+    QTRY_VERIFY(shown.isFitted());
+    shown.window.resize(1200, 500);
+    QTRY_VERIFY(shown.isFitted());
+
+    shown.action("Zoom In")->trigger();
+    const QTransform zoomed = shown.view()->transform();
+    const QSize before = shown.view()->viewport()->size();
+    shown.window.resize(1000, 700);
+    QTRY_VERIFY(shown.view()->viewport()->size() != before);
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.view()->transform(), zoomed);
+
+    shown.action("Fit Drawing")->trigger();
+    QVERIFY(shown.isFitted());
+}
+
+void TestMainWindow::zoomsAtThePointer()
+{
+    HostFiles files;
+    ShownWindow shown(files.write("small.svg", smallDrawing()));
+    QTRY_VERIFY(shown.isFitted());
+    const QPoint pointer(150, 220);
+    const QPointF below = shown.sceneAt(pointer);
+    // After the first there is more than the view shows in both directions.
+    for (int steps : {5, 1, 1, 1, 1, 2, 1, -1, -1, -1, -1}) {
+        shown.zoomWithWheel(pointer, steps);
+        const QPointF drift = (shown.sceneAt(pointer) - below) * shown.view()->transform().m11();
+        QVERIFY2(drift.manhattanLength() < 1.5, qPrintable(QString::number(drift.manhattanLength())));
+    }
+}
+
+void TestMainWindow::zoomsToTheSelection()
+{
+    HostFiles files;
+    ShownWindow shown(files.write("small.svg", smallDrawing()));
+    shown.action("Zoom to Selection")->trigger();
+    QCOMPARE(shown.window.statusBar()->currentMessage(), QStringLiteral("No element is selected."));
+
+    ZELChipViewDatabase::getInstance()->addSelctedItem(11, false);
+    shown.action("Zoom to Selection")->trigger();
+    const QRectF seen = shown.view()->mapToScene(shown.view()->viewport()->rect()).boundingRect();
+    QVERIFY(seen.contains(QRectF(10, 10, 40, 40)));
+    QVERIFY(seen.height() < 50);
+}
+
+void TestMainWindow::hasTheChipViewsActions()
+{
+    HostFiles files;
+    ShownWindow shown(files.project.path());
+    const ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+    for (int id : {ACTION_SELECT, ACTION_PAN, ACTION_ZOOM, ACTION_FILTER}) {
+        QAction* action = database->getAction(id);
+        QVERIFY(shown.toolBar()->actions().contains(action));
+        QVERIFY(!action->icon().isNull());
+        QVERIFY(action->isEnabled());
+    }
+    const auto* button
+        = qobject_cast<QToolButton*>(shown.toolBar()->widgetForAction(database->getAction(ACTION_FILTER)));
+    QCOMPARE(button->popupMode(), QToolButton::InstantPopup);
+
+    QApplication::setActiveWindow(&shown.window);
+    QTest::keyClick(&shown.window, Qt::Key_H);
+    QCOMPARE(database->getMouseMode(), int(ACTION_PAN));
+    QTest::keyClick(&shown.window, Qt::Key_Z);
+    QCOMPARE(database->getMouseMode(), int(ACTION_ZOOM));
+    QTest::keyClick(&shown.window, Qt::Key_S);
+    QCOMPARE(database->getMouseMode(), int(ACTION_SELECT));
+}
+
+void TestMainWindow::greysOutTheFilterOfADrawing()
+{
+    HostFiles files;
+    ShownWindow shown(files.write("small.svg", smallDrawing()));
+    QVERIFY(!ZELChipViewDatabase::getInstance()->getAction(ACTION_FILTER)->isEnabled());
+}
+
+void TestMainWindow::showsWarnings()
+{
+    HostFiles files;
+    ShownWindow shown(files.write("odd.svg", drawingWithWarnings()));
+    auto* button = shown.window.findChild<QToolButton*>("warnings");
+    QVERIFY(button->isVisible());
+    QCOMPARE(button->text(), QStringLiteral("2 warnings"));
+    button->click();
+    auto* box = shown.window.findChild<QMessageBox*>();
+    QVERIFY(box && box->text().contains("gradient"));
+    box->close();
+
+    shown.window.open(files.write("small.svg", smallDrawing()));
+    QVERIFY(!button->isVisible());
+}
+
+void TestMainWindow::doesNotPretendToRunCommands()
+{
+    HostFiles files;
+    ShownWindow shown(files.project.path());
+    QCOMPARE(ZELChipViewDatabase::getInstance()->place("top/ip", "11"), 0);
+    const QString message = shown.window.statusBar()->currentMessage();
+    QVERIFY2(message.contains("not run yet") && message.contains("{top/ip}"), qPrintable(message));
+}
+
+void TestMainWindow::opensOneAfterTheOther()
+{
+    HostFiles files;
+    ShownWindow shown(files.project.path());
+    QCOMPARE(shown.window.windowTitle(), QStringLiteral("Small/Test \u2014 zelchip"));
+    const auto tools = shown.toolBar()->actions().size();
+    const QString drawing = files.write("other.svg", drawingWithWarnings());
+    for (const QString& path : {drawing, files.project.path(), drawing}) {
+        shown.window.open(path);
+        QCOMPARE(shown.toolBar()->actions().size(), tools);
+        QCOMPARE(shown.window.findChildren<ZelChipGUI*>().size(), 1);
+        QTRY_VERIFY(shown.isFitted());
+    }
+    QCOMPARE(shown.window.windowTitle(), QStringLiteral("other.svg \u2014 zelchip"));
+    QCOMPARE(shown.view()->sceneRect(), QRectF(0, 0, 100, 50));
+    QCOMPARE(shown.label("element"), QStringLiteral("other.svg: 1 element"));
+}
+
+void TestMainWindow::keepsWhatIsOpenWhenTheNextIsRefused()
+{
+    HostFiles files;
+    ShownWindow shown(files.project.path());
+    const ZelChipGUI* chipView = shown.chipView();
+    shown.window.open(files.write("<b>bad.svg", "bad"));
+    auto* box = shown.window.findChild<QMessageBox*>();
+    QVERIFY(box);
+    QCOMPARE(box->textFormat(), Qt::PlainText);
+    QVERIFY2(box->text().contains("<b>bad.svg:1:1: "), qPrintable(box->text()));
+    QCOMPARE(shown.chipView(), chipView);
+    QCOMPARE(shown.window.windowTitle(), QStringLiteral("Small/Test \u2014 zelchip"));
+    shown.pointAt({12, 12});
+    QCOMPARE(shown.label("element"), QStringLiteral("Channel 0  (id 11)"));
+}
+
+ZEL_TEST_MAIN(TestMainWindow)
+#include "tst_mainwindow.moc"

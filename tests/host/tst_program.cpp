@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "tests/host/hostfiles.h"
+#include "tests/support/testmain.h"
+
+#include <QImage>
+#include <QProcess>
+#include <QTest>
+
+namespace {
+
+struct Outcome
+{
+    int status = -1;
+    QString output;
+    QString errors;
+};
+
+// Runs zelchip without a display, without a choice of platform, and in the poorest locale.
+Outcome runProgram(const QStringList& arguments, const QString& scaleFactor = QString())
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_RUNTIME_DIR", "LANG"})
+        environment.remove(name);
+    environment.insert("LC_ALL", "C");
+    if (!scaleFactor.isEmpty())
+        environment.insert("QT_SCALE_FACTOR", scaleFactor);
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(ZELCHIP_PROGRAM, arguments);
+    Outcome outcome;
+    if (process.waitForFinished() && process.exitStatus() == QProcess::NormalExit)
+        outcome.status = process.exitCode();
+    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
+    outcome.errors = QString::fromUtf8(process.readAllStandardError());
+    return outcome;
+}
+
+int differentColors(const QImage& image)
+{
+    QSet<QRgb> colors;
+    for (int y = 0; y < image.height(); y += 3) {
+        for (int x = 0; x < image.width(); x += 3)
+            colors.insert(image.pixel(x, y));
+    }
+    return static_cast<int>(colors.size());
+}
+
+bool hasColor(const QImage& image, QRgb color)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) == color)
+                return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+class TestProgram : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void answers_data();
+    void answers();
+    void namesWhatItCannotOpen();
+    void savesASnapshot_data();
+    void savesASnapshot();
+    void showsTheSampleByDefault();
+};
+
+void TestProgram::answers_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("output");
+    QTest::addColumn<QString>("errors");
+    QTest::newRow("version") << QStringList{"--version"} << 0 << "^zelchip " ZELCHIP_VERSION "\n$"
+                             << "^$";
+    QTest::newRow("help") << QStringList{"--help"} << 0 << "^Usage: zelchip .*--snapshot"
+                          << "^$";
+    QTest::newRow("unknown option") << QStringList{"--colour"} << 2 << "^$"
+                                    << "^zelchip: .*colour.*--help";
+    QTest::newRow("no display") << QStringList() << 1 << "^$"
+                                << "^zelchip: There is no display.*--snapshot";
+    QTest::newRow("nothing to open") << QStringList{"no\u00e4.svg", "--snapshot", "x.png"} << 1 << "^$"
+                                     << "^zelchip: no\u00e4.svg: there is no such file or folder.\n$";
+    QTest::newRow("a place that cannot be written")
+        << QStringList{"--snapshot", "/no folder/x.png"} << 1 << "^$"
+        << "^zelchip: /no folder/x.png: the image cannot be written: [^\n]+\n$";
+    QTest::newRow("an unknown image format") << QStringList{"--snapshot", "x.doc"} << 1 << "^$"
+                                             << "^zelchip: x.doc: .*'doc'.*png";
+}
+
+void TestProgram::answers()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, output);
+    QFETCH(QString, errors);
+    HostFiles files;
+    const auto dot = QRegularExpression::DotMatchesEverythingOption;
+    const Outcome outcome = runProgram(arguments);
+    QTEST(outcome.status, "status");
+    QVERIFY2(QRegularExpression(output, dot).match(outcome.output).hasMatch(), qPrintable(outcome.output));
+    QVERIFY2(QRegularExpression(errors, dot).match(outcome.errors).hasMatch(), qPrintable(outcome.errors));
+}
+
+void TestProgram::namesWhatItCannotOpen()
+{
+    HostFiles files;
+    const QString drawing = files.write("bad.svg", "<svg>\n<rect\n</svg>");
+    const QString snapshot = files.path("x.png");
+    const Outcome outcome = runProgram({drawing, "--snapshot", snapshot});
+    QCOMPARE(outcome.status, 1);
+    QVERIFY2(outcome.errors.startsWith("zelchip: " + drawing + ":3:"), qPrintable(outcome.errors));
+    QVERIFY(!QFileInfo::exists(snapshot));
+}
+
+void TestProgram::savesASnapshot_data()
+{
+    QTest::addColumn<QString>("size");
+    QTest::addColumn<QString>("scaleFactor");
+    QTest::addColumn<QSize>("pixels");
+    QTest::newRow("as large as it was asked for") << "800x500"
+                                                  << "" << QSize(800, 500);
+    QTest::newRow("of the smallest window") << "640x400"
+                                            << "" << QSize(640, 400);
+    QTest::newRow("for a finer screen") << "700x450"
+                                        << "2" << QSize(1400, 900);
+}
+
+void TestProgram::savesASnapshot()
+{
+    QFETCH(QString, size);
+    QFETCH(QString, scaleFactor);
+    HostFiles files;
+    const QString snapshot = files.path("snap shot.png");
+    const Outcome outcome = runProgram({files.project.path(), "--snapshot", snapshot, "--size", size}, scaleFactor);
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.errors, QString());
+    const QImage image(snapshot);
+    QTEST(image.size(), "pixels");
+    QVERIFY(hasColor(image, qRgb(0xa0, 0xc0, 0xe0))); // the channel of the drawing
+}
+
+void TestProgram::showsTheSampleByDefault()
+{
+    HostFiles files;
+    const QString snapshot = files.path("sample.png");
+    const Outcome outcome = runProgram({"--snapshot", snapshot});
+    QCOMPARE(outcome.errors, QString());
+    QCOMPARE(outcome.status, 0);
+    const QImage image(snapshot);
+    QCOMPARE(image.size(), QSize(1600, 1000));
+    QVERIFY(differentColors(image) > 100);
+}
+
+ZEL_TEST_MAIN(TestProgram)
+#include "tst_program.moc"
