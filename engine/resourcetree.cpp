@@ -11,10 +11,13 @@ namespace {
 
 constexpr int SITE_COLUMN = 1;
 
+// A group has a type as well, though none that the view knows: so its row gets the general icon and lines up with the
+// others.
 const std::string& typeText(ResourceType type)
 {
+    static const std::string group = "GROUP";
     static const std::string texts[] = {"IP", "DCUCHANNEL", "EXTREF", "PLL", "UVCCIO"};
-    return texts[static_cast<int>(type)];
+    return type == ResourceType::Folder ? group : texts[static_cast<int>(type)];
 }
 
 bool isPlaceable(const Resource& resource)
@@ -106,8 +109,7 @@ ResourceTree::Node& ResourceTree::makeNode(const Design& design, const Device& d
     const Resource& resource = design.resource(index);
     node.name = toEngineText(resource.name);
     node.cell.name = &node.name;
-    if (resource.type != ResourceType::Folder)
-        node.cell.type = &typeText(resource.type);
+    node.cell.type = &typeText(resource.type);
     node.cell.uvccio = resource.type == ResourceType::Uvccio;
     if (const Site* site = device.site(resource.site)) {
         node.site = toEngineText(site->name);

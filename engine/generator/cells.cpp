@@ -5,24 +5,73 @@
 
 namespace mirn::zeldevicegenerator {
 
-void drawParts(SvgWriter& svg, const std::vector<Part>& parts, int nameLayer)
+namespace {
+
+constexpr double CLOSE_SIZE = 1.2; // of the names that are read close up
+constexpr double CLOSE_HEADER = 1.6;
+constexpr double CORNER = 2; // height of the strip that a name in the corner takes
+constexpr double GAP = 0.5; // around the blocks inside a part
+
+// A label in the upper left corner of a box.
+void drawCornerName(SvgWriter& svg, const Box& box, const std::string& name)
+{
+    svg.label(box.inner(GAP, GAP, textWidth(name) * CLOSE_SIZE, CLOSE_SIZE), CLOSE_SIZE, name);
+}
+
+void drawInside(SvgWriter& svg, const Part& part)
+{
+    drawCornerName(svg, part.box, part.name);
+    if (part.inside.empty())
+        return;
+    const int columns = part.columns;
+    const int rows = (static_cast<int>(part.inside.size()) + columns - 1) / columns;
+    const double width = (part.box.width - GAP) / columns;
+    const double height = (part.box.height - CORNER - GAP) / rows;
+    const std::string style = std::string(part.family) + "-fine";
+    for (std::size_t i = 0; i < part.inside.size(); ++i) {
+        const int column = static_cast<int>(i) % columns;
+        const int row = static_cast<int>(i) / columns;
+        const Box place = part.box.inner(GAP + column * width, CORNER + row * height, width - GAP, height - GAP);
+        svg.rect(style.c_str(), place);
+        svg.label(place, CLOSE_SIZE, part.inside[i]);
+    }
+}
+
+} // namespace
+
+void drawParts(SvgWriter& svg, const std::vector<Part>& parts)
 {
     {
         const auto layer = svg.layer(LAYER_DETAIL);
         for (const Part& part : parts)
-            svg.rect(part.style, part.box);
+            svg.rect((std::string(part.family) + "-part").c_str(), part.box);
     }
-    const auto layer = svg.layer(nameLayer);
-    for (const Part& part : parts) {
-        if (!part.name.empty())
+    {
+        const auto layer = svg.layer(LAYER_DETAIL_NAMES);
+        for (const Part& part : parts)
             svg.label(part.box, part.size, part.name, part.turn);
     }
+    const auto layer = svg.layer(LAYER_CLOSE_UP);
+    for (const Part& part : parts)
+        drawInside(svg, part);
+}
+
+void drawBody(SvgWriter& svg, int layer, const char* style, const Box& box)
+{
+    const auto scope = svg.layer(layer);
+    svg.rect(style, box);
 }
 
 void drawName(SvgWriter& svg, int layer, const Box& box, double size, const std::string& name, SvgWriter::Turn turn)
 {
     const auto scope = svg.layer(layer);
     svg.label(box, size, name, turn);
+}
+
+void drawHeader(SvgWriter& svg, const Box& box, double size, const std::string& name)
+{
+    drawName(svg, LAYER_DETAIL_NAMES, box, size, name);
+    drawName(svg, LAYER_CLOSE_UP, box, CLOSE_HEADER, name);
 }
 
 void drawWires(SvgWriter& svg, const char* style, const std::vector<std::pair<Point, Point>>& wires)

@@ -28,23 +28,32 @@ void drawLogicTile(SvgWriter& svg, const Site& site);
 void drawMemory(SvgWriter& svg, const Site& site);
 void drawDsp(SvgWriter& svg, const Site& site);
 void drawClockHub(SvgWriter& svg, const Site& site);
+void drawRowClock(SvgWriter& svg, const Site& site);
 
-// A part of a cell with its name in the middle; the name may be empty.
+// A part of a cell. Up to the middle scales it shows its name as large as `size`; seen close, the name moves into the
+// corner and makes room for the blocks inside, of which there may be none.
 struct Part
 {
-    const char* style;
+    const char* family; // its style is FAMILY-part, that of what is inside FAMILY-fine
     Box box;
-    double size = 0.0; // of the name
-    std::string name = {};
+    double size;
+    std::string name;
+    std::vector<std::string> inside = {};
+    int columns = 1; // in which the blocks inside are laid out
     SvgWriter::Turn turn = SvgWriter::Turn::None;
 };
 
-// The parts on the detail layer, then their names on `nameLayer`.
-void drawParts(SvgWriter& svg, const std::vector<Part>& parts, int nameLayer);
+void drawParts(SvgWriter& svg, const std::vector<Part>& parts);
+
+// The outline of a site on a layer of its own.
+void drawBody(SvgWriter& svg, int layer, const char* style, const Box& box);
 
 // One label on a layer of its own.
 void drawName(SvgWriter& svg, int layer, const Box& box, double size, const std::string& name,
     SvgWriter::Turn turn = SvgWriter::Turn::None);
+
+// The name at the top of a cell that has details: in two sizes, of which one is shown at a time.
+void drawHeader(SvgWriter& svg, const Box& box, double size, const std::string& name);
 
 // Horizontal or vertical wires on the detail layer, one per pair of points.
 void drawWires(SvgWriter& svg, const char* style, const std::vector<std::pair<Point, Point>>& wires);

@@ -13,11 +13,14 @@ constexpr double PAD_PITCH = 17;
 constexpr double PAD_LENGTH = 15;
 constexpr double PAD_DEPTH = 28;
 
-constexpr int TILE_ROWS = 20;
-constexpr double TILE_WIDTH = 29; // pitch
-constexpr double TILE_HEIGHT = 30;
-constexpr double MACRO_WIDTH = 50; // pitch of the block RAM and DSP columns; they are two tiles high
-constexpr const char* HALF_COLUMNS = "LLLELLLDLLLELLL"; // logic, block RAM and DSP columns on each side of the spine
+constexpr int TILE_ROWS = 18;
+constexpr double TILE_WIDTH = 31; // pitch
+constexpr double TILE_HEIGHT = 33;
+constexpr double MACRO_WIDTH = 52; // pitch of the block RAM and DSP columns
+constexpr int MACRO_HEIGHT = 3; // in tiles
+constexpr double SPINE_GAP = 32; // between the tiles above and below the horizontal spine
+constexpr const char* COLUMNS[]
+    = {"LLELLLDLLLELLL", "LLLELLLDLLLELL"}; // logic, block RAM, DSP; on each side of the spine
 
 struct Bank
 {
@@ -59,7 +62,7 @@ public:
         configuration();
         units();
         tiles();
-        clockHub();
+        clocks();
         return std::move(m_sites);
     }
 
@@ -86,7 +89,8 @@ private:
     void references();
     void tiles();
     void tileColumn(char type, int column, double x);
-    void clockHub();
+    static double tileTop(int row);
+    void clocks();
 
     std::vector<Site> m_sites;
     int m_macroColumns[2] = {0, 0}; // block RAM, DSP
@@ -222,10 +226,11 @@ void Planner::references()
 
 void Planner::tiles()
 {
+    const double lefts[] = {CORE.x + 6, VERTICAL_SPINE.right() + 9};
     int logicColumn = 0;
-    for (double left : {CORE.x + 6, VERTICAL_SPINE.right() + 8}) {
-        double x = left;
-        for (const char* type = HALF_COLUMNS; *type; ++type) {
+    for (int half = 0; half < 2; ++half) {
+        double x = lefts[half];
+        for (const char* type = COLUMNS[half]; *type; ++type) {
             const bool logic = *type == 'L';
             tileColumn(*type, logic ? ++logicColumn : ++m_macroColumns[*type == 'D'], x);
             x += logic ? TILE_WIDTH : MACRO_WIDTH;
@@ -235,31 +240,41 @@ void Planner::tiles()
 
 void Planner::tileColumn(char type, int column, double x)
 {
-    const int height = type == 'L' ? 1 : 2;
+    const int height = type == 'L' ? 1 : MACRO_HEIGHT;
     for (int row = 0; row < TILE_ROWS; row += height) {
-        const double y = CORE.y + 6 + row * TILE_HEIGHT + (row >= TILE_ROWS / 2 ? 30 : 0);
+        const bool below = row >= TILE_ROWS / 2;
+        const double y = tileTop(row);
+        const std::string place = "R" + std::to_string(row / height + 1) + "C" + std::to_string(column);
+        const std::string region = "Q" + std::to_string((below ? 2 : 0) + (x > VERTICAL_SPINE.x ? 1 : 0));
+        const Box tile{x + 1, y + 1, TILE_WIDTH - 2, TILE_HEIGHT - 2};
+        const Box macro{x + 2, y + 1, MACRO_WIDTH - 4, TILE_HEIGHT * MACRO_HEIGHT - 2};
         const int number = row / height + 1;
-        const std::string place = "R" + std::to_string(number) + "C" + std::to_string(column);
-        const std::string region
-            = "Q" + std::to_string((row >= TILE_ROWS / 2 ? 2 : 0) + (x > VERTICAL_SPINE.x ? 1 : 0));
         if (type == 'L')
-            add("PFU", number, column, place, region, {x + 1, y + 1, TILE_WIDTH - 2, TILE_HEIGHT - 2}).popup
+            add("PFU", number, column, place, region, tile).popup
                 = "Logic tile " + place + ": 4 slices, 8 LUT4, 8 registers";
         else if (type == 'E')
-            add("EBR", number, column, "EBR_" + place, region, {x + 2, y + 1, MACRO_WIDTH - 4, TILE_HEIGHT * 2 - 2})
-                .popup
-                = "Block RAM " + place + ", 18 Kbit";
+            add("EBR", number, column, "EBR_" + place, region, macro).popup = "Block RAM " + place + ", 18 Kbit";
         else
-            add("DSP", number, column, "DSP_" + place, region, {x + 2, y + 1, MACRO_WIDTH - 4, TILE_HEIGHT * 2 - 2})
-                .popup
+            add("DSP", number, column, "DSP_" + place, region, macro).popup
                 = "DSP block " + place + ": two 18x18 multipliers, 54-bit ALU";
     }
 }
 
-void Planner::clockHub()
+double Planner::tileTop(int row)
 {
-    add("CLOCK", 1, 1, "CLKHUB", {}, {540, 391, 120, 20}).popup
+    return CORE.y + 8 + row * TILE_HEIGHT + (row >= TILE_ROWS / 2 ? SPINE_GAP : 0);
+}
+
+// The hub where the spines cross, and a driver beside each row of tiles.
+void Planner::clocks()
+{
+    add("CLOCK", 0, 0, "CLKHUB", {}, {540, 391, 120, 20}).popup
         = "Clock hub: primary clock selection of the four regions";
+    for (int row = 0; row < TILE_ROWS; ++row) {
+        const std::string number = std::to_string(row + 1);
+        const Box box{VERTICAL_SPINE.x + 1, tileTop(row) + TILE_HEIGHT / 2 - 6.5, VERTICAL_SPINE.width - 2, 13};
+        add("ROWCLOCK", row + 1, 0, "RCLK" + number, {}, box).popup = "Clock driver of row " + number;
+    }
 }
 
 } // namespace
@@ -282,6 +297,7 @@ const std::vector<SiteKind>& siteKinds()
         {"EBR", "Block RAM", nullptr, 13},
         {"DSP", "DSP", nullptr, 14},
         {"CLOCK", "Clock hub", nullptr, 15},
+        {"ROWCLOCK", "Row clock", nullptr, 16},
     };
     return kinds;
 }

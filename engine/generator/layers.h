@@ -13,7 +13,9 @@ enum Layer {
     LAYER_TILE_NAMES,
     LAYER_DETAIL,
     LAYER_DETAIL_NAMES,
+    LAYER_HEADERS,
     LAYER_FINE_NAMES,
+    LAYER_CLOSE_UP,
     LAYER_PIN_NAMES,
     LAYER_COUNT
 };
@@ -39,8 +41,10 @@ inline constexpr LayerRange LAYERS[LAYER_COUNT] = {
     {"Short names", 0.75, 1.25},
     {"Tile names", 1.5, 2.25},
     {"Detail", 2.5, ALWAYS},
-    {"Detail names", 2.5, ALWAYS},
+    {"Detail names", 2.5, 3.75},
+    {"Headers", 2.5, ALWAYS},
     {"Fine names", 3.5, ALWAYS},
+    {"Close-up", 4.0, ALWAYS},
     {"Pin names", 4.25, ALWAYS},
 };
 

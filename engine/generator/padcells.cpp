@@ -48,27 +48,33 @@ const char* padStyle(const Site& site)
 // The strip between pads and core: the bank's name, or its I/O lanes when one is near enough.
 void drawBank(SvgWriter& svg, const Site& site)
 {
+    constexpr double LANE = 60;
     const EdgeCell cell{site.side, site.box};
     const double length = isUpright(site) ? site.box.height : site.box.width;
     const std::string number = site.name.substr(4);
     const Turn turn = alongEdge(site);
-    {
-        const auto layer = svg.layer(LAYER_BASE);
-        svg.rect("bank", site.box);
-    }
+    drawBody(svg, LAYER_BASE, "bank", site.box);
     drawName(svg, LAYER_BLOCK_NAMES, cell.part(0, 32, length, 20), 10, "Bank " + number, turn);
 
-    constexpr double LANE = 100;
     const int lanes = static_cast<int>(length / LANE);
     const double pitch = length / lanes;
-    std::vector<Part> parts;
-    for (int lane = 0; lane < lanes; ++lane) {
-        const std::string name = "Bank " + number + "  lane " + std::to_string(lane);
-        parts.push_back({"pad-part", cell.part(lane * pitch + 5, 36, pitch - 10, 12), 4, name, turn});
+    {
+        const auto layer = svg.layer(LAYER_DETAIL);
+        for (int lane = 0; lane < lanes; ++lane)
+            svg.rect("pad-part", cell.part(lane * pitch + 3, 36, pitch - 6, 12));
     }
-    drawParts(svg, parts, LAYER_DETAIL_NAMES);
+    {
+        const auto layer = svg.layer(LAYER_HEADERS);
+        for (int lane = 0; lane < lanes; ++lane)
+            svg.label(cell.part(lane * pitch + 3, 38, pitch - 6, 5), 2.6,
+                "Bank " + number + "  lane " + std::to_string(lane), turn);
+    }
     drawWires(svg, "pad-wire",
-        {{cell.point(4, 33.5), cell.point(length - 4, 33.5)}, {cell.point(4, 51), cell.point(length - 4, 51)}});
+        {{cell.point(3, 33), cell.point(length - 3, 33)}, {cell.point(3, 34.5), cell.point(length - 3, 34.5)},
+            {cell.point(3, 51), cell.point(length - 3, 51)}});
+    const auto layer = svg.layer(LAYER_FINE_NAMES);
+    for (int lane = 0; lane < lanes; ++lane)
+        svg.label(cell.part(lane * pitch + 3, 43, pitch - 6, 3), 1.2, "EDGE CLOCK  /  DELAY LINE", turn);
 }
 
 // From the outside: the bond pad, the buffer, the I/O logic.
@@ -76,19 +82,18 @@ void drawPad(SvgWriter& svg, const Site& site)
 {
     const EdgeCell cell{site.side, site.box};
     const Box metal = cell.part(2.5, 1.5, 10, 10);
-    {
-        const auto layer = svg.layer(LAYER_SITES);
-        svg.rect(padStyle(site), site.box);
-    }
+    drawBody(svg, LAYER_SITES, padStyle(site), site.box);
     drawName(svg, LAYER_TILE_NAMES, site.box, 5.6, site.name, isUpright(site) ? Turn::None : Turn::Left);
-    drawParts(svg, {{"pad-metal", metal, 2.4, site.name}, {"pad-part", cell.part(2, 21, 11, 6), 2.4, "I/O"}},
-        LAYER_DETAIL_NAMES);
     {
         const auto layer = svg.layer(LAYER_DETAIL);
-        svg.polygon("pad-buffer", {cell.point(4, 14), cell.point(11, 14), cell.point(7.5, 18.5)});
+        svg.rect("pad-metal", metal);
+        svg.polygon("pad-metal-fill", {cell.point(4, 13.5), cell.point(11, 13.5), cell.point(7.5, 18)});
     }
+    drawName(svg, LAYER_HEADERS, metal, 2.4, site.name);
+    const Box logic = cell.part(1.5, 20, 12, 7);
+    drawParts(svg, {{"pad", logic, 2.4, "I/O", {"IN", "OUT", "TRI"}, isUpright(site) ? 1 : 3}});
     drawWires(
-        svg, "pad-wire", {{cell.point(7.5, 11.5), cell.point(7.5, 14)}, {cell.point(7.5, 18.5), cell.point(7.5, 21)}});
+        svg, "pad-wire", {{cell.point(7.5, 11.5), cell.point(7.5, 13.5)}, {cell.point(7.5, 18), cell.point(7.5, 20)}});
     if (attribute(site, "function") == "clock")
         drawName(svg, LAYER_FINE_NAMES, metal.inner(0, 7.5, 10, 2), 1.2, "CLOCK");
 }
@@ -97,15 +102,12 @@ void drawSupply(SvgWriter& svg, const Site& site)
 {
     const EdgeCell cell{site.side, site.box};
     const Box metal = cell.part(2.5, 1.5, 10, 10);
-    {
-        const auto layer = svg.layer(LAYER_SITES);
-        svg.rect("supply", site.box);
-    }
+    drawBody(svg, LAYER_SITES, "supply", site.box);
     drawName(svg, LAYER_TILE_NAMES, site.box, 5.2, site.name, isUpright(site) ? Turn::None : Turn::Left);
-    drawParts(
-        svg, {{"supply-part", metal}, {"supply-part", cell.part(2, 16, 11, 10), 2.4, "CLAMP"}}, LAYER_DETAIL_NAMES);
+    drawBody(svg, LAYER_DETAIL, "supply-part", metal);
+    drawParts(svg, {{"supply", cell.part(2, 16, 11, 10), 2.4, "CLAMP", {"TRIGGER", "SHUNT"}, 1}});
     drawWires(svg, "supply-wire", {{cell.point(7.5, 11.5), cell.point(7.5, 16)}});
-    const auto layer = svg.layer(LAYER_DETAIL_NAMES);
+    const auto layer = svg.layer(LAYER_HEADERS);
     svg.label(metal.inner(0, 1.5, 10, 3.5), 2.6, "VCCIO");
     svg.label(metal.inner(0, 5, 10, 3.5), 2.6, site.name.substr(5));
 }

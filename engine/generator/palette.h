@@ -17,6 +17,7 @@ inline constexpr const char* STYLE_SHEET = R"css(
   .spine { fill: #dcd8ca; stroke: #c3bead; stroke-width: 0.2 }
   .clock { fill: #cfc8b2; stroke: #a49c80; stroke-width: 0.2 }
   .clock-part { fill: #ece7d6; stroke: #a49c80 }
+  .clock-fine { fill: #f6f2e6; stroke: #a49c80 }
   .clock-mux { fill: #cfc8b2 }
   .clock-wire { stroke: #a49c80 }
   .bank { fill: #e4eaef; stroke: #b9c5cf; stroke-width: 0.2 }
@@ -24,26 +25,32 @@ inline constexpr const char* STYLE_SHEET = R"css(
   .pad-b { fill: #b3c6d7; stroke: #8fa5b9; stroke-width: 0.12 }
   .pad-clock { fill: #a9c7cf; stroke: #7f9fa9; stroke-width: 0.12 }
   .pad-metal { fill: #f3f5f7; stroke: #8fa5b9 }
-  .pad-buffer { fill: #f3f5f7 }
+  .pad-metal-fill { fill: #f3f5f7 }
   .pad-part { fill: #dde6ed; stroke: #8fa5b9 }
+  .pad-fine { fill: #eef3f7; stroke: #8fa5b9 }
   .pad-wire { stroke: #5f7a93 }
   .supply { fill: #e3b7bb; stroke: #b98388; stroke-width: 0.2 }
   .supply-part { fill: #f5e6e7; stroke: #b98388 }
+  .supply-fine { fill: #fbf3f4; stroke: #b98388 }
   .supply-wire { stroke: #a3656b }
   .pll { fill: #ecc0aa; stroke: #c0836a; stroke-width: 0.2 }
   .pll-part { fill: #f8e6dc; stroke: #c0836a }
+  .pll-fine { fill: #fdf5f0; stroke: #c0836a }
   .pll-wire { stroke: #a3634a }
   .system { fill: #d3d6da; stroke: #9da3aa; stroke-width: 0.2 }
   .system-part { fill: #eceef0; stroke: #9da3aa }
+  .system-fine { fill: #f8f9fa; stroke: #9da3aa }
   .system-wire { stroke: #7b828a }
   .unit { fill: #e3ddee; stroke: #aa9cc8; stroke-width: 0.2 }
   .unit-part { fill: #efebf6; stroke: #aa9cc8 }
+  .unit-fine { fill: #f9f7fc; stroke: #aa9cc8 }
   .channel { fill: #c9bce0; stroke: #937fbd; stroke-width: 0.2 }
   .channel-part { fill: #e4dcf1; stroke: #937fbd }
   .channel-fine { fill: #f4f0fa; stroke: #937fbd }
   .channel-wire { stroke: #6f58a3 }
   .reference { fill: #f2d292; stroke: #c79e4b; stroke-width: 0.2 }
   .reference-part { fill: #faedd0; stroke: #c79e4b }
+  .reference-fine { fill: #fdf8ea; stroke: #c79e4b }
   .reference-buffer { fill: #faedd0 }
   .reference-wire { stroke: #9c7727 }
   .logic { fill: #d9deda; stroke: #bcc5be; stroke-width: 0.12 }
@@ -54,10 +61,12 @@ inline constexpr const char* STYLE_SHEET = R"css(
   .logic-wire { stroke: #7d8f83 }
   .memory { fill: #b3d2cd; stroke: #7fa9a2; stroke-width: 0.2 }
   .memory-part { fill: #dcecea; stroke: #7fa9a2 }
+  .memory-fine { fill: #eef6f5; stroke: #7fa9a2 }
   .memory-array { fill: #c8e0dc; stroke: #7fa9a2 }
   .memory-wire { stroke: #7fa9a2 }
   .dsp { fill: #e8dcab; stroke: #bfae67; stroke-width: 0.2 }
   .dsp-part { fill: #f6f0d8; stroke: #bfae67 }
+  .dsp-fine { fill: #fbf8ec; stroke: #bfae67 }
   .dsp-wire { stroke: #94823a }
 )css";
 

@@ -32,6 +32,7 @@ DrawSite drawerOf(const std::string& kind)
         {"EBR", drawMemory},
         {"DSP", drawDsp},
         {"CLOCK", drawClockHub},
+        {"ROWCLOCK", drawRowClock},
     };
     return drawers.at(kind);
 }

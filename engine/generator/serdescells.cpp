@@ -7,28 +7,30 @@ namespace mirn::zeldevicegenerator {
 
 namespace {
 
-using Turn = SvgWriter::Turn;
-
 constexpr double LANE_WIDTH = 27; // receive or transmit half of a channel
-constexpr int PARALLEL_BITS = 10;
+constexpr int PARALLEL_BITS = 8;
 
 // The coding sublayer of one direction: a frame with its name and four blocks.
 void drawCodingBlock(SvgWriter& svg, const Box& box, const std::string& name, const std::vector<std::string>& blocks)
 {
-    drawParts(svg, {{"channel-part", box}}, LAYER_DETAIL_NAMES);
-    drawName(svg, LAYER_DETAIL_NAMES, box.inner(0, 1, box.width, 4), 3.4, name);
-    std::vector<Part> parts;
-    for (std::size_t i = 0; i < blocks.size(); ++i) {
-        const Box place = box.inner(1.5 + (i % 2) * 12.5, 6 + static_cast<double>(i / 2) * 12, 11.5, 10.5);
-        parts.push_back({"channel-fine", place, 2.2, blocks[i]});
+    drawBody(svg, LAYER_DETAIL, "channel-part", box);
+    drawHeader(svg, box.inner(0, 1, box.width, 4), 3.4, name);
+    std::vector<Box> places;
+    for (int i = 0; i < 4; ++i)
+        places.push_back(box.inner(1.5 + (i % 2) * 12.5, 6 + i / 2 * 12, 11.5, 10.5));
+    {
+        const auto layer = svg.layer(LAYER_DETAIL);
+        for (const Box& place : places)
+            svg.rect("channel-fine", place);
     }
-    drawParts(svg, parts, LAYER_FINE_NAMES);
+    const auto layer = svg.layer(LAYER_HEADERS);
+    for (std::size_t i = 0; i < places.size(); ++i)
+        svg.label(places[i], 2.2, blocks[i]);
 }
 
 // The parallel data pins above a coding block.
 void drawBits(SvgWriter& svg, const Box& box, const char* prefix)
 {
-    std::vector<std::pair<Point, Point>> wires;
     const double pitch = box.width / PARALLEL_BITS;
     const auto layer = svg.layer(LAYER_PIN_NAMES);
     for (int bit = 0; bit < PARALLEL_BITS; ++bit) {
@@ -40,7 +42,7 @@ void drawBits(SvgWriter& svg, const Box& box, const char* prefix)
 
 void drawLane(SvgWriter& svg, const Box& lane, const std::vector<Part>& parts)
 {
-    drawParts(svg, parts, LAYER_DETAIL_NAMES);
+    drawParts(svg, parts);
     const double x = lane.centerX();
     drawWires(svg, "channel-wire",
         {{{x, lane.y + 38}, {x, lane.y + 41}}, {{x, lane.y + 52}, {x, lane.y + 54}},
@@ -55,32 +57,26 @@ void drawUnit(SvgWriter& svg, const Site& site)
     const Box& box = site.box;
     const Box header = box.inner(0, 0, box.width, halden::UNIT_HEADER);
     const Box auxiliary = box.inner(69, 78, 50, 30);
-    {
-        const auto layer = svg.layer(LAYER_BASE);
-        svg.rect("unit", box);
-        svg.rect("unit-part", auxiliary);
-    }
+    drawBody(svg, LAYER_BASE, "unit", box);
+    drawBody(svg, LAYER_BASE, "unit-part", auxiliary);
     drawName(svg, LAYER_BLOCK_NAMES, header, 11, site.name);
     drawName(svg, LAYER_BLOCK_NAMES, auxiliary, 9, "AUX");
-    drawName(svg, LAYER_DETAIL_NAMES, header, 6, site.name + "  dual-channel unit");
-    drawName(svg, LAYER_DETAIL_NAMES, auxiliary.inner(0, 1, 50, 6), 4, "AUX");
+    drawHeader(svg, header, 6, site.name + "  dual-channel unit");
+    drawHeader(svg, auxiliary.inner(0, 1, 50, 6), 4, "AUX");
     drawParts(svg,
-        {{"unit", auxiliary.inner(5, 9, 18, 8), 3.4, "BIAS"}, {"unit", auxiliary.inner(27, 9, 18, 8), 3.4, "RESCAL"},
-            {"unit", auxiliary.inner(5, 20, 18, 8), 3.4, "SCI"},
-            {"unit", auxiliary.inner(27, 20, 18, 8), 3.4, "RESET"}},
-        LAYER_DETAIL_NAMES);
+        {{"unit", auxiliary.inner(5, 9, 18, 8), 3.4, "BIAS", {"BANDGAP", "MIRROR"}, 2},
+            {"unit", auxiliary.inner(27, 9, 18, 8), 3.4, "RESCAL", {"DAC", "COMP"}, 2},
+            {"unit", auxiliary.inner(5, 20, 18, 8), 3.4, "SCI", {"DECODE", "REGS"}, 2},
+            {"unit", auxiliary.inner(27, 20, 18, 8), 3.4, "RESET", {"SEQUENCER"}, 1}});
 }
 
 // Data come in and go out at the pads at the bottom; the receive lane is on the left.
 void drawChannel(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
-    {
-        const auto layer = svg.layer(LAYER_SITES);
-        svg.rect("channel", box);
-    }
+    drawBody(svg, LAYER_SITES, "channel", box);
     drawName(svg, LAYER_BLOCK_NAMES, box, 11, site.name.substr(site.name.find('_') + 1));
-    drawName(svg, LAYER_DETAIL_NAMES, box.inner(0, 0.5, box.width, 5), 4, site.name);
+    drawHeader(svg, box.inner(0, 0.5, box.width, 5), 4, site.name);
 
     const Box receive = box.inner(3, 0, LANE_WIDTH, box.height);
     const Box transmit = box.inner(32, 0, LANE_WIDTH, box.height);
@@ -89,50 +85,49 @@ void drawChannel(SvgWriter& svg, const Site& site)
     drawBits(svg, receive.inner(0, 5.6, LANE_WIDTH, 2.4), "RD");
     drawBits(svg, transmit.inner(0, 5.6, LANE_WIDTH, 2.4), "TD");
     drawLane(svg, receive,
-        {{"channel-part", receive.inner(0, 41, 27, 11), 3.6, "DES"},
-            {"channel-part", receive.inner(0, 54, 27, 11), 3.6, "CDR"},
-            {"channel-part", receive.inner(0, 67, 27, 8), 3.6, "EQ"},
-            {"channel-fine", receive.inner(0, 77, 13, 11), 3, "RXP"},
-            {"channel-fine", receive.inner(14, 77, 13, 11), 3, "RXN"}});
+        {{"channel", receive.inner(0, 41, 27, 11), 3.6, "DES", {"SAMPLER", "DEMUX", "CLOCK"}, 3},
+            {"channel", receive.inner(0, 54, 27, 11), 3.6, "CDR", {"PHASE", "FILTER", "ROTATOR"}, 3},
+            {"channel", receive.inner(0, 67, 27, 8), 3.6, "EQ", {"CTLE", "DFE"}, 2},
+            {"channel", receive.inner(0, 77, 13, 11), 3, "RXP", {"BOND PAD"}, 1},
+            {"channel", receive.inner(14, 77, 13, 11), 3, "RXN", {"BOND PAD"}, 1}});
     drawLane(svg, transmit,
-        {{"channel-part", transmit.inner(0, 41, 27, 11), 3.6, "SER"},
-            {"channel-part", transmit.inner(0, 54, 27, 11), 3.6, "EMPH"},
-            {"channel-part", transmit.inner(0, 67, 27, 8), 3.6, "DRIVER"},
-            {"channel-fine", transmit.inner(0, 77, 13, 11), 3, "TXP"},
-            {"channel-fine", transmit.inner(14, 77, 13, 11), 3, "TXN"}});
+        {{"channel", transmit.inner(0, 41, 27, 11), 3.6, "SER", {"MUX", "RETIME", "CLOCK"}, 3},
+            {"channel", transmit.inner(0, 54, 27, 11), 3.6, "EMPH", {"PRE", "MAIN", "POST"}, 3},
+            {"channel", transmit.inner(0, 67, 27, 8), 3.6, "DRIVER", {"SEG 0", "SEG 1", "SEG 2", "SEG 3"}, 4},
+            {"channel", transmit.inner(0, 77, 13, 11), 3, "TXP", {"BOND PAD"}, 1},
+            {"channel", transmit.inner(14, 77, 13, 11), 3, "TXN", {"BOND PAD"}, 1}});
 }
 
 void drawSystemBlock(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
-    {
-        const auto layer = svg.layer(LAYER_SITES);
-        svg.rect("system", box);
-    }
+    drawBody(svg, LAYER_SITES, "system", box);
     drawName(svg, LAYER_BLOCK_NAMES, box, 10, site.name);
-    drawName(svg, LAYER_DETAIL_NAMES, box.inner(0, 1, box.width, 6), 4, site.name);
-    const bool oscillator = site.name == "OSC";
-    drawParts(svg,
-        {{"system-part", box.inner(5, 10, 20, 20), 3.4, oscillator ? "RING" : "SENSOR"},
-            {"system-part", box.inner(30, 10, 19, 20), 3.4, oscillator ? "DIV" : "ADC"}},
-        LAYER_DETAIL_NAMES);
+    drawHeader(svg, box.inner(0, 1, box.width, 6), 4, site.name);
+    const Box left = box.inner(5, 10, 20, 21);
+    const Box right = box.inner(30, 10, 19, 21);
+    if (site.name == "OSC")
+        drawParts(svg,
+            {{"system", left, 3.4, "RING", {"STAGE 0", "STAGE 1", "STAGE 2"}, 1},
+                {"system", right, 3.4, "DIV", {"2", "4", "8", "16"}, 2}});
+    else
+        drawParts(svg,
+            {{"system", left, 3.4, "SENSOR", {"DIODE", "BIAS"}, 1},
+                {"system", right, 3.4, "ADC", {"SAMPLE", "COMPARE", "REGISTER"}, 1}});
     drawWires(svg, "system-wire", {{{box.x + 25, box.y + 20}, {box.x + 30, box.y + 20}}});
 }
 
 void drawConfiguration(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
-    {
-        const auto layer = svg.layer(LAYER_SITES);
-        svg.rect("system", box);
-    }
+    drawBody(svg, LAYER_SITES, "system", box);
     drawName(svg, LAYER_BLOCK_NAMES, box, 10, site.name);
-    drawName(svg, LAYER_DETAIL_NAMES, box.inner(0, 2, box.width, 7), 5, site.name);
-    std::vector<Part> parts;
-    for (const char* name : {"JTAG", "SPI", "SED", "DECRYPT"})
-        parts.push_back(
-            {"system-part", box.inner(4 + 30.5 * static_cast<double>(parts.size()), 14, 28.5, 34), 4.4, name});
-    drawParts(svg, parts, LAYER_DETAIL_NAMES);
+    drawHeader(svg, box.inner(0, 2, box.width, 7), 5, site.name);
+    drawParts(svg,
+        {{"system", box.inner(4, 14, 28.5, 34), 4.4, "JTAG", {"TAP", "IR", "BYPASS", "DR"}, 2},
+            {"system", box.inner(34.5, 14, 28.5, 34), 4.4, "SPI", {"SHIFT", "CLOCK", "COMMAND", "FIFO"}, 2},
+            {"system", box.inner(65, 14, 28.5, 34), 4.4, "SED", {"CRC", "COMPARE", "SCRUB", "FLAGS"}, 2},
+            {"system", box.inner(95.5, 14, 28.5, 34), 4.4, "DECRYPT", {"KEY", "ROUND", "S-BOX", "FIFO"}, 2}});
 }
 
 } // namespace mirn::zeldevicegenerator

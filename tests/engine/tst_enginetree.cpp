@@ -78,7 +78,7 @@ void TestEngineTree::makesCells()
     QStringList lines;
     describe(*m_engine->tree(), {}, lines);
     const QStringList expected{"top -", ".ip IP drag reset", "..a DCUCHANNEL 11 U0_CH0 drag reset",
-        "..b DCUCHANNEL drag", "..ref EXTREF 40 REF_L", ".clk -", "..pll PLL 50 PLL_CORE", ".empty -",
+        "..b DCUCHANNEL drag", "..ref EXTREF 40 REF_L", ".clk GROUP", "..pll PLL 50 PLL_CORE", ".empty GROUP",
         QString::fromUtf8(".v\xC3\xA9 UVCCIO drag uvccio")};
     QCOMPARE(lines, expected);
     QVERIFY(!m_engine->tree()->children->at(0)->ids); // an IP has no site, its channels have
