@@ -10,7 +10,7 @@ build_packages=(
     pkg-config
     qt6-base-dev
     libgl-dev
-    libexpat1-dev
+    libexpat1-dev tcl8.6-dev
     fonts-dejavu-core # the offscreen platform brings no fonts of its own
 )
 

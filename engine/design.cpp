@@ -37,18 +37,49 @@ int Design::add(int parent, Resource resource)
 
 void Design::remove(int resource)
 {
-    erase(resource < 0 || at(resource).parent < 0 ? m_topLevel : at(at(resource).parent).children, resource);
-    const std::vector<int> gone = subtree(resource);
-    for (int index : gone) {
+    erase(siblings(resource), resource);
+    for (int index : subtree(resource)) {
+        if (at(index).fixed && at(index).site >= 0)
+            m_fixedSites.insert(index, at(index).site);
         setSite(index, -1);
         m_byPath.remove(at(index).path);
-        if (at(index).type == ResourceType::Ip) {
-            for (Resource& other : m_resources)
-                erase(other.feeds, index);
-        }
     }
-    for (int index : gone)
-        at(index) = Resource();
+    m_removed.insert(at(resource).path, resource);
+}
+
+bool Design::restore(const QString& path)
+{
+    const auto found = m_removed.constFind(path);
+    if (found == m_removed.constEnd())
+        return false;
+    const int resource = found.value();
+    if (at(resource).parent >= 0 && !m_byPath.contains(at(at(resource).parent).path))
+        return false;
+    const std::vector<int> branch = subtree(resource);
+    const auto isBlocked
+        = [this](int index) { return m_fixedSites.contains(index) && m_occupants.contains(m_fixedSites[index]); };
+    if (std::any_of(branch.begin(), branch.end(), isBlocked))
+        return false;
+    m_removed.erase(found);
+    std::vector<int>& list = siblings(resource);
+    // Resources are numbered in the order of the file, so this is where it stood.
+    list.insert(std::lower_bound(list.begin(), list.end(), resource), resource);
+    for (int index : branch) {
+        m_byPath.insert(at(index).path, index);
+        setSite(index, m_fixedSites.value(index, -1));
+    }
+    return true;
+}
+
+QStringList Design::removedPaths() const
+{
+    return m_removed.keys();
+}
+
+std::vector<int>& Design::siblings(int resource)
+{
+    const int parent = at(resource).parent;
+    return parent < 0 ? m_topLevel : at(parent).children;
 }
 
 std::vector<int> Design::all() const
@@ -108,7 +139,11 @@ std::vector<int> Design::partsOf(int ip, ResourceType type) const
 
 std::vector<int> Design::fedBy(int clock) const
 {
-    std::vector<int> result = resource(clock).feeds;
+    std::vector<int> result;
+    for (int fed : resource(clock).feeds) {
+        if (find(resource(fed).path) == fed) // not while it is removed
+            result.push_back(fed);
+    }
     const int ip = ipOf(clock);
     if (ip >= 0 && std::find(result.begin(), result.end(), ip) == result.end())
         result.push_back(ip);

@@ -4,7 +4,9 @@
 #include "engine/resourcetype.h"
 
 #include <QHash>
+#include <QMap>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -35,7 +37,13 @@ public:
     // Adds under `parent` (-1: at the top level) and sets parent and path. -1 when a sibling has this name.
     int add(int parent, Resource resource);
     void addFeed(int clock, int ip) { at(clock).feeds.push_back(ip); }
-    void remove(int resource); // with everything below
+    // With everything below, which goes off its sites. restore() brings it back.
+    void remove(int resource);
+    // Brings back what was removed under this path: on its site what is fixed there, unplaced what is not. False when
+    // nothing was removed, its parent is gone, or another resource is on such a site.
+    bool restore(const QString& path);
+    // The paths that remove() was called for and that restore() would bring back or whose parents are gone.
+    [[nodiscard]] QStringList removedPaths() const;
 
     [[nodiscard]] const Resource& resource(int index) const { return m_resources[static_cast<std::size_t>(index)]; }
     [[nodiscard]] const std::vector<int>& topLevel() const { return m_topLevel; }
@@ -63,13 +71,17 @@ public:
     [[nodiscard]] std::vector<int> clocksOf(int ip) const;
 
 private:
+    // The list in which a resource stands or stood.
+    [[nodiscard]] std::vector<int>& siblings(int resource);
     [[nodiscard]] Resource& at(int index) { return m_resources[static_cast<std::size_t>(index)]; }
 
     QString m_name;
-    std::vector<Resource> m_resources; // a removed one keeps its place, unreachable
+    std::vector<Resource> m_resources; // a removed one keeps its place, unreachable and unplaced
     std::vector<int> m_topLevel;
     QHash<QString, int> m_byPath;
     QHash<int, int> m_occupants; // by site id
+    QMap<QString, int> m_removed; // by path
+    QHash<int, int> m_fixedSites; // of fixed resources that were removed
 };
 
 } // namespace mirn::zelengine

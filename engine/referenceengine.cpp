@@ -99,16 +99,29 @@ QString ReferenceEngine::remove(const QString& resource)
     return {};
 }
 
+QString ReferenceEngine::restore(const QString& resource)
+{
+    if (!m_design.restore(resource))
+        return QStringLiteral("no resource \"%1\" was removed that could come back").arg(resource);
+    m_isChanged = true;
+    return {};
+}
+
 // Takes everything off first: the parts of an IP may change places among themselves.
+void ReferenceEngine::setSites(const std::vector<Placement>& placements)
+{
+    for (const Placement& placement : placements)
+        m_design.setSite(placement.resource, -1);
+    for (const Placement& placement : placements)
+        m_design.setSite(placement.resource, placement.site);
+    m_isChanged = true;
+}
+
 QString ReferenceEngine::apply(const Proposal& proposal)
 {
     if (!proposal.isAllowed())
         return proposal.refusal;
-    for (const Placement& placement : proposal.placements)
-        m_design.setSite(placement.resource, -1);
-    for (const Placement& placement : proposal.placements)
-        m_design.setSite(placement.resource, placement.site);
-    m_isChanged = true;
+    setSites(proposal.placements);
     return {};
 }
 
@@ -216,7 +229,12 @@ int ReferenceEngine::setDynamicDialogValue(
 {
     if (type != DCU_SETTINGS)
         return 0;
-    return setSetting(elementId(*id), fromEngineText(*key), fromEngineText(*value)).isEmpty() ? 1 : 0;
+    const int site = elementId(*id);
+    const QString keyText = fromEngineText(*key);
+    const QString valueText = fromEngineText(*value);
+    const QString refusal
+        = m_settingWriter ? m_settingWriter(site, keyText, valueText) : setSetting(site, keyText, valueText);
+    return refusal.isEmpty() ? 1 : 0;
 }
 
 // Placements change only through commands, and whoever asks next gets them.

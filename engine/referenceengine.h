@@ -13,7 +13,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace mirn::zelengine {
 
@@ -44,9 +46,16 @@ public:
     [[nodiscard]] QString place(const QString& resource, int site);
     [[nodiscard]] QString reset(const QString& resource);
     [[nodiscard]] QString remove(const QString& resource);
+    [[nodiscard]] QString restore(const QString& resource); // undoes a removal but for the placements
+    // Puts resources where they are said to have been, without asking the rules.
+    void setSites(const std::vector<Placement>& placements);
 
     [[nodiscard]] const SettingStore& settings() const { return m_settings; }
     [[nodiscard]] QString setSetting(int site, const QString& key, const QString& value);
+    // Who is to make the changes that the chip view asks for through setDynamicDialogValue(), so that they can be kept
+    // and undone; gives what setSetting() would. None: the engine itself.
+    using SettingWriter = std::function<QString(int site, const QString& key, const QString& value)>;
+    void setSettingWriter(SettingWriter writer) { m_settingWriter = std::move(writer); }
     // Goes back to settings that settings().changes() gave earlier.
     void setSettingChanges(const SettingChanges& changes) { m_settings.setChanges(changes); }
 
@@ -76,6 +85,7 @@ private:
     Device m_device;
     Design m_design;
     SettingStore m_settings;
+    SettingWriter m_settingWriter;
     ChipData m_chip;
     ResourceTree m_tree;
     bool m_isChanged = true; // since the last update()

@@ -81,7 +81,8 @@ QString SettingStore::setValue(int siteId, const QString& key, const QString& va
         return QStringLiteral("%1 has no setting \"%2\", expected %3").arg(site->name, key, quotedAlternatives(keys));
     }
     const SiteSetting* coupled = coupledSettingOf(*site, key, value);
-    if (!coupled && !setting->choices.contains(value))
+    // What a fresh device has can always be gone back to, also where that is nothing.
+    if (!coupled && value != setting->value && !setting->choices.contains(value))
         return QStringLiteral("%1 cannot be \"%2\", expected %3").arg(key, value, quotedAlternatives(setting->choices));
 
     // Leaving a coupled value leaves it for all its keys; the others go back to what a fresh device has.

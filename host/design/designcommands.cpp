@@ -4,6 +4,7 @@
 #include "host/tcl/tclinterpreter.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace mirn::zelchip::designcommands {
 
@@ -51,39 +52,30 @@ QStringList restorations(const Design& from, const Design& to)
     return commands;
 }
 
-void addMoves(const Design& from, const Design& to, QStringList& commands)
+std::vector<Move> movesBetween(const Design& from, const Design& to)
 {
-    QStringList placements;
+    std::vector<Move> result;
     for (int index : to.all()) {
         const Resource& resource = to.resource(index);
         const int before = siteIn(from, resource.path);
-        if (resource.fixed || resource.site == before)
-            continue;
-        if (before >= 0)
-            commands.append(reset(resource.path));
-        if (resource.site >= 0)
-            placements.append(place(resource.path, resource.site));
+        if (!resource.fixed && resource.site != before)
+            result.push_back({resource.path, before, resource.site});
     }
-    commands += placements;
+    return result;
 }
 
-void addSettings(const SettingChanges& from, const SettingChanges& to, const DefaultSetting& valueOf,
-    QStringList& commands)
+// Calls `visit` for each setting, in a fixed order.
+template <typename Visitor> void forEach(const SettingChanges& changes, const Visitor& visit)
 {
-    const auto addAll = [&](const SettingChanges& changes, bool toDefaults) {
-        QList<int> sites = changes.keys();
-        std::sort(sites.begin(), sites.end());
-        for (int site : std::as_const(sites)) {
-            QStringList keys = changes.value(site).keys();
-            keys.sort();
-            for (const QString& key : std::as_const(keys)) {
-                if (toDefaults ? !to.value(site).contains(key) : from.value(site).value(key) != to.value(site).value(key))
-                    commands.append(setting(site, key, toDefaults ? valueOf(site, key) : to.value(site).value(key)));
-            }
-        }
-    };
-    addAll(from, true);
-    addAll(to, false);
+    QList<int> sites = changes.keys();
+    std::sort(sites.begin(), sites.end());
+    for (int site : std::as_const(sites)) {
+        const QHash<QString, QString> values = changes.value(site);
+        QStringList keys = values.keys();
+        keys.sort();
+        for (const QString& key : std::as_const(keys))
+            visit(site, key, values.value(key));
+    }
 }
 
 } // namespace
@@ -115,13 +107,37 @@ QString setting(int site, const QString& key, const QString& value)
         key, QStringLiteral("-value"), value});
 }
 
-QStringList between(const State& from, const State& to, const DefaultSetting& valueOf)
+QStringList moves(const std::vector<Move>& moves)
 {
-    QStringList commands = removals(from.design, to.design);
-    commands += restorations(from.design, to.design);
-    addMoves(from.design, to.design, commands);
-    addSettings(from.settings, to.settings, valueOf, commands);
+    QStringList resets;
+    QStringList placements;
+    for (const Move& move : moves) {
+        if (move.from >= 0)
+            resets.append(reset(move.resource));
+        if (move.to >= 0)
+            placements.append(place(move.resource, move.to));
+    }
+    return resets + placements;
+}
+
+QStringList settings(const SettingChanges& from, const SettingChanges& to, const DefaultSetting& defaultSetting)
+{
+    QStringList commands;
+    forEach(from, [&](int site, const QString& key, const QString&) {
+        if (!to.value(site).contains(key))
+            commands.append(setting(site, key, defaultSetting(site, key)));
+    });
+    forEach(to, [&](int site, const QString& key, const QString& value) {
+        const QHash<QString, QString> before = from.value(site);
+        if (!before.contains(key) || before.value(key) != value)
+            commands.append(setting(site, key, value));
+    });
     return commands;
+}
+
+QStringList between(const Design& from, const Design& to)
+{
+    return removals(from, to) + restorations(from, to) + moves(movesBetween(from, to));
 }
 
 } // namespace mirn::zelchip::designcommands

@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <vector>
 
 namespace mirn::zelchip {
 
@@ -21,17 +22,26 @@ namespace designcommands {
 [[nodiscard]] QString restore(const QString& resource);
 [[nodiscard]] QString setting(int site, const QString& key, const QString& value);
 
-struct State
+// A resource that changed its site; -1 is none.
+struct Move
 {
-    zelengine::Design design;
-    zelengine::SettingChanges settings;
+    QString resource;
+    int from = -1;
+    int to = -1;
 };
 
-// Commands that lead from one state of a design to another, in an order in which the placement rules let each through:
-// whatever is to move goes off its site before anything is put anywhere. `valueOf` gives what a setting that is not
-// among the changes of a state has.
+// Commands that make the moves, in an order in which the placement rules let each through: what is to move goes off its
+// site before anything is put anywhere.
+[[nodiscard]] QStringList moves(const std::vector<Move>& moves);
+
+// What a setting has that is not among the changes.
 using DefaultSetting = std::function<QString(int site, const QString& key)>;
-[[nodiscard]] QStringList between(const State& from, const State& to, const DefaultSetting& valueOf);
+
+[[nodiscard]] QStringList settings(
+    const zelengine::SettingChanges& from, const zelengine::SettingChanges& to, const DefaultSetting& defaultSetting);
+
+// Commands that lead from one state of a design to another one of the same design.
+[[nodiscard]] QStringList between(const zelengine::Design& from, const zelengine::Design& to);
 
 } // namespace designcommands
 } // namespace mirn::zelchip

@@ -3,15 +3,33 @@
 
 #include "host/tcl/tclinterpreter.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 
+#include <utility>
+
 namespace mirn::zelchip {
+
+namespace {
+
+const QByteArray HeaderStart = "# follows ";
+
+// Splits off one line with its end.
+QByteArray takeLine(const QByteArray& bytes, int& position)
+{
+    const int end = static_cast<int>(bytes.indexOf('\n', position));
+    const int next = end < 0 ? static_cast<int>(bytes.size()) : end + 1;
+    return bytes.mid(std::exchange(position, next), next - position);
+}
+
+} // namespace
 
 Journal::Journal(const QString& fileName)
     : m_fileName(fileName)
     , m_file(fileName)
 {
+    startsAfter({});
 }
 
 Journal::~Journal() = default;
@@ -22,19 +40,24 @@ Journal::Content Journal::read() const
     QFile file(m_fileName);
     if (!file.exists())
         return content;
-    if (!file.open(QIODevice::ReadOnly)) {
-        content.error = QStringLiteral("%1 cannot be read: %2").arg(m_fileName, file.errorString());
+    // A device or a pipe might never end.
+    const bool isRegular = QFileInfo(file).isFile();
+    if (!isRegular || !file.open(QIODevice::ReadOnly)) {
+        content.error = QStringLiteral("%1 cannot be read: %2")
+                            .arg(m_fileName, isRegular ? file.errorString() : QStringLiteral("it is no regular file"));
         return content;
     }
+    content.bytes = file.readAll();
     QString command;
-    while (!file.atEnd()) {
-        const QByteArray line = file.readLine();
-        if (!line.endsWith('\n')) {
-            content.hasTornEnd = true;
-            return content;
+    for (int position = 0; position < content.bytes.size();) {
+        const QByteArray line = takeLine(content.bytes, position);
+        if (command.isEmpty() && line.startsWith('#')) {
+            content.isForeign = content.isForeign || (line.startsWith(HeaderStart) && line != m_header);
+            continue;
         }
         command += QString::fromUtf8(line);
-        if (!TclInterpreter::isComplete(command))
+        // A name may hold a line break; the command then goes on in the next line.
+        if (!line.endsWith('\n') || !TclInterpreter::isComplete(command))
             continue;
         command.chop(1);
         if (!command.trimmed().isEmpty())
@@ -45,58 +68,58 @@ Journal::Content Journal::read() const
     return content;
 }
 
-QString Journal::append(const QString& command)
+QString Journal::append(const QStringList& commands)
 {
     const QString obstacle = open();
     if (!obstacle.isEmpty())
         return obstacle;
     const qint64 end = m_file.size();
-    const QByteArray line = command.toUtf8() + '\n';
-    if (m_file.write(line) == line.size() && m_file.flush())
+    QByteArray lines = end == 0 ? m_header : QByteArray();
+    for (const QString& command : commands)
+        lines += command.toUtf8() + '\n';
+    if (m_file.write(lines) == lines.size() && m_file.flush())
         return {};
-    const QString problem = complaint(m_file.errorString());
-    // Half a line must not stand before the next one.
+    const QString problem = complaint();
+    // Half a command must not stand before the next one.
     m_file.close();
     QFile::resize(m_fileName, end);
     return problem;
 }
 
-QString Journal::clear()
+void Journal::startsAfter(const QByteArray& savedState)
 {
+    m_header = HeaderStart + QCryptographicHash::hash(savedState, QCryptographicHash::Sha256).toHex() + '\n';
+}
+
+QString Journal::startAfter(const QByteArray& savedState)
+{
+    startsAfter(savedState);
     m_file.close();
     if (!QFileInfo::exists(m_fileName) || QFile::resize(m_fileName, 0))
         return {};
-    return complaint(QFile(m_fileName).errorString());
+    return complaint();
 }
 
 QString Journal::setAside()
 {
     m_file.close();
-    for (int number = 1; number < 1000; ++number) {
-        const QString other = QStringLiteral("%1.refused-%2").arg(m_fileName).arg(number);
-        if (!QFileInfo::exists(other))
-            return QFile::rename(m_fileName, other) ? other : QString();
-    }
-    return {};
+    const QString name = freeName();
+    return QFile::rename(m_fileName, name) ? name : QString();
 }
 
-QString Journal::dropTornEnd()
+QString Journal::copyAside() const
 {
-    m_file.close();
-    QFile file(m_fileName);
-    if (!file.open(QIODevice::ReadWrite))
-        return complaint(file.errorString());
-    qint64 end = 0;
-    QString command;
-    while (!file.atEnd()) {
-        const QByteArray line = file.readLine();
-        command += QString::fromUtf8(line);
-        if (!line.endsWith('\n') || !TclInterpreter::isComplete(command))
-            continue;
-        command.clear();
-        end = file.pos();
+    const QString name = freeName();
+    return QFile::copy(m_fileName, name) ? name : QString();
+}
+
+QString Journal::freeName() const
+{
+    for (int number = 1;; ++number) {
+        const QString name = QStringLiteral("%1.aside-%2").arg(m_fileName, QString::number(number));
+        if (!QFileInfo::exists(name))
+            return name;
     }
-    return file.resize(end) ? QString() : complaint(file.errorString());
 }
 
 QString Journal::open()
@@ -104,12 +127,12 @@ QString Journal::open()
     if (m_file.isOpen())
         return {};
     QDir().mkpath(QFileInfo(m_fileName).absolutePath());
-    return m_file.open(QIODevice::WriteOnly | QIODevice::Append) ? QString() : complaint(m_file.errorString());
+    return m_file.open(QIODevice::WriteOnly | QIODevice::Append) ? QString() : complaint();
 }
 
-QString Journal::complaint(const QString& what) const
+QString Journal::complaint() const
 {
-    return QStringLiteral("the change cannot be kept in %1: %2").arg(m_fileName, what);
+    return QStringLiteral("the change cannot be kept in %1: %2").arg(m_fileName, m_file.errorString());
 }
 
 } // namespace mirn::zelchip

@@ -1,54 +1,55 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QByteArray>
 #include <QFile>
 #include <QString>
 #include <QStringList>
 
-#include <memory>
-
 namespace mirn::zelchip {
 
-// The file of accepted changes since the last save: one Tcl command per line, nothing else. A line that append()
-// accepted is with the operating system before it returns, so it outlives the program. Knows nothing of what the
-// commands mean.
+// A file of Tcl commands, one after the other and nothing else: the accepted changes since the last save. What append()
+// accepted is with the operating system before it returns, so it outlives the program. The first line is a comment with
+// a hash of the saved state that the changes follow; a journal that follows another state is not to be replayed. Knows
+// nothing of what the commands mean.
 class Journal final
 {
 public:
-    // `fileName` is a path; the file need not exist, its folder is made when the first line is written.
+    // The file need not exist; it and its folder are made when the first command is written.
     explicit Journal(const QString& fileName);
     ~Journal();
 
     struct Content
     {
         QStringList commands;
-        bool hasTornEnd = false; // the last line had no end: its writer was cut off
+        QByteArray bytes; // the whole file
+        bool hasTornEnd = false; // the last command has no end: its writer was cut off
+        bool isForeign = false; // follows another saved state
         QString error; // empty unless the file is there and cannot be read
     };
-
-    // What the file holds. Commands may span lines, as a name with a line break would.
     [[nodiscard]] Content read() const;
 
-    // Empty on success; else why the line is not in the file.
-    [[nodiscard]] QString append(const QString& command);
+    // Empty on success; else why none of the commands is in the file.
+    [[nodiscard]] QString append(const QStringList& commands);
 
-    // An empty file. Empty on success, else why not.
-    [[nodiscard]] QString clear();
+    // What is written from now on follows this saved state. start...() also empties the file; empty on success.
+    void startsAfter(const QByteArray& savedState);
+    [[nodiscard]] QString startAfter(const QByteArray& savedState);
 
-    // Moves the file to a name of its own beside it and starts anew; gives that name, or nothing when it could not.
+    // Gives the file, or a copy, a name of its own beside it; gives that name, or nothing when it could not.
     QString setAside();
-
-    // Cuts off an unfinished last line.
-    [[nodiscard]] QString dropTornEnd();
+    QString copyAside() const;
 
     [[nodiscard]] const QString& fileName() const { return m_fileName; }
 
 private:
     [[nodiscard]] QString open();
-    [[nodiscard]] QString complaint(const QString& what) const;
+    [[nodiscard]] QString complaint() const;
+    [[nodiscard]] QString freeName() const;
 
     const QString m_fileName;
     QFile m_file;
+    QByteArray m_header; // of a new file, with its line end
 };
 
 } // namespace mirn::zelchip

@@ -68,8 +68,7 @@ public:
 
     TclInterpreterPrivate()
         : interpreter(newInterpreter())
-    {
-    }
+    { }
 
     static int run(ClientData data, Tcl_Interp* interpreter, int count, Tcl_Obj* const objects[]);
     static void release(ClientData data) { delete static_cast<Registration*>(data); }
@@ -118,8 +117,16 @@ void TclInterpreterPrivate::limitTime()
 
 void TclInterpreterPrivate::removeAllCommands()
 {
-    Tcl_EvalEx(interpreter.get(), "namespace delete ::tcl; info commands", -1, TCL_EVAL_GLOBAL);
-    const QStringList names = TclInterpreter::words(fromTcl(Tcl_GetObjResult(interpreter.get()))).value_or(QStringList());
+    // The commands that do this are themselves in the namespace that goes last.
+    const char script[] = "set names [info commands]\n"
+                          "foreach space [namespace children ::] {if {$space ne {::tcl}} {namespace delete $space}}\n"
+                          "unset -nocomplain space\n"
+                          "namespace delete ::tcl\n"
+                          "set names";
+    if (Tcl_EvalEx(interpreter.get(), script, -1, TCL_EVAL_GLOBAL) != TCL_OK)
+        qFatal("cannot empty a Tcl interpreter: %s", Tcl_GetStringResult(interpreter.get()));
+    const QStringList names
+        = TclInterpreter::words(fromTcl(Tcl_GetObjResult(interpreter.get()))).value_or(QStringList());
     for (const QString& name : names)
         Tcl_DeleteCommand(interpreter.get(), name.toUtf8().constData());
     Tcl_ResetResult(interpreter.get());
@@ -160,15 +167,14 @@ TclInterpreter::TclInterpreter(Vocabulary vocabulary)
     d->takeOverPuts();
     addCommand(QStringLiteral("puts"), [this](const QStringList& words) { return d->puts(words); });
     Tcl_LimitSetGranularity(d->interpreter.get(), TCL_LIMIT_TIME, 1);
-    Tcl_LimitAddHandler(
-        d->interpreter.get(), TCL_LIMIT_TIME, &TclInterpreterPrivate::breathe, d.get(), nullptr);
+    Tcl_LimitAddHandler(d->interpreter.get(), TCL_LIMIT_TIME, &TclInterpreterPrivate::breathe, d.get(), nullptr);
 }
 
 TclInterpreter::~TclInterpreter() = default;
 
 void TclInterpreter::addCommand(const QString& name, Command command)
 {
-    auto* registration = new TclInterpreterPrivate::Registration {d.get(), std::move(command)}; // Tcl releases it
+    auto* registration = new TclInterpreterPrivate::Registration{d.get(), std::move(command)}; // Tcl releases it
     Tcl_CreateObjCommand(d->interpreter.get(), name.toUtf8().constData(), &TclInterpreterPrivate::run, registration,
         &TclInterpreterPrivate::release);
 }
@@ -181,7 +187,7 @@ TclResult TclInterpreter::evaluate(const QString& script)
     }
     const QByteArray utf8 = script.toUtf8();
     const int code = Tcl_EvalEx(d->interpreter.get(), utf8.constData(), static_cast<int>(utf8.size()), TCL_EVAL_GLOBAL);
-    TclResult result {code == TCL_OK || code == TCL_RETURN, fromTcl(Tcl_GetObjResult(d->interpreter.get()))};
+    TclResult result{code == TCL_OK || code == TCL_RETURN, fromTcl(Tcl_GetObjResult(d->interpreter.get()))};
     if (d->isCancelled)
         result = TclResult::error(QStringLiteral("cancelled"));
     if (--d->depth == 0)

@@ -64,6 +64,7 @@ class TestEnginePlacement : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
+    void removedResourcesComeBackWhereTheyStood();
     void init();
     void placesOrSaysWhyNot_data();
     void placesOrSaysWhyNot();
@@ -262,6 +263,24 @@ void TestEnginePlacement::goesBackToAnEarlierState()
     QCOMPARE(placements(*m_engine), before);
     const std::string name = "top/duo";
     QCOMPARE(m_engine->getResourceSummary(&name), std::string("2 of 4 placed"));
+}
+
+void TestEnginePlacement::removedResourcesComeBackWhereTheyStood()
+{
+    ProjectFolder folder;
+    const auto engine = openWith(folder, DESIGN);
+    const QStringList before = placements(*engine);
+    QVERIFY(engine->remove(QStringLiteral("top/duo/a")).isEmpty());
+    QVERIFY(engine->remove(QStringLiteral("top/duo")).isEmpty());
+    QVERIFY(!engine->restore(QStringLiteral("top/duo/a")).isEmpty()); // its parent is gone
+    QVERIFY(!engine->restore(QStringLiteral("top/mono")).isEmpty()); // is there
+    QVERIFY(engine->restore(QStringLiteral("top/duo")).isEmpty());
+    QVERIFY(engine->restore(QStringLiteral("top/duo/a")).isEmpty());
+    QVERIFY(!engine->restore(QStringLiteral("top/duo/a")).isEmpty());
+    QVERIFY(placements(*engine).contains(QStringLiteral("duo/ref@REF_L"))); // is fixed there
+    QVERIFY(!placements(*engine).contains(QStringLiteral("duo/a@U0_CH0")));
+    QVERIFY(engine->place(QStringLiteral("top/duo/a"), idOf(*engine, QStringLiteral("U0_CH0"))).isEmpty());
+    QCOMPARE(placements(*engine), before);
 }
 
 ZEL_TEST_MAIN(TestEnginePlacement)

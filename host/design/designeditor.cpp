@@ -1,0 +1,322 @@
+// SPDX-License-Identifier: MIT
+#include "host/design/designeditor.h"
+
+#include "engine/referenceengine.h"
+#include "host/design/designcommands.h"
+#include "host/tcl/designtcl.h"
+#include "host/tcl/tclinterpreter.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+#include <QUndoCommand>
+
+#include <utility>
+
+namespace mirn::zelchip {
+
+using zelengine::Placement;
+using zelengine::Proposal;
+
+namespace {
+
+const char PlacementFile[] = "/placement.tcl";
+const char JournalFile[] = "/journal.tcl";
+
+} // namespace
+
+// The change itself is made before the command is pushed, when it could still be refused.
+class DesignEditor::ChangeCommand final : public QUndoCommand
+{
+public:
+    ChangeCommand(DesignEditor& editor, Change change)
+        : QUndoCommand(change.text)
+        , m_editor(editor)
+        , m_change(std::move(change))
+    { }
+
+    [[nodiscard]] const Change& change() const { return m_change; }
+    void undo() override { m_editor.apply(m_change, false); }
+    void redo() override
+    {
+        if (std::exchange(m_isMade, true))
+            m_editor.apply(m_change, true);
+    }
+
+private:
+    DesignEditor& m_editor;
+    const Change m_change;
+    bool m_isMade = false;
+};
+
+DesignEditor::DesignEditor(zelengine::ReferenceEngine& engine, const QString& implementationDirectory, QObject* parent)
+    : QObject(parent)
+    , m_engine(engine)
+    , m_directory(implementationDirectory)
+    , m_journal(implementationDirectory + QLatin1String(JournalFile))
+    , m_pristine(engine.design())
+{
+    engine.setSettingWriter(
+        [this](int site, const QString& key, const QString& value) { return setSetting(site, key, value); });
+}
+
+DesignEditor::~DesignEditor()
+{
+    m_engine.setSettingWriter(nullptr);
+}
+
+QString DesignEditor::placementFile() const
+{
+    return m_directory + QLatin1String(PlacementFile);
+}
+
+QString DesignEditor::place(const QString& resource, int site)
+{
+    const int index = m_engine.design().find(resource);
+    if (index < 0)
+        return tr("there is no resource \"%1\"").arg(resource);
+    return changeSites(
+        tr("Place %1").arg(resource), designcommands::place(resource, site), m_engine.rules().propose(index, site));
+}
+
+QString DesignEditor::reset(const QString& resource)
+{
+    const int index = m_engine.design().find(resource);
+    if (index < 0)
+        return tr("there is no resource \"%1\"").arg(resource);
+    return changeSites(
+        tr("Reset %1").arg(resource), designcommands::reset(resource), m_engine.rules().proposeReset(index));
+}
+
+QString DesignEditor::changeSites(const QString& text, const QString& command, const Proposal& proposal)
+{
+    if (!proposal.isAllowed())
+        return proposal.refusal;
+    Change change;
+    change.text = text;
+    change.sitesAfter = proposal.placements;
+    for (const Placement& placement : proposal.placements)
+        change.sitesBefore.push_back({placement.resource, m_engine.design().resource(placement.resource).site});
+    change.settingsBefore = change.settingsAfter = m_engine.settings().changes();
+    return commit(change, command);
+}
+
+QString DesignEditor::remove(const QString& resource)
+{
+    return changeTree(
+        tr("Delete %1").arg(resource), designcommands::remove(resource), &zelengine::ReferenceEngine::remove, resource);
+}
+
+QString DesignEditor::restore(const QString& resource)
+{
+    return changeTree(tr("Restore %1").arg(resource), designcommands::restore(resource),
+        &zelengine::ReferenceEngine::restore, resource);
+}
+
+QString DesignEditor::changeTree(const QString& text, const QString& command,
+    QString (zelengine::ReferenceEngine::*operation)(const QString&), const QString& resource)
+{
+    Change change;
+    change.text = text;
+    change.designBefore = m_engine.design();
+    const QString refusal = (m_engine.*operation)(resource);
+    if (!refusal.isEmpty())
+        return refusal;
+    change.designAfter = m_engine.design();
+    m_engine.setDesign(*change.designBefore);
+    change.settingsBefore = change.settingsAfter = m_engine.settings().changes();
+    return commit(change, command);
+}
+
+QString DesignEditor::setSetting(int site, const QString& key, const QString& value)
+{
+    Change change;
+    change.text = tr("Set %1").arg(key);
+    change.settingsBefore = m_engine.settings().changes();
+    const QString refusal = m_engine.setSetting(site, key, value);
+    if (!refusal.isEmpty())
+        return refusal;
+    change.settingsAfter = m_engine.settings().changes();
+    m_engine.setSettingChanges(change.settingsBefore);
+    return commit(change, designcommands::setting(site, key, value));
+}
+
+// First into the journal, then into the design: what was answered is kept.
+QString DesignEditor::commit(const Change& change, const QString& command)
+{
+    const QString obstacle = keep({command});
+    if (!obstacle.isEmpty())
+        return obstacle;
+    apply(change, true);
+    m_undoStack.push(new ChangeCommand(*this, change)); // the stack's
+    Q_EMIT changed();
+    return {};
+}
+
+void DesignEditor::apply(const Change& change, bool isForward)
+{
+    const auto& design = isForward ? change.designAfter : change.designBefore;
+    if (design)
+        m_engine.setDesign(*design);
+    m_engine.setSites(isForward ? change.sitesAfter : change.sitesBefore);
+    m_engine.setSettingChanges(isForward ? change.settingsAfter : change.settingsBefore);
+}
+
+QStringList DesignEditor::commandsFor(const Change& change, bool isForward) const
+{
+    const auto defaults = [this](int site, const QString& key) { return defaultSetting(site, key); };
+    const auto& settingsFrom = isForward ? change.settingsBefore : change.settingsAfter;
+    const auto& settingsTo = isForward ? change.settingsAfter : change.settingsBefore;
+    const QStringList settings = designcommands::settings(settingsFrom, settingsTo, defaults);
+    if (change.designBefore) {
+        const auto& from = isForward ? *change.designBefore : *change.designAfter;
+        return designcommands::between(from, isForward ? *change.designAfter : *change.designBefore) + settings;
+    }
+    std::vector<designcommands::Move> moves;
+    for (std::size_t i = 0; i < change.sitesBefore.size(); ++i) {
+        const QString& path = m_engine.design().resource(change.sitesBefore[i].resource).path;
+        designcommands::Move move{path, change.sitesBefore[i].site, change.sitesAfter[i].site};
+        if (!isForward)
+            std::swap(move.from, move.to);
+        if (move.from != move.to)
+            moves.push_back(move);
+    }
+    return designcommands::moves(moves) + settings;
+}
+
+QString DesignEditor::undo()
+{
+    return m_undoStack.canUndo() ? step(m_undoStack.index() - 1, false) : tr("there is nothing to undo");
+}
+
+QString DesignEditor::redo()
+{
+    return m_undoStack.canRedo() ? step(m_undoStack.index(), true) : tr("there is nothing to redo");
+}
+
+QString DesignEditor::step(int index, bool isForward)
+{
+    const auto* command = static_cast<const ChangeCommand*>(m_undoStack.command(index));
+    const QString obstacle = keep(commandsFor(command->change(), isForward));
+    if (!obstacle.isEmpty())
+        return obstacle;
+    isForward ? m_undoStack.redo() : m_undoStack.undo();
+    Q_EMIT changed();
+    return {};
+}
+
+QString DesignEditor::defaultSetting(int site, const QString& key) const
+{
+    const zelengine::Site* found = m_engine.device().site(site);
+    for (const zelengine::SiteSetting& setting : found ? found->settings : std::vector<zelengine::SiteSetting>()) {
+        if (setting.key == key)
+            return setting.value;
+    }
+    return {};
+}
+
+QString DesignEditor::keep(const QStringList& commands)
+{
+    return m_isReplaying || commands.isEmpty() ? QString() : m_journal.append(commands);
+}
+
+QString DesignEditor::save()
+{
+    const auto defaults = [this](int site, const QString& key) { return defaultSetting(site, key); };
+    const QStringList commands = designcommands::between(m_pristine, m_engine.design())
+        + designcommands::settings({}, m_engine.settings().changes(), defaults);
+    QDir().mkpath(m_directory);
+    QSaveFile file(placementFile());
+    const QByteArray content
+        = commands.isEmpty() ? QByteArray() : (commands.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
+        return tr("the placements cannot be saved in %1: %2").arg(placementFile(), file.errorString());
+    m_undoStack.setClean();
+    m_hasUnsavedPast = false;
+    const QString obstacle = m_journal.startAfter(content);
+    Q_EMIT changed();
+    return obstacle;
+}
+
+QStringList DesignEditor::recover()
+{
+    QStringList messages;
+    m_isReplaying = true;
+    replaySaved(messages);
+    m_undoStack.clear(); // what was saved is where this session starts
+    replayJournal(messages);
+    m_isReplaying = false;
+    Q_EMIT changed();
+    return messages;
+}
+
+QStringList DesignEditor::replay(const QStringList& commands, QStringList* accepted)
+{
+    TclInterpreter interpreter(TclInterpreter::Vocabulary::AddedOnly);
+    addChangeCommands(interpreter, *this);
+    QStringList refusals;
+    for (const QString& command : commands) {
+        const TclResult result = interpreter.evaluate(command);
+        if (result.isOk)
+            accepted->append(command);
+        else
+            refusals.append(tr("%1 (%2)").arg(command, result.text));
+    }
+    return refusals;
+}
+
+void DesignEditor::replaySaved(QStringList& messages)
+{
+    const Journal saved(placementFile());
+    const Journal::Content content = saved.read();
+    if (!content.error.isEmpty())
+        messages.append(content.error);
+    if (content.hasTornEnd)
+        messages.append(tr("%1: the last line is cut off and was not read.").arg(placementFile()));
+    m_journal.startsAfter(content.bytes);
+    QStringList accepted;
+    const QStringList refusals = replay(content.commands, &accepted);
+    for (const QString& refusal : refusals)
+        messages.append(tr("%1: refused %2").arg(placementFile(), refusal));
+    if (refusals.isEmpty())
+        return;
+    // The next save would forget what does not fit the design any more.
+    m_hasUnsavedPast = true;
+    const QString copy = saved.copyAside();
+    if (!copy.isEmpty())
+        messages.append(tr("The file as it was is kept as %1.").arg(copy));
+}
+
+void DesignEditor::replayJournal(QStringList& messages)
+{
+    const Journal::Content content = m_journal.read();
+    if (!content.error.isEmpty()) {
+        messages.append(content.error);
+        return;
+    }
+    if (content.isForeign) {
+        const QString kept = m_journal.setAside();
+        messages.append(tr("%1 belongs to another state of %2 and was not used; it is kept as %3.")
+                            .arg(m_journal.fileName(), placementFile(), kept));
+        return;
+    }
+    QStringList accepted;
+    const QStringList refusals = replay(content.commands, &accepted);
+    if (content.hasTornEnd)
+        messages.append(tr("The last line of %1 was cut off; the change in it was never confirmed and is dropped.")
+                            .arg(m_journal.fileName()));
+    for (const QString& refusal : refusals)
+        messages.append(tr("%1: refused %2").arg(m_journal.fileName(), refusal));
+    if (!refusals.isEmpty() || content.hasTornEnd) {
+        const QString kept = m_journal.setAside();
+        if (!refusals.isEmpty())
+            messages.append(tr("The journal as it was is kept as %1.").arg(kept));
+        const QString obstacle = m_journal.append(accepted);
+        if (!accepted.isEmpty() && !obstacle.isEmpty())
+            messages.append(obstacle);
+    }
+    if (!accepted.isEmpty())
+        messages.append(tr("%n change(s) that were not saved are back.", nullptr, static_cast<int>(accepted.size())));
+}
+
+} // namespace mirn::zelchip
