@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/chipstatusbar.h"
 
+#include <QFrame>
 #include <QLabel>
 #include <QMessageBox>
 #include <QToolButton>
@@ -13,7 +14,6 @@ const char StyleSheet[] = R"(
 QStatusBar { border-top: 1px solid palette(mid); }
 QStatusBar::item { border: none; }
 QLabel { padding: 2px 8px; }
-QLabel#position, QLabel#scale { border-left: 1px solid palette(mid); }
 QToolButton { border: none; padding: 2px 8px; color: #9a5b00; }
 )";
 
@@ -72,7 +72,7 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     m_scale = addSegment(QStringLiteral("scale"), scaleText(-0.888, -88.88));
 }
 
-// A permanent part that keeps its width, so that nothing beside it moves while its text changes.
+// A permanent part, set off by a line, that keeps its width, so that nothing beside it moves while its text changes.
 QLabel* ChipStatusBar::addSegment(const QString& name, const QString& widestText)
 {
     auto* label = new QLabel(this);
@@ -82,6 +82,10 @@ QLabel* ChipStatusBar::addSegment(const QString& name, const QString& widestText
     label->ensurePolished();
     label->setMinimumWidth(label->sizeHint().width());
     label->clear();
+    auto* line = new QFrame(this);
+    line->setFrameStyle(QFrame::VLine | QFrame::Plain);
+    line->setForegroundRole(QPalette::Mid);
+    addPermanentWidget(line);
     addPermanentWidget(label);
     return label;
 }

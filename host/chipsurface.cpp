@@ -13,6 +13,8 @@
 
 #include <QDockWidget>
 #include <QGraphicsItem>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
 namespace mirn::zelchip {
 
@@ -27,7 +29,18 @@ const QString UsageDock = QStringLiteral("Usage");
 
 constexpr int DockWidth = 330;
 constexpr double UsageShare = 0.3; // of the docks' height
+constexpr int RowsExpandedAtStart = 200; // a larger design opens with its top level
 const QColor Surroundings(0xfb, 0xfb, 0xfc); // around the drawing
+
+bool hasMoreRowsThan(int limit, QTreeWidget* tree)
+{
+    QTreeWidgetItemIterator row(tree);
+    for (int count = 0; *row; ++row) {
+        if (++count > limit)
+            return true;
+    }
+    return false;
+}
 
 } // namespace
 
@@ -43,6 +56,7 @@ ChipSurface::ChipSurface(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_graphicsView->setTransformationAnchor(QGraphicsView::AnchorUnderMouse);
     m_chipView->initGrahpicView();
     m_chipView->refresh(zelchipview::REFRESH_ALL);
+    arrangeTree();
     new ZoomAnchor(m_graphicsView); // child of the view
     m_fit = new DrawingFit(m_graphicsView); // child of the view
     m_fit->fit();
@@ -71,6 +85,14 @@ bool ChipSurface::zoomToSelection()
     }
     m_graphicsView->zoomTo(&selected);
     return !selected.isEmpty();
+}
+
+void ChipSurface::arrangeTree()
+{
+    auto* tree = m_chipView->findChild<QTreeWidget*>();
+    tree->sortByColumn(0, Qt::AscendingOrder);
+    if (!hasMoreRowsThan(RowsExpandedAtStart, tree))
+        m_chipView->expandAllTreeItems();
 }
 
 void ChipSurface::arrangeDocks()

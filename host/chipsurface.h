@@ -43,6 +43,8 @@ public:
     void arrangeDocks();
 
 private:
+    void arrangeTree();
+
     std::unique_ptr<ProjectSession> m_session;
     std::unique_ptr<zelchipview::ZelChipGUI> m_chipView;
     zelchipview::ZelGraphicsView* m_graphicsView; // the chip view's
