@@ -5,7 +5,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTest>
 
 using mirn::zelengine::ReferenceEngine;
@@ -29,6 +32,8 @@ private Q_SLOTS:
     void acceptsAwkwardNames_data();
     void acceptsAwkwardNames();
     void warnsOfUnknownKeys();
+    void schemasNameTheSameKeys_data();
+    void schemasNameTheSameKeys();
     void readsDeepDesigns();
 
 private:
@@ -287,6 +292,53 @@ void TestEngineFiles::warnsOfUnknownKeys()
         QStringLiteral(
             "design.json:3:15: unknown key \"colour\" is ignored, known are \"name\", \"type\", \"children\", "
             "\"site\", \"fixed\", \"feeds\" or \"voltage\""));
+}
+
+void TestEngineFiles::schemasNameTheSameKeys_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QStringList>("schemaPath"); // to the object's description in the schema
+    const auto row = [](const char* name, const char* file, const char* content, const char* path) {
+        const QStringList steps = QString::fromLatin1(path).split(QLatin1Char(' '));
+        QTest::newRow(name) << file << QByteArray(content) << (*path ? steps : QStringList());
+    };
+    row("project", "project", R"({"?": 0})", "");
+    row("implementation", "project", R"({"implementations": [{"?": 0}]})", "properties implementations items");
+    row("device", "device", R"({"?": 0})", "");
+    row("kind", "device", R"({"name": "d", "drawing": "d", "kinds": [{"?": 0}]})", "properties kinds items");
+    row("site", "device", R"({"name": "d", "drawing": "d", "sites": [{"?": 0}]})", "properties sites items");
+    row("setting", "device",
+        R"({"name": "d", "drawing": "d", "sites": [{"id": 1, "name": "a", "settings": {"K": {"?": 0}}}]})",
+        "properties sites items properties settings additionalProperties");
+    row("design", "design", R"({"?": 0})", "");
+    row("resource", "design", R"({"resources": [{"?": 0}]})", "$defs resource");
+}
+
+// The reader lists the keys it knows when it meets one that it does not.
+void TestEngineFiles::schemasNameTheSameKeys()
+{
+    QFETCH(QString, file);
+    QFETCH(QByteArray, content);
+    QFETCH(QStringList, schemaPath);
+    ProjectFolder folder;
+    folder.write(file + QStringLiteral(".json"), content);
+    QString error;
+    QStringList warnings;
+    (void)ReferenceEngine::open(folder.path(), &error, &warnings);
+    QCOMPARE(warnings.size(), 1);
+    QSet<QString> known;
+    auto match = QRegularExpression(QStringLiteral("\"([^\"]+)\"")).globalMatch(warnings.first());
+    for (match.next(); match.hasNext();) // the first is the unknown key
+        known.insert(match.next().captured(1));
+
+    QFile schemaFile(QStringLiteral(ZEL_SCHEMA_FOLDER "/") + file + QStringLiteral(".schema.json"));
+    QVERIFY(schemaFile.open(QIODevice::ReadOnly));
+    QJsonValue schema = QJsonDocument::fromJson(schemaFile.readAll()).object();
+    for (const QString& step : schemaPath)
+        schema = schema.toObject().value(step);
+    const QStringList described = schema.toObject().value(QStringLiteral("properties")).toObject().keys();
+    QCOMPARE(known, QSet<QString>(described.begin(), described.end()));
 }
 
 // Every level takes two of the parser's.
