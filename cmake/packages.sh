@@ -10,7 +10,8 @@ build_packages=(
     pkg-config
     qt6-base-dev
     libgl-dev
-    libexpat1-dev tcl8.6-dev
+    libexpat1-dev
+    tcl-dev
     fonts-dejavu-core # the offscreen platform brings no fonts of its own
 )
 
