@@ -222,7 +222,7 @@ void TestEngineFiles::refusesDesigns_data()
     row("a backslash at the end", "[{\"name\": \"a\\\\\"}]", "design.json:2:11: the name ends in a backslash");
     row("a newline", "[{\"name\": \"a\\nb\"}]", "design.json:2:11: the name holds a control character");
     row("a slash", "[{\"name\": \"a/b\"}]", "design.json:2:11: the name holds \"/\", which separates names");
-    row("behind a text with quotes and brackets", "[{\"name\": \"a\\\"]},\"},\n {\"name\": \"a/b\"}]",
+    row("behind a text with quotes and brackets", "[{\"name\": \"a\\\"],\"},\n {\"name\": \"a/b\"}]",
         "design.json:3:11: the name holds \"/\", which separates names");
     row("a name beyond 8 bits", "[{\"name\": \"a\\u20ac\"}]",
         "design.json:2:11: the name holds \"\xE2\x82\xAC\", which is not in ISO 8859-1");
