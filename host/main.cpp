@@ -66,11 +66,11 @@ void choosePlatform(CommandLine::Task task)
 
 int saveSnapshotOf(MainWindow& window, const QString& file)
 {
+    // Laid out as any window, but painted only once, into the image.
+    window.setAttribute(Qt::WA_DontShowOnScreen);
     window.show();
-    // The layout settles, then the drawing fits into what it left.
     QCoreApplication::processEvents();
     window.fit();
-    QCoreApplication::processEvents();
     QString error;
     return saveSnapshot(window, file, &error) ? EXIT_SUCCESS : fail(Failure, error);
 }

@@ -91,10 +91,10 @@ void MainWindow::connectChipView()
 {
     connect(m_surface->chipView(), &ZelChipGUI::sigRunTclCmd, this,
         [this](const QString& command, int&, QString&) { refuseCommand(command); });
-    auto* probe = new ViewProbe(m_surface->graphicsView()); // the view's
-    connect(probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
-    connect(probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
-    connect(probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showScale);
+    m_probe = new ViewProbe(m_surface->graphicsView());
+    connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
+    connect(m_probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
+    connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showScale);
 }
 
 void MainWindow::showSummary()
@@ -117,6 +117,7 @@ void MainWindow::refuseCommand(const QString& command)
 void MainWindow::fit()
 {
     m_surface->fit();
+    m_probe->update();
 }
 
 void MainWindow::zoomToSelection()

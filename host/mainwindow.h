@@ -12,6 +12,7 @@ namespace mirn::zelchip {
 class ChipStatusBar;
 class ChipSurface;
 class ProjectSession;
+class ViewProbe;
 
 // The program's window: menus, tool bar and status bar around the chip view of the open project.
 class MainWindow final : public QMainWindow
@@ -49,6 +50,7 @@ private:
     HostActions m_actions;
     ChipStatusBar* const m_statusBar; // child of the window
     std::unique_ptr<ChipSurface> m_surface;
+    ViewProbe* m_probe = nullptr; // child of the graphics view
     bool m_isArranged = false; // the docks have had their first sizes
 };
 

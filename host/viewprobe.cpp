@@ -29,7 +29,7 @@ bool ViewProbe::eventFilter(QObject* watched, QEvent* event)
         Q_EMIT pointerLeft();
         break;
     case QEvent::Paint:
-        noticeTransform();
+        update();
         break;
     default:
         break;
@@ -44,7 +44,7 @@ void ViewProbe::probe()
 }
 
 // Zooming and scrolling always end in a paint, and they move the drawing below a pointer at rest.
-void ViewProbe::noticeTransform()
+void ViewProbe::update()
 {
     const QTransform transform = m_view->viewportTransform();
     if (transform == m_transform && m_view->currentScale() == m_scale)

@@ -22,6 +22,9 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+    // Reports a change of scale or of what is below the pointer at once; without it that waits for the next paint.
+    void update();
+
 Q_SIGNALS:
     // `position` is in scene units, `element` is empty where there is none.
     void pointerMoved(const QPointF& position, const QString& element);
@@ -32,7 +35,6 @@ Q_SIGNALS:
 
 private:
     void probe();
-    void noticeTransform();
 
     zelchipview::ZelGraphicsView* const m_view;
     QPoint m_pointer; // in the viewport, where it was seen last
