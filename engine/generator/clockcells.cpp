@@ -38,7 +38,7 @@ void drawSelector(SvgWriter& svg, const Box& box, int number)
     const std::string name = std::to_string(number);
     drawBody(svg, LAYER_DETAIL, "clock-part", box);
     drawName(svg, LAYER_DETAIL_NAMES, box.inner(0, 0.4, box.width, 3), 2.6, "DCS" + name);
-    drawName(svg, LAYER_CLOSE_UP, box.inner(0, 0.4, box.width, 2), 1.6, "DCS" + name + "  clock select");
+    drawName(svg, LAYER_CLOSE_UP, box.inner(0, 0.4, box.width, 2), 1.6, "DCS" + name + " clock select");
     {
         const auto layer = svg.layer(LAYER_DETAIL);
         svg.polygon("clock-mux",

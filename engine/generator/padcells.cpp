@@ -67,14 +67,14 @@ void drawBank(SvgWriter& svg, const Site& site)
         const auto layer = svg.layer(LAYER_HEADERS);
         for (int lane = 0; lane < lanes; ++lane)
             svg.label(cell.part(lane * pitch + 3, 38, pitch - 6, 5), 2.6,
-                "Bank " + number + "  lane " + std::to_string(lane), turn);
+                "Bank " + number + " lane " + std::to_string(lane), turn);
     }
     drawWires(svg, "pad-wire",
         {{cell.point(3, 33), cell.point(length - 3, 33)}, {cell.point(3, 34.5), cell.point(length - 3, 34.5)},
             {cell.point(3, 51), cell.point(length - 3, 51)}});
     const auto layer = svg.layer(LAYER_FINE_NAMES);
     for (int lane = 0; lane < lanes; ++lane)
-        svg.label(cell.part(lane * pitch + 3, 43, pitch - 6, 3), 1.2, "EDGE CLOCK  /  DELAY LINE", turn);
+        svg.label(cell.part(lane * pitch + 3, 43, pitch - 6, 3), 1.2, "EDGE CLOCK / DELAY LINE", turn);
 }
 
 // From the outside: the bond pad, the buffer, the I/O logic.

@@ -6,10 +6,11 @@ namespace mirn::zeldevicegenerator {
 // The style sheet of the sample drawing. Texts are always drawn black, so every ground is light; one hue per kind of
 // site, with the cell's body paler than the parts in it. Strong greens, blues and magenta are left to selection, filter
 // and highlight. Strokes are thin against the smallest part: they are a pixel wide at the full view and a few at the
-// highest zoom. Lines are a pixel wide at every zoom.
+// highest zoom. Lines are a pixel wide at every zoom. The parts of what can be occupied have darker strokes than the
+// others, because an occupied site takes on one colour with all its parts.
 inline constexpr const char* STYLE_SHEET = R"css(
   text { font-family: 'DejaVu Sans'; text-anchor: middle; fill: #000000 }
-  line { stroke-width: 0.1 }
+  line, polygon { stroke-width: 0.1 }
   rect { stroke-width: 0.06 }
   .die { fill: #f4f2ec; stroke: #a39f92; stroke-width: 2 }
   .core { fill: #e9e7df; stroke: #cfccc0; stroke-width: 0.5 }
@@ -30,12 +31,12 @@ inline constexpr const char* STYLE_SHEET = R"css(
   .pad-fine { fill: #eef3f7; stroke: #8fa5b9 }
   .pad-wire { stroke: #5f7a93 }
   .supply { fill: #e3b7bb; stroke: #b98388; stroke-width: 0.2 }
-  .supply-part { fill: #f5e6e7; stroke: #b98388 }
-  .supply-fine { fill: #fbf3f4; stroke: #b98388 }
+  .supply-part { fill: #f5e6e7; stroke: #a3656b; stroke-width: 0.12 }
+  .supply-fine { fill: #fbf3f4; stroke: #a3656b; stroke-width: 0.08 }
   .supply-wire { stroke: #a3656b }
   .pll { fill: #ecc0aa; stroke: #c0836a; stroke-width: 0.2 }
-  .pll-part { fill: #f8e6dc; stroke: #c0836a }
-  .pll-fine { fill: #fdf5f0; stroke: #c0836a }
+  .pll-part { fill: #f8e6dc; stroke: #a3634a; stroke-width: 0.12 }
+  .pll-fine { fill: #fdf5f0; stroke: #a3634a; stroke-width: 0.08 }
   .pll-wire { stroke: #a3634a }
   .system { fill: #d3d6da; stroke: #9da3aa; stroke-width: 0.2 }
   .system-part { fill: #eceef0; stroke: #9da3aa }
@@ -45,13 +46,13 @@ inline constexpr const char* STYLE_SHEET = R"css(
   .unit-part { fill: #efebf6; stroke: #aa9cc8 }
   .unit-fine { fill: #f9f7fc; stroke: #aa9cc8 }
   .channel { fill: #c9bce0; stroke: #937fbd; stroke-width: 0.2 }
-  .channel-part { fill: #e4dcf1; stroke: #937fbd }
-  .channel-fine { fill: #f4f0fa; stroke: #937fbd }
+  .channel-part { fill: #e4dcf1; stroke: #6f58a3; stroke-width: 0.12 }
+  .channel-fine { fill: #f4f0fa; stroke: #6f58a3; stroke-width: 0.08 }
   .channel-wire { stroke: #6f58a3 }
   .reference { fill: #f2d292; stroke: #c79e4b; stroke-width: 0.2 }
-  .reference-part { fill: #faedd0; stroke: #c79e4b }
-  .reference-fine { fill: #fdf8ea; stroke: #c79e4b }
-  .reference-buffer { fill: #faedd0 }
+  .reference-part { fill: #faedd0; stroke: #9c7727; stroke-width: 0.12 }
+  .reference-fine { fill: #fdf8ea; stroke: #9c7727; stroke-width: 0.08 }
+  .reference-buffer { fill: #faedd0; stroke: #9c7727 }
   .reference-wire { stroke: #9c7727 }
   .logic { fill: #d9deda; stroke: #bcc5be; stroke-width: 0.12 }
   .slice { fill: #e8ece9; stroke: #a9b5ac }

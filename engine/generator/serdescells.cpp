@@ -61,7 +61,7 @@ void drawUnit(SvgWriter& svg, const Site& site)
     drawBody(svg, LAYER_BASE, "unit-part", auxiliary);
     drawName(svg, LAYER_BLOCK_NAMES, header, 11, site.name);
     drawName(svg, LAYER_BLOCK_NAMES, auxiliary, 9, "AUX");
-    drawHeader(svg, header, 6, site.name + "  dual-channel unit");
+    drawHeader(svg, header, 6, site.name + " dual-channel unit");
     drawHeader(svg, auxiliary.inner(0, 1, 50, 6), 4, "AUX");
     drawParts(svg,
         {{"unit", auxiliary.inner(5, 9, 18, 8), 3.4, "BIAS", {"BANDGAP", "MIRROR"}, 2},
