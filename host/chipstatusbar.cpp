@@ -6,6 +6,8 @@
 #include <QMessageBox>
 #include <QToolButton>
 
+#include <cmath>
+
 namespace mirn::zelchip {
 
 namespace {
@@ -18,20 +20,19 @@ QToolButton { border: none; padding: 2px 8px; color: #9a5b00; }
 )";
 
 constexpr int SignificantDigits = 3;
+constexpr int LargestPrecision = 9; // digits behind the point
 constexpr int ListedWarnings = 20; // more of them would make a message box taller than a screen
 
 // Three significant digits, no exponent, no zeros at the end.
 QString plainNumber(double value)
 {
-    const int integerDigits = static_cast<int>(QString::number(qAbs(value), 'f', 0).size());
-    QString text = QString::number(value, 'f', qMax(0, SignificantDigits - integerDigits));
-    if (text.contains(QLatin1Char('.'))) {
-        while (text.endsWith(QLatin1Char('0')))
-            text.chop(1);
-        if (text.endsWith(QLatin1Char('.')))
-            text.chop(1);
-    }
-    return text == QLatin1String("-0") ? QStringLiteral("0") : text;
+    const int magnitude = value == 0 ? 0 : static_cast<int>(std::floor(std::log10(qAbs(value))));
+    QString text = QString::number(value, 'f', qBound(0, SignificantDigits - 1 - magnitude, LargestPrecision));
+    if (!text.contains(QLatin1Char('.')))
+        return text;
+    while (text.endsWith(QLatin1Char('0')))
+        text.chop(1);
+    return text.endsWith(QLatin1Char('.')) ? text.chopped(1) : text;
 }
 
 QString coordinateText(double value)

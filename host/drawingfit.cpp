@@ -28,16 +28,23 @@ DrawingFit::DrawingFit(zelchipview::ZelGraphicsView* view)
 
 void DrawingFit::fit()
 {
-    m_refit.stop();
     const QRectF drawing = m_view->sceneRect();
     const double margin = MarginShare * qMax(drawing.width(), drawing.height());
     QGraphicsRectItem frame(drawing.adjusted(-margin, -margin, margin, margin));
     frame.setPen(Qt::NoPen);
     QList<QGraphicsItem*> items{&frame};
-    // Scroll bars of the previous scale still take room from the first one; they are gone at the second.
+    // The room of the scroll bars counts: what fits needs none.
+    setScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_view->zoomTo(&items);
-    m_view->zoomTo(&items);
+    setScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_fittedTransform = m_view->transform();
+    m_refit.stop();
+}
+
+void DrawingFit::setScrollBarPolicy(Qt::ScrollBarPolicy policy)
+{
+    m_view->setHorizontalScrollBarPolicy(policy);
+    m_view->setVerticalScrollBarPolicy(policy);
 }
 
 bool DrawingFit::eventFilter(QObject* watched, QEvent* event)

@@ -24,6 +24,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void setScrollBarPolicy(Qt::ScrollBarPolicy policy);
+
     zelchipview::ZelGraphicsView* const m_view;
     QTransform m_fittedTransform; // what fit() left; another one means that the user zoomed
     QTimer m_refit; // fits once after a series of resizes

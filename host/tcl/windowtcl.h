@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+class QTreeWidget;
+
+namespace mirn::zelchipview {
+class ZelChipGUI;
+class ZelGraphicsView;
+} // namespace mirn::zelchipview
+
+namespace mirn::zelchip {
+
+class TclInterpreter;
+
+// What the commands on the view and on the project need of the window. The pointers are those of the project that is
+// open at the time of the call. A QString result is empty for success, else a sentence that says what went wrong.
+class WindowAccess
+{
+public:
+    virtual ~WindowAccess();
+
+    [[nodiscard]] virtual zelchipview::ZelChipGUI* chipView() = 0;
+    [[nodiscard]] virtual zelchipview::ZelGraphicsView* graphicsView() = 0;
+    [[nodiscard]] virtual QTreeWidget* tree() = 0;
+    virtual void fit() = 0;
+    virtual QString saveSnapshot(const QString& file) = 0;
+};
+
+// zel_view and zel_tree. The window must outlive the interpreter.
+void addWindowCommands(TclInterpreter& interpreter, WindowAccess& window);
+
+// The same names for a run without a window: errors that say so.
+void addWindowlessCommands(TclInterpreter& interpreter);
+
+} // namespace mirn::zelchip
