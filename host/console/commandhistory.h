@@ -23,7 +23,8 @@ public:
     [[nodiscard]] QStringList entries() const { return m_entries; }
     void setEntries(const QStringList& entries);
 
-    // One step of the walk: takes the text that is shown now and gives the one to show in its place, nothing at the end.
+    // One step of the walk: takes the text that is shown now and gives the one to show in its place, nothing at the
+    // end.
     std::optional<QString> older(const QString& shown);
     std::optional<QString> newer(const QString& shown);
 

@@ -28,8 +28,7 @@ double luminance(const QColor& color)
 QColor blend(const QColor& one, const QColor& other, double share)
 {
     const auto mix = [share](int from, int to) { return qRound(from + (to - from) * share); };
-    return QColor(
-        mix(one.red(), other.red()), mix(one.green(), other.green()), mix(one.blue(), other.blue()));
+    return QColor(mix(one.red(), other.red()), mix(one.green(), other.green()), mix(one.blue(), other.blue()));
 }
 
 // The nearest colour on the way to black or white that can be read on the background.

@@ -3,14 +3,9 @@
 
 #include <QPlainTextEdit>
 
-#include <memory>
-
 class QAction;
 
 namespace mirn::zelchip {
-
-class ConsoleGutter;
-class ConsoleLimits;
 
 // The text that the console has shown so far: bounded, so that no script can fill the memory, plain, whatever the text
 // looks like, and copied without the marks in front of it. It follows its end unless the user has scrolled up.
@@ -24,6 +19,7 @@ public:
     static constexpr int MostLines = 10'000;
     static constexpr int LongestLine = 20'000; // characters; what is behind is left out, and a note says so
     static constexpr int LongestText = 200'000; // likewise, of one call
+    static constexpr int MostCharacters = 4'000'000; // of all lines; the oldest make room
 
     explicit ConsoleOutput(QWidget* parent);
 
@@ -36,30 +32,28 @@ public:
     // Set in columns.
     void appendCandidates(const QStringList& candidates);
 
-    // Left of the text, in pixels.
+    void clearAll();
+
+    // What lies left of the text, in pixels.
     [[nodiscard]] int gutterWidth() const;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     QMimeData* createMimeDataFromSelection() const override;
 
 private:
-    friend class ConsoleGutter;
-
-    void addActions();
-    void updateActions();
-    void write(Kind kind, const QString& text);
-    void writeLine(Kind kind, const QString& line, bool isContinued);
+    void addMenuActions();
+    void write(Kind kind, const QString& text, bool isContinued);
+    void beginLine(QTextCursor* cursor, Kind kind, bool isFirst);
+    void writeLine(QTextCursor* cursor, Kind kind, const QString& line);
     void dropOldest();
     void recolor();
     void layOutGutter();
-    void paintGutter(QPaintEvent* event);
+    void paintGutter();
 
-    ConsoleGutter* const m_gutter; // child of this
-    QAction* m_copy = nullptr; // this and the following: children of this
-    QAction* m_selectAll = nullptr;
-    QAction* m_clear = nullptr;
+    QWidget* const m_gutter; // child of this, which paints it
     bool m_isLineOpen = false; // the last line came without its end
 };
 

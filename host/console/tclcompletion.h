@@ -7,8 +7,8 @@ namespace mirn::zelchip {
 
 struct PartialCommand;
 
-// Completes the names of commands, the subcommands and options of the program's own commands, and the names of resources
-// behind the options that take one. Stands in for a Completer.
+// Completes the names of commands, the subcommands and options of the program's own commands, and the names of
+// resources behind the options that take one. Stands in for a Completer.
 class TclCompletion final
 {
 public:

@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: MIT
+#include "host/console/consoleinput.h"
+
+#include "host/tcl/tclinterpreter.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QKeyEvent>
+#include <QTextBlock>
+
+#include <algorithm>
+#include <utility>
+
+namespace mirn::zelchip {
+
+namespace {
+
+constexpr int MostVisibleLines = 8; // the input scrolls beyond
+
+} // namespace
+
+ConsoleInput::ConsoleInput(QWidget* parent)
+    : QPlainTextEdit(parent)
+{
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    connect(document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
+        &ConsoleInput::adjustHeight);
+    adjustHeight();
+}
+
+void ConsoleInput::setCompleter(Completer completer)
+{
+    m_completer = std::move(completer);
+}
+
+void ConsoleInput::setRunning(bool isRunning)
+{
+    m_isRunning = isRunning;
+}
+
+// The document's plain text would have blanks in place of its no-break spaces.
+QString ConsoleInput::script() const
+{
+    QString text = document()->toRawText();
+    for (const QChar separator : {QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)})
+        text.replace(separator, QLatin1Char('\n'));
+    return text;
+}
+
+// A shortcut of the window's on Escape must wait while there is something to empty.
+bool ConsoleInput::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* keyEvent = static_cast<QKeyEvent*>(event);
+        if (keyEvent->key() == Qt::Key_Escape && !document()->isEmpty()) {
+            event->accept();
+            return true;
+        }
+    }
+    return QPlainTextEdit::event(event);
+}
+
+void ConsoleInput::keyPressEvent(QKeyEvent* event)
+{
+    if (handleKey(*event))
+        event->accept();
+    else
+        QPlainTextEdit::keyPressEvent(event);
+}
+
+bool ConsoleInput::handleKey(const QKeyEvent& event)
+{
+    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
+    if (m_isRunning && event.matches(QKeySequence::Copy) && !textCursor().hasSelection()) {
+        Q_EMIT cancelRequested();
+        return true;
+    }
+    const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (isReturn && modifiers == Qt::ShiftModifier) {
+        textCursor().insertText(QStringLiteral("\n"));
+        ensureCursorVisible();
+        return true;
+    }
+    if (modifiers != Qt::NoModifier)
+        return false;
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return enter();
+    case Qt::Key_Up:
+        return walk(Direction::Older);
+    case Qt::Key_Down:
+        return walk(Direction::Newer);
+    case Qt::Key_Tab:
+        return complete();
+    case Qt::Key_Escape:
+        replace(0, document()->characterCount() - 1, {});
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool ConsoleInput::enter()
+{
+    if (m_isRunning)
+        return true;
+    const QString entered = script();
+    if (!TclInterpreter::isComplete(entered)) {
+        textCursor().insertText(QStringLiteral("\n"));
+        ensureCursorVisible();
+        return true;
+    }
+    m_history.add(entered);
+    clear();
+    if (!entered.trimmed().isEmpty())
+        Q_EMIT this->entered(entered);
+    return true;
+}
+
+// Not from inside a text of several lines, where the keys move between these.
+bool ConsoleInput::walk(Direction direction)
+{
+    const bool isOlder = direction == Direction::Older;
+    QTextCursor cursor = textCursor();
+    if (cursor.movePosition(isOlder ? QTextCursor::Up : QTextCursor::Down))
+        return false;
+    const std::optional<QString> text = isOlder ? m_history.older(script()) : m_history.newer(script());
+    if (!text)
+        return true;
+    replace(0, document()->characterCount() - 1, *text);
+    // So that the next press goes on through the history.
+    if (isOlder) {
+        moveCursor(QTextCursor::Start);
+        moveCursor(QTextCursor::EndOfLine);
+    }
+    return true;
+}
+
+bool ConsoleInput::complete()
+{
+    if (!m_completer || m_isRunning)
+        return true;
+    const int position = textCursor().position();
+    const QString all = script();
+    const QString before = all.left(position);
+    const Completion completion = m_completer(before);
+    if (completion.candidates.isEmpty())
+        return true;
+    QString text = completion.text;
+    if (text.endsWith(QLatin1Char(' ')) && position < all.size() && all.at(position).isSpace())
+        text.chop(1);
+    if (text != before.mid(completion.start))
+        replace(completion.start, position, text);
+    else if (completion.candidates.size() > 1 && before == m_textAtTab)
+        Q_EMIT candidatesFound(completion.candidates);
+    m_textAtTab = before.left(completion.start) + text;
+    return true;
+}
+
+// Can be undone, as all that is typed.
+void ConsoleInput::replace(int begin, int end, const QString& text)
+{
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(begin);
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    cursor.insertText(text);
+    setTextCursor(cursor);
+}
+
+void ConsoleInput::resizeEvent(QResizeEvent* event)
+{
+    QPlainTextEdit::resizeEvent(event);
+    adjustHeight();
+}
+
+void ConsoleInput::changeEvent(QEvent* event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        adjustHeight();
+}
+
+// Tab completes; back out of the input goes by Shift+Tab.
+bool ConsoleInput::focusNextPrevChild(bool next)
+{
+    return !next && QWidget::focusNextPrevChild(next);
+}
+
+void ConsoleInput::adjustHeight()
+{
+    // The layout of plain text counts its height in lines.
+    const int lines = std::clamp(qRound(document()->size().height()), 1, MostVisibleLines);
+    const int margins = 2 * (qRound(document()->documentMargin()) + frameWidth());
+    setFixedHeight(lines * fontMetrics().lineSpacing() + margins);
+}
+
+} // namespace mirn::zelchip

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/console/commandhistory.h"
+#include "host/console/completion.h"
+
+#include <QPlainTextEdit>
+
+namespace mirn::zelchip {
+
+// Where scripts are typed. Return enters a script once it is complete and continues it on a further line before;
+// Shift+Return always does the latter. Up and Down walk through the history from the first and the last line, Tab
+// completes, and its second press asks for the candidates to be shown; Escape empties the input.
+class ConsoleInput final : public QPlainTextEdit
+{
+    Q_OBJECT
+public:
+    explicit ConsoleInput(QWidget* parent);
+
+    void setCompleter(Completer completer);
+
+    // While a script runs, typing goes on, but nothing is entered or completed, and Ctrl+C without a selection asks for
+    // the script's end.
+    void setRunning(bool isRunning);
+
+    // What is in the input now, to the letter.
+    [[nodiscard]] QString script() const;
+
+    [[nodiscard]] CommandHistory& history() { return m_history; }
+    [[nodiscard]] const CommandHistory& history() const { return m_history; }
+
+Q_SIGNALS:
+    void entered(const QString& script);
+    void cancelRequested();
+    void candidatesFound(const QStringList& candidates);
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    enum class Direction { Older, Newer };
+
+    bool handleKey(const QKeyEvent& event);
+    bool enter();
+    bool walk(Direction direction);
+    bool complete();
+    void replace(int begin, int end, const QString& text);
+    void adjustHeight();
+
+    CommandHistory m_history;
+    Completer m_completer;
+    QString m_textAtTab; // before the cursor, after the last completion
+    bool m_isRunning = false;
+};
+
+} // namespace mirn::zelchip

@@ -1,0 +1,307 @@
+// SPDX-License-Identifier: MIT
+#include "host/console/consoleoutput.h"
+
+#include "host/console/consolecolors.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QScrollBar>
+#include <QTextBlock>
+
+#include <algorithm>
+
+namespace mirn::zelchip {
+
+namespace {
+
+using Kind = ConsoleOutput::Kind;
+
+constexpr int GutterPadding = 6; // pixels, on either side of the mark
+constexpr double MarkSize = 0.85; // of the text's
+constexpr int ContinuationFlag = 0x100; // in a block's state, which holds the kind of its line: not the first line
+constexpr int UnusedState = -1;
+constexpr int MostCandidates = 200;
+constexpr int ColumnGap = 2; // characters
+
+Kind kindOf(const QTextBlock& block)
+{
+    return static_cast<Kind>(block.userState() & ~ContinuationFlag);
+}
+
+QString markOf(Kind kind)
+{
+    switch (kind) {
+    case Kind::UserCommand:
+        return QStringLiteral(">");
+    case Kind::ViewCommand:
+        return ConsoleOutput::tr("view", "mark of a command that the chip view sent");
+    case Kind::Error:
+        return QStringLiteral("!");
+    default:
+        return {};
+    }
+}
+
+// What has no colour follows the palette by itself.
+QTextCharFormat formatOf(Kind kind, const ConsoleColors& colors)
+{
+    QTextCharFormat format;
+    if (kind == Kind::Error || kind == Kind::ErrorOutput)
+        format.setForeground(colors.error);
+    else if (kind == Kind::Result)
+        format.setForeground(colors.accent);
+    else if (kind == Kind::Candidates)
+        format.setForeground(colors.muted);
+    else if (kind == Kind::UserCommand)
+        format.setFontWeight(QFont::Bold);
+    return format;
+}
+
+QString beginning(const QString& text, int length)
+{
+    return text.left(length > 0 && text.at(length - 1).isHighSurrogate() ? length - 1 : length);
+}
+
+// Control characters become their pictures: some of them would end the paragraph and all the others are invisible.
+QString printable(QString line)
+{
+    for (QChar& character : line) {
+        const ushort code = character.unicode();
+        if (code < 0x20 && code != '\t')
+            character = QChar(0x2400 + code);
+        else if (code == QChar::LineSeparator || code == QChar::ParagraphSeparator || code == 0xfdd0 || code == 0xfdd1)
+            character = QChar(QChar::ReplacementCharacter);
+    }
+    return line;
+}
+
+QFont markFont(QFont font)
+{
+    if (font.pixelSize() > 0)
+        font.setPixelSize(qRound(font.pixelSize() * MarkSize));
+    else
+        font.setPointSizeF(font.pointSizeF() * MarkSize);
+    return font;
+}
+
+} // namespace
+
+ConsoleOutput::ConsoleOutput(QWidget* parent)
+    : QPlainTextEdit(parent)
+    , m_gutter(new QWidget(this))
+{
+    setUndoRedoEnabled(false);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    setMaximumBlockCount(MostLines);
+    // A selection up to the end must not grow when more comes.
+    QTextCursor cursor = textCursor();
+    cursor.setKeepPositionOnInsert(true);
+    setTextCursor(cursor);
+    m_gutter->installEventFilter(this);
+    connect(this, &QPlainTextEdit::updateRequest, m_gutter, QOverload<>::of(&QWidget::update));
+    addMenuActions();
+    layOutGutter();
+}
+
+void ConsoleOutput::addMenuActions()
+{
+    auto* copyAction = new QAction(tr("&Copy"), this);
+    copyAction->setObjectName(QStringLiteral("copy"));
+    copyAction->setEnabled(false);
+    auto* selectAllAction = new QAction(tr("Select &All"), this);
+    selectAllAction->setObjectName(QStringLiteral("selectAll"));
+    auto* clearAction = new QAction(tr("C&lear"), this);
+    clearAction->setObjectName(QStringLiteral("clear"));
+    connect(this, &QPlainTextEdit::copyAvailable, copyAction, &QAction::setEnabled);
+    connect(copyAction, &QAction::triggered, this, &QPlainTextEdit::copy);
+    connect(selectAllAction, &QAction::triggered, this, &QPlainTextEdit::selectAll);
+    connect(clearAction, &QAction::triggered, this, &ConsoleOutput::clearAll);
+    QWidget::addActions({copyAction, selectAllAction, clearAction});
+    setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+void ConsoleOutput::append(Kind kind, const QString& text)
+{
+    if (text.isEmpty())
+        return;
+    write(kind, text, false);
+    m_isLineOpen = false;
+}
+
+void ConsoleOutput::continueWith(Kind kind, const QString& text)
+{
+    if (text.isEmpty())
+        return;
+    const bool isContinued = m_isLineOpen && kindOf(document()->lastBlock()) == kind;
+    write(kind, text, isContinued);
+    m_isLineOpen = text.size() <= LongestText && !text.endsWith(QLatin1Char('\n'));
+}
+
+void ConsoleOutput::appendCandidates(const QStringList& candidates)
+{
+    const QStringList shown = candidates.mid(0, MostCandidates);
+    int width = 0;
+    for (const QString& candidate : shown)
+        width = std::max(width, static_cast<int>(candidate.size()) + ColumnGap);
+    const int lineWidth = viewport()->width() / std::max(1, fontMetrics().horizontalAdvance(QLatin1Char('0')));
+    const int columns = std::max(1, (lineWidth + ColumnGap) / std::max(1, width));
+    QString text;
+    for (int i = 0; i < shown.size(); ++i) {
+        const bool endsLine = (i + 1) % columns == 0 || i + 1 == shown.size();
+        text += endsLine ? shown.at(i) + QLatin1Char('\n') : shown.at(i).leftJustified(width);
+    }
+    if (candidates.size() > shown.size())
+        text += tr("and %1 more").arg(candidates.size() - shown.size());
+    append(Kind::Candidates, text);
+}
+
+void ConsoleOutput::clearAll()
+{
+    clear();
+    document()->firstBlock().setUserState(UnusedState);
+    m_isLineOpen = false;
+}
+
+void ConsoleOutput::write(Kind kind, const QString& text, bool isContinued)
+{
+    const bool followsEnd = verticalScrollBar()->value() >= verticalScrollBar()->maximum();
+    QString shown = beginning(text, std::min(static_cast<int>(text.size()), LongestText));
+    shown.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    if (shown.endsWith(QLatin1Char('\n')))
+        shown.chop(1);
+    QStringList lines = shown.split(QLatin1Char('\n'));
+    if (text.size() > LongestText)
+        lines.append(tr("\u2026 %L1 more characters left out").arg(text.size() - LongestText));
+
+    QTextCursor cursor(document());
+    cursor.movePosition(QTextCursor::End);
+    cursor.beginEditBlock();
+    for (int i = 0; i < lines.size(); ++i) {
+        if (i > 0 || !isContinued)
+            beginLine(&cursor, kind, i == 0);
+        writeLine(&cursor, kind, printable(lines.at(i)));
+    }
+    cursor.endEditBlock();
+    dropOldest();
+    if (followsEnd)
+        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+void ConsoleOutput::beginLine(QTextCursor* cursor, Kind kind, bool isFirst)
+{
+    const int previousState = cursor->block().userState();
+    if (previousState != UnusedState) {
+        cursor->insertBlock();
+        // Behind an empty line the new block is the one in front, and the state went with the other.
+        QTextBlock previous = cursor->block().previous();
+        previous.setUserState(previousState);
+    }
+    QTextBlock block = cursor->block();
+    block.setUserState(static_cast<int>(kind) | (isFirst ? 0 : ContinuationFlag));
+}
+
+void ConsoleOutput::writeLine(QTextCursor* cursor, Kind kind, const QString& line)
+{
+    const QTextCharFormat format = formatOf(kind, ConsoleColors(palette()));
+    const int room = LongestLine - (cursor->block().length() - 1);
+    if (line.size() <= room)
+        cursor->insertText(line, format);
+    else if (room >= 0) // otherwise the note is already there
+        cursor->insertText(beginning(line, room) + tr(" \u2026 (line cut)"), format);
+}
+
+void ConsoleOutput::dropOldest()
+{
+    const int excess = document()->characterCount() - MostCharacters;
+    if (excess <= 0)
+        return;
+    // More than needed, so that this is rare.
+    QTextCursor cursor(document());
+    cursor.setPosition(document()->findBlock(excess + MostCharacters / 8).position(), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+}
+
+void ConsoleOutput::recolor()
+{
+    const ConsoleColors colors(palette());
+    QTextCursor cursor(document());
+    cursor.beginEditBlock();
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        cursor.setPosition(block.position());
+        cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        cursor.setCharFormat(formatOf(kindOf(block), colors));
+    }
+    cursor.endEditBlock();
+}
+
+int ConsoleOutput::gutterWidth() const
+{
+    const int markWidth = QFontMetrics(markFont(font())).horizontalAdvance(markOf(Kind::ViewCommand));
+    return markWidth + 2 * GutterPadding;
+}
+
+void ConsoleOutput::layOutGutter()
+{
+    setViewportMargins(gutterWidth(), 0, 0, 0);
+    const QRect content = contentsRect();
+    m_gutter->setGeometry(content.left(), content.top(), gutterWidth(), content.height());
+}
+
+void ConsoleOutput::paintGutter()
+{
+    QPainter painter(m_gutter);
+    painter.fillRect(m_gutter->rect(), palette().color(QPalette::Base));
+    const ConsoleColors colors(palette());
+    const QFont small = markFont(font());
+    const int baseline = fontMetrics().ascent();
+    const int right = m_gutter->width() - GutterPadding;
+    for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
+        const QRectF place = blockBoundingGeometry(block).translated(contentOffset());
+        if (place.top() > m_gutter->height())
+            break;
+        const Kind kind = kindOf(block);
+        const QString mark = (block.userState() & ContinuationFlag) != 0 ? QString() : markOf(kind);
+        painter.setFont(kind == Kind::ViewCommand ? small : font());
+        painter.setPen(kind == Kind::Error ? colors.error : colors.muted);
+        const int width = painter.fontMetrics().horizontalAdvance(mark);
+        painter.drawText(QPointF(right - width, place.top() + baseline), mark);
+    }
+}
+
+void ConsoleOutput::resizeEvent(QResizeEvent* event)
+{
+    QPlainTextEdit::resizeEvent(event);
+    layOutGutter();
+}
+
+void ConsoleOutput::changeEvent(QEvent* event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        recolor();
+    else if (event->type() == QEvent::FontChange)
+        layOutGutter();
+}
+
+bool ConsoleOutput::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_gutter || event->type() != QEvent::Paint)
+        return QPlainTextEdit::eventFilter(watched, event);
+    paintGutter();
+    return true;
+}
+
+// Nothing but the characters: pasting into a document must not bring the console's colours along.
+QMimeData* ConsoleOutput::createMimeDataFromSelection() const
+{
+    QString text = textCursor().selectedText();
+    text.replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'));
+    auto* data = new QMimeData; // Qt's text control takes it over
+    data->setText(text);
+    return data;
+}
+
+} // namespace mirn::zelchip
