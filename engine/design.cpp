@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "engine/design.h"
 
+#include "engine/resourceparameter.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -35,6 +37,15 @@ int Design::add(int parent, Resource resource)
     return index;
 }
 
+void Design::addFeed(int clock, int ip)
+{
+    at(clock).feeds.push_back(ip);
+    std::vector<int>& feeders = m_feeders[ip];
+    const auto place = std::lower_bound(feeders.begin(), feeders.end(), clock);
+    if (place == feeders.end() || *place != clock)
+        feeders.insert(place, clock);
+}
+
 void Design::remove(int resource)
 {
     erase(siblings(resource), resource);
@@ -42,6 +53,7 @@ void Design::remove(int resource)
         if (at(index).fixed && at(index).site >= 0)
             m_fixedSites.insert(index, at(index).site);
         setSite(index, -1);
+        m_configured.remove(index);
         m_byPath.remove(at(index).path);
     }
     m_removed.insert(at(resource).path, resource);
@@ -119,6 +131,34 @@ void Design::setSite(int index, int site)
         m_occupants.insert(site, index);
 }
 
+QString Design::parameter(int index, const QString& key) const
+{
+    const auto configured = m_configured.constFind(index);
+    if (configured != m_configured.constEnd() && configured->contains(key))
+        return configured->value(key);
+    return originalParameter(index, key);
+}
+
+QString Design::originalParameter(int index, const QString& key) const
+{
+    const ResourceParameter* known = findParameter(resource(index).type, key);
+    return resource(index).parameters.value(key, known ? known->preset : QString());
+}
+
+void Design::setParameter(int index, const QString& key, const QString& value)
+{
+    if (value != originalParameter(index, key)) {
+        m_configured[index].insert(key, value);
+        return;
+    }
+    const auto configured = m_configured.find(index);
+    if (configured == m_configured.end())
+        return;
+    configured->remove(key);
+    if (configured->isEmpty())
+        m_configured.erase(configured);
+}
+
 int Design::ipOf(int index) const
 {
     int above = resource(index).parent;
@@ -130,9 +170,14 @@ int Design::ipOf(int index) const
 std::vector<int> Design::partsOf(int ip, ResourceType type) const
 {
     std::vector<int> result;
-    for (int index : subtree(ip)) {
-        if (resource(index).type == type && ipOf(index) == ip)
+    std::vector<int> pending{ip};
+    while (!pending.empty()) {
+        const int index = pending.back();
+        pending.pop_back();
+        if (index != ip && resource(index).type == type)
             result.push_back(index);
+        if (index == ip || resource(index).type != ResourceType::Ip)
+            pending.insert(pending.end(), resource(index).children.rbegin(), resource(index).children.rend());
     }
     return result;
 }
@@ -155,11 +200,8 @@ std::vector<int> Design::clocksOf(int ip) const
     std::vector<int> result = partsOf(ip, ResourceType::Pll);
     const std::vector<int> references = partsOf(ip, ResourceType::ExtRef);
     result.insert(result.end(), references.begin(), references.end());
-    for (std::size_t index = 0; index < m_resources.size(); ++index) {
-        const std::vector<int>& feeds = m_resources[index].feeds;
-        if (std::find(feeds.begin(), feeds.end(), ip) != feeds.end())
-            result.push_back(static_cast<int>(index));
-    }
+    const std::vector<int> feeders = m_feeders.value(ip);
+    result.insert(result.end(), feeders.begin(), feeders.end());
     return result;
 }
 

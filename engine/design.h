@@ -22,6 +22,7 @@ struct Resource
     int site = -1; // id of the site it is placed on, -1: none
     bool fixed = false; // its placement cannot be changed
     QString voltage; // supplies only; empty: any
+    QHash<QString, QString> parameters; // by key, where the design file does not leave the preset
     std::vector<int> feeds; // the IPs that a clock source serves besides the one it is part of
 };
 
@@ -36,7 +37,7 @@ public:
 
     // Adds under `parent` (-1: at the top level) and sets parent and path. -1 when a sibling has this name.
     int add(int parent, Resource resource);
-    void addFeed(int clock, int ip) { at(clock).feeds.push_back(ip); }
+    void addFeed(int clock, int ip);
     // With everything below, which goes off its sites. restore() brings it back.
     void remove(int resource);
     // Brings back what was removed under this path: on its site what is fixed there, unplaced what is not. False when
@@ -61,6 +62,12 @@ public:
     void setSite(int resource, int site);
     void setFixed(int resource, bool fixed) { at(resource).fixed = fixed; }
 
+    // The value in force of a parameter that the resource's type has.
+    [[nodiscard]] QString parameter(int resource, const QString& key) const;
+    // What it is as long as nobody configures it. A resource that was removed and restored has this again.
+    [[nodiscard]] QString originalParameter(int resource, const QString& key) const;
+    void setParameter(int resource, const QString& key, const QString& value);
+
     // The nearest IP above a resource, or -1.
     [[nodiscard]] int ipOf(int resource) const;
     // What of one type belongs to an IP, without what belongs to an IP inside it.
@@ -82,6 +89,8 @@ private:
     QHash<int, int> m_occupants; // by site id
     QMap<QString, int> m_removed; // by path
     QHash<int, int> m_fixedSites; // of fixed resources that were removed
+    QHash<int, QHash<QString, QString>> m_configured; // by resource and key: what differs from the design file
+    QHash<int, std::vector<int>> m_feeders; // by IP, in ascending order: the clocks that have it among their feeds
 };
 
 } // namespace mirn::zelengine

@@ -6,6 +6,7 @@
 #include "engine/jsonnode.h"
 #include "engine/placementrules.h"
 #include "engine/resourcename.h"
+#include "engine/resourceparameter.h"
 
 #include <utility>
 #include <vector>
@@ -37,6 +38,7 @@ private:
     void readResource(const JsonNode& node, int parent);
     [[nodiscard]] ResourceType readType(const JsonNode& node) const;
     void checkMembers(const JsonNode& node, const Resource& resource) const;
+    static void readParameters(const JsonNode& node, Resource& resource);
     void connect(const Pending& feeds);
     void place(const Pending& site);
 
@@ -81,8 +83,10 @@ void DesignReader::readChildren(const JsonNode& list, int parent)
 
 void DesignReader::readResource(const JsonNode& node, int parent)
 {
-    node.expectObject({QStringLiteral("name"), QStringLiteral("type"), QStringLiteral("children"),
-        QStringLiteral("site"), QStringLiteral("fixed"), QStringLiteral("feeds"), QStringLiteral("voltage")});
+    node.expectObject(
+        QStringList{QStringLiteral("name"), QStringLiteral("type"), QStringLiteral("children"), QStringLiteral("site"),
+            QStringLiteral("fixed"), QStringLiteral("feeds"), QStringLiteral("voltage")}
+        + parameterKeys());
     const JsonNode nameNode = node.member(QStringLiteral("name"));
     Resource resource;
     resource.name = node.requiredText(QStringLiteral("name"));
@@ -92,6 +96,7 @@ void DesignReader::readResource(const JsonNode& node, int parent)
     resource.type = readType(node);
     resource.voltage = node.optionalText(QStringLiteral("voltage"));
     checkMembers(node, resource);
+    readParameters(node, resource);
     const int index = m_design.add(parent, std::move(resource));
     if (index < 0)
         nameNode.fail(QStringLiteral("the name \"%1\" is there twice at this level").arg(nameNode.text()));
@@ -142,6 +147,27 @@ void DesignReader::checkMembers(const JsonNode& node, const Resource& resource) 
         feeds.fail(QStringLiteral("only a resource of type PLL or EXTREF feeds others"));
     if (voltage.exists() && type != ResourceType::Uvccio)
         voltage.fail(QStringLiteral("only a resource of type UVCCIO has a voltage"));
+}
+
+void DesignReader::readParameters(const JsonNode& node, Resource& resource)
+{
+    for (const QString& key : parameterKeys()) {
+        const JsonNode member = node.member(key);
+        if (!member.exists())
+            continue;
+        const ResourceParameter* parameter = findParameter(resource.type, key);
+        if (!parameter) {
+            member.fail(resource.type == ResourceType::Folder
+                    ? QStringLiteral("what only groups others has no %1").arg(key)
+                    : QStringLiteral("a resource of type %1 has no %2").arg(resourceTypeName(resource.type), key));
+            continue;
+        }
+        const auto value = parameter->accepted(QString::number(member.real(), 'g', QLocale::FloatingPointShortest));
+        if (value)
+            resource.parameters.insert(key, *value);
+        else
+            member.fail(QStringLiteral("expected %1").arg(parameter->expectation()));
+    }
 }
 
 // Names in "feeds" are paths below the root.

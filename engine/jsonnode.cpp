@@ -89,6 +89,13 @@ int JsonNode::number(int minimum, int maximum) const
     return whole;
 }
 
+double JsonNode::real() const
+{
+    if (!m_value.isDouble())
+        failExpected("a number");
+    return m_value.toDouble();
+}
+
 QStringList JsonNode::texts() const
 {
     QStringList result;

@@ -36,6 +36,7 @@ public:
     [[nodiscard]] QString text() const;
     [[nodiscard]] bool boolean() const;
     [[nodiscard]] int number(int minimum, int maximum) const;
+    [[nodiscard]] double real() const;
     [[nodiscard]] QStringList texts() const; // an array of texts; absent: empty
 
     // A member that must be there and not empty.

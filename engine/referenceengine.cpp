@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "engine/referenceengine.h"
 
+#include "engine/configuredialog.h"
 #include "engine/designreader.h"
 #include "engine/devicereader.h"
+#include "engine/jsonnode.h"
+#include "engine/resourceparameter.h"
 #include "engine/usagetable.h"
 #include "platform/contract/zeltext.h"
 
@@ -19,6 +22,16 @@ constexpr unsigned int DCU_SETTINGS = 1; // the only kind of settings dialog
 QString noSuchResource(const QString& name)
 {
     return QStringLiteral("there is no resource \"%1\"").arg(name);
+}
+
+QString noSuchParameter(const QString& resource, ResourceType type, const QString& key)
+{
+    QStringList known;
+    for (const ResourceParameter& parameter : parametersOf(type))
+        known.append(parameter.key);
+    if (known.isEmpty())
+        return QStringLiteral("%1 has nothing to configure").arg(resource);
+    return QStringLiteral("%1 has no parameter \"%2\", expected %3").arg(resource, key, quotedAlternatives(known));
 }
 
 // -1 for what is no element id.
@@ -125,6 +138,42 @@ QString ReferenceEngine::apply(const Proposal& proposal)
     return {};
 }
 
+ReferenceEngine::Configuration ReferenceEngine::proposeConfiguration(
+    const QString& resource, const QString& key, const QString& value) const
+{
+    Configuration result{m_design.find(resource), key, {}, {}};
+    if (result.resource < 0) {
+        result.refusal = noSuchResource(resource);
+        return result;
+    }
+    const ResourceType type = m_design.resource(result.resource).type;
+    const ResourceParameter* parameter = findParameter(type, key);
+    if (!parameter) {
+        result.refusal = noSuchParameter(resource, type, key);
+        return result;
+    }
+    const std::optional<QString> accepted = parameter->accepted(value);
+    if (accepted)
+        result.value = *accepted;
+    else
+        result.refusal = QStringLiteral("%1 cannot be \"%2\", expected %3").arg(key, value, parameter->expectation());
+    return result;
+}
+
+QString ReferenceEngine::configure(const QString& resource, const QString& key, const QString& value)
+{
+    const Configuration configuration = proposeConfiguration(resource, key, value);
+    if (configuration.isAllowed())
+        setParameter(configuration.resource, key, configuration.value);
+    return configuration.refusal;
+}
+
+void ReferenceEngine::setParameter(int resource, const QString& key, const QString& value)
+{
+    m_design.setParameter(resource, key, value);
+    m_isChanged = true;
+}
+
 QString ReferenceEngine::setSetting(int site, const QString& key, const QString& value)
 {
     return m_settings.setValue(site, key, value);
@@ -204,10 +253,41 @@ bool ReferenceEngine::showProbPlaceItem(
     return true;
 }
 
-// There is nothing about a resource that could be configured here; a product's engine would show its own dialog.
-int ReferenceEngine::config(const std::string* /*name*/)
+int ReferenceEngine::config(const std::string* name)
 {
-    return 0;
+    const QString resource = fromEngineText(*name);
+    const int index = m_design.find(resource);
+    const std::vector<ResourceParameter>& parameters
+        = parametersOf(index < 0 ? ResourceType::Folder : m_design.resource(index).type);
+    if (parameters.empty()) {
+        tellAboutConfiguring(QStringLiteral("%1 has nothing to configure.").arg(resource));
+        return 0;
+    }
+    ParameterValues values;
+    for (const ResourceParameter& parameter : parameters)
+        values.insert(parameter.key, m_design.parameter(index, parameter.key));
+    const std::optional<ParameterValues> chosen = ConfigureDialog::ask(resource, parameters, values);
+    if (!chosen)
+        return 0;
+    int changed = 0;
+    for (const ResourceParameter& parameter : parameters) {
+        const QString entered = chosen->value(parameter.key);
+        const QString value = parameter.accepted(entered).value_or(entered);
+        if (value == values.value(parameter.key))
+            continue;
+        const QString refusal = write(resource, parameter.key, value);
+        if (refusal.isEmpty())
+            changed = 1;
+        else
+            tellAboutConfiguring(refusal);
+    }
+    return changed;
+}
+
+// By name: while the dialog was open anything may have happened to the design.
+QString ReferenceEngine::write(const QString& resource, const QString& key, const QString& value)
+{
+    return m_parameterWriter ? m_parameterWriter(resource, key, value) : configure(resource, key, value);
 }
 
 bool ReferenceEngine::hasDynamicDialog(const std::string* id)

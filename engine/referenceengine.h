@@ -50,6 +50,26 @@ public:
     // Puts resources where they are said to have been, without asking the rules.
     void setSites(const std::vector<Placement>& placements);
 
+    // A change of a parameter, before it is made: the value in its one spelling, or one sentence that says why not.
+    struct Configuration
+    {
+        int resource = -1;
+        QString key;
+        QString value;
+        QString refusal;
+
+        [[nodiscard]] bool isAllowed() const { return refusal.isEmpty(); }
+    };
+    [[nodiscard]] Configuration proposeConfiguration(
+        const QString& resource, const QString& key, const QString& value) const;
+    [[nodiscard]] QString configure(const QString& resource, const QString& key, const QString& value);
+    // Who is to make the changes that are asked for in the engine's own dialog; gives what configure() would. None: the
+    // engine itself.
+    using ParameterWriter = std::function<QString(const QString& resource, const QString& key, const QString& value)>;
+    void setParameterWriter(ParameterWriter writer) { m_parameterWriter = std::move(writer); }
+    // Sets a parameter to a value that proposeConfiguration() gave or that was in force earlier.
+    void setParameter(int resource, const QString& key, const QString& value);
+
     [[nodiscard]] const SettingStore& settings() const { return m_settings; }
     [[nodiscard]] QString setSetting(int site, const QString& key, const QString& value);
     // Who is to make the changes that the chip view asks for through setDynamicDialogValue(), so that they can be kept
@@ -68,6 +88,7 @@ public:
     [[nodiscard]] int getResourceType(const std::string* name) override;
     [[nodiscard]] bool canDrop(const std::string* rsc, const std::string* site) override;
     bool showProbPlaceItem(const std::string* rsc, const std::string* site, std::list<std::string>& items) override;
+    // Shows a dialog, or says that there is nothing to configure. 1 when something changed, else 0.
     int config(const std::string* name) override;
     [[nodiscard]] bool hasDynamicDialog(const std::string* id) override;
     [[nodiscard]] const std::map<std::string, std::vector<std::string>>* getDynamicDialogValues(
@@ -79,6 +100,7 @@ public:
 private:
     ReferenceEngine(Project project, Device device, Design design);
     [[nodiscard]] QString apply(const Proposal& proposal);
+    [[nodiscard]] QString write(const QString& resource, const QString& key, const QString& value);
     void update();
 
     Project m_project;
@@ -86,6 +108,7 @@ private:
     Design m_design;
     SettingStore m_settings;
     SettingWriter m_settingWriter;
+    ParameterWriter m_parameterWriter;
     ChipData m_chip;
     ResourceTree m_tree;
     bool m_isChanged = true; // since the last update()

@@ -3,6 +3,7 @@
 
 #include "engine/design.h"
 #include "engine/device.h"
+#include "engine/resourceparameter.h"
 #include "platform/contract/zeltext.h"
 
 namespace mirn::zelengine {
@@ -26,6 +27,15 @@ bool isPlaceable(const Resource& resource)
 }
 
 } // namespace
+
+// ", 100 MHz"
+QString parameterList(const Design& design, int index)
+{
+    QString result;
+    for (const ResourceParameter& parameter : parametersOf(design.resource(index).type))
+        result += QStringLiteral(", ") + parameter.withUnit(design.parameter(index, parameter.key));
+    return result;
+}
 
 // A cell with all that it points at. Nodes do not move once they are made.
 struct ResourceTree::Node
@@ -128,9 +138,9 @@ std::string ResourceTree::summary(const Design& design, const Device& device, in
     const Resource& resource = design.resource(index);
     if (isPlaceable(resource)) {
         const Site* site = device.site(resource.site);
-        if (!site)
-            return "not placed";
-        return (resource.fixed ? "fixed on " : "on ") + toEngineText(site->name);
+        const std::string place
+            = site ? (resource.fixed ? "fixed on " : "on ") + toEngineText(site->name) : "not placed";
+        return place + toEngineText(parameterList(design, index));
     }
     const auto it = m_counts.find(index);
     if (it == m_counts.end() || it->second.all == 0)

@@ -29,7 +29,8 @@ public:
 
     [[nodiscard]] static const std::map<int, std::string>& headers();
 
-    // "2 of 3 placed" for what holds others, "on SITE" or "not placed" for what can itself be placed.
+    // "2 of 3 placed" for what holds others, "on SITE" or "not placed" for what can itself be placed, with its
+    // parameters: "on SITE, 100 MHz".
     [[nodiscard]] std::string summary(const Design& design, const Device& device, int resource) const;
 
 private:

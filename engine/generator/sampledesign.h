@@ -8,21 +8,21 @@ namespace mirn::zeldevicegenerator {
 inline constexpr const char* SAMPLE_DESIGN = R"json({
   "name": "gateway",
   "resources": [
-    {"name": "pcie", "type": "IP", "children": [
+    {"name": "pcie", "type": "IP", "rate": 5, "children": [
       {"name": "lane0", "type": "DCUCHANNEL", "site": "DCU0_CH0"},
       {"name": "lane1", "type": "DCUCHANNEL", "site": "DCU0_CH1"},
       {"name": "refclk", "type": "EXTREF", "site": "EXTREF0", "fixed": true},
       {"name": "txpll", "type": "PLL", "site": "DCU0_TXPLL"}
     ]},
-    {"name": "xaui", "type": "IP", "children": [
+    {"name": "xaui", "type": "IP", "rate": 3.125, "children": [
       {"name": "lane0", "type": "DCUCHANNEL"},
       {"name": "lane1", "type": "DCUCHANNEL"},
       {"name": "lane2", "type": "DCUCHANNEL"},
       {"name": "lane3", "type": "DCUCHANNEL"},
-      {"name": "refclk", "type": "EXTREF"},
+      {"name": "refclk", "type": "EXTREF", "frequency": 156.25},
       {"name": "txpll", "type": "PLL"}
     ]},
-    {"name": "sgmii", "type": "IP", "children": [
+    {"name": "sgmii", "type": "IP", "rate": 1.25, "children": [
       {"name": "lane0", "type": "DCUCHANNEL", "site": "DCU1_CH0"}
     ]},
     {"name": "cpri", "type": "IP", "children": [
@@ -30,11 +30,11 @@ inline constexpr const char* SAMPLE_DESIGN = R"json({
       {"name": "txpll", "type": "PLL"}
     ]},
     {"name": "clocks", "children": [
-      {"name": "refclk_eth", "type": "EXTREF", "site": "EXTREF1", "feeds": ["sgmii", "cpri"]},
+      {"name": "refclk_eth", "type": "EXTREF", "site": "EXTREF1", "frequency": 125, "feeds": ["sgmii", "cpri"]},
       {"name": "pll_core", "type": "PLL", "site": "PLL_TL0", "fixed": true},
-      {"name": "pll_ddr", "type": "PLL", "site": "PLL_TR0"},
-      {"name": "pll_eth", "type": "PLL", "feeds": ["sgmii"]},
-      {"name": "pll_video", "type": "PLL"}
+      {"name": "pll_ddr", "type": "PLL", "site": "PLL_TR0", "frequency": 400},
+      {"name": "pll_eth", "type": "PLL", "frequency": 125, "feeds": ["sgmii"]},
+      {"name": "pll_video", "type": "PLL", "frequency": 148.5}
     ]},
     {"name": "supplies", "children": [
       {"name": "vccio_host", "type": "UVCCIO", "site": "VCCIO0_1", "voltage": "3.3 V"},

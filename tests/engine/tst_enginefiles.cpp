@@ -237,6 +237,16 @@ void TestEngineFiles::refusesDesigns_data()
         "design.json:2:47: only a resource of type PLL or EXTREF feeds others");
     row("a clock that feeds what is no IP", "[{\"name\": \"a\", \"type\": \"PLL\", \"feeds\": [\"a\"]}]",
         "design.json:2:41: there is no IP \"a\"");
+    row("a frequency beyond the bounds", "[{\"name\": \"a\", \"type\": \"PLL\", \"frequency\": 1e3}]",
+        "design.json:2:44: expected a number from 5 to 800");
+    row("a frequency that is a text", "[{\"name\": \"a\", \"type\": \"PLL\", \"frequency\": \"100\"}]",
+        "design.json:2:44: expected a number");
+    row("a rate that there is not", "[{\"name\": \"a\", \"type\": \"IP\", \"rate\": 4}]",
+        "design.json:2:38: expected 1.25, 2.5, 3.125, 5 or 6.25");
+    row("a rate of a clock", "[{\"name\": \"a\", \"type\": \"PLL\", \"rate\": 5}]",
+        "design.json:2:39: a resource of type PLL has no rate");
+    row("a rate of a group", "[{\"name\": \"a\", \"rate\": 5}]",
+        "design.json:2:24: what only groups others has no rate");
     row("fixed nowhere", "[{\"name\": \"a\", \"type\": \"PLL\", \"fixed\": true}]",
         "design.json:2:40: what is fixed needs a \"site\"");
     row("two on one site",
@@ -293,7 +303,7 @@ void TestEngineFiles::warnsOfUnknownKeys()
     QCOMPARE(folder.withoutPath(warnings.at(1)),
         QStringLiteral(
             "design.json:3:15: unknown key \"colour\" is ignored, known are \"name\", \"type\", \"children\", "
-            "\"site\", \"fixed\", \"feeds\" or \"voltage\""));
+            "\"site\", \"fixed\", \"feeds\", \"voltage\", \"frequency\" or \"rate\""));
 }
 
 void TestEngineFiles::schemasNameTheSameKeys_data()

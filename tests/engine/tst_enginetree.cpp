@@ -94,7 +94,7 @@ void TestEngineTree::summarises_data()
     QTest::newRow("what is placed names its site") << "top/ip/a"
                                                    << "on U0_CH0";
     QTest::newRow("what is fixed says so") << "top/ip/ref"
-                                           << "fixed on REF_L";
+                                           << "fixed on REF_L, 100 MHz";
     QTest::newRow("what is not placed") << "top/ip/b"
                                         << "not placed";
     QTest::newRow("a folder counts what is in it") << "top/clk"
@@ -262,7 +262,7 @@ void TestEngineTree::loadsManyResources()
     QVERIFY2(engine, qPrintable(error));
     QCOMPARE(engine->tree()->children->size(), std::size_t(GROUPS));
     const std::string name = "top/g199/99";
-    QCOMPARE(engine->getResourceSummary(&name), std::string("not placed"));
+    QCOMPARE(engine->getResourceSummary(&name), std::string("not placed, 100 MHz"));
 }
 
 ZEL_TEST_MAIN(TestEngineTree)
