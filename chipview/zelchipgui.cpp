@@ -96,29 +96,29 @@ bool ZelChipGUI::initGrahpicView()
     const zelchipdata* chip = m_engine ? m_engine->chip() : nullptr;
     const std::string drawingFile = chip ? chip->drawingFile() : std::string();
     debugOut("ZelChipGUI::initGrahpicView svfgile: " + drawingFile);
+    SVGParser* parser = ZELChipViewDatabase::getInstance()->getSVGParser();
     const MirnImplementation* implementation = defaultImplementation();
     if (!implementation)
         return false;
     const std::string workingPath = implementation->getImplementFullPath() + WorkingFileName;
     debugOut("ZelChipGUI::initGrahpicView filePath: " + workingPath);
     if (m_scene && m_view)
-        loadDrawing(drawingFile, workingPath);
+        loadDrawing(*parser, drawingFile, workingPath);
     refresh(REFRESH_GRAPHIC);
     return true;
 }
 
-void ZelChipGUI::loadDrawing(const std::string& drawingFile, const std::string& workingPath)
+void ZelChipGUI::loadDrawing(SVGParser& parser, const std::string& drawingFile, const std::string& workingPath)
 {
-    SVGParser* parser = ZELChipViewDatabase::getInstance()->getSVGParser();
-    const bool isLoaded = parser->loadSVGElements(drawingFile, workingPath);
+    const bool isLoaded = parser.loadSVGElements(drawingFile, workingPath);
     debugOut(std::string("ZelChipGUI::initGrahpicView loadSVGElements ") + (isLoaded ? "FINISHED" : "FAILED") + "  "
         + workingPath);
     // Also after a failure: what could be read is shown.
-    m_scene->setGlobalParameter(parser->getSVGParameter());
+    m_scene->setGlobalParameter(parser.getSVGParameter());
     const zel_Parameter& parameter = m_scene->globalParameter();
     m_scene->setSceneRect(0, 0, parameter.width, parameter.height);
     m_view->setCurrentScale(parameter.initialScale);
-    DrawingLoader(m_scene).load(*parser);
+    DrawingLoader(m_scene).load(parser);
 }
 
 void ZelChipGUI::zoomIn()

@@ -11,6 +11,7 @@
 #include <string>
 
 class QAction;
+class SVGParser;
 class zelchipengine;
 
 namespace mirn::zelchipview {
@@ -69,7 +70,7 @@ Q_SIGNALS:
 
 private:
     void addDock(const QString& title, QWidget* content);
-    void loadDrawing(const std::string& drawingFile, const std::string& workingPath);
+    void loadDrawing(SVGParser& parser, const std::string& drawingFile, const std::string& workingPath);
 
     QPointer<ZelGraphicsScene> m_scene;
     QPointer<ZelGraphicsView> m_view;

@@ -29,21 +29,23 @@ std::string idText(int id)
 
 DynamicValues::GraphicsInfo& DynamicValues::graphicsInfo()
 {
-    m_graphicsInfo.clear();
+    // Callers may keep the reference beyond the controller's end.
+    static GraphicsInfo info;
+    info.clear();
     diagTrace("call ZEL engine API: chip()", "getGraphicsDynamicInfo");
     const zelchipdata* chip = m_engine ? m_engine->chip() : nullptr;
     diagTrace("end", "getGraphicsDynamicInfo");
     if (!chip)
-        return m_graphicsInfo;
+        return info;
     for (const zelchiprecord* record : chip->records()) {
         if (!record)
             continue;
         GraphicItemDynamicAttribute values;
         values.fill = attributeText(record->attributes, FillKey);
         values.popup = attributeText(record->attributes, PopupKey);
-        m_graphicsInfo.insert(QString::number(record->id, 10), values);
+        info.insert(QString::number(record->id, 10), values);
     }
-    return m_graphicsInfo;
+    return info;
 }
 
 DynamicValues::ValueLists* DynamicValues::valueLists(Enum_Dynamic_Dialog_Type type, int id)

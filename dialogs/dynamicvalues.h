@@ -21,7 +21,7 @@ public:
 
     void setEngine(zelchipengine* engine) { m_engine = engine; } // not owned
 
-    // Asked for anew at each call; valid until the next.
+    // Asked for anew at each call. The one map of the process; its content is valid until the next call.
     [[nodiscard]] GraphicsInfo& graphicsInfo();
 
     // Null for another type than the DCU settings and for an element without values; else valid until the next call.
@@ -34,7 +34,6 @@ public:
 
 private:
     zelchipengine* m_engine = nullptr;
-    GraphicsInfo m_graphicsInfo;
     ValueLists m_valueLists;
 };
 

@@ -131,7 +131,8 @@ void ZelGraphicsScene::refresh()
         const QList<ChipElement*> elements = m_index.elements(id);
         for (ChipElement* element : elements) {
             ZELGraphicItemAttribute* attribute = database().getGraphicItemAttribute(element->loadNumber());
-            if (attribute && applyDynamicValues(*attribute, entry.value()))
+            // A later load may have put another element under this load number.
+            if (attribute && attribute->itemId == id && applyDynamicValues(*attribute, entry.value()))
                 repaint(element);
         }
     }
@@ -150,6 +151,15 @@ void ZelGraphicsScene::repaintElements(const QSet<int>& elementIds)
         for (ChipElement* element : elements)
             repaint(element);
     }
+}
+
+QList<QGraphicsItem*> ZelGraphicsScene::itemsOf(int elementId) const
+{
+    QList<QGraphicsItem*> items;
+    const QList<ChipElement*> elements = m_index.elements(elementId);
+    for (ChipElement* element : elements)
+        items.append(element->graphicsItem());
+    return items;
 }
 
 void ZelGraphicsScene::repaint(ChipElement* element)

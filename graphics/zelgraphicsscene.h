@@ -53,6 +53,9 @@ public:
     // The state of these elements changed: they take over their new look and are painted again.
     void repaintElements(const QSet<int>& elementIds);
 
+    // The items of an element, in no particular order; empty for an unknown id.
+    [[nodiscard]] QList<QGraphicsItem*> itemsOf(int elementId) const;
+
     [[nodiscard]] ElementIndex& elementIndex() { return m_index; }
 
 protected:

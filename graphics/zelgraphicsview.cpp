@@ -16,7 +16,9 @@
 #include <QRubberBand>
 #include <QScrollBar>
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace mirn::zelchipview {
 
@@ -27,6 +29,8 @@ constexpr double SmallestBand = 2.0;
 
 // Keeps a transform that is a whole number of steps from being counted one short.
 constexpr double StepTolerance = 1e-9;
+
+constexpr double LargestCount = 1e9; // of steps
 
 ZELChipViewDatabase& database()
 {
@@ -96,7 +100,7 @@ int ZelGraphicsView::getScaleTimes() const
     const double m11 = transform().m11();
     if (!(step > 0) || !(m11 > 0))
         return 0;
-    const double times = std::log(m11) / std::log(1 + step);
+    const double times = std::clamp(std::log(m11) / std::log(1 + step), -LargestCount, LargestCount);
     return times < 0 ? -static_cast<int>(-times + StepTolerance) : static_cast<int>(times + StepTolerance);
 }
 
@@ -160,7 +164,7 @@ void ZelGraphicsView::changeMouseCursor()
 
 void ZelGraphicsView::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton) {
+    if (m_scene && event->button() == Qt::LeftButton) {
         m_pressPosition = event->pos();
         if (database().getMouseMode() == ACTION_PAN) {
             m_horizontalScrollStart = horizontalScrollBar()->value();
@@ -176,7 +180,7 @@ void ZelGraphicsView::mousePressEvent(QMouseEvent* event)
 
 void ZelGraphicsView::mouseMoveEvent(QMouseEvent* event)
 {
-    if (m_panning && database().getMouseMode() == ACTION_PAN) {
+    if (m_panning && m_scene && database().getMouseMode() == ACTION_PAN) {
         panTo(event->pos());
     } else {
         const QPoint other = event->pos();
@@ -204,10 +208,8 @@ void ZelGraphicsView::mouseReleaseEvent(QMouseEvent* event)
         return;
     }
     m_rubberBand->hide();
-    if (m_panning) {
-        m_panning = false;
+    if (std::exchange(m_panning, false) || !m_scene)
         return;
-    }
     switch (database().getMouseMode()) {
     case ACTION_SELECT:
         finishSelecting(event->pos());
@@ -241,8 +243,6 @@ QGraphicsItem* ZelGraphicsView::elementToSelectAt(QPoint position) const
 
 void ZelGraphicsView::finishSelecting(QPoint position)
 {
-    if (!m_scene)
-        return;
     const QRectF band = rubberBandInScene();
     m_scene->clearSelectedItems();
     if (isBand(band))
@@ -253,8 +253,6 @@ void ZelGraphicsView::finishSelecting(QPoint position)
 
 void ZelGraphicsView::finishZooming(QPoint position)
 {
-    if (!m_scene)
-        return;
     const QRectF band = rubberBandInScene();
     m_scene->clearSelectedItems();
     QList<QGraphicsItem*> targets;
@@ -267,11 +265,16 @@ void ZelGraphicsView::finishZooming(QPoint position)
 
 void ZelGraphicsView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    database().showDynamicDlg(event->pos(), DYNAMIC_DIALOG_DCU);
+    if (m_scene)
+        database().showDynamicDlg(event->pos(), DYNAMIC_DIALOG_DCU);
 }
 
 void ZelGraphicsView::contextMenuEvent(QContextMenuEvent* event)
 {
+    // The menu takes the release of a button that is still down.
+    m_rubberBand->hide();
+    if (!m_scene)
+        return;
     if (QMenu* menu = database().getViewFilterMenu())
         menu->exec(event->globalPos());
 }

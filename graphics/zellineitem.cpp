@@ -3,7 +3,18 @@
 
 #include <QLineF>
 
+#include <cmath>
+
 namespace mirn::zelchipview {
+
+namespace {
+
+bool isFinite(const QLineF& line)
+{
+    return std::isfinite(line.x1()) && std::isfinite(line.y1()) && std::isfinite(line.x2()) && std::isfinite(line.y2());
+}
+
+} // namespace
 
 ZELLineItem::ZELLineItem(int id)
     : ChipElement(id)
@@ -27,7 +38,9 @@ void ZELLineItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* optio
 
 void ZELLineItem::synchronise(ElementStates)
 {
-    setLine(value<QLineF>(ATTR_LINE));
+    const QLineF line = value<QLineF>(ATTR_LINE);
+    // What is no number is equal to nothing and would be set, and painted, for ever.
+    setLine(isFinite(line) ? line : QLineF());
     setPen(paintrules::linePen(value<unsigned int>(ATTR_STROKE_COLOR), value<double>(ATTR_STROKE_WIDTH)));
 }
 

@@ -5,7 +5,6 @@
 #include "placement/hovertext.h"
 #include "platform/contract/zelchipengine.h"
 
-#include <QGraphicsSceneDragDropEvent>
 #include <QRectF>
 
 namespace mirn::zelchipview {
@@ -52,7 +51,7 @@ QVariant ZELRectItem::itemChange(GraphicsItemChange change, const QVariant& valu
 void ZELRectItem::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
 {
     ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
-    database->hoverText().show(toolTip(), event->screenPos());
+    database->hoverText().show(toolTip(), this);
     if (acceptDragIfAllowed(event)) {
         const int id = attribute()->itemId;
         // I/O supplies belong to a whole bank; marking the one rect under the pointer would mislead.
@@ -66,6 +65,8 @@ void ZELRectItem::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
 void ZELRectItem::dragLeaveEvent(QGraphicsSceneDragDropEvent* event)
 {
     deselect();
+    // The next site has been entered by now and may have shown its own text.
+    ZELChipViewDatabase::getInstance()->hoverText().hideIfOwnedBy(this);
     QGraphicsRectItem::dragLeaveEvent(event);
 }
 

@@ -52,8 +52,9 @@ void ZELTextItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWid
 void ZELTextItem::synchronise(ElementStates)
 {
     const QString text = value<QString>(ATTR_TEXT);
-    if (toPlainText() == text)
+    if (m_shownText == text)
         return;
+    m_shownText = text;
     const QFont font = textFont();
     setFont(font); // the document then covers about as much as the text does
     setPlainText(text);

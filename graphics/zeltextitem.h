@@ -32,6 +32,7 @@ protected:
 private:
     [[nodiscard]] QFont textFont() const;
 
+    QString m_shownText; // as it was set: the document rewrites some characters
     QRectF m_glyphRect; // item coordinates
 };
 

@@ -2,6 +2,7 @@
 #include "placement/hovertext.h"
 
 #include <QPlainTextEdit>
+#include <QWindow>
 
 namespace mirn::zelchipview {
 
@@ -18,16 +19,26 @@ void HoverText::create(QWidget* view)
         Qt::Drawer | Qt::MSWindowsFixedSizeDialogHint | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     m_window->setAttribute(Qt::WA_ShowWithoutActivating);
     m_window->setFocusPolicy(Qt::NoFocus);
+    m_window->setAcceptDrops(false);
     m_window->resize(WindowSize);
 }
 
-void HoverText::show(const QString& text, const QPoint& position)
+void HoverText::show(const QString& text, const void* owner)
 {
     if (!m_window)
         return;
+    m_owner = owner;
     m_window->setPlainText(text);
-    m_window->move(position);
+    // Should the pointer get onto the window, the drag must still reach the site below.
+    m_window->winId();
+    m_window->windowHandle()->setFlag(Qt::WindowTransparentForInput);
     m_window->setVisible(!text.isEmpty());
+}
+
+void HoverText::hideIfOwnedBy(const void* owner)
+{
+    if (owner == m_owner)
+        hide();
 }
 
 void HoverText::moveTo(const QPoint& position)

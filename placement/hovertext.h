@@ -18,13 +18,16 @@ public:
     // Makes the window, as a child of the view.
     void create(QWidget* view);
 
-    // An empty text hides it.
-    void show(const QString& text, const QPoint& position);
+    // Shows the text where the window is; an empty text hides it. `owner` only serves to tell who showed it last.
+    void show(const QString& text, const void* owner);
     void moveTo(const QPoint& position);
     void hide();
+    // Only when nobody else has shown a text since.
+    void hideIfOwnedBy(const void* owner);
 
 private:
     QPointer<QPlainTextEdit> m_window;
+    const void* m_owner = nullptr;
 };
 
 } // namespace mirn::zelchipview

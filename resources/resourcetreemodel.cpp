@@ -104,8 +104,9 @@ QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem
     if (!cell)
         return nullptr;
     auto* item = new ZELChipViewTreeItem(parent); // the model's, through the list of items
-    traceSizes(*cell);
-    fillColumns(item, *cell);
+    const auto headSize = static_cast<int>(head().size());
+    traceSizes(*cell, headSize);
+    fillColumns(item, *cell, headSize);
     setIcon(item, *cell);
     item->setData(0, DRAGABLE, cell->draggable);
     item->setData(0, RESET, cell->resettable);
@@ -131,11 +132,12 @@ QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem
 }
 
 // Every column behind the first shows the first of the cell's column texts, on purpose.
-void ResourceTreeModel::fillColumns(QTreeWidgetItem* item, const zeltreeviewcell& cell)
+void ResourceTreeModel::fillColumns(QTreeWidgetItem* item, const zeltreeviewcell& cell, int headSize)
 {
-    item->setText(0, textOf(cell.name));
+    if (headSize > 0)
+        item->setText(0, textOf(cell.name));
     const QString columnText = textOf(firstValue(cell.columns));
-    for (int column = 1; column < head().size(); ++column)
+    for (int column = 1; column < headSize; ++column)
         item->setText(column, columnText);
 }
 
@@ -157,12 +159,12 @@ void ResourceTreeModel::keepId(const QString& resourceName, const zeltreeviewcel
     m_nameById.insert(id, resourceName);
 }
 
-void ResourceTreeModel::traceSizes(const zeltreeviewcell& cell) const
+void ResourceTreeModel::traceSizes(const zeltreeviewcell& cell, int headSize)
 {
     if (!isDiagTraceEnabled())
         return;
     const auto columns = static_cast<qulonglong>(cell.columns ? cell.columns->size() : 0);
-    diagTrace(qPrintable(QStringLiteral("The head size is %1").arg(m_head.size())), "parseTree");
+    diagTrace(qPrintable(QStringLiteral("The head size is %1").arg(headSize)), "parseTree");
     diagTrace(qPrintable(QStringLiteral("The child column size is %1").arg(columns)), "parseTree");
 }
 

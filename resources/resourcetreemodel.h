@@ -55,10 +55,10 @@ public:
 
 private:
     void append(QTreeWidgetItem* item);
-    void fillColumns(QTreeWidgetItem* item, const zeltreeviewcell& cell);
+    static void fillColumns(QTreeWidgetItem* item, const zeltreeviewcell& cell, int headSize);
     void setIcon(QTreeWidgetItem* item, const zeltreeviewcell& cell);
     void keepId(const QString& resourceName, const zeltreeviewcell& cell);
-    void traceSizes(const zeltreeviewcell& cell) const;
+    static void traceSizes(const zeltreeviewcell& cell, int headSize);
 
     zelchipengine* m_engine = nullptr;
     ResourceIcons m_icons;

@@ -71,9 +71,8 @@ void ZelTree::insertItems()
 {
     QList<QTreeWidgetItem*> topLevel;
     for (QTreeWidgetItem* item : std::as_const(m_items)) {
-        // Each goes to position 0, so the last of the list comes to stand first.
         if (item && !item->parent())
-            topLevel.prepend(item);
+            topLevel.append(item);
     }
     insertTopLevelItems(0, topLevel);
 }

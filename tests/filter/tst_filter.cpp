@@ -157,6 +157,7 @@ void TestFilter::missingFileLeavesSelectAll()
 {
     ChipView chip;
     chip.engine.device.filter = "/nowhere/filter.txt";
+    chip.database()->setChipEngine(&chip.engine); // builds the menu, as far as it can be
     chip.createWindow();
     QMenu* menu = chip.database()->getViewFilterMenu();
     QVERIFY(menu);

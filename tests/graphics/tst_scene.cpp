@@ -8,6 +8,7 @@
 #include <QPaintEvent>
 #include <QPlainTextEdit>
 
+#include <limits>
 #include <utility>
 
 using namespace zeltest;
@@ -33,7 +34,7 @@ public:
     void settle()
     {
         int before = -1;
-        for (int quietTurns = 0; quietTurns < 5; ++quietTurns) {
+        for (int quietTurns = 0, turns = 0; quietTurns < 5 && turns < 500; ++quietTurns, ++turns) {
             if (std::exchange(before, count) != count)
                 quietTurns = 0;
             QTest::qWait(1);
@@ -59,6 +60,7 @@ private Q_SLOTS:
     void selectingNeedsAnAttribute();
     void idleWindowPaintsNothing();
     void stateChangesRepaintOnlyWhatChanged();
+    void anotherDrawingUnderTheSameNumbers();
     void elementsThatLeaveAreForgotten();
     void hoverTextFollowsTheDragAndGoesWithIt();
 };
@@ -151,6 +153,9 @@ void TestScene::idleWindowPaintsNothing()
         chip.drawing.addLine(100 + i, i * 4, 75, i * 4 + 3, 95, 1.0);
         chip.drawing.addText(200 + i, "x", i * 4, 95, 4);
     }
+    // A document rewrites the characters of the one; the coordinates of the other are equal to nothing.
+    chip.drawing.addText(300, "12\xa0MHz\r\n", 50, 50, 10);
+    chip.drawing.addLine(301, 0, 0, std::numeric_limits<double>::quiet_NaN(), 10);
     chip.open();
     PaintCounter paints(chip.view()->viewport());
     paints.settle();
@@ -193,6 +198,22 @@ void TestScene::stateChangesRepaintOnlyWhatChanged()
     QCOMPARE(paints.count, 0);
 }
 
+void TestScene::anotherDrawingUnderTheSameNumbers()
+{
+    ChipView chip;
+    zel_Rect& rect = chip.drawing.addRect(7, 10, 10, 40, 40);
+    chip.open();
+    rect.id = 8;
+    chip.window->initGrahpicView();
+    chip.engine.device.addRecord(7, {{"fill", "#ff0000"}});
+    chip.window->refresh(REFRESH_GRAPHIC);
+    QCOMPARE(chip.colorAt({30, 30}).rgb(), 0xff808080u);
+    chip.engine.device.addRecord(8, {{"fill", "#00ff00"}});
+    chip.engine.device.addRecord(8, {{"fill", "#0000ff"}}); // the later of two records counts
+    chip.window->refresh(REFRESH_GRAPHIC);
+    QCOMPARE(chip.colorAt({30, 30}), QColor(Qt::blue));
+}
+
 void TestScene::elementsThatLeaveAreForgotten()
 {
     ChipView chip;
@@ -223,17 +244,17 @@ void TestScene::hoverTextFollowsTheDragAndGoesWithIt()
         event.setScreenPos({200, 100});
         QApplication::sendEvent(chip.scene(), &event);
     };
-    chip.database()->hoverText().show(QStringLiteral("site"), {0, 0});
+    chip.database()->hoverText().show(QStringLiteral("site"), nullptr);
     send(QEvent::GraphicsSceneDragMove);
     QCOMPARE(hoverText->pos(), QPoint(230, 130));
     send(QEvent::GraphicsSceneDragLeave);
     QVERIFY(!hoverText->isVisible());
-    chip.database()->hoverText().show(QStringLiteral("site"), {0, 0});
+    chip.database()->hoverText().show(QStringLiteral("site"), nullptr);
     chip.database()->highlightedIds().assign({7});
     send(QEvent::GraphicsSceneDrop);
     QVERIFY(!hoverText->isVisible());
     QVERIFY(chip.database()->highlightedIds().isEmpty());
-    chip.database()->hoverText().show(QString(), {0, 0});
+    chip.database()->hoverText().show(QString(), nullptr);
     QVERIFY(!hoverText->isVisible());
 }
 

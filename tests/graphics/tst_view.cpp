@@ -3,8 +3,11 @@
 #include "tests/support/testmain.h"
 
 #include <QAction>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QRubberBand>
 #include <QScrollBar>
+#include <QTimer>
 
 #include <cmath>
 
@@ -41,6 +44,7 @@ private Q_SLOTS:
     void otherButtonsReleaseAsPresses();
     void scrollByTakesTheSignsOnly_data();
     void scrollByTakesTheSignsOnly();
+    void contextMenuIsTheFilter();
     void viewWithoutSceneIsHarmless();
 };
 
@@ -213,6 +217,10 @@ void TestView::zoomModeZoomsToTheBandOrTheElement()
     QVERIFY(scale > 10);
     chip.click({180, 80}); // nothing there
     QCOMPARE(chip.view()->transform().m11(), scale);
+    chip.view()->setTransform(QTransform());
+    chip.click({75, 15});
+    const QRectF shown = chip.view()->mapToScene(chip.view()->viewport()->rect()).boundingRect();
+    QVERIFY(shown.contains(QRectF(71, 11, 18, 18)) && shown.width() < 60);
 }
 
 void TestView::panModeScrollsWithTheMouse()
@@ -231,6 +239,10 @@ void TestView::panModeScrollsWithTheMouse()
     QCOMPARE(chip.view()->verticalScrollBar()->value(), y - 30);
     QVERIFY(chip.selected().isEmpty());
     chip.mouse(QEvent::MouseMove, {10, 10}); // the pan ended with the release
+    QCOMPARE(chip.view()->horizontalScrollBar()->value(), x + 60);
+    chip.mouse(QEvent::MouseButtonPress, {200, 150});
+    chip.database()->getAction(ACTION_SELECT)->trigger(); // the mode counts, not only how the gesture began
+    chip.mouse(QEvent::MouseMove, {100, 150});
     QCOMPARE(chip.view()->horizontalScrollBar()->value(), x + 60);
 }
 
@@ -294,6 +306,24 @@ void TestView::scrollByTakesTheSignsOnly()
     QTEST(QPoint(way.x() / horizontal->singleStep(), way.y() / vertical->singleStep()), "steps");
 }
 
+void TestView::contextMenuIsTheFilter()
+{
+    ChipView chip;
+    chip.open();
+    const QPoint position(20, 20);
+    chip.mouse(QEvent::MouseButtonPress, position);
+    QWidget* popup = nullptr;
+    QTimer::singleShot(0, qApp, [&] {
+        popup = QApplication::activePopupWidget();
+        if (popup)
+            popup->close();
+    });
+    QContextMenuEvent event(QContextMenuEvent::Mouse, position, chip.view()->viewport()->mapToGlobal(position));
+    QApplication::sendEvent(chip.view()->viewport(), &event);
+    QCOMPARE(popup, static_cast<QWidget*>(chip.database()->getViewFilterMenu()));
+    QVERIFY(!chip.view()->findChild<QRubberBand*>()->isVisible());
+}
+
 void TestView::viewWithoutSceneIsHarmless()
 {
     ZelGraphicsView view(nullptr, nullptr);
@@ -306,7 +336,8 @@ void TestView::viewWithoutSceneIsHarmless()
     QCOMPARE(view.transform().m11(), 2.0);
     QVERIFY(view.getVisibleLayers().isEmpty());
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, {50, 50});
-    ZELChipViewDatabase::destoryInstance();
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, {50, 50});
+    QVERIFY(!ZELChipViewDatabase::existingInstance()); // what is left of a window makes no new controller
 }
 
 ZEL_TEST_MAIN(TestView)

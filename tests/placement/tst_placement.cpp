@@ -10,8 +10,11 @@
 #include <QAbstractButton>
 #include <QCursor>
 #include <QDragEnterEvent>
+#include <QGraphicsSceneDragDropEvent>
+#include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -31,9 +34,12 @@ public:
         engine.addCell(nullptr, "u1");
         engine.allowedSites = {"5", "6"};
         engine.probableSites = {"12", "abc", "12"};
-        drawing.addRect(5, 10, 10, 30, 30);
+        drawing.addRect(5, 10, 10, 30, 30).tooltip = "site 5";
         drawing.addRect(6, 60, 10, 30, 30);
         drawing.addRect(7, 110, 10, 30, 30);
+        drawing.addPolygon(20, {{10, 60}, {40, 60}, {10, 90}});
+        drawing.addLine(21, 60, 60, 90, 90);
+        drawing.addText(22, "text", 110, 90, 10);
         open();
         selectRow(0);
         engine.calls.clear();
@@ -76,6 +82,8 @@ void answerNextQuestion(QMessageBox::StandardButton button, QString* text)
 {
     QTimer::singleShot(0, qApp, [=] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box)
+            return;
         *text = box->text();
         if (button == QMessageBox::NoButton)
             QTest::keyClick(box, Qt::Key_Escape);
@@ -99,6 +107,9 @@ private Q_SLOTS:
     void engineIsAskedOncePerRest();
     void refusalWhenTheTimerFiresKeepsWhatIsShown();
     void backgroundEndsTheHighlight();
+    void everyKindOfElementTakesItsDrop_data();
+    void everyKindOfElementTakesItsDrop();
+    void treeStartsTheDragAndOffersItsMenu();
     void resetRefreshesWhenItWorked_data();
     void resetRefreshesWhenItWorked();
     void deletingAsksFirst_data();
@@ -157,6 +168,10 @@ void TestPlacement::dragOverSitesAndDrop()
     chip.send<QDragEnterEvent>({2, 2});
     QVERIFY(chip.send<QDragMoveEvent>({20, 20}));
     QCOMPARE(chip.selected(), QSet<int>{5});
+    // Clear of the pointer, or the text would take the drop.
+    const auto* hoverText = chip.view()->findChild<QPlainTextEdit*>();
+    QVERIFY(hoverText->isVisible());
+    QVERIFY((hoverText->pos() - QCursor::pos() - QPoint(30, 30)).manhattanLength() < 5);
     QVERIFY(!chip.send<QDragMoveEvent>({120, 20})); // refuses
     QVERIFY(!chip.isCountingDown());
     QVERIFY(chip.send<QDragMoveEvent>({70, 20}));
@@ -166,7 +181,10 @@ void TestPlacement::dragOverSitesAndDrop()
     QCOMPARE(chip.commands, QStringList{"zel_resource place -rsc {top/u1} -id 6"});
     QVERIFY(!chip.isCountingDown());
     QVERIFY(!chip.selected().contains(6));
+    QVERIFY(!hoverText->isVisible());
     QCOMPARE(chip.window->getDirtyFlag(), 0);
+    chip.database()->onHighlightProbPlaceItems(); // no site is hovered over any more
+    QCOMPARE(chip.engine.calls.back(), std::string("canDrop top/u1 -1"));
 }
 
 void TestPlacement::dropOutsideOfSitesSendsNothing()
@@ -218,9 +236,74 @@ void TestPlacement::backgroundEndsTheHighlight()
     chip.send<QDragMoveEvent>({180, 90});
     QVERIFY(!chip.isCountingDown() && chip.database()->highlightedIds().isEmpty());
     QVERIFY(chip.selected().isEmpty());
+    QVERIFY(!chip.view()->findChild<QPlainTextEdit*>()->isVisible());
     chip.database()->highlightedIds().assign({5});
     chip.leave(); // what was shown last stays
     QVERIFY(!chip.database()->highlightedIds().isEmpty());
+}
+
+void TestPlacement::everyKindOfElementTakesItsDrop_data()
+{
+    QTest::addColumn<int>("loadNumber");
+    QTest::addColumn<QStringList>("commands");
+    QTest::newRow("rect") << 1 << QStringList {"zel_resource place -rsc {top/u1} -id 5"};
+    QTest::newRow("polygon") << 4 << QStringList {"zel_resource place -rsc {top/u1} -id 20"};
+    QTest::newRow("line") << 5 << QStringList {"zel_resource place -rsc {top/u1} -id 21"};
+    QTest::newRow("a text only ends the highlight") << 6 << QStringList();
+}
+
+void TestPlacement::everyKindOfElementTakesItsDrop()
+{
+    QFETCH(int, loadNumber);
+    PlacementView chip;
+    chip.database()->highlightedIds().assign({5});
+    QGraphicsSceneDragDropEvent event(QEvent::GraphicsSceneDrop);
+    chip.scene()->sendEvent(chip.item(loadNumber), &event);
+    QTEST(chip.commands, "commands");
+    QVERIFY(chip.database()->highlightedIds().isEmpty());
+}
+
+void TestPlacement::treeStartsTheDragAndOffersItsMenu()
+{
+    class Watch final : public QObject
+    {
+    public:
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            if (event->type() == QEvent::ChildAdded && static_cast<QChildEvent*>(event)->child()->inherits("QObject"))
+                ++children;
+            return false;
+        }
+        int children = 0; // a drag is one; it cannot be told apart while it is being made
+    };
+    PlacementView chip;
+    ZelTree* tree = chip.database()->getTree(nullptr);
+    Watch watch;
+    tree->installEventFilter(&watch);
+    const QPoint row = tree->visualItemRect(tree->topLevelItem(0)).center();
+    const auto move = [&] {
+        QMouseEvent event(QEvent::MouseMove, row, tree->viewport()->mapToGlobal(row), Qt::NoButton, Qt::LeftButton,
+            Qt::NoModifier);
+        QApplication::sendEvent(tree->viewport(), &event);
+    };
+    move();
+    QCOMPARE(watch.children, 1);
+    tree->topLevelItem(0)->setData(0, DRAGABLE, false);
+    move();
+    tree->clearSelection();
+    move();
+    QCOMPARE(watch.children, 1);
+
+    QStringList menu;
+    QTimer::singleShot(0, qApp, [&] {
+        if (auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+            menu.append(popup->actions().first()->text());
+            popup->close();
+        }
+    });
+    QContextMenuEvent event(QContextMenuEvent::Mouse, row, tree->viewport()->mapToGlobal(row));
+    QApplication::sendEvent(tree->viewport(), &event);
+    QCOMPARE(menu, QStringList {"Reset"});
 }
 
 void TestPlacement::resetRefreshesWhenItWorked_data()

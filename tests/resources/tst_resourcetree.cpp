@@ -4,9 +4,6 @@
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/testmain.h"
 
-#include <QContextMenuEvent>
-#include <QHeaderView>
-
 using namespace zeltest;
 
 namespace {

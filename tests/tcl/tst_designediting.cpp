@@ -6,9 +6,11 @@
 #include "tests/engine/projectfolder.h"
 #include "tests/support/testmain.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include <csignal>
 #include <memory>
@@ -68,6 +70,8 @@ public:
         for (int index : m_engine->design().all()) {
             const auto& resource = m_engine->design().resource(index);
             facts.append(resource.path + QLatin1Char('@') + QString::number(resource.site));
+            for (const char* key : {"rate", "frequency"})
+                facts.last() += QLatin1Char(',') + m_engine->design().parameter(index, QLatin1String(key));
         }
         for (const char* key : {"CH0", "CH1"})
             facts.append(m_engine->settings().value(10, QLatin1String(key)));
@@ -126,7 +130,9 @@ private:
 const QStringList EachKind{"zel_resource place -rsc {top/my ip/a[1]$x} -id 12",
     "zel_resource place -rsc top/duo -id 20", "zel_resource place -rsc top/core -id 50",
     "zel_resource reset -ip top/core", "zel_resource place -rsc {top/{br}%2} -id 50",
-    "zel_setting -id 10 -key CH0 -value FAST", "zel_resource remove -ip top/duo",
+    "zel_setting -id 10 -key CH0 -value FAST", "zel_resource configure -ip top/duo -key rate -value 5",
+    "zel_resource configure -ip top/duo/ref -key frequency -value 62.5",
+    "zel_resource configure -ip {top/{br}%2} -key frequency -value 148.5", "zel_resource remove -ip top/duo",
     "zel_setting -id 10 -key CH1 -value OFF", "zel_resource remove -ip top/core",
     "zel_setting -id 10 -key CH1 -value FAST"};
 
@@ -149,6 +155,8 @@ private Q_SLOTS:
     void refusalsSayWhy_data();
     void refusalsSayWhy();
     void questionsAreAnswered();
+    void changesOfTheConfigureDialogAreKeptToo();
+    void configuringTheSameValueIsNoChange();
     void settingsOfTheViewAreKeptToo();
 };
 
@@ -279,6 +287,9 @@ void TestDesignEditing::foreignCommandsAreRefusedAndKept_data()
     QTest::newRow("a command of Tcl") << QByteArray("exec touch /tmp/never");
     QTest::newRow("one inside another") << QByteArray("zel_resource reset -ip [exit]");
     QTest::newRow("a question") << QByteArray("zel_resource list");
+    QTest::newRow("reading a parameter") << QByteArray("zel_resource configure -ip top/core -key frequency");
+    QTest::newRow("a parameter out of its bounds")
+        << QByteArray("zel_resource configure -ip top/core -key frequency -value 1");
     QTest::newRow("reading a setting") << QByteArray("zel_setting -id 10 -key CH0");
     QTest::newRow("a placement that the rules refuse") << QByteArray("zel_resource place -rsc top/core -id 10");
     QTest::newRow("undo") << QByteArray("undo");
@@ -317,7 +328,8 @@ void TestDesignEditing::changesThatCannotBeKeptAreRefused()
     {
         const FileSizeLimit limit(static_cast<rlim_t>(journal.size() + 10));
         for (const char* command : {"zel_resource place -rsc top/core -id 50", "zel_resource remove -ip top/duo",
-                 "zel_setting -id 10 -key CH0 -value FAST", "undo"}) {
+                 "zel_setting -id 10 -key CH0 -value FAST", "zel_resource configure -ip top/duo -key rate -value 5",
+                 "undo"}) {
             const QString answer = project.run(QLatin1String(command));
             QVERIFY2(answer.contains(QStringLiteral("the change cannot be kept in ")), qPrintable(answer));
             QCOMPARE(project.state(), state);
@@ -340,9 +352,16 @@ void TestDesignEditing::refusalsSayWhy_data()
                                << "expected integer but got \"x\"";
     QTest::newRow("too little") << "zel_resource place -rsc top/core"
                                 << "wrong # args: should be \"zel_resource place -rsc NAME -id N\"";
-    QTest::newRow("unknown verb") << "zel_resource put"
-                                  << "unknown subcommand \"put\" of zel_resource: must be get, list, place, remove, "
-                                     "reset, restore, sites, why";
+    QTest::newRow("unknown verb")
+        << "zel_resource put"
+        << "unknown subcommand \"put\" of zel_resource: must be configure, get, list, place, remove, "
+           "reset, restore, sites, why";
+    QTest::newRow("a rate that there is not") << "zel_resource configure -ip top/duo -key rate -value 4"
+                                              << "rate cannot be \"4\", expected 1.25, 2.5, 3.125, 5 or 6.25";
+    QTest::newRow("no such parameter") << "zel_resource configure -ip top/duo -key colour"
+                                       << "top/duo has no parameter \"colour\", expected \"rate\"";
+    QTest::newRow("no key") << "zel_resource configure -ip top/duo"
+                            << "wrong # args: should be \"zel_resource configure -ip NAME -key K ?-value V?\"";
     QTest::newRow("no such key") << "zel_setting -id 10 -key CH7"
                                  << "U0 has no setting \"CH7\"";
     QTest::newRow("no settings there") << "zel_setting -id 50 -key CH0"
@@ -373,6 +392,38 @@ void TestDesignEditing::questionsAreAnswered()
     QCOMPARE(project.run(QStringLiteral("zel_resource why -rsc top/core -id 50")), QString());
     QVERIFY(project.run(QStringLiteral("zel_resource why -rsc top/core -id 10")).size() > 10);
     QCOMPARE(project.run(QStringLiteral("zel_setting -id 10 -key CH0")), QStringLiteral("SLOW"));
+    QCOMPARE(project.run(QStringLiteral("zel_resource configure -ip top/duo -key rate")), QStringLiteral("2.5"));
+    QCOMPARE(project.run(QStringLiteral("dict get [zel_resource get -ip top/core] parameters frequency")),
+        QStringLiteral("100"));
+    QVERIFY(project.journal().isEmpty());
+}
+
+// As with placements: what is typed in it is a command like any other.
+void TestDesignEditing::changesOfTheConfigureDialogAreKeptToo()
+{
+    EditedProject project;
+    QTimer::singleShot(0, &project.editor(), [] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog);
+        QTest::keyClicks(dialog->focusWidget(), QStringLiteral("75"));
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    const std::string name = "top/core";
+    QCOMPARE(project.engine().config(&name), 1);
+    QVERIFY(project.journal().endsWith("zel_resource configure -ip top/core -key frequency -value 75\n"));
+    project.open();
+    const QString ask = QStringLiteral("zel_resource configure -ip top/core -key frequency");
+    QCOMPARE(project.run(ask), QStringLiteral("75"));
+    QCOMPARE(project.run(QStringLiteral("undo;") + ask), QStringLiteral("100"));
+}
+
+// Nothing changes, so there is nothing to undo.
+void TestDesignEditing::configuringTheSameValueIsNoChange()
+{
+    EditedProject project;
+    QCOMPARE(project.run(QStringLiteral("zel_resource configure -ip top/duo -key rate -value 2.50")), QString());
+    QVERIFY(project.journal().isEmpty());
+    QVERIFY(!project.editor().undoStack().canUndo());
 }
 
 // The settings dialog writes through the engine and not through a command.
