@@ -12,6 +12,8 @@ namespace {
 const QString HelpName = QStringLiteral("help");
 const QString VersionName = QStringLiteral("version");
 const QString SnapshotName = QStringLiteral("snapshot");
+const QString ScriptName = QStringLiteral("script");
+const QString BatchName = QStringLiteral("batch");
 const QString SizeName = QStringLiteral("size");
 
 // Below the smallest size the window's parts no longer fit; beyond the largest one an image would not fit into memory.
@@ -48,6 +50,8 @@ void addOptions(QCommandLineParser& parser)
     parser.addOption(QCommandLineOption(QStringList{HelpName, QStringLiteral("h")}));
     parser.addOption(QCommandLineOption(VersionName));
     parser.addOption(QCommandLineOption(SnapshotName, QString(), QStringLiteral("FILE")));
+    parser.addOption(QCommandLineOption(ScriptName, QString(), QStringLiteral("FILE")));
+    parser.addOption(QCommandLineOption(BatchName, QString(), QStringLiteral("FILE")));
     parser.addOption(QCommandLineOption(SizeName, QString(), QStringLiteral("SIZE")));
 }
 
@@ -59,9 +63,12 @@ CommandLine taskOf(const QCommandLineParser& parser)
         result.task = CommandLine::Task::PrintHelp;
     else if (parser.isSet(VersionName))
         result.task = CommandLine::Task::PrintVersion;
+    else if (parser.isSet(BatchName))
+        result.task = CommandLine::Task::RunBatch;
     else if (parser.isSet(SnapshotName))
         result.task = CommandLine::Task::SaveSnapshot;
     result.snapshotFile = parser.value(SnapshotName);
+    result.scriptFile = parser.value(parser.isSet(BatchName) ? BatchName : ScriptName);
     return result;
 }
 
@@ -76,6 +83,10 @@ CommandLine parseCommandLine(const QStringList& arguments)
     CommandLine result = taskOf(parser);
     if (result.task == CommandLine::Task::SaveSnapshot && result.snapshotFile.isEmpty())
         return usageError(QStringLiteral("--snapshot takes the name of the image file to write."));
+    if (parser.isSet(BatchName) && (parser.isSet(SnapshotName) || parser.isSet(ScriptName)))
+        return usageError(QStringLiteral("--batch shows no window; --script and --snapshot need one."));
+    if ((parser.isSet(BatchName) || parser.isSet(ScriptName)) && result.scriptFile.isEmpty())
+        return usageError(QStringLiteral("--script and --batch take the name of the Tcl file to run."));
     if (parser.isSet(SizeName)) {
         result.windowSize = windowSizeOf(parser.value(SizeName));
         if (result.windowSize.isEmpty())
@@ -100,14 +111,16 @@ QString helpText()
                           "  PROJECT_DIR            a folder with a project.json\n"
                           "  DRAWING.svg            any SVG drawing; opens with an empty design\n"
                           "\n"
+                          "  --script FILE.tcl      run a Tcl script in the window\n"
+                          "  --batch FILE.tcl       run a Tcl script without a window and end\n"
                           "  --snapshot FILE.png    render the window into an image file and end;\n"
                           "                         needs no display\n"
                           "  --size WIDTHxHEIGHT    size of the window (1600x1000)\n"
                           "  --version              print the version and end\n"
                           "  -h, --help             print this help and end\n"
                           "\n"
-                          "Exit status: 0 success, 1 something could not be opened or written,\n"
-                          "2 unknown arguments.\n");
+                          "Exit status: 0 success, 1 something could not be opened or written or\n"
+                          "the script of a batch failed, 2 unknown arguments.\n");
 }
 
 } // namespace mirn::zelchip

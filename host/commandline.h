@@ -10,11 +10,12 @@ namespace mirn::zelchip {
 // What the user asked for on the command line.
 struct CommandLine
 {
-    enum class Task { ShowWindow, SaveSnapshot, PrintHelp, PrintVersion, ReportError };
+    enum class Task { ShowWindow, SaveSnapshot, RunBatch, PrintHelp, PrintVersion, ReportError };
 
     Task task = Task::ShowWindow;
     QString path; // a project folder or a drawing; empty for the sample project
     QString snapshotFile;
+    QString scriptFile; // to run in the window, or for RunBatch without one; empty for none
     QSize windowSize = QSize(1600, 1000); // device-independent pixels
     QString error; // one sentence, for ReportError
 };

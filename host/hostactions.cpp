@@ -68,7 +68,11 @@ void HostActions::createActions(QMainWindow* window)
     openProject = newAction(window, QString(), QKeySequence::Open);
     dress(openProject, tr("&Open Project..."), "open", tr("Open a project folder"));
     openDrawing = newAction(window, tr("Open &Drawing..."), Qt::CTRL | Qt::SHIFT | Qt::Key_O);
-    saveSnapshot = newAction(window, tr("Save &Snapshot..."), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+    save = newAction(window, tr("&Save"), QKeySequence::Save);
+    undo = newAction(window, QString(), QKeySequence::Undo);
+    redo = newAction(window, QString(), QKeySequence::Redo);
+    showHistory({}, {});
+    saveSnapshot = newAction(window, tr("Save S&napshot..."), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     quit = newAction(window, tr("&Quit"), QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
 
@@ -92,9 +96,12 @@ void HostActions::fillMenus(QMainWindow* window)
     QMenu* file = window->menuBar()->addMenu(tr("&File"));
     file->addActions({openProject, openDrawing});
     file->addSeparator();
-    file->addAction(saveSnapshot);
+    file->addActions({save, saveSnapshot});
     file->addSeparator();
     file->addAction(quit);
+
+    QMenu* edit = window->menuBar()->addMenu(tr("&Edit"));
+    edit->addActions({undo, redo});
 
     m_viewMenu = window->menuBar()->addMenu(tr("&View"));
     m_endOfModesInMenu = m_viewMenu->addSeparator();
@@ -116,6 +123,14 @@ void HostActions::fillToolBar(QMainWindow* window)
     m_toolBar->addSeparator();
     m_endOfModesInToolBar = m_toolBar->addSeparator();
     m_toolBar->addActions({zoomIn, zoomOut, fit});
+}
+
+void HostActions::showHistory(const QString& undoText, const QString& redoText)
+{
+    undo->setText(undoText.isEmpty() ? tr("&Undo") : tr("&Undo %1").arg(undoText));
+    undo->setEnabled(!undoText.isEmpty());
+    redo->setText(redoText.isEmpty() ? tr("&Redo") : tr("&Redo %1").arg(redoText));
+    redo->setEnabled(!redoText.isEmpty());
 }
 
 void HostActions::addChipActions(const QMap<int, QAction*>& actions, bool hasFilter)

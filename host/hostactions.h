@@ -22,10 +22,16 @@ public:
     // When their controller goes, they disappear by themselves. The filter is greyed out where the device has none.
     void addChipActions(const QMap<int, QAction*>& actions, bool hasFilter);
 
+    // What undo and redo would step over; an empty text greys the action out.
+    void showHistory(const QString& undoText, const QString& redoText);
+
     QAction* openProject;
     QAction* openDrawing;
+    QAction* save;
     QAction* saveSnapshot;
     QAction* quit;
+    QAction* undo;
+    QAction* redo;
     QAction* zoomIn;
     QAction* zoomOut;
     QAction* fit;

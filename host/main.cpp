@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "host/batch.h"
 #include "host/commandline.h"
 #include "host/mainwindow.h"
 #include "host/projectsession.h"
@@ -8,6 +9,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QTimer>
 
 #include <clocale>
 #include <cstdio>
@@ -60,11 +62,12 @@ void useUtf8()
 // A snapshot shows no window, and comes out the same on every desktop.
 void choosePlatform(CommandLine::Task task)
 {
-    if (task == CommandLine::Task::SaveSnapshot && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    const bool needsDisplay = task != CommandLine::Task::SaveSnapshot && task != CommandLine::Task::RunBatch;
+    if (!needsDisplay && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
-int saveSnapshotOf(MainWindow& window, const QString& file)
+int saveSnapshotOf(MainWindow& window, const QString& file, const QString& scriptFile)
 {
     // Laid out as any window, but painted only once, into the image.
     window.setAttribute(Qt::WA_DontShowOnScreen);
@@ -72,7 +75,17 @@ int saveSnapshotOf(MainWindow& window, const QString& file)
     QCoreApplication::processEvents();
     window.fit();
     QString error;
+    if (!scriptFile.isEmpty() && !window.runScript(scriptFile, &error))
+        return fail(Failure, error);
     return saveSnapshot(window, file, &error) ? EXIT_SUCCESS : fail(Failure, error);
+}
+
+// The window stays, so that one can see how far the script came.
+void runScriptIn(MainWindow& window, const QString& file)
+{
+    QString error;
+    if (!window.runScript(file, &error))
+        fail(Failure, error);
 }
 
 int run(const CommandLine& commandLine)
@@ -85,11 +98,17 @@ int run(const CommandLine& commandLine)
         return fail(Failure, error);
     for (const QString& warning : session->warnings())
         printTo(stderr, QStringLiteral("zelchip: warning: %1\n").arg(warning));
+    for (const QString& message : session->recoveryMessages())
+        printTo(stderr, QStringLiteral("zelchip: %1\n").arg(message));
+    if (commandLine.task == CommandLine::Task::RunBatch)
+        return runBatch(std::move(session), commandLine.scriptFile);
     MainWindow window(std::move(session));
     window.resize(commandLine.windowSize);
     if (commandLine.task == CommandLine::Task::SaveSnapshot)
-        return saveSnapshotOf(window, commandLine.snapshotFile);
+        return saveSnapshotOf(window, commandLine.snapshotFile, commandLine.scriptFile);
     window.show();
+    if (!commandLine.scriptFile.isEmpty())
+        QTimer::singleShot(0, &window, [&] { runScriptIn(window, commandLine.scriptFile); });
     return QApplication::exec();
 }
 

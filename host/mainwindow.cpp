@@ -3,19 +3,26 @@
 
 #include "chipview/zelchipgui.h"
 #include "graphics/zelgraphicsview.h"
+#include "host/busyscript.h"
 #include "host/chipstatusbar.h"
 #include "host/chipsurface.h"
+#include "host/design/designeditor.h"
+#include "host/dragreason.h"
 #include "host/helptexts.h"
 #include "host/projectsession.h"
 #include "host/snapshot.h"
+#include "host/tcl/projecttcl.h"
+#include "host/unsavedchanges.h"
 #include "host/viewprobe.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCloseEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QIcon>
 #include <QMessageBox>
+#include <QTreeWidget>
 
 namespace mirn::zelchip {
 
@@ -39,11 +46,15 @@ void openMessageBox(
 
 MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     : m_actions(this)
+    , m_busyScript(new BusyScript(m_shell, this))
     , m_statusBar(new ChipStatusBar(this))
 {
     setWindowIcon(QIcon(QStringLiteral(":/zelchip/zelchip.png")));
     setStatusBar(m_statusBar);
+    m_refresh.setSingleShot(true);
+    connect(&m_refresh, &QTimer::timeout, this, &MainWindow::refreshView);
     connectActions();
+    connectShell();
     showSession(std::move(session));
 }
 
@@ -54,6 +65,9 @@ void MainWindow::connectActions()
     connect(m_actions.openProject, &QAction::triggered, this, &MainWindow::chooseProject);
     connect(m_actions.openDrawing, &QAction::triggered, this, &MainWindow::chooseDrawing);
     connect(m_actions.saveSnapshot, &QAction::triggered, this, &MainWindow::chooseSnapshot);
+    connect(m_actions.save, &QAction::triggered, this, &MainWindow::save);
+    connect(m_actions.undo, &QAction::triggered, this, [this] { stepDesign(&DesignEditor::undo); });
+    connect(m_actions.redo, &QAction::triggered, this, [this] { stepDesign(&DesignEditor::redo); });
     connect(m_actions.quit, &QAction::triggered, this, &QWidget::close);
     connect(m_actions.zoomIn, &QAction::triggered, this, [this] { m_surface->chipView()->zoomIn(); });
     connect(m_actions.zoomOut, &QAction::triggered, this, [this] { m_surface->chipView()->zoomOut(); });
@@ -65,11 +79,46 @@ void MainWindow::connectActions()
 
 void MainWindow::open(const QString& path)
 {
+    if (!mayLeave(editor(), this))
+        return;
+    const QString error = replaceProject(path);
+    if (!error.isEmpty())
+        showError(error);
+}
+
+QString MainWindow::replaceProject(const QString& path)
+{
     QString error;
     if (std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error))
         showSession(std::move(session));
-    else
-        showError(error);
+    return error;
+}
+
+bool MainWindow::runScript(const QString& file, QString* error)
+{
+    const TclResult result = m_shell.runFile(file);
+    *error = result.isOk ? QString() : result.text;
+    refreshView();
+    return result.isOk;
+}
+
+void MainWindow::connectShell()
+{
+    connect(&m_shell, &CommandShell::finished, this, &MainWindow::reportResult);
+    ProjectCommands commands;
+    commands.open = [this](const QString& path) {
+        // The view would go away below the command that it sent.
+        return m_shell.isAnsweringView() ? tr("no other project can be opened while the view waits for an answer")
+                                         : replaceProject(path);
+    };
+    commands.save = [this] { return editor().save(); };
+    commands.refresh = [this] {
+        refreshView();
+        return QString();
+    };
+    commands.session = [this]() -> const ProjectSession& { return m_surface->session(); };
+    addProjectCommands(m_shell.interpreter(), commands);
+    addWindowCommands(m_shell.interpreter(), *this);
 }
 
 void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
@@ -77,10 +126,12 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
     // The old one goes first: the chip view's controller exists once.
     m_surface.reset();
     m_surface = std::make_unique<ChipSurface>(std::move(session), this);
+    m_shell.setEditor(editor());
     setCentralWidget(m_surface->chipView());
     m_actions.addChipActions(*m_surface->chipView()->getActions(), m_surface->session().hasFilter());
     connectChipView();
-    setWindowTitle(tr("%1 — zelchip").arg(m_surface->session().title()));
+    connectDesign();
+    setWindowTitle(tr("%1[*] — zelchip").arg(m_surface->session().title()));
     showSummary();
     if (isVisible())
         m_surface->arrangeDocks();
@@ -89,8 +140,7 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
 
 void MainWindow::connectChipView()
 {
-    connect(m_surface->chipView(), &ZelChipGUI::sigRunTclCmd, this,
-        [this](const QString& command, int&, QString&) { refuseCommand(command); });
+    connect(m_surface->chipView(), &ZelChipGUI::sigRunTclCmd, this, &MainWindow::answerView);
     m_probe = new ViewProbe(m_surface->graphicsView());
     connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
     connect(m_probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
@@ -106,12 +156,98 @@ void MainWindow::showSummary()
     m_statusBar->setSummary(QStringLiteral("%1: %2").arg(drawing, count));
     m_statusBar->setWarnings(session.warnings());
     m_statusBar->clearMessage();
+    if (!session.recoveryMessages().isEmpty())
+        m_statusBar->showMessage(session.recoveryMessages().last(), MessageMilliseconds);
 }
 
-// There is no interpreter yet. The answer stays 0, no success, so that nothing takes the command for done.
-void MainWindow::refuseCommand(const QString& command)
+// The opposite of Tcl's own codes: non-zero is success.
+void MainWindow::answerView(const QString& command, int& ret, QString& result)
 {
-    m_statusBar->showMessage(tr("Commands are not run yet: %1").arg(command), MessageMilliseconds);
+    const TclResult answer = m_shell.run(command, CommandShell::Origin::View);
+    ret = answer.isOk ? 1 : 0;
+    result = answer.text;
+}
+
+void MainWindow::reportResult(const TclResult& result)
+{
+    if (!result.isOk)
+        m_statusBar->showMessage(result.text, MessageMilliseconds);
+}
+
+void MainWindow::connectDesign()
+{
+    connect(&editor(), &DesignEditor::changed, this, [this] {
+        showDesignState();
+        m_refresh.start(0);
+    });
+    auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // the view's
+    connect(reason, &DragReason::changed, m_statusBar, [this](const QString& text) { m_statusBar->showMessage(text); });
+    showDesignState();
+}
+
+void MainWindow::refreshView()
+{
+    m_refresh.stop();
+    m_surface->chipView()->refresh(zelchipview::REFRESH_ALL);
+    showDesignState();
+}
+
+// The view's own flag says the same of settings that were written through it.
+void MainWindow::showDesignState()
+{
+    const QUndoStack& stack = editor().undoStack();
+    m_actions.showHistory(stack.canUndo() ? stack.undoText() : QString(), stack.canRedo() ? stack.redoText() : QString());
+    const bool isModified = editor().isModified() || m_surface->chipView()->getDirtyFlag() != 0;
+    m_actions.save->setEnabled(isModified);
+    setWindowModified(isModified);
+}
+
+void MainWindow::save()
+{
+    const QString problem = editor().save();
+    if (!problem.isEmpty()) {
+        showError(problem);
+        return;
+    }
+    m_surface->chipView()->clearDirtyFlag();
+    showDesignState();
+    m_statusBar->showMessage(tr("Saved %1").arg(editor().placementFile()), MessageMilliseconds);
+}
+
+void MainWindow::stepDesign(QString (DesignEditor::*step)())
+{
+    const QString problem = (editor().*step)();
+    if (!problem.isEmpty())
+        m_statusBar->showMessage(problem, MessageMilliseconds);
+}
+
+DesignEditor& MainWindow::editor() const
+{
+    return m_surface->session().editor();
+}
+
+zelchipview::ZelChipGUI* MainWindow::chipView()
+{
+    return m_surface->chipView();
+}
+
+zelchipview::ZelGraphicsView* MainWindow::graphicsView()
+{
+    return m_surface->graphicsView();
+}
+
+QTreeWidget* MainWindow::tree()
+{
+    return m_surface->chipView()->findChild<QTreeWidget*>();
+}
+
+QString MainWindow::saveSnapshot(const QString& file)
+{
+    if (m_refresh.isActive())
+        refreshView();
+    QString error;
+    zelchip::saveSnapshot(*this, file, &error);
+    return error;
 }
 
 void MainWindow::fit()
@@ -135,6 +271,11 @@ void MainWindow::showEvent(QShowEvent* event)
     m_surface->arrangeDocks();
 }
 
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    event->setAccepted(mayLeave(editor(), this));
+}
+
 void MainWindow::chooseProject()
 {
     const QString directory = QFileDialog::getExistingDirectory(this, tr("Open Project"));
@@ -156,8 +297,8 @@ void MainWindow::chooseSnapshot()
     const QString file = QFileDialog::getSaveFileName(this, tr("Save Snapshot"), QStringLiteral("zelchip.png"), filter);
     if (file.isEmpty())
         return;
-    QString error;
-    if (saveSnapshot(*this, file, &error))
+    const QString error = saveSnapshot(file);
+    if (error.isEmpty())
         m_statusBar->showMessage(tr("Saved %1").arg(file), MessageMilliseconds);
     else
         showError(error);

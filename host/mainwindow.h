@@ -1,21 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/commandshell.h"
 #include "host/hostactions.h"
+#include "host/tcl/windowtcl.h"
 
 #include <QMainWindow>
+#include <QTimer>
 
 #include <memory>
 
 namespace mirn::zelchip {
 
+class BusyScript;
 class ChipStatusBar;
 class ChipSurface;
 class ProjectSession;
 class ViewProbe;
 
-// The program's window: menus, tool bar and status bar around the chip view of the open project.
-class MainWindow final : public QMainWindow
+// The program's window: menus, tool bar, console and status bar around the chip view of the open project. Answers the
+// commands that the view sends, and keeps the view up to date with the design.
+class MainWindow final : public QMainWindow, private WindowAccess
 {
     Q_OBJECT
 public:
@@ -26,19 +31,38 @@ public:
     // the present one stays.
     void open(const QString& path);
 
+    // Runs a script; false, with a message in *error, when it failed.
+    bool runScript(const QString& file, QString* error);
+
     void showSession(std::unique_ptr<ProjectSession> session);
 
     // Shows the whole drawing.
-    void fit();
+    void fit() override;
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void connectActions();
     void connectChipView();
+    void connectShell();
+    void connectDesign();
     void showSummary();
-    void refuseCommand(const QString& command);
+    void answerView(const QString& command, int& ret, QString& result);
+    void reportResult(const TclResult& result);
+    void refreshView();
+    void showDesignState();
+    void save();
+    void stepDesign(QString (DesignEditor::*step)());
+    [[nodiscard]] DesignEditor& editor() const;
+    [[nodiscard]] QString replaceProject(const QString& path);
+
+    zelchipview::ZelChipGUI* chipView() override;
+    zelchipview::ZelGraphicsView* graphicsView() override;
+    QTreeWidget* tree() override;
+    QString saveSnapshot(const QString& file) override;
+
     void chooseProject();
     void chooseDrawing();
     void chooseSnapshot();
@@ -47,7 +71,10 @@ private:
     void showKeys();
     void showAbout();
 
+    CommandShell m_shell;
     HostActions m_actions;
+    BusyScript* const m_busyScript; // child of the window
+    QTimer m_refresh; // brings the view up to date once after a series of changes
     ChipStatusBar* const m_statusBar; // child of the window
     std::unique_ptr<ChipSurface> m_surface;
     ViewProbe* m_probe = nullptr; // child of the graphics view

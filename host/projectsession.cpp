@@ -4,6 +4,7 @@
 #include "engine/device.h"
 #include "engine/project.h"
 #include "engine/referenceengine.h"
+#include "host/design/designeditor.h"
 #include "host/preparedparser.h"
 #include "platform/contract/mirnprojectmanager.h"
 #include "platform/contract/zelproject.h"
@@ -82,6 +83,8 @@ std::unique_ptr<ProjectSession> ProjectSession::open(const QString& path, QStrin
         isOpen = session->openDrawing(info.absoluteFilePath(), error);
     if (!isOpen || !session->readDrawing(error))
         return nullptr;
+    session->m_editor = std::make_unique<DesignEditor>(*session->m_engine, session->m_implementationDirectory);
+    session->m_recoveryMessages = session->m_editor->recover();
     return session;
 }
 

@@ -17,6 +17,7 @@ struct Project;
 
 namespace mirn::zelchip {
 
+class DesignEditor;
 class PreparedParser;
 
 // What is open: the engine of a project folder or of a bare drawing, and what the process-wide services are to know of
@@ -39,6 +40,12 @@ public:
     // The session's; for the chip view.
     [[nodiscard]] zelchipengine* engine() const;
 
+    // The way to change the design. The session's; what was saved and what the journal held is back in it.
+    [[nodiscard]] DesignEditor& editor() const { return *m_editor; }
+
+    // What a user should know of how the last session ended.
+    [[nodiscard]] const QStringList& recoveryMessages() const { return m_recoveryMessages; }
+
     // "DEVICE/PROJECT", or the drawing's file name.
     [[nodiscard]] const QString& title() const { return m_title; }
 
@@ -60,6 +67,7 @@ private:
     [[nodiscard]] QString scratchDirectory();
 
     std::unique_ptr<zelengine::ReferenceEngine> m_engine;
+    std::unique_ptr<DesignEditor> m_editor;
     std::unique_ptr<MirnProject> m_project; // until it is handed over
     std::unique_ptr<PreparedParser> m_parser; // until it is handed over
     std::unique_ptr<QTemporaryDir> m_temporaryDirectory; // where there is no place for cached files
@@ -68,6 +76,7 @@ private:
     QString m_drawingFile;
     QString m_implementationDirectory;
     QStringList m_warnings;
+    QStringList m_recoveryMessages;
     bool m_isActive = false;
 };
 

@@ -96,10 +96,6 @@ ConsoleOutput::ConsoleOutput(QWidget* parent)
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setMaximumBlockCount(MostLines);
-    // A selection up to the end must not grow when more comes.
-    QTextCursor cursor = textCursor();
-    cursor.setKeepPositionOnInsert(true);
-    setTextCursor(cursor);
     m_gutter->installEventFilter(this);
     connect(this, &QPlainTextEdit::updateRequest, m_gutter, QOverload<>::of(&QWidget::update));
     addMenuActions();

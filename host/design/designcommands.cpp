@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/design/designcommands.h"
 
+#include "engine/resourceparameter.h"
 #include "host/tcl/tclinterpreter.h"
 
 #include <algorithm>
@@ -64,6 +65,23 @@ std::vector<Move> movesBetween(const Design& from, const Design& to)
     return result;
 }
 
+QStringList configurations(const Design& from, const Design& to)
+{
+    QStringList commands;
+    for (int index : to.all()) {
+        const Resource& resource = to.resource(index);
+        const int before = from.find(resource.path);
+        for (const zelengine::ResourceParameter& parameter : zelengine::parametersOf(resource.type)) {
+            const QString& key = parameter.key;
+            // What comes back is as the design file has it.
+            const QString old = before < 0 ? to.originalParameter(index, key) : from.parameter(before, key);
+            if (to.parameter(index, key) != old)
+                commands.append(configure(resource.path, key, to.parameter(index, key)));
+        }
+    }
+    return commands;
+}
+
 // Calls `visit` for each setting, in a fixed order.
 template <typename Visitor> void forEach(const SettingChanges& changes, const Visitor& visit)
 {
@@ -99,6 +117,12 @@ QString remove(const QString& resource)
 QString restore(const QString& resource)
 {
     return TclInterpreter::list({ResourceCommand, QStringLiteral("restore"), QStringLiteral("-ip"), resource});
+}
+
+QString configure(const QString& resource, const QString& key, const QString& value)
+{
+    return TclInterpreter::list({ResourceCommand, QStringLiteral("configure"), QStringLiteral("-ip"), resource,
+        QStringLiteral("-key"), key, QStringLiteral("-value"), value});
 }
 
 QString setting(int site, const QString& key, const QString& value)
@@ -137,7 +161,7 @@ QStringList settings(const SettingChanges& from, const SettingChanges& to, const
 
 QStringList between(const Design& from, const Design& to)
 {
-    return removals(from, to) + restorations(from, to) + moves(movesBetween(from, to));
+    return removals(from, to) + restorations(from, to) + moves(movesBetween(from, to)) + configurations(from, to);
 }
 
 } // namespace mirn::zelchip::designcommands

@@ -20,6 +20,7 @@ namespace designcommands {
 [[nodiscard]] QString reset(const QString& resource);
 [[nodiscard]] QString remove(const QString& resource);
 [[nodiscard]] QString restore(const QString& resource);
+[[nodiscard]] QString configure(const QString& resource, const QString& key, const QString& value);
 [[nodiscard]] QString setting(int site, const QString& key, const QString& value);
 
 // A resource that changed its site; -1 is none.

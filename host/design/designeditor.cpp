@@ -2,6 +2,7 @@
 #include "host/design/designeditor.h"
 
 #include "engine/referenceengine.h"
+#include "engine/resourceparameter.h"
 #include "host/design/designcommands.h"
 #include "host/tcl/designtcl.h"
 #include "host/tcl/tclinterpreter.h"
@@ -24,6 +25,36 @@ const char PlacementFile[] = "/placement.tcl";
 const char JournalFile[] = "/journal.tcl";
 
 } // namespace
+
+struct DesignEditor::Change
+{
+    enum class Branch { Stays, Goes, ComesBack }; // what becomes of a resource with everything below it
+
+    struct Parameter
+    {
+        int resource;
+        QString key;
+        QString before;
+        QString after;
+    };
+
+    [[nodiscard]] bool removes(bool isForward) const
+    {
+        return branch == (isForward ? Branch::Goes : Branch::ComesBack);
+    }
+    [[nodiscard]] bool restores(bool isForward) const { return removes(!isForward); }
+
+    QString text; // for the undo menu
+    Branch branch = Branch::Stays;
+    QString branchPath; // of what goes or comes back
+    // Of what goes, only what would not come back with it.
+    std::vector<Placement> sitesBefore;
+    std::vector<Placement> sitesAfter; // of the same resources
+    std::vector<Parameter> parameters;
+    int settingsSite = -1; // the carrier of settings that change
+    zelengine::SiteSettingChanges settingsBefore;
+    zelengine::SiteSettingChanges settingsAfter;
+};
 
 // The change itself is made before the command is pushed, when it could still be refused.
 class DesignEditor::ChangeCommand final : public QUndoCommand
@@ -58,11 +89,15 @@ DesignEditor::DesignEditor(zelengine::ReferenceEngine& engine, const QString& im
 {
     engine.setSettingWriter(
         [this](int site, const QString& key, const QString& value) { return setSetting(site, key, value); });
+    engine.setParameterWriter([this](const QString& resource, const QString& key, const QString& value) {
+        return configure(resource, key, value);
+    });
 }
 
 DesignEditor::~DesignEditor()
 {
     m_engine.setSettingWriter(nullptr);
+    m_engine.setParameterWriter(nullptr);
 }
 
 QString DesignEditor::placementFile() const
@@ -97,47 +132,75 @@ QString DesignEditor::changeSites(const QString& text, const QString& command, c
     change.sitesAfter = proposal.placements;
     for (const Placement& placement : proposal.placements)
         change.sitesBefore.push_back({placement.resource, m_engine.design().resource(placement.resource).site});
-    change.settingsBefore = change.settingsAfter = m_engine.settings().changes();
     return commit(change, command);
 }
 
 QString DesignEditor::remove(const QString& resource)
 {
-    return changeTree(
-        tr("Delete %1").arg(resource), designcommands::remove(resource), &zelengine::ReferenceEngine::remove, resource);
+    const zelengine::Design& design = m_engine.design();
+    const int top = design.find(resource);
+    if (top < 0)
+        return tr("there is no resource \"%1\"").arg(resource);
+    Change change;
+    change.text = tr("Delete %1").arg(resource);
+    change.branch = Change::Branch::Goes;
+    change.branchPath = resource;
+    for (int index : design.subtree(top)) {
+        const zelengine::Resource& part = design.resource(index);
+        if (part.site >= 0 && !part.fixed) {
+            change.sitesBefore.push_back({index, part.site});
+            change.sitesAfter.push_back({index, -1});
+        }
+        for (const zelengine::ResourceParameter& parameter : zelengine::parametersOf(part.type)) {
+            const QString value = design.parameter(index, parameter.key);
+            const QString original = design.originalParameter(index, parameter.key);
+            if (value != original)
+                change.parameters.push_back({index, parameter.key, value, original});
+        }
+    }
+    return commit(change, designcommands::remove(resource));
 }
 
+// The engine alone knows whether it can be done, and tells by doing it.
 QString DesignEditor::restore(const QString& resource)
 {
-    return changeTree(tr("Restore %1").arg(resource), designcommands::restore(resource),
-        &zelengine::ReferenceEngine::restore, resource);
-}
-
-QString DesignEditor::changeTree(const QString& text, const QString& command,
-    QString (zelengine::ReferenceEngine::*operation)(const QString&), const QString& resource)
-{
-    Change change;
-    change.text = text;
-    change.designBefore = m_engine.design();
-    const QString refusal = (m_engine.*operation)(resource);
+    const QString refusal = m_engine.restore(resource);
     if (!refusal.isEmpty())
         return refusal;
-    change.designAfter = m_engine.design();
-    m_engine.setDesign(*change.designBefore);
-    change.settingsBefore = change.settingsAfter = m_engine.settings().changes();
-    return commit(change, command);
+    (void)m_engine.remove(resource);
+    Change change;
+    change.text = tr("Restore %1").arg(resource);
+    change.branch = Change::Branch::ComesBack;
+    change.branchPath = resource;
+    return commit(change, designcommands::restore(resource));
+}
+
+QString DesignEditor::configure(const QString& resource, const QString& key, const QString& value)
+{
+    const auto configuration = m_engine.proposeConfiguration(resource, key, value);
+    if (!configuration.isAllowed())
+        return configuration.refusal;
+    const QString before = m_engine.design().parameter(configuration.resource, key);
+    if (configuration.value == before)
+        return {};
+    Change change;
+    change.text = tr("Configure %1").arg(resource);
+    change.parameters.push_back({configuration.resource, key, before, configuration.value});
+    return commit(change, designcommands::configure(resource, key, configuration.value));
 }
 
 QString DesignEditor::setSetting(int site, const QString& key, const QString& value)
 {
+    const zelengine::Site* carrier = m_engine.settings().carrier(site);
     Change change;
     change.text = tr("Set %1").arg(key);
-    change.settingsBefore = m_engine.settings().changes();
+    change.settingsSite = carrier ? carrier->id : -1;
+    change.settingsBefore = m_engine.settings().changes().value(change.settingsSite);
     const QString refusal = m_engine.setSetting(site, key, value);
     if (!refusal.isEmpty())
         return refusal;
-    change.settingsAfter = m_engine.settings().changes();
-    m_engine.setSettingChanges(change.settingsBefore);
+    change.settingsAfter = m_engine.settings().changes().value(change.settingsSite);
+    m_engine.setSettingChanges(change.settingsSite, change.settingsBefore);
     return commit(change, designcommands::setting(site, key, value));
 }
 
@@ -153,35 +216,54 @@ QString DesignEditor::commit(const Change& change, const QString& command)
     return {};
 }
 
+// What goes or comes back was asked for when the change was new, and the design is again as it was then.
 void DesignEditor::apply(const Change& change, bool isForward)
 {
-    const auto& design = isForward ? change.designAfter : change.designBefore;
-    if (design)
-        m_engine.setDesign(*design);
+    if (change.removes(isForward)) {
+        (void)m_engine.remove(change.branchPath);
+        return;
+    }
+    if (change.restores(isForward))
+        (void)m_engine.restore(change.branchPath);
     m_engine.setSites(isForward ? change.sitesAfter : change.sitesBefore);
-    m_engine.setSettingChanges(isForward ? change.settingsAfter : change.settingsBefore);
+    for (const Change::Parameter& parameter : change.parameters)
+        m_engine.setParameter(parameter.resource, parameter.key, isForward ? parameter.after : parameter.before);
+    if (change.settingsSite >= 0)
+        m_engine.setSettingChanges(change.settingsSite, isForward ? change.settingsAfter : change.settingsBefore);
 }
 
 QStringList DesignEditor::commandsFor(const Change& change, bool isForward) const
 {
-    const auto defaults = [this](int site, const QString& key) { return defaultSetting(site, key); };
-    const auto& settingsFrom = isForward ? change.settingsBefore : change.settingsAfter;
-    const auto& settingsTo = isForward ? change.settingsAfter : change.settingsBefore;
-    const QStringList settings = designcommands::settings(settingsFrom, settingsTo, defaults);
-    if (change.designBefore) {
-        const auto& from = isForward ? *change.designBefore : *change.designAfter;
-        return designcommands::between(from, isForward ? *change.designAfter : *change.designBefore) + settings;
-    }
+    if (change.removes(isForward))
+        return {designcommands::remove(change.branchPath)};
+    QStringList commands;
+    if (change.restores(isForward))
+        commands.append(designcommands::restore(change.branchPath));
     std::vector<designcommands::Move> moves;
     for (std::size_t i = 0; i < change.sitesBefore.size(); ++i) {
-        const QString& path = m_engine.design().resource(change.sitesBefore[i].resource).path;
-        designcommands::Move move{path, change.sitesBefore[i].site, change.sitesAfter[i].site};
+        designcommands::Move move{
+            path(change.sitesBefore[i].resource), change.sitesBefore[i].site, change.sitesAfter[i].site};
         if (!isForward)
             std::swap(move.from, move.to);
         if (move.from != move.to)
             moves.push_back(move);
     }
-    return designcommands::moves(moves) + settings;
+    commands += designcommands::moves(moves);
+    for (const Change::Parameter& parameter : change.parameters)
+        commands.append(designcommands::configure(
+            path(parameter.resource), parameter.key, isForward ? parameter.after : parameter.before));
+    if (change.settingsSite < 0)
+        return commands;
+    const auto defaults = [this](int site, const QString& key) { return defaultSetting(site, key); };
+    const zelengine::SettingChanges before{{change.settingsSite, change.settingsBefore}};
+    const zelengine::SettingChanges after{{change.settingsSite, change.settingsAfter}};
+    return commands + designcommands::settings(isForward ? before : after, isForward ? after : before, defaults);
+}
+
+// Of a resource that is there or was removed.
+QString DesignEditor::path(int resource) const
+{
+    return m_engine.design().resource(resource).path;
 }
 
 QString DesignEditor::undo()
@@ -231,11 +313,17 @@ QString DesignEditor::save()
         = commands.isEmpty() ? QByteArray() : (commands.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
         return tr("the placements cannot be saved in %1: %2").arg(placementFile(), file.errorString());
+    m_savedState = content;
     m_undoStack.setClean();
     m_hasUnsavedPast = false;
     const QString obstacle = m_journal.startAfter(content);
     Q_EMIT changed();
     return obstacle;
+}
+
+QString DesignEditor::discard()
+{
+    return m_journal.startAfter(m_savedState);
 }
 
 QStringList DesignEditor::recover()
@@ -273,7 +361,8 @@ void DesignEditor::replaySaved(QStringList& messages)
         messages.append(content.error);
     if (content.hasTornEnd)
         messages.append(tr("%1: the last line is cut off and was not read.").arg(placementFile()));
-    m_journal.startsAfter(content.bytes);
+    m_savedState = content.bytes;
+    m_journal.startsAfter(m_savedState);
     QStringList accepted;
     const QStringList refusals = replay(content.commands, &accepted);
     for (const QString& refusal : refusals)

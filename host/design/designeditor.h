@@ -11,8 +11,6 @@
 #include <QStringList>
 #include <QUndoStack>
 
-#include <optional>
-
 namespace mirn::zelengine {
 class ReferenceEngine;
 }
@@ -40,6 +38,7 @@ public:
     QString reset(const QString& resource);
     QString remove(const QString& resource);
     QString restore(const QString& resource);
+    QString configure(const QString& resource, const QString& key, const QString& value);
     QString setSetting(int site, const QString& key, const QString& value);
 
     QString undo();
@@ -47,6 +46,10 @@ public:
 
     // Writes the placements and settings and starts a new journal.
     QString save();
+
+    // Forgets what changed since the last save, for a design that is about to be closed: the journal is emptied, the
+    // engine is left as it is.
+    QString discard();
 
     // Whether anything changed since the last save.
     [[nodiscard]] bool isModified() const { return !m_undoStack.isClean() || m_hasUnsavedPast; }
@@ -61,24 +64,15 @@ Q_SIGNALS:
     void changed();
 
 private:
-    struct Change
-    {
-        QString text; // for the undo menu
-        std::vector<zelengine::Placement> sitesBefore;
-        std::vector<zelengine::Placement> sitesAfter;
-        std::optional<zelengine::Design> designBefore; // only where resources come or go
-        std::optional<zelengine::Design> designAfter;
-        zelengine::SettingChanges settingsBefore;
-        zelengine::SettingChanges settingsAfter;
-    };
+    // No larger than what it is about, so that a long history costs no more than its changes.
+    struct Change;
     class ChangeCommand;
 
     QString changeSites(const QString& text, const QString& command, const zelengine::Proposal& proposal);
-    QString changeTree(const QString& text, const QString& command,
-        QString (zelengine::ReferenceEngine::*change)(const QString&), const QString& resource);
     QString commit(const Change& change, const QString& command);
     void apply(const Change& change, bool isForward);
     [[nodiscard]] QStringList commandsFor(const Change& change, bool isForward) const;
+    [[nodiscard]] QString path(int resource) const;
     QString step(int index, bool isForward);
     [[nodiscard]] QString defaultSetting(int site, const QString& key) const;
     QString keep(const QStringList& commands);
@@ -88,6 +82,7 @@ private:
 
     zelengine::ReferenceEngine& m_engine;
     const QString m_directory;
+    QByteArray m_savedState; // the content of the placement file
     Journal m_journal;
     QUndoStack m_undoStack;
     zelengine::Design m_pristine; // as the design file has it

@@ -2,6 +2,7 @@
 #include "host/tcl/designtcl.h"
 
 #include "engine/referenceengine.h"
+#include "engine/resourceparameter.h"
 #include "host/design/designeditor.h"
 #include "host/tcl/arguments.h"
 
@@ -52,9 +53,22 @@ TclResult withName(const QStringList& words, const char* verb, const QString& op
     return arguments.isOk() ? function(name) : arguments.error();
 }
 
+const char ConfigureUsage[] = "zel_resource configure -ip NAME -key K ?-value V?";
+
+TclResult configure(DesignEditor& editor, const QStringList& words)
+{
+    Arguments arguments(words, QLatin1String(ConfigureUsage), {IpOption, KeyOption, ValueOption});
+    const QString resource = arguments.text(IpOption);
+    const QString key = arguments.text(KeyOption);
+    const QString value = arguments.text(ValueOption);
+    arguments.positional(0, 0);
+    return arguments.isOk() ? resultOf(editor.configure(resource, key, value)) : arguments.error();
+}
+
 Subcommands changes(DesignEditor& editor)
 {
     return {
+        {QStringLiteral("configure"), [&](const QStringList& words) { return configure(editor, words); }},
         {QStringLiteral("place"),
             [&](const QStringList& words) {
                 return withResourceAndSite(words, "place",
@@ -99,6 +113,19 @@ TclResult list(const ReferenceEngine& engine, const QStringList& words)
     return TclResult::value(TclInterpreter::list(names));
 }
 
+// Without a value it asks for the one in force; with one it is a change.
+TclResult configureOrTell(DesignEditor& editor, const QStringList& words)
+{
+    Arguments arguments(words, QLatin1String(ConfigureUsage), {IpOption, KeyOption, ValueOption});
+    const QString name = arguments.text(IpOption);
+    const QString key = arguments.text(KeyOption);
+    arguments.positional(0, 0);
+    if (!arguments.isOk() || arguments.has(ValueOption))
+        return configure(editor, words);
+    const ReferenceEngine::Configuration inForce = editor.engine().configuration(name, key);
+    return inForce.isAllowed() ? TclResult::value(inForce.value) : TclResult::error(inForce.refusal);
+}
+
 // A dictionary of what is known of a resource.
 TclResult get(const ReferenceEngine& engine, const QString& name)
 {
@@ -110,10 +137,13 @@ TclResult get(const ReferenceEngine& engine, const QString& name)
     QStringList children;
     for (int child : resource.children)
         children.append(engine.design().resource(child).path);
+    QStringList parameters;
+    for (const zelengine::ResourceParameter& parameter : zelengine::parametersOf(resource.type))
+        parameters += QStringList{parameter.key, engine.design().parameter(index, parameter.key)};
     const QStringList facts{QStringLiteral("name"), resource.path, QStringLiteral("id"),
         site ? QString::number(site->id) : QString(), QStringLiteral("site"), site ? site->name : QString(),
-        QStringLiteral("fixed"), QString::number(resource.fixed ? 1 : 0), QStringLiteral("children"),
-        TclInterpreter::list(children)};
+        QStringLiteral("fixed"), QString::number(resource.fixed ? 1 : 0), QStringLiteral("parameters"),
+        TclInterpreter::list(parameters), QStringLiteral("children"), TclInterpreter::list(children)};
     return TclResult::value(TclInterpreter::list(facts));
 }
 
@@ -199,6 +229,7 @@ void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor)
 {
     Subcommands all = changes(editor);
     all.merge(questions(editor.engine()));
+    all[QStringLiteral("configure")] = [&](const QStringList& words) { return configureOrTell(editor, words); };
     interpreter.addCommand(QStringLiteral("zel_resource"), ensemble(std::move(all)));
     interpreter.addCommand(
         QStringLiteral("zel_setting"), [&editor](const QStringList& words) { return setting(editor, words, true); });

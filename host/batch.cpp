@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "host/batch.h"
+
+#include "host/commandshell.h"
+#include "host/design/designeditor.h"
+#include "host/projectsession.h"
+#include "host/tcl/projecttcl.h"
+#include "host/tcl/windowtcl.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace mirn::zelchip {
+
+namespace {
+
+void print(FILE* stream, const QString& text)
+{
+    std::fputs(text.toLocal8Bit().constData(), stream);
+    std::fflush(stream);
+}
+
+} // namespace
+
+int runBatch(std::unique_ptr<ProjectSession> session, const QString& scriptFile)
+{
+    CommandShell shell;
+    QObject::connect(&shell, &CommandShell::wrote, &shell, [](const QString& text, TclInterpreter::Channel channel) {
+        print(channel == TclInterpreter::Channel::Error ? stderr : stdout, text);
+    });
+    ProjectCommands commands;
+    commands.open = [&](const QString& path) {
+        QString error;
+        std::unique_ptr<ProjectSession> other = ProjectSession::open(path, &error);
+        if (!other)
+            return error;
+        shell.setEditor(other->editor());
+        session = std::move(other);
+        return QString();
+    };
+    commands.save = [&] { return session->editor().save(); };
+    commands.refresh = [] { return QString(); };
+    commands.session = [&]() -> const ProjectSession& { return *session; };
+    addProjectCommands(shell.interpreter(), commands);
+    addWindowlessCommands(shell.interpreter());
+    shell.setEditor(session->editor());
+
+    const TclResult result = shell.runFile(scriptFile);
+    if (!result.isOk)
+        print(stderr, QStringLiteral("zelchip: %1\n").arg(result.text));
+    return result.isOk ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+} // namespace mirn::zelchip

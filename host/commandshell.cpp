@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#include "host/commandshell.h"
+
+#include "host/tcl/designtcl.h"
+
+#include <QFile>
+
+namespace mirn::zelchip {
+
+CommandShell::CommandShell(QObject* parent)
+    : QObject(parent)
+{
+    m_interpreter.setOutput(
+        [this](const QString& text, TclInterpreter::Channel channel) { Q_EMIT wrote(text, channel); });
+    m_interpreter.setBusyHandler([this] { Q_EMIT busy(); });
+}
+
+CommandShell::~CommandShell() = default;
+
+void CommandShell::setEditor(DesignEditor& editor)
+{
+    addDesignCommands(m_interpreter, editor);
+}
+
+TclResult CommandShell::run(const QString& script, Origin origin)
+{
+    Q_EMIT started(script, origin);
+    m_viewCommands += origin == Origin::View ? 1 : 0;
+    const TclResult result = m_interpreter.evaluate(script);
+    m_viewCommands -= origin == Origin::View ? 1 : 0;
+    Q_EMIT finished(result, origin);
+    return result;
+}
+
+TclResult CommandShell::runFile(const QString& file)
+{
+    // Tcl's own source gives the line of an error in its trace.
+    const TclResult result = m_interpreter.evaluate(TclInterpreter::list({QStringLiteral("source"),
+        QStringLiteral("-encoding"), QStringLiteral("utf-8"), QFile::decodeName(QFile::encodeName(file))}));
+    if (result.isOk)
+        return result;
+    const QString place = QStringLiteral("(file \"%1\" line ").arg(file);
+    const QString trace = m_interpreter.errorTrace();
+    const auto at = trace.indexOf(place);
+    if (at < 0)
+        return TclResult::error(QStringLiteral("%1: %2").arg(file, result.text));
+    const auto begin = at + place.size();
+    const QString line = trace.mid(begin, trace.indexOf(QLatin1Char(')'), begin) - begin);
+    return TclResult::error(QStringLiteral("%1:%2: %3").arg(file, line, result.text));
+}
+
+void CommandShell::cancel()
+{
+    m_interpreter.cancel();
+}
+
+} // namespace mirn::zelchip
