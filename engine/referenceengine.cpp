@@ -138,34 +138,36 @@ QString ReferenceEngine::apply(const Proposal& proposal)
     return {};
 }
 
+ReferenceEngine::Configuration ReferenceEngine::configuration(const QString& resource, const QString& key) const
+{
+    const int index = m_design.find(resource);
+    if (index < 0)
+        return {index, key, {}, noSuchResource(resource)};
+    const ResourceType type = m_design.resource(index).type;
+    if (!findParameter(type, key))
+        return {index, key, {}, noSuchParameter(resource, type, key)};
+    return {index, key, m_design.parameter(index, key), {}};
+}
+
 ReferenceEngine::Configuration ReferenceEngine::proposeConfiguration(
     const QString& resource, const QString& key, const QString& value) const
 {
-    Configuration result{m_design.find(resource), key, {}, {}};
-    if (result.resource < 0) {
-        result.refusal = noSuchResource(resource);
+    Configuration result = configuration(resource, key);
+    if (!result.isAllowed())
         return result;
-    }
-    const ResourceType type = m_design.resource(result.resource).type;
-    const ResourceParameter* parameter = findParameter(type, key);
-    if (!parameter) {
-        result.refusal = noSuchParameter(resource, type, key);
-        return result;
-    }
-    const std::optional<QString> accepted = parameter->accepted(value);
-    if (accepted)
-        result.value = *accepted;
-    else
-        result.refusal = QStringLiteral("%1 cannot be \"%2\", expected %3").arg(key, value, parameter->expectation());
+    const ResourceParameter& parameter = *findParameter(m_design.resource(result.resource).type, key);
+    result.value = parameter.accepted(value).value_or(QString());
+    if (result.value.isEmpty())
+        result.refusal = QStringLiteral("%1 cannot be \"%2\", expected %3").arg(key, value, parameter.expectation());
     return result;
 }
 
 QString ReferenceEngine::configure(const QString& resource, const QString& key, const QString& value)
 {
-    const Configuration configuration = proposeConfiguration(resource, key, value);
-    if (configuration.isAllowed())
-        setParameter(configuration.resource, key, configuration.value);
-    return configuration.refusal;
+    const Configuration proposal = proposeConfiguration(resource, key, value);
+    if (proposal.isAllowed())
+        setParameter(proposal.resource, key, proposal.value);
+    return proposal.refusal;
 }
 
 void ReferenceEngine::setParameter(int resource, const QString& key, const QString& value)

@@ -50,7 +50,7 @@ public:
     // Puts resources where they are said to have been, without asking the rules.
     void setSites(const std::vector<Placement>& placements);
 
-    // A change of a parameter, before it is made: the value in its one spelling, or one sentence that says why not.
+    // A parameter of a resource with a value, or one sentence that says why there is none.
     struct Configuration
     {
         int resource = -1;
@@ -60,6 +60,8 @@ public:
 
         [[nodiscard]] bool isAllowed() const { return refusal.isEmpty(); }
     };
+    [[nodiscard]] Configuration configuration(const QString& resource, const QString& key) const; // in force
+    // A change before it is made; gives the value in its one spelling.
     [[nodiscard]] Configuration proposeConfiguration(
         const QString& resource, const QString& key, const QString& value) const;
     [[nodiscard]] QString configure(const QString& resource, const QString& key, const QString& value);
@@ -76,8 +78,8 @@ public:
     // and undone; gives what setSetting() would. None: the engine itself.
     using SettingWriter = std::function<QString(int site, const QString& key, const QString& value)>;
     void setSettingWriter(SettingWriter writer) { m_settingWriter = std::move(writer); }
-    // Goes back to settings that settings().changes() gave earlier.
-    void setSettingChanges(const SettingChanges& changes) { m_settings.setChanges(changes); }
+    // Goes back to what settings().changes() had earlier for a site.
+    void setSettingChanges(int carrier, const SiteSettingChanges& changes) { m_settings.setChanges(carrier, changes); }
 
     [[nodiscard]] zelchipdata* chip() override;
     [[nodiscard]] zeltreeviewcell* tree() override;

@@ -115,6 +115,14 @@ std::map<std::string, std::vector<std::string>> SettingStore::offers(int siteId)
     return result;
 }
 
+void SettingStore::setChanges(int carrier, const SiteSettingChanges& changes)
+{
+    if (changes.isEmpty())
+        m_changes.remove(carrier);
+    else
+        m_changes.insert(carrier, changes);
+}
+
 QString SettingStore::valueOf(const Site& site, const SiteSetting& setting) const
 {
     return m_changes.value(site.id).value(setting.key, setting.value);

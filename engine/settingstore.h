@@ -15,8 +15,9 @@ class Device;
 struct Site;
 struct SiteSetting;
 
-// What differs from a fresh device: by site id, then by key.
-using SettingChanges = QHash<int, QHash<QString, QString>>;
+// What differs from a fresh device: by key, and by the id of the site that carries the settings.
+using SiteSettingChanges = QHash<QString, QString>;
+using SettingChanges = QHash<int, SiteSettingChanges>;
 
 // The settings of the device's sites: what can be chosen, what is in force. A key of the form "A:B" offers choices that
 // hold for A and B together: they are set through A or B and then are in force for both.
@@ -37,7 +38,7 @@ public:
     [[nodiscard]] std::map<std::string, std::vector<std::string>> offers(int site) const;
 
     [[nodiscard]] const SettingChanges& changes() const { return m_changes; }
-    void setChanges(const SettingChanges& changes) { m_changes = changes; }
+    void setChanges(int carrier, const SiteSettingChanges& changes);
 
 private:
     [[nodiscard]] QString valueOf(const Site& site, const SiteSetting& setting) const;
