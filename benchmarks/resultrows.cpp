@@ -44,6 +44,7 @@ const std::vector<FactRow>& factRows()
         {"elements drawn at 30x", "bare QPainter at 30x", "drawn"},
         {"memory per element, bytes", "memory", "bytes"},
         {"paint events until the window rests after opening", "rest", "paints to rest"},
+        {"paint events that a full repaint brings about", "full repaint at fit", "further paints"},
         {"paint events while idle for half a second", "rest", "idle paints"},
         {"pixels asked for by a pan of 50 pixels", "pan by 50 pixels at 4x", "pixels"},
         {"pixels asked for by the selection of one element", "select one element", "pixels"},
