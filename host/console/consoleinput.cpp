@@ -15,6 +15,7 @@ namespace mirn::zelchip {
 namespace {
 
 constexpr int MostVisibleLines = 8; // the input scrolls beyond
+constexpr int Slack = 2; // pixels; a view that just fits its lines would scroll by one
 
 } // namespace
 
@@ -192,7 +193,7 @@ void ConsoleInput::adjustHeight()
     // The layout of plain text counts its height in lines.
     const int lines = std::clamp(qRound(document()->size().height()), 1, MostVisibleLines);
     const int margins = 2 * (qRound(document()->documentMargin()) + frameWidth());
-    setFixedHeight(lines * fontMetrics().lineSpacing() + margins);
+    setFixedHeight(lines * fontMetrics().lineSpacing() + margins + Slack);
 }
 
 } // namespace mirn::zelchip

@@ -11,6 +11,7 @@
 #include <QTextBlock>
 
 #include <algorithm>
+#include <utility>
 
 namespace mirn::zelchip {
 
@@ -23,6 +24,7 @@ constexpr double MarkSize = 0.85; // of the text's
 constexpr int ContinuationFlag = 0x100; // in a block's state, which holds the kind of its line: not the first line
 constexpr int UnusedState = -1;
 constexpr int MostCandidates = 200;
+constexpr int MostPending = 64 * 1024; // characters
 constexpr int ColumnGap = 2; // characters
 
 Kind kindOf(const QTextBlock& block)
@@ -77,6 +79,17 @@ QString printable(QString line)
     return line;
 }
 
+// With line ends alone between the lines.
+QString bounded(const QString& text)
+{
+    QString shown = beginning(text, std::min(static_cast<int>(text.size()), ConsoleOutput::LongestText));
+    shown.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    if (text.size() > ConsoleOutput::LongestText)
+        shown += ConsoleOutput::tr("\n\u2026 %L1 more characters left out\n")
+                     .arg(text.size() - ConsoleOutput::LongestText);
+    return shown;
+}
+
 QFont markFont(QFont font)
 {
     if (font.pixelSize() > 0)
@@ -96,6 +109,9 @@ ConsoleOutput::ConsoleOutput(QWidget* parent)
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setMaximumBlockCount(MostLines);
+    m_flushTimer.setSingleShot(true);
+    m_flushTimer.setInterval(0);
+    connect(&m_flushTimer, &QTimer::timeout, this, &ConsoleOutput::flush);
     m_gutter->installEventFilter(this);
     connect(this, &QPlainTextEdit::updateRequest, m_gutter, QOverload<>::of(&QWidget::update));
     addMenuActions();
@@ -121,19 +137,33 @@ void ConsoleOutput::addMenuActions()
 
 void ConsoleOutput::append(Kind kind, const QString& text)
 {
+    flush();
     if (text.isEmpty())
         return;
-    write(kind, text, false);
+    write(kind, bounded(text), false);
     m_isLineOpen = false;
 }
 
 void ConsoleOutput::continueWith(Kind kind, const QString& text)
 {
-    if (text.isEmpty())
+    if (kind != m_pendingKind)
+        flush();
+    m_pendingKind = kind;
+    m_pending += bounded(text);
+    if (m_pending.size() > MostPending)
+        flush();
+    else if (!m_flushTimer.isActive())
+        m_flushTimer.start();
+}
+
+void ConsoleOutput::flush()
+{
+    m_flushTimer.stop();
+    if (m_pending.isEmpty())
         return;
-    const bool isContinued = m_isLineOpen && kindOf(document()->lastBlock()) == kind;
-    write(kind, text, isContinued);
-    m_isLineOpen = text.size() <= LongestText && !text.endsWith(QLatin1Char('\n'));
+    const QString text = std::exchange(m_pending, {});
+    write(m_pendingKind, text, m_isLineOpen && kindOf(document()->lastBlock()) == m_pendingKind);
+    m_isLineOpen = !text.endsWith(QLatin1Char('\n'));
 }
 
 void ConsoleOutput::appendCandidates(const QStringList& candidates)
@@ -156,6 +186,7 @@ void ConsoleOutput::appendCandidates(const QStringList& candidates)
 
 void ConsoleOutput::clearAll()
 {
+    m_pending.clear();
     clear();
     document()->firstBlock().setUserState(UnusedState);
     m_isLineOpen = false;
@@ -164,26 +195,38 @@ void ConsoleOutput::clearAll()
 void ConsoleOutput::write(Kind kind, const QString& text, bool isContinued)
 {
     const bool followsEnd = verticalScrollBar()->value() >= verticalScrollBar()->maximum();
-    QString shown = beginning(text, std::min(static_cast<int>(text.size()), LongestText));
-    shown.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    QString shown = text;
     if (shown.endsWith(QLatin1Char('\n')))
         shown.chop(1);
-    QStringList lines = shown.split(QLatin1Char('\n'));
-    if (text.size() > LongestText)
-        lines.append(tr("\u2026 %L1 more characters left out").arg(text.size() - LongestText));
+    const QStringList lines = shown.split(QLatin1Char('\n'));
 
     QTextCursor cursor(document());
     cursor.movePosition(QTextCursor::End);
+    const int oldEnd = cursor.position();
+    const bool isSelectedToEnd = textCursor().hasSelection() && textCursor().selectionEnd() == oldEnd;
     cursor.beginEditBlock();
     for (int i = 0; i < lines.size(); ++i) {
         if (i > 0 || !isContinued)
             beginLine(&cursor, kind, i == 0);
         writeLine(&cursor, kind, printable(lines.at(i)));
     }
+    const int added = cursor.position() - oldEnd;
     cursor.endEditBlock();
     dropOldest();
+    if (isSelectedToEnd)
+        deselectLast(added);
     if (followsEnd)
         verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+// The selection has grown with the text behind it, which is not what will be meant to be copied.
+void ConsoleOutput::deselectLast(int count)
+{
+    QTextCursor cursor = textCursor();
+    const int end = std::max(0, document()->characterCount() - 1 - count);
+    cursor.setPosition(std::min(cursor.selectionStart(), end));
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
 }
 
 void ConsoleOutput::beginLine(QTextCursor* cursor, Kind kind, bool isFirst)

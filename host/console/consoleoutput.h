@@ -2,8 +2,7 @@
 #pragma once
 
 #include <QPlainTextEdit>
-
-class QAction;
+#include <QTimer>
 
 namespace mirn::zelchip {
 
@@ -17,7 +16,7 @@ public:
     enum class Kind { Output, ErrorOutput, Result, Error, Candidates, UserCommand, ViewCommand };
 
     static constexpr int MostLines = 10'000;
-    static constexpr int LongestLine = 20'000; // characters; what is behind is left out, and a note says so
+    static constexpr int LongestLine = 10'000; // characters; what is behind is left out, and a note says so
     static constexpr int LongestText = 200'000; // likewise, of one call
     static constexpr int MostCharacters = 4'000'000; // of all lines; the oldest make room
 
@@ -26,7 +25,8 @@ public:
     // Adds lines of their own.
     void append(Kind kind, const QString& text);
 
-    // Continues the last line when it is of the same kind and came without its end.
+    // Continues the last line when it is of the same kind and came without its end. Shown when the program is next
+    // idle, so that a script which writes in many small pieces is not held up by each.
     void continueWith(Kind kind, const QString& text);
 
     // Set in columns.
@@ -45,15 +45,20 @@ protected:
 
 private:
     void addMenuActions();
+    void flush();
     void write(Kind kind, const QString& text, bool isContinued);
     void beginLine(QTextCursor* cursor, Kind kind, bool isFirst);
     void writeLine(QTextCursor* cursor, Kind kind, const QString& line);
+    void deselectLast(int count);
     void dropOldest();
     void recolor();
     void layOutGutter();
     void paintGutter();
 
     QWidget* const m_gutter; // child of this, which paints it
+    QTimer m_flushTimer;
+    QString m_pending; // not yet shown
+    Kind m_pendingKind = Kind::Output;
     bool m_isLineOpen = false; // the last line came without its end
 };
 
