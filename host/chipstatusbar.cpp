@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/chipstatusbar.h"
 
+#include "host/legend.h"
+
 #include <QFrame>
 #include <QLabel>
 #include <QMessageBox>
@@ -69,6 +71,7 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     m_warningButton->hide();
     connect(m_warningButton, &QToolButton::clicked, this, &ChipStatusBar::showWarnings);
     addPermanentWidget(m_warningButton);
+    addPermanentWidget(new Legend(this));
     m_position = addSegment(QStringLiteral("position"), positionText(QPointF(-88888.8, -88888.8)));
     m_scale = addSegment(QStringLiteral("scale"), scaleText(-0.888, -88.88));
 }

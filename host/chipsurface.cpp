@@ -8,11 +8,14 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/drawingfit.h"
 #include "host/elementprobe.h"
+#include "host/findbox.h"
 #include "host/projectsession.h"
 #include "host/zoomanchor.h"
 
 #include <QDockWidget>
 #include <QGraphicsItem>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 
@@ -57,6 +60,7 @@ ChipSurface::ChipSurface(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_chipView->initGrahpicView();
     m_chipView->refresh(zelchipview::REFRESH_ALL);
     arrangeTree();
+    addFindBox();
     new ZoomAnchor(m_graphicsView); // child of the view
     m_fit = new DrawingFit(m_graphicsView); // child of the view
     m_fit->fit();
@@ -93,6 +97,20 @@ void ChipSurface::arrangeTree()
     tree->sortByColumn(0, Qt::AscendingOrder);
     if (!hasMoreRowsThan(RowsExpandedAtStart, tree))
         m_chipView->expandAllTreeItems();
+}
+
+void ChipSurface::addFindBox()
+{
+    auto* dock = m_chipView->findChild<QDockWidget*>(PlacementDock);
+    auto* titleBar = new QWidget(dock); // the dock's
+    auto* row = new QHBoxLayout(titleBar);
+    row->setContentsMargins(6, 3, 3, 3);
+    row->addWidget(new QLabel(dock->windowTitle(), titleBar));
+    row->addSpacing(12);
+    m_findBox = new FindBox(m_chipView->findChild<QTreeWidget*>(), titleBar);
+    row->addWidget(m_findBox, 1);
+    dock->setTitleBarWidget(titleBar);
+    QObject::connect(m_findBox, &FindBox::chosen, m_chipView.get(), [this] { zoomToSelection(); });
 }
 
 void ChipSurface::arrangeDocks()

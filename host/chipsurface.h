@@ -13,6 +13,7 @@ class ZelGraphicsView;
 namespace mirn::zelchip {
 
 class DrawingFit;
+class FindBox;
 class ProjectSession;
 
 // An open project on the screen: the session, the chip view that shows it, and the order in which they come and go.
@@ -33,6 +34,9 @@ public:
     [[nodiscard]] zelchipview::ZelChipGUI* chipView() const { return m_chipView.get(); }
     [[nodiscard]] zelchipview::ZelGraphicsView* graphicsView() const { return m_graphicsView; }
 
+    // Above the tree, in the place of its dock's title. The dock's.
+    [[nodiscard]] FindBox* findBox() const { return m_findBox; }
+
     // Shows the whole drawing.
     void fit();
 
@@ -44,10 +48,12 @@ public:
 
 private:
     void arrangeTree();
+    void addFindBox();
 
     std::unique_ptr<ProjectSession> m_session;
     std::unique_ptr<zelchipview::ZelChipGUI> m_chipView;
     zelchipview::ZelGraphicsView* m_graphicsView; // the chip view's
+    FindBox* m_findBox = nullptr;
     DrawingFit* m_fit; // child of the graphics view
 };
 

@@ -72,6 +72,7 @@ void HostActions::createActions(QMainWindow* window)
     undo = newAction(window, QString(), QKeySequence::Undo);
     redo = newAction(window, QString(), QKeySequence::Redo);
     showHistory({}, {});
+    find = newAction(window, tr("&Find Resource"), QKeySequence::Find);
     saveSnapshot = newAction(window, tr("Save S&napshot..."), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     quit = newAction(window, tr("&Quit"), QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
@@ -102,6 +103,8 @@ void HostActions::fillMenus(QMainWindow* window)
 
     QMenu* edit = window->menuBar()->addMenu(tr("&Edit"));
     edit->addActions({undo, redo});
+    edit->addSeparator();
+    edit->addAction(find);
 
     m_viewMenu = window->menuBar()->addMenu(tr("&View"));
     m_endOfModesInMenu = m_viewMenu->addSeparator();
@@ -123,6 +126,12 @@ void HostActions::fillToolBar(QMainWindow* window)
     m_toolBar->addSeparator();
     m_endOfModesInToolBar = m_toolBar->addSeparator();
     m_toolBar->addActions({zoomIn, zoomOut, fit});
+}
+
+void HostActions::addToggle(QAction* toggle)
+{
+    m_viewMenu->addSeparator();
+    m_viewMenu->addAction(toggle);
 }
 
 void HostActions::showHistory(const QString& undoText, const QString& redoText)

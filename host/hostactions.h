@@ -22,6 +22,9 @@ public:
     // When their controller goes, they disappear by themselves. The filter is greyed out where the device has none.
     void addChipActions(const QMap<int, QAction*>& actions, bool hasFilter);
 
+    // Puts an action that shows or hides a part of the window into the menu.
+    void addToggle(QAction* toggle);
+
     // What undo and redo would step over; an empty text greys the action out.
     void showHistory(const QString& undoText, const QString& redoText);
 
@@ -31,6 +34,7 @@ public:
     QAction* saveSnapshot;
     QAction* quit;
     QAction* undo;
+    QAction* find;
     QAction* redo;
     QAction* zoomIn;
     QAction* zoomOut;

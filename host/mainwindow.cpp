@@ -2,12 +2,16 @@
 #include "host/mainwindow.h"
 
 #include "chipview/zelchipgui.h"
+#include "engine/referenceengine.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/busyscript.h"
 #include "host/chipstatusbar.h"
 #include "host/chipsurface.h"
+#include "host/console/consoledock.h"
+#include "host/console/tclcompletion.h"
 #include "host/design/designeditor.h"
 #include "host/dragreason.h"
+#include "host/findbox.h"
 #include "host/helptexts.h"
 #include "host/projectsession.h"
 #include "host/snapshot.h"
@@ -31,6 +35,7 @@ using zelchipview::ZelChipGUI;
 namespace {
 
 constexpr int MessageMilliseconds = 8000;
+constexpr int ConsoleHeight = 150;
 
 // A message box that deletes itself and does not hold up whoever opens it.
 void openMessageBox(
@@ -47,6 +52,7 @@ void openMessageBox(
 MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     : m_actions(this)
     , m_busyScript(new BusyScript(m_shell, this))
+    , m_console(new ConsoleDock(this))
     , m_statusBar(new ChipStatusBar(this))
 {
     setWindowIcon(QIcon(QStringLiteral(":/zelchip/zelchip.png")));
@@ -55,6 +61,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     connect(&m_refresh, &QTimer::timeout, this, &MainWindow::refreshView);
     connectActions();
     connectShell();
+    connectConsole();
     showSession(std::move(session));
 }
 
@@ -68,6 +75,10 @@ void MainWindow::connectActions()
     connect(m_actions.save, &QAction::triggered, this, &MainWindow::save);
     connect(m_actions.undo, &QAction::triggered, this, [this] { stepDesign(&DesignEditor::undo); });
     connect(m_actions.redo, &QAction::triggered, this, [this] { stepDesign(&DesignEditor::redo); });
+    connect(m_actions.find, &QAction::triggered, this, [this] {
+        m_surface->findBox()->setFocus();
+        m_surface->findBox()->selectAll();
+    });
     connect(m_actions.quit, &QAction::triggered, this, &QWidget::close);
     connect(m_actions.zoomIn, &QAction::triggered, this, [this] { m_surface->chipView()->zoomIn(); });
     connect(m_actions.zoomOut, &QAction::triggered, this, [this] { m_surface->chipView()->zoomOut(); });
@@ -97,6 +108,8 @@ QString MainWindow::replaceProject(const QString& path)
 bool MainWindow::runScript(const QString& file, QString* error)
 {
     const TclResult result = m_shell.runFile(file);
+    if (!result.isOk)
+        reportResult(result);
     *error = result.isOk ? QString() : result.text;
     refreshView();
     return result.isOk;
@@ -156,8 +169,35 @@ void MainWindow::showSummary()
     m_statusBar->setSummary(QStringLiteral("%1: %2").arg(drawing, count));
     m_statusBar->setWarnings(session.warnings());
     m_statusBar->clearMessage();
-    if (!session.recoveryMessages().isEmpty())
-        m_statusBar->showMessage(session.recoveryMessages().last(), MessageMilliseconds);
+    for (const QString& message : session.recoveryMessages())
+        m_console->showOutput(message + QLatin1Char('\n'));
+    m_openingMessage = session.recoveryMessages().isEmpty() ? QString() : session.recoveryMessages().last();
+    if (isVisible() && !m_openingMessage.isEmpty())
+        m_statusBar->showMessage(m_openingMessage, MessageMilliseconds);
+}
+
+void MainWindow::connectConsole()
+{
+    addDockWidget(Qt::BottomDockWidgetArea, m_console);
+    m_actions.addToggle(m_console->toggleViewAction());
+    const auto resources = [this] {
+        QStringList paths;
+        const zelengine::Design& design = editor().engine().design();
+        for (int index : design.all())
+            paths.append(design.resource(index).path);
+        return paths;
+    };
+    m_console->setCompleter(TclCompletion([this] { return m_shell.interpreter().commandNames(); }, resources));
+    connect(m_console, &ConsoleDock::commandEntered, this,
+        [this](const QString& script) { m_shell.run(script, CommandShell::Origin::User); });
+    connect(m_console, &ConsoleDock::cancelRequested, &m_shell, &CommandShell::cancel);
+    connect(&m_shell, &CommandShell::started, m_console, [this](const QString& script, CommandShell::Origin origin) {
+        m_console->showCommand(script,
+            origin == CommandShell::Origin::View ? ConsoleDock::Origin::View : ConsoleDock::Origin::User);
+    });
+    connect(&m_shell, &CommandShell::wrote, m_console, &ConsoleDock::showOutput);
+    connect(m_busyScript, &BusyScript::changed, m_console, &ConsoleDock::setRunning);
+    m_busyScript->setStopWidget(m_console->stopWidget());
 }
 
 // The opposite of Tcl's own codes: non-zero is success.
@@ -170,8 +210,12 @@ void MainWindow::answerView(const QString& command, int& ret, QString& result)
 
 void MainWindow::reportResult(const TclResult& result)
 {
-    if (!result.isOk)
-        m_statusBar->showMessage(result.text, MessageMilliseconds);
+    if (result.isOk) {
+        m_console->showResult(result.text);
+        return;
+    }
+    m_console->showError(result.text);
+    m_statusBar->showMessage(result.text, MessageMilliseconds);
 }
 
 void MainWindow::connectDesign()
@@ -268,7 +312,11 @@ void MainWindow::showEvent(QShowEvent* event)
     if (m_isArranged)
         return;
     m_isArranged = true;
+    resizeDocks({m_console}, {ConsoleHeight}, Qt::Vertical);
     m_surface->arrangeDocks();
+    // Earlier it would stand on top of what it is to hide.
+    if (!m_openingMessage.isEmpty())
+        QTimer::singleShot(0, m_statusBar, [this] { m_statusBar->showMessage(m_openingMessage, MessageMilliseconds); });
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

@@ -15,6 +15,7 @@ namespace mirn::zelchip {
 class BusyScript;
 class ChipStatusBar;
 class ChipSurface;
+class ConsoleDock;
 class ProjectSession;
 class ViewProbe;
 
@@ -47,6 +48,7 @@ private:
     void connectActions();
     void connectChipView();
     void connectShell();
+    void connectConsole();
     void connectDesign();
     void showSummary();
     void answerView(const QString& command, int& ret, QString& result);
@@ -74,10 +76,12 @@ private:
     CommandShell m_shell;
     HostActions m_actions;
     BusyScript* const m_busyScript; // child of the window
+    ConsoleDock* const m_console; // child of the window
     QTimer m_refresh; // brings the view up to date once after a series of changes
     ChipStatusBar* const m_statusBar; // child of the window
     std::unique_ptr<ChipSurface> m_surface;
     ViewProbe* m_probe = nullptr; // child of the graphics view
+    QString m_openingMessage; // to be shown when the window is
     bool m_isArranged = false; // the docks have had their first sizes
 };
 

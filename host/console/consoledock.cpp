@@ -68,7 +68,7 @@ QWidget* ConsoleDock::newInputRow(QWidget* parent)
     m_input->setFrameShape(QFrame::NoFrame);
     m_input->setPlaceholderText(tr("Tcl command"));
     auto* prompt = new QLabel(QStringLiteral(">"), row);
-    prompt->setMargin(qRound(m_input->document()->documentMargin()));
+    prompt->setContentsMargins(0, qRound(m_input->document()->documentMargin()), ConsoleOutput::GutterPadding, 0);
     prompt->setAlignment(Qt::AlignRight | Qt::AlignTop);
     prompt->setFixedWidth(m_output->gutterWidth());
     m_stopButton = new QToolButton(row);
@@ -113,6 +113,11 @@ void ConsoleDock::setRunning(bool isRunning)
 {
     m_stopButton->setVisible(isRunning);
     m_input->setRunning(isRunning);
+}
+
+QWidget* ConsoleDock::stopWidget() const
+{
+    return m_stopButton;
 }
 
 void ConsoleDock::setCompleter(Completer completer)

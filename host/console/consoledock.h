@@ -36,6 +36,9 @@ public:
     // Offers to stop, and takes no further script until it is over.
     void setRunning(bool isRunning);
 
+    // The widget that stops a running script; the dock's.
+    [[nodiscard]] QWidget* stopWidget() const;
+
     void setCompleter(Completer completer);
 
     // What was entered, oldest first; bounded.

@@ -19,7 +19,6 @@ namespace {
 
 using Kind = ConsoleOutput::Kind;
 
-constexpr int GutterPadding = 6; // pixels, on either side of the mark
 constexpr double MarkSize = 0.85; // of the text's
 constexpr int ContinuationFlag = 0x100; // in a block's state, which holds the kind of its line: not the first line
 constexpr int UnusedState = -1;

@@ -20,6 +20,8 @@ public:
     static constexpr int LongestText = 200'000; // likewise, of one call
     static constexpr int MostCharacters = 4'000'000; // of all lines; the oldest make room
 
+    static constexpr int GutterPadding = 6; // pixels, on either side of the mark
+
     explicit ConsoleOutput(QWidget* parent);
 
     // Adds lines of their own.

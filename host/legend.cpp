@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "host/legend.h"
+
+#include "graphics/zelconstants.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+
+namespace mirn::zelchip {
+
+namespace {
+
+constexpr int SwatchSize = 11; // device-independent pixels
+
+// A free and an occupied site of the sample's kinds: occupied ones are the darker shade of their kind.
+const QColor FreeSite(0xc9, 0xbc, 0xe0);
+const QColor OccupiedSite(0xa6, 0x90, 0xd2);
+
+QPixmap swatch(const QColor& fill, const QColor& border, qreal ratio)
+{
+    QPixmap pixmap(QSize(SwatchSize, SwatchSize) * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(fill);
+    QPainter painter(&pixmap);
+    painter.setPen(border);
+    painter.drawRect(QRectF(0, 0, SwatchSize - 1, SwatchSize - 1));
+    return pixmap;
+}
+
+} // namespace
+
+Legend::Legend(QWidget* parent)
+    : QWidget(parent)
+{
+    setObjectName(QStringLiteral("legend"));
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(8, 0, 8, 0);
+    row->setSpacing(4);
+    const auto add = [&](const QColor& fill, const QColor& border, const QString& text, const QString& tip) {
+        auto* picture = new QLabel(this);
+        picture->setPixmap(swatch(fill, border, devicePixelRatioF()));
+        auto* label = new QLabel(text, this);
+        for (QLabel* part : {picture, label}) {
+            part->setToolTip(tip);
+            part->setContentsMargins(0, 0, 0, 0);
+            part->setStyleSheet(QStringLiteral("padding: 0px; margin: 0px;"));
+        }
+        row->addWidget(picture);
+        row->addWidget(label);
+        row->addSpacing(6);
+    };
+    add(zelchipview::SELECTED_FILL_COLOR, zelchipview::SELECTED_COLOR, tr("selected"), tr("Selected elements"));
+    add(zelchipview::HIGHLIGHT_COLOR, zelchipview::HIGHLIGHT_COLOR, tr("probable"),
+        tr("Sites that take the dragged resource"));
+    add(zelchipview::FILTER_FILL_COLOR, zelchipview::FILTERCOLOR, tr("filtered"),
+        tr("Elements of the kinds that are ticked in the filter"));
+    add(OccupiedSite, FreeSite, tr("occupied"), tr("Occupied sites: a darker shade of their kind's colour"));
+}
+
+} // namespace mirn::zelchip
