@@ -10,9 +10,10 @@ namespace mirn::zelengine {
 
 namespace {
 
+// From a list in ascending order that has it.
 void erase(std::vector<int>& list, int value)
 {
-    list.erase(std::remove(list.begin(), list.end(), value), list.end());
+    list.erase(std::lower_bound(list.begin(), list.end(), value));
 }
 
 } // namespace

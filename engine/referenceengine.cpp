@@ -219,9 +219,8 @@ std::vector<std::string> ReferenceEngine::getResourceHeader()
 
 std::string ReferenceEngine::getResourceSummary(const std::string* name)
 {
-    update();
     const int index = m_design.find(fromEngineText(*name));
-    return index < 0 ? std::string() : m_tree.summary(m_design, m_device, index);
+    return index < 0 ? std::string() : ResourceTree::summary(m_design, m_device, index);
 }
 
 int ReferenceEngine::getResourceType(const std::string* name)

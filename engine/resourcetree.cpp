@@ -81,10 +81,10 @@ void ResourceTree::rebuild(const Device& device, const Design& design)
         (parent < 0 ? rootNode : *nodes.at(parent)).children.push_back(&node.cell);
         nodes[index] = &node;
     }
-    count(design, order);
+    const Counts counts = count(design, order);
     for (int index : order) {
         const Resource& resource = design.resource(index);
-        const Count& parts = m_counts.at(index);
+        const Count& parts = counts.at(index);
         zeltreeviewcell& cell = nodes.at(index)->cell;
         cell.draggable = resource.type != ResourceType::Folder && !resource.fixed;
         cell.resettable = parts.placed > parts.fixed;
@@ -92,24 +92,25 @@ void ResourceTree::rebuild(const Device& device, const Design& design)
 }
 
 // Children come after their parents, so that counting backwards finds every subtree complete.
-void ResourceTree::count(const Design& design, const std::vector<int>& order)
+ResourceTree::Counts ResourceTree::count(const Design& design, const std::vector<int>& order)
 {
-    m_counts.clear();
+    Counts counts;
     for (auto it = order.rbegin(); it != order.rend(); ++it) {
         const Resource& resource = design.resource(*it);
-        Count& own = m_counts[*it];
+        Count& own = counts[*it];
         if (isPlaceable(resource)) {
             ++own.all;
             own.placed += resource.site >= 0 ? 1 : 0;
             own.fixed += resource.fixed ? 1 : 0;
         }
         if (resource.parent >= 0) {
-            Count& above = m_counts[resource.parent];
+            Count& above = counts[resource.parent];
             above.all += own.all;
             above.placed += own.placed;
             above.fixed += own.fixed;
         }
     }
+    return counts;
 }
 
 ResourceTree::Node& ResourceTree::makeNode(const Design& design, const Device& device, int index)
@@ -133,7 +134,7 @@ ResourceTree::Node& ResourceTree::makeNode(const Design& design, const Device& d
     return node;
 }
 
-std::string ResourceTree::summary(const Design& design, const Device& device, int index) const
+std::string ResourceTree::summary(const Design& design, const Device& device, int index)
 {
     const Resource& resource = design.resource(index);
     if (isPlaceable(resource)) {
@@ -142,10 +143,13 @@ std::string ResourceTree::summary(const Design& design, const Device& device, in
             = site ? (resource.fixed ? "fixed on " : "on ") + toEngineText(site->name) : "not placed";
         return place + toEngineText(parameterList(design, index));
     }
-    const auto it = m_counts.find(index);
-    if (it == m_counts.end() || it->second.all == 0)
-        return {};
-    return std::to_string(it->second.placed) + " of " + std::to_string(it->second.all) + " placed";
+    int all = 0;
+    int placed = 0;
+    for (int part : design.subtree(index)) {
+        all += isPlaceable(design.resource(part)) ? 1 : 0;
+        placed += design.resource(part).site >= 0 ? 1 : 0;
+    }
+    return all == 0 ? std::string() : std::to_string(placed) + " of " + std::to_string(all) + " placed";
 }
 
 } // namespace mirn::zelengine

@@ -29,9 +29,9 @@ public:
 
     [[nodiscard]] static const std::map<int, std::string>& headers();
 
-    // "2 of 3 placed" for what holds others, "on SITE" or "not placed" for what can itself be placed, with its
-    // parameters: "on SITE, 100 MHz".
-    [[nodiscard]] std::string summary(const Design& design, const Device& device, int resource) const;
+    // Of the design as it is now, whatever the cells are of: "2 of 3 placed" for what holds others, "on SITE" or "not
+    // placed" for what can itself be placed, with its parameters: "on SITE, 100 MHz".
+    [[nodiscard]] static std::string summary(const Design& design, const Device& device, int resource);
 
 private:
     struct Node;
@@ -42,11 +42,12 @@ private:
         int fixed = 0;
     };
 
-    void count(const Design& design, const std::vector<int>& order);
+    using Counts = std::map<int, Count>; // by resource: what is placed of it and below it
+
+    [[nodiscard]] static Counts count(const Design& design, const std::vector<int>& order);
     Node& makeNode(const Design& design, const Device& device, int resource);
 
     std::vector<std::unique_ptr<Node>> m_nodes; // the root, then by preorder of the design
-    std::map<int, Count> m_counts; // by resource: what is placed of it and below it
 };
 
 } // namespace mirn::zelengine
