@@ -113,6 +113,7 @@ bool ConsoleInput::enter()
         return true;
     }
     m_history.add(entered);
+    m_textAtTab.reset();
     clear();
     if (!entered.trimmed().isEmpty())
         Q_EMIT this->entered(entered);

@@ -6,6 +6,8 @@
 
 #include <QPlainTextEdit>
 
+#include <optional>
+
 namespace mirn::zelchip {
 
 // Where scripts are typed. Return enters a script once it is complete and continues it on a further line before;
@@ -53,7 +55,7 @@ private:
 
     CommandHistory m_history;
     Completer m_completer;
-    QString m_textAtTab; // before the cursor, after the last completion
+    std::optional<QString> m_textAtTab; // before the cursor, after the last completion
     bool m_isRunning = false;
 };
 
