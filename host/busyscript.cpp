@@ -14,7 +14,7 @@ BusyScript::BusyScript(CommandShell& shell, QObject* parent)
     , m_shell(shell)
 {
     connect(&shell, &CommandShell::busy, this, &BusyScript::breathe);
-    connect(&shell, &CommandShell::finished, this, &BusyScript::end);
+    connect(&shell, &CommandShell::idle, this, &BusyScript::end);
 }
 
 void BusyScript::breathe()
@@ -32,7 +32,7 @@ void BusyScript::breathe()
 
 void BusyScript::end()
 {
-    if (!m_isBusy || m_shell.interpreter().isRunning())
+    if (!m_isBusy)
         return;
     m_isBusy = false;
     qApp->removeEventFilter(this);

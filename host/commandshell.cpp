@@ -22,11 +22,19 @@ void CommandShell::setEditor(DesignEditor& editor)
     addDesignCommands(m_interpreter, editor);
 }
 
+TclResult CommandShell::evaluate(const QString& script)
+{
+    const TclResult result = m_interpreter.evaluate(script);
+    if (!m_interpreter.isRunning())
+        Q_EMIT idle();
+    return result;
+}
+
 TclResult CommandShell::run(const QString& script, Origin origin)
 {
     Q_EMIT started(script, origin);
     m_viewCommands += origin == Origin::View ? 1 : 0;
-    const TclResult result = m_interpreter.evaluate(script);
+    const TclResult result = evaluate(script);
     m_viewCommands -= origin == Origin::View ? 1 : 0;
     Q_EMIT finished(result, origin);
     return result;
@@ -35,8 +43,8 @@ TclResult CommandShell::run(const QString& script, Origin origin)
 TclResult CommandShell::runFile(const QString& file)
 {
     // Tcl's own source gives the line of an error in its trace.
-    const TclResult result = m_interpreter.evaluate(TclInterpreter::list({QStringLiteral("source"),
-        QStringLiteral("-encoding"), QStringLiteral("utf-8"), QFile::decodeName(QFile::encodeName(file))}));
+    const TclResult result = evaluate(TclInterpreter::list({QStringLiteral("source"), QStringLiteral("-encoding"),
+        QStringLiteral("utf-8"), QFile::decodeName(QFile::encodeName(file))}));
     if (result.isOk)
         return result;
     const QString place = QStringLiteral("(file \"%1\" line ").arg(file);

@@ -44,8 +44,12 @@ Q_SIGNALS:
     void wrote(const QString& text, mirn::zelchip::TclInterpreter::Channel channel);
     // The script takes longer than a moment; emitted again and again while it runs, so that cancel() can be called.
     void busy();
+    // The last of the scripts that ran one inside the other has ended, from a file or not.
+    void idle();
 
 private:
+    TclResult evaluate(const QString& script);
+
     TclInterpreter m_interpreter;
     int m_viewCommands = 0;
 };
