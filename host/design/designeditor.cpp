@@ -400,8 +400,10 @@ void DesignEditor::replayJournal(QStringList& messages)
         const QString kept = m_journal.setAside();
         if (!refusals.isEmpty())
             messages.append(tr("The journal as it was is kept as %1.").arg(kept));
-        const QString obstacle = m_journal.append(accepted);
-        if (!accepted.isEmpty() && !obstacle.isEmpty())
+        QString obstacle;
+        for (int i = 0; i < accepted.size() && obstacle.isEmpty(); ++i)
+            obstacle = m_journal.append({accepted[i]});
+        if (!obstacle.isEmpty())
             messages.append(obstacle);
     }
     if (!accepted.isEmpty())

@@ -15,6 +15,9 @@ namespace {
 
 const QByteArray HeaderStart = "# follows ";
 
+// Before the commands of one change that takes several: they count only together.
+const QByteArray GroupStart = "# together ";
+
 // Splits off one line with its end.
 QByteArray takeLine(const QByteArray& bytes, int& position)
 {
@@ -49,10 +52,17 @@ Journal::Content Journal::read() const
     }
     content.bytes = file.readAll();
     QString command;
+    int groupBegin = 0; // of the last group
+    int groupSize = 0;
     for (int position = 0; position < content.bytes.size();) {
         const QByteArray line = takeLine(content.bytes, position);
         if (command.isEmpty() && line.startsWith('#')) {
+            content.hasTornEnd = !line.endsWith('\n');
             content.isForeign = content.isForeign || (line.startsWith(HeaderStart) && line != m_header);
+            if (line.startsWith(GroupStart)) {
+                groupBegin = static_cast<int>(content.commands.size());
+                groupSize = line.mid(GroupStart.size()).trimmed().toInt();
+            }
             continue;
         }
         command += QString::fromUtf8(line);
@@ -64,7 +74,11 @@ Journal::Content Journal::read() const
             content.commands.append(command);
         command.clear();
     }
-    content.hasTornEnd = !command.isEmpty();
+    content.hasTornEnd = content.hasTornEnd || !command.isEmpty();
+    if (content.commands.size() - groupBegin < groupSize) {
+        content.commands = content.commands.mid(0, groupBegin);
+        content.hasTornEnd = true;
+    }
     return content;
 }
 
@@ -75,6 +89,8 @@ QString Journal::append(const QStringList& commands)
         return obstacle;
     const qint64 end = m_file.size();
     QByteArray lines = end == 0 ? m_header : QByteArray();
+    if (commands.size() > 1)
+        lines += GroupStart + QByteArray::number(commands.size()) + '\n';
     for (const QString& command : commands)
         lines += command.toUtf8() + '\n';
     if (m_file.write(lines) == lines.size() && m_file.flush())

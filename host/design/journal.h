@@ -23,7 +23,7 @@ public:
     {
         QStringList commands;
         QByteArray bytes; // the whole file
-        bool hasTornEnd = false; // the last command has no end: its writer was cut off
+        bool hasTornEnd = false; // the last change has no end: its writer was cut off
         bool isForeign = false; // follows another saved state
         QString error; // empty unless the file is there and cannot be read
     };

@@ -260,6 +260,9 @@ void TestDesignEditing::tornLineIsDroppedAndSaid_data()
     QTest::newRow("half a command") << QByteArray("zel_resource pla");
     QTest::newRow("a whole one without its line end") << QByteArray("zel_resource place -rsc top/core -id 51");
     QTest::newRow("an open brace") << QByteArray("zel_resource place -rsc {top/co\n");
+    QTest::newRow("half a comment") << QByteArray("# toget");
+    QTest::newRow("not all of what counts together")
+        << QByteArray("# together 2\nzel_resource place -rsc top/core -id 51\n");
     QTest::newRow("zeros, as after a power cut") << QByteArray(17, '\0');
 }
 
