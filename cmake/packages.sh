@@ -15,6 +15,9 @@ build_packages=(
     fonts-dejavu-core # the offscreen platform brings no fonts of its own
 )
 
+# On top of these, for ./test: a screen of its own, with a window manager and a hand on the mouse.
+test_packages=(xvfb openbox xdotool)
+
 # On top of these, for ./bench.
 bench_packages=(libbenchmark-dev)
 

@@ -1,0 +1,293 @@
+// SPDX-License-Identifier: MIT
+#include "tests/program/sampleproject.h"
+#include "tests/support/testmain.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTest>
+#include <QThread>
+
+namespace {
+
+// Each makes the next one possible or changes what it changed.
+const QByteArrayList Steps{"zel_resource place -rsc gateway/clocks/pll_video -id 5002001",
+    "zel_resource place -rsc gateway/xaui -id 8002000", "zel_setting -id 8002000 -key CH0 -value {EXTREF B}",
+    "zel_resource place -rsc gateway/supplies/vccio_lvds -id 4007001", "zel_resource reset -ip gateway/pcie/lane1",
+    "undo", "zel_resource configure -ip gateway/clocks/pll_video -key frequency -value 75",
+    "zel_resource remove -ip gateway/xaui", "undo", "redo", "zel_resource remove -ip gateway/supplies", "undo",
+    "zel_resource reset -ip gateway/clocks/pll_video", "zel_setting -id 8000000 -key CH1 -value {CORE CLOCK}", "undo",
+    "zel_resource place -rsc gateway/clocks/pll_video -id 5004002"};
+
+// Prints what is where and set how, in one line.
+const QByteArray Ask = R"(
+proc state {} {
+    set facts {}
+    foreach name [zel_resource list] {lappend facts [zel_resource get -ip $name]}
+    foreach id {8000000 8002000} {
+        foreach key {CH0 CH1} {lappend facts [zel_setting -id $id -key $key]}
+    }
+    return $facts
+}
+)";
+
+struct Outcome
+{
+    int status = -1; // of a run that did not come to its own end
+    QByteArray output;
+    QByteArray errors;
+};
+
+Outcome run(const QStringList& arguments)
+{
+    QProcess process;
+    process.start(ZELCHIP_PROGRAM, arguments);
+    Outcome outcome;
+    if (process.waitForFinished() && process.exitStatus() == QProcess::NormalExit)
+        outcome.status = process.exitCode();
+    outcome.output = process.readAllStandardOutput();
+    outcome.errors = process.readAllStandardError();
+    return outcome;
+}
+
+Outcome runBatch(const SampleProject& project, const QByteArray& script)
+{
+    return run({project.path(), "--batch", project.write("batch.tcl", script)});
+}
+
+// As a new program finds it.
+QByteArray stateOf(const SampleProject& project)
+{
+    return runBatch(project, Ask + "puts [state]").output.trimmed();
+}
+
+// The script that makes the steps and says after each that it is made.
+QByteArray confirming(const QByteArray& afterEach)
+{
+    QByteArray script = Ask;
+    for (const QByteArray& step : Steps)
+        script += step + "\nputs done\n" + afterEach + '\n';
+    return script;
+}
+
+// A program in the middle of its work, which ends without a chance to do anything about it.
+class Victim
+{
+public:
+    Victim(const SampleProject& project, const QByteArray& script)
+    {
+        m_process.start(ZELCHIP_PROGRAM, {project.path(), "--batch", project.write("victim.tcl", script)});
+    }
+
+    bool waitForLine()
+    {
+        while (!m_process.canReadLine()) {
+            if (!m_process.waitForReadyRead())
+                return false;
+        }
+        m_output += m_process.readLine();
+        return true;
+    }
+
+    void goOn() { m_process.write("\n"); }
+
+    // The number of steps it had confirmed.
+    int kill()
+    {
+        m_process.kill(); // SIGKILL
+        m_process.waitForFinished();
+        m_output += m_process.readAllStandardOutput();
+        return static_cast<int>(m_output.count("done\n"));
+    }
+
+private:
+    QProcess m_process;
+    QByteArray m_output;
+};
+
+// As a file is cut off by a machine that lost its power.
+void cut(const QString& fileName, qint64 size)
+{
+    if (!QFile::resize(fileName, size))
+        qFatal("cannot cut %s", qPrintable(fileName));
+}
+
+} // namespace
+
+// What was confirmed survives whatever happens to the program.
+class TestRecovery : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void killedAfterAStep_data();
+    void killedAfterAStep();
+    void killedAtAnyMoment();
+    void lastStepIsCutOff_data();
+    void lastStepIsCutOff();
+    void changeThatCannotBeKeptIsAnError_data();
+    void changeThatCannotBeKeptIsAnError();
+    void errorsHaveAPlace_data();
+    void errorsHaveAPlace();
+    void windowStaysAfterAnErrorInItsScript();
+
+private:
+    SampleProject m_project;
+    QByteArrayList m_states; // after so many steps
+};
+
+// Without any recovering: one program makes all steps.
+void TestRecovery::initTestCase()
+{
+    const Outcome outcome = runBatch(m_project, Ask + "puts [state]\n" + confirming("puts [state]"));
+    QCOMPARE(outcome.errors, QByteArray());
+    m_states = outcome.output.trimmed().split('\n');
+    m_states.removeAll("done");
+    QCOMPARE(m_states.size(), Steps.size() + 1);
+    for (int i = 0; i < Steps.size(); ++i)
+        QVERIFY2(m_states[i] != m_states[i + 1], Steps[i].constData());
+}
+
+void TestRecovery::init()
+{
+    zeltest::Test::init();
+    m_project.forgetWork();
+}
+
+void TestRecovery::killedAfterAStep_data()
+{
+    QTest::addColumn<int>("steps");
+    for (int steps : {0, 1, 5, 6, 8, 9, 12, 16})
+        QTest::addRow("%d steps", steps) << steps;
+}
+
+// The program waits for a line after each step, so it ends between two of them.
+void TestRecovery::killedAfterAStep()
+{
+    QFETCH(int, steps);
+    Victim victim(m_project, "gets stdin\n" + confirming("gets stdin"));
+    for (int step = 0; step < steps; ++step) {
+        victim.goOn();
+        QVERIFY(victim.waitForLine());
+    }
+    QCOMPARE(victim.kill(), steps);
+    QCOMPARE(stateOf(m_project), m_states[steps]);
+}
+
+// Besides what was confirmed only the step in between may have been kept.
+void TestRecovery::killedAtAnyMoment()
+{
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(runBatch(m_project, confirming({})).status, 0);
+    const auto wholeRun = static_cast<int>(timer.nsecsElapsed() / 1000);
+    for (int round = 0; round < 10; ++round) {
+        m_project.forgetWork();
+        Victim victim(m_project, "puts begin\n" + confirming({}));
+        if (round % 2 == 0)
+            QVERIFY(victim.waitForLine());
+        QThread::usleep(QRandomGenerator::global()->bounded(round % 2 == 0 ? 3'000 : wholeRun));
+        const int confirmed = victim.kill();
+        const QByteArray state = stateOf(m_project);
+        QVERIFY2(state == m_states[confirmed] || state == m_states.value(confirmed + 1),
+            qPrintable(QStringLiteral("after %1 confirmed steps").arg(confirmed)));
+    }
+}
+
+// What a power cut leaves of the last step is dropped, be it one line in the journal or several.
+void TestRecovery::lastStepIsCutOff_data()
+{
+    QTest::addColumn<int>("steps");
+    for (int steps = 1; steps <= Steps.size(); ++steps)
+        QTest::addRow("%d: %s", steps, Steps[steps - 1].constData()) << steps;
+}
+
+void TestRecovery::lastStepIsCutOff()
+{
+    QFETCH(int, steps);
+    const QByteArray script = Steps.mid(0, steps).join('\n');
+    QCOMPARE(runBatch(m_project, script).status, 0);
+    cut(m_project.journalFile(), QFileInfo(m_project.journalFile()).size() - 3);
+    const Outcome outcome = runBatch(m_project, Ask + "puts [state]");
+    QCOMPARE(outcome.status, 0);
+    QVERIFY2(outcome.errors.contains("The last line of " + QFile::encodeName(m_project.journalFile()) + " was cut off"),
+        outcome.errors.constData());
+    QCOMPARE(outcome.output.trimmed(), m_states[steps - 1]);
+}
+
+void TestRecovery::changeThatCannotBeKeptIsAnError_data()
+{
+    QTest::addColumn<QString>("obstacle"); // a command of the shell, in the project's folder
+    QTest::addColumn<QByteArray>("reason");
+    QTest::newRow("the implementation's folder is a file") << "touch impl1" << QByteArray("Not a directory");
+    QTest::newRow("the journal is a folder") << "mkdir -p impl1/journal.tcl" << QByteArray("Is a directory");
+    QTest::newRow("the disk is full") << "mkdir impl1 && ln -s /dev/full impl1/journal.tcl"
+                                      << QByteArray("No space left on device");
+}
+
+void TestRecovery::changeThatCannotBeKeptIsAnError()
+{
+    QFETCH(QString, obstacle);
+    QFETCH(QByteArray, reason);
+    QCOMPARE(QProcess::execute("sh", {"-c", "cd \"$1\" && " + obstacle, "sh", m_project.path()}), 0);
+    const Outcome refused = runBatch(m_project, "puts before\n" + Steps[0] + "\nputs after");
+    QCOMPARE(refused.status, 1);
+    QCOMPARE(refused.output, QByteArray("before\n"));
+    QVERIFY2(refused.errors.contains(":2: the change cannot be kept in "), refused.errors.constData());
+    QVERIFY2(refused.errors.contains(reason), refused.errors.constData());
+    // Nor is it made where it is not kept.
+    const Outcome unchanged = runBatch(m_project, Ask + "catch {" + Steps[0] + "}\nputs [state]");
+    QCOMPARE(unchanged.output.trimmed(), m_states[0]);
+}
+
+void TestRecovery::errorsHaveAPlace_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<QString>("error"); // %1: the script's file
+    QTest::newRow("a command refuses") << QByteArray(
+        "puts a\n\nzel_resource place -rsc gateway/clocks/pll_video -id 7\n")
+                                       << "%1:3: there is no site 7";
+    QTest::newRow("no such command") << QByteArray("zel_nothing") << "%1:1: invalid command name \"zel_nothing\"";
+    QTest::newRow("in a procedure") << QByteArray("proc p {} {\n error oops\n}\n\np") << "%1:5: oops";
+    QTest::newRow("a brace is missing") << QByteArray("puts a\nforeach x {1 2} {") << "%1:2: missing close-brace";
+    QTest::newRow("no window in a batch") << QByteArray("zel_view fit") << "%1:1: zel_view: this run has no window";
+}
+
+void TestRecovery::errorsHaveAPlace()
+{
+    QFETCH(QByteArray, script);
+    QFETCH(QString, error);
+    const Outcome outcome = runBatch(m_project, script);
+    QCOMPARE(outcome.status, 1);
+    QCOMPARE(QString::fromUtf8(outcome.errors),
+        QStringLiteral("zelchip: ") + error.arg(m_project.file("batch.tcl")) + QLatin1Char('\n'));
+}
+
+// One sees how far it came. A snapshot of it is not made.
+void TestRecovery::windowStaysAfterAnErrorInItsScript()
+{
+    const QString script = m_project.write("bad.tcl", Steps[0] + "\nzel_nothing\n");
+    const QByteArray error = "zelchip: " + script.toUtf8() + ":2: invalid command name \"zel_nothing\"\n";
+    QProcess window;
+    window.start(ZELCHIP_PROGRAM, {m_project.path(), "--script", script});
+    window.setReadChannel(QProcess::StandardError);
+    while (!window.canReadLine())
+        QVERIFY(window.waitForReadyRead());
+    QCOMPARE(window.readLine(), error);
+    QVERIFY(!window.waitForFinished(500));
+    window.kill();
+    window.waitForFinished();
+
+    m_project.forgetWork();
+    const QString picture = m_project.file("never.png");
+    const Outcome outcome = run({m_project.path(), "--script", script, "--snapshot", picture});
+    QCOMPARE(outcome.status, 1);
+    QCOMPARE(outcome.errors, error);
+    QVERIFY(!QFile::exists(picture));
+}
+
+ZEL_TEST_MAIN(TestRecovery)
+#include "tst_recovery.moc"

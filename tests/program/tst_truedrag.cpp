@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/zelconstants.h"
+#include "tests/program/sampleproject.h"
+#include "tests/program/virtualscreen.h"
+#include "tests/support/testmain.h"
+
+#include <QMap>
+#include <QPoint>
+#include <QTest>
+
+using mirn::zelchipview::HIGHLIGHT_COLOR;
+
+namespace {
+
+constexpr int StartMilliseconds = 30'000; // of patience, on a busy machine
+constexpr int AnswerMilliseconds = 10'000;
+constexpr int RestMilliseconds = 1'200; // three times as long as the view waits before it highlights
+constexpr int StepPixels = 5; // of a hand that moves
+constexpr int StatusBarHeight = 60; // rather more: what the server says of a framed window is not exact
+constexpr QSize SiteSurroundings(16, 16);
+
+// Sites of the sample by their element ids. PLL_TL0 is taken by a PLL that is fixed there.
+constexpr int TakenPll = 5001001;
+constexpr int FreePll = 5002001;
+constexpr int OtherFreePll = 5004002; // in the corner across
+constexpr int FreeSupply = 4007001;
+
+const char Pll[] = "gateway/clocks/pll_video";
+const char Supply[] = "gateway/supplies/vccio_lvds";
+
+// Writes where everything is, when it is told that the window has come to its place: the window manager moves it there
+// and the program hears of it while the script waits.
+const char PositionsScript[] = R"(
+cd [file dirname [info script]]
+while {![file exists go]} {after 20}
+after 300
+zel_tree expand
+set out [open positions.part w]
+foreach name {gateway/clocks/pll_video gateway/supplies/vccio_lvds} {puts $out "$name [zel_tree where -rsc $name]"}
+foreach id {5001001 5002001 5004002 4007001} {puts $out "$id [zel_view where -id $id]"}
+close $out
+file rename positions.part positions
+)";
+
+int countOf(const QImage& picture, const QColor& color)
+{
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            count += picture.pixelColor(x, y) == color ? 1 : 0;
+    }
+    return count;
+}
+
+} // namespace
+
+// zelchip on a screen, and a hand on the mouse.
+class TestTrueDrag : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
+    void refusingSiteChangesNothing();
+    void allowedSiteTakesTheResource();
+    void quickDropIsNotLost();
+    void whatWasDroppedIsThere();
+
+private:
+    void readPositions();
+    void moveTo(QPoint target);
+    void press(const char* resource);
+    void release() { m_screen.xdotool({"mouseup", "1"}); }
+    QPoint site(int id) const { return m_positions.value(QByteArray::number(id)); }
+    QImage statusBar() const;
+    int highlightAt(int id) const;
+    int highlightAnywhere() const;
+
+    VirtualScreen m_screen;
+    SampleProject m_project;
+    QProcess m_program;
+    QMap<QByteArray, QPoint> m_positions;
+    QRect m_window; // without its frame
+    QPoint m_pointer;
+};
+
+void TestTrueDrag::initTestCase()
+{
+    const QString problem = m_screen.start();
+    QVERIFY2(problem.isEmpty(), qPrintable(problem));
+    const QString script = m_project.write("positions.tcl", PositionsScript);
+    m_program.setProcessEnvironment(m_screen.environment());
+    m_program.setProcessChannelMode(QProcess::ForwardedChannels);
+    endWithParent(m_program);
+    m_program.start(ZELCHIP_PROGRAM, {m_project.path(), "--size", "1500x1100", "--script", script});
+    QVERIFY2(m_program.waitForStarted(), qPrintable(m_program.errorString()));
+    // The window manager makes it the active one last of all.
+    QTRY_VERIFY_WITH_TIMEOUT(
+        m_screen.xdotool({"getactivewindow", "getwindowname"}).contains("zelchip"), StartMilliseconds);
+    m_project.write("go", {});
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_project.file("positions")), StartMilliseconds);
+    readPositions();
+    QCOMPARE(m_positions.size(), 6);
+    QVERIFY(!m_screen.picture().isNull());
+    QCOMPARE(highlightAnywhere(), 0);
+}
+
+void TestTrueDrag::readPositions()
+{
+    const QByteArrayList lines = contentOf(m_project.file("positions")).trimmed().split('\n');
+    for (const QByteArray& line : lines) {
+        const QByteArrayList words = line.split(' ');
+        m_positions.insert(words.value(0), {words.value(1).toInt(), words.value(2).toInt()});
+    }
+    // "WINDOW=...", "X=...", "Y=...", "WIDTH=...", "HEIGHT=...", "SCREEN=..."
+    QMap<QString, int> geometry;
+    const QStringList facts = m_screen.xdotool({"getactivewindow", "getwindowgeometry", "--shell"}).split('\n');
+    for (const QString& fact : facts)
+        geometry.insert(fact.section('=', 0, 0), fact.section('=', 1).toInt());
+    m_window = QRect(geometry["X"], geometry["Y"], geometry["WIDTH"], geometry["HEIGHT"]);
+}
+
+void TestTrueDrag::cleanupTestCase()
+{
+    m_program.kill();
+    m_program.waitForFinished();
+}
+
+// In small steps, with the pauses that a hand makes.
+void TestTrueDrag::moveTo(QPoint target)
+{
+    const QPoint way = target - m_pointer;
+    const int steps = qMax(1, qMax(qAbs(way.x()), qAbs(way.y())) / StepPixels);
+    QStringList words;
+    for (int i = 1; i <= steps; ++i) {
+        const QPoint at = m_pointer + way * i / steps;
+        words += QStringList{"mousemove", QString::number(at.x()), QString::number(at.y()), "sleep", "0.004"};
+    }
+    m_screen.xdotool(words);
+    m_pointer = target;
+}
+
+void TestTrueDrag::press(const char* resource)
+{
+    m_pointer = m_positions.value(resource);
+    m_screen.xdotool({"mousemove", QString::number(m_pointer.x()), QString::number(m_pointer.y()), "mousedown", "1"});
+}
+
+QImage TestTrueDrag::statusBar() const
+{
+    return m_screen.picture().copy(
+        m_window.left(), m_window.bottom() - StatusBarHeight, m_window.width() / 4, StatusBarHeight);
+}
+
+// The pixels in the colour of probable sites, at a site's middle and around it.
+int TestTrueDrag::highlightAt(int id) const
+{
+    QRect around(QPoint(), SiteSurroundings);
+    around.moveCenter(site(id));
+    return countOf(m_screen.picture().copy(around), HIGHLIGHT_COLOR);
+}
+
+// Between the two sites that lie in corners of the drawing.
+int TestTrueDrag::highlightAnywhere() const
+{
+    return countOf(m_screen.picture().copy(QRect(site(TakenPll), site(OtherFreePll))), HIGHLIGHT_COLOR);
+}
+
+void TestTrueDrag::refusingSiteChangesNothing()
+{
+    const QImage before = statusBar();
+    press(Pll);
+    moveTo(site(TakenPll));
+    QTRY_VERIFY_WITH_TIMEOUT(statusBar() != before, AnswerMilliseconds); // says why
+    QTest::qWait(RestMilliseconds);
+    QCOMPARE(highlightAnywhere(), 0);
+    release();
+    QTRY_COMPARE_WITH_TIMEOUT(statusBar(), before, AnswerMilliseconds);
+    QCOMPARE(m_project.journal(), QByteArrayList());
+}
+
+void TestTrueDrag::allowedSiteTakesTheResource()
+{
+    press(Pll);
+    moveTo(site(TakenPll));
+    moveTo(site(FreePll));
+    QTRY_VERIFY_WITH_TIMEOUT(highlightAt(OtherFreePll) > 0, AnswerMilliseconds);
+    QCOMPARE(highlightAt(TakenPll), 0);
+    QCOMPARE(m_project.journal(), QByteArrayList());
+    release();
+    QTRY_COMPARE_WITH_TIMEOUT(m_project.journal(),
+        QByteArrayList{"zel_resource place -rsc " + QByteArray(Pll) + " -id " + QByteArray::number(FreePll)},
+        AnswerMilliseconds);
+    QTRY_COMPARE_WITH_TIMEOUT(highlightAnywhere(), 0, AnswerMilliseconds);
+}
+
+// The button goes up as soon as the pointer is there: the text that comes up at a site must not take the drop.
+void TestTrueDrag::quickDropIsNotLost()
+{
+    const auto count = m_project.journal().size();
+    press(Supply);
+    moveTo(site(FreeSupply));
+    release();
+    QTRY_COMPARE_WITH_TIMEOUT(m_project.journal().size(), count + 1, AnswerMilliseconds);
+    QCOMPARE(m_project.journal().last(),
+        "zel_resource place -rsc " + QByteArray(Supply) + " -id " + QByteArray::number(FreeSupply));
+}
+
+void TestTrueDrag::whatWasDroppedIsThere()
+{
+    m_program.kill();
+    QVERIFY(m_program.waitForFinished());
+    const QString script = m_project.write("sites.tcl",
+        "foreach name {gateway/clocks/pll_video gateway/supplies/vccio_lvds} "
+        "{puts [dict get [zel_resource get -ip $name] id]}\n");
+    QProcess batch;
+    batch.start(ZELCHIP_PROGRAM, {m_project.path(), "--batch", script});
+    QVERIFY(batch.waitForFinished());
+    QCOMPARE(batch.readAllStandardOutput(), QByteArray::number(FreePll) + '\n' + QByteArray::number(FreeSupply) + '\n');
+}
+
+ZEL_TEST_MAIN(TestTrueDrag)
+#include "tst_truedrag.moc"
