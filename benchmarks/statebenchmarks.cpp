@@ -36,17 +36,18 @@ ChipWindow& restingWindow(Device& device)
     return window;
 }
 
-// The nth of `count` element ids that are spread over the drawing; the generator counts ids from 1, row by row.
-int spreadId(int n, int count, const Device& device)
+// The nth of element ids that lie all over the drawing; the generator counts ids from 1, row by row.
+int scatteredId(int n, const Device& device)
 {
-    return 1 + static_cast<int>(static_cast<qint64>(n) * device.elements() / count);
+    constexpr qint64 Stride = 7919; // a prime, so that no id comes twice
+    return 1 + static_cast<int>(n * Stride % device.elements());
 }
 
 // One element is marked or unmarked, and the picture is right again.
 void selectOne(benchmark::State& state, Device& device)
 {
     ChipWindow& window = restingWindow(device);
-    const int id = spreadId(1, 2, device);
+    const int id = 1 + device.elements() / 2;
     bool isSelected = false;
     for (auto _ : state) {
         state.SetIterationTime(secondsOf([&] {
@@ -68,7 +69,7 @@ void highlightSites(benchmark::State& state, Device& device)
     ChipWindow& window = restingWindow(device);
     QSet<int> sites;
     for (int n = 0; n < ProbableSites; ++n)
-        sites.insert(spreadId(n, ProbableSites, device));
+        sites.insert(scatteredId(n, device));
     bool isHighlighted = false;
     for (auto _ : state) {
         state.SetIterationTime(secondsOf([&] {
@@ -85,7 +86,7 @@ void giveDynamicValues(ChipWindow& window, const Device& device)
 {
     window.engine().device.clearRecords();
     for (int n = 0; n < DynamicValues; ++n) {
-        const auto id = static_cast<unsigned int>(spreadId(n, DynamicValues, device));
+        const auto id = static_cast<unsigned int>(scatteredId(n, device));
         window.engine().device.addRecord(id, {{"fill", "#a0b0c0"}, {"tovanel:popup", "site"}});
     }
 }
