@@ -16,6 +16,8 @@ namespace mirn::zelchip {
 
 namespace {
 
+constexpr int SmallestOutputHeight = 24; // so that a small window keeps room for the drawing
+
 // Monospaced, as large as the rest of the program.
 QFont consoleFont(const QFont& programFont)
 {
@@ -39,6 +41,7 @@ ConsoleDock::ConsoleDock(QWidget* parent)
     content->setAutoFillBackground(true);
     content->setFont(consoleFont(font()));
     m_output = new ConsoleOutput(content);
+    m_output->setMinimumHeight(SmallestOutputHeight);
     m_output->setObjectName(QStringLiteral("consoleOutput"));
     m_output->setFrameShape(QFrame::NoFrame);
     auto* line = new QFrame(content);

@@ -24,6 +24,7 @@ const Syntax Syntaxes[] = {
     {"zel_resource", "reset", "-ip"},
     {"zel_resource", "remove", "-ip"},
     {"zel_resource", "restore", "-ip"},
+    {"zel_resource", "configure", "-ip -key -value"},
     {"zel_resource", "list", "-unplaced"},
     {"zel_resource", "get", "-ip"},
     {"zel_resource", "sites", "-rsc"},

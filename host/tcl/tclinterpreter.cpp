@@ -44,14 +44,19 @@ struct InterpreterDeleter
 
 using InterpreterPointer = std::unique_ptr<Tcl_Interp, InterpreterDeleter>;
 
-InterpreterPointer newInterpreter()
+// Tcl crashes before this; it also looks its library up from here. Once per process.
+void prepareTcl()
 {
-    // Tcl looks its library up from here; once per process.
     static const bool isPrepared = [] {
         Tcl_FindExecutable(nullptr);
         return true;
     }();
     Q_UNUSED(isPrepared)
+}
+
+InterpreterPointer newInterpreter()
+{
+    prepareTcl();
     return InterpreterPointer(Tcl_CreateInterp());
 }
 
@@ -239,6 +244,7 @@ QStringList TclInterpreter::commandNames() const
 
 QString TclInterpreter::list(const QStringList& words)
 {
+    prepareTcl();
     Tcl_Obj* list = Tcl_NewListObj(0, nullptr);
     Tcl_IncrRefCount(list);
     for (const QString& word : words)
@@ -250,6 +256,7 @@ QString TclInterpreter::list(const QStringList& words)
 
 std::optional<QStringList> TclInterpreter::words(const QString& list)
 {
+    prepareTcl();
     Tcl_Obj* object = toTcl(list);
     Tcl_IncrRefCount(object);
     int count = 0;

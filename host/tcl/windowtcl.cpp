@@ -194,7 +194,7 @@ TclResult withRow(
     return TclResult::error(QStringLiteral("there is no resource \"%1\"").arg(name));
 }
 
-// The middle of the row's first column, in screen pixels.
+// A point on the row's name, in screen pixels.
 TclResult whereRow(WindowAccess& window, QTreeWidgetItem* row)
 {
     const QRect area = window.tree()->visualItemRect(row);

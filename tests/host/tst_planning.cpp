@@ -1,0 +1,278 @@
+// SPDX-License-Identifier: MIT
+#include "chipview/zelchipgui.h"
+#include "chipview/zelchipviewdatabase.h"
+#include "engine/referenceengine.h"
+#include "graphics/zelconstants.h"
+#include "graphics/zelgraphicsview.h"
+#include "host/console/consoledock.h"
+#include "host/design/designeditor.h"
+#include "host/findbox.h"
+#include "host/mainwindow.h"
+#include "host/projectsession.h"
+#include "tests/host/hostfiles.h"
+#include "tests/support/testmain.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QStatusBar>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+
+using namespace mirn::zelchip;
+using namespace mirn::zelchipview;
+
+namespace {
+
+const QByteArray Design = R"([
+  {"name": "duo", "type": "IP", "children": [
+    {"name": "a", "type": "DCUCHANNEL"}, {"name": "b", "type": "DCUCHANNEL"}]},
+  {"name": "core", "type": "PLL"}
+])";
+
+// The program's window on a project with something to place.
+class Planning
+{
+public:
+    Planning()
+    {
+        files.project.write(QStringLiteral("design.json"), designWith(Design));
+        open();
+    }
+
+    void open()
+    {
+        window.reset();
+        QString error;
+        auto session = ProjectSession::open(files.project.path(), &error);
+        if (!session)
+            qFatal("%s", qPrintable(error));
+        this->session = session.get();
+        window = std::make_unique<MainWindow>(std::move(session));
+        window->resize(1000, 700);
+        window->show();
+        QCoreApplication::processEvents();
+    }
+
+    // As typed into the console.
+    void run(const QString& script)
+    {
+        Q_EMIT console()->commandEntered(script);
+        QCoreApplication::processEvents();
+    }
+
+    ConsoleDock* console() { return window->findChild<ConsoleDock*>(); }
+    QString consoleText() { return console()->findChild<QPlainTextEdit*>()->toPlainText(); }
+    QTreeWidget* tree() { return chipView()->findChild<QTreeWidget*>(); }
+    ZelChipGUI* chipView() { return window->findChild<ZelChipGUI*>(); }
+    ZelGraphicsView* view() { return qobject_cast<ZelGraphicsView*>(chipView()->centralWidget()); }
+    FindBox* findBox() { return window->findChild<FindBox*>(); }
+
+    QTreeWidgetItem* row(const QString& resource)
+    {
+        for (QTreeWidgetItemIterator row(tree()); *row; ++row) {
+            if ((*row)->data(0, RESOURCENAME).toString() == resource)
+                return *row;
+        }
+        return nullptr;
+    }
+
+    int siteOf(const QString& resource)
+    {
+        const auto& design = session->editor().engine().design();
+        return design.resource(design.find(resource)).site;
+    }
+
+    template <typename Event>
+    void drag(QPointF scenePosition)
+    {
+        const QPoint position = view()->mapFromScene(scenePosition);
+        QCursor::setPos(view()->viewport()->mapToGlobal(position));
+        Event event(position, Qt::CopyAction | Qt::MoveAction, &m_mimeData, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(view()->viewport(), &event);
+    }
+
+    HostFiles files;
+    ProjectSession* session = nullptr;
+    std::unique_ptr<MainWindow> window;
+
+private:
+    QMimeData m_mimeData;
+};
+
+void answerNextQuestion(QMessageBox::StandardButton answer)
+{
+    QTimer::singleShot(0, qApp, [answer] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+            box->button(answer)->click();
+    });
+}
+
+} // namespace
+
+class TestPlanning : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void dropPlacesAndShows();
+    void statusBarSaysWhyASiteRefuses();
+    void consoleShowsEverything();
+    void undoMenuNamesTheStep();
+    void closingAsks_data();
+    void closingAsks();
+    void findBoxNarrowsTheTree();
+    void viewIsDrivenByCommands();
+    void longScriptsCanBeStopped();
+    void anotherProjectOpensFromAScript();
+};
+
+void TestPlanning::dropPlacesAndShows()
+{
+    Planning planning;
+    planning.tree()->setCurrentItem(planning.row(QStringLiteral("top/duo/a")));
+    planning.drag<QDragEnterEvent>({13, 13});
+    planning.drag<QDragMoveEvent>({13, 13});
+    planning.drag<QDropEvent>({13, 13});
+    QCOMPARE(planning.siteOf(QStringLiteral("top/duo/a")), 11);
+    QTRY_COMPARE(planning.row(QStringLiteral("top/duo/a"))->text(1), QStringLiteral("U0_CH0"));
+    QVERIFY(planning.consoleText().contains(QStringLiteral("zel_resource place -rsc {top/duo/a} -id 11")));
+    QVERIFY(planning.window->isWindowModified());
+}
+
+void TestPlanning::statusBarSaysWhyASiteRefuses()
+{
+    Planning planning;
+    planning.tree()->setCurrentItem(planning.row(QStringLiteral("top/core")));
+    planning.drag<QDragEnterEvent>({13, 13});
+    planning.drag<QDragMoveEvent>({13, 13});
+    const auto& engine = planning.session->editor().engine();
+    const QString reason
+        = engine.rules().propose(engine.design().find(QStringLiteral("top/core")), 11).refusal;
+    QVERIFY(!reason.isEmpty());
+    QCOMPARE(planning.window->statusBar()->currentMessage(), reason);
+    planning.drag<QDropEvent>({13, 13});
+    QVERIFY(planning.window->statusBar()->currentMessage().isEmpty());
+    QCOMPARE(planning.siteOf(QStringLiteral("top/core")), -1);
+}
+
+void TestPlanning::consoleShowsEverything()
+{
+    Planning planning;
+    planning.run(QStringLiteral("puts {some output}; expr {6 * 7}"));
+    planning.run(QStringLiteral("zel_resource place -rsc nobody -id 3"));
+    const QString text = planning.consoleText();
+    for (const char* piece : {"puts {some output}", "some output", "42", "there is no resource \"nobody\""})
+        QVERIFY2(text.contains(QLatin1String(piece)), piece);
+    QVERIFY(planning.window->statusBar()->currentMessage().contains(QStringLiteral("nobody")));
+}
+
+void TestPlanning::undoMenuNamesTheStep()
+{
+    Planning planning;
+    QAction* undo = nullptr;
+    const QList<QAction*> actions = planning.window->findChildren<QAction*>();
+    for (QAction* action : actions)
+        undo = action->shortcut() == QKeySequence(QKeySequence::Undo) ? action : undo;
+    QVERIFY(undo && !undo->isEnabled());
+    planning.run(QStringLiteral("zel_resource place -rsc top/core -id 50"));
+    QVERIFY(undo->isEnabled());
+    QVERIFY(undo->text().contains(QStringLiteral("top/core")));
+    undo->trigger();
+    QCOMPARE(planning.siteOf(QStringLiteral("top/core")), -1);
+    QVERIFY(!undo->isEnabled());
+    QTRY_VERIFY(planning.row(QStringLiteral("top/core"))->text(1).isEmpty());
+    QVERIFY(!planning.window->isWindowModified());
+}
+
+void TestPlanning::closingAsks_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("isClosed");
+    QTest::addColumn<int>("siteAfterwards");
+    QTest::newRow("cancel stays") << int(QMessageBox::Cancel) << false << 50;
+    QTest::newRow("save keeps the placement") << int(QMessageBox::Save) << true << 50;
+    QTest::newRow("discard drops it") << int(QMessageBox::Discard) << true << -1;
+}
+
+void TestPlanning::closingAsks()
+{
+    QFETCH(int, answer);
+    Planning planning;
+    QVERIFY(planning.window->close()); // nothing changed, nothing asked
+    planning.window->show();
+    planning.run(QStringLiteral("zel_resource place -rsc top/core -id 50"));
+    answerNextQuestion(static_cast<QMessageBox::StandardButton>(answer));
+    QTEST(planning.window->close(), "isClosed");
+    planning.open();
+    QTEST(planning.siteOf(QStringLiteral("top/core")), "siteAfterwards");
+}
+
+void TestPlanning::findBoxNarrowsTheTree()
+{
+    Planning planning;
+    const auto isShown = [&](const char* name) { return !planning.row(QLatin1String(name))->isHidden(); };
+    QTest::keyClicks(planning.findBox(), QStringLiteral("B"));
+    QVERIFY(isShown("top/duo/b") && isShown("top/duo") && !isShown("top/duo/a") && !isShown("top/core"));
+    planning.run(QStringLiteral("zel_resource place -rsc top/duo/b -id 11")); // the rows are made anew
+    QTRY_VERIFY(!isShown("top/core"));
+    QTest::keyClick(planning.findBox(), Qt::Key_Return);
+    QCOMPARE(planning.tree()->currentItem(), planning.row(QStringLiteral("top/duo/b")));
+    const QRectF shown = planning.view()->mapToScene(planning.view()->viewport()->rect()).boundingRect();
+    QVERIFY(shown.contains(QRectF(11, 11, 38, 38)) && shown.width() < 150);
+    QTest::keyClick(planning.findBox(), Qt::Key_Escape);
+    QVERIFY(isShown("top/core") && planning.findBox()->text().isEmpty());
+}
+
+void TestPlanning::viewIsDrivenByCommands()
+{
+    Planning planning;
+    planning.run(QStringLiteral("zel_view select 11; puts <[zel_view selected]>"));
+    QVERIFY(planning.consoleText().contains(QStringLiteral("<11>")));
+    planning.run(QStringLiteral("zel_view mode pan; puts <[zel_view mode]>"));
+    QVERIFY(planning.consoleText().contains(QStringLiteral("<pan>")));
+    const QPoint middle = planning.view()->viewport()->mapToGlobal(planning.view()->mapFromScene(30.0, 30.0));
+    planning.run(QStringLiteral("puts <[zel_view where -id 11]>"));
+    QVERIFY(planning.consoleText().contains(QStringLiteral("<%1 %2>").arg(middle.x()).arg(middle.y())));
+    const double before = planning.view()->transform().m11();
+    planning.run(QStringLiteral("zel_view in; zel_tree select -rsc top/core"));
+    QVERIFY(planning.view()->transform().m11() > before);
+    QCOMPARE(planning.tree()->currentItem(), planning.row(QStringLiteral("top/core")));
+    planning.run(QStringLiteral("zel_view where -id 4711"));
+    QVERIFY(planning.consoleText().contains(QStringLiteral("there is no element 4711")));
+    planning.run(QStringLiteral("zel_view zoom 11; zel_view where -id 12; zel_view fit"));
+    QCOMPARE(planning.view()->transform().m11(), before);
+}
+
+void TestPlanning::longScriptsCanBeStopped()
+{
+    Planning planning;
+    QTimer::singleShot(250, qApp, [&] { QTest::keyClick(planning.window.get(), Qt::Key_Escape); });
+    QElapsedTimer clock;
+    clock.start();
+    planning.run(QStringLiteral("while 1 {}"));
+    QVERIFY(clock.elapsed() < 10000);
+    QVERIFY(planning.consoleText().contains(QStringLiteral("cancelled")));
+    planning.run(QStringLiteral("expr 40+2"));
+    QVERIFY(planning.consoleText().contains(QStringLiteral("42")));
+}
+
+void TestPlanning::anotherProjectOpensFromAScript()
+{
+    Planning planning;
+    const QString drawing = planning.files.write(QStringLiteral("other drawing.svg"), smallDrawing());
+    planning.run(QStringLiteral("zel_project open {%1}; puts <[zel_project info]>").arg(drawing));
+    QVERIFY(planning.window->windowTitle().contains(QStringLiteral("other drawing.svg")));
+    QVERIFY(planning.consoleText().contains(QStringLiteral("<name {other drawing}")));
+    planning.run(QStringLiteral("zel_project open /nowhere"));
+    QVERIFY(planning.consoleText().contains(QStringLiteral("there is no such file or folder")));
+    QVERIFY(planning.window->windowTitle().contains(QStringLiteral("other drawing.svg")));
+}
+
+ZEL_TEST_MAIN(TestPlanning)
+#include "tst_planning.moc"
