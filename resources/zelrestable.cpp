@@ -28,7 +28,10 @@ void ZelResTable::refresh()
     setRowCount(rows.size());
     for (int row = 0; row < rows.size(); ++row)
         fillRow(row, rows[row]);
+    // Resizing ends the stretching of the last column until it is asked for anew.
+    horizontalHeader()->setStretchLastSection(false);
     resizeColumnsToContents();
+    horizontalHeader()->setStretchLastSection(true);
 }
 
 void ZelResTable::fillRow(int row, const QStringList& texts)

@@ -4,6 +4,8 @@
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/testmain.h"
 
+#include <QHeaderView>
+
 using namespace zeltest;
 
 namespace {
@@ -261,6 +263,7 @@ void TestResourceTree::usageRowsReplaceEachOther()
     QCOMPARE(table->item(0, 0)->text() + table->item(0, 1)->text(), QStringLiteral("18"));
     QVERIFY(!table->verticalHeaderItem(1) && !table->item(1, 0));
     QCOMPARE(table->verticalHeaderItem(2)->text(), QStringLiteral("PLL"));
+    QCOMPARE(table->horizontalHeader()->length(), table->viewport()->width()); // the last column still stretches
     QCOMPARE(table->editTriggers(), QAbstractItemView::NoEditTriggers);
     chip.engine.usageRows.clear();
     chip.window->refresh(REFRESH_TABLE);
