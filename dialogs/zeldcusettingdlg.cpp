@@ -9,6 +9,9 @@
 #include <QFontMetrics>
 #include <QLabel>
 #include <QPushButton>
+#include <QStringList>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 
 #include <algorithm>
 
@@ -18,21 +21,42 @@ namespace {
 
 constexpr int Cancelled = 1;
 
-// How narrow a label's letters may become, in per cent, before they are made smaller instead.
+// What the style leaves free on both sides of a list box's text, in pixels.
+constexpr int BoxTextMargins = 4;
+
+// How narrow letters may become, in per cent, before they are made smaller instead.
 constexpr int NarrowestStretch = 75;
+constexpr int StretchStep = 5;
 constexpr int SmallestPixelSize = 8;
 
-// Narrows, then shrinks the font until the text fits the label's fixed width.
-void fitText(QLabel* label)
+// Shrinks the font until a line of it is no higher than `height` pixels.
+QFont lowered(QFont font, int height)
 {
-    QFont font = label->font();
     font.setPixelSize(QFontInfo(font).pixelSize());
-    const auto textWidth = [&] { return QFontMetrics(font).horizontalAdvance(label->text()); };
-    for (int stretch = 95; stretch >= NarrowestStretch && textWidth() > label->width(); stretch -= 5)
-        font.setStretch(stretch);
-    while (font.pixelSize() > SmallestPixelSize && textWidth() > label->width())
+    while (font.pixelSize() > SmallestPixelSize && QFontMetrics(font).height() > height)
         font.setPixelSize(font.pixelSize() - 1);
-    label->setFont(font);
+    return font;
+}
+
+// Narrows, then shrinks the font until the widest of the texts fits into `width` pixels.
+QFont narrowed(QFont font, const QStringList& texts, int width)
+{
+    const auto isTooWide = [&](const QString& text) { return QFontMetrics(font).horizontalAdvance(text) > width; };
+    const auto fits = [&] { return std::none_of(texts.begin(), texts.end(), isTooWide); };
+    for (int stretch = 100 - StretchStep; stretch >= NarrowestStretch && !fits(); stretch -= StretchStep)
+        font.setStretch(stretch);
+    while (font.pixelSize() > SmallestPixelSize && !fits())
+        font.setPixelSize(font.pixelSize() - 1);
+    return font;
+}
+
+// What a list box has for its text beside the arrow.
+int textWidth(const QComboBox* box)
+{
+    QStyleOptionComboBox option;
+    option.initFrom(box);
+    return box->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, box).width()
+        - BoxTextMargins;
 }
 
 void chooseText(QComboBox* box, const QString& text)
@@ -50,7 +74,6 @@ ZELDCUSettingDlg::ZELDCUSettingDlg(QWidget* parent, int id)
     , m_id(id)
 {
     m_form->setupUi(this);
-    keepLegible();
     connect(m_form->pushButtonOK, &QPushButton::clicked, this, &ZELDCUSettingDlg::accept);
     connect(m_form->pushButtonCancel, &QPushButton::clicked, this, &ZELDCUSettingDlg::reject);
     for (QComboBox* box : {m_form->comboBoxCH0, m_form->comboBoxCH1}) {
@@ -58,6 +81,7 @@ ZELDCUSettingDlg::ZELDCUSettingDlg(QWidget* parent, int id)
             [this, box] { syncValues(box->currentText()); });
     }
     init();
+    keepLegible();
 }
 
 ZELDCUSettingDlg::~ZELDCUSettingDlg() = default;
@@ -142,11 +166,27 @@ void ZELDCUSettingDlg::reject()
     done(Cancelled);
 }
 
-// The form's geometry is fixed; the desktop's font is not.
+// The form's geometry is fixed; the desktop's font and the engine's texts are not.
 void ZELDCUSettingDlg::keepLegible()
 {
+    const QLabel* narrowest = m_form->label_2;
+    const QFont basic = lowered(font(), narrowest->height());
+    // The form has a style sheet, and with one a font does not pass down by itself.
+    for (QWidget* part : findChildren<QWidget*>())
+        part->setFont(basic);
+
+    const QFont labelFont = narrowed(basic, {m_form->label_2->text(), m_form->label_3->text()}, narrowest->width());
     for (QLabel* label : {m_form->label, m_form->label_2, m_form->label_3})
-        fitText(label);
+        label->setFont(labelFont);
+    const auto boxes = {m_form->comboBoxCH0, m_form->comboBoxCH1, m_form->comboBoxTXPLL};
+    QStringList values;
+    for (const QComboBox* box : boxes) {
+        for (int i = 0; i < box->count(); ++i)
+            values.append(box->itemText(i));
+    }
+    const QFont boxFont = narrowed(basic, values, textWidth(m_form->comboBoxCH0));
+    for (QComboBox* box : boxes)
+        box->setFont(boxFont);
 }
 
 } // namespace mirn::zelchipview

@@ -5,6 +5,7 @@
 #include "platform/contract/zelchipengine.h"
 
 #include <QCheckBox>
+#include <QMargins>
 #include <QMenu>
 #include <QWidgetAction>
 
@@ -16,6 +17,9 @@ namespace {
 
 // Keeps the kind of a box with the box.
 constexpr char FilterKeyProperty[] = "FILTERKEYVALUE";
+
+// Around the boxes, in pixels: a menu gives widgets none, and the boxes would stand on its border.
+constexpr QMargins SubmenuMargins(6, 4, 10, 4);
 
 } // namespace
 
@@ -38,6 +42,7 @@ QMenu* ViewFilter::buildMenu(QWidget* parent, const std::function<void(QCheckBox
     m_filteredIds.clear();
     m_menu = new QMenu(parent);
     auto* submenu = new QMenu(QStringLiteral("Filter Graphic Items"), m_menu);
+    submenu->setContentsMargins(SubmenuMargins);
     m_menu->addMenu(submenu);
     addBox(submenu, QStringLiteral("(Select All)"), QString(), connectBox);
 

@@ -9,8 +9,10 @@
 #include <QComboBox>
 #include <QFontMetrics>
 #include <QGraphicsRectItem>
+#include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTimer>
 
 using namespace zeltest;
@@ -62,6 +64,9 @@ private Q_SLOTS:
     void withoutValuesNothingCanBeChosen();
     void emptyCurrentValueSelectsNothing();
     void cancelWritesNothing();
+    void formIsAsAgreed_data();
+    void formIsAsAgreed();
+    void textsFitTheForm_data();
     void textsFitTheForm();
     void doubleClickOpensTheSiteBelow_data();
     void doubleClickOpensTheSiteBelow();
@@ -152,19 +157,81 @@ void TestDcuSettings::cancelWritesNothing()
     QVERIFY(chip.engine.calls.empty());
 }
 
-void TestDcuSettings::textsFitTheForm()
+void TestDcuSettings::formIsAsAgreed_data()
 {
-    SettingsView chip({});
+    QTest::addColumn<QRect>("geometry"); // in the parent
+    QTest::addColumn<QString>("parent");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("groupBox") << QRect(20, 100, 210, 91) << "dcuSettingDlg"
+                              << "RX Setting";
+    QTest::newRow("comboBoxCH0") << QRect(90, 24, 101, 20) << "groupBox" << QString();
+    QTest::newRow("comboBoxCH1") << QRect(90, 50, 101, 20) << "groupBox" << QString();
+    QTest::newRow("label_2") << QRect(10, 23, 48, 16) << "groupBox"
+                             << "Channel 0";
+    QTest::newRow("label_3") << QRect(10, 50, 48, 16) << "groupBox"
+                             << "Channel 1";
+    QTest::newRow("groupBox_2") << QRect(20, 30, 210, 51) << "dcuSettingDlg"
+                                << "TX Setting";
+    QTest::newRow("comboBoxTXPLL") << QRect(90, 20, 101, 20) << "groupBox_2" << QString();
+    QTest::newRow("label") << QRect(10, 20, 70, 16) << "groupBox_2"
+                           << "TXPLL";
+    QTest::newRow("pushButtonOK") << QRect(70, 200, 71, 23) << "dcuSettingDlg"
+                                  << "Ok";
+    QTest::newRow("pushButtonCancel") << QRect(160, 200, 71, 23) << "dcuSettingDlg"
+                                      << "Cancel";
+}
+
+void TestDcuSettings::formIsAsAgreed()
+{
+    SettingsView chip({{"CH0", {"A"}}, {"CH1", {"A"}}, {"TXPLL", {"X"}}});
     ZELDCUSettingDlg dialog(nullptr, Site);
     dialog.show();
     QCOMPARE(dialog.size(), QSize(252, 238));
     QCOMPARE(dialog.minimumSize(), dialog.maximumSize());
-    const auto labels = dialog.findChildren<QLabel*>();
-    QCOMPARE(labels.size(), 3);
-    for (const QLabel* label : labels)
-        QVERIFY2(
-            QFontMetrics(label->font()).horizontalAdvance(label->text()) <= label->width(), qPrintable(label->text()));
-    QCOMPARE(box(dialog, "comboBoxTXPLL")->nextInFocusChain()->parent(), box(dialog, "comboBoxCH0")->parent());
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("DCU Settings"));
+    auto* widget = dialog.findChild<QWidget*>(QLatin1String(QTest::currentDataTag()));
+    QVERIFY(widget);
+    QTEST(widget->geometry(), "geometry");
+    QTEST(widget->parentWidget()->objectName(), "parent");
+    const QVariant title = widget->property("title");
+    QTEST((title.isValid() ? title : widget->property("text")).toString(), "text");
+    QStringList tabOrder;
+    for (QWidget* next = box(dialog, "comboBoxTXPLL"); tabOrder.size() < 3; next = next->nextInFocusChain()) {
+        if (next->focusPolicy() & Qt::TabFocus)
+            tabOrder.append(next->objectName());
+    }
+    QCOMPARE(tabOrder, (QStringList{"comboBoxTXPLL", "comboBoxCH0", "comboBoxCH1"}));
+}
+
+void TestDcuSettings::textsFitTheForm_data()
+{
+    QTest::addColumn<int>("fontPixels");
+    QTest::newRow("a normal desktop font") << 12;
+    QTest::newRow("a large one") << 20;
+}
+
+void TestDcuSettings::textsFitTheForm()
+{
+    QFETCH(int, fontPixels);
+    const QFont before = QApplication::font();
+    QFont font = before;
+    font.setPixelSize(fontPixels);
+    QApplication::setFont(font);
+    const auto restore = qScopeGuard([&] { QApplication::setFont(before); });
+    SettingsView chip({{"CH0", {"EXTREF A", "POWER DOWN"}}, {"CH1", {"EXTREF A"}}, {"TXPLL", {"X20"}}});
+    ZELDCUSettingDlg dialog(nullptr, Site);
+    const auto fits = [](const QWidget* widget, const QString& text, int width) {
+        const QFontMetrics metrics(widget->font());
+        return metrics.horizontalAdvance(text) <= width && metrics.height() <= 16;
+    };
+    for (const QLabel* label : dialog.findChildren<QLabel*>())
+        QVERIFY2(fits(label, label->text(), label->width()), qPrintable(label->text()));
+    for (const QComboBox* list : dialog.findChildren<QComboBox*>())
+        QVERIFY(fits(list, QStringLiteral("POWER DOWN"), list->width() - 24)); // beside the arrow
+    for (const QPushButton* button : dialog.findChildren<QPushButton*>())
+        QVERIFY(fits(button, button->text(), button->width() - 8));
+    for (const QGroupBox* group : dialog.findChildren<QGroupBox*>())
+        QVERIFY(fits(group, group->title(), group->width()));
 }
 
 void TestDcuSettings::doubleClickOpensTheSiteBelow_data()

@@ -96,6 +96,11 @@ void TestFilter::menuListsTheKinds()
     QCOMPARE(chip.boxes()[3]->property("FILTERKEYVALUE").toString(), QStringLiteral("R&D"));
     QVERIFY(!chip.database()->isFilterEnable());
     QCOMPARE(chip.database()->getViewFilterMenu(), menu);
+    QMenu* submenu = menu->actions().first()->menu();
+    submenu->popup(QPoint());
+    for (const QCheckBox* box : chip.boxes())
+        QVERIFY(submenu->rect().marginsRemoved({4, 4, 4, 4}).contains(box->geometry())); // clear of the border
+    submenu->hide();
 }
 
 void TestFilter::tickingKindsFiltersTheirElements()
