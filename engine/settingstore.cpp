@@ -109,7 +109,7 @@ std::map<std::string, std::vector<std::string>> SettingStore::offers(int siteId)
         return result;
     for (const SiteSetting& setting : site->settings) {
         QStringList texts = setting.choices;
-        texts.prepend(isCoupled(setting) ? setting.choices.first() : valueOf(*site, setting));
+        texts.prepend(isCoupled(setting) ? commonValueOf(*site, setting) : valueOf(*site, setting));
         result[toEngineText(setting.key)] = engineTexts(texts);
     }
     return result;
@@ -126,6 +126,14 @@ void SettingStore::setChanges(int carrier, const SiteSettingChanges& changes)
 QString SettingStore::valueOf(const Site& site, const SiteSetting& setting) const
 {
     return m_changes.value(site.id).value(setting.key, setting.value);
+}
+
+// The choice of a coupled setting that is in force for its keys; empty when none is.
+QString SettingStore::commonValueOf(const Site& site, const SiteSetting& coupled) const
+{
+    const SiteSetting* first = settingOf(site, coupled.key.section(QLatin1Char(':'), 0, 0));
+    const QString value = first ? valueOf(site, *first) : QString();
+    return coupled.choices.contains(value) ? value : QString();
 }
 
 void SettingStore::store(const Site& site, const SiteSetting& setting, const QString& value)

@@ -34,7 +34,9 @@ public:
     // Empty on success, else why not.
     [[nodiscard]] QString setValue(int site, const QString& key, const QString& value);
 
-    // Per key the value in force, then all choices, as 8-bit text; empty when the site has no settings.
+    // Per key the value in force, then all choices, as 8-bit text; empty when the site has no settings. For a key "A:B"
+    // the value in force is empty while A and B have values of their own: a dialog that was told otherwise would take
+    // the choice of the common value for no change.
     [[nodiscard]] std::map<std::string, std::vector<std::string>> offers(int site) const;
 
     [[nodiscard]] const SettingChanges& changes() const { return m_changes; }
@@ -42,6 +44,7 @@ public:
 
 private:
     [[nodiscard]] QString valueOf(const Site& site, const SiteSetting& setting) const;
+    [[nodiscard]] QString commonValueOf(const Site& site, const SiteSetting& coupled) const;
     void store(const Site& site, const SiteSetting& setting, const QString& value);
 
     const Device& m_device;

@@ -240,6 +240,11 @@ void TestEngineTree::offersSettingsForTheWholeUnit()
     const auto* offers = m_engine->getDynamicDialogValues(&channel, 1);
     QVERIFY(offers);
     QCOMPARE(offers->at("CH0"), (Values{"FAST", "SLOW", "FAST"}));
+    QCOMPARE(offers->at("CH0:CH1"), (Values{"", "OFF"}));
+    const std::string common = "OFF";
+    QCOMPARE(m_engine->setDynamicDialogValue(&channel, 1, &key, &common), 1);
+    offers = m_engine->getDynamicDialogValues(&channel, 1);
+    QCOMPARE(offers->at("CH1").front(), common);
     QCOMPARE(offers->at("CH0:CH1"), (Values{"OFF", "OFF"}));
 }
 
