@@ -192,8 +192,8 @@ void MainWindow::connectConsole()
         [this](const QString& script) { m_shell.run(script, CommandShell::Origin::User); });
     connect(m_console, &ConsoleDock::cancelRequested, &m_shell, &CommandShell::cancel);
     connect(&m_shell, &CommandShell::started, m_console, [this](const QString& script, CommandShell::Origin origin) {
-        m_console->showCommand(script,
-            origin == CommandShell::Origin::View ? ConsoleDock::Origin::View : ConsoleDock::Origin::User);
+        m_console->showCommand(
+            script, origin == CommandShell::Origin::View ? ConsoleDock::Origin::View : ConsoleDock::Origin::User);
     });
     connect(&m_shell, &CommandShell::wrote, m_console, &ConsoleDock::showOutput);
     connect(m_busyScript, &BusyScript::changed, m_console, &ConsoleDock::setRunning);
@@ -236,11 +236,15 @@ void MainWindow::refreshView()
     showDesignState();
 }
 
-// The view's own flag says the same of settings that were written through it.
+// The view's own flag says the same of settings that were written through it, but knows neither of values that were in
+// force already nor of undo.
 void MainWindow::showDesignState()
 {
+    if (!editor().isModified())
+        m_surface->chipView()->clearDirtyFlag();
     const QUndoStack& stack = editor().undoStack();
-    m_actions.showHistory(stack.canUndo() ? stack.undoText() : QString(), stack.canRedo() ? stack.redoText() : QString());
+    m_actions.showHistory(
+        stack.canUndo() ? stack.undoText() : QString(), stack.canRedo() ? stack.redoText() : QString());
     const bool isModified = editor().isModified() || m_surface->chipView()->getDirtyFlag() != 0;
     m_actions.save->setEnabled(isModified);
     setWindowModified(isModified);

@@ -200,6 +200,9 @@ QString DesignEditor::setSetting(int site, const QString& key, const QString& va
     if (!refusal.isEmpty())
         return refusal;
     change.settingsAfter = m_engine.settings().changes().value(change.settingsSite);
+    // The dialog writes channel values again where it also offers common ones: that is no change.
+    if (change.settingsAfter == change.settingsBefore)
+        return {};
     m_engine.setSettingChanges(change.settingsSite, change.settingsBefore);
     return commit(change, designcommands::setting(site, key, value));
 }

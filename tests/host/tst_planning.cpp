@@ -15,6 +15,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDragEnterEvent>
 #include <QElapsedTimer>
 #include <QMessageBox>
@@ -89,8 +90,7 @@ public:
         return design.resource(design.find(resource)).site;
     }
 
-    template <typename Event>
-    void drag(QPointF scenePosition)
+    template <typename Event> void drag(QPointF scenePosition)
     {
         const QPoint position = view()->mapFromScene(scenePosition);
         QCursor::setPos(view()->viewport()->mapToGlobal(position));
@@ -126,6 +126,8 @@ private Q_SLOTS:
     void undoMenuNamesTheStep();
     void closingAsks_data();
     void closingAsks();
+    void settingsDialogChangesOneThing_data();
+    void settingsDialogChangesOneThing();
     void findBoxNarrowsTheTree();
     void viewIsDrivenByCommands();
     void longScriptsCanBeStopped();
@@ -152,8 +154,7 @@ void TestPlanning::statusBarSaysWhyASiteRefuses()
     planning.drag<QDragEnterEvent>({13, 13});
     planning.drag<QDragMoveEvent>({13, 13});
     const auto& engine = planning.session->editor().engine();
-    const QString reason
-        = engine.rules().propose(engine.design().find(QStringLiteral("top/core")), 11).refusal;
+    const QString reason = engine.rules().propose(engine.design().find(QStringLiteral("top/core")), 11).refusal;
     QVERIFY(!reason.isEmpty());
     QCOMPARE(planning.window->statusBar()->currentMessage(), reason);
     planning.drag<QDropEvent>({13, 13});
@@ -211,6 +212,41 @@ void TestPlanning::closingAsks()
     QTEST(planning.window->close(), "isClosed");
     planning.open();
     QTEST(planning.siteOf(QStringLiteral("top/core")), "siteAfterwards");
+}
+
+void TestPlanning::settingsDialogChangesOneThing_data()
+{
+    QTest::addColumn<QString>("chosen"); // in the list of channel 1
+    QTest::addColumn<QStringList>("channels");
+    QTest::addColumn<int>("steps");
+    QTest::newRow("nothing") << "SLOW" << QStringList{"SLOW", "SLOW"} << 0;
+    QTest::newRow("a value of its own") << "FAST" << QStringList{"SLOW", "FAST"} << 1;
+    QTest::newRow("a value for both channels") << "OFF" << QStringList{"OFF", "OFF"} << 1;
+}
+
+void TestPlanning::settingsDialogChangesOneThing()
+{
+    QFETCH(QString, chosen);
+    QFETCH(int, steps);
+    Planning planning;
+    QTimer::singleShot(0, qApp, [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog);
+        auto* channel = dialog->findChild<QComboBox*>(QStringLiteral("comboBoxCH1"));
+        channel->setCurrentIndex(channel->findText(chosen));
+        dialog->findChild<QAbstractButton*>(QStringLiteral("pushButtonOK"))->click();
+    });
+    const QPoint site = planning.view()->mapFromScene(13.0, 13.0);
+    QTest::mouseDClick(planning.view()->viewport(), Qt::LeftButton, Qt::NoModifier, site);
+    DesignEditor& editor = planning.session->editor();
+    const auto& settings = editor.engine().settings();
+    QTEST((QStringList{settings.value(10, QStringLiteral("CH0")), settings.value(10, QStringLiteral("CH1"))}),
+        "channels");
+    QCOMPARE(editor.undoStack().count(), steps);
+    QCoreApplication::processEvents();
+    QCOMPARE(planning.window->isWindowModified(), steps > 0);
+    planning.run(QStringLiteral("catch undo"));
+    QVERIFY(!planning.window->isWindowModified());
 }
 
 void TestPlanning::findBoxNarrowsTheTree()
