@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/contract/zelexport.h"
+
 #include <QSet>
 
 #include <functional>
@@ -9,7 +11,7 @@ namespace mirn::zelchipview {
 
 // A set of element ids that share a state (selected, highlighted, filtered). It tells which ids a change touched, so
 // that only those are painted again. Owned by the controller.
-class ElementIdSet final
+class ZELCHIPGUI_EXPORT ElementIdSet final
 {
 public:
     using Listener = std::function<void(const QSet<int>& changed)>;
