@@ -1,14 +1,19 @@
 # SPDX-License-Identifier: MIT
 
-# zel_add_test(NAME SOURCES... [LIBS ...]): a Qt Test program that runs offscreen through CTest.
-function(zel_add_test name)
-    cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
-    add_executable(${name} ${arg_SOURCES})
-    target_link_libraries(${name} PRIVATE zel_options zel_testsupport Qt::Test ${arg_LIBS})
+# zel_register_test(NAME): runs the test program of that name offscreen through CTest.
+function(zel_register_test name)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES
         TIMEOUT 120
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_QPA_PLATFORMTHEME=;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1"
     )
+endfunction()
+
+# zel_add_test(NAME SOURCES... [LIBS ...]): a Qt Test program.
+function(zel_add_test name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE zel_options zel_testsupport Qt::Test ${arg_LIBS})
+    zel_register_test(${name})
 endfunction()
