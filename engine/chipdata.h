@@ -32,6 +32,8 @@ class ChipData final : public zelchipdata
 public:
     explicit ChipData(const Device& device);
 
+    void setFilterFile(const std::string& fileName) { m_filterFile = fileName; }
+
     // Invalidates the records that were handed out.
     void update(const Device& device, const Design& design);
 

@@ -9,6 +9,7 @@
 #include "engine/usagetable.h"
 #include "platform/contract/zeltext.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <utility>
@@ -83,6 +84,11 @@ ReferenceEngine::ReferenceEngine(Project project, Device device, Design design)
 { }
 
 ReferenceEngine::~ReferenceEngine() = default;
+
+void ReferenceEngine::setFilterFile(const QString& fileName)
+{
+    m_chip.setFilterFile(QFile::encodeName(fileName).toStdString());
+}
 
 void ReferenceEngine::setDesign(Design design)
 {

@@ -34,6 +34,9 @@ public:
 
     ~ReferenceEngine() override;
 
+    // The filter file that chip() names, in place of the device's. For a host that has one where the device has none.
+    void setFilterFile(const QString& fileName);
+
     [[nodiscard]] const Project& project() const { return m_project; }
     [[nodiscard]] const Device& device() const { return m_device; }
     [[nodiscard]] const Design& design() const { return m_design; }

@@ -26,6 +26,9 @@ const QString ProjectFileName = QStringLiteral("project.json");
 // The scratch file that the chip view names to the parser.
 const QString WorkingFileName = QStringLiteral("/zelsvg.temp");
 
+// Names no kind of elements. The chip view complains of a filter file that cannot be opened, also where there is none.
+const QString NoKindsFile = QStringLiteral(":/zelchip/nokinds.txt");
+
 // The one implementation of a project that brings none.
 const QString ScratchImplementation = QStringLiteral("scratch");
 
@@ -83,6 +86,8 @@ std::unique_ptr<ProjectSession> ProjectSession::open(const QString& path, QStrin
         isOpen = session->openDrawing(info.absoluteFilePath(), error);
     if (!isOpen || !session->readDrawing(error))
         return nullptr;
+    if (session->m_engine->device().filterFile().isEmpty())
+        session->m_engine->setFilterFile(NoKindsFile);
     session->m_editor = std::make_unique<DesignEditor>(*session->m_engine, session->m_implementationDirectory);
     session->m_recoveryMessages = session->m_editor->recover();
     return session;

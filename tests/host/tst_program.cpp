@@ -65,6 +65,7 @@ private Q_SLOTS:
     void answers_data();
     void answers();
     void namesWhatItCannotOpen();
+    void bareDrawingMakesNoNoise();
     void savesASnapshot_data();
     void savesASnapshot();
     void showsTheSampleByDefault();
@@ -115,6 +116,15 @@ void TestProgram::namesWhatItCannotOpen()
     QCOMPARE(outcome.status, 1);
     QVERIFY2(outcome.errors.startsWith("zelchip: " + drawing + ":3:"), qPrintable(outcome.errors));
     QVERIFY(!QFileInfo::exists(snapshot));
+}
+
+void TestProgram::bareDrawingMakesNoNoise()
+{
+    HostFiles files;
+    const QString drawing = files.write("bare.svg", smallDrawing());
+    const Outcome outcome = runProgram({drawing, "--snapshot", files.path("x.png")});
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.output + outcome.errors, QString());
 }
 
 void TestProgram::savesASnapshot_data()

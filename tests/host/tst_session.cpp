@@ -82,6 +82,7 @@ void TestSession::opensADrawing()
     QVERIFY2(session, qPrintable(error));
     QCOMPARE(session->title(), QStringLiteral("a drawing.svg"));
     QVERIFY(!session->hasFilter());
+    QVERIFY(QFileInfo(QFile::decodeName(session->engine()->chip()->filterFile().c_str())).isFile());
     session->activate();
     QVERIFY(zelproject::getInstance()->flowName().empty());
     QVERIFY(QFileInfo(implementationDirectory()).isWritable());
