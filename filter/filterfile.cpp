@@ -2,6 +2,7 @@
 #include "filter/filterfile.h"
 
 #include "platform/contract/utfilemanager.h"
+#include "platform/contract/zeltext.h"
 
 #include <vector>
 
@@ -11,14 +12,14 @@ namespace {
 
 constexpr int LongestLine = 65535; // bytes; what is longer is read as several lines
 
+// The bytes stay the caller's.
 QByteArray withoutLineEnd(const unsigned char* bytes, int size)
 {
-    QByteArray line(reinterpret_cast<const char*>(bytes), size);
-    if (line.endsWith('\n'))
-        line.chop(1);
-    if (line.endsWith('\r'))
-        line.chop(1);
-    return line;
+    if (size > 0 && bytes[size - 1] == '\n')
+        --size;
+    if (size > 0 && bytes[size - 1] == '\r')
+        --size;
+    return QByteArray::fromRawData(reinterpret_cast<const char*>(bytes), size);
 }
 
 } // namespace
@@ -30,8 +31,15 @@ void addFilterLine(const QByteArray& line, FilterKinds& kinds)
     const auto blank = line.lastIndexOf(' ');
     if (first < 0 || blank < 0)
         return;
-    const QByteArray kind = last > first ? line.mid(first + 1, last - first - 1) : line.mid(first + 1);
-    kinds[QString::fromLatin1(kind)].insert(line.mid(blank + 1).trimmed().toInt());
+    const QByteArray name = last > first ? line.mid(first + 1, last - first - 1) : line.mid(first + 1);
+    const QString kind = fromEngineText(name.toStdString());
+    auto ids = kinds.find(kind);
+    if (ids == kinds.end()) {
+        if (kinds.size() >= MostFilterKinds)
+            return;
+        ids = kinds.insert(kind, {});
+    }
+    ids->insert(line.mid(blank + 1).trimmed().toInt());
 }
 
 std::optional<FilterKinds> readFilterFile(const std::string& path)
