@@ -12,6 +12,7 @@
 #include <QMimeData>
 #include <QSet>
 #include <QSignalBlocker>
+#include <QTreeWidgetItemIterator>
 
 namespace mirn::zelchipview {
 
@@ -27,8 +28,7 @@ ZelTree::ZelTree(QWidget* parent)
     const QStringList head = ZELChipViewDatabase::getInstance()->getTreeHead();
     setColumnCount(head.size());
     setHeaderLabels(head);
-    m_items = ZELChipViewDatabase::getInstance()->getTreeItems();
-    insertItems();
+    fill();
     setDragEnabled(true);
     setAcceptDrops(false);
     setDropIndicatorShown(true);
@@ -44,20 +44,19 @@ ZelTree::~ZelTree()
 void ZelTree::refresh()
 {
     QSet<QString> expanded;
-    for (QTreeWidgetItem* item : std::as_const(m_items)) {
-        if (item && item->treeWidget() && item->isExpanded())
-            expanded.insert(getResourceName(item));
+    for (QTreeWidgetItemIterator item(this); *item; ++item) {
+        if ((*item)->isExpanded())
+            expanded.insert(getResourceName(*item));
     }
     {
         // The rows that go would otherwise be reported as changes of the selection, one by one.
         const QSignalBlocker silence(this);
         takeItems();
-        m_items = ZELChipViewDatabase::getInstance()->getTreeItems();
-        insertItems();
+        fill();
     }
-    for (QTreeWidgetItem* item : std::as_const(m_items)) {
-        if (item && item->treeWidget() && expanded.contains(getResourceName(item)))
-            item->setExpanded(true);
+    for (QTreeWidgetItemIterator item(this); *item; ++item) {
+        if (expanded.contains(getResourceName(*item)))
+            (*item)->setExpanded(true);
     }
     resizeColumnToContents(0);
 }
@@ -67,10 +66,11 @@ QString ZelTree::getResourceName(QTreeWidgetItem* item) const
     return item ? item->data(0, RESOURCENAME).toString() : QString();
 }
 
-void ZelTree::insertItems()
+void ZelTree::fill()
 {
     QList<QTreeWidgetItem*> topLevel;
-    for (QTreeWidgetItem* item : std::as_const(m_items)) {
+    const QList<QTreeWidgetItem*>& items = ZELChipViewDatabase::getInstance()->getTreeItems();
+    for (QTreeWidgetItem* item : items) {
         if (item && !item->parent())
             topLevel.append(item);
     }

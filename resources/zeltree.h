@@ -3,7 +3,6 @@
 
 #include "platform/contract/zelexport.h"
 
-#include <QList>
 #include <QTreeWidget>
 
 namespace mirn::zelchipview {
@@ -29,10 +28,8 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    void insertItems();
+    void fill();
     void takeItems();
-
-    QList<QTreeWidgetItem*> m_items; // the controller's, of the last fill
 };
 
 } // namespace mirn::zelchipview

@@ -57,6 +57,7 @@ private Q_SLOTS:
     void refreshKeepsWhatIsExpanded();
     void expandOpensTheBranchCollapseTheRow();
     void rowsSortNaturally();
+    void rowsMayBeRebuiltBehindTheTree();
     void deepAndWideTreesWork();
     void usageRowsReplaceEachOther();
 };
@@ -130,6 +131,9 @@ void TestResourceTree::idsAreKeptByName_data()
     QTest::addColumn<int>("id");
     QTest::newRow("a number") << QByteArray("12") << 12;
     QTest::newRow("no number") << QByteArray("R1C1") << 0;
+    QTest::newRow("a leading plus") << QByteArray("+7") << 7;
+    QTest::newRow("a leading minus") << QByteArray("-7") << -7;
+    QTest::newRow("nothing but blanks") << QByteArray("  ") << 0;
 }
 
 void TestResourceTree::idsAreKeptByName()
@@ -234,11 +238,26 @@ void TestResourceTree::rowsSortNaturally()
     QCOMPARE(topLevelTexts(), (QStringList{"Ip3", "ip2", "ip10", QStringLiteral("\u00dcip")}));
 }
 
+void TestResourceTree::rowsMayBeRebuiltBehindTheTree()
+{
+    ChipView chip;
+    chip.engine.addCell(chip.engine.addCell(nullptr, "ip1"), "ch0");
+    chip.open();
+    chip.selectRow(0);
+    const QList<QTreeWidgetItem*>& items = chip.database()->getTreeItems(); // the rows that the tree shows go
+    QCOMPARE(items.size(), 2);
+    QCOMPARE(items.last()->text(0), QStringLiteral("ip1")); // children stand before their parents
+    QCOMPARE(chip.database()->getTree(nullptr)->topLevelItemCount(), 0);
+    QVERIFY(chip.database()->canDrop(nullptr, 7));
+    chip.window->refresh(REFRESH_TREE);
+    QCOMPARE(topLevelTexts(), QStringList{"ip1"});
+}
+
 void TestResourceTree::deepAndWideTreesWork()
 {
     ChipView chip;
     zeltreeviewcell* cell = nullptr;
-    for (int level = 0; level < 3000; ++level)
+    for (int level = 0; level < 5000; ++level)
         cell = chip.engine.addCell(cell, "n");
     for (int i = 0; i < 3000; ++i)
         chip.engine.addCell(nullptr, "w" + std::to_string(i), "IP", std::to_string(i));
