@@ -6,38 +6,29 @@
 #include "platform/svg/elementdecoder.h"
 #include "platform/svg/stylesheet.h"
 
-#include <optional>
-
 namespace zelsvg {
 
 namespace {
-
-// Follows the drawing while reading it. False when that is not enough.
-bool readStreaming(DrawingSource& source, Diagnostics& diagnostics, const Limits& limits, Drawing& drawing)
-{
-    DrawingBuilder builder(drawing, diagnostics, limits);
-    ElementDecoder decoder(builder, diagnostics, limits);
-    XmlReader reader(decoder, diagnostics, limits);
-    reader.read(source);
-    if (builder.needsTree())
-        return false;
-    builder.finish();
-    return true;
-}
 
 // Hands the elements on to a tree, which knows the reader's position only through here.
 class TreeReader final : private PositionSource
 {
 public:
-    TreeReader(DrawingSource& source, Diagnostics& diagnostics, const Limits& limits)
-        : m_tree(diagnostics, *this, limits)
+    TreeReader(Diagnostics& diagnostics, const Limits& limits)
+        : m_diagnostics(diagnostics)
+        , m_limits(limits)
+        , m_tree(diagnostics, *this, limits)
+    { }
+
+    // False when the reader gives up.
+    bool read(DrawingSource& source, XmlReading reading)
     {
-        ElementDecoder decoder(m_tree, diagnostics, limits);
-        XmlReader reader(decoder, diagnostics, limits);
-        m_reader = &reader;
-        reader.read(source);
-        m_reader = nullptr;
+        ElementDecoder decoder(m_tree, m_diagnostics, m_limits);
+        m_reader = makeTagReader(reading, decoder, m_diagnostics, m_limits);
+        const bool isRead = m_reader->read(source);
+        m_reader.reset();
         m_tree.finish();
+        return isRead;
     }
 
     [[nodiscard]] const DocumentTree& tree() const { return m_tree; }
@@ -45,7 +36,9 @@ public:
 private:
     [[nodiscard]] Position position() const override { return m_reader->position(); }
 
-    const XmlReader* m_reader = nullptr;
+    Diagnostics& m_diagnostics;
+    const Limits& m_limits;
+    std::unique_ptr<TagReader> m_reader;
     DocumentTree m_tree;
 };
 
@@ -57,34 +50,84 @@ void addStyleSheets(const DocumentTree& tree, StyleSheet& sheet)
     }
 }
 
-void readThroughTree(DrawingSource& source, Diagnostics& diagnostics, const Limits& limits, Drawing& drawing)
+// One attempt to read a drawing.
+class Attempt
 {
-    // What stands before a mistake in the XML is drawn all the same; a mistake that shows in drawing it comes first.
-    Diagnostics xmlDiagnostics = diagnostics;
-    const TreeReader reader(source, xmlDiagnostics, limits);
-    StyleSheet sheet(diagnostics, limits);
-    addStyleSheets(reader.tree(), sheet);
-    DrawingBuilder builder(drawing, diagnostics, limits);
-    builder.followTree(reader.tree(), sheet);
-    builder.finish();
-    if (!diagnostics.hasFailed())
-        diagnostics.takeError(xmlDiagnostics);
-}
+public:
+    Attempt(XmlReading reading, DrawingSource& source, Diagnostics& diagnostics, const Limits& limits, Drawing& drawing)
+        : m_reading(reading)
+        , m_source(source)
+        , m_diagnostics(diagnostics)
+        , m_limits(limits)
+        , m_drawing(drawing)
+    { }
+
+    // False when the reader gives up. `needsTree` tells whether following the drawing while reading it is not enough.
+    bool follow(bool& needsTree)
+    {
+        DrawingBuilder builder(m_drawing, m_diagnostics, m_limits);
+        ElementDecoder decoder(builder, m_diagnostics, m_limits);
+        const auto reader = makeTagReader(m_reading, decoder, m_diagnostics, m_limits);
+        const bool isRead = reader->read(m_source);
+        needsTree = builder.needsTree();
+        if (!needsTree)
+            builder.finish();
+        return isRead;
+    }
+
+    // False when the reader gives up.
+    bool followTree()
+    {
+        // What stands before a mistake in the XML is drawn all the same; a mistake that shows in drawing it comes
+        // first.
+        Diagnostics xmlDiagnostics = m_diagnostics;
+        TreeReader reader(xmlDiagnostics, m_limits);
+        if (!reader.read(m_source, m_reading))
+            return false;
+        StyleSheet sheet(m_diagnostics, m_limits);
+        addStyleSheets(reader.tree(), sheet);
+        DrawingBuilder builder(m_drawing, m_diagnostics, m_limits);
+        builder.followTree(reader.tree(), sheet);
+        builder.finish();
+        if (!m_diagnostics.hasFailed())
+            m_diagnostics.takeError(xmlDiagnostics);
+        return true;
+    }
+
+    // Before another attempt.
+    bool startAgain()
+    {
+        m_drawing = {};
+        m_diagnostics.clear();
+        if (!m_source.rewind())
+            m_diagnostics.fail("the file cannot be read a second time");
+        return !m_diagnostics.hasFailed();
+    }
+
+private:
+    const XmlReading m_reading;
+    DrawingSource& m_source;
+    Diagnostics& m_diagnostics;
+    const Limits& m_limits;
+    Drawing& m_drawing;
+};
 
 } // namespace
 
-void readDrawing(DrawingSource& source, Diagnostics& diagnostics, const Limits& limits, Drawing& drawing)
+void readDrawing(
+    DrawingSource& source, Diagnostics& diagnostics, const Limits& limits, Drawing& drawing, XmlReading reading)
 {
     drawing = {};
-    if (!readStreaming(source, diagnostics, limits, drawing)) {
-        drawing = {};
-        diagnostics.clear();
-        if (source.rewind())
-            readThroughTree(source, diagnostics, limits, drawing);
-        else
-            diagnostics.fail("the file cannot be read a second time");
-    }
-    drawing.warnings = diagnostics.warnings();
+    Attempt attempt(reading, source, diagnostics, limits, drawing);
+    bool needsTree = false;
+    bool isRead = attempt.follow(needsTree);
+    if (isRead && needsTree && attempt.startAgain())
+        isRead = attempt.followTree();
+    const bool isDoubtful = !isRead || diagnostics.hasFailed();
+    if (reading == XmlReading::Quick && isDoubtful && attempt.startAgain())
+        readDrawing(source, diagnostics, limits, drawing, XmlReading::Thorough);
+    else
+        drawing.warnings = diagnostics.warnings();
 }
 
 } // namespace zelsvg

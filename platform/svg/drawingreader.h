@@ -4,7 +4,8 @@
 #include "platform/svg/diagnostics.h"
 #include "platform/svg/drawing.h"
 #include "platform/svg/limits.h"
-#include "platform/svg/xmlreader.h"
+#include "platform/svg/tagreader.h"
+#include "platform/svg/xmlhandler.h"
 
 namespace zelsvg {
 
@@ -16,6 +17,8 @@ public:
 };
 
 // Reads a drawing into records. After an error, which the diagnostics then have, `drawing` holds what came before it.
-void readDrawing(DrawingSource& source, Diagnostics& diagnostics, const Limits& limits, Drawing& drawing);
+// The quick way is tried first and makes no difference but to the time it takes; `reading` can do without it.
+void readDrawing(DrawingSource& source, Diagnostics& diagnostics, const Limits& limits, Drawing& drawing,
+    XmlReading reading = XmlReading::Quick);
 
 } // namespace zelsvg

@@ -22,8 +22,8 @@ public:
         m_present[0] = m_present[1] = 0;
     }
 
-    // `value` is NUL-terminated. A second value for the same attribute replaces the first.
-    void set(AttributeName name, const char* value)
+    // A second value for the same attribute replaces the first.
+    void set(AttributeName name, std::string_view value)
     {
         const auto index = static_cast<std::size_t>(name);
         m_values[index] = value;
@@ -42,7 +42,7 @@ public:
     // Empty where there is none.
     [[nodiscard]] std::string_view value(AttributeName name) const
     {
-        return has(name) ? std::string_view(m_values[static_cast<std::size_t>(name)]) : std::string_view();
+        return has(name) ? m_values[static_cast<std::size_t>(name)] : std::string_view();
     }
 
     // One bit per style property that stands as an attribute of its own.
@@ -55,7 +55,7 @@ private:
     ElementName m_name = ElementName::Unknown;
     unsigned m_node = NoNode;
     std::uint64_t m_present[2] = {0, 0};
-    const char* m_values[AttributeCount]; // set where the bit is
+    std::string_view m_values[AttributeCount]; // set where the bit is
 };
 
 // Takes the elements of a drawing one after the other.

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/svg/elementdecoder.h"
 
-#include <cstring>
+#include "platform/svg/diagnostics.h"
+#include "platform/svg/limits.h"
+
+#include <algorithm>
 
 namespace zelsvg {
 
@@ -13,24 +16,19 @@ struct QualifiedName
     std::string_view local;
 };
 
-[[nodiscard]] QualifiedName splitName(const char* name)
+[[nodiscard]] QualifiedName splitName(std::string_view name)
 {
-    const char* colon = nullptr;
-    const char* p = name;
-    for (; *p; ++p) {
-        if (*p == ':' && !colon)
-            colon = p;
-    }
-    if (!colon)
-        return {{}, std::string_view(name, static_cast<std::size_t>(p - name))};
-    return {std::string_view(name, static_cast<std::size_t>(colon - name)),
-        std::string_view(colon + 1, static_cast<std::size_t>(p - colon - 1))};
+    const std::size_t colon = name.find(':');
+    if (colon == std::string_view::npos)
+        return {{}, name};
+    return {name.substr(0, colon), name.substr(colon + 1)};
 }
 
-[[nodiscard]] bool isDeclaration(const char* attribute)
+[[nodiscard]] bool isDeclaration(std::string_view attribute)
 {
-    return attribute[0] == 'x' && std::strncmp(attribute, "xmlns", 5) == 0
-        && (attribute[5] == '\0' || attribute[5] == ':');
+    constexpr std::string_view Word = "xmlns";
+    return attribute.front() == Word.front() && attribute.substr(0, Word.size()) == Word
+        && (attribute.size() == Word.size() || attribute[Word.size()] == ':');
 }
 
 } // namespace
@@ -44,7 +42,7 @@ ElementDecoder::ElementDecoder(ElementReceiver& receiver, Diagnostics& diagnosti
           {"", Space::Svg, 0}, {"xml", Space::Xml, 0}, {"xlink", Space::Xlink, 0}, {"tovanel", Space::Tovanel, 0}}
 { }
 
-void ElementDecoder::startTag(const char* name, const char* const* attributes)
+void ElementDecoder::startTag(const XmlName& name, const XmlAttribute* attributes, std::size_t count)
 {
     if (++m_depth > m_limits.nesting) {
         m_diagnostics.fail(
@@ -53,10 +51,17 @@ void ElementDecoder::startTag(const char* name, const char* const* attributes)
     }
     if (m_leftOutDepth > 0)
         return;
-    declareSpaces(attributes);
-    decode(name, attributes);
+    declareSpaces(attributes, count);
+    m_element.reset(elementName(name));
+    if (m_element.name() != ElementName::Unknown) {
+        for (std::size_t i = 0; i < count; ++i) {
+            const AttributeName attribute = attributeName(attributes[i].name);
+            if (attribute != AttributeName::Unknown)
+                m_element.set(attribute, attributes[i].value);
+        }
+    }
     if (m_depth == 1)
-        checkRoot(name);
+        checkRoot(name.text());
     if (m_diagnostics.hasFailed() || !m_receiver.startElement(m_element))
         m_leftOutDepth = m_depth;
 }
@@ -67,8 +72,8 @@ void ElementDecoder::endTag()
         m_receiver.endElement();
     if (m_leftOutDepth == m_depth)
         m_leftOutDepth = 0;
-    while (m_bindings.back().depth == m_depth)
-        m_bindings.pop_back();
+    if (m_bindings.back().depth == m_depth)
+        forgetSpaces();
     --m_depth;
 }
 
@@ -78,14 +83,27 @@ void ElementDecoder::text(std::string_view text)
         m_receiver.characters(text);
 }
 
-void ElementDecoder::declareSpaces(const char* const* attributes)
+void ElementDecoder::declareSpaces(const XmlAttribute* attributes, std::size_t count)
 {
-    for (; *attributes; attributes += 2) {
-        if (isDeclaration(attributes[0])) {
-            const char* prefix = attributes[0][5] == ':' ? attributes[0] + 6 : "";
-            m_bindings.push_back({prefix, spaceOfUri(attributes[1]), m_depth});
-        }
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::string_view name = attributes[i].name.text();
+        if (!isDeclaration(name))
+            continue;
+        const QualifiedName qualified = splitName(name);
+        const std::string_view prefix = qualified.prefix.empty() ? std::string_view() : qualified.local;
+        m_bindings.push_back({std::string(prefix), spaceOfUri(attributes[i].value), m_depth});
+        m_elementNames.clear();
+        m_attributeNames.clear();
     }
+}
+
+// Of the element that ends.
+void ElementDecoder::forgetSpaces()
+{
+    while (m_bindings.back().depth == m_depth)
+        m_bindings.pop_back();
+    m_elementNames.clear();
+    m_attributeNames.clear();
 }
 
 Space ElementDecoder::spaceOf(std::string_view prefix) const
@@ -97,33 +115,33 @@ Space ElementDecoder::spaceOf(std::string_view prefix) const
     return Space::Other;
 }
 
-void ElementDecoder::checkRoot(const char* name)
+ElementName ElementDecoder::elementName(const XmlName& name)
+{
+    return m_elementNames.meaning(name, [&] {
+        const QualifiedName qualified = splitName(name.text());
+        return zelsvg::elementName(spaceOf(qualified.prefix), qualified.local);
+    });
+}
+
+AttributeName ElementDecoder::attributeName(const XmlName& name)
+{
+    return m_attributeNames.meaning(name, [&] {
+        const QualifiedName qualified = splitName(name.text());
+        const Space space = qualified.prefix.empty() ? Space::None : spaceOf(qualified.prefix);
+        return space == Space::Other ? AttributeName::Unknown : zelsvg::attributeName(space, qualified.local);
+    });
+}
+
+void ElementDecoder::checkRoot(std::string_view name)
 {
     if (m_element.name() == ElementName::Svg)
         return;
-    std::string message = "found the element <" + std::string(name).substr(0, 40) + ">";
+    std::string message = "found the element <" + std::string(name.substr(0, 40)) + ">";
     if (splitName(name).local == "svg")
         message += " of another namespace, expected xmlns=\"http://www.w3.org/2000/svg\"";
     else
         message += ", expected <svg>";
     m_diagnostics.fail(message);
-}
-
-void ElementDecoder::decode(const char* name, const char* const* attributes)
-{
-    const QualifiedName qualified = splitName(name);
-    m_element.reset(elementName(spaceOf(qualified.prefix), qualified.local));
-    if (m_element.name() == ElementName::Unknown)
-        return;
-    for (; *attributes; attributes += 2) {
-        const QualifiedName attribute = splitName(attributes[0]);
-        const Space space = attribute.prefix.empty() ? Space::None : spaceOf(attribute.prefix);
-        if (space == Space::Other)
-            continue;
-        const AttributeName known = attributeName(space, attribute.local);
-        if (known != AttributeName::Unknown)
-            m_element.set(known, attributes[1]);
-    }
 }
 
 } // namespace zelsvg

@@ -2,12 +2,16 @@
 #pragma once
 
 #include "platform/svg/element.h"
-#include "platform/svg/xmlreader.h"
+#include "platform/svg/namecache.h"
+#include "platform/svg/xmlhandler.h"
 
 #include <string>
 #include <vector>
 
 namespace zelsvg {
+
+class Diagnostics;
+struct Limits;
 
 // Turns tags into elements: resolves namespaces and names, checks the root element and the nesting, and leaves out what
 // the receiver does not want.
@@ -16,7 +20,7 @@ class ElementDecoder final : public XmlHandler
 public:
     ElementDecoder(ElementReceiver& receiver, Diagnostics& diagnostics, const Limits& limits);
 
-    void startTag(const char* name, const char* const* attributes) override;
+    void startTag(const XmlName& name, const XmlAttribute* attributes, std::size_t count) override;
     void endTag() override;
     void text(std::string_view text) override;
     [[nodiscard]] bool isFinished() const override { return m_receiver.isFinished(); }
@@ -29,15 +33,20 @@ private:
         int depth; // of the element that declares it
     };
 
-    void declareSpaces(const char* const* attributes);
+    void declareSpaces(const XmlAttribute* attributes, std::size_t count);
+    void forgetSpaces();
     [[nodiscard]] Space spaceOf(std::string_view prefix) const;
-    void checkRoot(const char* name);
-    void decode(const char* name, const char* const* attributes);
+    [[nodiscard]] ElementName elementName(const XmlName& name);
+    [[nodiscard]] AttributeName attributeName(const XmlName& name);
+    void checkRoot(std::string_view name);
 
     ElementReceiver& m_receiver;
     Diagnostics& m_diagnostics;
     const Limits& m_limits;
     std::vector<Binding> m_bindings;
+    // What names mean, as long as no namespace is declared or goes out of scope.
+    NameCache<ElementName> m_elementNames;
+    NameCache<AttributeName> m_attributeNames;
     Element m_element;
     int m_depth = 0;
     int m_leftOutDepth = 0; // the depth of the element being left out, 0 for none

@@ -89,9 +89,10 @@ XmlReader::~XmlReader()
     m_diagnostics.setPositionSource(nullptr);
 }
 
-void XmlReader::read(ByteSource& source)
+bool XmlReader::read(ByteSource& source)
 {
     while (readBlock(source)) { }
+    return true;
 }
 
 Position XmlReader::position() const
@@ -151,7 +152,15 @@ template <typename Call> void XmlReader::handle(Call call)
 void XmlReader::onStart(void* reader, const char* name, const char** attributes)
 {
     auto* self = static_cast<XmlReader*>(reader);
-    self->handle([=] { self->m_handler.startTag(name, attributes); });
+    self->handle([=] { self->startTag(name, attributes); });
+}
+
+void XmlReader::startTag(const char* name, const char* const* attributes)
+{
+    m_attributes.clear();
+    for (; *attributes; attributes += 2)
+        m_attributes.push_back({XmlName(attributes[0]), attributes[1]});
+    m_handler.startTag(XmlName(name), m_attributes.data(), m_attributes.size());
 }
 
 void XmlReader::onEnd(void* reader, const char*)

@@ -1,45 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/svg/diagnostics.h"
 #include "platform/svg/limits.h"
+#include "platform/svg/tagreader.h"
+#include "platform/svg/xmlhandler.h"
 
-#include <cstddef>
+#include <cstdint>
 #include <memory>
-#include <string_view>
+#include <vector>
 
 struct XML_ParserStruct;
 
 namespace zelsvg {
 
-// Where the bytes of a drawing come from.
-class ByteSource
-{
-public:
-    virtual ~ByteSource() = default;
-
-    // Up to `size` bytes into `buffer`; 0 at the end, negative after an error.
-    virtual long read(char* buffer, std::size_t size) = 0;
-};
-
-// Takes the tags of an XML file as they come. Names are as written, with their prefix.
-class XmlHandler
-{
-public:
-    virtual ~XmlHandler() = default;
-
-    // `attributes` are pairs of name and value, ended by a null. All texts are UTF-8, valid during the call.
-    virtual void startTag(const char* name, const char* const* attributes) = 0;
-    virtual void endTag() = 0;
-    virtual void text(std::string_view text) = 0;
-
-    // Asked after each of these: true ends reading.
-    [[nodiscard]] virtual bool isFinished() const = 0;
-};
-
-// Reads XML from a byte source: checks that it is well-formed, refuses entities that multiply and never opens another
-// file. Errors go to the diagnostics with their place.
-class XmlReader final : public PositionSource
+// Reads any XML from a byte source: checks that it is well-formed, refuses entities that multiply and never opens
+// another file. Errors go to the diagnostics with their place.
+class XmlReader final : public TagReader
 {
 public:
     XmlReader(XmlHandler& handler, Diagnostics& diagnostics, const Limits& limits);
@@ -47,8 +23,8 @@ public:
     XmlReader(const XmlReader&) = delete;
     XmlReader& operator=(const XmlReader&) = delete;
 
-    // To the end of the file, the first error or until the handler has finished.
-    void read(ByteSource& source);
+    // Never gives up.
+    bool read(ByteSource& source) override;
 
     // The start of the tag being handled.
     [[nodiscard]] Position position() const override;
@@ -56,6 +32,7 @@ public:
 private:
     bool readBlock(ByteSource& source);
     void reportXmlError();
+    void startTag(const char* name, const char* const* attributes);
     template <typename Call> void handle(Call call);
 
     static void onStart(void* reader, const char* name, const char** attributes);
@@ -76,6 +53,7 @@ private:
     Diagnostics& m_diagnostics;
     const Limits& m_limits;
     std::unique_ptr<XML_ParserStruct, ParserDeleter> m_parser;
+    std::vector<XmlAttribute> m_attributes; // of the tag being handled
     std::uint64_t m_size = 0; // bytes taken from the source
     int m_entities = 0;
 };

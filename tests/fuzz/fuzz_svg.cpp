@@ -1,42 +1,13 @@
 // SPDX-License-Identifier: MIT
 
-// Reads the input as a drawing. Run it with tests/fuzz/corpus/svg as its corpus.
+// Reads the input as a drawing, in the quick and in the thorough way, which must not differ. Run it with
+// tests/fuzz/corpus/svg as its corpus.
 
-#include "platform/svg/drawingreader.h"
+#include "tests/svg/memorysource.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <cstring>
-#include <string_view>
 
 namespace {
-
-class MemorySource final : public zelsvg::DrawingSource
-{
-public:
-    explicit MemorySource(std::string_view bytes)
-        : m_bytes(bytes)
-        , m_rest(bytes)
-    { }
-
-    long read(char* buffer, std::size_t size) override
-    {
-        const std::size_t length = std::min(size, m_rest.size());
-        std::memcpy(buffer, m_rest.data(), length);
-        m_rest.remove_prefix(length);
-        return static_cast<long>(length);
-    }
-
-    bool rewind() override
-    {
-        m_rest = m_bytes;
-        return true;
-    }
-
-private:
-    std::string_view m_bytes;
-    std::string_view m_rest;
-};
 
 // So that a small input cannot be slow.
 [[nodiscard]] zelsvg::Limits smallLimits()
@@ -50,19 +21,34 @@ private:
     return limits;
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
+void checkDrawing(const zelsvg::Drawing& drawing)
 {
-    MemorySource source(std::string_view(reinterpret_cast<const char*>(data), size));
-    zelsvg::Diagnostics diagnostics("input");
-    zelsvg::Drawing drawing;
-    readDrawing(source, diagnostics, smallLimits(), drawing);
     const zel_Parameter& parameter = drawing.parameter;
     if (!(parameter.width > 0.0 && parameter.height > 0.0 && parameter.initialScale > 0.0 && parameter.scaleStep > 0.0))
         std::abort();
     for (const zel_SingleGraphItem* item : drawing.records.items()) {
         if (parameter.layerRanges.count(item->layer) == 0 || !item->name || !item->tooltip)
+            std::abort();
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
+{
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    const zelsvg::Limits limits = smallLimits();
+    MemorySource whole(bytes);
+    zelsvg::Diagnostics diagnostics("input");
+    zelsvg::Drawing drawing;
+    readDrawing(whole, diagnostics, limits, drawing);
+    checkDrawing(drawing);
+    // Tags end with a block or go on in the next one.
+    for (std::size_t blockSize : {size + 1, 1 + size % 61}) {
+        MemorySource quick(bytes, blockSize);
+        MemorySource thorough(bytes, blockSize);
+        if (everythingRead(quick, limits, zelsvg::XmlReading::Quick)
+            != everythingRead(thorough, limits, zelsvg::XmlReading::Thorough))
             std::abort();
     }
     return 0;

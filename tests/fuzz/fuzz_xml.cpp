@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+
+// Reads the input as XML. What the quick reader accepts, the thorough one has to accept with the same tags, texts and
+// lines. Run it with tests/fuzz/corpus/svg as its corpus.
+
+#include "platform/svg/tagreader.h"
+#include "tests/svg/memorysource.h"
+
+#include <cstdlib>
+
+namespace {
+
+// Writes down what it is told.
+class Recorder final : public zelsvg::XmlHandler
+{
+public:
+    void setReader(const zelsvg::TagReader* reader) { m_reader = reader; }
+    [[nodiscard]] const std::string& events() const { return m_events; }
+
+    void startTag(const zelsvg::XmlName& name, const zelsvg::XmlAttribute* attributes, std::size_t count) override
+    {
+        addPlace('<');
+        m_events.append(name.text());
+        for (std::size_t i = 0; i < count; ++i)
+            m_events.append(" ").append(attributes[i].name.text()).append("=").append(attributes[i].value).append("\n");
+    }
+
+    void endTag() override { addPlace('>'); }
+
+    // Readers may cut a line's text into pieces as they like.
+    void text(std::string_view text) override
+    {
+        if (!m_isInLine)
+            addPlace('"');
+        m_events.append(text);
+        m_isInLine = text != "\n";
+    }
+
+    [[nodiscard]] bool isFinished() const override { return false; }
+
+private:
+    void addPlace(char kind)
+    {
+        m_events.append(std::to_string(m_reader->position().line)) += kind;
+        m_isInLine = false;
+    }
+
+    const zelsvg::TagReader* m_reader = nullptr;
+    std::string m_events;
+    bool m_isInLine = false; // of a text
+};
+
+struct Reading
+{
+    bool isAccepted = false;
+    std::string events;
+};
+
+[[nodiscard]] Reading readAs(zelsvg::XmlReading reading, std::string_view bytes, std::size_t blockSize)
+{
+    Recorder recorder;
+    zelsvg::Diagnostics diagnostics("input");
+    const zelsvg::Limits limits;
+    MemorySource source(bytes, blockSize);
+    const auto reader = makeTagReader(reading, recorder, diagnostics, limits);
+    recorder.setReader(reader.get());
+    const bool isRead = reader->read(source);
+    return {isRead && !diagnostics.hasFailed(), recorder.events()};
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
+{
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    const std::size_t whole = size + 1;
+    for (std::size_t blockSize : {whole, 1 + size % 61}) {
+        const Reading quick = readAs(zelsvg::XmlReading::Quick, bytes, blockSize);
+        if (!quick.isAccepted)
+            continue;
+        const Reading thorough = readAs(zelsvg::XmlReading::Thorough, bytes, whole);
+        if (!thorough.isAccepted || thorough.events != quick.events)
+            std::abort();
+    }
+    return 0;
+}

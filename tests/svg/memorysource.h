@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/drawingreader.h"
+#include "platform/svg/workingimage.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+// A drawing that comes from memory, in blocks of at most so many bytes.
+class MemorySource final : public zelsvg::DrawingSource
+{
+public:
+    explicit MemorySource(std::string_view bytes, std::size_t blockSize = ~std::size_t(0))
+        : m_bytes(bytes)
+        , m_rest(bytes)
+        , m_blockSize(blockSize)
+    { }
+
+    long read(char* buffer, std::size_t size) override
+    {
+        const std::size_t length = std::min({size, m_rest.size(), m_blockSize});
+        std::memcpy(buffer, m_rest.data(), length);
+        m_rest.remove_prefix(length);
+        return static_cast<long>(length);
+    }
+
+    bool rewind() override
+    {
+        m_rest = m_bytes;
+        return true;
+    }
+
+private:
+    std::string_view m_bytes;
+    std::string_view m_rest;
+    std::size_t m_blockSize;
+};
+
+// Everything that reading a drawing in this way gives, as bytes to compare.
+[[nodiscard]] inline std::string everythingRead(
+    MemorySource& source, const zelsvg::Limits& limits, zelsvg::XmlReading reading)
+{
+    zelsvg::Diagnostics diagnostics("input");
+    zelsvg::Drawing drawing;
+    readDrawing(source, diagnostics, limits, drawing, reading);
+    return diagnostics.error() + '\n' + makeImage({}, drawing);
+}
