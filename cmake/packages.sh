@@ -18,6 +18,9 @@ build_packages=(
 # On top of these, for ./test: a screen of its own, with a window manager and a hand on the mouse.
 test_packages=(xvfb openbox xdotool)
 
+# On top of these, for ./test --qt5.
+qt5_packages=(qtbase5-dev)
+
 # On top of these, for ./bench.
 bench_packages=(libbenchmark-dev)
 

@@ -73,7 +73,7 @@ bool Design::restore(const QString& path)
         = [this](int index) { return m_fixedSites.contains(index) && m_occupants.contains(m_fixedSites[index]); };
     if (std::any_of(branch.begin(), branch.end(), isBlocked))
         return false;
-    m_removed.erase(found);
+    m_removed.remove(path);
     std::vector<int>& list = siblings(resource);
     // Resources are numbered in the order of the file, so this is where it stood.
     list.insert(std::lower_bound(list.begin(), list.end(), resource), resource);

@@ -119,6 +119,10 @@ int runApplication(const CommandLine& commandLine, int argc, char** argv)
         return fail(Failure,
             QStringLiteral("There is no display to show the window on; --snapshot FILE.png renders it into a file."));
     silencePlatformMessages();
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zelchip"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ZELCHIP_VERSION));

@@ -6,6 +6,8 @@
 #include <QAbstractTextDocumentLayout>
 #include <QKeyEvent>
 #include <QTextBlock>
+#include <QTextLayout>
+#include <QtMath>
 
 #include <algorithm>
 #include <utility>
@@ -16,6 +18,13 @@ namespace {
 
 constexpr int MostVisibleLines = 8; // the input scrolls beyond
 constexpr int Slack = 2; // pixels; a view that just fits its lines would scroll by one
+
+// As it is laid out, which may be a pixel more than the font says.
+int lineHeight(const QPlainTextEdit& edit)
+{
+    const QTextLayout* const layout = edit.document()->firstBlock().layout();
+    return layout->lineCount() > 0 ? qCeil(layout->lineAt(0).height()) : edit.fontMetrics().lineSpacing();
+}
 
 } // namespace
 
@@ -194,7 +203,7 @@ void ConsoleInput::adjustHeight()
     // The layout of plain text counts its height in lines.
     const int lines = std::clamp(qRound(document()->size().height()), 1, MostVisibleLines);
     const int margins = 2 * (qRound(document()->documentMargin()) + frameWidth());
-    setFixedHeight(lines * fontMetrics().lineSpacing() + margins + Slack);
+    setFixedHeight(lines * lineHeight(*this) + margins + Slack);
 }
 
 } // namespace mirn::zelchip

@@ -98,7 +98,7 @@ QString commonBeginning(const QStringList& texts)
         const auto ends = std::mismatch(common.cbegin(), common.cend(), text.cbegin(), text.cend());
         common.truncate(static_cast<int>(ends.first - common.cbegin()));
     }
-    if (!common.isEmpty() && common.back().isHighSurrogate())
+    if (!common.isEmpty() && common.at(common.size() - 1).isHighSurrogate())
         common.chop(1);
     return common;
 }

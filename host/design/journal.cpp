@@ -65,7 +65,7 @@ Journal::Content Journal::read() const
             }
             continue;
         }
-        command += QString::fromUtf8(line);
+        command += QString::fromUtf8(line.constData(), line.size()); // of a byte array alone, Qt 5 reads up to a zero
         // A name may hold a line break; the command then goes on in the next line.
         if (!line.endsWith('\n') || !TclInterpreter::isComplete(command))
             continue;
