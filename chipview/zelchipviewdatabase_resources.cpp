@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+#include "chipview/zelchipviewdatabase.h"
+
+#include "placement/commandtexts.h"
+#include "platform/contract/zelchipengine.h"
+#include "platform/contract/zeltext.h"
+#include "platform/contract/zeltrace.h"
+#include "resources/resourcetreemodel.h"
+#include "resources/treemenus.h"
+#include "resources/usagerows.h"
+#include "resources/zeltree.h"
+
+#include <QMessageBox>
+
+#include <utility>
+
+// The controller's dealings with the design's resources: rows, usage, what a row selects, commands on one resource.
+
+namespace mirn::zelchipview {
+
+QStringList& ZELChipViewDatabase::getTreeHead()
+{
+    return m_treeModel->head();
+}
+
+QList<QTreeWidgetItem*>& ZELChipViewDatabase::getTreeItems()
+{
+    return m_treeModel->rebuild();
+}
+
+QTreeWidgetItem* ZELChipViewDatabase::parseTree(zeltreeviewcell* cell, QTreeWidgetItem* parent)
+{
+    return m_treeModel->parse(cell, parent);
+}
+
+QIcon& ZELChipViewDatabase::getIconFromType(const QString& type)
+{
+    return m_treeModel->icon(type);
+}
+
+int ZELChipViewDatabase::getResourceType(const QString& name) const
+{
+    const std::string engineName = toEngineText(name);
+    return m_engine ? m_engine->getResourceType(&engineName) : ZEL_RESOURCE_UNKNOWN;
+}
+
+QMenu* ZELChipViewDatabase::getTreePopupMenu(QTreeWidgetItem* item) const
+{
+    return m_treeMenus->menuFor(item);
+}
+
+void ZELChipViewDatabase::getAllChildren(QTreeWidgetItem* item, QVector<QTreeWidgetItem*>& out) const
+{
+    for (int i = 0; item && i < item->childCount(); ++i) {
+        out.append(item->child(i));
+        getAllChildren(item->child(i), out);
+    }
+}
+
+void ZELChipViewDatabase::expandIP()
+{
+    QTreeWidgetItem* item = selectedTreeItem();
+    if (!item)
+        return;
+    QVector<QTreeWidgetItem*> branch{item};
+    getAllChildren(item, branch);
+    for (QTreeWidgetItem* row : std::as_const(branch)) {
+        if (row->treeWidget())
+            row->setExpanded(true);
+    }
+}
+
+void ZELChipViewDatabase::collapseIP()
+{
+    if (QTreeWidgetItem* item = selectedTreeItem())
+        item->setExpanded(false);
+}
+
+QTreeWidgetItem* ZELChipViewDatabase::selectedTreeItem() const
+{
+    const QList<QTreeWidgetItem*> selected = m_tree ? m_tree->selectedItems() : QList<QTreeWidgetItem*>();
+    return selected.isEmpty() ? nullptr : selected.first();
+}
+
+// Empty when no row is selected; the name of a row never is.
+QString ZELChipViewDatabase::selectedResource() const
+{
+    QTreeWidgetItem* item = selectedTreeItem();
+    return item ? m_tree->getResourceName(item) : QString();
+}
+
+QStringList& ZELChipViewDatabase::getResTableHead()
+{
+    return m_usageRows->head();
+}
+
+QList<QStringList> ZELChipViewDatabase::getResTableItems() const
+{
+    return m_usageRows->rows();
+}
+
+void ZELChipViewDatabase::treeItemClicked()
+{
+    QTreeWidgetItem* item = selectedTreeItem();
+    if (!item)
+        return;
+    m_selectedIds.assign(m_treeModel->idsOfRow(*item));
+}
+
+void ZELChipViewDatabase::addSelctedItem(int id, bool selectInTree)
+{
+    m_selectedIds.insert(id);
+    if (!selectInTree || !m_tree)
+        return;
+    const auto name = m_treeModel->namesById().constFind(id);
+    if (name != m_treeModel->namesById().constEnd()) {
+        disconnect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
+        if (QTreeWidgetItem* item = m_treeModel->itemNamed(name.value()))
+            m_tree->setCurrentItem(item);
+    }
+    // Also for an id that no row has, where nothing was disconnected: the connection then counts one more.
+    connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
+}
+
+void ZELChipViewDatabase::removeSelectedItem(int id)
+{
+    m_selectedIds.remove(id);
+}
+
+int ZELChipViewDatabase::resetResource(const QString& name)
+{
+    return runTclCommand(commandtexts::reset(name));
+}
+
+int ZELChipViewDatabase::removeResource(const QString& name)
+{
+    const QString question = QStringLiteral("Are you sure you want to delete ") + name + QLatin1Char('?');
+    const auto answer = QMessageBox::warning(
+        nullptr, tr("Delete"), question, QMessageBox::Yes | QMessageBox::No, QMessageBox::NoButton);
+    return answer == QMessageBox::Yes ? runTclCommand(commandtexts::remove(name)) : 0;
+}
+
+int ZELChipViewDatabase::configResource(const QString& name)
+{
+    diagTrace("call ZEL engine API: config()", "configResource");
+    const std::string engineName = toEngineText(name);
+    diagTrace(toEngineText(QStringLiteral("The params is %1").arg(name)).c_str(), "configResource");
+    const int changed = m_engine ? m_engine->config(&engineName) : 0;
+    diagTrace("end", "configResource");
+    return changed;
+}
+
+void ZELChipViewDatabase::runOnSelected(int (ZELChipViewDatabase::*command)(const QString&))
+{
+    if (selectedTreeItem() && (this->*command)(selectedResource()) != 0)
+        refresh(REFRESH_ALL);
+}
+
+void ZELChipViewDatabase::resetIP()
+{
+    runOnSelected(&ZELChipViewDatabase::resetResource);
+    m_selectedIds.clear();
+}
+
+void ZELChipViewDatabase::removeIP()
+{
+    runOnSelected(&ZELChipViewDatabase::removeResource);
+}
+
+void ZELChipViewDatabase::configIP()
+{
+    runOnSelected(&ZELChipViewDatabase::configResource);
+}
+
+} // namespace mirn::zelchipview
