@@ -102,6 +102,7 @@ private Q_SLOTS:
     void commandTexts();
     void queryTracesThreeLines();
     void withoutARowDropsAreRefused();
+    void ofTwoRowsTheFirstIsMeant();
     void dragOverSitesAndDrop();
     void dropOutsideOfSitesSendsNothing();
     void engineIsAskedOncePerRest();
@@ -160,6 +161,25 @@ void TestPlacement::withoutARowDropsAreRefused()
     QCOMPARE(chip.database()->drop(5), 0);
     chip.database()->onHighlightProbPlaceItems();
     QVERIFY(chip.commands.isEmpty() && chip.engine.calls.empty());
+}
+
+void TestPlacement::ofTwoRowsTheFirstIsMeant()
+{
+    PlacementView chip;
+    chip.engine.addCell(nullptr, "u2");
+    chip.window->refresh(REFRESH_TREE);
+    ZelTree* tree = chip.database()->getTree(nullptr);
+    tree->setSelectionMode(QAbstractItemView::MultiSelection);
+    tree->selectAll();
+    const QString first = tree->getResourceName(tree->selectedItems().value(0));
+    QCOMPARE(tree->selectedItems().size(), 2);
+    chip.engine.calls.clear();
+    QVERIFY(!chip.database()->canDrop(nullptr, 5));
+    QCOMPARE(chip.engine.calls, Calls{"canDrop " + first.toStdString() + " 5"});
+    chip.answer = 0; // nothing is refreshed, the rows stay
+    chip.database()->drop(5);
+    chip.database()->resetIP();
+    QCOMPARE(chip.commands, (QStringList{commandtexts::place(first, "5"), commandtexts::reset(first)}));
 }
 
 void TestPlacement::dragOverSitesAndDrop()
@@ -246,9 +266,9 @@ void TestPlacement::everyKindOfElementTakesItsDrop_data()
 {
     QTest::addColumn<int>("loadNumber");
     QTest::addColumn<QStringList>("commands");
-    QTest::newRow("rect") << 1 << QStringList {"zel_resource place -rsc {top/u1} -id 5"};
-    QTest::newRow("polygon") << 4 << QStringList {"zel_resource place -rsc {top/u1} -id 20"};
-    QTest::newRow("line") << 5 << QStringList {"zel_resource place -rsc {top/u1} -id 21"};
+    QTest::newRow("rect") << 1 << QStringList{"zel_resource place -rsc {top/u1} -id 5"};
+    QTest::newRow("polygon") << 4 << QStringList{"zel_resource place -rsc {top/u1} -id 20"};
+    QTest::newRow("line") << 5 << QStringList{"zel_resource place -rsc {top/u1} -id 21"};
     QTest::newRow("a text only ends the highlight") << 6 << QStringList();
 }
 
@@ -282,8 +302,8 @@ void TestPlacement::treeStartsTheDragAndOffersItsMenu()
     tree->installEventFilter(&watch);
     const QPoint row = tree->visualItemRect(tree->topLevelItem(0)).center();
     const auto move = [&] {
-        QMouseEvent event(QEvent::MouseMove, row, tree->viewport()->mapToGlobal(row), Qt::NoButton, Qt::LeftButton,
-            Qt::NoModifier);
+        QMouseEvent event(
+            QEvent::MouseMove, row, tree->viewport()->mapToGlobal(row), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(tree->viewport(), &event);
     };
     move();
@@ -303,7 +323,7 @@ void TestPlacement::treeStartsTheDragAndOffersItsMenu()
     });
     QContextMenuEvent event(QContextMenuEvent::Mouse, row, tree->viewport()->mapToGlobal(row));
     QApplication::sendEvent(tree->viewport(), &event);
-    QCOMPARE(menu, QStringList {"Reset"});
+    QCOMPARE(menu, QStringList{"Reset"});
 }
 
 void TestPlacement::resetRefreshesWhenItWorked_data()
