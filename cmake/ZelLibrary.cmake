@@ -1,13 +1,16 @@
 # SPDX-License-Identifier: MIT
 
 # zel_shared_library(NAME): what the shared libraries have in common. Each major version of Qt has libraries of its own
-# name, so that both can be installed.
+# name, so that both can be installed. A host that mixes the two is told so by CMake.
 function(zel_shared_library name)
     set_target_properties(${name} PROPERTIES
         OUTPUT_NAME ${name}${ZEL_SUFFIX}
         VERSION ${PROJECT_VERSION}
         SOVERSION ${ZEL_SOVERSION}
     )
+    set_property(TARGET ${name} PROPERTY INTERFACE_QT_MAJOR_VERSION ${QT_VERSION_MAJOR})
+    target_compile_features(${name} PUBLIC cxx_std_17)
+    add_library(ZelChipGui::${name} ALIAS ${name})
     set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     target_link_options(${name} PRIVATE LINKER:--version-script=${exports})
     set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS ${exports})

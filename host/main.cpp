@@ -4,11 +4,13 @@
 #include "host/mainwindow.h"
 #include "host/projectsession.h"
 #include "host/qtmessages.h"
+#include "host/sampleproject.h"
 #include "host/snapshot.h"
 #include "host/theme.h"
 
 #include <QApplication>
 #include <QFile>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <clocale>
@@ -24,7 +26,7 @@ namespace {
 constexpr int Failure = 1;
 constexpr int UsageError = 2;
 
-const char SamplePath[] = "/../share/zelchip/sample"; // from the program's folder
+const char SamplePath[] = "/" ZELCHIP_DATA_FOLDER "/sample"; // from the program's folder
 
 void printTo(FILE* stream, const QString& text)
 {
@@ -88,10 +90,15 @@ void runScriptIn(MainWindow& window, const QString& file)
         fail(Failure, error);
 }
 
+QString samplePath()
+{
+    return sampleProject(QCoreApplication::applicationDirPath() + SamplePath,
+        QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
+}
+
 int run(const CommandLine& commandLine)
 {
-    const QString path
-        = commandLine.path.isEmpty() ? QCoreApplication::applicationDirPath() + SamplePath : commandLine.path;
+    const QString path = commandLine.path.isEmpty() ? samplePath() : commandLine.path;
     QString error;
     std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error);
     if (!session)
@@ -126,6 +133,7 @@ int runApplication(const CommandLine& commandLine, int argc, char** argv)
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zelchip"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ZELCHIP_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral(ZELCHIP_APPLICATION_ID));
     applyTheme();
     return run(commandLine);
 }
