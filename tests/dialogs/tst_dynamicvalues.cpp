@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+Q_DECLARE_METATYPE(std::string)
+
 using namespace mirn::zelchipview;
 using namespace zeltest;
 
