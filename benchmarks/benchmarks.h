@@ -5,9 +5,11 @@
 // says which of them the closing table sets against each other.
 namespace zelbench {
 
+void addDesignBenchmarks(int elements);
 void addLoadingBenchmarks(int elements);
 void addPaintingBenchmarks(int elements);
 void addPickingBenchmarks(int elements);
+void addResourceBenchmarks(int elements); // last of those on the window: its rows stay in the tree
 void addStateBenchmarks(int elements);
 void addWindowChecks(int elements);
 

@@ -71,6 +71,12 @@ void Device::removeWorkingFile() const
     QFile::remove(QFile::decodeName(workingFile().c_str()));
 }
 
+int Device::scatteredId(int n) const
+{
+    constexpr qint64 Stride = 7919; // a prime, so that no id comes twice before all have come; ids count from 1
+    return 1 + static_cast<int>(n * Stride % m_elements);
+}
+
 const SVGParser& Device::parsed()
 {
     if (!m_parsed) {

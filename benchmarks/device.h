@@ -34,6 +34,9 @@ public:
     [[nodiscard]] std::string workingFile() const; // where the window's parser keeps it
     void removeWorkingFile() const;
 
+    // The nth of element ids that lie all over the drawing, from 0.
+    [[nodiscard]] int scatteredId(int n) const;
+
     // The records of the drawing.
     [[nodiscard]] const SVGParser& parsed();
 

@@ -50,6 +50,8 @@ int main(int argc, char** argv)
         zelbench::addPaintingBenchmarks(elements);
         zelbench::addStateBenchmarks(elements);
         zelbench::addPickingBenchmarks(elements);
+        zelbench::addResourceBenchmarks(elements);
+        zelbench::addDesignBenchmarks(elements);
     }
     zelbench::ResultTable table(*sizes);
     benchmark::RunSpecifiedBenchmarks(&table);

@@ -36,13 +36,6 @@ ChipWindow& restingWindow(Device& device)
     return window;
 }
 
-// The nth of element ids that lie all over the drawing; the generator counts ids from 1, row by row.
-int scatteredId(int n, const Device& device)
-{
-    constexpr qint64 Stride = 7919; // a prime, so that no id comes twice
-    return 1 + static_cast<int>(n * Stride % device.elements());
-}
-
 // One element is marked or unmarked, and the picture is right again.
 void selectOne(benchmark::State& state, Device& device)
 {
@@ -69,7 +62,7 @@ void highlightSites(benchmark::State& state, Device& device)
     ChipWindow& window = restingWindow(device);
     QSet<int> sites;
     for (int n = 0; n < ProbableSites; ++n)
-        sites.insert(scatteredId(n, device));
+        sites.insert(device.scatteredId(n));
     bool isHighlighted = false;
     for (auto _ : state) {
         state.SetIterationTime(secondsOf([&] {
@@ -86,7 +79,7 @@ void giveDynamicValues(ChipWindow& window, const Device& device)
 {
     window.engine().device.clearRecords();
     for (int n = 0; n < DynamicValues; ++n) {
-        const auto id = static_cast<unsigned int>(scatteredId(n, device));
+        const auto id = static_cast<unsigned int>(device.scatteredId(n));
         window.engine().device.addRecord(id, {{"fill", "#a0b0c0"}, {"tovanel:popup", "site"}});
     }
 }

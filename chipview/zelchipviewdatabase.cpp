@@ -20,6 +20,7 @@
 #include "resources/zeltree.h"
 
 #include <QAction>
+#include <QItemSelectionModel>
 #include <QTimer>
 
 // The controller itself: its life, its parts, refreshing and the tool actions. What it does with resources and with
@@ -64,7 +65,10 @@ ZELChipViewDatabase::ZELChipViewDatabase()
         if (m_scene)
             m_scene->repaintElements(changed);
     };
-    m_selectedIds.setListener(repaint);
+    m_selectedIds.setListener([this, repaint](const QSet<int>& changed) {
+        m_isRowShown = false;
+        repaint(changed);
+    });
     m_highlighter->highlightedIds().setListener(repaint);
     m_filter->filteredIds().setListener(repaint);
 }
@@ -75,8 +79,10 @@ ZELChipViewDatabase::~ZELChipViewDatabase()
     m_highlighter->highlightedIds().setListener({});
     m_filter->filteredIds().setListener({});
     // The tree must not report, and nobody must be asked about, rows that are on their way out.
-    if (m_tree)
+    if (m_tree) {
         m_tree->blockSignals(true);
+        m_tree->forget();
+    }
     m_treeModel->clear();
     m_treeMenus.reset();
     m_treeModel.reset();
@@ -150,6 +156,8 @@ ZelTree* ZELChipViewDatabase::getTree(QWidget* parent)
     m_tree = new ZelTree(parent); // deleted by the destructor
     m_tree->setSortingEnabled(true);
     connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
+    // Comes after the tree has told everyone.
+    connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { m_isRowShown = false; });
     return m_tree;
 }
 

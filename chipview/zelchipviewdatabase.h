@@ -169,6 +169,7 @@ private:
     QPointer<QWidget> m_parentWidget;
     int m_dirtyFlag = 0;
     ElementIdSet m_selectedIds;
+    bool m_isRowShown = false; // the selected ids are known to be those of the selected row
     QMap<int, ZELGraphicItemAttribute*> m_attributes;
 
     std::unique_ptr<SVGParser> m_parser;

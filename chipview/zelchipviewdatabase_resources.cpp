@@ -25,11 +25,13 @@ QStringList& ZELChipViewDatabase::getTreeHead()
 
 QList<QTreeWidgetItem*>& ZELChipViewDatabase::getTreeItems()
 {
+    m_isRowShown = false;
     return m_treeModel->rebuild();
 }
 
 QTreeWidgetItem* ZELChipViewDatabase::parseTree(zeltreeviewcell* cell, QTreeWidgetItem* parent)
 {
+    m_isRowShown = false;
     return m_treeModel->parse(cell, parent);
 }
 
@@ -49,11 +51,19 @@ QMenu* ZELChipViewDatabase::getTreePopupMenu(QTreeWidgetItem* item) const
     return m_treeMenus->menuFor(item);
 }
 
+// Each before its own children; does not call itself, however deep the tree is.
 void ZELChipViewDatabase::getAllChildren(QTreeWidgetItem* item, QVector<QTreeWidgetItem*>& out) const
 {
-    for (int i = 0; item && i < item->childCount(); ++i) {
-        out.append(item->child(i));
-        getAllChildren(item->child(i), out);
+    QVector<QTreeWidgetItem*> pending;
+    const auto addChildrenOf = [&pending](const QTreeWidgetItem* parent) {
+        for (int i = parent->childCount() - 1; i >= 0; --i)
+            pending.append(parent->child(i));
+    };
+    if (item)
+        addChildrenOf(item);
+    while (!pending.isEmpty()) {
+        out.append(pending.takeLast());
+        addChildrenOf(out.last());
     }
 }
 
@@ -99,12 +109,14 @@ QList<QStringList> ZELChipViewDatabase::getResTableItems() const
     return m_usageRows->rows();
 }
 
+// One selection may bring it here as often as addSelctedItem() has connected it: then only the first time counts.
 void ZELChipViewDatabase::treeItemClicked()
 {
-    QTreeWidgetItem* item = selectedTreeItem();
+    QTreeWidgetItem* item = m_isRowShown ? nullptr : selectedTreeItem();
     if (!item)
         return;
     m_selectedIds.assign(m_treeModel->idsOfRow(*item));
+    m_isRowShown = true;
 }
 
 void ZELChipViewDatabase::addSelctedItem(int id, bool selectInTree)
@@ -118,7 +130,8 @@ void ZELChipViewDatabase::addSelctedItem(int id, bool selectInTree)
         if (QTreeWidgetItem* item = m_treeModel->itemNamed(name.value()))
             m_tree->setCurrentItem(item);
     }
-    // Also for an id that no row has, where nothing was disconnected: the connection then counts one more.
+    // Also for an id that no row has, where nothing was disconnected: the connection then counts one more. After a
+    // rubber band these can be as many as there are elements.
     connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
 }
 

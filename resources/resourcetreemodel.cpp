@@ -10,6 +10,9 @@
 
 #include <QVariant>
 
+#include <utility>
+#include <vector>
+
 namespace mirn::zelchipview {
 
 namespace {
@@ -45,7 +48,9 @@ QStringList& ResourceTreeModel::head()
 
 void ResourceTreeModel::clear()
 {
-    // Children stand before their parents, so no item is deleted by its parent first.
+    // Each by itself, for a child that goes would look for itself among its siblings.
+    for (QTreeWidgetItem* item : std::as_const(m_items))
+        (void)item->takeChildren();
     qDeleteAll(m_items);
     m_items.clear();
     m_itemByName.clear();
@@ -99,20 +104,48 @@ QSet<int> ResourceTreeModel::idsOfRow(const QTreeWidgetItem& row) const
     return ids;
 }
 
+// Does not call itself, however deep the tree is: a branch waits in the list until its children are through.
 QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem* parent)
 {
     if (!cell)
         return nullptr;
+    struct Branch
+    {
+        QTreeWidgetItem* item;
+        const std::vector<zeltreeviewcell*>* children; // null: none
+        std::size_t next;
+    };
+    QTreeWidgetItem* top = newItem(*cell, parent);
+    std::vector<Branch> open{{top, cell->children, 0}};
+    while (true) {
+        Branch& branch = open.back();
+        if (branch.children && branch.next < branch.children->size()) {
+            const zeltreeviewcell* child = (*branch.children)[branch.next++];
+            if (child)
+                open.push_back({newItem(*child, branch.item), child->children, 0});
+            continue;
+        }
+        QTreeWidgetItem* item = branch.item;
+        open.pop_back();
+        if (open.empty())
+            return top;
+        append(item);
+    }
+}
+
+// Without its children.
+QTreeWidgetItem* ResourceTreeModel::newItem(const zeltreeviewcell& cell, QTreeWidgetItem* parent)
+{
     auto* item = new ZELChipViewTreeItem(parent); // the model's, through the list of items
     const auto headSize = static_cast<int>(head().size());
-    traceSizes(*cell, headSize);
-    fillColumns(item, *cell, headSize);
-    setIcon(item, *cell);
-    item->setData(0, DRAGABLE, cell->draggable);
-    item->setData(0, RESET, cell->resettable);
+    traceSizes(cell, headSize);
+    fillColumns(item, cell, headSize);
+    setIcon(item, cell);
+    item->setData(0, DRAGABLE, cell.draggable);
+    item->setData(0, RESET, cell.resettable);
 
     const QString prefix = parent ? parent->data(0, RESOURCENAME).toString() : m_rootName;
-    const QString resourceName = prefix + QLatin1Char('/') + textOf(cell->name);
+    const QString resourceName = prefix + QLatin1Char('/') + textOf(cell.name);
     item->setData(0, RESOURCENAME, resourceName);
 
     const std::string engineName = toEngineText(resourceName);
@@ -120,14 +153,7 @@ QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem
     item->setToolTip(0, summary);
     if (!parent && !summary.isEmpty())
         item->setText(0, item->text(0) + QStringLiteral(" (") + summary + QLatin1Char(')'));
-
-    keepId(resourceName, *cell);
-    if (cell->children) {
-        for (zeltreeviewcell* child : *cell->children) {
-            if (QTreeWidgetItem* childItem = parse(child, item))
-                append(childItem);
-        }
-    }
+    keepId(resourceName, cell);
     return item;
 }
 

@@ -54,6 +54,7 @@ public:
     void clear();
 
 private:
+    QTreeWidgetItem* newItem(const zeltreeviewcell& cell, QTreeWidgetItem* parent);
     void append(QTreeWidgetItem* item);
     static void fillColumns(QTreeWidgetItem* item, const zeltreeviewcell& cell, int headSize);
     void setIcon(QTreeWidgetItem* item, const zeltreeviewcell& cell);

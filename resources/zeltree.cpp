@@ -10,15 +10,27 @@
 #include <QIcon>
 #include <QMenu>
 #include <QMimeData>
-#include <QSet>
 #include <QSignalBlocker>
-#include <QTreeWidgetItemIterator>
+
+#include <algorithm>
+#include <vector>
 
 namespace mirn::zelchipview {
 
 namespace {
 
 constexpr QSize DragIconSize(30, 30);
+
+// As high as any other row with an icon and one line of text.
+bool hasUsualHeight(const QTreeWidgetItem* item)
+{
+    if (!item)
+        return true;
+    bool hasOneLine = true;
+    for (int column = 0; column < item->columnCount(); ++column)
+        hasOneLine = hasOneLine && !item->text(column).contains(QLatin1Char('\n'));
+    return hasOneLine && item->data(0, Qt::DecorationRole).isValid();
+}
 
 } // namespace
 
@@ -37,28 +49,26 @@ ZelTree::ZelTree(QWidget* parent)
 
 ZelTree::~ZelTree()
 {
-    const QSignalBlocker silence(this);
-    takeItems();
+    forget();
 }
 
 void ZelTree::refresh()
 {
-    QSet<QString> expanded;
-    for (QTreeWidgetItemIterator item(this); *item; ++item) {
-        if ((*item)->isExpanded())
-            expanded.insert(getResourceName(*item));
-    }
+    const QSet<QString> expanded = expandedNames();
     {
         // The rows that go would otherwise be reported as changes of the selection, one by one.
         const QSignalBlocker silence(this);
         takeItems();
         fill();
     }
-    for (QTreeWidgetItemIterator item(this); *item; ++item) {
-        if (expanded.contains(getResourceName(*item)))
-            (*item)->setExpanded(true);
-    }
+    expandNamed(expanded);
     resizeColumnToContents(0);
+}
+
+void ZelTree::forget()
+{
+    const QSignalBlocker silence(this);
+    takeItems();
 }
 
 QString ZelTree::getResourceName(QTreeWidgetItem* item) const
@@ -75,12 +85,52 @@ void ZelTree::fill()
             topLevel.append(item);
     }
     insertTopLevelItems(0, topLevel);
+    // Otherwise Qt measures all rows above a row to find its place.
+    setUniformRowHeights(std::all_of(items.cbegin(), items.cend(), hasUsualHeight));
 }
 
 void ZelTree::takeItems()
 {
+    // Qt looks through all open branches for each row that goes.
+    collapseAll();
     for (int count = topLevelItemCount(); count > 0; --count)
         takeTopLevelItem(0);
+}
+
+// From index to index: an item would have to be looked for among its siblings.
+void ZelTree::forEachRow(const std::function<void(const QModelIndex& row)>& visit) const
+{
+    std::vector<QModelIndex> parents{QModelIndex()};
+    while (!parents.empty()) {
+        const QModelIndex parent = parents.back();
+        parents.pop_back();
+        const int rows = model()->rowCount(parent);
+        for (int i = 0; i < rows; ++i) {
+            const QModelIndex row = model()->index(i, 0, parent);
+            visit(row);
+            parents.push_back(row);
+        }
+    }
+}
+
+QSet<QString> ZelTree::expandedNames() const
+{
+    QSet<QString> names;
+    forEachRow([&](const QModelIndex& row) {
+        if (isExpanded(row))
+            names.insert(row.data(RESOURCENAME).toString());
+    });
+    return names;
+}
+
+void ZelTree::expandNamed(const QSet<QString>& names)
+{
+    if (names.isEmpty())
+        return;
+    forEachRow([&](const QModelIndex& row) {
+        if (names.contains(row.data(RESOURCENAME).toString()))
+            setExpanded(row, true);
+    });
 }
 
 void ZelTree::mousePressEvent(QMouseEvent* event)

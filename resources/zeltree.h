@@ -3,7 +3,11 @@
 
 #include "platform/contract/zelexport.h"
 
+#include <QSet>
+#include <QString>
 #include <QTreeWidget>
+
+#include <functional>
 
 namespace mirn::zelchipview {
 
@@ -18,6 +22,9 @@ public:
     // Fills the tree from the engine. Expanded rows stay so by resource name; the selection is dropped.
     void refresh();
 
+    // Lets go of the rows, which their owner is about to delete.
+    void forget();
+
     // Empty for a null item.
     [[nodiscard]] QString getResourceName(QTreeWidgetItem* item) const;
 
@@ -29,6 +36,9 @@ protected:
 
 private:
     void fill();
+    void forEachRow(const std::function<void(const QModelIndex& row)>& visit) const;
+    [[nodiscard]] QSet<QString> expandedNames() const;
+    void expandNamed(const QSet<QString>& names);
     void takeItems();
 };
 

@@ -255,19 +255,31 @@ void TestResourceTree::rowsMayBeRebuiltBehindTheTree()
 
 void TestResourceTree::deepAndWideTreesWork()
 {
+    constexpr int Levels = 5000;
+    constexpr int Rows = 3000;
     ChipView chip;
     zeltreeviewcell* cell = nullptr;
-    for (int level = 0; level < 5000; ++level)
+    for (int level = 0; level < Levels; ++level)
         cell = chip.engine.addCell(cell, "n");
-    for (int i = 0; i < 3000; ++i)
+    for (int i = 0; i < Rows; ++i)
         chip.engine.addCell(nullptr, "w" + std::to_string(i), "IP", std::to_string(i));
     chip.open();
-    QCOMPARE(chip.database()->getTree(nullptr)->topLevelItemCount(), 3001);
-    for (int i = 0; i < 3000; ++i)
+    ZelTree* tree = chip.database()->getTree(nullptr);
+    QCOMPARE(tree->topLevelItemCount(), Rows + 1);
+    for (int i = 0; i < Rows; ++i)
         chip.database()->addSelctedItem(i, true);
-    QCOMPARE(chip.database()->getTree(nullptr)->currentItem()->text(0), QStringLiteral("w2999"));
+    QCOMPARE(tree->currentItem()->text(0), QStringLiteral("w2999"));
     chip.window->refresh(REFRESH_TREE);
-    QCOMPARE(chip.selected().size(), 3000);
+    QCOMPARE(chip.selected().size(), Rows);
+
+    tree->setCurrentItem(tree->findItems(QStringLiteral("n"), Qt::MatchExactly).first());
+    chip.database()->expandIP();
+    chip.window->refresh(REFRESH_TREE);
+    QCoreApplication::processEvents();
+    int open = 0;
+    for (QTreeWidgetItemIterator row(tree); *row; ++row)
+        open += (*row)->isExpanded() ? 1 : 0;
+    QVERIFY2(open >= Levels - 1, qPrintable(QString::number(open)));
 }
 
 void TestResourceTree::usageRowsReplaceEachOther()

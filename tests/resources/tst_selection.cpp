@@ -2,6 +2,8 @@
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/testmain.h"
 
+#include <functional>
+
 using namespace zeltest;
 
 namespace {
@@ -60,6 +62,7 @@ private Q_SLOTS:
     void rowSelectionShowsAtOnce();
     void clickMakesTheRowCurrent();
     void clearedTreeSelectionKeepsTheIds();
+    void rowSelectedOnceMoreCountsAnew();
     void unknownIdsAddAConnection();
     void bandSelectsRowsAndElements();
 };
@@ -112,6 +115,31 @@ void TestSelection::clearedTreeSelectionKeepsTheIds()
     chip.select(QStringLiteral("top/pll"));
     chip.database()->getTree(nullptr)->clearSelection();
     QCOMPARE(chip.selected(), QSet<int>{10});
+}
+
+// Whatever became of the ids since, and however often the tree's signal is connected.
+void TestSelection::rowSelectedOnceMoreCountsAnew()
+{
+    SelectionView chip;
+    chip.database()->addSelctedItem(99, true);
+    ZelTree* tree = chip.database()->getTree(nullptr);
+    const QSet<int> expected{7};
+    for (const auto& change : {std::function<void()>([&] { chip.database()->addSelctedItem(42, false); }),
+             std::function<void()>([&] { chip.scene()->clearSelectedItems(); }),
+             std::function<void()>([&] { chip.database()->refresh(REFRESH_TREE); }), std::function<void()>([&] {
+                 chip.engine.clearCells();
+                 chip.engine.addCell(chip.engine.addCell(nullptr, "ip1"), "ch0", "DCUCHANNEL", "7");
+                 chip.database()->refresh(REFRESH_TREE);
+             })}) {
+        chip.select(QStringLiteral("top/ip1/ch0"));
+        QCOMPARE(chip.selected(), expected);
+        change();
+        Q_EMIT tree->itemSelectionChanged();
+        if (!tree->selectedItems().isEmpty())
+            QCOMPARE(chip.selected(), expected);
+        tree->clearSelection();
+        tree->setCurrentItem(nullptr);
+    }
 }
 
 void TestSelection::unknownIdsAddAConnection()

@@ -121,6 +121,13 @@ public:
         return &node.cell;
     }
 
+    // Back to a tree without rows.
+    void clearCells()
+    {
+        rootChildren.clear();
+        nodes.clear();
+    }
+
     FakeEngine()
     {
         root.name = &rootName;

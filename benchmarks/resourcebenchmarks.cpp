@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+#include "benchmarks/benchmarks.h"
+#include "benchmarks/chipwindow.h"
+#include "benchmarks/device.h"
+#include "benchmarks/measure.h"
+#include "chipview/zelchipgui.h"
+#include "chipview/zelchipviewdatabase.h"
+#include "graphics/zelgraphicsscene.h"
+#include "graphics/zelgraphicsview.h"
+
+#include <QCoreApplication>
+#include <QTreeWidget>
+
+#include <algorithm>
+
+using namespace mirn::zelchipview;
+
+namespace zelbench {
+
+namespace {
+
+constexpr int Rows = 20000;
+constexpr int Picks = 100;
+constexpr QPoint TopLeft(0, 0);
+constexpr QPoint BottomRight(ChipWindow::Width - 1, ChipWindow::Height - 1);
+
+QTreeWidget& treeOf(const ChipWindow& window)
+{
+    return *window.window().findChild<QTreeWidget*>();
+}
+
+QString rowName(int row)
+{
+    return QStringLiteral("resource_%1").arg(row);
+}
+
+// One branch that holds all the others is the worst there is for whatever looks for a row among its siblings. The rows'
+// elements lie all over the drawing; of one that is small each has two rows.
+void giveRows(ChipWindow& window, const Device& device)
+{
+    window.engine().clearCells();
+    zeltreeviewcell* branch = window.engine().addCell(nullptr, "all");
+    for (int row = 0; row < Rows; ++row)
+        window.engine().addCell(
+            branch, rowName(row).toStdString(), "DCUCHANNEL", std::to_string(device.scatteredId(row)));
+}
+
+void refreshTree(ChipWindow& window)
+{
+    window.window().refresh(REFRESH_TREE);
+    QCoreApplication::processEvents();
+}
+
+// With all rows and their branch open, at rest.
+ChipWindow& windowWithRows(Device& device)
+{
+    ChipWindow& window = device.window();
+    window.show(1.0);
+    QTreeWidget& tree = treeOf(window);
+    if (tree.topLevelItemCount() != 1 || tree.topLevelItem(0)->childCount() != Rows) {
+        giveRows(window, device);
+        refreshTree(window);
+    }
+    tree.expandAll();
+    window.scene()->clearSelectedItems();
+    window.settle();
+    return window;
+}
+
+// What Qt alone needs to show as many rows with as many texts, in order.
+void fillBareTree(benchmark::State& state)
+{
+    for (auto _ : state) {
+        QTreeWidget tree;
+        tree.setColumnCount(2);
+        tree.setSortingEnabled(true);
+        tree.show();
+        QCoreApplication::processEvents();
+        state.SetIterationTime(secondsOf([&tree] {
+            auto* branch = new QTreeWidgetItem({QStringLiteral("all"), QString()}); // the tree's
+            for (int row = 0; row < Rows; ++row)
+                new QTreeWidgetItem(branch, {rowName(row), QString()}); // the branch's
+            tree.addTopLevelItem(branch);
+            tree.expandAll();
+            QCoreApplication::processEvents();
+        }));
+    }
+}
+
+// The design is there and its rows are not yet.
+void fillTree(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = windowWithRows(device);
+    for (auto _ : state) {
+        window.engine().clearCells();
+        refreshTree(window);
+        giveRows(window, device);
+        state.SetIterationTime(secondsOf([&window] {
+            refreshTree(window);
+            treeOf(window).expandAll();
+            QCoreApplication::processEvents();
+        }));
+        if (treeOf(window).topLevelItem(0)->childCount() != Rows)
+            state.SkipWithError("not all rows are there");
+    }
+}
+
+void refreshFullTree(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = windowWithRows(device);
+    for (auto _ : state) {
+        state.SetIterationTime(secondsOf([&window] { refreshTree(window); }));
+        if (!treeOf(window).topLevelItem(0)->isExpanded())
+            state.SkipWithError("the branch did not stay open");
+    }
+}
+
+// From a row to the elements, until these are painted.
+void selectRows(benchmark::State& state, Device& device, bool selectsAll)
+{
+    ChipWindow& window = windowWithRows(device);
+    QTreeWidget& tree = treeOf(window);
+    const int expected = selectsAll ? std::min(Rows, device.elements()) : 1;
+    int number = 0;
+    for (auto _ : state) {
+        ++number;
+        QTreeWidgetItem* branch = tree.topLevelItem(0);
+        QTreeWidgetItem* row = selectsAll ? branch : branch->child(number * 7 % Rows);
+        tree.setCurrentItem(nullptr);
+        window.scene()->clearSelectedItems();
+        window.settle();
+        state.SetIterationTime(secondsOf([&] {
+            tree.setCurrentItem(row);
+            QCoreApplication::processEvents();
+        }));
+        if (ZELChipViewDatabase::getInstance()->selectedIds().ids().size() != expected)
+            state.SkipWithError("not what belongs to the row was selected");
+    }
+}
+
+// From an element to its row, without the painting.
+void clickElements(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = windowWithRows(device);
+    window.show(4.0);
+    window.settle();
+    int number = 0;
+    int found = 0;
+    for (auto _ : state) {
+        ++number;
+        const QPoint position((number * 619) % ChipWindow::Width, (number * 367) % ChipWindow::Height);
+        treeOf(window).setCurrentItem(nullptr);
+        state.SetIterationTime(secondsOf([&] { window.click(position); }));
+        found += treeOf(window).currentItem() ? 1 : 0;
+    }
+    if (found == 0)
+        state.SkipWithError("no click found a row");
+    window.scene()->clearSelectedItems();
+    window.settle();
+}
+
+// From all elements to their rows: the release of a rubber band, without the painting.
+void bandOverRows(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = windowWithRows(device);
+    for (auto _ : state) {
+        window.scene()->clearSelectedItems();
+        treeOf(window).setCurrentItem(nullptr);
+        window.settle();
+        window.mouse(QEvent::MouseButtonPress, TopLeft);
+        window.mouse(QEvent::MouseMove, BottomRight);
+        state.SetIterationTime(secondsOf([&window] { window.mouse(QEvent::MouseButtonRelease, BottomRight); }));
+        if (ZELChipViewDatabase::getInstance()->selectedIds().ids().size() != device.elements()
+            || !treeOf(window).currentItem())
+            state.SkipWithError("not everything was selected");
+    }
+}
+
+// The next row that is selected after a rubber band over elements without rows, which leaves the tree's signal
+// connected once more for each of them.
+void selectRowAfterBand(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = windowWithRows(device);
+    QTreeWidget& tree = treeOf(window);
+    for (auto _ : state) {
+        tree.setCurrentItem(nullptr);
+        window.mouse(QEvent::MouseButtonPress, TopLeft);
+        window.mouse(QEvent::MouseMove, BottomRight);
+        window.mouse(QEvent::MouseButtonRelease, BottomRight);
+        window.settle();
+        state.SetIterationTime(secondsOf([&tree] { tree.setCurrentItem(tree.topLevelItem(0)); }));
+    }
+    window.scene()->clearSelectedItems();
+    window.settle();
+}
+
+} // namespace
+
+void addResourceBenchmarks(int elements)
+{
+    add("bare QTreeWidget", elements, [](benchmark::State& state) { fillBareTree(state); });
+    add("fill the tree", elements, [=](benchmark::State& state) { fillTree(state, Device::ofSize(elements)); });
+    add("refresh the tree", elements,
+        [=](benchmark::State& state) { refreshFullTree(state, Device::ofSize(elements)); });
+    add("select a row", elements, [=](benchmark::State& state) { selectRows(state, Device::ofSize(elements), false); });
+    add("select all rows", elements,
+        [=](benchmark::State& state) { selectRows(state, Device::ofSize(elements), true); });
+    addCounted("click with rows", elements, Picks,
+        [=](benchmark::State& state) { clickElements(state, Device::ofSize(elements)); });
+    add("rubber band with rows", elements,
+        [=](benchmark::State& state) { bandOverRows(state, Device::ofSize(elements)); });
+    addCounted("select a row after a band", elements, 1,
+        [=](benchmark::State& state) { selectRowAfterBand(state, Device::ofSize(elements)); });
+}
+
+} // namespace zelbench
