@@ -54,7 +54,7 @@ ChipWindow::~ChipWindow()
 bool ChipWindow::load()
 {
     return m_window->initGrahpicView()
-        && !ZELChipViewDatabase::getInstance()->getSVGParser()->getGraphicItems().empty();
+        && ZELChipViewDatabase::getInstance()->getSVGParser()->graphicItemCount() > 0;
 }
 
 void ChipWindow::show(double zoom)

@@ -9,6 +9,7 @@ const std::vector<ResultRow>& resultRows()
         {"QXmlStreamReader, merely reading", "QXmlStreamReader, merely reading", "", ""},
         {"SVG text to records", "SVG text to records", "", "QXmlStreamReader, merely reading"},
         {"records from the working file", "records from the working file", "", "SVG text to records"},
+        {"records handed out one by one", "records handed out", "", "SVG text to records"},
         {"records to items", "records to items", "", ""},
         {"open: from loading to the first picture", "open", "", "QXmlStreamReader, merely reading"},
         {"open again, with the working file", "open again", "", "QXmlStreamReader, merely reading"},

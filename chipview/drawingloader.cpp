@@ -91,11 +91,11 @@ DrawingLoader::DrawingLoader(ZelGraphicsScene* scene)
 
 void DrawingLoader::load(const SVGParser& parser)
 {
-    for (const zel_SingleGraphItem* record : parser.getGraphicItems()) {
-        AttributePointer attribute = record ? attributeOf(*record) : nullptr;
-        if (attribute)
-            addElement(*record, attribute.release());
-    }
+    parser.visitGraphicItems([this](const zel_SingleGraphItem& record) {
+        if (AttributePointer attribute = attributeOf(record))
+            addElement(record, attribute.release());
+        return true;
+    });
 }
 
 void DrawingLoader::addElement(const zel_SingleGraphItem& record, ZELGraphicItemAttribute* attribute)

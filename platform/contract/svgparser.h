@@ -5,6 +5,7 @@
 #include "platform/contract/zelgraphicrecords.h"
 #include "platform/contract/zelparameter.h"
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -31,8 +32,17 @@ public:
 
     [[nodiscard]] virtual zel_Parameter getSVGParameter() const;
 
-    // In paint order: later ones are above earlier ones.
+    // In paint order: later ones are above earlier ones. The first call makes an object for every record.
     [[nodiscard]] virtual const std::vector<zel_SingleGraphItem*>& getGraphicItems() const;
+
+    // The same ones, each handed to `visit` for the time of the call, until that gives false: with a million of them
+    // this takes a tenth of the memory. What an item's name and tooltip point at stays valid.
+    //
+    // A parser that reads drawings of its own need not override these two. One that lets this class read and changes
+    // the items in getGraphicItems() has to override all three.
+    using Visitor = std::function<bool(const zel_SingleGraphItem& item)>;
+    [[nodiscard]] virtual std::size_t graphicItemCount() const;
+    virtual void visitGraphicItems(const Visitor& visit) const;
 
     // "FILE:LINE:COLUMN: what was found and what was expected" (UTF-8) after a failed load, else empty. Line and column
     // count from 1; where the file cannot be read at all there are none.

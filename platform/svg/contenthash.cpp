@@ -29,15 +29,30 @@ constexpr std::uint64_t Keys[] = {0x9E3779B97F4A7C15, 0xC2B2AE3D27D4EB4F, 0x1656
 
 } // namespace
 
-// Four independent chains of multiplications, so that the processor overlaps them.
-void ContentHash::addBlock(const char* bytes)
+// Four independent chains of multiplications, so that the processor overlaps them. In locals, so that it keeps them in
+// registers.
+void ContentHash::addBlocks(const char* bytes, std::size_t count)
 {
-    for (std::size_t i = 0; i < Lanes; ++i)
-        m_lanes[i] = mixed(m_lanes[i] ^ word(bytes + 16 * i), word(bytes + 16 * i + 8) ^ Keys[i]);
+    std::uint64_t a = m_lanes[0];
+    std::uint64_t b = m_lanes[1];
+    std::uint64_t c = m_lanes[2];
+    std::uint64_t d = m_lanes[3];
+    for (const char* end = bytes + count * BlockSize; bytes != end; bytes += BlockSize) {
+        a = mixed(a ^ word(bytes), word(bytes + 8) ^ Keys[0]);
+        b = mixed(b ^ word(bytes + 16), word(bytes + 24) ^ Keys[1]);
+        c = mixed(c ^ word(bytes + 32), word(bytes + 40) ^ Keys[2]);
+        d = mixed(d ^ word(bytes + 48), word(bytes + 56) ^ Keys[3]);
+    }
+    m_lanes[0] = a;
+    m_lanes[1] = b;
+    m_lanes[2] = c;
+    m_lanes[3] = d;
 }
 
 void ContentHash::add(const char* bytes, std::size_t size)
 {
+    if (size == 0)
+        return;
     m_size += size;
     if (m_pendingSize > 0) {
         const std::size_t part = std::min(size, BlockSize - m_pendingSize);
@@ -47,20 +62,19 @@ void ContentHash::add(const char* bytes, std::size_t size)
         size -= part;
         if (m_pendingSize < BlockSize)
             return;
-        addBlock(m_pending);
+        addBlocks(m_pending, 1);
         m_pendingSize = 0;
     }
-    for (; size >= BlockSize; bytes += BlockSize, size -= BlockSize)
-        addBlock(bytes);
-    std::memcpy(m_pending, bytes, size);
-    m_pendingSize = size;
+    addBlocks(bytes, size / BlockSize);
+    m_pendingSize = size % BlockSize;
+    std::memcpy(m_pending, bytes + size - m_pendingSize, m_pendingSize);
 }
 
 std::uint64_t ContentHash::value() const
 {
     ContentHash last = *this;
     std::memset(last.m_pending + last.m_pendingSize, 0, BlockSize - last.m_pendingSize);
-    last.addBlock(last.m_pending);
+    last.addBlocks(last.m_pending, 1);
     std::uint64_t result = mixed(m_size ^ Keys[0], Keys[1]);
     for (std::size_t i = 0; i < Lanes; ++i)
         result = mixed(result ^ last.m_lanes[i], Keys[i] ^ (m_size << i));

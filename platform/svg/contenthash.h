@@ -21,7 +21,7 @@ private:
     static constexpr std::size_t Lanes = 4;
     static constexpr std::size_t BlockSize = Lanes * 16;
 
-    void addBlock(const char* bytes);
+    void addBlocks(const char* bytes, std::size_t count);
 
     std::uint64_t m_lanes[Lanes] = {0x243F6A8885A308D3, 0x13198A2E03707344, 0xA4093822299F31D0, 0x082EFA98EC4E6C89};
     std::uint64_t m_size = 0;

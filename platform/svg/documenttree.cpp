@@ -122,7 +122,7 @@ unsigned DocumentTree::addNode(ElementName name)
 
 void DocumentTree::addAttribute(AttributeName name, std::string_view value)
 {
-    m_attributes.push_back({name, m_texts.add(value)});
+    m_attributes.push_back({name, m_texts.text(m_texts.add(value))});
     Node& node = m_nodes.back();
     ++node.attributeCount;
     node.bytes += value.size() + 1;

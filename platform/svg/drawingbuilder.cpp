@@ -246,10 +246,8 @@ DrawingBuilder::Frame& DrawingBuilder::push(ElementName name)
     if (m_depth == m_frames.size())
         m_frames.emplace_back();
     Frame& frame = m_frames[m_depth];
-    if (m_depth > 0) {
+    if (m_depth > 0)
         frame = m_frames[m_depth - 1];
-        frame.inheritedTooltip = frame.tooltip;
-    }
     ++m_depth;
     frame.name = name;
     frame.hasTooltip = false;
@@ -266,7 +264,7 @@ void DrawingBuilder::readInherited(const Element& element, Frame& frame)
     if (element.has(AttributeName::TovanelPopup)) {
         frame.hasTooltip = true;
         const std::string_view text = element.value(AttributeName::TovanelPopup);
-        frame.tooltip = m_writer.names().intern(toLatin1(text, m_buffer, m_diagnostics));
+        frame.tooltip = m_writer.texts().intern(toLatin1(text, m_buffer, m_diagnostics));
     }
 }
 
@@ -302,7 +300,7 @@ Identity DrawingBuilder::identify(const Element& element, const Frame& frame)
     if (element.has(AttributeName::Id)) {
         const std::string_view name = toLatin1(element.value(AttributeName::Id), m_buffer, m_diagnostics);
         // Instances repeat the names of what they draw.
-        identity.name = m_openInstances.empty() ? m_writer.names().add(name) : m_writer.names().intern(name);
+        identity.name = m_openInstances.empty() ? m_writer.texts().add(name) : m_writer.texts().intern(name);
     }
     return identity;
 }
@@ -366,8 +364,8 @@ void DrawingBuilder::applyTitle()
     if (m_depth == 2 || frame.hasTooltip || text.empty())
         return;
     frame.hasTooltip = true;
-    const char* replaced = frame.tooltip;
-    frame.tooltip = m_writer.names().intern(toLatin1(text, m_buffer, m_diagnostics));
+    const TextPool::Offset replaced = frame.tooltip;
+    frame.tooltip = m_writer.texts().intern(toLatin1(text, m_buffer, m_diagnostics));
     m_writer.replaceTooltip(frame.firstRecord, replaced, frame.tooltip);
     m_text.replaceTooltip(replaced, frame.tooltip);
 }

@@ -41,8 +41,7 @@ private:
         Style style;
         Matrix matrix;
         ViewportSize viewport;
-        const char* tooltip = TextPool::emptyText();
-        const char* inheritedTooltip = TextPool::emptyText();
+        TextPool::Offset tooltip = TextPool::Empty;
         std::size_t firstRecord = 0;
         int layer = 0;
         int id = 0;

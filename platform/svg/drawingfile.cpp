@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <memory>
 
 namespace zelsvg {
@@ -16,7 +17,22 @@ namespace {
 // Small enough to stay in the processor's cache between reading and hashing.
 constexpr std::size_t HashBlock = std::size_t(1) << 17;
 
+[[nodiscard]] FileStamp stampOf(const struct stat& status)
+{
+    FileStamp stamp;
+    stamp.size = static_cast<std::uint64_t>(status.st_size);
+    stamp.modified = {status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+    stamp.changed = {status.st_ctim.tv_sec, status.st_ctim.tv_nsec};
+    stamp.device = status.st_dev;
+    stamp.inode = status.st_ino;
+    return stamp;
+}
+
 } // namespace
+
+DrawingFile::DrawingFile(int secondsToSettle)
+    : m_secondsToSettle(secondsToSettle)
+{ }
 
 DrawingFile::~DrawingFile()
 {
@@ -38,7 +54,9 @@ bool DrawingFile::open(const std::string& path, std::string& reason)
                                          : "found something else than a file, expected an SVG file";
         return false;
     }
-    m_key = {static_cast<std::uint64_t>(status.st_size), status.st_mtim.tv_sec, status.st_mtim.tv_nsec, 0};
+    m_key = {};
+    m_key.stamp = stampOf(status);
+    m_key.isSettled = std::time(nullptr) >= m_key.stamp.changed.seconds + m_secondsToSettle ? 1 : 0;
     return true;
 }
 

@@ -3,17 +3,34 @@
 
 namespace zelsvg {
 
-void RecordStore::reserve(std::size_t lines, std::size_t rects, std::size_t polygons, std::size_t texts)
+void RecordStore::add(PackedRecord record, const PackedLook& look)
 {
-    m_items.reserve(m_items.size() + lines + rects + polygons + texts);
-    if (lines > 0)
-        m_lines.reserve(lines);
-    if (rects > 0)
-        m_rects.reserve(rects);
-    if (polygons > 0)
-        m_polygons.reserve(polygons);
-    if (texts > 0)
-        m_texts.reserve(texts);
+    record.look = m_looks.add(look);
+    m_records.add(record);
+}
+
+std::uint64_t RecordStore::addPoints(const zel_Point* points, std::size_t count)
+{
+    const std::size_t first = m_points.size();
+    for (std::size_t i = 0; i < count; ++i)
+        m_points.add(points[i]);
+    return first;
+}
+
+std::uint32_t RecordStore::addSpan(const PackedSpan& span)
+{
+    m_spans.add(span);
+    return static_cast<std::uint32_t>(m_spans.size() - 1);
+}
+
+void RecordStore::setView(const View& view, std::shared_ptr<const void> bytes)
+{
+    m_records.setView(view.records, view.recordCount);
+    m_looks.setView(view.looks, view.lookCount);
+    m_points.setView(view.points, view.pointCount);
+    m_spans.setView(view.spans, view.spanCount);
+    m_texts.setView(view.texts, view.textSize);
+    m_bytes = std::move(bytes);
 }
 
 } // namespace zelsvg

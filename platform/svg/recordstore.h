@@ -2,97 +2,62 @@
 #pragma once
 
 #include "platform/contract/zelgraphicrecords.h"
+#include "platform/svg/chunkedarray.h"
+#include "platform/svg/lookset.h"
+#include "platform/svg/packedrecord.h"
 #include "platform/svg/textpool.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <memory>
-#include <new>
-#include <vector>
 
 namespace zelsvg {
 
-// Records of one kind side by side at fixed addresses.
-template <typename Record> class RecordPool
-{
-public:
-    RecordPool() = default;
-    RecordPool(RecordPool&&) noexcept = default;
-    RecordPool& operator=(RecordPool&& other) noexcept
-    {
-        m_blocks.swap(other.m_blocks);
-        return *this;
-    }
-    ~RecordPool()
-    {
-        for (Block& block : m_blocks)
-            std::destroy_n(block.records, block.used);
-        for (Block& block : m_blocks)
-            ::operator delete(block.records);
-    }
-
-    Record* add()
-    {
-        if (m_blocks.empty() || m_blocks.back().used == m_blocks.back().capacity)
-            reserve(m_blocks.empty() ? FirstBlock : std::min(m_blocks.back().capacity * 2, LargestBlock));
-        Block& block = m_blocks.back();
-        return new (block.records + block.used++) Record; // destroyed by the pool
-    }
-
-    // One block for the next `count` records.
-    void reserve(std::size_t count)
-    {
-        m_blocks.reserve(m_blocks.size() + 1);
-        m_blocks.push_back({static_cast<Record*>(::operator new(count * sizeof(Record))), 0, count});
-    }
-
-private:
-    static constexpr std::size_t FirstBlock = 64;
-    static constexpr std::size_t LargestBlock = 16384;
-
-    struct Block
-    {
-        Record* records;
-        std::size_t used;
-        std::size_t capacity;
-    };
-
-    std::vector<Block> m_blocks;
-};
-
-// Owns the records of a drawing and the texts that they point at.
+// The records of a drawing in their packed form, in paint order, with the texts and corners that they refer to. Either
+// they are added one by one, or they are shown as they lie in a working file.
 class RecordStore
 {
 public:
-    // Each makes a record behind those there are.
-    zel_Line* addLine() { return added(m_lines.add()); }
-    zel_Rect* addRect() { return added(m_rects.add()); }
-    zel_Polygon* addPolygon() { return added(m_polygons.add()); }
-    zel_Text* addText() { return added(m_texts.add()); }
+    void add(PackedRecord record, const PackedLook& look);
 
-    // Room for so many more records of each kind.
-    void reserve(std::size_t lines, std::size_t rects, std::size_t polygons, std::size_t texts);
+    // What a record to be added refers to; each gives where it begins.
+    std::uint64_t addPoints(const zel_Point* points, std::size_t count);
+    std::uint32_t addSpan(const PackedSpan& span);
+    [[nodiscard]] TextPool& texts() { return m_texts; }
 
-    [[nodiscard]] const std::vector<zel_SingleGraphItem*>& items() const { return m_items; }
-    [[nodiscard]] std::size_t size() const { return m_items.size(); }
+    void setTooltip(std::size_t index, TextPool::Offset tooltip) { m_records[index].tooltip = tooltip; }
 
-    // Names and tooltips, ISO 8859-1.
-    [[nodiscard]] TextPool& names() { return m_names; }
-    [[nodiscard]] const TextPool& names() const { return m_names; }
+    [[nodiscard]] std::size_t size() const { return m_records.size(); }
+    [[nodiscard]] const ChunkedArray<PackedRecord>& records() const { return m_records; }
+    [[nodiscard]] const ChunkedArray<PackedLook>& looks() const { return m_looks.looks(); }
+    [[nodiscard]] const ChunkedArray<zel_Point>& points() const { return m_points; }
+    [[nodiscard]] const ChunkedArray<PackedSpan>& spans() const { return m_spans; }
+    [[nodiscard]] const TextPool& texts() const { return m_texts; }
+
+    [[nodiscard]] const PackedLook& lookOf(const PackedRecord& record) const { return looks()[record.look]; }
+
+    struct View
+    {
+        const PackedRecord* records;
+        std::size_t recordCount;
+        const PackedLook* looks;
+        std::size_t lookCount;
+        const zel_Point* points;
+        std::size_t pointCount;
+        const PackedSpan* spans;
+        std::size_t spanCount;
+        const char* texts;
+        std::size_t textSize;
+    };
+
+    // Shows what lies in `bytes`, which it keeps. Nothing may be added then.
+    void setView(const View& view, std::shared_ptr<const void> bytes);
 
 private:
-    template <typename Record> Record* added(Record* record)
-    {
-        m_items.push_back(record);
-        return record;
-    }
-
-    RecordPool<zel_Line> m_lines;
-    RecordPool<zel_Rect> m_rects;
-    RecordPool<zel_Polygon> m_polygons;
-    RecordPool<zel_Text> m_texts;
-    std::vector<zel_SingleGraphItem*> m_items;
-    TextPool m_names;
+    ChunkedArray<PackedRecord> m_records;
+    LookSet m_looks;
+    ChunkedArray<zel_Point> m_points;
+    ChunkedArray<PackedSpan> m_spans;
+    TextPool m_texts; // names, tooltips, texts and families, ISO 8859-1
+    std::shared_ptr<const void> m_bytes; // of a view
 };
 
 } // namespace zelsvg

@@ -3,7 +3,9 @@
 
 #include "platform/svg/diagnostics.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace zelsvg {
 
@@ -12,25 +14,31 @@ namespace {
 // A layer without a range of its own: no scale is outside of this.
 constexpr RangeScale Always{-LargestNumber, LargestNumber};
 
-[[nodiscard]] zel_Point farCorner(const zel_SingleGraphItem* item)
+[[nodiscard]] zel_Point farCorner(const RecordStore& records, const PackedRecord& record)
 {
     zel_Point corner;
     const auto include = [&corner](double x, double y) {
         corner.x = std::max(corner.x, x);
         corner.y = std::max(corner.y, y);
     };
-    if (item->kind == ZEL_GRAPHIC_LINE) {
-        const auto* line = static_cast<const zel_Line*>(item);
-        include(line->x1, line->y1);
-        include(line->x2, line->y2);
-    } else if (item->kind == ZEL_GRAPHIC_RECT) {
-        const auto* rect = static_cast<const zel_Rect*>(item);
-        include(rect->x + rect->width, rect->y + rect->height);
-    } else if (item->kind == ZEL_GRAPHIC_POLYGON) {
-        for (const zel_Point& point : static_cast<const zel_Polygon*>(item)->points)
+    const double* values = record.values;
+    switch (records.lookOf(record).kind) {
+    case ZEL_GRAPHIC_LINE:
+        include(values[0], values[1]);
+        include(values[2], values[3]);
+        break;
+    case ZEL_GRAPHIC_RECT:
+        include(values[0] + values[2], values[1] + values[3]);
+        break;
+    case ZEL_GRAPHIC_POLYGON:
+        for (std::uint64_t i = 0; i < record.polygon.count; ++i) {
+            const zel_Point& point = records.points()[static_cast<std::size_t>(record.polygon.first + i)];
             include(point.x, point.y);
-    } else if (item->kind == ZEL_GRAPHIC_TEXT) {
-        include(static_cast<const zel_Text*>(item)->x, static_cast<const zel_Text*>(item)->y);
+        }
+        break;
+    default:
+        include(record.run.x, record.run.y);
+        break;
     }
     return corner;
 }
@@ -47,14 +55,13 @@ void RecordWriter::addLine(const Identity& identity, zel_Point from, zel_Point t
 {
     if (!isAllowed(from) || !isAllowed(to))
         return;
-    zel_Line* line = m_drawing.records.addLine();
-    setCommon(identity, line);
-    line->x1 = from.x;
-    line->y1 = from.y;
-    line->x2 = to.x;
-    line->y2 = to.y;
-    line->strokeColor = stroke.color;
-    line->strokeWidth = stroke.width;
+    PackedRecord record{};
+    const double values[] = {from.x, from.y, to.x, to.y};
+    std::copy(std::begin(values), std::end(values), record.values);
+    PackedLook look{};
+    look.strokeColor = stroke.color;
+    look.strokeWidth = stroke.width;
+    add(ZEL_GRAPHIC_LINE, identity, record, look);
 }
 
 void RecordWriter::addRect(
@@ -62,51 +69,61 @@ void RecordWriter::addRect(
 {
     if (!isAllowed(corner) || !isAllowed({corner.x + width, corner.y + height}))
         return;
-    zel_Rect* rect = m_drawing.records.addRect();
-    setCommon(identity, rect);
-    rect->x = corner.x;
-    rect->y = corner.y;
-    rect->width = width;
-    rect->height = height;
-    rect->fillColor = fill;
-    rect->strokeColor = stroke.color;
-    rect->strokeWidth = stroke.width;
+    PackedRecord record{};
+    const double values[] = {corner.x, corner.y, width, height};
+    std::copy(std::begin(values), std::end(values), record.values);
+    PackedLook look{};
+    look.fillColor = fill;
+    look.strokeColor = stroke.color;
+    look.strokeWidth = stroke.width;
+    add(ZEL_GRAPHIC_RECT, identity, record, look);
 }
 
 void RecordWriter::addPolygon(
-    const Identity& identity, std::vector<zel_Point> points, unsigned int fill, const Stroke& stroke)
+    const Identity& identity, const zel_Point* points, std::size_t count, unsigned int fill, const Stroke& stroke)
 {
-    m_points += points.size();
+    m_points += count;
     if (m_points > m_limits.points)
         m_diagnostics.fail(
             "found more than " + std::to_string(m_limits.points) + " corners of polygons in the drawing");
-    if (!isAllowed(points.front()))
+    if (!isAllowed(*points))
         return;
-    zel_Polygon* polygon = m_drawing.records.addPolygon();
-    setCommon(identity, polygon);
-    polygon->points = std::move(points);
-    polygon->fillColor = fill;
-    polygon->strokeColor = stroke.color;
-    polygon->strokeWidth = stroke.width;
+    PackedRecord record{};
+    record.polygon = {m_drawing.records.addPoints(points, count), count};
+    PackedLook look{};
+    look.fillColor = fill;
+    look.strokeColor = stroke.color;
+    look.strokeWidth = stroke.width;
+    add(ZEL_GRAPHIC_POLYGON, identity, record, look);
 }
 
-zel_Text* RecordWriter::addText(const Identity& identity, zel_Point position)
+void RecordWriter::addText(const Identity& identity, const TextRun& run)
 {
-    if (!isAllowed(position))
-        return nullptr;
-    zel_Text* text = m_drawing.records.addText();
-    setCommon(identity, text);
-    text->x = position.x;
-    text->y = position.y;
-    return text;
+    if (!isAllowed(run.place))
+        return;
+    RecordStore& records = m_drawing.records;
+    const TextPool::Offset text = texts().intern(run.text);
+    const auto length = static_cast<std::uint32_t>(run.text.size());
+    PackedRecord record{};
+    record.run = {run.place.x, run.place.y, text, length, 0, 0};
+    if (run.isSpan) {
+        record.run.firstSpan = records.addSpan({run.place.x, run.place.y, text, length});
+        record.run.spans = 1;
+    }
+    PackedLook look{};
+    look.fontSize = run.fontSize;
+    look.family = texts().intern(run.family);
+    look.fillColor = run.color;
+    look.rotation = run.rotation;
+    add(ZEL_GRAPHIC_TEXT, identity, record, look);
 }
 
-void RecordWriter::replaceTooltip(std::size_t first, const char* replaced, const char* tooltip)
+void RecordWriter::replaceTooltip(std::size_t first, TextPool::Offset replaced, TextPool::Offset tooltip)
 {
-    const auto& items = m_drawing.records.items();
-    for (std::size_t i = first; i < items.size(); ++i) {
-        if (items[i]->tooltip == replaced)
-            items[i]->tooltip = tooltip;
+    RecordStore& records = m_drawing.records;
+    for (std::size_t i = first; i < records.size(); ++i) {
+        if (records.records()[i].tooltip == replaced)
+            records.setTooltip(i, tooltip);
     }
 }
 
@@ -124,10 +141,10 @@ void RecordWriter::completeLayers()
 void RecordWriter::takeSizeFromRecords()
 {
     zel_Point corner;
-    for (const zel_SingleGraphItem* item : m_drawing.records.items()) {
-        const zel_Point one = farCorner(item);
+    m_drawing.records.records().forEach([&](const PackedRecord& record) {
+        const zel_Point one = farCorner(m_drawing.records, record);
         corner = {std::max(corner.x, one.x), std::max(corner.y, one.y)};
-    }
+    });
     if (corner.x > 0.0)
         m_drawing.parameter.width = corner.x;
     if (corner.y > 0.0)
@@ -144,13 +161,15 @@ bool RecordWriter::isAllowed(zel_Point point)
     return !m_diagnostics.hasFailed();
 }
 
-void RecordWriter::setCommon(const Identity& identity, zel_SingleGraphItem* record)
+void RecordWriter::add(zelgraphic_kind kind, const Identity& identity, PackedRecord& record, PackedLook& look)
 {
-    record->id = identity.id;
-    record->name = identity.name;
-    record->tooltip = identity.tooltip;
-    record->layer = identity.layer;
-    record->flag = identity.flag;
+    record.id = identity.id;
+    record.name = identity.name;
+    record.tooltip = identity.tooltip;
+    look.layer = identity.layer;
+    look.kind = static_cast<std::uint16_t>(kind);
+    look.flag = identity.flag ? 1 : 0;
+    m_drawing.records.add(record, look);
     if (identity.layer >= 0 && identity.layer < CommonLayers)
         m_commonLayers.set(static_cast<std::size_t>(identity.layer));
     else

@@ -6,6 +6,7 @@
 
 #include <bitset>
 #include <set>
+#include <string_view>
 
 namespace zelsvg {
 
@@ -16,8 +17,8 @@ struct Identity
 {
     int id = 0;
     int layer = 0;
-    const char* name = TextPool::emptyText();
-    const char* tooltip = TextPool::emptyText();
+    TextPool::Offset name = TextPool::Empty;
+    TextPool::Offset tooltip = TextPool::Empty;
     bool flag = false;
 };
 
@@ -25,6 +26,18 @@ struct Stroke
 {
     unsigned int color = 0;
     double width = 0.0; // scene units; 0 for none
+};
+
+// What one record of a text draws; texts are ISO 8859-1.
+struct TextRun
+{
+    zel_Point place; // left end of the base line
+    std::string_view text;
+    std::string_view family;
+    double fontSize = 0.0;
+    unsigned int color = 0;
+    int rotation = 0;
+    bool isSpan = false;
 };
 
 // Makes records: fills in the common part, keeps count and refuses coordinates that make no sense.
@@ -36,16 +49,15 @@ public:
     void addLine(const Identity& identity, zel_Point from, zel_Point to, const Stroke& stroke);
     void addRect(const Identity& identity, zel_Point corner, double width, double height, unsigned int fill,
         const Stroke& stroke);
-    void addPolygon(const Identity& identity, std::vector<zel_Point> points, unsigned int fill, const Stroke& stroke);
-
-    // Null when there is no room for it, else a text of which only the common part is filled in.
-    zel_Text* addText(const Identity& identity, zel_Point position);
+    void addPolygon(
+        const Identity& identity, const zel_Point* points, std::size_t count, unsigned int fill, const Stroke& stroke);
+    void addText(const Identity& identity, const TextRun& run);
 
     [[nodiscard]] std::size_t recordCount() const { return m_drawing.records.size(); }
-    [[nodiscard]] TextPool& names() { return m_drawing.records.names(); }
+    [[nodiscard]] TextPool& texts() { return m_drawing.records.texts(); }
 
-    // In the records from `first` on, puts `tooltip` for `replaced` (which is compared as a pointer).
-    void replaceTooltip(std::size_t first, const char* replaced, const char* tooltip);
+    // In the records from `first` on, puts `tooltip` for `replaced`; texts are compared by their offsets.
+    void replaceTooltip(std::size_t first, TextPool::Offset replaced, TextPool::Offset tooltip);
 
     // Gives every layer that has a record and no range one that always shows.
     void completeLayers();
@@ -55,7 +67,7 @@ public:
 
 private:
     bool isAllowed(zel_Point point);
-    void setCommon(const Identity& identity, zel_SingleGraphItem* record);
+    void add(zelgraphic_kind kind, const Identity& identity, PackedRecord& record, PackedLook& look);
 
     static constexpr int CommonLayers = 256;
 

@@ -210,16 +210,14 @@ void Shapes::writeFill(const Identity& identity)
 {
     const auto& points = m_path.points();
     if (m_path.subpaths().size() > 1 && (m_isEvenOdd || !areAllAlike())) {
-        std::vector<zel_Point> outline = bridged();
+        const std::vector<zel_Point> outline = bridged();
         if (outline.size() > 2)
-            m_writer.addPolygon(identity, std::move(outline), m_fill, m_stroke);
+            m_writer.addPolygon(identity, outline.data(), outline.size(), m_fill, m_stroke);
         return;
     }
     for (const FlatPath::Subpath& subpath : m_path.subpaths()) {
-        const auto first = points.begin() + static_cast<std::ptrdiff_t>(subpath.first);
         if (subpath.count > 2)
-            m_writer.addPolygon(
-                identity, {first, first + static_cast<std::ptrdiff_t>(subpath.count)}, m_fill, m_stroke);
+            m_writer.addPolygon(identity, points.data() + subpath.first, subpath.count, m_fill, m_stroke);
     }
 }
 

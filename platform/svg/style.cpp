@@ -322,7 +322,7 @@ void StyleResolver::applyFontFamily(std::string_view value, Style& style)
     if (family.size() >= 2 && (family.front() == '"' || family.front() == '\'') && family.back() == family.front())
         family = trimmed(family.substr(1, family.size() - 2));
     if (!family.empty())
-        style.fontFamily = m_texts.intern(family);
+        style.fontFamily = m_texts.text(m_texts.intern(family));
 }
 
 void StyleResolver::applyFontSize(std::string_view value, Context& context)

@@ -3,6 +3,7 @@
 
 #include "platform/svg/drawingfile.h"
 #include "platform/svg/drawingreader.h"
+#include "platform/svg/recordobjects.h"
 #include "platform/svg/workingfile.h"
 
 #include <new>
@@ -23,6 +24,7 @@ public:
     bool load(const std::string& drawingFile, const std::string& workingPath);
 
     zelsvg::Drawing drawing;
+    std::unique_ptr<zelsvg::RecordObjects> objects; // made when they are first asked for
     std::string error;
     bool isFromWorkingFile = false;
 };
@@ -74,7 +76,28 @@ zel_Parameter SVGParser::getSVGParameter() const
 
 const std::vector<zel_SingleGraphItem*>& SVGParser::getGraphicItems() const
 {
-    return d->drawing.records.items();
+    if (!d->objects)
+        d->objects = std::make_unique<zelsvg::RecordObjects>(d->drawing.records);
+    return d->objects->items();
+}
+
+std::size_t SVGParser::graphicItemCount() const
+{
+    const std::size_t count = d->drawing.records.size();
+    return count > 0 ? count : getGraphicItems().size();
+}
+
+void SVGParser::visitGraphicItems(const Visitor& visit) const
+{
+    bool goesOn = true;
+    if (d->drawing.records.size() == 0) {
+        for (const zel_SingleGraphItem* item : getGraphicItems())
+            goesOn = goesOn && (!item || visit(*item));
+        return;
+    }
+    zelsvg::RecordUnpacker unpacker(d->drawing.records);
+    d->drawing.records.records().forEach(
+        [&](const zelsvg::PackedRecord& record) { goesOn = goesOn && visit(unpacker.unpacked(record)); });
 }
 
 std::string SVGParser::errorString() const

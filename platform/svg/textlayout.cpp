@@ -197,20 +197,12 @@ void TextLayout::writeRun(const Run& run, zel_Point at)
     if (isBlank || !(size > 0.0) || !run.style.fillColor(color))
         return;
     const zel_Point place = m_matrix.map(at.x, at.y + baselineShift(run.style.baseline) * run.style.fontSize);
-    zel_Text* text = m_writer.addText(run.identity, place);
-    if (!text)
-        return;
     std::string buffer;
-    text->text = run.text;
-    text->fontSize = size;
-    text->fontFamily = toLatin1(run.style.fontFamily, buffer, m_diagnostics);
-    text->fillColor = color;
-    text->rotation = m_matrix.rotation();
-    if (run.isSpan)
-        text->spans.push_back({place.x, place.y, run.text});
+    const std::string_view family = toLatin1(run.style.fontFamily, buffer, m_diagnostics);
+    m_writer.addText(run.identity, {place, run.text, family, size, color, m_matrix.rotation(), run.isSpan});
 }
 
-void TextLayout::replaceTooltip(const char* replaced, const char* tooltip)
+void TextLayout::replaceTooltip(TextPool::Offset replaced, TextPool::Offset tooltip)
 {
     for (Run& run : m_runs) {
         if (run.identity.tooltip == replaced)

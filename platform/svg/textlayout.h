@@ -34,7 +34,7 @@ public:
     // Writes the records.
     void end();
 
-    void replaceTooltip(const char* replaced, const char* tooltip);
+    void replaceTooltip(TextPool::Offset replaced, TextPool::Offset tooltip);
 
 private:
     // The lists x, y, dx, dy of an element, one entry for each of its characters until they run out.

@@ -3,87 +3,73 @@
 
 #include "platform/svg/contenthash.h"
 
-#include <algorithm>
 #include <cstring>
+#include <limits>
+#include <new>
 
 namespace zelsvg {
 
 namespace {
 
-constexpr std::size_t FirstBlock = std::size_t(1) << 12;
-constexpr std::size_t LargestBlock = std::size_t(1) << 22;
 constexpr std::size_t RecentTexts = 1024;
 
 } // namespace
 
-TextPool::TextPool() = default;
-
-char* TextPool::reserve(std::size_t size)
+// Room for `size` bytes side by side. What is left of the last block stays empty when it is too short for them.
+TextPool::Offset TextPool::reserve(std::size_t size)
 {
-    if (m_blocks.empty() || m_blocks.back().capacity - m_blocks.back().used < size) {
-        const std::size_t wanted = m_blocks.empty() ? FirstBlock : std::min(m_blocks.back().capacity * 2, LargestBlock);
-        const std::size_t capacity = std::max(size, wanted);
-        const std::size_t offset = m_blocks.empty() ? 1 : m_blocks.back().offset + m_blocks.back().used;
-        // Not value-initialised: a block is filled before it is read.
-        m_blocks.push_back({std::unique_ptr<char[]>(new char[capacity]), capacity, 0, offset});
+    const std::size_t capacity = m_blocks.size() * BlockSize;
+    const bool isFirst = m_blocks.empty();
+    if (m_size + size + (isFirst ? 1 : 0) > capacity) {
+        const std::size_t count = (size + (isFirst ? 1 : 0) + BlockSize - 1) / BlockSize;
+        if (capacity + count * BlockSize > std::numeric_limits<Offset>::max())
+            throw std::bad_alloc();
+        std::unique_ptr<char[]> bytes(new char[count * BlockSize]);
+        if (m_size < capacity)
+            std::memset(writable(static_cast<Offset>(m_size)), 0, capacity - m_size);
+        bytes[0] = '\0';
+        m_size = capacity + (isFirst ? 1 : 0);
+        for (std::size_t i = 0; i < count; ++i)
+            m_blocks.push_back(bytes.get() + i * BlockSize);
+        m_owned.push_back(std::move(bytes));
     }
-    Block& block = m_blocks.back();
-    char* result = block.bytes.get() + block.used;
-    block.used += size;
-    return result;
+    m_size += size;
+    return static_cast<Offset>(m_size - size);
 }
 
-const char* TextPool::add(std::string_view text)
+TextPool::Offset TextPool::add(std::string_view text)
 {
     text = text.substr(0, text.find('\0'));
     if (text.empty())
-        return emptyText();
-    char* copy = reserve(text.size() + 1);
+        return Empty;
+    const Offset offset = reserve(text.size() + 1);
+    char* copy = writable(offset);
     std::memcpy(copy, text.data(), text.size());
     copy[text.size()] = '\0';
-    return copy;
+    return offset;
 }
 
-const char* TextPool::intern(std::string_view text)
+TextPool::Offset TextPool::intern(std::string_view text)
 {
     text = text.substr(0, text.find('\0'));
     if (text.empty())
-        return emptyText();
+        return Empty;
     if (m_recent.empty())
-        m_recent.resize(RecentTexts, {0, nullptr, 0});
+        m_recent.resize(RecentTexts, {0, Empty, 0});
     const std::uint64_t hash = hashOf(text);
     Recent& recent = m_recent[hash % RecentTexts];
-    const bool isFound = recent.text && recent.hash == hash && std::string_view(recent.text, recent.length) == text;
+    const bool isFound = recent.offset != Empty && recent.hash == hash
+        && std::string_view(this->text(recent.offset), recent.length) == text;
     if (!isFound)
-        recent = {hash, add(text), text.size()};
-    return recent.text;
+        recent = {hash, add(text), static_cast<std::uint32_t>(text.size())};
+    return recent.offset;
 }
 
-char* TextPool::restore(std::size_t size)
+void TextPool::setView(const char* texts, std::size_t size)
 {
-    m_blocks.clear();
-    m_recent.clear();
-    m_blocks.push_back({std::unique_ptr<char[]>(new char[size]), size, size, 0});
-    return m_blocks.back().bytes.get();
-}
-
-std::size_t TextPool::offsetOf(const char* text) const
-{
-    if (*text == '\0')
-        return 0;
-    // From the end: the blocks grow, so most texts are in the last ones.
-    for (auto block = m_blocks.rbegin(); block != m_blocks.rend(); ++block) {
-        const auto begin = reinterpret_cast<std::uintptr_t>(block->bytes.get());
-        const auto address = reinterpret_cast<std::uintptr_t>(text);
-        if (address >= begin && address < begin + block->used)
-            return block->offset + (address - begin);
-    }
-    return 0;
-}
-
-std::size_t TextPool::size() const
-{
-    return m_blocks.empty() ? 1 : m_blocks.back().offset + m_blocks.back().used;
+    *this = {};
+    m_view = texts;
+    m_size = size;
 }
 
 } // namespace zelsvg

@@ -1,71 +1,65 @@
 // SPDX-License-Identifier: MIT
 #include "platform/svg/workingfile.h"
 
+#include "platform/svg/filebytes.h"
 #include "platform/svg/workingimage.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 
 namespace zelsvg {
 
 namespace {
 
-// An open file; closed when it goes.
-class Descriptor
+[[nodiscard]] bool isSameVersion(const FileStamp& a, const FileStamp& b)
+{
+    return a.size == b.size && a.modified == b.modified;
+}
+
+[[nodiscard]] bool isSameFile(const FileStamp& a, const FileStamp& b)
+{
+    return isSameVersion(a, b) && a.changed == b.changed && a.device == b.device && a.inode == b.inode;
+}
+
+// Collects what is written into pieces so large that the system keeps them in large pages, which makes the file quicker
+// to map.
+class LargePieces
 {
 public:
-    explicit Descriptor(int number)
-        : m_number(number)
+    explicit LargePieces(const FileDescriptor& file)
+        : m_file(file)
     { }
-    ~Descriptor()
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
 
-    [[nodiscard]] int number() const { return m_number; }
-    [[nodiscard]] bool isOpen() const { return m_number >= 0; }
-
-    // False when the file ends before.
-    bool readAll(char* buffer, std::size_t size) const
+    bool write(std::string_view bytes)
     {
-        while (size > 0) {
-            const ssize_t length = ::read(m_number, buffer, size);
-            if (length == 0 || (length < 0 && errno != EINTR))
+        while (m_pending.size() + bytes.size() >= PieceSize) {
+            const std::size_t part = PieceSize - m_pending.size();
+            m_pending.append(bytes.substr(0, part));
+            bytes.remove_prefix(part);
+            if (!flush())
                 return false;
-            buffer += length > 0 ? length : 0;
-            size -= length > 0 ? static_cast<std::size_t>(length) : 0;
         }
+        m_pending.append(bytes);
         return true;
     }
 
-    bool writeAll(std::string_view bytes) const
+    bool flush()
     {
-        while (!bytes.empty()) {
-            const ssize_t length = ::write(m_number, bytes.data(), bytes.size());
-            if (length < 0 && errno != EINTR)
-                return false;
-            bytes.remove_prefix(length > 0 ? static_cast<std::size_t>(length) : 0);
-        }
-        return true;
+        const bool isWritten = writeAll(m_file, m_pending);
+        m_pending.clear();
+        return isWritten;
     }
 
 private:
-    int m_number;
-};
+    static constexpr std::size_t PieceSize = std::size_t(1) << 22;
 
-[[nodiscard]] bool isSameFile(const DrawingKey& a, const DrawingKey& b)
-{
-    return a.size == b.size && a.seconds == b.seconds && a.nanoseconds == b.nanoseconds;
-}
+    const FileDescriptor& m_file;
+    std::string m_pending;
+};
 
 } // namespace
 
@@ -76,39 +70,44 @@ WorkingFile::WorkingFile(std::string path)
 bool WorkingFile::load(DrawingFile& source, Drawing& drawing) const
 {
     drawing = {};
-    const Descriptor file(m_path.empty() ? -1 : ::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const FileDescriptor file(m_path.empty() ? -1 : ::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status;
     if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
         return false;
     const auto size = static_cast<std::uint64_t>(status.st_size);
     char bytes[sizeof(ImageHeader)];
     ImageHeader header;
-    if (!file.readAll(bytes, sizeof bytes) || !readHeader({bytes, sizeof bytes}, size, header)
-        || !isSameFile(header.key, source.key()) || !source.hashToEnd() || source.key().hash != header.key.hash)
+    if (!readAll(file, bytes, sizeof bytes) || !readHeader({bytes, sizeof bytes}, size, header)
+        || !isSameVersion(header.key.stamp, source.key().stamp))
         return false;
-    const auto bodySize = static_cast<std::size_t>(size - sizeof header);
-    const std::unique_ptr<char[]> body(new char[bodySize]);
-    if (file.readAll(body.get(), bodySize) && readBody(header, {body.get(), bodySize}, drawing))
-        return true;
-    drawing = {};
-    return false;
+    const bool isUntouched = header.key.isSettled && isSameFile(header.key.stamp, source.key().stamp);
+    if (!isUntouched && (!source.hashToEnd() || source.key().hash != header.key.hash))
+        return false;
+    const std::shared_ptr<const char> image = bytesOf(file, static_cast<std::size_t>(size));
+    if (!image || !showImage(header, image, drawing)) {
+        drawing = {};
+        return false;
+    }
+    if (!isUntouched && source.key().isSettled)
+        save(source.key(), drawing);
+    return true;
 }
 
 void WorkingFile::save(const DrawingKey& key, const Drawing& drawing) const
 {
     if (m_path.empty())
         return;
-    const std::string image = makeImage(key, drawing);
-    if (image.empty())
-        return;
     std::string beside = m_path + ".XXXXXX";
-    const Descriptor file(::mkostemp(beside.data(), O_CLOEXEC));
+    const FileDescriptor file(::mkostemp(beside.data(), O_CLOEXEC));
     if (!file.isOpen())
         return;
     // mkostemp() gives it to the user alone; a project may be shared.
     const mode_t mask = ::umask(0);
     ::umask(mask);
-    const bool isWritten = ::fchmod(file.number(), 0666 & ~mask) == 0 && file.writeAll(image);
+    LargePieces pieces(file);
+    const bool isWritten = ::fchmod(file.number(), 0666 & ~mask) == 0
+        && writeImage(key, drawing, [&pieces](std::string_view bytes) { return pieces.write(bytes); })
+        && pieces.flush();
     if (!isWritten || std::rename(beside.c_str(), m_path.c_str()) != 0)
         ::unlink(beside.c_str());
 }

@@ -3,369 +3,248 @@
 
 #include "platform/svg/limits.h"
 
-#include <cmath>
+#include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <limits>
 #include <type_traits>
 
 namespace zelsvg {
 
-static_assert(std::is_trivially_copyable_v<ImageHeader> && std::is_trivially_copyable_v<ImageRecord>);
-static_assert(sizeof(ImageHeader) % 8 == 0 && sizeof(ImageRecord) == 96 && sizeof(ImageSpan) == 24);
+static_assert(std::is_trivially_copyable_v<ImageHeader> && sizeof(ImageHeader) % alignof(PackedRecord) == 0);
 
 namespace {
 
-constexpr std::uint32_t FlagBit = 1U << 8;
+constexpr std::uint64_t LargestFile = std::uint64_t(1) << 40;
 
-[[nodiscard]] std::uint64_t hashOfBytes(const void* bytes, std::size_t size)
+// Stays in the processor's cache while it is hashed and then checked.
+constexpr std::size_t CheckedAtOnce = 1024;
+
+template <typename Entry> [[nodiscard]] std::string_view bytesOf(const Entry* entries, std::size_t count)
+{
+    static_assert(std::is_trivially_copyable_v<Entry>);
+    return std::string_view(reinterpret_cast<const char*>(entries), count * sizeof(Entry));
+}
+
+[[nodiscard]] std::uint64_t hashOfBytes(std::string_view bytes)
 {
     ContentHash hash;
-    hash.add(static_cast<const char*>(bytes), size);
+    hash.add(bytes.data(), bytes.size());
     return hash.value();
 }
 
 [[nodiscard]] std::uint64_t headerHash(const ImageHeader& header)
 {
-    return hashOfBytes(&header, offsetof(ImageHeader, headerHash));
+    return hashOfBytes({reinterpret_cast<const char*>(&header), offsetof(ImageHeader, headerHash)});
 }
 
-// Gathers the sections of an image.
-class ImageWriter
+// Everything behind the header.
+class ImageBody
 {
 public:
-    explicit ImageWriter(const Drawing& drawing)
-        : m_names(drawing.records.names())
-        , m_textOffset(drawing.records.names().size())
-    { }
+    explicit ImageBody(const Drawing& drawing);
 
-    void addRecord(const zel_SingleGraphItem* item);
-    void addParameter(const zel_Parameter& parameter);
-    void addWarning(const std::string& text) { append(m_warnings, addText(text)); }
+    void fillIn(ImageHeader& header) const;
+    [[nodiscard]] std::uint64_t textBytes() const { return m_drawing.records.texts().size() + m_warningTexts.size(); }
 
-    [[nodiscard]] std::string finish(const DrawingKey& key);
+    // Calls write(bytes) until it gives false.
+    template <typename Write> bool forEachPiece(Write write) const;
 
 private:
-    template <typename Value> static void append(std::string& section, const Value& value)
-    {
-        section.append(reinterpret_cast<const char*>(&value), sizeof value);
-    }
-
-    ImageText addText(const std::string& text);
-    void addKind(const zel_Line& line, ImageRecord& record);
-    void addKind(const zel_Rect& rect, ImageRecord& record);
-    void addKind(const zel_Polygon& polygon, ImageRecord& record);
-    void addKind(const zel_Text& text, ImageRecord& record);
-
-    const TextPool& m_names;
-    std::size_t m_textOffset; // of the next text behind the names
-    ImageHeader m_header{};
-    std::string m_records;
-    std::string m_layers;
-    std::string m_spans;
-    std::string m_points;
-    std::string m_warnings;
-    std::string m_texts;
+    const Drawing& m_drawing;
+    std::vector<ImageLayer> m_layers;
+    std::vector<ImageText> m_warnings;
+    std::string m_warningTexts; // behind the other texts
 };
 
-ImageText ImageWriter::addText(const std::string& text)
+ImageBody::ImageBody(const Drawing& drawing)
+    : m_drawing(drawing)
 {
-    const ImageText result{static_cast<std::uint32_t>(m_textOffset), static_cast<std::uint32_t>(text.size())};
-    m_texts.append(text).push_back('\0');
-    m_textOffset += text.size() + 1;
-    return result;
+    for (const auto& [number, range] : drawing.parameter.layerRanges)
+        m_layers.push_back({range.minimum, range.maximum, number});
+    for (const std::string& warning : drawing.warnings) {
+        m_warnings.push_back({static_cast<std::uint32_t>(textBytes()), static_cast<std::uint32_t>(warning.size())});
+        m_warningTexts.append(warning).push_back('\0');
+    }
 }
 
-void ImageWriter::addRecord(const zel_SingleGraphItem* item)
+void ImageBody::fillIn(ImageHeader& header) const
 {
-    ImageRecord record{};
-    record.id = item->id;
-    record.layer = item->layer;
-    record.name = static_cast<std::uint32_t>(m_names.offsetOf(item->name));
-    record.tooltip = static_cast<std::uint32_t>(m_names.offsetOf(item->tooltip));
-    record.kindAndFlag = static_cast<std::uint32_t>(item->kind) | (item->flag ? FlagBit : 0);
-    if (item->kind == ZEL_GRAPHIC_LINE)
-        addKind(*static_cast<const zel_Line*>(item), record);
-    else if (item->kind == ZEL_GRAPHIC_RECT)
-        addKind(*static_cast<const zel_Rect*>(item), record);
-    else if (item->kind == ZEL_GRAPHIC_POLYGON)
-        addKind(*static_cast<const zel_Polygon*>(item), record);
-    else
-        addKind(*static_cast<const zel_Text*>(item), record);
-    append(m_records, record);
+    const zel_Parameter& parameter = m_drawing.parameter;
+    header.width = parameter.width;
+    header.height = parameter.height;
+    header.initialScale = parameter.initialScale;
+    header.minimumScale = parameter.minimumScale;
+    header.maximumScale = parameter.maximumScale;
+    header.scaleStep = parameter.scaleStep;
+    const RecordStore& records = m_drawing.records;
+    header.records = records.size();
+    header.points = records.points().size();
+    header.looks = records.looks().size();
+    header.spans = records.spans().size();
+    header.layers = m_layers.size();
+    header.warnings = m_warnings.size();
+    header.textBytes = textBytes();
 }
 
-void ImageWriter::addKind(const zel_Line& line, ImageRecord& record)
+template <typename Write> bool ImageBody::forEachPiece(Write write) const
 {
-    ++m_header.lines;
-    const double values[] = {line.x1, line.y1, line.x2, line.y2};
-    std::memcpy(record.values, values, sizeof values);
-    record.strokeColor = line.strokeColor;
-    record.strokeWidth = line.strokeWidth;
+    bool goesOn = true;
+    const auto section = [&](const auto& entries) {
+        entries.forEachRun(0, entries.size(),
+            [&](const auto* run, std::size_t count) { goesOn = goesOn && write(bytesOf(run, count)); });
+    };
+    const RecordStore& records = m_drawing.records;
+    section(records.records());
+    section(records.points());
+    section(records.looks());
+    section(records.spans());
+    goesOn = goesOn && write(bytesOf(m_layers.data(), m_layers.size()))
+        && write(bytesOf(m_warnings.data(), m_warnings.size()));
+    records.texts().forEachPiece([&](std::string_view bytes) { goesOn = goesOn && write(bytes); });
+    return goesOn && write(m_warningTexts);
 }
 
-void ImageWriter::addKind(const zel_Rect& rect, ImageRecord& record)
-{
-    ++m_header.rects;
-    const double values[] = {rect.x, rect.y, rect.width, rect.height};
-    std::memcpy(record.values, values, sizeof values);
-    record.fillColor = rect.fillColor;
-    record.strokeColor = rect.strokeColor;
-    record.strokeWidth = rect.strokeWidth;
-}
-
-void ImageWriter::addKind(const zel_Polygon& polygon, ImageRecord& record)
-{
-    ++m_header.polygons;
-    record.fillColor = polygon.fillColor;
-    record.strokeColor = polygon.strokeColor;
-    record.strokeWidth = polygon.strokeWidth;
-    record.count = static_cast<std::uint32_t>(polygon.points.size());
-    m_header.points += record.count;
-    m_points.append(reinterpret_cast<const char*>(polygon.points.data()), polygon.points.size() * sizeof(zel_Point));
-}
-
-void ImageWriter::addKind(const zel_Text& text, ImageRecord& record)
-{
-    ++m_header.texts;
-    record.values[0] = text.x;
-    record.values[1] = text.y;
-    record.values[2] = text.fontSize;
-    record.fillColor = text.fillColor;
-    record.rotation = text.rotation;
-    record.text = addText(text.text);
-    record.family = addText(text.fontFamily);
-    record.count = static_cast<std::uint32_t>(text.spans.size());
-    m_header.spans += record.count;
-    for (const tspan& span : text.spans)
-        append(m_spans, ImageSpan{span.x, span.y, addText(span.text)});
-}
-
-void ImageWriter::addParameter(const zel_Parameter& parameter)
-{
-    m_header.width = parameter.width;
-    m_header.height = parameter.height;
-    m_header.initialScale = parameter.initialScale;
-    m_header.minimumScale = parameter.minimumScale;
-    m_header.maximumScale = parameter.maximumScale;
-    m_header.scaleStep = parameter.scaleStep;
-    m_header.layers = parameter.layerRanges.size();
-    for (const auto& [number, range] : parameter.layerRanges)
-        append(m_layers, ImageLayer{range.minimum, range.maximum, number});
-}
-
-std::string ImageWriter::finish(const DrawingKey& key)
-{
-    // Offsets have 32 bits.
-    if (m_textOffset > std::numeric_limits<std::uint32_t>::max())
-        return {};
-    std::memcpy(m_header.magic, ImageHeader::Magic, sizeof m_header.magic);
-    m_header.version = ImageHeader::Version;
-    m_header.recordSize = sizeof(ImageRecord);
-    m_header.key = key;
-    m_header.warnings = m_warnings.size() / sizeof(ImageText);
-    m_header.textBytes = m_textOffset;
-    std::string image(reinterpret_cast<const char*>(&m_header), sizeof m_header);
-    image.reserve(image.size() + m_records.size() + m_layers.size() + m_spans.size() + m_points.size()
-        + m_warnings.size() + m_textOffset);
-    for (const std::string* section : {&m_records, &m_layers, &m_spans, &m_points, &m_warnings})
-        image.append(*section);
-    image.push_back('\0');
-    m_names.forEachBlock([&image](std::string_view block) { image.append(block); });
-    image.append(m_texts);
-    seal(m_header, std::string_view(image).substr(sizeof m_header));
-    std::memcpy(image.data(), &m_header, sizeof m_header);
-    return image;
-}
-
-// Walks over the sections of an image that has passed its hash. Every number is checked all the same: what is read
-// here comes from a folder that others write to.
+// Walks over the sections of an image. Its hashes find damage; every number is checked all the same, because what is
+// read here comes from a folder that others write to.
 class ImageReader
 {
 public:
-    ImageReader(const ImageHeader& header, std::string_view body, Drawing& drawing)
-        : m_header(header)
-        , m_body(body)
-        , m_drawing(drawing)
-    { }
+    ImageReader(const ImageHeader& header, const char* image);
 
-    bool read();
+    [[nodiscard]] bool isValid();
+    [[nodiscard]] const RecordStore::View& view() const { return m_view; }
+    bool readParameter(zel_Parameter& parameter) const;
+    [[nodiscard]] std::vector<std::string> warnings() const;
 
 private:
-    template <typename Value> const char* takeSection(std::uint64_t count);
-    template <typename Value> static Value at(const char* section, std::uint64_t index);
-
-    bool readParameter();
-    bool readWarnings(const char* section);
-    bool readRecord(const ImageRecord& record);
-    bool readPolygon(const ImageRecord& record, zel_Polygon& polygon);
-    bool readText(const ImageRecord& record, zel_Text& text);
-    bool text(const ImageText& text, std::string& result) const;
-    bool setCommon(const ImageRecord& record, zel_SingleGraphItem* item) const;
+    template <typename Entry> const Entry* takeSection(std::uint64_t count);
+    [[nodiscard]] bool areValid(const PackedRecord* records, std::size_t count);
+    [[nodiscard]] bool isValid(const PackedRecord& record);
+    [[nodiscard]] bool isValid(const PackedLook& look) const;
+    [[nodiscard]] bool isText(std::uint32_t offset) const { return offset < m_view.textSize; }
+    [[nodiscard]] bool isText(std::uint32_t offset, std::uint32_t length) const
+    {
+        return isText(offset) && length < m_view.textSize - offset;
+    }
 
     const ImageHeader& m_header;
-    std::string_view m_body;
-    Drawing& m_drawing;
-    const char* m_layers = nullptr;
-    const char* m_spans = nullptr;
-    const char* m_points = nullptr;
-    const char* m_texts = nullptr;
+    const char* m_rest;
+    RecordStore::View m_view;
+    const ImageLayer* m_layers;
+    const ImageText* m_warnings;
+    std::uint64_t m_nextPoint = 0; // that no record has taken yet
     std::uint64_t m_nextSpan = 0;
-    std::uint64_t m_nextPoint = 0;
-    std::uint64_t m_counts[4] = {}; // of the records still to come, by kind
 };
 
-// The section's bytes are within the body: readHeader() has compared the sizes.
-template <typename Value> const char* ImageReader::takeSection(std::uint64_t count)
+// The sections are within the image: readHeader() has compared the sizes.
+ImageReader::ImageReader(const ImageHeader& header, const char* image)
+    : m_header(header)
+    , m_rest(image + sizeof header)
 {
-    const char* section = m_body.data();
-    m_body.remove_prefix(static_cast<std::size_t>(count) * sizeof(Value));
+    m_view.recordCount = static_cast<std::size_t>(header.records);
+    m_view.records = takeSection<PackedRecord>(header.records);
+    m_view.pointCount = static_cast<std::size_t>(header.points);
+    m_view.points = takeSection<zel_Point>(header.points);
+    m_view.lookCount = static_cast<std::size_t>(header.looks);
+    m_view.looks = takeSection<PackedLook>(header.looks);
+    m_view.spanCount = static_cast<std::size_t>(header.spans);
+    m_view.spans = takeSection<PackedSpan>(header.spans);
+    m_layers = takeSection<ImageLayer>(header.layers);
+    m_warnings = takeSection<ImageText>(header.warnings);
+    m_view.textSize = static_cast<std::size_t>(header.textBytes);
+    m_view.texts = m_rest;
+}
+
+template <typename Entry> const Entry* ImageReader::takeSection(std::uint64_t count)
+{
+    const auto* section = reinterpret_cast<const Entry*>(m_rest);
+    m_rest += count * sizeof(Entry);
     return section;
 }
 
-template <typename Value> Value ImageReader::at(const char* section, std::uint64_t index)
+bool ImageReader::isValid()
 {
-    Value value;
-    std::memcpy(&value, section + index * sizeof(Value), sizeof value);
-    return value;
-}
-
-bool ImageReader::read()
-{
-    const char* records = takeSection<ImageRecord>(m_header.records());
-    m_layers = takeSection<ImageLayer>(m_header.layers);
-    m_spans = takeSection<ImageSpan>(m_header.spans);
-    m_points = takeSection<zel_Point>(m_header.points);
-    const char* warnings = takeSection<ImageText>(m_header.warnings);
-    if (m_body.size() != m_header.textBytes || m_body.empty() || m_body.front() != '\0' || m_body.back() != '\0')
+    const RecordStore::View& v = m_view;
+    if (v.textSize == 0 || v.texts[0] != '\0' || v.texts[v.textSize - 1] != '\0')
         return false;
-    char* texts = m_drawing.records.names().restore(m_body.size());
-    std::memcpy(texts, m_body.data(), m_body.size());
-    m_texts = texts;
-    const std::uint64_t counts[] = {m_header.lines, m_header.rects, m_header.polygons, m_header.texts};
-    std::memcpy(m_counts, counts, sizeof counts);
-    m_drawing.records.reserve(m_header.lines, m_header.rects, m_header.polygons, m_header.texts);
-    for (std::uint64_t i = 0; i < m_header.records(); ++i) {
-        if (!readRecord(at<ImageRecord>(records, i)))
+    const auto isLook = [this](const PackedLook& look) { return isValid(look); };
+    const auto isSpan = [this](const PackedSpan& span) { return isText(span.text, span.length); };
+    const auto isWarning = [this](const ImageText& text) { return isText(text.offset, text.length); };
+    if (!std::all_of(v.looks, v.looks + v.lookCount, isLook) || !std::all_of(v.spans, v.spans + v.spanCount, isSpan)
+        || !std::all_of(m_warnings, m_warnings + m_header.warnings, isWarning))
+        return false;
+    ContentHash hash;
+    for (std::size_t i = 0; i < v.recordCount; i += CheckedAtOnce) {
+        const std::size_t count = std::min(CheckedAtOnce, v.recordCount - i);
+        const std::string_view bytes = bytesOf(v.records + i, count);
+        hash.add(bytes.data(), bytes.size());
+        if (!areValid(v.records + i, count))
             return false;
     }
-    return readParameter() && readWarnings(warnings);
+    const char* behindRecords = reinterpret_cast<const char*>(v.records + v.recordCount);
+    hash.add(behindRecords, static_cast<std::size_t>(v.texts + v.textSize - behindRecords));
+    return hash.value() == m_header.bodyHash;
 }
 
-bool ImageReader::readRecord(const ImageRecord& record)
+// What all records have comes first, in a loop without branches; only few have more than that.
+bool ImageReader::areValid(const PackedRecord* records, std::size_t count)
 {
-    const std::uint32_t kind = record.kindAndFlag & ~FlagBit;
-    if (kind > ZEL_GRAPHIC_TEXT || m_counts[kind]-- == 0)
+    std::uint32_t lastLook = 0;
+    std::uint32_t lastText = 0;
+    for (const PackedRecord* record = records; record != records + count; ++record) {
+        lastLook = std::max(lastLook, record->look);
+        lastText = std::max({lastText, record->name, record->tooltip});
+    }
+    if (lastLook >= m_view.lookCount || !isText(lastText))
         return false;
-    const double* v = record.values;
-    switch (kind) {
-    case ZEL_GRAPHIC_LINE: {
-        zel_Line* line = m_drawing.records.addLine();
-        line->x1 = v[0];
-        line->y1 = v[1];
-        line->x2 = v[2];
-        line->y2 = v[3];
-        line->strokeColor = record.strokeColor;
-        line->strokeWidth = record.strokeWidth;
-        return setCommon(record, line);
-    }
-    case ZEL_GRAPHIC_RECT: {
-        zel_Rect* rect = m_drawing.records.addRect();
-        rect->x = v[0];
-        rect->y = v[1];
-        rect->width = v[2];
-        rect->height = v[3];
-        rect->fillColor = record.fillColor;
-        rect->strokeColor = record.strokeColor;
-        rect->strokeWidth = record.strokeWidth;
-        return setCommon(record, rect);
-    }
+    return std::all_of(records, records + count, [this](const PackedRecord& record) { return isValid(record); });
+}
+
+// What it has of its kind alone. Each polygon takes the next points and each text the next spans, so that not even a
+// file that somebody made up multiplies them.
+bool ImageReader::isValid(const PackedRecord& record)
+{
+    const auto takeNext = [](std::uint64_t first, std::uint64_t count, std::uint64_t& next, std::uint64_t size) {
+        const bool isNext = count == 0 || (first == next && count <= size - next);
+        next += isNext ? count : 0;
+        return isNext;
+    };
+    switch (m_view.looks[record.look].kind) {
     case ZEL_GRAPHIC_POLYGON:
-        return readPolygon(record, *m_drawing.records.addPolygon());
+        return takeNext(record.polygon.first, record.polygon.count, m_nextPoint, m_view.pointCount);
+    case ZEL_GRAPHIC_TEXT:
+        return isText(record.run.text, record.run.length)
+            && takeNext(record.run.firstSpan, record.run.spans, m_nextSpan, m_view.spanCount);
     default:
-        return readText(record, *m_drawing.records.addText());
+        return true;
     }
 }
 
-bool ImageReader::setCommon(const ImageRecord& record, zel_SingleGraphItem* item) const
+bool ImageReader::isValid(const PackedLook& look) const
 {
-    if (record.name >= m_header.textBytes || record.tooltip >= m_header.textBytes)
-        return false;
-    item->id = record.id;
-    item->layer = record.layer;
-    item->name = m_texts + record.name;
-    item->tooltip = m_texts + record.tooltip;
-    item->flag = (record.kindAndFlag & FlagBit) != 0;
-    return true;
+    return look.kind <= ZEL_GRAPHIC_TEXT && isText(look.family);
 }
 
-bool ImageReader::readPolygon(const ImageRecord& record, zel_Polygon& polygon)
+bool ImageReader::readParameter(zel_Parameter& parameter) const
 {
-    if (record.count > m_header.points - m_nextPoint)
-        return false;
-    polygon.points.resize(record.count);
-    if (record.count > 0)
-        std::memcpy(
-            polygon.points.data(), m_points + m_nextPoint * sizeof(zel_Point), record.count * sizeof(zel_Point));
-    m_nextPoint += record.count;
-    polygon.fillColor = record.fillColor;
-    polygon.strokeColor = record.strokeColor;
-    polygon.strokeWidth = record.strokeWidth;
-    return setCommon(record, &polygon);
-}
-
-bool ImageReader::readText(const ImageRecord& record, zel_Text& item)
-{
-    item.x = record.values[0];
-    item.y = record.values[1];
-    item.fontSize = record.values[2];
-    item.fillColor = record.fillColor;
-    item.rotation = record.rotation;
-    if (record.count > m_header.spans - m_nextSpan || !text(record.text, item.text)
-        || !text(record.family, item.fontFamily))
-        return false;
-    item.spans.resize(record.count);
-    for (tspan& span : item.spans) {
-        const auto image = at<ImageSpan>(m_spans, m_nextSpan++);
-        span.x = image.x;
-        span.y = image.y;
-        if (!text(image.text, span.text))
-            return false;
-    }
-    return setCommon(record, &item);
-}
-
-bool ImageReader::text(const ImageText& text, std::string& result) const
-{
-    if (text.offset > m_header.textBytes || text.length > m_header.textBytes - text.offset)
-        return false;
-    result.assign(m_texts + text.offset, text.length);
-    return true;
-}
-
-bool ImageReader::readParameter()
-{
-    zel_Parameter& parameter = m_drawing.parameter;
     parameter.width = m_header.width;
     parameter.height = m_header.height;
     parameter.initialScale = m_header.initialScale;
     parameter.minimumScale = m_header.minimumScale;
     parameter.maximumScale = m_header.maximumScale;
     parameter.scaleStep = m_header.scaleStep;
-    for (std::uint64_t i = 0; i < m_header.layers; ++i) {
-        const auto layer = at<ImageLayer>(m_layers, i);
-        parameter.layerRanges[static_cast<int>(layer.number)] = {layer.minimum, layer.maximum};
-    }
+    for (const ImageLayer* layer = m_layers; layer != m_layers + m_header.layers; ++layer)
+        parameter.layerRanges[static_cast<int>(layer->number)] = {layer->minimum, layer->maximum};
     return parameter.layerRanges.size() == m_header.layers;
 }
 
-bool ImageReader::readWarnings(const char* section)
+std::vector<std::string> ImageReader::warnings() const
 {
-    m_drawing.warnings.resize(static_cast<std::size_t>(m_header.warnings));
-    for (std::uint64_t i = 0; i < m_header.warnings; ++i) {
-        if (!text(at<ImageText>(section, i), m_drawing.warnings[static_cast<std::size_t>(i)]))
-            return false;
-    }
-    return true;
+    std::vector<std::string> result;
+    for (const ImageText* text = m_warnings; text != m_warnings + m_header.warnings; ++text)
+        result.emplace_back(m_view.texts + text->offset, text->length);
+    return result;
 }
 
 [[nodiscard]] bool isPositive(double value)
@@ -375,49 +254,64 @@ bool ImageReader::readWarnings(const char* section)
 
 } // namespace
 
-std::string makeImage(const DrawingKey& key, const Drawing& drawing)
+bool writeImage(const DrawingKey& key, const Drawing& drawing, const std::function<bool(std::string_view)>& write)
 {
-    ImageWriter writer(drawing);
-    for (const zel_SingleGraphItem* item : drawing.records.items())
-        writer.addRecord(item);
-    writer.addParameter(drawing.parameter);
-    for (const std::string& warning : drawing.warnings)
-        writer.addWarning(warning);
-    return writer.finish(key);
+    const ImageBody body(drawing);
+    // Offsets have 32 bits.
+    if (body.textBytes() > std::numeric_limits<std::uint32_t>::max())
+        return false;
+    ImageHeader header{};
+    std::memcpy(header.magic, ImageHeader::Magic, sizeof header.magic);
+    header.version = ImageHeader::Version;
+    header.recordSize = sizeof(PackedRecord);
+    header.key = key;
+    body.fillIn(header);
+    ContentHash hash;
+    body.forEachPiece([&hash](std::string_view bytes) {
+        hash.add(bytes.data(), bytes.size());
+        return true;
+    });
+    header.bodyHash = hash.value();
+    header.headerHash = headerHash(header);
+    return write(bytesOf(&header, 1)) && body.forEachPiece(write);
 }
 
 void seal(ImageHeader& header, std::string_view body)
 {
-    header.bodyHash = hashOfBytes(body.data(), body.size());
+    header.bodyHash = hashOfBytes(body);
     header.headerHash = headerHash(header);
 }
 
 bool readHeader(std::string_view image, std::uint64_t fileSize, ImageHeader& header)
 {
-    if (image.size() < sizeof header)
+    if (image.size() < sizeof header || fileSize > LargestFile)
         return false;
     std::memcpy(&header, image.data(), sizeof header);
     if (std::memcmp(header.magic, ImageHeader::Magic, sizeof header.magic) != 0
-        || header.version != ImageHeader::Version || header.recordSize != sizeof(ImageRecord)
+        || header.version != ImageHeader::Version || header.recordSize != sizeof(PackedRecord)
         || header.headerHash != headerHash(header))
         return false;
     // No count above the number of bytes, so that the products below cannot overflow.
-    for (std::uint64_t count : {header.lines, header.rects, header.polygons, header.texts, header.layers, header.spans,
-             header.points, header.warnings, header.textBytes}) {
+    for (std::uint64_t count :
+        {header.records, header.points, header.looks, header.spans, header.layers, header.warnings, header.textBytes}) {
         if (count > fileSize)
             return false;
     }
-    const std::uint64_t size = sizeof header + header.records() * sizeof(ImageRecord)
-        + header.layers * sizeof(ImageLayer) + header.spans * sizeof(ImageSpan) + header.points * sizeof(zel_Point)
+    const std::uint64_t size = sizeof header + header.records * sizeof(PackedRecord) + header.points * sizeof(zel_Point)
+        + header.looks * sizeof(PackedLook) + header.spans * sizeof(PackedSpan) + header.layers * sizeof(ImageLayer)
         + header.warnings * sizeof(ImageText) + header.textBytes;
-    return size == fileSize && fileSize < (std::uint64_t(1) << 40) && isPositive(header.width)
-        && isPositive(header.height) && isPositive(header.initialScale) && isPositive(header.minimumScale)
-        && isPositive(header.maximumScale) && isPositive(header.scaleStep);
+    return size == fileSize && isPositive(header.width) && isPositive(header.height) && isPositive(header.initialScale)
+        && isPositive(header.minimumScale) && isPositive(header.maximumScale) && isPositive(header.scaleStep);
 }
 
-bool readBody(const ImageHeader& header, std::string_view body, Drawing& drawing)
+bool showImage(const ImageHeader& header, std::shared_ptr<const char> image, Drawing& drawing)
 {
-    return hashOfBytes(body.data(), body.size()) == header.bodyHash && ImageReader(header, body, drawing).read();
+    ImageReader reader(header, image.get());
+    if (!reader.isValid() || !reader.readParameter(drawing.parameter))
+        return false;
+    drawing.warnings = reader.warnings();
+    drawing.records.setView(reader.view(), std::move(image));
+    return true;
 }
 
 } // namespace zelsvg

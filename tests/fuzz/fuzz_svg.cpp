@@ -3,6 +3,7 @@
 // Reads the input as a drawing, in the quick and in the thorough way, which must not differ. Run it with
 // tests/fuzz/corpus/svg as its corpus.
 
+#include "platform/svg/recordobjects.h"
 #include "tests/svg/memorysource.h"
 
 #include <cstdlib>
@@ -26,10 +27,12 @@ void checkDrawing(const zelsvg::Drawing& drawing)
     const zel_Parameter& parameter = drawing.parameter;
     if (!(parameter.width > 0.0 && parameter.height > 0.0 && parameter.initialScale > 0.0 && parameter.scaleStep > 0.0))
         std::abort();
-    for (const zel_SingleGraphItem* item : drawing.records.items()) {
-        if (parameter.layerRanges.count(item->layer) == 0 || !item->name || !item->tooltip)
+    zelsvg::RecordUnpacker unpacker(drawing.records);
+    drawing.records.records().forEach([&](const zelsvg::PackedRecord& record) {
+        const zel_SingleGraphItem& item = unpacker.unpacked(record);
+        if (parameter.layerRanges.count(item.layer) == 0 || !item.name || !item.tooltip)
             std::abort();
-    }
+    });
 }
 
 } // namespace

