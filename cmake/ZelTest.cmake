@@ -1,13 +1,18 @@
 # SPDX-License-Identifier: MIT
 
+set(ZEL_TEST_ENVIRONMENT
+    QT_QPA_PLATFORM=offscreen
+    QT_QPA_PLATFORMTHEME=
+    LC_ALL=C.UTF-8
+    LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0
+    UBSAN_OPTIONS=print_stacktrace=1
+)
+
 # zel_register_test(NAME): runs the test program of that name offscreen through CTest.
 function(zel_register_test name)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES
-        TIMEOUT 120
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_QPA_PLATFORMTHEME=;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1"
-    )
+    set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT "${ZEL_TEST_ENVIRONMENT}")
 endfunction()
 
 # zel_add_test(NAME SOURCES... [LIBS ...]): a Qt Test program.

@@ -18,6 +18,9 @@ build_packages=(
 # On top of these, for ./test: a screen of its own, with a window manager and a hand on the mouse.
 test_packages=(xvfb openbox xdotool)
 
+# What looks at the packages that are made; where it is missing, ./test leaves that out and says so.
+packaging_packages=(dpkg-dev lintian desktop-file-utils appstream)
+
 # On top of these, for ./test --qt5.
 qt5_packages=(qtbase5-dev)
 

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "workbench.h"
+
+#include "chipview/zelchipgui.h"
+#include "chipview/zelchipviewdatabase.h"
+#include "commands.h"
+#include "engine/referenceengine.h"
+#include "platform/contract/zeltext.h"
+
+#include <QAction>
+#include <QDockWidget>
+#include <QFile>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QToolBar>
+
+#include <utility>
+
+using namespace mirn::zelchipview;
+using mirn::zelengine::ReferenceEngine;
+
+Workbench::Workbench(std::unique_ptr<ReferenceEngine> engine)
+    : m_engine(std::move(engine))
+    , m_unplaced(new QListWidget(this))
+    , m_log(new QPlainTextEdit(this))
+{
+    setWindowTitle(QStringLiteral("Workbench"));
+    addTabs();
+    addDocks();
+    addTools();
+    refresh();
+}
+
+// The view first, then its controller, and the engine last. The view would go with its parent as well, but that is
+// after the members of this class, the engine among them.
+Workbench::~Workbench()
+{
+    m_chipView.reset();
+    ZELChipViewDatabase::destoryInstance();
+}
+
+void Workbench::addTabs()
+{
+    auto* tabs = new QTabWidget(this);
+    m_chipView = std::make_unique<ZelChipGUI>(m_engine.get(), tabs);
+    m_chipView->setWindowFlags(Qt::Widget); // else it would stay a window of its own
+    connect(m_chipView.get(), &ZelChipGUI::sigRunTclCmd, this, &Workbench::answer);
+    m_chipView->initGrahpicView();
+    tabs->addTab(m_chipView.get(), QStringLiteral("Floorplan"));
+
+    auto* source = new QPlainTextEdit(tabs);
+    QFile file(m_engine->project().designFile);
+    if (file.open(QIODevice::ReadOnly))
+        source->setPlainText(QString::fromUtf8(file.readAll()));
+    source->setReadOnly(true);
+    tabs->addTab(source, QStringLiteral("Design"));
+    setCentralWidget(tabs);
+}
+
+void Workbench::addDocks()
+{
+    auto* unplaced = new QDockWidget(QStringLiteral("To be placed"), this);
+    unplaced->setWidget(m_unplaced);
+    addDockWidget(Qt::RightDockWidgetArea, unplaced);
+
+    m_log->setReadOnly(true);
+    auto* log = new QDockWidget(QStringLiteral("Commands"), this);
+    log->setWidget(m_log);
+    addDockWidget(Qt::BottomDockWidgetArea, log);
+}
+
+// The view's own actions carry no icons; a host gives them those of its program.
+void Workbench::addTools()
+{
+    QToolBar* tools = addToolBar(QStringLiteral("Floorplan"));
+    const QMap<int, QAction*>& actions = *m_chipView->getActions();
+    for (const int id : {ACTION_SELECT, ACTION_PAN, ACTION_ZOOM, ACTION_FILTER})
+        tools->addAction(actions.value(id));
+    tools->addSeparator();
+    ZelChipGUI* const view = m_chipView.get();
+    connect(tools->addAction(QStringLiteral("Zoom In")), &QAction::triggered, view, [view] { view->zoomIn(); });
+    connect(tools->addAction(QStringLiteral("Zoom Out")), &QAction::triggered, view, [view] { view->zoomOut(); });
+    connect(tools->addAction(QStringLiteral("Reset Zoom")), &QAction::triggered, view, [view] { view->zoomFit(); });
+}
+
+// Called while the view waits: what it is told in `ret` is whether the command was carried out.
+void Workbench::answer(const QString& command, int& ret, QString& result)
+{
+    const QString refusal = runCommand(command, *m_engine);
+    ret = refusal.isEmpty() ? 1 : 0;
+    result = refusal;
+    m_log->appendPlainText(refusal.isEmpty() ? command : QStringLiteral("%1\n  %2").arg(command, refusal));
+    statusBar()->showMessage(refusal);
+    if (ret)
+        refresh();
+}
+
+// The engine has changed: the view does not know unless it is told, nor do the window's own parts.
+void Workbench::refresh()
+{
+    m_chipView->refresh(REFRESH_ALL);
+    m_unplaced->clear();
+    for (const int index : m_engine->design().all()) {
+        const auto& resource = m_engine->design().resource(index);
+        if (resource.site < 0 && resource.children.empty())
+            m_unplaced->addItem(resource.path);
+    }
+}
+
+bool Workbench::placeOne()
+{
+    ZELChipViewDatabase* const database = ZELChipViewDatabase::getInstance();
+    for (int row = 0; row < m_unplaced->count(); ++row) {
+        const QString resource = m_unplaced->item(row)->text();
+        const std::string name = toEngineText(resource);
+        std::list<std::string> sites;
+        m_engine->showProbPlaceItem(&name, &name, sites);
+        if (!sites.empty())
+            return database->place(resource, fromEngineText(sites.front())) != 0;
+    }
+    return false;
+}
