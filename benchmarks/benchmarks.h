@@ -8,6 +8,7 @@ namespace zelbench {
 void addDesignBenchmarks(int elements);
 void addLoadingBenchmarks(int elements);
 void addPaintingBenchmarks(int elements);
+void addPeerBenchmarks(int elements);
 void addPickingBenchmarks(int elements);
 void addResourceBenchmarks(int elements); // last of those on the window: its rows stay in the tree
 void addStateBenchmarks(int elements);

@@ -9,7 +9,9 @@
 #include "platform/contract/svgparser.h"
 
 #include <QApplication>
+#include <QGraphicsView>
 #include <QMouseEvent>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -115,6 +117,31 @@ void ChipWindow::click(QPoint position)
 QImage ChipWindow::picture() const
 {
     return view()->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+QImage ChipWindow::pictureOfItems() const
+{
+    QGraphicsView plain(scene());
+    plain.setFrameShape(QFrame::NoFrame);
+    plain.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    plain.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    plain.setRenderHints(view()->renderHints());
+    plain.setTransformationAnchor(QGraphicsView::NoAnchor);
+    plain.setResizeAnchor(QGraphicsView::NoAnchor);
+    plain.setAlignment(view()->alignment());
+    plain.setBackgroundBrush(view()->backgroundBrush());
+    plain.setSceneRect(view()->sceneRect());
+    plain.resize(Width, Height);
+    plain.show();
+    plain.setTransform(view()->transform());
+    plain.horizontalScrollBar()->setRange(
+        view()->horizontalScrollBar()->minimum(), view()->horizontalScrollBar()->maximum());
+    plain.verticalScrollBar()->setRange(view()->verticalScrollBar()->minimum(), view()->verticalScrollBar()->maximum());
+    plain.horizontalScrollBar()->setValue(view()->horizontalScrollBar()->value());
+    plain.verticalScrollBar()->setValue(view()->verticalScrollBar()->value());
+    if (plain.viewportTransform() != view()->viewportTransform())
+        qFatal("the two views do not show the same");
+    return plain.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
 ZelGraphicsScene* ChipWindow::scene() const

@@ -59,6 +59,10 @@ public:
 
     [[nodiscard]] PaintCounter& painted() { return m_painted; }
     [[nodiscard]] QImage picture() const;
+
+    // The same part of the drawing as picture(), as the items paint it one by one in a view of Qt's.
+    [[nodiscard]] QImage pictureOfItems() const;
+
     [[nodiscard]] mirn::zelchipview::ZelGraphicsView* view() const;
     [[nodiscard]] mirn::zelchipview::ZelGraphicsScene* scene() const;
     [[nodiscard]] mirn::zelchipview::ZelChipGUI& window() const { return *m_window; }

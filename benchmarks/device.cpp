@@ -45,7 +45,10 @@ void Device::close()
 Device::Device(int elements)
     : m_elements(elements)
 {
-    writeFile(folder() + "/filter.txt", std::string());
+    std::string filter;
+    for (int id = 1; id <= m_elements; id += 13)
+        filter += "\"kind\" " + std::to_string(id) + '\n';
+    writeFile(folder() + "/filter.txt", filter);
     writeFile(drawingFile(), mirn::zeldevicegenerator::benchmarkDrawing(elements));
 }
 

@@ -136,13 +136,13 @@ void addLoadingBenchmarks(int elements)
         [=](benchmark::State& state) { handOut(state, Device::ofSize(elements).parsed()); });
     add("records to items", elements, [=](benchmark::State& state) {
         buildScene(state, Device::ofSize(elements));
-    })->Repetitions(OpeningRepetitions);
+    })->Repetitions(FewRepetitions);
     add("open", elements, [=](benchmark::State& state) {
         open(state, Device::ofSize(elements), Opening::First);
-    })->Repetitions(OpeningRepetitions);
+    })->Repetitions(FewRepetitions);
     add("open again", elements, [=](benchmark::State& state) {
         open(state, Device::ofSize(elements), Opening::Again);
-    })->Repetitions(OpeningRepetitions);
+    })->Repetitions(FewRepetitions);
 }
 
 } // namespace zelbench

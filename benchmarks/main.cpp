@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/benchmarks.h"
 #include "benchmarks/device.h"
+#include "benchmarks/layoutviewer.h"
 #include "benchmarks/options.h"
 #include "benchmarks/resulttable.h"
 
@@ -36,26 +37,31 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     pinLook();
 
-    const std::optional<std::vector<int>> sizes = zelbench::takeSizes(argc, argv);
-    if (!sizes) {
+    const std::optional<zelbench::Options> options = zelbench::takeOptions(argc, argv);
+    if (!options) {
         std::fputs("zelbench: --sizes takes numbers from 1000 to 10000000, separated by commas\n", stderr);
         return 2;
     }
     benchmark::Initialize(&argc, argv, zelbench::printUsage);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 2;
-    for (int elements : *sizes) {
+    if (options->hasPeer && !zelbench::hasLayoutViewer())
+        std::fputs("zelbench: klayout is not installed; its rows are left out\n", stderr);
+    for (int elements : options->sizes) {
         zelbench::addWindowChecks(elements);
         zelbench::addLoadingBenchmarks(elements);
         zelbench::addPaintingBenchmarks(elements);
+        if (options->hasPeer && zelbench::hasLayoutViewer())
+            zelbench::addPeerBenchmarks(elements);
         zelbench::addStateBenchmarks(elements);
         zelbench::addPickingBenchmarks(elements);
         zelbench::addResourceBenchmarks(elements);
         zelbench::addDesignBenchmarks(elements);
     }
-    zelbench::ResultTable table(*sizes);
+    zelbench::ResultTable table(options->sizes);
     benchmark::RunSpecifiedBenchmarks(&table);
     zelbench::Device::close();
     table.print();
+    table.printTargets();
     return table.hasFailures() ? 1 : 0;
 }

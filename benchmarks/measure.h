@@ -17,7 +17,7 @@ namespace zelbench {
 
 constexpr double ShortestRun = 0.05; // seconds that one repetition lasts at least
 constexpr int Repetitions = 5;
-constexpr int OpeningRepetitions = 3; // these last long and vary little
+constexpr int FewRepetitions = 3; // for what lasts long and varies little
 
 // A benchmark and the size of its drawing: what the results are kept by.
 [[nodiscard]] inline std::string benchmarkName(const std::string& what, int elements)

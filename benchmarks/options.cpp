@@ -15,6 +15,7 @@ namespace zelbench {
 namespace {
 
 constexpr char SizesOption[] = "--sizes=";
+constexpr char PeerOption[] = "--peer";
 constexpr int SmallestSize = 1000;
 constexpr int LargestSize = 10000000;
 
@@ -36,24 +37,33 @@ std::optional<std::vector<int>> parseSizes(const QByteArray& text)
 
 } // namespace
 
-std::optional<std::vector<int>> takeSizes(int& argc, char** argv)
+std::optional<Options> takeOptions(int& argc, char** argv)
 {
-    QByteArray text("10000,100000");
-    const auto isSizes
-        = [](const char* argument) { return std::strncmp(argument, SizesOption, sizeof SizesOption - 1) == 0; };
-    char** const end = argv + argc;
-    for (char** argument = argv + 1; argument < end; ++argument) {
-        if (isSizes(*argument))
-            text = *argument + sizeof SizesOption - 1;
-    }
-    argc = static_cast<int>(std::remove_if(argv + 1, end, isSizes) - argv);
-    return parseSizes(text);
+    std::optional<Options> options(std::in_place);
+    const auto take = [&options](const char* argument) {
+        if (std::strcmp(argument, PeerOption) == 0) {
+            if (options)
+                options->hasPeer = true;
+            return true;
+        }
+        if (std::strncmp(argument, SizesOption, sizeof SizesOption - 1) != 0)
+            return false;
+        const auto sizes = parseSizes(argument + sizeof SizesOption - 1);
+        if (!sizes)
+            options.reset();
+        else if (options)
+            options->sizes = *sizes;
+        return true;
+    };
+    argc = static_cast<int>(std::remove_if(argv + 1, argv + argc, take) - argv);
+    return options;
 }
 
 void printUsage()
 {
-    std::puts("zelbench [--sizes=10000,100000] [options of Google Benchmark]\n"
-              "Measures the chip view on generated drawings and closes with a table of ratios.\n");
+    std::puts("zelbench [--sizes=10000,100000] [--peer] [options of Google Benchmark]\n"
+              "Measures the chip view on generated drawings and closes with a table of ratios and one of targets.\n"
+              "--peer adds KLayout on the same drawings, where it is installed.\n");
     benchmark::PrintDefaultHelp();
 }
 

@@ -6,9 +6,15 @@
 
 namespace zelbench {
 
-// The sizes of `--sizes=10000,100000`, which is taken out of the arguments; 10 k and 100 k without it. Nothing when a
-// size is no number from 1000 up to ten million.
-[[nodiscard]] std::optional<std::vector<int>> takeSizes(int& argc, char** argv);
+struct Options
+{
+    std::vector<int> sizes{10000, 100000}; // of the drawings, in elements
+    bool hasPeer = false; // measures another viewer as well
+};
+
+// What zelbench itself understands of its arguments, which are taken out of them. Nothing when a size is no number from
+// 1000 up to ten million.
+[[nodiscard]] std::optional<Options> takeOptions(int& argc, char** argv);
 
 // Printed for --help.
 void printUsage();

@@ -3,10 +3,13 @@
 #include "benchmarks/benchmarks.h"
 #include "benchmarks/chipwindow.h"
 #include "benchmarks/device.h"
+#include "benchmarks/layoutviewer.h"
 #include "benchmarks/measure.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
+#include "platform/contract/svgparser.h"
 
+#include <QFile>
 #include <QImage>
 #include <QPainter>
 #include <QScrollBar>
@@ -98,7 +101,31 @@ void paintItems(benchmark::State& state, Device& device)
     }
 }
 
+// In a process of its own, which measures itself.
+void paintWithLayoutViewer(benchmark::State& state, Device& device)
+{
+    for (auto _ : state) {
+        QString error;
+        const auto times = repaintTimesOfLayoutViewer(
+            device.parsed().getGraphicItems(), QFile::decodeName(device.folder().c_str()), &error);
+        if (!times) {
+            state.SkipWithError(qPrintable(error));
+            return;
+        }
+        state.SetIterationTime(times->at("at fit"));
+        for (const auto& [zoom, seconds] : *times)
+            state.counters[zoom] = seconds;
+    }
+}
+
 } // namespace
+
+void addPeerBenchmarks(int elements)
+{
+    addCounted("KLayout", elements, 1, [=](benchmark::State& state) {
+        paintWithLayoutViewer(state, Device::ofSize(elements));
+    })->Repetitions(1);
+}
 
 void addPaintingBenchmarks(int elements)
 {

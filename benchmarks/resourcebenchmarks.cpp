@@ -203,14 +203,17 @@ void addResourceBenchmarks(int elements)
     add("refresh the tree", elements,
         [=](benchmark::State& state) { refreshFullTree(state, Device::ofSize(elements)); });
     add("select a row", elements, [=](benchmark::State& state) { selectRows(state, Device::ofSize(elements), false); });
-    add("select all rows", elements,
-        [=](benchmark::State& state) { selectRows(state, Device::ofSize(elements), true); });
+    add("select all rows", elements, [=](benchmark::State& state) {
+        selectRows(state, Device::ofSize(elements), true);
+    })->Repetitions(FewRepetitions);
     addCounted("click with rows", elements, Picks,
         [=](benchmark::State& state) { clickElements(state, Device::ofSize(elements)); });
-    add("rubber band with rows", elements,
-        [=](benchmark::State& state) { bandOverRows(state, Device::ofSize(elements)); });
-    addCounted("select a row after a band", elements, 1,
-        [=](benchmark::State& state) { selectRowAfterBand(state, Device::ofSize(elements)); });
+    add("rubber band with rows", elements, [=](benchmark::State& state) {
+        bandOverRows(state, Device::ofSize(elements));
+    })->Repetitions(FewRepetitions);
+    addCounted("select a row after a band", elements, 1, [=](benchmark::State& state) {
+        selectRowAfterBand(state, Device::ofSize(elements));
+    })->Repetitions(FewRepetitions);
 }
 
 } // namespace zelbench

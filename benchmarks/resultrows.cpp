@@ -21,6 +21,9 @@ const std::vector<ResultRow>& resultRows()
         {"full repaint at fit", "full repaint at fit", "", "bare QPainter at fit"},
         {"full repaint at 4x", "full repaint at 4x", "", "bare QPainter at 4x"},
         {"full repaint at 30x", "full repaint at 30x", "", "bare QPainter at 30x"},
+        {"KLayout, full repaint at fit", "KLayout", "at fit", "bare QPainter at fit"},
+        {"KLayout, full repaint at 4x", "KLayout", "at 4x", "bare QPainter at 4x"},
+        {"KLayout, full repaint at 30x", "KLayout", "at 30x", "bare QPainter at 30x"},
         {"pan by 50 pixels at 4x", "pan by 50 pixels at 4x", "", "bare QPainter at 4x"},
         {"repaint with nothing changed, at fit", "repaint, nothing changed", "", "bare QPainter at fit"},
         {"items one by one at fit", "items one by one at fit", "", "bare QPainter at fit"},
@@ -71,6 +74,12 @@ const std::vector<FactRow>& factRows()
         {"pixels that differ from bare QPainter at fit", "pictures", "differing at fit"},
         {"pixels that differ from bare QPainter at 4x", "pictures", "differing at 4x"},
         {"pixels that differ from bare QPainter at 30x", "pictures", "differing at 30x"},
+        {"pixels that differ from the items at fit", "pictures", "items at fit"},
+        {"pixels that differ from the items at 4x", "pictures", "items at 4x"},
+        {"pixels that differ from the items at 30x", "pictures", "items at 30x"},
+        {"the same at fit with many states", "pictures", "states at fit"},
+        {"the same at 4x with many states", "pictures", "states at 4x"},
+        {"the same at 30x with many states", "pictures", "states at 30x"},
     };
     return rows;
 }

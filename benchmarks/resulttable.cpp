@@ -3,6 +3,7 @@
 
 #include "benchmarks/measure.h"
 #include "benchmarks/resultrows.h"
+#include "benchmarks/targets.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,6 +42,24 @@ std::string figureText(double figure)
 std::string ratioText(double ratio)
 {
     return text(ratio >= 0.1 ? "%.2f" : "%.4f", ratio);
+}
+
+// Without trailing zeros.
+std::string targetText(Target::Unit unit, double figure)
+{
+    switch (unit) {
+    case Target::Unit::Ratio:
+        return text(figure >= 0.01 ? "%.3g" : "%.2g", figure);
+    case Target::Unit::Microseconds:
+        return text("%.3g us", figure);
+    case Target::Unit::Seconds:
+        return text("%.3g s", figure);
+    case Target::Unit::Kilobytes:
+        return text("%.3g KB", figure);
+    case Target::Unit::Count:
+        return text("%.0f", figure);
+    }
+    return {};
 }
 
 std::string sizeText(int elements)
@@ -176,6 +195,57 @@ void ResultTable::print() const
     std::puts("");
     for (const FactRow& row : factRows())
         printFact(row);
+}
+
+// In the target's unit.
+std::optional<double> ResultTable::figureOf(const Target& target, int elements) const
+{
+    const Result* found = result(target.benchmark, elements);
+    const Result* yardstick = result(target.yardstick, elements);
+    if (!found || (*target.yardstick && !yardstick))
+        return std::nullopt;
+    const double figure = *target.counter ? found->counters.at(target.counter) : found->seconds;
+    switch (target.unit) {
+    case Target::Unit::Ratio:
+        return figure / yardstick->seconds;
+    case Target::Unit::Microseconds:
+        return figure * 1e6;
+    case Target::Unit::Kilobytes:
+        return figure / 1024;
+    case Target::Unit::Seconds:
+    case Target::Unit::Count:
+        break;
+    }
+    return figure;
+}
+
+void ResultTable::printTargets(int elements) const
+{
+    bool hasHead = false;
+    for (const Target& target : targets()) {
+        const std::optional<double> limit = limitOf(target, elements);
+        const std::optional<double> figure = figureOf(target, elements);
+        if (!limit || !figure)
+            continue;
+        if (!hasHead) {
+            hasHead = true;
+            std::puts("");
+            printLeft("targets at " + sizeText(elements), LabelWidth + 2);
+            printRight("target", TimeWidth);
+            printRight("figure", TimeWidth);
+            std::puts("");
+        }
+        printLeft(target.label, LabelWidth + 2);
+        printRight("<= " + targetText(target.unit, *limit), TimeWidth);
+        printRight(targetText(target.unit, *figure), TimeWidth);
+        std::puts(*figure <= *limit ? "  ok" : "  MISS");
+    }
+}
+
+void ResultTable::printTargets() const
+{
+    for (int elements : m_sizes)
+        printTargets(elements);
 }
 
 } // namespace zelbench

@@ -12,6 +12,7 @@ namespace zelbench {
 
 struct FactRow;
 struct ResultRow;
+struct Target;
 
 // Follows the run with one line per benchmark and closes it with the table that sets the medians against their
 // yardsticks. With several sizes its last column says how time grows from the smallest to the largest: n^1.0 is
@@ -26,6 +27,9 @@ public:
 
     // Rows without a result, such as those that a filter left out, are left out.
     void print() const;
+
+    // A row for each target, for each size that has targets and was measured.
+    void printTargets() const;
 
     // True when a benchmark found that it did not measure what it should.
     [[nodiscard]] bool hasFailures() const { return m_hasFailures; }
@@ -44,6 +48,8 @@ private:
     void printHead() const;
     void printRow(const ResultRow& row) const;
     void printFact(const FactRow& row) const;
+    void printTargets(int elements) const;
+    [[nodiscard]] std::optional<double> figureOf(const Target& target, int elements) const;
 
     const std::vector<int> m_sizes;
     std::map<std::string, Result> m_results; // by benchmark name

@@ -5,11 +5,19 @@
 #include "benchmarks/device.h"
 #include "benchmarks/measure.h"
 #include "benchmarks/memory.h"
+#include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelgraphicsview.h"
 
+#include <QCheckBox>
 #include <QEventLoop>
 #include <QImage>
+#include <QMenu>
+#include <QSet>
 #include <QTimer>
+
+#include <string>
+
+using namespace mirn::zelchipview;
 
 namespace zelbench {
 
@@ -71,24 +79,57 @@ int differingPixels(const QImage& a, const QImage& b)
     return differing;
 }
 
-// The number of pixels in which view and yardstick differ: if it is not 0, their times say nothing.
-int differenceAt(double zoom, Device& device)
+// Marks elements all over the drawing, in many states at once; or none.
+void setStates(Device& device, bool areMany)
+{
+    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+    QSet<int> selected;
+    QSet<int> highlighted;
+    for (int id = 1; areMany && id <= device.elements(); ++id) {
+        if (id % 7 == 0)
+            selected.insert(id);
+        if (id % 11 == 0)
+            highlighted.insert(id);
+    }
+    database->selectedIds().assign(selected);
+    database->highlightedIds().assign(highlighted);
+    const QList<QCheckBox*> kinds = database->getViewFilterMenu()->findChildren<QCheckBox*>();
+    kinds.last()->setChecked(areMany);
+    if (database->filteredIds().isEmpty() == areMany)
+        qFatal("the filter does not work");
+}
+
+// Counts the pixels in which the view differs from the yardstick and from what the items paint: if these are not 0, the
+// times say nothing.
+void compareAt(double zoom, const std::string& name, benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
     window.show(zoom);
     window.settle();
-    QImage picture(ChipWindow::Width, ChipWindow::Height, QImage::Format_RGB32);
-    device.bare().paint(picture, window.view()->viewportTransform(), window.view()->getVisibleLayers());
-    return differingPixels(window.picture(), picture);
+    QImage bare(ChipWindow::Width, ChipWindow::Height, QImage::Format_RGB32);
+    device.bare().paint(bare, window.view()->viewportTransform(), window.view()->getVisibleLayers());
+    const QImage picture = window.picture();
+    state.counters["differing " + name] = differingPixels(picture, bare);
+    state.counters["items " + name] = differingPixels(picture, window.pictureOfItems());
+    setStates(device, true);
+    window.settle();
+    const QImage marked = window.picture();
+    state.counters["states " + name] = differingPixels(marked, window.pictureOfItems());
+    setStates(device, false);
+    window.settle();
+    if (differingPixels(marked, picture) == 0)
+        state.SkipWithError("the states do not show");
+    if (differingPixels(window.picture(), picture) != 0)
+        state.SkipWithError("the states leave something behind");
 }
 
 void comparePictures(benchmark::State& state, Device& device)
 {
     for (auto _ : state) {
         state.SetIterationTime(secondsOf([&] {
-            state.counters["differing at fit"] = differenceAt(1.0, device);
-            state.counters["differing at 4x"] = differenceAt(4.0, device);
-            state.counters["differing at 30x"] = differenceAt(30.0, device);
+            compareAt(1.0, "at fit", state, device);
+            compareAt(4.0, "at 4x", state, device);
+            compareAt(30.0, "at 30x", state, device);
         }));
     }
 }
