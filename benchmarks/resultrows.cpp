@@ -15,6 +15,7 @@ const std::vector<ResultRow>& resultRows()
         {"open again, with the working file", "open again", "", "QXmlStreamReader, merely reading"},
         {"first paint", "open", "first paint", "bare QPainter at fit"},
         {"close", "open", "close", ""},
+        {"close before the first picture", "records to items", "close at once", ""},
         {"bare QPainter at fit", "bare QPainter at fit", "", ""},
         {"bare QPainter at 4x", "bare QPainter at 4x", "", ""},
         {"bare QPainter at 30x", "bare QPainter at 30x", "", ""},

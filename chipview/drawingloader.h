@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QGraphicsItem>
+
+#include <memory>
+#include <vector>
+
 class SVGParser;
 class zel_SingleGraphItem;
 
@@ -22,11 +27,11 @@ public:
 
 private:
     void addElement(const zel_SingleGraphItem& record, ZELGraphicItemAttribute* attribute);
+    void numberItems();
+    void polishItems();
 
     ZelGraphicsScene* const m_scene;
-    int m_elementNumber = 1; // the load number of the next item
-    int m_sequence = 1;
-    double m_stackingValue = 1.0;
+    std::vector<std::unique_ptr<QGraphicsItem>> m_items; // not yet in the scene; numbered from 1 on
 };
 
 } // namespace mirn::zelchipview

@@ -39,6 +39,7 @@ private Q_SLOTS:
     void logsWhatItDoes_data();
     void logsWhatItDoes();
     void failedParserStillShowsWhatItHas();
+    void knowsHowQtPolishesItems();
 };
 
 void TestLoader::numbersElementsInOrder()
@@ -145,6 +146,12 @@ void TestLoader::failedParserStillShowsWhatItHas()
     chip.drawing.addRect(7, 10, 10, 20, 20);
     chip.open();
     QCOMPARE(chip.colorAt({20, 20}).rgb(), 0xff808080u);
+}
+
+// Without it a large drawing is slow to close before it was shown, which no other test would notice.
+void TestLoader::knowsHowQtPolishesItems()
+{
+    QVERIFY(QGraphicsScene().metaObject()->indexOfMethod("_q_polishItems()") >= 0);
 }
 
 ZEL_TEST_MAIN(TestLoader)
