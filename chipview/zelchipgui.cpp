@@ -61,8 +61,8 @@ ZelChipGUI::ZelChipGUI(zelchipengine* engine, QWidget* parent)
     m_tree = database->getTree(this);
     m_table = database->getResTable(this);
     setCentralWidget(m_view);
-    addDock(tr("Placement"), m_tree);
-    addDock(tr("Usage"), m_table);
+    addDock(QStringLiteral("Placement"), tr("Placement"), m_tree);
+    addDock(QStringLiteral("Usage"), tr("Usage"), m_table);
     connect(database, &ZELChipViewDatabase::sigRunTclCmd, this, &ZelChipGUI::sigRunTclCmd);
 }
 
@@ -76,10 +76,10 @@ ZelChipGUI::~ZelChipGUI()
     takeOut(m_tree.data(), this);
 }
 
-void ZelChipGUI::addDock(const QString& title, QWidget* content)
+void ZelChipGUI::addDock(const QString& name, const QString& title, QWidget* content)
 {
     auto* dock = new QDockWidget(title, this);
-    dock->setObjectName(title);
+    dock->setObjectName(name);
     dock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea | Qt::BottomDockWidgetArea);
     dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
     dock->setWidget(content);

@@ -10,8 +10,12 @@
 #include <QDockWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTimer>
+#include <QTranslator>
+
+#include <algorithm>
 
 using namespace zeltest;
 
@@ -33,6 +37,7 @@ class TestController : public zeltest::Test
     Q_OBJECT
 private Q_SLOTS:
     void windowHasItsParts();
+    void docksAreFoundInEveryLanguage();
     void factoriesGiveTheSameObject();
     void popupMenusDependOnTheFlow_data();
     void popupMenusDependOnTheFlow();
@@ -42,6 +47,7 @@ private Q_SLOTS:
     void refreshReachesWhatTheKindNames();
     void dirtyAfterDynamicValuesOnly();
     void commandsReachTheHostAndItsAnswerComesBack();
+    void everyLiveWindowRelaysCommands();
     void attributesAreLookedUpWithoutInserting();
     void instanceIsMadeAfreshAfterItsEnd();
 };
@@ -67,6 +73,29 @@ void TestController::windowHasItsParts()
     }
     QVERIFY(docks[0]->y() < docks[1]->y());
     QVERIFY(chip.window->initTreeView());
+}
+
+void TestController::docksAreFoundInEveryLanguage()
+{
+    class Backwards final : public QTranslator
+    {
+    public:
+        bool isEmpty() const override { return false; }
+        QString translate(const char*, const char* text, const char*, int) const override
+        {
+            QString result = QString::fromLatin1(text);
+            std::reverse(result.begin(), result.end());
+            return result;
+        }
+    };
+    Backwards translator;
+    QCoreApplication::installTranslator(&translator);
+    const auto remove = qScopeGuard([&] { QCoreApplication::removeTranslator(&translator); });
+    ChipView chip;
+    chip.createWindow();
+    QCOMPARE(chip.window->findChild<QDockWidget*>(QStringLiteral("Placement"))->windowTitle(),
+        QStringLiteral("tnemecalP"));
+    QCOMPARE(chip.window->findChild<QDockWidget*>(QStringLiteral("Usage"))->windowTitle(), QStringLiteral("egasU"));
 }
 
 void TestController::factoriesGiveTheSameObject()
@@ -215,6 +244,21 @@ void TestController::commandsReachTheHostAndItsAnswerComesBack()
     QCOMPARE(commands, (QStringList{"zel_resource place -rsc {my ip %2} -id -5", "zel_resource reset -ip {top/[u1]}"}));
     disconnect(chip.window.get(), nullptr, this, nullptr);
     QCOMPARE(chip.database()->place(QStringLiteral("u1"), QStringLiteral("7")), 0);
+}
+
+void TestController::everyLiveWindowRelaysCommands()
+{
+    ChipView chip;
+    chip.createWindow();
+    auto second = std::make_unique<ZelChipGUI>(&chip.engine, nullptr);
+    int runs = 0;
+    for (ZelChipGUI* window : {chip.window.get(), second.get()})
+        connect(window, &ZelChipGUI::sigRunTclCmd, this, [&] { ++runs; });
+    chip.database()->resetResource(QStringLiteral("top/u1"));
+    QCOMPARE(runs, 2);
+    second.reset();
+    chip.database()->resetResource(QStringLiteral("top/u1"));
+    QCOMPARE(runs, 3);
 }
 
 void TestController::attributesAreLookedUpWithoutInserting()

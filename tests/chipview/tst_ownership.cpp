@@ -5,9 +5,12 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QDragEnterEvent>
 #include <QMenu>
+#include <QMimeData>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 
 using namespace zeltest;
 
@@ -61,6 +64,7 @@ private Q_SLOTS:
     void windowInsideTheHostsWindow();
     void windowDiesWhileTheHighlightTimerRuns();
     void endingWindowMakesNoController();
+    void viewWithoutControllerMakesNone();
     void treeDiesWithItsRowsShown();
     void filterMenuDiesWithTheView();
 };
@@ -183,6 +187,36 @@ void TestOwnership::endingWindowMakesNoController()
     chip.window->collapseAllTreeItems();
     chip.window->zoomTo();
     chip.window.reset();
+    QVERIFY(!ZELChipViewDatabase::existingInstance());
+}
+
+void TestOwnership::viewWithoutControllerMakesNone()
+{
+    FullChipView chip;
+    chip.openAndUse();
+    ZelGraphicsView* view = chip.view();
+    QWidget* viewport = view->viewport();
+    ZELChipViewDatabase::destoryInstance();
+    const QPoint point(20, 20);
+    for (Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
+        QTest::mouseDClick(viewport, button, Qt::NoModifier, point);
+        QTest::mousePress(viewport, button, Qt::NoModifier, point);
+        QTest::mouseMove(viewport, point * 2);
+        QTest::mouseRelease(viewport, button, Qt::NoModifier, point * 2);
+    }
+    for (int key : {Qt::Key_Plus, Qt::Key_Minus, Qt::Key_Left, Qt::Key_Escape})
+        QTest::keyClick(view, static_cast<Qt::Key>(key));
+    const QPoint global = viewport->mapToGlobal(point);
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, point, global);
+    QWheelEvent wheel(
+        point, global, QPoint(), QPoint(0, 120), Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QMimeData data;
+    QDragEnterEvent enter(point, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QDragMoveEvent move(point, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QDropEvent drop(point, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    for (QEvent* event : std::initializer_list<QEvent*>{&menu, &wheel, &enter, &move, &drop})
+        QApplication::sendEvent(viewport, event);
+    viewport->grab();
     QVERIFY(!ZELChipViewDatabase::existingInstance());
 }
 
