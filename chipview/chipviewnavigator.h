@@ -15,6 +15,7 @@ class ZELCHIPGUI_EXPORT ChipViewNavigator : public BaseNavigator
 {
     Q_OBJECT
 public:
+    // To be installed as event filter on the view and on its scene.
     explicit ChipViewNavigator(ZelGraphicsView* view);
     ~ChipViewNavigator() override;
 

@@ -42,24 +42,30 @@ public:
     // no open project or it has no default implementation; a drawing that cannot be read leaves what could be read.
     bool initGrahpicView();
 
-    // By one step within the drawing's limits; zoomFit() goes back to the unscaled view.
+    // One step, within the drawing's limits; nothing beyond.
     void zoomIn();
     void zoomOut();
+
+    // Back by whole steps to the scale at which the drawing opened, wherever its rectangle then lies.
     void zoomFit();
 
     // Shows the scene's zoom items; nothing while it has none.
     void zoomTo();
 
-    // Tells the engine, then reloads tree, drawing and table as `kind` says. Always true.
+    // Tells the engine, then reloads tree, drawing and table as `kind` says; other kinds than the four reach only the
+    // engine. Always true.
     bool refresh(Enum_ChipView_Refresh_Type kind);
 
-    // Non-zero after the user changed engine data through the view.
+    // 4 after the settings dialog wrote values into the engine, else 0. Commands do not count: the host ran them.
     [[nodiscard]] int getDirtyFlag();
+
+    // The host has saved, or does not care.
     void clearDirtyFlag();
 
     // The view's actions by ZelChipViewActionId, for the host's tool bar: always the same map, owned by the controller.
     [[nodiscard]] QMap<int, QAction*>* getActions();
 
+    // All rows of the resource tree, at every depth.
     void expandAllTreeItems();
     void collapseAllTreeItems();
 
@@ -69,7 +75,7 @@ Q_SIGNALS:
     void sigRunTclCmd(const QString& cmd, int& ret, QString& result);
 
 private:
-    void addDock(const QString& title, QWidget* content);
+    void addDock(const QString& name, const QString& title, QWidget* content);
     void loadDrawing(SVGParser& parser, const std::string& drawingFile, const std::string& workingPath);
 
     QPointer<ZelGraphicsScene> m_scene;

@@ -49,102 +49,196 @@ class ZELCHIPGUI_EXPORT ZELChipViewDatabase : public QObject
 {
     Q_OBJECT
 public:
-    // Made on first use; the caller ends it with destoryInstance().
+    // Made on first use, with the flow name of that moment; the host ends it with destoryInstance().
     static ZELChipViewDatabase* getInstance();
+
+    // Deletes the controller with what it owns, without asking the engine anything; nothing when there is none.
     static void destoryInstance();
 
     // Null where getInstance() would make a new one.
     [[nodiscard]] static ZELChipViewDatabase* existingInstance();
 
-    // Set-up. The engine is not owned; setting it builds the filter menu and the filter action. The parent widget is
-    // the host's, for dialogs.
+    // Not owned; null is allowed and answers nothing. Builds the filter menu, if there is none, and makes the filter
+    // action anew.
     void setChipEngine(zelchipengine* engine);
+
+    // The parent of the dialogs, usually the host's window; not owned, and not the controller's own parent.
     void setParent(QWidget* parent);
+
+    // The scene, owned by the controller. The parent counts only when it is made.
     ZelGraphicsScene* getScene(QObject* parent);
+
+    // The view, with its navigator and the hover text; made without a parent, for the window to take. The scene counts
+    // only when it is made.
     ZelGraphicsView* getView(ZelGraphicsScene* scene);
+
+    // The resource tree, owned by the controller and filled when it is made. The parent counts only then.
     ZelTree* getTree(QWidget* parent);
+
+    // The usage table, owned by its parent, which counts only when it is made. Without rows before the first refresh.
     ZelResTable* getResTable(QWidget* parent);
+
+    // What SVGParser::create() makes; owned by the controller.
     SVGParser* getSVGParser();
 
     // Tells the engine, then reloads tree, scene and table in this order as `kind` says; other kinds reach only the
     // engine. Always true.
     bool refresh(Enum_ChipView_Refresh_Type kind);
+
+    // 4 after setDynamicValue() wrote something, else 0.
     [[nodiscard]] int getDirtyFlag() const { return m_dirtyFlag; }
     void clearDirtyFlag() { m_dirtyFlag = 0; }
 
-    // Mouse modes and tool actions.
+    // ACTION_SELECT, ACTION_ZOOM or ACTION_PAN.
     [[nodiscard]] int getMouseMode() const;
-    [[nodiscard]] QAction* getAction(int id) const; // null for an unknown id
+
+    // By ZelChipViewActionId; null for an unknown id, and for the filter before setChipEngine(). Owned by the
+    // controller.
+    [[nodiscard]] QAction* getAction(int id) const;
     [[nodiscard]] QMap<int, QAction*>& actions();
 
-    // Attributes of graphic elements by load number; null for an unknown one. A replaced attribute is the caller's.
+    // By load number, not by element id; null for an unknown one. Owned by the controller.
     [[nodiscard]] ZELGraphicItemAttribute* getGraphicItemAttribute(int id) const;
+
+    // Takes the attribute over. The one that it replaces, if any, is the caller's from now on.
     void setGraphicAttribute(int id, ZELGraphicItemAttribute* attribute);
 
-    // Resource tree.
+    // The titles of the tree's columns; the engine is asked while there are none.
     QStringList& getTreeHead();
+
+    // Deletes all rows and builds them anew from the engine's tree: rows of every depth, children before their parents.
+    // Owned by the controller until the next call. A tree that shows the old ones loses them: to bring it up to date,
+    // refresh().
     QList<QTreeWidgetItem*>& getTreeItems();
+
+    // The row of a cell, with those of its descendants below it; null for a null cell. The descendants belong to the
+    // controller, a row without parent to the caller.
     QTreeWidgetItem* parseTree(zeltreeviewcell* cell, QTreeWidgetItem* parent);
+
+    // The design's icon for an unknown kind of resource. Valid as long as the controller.
     [[nodiscard]] QIcon& getIconFromType(const QString& type);
+
+    // A zel_resource_type, of a resource name or of an element id in decimal.
     [[nodiscard]] int getResourceType(const QString& name) const;
-    [[nodiscard]] QMenu* getTreePopupMenu(QTreeWidgetItem* item) const; // null: no menu
+
+    // The context menu of a row: null where it has none, and maybe empty. Owned by the controller.
+    [[nodiscard]] QMenu* getTreePopupMenu(QTreeWidgetItem* item) const;
+
+    // Appends the descendants of a row, every branch before the next; nothing for null.
     void getAllChildren(QTreeWidgetItem* item, QVector<QTreeWidgetItem*>& out) const;
 
-    // Usage table.
+    // The titles of the usage table's columns; the engine is asked while there are none.
     QStringList& getResTableHead();
+
+    // One list per row, label first. The engine is asked every time.
     [[nodiscard]] QList<QStringList> getResTableItems() const;
 
-    // Selected elements, by element id.
+    // Selects one more element, by element id. With `selectInTree` its row, if there is one, becomes the current one.
+    // Without the row each such call connects the tree's itemSelectionChanged() to treeItemClicked() once more.
     void addSelctedItem(int id, bool selectInTree);
     void removeSelectedItem(int id);
+
+    // The selected elements, by element id. A change repaints what it touches. Valid as long as the controller.
     [[nodiscard]] ElementIdSet& selectedIds() { return m_selectedIds; }
 
-    // Placement. canDrop(rsc, id) is true when the engine allows it, canDrop(event, id) when the drop must be refused.
-    // place() and drop() give the host's answer, non-zero for success.
+    // True when the engine allows the resource (by resource name) on the element (by element id in decimal).
     [[nodiscard]] bool canDrop(const QString& rsc, const QString& id) const;
-    [[nodiscard]] bool canDrop(QGraphicsSceneDragDropEvent* event, int id) const;
-    int place(const QString& rsc, const QString& id);
-    int drop(int id);
-    [[nodiscard]] int getCurrentDragDropItemId() const; // -1: nothing under the pointer
 
-    // Highlighting of probable sites, by element id.
+    // The other way round: true when a drop of the tree's selected row on the element must be *refused*, also when
+    // there is no such row. The event is not looked at and may be null.
+    [[nodiscard]] bool canDrop(QGraphicsSceneDragDropEvent* event, int id) const;
+
+    // Sends the place command; the host's answer, non-zero for success. Refreshes nothing.
+    int place(const QString& rsc, const QString& id);
+
+    // Places the tree's selected row on the element; 0 when there is none, else as place().
+    int drop(int id);
+
+    // The load number of the topmost element under the mouse pointer, 0 for an item that is none, -1 when nothing is
+    // there.
+    [[nodiscard]] int getCurrentDragDropItemId() const;
+
+    // The drag entered an element: asks the engine for the probable sites once it has rested there for 400 ms. Always
+    // true.
     bool highlightProbPlaceItems(QGraphicsSceneDragDropEvent* event, int id);
+
+    // The drag moved: over nothing, the highlight ends. Always true.
     bool highlightProbPlaceItems();
+
+    // Ends the countdown and the highlight.
     void clearHighlightedProbPlaceItems();
+
+    // Ends the countdown and leaves what is shown.
     void stopHighlightTimer();
+
+    // The probable sites, by element id. A change repaints what it touches. Valid as long as the controller.
     [[nodiscard]] ElementIdSet& highlightedIds();
 
-    // Commands on one resource; non-zero when something changed.
+    // Sends the reset command; the host's answer, non-zero for success.
     int resetResource(const QString& name);
+
+    // Asks the user first. The host's answer to the remove command, 0 when the user declined.
     int removeResource(const QString& name);
+
+    // The engine's own configuration; non-zero when something changed.
     int configResource(const QString& name);
 
-    // Dynamic values; pointers are valid until the next call.
+    // Colours and tooltips from the engine, by element id in decimal. One map for the process; its content is valid
+    // until the next call.
     QMap<QString, GraphicItemDynamicAttribute>& getGraphicsDynamicInfo();
+
+    // The values that the settings dialog of an element offers, by key, the one in force first. Null for another type
+    // than DYNAMIC_DIALOG_DCU and for an element without; else valid until the next call.
     QMap<QString, QVector<QString>>* getDynamicValueList(Enum_Dynamic_Dialog_Type type, int id);
+
+    // Writes values, by key, into the engine, raises the dirty flag for each, and refreshes everything, also when there
+    // are none. Always true.
     bool setDynamicValue(const QMap<QString, QString>& valueMap, int id, Enum_Dynamic_Dialog_Type type);
-    void showDynamicDlg(const QPoint& pos, Enum_Dynamic_Dialog_Type type); // view coordinates
+
+    // Opens the settings dialog of the element at a position of the view, if it has one, and returns when it is closed.
+    // Other types than DYNAMIC_DIALOG_DCU open nothing.
+    void showDynamicDlg(const QPoint& pos, Enum_Dynamic_Dialog_Type type);
     void showDCUSettingDlg(const QPoint& pos);
 
-    // View filter. The menu is built once; null when the filter file could not be opened then.
+    // The filter menu, built at the first call and the same ever after; null at a first call that could not open the
+    // filter file. Owned by the controller, unless the view was its parent and took it along.
     QMenu* getViewFilterMenu();
+
+    // Whether "(Select All)" is ticked or partly so.
     [[nodiscard]] bool isFilterEnable() const;
+
+    // The elements of the ticked kinds, by element id. A change repaints what it touches. Valid as long as the
+    // controller.
     [[nodiscard]] ElementIdSet& filteredIds();
 
-    // The floating text beside a drag.
+    // The floating text beside a drag. Valid as long as the controller.
     [[nodiscard]] HoverText& hoverText() { return *m_hoverText; }
 
 public Q_SLOTS:
+    // Selects the elements of the tree's selected row: its own, or else those of its direct children.
     void treeItemClicked();
+
+    // Opens the whole branch of the selected row.
     void expandIP();
+
+    // Closes the selected row; what is below keeps its state.
     void collapseIP();
+
+    // Commands on the selected row. Everything is refreshed when they worked; resetIP() forgets the selected elements
+    // even when not.
     void resetIP();
     void removeIP();
     void configIP();
+
+    // The mouse mode changed: sets the view's cursor.
     void onSelect(bool);
     void onPan(bool);
     void onZoom(bool);
+
+    // The drag has rested: asks the engine for the probable sites, unless it refuses the present one.
     void onHighlightProbPlaceItems();
+
+    // A box of the filter menu, the sender, changed its state.
     void checkboxItemCliked();
 
 Q_SIGNALS:

@@ -23,11 +23,15 @@ class ZELCHIPGUI_EXPORT ZELDCUSettingDlg : public QDialog
 {
     Q_OBJECT
 public:
-    ZELDCUSettingDlg(QWidget* parent, int id); // id: the element id of the site
+    // Of the site with this element id. Asks the engine for the values at once.
+    ZELDCUSettingDlg(QWidget* parent, int id);
     ~ZELDCUSettingDlg() override;
 
 public Q_SLOTS:
+    // Writes the values that differ from those in force and closes with DCUDLGSUCCESS.
     void accept() override;
+
+    // Closes with 1.
     void reject() override;
 
     // Choosing a value that goes for both channels in one of them chooses it in the other.

@@ -14,15 +14,18 @@ namespace mirn::zelchipview {
 class ZELCHIPGUI_EXPORT ElementIdSet final
 {
 public:
+    // Who repaints.
     using Listener = std::function<void(const QSet<int>& changed)>;
 
     // Called after each real change, never with an empty set.
     void setListener(Listener listener);
 
+    // By element id.
     [[nodiscard]] bool contains(int id) const { return m_ids.contains(id); }
     [[nodiscard]] bool isEmpty() const { return m_ids.isEmpty(); }
     [[nodiscard]] const QSet<int>& ids() const { return m_ids; }
 
+    // What is there already, or not there, changes nothing.
     void insert(int id);
     void remove(int id);
     void assign(const QSet<int>& ids);

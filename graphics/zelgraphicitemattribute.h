@@ -46,11 +46,11 @@ public:
 
     int itemId = 0; // element id, the engine's
     int sequence = 0; // 1, 2, 3, ... in load order
-    QString elementName;
-    QString toolTip;
-    int layer = -1;
+    QString elementName; // in the drawing
+    QString toolTip; // the engine's, or else the drawing's
+    int layer = -1; // shown while the scale is in the layer's range
     int kind = 4; // a zelgraphic_kind; 4 is none
-    bool flag = false;
+    bool flag = false; // the record's
 };
 
 } // namespace mirn::zelchipview

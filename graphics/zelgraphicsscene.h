@@ -18,6 +18,7 @@ class ZELCHIPGUI_EXPORT ZelGraphicsScene : public QGraphicsScene
 {
     Q_OBJECT
 public:
+    // Empty; the drawing is loaded by ZelChipGUI::initGrahpicView().
     explicit ZelGraphicsScene(QObject* parent);
     ~ZelGraphicsScene() override;
 
@@ -56,6 +57,7 @@ public:
     // The items of an element, in no particular order; empty for an unknown id.
     [[nodiscard]] QList<QGraphicsItem*> itemsOf(int elementId) const;
 
+    // For the items, which enter it and leave it with the scene.
     [[nodiscard]] ElementIndex& elementIndex() { return m_index; }
 
 protected:

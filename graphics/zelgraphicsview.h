@@ -22,6 +22,7 @@ class ZELCHIPGUI_EXPORT ZelGraphicsView : public QGraphicsView
 {
     Q_OBJECT
 public:
+    // Of a ZelGraphicsScene; of any other it shows what QGraphicsView would, and zooms nothing.
     ZelGraphicsView(QGraphicsScene* scene, QWidget* parent);
     ~ZelGraphicsView() override;
 
@@ -43,6 +44,7 @@ public:
     // list or one that begins with null does nothing.
     void zoomTo(QList<QGraphicsItem*>* items);
 
+    // Ascending; brought up to date by every change of the current scale, and by calculateVisibleLayers().
     [[nodiscard]] QList<int>& getVisibleLayers() { return m_visibleLayers; }
     void calculateVisibleLayers();
 

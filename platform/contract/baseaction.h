@@ -11,6 +11,7 @@ class ZELPLATFORM_EXPORT BaseAction : public QAction
 {
     Q_OBJECT
 public:
+    // `name` (ISO 8859-1, not null) becomes object name and text.
     BaseAction(const char* name, QObject* parent);
     ~BaseAction() override;
 };

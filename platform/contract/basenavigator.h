@@ -18,20 +18,22 @@ class ZELPLATFORM_EXPORT BaseNavigator : public QObject
 {
     Q_OBJECT
 public:
+    // What a gesture asks for.
     enum Navigating {
-        NavigateNone = 0,
-        NavigateZoomIn = 1,
-        NavigateZoomOut = 2,
-        NavigateUp = 3,
-        NavigateDown = 4,
-        NavigateLeft = 5,
-        NavigateRight = 6,
+        NavigateNone = 0, // nothing
+        NavigateZoomIn = 1, // show less, larger
+        NavigateZoomOut = 2, // show more, smaller
+        NavigateUp = 3, // scroll
+        NavigateDown = 4, // scroll
+        NavigateLeft = 5, // scroll
+        NavigateRight = 6, // scroll
     };
 
     // `wheelZooms`: the plain wheel zooms and Ctrl+wheel scrolls, instead of the other way round.
     BaseNavigator(bool wheelZooms, QObject* parent);
     ~BaseNavigator() override;
 
+    // Answers gestures by updateView() and consumes them.
     bool eventFilter(QObject* target, QEvent* event) override;
 
     // `count` steps of `how` on `target`, the object on which the gesture was seen. The base does nothing.

@@ -7,6 +7,7 @@
 
 namespace mirn::itemviewgui {
 
+// The order of texts in lists and trees.
 class ZELPLATFORM_EXPORT GridItem
 {
 public:

@@ -30,6 +30,7 @@ public:
     // so far and has a message in errorString().
     virtual bool loadSVGElements(const std::string& drawingFile, const std::string& workingPath);
 
+    // Size, zoom limits and layers of the drawing; the defaults before the first load.
     [[nodiscard]] virtual zel_Parameter getSVGParameter() const;
 
     // In paint order: later ones are above earlier ones. The first call makes an object for every record.

@@ -6,29 +6,30 @@
 #include <string>
 #include <vector>
 
-// The graphic primitives of a chip drawing, as the parser hands them out and the component reads them.
-// Coordinates, widths and font sizes are in scene units (the root viewport of the drawing, y downwards).
-// Colours are packed as 0xRRGGBB; bits above 23 are ignored. Texts are 8-bit (ISO 8859-1).
-
+// The graphic primitives of a chip drawing, as the parser hands them out and the component reads them: their kinds.
+//
+// Of all primitives: coordinates, widths and font sizes are in scene units (the root viewport of the drawing, y
+// downwards). Colours are packed as 0xRRGGBB; bits above 23 are ignored. Texts are 8-bit (ISO 8859-1).
 enum zelgraphic_kind {
-    ZEL_GRAPHIC_LINE = 0,
-    ZEL_GRAPHIC_RECT = 1,
-    ZEL_GRAPHIC_POLYGON = 2,
-    ZEL_GRAPHIC_TEXT = 3,
+    ZEL_GRAPHIC_LINE = 0, // a zel_Line
+    ZEL_GRAPHIC_RECT = 1, // a zel_Rect
+    ZEL_GRAPHIC_POLYGON = 2, // a zel_Polygon
+    ZEL_GRAPHIC_TEXT = 3, // a zel_Text
 };
 
+// A corner.
 struct zel_Point
 {
-    double x = 0.0;
-    double y = 0.0;
+    double x = 0.0; // scene units
+    double y = 0.0; // scene units, downwards
 };
 
 // A piece of a text with its position. The component copies spans and never draws them.
 struct tspan
 {
-    double x = 0.0;
-    double y = 0.0;
-    std::string text;
+    double x = 0.0; // left end of the base line, scene units
+    double y = 0.0; // the base line, scene units
+    std::string text; // 8-bit
 };
 
 // One primitive: what all kinds share. Owned by whoever made the list it stands in (the parser), together with the
@@ -36,49 +37,55 @@ struct tspan
 class ZELPLATFORM_EXPORT zel_SingleGraphItem
 {
 public:
+    // Of no kind, unless one is given.
     explicit zel_SingleGraphItem(int graphicKind = -1);
     virtual ~zel_SingleGraphItem();
+
+    // Copies the pointers to name and tooltip, not the texts.
     zel_SingleGraphItem(const zel_SingleGraphItem&) = default;
     zel_SingleGraphItem& operator=(const zel_SingleGraphItem&) = default;
 
     int id = 0; // the engine's id of the element; negative where the drawing gives none
-    const char* name = nullptr;
-    const char* tooltip = nullptr;
+    const char* name = nullptr; // the element's name in the drawing
+    const char* tooltip = nullptr; // shown over the element unless the engine has another
     int layer = 0; // drawing layer; shown while the scale is in the layer's range
     int kind; // a zelgraphic_kind; any other value is skipped by readers
-    bool flag = false;
+    bool flag = false; // for the host; the component keeps it and reads it nowhere
 };
 
+// A straight line.
 class ZELPLATFORM_EXPORT zel_Line : public zel_SingleGraphItem
 {
 public:
     zel_Line();
     ~zel_Line() override;
 
-    double x1 = 0.0;
-    double y1 = 0.0;
-    double x2 = 0.0;
-    double y2 = 0.0;
-    unsigned int strokeColor = 0;
-    double strokeWidth = 0.0;
+    double x1 = 0.0; // the one end
+    double y1 = 0.0; // the one end
+    double x2 = 0.0; // the other end
+    double y2 = 0.0; // the other end
+    unsigned int strokeColor = 0; // 0xRRGGBB
+    double strokeWidth = 0.0; // cut to whole units; 0 is one pixel at every scale
 };
 
+// A rectangle with horizontal and vertical sides.
 class ZELPLATFORM_EXPORT zel_Rect : public zel_SingleGraphItem
 {
 public:
     zel_Rect();
     ~zel_Rect() override;
 
-    double x = 0.0;
-    double y = 0.0;
-    double width = 0.0;
-    double height = 0.0;
-    unsigned int fillColor = 0;
-    unsigned int strokeColor = 0;
+    double x = 0.0; // the left side
+    double y = 0.0; // the upper side
+    double width = 0.0; // >= 0
+    double height = 0.0; // >= 0
+    unsigned int fillColor = 0; // 0xRRGGBB
+    unsigned int strokeColor = 0; // 0xRRGGBB
     double strokeWidth = 0.0; // 0 for no border
-    std::string text;
+    std::string text; // kept, not drawn
 };
 
+// A closed polygon.
 class ZELPLATFORM_EXPORT zel_Polygon : public zel_SingleGraphItem
 {
 public:
@@ -86,24 +93,25 @@ public:
     ~zel_Polygon() override;
 
     std::vector<zel_Point> points; // the corners in order; the last is joined to the first
-    unsigned int fillColor = 0;
-    unsigned int strokeColor = 0;
-    double strokeWidth = 0.0;
-    std::string text;
+    unsigned int fillColor = 0; // 0xRRGGBB
+    unsigned int strokeColor = 0; // kept, not drawn: a border is lines of its own
+    double strokeWidth = 0.0; // kept, not drawn
+    std::string text; // kept, not drawn
 };
 
+// One line of text.
 class ZELPLATFORM_EXPORT zel_Text : public zel_SingleGraphItem
 {
 public:
     zel_Text();
     ~zel_Text() override;
 
-    std::string text;
+    std::string text; // what is drawn
     double x = 0.0; // left end of the base line
-    double y = 0.0;
+    double y = 0.0; // the base line
     double fontSize = 0.0; // height of the font in scene units
-    std::string fontFamily;
-    unsigned int fillColor = 0;
+    std::string fontFamily; // a family that is not there is replaced by Qt
+    unsigned int fillColor = 0; // 0xRRGGBB
     int rotation = 0; // degrees, clockwise, around (x, y)
-    std::vector<tspan> spans;
+    std::vector<tspan> spans; // kept, not drawn
 };

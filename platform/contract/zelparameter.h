@@ -6,18 +6,18 @@
 // The scale values, both ends inclusive, in which a layer is shown.
 struct RangeScale
 {
-    double minimum = 0.0;
-    double maximum = 0.0;
+    double minimum = 0.0; // scale value
+    double maximum = 0.0; // scale value
 };
 
 // The global parameters of a drawing. The defaults are usable as they are: nothing that ends in a transform is zero.
 struct zel_Parameter
 {
     double width = 1000.0; // scene units, > 0
-    double height = 1000.0;
+    double height = 1000.0; // scene units, > 0
     double initialScale = 1.0; // transform scale and scale value right after loading, > 0
-    double minimumScale = 0.25; // limits of the scale value for zooming in steps
-    double maximumScale = 16.0;
+    double minimumScale = 0.25; // the least scale value that zooming in steps reaches
+    double maximumScale = 16.0; // the greatest
     double scaleStep = 0.25; // one zoom step scales by (1 + step) and adds step to the scale value, > 0
     std::map<int, RangeScale> layerRanges; // by layer number; a layer without a range is never shown
 };

@@ -10,6 +10,7 @@
 class ZELPLATFORM_EXPORT zelproject
 {
 public:
+    // Never null.
     static zelproject* getInstance();
 
     // 8-bit text; empty while no flow is known. "Post Synthesis Planning" is the planning flow.

@@ -22,6 +22,7 @@ ZELPLATFORM_EXPORT void setDiagTraceSink(DiagTraceSink sink);
 class ZELPLATFORM_EXPORT TRQDebug
 {
 public:
+    // Never null.
     static TRQDebug* getInstance();
 
     // Writes one line; `mode` is the file mode a writing sink would use ("a" appends).

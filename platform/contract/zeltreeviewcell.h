@@ -16,7 +16,7 @@ struct zeltreeviewcell
     const std::map<int, const std::string*>* ids
         = nullptr; // the first entry is the resource id in decimal; may be null
     const std::vector<zeltreeviewcell*>* children = nullptr; // in display order; may be null
-    void* reserved2 = nullptr;
+    void* reserved2 = nullptr; // the engine's
     bool draggable = false; // may be dragged onto the chip
     bool resettable = false; // has a placement to reset
     bool uvccio = false; // shown with the icon of the kind "UVCCIO" whatever the type says
