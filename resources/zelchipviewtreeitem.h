@@ -12,9 +12,11 @@ namespace mirn::zelchipview {
 class ZELCHIPGUI_EXPORT ZELChipViewTreeItem : public QTreeWidgetItem
 {
 public:
+    // Null: no parent yet.
     explicit ZELChipViewTreeItem(QTreeWidgetItem* parent);
     ~ZELChipViewTreeItem() override;
 
+    // By GridItem::compareString(), letter case counting.
     bool operator<(const QTreeWidgetItem& other) const override;
 };
 

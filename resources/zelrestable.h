@@ -11,6 +11,7 @@ namespace mirn::zelchipview {
 class ZELCHIPGUI_EXPORT ZelResTable : public QTableWidget
 {
 public:
+    // With titles and without rows.
     explicit ZelResTable(QWidget* parent);
     ~ZelResTable() override;
 

@@ -16,6 +16,7 @@ namespace mirn::zelchipview {
 class ZELCHIPGUI_EXPORT ZelTree : public QTreeWidget
 {
 public:
+    // Filled from the engine, not sorted.
     explicit ZelTree(QWidget* parent);
     ~ZelTree() override;
 

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#include "embeddingexamples.h"
+
+#include "dialogs/zeldcusettingdlg.h"
+#include "graphics/zelgraphicitemattribute.h"
+#include "graphics/zelgraphicsscene.h"
+#include "resources/zelrestable.h"
+#include "resources/zeltree.h"
+#include "tests/support/testmain.h"
+
+#include <QComboBox>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <functional>
+
+using namespace mirn::zelchipview;
+
+namespace {
+
+std::function<bool(const QString& command)> interpreter;
+
+// No raw string: moc loses its way in one that has slashes.
+const char Drawing[]
+    = "<svg xmlns='http://www.w3.org/2000/svg' xmlns:tovanel='urn:tovanel:chip-drawing' width='200' height='100'>\n"
+      "<rect tovanel:id='5' x='10' y='10' width='40' height='40' fill='#808080'/>\n"
+      "<rect tovanel:id='6' x='110' y='10' width='40' height='40' fill='#808080'/>\n"
+      "</svg>\n";
+
+} // namespace
+
+bool runTcl(const QString& command, QString*)
+{
+    return interpreter(command);
+}
+
+// What docs/embedding.md shows does what it says.
+class TestEmbeddingExamples : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void hostAndEngineWorkTogether();
+};
+
+void TestEmbeddingExamples::hostAndEngineWorkTogether()
+{
+    QTemporaryDir folder;
+    QFile drawing(folder.filePath(QStringLiteral("chip.svg")));
+    QFile filter(folder.filePath(QStringLiteral("empty.txt")));
+    QVERIFY(drawing.open(QIODevice::WriteOnly) && drawing.write(Drawing) > 0 && filter.open(QIODevice::WriteOnly));
+    drawing.close();
+    TinyEngine engine(QFile::encodeName(drawing.fileName()).toStdString());
+    static_cast<TinyChip*>(engine.chip())->filter = QFile::encodeName(filter.fileName()).toStdString();
+    QMainWindow window;
+    ZelChipGUI* view = openView(&engine, QFile::encodeName(folder.path()).toStdString(), &window);
+    QString command;
+    interpreter = [&](const QString& text) {
+        command = text;
+        engine.place("5");
+        return view->refresh(REFRESH_ALL);
+    };
+    window.resize(600, 400);
+    window.show();
+    showWholeDrawing(view);
+    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+    ZelTree* tree = database->getTree(nullptr);
+    QCOMPARE(database->getScene(nullptr)->items().size(), 2);
+    QVERIFY(database->getView(nullptr)->transform().m11() > 1);
+    QCOMPARE(tree->topLevelItem(0)->text(0), QStringLiteral("u1 (not placed)"));
+
+    tree->setCurrentItem(tree->topLevelItem(0));
+    QVERIFY(database->selectedIds().isEmpty());
+    QVERIFY(database->canDrop(nullptr, -1));
+    QVERIFY(!database->canDrop(nullptr, 5));
+    QCOMPARE(database->drop(5), 1);
+    QCOMPARE(command, QStringLiteral("zel_resource place -rsc {top/u1} -id 5"));
+    QCOMPARE(tree->topLevelItem(0)->text(0) + tree->topLevelItem(0)->text(1), QStringLiteral("u1 (placed)5"));
+    QCOMPARE(database->getResTable(nullptr)->item(0, 0)->text(), QStringLiteral("1"));
+    QCOMPARE(database->getGraphicItemAttribute(1)->toolTip, QStringLiteral("PLL: top/u1"));
+    tree->setCurrentItem(tree->topLevelItem(0));
+    QCOMPARE(database->selectedIds().ids(), QSet<int>{5});
+
+    ZELDCUSettingDlg dialog(&window, 5);
+    dialog.findChild<QComboBox*>(QStringLiteral("comboBoxTXPLL"))->setCurrentIndex(3);
+    dialog.accept();
+    QCOMPARE(
+        database->getDynamicValueList(DYNAMIC_DIALOG_DCU, 5)->value(DYNAMIC_DLG_TXPLL).first(), QStringLiteral("X20"));
+    QCOMPARE(view->getDirtyFlag(), 4);
+
+    closeView(view);
+    QVERIFY(!ZELChipViewDatabase::existingInstance());
+    QVERIFY(!MirnProjectManager::getProjectManager()->getProject());
+}
+
+ZEL_TEST_MAIN(TestEmbeddingExamples)
+#include "tst_embeddingexamples.moc"
