@@ -13,9 +13,13 @@
 #include "graphics/zeltextattribute.h"
 #include "graphics/zeltextitem.h"
 #include "platform/contract/svgparser.h"
+#include "platform/contract/zelprogress.h"
 
+#include <QGraphicsView>
 #include <QMetaObject>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace mirn::zelchipview {
@@ -85,25 +89,82 @@ QGraphicsItem* newItem(int kind, int loadNumber)
     }
 }
 
+constexpr std::size_t RecordsPerStep = 1024;
+constexpr double MakingShare = 0.5; // of the time, before items are added to the scene
+
+// Reports how far a part of the work, which follows `before`, has come. False when it is cancelled.
+bool step(double before, std::size_t done, std::size_t count)
+{
+    const double part = static_cast<double>(done) / static_cast<double>(std::max<std::size_t>(count, 1));
+    return zelprogress::step(zelprogress::BUILDING_VIEW, before + MakingShare * std::min(part, 1.0));
+}
+
+// A host may let its windows be painted between steps. Painting half a drawing again and again would take longer than
+// loading it.
+class QuietViews
+{
+public:
+    explicit QuietViews(const QGraphicsScene& scene)
+    {
+        const QList<QGraphicsView*> views = scene.views();
+        std::copy_if(views.begin(), views.end(), std::back_inserter(m_views),
+            [](const QGraphicsView* view) { return view->updatesEnabled(); });
+        for (QGraphicsView* view : m_views)
+            view->setUpdatesEnabled(false);
+    }
+    ~QuietViews()
+    {
+        for (QGraphicsView* view : m_views)
+            view->setUpdatesEnabled(true);
+    }
+    QuietViews(const QuietViews&) = delete;
+    QuietViews& operator=(const QuietViews&) = delete;
+
+private:
+    std::vector<QGraphicsView*> m_views;
+};
+
 } // namespace
 
 DrawingLoader::DrawingLoader(ZelGraphicsScene* scene)
     : m_scene(scene)
 { }
 
-void DrawingLoader::load(const SVGParser& parser)
+bool DrawingLoader::load(const SVGParser& parser)
 {
-    m_items.reserve(parser.graphicItemCount());
-    parser.visitGraphicItems([this](const zel_SingleGraphItem& record) {
-        if (AttributePointer attribute = attributeOf(record))
+    const QuietViews quiet(*m_scene);
+    m_items.clear();
+    m_replaced.clear();
+    const bool isLoaded = makeElements(parser) && addItems();
+    polishItems();
+    if (!isLoaded) {
+        withdraw();
+        return false;
+    }
+    for (std::unique_ptr<QGraphicsItem>& item : m_items)
+        item.release(); // the scene's
+    m_items.clear();
+    // The items of an earlier load still paint from the attribute that is replaced: it lives as long as their scene.
+    for (const auto& [number, replaced] : m_replaced)
+        replaced->setParent(m_scene);
+    return true;
+}
+
+bool DrawingLoader::makeElements(const SVGParser& parser)
+{
+    const std::size_t count = parser.graphicItemCount();
+    std::size_t visited = 0;
+    bool goesOn = true;
+    m_items.reserve(count);
+    parser.visitGraphicItems([&](const zel_SingleGraphItem& record) {
+        if (visited++ % RecordsPerStep == 0)
+            goesOn = step(0.0, visited, count);
+        if (AttributePointer attribute = goesOn ? attributeOf(record) : nullptr)
             addElement(record, attribute.release());
-        return true;
+        return goesOn;
     });
     numberItems();
-    for (std::unique_ptr<QGraphicsItem>& item : m_items)
-        m_scene->addItem(item.release());
-    m_items.clear();
-    polishItems();
+    return goesOn;
 }
 
 void DrawingLoader::addElement(const zel_SingleGraphItem& record, ZELGraphicItemAttribute* attribute)
@@ -112,9 +173,8 @@ void DrawingLoader::addElement(const zel_SingleGraphItem& record, ZELGraphicItem
     const int number = static_cast<int>(m_items.size()) + 1;
     attribute->setAttribute(record);
     attribute->sequence = number;
-    // The items of an earlier load still paint from the attribute that is replaced: it lives as long as their scene.
     if (ZELGraphicItemAttribute* replaced = database->getGraphicItemAttribute(number))
-        replaced->setParent(m_scene);
+        m_replaced.emplace(number, replaced);
     database->setGraphicAttribute(number, attribute);
     m_items.emplace_back(newItem(record.kind, number));
 }
@@ -130,6 +190,16 @@ void DrawingLoader::numberItems()
     }
 }
 
+bool DrawingLoader::addItems()
+{
+    for (std::size_t i = 0; i < m_items.size(); ++i) {
+        if (i % RecordsPerStep == 0 && !step(MakingShare, i, m_items.size()))
+            return false;
+        m_scene->addItem(m_items[i].get());
+    }
+    return true;
+}
+
 // What a scene does once for each new item waits for the next turn of the event loop; until then the scene looks for
 // every item that goes among all of these, and closing a window at once would take a time quadratic in their number.
 // The slot is the scene's own, by its name since Qt 4; without it that time is all that is lost.
@@ -137,6 +207,19 @@ void DrawingLoader::polishItems()
 {
     if (m_scene->metaObject()->indexOfMethod("_q_polishItems()") >= 0)
         QMetaObject::invokeMethod(m_scene, "_q_polishItems");
+}
+
+// As if nothing had been loaded.
+void DrawingLoader::withdraw()
+{
+    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+    const int count = static_cast<int>(m_items.size());
+    m_items.clear();
+    for (int number = 1; number <= count; ++number) {
+        const auto replaced = m_replaced.find(number);
+        delete database->getGraphicItemAttribute(number); // the registry's, which gets the one before back
+        database->setGraphicAttribute(number, replaced == m_replaced.end() ? nullptr : replaced->second);
+    }
 }
 
 } // namespace mirn::zelchipview

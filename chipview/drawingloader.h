@@ -3,6 +3,7 @@
 
 #include <QGraphicsItem>
 
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -22,16 +23,21 @@ public:
     explicit DrawingLoader(ZelGraphicsScene* scene); // not owned
 
     // Adds an item for each record of a known kind; others, and records whose class is not their kind's, are skipped
-    // without using up a number. The scene owns the items, the controller's registry the attributes.
-    void load(const SVGParser& parser);
+    // without using up a number. The scene owns the items, the controller's registry the attributes. Reports to the
+    // current zelprogress; when that cancels, gives false and adds nothing.
+    bool load(const SVGParser& parser);
 
 private:
+    bool makeElements(const SVGParser& parser);
     void addElement(const zel_SingleGraphItem& record, ZELGraphicItemAttribute* attribute);
     void numberItems();
+    bool addItems();
     void polishItems();
+    void withdraw();
 
     ZelGraphicsScene* const m_scene;
-    std::vector<std::unique_ptr<QGraphicsItem>> m_items; // not yet in the scene; numbered from 1 on
+    std::vector<std::unique_ptr<QGraphicsItem>> m_items; // numbered from 1 on; the scene's when all are in it
+    std::map<int, ZELGraphicItemAttribute*> m_replaced; // attributes of an earlier load, by load number
 };
 
 } // namespace mirn::zelchipview

@@ -27,7 +27,8 @@ public:
     // Reads `drawingFile`. `workingPath` names a scratch file in which the parser keeps a binary image of the records,
     // so that the next load of the same drawing skips the parsing; an empty, stale, damaged or unwritable one is never
     // an error. Both are file names in the encoding of the file system. On an error gives false, keeps the records read
-    // so far and has a message in errorString().
+    // so far and has a message in errorString(). Reports to the current zelprogress; when that cancels, gives false
+    // without any records.
     virtual bool loadSVGElements(const std::string& drawingFile, const std::string& workingPath);
 
     // Size, zoom limits and layers of the drawing; the defaults before the first load.

@@ -19,6 +19,8 @@ namespace {
 // an outline is a record.
 constexpr double RelativeTolerance = 4e-5;
 
+constexpr std::size_t NodesPerStep = 4096;
+
 [[nodiscard]] bool isGroup(ElementName name)
 {
     switch (name) {
@@ -370,8 +372,9 @@ void DrawingBuilder::applyTitle()
     m_text.replaceTooltip(replaced, frame.tooltip);
 }
 
-void DrawingBuilder::followTree(const DocumentTree& tree, StyleSheet& sheet)
+void DrawingBuilder::followTree(const DocumentTree& tree, StyleSheet& sheet, IsWanted isWanted)
 {
+    m_isWanted = std::move(isWanted);
     m_tree = &tree;
     m_sheet = &sheet;
     const TreePosition position(*this);
@@ -383,6 +386,8 @@ void DrawingBuilder::followTree(const DocumentTree& tree, StyleSheet& sheet)
 void DrawingBuilder::follow(unsigned node)
 {
     m_node = node;
+    if (++m_followed % NodesPerStep == 0 && !m_isWanted(static_cast<double>(node) / m_tree->size()))
+        m_diagnostics.fail("reading it was cancelled");
     if (!m_openInstances.empty()) {
         m_instanceBytes += m_tree->byteCount(node);
         if (++m_instances > m_limits.instances || m_instanceBytes > m_limits.instanceBytes)

@@ -7,6 +7,7 @@
 #include "platform/svg/stylesheet.h"
 #include "platform/svg/textlayout.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -28,8 +29,10 @@ public:
     [[nodiscard]] bool isFinished() const override { return m_needsTree; }
     [[nodiscard]] bool needsTree() const { return m_needsTree; }
 
-    // Follows the elements of a tree instead. `sheet` has the drawing's style rules.
-    void followTree(const DocumentTree& tree, StyleSheet& sheet);
+    // Follows the elements of a tree instead. `sheet` has the drawing's style rules. `isWanted(share)` is asked between
+    // steps whether to go on; no is an error.
+    using IsWanted = std::function<bool(double share)>;
+    void followTree(const DocumentTree& tree, StyleSheet& sheet, IsWanted isWanted);
 
     // Completes the parameter, also after an error.
     void finish();
@@ -107,6 +110,8 @@ private:
     unsigned m_node = 0;
     Instance m_instance;
     std::vector<unsigned> m_openInstances; // the elements being drawn through `use`
+    IsWanted m_isWanted;
+    std::size_t m_followed = 0;
     std::size_t m_instances = 0;
     std::size_t m_instanceBytes = 0;
 };

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/svg/drawingfile.h"
 
+#include "platform/contract/zelprogress.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <ctime>
@@ -63,6 +66,9 @@ bool DrawingFile::open(const std::string& path, std::string& reason)
 long DrawingFile::read(char* buffer, std::size_t size)
 {
     ssize_t length = -1;
+    const std::uint64_t whole = std::max<std::uint64_t>(m_key.stamp.size, 1);
+    if (!isWanted(static_cast<double>(m_readSize) / static_cast<double>(whole)))
+        return -1;
     do {
         length = ::read(m_descriptor, buffer, size);
     } while (length < 0 && errno == EINTR);
@@ -77,7 +83,13 @@ bool DrawingFile::rewind()
 {
     m_hash = {};
     m_readSize = 0;
-    return ::lseek(m_descriptor, 0, SEEK_SET) == 0;
+    return !m_isCancelled && ::lseek(m_descriptor, 0, SEEK_SET) == 0;
+}
+
+bool DrawingFile::isWanted(double share)
+{
+    m_isCancelled = m_isCancelled || !zelprogress::step(zelprogress::READING_DRAWING, std::min(share, 1.0));
+    return !m_isCancelled;
 }
 
 DrawingKey DrawingFile::key() const

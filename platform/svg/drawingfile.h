@@ -39,7 +39,7 @@ struct DrawingKey
     std::uint64_t isSettled = 0; // 1: a later change would have shown in the stamp
 };
 
-// A drawing file that is open for reading. Its content is hashed while it is read.
+// A drawing file that is open for reading. Its content is hashed while it is read, and the process's progress told.
 class DrawingFile final : public DrawingSource
 {
 public:
@@ -57,6 +57,8 @@ public:
 
     long read(char* buffer, std::size_t size) override;
     bool rewind() override;
+    bool isWanted(double share) override;
+    [[nodiscard]] bool isCancelled() const { return m_isCancelled; }
 
     // The stamp as of open(); the hash of what has been read since then or since rewind().
     [[nodiscard]] DrawingKey key() const;
@@ -73,6 +75,7 @@ private:
     DrawingKey m_key; // without the hash
     std::uint64_t m_readSize = 0;
     ContentHash m_hash;
+    bool m_isCancelled = false;
 };
 
 } // namespace zelsvg

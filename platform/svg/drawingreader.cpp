@@ -87,7 +87,7 @@ public:
         StyleSheet sheet(m_diagnostics, m_limits);
         addStyleSheets(reader.tree(), sheet);
         DrawingBuilder builder(m_drawing, m_diagnostics, m_limits);
-        builder.followTree(reader.tree(), sheet);
+        builder.followTree(reader.tree(), sheet, [this](double share) { return m_source.isWanted(share); });
         builder.finish();
         if (!m_diagnostics.hasFailed())
             m_diagnostics.takeError(xmlDiagnostics);

@@ -14,6 +14,10 @@ class DrawingSource : public ByteSource
 {
 public:
     virtual bool rewind() = 0;
+
+    // Asked between steps of the work on what has been read, `share` of which is done. False when nobody waits for it
+    // any more; reading then fails as well.
+    virtual bool isWanted(double share) = 0;
 };
 
 // Reads a drawing into records. After an error, which the diagnostics then have, `drawing` holds what came before it.

@@ -39,8 +39,13 @@ bool SVGParserPrivate::load(const std::string& drawingFile, const std::string& w
         isFromWorkingFile = workingFile.load(file, drawing);
         if (isFromWorkingFile)
             return true;
-        file.rewind();
-        zelsvg::readDrawing(file, diagnostics, zelsvg::Limits(), drawing);
+        if (file.rewind())
+            zelsvg::readDrawing(file, diagnostics, zelsvg::Limits(), drawing);
+        if (file.isCancelled()) {
+            drawing = {};
+            error = drawingFile + ": reading it was cancelled";
+            return false;
+        }
         // A file that changes while it is read is not what its time says.
         if (!diagnostics.hasFailed() && file.isComplete())
             workingFile.save(file.key(), drawing);

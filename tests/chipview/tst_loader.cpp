@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zeltrace.h"
+#include "tests/support/cancellingprogress.h"
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/testmain.h"
 
 #include <QAction>
 #include <QMenu>
+
+#include <algorithm>
 
 using namespace zeltest;
 
@@ -25,6 +28,14 @@ public:
     std::vector<std::string> lines;
 };
 
+constexpr int Many = 5000; // more than are loaded between two steps
+
+void addManyRects(Drawing& drawing)
+{
+    for (int i = 0; i < Many; ++i)
+        drawing.addRect(i, i % 100, i / 100, 1, 1);
+}
+
 } // namespace
 
 class TestLoader : public zeltest::Test
@@ -39,6 +50,10 @@ private Q_SLOTS:
     void logsWhatItDoes_data();
     void logsWhatItDoes();
     void failedParserStillShowsWhatItHas();
+    void reportsHowFarItIs();
+    void cancelledLoadLeavesNothing_data();
+    void cancelledLoadLeavesNothing();
+    void cancelledLoadLeavesTheOneBefore();
     void knowsHowQtPolishesItems();
 };
 
@@ -146,6 +161,63 @@ void TestLoader::failedParserStillShowsWhatItHas()
     chip.drawing.addRect(7, 10, 10, 20, 20);
     chip.open();
     QCOMPARE(chip.colorAt({20, 20}).rgb(), 0xff808080u);
+}
+
+void TestLoader::reportsHowFarItIs()
+{
+    ChipView chip;
+    addManyRects(chip.drawing);
+    chip.createWindow();
+    const CancellingProgress progress(zelprogress::BUILDING_VIEW, 2.0);
+    QVERIFY(chip.window->initGrahpicView());
+    const std::vector<double>& shares = progress.shares(zelprogress::BUILDING_VIEW);
+    QVERIFY(shares.size() > 4);
+    QVERIFY(std::is_sorted(shares.begin(), shares.end()));
+    QVERIFY(shares.front() >= 0.0 && shares.front() < 0.2 && shares.back() > 0.8 && shares.back() <= 1.0);
+    QVERIFY(!progress.isCancelled());
+    QCOMPARE(static_cast<int>(chip.scene()->items().size()), Many);
+}
+
+void TestLoader::cancelledLoadLeavesNothing_data()
+{
+    QTest::addColumn<double>("share");
+    QTest::newRow("at once") << 0.0;
+    QTest::newRow("while items are made") << 0.2;
+    QTest::newRow("while they are added to the scene") << 0.7;
+}
+
+void TestLoader::cancelledLoadLeavesNothing()
+{
+    QFETCH(double, share);
+    ChipView chip;
+    addManyRects(chip.drawing);
+    chip.createWindow();
+    {
+        const CancellingProgress progress(zelprogress::BUILDING_VIEW, share);
+        QVERIFY(chip.window->initGrahpicView());
+        QVERIFY(progress.isCancelled());
+    }
+    QVERIFY(chip.scene()->items().isEmpty());
+    for (int number : {1, 1000, 2000, Many})
+        QCOMPARE(chip.database()->getGraphicItemAttribute(number), static_cast<ZELGraphicItemAttribute*>(nullptr));
+    QVERIFY(chip.view()->updatesEnabled());
+    QVERIFY(chip.window->initGrahpicView());
+    QCOMPARE(static_cast<int>(chip.scene()->items().size()), Many);
+}
+
+// A drawing loaded on top of another one.
+void TestLoader::cancelledLoadLeavesTheOneBefore()
+{
+    ChipView chip;
+    chip.drawing.addRect(500, 10, 10, 20, 20);
+    chip.open();
+    const ZELGraphicItemAttribute* before = chip.database()->getGraphicItemAttribute(1);
+    addManyRects(chip.drawing);
+    const CancellingProgress progress(zelprogress::BUILDING_VIEW, 0.7);
+    QVERIFY(chip.window->initGrahpicView());
+    QCOMPARE(static_cast<int>(chip.scene()->items().size()), 1);
+    QCOMPARE(chip.database()->getGraphicItemAttribute(1), before);
+    QCOMPARE(chip.item(1)->sceneBoundingRect().center(), QPointF(20, 20));
 }
 
 // Without it a large drawing is slow to close before it was shown, which no other test would notice.

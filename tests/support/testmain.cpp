@@ -3,6 +3,7 @@
 
 #include "platform/contract/mirnprojectmanager.h"
 #include "platform/contract/svgparser.h"
+#include "platform/contract/zelprogress.h"
 #include "platform/contract/zelproject.h"
 #include "platform/contract/zeltrace.h"
 
@@ -26,6 +27,7 @@ void Test::cleanup()
     setDiagTraceSink(nullptr);
     TRQDebug::getInstance()->setSink(nullptr);
     SVGParser::setFactory(nullptr);
+    zelprogress::setCurrent(nullptr);
     zelproject::getInstance()->setFlowName({});
     MirnProjectManager::getProjectManager()->setProject(nullptr);
 }

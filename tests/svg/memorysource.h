@@ -33,6 +33,8 @@ public:
         return true;
     }
 
+    bool isWanted(double) override { return true; }
+
 private:
     std::string_view m_bytes;
     std::string_view m_rest;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/cancellingprogress.h"
 #include "tests/support/testmain.h"
 #include "tests/svg/drawing.h"
 
@@ -18,6 +19,8 @@ private Q_SLOTS:
     void survivesEveryTruncation();
     void readsNoOtherFile();
     void recoversWithTheNextDrawing();
+    void givesNothingWhenCancelled_data();
+    void givesNothingWhenCancelled();
 };
 
 void TestSvgErrors::saysWhatAndWhere_data()
@@ -180,6 +183,44 @@ void TestSvgErrors::recoversWithTheNextDrawing()
     QCOMPARE(parser.getGraphicItems().size(), std::size_t(1));
     QVERIFY(!parser.loadSVGElements("/nowhere/bad.svg", {}));
     QVERIFY(parser.getGraphicItems().empty());
+}
+
+void TestSvgErrors::givesNothingWhenCancelled_data()
+{
+    QTest::addColumn<QByteArray>("start");
+    QTest::addColumn<double>("share");
+    for (const auto& [share, when] :
+        {std::pair(0.0, "at once"), std::pair(0.3, "on the way"), std::pair(1.0, "late")}) {
+        QTest::newRow(qPrintable(QStringLiteral("followed: %1").arg(QLatin1String(when)))) << QByteArray() << share;
+        // The last step that reports a share near 1 is then one of drawing what was read.
+        QTest::newRow(qPrintable(QStringLiteral("kept: %1").arg(QLatin1String(when))))
+            << QByteArray("<use href='#none'/>") << share * 0.98;
+    }
+}
+
+void TestSvgErrors::givesNothingWhenCancelled()
+{
+    QFETCH(QByteArray, start);
+    QFETCH(double, share);
+    QTemporaryDir folder;
+    const std::string path = folder.filePath(QStringLiteral("large.svg")).toStdString();
+    const std::string workingPath = folder.filePath(QStringLiteral("zelsvg.temp")).toStdString();
+    QFile file(QString::fromStdString(path));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("<svg>" + start + QByteArray("<rect width='1' height='1'/>").repeated(40'000) + "</svg>");
+    file.close();
+    SVGParser parser;
+    {
+        const zeltest::CancellingProgress progress(zelprogress::READING_DRAWING, share);
+        QVERIFY(!parser.loadSVGElements(path, workingPath));
+        QVERIFY(progress.isCancelled());
+        QVERIFY(!parser.loadSVGElements(path, workingPath));
+    }
+    QCOMPARE(parser.errorString(), path + ": reading it was cancelled");
+    QCOMPARE(parser.graphicItemCount(), std::size_t(0));
+    QVERIFY(!QFile::exists(QString::fromStdString(workingPath)));
+    QVERIFY(parser.loadSVGElements(path, workingPath));
+    QCOMPARE(parser.graphicItemCount(), std::size_t(40'000));
 }
 
 ZEL_TEST_MAIN(TestSvgErrors)
