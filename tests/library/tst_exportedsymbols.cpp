@@ -74,7 +74,7 @@ private Q_SLOTS:
                     QStringLiteral(
                         "BaseAction BaseNavigator MirnImplementation MirnProject MirnProjectManager SVGParser TRQDebug "
                         "UT_FILEMANAGER UT_STREAM zel_Line zel_Polygon zel_Rect zel_SingleGraphItem zel_Text "
-                        "zelattributes zelchipdata zelchipengine zelproject "
+                        "zelattributes zelchipdata zelchipengine zelprogress zelproject "
                         "diagTrace isDiagTraceEnabled setDiagTraceSink ut_file zelchipguiVersion"),
                     QString())
                    + setOf(QStringLiteral("GridItem"), QStringLiteral("mirn::itemviewgui::")));
