@@ -60,12 +60,14 @@ BarePainter::Primitive BarePainter::primitiveOf(const zel_SingleGraphItem& recor
         made.pen = paintrules::linePen(line->strokeColor, line->strokeWidth);
         made.bounds = grown(QRectF(QPointF(line->x1, line->y1), QPointF(line->x2, line->y2)), made.pen.widthF() / 2);
     } else if (const auto* rect = dynamic_cast<const zel_Rect*>(&record)) {
-        made.pen = paintrules::rectPen(rect->strokeColor, rect->strokeWidth, {});
-        made.brush = paintrules::rectBrush(rect->fillColor, {});
+        const auto look = paintrules::rectLook(rect->fillColor, rect->strokeColor, rect->strokeWidth, {});
+        made.pen = paintrules::borderPen(look);
+        made.brush = paintrules::fillBrush(look);
         made.bounds = grown(QRectF(rect->x, rect->y, rect->width, rect->height), made.pen.widthF() / 2);
     } else if (const auto* polygon = dynamic_cast<const zel_Polygon*>(&record)) {
-        made.pen = paintrules::polygonPen({});
-        made.brush = paintrules::polygonBrush(polygon->fillColor, {});
+        const auto look = paintrules::polygonLook(polygon->fillColor, {});
+        made.pen = paintrules::borderPen(look);
+        made.brush = paintrules::fillBrush(look);
         for (const zel_Point& point : polygon->points)
             made.corners.append(QPointF(point.x, point.y));
         made.bounds = made.corners.boundingRect();

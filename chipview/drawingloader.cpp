@@ -135,8 +135,9 @@ bool DrawingLoader::load(const SVGParser& parser)
     const QuietViews quiet(*m_scene);
     m_items.clear();
     m_replaced.clear();
+    m_scene->beginOwnChanges();
     const bool isLoaded = makeElements(parser) && addItems();
-    polishItems();
+    m_scene->endOwnChanges();
     if (!isLoaded) {
         withdraw();
         return false;
@@ -198,15 +199,6 @@ bool DrawingLoader::addItems()
         m_scene->addItem(m_items[i].get());
     }
     return true;
-}
-
-// What a scene does once for each new item waits for the next turn of the event loop; until then the scene looks for
-// every item that goes among all of these, and closing a window at once would take a time quadratic in their number.
-// The slot is the scene's own, by its name since Qt 4; without it that time is all that is lost.
-void DrawingLoader::polishItems()
-{
-    if (m_scene->metaObject()->indexOfMethod("_q_polishItems()") >= 0)
-        QMetaObject::invokeMethod(m_scene, "_q_polishItems");
 }
 
 // As if nothing had been loaded.

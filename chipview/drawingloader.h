@@ -32,7 +32,6 @@ private:
     void addElement(const zel_SingleGraphItem& record, ZELGraphicItemAttribute* attribute);
     void numberItems();
     bool addItems();
-    void polishItems();
     void withdraw();
 
     ZelGraphicsScene* const m_scene;

@@ -61,11 +61,11 @@ ZELChipViewDatabase::ZELChipViewDatabase()
     buildTreeMenus();
     connectModeActions();
     connect(m_highlighter->timer(), &QTimer::timeout, this, &ZELChipViewDatabase::onHighlightProbPlaceItems);
-    const auto repaint = [this](const QSet<int>& changed) {
+    const auto repaint = [this](const std::vector<int>& changed) {
         if (m_scene)
             m_scene->repaintElements(changed);
     };
-    m_selectedIds.setListener([this, repaint](const QSet<int>& changed) {
+    m_selectedIds.setListener([this, repaint](const std::vector<int>& changed) {
         m_isRowShown = false;
         repaint(changed);
     });

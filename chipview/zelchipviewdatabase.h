@@ -14,6 +14,7 @@
 #include <QVector>
 
 #include <memory>
+#include <vector>
 
 class QAction;
 class QGraphicsSceneDragDropEvent;
@@ -136,6 +137,7 @@ public:
     // Selects one more element, by element id. With `selectInTree` its row, if there is one, becomes the current one.
     // Without the row each such call connects the tree's itemSelectionChanged() to treeItemClicked() once more.
     void addSelctedItem(int id, bool selectInTree);
+    void addSelctedItems(const std::vector<int>& ids); // as one by one with their rows, but for all of them together
     void removeSelectedItem(int id);
 
     // The selected elements, by element id. A change repaints what it touches. Valid as long as the controller.

@@ -146,7 +146,7 @@ QMenu* ZELChipViewDatabase::getViewFilterMenu()
 void ZELChipViewDatabase::checkboxItemCliked()
 {
     if (m_filter->boxChanged(qobject_cast<QCheckBox*>(sender())) && m_scene)
-        m_scene->update();
+        m_scene->repaintAllElements();
 }
 
 bool ZELChipViewDatabase::isFilterEnable() const

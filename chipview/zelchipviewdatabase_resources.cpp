@@ -12,11 +12,18 @@
 
 #include <QMessageBox>
 
+#include <algorithm>
 #include <utility>
 
 // The controller's dealings with the design's resources: rows, usage, what a row selects, commands on one resource.
 
 namespace mirn::zelchipview {
+
+namespace {
+
+constexpr std::ptrdiff_t MostSurplusConnections = 16;
+
+} // namespace
 
 QStringList& ZELChipViewDatabase::getTreeHead()
 {
@@ -130,9 +137,25 @@ void ZELChipViewDatabase::addSelctedItem(int id, bool selectInTree)
         if (QTreeWidgetItem* item = m_treeModel->itemNamed(name.value()))
             m_tree->setCurrentItem(item);
     }
-    // Also for an id that no row has, where nothing was disconnected: the connection then counts one more. After a
-    // rubber band these can be as many as there are elements.
+    // Also for an id that no row has, where nothing was disconnected: the connection then counts one more.
     connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
+}
+
+void ZELChipViewDatabase::addSelctedItems(const std::vector<int>& ids)
+{
+    m_selectedIds.insert(ids);
+    if (!m_tree)
+        return;
+    ElementIdSet named;
+    for (auto name = m_treeModel->namesById().cbegin(); name != m_treeModel->namesById().cend(); ++name)
+        named.insert(name.key());
+    const auto lastNamed = std::find_if(ids.rbegin(), ids.rend(), [&named](int id) { return named.contains(id); });
+    if (lastNamed != ids.rend())
+        addSelctedItem(*lastNamed, true);
+    // As for a single id that no row has; more connections than a few cannot be told from one another.
+    const auto unnamed = std::min<std::ptrdiff_t>(lastNamed - ids.rbegin(), MostSurplusConnections);
+    for (std::ptrdiff_t i = 0; i < unnamed; ++i)
+        connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
 }
 
 void ZELChipViewDatabase::removeSelectedItem(int id)

@@ -4,28 +4,74 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelgraphicsscene.h"
 
-#include <QGraphicsItem>
 #include <QGraphicsSceneDragDropEvent>
 
 namespace mirn::zelchipview {
 
-ChipElement::ChipElement(int loadNumber)
+namespace {
+
+void showToolTip(QGraphicsItem* item, const QString& text)
+{
+    if (item->toolTip() != text)
+        item->setToolTip(text);
+}
+
+} // namespace
+
+ChipElement::ChipElement(int loadNumber, Placing placing)
     : m_loadNumber(loadNumber)
     , m_attribute(ZELChipViewDatabase::getInstance()->getGraphicItemAttribute(loadNumber))
+    , m_isPending(placing == Placing::WhenShown)
 { }
 
 ChipElement::~ChipElement() = default;
 
-bool ChipElement::prepareToPaint()
+bool ChipElement::prepareToPaint(ElementStates& states)
 {
     QGraphicsItem* item = graphicsItem();
     auto* scene = qobject_cast<ZelGraphicsScene*>(item->scene());
     if (!m_attribute || !scene || !scene->isLayerVisible(m_attribute->layer))
         return false;
-    if (item->toolTip() != m_attribute->toolTip)
-        item->setToolTip(m_attribute->toolTip);
-    synchronise(scene->statesOf(m_attribute->itemId));
+    showToolTip(item, m_attribute->toolTip);
+    states = scene->statesOf(m_attribute->itemId);
+    synchronise(states);
     return true;
+}
+
+void ChipElement::updateToolTip()
+{
+    QGraphicsItem* item = graphicsItem();
+    auto* scene = qobject_cast<ZelGraphicsScene*>(item->scene());
+    if (m_attribute && scene && scene->isLayerVisible(m_attribute->layer))
+        showToolTip(item, m_attribute->toolTip);
+}
+
+void ChipElement::noticeChange(QGraphicsItem::GraphicsItemChange change)
+{
+    QGraphicsScene* scene = graphicsItem()->scene();
+    switch (change) {
+    case QGraphicsItem::ItemSceneChange:
+        leaveScene(scene);
+        break;
+    case QGraphicsItem::ItemSceneHasChanged:
+        enterScene(scene);
+        break;
+    case QGraphicsItem::ItemZValueHasChanged:
+        if (auto* chipScene = qobject_cast<ZelGraphicsScene*>(scene))
+            chipScene->elementIndex().restack(this);
+        break;
+    case QGraphicsItem::ItemVisibleHasChanged:
+    case QGraphicsItem::ItemOpacityHasChanged:
+    case QGraphicsItem::ItemFlagsHaveChanged:
+    case QGraphicsItem::ItemParentHasChanged:
+    case QGraphicsItem::ItemChildAddedChange:
+    case QGraphicsItem::ItemChildRemovedChange:
+        if (auto* chipScene = qobject_cast<ZelGraphicsScene*>(scene))
+            chipScene->elementIndex().reconsider(this);
+        break;
+    default:
+        break;
+    }
 }
 
 void ChipElement::enterScene(QGraphicsScene* scene)

@@ -4,7 +4,8 @@
 #include "graphics/paintrules.h"
 #include "graphics/zelgraphicitemattribute.h"
 
-class QGraphicsItem;
+#include <QGraphicsItem>
+
 class QGraphicsScene;
 class QGraphicsSceneDragDropEvent;
 
@@ -28,11 +29,20 @@ public:
 
     [[nodiscard]] virtual QGraphicsItem* graphicsItem() = 0;
 
-    // Takes over geometry and look from the attribute. Changes nothing, and so schedules no repaint, when all is right.
-    virtual void synchronise(ElementStates states) = 0;
+    // Takes over from the attribute what decides where the item is found: geometry and border. Changes nothing, and so
+    // schedules no repaint, when all is right. Gives whether it did.
+    virtual bool synchronise(ElementStates states) = 0;
+
+    // Whether the item waits for its layer to be shown before it takes over its geometry.
+    [[nodiscard]] bool isPending() const { return m_isPending; }
+
+    // The item shows the attribute's present tooltip if its layer is shown.
+    void updateToolTip();
 
 protected:
-    explicit ChipElement(int loadNumber);
+    enum class Placing { AtOnce, WhenShown };
+
+    ChipElement(int loadNumber, Placing placing);
 
     // The value that the attribute serves under `key`, or a default-constructed one.
     template <typename Value> [[nodiscard]] Value value(zelgraphic_attribute_key key) const
@@ -41,12 +51,12 @@ protected:
         return data ? *static_cast<const Value*>(data) : Value();
     }
 
-    // The first step of every paint: false when the element's layer is hidden. Otherwise the item has its tooltip and
-    // its present look.
-    [[nodiscard]] bool prepareToPaint();
+    // The first step of every paint: false when the element's layer is hidden. Otherwise the item has its tooltip, its
+    // geometry and its border, and `states` are the element's.
+    [[nodiscard]] bool prepareToPaint(ElementStates& states);
 
     // Keep the scene's index of elements up to date; to be called by itemChange() and the destructor.
-    void enterScene(QGraphicsScene* scene);
+    void noticeChange(QGraphicsItem::GraphicsItemChange change);
     void leaveScene(QGraphicsScene* scene);
 
     // Refuses the drag when the dragged resource may not be dropped here. Gives whether it may.
@@ -54,8 +64,18 @@ protected:
     void dropHere() const;
 
 private:
+    friend class DisplayList;
+    friend class ElementIndex;
+
+    static constexpr int Nowhere = -1;
+
+    void enterScene(QGraphicsScene* scene);
+
     const int m_loadNumber;
+    int m_slot = Nowhere; // in the scene's index
     ZELGraphicItemAttribute* const m_attribute;
+    int m_place = Nowhere; // in the scene's display list
+    bool m_isPending;
 };
 
 } // namespace mirn::zelchipview

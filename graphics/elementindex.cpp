@@ -3,42 +3,160 @@
 
 #include "graphics/chipelement.h"
 
+#include <QGraphicsItem>
+
+#include <algorithm>
+#include <iterator>
+
 namespace mirn::zelchipview {
+
+namespace {
+
+// The others say nothing about painting.
+constexpr QGraphicsItem::GraphicsItemFlags PaintingFlags
+    = QGraphicsItem::ItemClipsToShape | QGraphicsItem::ItemIgnoresTransformations | QGraphicsItem::ItemHasNoContents;
+
+// Items as the loader makes them: painted at their place in the order, without anything around them.
+bool isUnusual(const QGraphicsItem& item)
+{
+    return !item.isVisible() || item.opacity() != 1.0 || item.parentItem() || !item.childItems().isEmpty()
+        || (item.flags() & PaintingFlags) || item.rotation() != 0.0 || !item.transform().isIdentity()
+        || item.graphicsEffect();
+}
+
+} // namespace
 
 void ElementIndex::add(ChipElement* element)
 {
     const ZELGraphicItemAttribute* attribute = element->attribute();
-    if (!attribute || m_idOf.contains(element))
+    if (!attribute || element->m_slot != ChipElement::Nowhere)
         return;
-    m_byId.insert(attribute->itemId, element);
-    m_idOf.insert(element, attribute->itemId);
-    m_pendingByLayer[attribute->layer].insert(element);
+    element->m_slot = static_cast<Slot>(m_elements.size());
+    m_elements.push_back(element);
+    m_byId.emplace_back(attribute->itemId, element->m_slot);
+    if (element->m_isPending)
+        m_pendingByLayer[attribute->layer].push_back(element->m_slot);
+    reconsider(element);
+    restack(element);
 }
 
 void ElementIndex::remove(ChipElement* element)
 {
-    const auto known = m_idOf.constFind(element);
-    if (known == m_idOf.constEnd())
+    if (element->m_slot == ChipElement::Nowhere)
         return;
-    m_byId.remove(known.value(), element);
-    m_idOf.erase(known);
-    for (QSet<ChipElement*>& pending : m_pendingByLayer)
-        pending.remove(element);
+    m_elements[element->m_slot] = nullptr;
+    element->m_slot = ChipElement::Nowhere;
+    element->m_place = ChipElement::Nowhere;
+    m_unusual.remove(element);
+    ++m_gaps;
+    ++m_version;
+    if (m_gaps > m_elements.size() / 2)
+        closeGaps();
 }
 
-QList<ChipElement*> ElementIndex::elements(int elementId) const
+void ElementIndex::reconsider(ChipElement* element)
 {
-    return m_byId.values(elementId);
+    if (element->m_slot == ChipElement::Nowhere)
+        return;
+    if (!isUnusual(*element->graphicsItem()))
+        m_unusual.remove(element);
+    else
+        m_unusual.insert(element);
+}
+
+// Its place in the paint order is to be found anew.
+void ElementIndex::restack(ChipElement* element)
+{
+    if (element->m_slot == ChipElement::Nowhere)
+        return;
+    const double z = element->graphicsItem()->zValue();
+    const bool isLast = element->m_slot == static_cast<Slot>(m_elements.size()) - 1;
+    const bool isFirst = m_elements.size() == 1;
+    m_isInPaintOrder = isFirst || (m_isInPaintOrder && isLast && z >= m_highestZ);
+    m_highestZ = isFirst ? z : std::max(m_highestZ, z);
+    ++m_version;
+}
+
+QList<ChipElement*> ElementIndex::elements(int elementId)
+{
+    sortById();
+    QList<ChipElement*> found;
+    auto entry = std::lower_bound(m_byId.begin(), m_byId.end(), std::pair<int, Slot>(elementId, 0));
+    for (; entry != m_byId.end() && entry->first == elementId; ++entry) {
+        if (ChipElement* element = m_elements[entry->second])
+            found.append(element);
+    }
+    return found;
+}
+
+void ElementIndex::sortById()
+{
+    if (m_sortedById == m_byId.size())
+        return;
+    if (!std::is_sorted(m_byId.begin(), m_byId.end()))
+        std::sort(m_byId.begin(), m_byId.end());
+    m_sortedById = m_byId.size();
 }
 
 std::vector<ChipElement*> ElementIndex::takePending(const QList<int>& layers)
 {
     std::vector<ChipElement*> taken;
     for (int layer : layers) {
-        const QSet<ChipElement*> pending = m_pendingByLayer.take(layer);
-        taken.insert(taken.end(), pending.begin(), pending.end());
+        const auto pending = m_pendingByLayer.find(layer);
+        if (pending == m_pendingByLayer.end())
+            continue;
+        for (Slot slot : pending->second) {
+            ChipElement* element = m_elements[slot];
+            if (!element)
+                continue;
+            element->m_isPending = false;
+            taken.push_back(element);
+        }
+        m_pendingByLayer.erase(pending);
     }
     return taken;
+}
+
+std::vector<ChipElement*> ElementIndex::inPaintOrder() const
+{
+    std::vector<ChipElement*> ordered;
+    ordered.reserve(count());
+    std::copy_if(m_elements.begin(), m_elements.end(), std::back_inserter(ordered), [](auto* e) { return e; });
+    if (!m_isInPaintOrder) {
+        std::stable_sort(ordered.begin(), ordered.end(),
+            [](auto* a, auto* b) { return a->graphicsItem()->zValue() < b->graphicsItem()->zValue(); });
+    }
+    return ordered;
+}
+
+// Reads nothing but the lists: attributes may be gone before their elements.
+void ElementIndex::closeGaps()
+{
+    std::vector<Slot> moved(m_elements.size(), ChipElement::Nowhere);
+    Slot next = 0;
+    for (std::size_t slot = 0; slot < moved.size(); ++slot) {
+        ChipElement* element = m_elements[slot];
+        if (!element)
+            continue;
+        moved[slot] = element->m_slot = next;
+        m_elements[next++] = element;
+    }
+    m_elements.resize(next);
+    m_gaps = 0;
+
+    const auto isGone = [&moved](Slot slot) { return moved[slot] == ChipElement::Nowhere; };
+    const auto entryIsGone = [&](const auto& entry) { return isGone(entry.second); };
+    m_byId.erase(std::remove_if(m_byId.begin(), m_byId.end(), entryIsGone), m_byId.end());
+    for (auto& entry : m_byId)
+        entry.second = moved[entry.second];
+    m_sortedById = std::is_sorted(m_byId.begin(), m_byId.end()) ? m_byId.size() : 0;
+    for (auto& [layer, pending] : m_pendingByLayer) {
+        pending.erase(std::remove_if(pending.begin(), pending.end(), isGone), pending.end());
+        for (Slot& slot : pending)
+            slot = moved[slot];
+    }
+    if (m_elements.empty())
+        m_isInPaintOrder = true;
 }
 
 } // namespace mirn::zelchipview

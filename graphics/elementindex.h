@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QHash>
 #include <QList>
 #include <QSet>
 
+#include <cstddef>
+#include <map>
+#include <utility>
 #include <vector>
 
 namespace mirn::zelchipview {
 
 class ChipElement;
 
-// Finds the elements of a scene by element id, so that a change of state or of dynamic values touches only those that
-// it names; and remembers which elements of which layer have not taken over their geometry yet. Owns nothing.
+// The elements of a scene in the order in which they entered it. Finds them by element id, so that a change of state or
+// of dynamic values touches only those that it names; remembers which elements of which layer have not taken over their
+// geometry yet, and which are shown in a way that only Qt's own painting knows. Owns nothing.
 class ElementIndex final
 {
 public:
@@ -21,15 +24,42 @@ public:
     void remove(ChipElement* element);
 
     // In no particular order; empty for an unknown id.
-    [[nodiscard]] QList<ChipElement*> elements(int elementId) const;
+    [[nodiscard]] QList<ChipElement*> elements(int elementId);
 
     // The elements of these layers that were not handed out yet.
     [[nodiscard]] std::vector<ChipElement*> takePending(const QList<int>& layers);
 
+    // By z value, elements with the same one in the order in which they entered.
+    [[nodiscard]] std::vector<ChipElement*> inPaintOrder() const;
+
+    // Counts the changes of the list, so that what was made of it knows when it is out of date.
+    [[nodiscard]] unsigned version() const { return m_version; }
+    [[nodiscard]] std::size_t count() const { return m_elements.size() - m_gaps; }
+
+    // The element's z value changed.
+    void restack(ChipElement* element);
+
+    // Something else of the element changed that only Qt's own painting knows.
+    void reconsider(ChipElement* element);
+
+    // Whether any element is moved, transformed, hidden, transparent or part of a family of items.
+    [[nodiscard]] bool hasUnusual() const { return !m_unusual.isEmpty(); }
+
 private:
-    QMultiHash<int, ChipElement*> m_byId;
-    QHash<ChipElement*, int> m_idOf; // as registered: the attribute may be gone when its element leaves
-    QHash<int, QSet<ChipElement*>> m_pendingByLayer;
+    using Slot = int; // index for m_elements
+
+    void sortById();
+    void closeGaps();
+
+    std::vector<ChipElement*> m_elements; // null where one left
+    std::size_t m_gaps = 0;
+    std::vector<std::pair<int, Slot>> m_byId; // sorted, but for what was added since
+    std::size_t m_sortedById = 0;
+    std::map<int, std::vector<Slot>> m_pendingByLayer;
+    QSet<ChipElement*> m_unusual;
+    double m_highestZ = 0.0;
+    bool m_isInPaintOrder = true;
+    unsigned m_version = 1;
 };
 
 } // namespace mirn::zelchipview

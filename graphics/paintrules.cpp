@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace mirn::zelchipview::paintrules {
 
@@ -14,10 +15,33 @@ namespace {
 constexpr double NoStrokeWidth = 1e-16;
 constexpr double LargestWidth = 32767.0; // QPen takes no more
 
-QPen hairline(const QColor& color)
+QRgb opaque(unsigned int rgb)
 {
-    QPen pen(color);
-    pen.setWidth(0);
+    return 0xff000000U | rgb;
+}
+
+constexpr QRgb NoBorder = qRgba(255, 0, 0, 0); // of a polygon
+
+// A drawing has few pens for many elements: those made last are kept, so that elements share their data.
+QPen sharedPen(QRgb color, double width)
+{
+    struct Entry
+    {
+        QRgb color;
+        double width;
+        QPen pen;
+    };
+    constexpr std::size_t Most = 8;
+    static std::vector<Entry> entries;
+    const auto known = std::find_if(
+        entries.begin(), entries.end(), [=](const Entry& e) { return e.color == color && e.width == width; });
+    if (known != entries.end())
+        return known->pen;
+    QPen pen(QColor::fromRgba(color));
+    pen.setWidthF(width);
+    if (entries.size() == Most)
+        entries.erase(entries.begin());
+    entries.push_back({color, width, pen});
     return pen;
 }
 
@@ -28,52 +52,56 @@ QColor colorOf(unsigned int rgb)
     return QColor((rgb >> 16) & 0xff, (rgb >> 8) & 0xff, rgb & 0xff, 255);
 }
 
+int lineWidth(double strokeWidth)
+{
+    return strokeWidth > 0 ? static_cast<int>(std::min(strokeWidth, LargestWidth)) : 0;
+}
+
 QPen linePen(unsigned int strokeColor, double strokeWidth)
 {
-    QPen pen(colorOf(strokeColor));
-    pen.setWidth(strokeWidth > 0 ? static_cast<int>(std::min(strokeWidth, LargestWidth)) : 0);
-    return pen;
+    return sharedPen(opaque(strokeColor), lineWidth(strokeWidth));
 }
 
-QPen rectPen(unsigned int strokeColor, double strokeWidth, ElementStates states)
+Look rectLook(unsigned int fillColor, unsigned int strokeColor, double strokeWidth, ElementStates states)
 {
-    QPen pen;
+    static const QRgb borderless = RECT_BORDER_COLOR.rgba();
+    Look look{borderless, 0.0, opaque(fillColor)};
     if (states.testFlag(ElementState::Selected)) {
-        pen = hairline(SELECTED_COLOR);
-    } else if (!(std::abs(strokeWidth) >= NoStrokeWidth)) {
-        pen = hairline(RECT_BORDER_COLOR);
-    } else {
-        pen.setColor(colorOf(strokeColor));
-        pen.setWidthF(std::clamp(strokeWidth, 0.0, LargestWidth));
+        look.border = SELECTED_COLOR.rgba();
+        look.fill = SELECTED_FILL_COLOR.rgba();
+    } else if (std::abs(strokeWidth) >= NoStrokeWidth) {
+        look.border = opaque(strokeColor);
+        look.borderWidth = std::clamp(strokeWidth, 0.0, LargestWidth);
     }
-    if (states.testFlag(ElementState::Filtered))
-        pen.setColor(FILTERCOLOR);
-    return pen;
-}
-
-QBrush rectBrush(unsigned int fillColor, ElementStates states)
-{
+    if (states.testFlag(ElementState::Filtered)) {
+        look.border = FILTERCOLOR.rgba();
+        look.fill = FILTER_FILL_COLOR.rgba();
+    }
     if (states.testFlag(ElementState::Highlighted))
-        return QBrush(HIGHLIGHT_COLOR);
-    if (states.testFlag(ElementState::Filtered))
-        return QBrush(FILTER_FILL_COLOR);
-    if (states.testFlag(ElementState::Selected))
-        return QBrush(SELECTED_FILL_COLOR);
-    return QBrush(colorOf(fillColor));
+        look.fill = HIGHLIGHT_COLOR.rgba();
+    return look;
 }
 
-QPen polygonPen(ElementStates states)
+Look polygonLook(unsigned int fillColor, ElementStates states)
 {
-    return hairline(states.testFlag(ElementState::Selected) ? SELECTED_COLOR : QColor(255, 0, 0, 0));
-}
-
-QBrush polygonBrush(unsigned int fillColor, ElementStates states)
-{
+    Look look{NoBorder, 0.0, opaque(fillColor)};
+    if (states.testFlag(ElementState::Selected)) {
+        look.border = SELECTED_COLOR.rgba();
+        look.fill = SELECTED_FILL_COLOR.rgba();
+    }
     if (states.testFlag(ElementState::Highlighted))
-        return QBrush(HIGHLIGHT_COLOR);
-    if (states.testFlag(ElementState::Selected))
-        return QBrush(SELECTED_FILL_COLOR);
-    return QBrush(colorOf(fillColor));
+        look.fill = HIGHLIGHT_COLOR.rgba();
+    return look;
+}
+
+QPen borderPen(const Look& look)
+{
+    return sharedPen(look.border, look.borderWidth);
+}
+
+QBrush fillBrush(const Look& look)
+{
+    return QBrush(QColor::fromRgba(look.fill));
 }
 
 QFont textFont(const QString& family, double fontSize)

@@ -30,15 +30,25 @@ constexpr double TextItemScale = 1.0 / TextRenderScale;
 [[nodiscard]] QColor colorOf(unsigned int rgb);
 
 // A line looks the same in every state. The width is cut to whole units.
+[[nodiscard]] int lineWidth(double strokeWidth);
 [[nodiscard]] QPen linePen(unsigned int strokeColor, double strokeWidth);
 
-// The pen of a filtered rect wins over a selected one's; for the fill, highlight wins over filter over selection.
-[[nodiscard]] QPen rectPen(unsigned int strokeColor, double strokeWidth, ElementStates states);
-[[nodiscard]] QBrush rectBrush(unsigned int fillColor, ElementStates states);
+// A border and a fill. Colours have an alpha channel; a border without alpha is not seen.
+struct Look
+{
+    QRgb border;
+    double borderWidth; // scene units, 0 to 32767
+    QRgb fill;
+};
+
+// The border of a filtered rect wins over a selected one's; for the fill, highlight wins over filter over selection.
+[[nodiscard]] Look rectLook(unsigned int fillColor, unsigned int strokeColor, double strokeWidth, ElementStates states);
 
 // A polygon shows no border of its own and no filter.
-[[nodiscard]] QPen polygonPen(ElementStates states);
-[[nodiscard]] QBrush polygonBrush(unsigned int fillColor, ElementStates states);
+[[nodiscard]] Look polygonLook(unsigned int fillColor, ElementStates states);
+
+[[nodiscard]] QPen borderPen(const Look& look);
+[[nodiscard]] QBrush fillBrush(const Look& look);
 
 // Texts look the same in every state. The pixel size is at least 1.
 [[nodiscard]] QFont textFont(const QString& family, double fontSize);

@@ -4,14 +4,19 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "dialogs/graphicitemdynamicattribute.h"
 #include "graphics/chipelement.h"
+#include "graphics/painting/displaylist.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsview.h"
 #include "placement/hovertext.h"
 
+#include <QCoreApplication>
 #include <QGraphicsItem>
 #include <QGraphicsSceneDragDropEvent>
+#include <QGraphicsSceneHelpEvent>
+#include <QPainterPath>
 
 #include <algorithm>
+#include <utility>
 
 namespace mirn::zelchipview {
 
@@ -24,6 +29,12 @@ ZELChipViewDatabase& database()
 {
     return *ZELChipViewDatabase::getInstance();
 }
+
+// More changed elements than this are found faster by painting all again.
+constexpr std::size_t MostToRepaintOneByOne = 2000;
+
+// Fewer items than this may tell the scene of their change, which it looks into.
+constexpr std::size_t FewItems = 16;
 
 unsigned int fillColorOf(ZELGraphicItemAttribute& attribute)
 {
@@ -51,7 +62,10 @@ bool applyDynamicValues(ZELGraphicItemAttribute& attribute, const GraphicItemDyn
 
 ZelGraphicsScene::ZelGraphicsScene(QObject* parent)
     : QGraphicsScene(parent)
-{ }
+    , m_displayList(std::make_unique<DisplayList>())
+{
+    connect(this, &QGraphicsScene::changed, this, &ZelGraphicsScene::lookForStrangers);
+}
 
 ZelGraphicsScene::~ZelGraphicsScene() = default;
 
@@ -140,20 +154,74 @@ void ZelGraphicsScene::refresh()
 
 void ZelGraphicsScene::synchroniseShownElements()
 {
-    for (ChipElement* element : m_index.takePending(getVisibleLayers()))
-        element->synchronise(statesOf(element->attribute()->itemId));
+    synchronise(m_index.takePending(getVisibleLayers()));
 }
 
-void ZelGraphicsScene::repaintElements(const QSet<int>& elementIds)
+void ZelGraphicsScene::synchronise(const std::vector<ChipElement*>& elements)
 {
+    const bool areMany = elements.size() > FewItems;
+    if (areMany)
+        beginOwnChanges();
+    for (ChipElement* element : elements)
+        element->synchronise(statesOf(element->attribute()->itemId));
+    if (areMany)
+        endOwnChanges();
+}
+
+void ZelGraphicsScene::synchroniseAt(const QPointF& point)
+{
+    DisplayList& list = displayList();
+    const QRectF area(point - QPointF(1, 1), QSizeF(2, 2));
+    std::vector<ChipElement*> elements;
+    for (int place : list.placesIn(area)) {
+        if (list.boundsOf(place).intersects(area) && !list.element(place)->isPending())
+            elements.push_back(list.element(place));
+    }
+    synchronise(elements);
+}
+
+void ZelGraphicsScene::repaintElements(const std::vector<int>& elementIds)
+{
+    if (elementIds.size() > MostToRepaintOneByOne) {
+        repaintAllElements();
+        return;
+    }
+    DisplayList& list = displayList();
+    std::vector<int> places;
+    std::vector<ChipElement*> shown;
     for (int id : elementIds) {
         const QList<ChipElement*> elements = m_index.elements(id);
-        for (ChipElement* element : elements)
-            repaint(element);
+        for (ChipElement* element : elements) {
+            places.push_back(list.placeOf(*element));
+            if (!element->isPending())
+                shown.push_back(element);
+        }
     }
+    synchronise(shown);
+    for (ZelGraphicsView* view : chipViews())
+        view->repaintPlaces(places);
 }
 
-QList<QGraphicsItem*> ZelGraphicsScene::itemsOf(int elementId) const
+void ZelGraphicsScene::repaintAllElements()
+{
+    for (ZelGraphicsView* view : chipViews())
+        view->repaintAll();
+}
+
+QList<ZelGraphicsView*> ZelGraphicsScene::chipViews() const
+{
+    QList<ZelGraphicsView*> chipViews;
+    const QList<QGraphicsView*> all = views();
+    for (QGraphicsView* view : all) {
+        if (auto* chipView = qobject_cast<ZelGraphicsView*>(view))
+            chipViews.append(chipView);
+        else
+            view->viewport()->update(); // it paints the items one by one and knows of no states
+    }
+    return chipViews;
+}
+
+QList<QGraphicsItem*> ZelGraphicsScene::itemsOf(int elementId)
 {
     QList<QGraphicsItem*> items;
     const QList<ChipElement*> elements = m_index.elements(elementId);
@@ -162,22 +230,102 @@ QList<QGraphicsItem*> ZelGraphicsScene::itemsOf(int elementId) const
     return items;
 }
 
+std::vector<int> ZelGraphicsScene::elementsTouching(const QRectF& area)
+{
+    // What lies inside needs no look at its shape; what was never shown has no place yet.
+    DisplayList& list = displayList();
+    const std::vector<int>& places = list.placesIn(area);
+    QPainterPath path;
+    path.addRect(area);
+    std::vector<int> ids;
+    ids.reserve(places.size());
+    for (auto place = places.rbegin(); place != places.rend(); ++place) {
+        const QRectF bounds = list.boundsOf(*place);
+        const Primitive::Kind kind = list.primitive(*place).kind;
+        const bool isSure = kind == Primitive::Rect || kind == Primitive::Polygon;
+        if (!isSure || !area.contains(bounds)) {
+            QGraphicsItem* item = list.element(*place)->graphicsItem();
+            if (!item->collidesWithPath(item->mapFromScene(path), Qt::IntersectsItemShape))
+                continue;
+        }
+        ids.push_back(list.primitive(*place).elementId);
+    }
+    return ids;
+}
+
+DisplayList& ZelGraphicsScene::displayList()
+{
+    m_displayList->update(m_index);
+    return *m_displayList;
+}
+
 void ZelGraphicsScene::repaint(ChipElement* element)
 {
-    const ZELGraphicItemAttribute* attribute = element->attribute();
-    if (!isLayerVisible(attribute->layer))
-        return;
-    element->synchronise(statesOf(attribute->itemId));
-    element->graphicsItem()->update();
+    displayList().updateLook(*element);
+    const std::vector<int> places{m_displayList->placeOf(*element)};
+    for (ZelGraphicsView* view : chipViews())
+        view->repaintPlaces(places);
+}
+
+// Items that a host adds, and elements that it moves, tell the scene of it and no one else.
+void ZelGraphicsScene::lookForStrangers(const QList<QRectF>& areas)
+{
+    bool hasStrangers = false;
+    for (const QRectF& area : areas) {
+        const QList<QGraphicsItem*> found = items(area, Qt::IntersectsItemBoundingRect);
+        hasStrangers = hasStrangers
+            || std::any_of(found.begin(), found.end(), [this](QGraphicsItem* item) { return isStranger(item); });
+    }
+    if (hasStrangers && !m_hasStrangers) {
+        m_hasStrangers = true;
+        repaintAllElements();
+    }
+}
+
+bool ZelGraphicsScene::isStranger(QGraphicsItem* item)
+{
+    auto* element = dynamic_cast<ChipElement*>(item);
+    if (!element || !element->attribute())
+        return true;
+    m_index.reconsider(element);
+    return false;
+}
+
+// Qt tells of all changes together, at the next turn of the event loop. What came before is told now, so that a host's
+// change is not taken for one of these.
+void ZelGraphicsScene::beginOwnChanges()
+{
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    disconnect(this, &QGraphicsScene::changed, this, &ZelGraphicsScene::lookForStrangers);
+}
+
+// Also what the scene does once for each new item: it would wait for the next turn of the event loop, and a window that
+// is closed before would take a time quadratic in the number of items.
+void ZelGraphicsScene::endOwnChanges()
+{
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    connect(this, &QGraphicsScene::changed, this, &ZelGraphicsScene::lookForStrangers);
+}
+
+void ZelGraphicsScene::helpEvent(QGraphicsSceneHelpEvent* event)
+{
+    const QList<QGraphicsItem*> found = items(event->scenePos());
+    for (QGraphicsItem* item : found) {
+        if (auto* element = dynamic_cast<ChipElement*>(item))
+            element->updateToolTip();
+    }
+    QGraphicsScene::helpEvent(event);
 }
 
 void ZelGraphicsScene::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
 {
+    synchroniseAt(event->scenePos());
     QGraphicsScene::dragEnterEvent(event);
 }
 
 void ZelGraphicsScene::dragMoveEvent(QGraphicsSceneDragDropEvent* event)
 {
+    synchroniseAt(event->scenePos());
     database().highlightProbPlaceItems();
     database().hoverText().moveTo(event->screenPos() + HoverTextOffset);
     QGraphicsScene::dragMoveEvent(event);

@@ -9,7 +9,13 @@
 #include <QGraphicsScene>
 #include <QList>
 
+#include <memory>
+#include <vector>
+
 namespace mirn::zelchipview {
+
+class DisplayList;
+class ZelGraphicsView;
 
 // The chip drawing: its items, which it owns, and its global parameters. Answers what state an element is in and which
 // layers are shown, and applies the engine's dynamic colours and tooltips. The state sets themselves are the
@@ -47,18 +53,38 @@ public:
     // Brings fill colours and tooltips up to date with the engine and schedules a repaint of what changed.
     void refresh();
 
-    // Elements of shown layers that were not shown before take over their geometry now, so that they are found and
-    // painted wherever they lie.
+    // Elements of shown layers that were not shown before take over their geometry now, so that they are found
+    // wherever they lie.
     void synchroniseShownElements();
 
-    // The state of these elements changed: they take over their new look and are painted again.
-    void repaintElements(const QSet<int>& elementIds);
+    // The items at a point take over their state, which decides how far their borders reach.
+    void synchroniseAt(const QPointF& point);
+
+    // The state of these elements changed: they are painted again.
+    void repaintElements(const std::vector<int>& elementIds);
+
+    // The state of any number of elements changed.
+    void repaintAllElements();
 
     // The items of an element, in no particular order; empty for an unknown id.
-    [[nodiscard]] QList<QGraphicsItem*> itemsOf(int elementId) const;
+    [[nodiscard]] QList<QGraphicsItem*> itemsOf(int elementId);
+
+    // The ids of the elements whose shapes touch an area, from the topmost to the lowest. Some may occur repeatedly.
+    [[nodiscard]] std::vector<int> elementsTouching(const QRectF& area);
 
     // For the items, which enter it and leave it with the scene.
     [[nodiscard]] ElementIndex& elementIndex() { return m_index; }
+
+    // The elements as the views paint them, up to date.
+    [[nodiscard]] DisplayList& displayList();
+
+    // Whether the scene holds nothing but the drawing's elements as they were loaded. Only then views paint it by
+    // themselves; what a host adds or moves is painted by Qt, with everything else.
+    [[nodiscard]] bool isPlain() const { return !m_hasStrangers && !m_index.hasUnusual(); }
+
+    // To be called around the loading of a drawing: what comes into the scene meanwhile is not taken for a host's.
+    void beginOwnChanges();
+    void endOwnChanges();
 
 protected:
     void dragEnterEvent(QGraphicsSceneDragDropEvent* event) override;
@@ -66,13 +92,20 @@ protected:
     void dragLeaveEvent(QGraphicsSceneDragDropEvent* event) override;
     void dropEvent(QGraphicsSceneDragDropEvent* event) override;
     void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
+    void helpEvent(QGraphicsSceneHelpEvent* event) override;
 
 private:
     void repaint(ChipElement* element);
+    void synchronise(const std::vector<ChipElement*>& elements);
+    void lookForStrangers(const QList<QRectF>& areas);
+    [[nodiscard]] bool isStranger(QGraphicsItem* item);
+    [[nodiscard]] QList<ZelGraphicsView*> chipViews() const;
 
     zel_Parameter m_parameter;
     QList<QGraphicsItem*> m_zoomItems;
     ElementIndex m_index;
+    std::unique_ptr<DisplayList> m_displayList;
+    bool m_hasStrangers = false;
 };
 
 } // namespace mirn::zelchipview

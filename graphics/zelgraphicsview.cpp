@@ -2,7 +2,9 @@
 #include "graphics/zelgraphicsview.h"
 
 #include "chipview/zelchipviewdatabase.h"
+#include "graphics/elementidset.h"
 #include "graphics/layervisibility.h"
+#include "graphics/painting/viewcanvas.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
@@ -13,6 +15,9 @@
 #include <QGraphicsItem>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QPaintEngine>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QRubberBand>
 #include <QScrollBar>
 
@@ -31,6 +36,9 @@ constexpr double SmallestBand = 2.0;
 constexpr double StepTolerance = 1e-9;
 
 constexpr double LargestCount = 1e9; // of steps
+
+// Up to this many changed spots are painted for themselves, more of them with all that lies between.
+constexpr std::size_t MostUpdatedOneByOne = 16;
 
 ZELChipViewDatabase& database()
 {
@@ -246,7 +254,7 @@ void ZelGraphicsView::finishSelecting(QPoint position)
     const QRectF band = rubberBandInScene();
     m_scene->clearSelectedItems();
     if (isBand(band))
-        m_scene->addSelectedItem(m_scene->items(band, Qt::IntersectsItemShape));
+        database().addSelctedItems(m_scene->elementsTouching(band));
     else
         m_scene->addSelectedItem(elementToSelectAt(position));
 }
@@ -284,12 +292,90 @@ void ZelGraphicsView::dragLeaveEvent(QDragLeaveEvent* event)
     QGraphicsView::dragLeaveEvent(event);
 }
 
+void ZelGraphicsView::repaintPlaces(const std::vector<int>& places)
+{
+    if (!m_canvas)
+        return;
+    const qreal ratio = devicePixelRatioF();
+    QRegion changed;
+    QRect around;
+    for (int place : places) {
+        const QRect part = place >= 0 ? m_canvas->invalidate(place) : QRect();
+        if (part.isEmpty())
+            continue;
+        const QRect widgetPart = QRectF(QPointF(part.topLeft()) / ratio, QSizeF(part.size()) / ratio).toAlignedRect();
+        around |= widgetPart;
+        if (places.size() <= MostUpdatedOneByOne)
+            changed |= widgetPart;
+    }
+    if (around.isEmpty())
+        return;
+    viewport()->update(places.size() <= MostUpdatedOneByOne ? changed : QRegion(around));
+}
+
+void ZelGraphicsView::repaintAll()
+{
+    if (m_canvas)
+        m_canvas->invalidate();
+    viewport()->update();
+}
+
 void ZelGraphicsView::paintEvent(QPaintEvent* event)
 {
-    // For hosts that add elements by themselves: those found here were not drawn before.
-    if (m_scene)
-        m_scene->synchroniseShownElements();
+    if (!m_scene) {
+        QGraphicsView::paintEvent(event);
+        return;
+    }
+    // For hosts that add elements by themselves: those found here were not shown before.
+    m_scene->synchroniseShownElements();
+    QPainter painter(viewport());
+    if (paintsByItself(painter)) {
+        paintPicture(painter);
+        return;
+    }
+    painter.end();
     QGraphicsView::paintEvent(event);
+}
+
+// The drawing as it was loaded, on a widget or an image. All else is left to Qt, item by item.
+bool ZelGraphicsView::paintsByItself(const QPainter& painter) const
+{
+    const QTransform device = painter.deviceTransform();
+    return scene() == m_scene && m_scene->isPlain() && painter.paintEngine()
+        && painter.paintEngine()->type() == QPaintEngine::Raster && device.type() <= QTransform::TxScale
+        && device.m11() == device.m22() && device.m11() > 0
+        && viewport()->palette().brush(viewport()->backgroundRole()).isOpaque()
+        && viewport()->palette().brush(viewport()->backgroundRole()).style() == Qt::SolidPattern;
+}
+
+void ZelGraphicsView::paintPicture(QPainter& painter)
+{
+    DisplayList& list = m_scene->displayList();
+    if (!m_canvas)
+        m_canvas = std::make_unique<ViewCanvas>(list);
+    // The widget may begin in the middle of a device pixel.
+    const QTransform device = painter.deviceTransform();
+    const qreal ratio = device.m11();
+    const QPointF start(device.dx() - std::floor(device.dx()), device.dy() - std::floor(device.dy()));
+    ViewCanvas::Scene scene;
+    scene.toPicture = viewportTransform() * QTransform(ratio, 0, 0, ratio, start.x(), start.y());
+    scene.size = QSize(static_cast<int>(std::ceil(start.x() + viewport()->width() * ratio)),
+        static_cast<int>(std::ceil(start.y() + viewport()->height() * ratio)));
+    scene.layers = m_visibleLayers;
+    const bool isFiltered = database().isFilterEnable();
+    scene.states
+        = {&database().selectedIds(), &database().highlightedIds(), isFiltered ? &database().filteredIds() : nullptr};
+    scene.listVersion = m_scene->elementIndex().version();
+    scene.hints = renderHints();
+    scene.textPen = painter.pen();
+    scene.background = viewport()->palette().color(viewport()->backgroundRole());
+    scene.backgroundBrush = backgroundBrush().style() != Qt::NoBrush ? backgroundBrush() : m_scene->backgroundBrush();
+    scene.drawBackground = [this](QPainter& on, const QRectF& area) { drawBackground(&on, area); };
+    QImage picture = m_canvas->picture(scene);
+    picture.setDevicePixelRatio(ratio);
+    painter.drawImage(-start / ratio, picture);
+    painter.setWorldTransform(viewportTransform());
+    drawForeground(&painter, mapToScene(viewport()->rect()).boundingRect());
 }
 
 } // namespace mirn::zelchipview

@@ -7,10 +7,14 @@
 #include <QList>
 #include <QPointer>
 
+#include <memory>
+#include <vector>
+
 class QRubberBand;
 
 namespace mirn::zelchipview {
 
+class ViewCanvas;
 class ZelGraphicsScene;
 
 // Shows the chip scene: zooms in steps between the drawing's limits, decides from the scale which layers are shown,
@@ -54,6 +58,10 @@ public:
     // The cursor of the controller's mouse mode.
     void changeMouseCursor();
 
+    // The elements at these places of the scene's display list, or all, look different now.
+    void repaintPlaces(const std::vector<int>& places);
+    void repaintAll();
+
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -70,8 +78,11 @@ private:
     [[nodiscard]] QGraphicsItem* elementToSelectAt(QPoint position) const;
     void finishSelecting(QPoint position);
     void finishZooming(QPoint position);
+    [[nodiscard]] bool paintsByItself(const QPainter& painter) const;
+    void paintPicture(QPainter& painter);
 
     QPointer<ZelGraphicsScene> m_scene;
+    std::unique_ptr<ViewCanvas> m_canvas; // made with the first paint
     double m_currentScale = 1.0;
     QList<int> m_visibleLayers;
     QPoint m_pressPosition;

@@ -17,7 +17,7 @@ bool isFinite(const QLineF& line)
 } // namespace
 
 ZELLineItem::ZELLineItem(int id)
-    : ChipElement(id)
+    : ChipElement(id, Placing::WhenShown)
 { }
 
 ZELLineItem::~ZELLineItem()
@@ -32,24 +32,27 @@ QRectF ZELLineItem::boundingRect() const
 
 void ZELLineItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget)
 {
-    if (prepareToPaint())
+    ElementStates states;
+    if (prepareToPaint(states))
         QGraphicsLineItem::paint(painter, option, widget);
 }
 
-void ZELLineItem::synchronise(ElementStates)
+bool ZELLineItem::synchronise(ElementStates)
 {
-    const QLineF line = value<QLineF>(ATTR_LINE);
+    const QLineF given = value<QLineF>(ATTR_LINE);
     // What is no number is equal to nothing and would be set, and painted, for ever.
-    setLine(isFinite(line) ? line : QLineF());
-    setPen(paintrules::linePen(value<unsigned int>(ATTR_STROKE_COLOR), value<double>(ATTR_STROKE_WIDTH)));
+    const QLineF shown = isFinite(given) ? given : QLineF();
+    const QPen stroke = paintrules::linePen(value<unsigned int>(ATTR_STROKE_COLOR), value<double>(ATTR_STROKE_WIDTH));
+    if (shown == line() && stroke == pen())
+        return false;
+    setLine(shown);
+    setPen(stroke);
+    return true;
 }
 
 QVariant ZELLineItem::itemChange(GraphicsItemChange change, const QVariant& value)
 {
-    if (change == ItemSceneChange)
-        leaveScene(scene());
-    else if (change == ItemSceneHasChanged)
-        enterScene(scene());
+    noticeChange(change);
     return QGraphicsLineItem::itemChange(change, value);
 }
 

@@ -19,7 +19,7 @@ public:
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget = nullptr) override;
 
     [[nodiscard]] QGraphicsItem* graphicsItem() override { return this; }
-    void synchronise(ElementStates states) override;
+    bool synchronise(ElementStates states) override;
 
 protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;

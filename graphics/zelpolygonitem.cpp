@@ -6,10 +6,12 @@
 namespace mirn::zelchipview {
 
 ZELPolygonItem::ZELPolygonItem(int id)
-    : ChipElement(id)
+    : ChipElement(id, Placing::AtOnce)
 {
-    if (attribute())
+    if (attribute()) {
         setPolygon(value<QPolygonF>(ATTR_POINTS));
+        synchronise({});
+    }
     setAcceptDrops(true);
 }
 
@@ -25,22 +27,30 @@ QRectF ZELPolygonItem::boundingRect() const
 
 void ZELPolygonItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget)
 {
-    if (prepareToPaint())
-        QGraphicsPolygonItem::paint(painter, option, widget);
+    ElementStates states;
+    if (!prepareToPaint(states))
+        return;
+    setBrush(paintrules::fillBrush(look(states)));
+    QGraphicsPolygonItem::paint(painter, option, widget);
 }
 
-void ZELPolygonItem::synchronise(ElementStates states)
+paintrules::Look ZELPolygonItem::look(ElementStates states) const
 {
-    setPen(paintrules::polygonPen(states));
-    setBrush(paintrules::polygonBrush(value<unsigned int>(ATTR_FILL_COLOR), states));
+    return paintrules::polygonLook(value<unsigned int>(ATTR_FILL_COLOR), states);
+}
+
+bool ZELPolygonItem::synchronise(ElementStates states)
+{
+    const QPen border = paintrules::borderPen(look(states));
+    if (border == pen())
+        return false;
+    setPen(border);
+    return true;
 }
 
 QVariant ZELPolygonItem::itemChange(GraphicsItemChange change, const QVariant& value)
 {
-    if (change == ItemSceneChange)
-        leaveScene(scene());
-    else if (change == ItemSceneHasChanged)
-        enterScene(scene());
+    noticeChange(change);
     return QGraphicsPolygonItem::itemChange(change, value);
 }
 

@@ -18,13 +18,16 @@ public:
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget = nullptr) override;
 
     [[nodiscard]] QGraphicsItem* graphicsItem() override { return this; }
-    void synchronise(ElementStates states) override;
+    bool synchronise(ElementStates states) override;
 
 protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
     void dragEnterEvent(QGraphicsSceneDragDropEvent* event) override;
     void dragLeaveEvent(QGraphicsSceneDragDropEvent* event) override;
     void dropEvent(QGraphicsSceneDragDropEvent* event) override;
+
+private:
+    [[nodiscard]] paintrules::Look look(ElementStates states) const;
 };
 
 } // namespace mirn::zelchipview

@@ -10,10 +10,12 @@
 namespace mirn::zelchipview {
 
 ZELRectItem::ZELRectItem(int id)
-    : ChipElement(id)
+    : ChipElement(id, Placing::AtOnce)
 {
-    if (attribute())
+    if (attribute()) {
         setRect(value<QRectF>(ATTR_RECT));
+        synchronise({});
+    }
     setAcceptDrops(true);
 }
 
@@ -29,28 +31,38 @@ QRectF ZELRectItem::boundingRect() const
 
 void ZELRectItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget)
 {
-    if (prepareToPaint())
-        QGraphicsRectItem::paint(painter, option, widget);
+    ElementStates states;
+    if (!prepareToPaint(states))
+        return;
+    setBrush(paintrules::fillBrush(look(states)));
+    QGraphicsRectItem::paint(painter, option, widget);
 }
 
-void ZELRectItem::synchronise(ElementStates states)
+paintrules::Look ZELRectItem::look(ElementStates states) const
 {
-    setPen(paintrules::rectPen(value<unsigned int>(ATTR_STROKE_COLOR), value<double>(ATTR_STROKE_WIDTH), states));
-    setBrush(paintrules::rectBrush(value<unsigned int>(ATTR_FILL_COLOR), states));
+    return paintrules::rectLook(value<unsigned int>(ATTR_FILL_COLOR), value<unsigned int>(ATTR_STROKE_COLOR),
+        value<double>(ATTR_STROKE_WIDTH), states);
+}
+
+bool ZELRectItem::synchronise(ElementStates states)
+{
+    const QPen border = paintrules::borderPen(look(states));
+    if (border == pen())
+        return false;
+    setPen(border);
+    return true;
 }
 
 QVariant ZELRectItem::itemChange(GraphicsItemChange change, const QVariant& value)
 {
-    if (change == ItemSceneChange)
-        leaveScene(scene());
-    else if (change == ItemSceneHasChanged)
-        enterScene(scene());
+    noticeChange(change);
     return QGraphicsRectItem::itemChange(change, value);
 }
 
 void ZELRectItem::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
 {
     ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+    updateToolTip();
     database->hoverText().show(toolTip(), this);
     if (acceptDragIfAllowed(event)) {
         const int id = attribute()->itemId;

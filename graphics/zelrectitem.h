@@ -19,7 +19,7 @@ public:
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget = nullptr) override;
 
     [[nodiscard]] QGraphicsItem* graphicsItem() override { return this; }
-    void synchronise(ElementStates states) override;
+    bool synchronise(ElementStates states) override;
 
 protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
@@ -28,6 +28,7 @@ protected:
     void dropEvent(QGraphicsSceneDragDropEvent* event) override;
 
 private:
+    [[nodiscard]] paintrules::Look look(ElementStates states) const;
     void deselect() const;
 };
 

@@ -5,25 +5,35 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QPainterPath>
 #include <QTransform>
+
+#include <algorithm>
+#include <cmath>
 
 namespace mirn::zelchipview {
 
 namespace {
 
+constexpr qreal DocumentMargin = 4.0; // QTextDocument's
+
 // The area that a text covers when it is drawn at the origin, with room for overhanging and smoothed edges.
-QRectF glyphRectOf(const QString& text, const QFont& font, int rotation)
+QRectF glyphRectOf(qreal length, const QFontMetricsF& metrics, int rotation)
 {
     constexpr qreal Overhang = 2.0;
-    const QFontMetricsF metrics(font);
-    const QRectF upright(0, -metrics.ascent(), metrics.horizontalAdvance(text), metrics.height());
+    const QRectF upright(0, -metrics.ascent(), length, metrics.height());
     return QTransform().rotate(rotation).mapRect(upright.adjusted(-Overhang, -Overhang, Overhang, Overhang));
+}
+
+bool isOfSeveralLines(const QString& text)
+{
+    return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < ' ' || c.unicode() == 0x7f; });
 }
 
 } // namespace
 
 ZELTextItem::ZELTextItem(int id)
-    : ChipElement(id)
+    : ChipElement(id, Placing::WhenShown)
 {
     setPos(value<QPointF>(ATTR_POS));
     setScale(paintrules::TextItemScale);
@@ -36,39 +46,93 @@ ZELTextItem::~ZELTextItem()
 
 QRectF ZELTextItem::boundingRect() const
 {
-    return QGraphicsTextItem::boundingRect().united(m_glyphRect);
+    if (!m_isShown)
+        return QGraphicsTextItem::boundingRect();
+    measure();
+    return m_documentRect.united(m_glyphRect);
+}
+
+QPainterPath ZELTextItem::shape() const
+{
+    if (!m_isShown)
+        return QGraphicsTextItem::shape();
+    QPainterPath path;
+    path.addRect(documentRect());
+    return path;
+}
+
+bool ZELTextItem::contains(const QPointF& point) const
+{
+    return documentRect().contains(point);
+}
+
+QRectF ZELTextItem::documentRect() const
+{
+    if (!m_isShown)
+        return QGraphicsTextItem::boundingRect();
+    measure();
+    return m_documentRect;
+}
+
+void ZELTextItem::measure() const
+{
+    if (!m_documentRect.isNull())
+        return;
+    const QString text = value<QString>(ATTR_TEXT);
+    const QFont font = textFont();
+    const QFontMetricsF metrics(font);
+    const qreal length = metrics.horizontalAdvance(text);
+    m_documentRect = m_hasDocument && !toPlainText().isEmpty()
+        ? QGraphicsTextItem::boundingRect()
+        : QRectF(0, 0, length + 2 * DocumentMargin, std::ceil(metrics.height()) + 2 * DocumentMargin);
+    m_glyphRect = glyphRectOf(length, metrics, value<int>(ATTR_ROTATION));
 }
 
 void ZELTextItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    if (!prepareToPaint())
+    ElementStates states;
+    if (!prepareToPaint(states))
         return;
+    makeDocument();
     painter->setFont(textFont());
     painter->setBrush(QBrush(paintrules::colorOf(value<unsigned int>(ATTR_FILL_COLOR))));
     painter->rotate(value<int>(ATTR_ROTATION));
     painter->drawText(QPointF(0, 0), value<QString>(ATTR_TEXT));
 }
 
-void ZELTextItem::synchronise(ElementStates)
+void ZELTextItem::makeDocument()
 {
-    const QString text = value<QString>(ATTR_TEXT);
-    if (m_shownText == text)
+    if (m_hasDocument)
         return;
-    m_shownText = text;
-    const QFont font = textFont();
-    setFont(font); // the document then covers about as much as the text does
-    setPlainText(text);
+    m_hasDocument = true;
+    setFont(textFont()); // the document then covers about as much as the text does
+    setPlainText(value<QString>(ATTR_TEXT));
+    m_documentRect = QRectF(); // several lines measure more than one
+}
+
+bool ZELTextItem::synchronise(ElementStates)
+{
+    if (m_isShown)
+        return false;
     prepareGeometryChange();
-    m_glyphRect = glyphRectOf(text, font, value<int>(ATTR_ROTATION));
+    m_isShown = true;
+    // Several lines are more than a measured length.
+    if (isOfSeveralLines(value<QString>(ATTR_TEXT)))
+        makeDocument();
+    return true;
 }
 
 QVariant ZELTextItem::itemChange(GraphicsItemChange change, const QVariant& value)
 {
-    if (change == ItemSceneChange)
-        leaveScene(scene());
-    else if (change == ItemSceneHasChanged)
-        enterScene(scene());
+    noticeChange(change);
     return QGraphicsTextItem::itemChange(change, value);
+}
+
+// The base class takes it for granted that there is a document.
+bool ZELTextItem::sceneEvent(QEvent* event)
+{
+    makeDocument();
+    return QGraphicsTextItem::sceneEvent(event);
 }
 
 void ZELTextItem::dragEnterEvent(QGraphicsSceneDragDropEvent* event)

@@ -10,6 +10,9 @@ namespace mirn::zelchipview {
 
 // A text of the drawing, drawn with its base line through the item's origin. Never selected, and a drag or drop on it
 // only ends a highlight. Looks the same in every state.
+//
+// Takes up no room until it is shown. The text document of the base class, many times larger than the rest of the item,
+// is made only when the item paints itself or gets an event; until then the item computes what the document would measure.
 class ZELCHIPGUI_EXPORT ZELTextItem final : public QGraphicsTextItem, public ChipElement
 {
     Q_OBJECT
@@ -19,21 +22,32 @@ public:
 
     // Also covers the glyphs, which stand above the document's own rectangle.
     [[nodiscard]] QRectF boundingRect() const override;
+
+    // The document's rectangle.
+    [[nodiscard]] QPainterPath shape() const override;
+    [[nodiscard]] bool contains(const QPointF& point) const override;
+
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget = nullptr) override;
 
     [[nodiscard]] QGraphicsItem* graphicsItem() override { return this; }
-    void synchronise(ElementStates states) override;
+    bool synchronise(ElementStates states) override;
 
 protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
+    bool sceneEvent(QEvent* event) override;
     void dragEnterEvent(QGraphicsSceneDragDropEvent* event) override;
     void dropEvent(QGraphicsSceneDragDropEvent* event) override;
 
 private:
     [[nodiscard]] QFont textFont() const;
+    [[nodiscard]] QRectF documentRect() const;
+    void measure() const;
+    void makeDocument();
 
-    QString m_shownText; // as it was set: the document rewrites some characters
-    QRectF m_glyphRect; // item coordinates
+    bool m_isShown = false;
+    bool m_hasDocument = false;
+    mutable QRectF m_documentRect; // item coordinates; both null until asked for
+    mutable QRectF m_glyphRect;
 };
 
 } // namespace mirn::zelchipview

@@ -6,9 +6,11 @@
 #include "tests/support/testmain.h"
 
 #include <QGraphicsSceneDragDropEvent>
+#include <QHelpEvent>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTimer>
+#include <QToolTip>
 
 using namespace zeltest;
 
@@ -51,7 +53,7 @@ private Q_SLOTS:
     void linesAndTextsShowWhenTheirLayerTurnsOn();
     void textStandsOnItsPosition_data();
     void textStandsOnItsPosition();
-    void toolTipsFollowThePaint();
+    void toolTipsFollowTheAttribute();
     void paintOutsideOfAChipSceneDrawsNothing();
     void dragIsAcceptedOnlyWhereTheEngineAllows_data();
     void dragIsAcceptedOnlyWhereTheEngineAllows();
@@ -154,25 +156,43 @@ void TestItems::textStandsOnItsPosition()
     QVERIFY(isAnythingDrawnIn(drawn));
     QVERIFY(!isAnythingDrawnIn(empty));
     auto* text = dynamic_cast<ZELTextItem*>(chip.item(1));
-    QCOMPARE(text->toPlainText(), QStringLiteral("HHHH"));
     // What is painted must lie inside, or it would stay behind when the view scrolls.
     QVERIFY(text->sceneBoundingRect().contains(drawn.adjusted(3, 3, -3, -3)));
+    // Measured without a document it is found where one would be.
+    const QPainterPath measured = text->shape();
+    QImage image(chip.view()->viewport()->size(), QImage::Format_RGB32);
+    QPainter painter(&image);
+    chip.scene()->render(&painter);
+    QCOMPARE(text->toPlainText(), QStringLiteral("HHHH"));
+    QCOMPARE(text->shape(), measured);
+    QCOMPARE(text->QGraphicsTextItem::boundingRect(), measured.boundingRect());
 }
 
-void TestItems::toolTipsFollowThePaint()
+void TestItems::toolTipsFollowTheAttribute()
 {
     ChipView chip;
     chip.drawing.addRect(7, 10, 10, 40, 40).tooltip = "site";
     chip.drawing.addRect(8, 60, 10, 40, 40).tooltip = "hidden";
     chip.drawing.records.back()->layer = 9;
     chip.open();
-    chip.picture();
-    QCOMPARE(chip.item(1)->toolTip(), QStringLiteral("site"));
-    QVERIFY(chip.item(2)->toolTip().isEmpty());
+    const auto toolTipAt = [&chip](const QPointF& scenePoint) {
+        const QPoint position = chip.view()->mapFromScene(scenePoint);
+        QHelpEvent event(QEvent::ToolTip, position, chip.view()->viewport()->mapToGlobal(position));
+        QApplication::sendEvent(chip.view()->viewport(), &event);
+        return QToolTip::text();
+    };
+    QCOMPARE(toolTipAt({20, 20}), QStringLiteral("site"));
+    QVERIFY(toolTipAt({70, 20}) != QStringLiteral("hidden"));
     chip.database()->getGraphicItemAttribute(1)->toolTip = QStringLiteral("occupied");
-    QCOMPARE(chip.item(1)->toolTip(), QStringLiteral("site"));
-    chip.picture();
-    QCOMPARE(chip.item(1)->toolTip(), QStringLiteral("occupied"));
+    QCOMPARE(toolTipAt({20, 20}), QStringLiteral("occupied"));
+
+    // An item that paints itself shows it as well.
+    chip.database()->getGraphicItemAttribute(1)->toolTip = QStringLiteral("free");
+    QImage image(20, 20, QImage::Format_RGB32);
+    QPainter painter(&image);
+    chip.scene()->render(&painter);
+    QCOMPARE(chip.item(1)->toolTip(), QStringLiteral("free"));
+    QVERIFY(chip.item(2)->toolTip().isEmpty());
 }
 
 void TestItems::paintOutsideOfAChipSceneDrawsNothing()

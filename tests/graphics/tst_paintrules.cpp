@@ -57,8 +57,9 @@ void TestPaintRules::rectByState()
 {
     QFETCH(ElementStates, states);
     // Bits above the 24 of a colour are ignored.
-    const QPen pen = paintrules::rectPen(0xff010203, 0.5, states);
-    const QBrush brush = paintrules::rectBrush(0x12345678, states);
+    const auto look = paintrules::rectLook(0x12345678, 0xff010203, 0.5, states);
+    const QPen pen = paintrules::borderPen(look);
+    const QBrush brush = paintrules::fillBrush(look);
     QTEST(pen.color(), "pen");
     QTEST(brush.color(), "brush");
     QCOMPARE(brush.style(), Qt::SolidPattern);
@@ -81,19 +82,23 @@ void TestPaintRules::rectBorderByWidth_data()
 void TestPaintRules::rectBorderByWidth()
 {
     QFETCH(double, width);
-    const QPen pen = paintrules::rectPen(0x010203, width, {});
+    const QPen pen = paintrules::borderPen(paintrules::rectLook(0, 0x010203, width, {}));
     QTEST(pen.color(), "color");
     QTEST(pen.widthF(), "penWidth");
 }
 
 void TestPaintRules::polygonByState()
 {
-    QCOMPARE(paintrules::polygonPen({}).color(), QColor(255, 0, 0, 0));
-    QCOMPARE(paintrules::polygonPen({}).widthF(), 0.0);
-    QCOMPARE(paintrules::polygonPen(Selected).color(), SELECTED_COLOR);
-    QCOMPARE(paintrules::polygonBrush(0x345678, Filtered).color(), Fill);
-    QCOMPARE(paintrules::polygonBrush(0x345678, Selected).color(), SELECTED_FILL_COLOR);
-    QCOMPARE(paintrules::polygonBrush(0x345678, Selected | Highlighted).color(), HIGHLIGHT_COLOR);
+    const auto pen
+        = [](ElementStates states) { return paintrules::borderPen(paintrules::polygonLook(0x345678, states)); };
+    const auto fill
+        = [](ElementStates states) { return paintrules::fillBrush(paintrules::polygonLook(0x345678, states)).color(); };
+    QCOMPARE(pen({}).color(), QColor(255, 0, 0, 0));
+    QCOMPARE(pen({}).widthF(), 0.0);
+    QCOMPARE(pen(Selected).color(), SELECTED_COLOR);
+    QCOMPARE(fill(Filtered), Fill);
+    QCOMPARE(fill(Selected), SELECTED_FILL_COLOR);
+    QCOMPARE(fill(Selected | Highlighted), HIGHLIGHT_COLOR);
 }
 
 void TestPaintRules::linePenIsCutToWholeUnits_data()

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/painting/displaylist.h"
+
+#include "graphics/chipelement.h"
+#include "graphics/elementindex.h"
+#include "graphics/paintrules.h"
+#include "platform/contract/zelgraphicrecords.h"
+
+#include <QLineF>
+
+#include <algorithm>
+#include <cmath>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+template <typename Value> Value valueOf(ZELGraphicItemAttribute& attribute, zelgraphic_attribute_key key)
+{
+    const void* data = attribute.getAttribute(key);
+    return data ? *static_cast<const Value*>(data) : Value();
+}
+
+void setRect(Primitive& primitive, const QRectF& rect)
+{
+    primitive.a = rect.x();
+    primitive.b = rect.y();
+    primitive.c = rect.width();
+    primitive.d = rect.height();
+}
+
+QRectF grown(const QRectF& rect, double by)
+{
+    return rect.adjusted(-by, -by, by, by);
+}
+
+// Around a text whichever way it is turned; no glyph is expected to be wider than two of the font's squares.
+QRectF textBounds(const Primitive& text)
+{
+    const double square = std::abs(text.d) * paintrules::TextItemScale;
+    const double reach = square * 2 * (1 + text.label->text.size());
+    return grown(QRectF(text.a, text.b, 0, 0), reach);
+}
+
+} // namespace
+
+void DisplayList::update(ElementIndex& index)
+{
+    if (m_version == index.version())
+        return;
+    m_version = index.version();
+    m_elements = index.inPaintOrder();
+    m_primitives.clear();
+    m_primitives.reserve(m_elements.size());
+    m_layers.clear();
+    m_layerIndexes.clear();
+    for (ChipElement* element : m_elements)
+        append(element);
+    m_grid.build(size(), [this](int place) { return boundsOf(place); });
+}
+
+void DisplayList::append(ChipElement* element)
+{
+    ZELGraphicItemAttribute& attribute = *element->attribute();
+    element->m_place = size();
+    Primitive made{};
+    made.elementId = attribute.itemId;
+    made.layer = layerIndex(attribute.layer);
+    made.fillColor = valueOf<unsigned int>(attribute, ATTR_FILL_COLOR);
+    made.strokeColor = valueOf<unsigned int>(attribute, ATTR_STROKE_COLOR);
+    switch (attribute.kind) {
+    case ZEL_GRAPHIC_LINE: {
+        made.kind = Primitive::Line;
+        const QLineF line = valueOf<QLineF>(attribute, ATTR_LINE);
+        setRect(made, QRectF(line.x1(), line.y1(), line.x2(), line.y2()));
+        made.strokeWidth = valueOf<double>(attribute, ATTR_STROKE_WIDTH);
+        break;
+    }
+    case ZEL_GRAPHIC_POLYGON: {
+        static const QPolygonF none;
+        const auto* corners = static_cast<const QPolygonF*>(attribute.getAttribute(ATTR_POINTS));
+        made.kind = Primitive::Polygon;
+        made.corners = corners ? corners : &none;
+        setRect(made, made.corners->boundingRect());
+        break;
+    }
+    case ZEL_GRAPHIC_TEXT: {
+        made.kind = Primitive::Text;
+        const QPointF position = valueOf<QPointF>(attribute, ATTR_POS);
+        const QString family = valueOf<QString>(attribute, ATTR_FONT_FAMILY);
+        const QFont font = paintrules::textFont(family, valueOf<double>(attribute, ATTR_FONT_SIZE));
+        setRect(made, QRectF(position.x(), position.y(), valueOf<int>(attribute, ATTR_ROTATION), font.pixelSize()));
+        made.label = m_labels.label(valueOf<QString>(attribute, ATTR_TEXT), family, font.pixelSize(), font);
+        break;
+    }
+    default:
+        made.kind = Primitive::Rect;
+        setRect(made, valueOf<QRectF>(attribute, ATTR_RECT));
+        made.strokeWidth = valueOf<double>(attribute, ATTR_STROKE_WIDTH);
+    }
+    m_primitives.push_back(made);
+}
+
+unsigned DisplayList::layerIndex(int layer)
+{
+    const auto known = m_layerIndexes.constFind(layer);
+    if (known != m_layerIndexes.constEnd())
+        return known.value();
+    const auto index = static_cast<unsigned>(m_layers.size());
+    m_layers.push_back(layer);
+    m_layerIndexes.insert(layer, index);
+    return index;
+}
+
+void DisplayList::updateLook(const ChipElement& element)
+{
+    const int place = placeOf(element);
+    if (place >= 0)
+        m_primitives[place].fillColor = valueOf<unsigned int>(*element.attribute(), ATTR_FILL_COLOR);
+}
+
+int DisplayList::placeOf(const ChipElement& element) const
+{
+    const int place = element.m_place;
+    return place >= 0 && place < size() && m_elements[place] == &element ? place : -1;
+}
+
+QRectF DisplayList::boundsOf(int place) const
+{
+    const Primitive& primitive = m_primitives[place];
+    switch (primitive.kind) {
+    case Primitive::Line:
+        return grown(QRectF(QPointF(primitive.a, primitive.b), QPointF(primitive.c, primitive.d)).normalized(),
+            paintrules::lineWidth(primitive.strokeWidth));
+    case Primitive::Text:
+        return textBounds(primitive);
+    case Primitive::Polygon:
+        return primitive.rect();
+    default:
+        return grown(primitive.rect().normalized(), std::abs(primitive.strokeWidth) / 2);
+    }
+}
+
+const std::vector<int>& DisplayList::placesIn(const QRectF& area)
+{
+    m_found.clear();
+    m_grid.find(area, m_found);
+    return m_found;
+}
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/painting/elementgrid.h"
+#include "graphics/painting/textlabels.h"
+
+#include <QPolygonF>
+#include <QRectF>
+
+#include <vector>
+
+namespace mirn::zelchipview {
+
+class ChipElement;
+class ElementIndex;
+
+// What painting needs to know of one element, without a pointer to follow for the kinds that are frequent.
+struct Primitive
+{
+    enum Kind : unsigned { Rect, Line, Polygon, Text };
+
+    // Rect: x, y, width, height. Line: both ends. Polygon: its bounding rect, like a rect. Text: the start of its base
+    // line, its rotation in degrees and its font's pixel size.
+    double a;
+    double b;
+    double c;
+    double d;
+    union {
+        double strokeWidth; // of rects and lines, as the drawing gives it
+        const QPolygonF* corners; // the attribute's
+        TextLabel* label; // the list's
+    };
+    unsigned int strokeColor;
+    unsigned int fillColor;
+    int elementId;
+    unsigned layer : 24; // index for DisplayList::layers()
+    Kind kind : 8;
+
+    [[nodiscard]] QRectF rect() const { return QRectF(a, b, c, d); }
+};
+
+// The elements of a scene in the order in which they are painted, and where to find them. It is made anew when elements
+// come or go; a change of their look is passed on one by one.
+class DisplayList final
+{
+public:
+    // Brings the list up to date with the index's elements.
+    void update(ElementIndex& index);
+
+    // The element's attribute changed.
+    void updateLook(const ChipElement& element);
+
+    [[nodiscard]] int size() const { return static_cast<int>(m_primitives.size()); }
+    [[nodiscard]] const Primitive& primitive(int place) const { return m_primitives[place]; }
+    [[nodiscard]] ChipElement* element(int place) const { return m_elements[place]; }
+
+    // -1 for an element of another scene.
+    [[nodiscard]] int placeOf(const ChipElement& element) const;
+
+    // What a primitive may cover, in scene units; a hairline reaches a pixel further.
+    [[nodiscard]] QRectF boundsOf(int place) const;
+
+    // The places of the primitives that may touch an area, in paint order.
+    [[nodiscard]] const std::vector<int>& placesIn(const QRectF& area);
+
+    // The numbers of the layers that occur.
+    [[nodiscard]] const std::vector<int>& layers() const { return m_layers; }
+    [[nodiscard]] TextLabels& labels() { return m_labels; }
+
+private:
+    void append(ChipElement* element);
+    [[nodiscard]] unsigned layerIndex(int layer);
+
+    std::vector<Primitive> m_primitives;
+    std::vector<ChipElement*> m_elements; // of the primitive at the same place
+    std::vector<int> m_layers;
+    QHash<int, unsigned> m_layerIndexes; // by number
+    TextLabels m_labels;
+    ElementGrid m_grid;
+    std::vector<int> m_found;
+    unsigned m_version = 0; // of the index, when the list was made
+};
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/painting/elementgrid.h"
+
+#include <QtAlgorithms>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+constexpr int PlacesPerCell = 4;
+constexpr int MostCellsPerSide = 2048;
+constexpr int LargeInCells = 64; // from this many on a rectangle is kept apart
+constexpr int MarkBits = 64;
+
+int lowestBit(std::uint64_t bits)
+{
+    return static_cast<int>(qCountTrailingZeroBits(static_cast<quint64>(bits)));
+}
+
+double finite(double value)
+{
+    return std::isfinite(value) ? value : 0.0;
+}
+
+} // namespace
+
+void ElementGrid::build(int count, const Bounds& boundsOf)
+{
+    m_count = count;
+    double left = std::numeric_limits<double>::max();
+    double top = left;
+    double right = -left;
+    double bottom = -left;
+    for (int place = 0; place < count; ++place) {
+        const QRectF bounds = boundsOf(place);
+        left = std::min(left, finite(bounds.left()));
+        top = std::min(top, finite(bounds.top()));
+        right = std::max(right, finite(bounds.right()));
+        bottom = std::max(bottom, finite(bounds.bottom()));
+    }
+    m_area = count > 0 ? QRectF(QPointF(left, top), QPointF(right, bottom)) : QRectF();
+    const int side = std::clamp(static_cast<int>(std::sqrt(count / PlacesPerCell)), 1, MostCellsPerSide);
+    m_columns = m_area.width() > 0 ? side : 1;
+    m_rows = m_area.height() > 0 ? side : 1;
+    m_large.clear();
+    m_starts.assign(std::size_t(m_columns) * m_rows + 1, 0);
+    m_marks.assign(count / MarkBits + 1, 0);
+
+    // First the number of places in each cell, then the places.
+    for (int place = 0; place < count; ++place) {
+        const Cells cells = cellsOf(boundsOf(place));
+        if (cells.count() >= LargeInCells)
+            m_large.push_back(place);
+        else
+            visit(cells, [this](std::size_t cell) { ++m_starts[cell + 1]; });
+    }
+    for (std::size_t cell = 1; cell < m_starts.size(); ++cell)
+        m_starts[cell] += m_starts[cell - 1];
+    m_places.resize(m_starts.back());
+    std::vector<std::uint32_t> next(m_starts.begin(), m_starts.end() - 1);
+    for (int place = 0; place < count; ++place) {
+        const Cells cells = cellsOf(boundsOf(place));
+        if (cells.count() < LargeInCells)
+            visit(cells, [&](std::size_t cell) { m_places[next[cell]++] = place; });
+    }
+}
+
+ElementGrid::Cells ElementGrid::cellsOf(const QRectF& area) const
+{
+    const auto cell = [](double value, double start, double length, int cells) {
+        if (!(length > 0))
+            return 0;
+        const double position = (value - start) / length * cells;
+        return position > 0 ? static_cast<int>(std::min(position, double(cells - 1))) : 0;
+    };
+    return {cell(area.left(), m_area.left(), m_area.width(), m_columns),
+        cell(area.top(), m_area.top(), m_area.height(), m_rows),
+        cell(area.right(), m_area.left(), m_area.width(), m_columns),
+        cell(area.bottom(), m_area.top(), m_area.height(), m_rows)};
+}
+
+template <typename Visitor> void ElementGrid::visit(const Cells& cells, Visitor visitor) const
+{
+    for (int row = cells.top; row <= cells.bottom; ++row) {
+        for (int column = cells.left; column <= cells.right; ++column)
+            visitor(std::size_t(row) * m_columns + column);
+    }
+}
+
+void ElementGrid::find(const QRectF& area, std::vector<int>& places)
+{
+    if (m_count == 0)
+        return;
+    if (area.contains(m_area)) {
+        for (int place = 0; place < m_count; ++place)
+            places.push_back(place);
+        return;
+    }
+    const auto mark
+        = [this](std::uint32_t place) { m_marks[place / MarkBits] |= std::uint64_t(1) << place % MarkBits; };
+    for (std::uint32_t place : m_large)
+        mark(place);
+    visit(cellsOf(area), [&](std::size_t cell) {
+        for (std::uint32_t i = m_starts[cell]; i < m_starts[cell + 1]; ++i)
+            mark(m_places[i]);
+    });
+    collect(places);
+}
+
+void ElementGrid::collect(std::vector<int>& places)
+{
+    for (std::size_t word = 0; word < m_marks.size(); ++word) {
+        for (std::uint64_t marks = std::exchange(m_marks[word], 0); marks != 0; marks &= marks - 1)
+            places.push_back(static_cast<int>(word * MarkBits) + lowestBit(marks));
+    }
+}
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRectF>
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace mirn::zelchipview {
+
+// Finds the rectangles of a list that may touch an area, by a grid of cells over all of them. Holds places in that
+// list.
+class ElementGrid final
+{
+public:
+    using Bounds = std::function<QRectF(int place)>;
+
+    // For the places 0 to `count` - 1.
+    void build(int count, const Bounds& boundsOf);
+
+    // Appends the places in ascending order, each once; some may lie a little outside.
+    void find(const QRectF& area, std::vector<int>& places);
+
+private:
+    struct Cells
+    {
+        int left;
+        int top;
+        int right;
+        int bottom;
+
+        [[nodiscard]] std::int64_t count() const { return std::int64_t(right - left + 1) * (bottom - top + 1); }
+    };
+
+    [[nodiscard]] Cells cellsOf(const QRectF& area) const;
+    template <typename Visitor> void visit(const Cells& cells, Visitor visitor) const;
+    void collect(std::vector<int>& places);
+
+    int m_count = 0;
+    int m_columns = 0;
+    int m_rows = 0;
+    QRectF m_area;
+    std::vector<std::uint32_t> m_starts; // of each cell's places in m_places, and the end of the last
+    std::vector<std::uint32_t> m_places;
+    std::vector<std::uint32_t> m_large; // rectangles that would fill many cells
+    std::vector<std::uint64_t> m_marks; // a bit for each place, all clear between two searches
+};
+
+} // namespace mirn::zelchipview

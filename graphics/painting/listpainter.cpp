@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/painting/listpainter.h"
+
+#include "graphics/elementidset.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+// What pens and smoothing reach beyond an element's geometry, in pixels.
+constexpr double Margin = 3.0;
+
+// Pens up to this many pixels wide are thin lines; a little less than what QPainter takes for one.
+constexpr double ThinnestWide = 0.999;
+constexpr int FullOpacity = 256;
+
+bool isVisible(QRgb color)
+{
+    return qAlpha(color) != 0;
+}
+
+QRectF grown(const QRectF& rect, double by)
+{
+    return rect.adjusted(-by, -by, by, by);
+}
+
+// Also for rectangles without width or height.
+bool touches(const QRectF& a, const QRectF& b)
+{
+    return a.left() <= b.right() && b.left() <= a.right() && a.top() <= b.bottom() && b.top() <= a.bottom();
+}
+
+// The area of the scene that a part of the image shows.
+QRectF sceneArea(const QTransform& sceneToImage, const QRect& part)
+{
+    return sceneToImage.inverted().mapRect(grown(part, Margin));
+}
+
+bool isEvenScale(const QTransform& transform)
+{
+    return transform.type() <= QTransform::TxScale && transform.m11() == transform.m22() && transform.m11() > 0;
+}
+
+} // namespace
+
+// One paint: holds what stays the same for all primitives of it.
+class ListPainter::Job
+{
+public:
+    Job(DisplayList& list, GlyphMasks& masks, const Target& target, const States& states)
+        : m_list(list)
+        , m_masks(masks)
+        , m_target(target)
+        , m_states(states)
+        , m_isRaster(isEvenScale(target.sceneToImage) && target.hints.testFlag(QPainter::Antialiasing))
+        , m_mapping{target.sceneToImage.m11(), target.sceneToImage.dx(), target.sceneToImage.dy()}
+        , m_rasteriser(*target.image, target.part, m_mapping)
+        , m_inside(QRectF(target.image->rect()))
+    {
+        m_masks.setScale(m_mapping.scale * paintrules::TextItemScale);
+    }
+
+    void paint(const QList<int>& layers);
+
+private:
+    void draw(const Primitive& primitive);
+    void drawRect(const Primitive& rect);
+    void drawLine(const Primitive& line);
+    void drawPolygon(const Primitive& polygon);
+    void drawText(const Primitive& text);
+
+    [[nodiscard]] ElementStates statesOf(int elementId) const;
+    [[nodiscard]] bool isNear(double x, double y) const;
+    [[nodiscard]] bool isInside(double x, double y) const;
+    [[nodiscard]] bool isAcross(double x) const;
+    [[nodiscard]] std::optional<int> thinOpacity(double penWidth) const;
+    QPainter& painter();
+
+    DisplayList& m_list;
+    GlyphMasks& m_masks;
+    const Target& m_target;
+    const States& m_states;
+    const bool m_isRaster;
+    const Rasteriser::Mapping m_mapping;
+    Rasteriser m_rasteriser;
+    const QRectF m_inside;
+    QPainter m_painter;
+};
+
+void ListPainter::Job::paint(const QList<int>& layers)
+{
+    std::vector<char> isShown;
+    for (int layer : m_list.layers())
+        isShown.push_back(layers.contains(layer));
+    const QRectF area = sceneArea(m_target.sceneToImage, m_target.part);
+    for (int place : m_list.placesIn(area)) {
+        const Primitive& primitive = m_list.primitive(place);
+        if (isShown[primitive.layer] && touches(m_list.boundsOf(place), area))
+            draw(primitive);
+    }
+}
+
+void ListPainter::Job::draw(const Primitive& primitive)
+{
+    switch (primitive.kind) {
+    case Primitive::Rect:
+        drawRect(primitive);
+        break;
+    case Primitive::Line:
+        drawLine(primitive);
+        break;
+    case Primitive::Polygon:
+        drawPolygon(primitive);
+        break;
+    case Primitive::Text:
+        drawText(primitive);
+        break;
+    }
+}
+
+ElementStates ListPainter::Job::statesOf(int elementId) const
+{
+    ElementStates states;
+    states.setFlag(ElementState::Selected, m_states.selected->contains(elementId));
+    states.setFlag(ElementState::Highlighted, m_states.highlighted->contains(elementId));
+    states.setFlag(ElementState::Filtered, m_states.filtered && m_states.filtered->contains(elementId));
+    return states;
+}
+
+// Near enough for fixed-point numbers.
+bool ListPainter::Job::isNear(double x, double y) const
+{
+    return std::abs(m_mapping.x(x)) < Rasteriser::Farthest && std::abs(m_mapping.y(y)) < Rasteriser::Farthest;
+}
+
+// Between the left and the right border of the image.
+bool ListPainter::Job::isAcross(double x) const
+{
+    const double pixel = m_mapping.x(x);
+    return pixel >= 0 && pixel <= m_inside.width();
+}
+
+bool ListPainter::Job::isInside(double x, double y) const
+{
+    return grown(m_inside, -1).contains(m_mapping.x(x), m_mapping.y(y));
+}
+
+// The opacity of a pen that draws thin lines; none for a wide one. A pen of width 0 is a pixel wide at any scale.
+std::optional<int> ListPainter::Job::thinOpacity(double penWidth) const
+{
+    if (penWidth == 0)
+        return FullOpacity;
+    const double pixels = penWidth * m_mapping.scale;
+    if (pixels < ThinnestWide)
+        return static_cast<int>(pixels * FullOpacity);
+    return std::nullopt;
+}
+
+QPainter& ListPainter::Job::painter()
+{
+    if (!m_painter.isActive()) {
+        m_painter.begin(m_target.image);
+        m_painter.setRenderHints(m_target.hints);
+        m_painter.setTransform(m_target.sceneToImage);
+    }
+    return m_painter;
+}
+
+void ListPainter::Job::drawRect(const Primitive& primitive)
+{
+    const paintrules::Look look = paintrules::rectLook(
+        primitive.fillColor, primitive.strokeColor, primitive.strokeWidth, statesOf(primitive.elementId));
+    const QRectF rect = primitive.rect();
+    const std::optional<int> opacity = isVisible(look.border) ? thinOpacity(look.borderWidth) : 0;
+    if (m_isRaster && opacity && rect.width() >= 0 && rect.height() >= 0 && isNear(rect.left(), rect.top())
+        && isNear(rect.right(), rect.bottom()) && isAcross(rect.left()) && isAcross(rect.right())) {
+        m_rasteriser.fillRect(rect, look.fill);
+        if (*opacity > 0)
+            m_rasteriser.strokeRect(rect, look.border, *opacity);
+        return;
+    }
+    QPainter& general = painter();
+    general.setPen(paintrules::borderPen(look));
+    general.setBrush(paintrules::fillBrush(look));
+    general.drawRect(rect);
+}
+
+void ListPainter::Job::drawLine(const Primitive& primitive)
+{
+    QLineF line(primitive.a, primitive.b, primitive.c, primitive.d);
+    const int width = paintrules::lineWidth(primitive.strokeWidth);
+    const std::optional<int> opacity = thinOpacity(width);
+    if (m_isRaster && opacity && isInside(line.x1(), line.y1()) && isInside(line.x2(), line.y2())) {
+        m_rasteriser.drawLine(line, 0xff000000U | primitive.strokeColor, *opacity);
+        return;
+    }
+    const bool isFinite
+        = std::isfinite(line.x1()) && std::isfinite(line.y1()) && std::isfinite(line.x2()) && std::isfinite(line.y2());
+    QPainter& general = painter();
+    general.setPen(paintrules::linePen(primitive.strokeColor, primitive.strokeWidth));
+    general.drawLine(isFinite ? line : QLineF());
+}
+
+void ListPainter::Job::drawPolygon(const Primitive& primitive)
+{
+    const paintrules::Look look = paintrules::polygonLook(primitive.fillColor, statesOf(primitive.elementId));
+    QPainter& general = painter();
+    general.setPen(isVisible(look.border) ? paintrules::borderPen(look) : QPen(Qt::NoPen));
+    general.setBrush(paintrules::fillBrush(look));
+    general.drawPolygon(*primitive.corners);
+}
+
+void ListPainter::Job::drawText(const Primitive& primitive)
+{
+    TextLabel& label = *primitive.label;
+    const double scale = paintrules::TextItemScale;
+    const int rotation = static_cast<int>(primitive.c);
+    const QTransform toImage = QTransform(scale, 0, 0, scale, primitive.a, primitive.b) * m_target.sceneToImage;
+    if (m_isRaster && rotation == 0 && primitive.d * toImage.m11() <= GlyphMasks::LargestSize
+        && isNear(primitive.a, primitive.b) && m_target.textPen.color().alpha() == 255) {
+        m_masks.draw(label, toImage.dx(), toImage.dy(), m_target.textPen.color().rgba(), m_rasteriser);
+        return;
+    }
+    QPainter& general = painter();
+    general.setPen(m_target.textPen);
+    general.setBrush(QBrush(paintrules::colorOf(primitive.fillColor)));
+    general.setFont(label.font);
+    general.setTransform(toImage);
+    general.rotate(rotation);
+    general.drawText(QPointF(0, 0), label.text);
+    general.setTransform(m_target.sceneToImage);
+}
+
+ListPainter::ListPainter(DisplayList& list)
+    : m_list(list)
+    , m_masks(list.labels())
+{ }
+
+void ListPainter::paint(const Target& target, const QList<int>& layers, const States& states)
+{
+    Job(m_list, m_masks, target, states).paint(layers);
+}
+
+void ListPainter::visitCutLines(const QTransform& sceneToImage, const QSize& imageSize, const QList<int>& layers,
+    const std::function<void(const QRectF& bounds)>& visitor)
+{
+    const int width = imageSize.width();
+    const int height = imageSize.height();
+    const QRect borders[] = {
+        QRect(0, 0, width, 1), QRect(0, height - 1, width, 1), QRect(0, 0, 1, height), QRect(width - 1, 0, 1, height)};
+    for (const QRect& border : borders) {
+        const QRectF area = sceneArea(sceneToImage, border);
+        for (int place : m_list.placesIn(area)) {
+            const Primitive& primitive = m_list.primitive(place);
+            const bool isSlanted = primitive.a != primitive.c && primitive.b != primitive.d;
+            if (primitive.kind != Primitive::Line || !isSlanted || !touches(m_list.boundsOf(place), area))
+                continue;
+            if (layers.contains(m_list.layers()[primitive.layer]))
+                visitor(grown(sceneToImage.mapRect(m_list.boundsOf(place)), Margin));
+        }
+    }
+}
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/painting/displaylist.h"
+#include "graphics/painting/glyphmasks.h"
+#include "graphics/painting/rasteriser.h"
+#include "graphics/paintrules.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QTransform>
+
+#include <functional>
+#include <optional>
+
+namespace mirn::zelchipview {
+
+class ElementIdSet;
+
+// Paints a display list into an image, with the result that the elements' items would give by painting themselves one
+// by one. What is frequent goes straight into the pixels, everything unusual through QPainter.
+class ListPainter final
+{
+public:
+    struct States
+    {
+        const ElementIdSet* selected;
+        const ElementIdSet* highlighted;
+        const ElementIdSet* filtered; // null while the filter is off
+    };
+
+    struct Target
+    {
+        QImage* image; // of Format_RGB32
+        QRect part; // what has to be right; around it anything may be painted
+        QTransform sceneToImage;
+        QPainter::RenderHints hints;
+        QPen textPen;
+    };
+
+    explicit ListPainter(DisplayList& list); // not owned
+
+    void paint(const Target& target, const QList<int>& layers, const States& states);
+
+    // Thin lines that cross the border of an area, in the image's pixels: how QPainter cuts them there depends on where
+    // the border is, so that they cannot be moved along with the picture.
+    void visitCutLines(const QTransform& sceneToImage, const QSize& imageSize, const QList<int>& layers,
+        const std::function<void(const QRectF& bounds)>& visitor);
+
+private:
+    class Job;
+
+    DisplayList& m_list;
+    GlyphMasks m_masks;
+};
+
+} // namespace mirn::zelchipview

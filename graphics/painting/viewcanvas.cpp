@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/painting/viewcanvas.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+constexpr int Margin = 3; // pixels that pens and smoothing reach beyond an element
+
+// From this part of the picture on, painting all of it is no more work than painting its parts.
+constexpr double MostDirty = 0.7;
+
+bool isSameScale(const QTransform& a, const QTransform& b)
+{
+    return a.m11() == b.m11() && a.m12() == b.m12() && a.m21() == b.m21() && a.m22() == b.m22() && a.m13() == b.m13()
+        && a.m23() == b.m23() && a.m33() == b.m33();
+}
+
+bool isWhole(double value)
+{
+    return value == std::round(value);
+}
+
+// Moves an image's content; what it leaves keeps its pixels.
+void move(QImage& image, int dx, int dy)
+{
+    const int width = image.width() - std::abs(dx);
+    const int height = image.height() - std::abs(dy);
+    const int from = dx < 0 ? -dx : 0;
+    const int to = dx > 0 ? dx : 0;
+    for (int i = 0; i < height; ++i) {
+        const int line = dy > 0 ? height - 1 - i : i; // so that no line is overwritten before it was moved
+        auto* source = reinterpret_cast<QRgb*>(image.scanLine(line + (dy < 0 ? -dy : 0))) + from;
+        auto* target = reinterpret_cast<QRgb*>(image.scanLine(line + (dy > 0 ? dy : 0))) + to;
+        std::memmove(target, source, sizeof(QRgb) * width);
+    }
+}
+
+void copyPart(const QImage& source, QImage& target, const QRect& part)
+{
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        const auto* from = reinterpret_cast<const QRgb*>(source.constScanLine(y)) + part.left();
+        auto* to = reinterpret_cast<QRgb*>(target.scanLine(y)) + part.left();
+        std::memcpy(to, from, sizeof(QRgb) * part.width());
+    }
+}
+
+void fillPart(QImage& image, const QRect& part, QRgb color)
+{
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y)) + part.left();
+        std::fill(line, line + part.width(), color);
+    }
+}
+
+} // namespace
+
+ViewCanvas::ViewCanvas(DisplayList& list)
+    : m_list(list)
+    , m_painter(list)
+{ }
+
+QRect ViewCanvas::invalidate(int place)
+{
+    if (!m_isValid)
+        return m_picture.rect();
+    const QRect part = m_toPicture.mapRect(m_list.boundsOf(place))
+                           .adjusted(-Margin, -Margin, Margin, Margin)
+                           .intersected(QRectF(m_picture.rect()))
+                           .toAlignedRect();
+    if (!part.isEmpty())
+        m_dirty.push_back(part);
+    return part;
+}
+
+const QImage& ViewCanvas::picture(const Scene& scene)
+{
+    if (!m_isValid || !isSameButScrolled(scene) || !scroll(scene))
+        paintAll(scene);
+    else
+        paintDirtyParts(scene);
+    return m_picture;
+}
+
+bool ViewCanvas::isSameButScrolled(const Scene& scene) const
+{
+    return isSameScale(scene.toPicture, m_toPicture) && scene.size == m_picture.size() && scene.layers == m_layers
+        && scene.listVersion == m_listVersion && scene.hints == m_hints && scene.textPen == m_textPen
+        && scene.background == m_background && scene.backgroundBrush == m_backgroundBrush;
+}
+
+// Gives false when nothing of the picture stays in sight, or not at whole pixels.
+bool ViewCanvas::scroll(const Scene& scene)
+{
+    const double dx = scene.toPicture.dx() - m_toPicture.dx();
+    const double dy = scene.toPicture.dy() - m_toPicture.dy();
+    if (dx == 0 && dy == 0)
+        return true;
+    // A pattern or picture stays where it is.
+    const Qt::BrushStyle behind = scene.backgroundBrush.style();
+    if (behind != Qt::NoBrush && behind != Qt::SolidPattern)
+        return false;
+    const int width = scene.size.width();
+    const int height = scene.size.height();
+    if (!isWhole(dx) || !isWhole(dy) || std::abs(dx) >= width || std::abs(dy) >= height)
+        return false;
+    const QPoint way(static_cast<int>(dx), static_cast<int>(dy));
+    move(m_picture, way.x(), way.y());
+    for (QRect& part : m_dirty)
+        part.translate(way);
+    markCutLines(scene); // where they were, moved along
+    m_toPicture = scene.toPicture;
+    markCutLines(scene);
+    markBorder(QPoint());
+    markBorder(way);
+    if (way.x() != 0)
+        m_dirty.emplace_back(way.x() > 0 ? 0 : width + way.x(), 0, std::abs(way.x()), height);
+    if (way.y() != 0)
+        m_dirty.emplace_back(0, way.y() > 0 ? 0 : height + way.y(), width, std::abs(way.y()));
+    return true;
+}
+
+// What is cut off by the border of an image is rounded in another way than what lies inside.
+void ViewCanvas::markBorder(QPoint way)
+{
+    constexpr int Breadth = 2;
+    const int width = m_picture.width();
+    const int height = m_picture.height();
+    for (const QRect& border : {QRect(0, 0, width, Breadth), QRect(0, height - Breadth, width, Breadth),
+             QRect(0, 0, Breadth, height), QRect(width - Breadth, 0, Breadth, height)})
+        m_dirty.push_back(border.translated(way));
+}
+
+void ViewCanvas::markCutLines(const Scene& scene)
+{
+    const QPointF way(scene.toPicture.dx() - m_toPicture.dx(), scene.toPicture.dy() - m_toPicture.dy());
+    m_painter.visitCutLines(m_toPicture, scene.size, m_layers,
+        [&](const QRectF& bounds) { m_dirty.push_back(bounds.translated(way).toAlignedRect()); });
+}
+
+void ViewCanvas::paintAll(const Scene& scene)
+{
+    if (m_picture.size() != scene.size)
+        m_picture = QImage(scene.size, QImage::Format_RGB32);
+    m_toPicture = scene.toPicture;
+    m_layers = scene.layers;
+    m_listVersion = scene.listVersion;
+    m_hints = scene.hints;
+    m_textPen = scene.textPen;
+    m_background = scene.background;
+    m_backgroundBrush = scene.backgroundBrush;
+    m_dirty.clear();
+    m_isValid = true;
+    if (!m_picture.isNull())
+        paint(scene, m_picture, m_picture.rect());
+}
+
+void ViewCanvas::paintDirtyParts(const Scene& scene)
+{
+    const std::vector<QRect> dirty = std::exchange(m_dirty, {});
+    double pixels = 0;
+    for (const QRect& part : dirty)
+        pixels += double(part.width()) * part.height();
+    if (pixels > MostDirty * m_picture.width() * m_picture.height()) {
+        paintAll(scene);
+        return;
+    }
+    if (!dirty.empty() && m_scratch.size() != m_picture.size())
+        m_scratch = QImage(m_picture.size(), QImage::Format_RGB32);
+    for (const QRect& raw : dirty) {
+        const QRect part = raw & m_picture.rect();
+        if (part.isEmpty())
+            continue;
+        paint(scene, m_scratch, part);
+        copyPart(m_scratch, m_picture, part);
+    }
+}
+
+void ViewCanvas::paint(const Scene& scene, QImage& image, const QRect& part)
+{
+    fillPart(image, part, scene.background.rgb());
+    if (scene.drawBackground) {
+        QPainter painter(&image);
+        painter.setRenderHints(scene.hints);
+        painter.setTransform(scene.toPicture);
+        scene.drawBackground(painter, scene.toPicture.inverted().mapRect(QRectF(part)));
+    }
+    m_painter.paint({&image, part, scene.toPicture, scene.hints, scene.textPen}, scene.layers, scene.states);
+}
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/painting/listpainter.h"
+
+#include <QBrush>
+#include <QColor>
+#include <QImage>
+#include <QList>
+#include <QTransform>
+
+#include <functional>
+#include <vector>
+
+namespace mirn::zelchipview {
+
+// The picture that a view shows, kept from one paint to the next: a scroll moves it and paints what came into sight, a
+// change of an element's look paints the spot where it lies. All else, such as another scale, paints it anew.
+class ViewCanvas final
+{
+public:
+    // Draws what lies behind the elements into an area of the scene.
+    using Background = std::function<void(QPainter& painter, const QRectF& sceneArea)>;
+
+    struct Scene
+    {
+        QTransform toPicture; // from scene coordinates to pixels of the picture
+        QSize size; // of the picture, in pixels
+        QList<int> layers; // that are shown
+        ListPainter::States states;
+        unsigned listVersion;
+        QPainter::RenderHints hints;
+        QPen textPen;
+        QColor background; // opaque
+        QBrush backgroundBrush; // what drawBackground() fills with
+        Background drawBackground;
+    };
+
+    explicit ViewCanvas(DisplayList& list); // not owned
+
+    // The whole picture is out of date.
+    void invalidate() { m_isValid = false; }
+
+    // What was painted at a place of the list is out of date. Gives the area in the picture; empty when it is not in
+    // sight.
+    QRect invalidate(int place);
+
+    // The picture of the scene, brought up to date. Of Format_RGB32; valid until the next call.
+    const QImage& picture(const Scene& scene);
+
+private:
+    [[nodiscard]] bool isSameButScrolled(const Scene& scene) const;
+    bool scroll(const Scene& scene);
+    void markCutLines(const Scene& scene);
+    void markBorder(QPoint way);
+    void paintAll(const Scene& scene);
+    void paintDirtyParts(const Scene& scene);
+    void paint(const Scene& scene, QImage& image, const QRect& part);
+
+    DisplayList& m_list;
+    ListPainter m_painter;
+    QImage m_picture;
+    QImage m_scratch; // where parts are painted: QPainter is never clipped, for a clip changes what it draws
+    bool m_isValid = false;
+    std::vector<QRect> m_dirty; // parts of the picture
+
+    // What the picture shows.
+    QTransform m_toPicture;
+    QList<int> m_layers;
+    unsigned m_listVersion = 0;
+    QPainter::RenderHints m_hints;
+    QPen m_textPen;
+    QColor m_background;
+    QBrush m_backgroundBrush;
+};
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,361 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/painting/rasteriser.h"
+#include "graphics/painting/viewcanvas.h"
+#include "tests/support/chipviewfixture.h"
+#include "tests/support/testmain.h"
+
+#include <QCheckBox>
+#include <QGraphicsEllipseItem>
+#include <QMenu>
+#include <QPainter>
+#include <QRandomGenerator>
+#include <QScrollBar>
+
+#include <cmath>
+
+using namespace zeltest;
+
+namespace {
+
+constexpr int Width = 420;
+constexpr int Height = 310;
+
+// The same numbers every time.
+class Random
+{
+public:
+    double upTo(double limit) { return m_generator.bounded(limit); }
+    int below(int limit) { return m_generator.bounded(limit); }
+    unsigned int color() { return m_generator.generate() & 0xffffffU; }
+
+private:
+    QRandomGenerator m_generator{20240229};
+};
+
+// All kinds of elements, tiny and large, with every sort of pen, on three layers and partly outside.
+void fill(Drawing& drawing, int count)
+{
+    Random random;
+    drawing.parameter.width = 400;
+    drawing.parameter.height = 300;
+    drawing.parameter.maximumScale = 1000;
+    drawing.parameter.layerRanges = {{0, {0.0, 1000.0}}, {1, {0.0, 3.0}}, {2, {2.0, 1000.0}}};
+    constexpr double Widths[] = {0, 0.05, 0.3, 1, 2.5};
+    for (int i = 0; i < count; ++i) {
+        const int id = 1 + random.below(count);
+        const double size = i % 17 == 0 ? 60 : i % 3 == 0 ? 0.8 : 9;
+        double x = random.upTo(430) - 15;
+        double y = random.upTo(330) - 15;
+        if (i % 4 == 0) {
+            x = std::floor(x); // whole numbers lie on the borders of pixels
+            y = std::floor(y);
+        }
+        zel_SingleGraphItem* added = nullptr;
+        if (i % 20 == 5) {
+            added = &drawing.addLine(id, x, y, x + random.upTo(4 * size) - size, y + size, random.upTo(3));
+            static_cast<zel_Line*>(added)->strokeColor = random.color();
+        } else if (i % 20 == 6) {
+            added = &drawing.addLine(id, x, y, i % 40 == 6 ? x : x + size, i % 40 == 6 ? y + size : y);
+        } else if (i % 20 == 9) {
+            added = &drawing.addPolygon(id, {{x, y}, {x + size, y + 2}, {x + 0.7 * size, y + size}}, random.color());
+        } else if (i % 20 == 13) {
+            added = &drawing.addText(id, i % 3 ? "PLL_T" + std::to_string(i) : "AVA fi", x, y, 0.5 + random.upTo(9));
+            static_cast<zel_Text*>(added)->rotation = i % 4 == 1 ? -90 : 0;
+        } else {
+            zel_Rect& rect
+                = drawing.addRect(id, x, y, random.upTo(size), i % 9 ? random.upTo(size) : size, random.color());
+            rect.strokeWidth = Widths[random.below(5)];
+            rect.strokeColor = random.color();
+            added = &rect;
+        }
+        added->layer = i % 7 == 0 ? 1 + i % 2 : 0;
+    }
+}
+
+int differingPixels(const QImage& a, const QImage& b)
+{
+    if (a.size() != b.size())
+        return -1;
+    int differing = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x)
+            differing += a.pixel(x, y) != b.pixel(x, y) ? 1 : 0;
+    }
+    return differing;
+}
+
+QImage grabbed(QWidget* viewport, qreal ratio)
+{
+    QImage image(viewport->size() * ratio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    viewport->render(&image);
+    return image;
+}
+
+// What Qt's own view shows of the scene: every item painted by itself.
+QImage paintedByItems(QGraphicsScene* scene, const QGraphicsView& like, qreal ratio)
+{
+    QGraphicsView plain(scene);
+    plain.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    plain.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    plain.setRenderHints(like.renderHints());
+    plain.setFrameShape(QFrame::NoFrame);
+    plain.resize(like.viewport()->size());
+    plain.setTransform(like.transform());
+    plain.show();
+    plain.horizontalScrollBar()->setValue(like.horizontalScrollBar()->value());
+    plain.verticalScrollBar()->setValue(like.verticalScrollBar()->value());
+    return grabbed(plain.viewport(), ratio);
+}
+
+int firstInside(const DisplayList& list, const QRectF& area)
+{
+    int place = 0;
+    while (place + 1 < list.size() && !area.contains(list.boundsOf(place)))
+        ++place;
+    return place;
+}
+
+class PixelView : public ChipView
+{
+public:
+    explicit PixelView(int elements)
+    {
+        fill(drawing, elements);
+        QFile filter(folder.filePath(QStringLiteral("filter.txt")));
+        if (!filter.open(QIODevice::WriteOnly) || filter.write("some:3,6,9,12,40,41,42,43,44,100\n") < 0)
+            qFatal("cannot write the filter file");
+        filter.close();
+        open();
+        view()->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        view()->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        window->resize(window->size() + QSize(Width, Height) - view()->viewport()->size());
+        QCoreApplication::processEvents();
+    }
+
+    static int differing(qreal ratio = 1.0)
+    {
+        return differingPixels(grabbed(view()->viewport(), ratio), paintedByItems(scene(), *view(), ratio));
+    }
+
+    static void zoom(double scale, const QPointF& centre)
+    {
+        view()->resetTransform();
+        view()->setCurrentScale(scale);
+        view()->centerOn(centre);
+        QCoreApplication::processEvents();
+    }
+
+    static void changeStates(int step)
+    {
+        for (int i = 0; i < 40; ++i)
+            database()->addSelctedItem(step * 50 + i * 3, false);
+        QSet<int> sites;
+        for (int i = 0; i < 50; ++i)
+            sites.insert(step * 31 + i * 4);
+        database()->highlightedIds().assign(sites);
+        if (auto* box = database()->getViewFilterMenu()->findChild<QCheckBox*>())
+            box->setChecked(step % 2 == 0);
+    }
+};
+
+} // namespace
+
+class TestPixels : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void rectsAsQPainterDrawsThem_data();
+    void rectsAsQPainterDrawsThem();
+    void linesAsQPainterDrawsThem();
+    void viewShowsWhatItemsPaint_data();
+    void viewShowsWhatItemsPaint();
+    void pictureStaysRightWhenScrolled();
+    void turnedViewIsRightToo();
+    void whatAHostAddsIsShown();
+    void paintsOnlyWhatChanged();
+};
+
+void TestPixels::rectsAsQPainterDrawsThem_data()
+{
+    QTest::addColumn<double>("largest");
+    QTest::addColumn<bool>("isNearWholePixels");
+    QTest::newRow("less than a pixel") << 1.2 << false;
+    QTest::newRow("some pixels") << 6.0 << false;
+    QTest::newRow("across the upper and lower border of the image") << 30.0 << false;
+    QTest::newRow("on the borders of pixels, but for rounding") << 9.0 << true;
+}
+
+void TestPixels::rectsAsQPainterDrawsThem()
+{
+    QFETCH(double, largest);
+    QFETCH(bool, isNearWholePixels);
+    Random random;
+    QImage expected(40, 30, QImage::Format_RGB32);
+    QImage drawn(expected.size(), QImage::Format_RGB32);
+    for (int i = 0; i < 6000; ++i) {
+        const double scale = std::pow(1.1, random.below(40) - 20);
+        const Rasteriser::Mapping mapping{scale, double(random.below(20)), random.below(3) * 0.5 - 3};
+        const auto length = [&](double limit) {
+            const double pixels = random.upTo(limit);
+            return (isNearWholePixels ? std::round(pixels) : pixels) / scale;
+        };
+        const QRectF rect(length(30) - mapping.dx / scale, length(30) - 4 / scale, length(largest), length(largest));
+        if (rect.left() * scale + mapping.dx < 0 || rect.right() * scale + mapping.dx > drawn.width())
+            continue;
+        const QColor color(random.color());
+        const QColor border(random.color());
+        const double width = i % 3 == 0 ? 0 : random.upTo(0.99) / scale;
+        expected.fill(QColor(random.color()));
+        drawn = expected.copy();
+        QPainter painter(&expected);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setTransform(QTransform(scale, 0, 0, scale, mapping.dx, mapping.dy));
+        painter.setPen(QPen(QBrush(border), width));
+        painter.setBrush(color);
+        painter.drawRect(rect);
+        painter.end();
+        Rasteriser rasteriser(drawn, drawn.rect(), mapping);
+        rasteriser.fillRect(rect, color.rgb());
+        rasteriser.strokeRect(rect, border.rgb(), width == 0 ? 256 : static_cast<int>(width * scale * 256));
+        QVERIFY2(drawn == expected,
+            qPrintable(QStringLiteral("rect %1 %2 %3 %4, scale %5, pen %6, moved %7 %8")
+                           .arg(rect.x(), 0, 'g', 17)
+                           .arg(rect.y(), 0, 'g', 17)
+                           .arg(rect.width(), 0, 'g', 17)
+                           .arg(rect.height(), 0, 'g', 17)
+                           .arg(scale, 0, 'g', 17)
+                           .arg(width)
+                           .arg(mapping.dx)
+                           .arg(mapping.dy)));
+    }
+}
+
+void TestPixels::linesAsQPainterDrawsThem()
+{
+    Random random;
+    QImage expected(60, 60, QImage::Format_RGB32);
+    for (int i = 0; i < 6000; ++i) {
+        const double reach = i % 4 == 0 ? 1.5 : 25;
+        QPointF from(15 + random.upTo(30), 15 + random.upTo(30));
+        QPointF to = from + QPointF(random.upTo(reach) - reach / 2, random.upTo(reach) - reach / 2);
+        if (i % 5 == 0)
+            to.setX(from.x());
+        else if (i % 5 == 1)
+            to.setY(from.y());
+        const double width = i % 2 == 0 ? 0 : random.upTo(0.99);
+        const QColor color(random.color());
+        expected.fill(QColor(random.color()));
+        QImage drawn = expected.copy();
+        QPainter painter(&expected);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(QBrush(color), width));
+        painter.drawLine(QLineF(from, to));
+        painter.end();
+        Rasteriser rasteriser(drawn, drawn.rect(), {1, 0, 0});
+        rasteriser.drawLine(QLineF(from, to), color.rgb(), width == 0 ? 256 : static_cast<int>(width * 256));
+        QVERIFY2(drawn == expected, qPrintable(QStringLiteral("line %1").arg(i)));
+    }
+}
+
+void TestPixels::viewShowsWhatItemsPaint_data()
+{
+    QTest::addColumn<double>("scale");
+    QTest::addColumn<double>("ratio");
+    for (const double scale : {0.37, 1.0, 1.331, 4.0, 10.0, 30.0}) {
+        for (const double ratio : {1.0, 1.5, 2.0})
+            QTest::addRow("scale %g, device pixel ratio %g", scale, ratio) << scale << ratio;
+    }
+}
+
+void TestPixels::viewShowsWhatItemsPaint()
+{
+    QFETCH(double, scale);
+    QFETCH(double, ratio);
+    PixelView chip(3000);
+    chip.zoom(scale, {170, 120});
+    QCOMPARE(chip.differing(ratio), 0);
+    for (int step = 0; step < 3; ++step) {
+        chip.changeStates(step);
+        QCOMPARE(chip.differing(ratio), 0);
+        QVERIFY(chip.scene()->isPlain()); // else Qt painted both
+    }
+    chip.database()->selectedIds().clear();
+    chip.engine.device.addRecord(17, {{"fill", "#FF0000"}, {"tovanel:popup", "occupied"}});
+    chip.window->refresh(REFRESH_GRAPHIC);
+    QCOMPARE(chip.differing(ratio), 0);
+}
+
+void TestPixels::pictureStaysRightWhenScrolled()
+{
+    PixelView chip(3000);
+    for (const double scale : {1.1, 4.0, 12.1, 30.0}) {
+        chip.zoom(scale, {200, 150});
+        QCOMPARE(chip.differing(), 0);
+        for (const QPoint way : {QPoint(50, 0), QPoint(0, -31), QPoint(-17, 40), QPoint(1, 1), QPoint(-400, -300)}) {
+            chip.view()->horizontalScrollBar()->setValue(chip.view()->horizontalScrollBar()->value() + way.x());
+            chip.changeStates(way.x() & 3); // before it is painted
+            chip.view()->verticalScrollBar()->setValue(chip.view()->verticalScrollBar()->value() + way.y());
+            QCOMPARE(chip.differing(), 0);
+            QVERIFY(chip.scene()->isPlain());
+        }
+    }
+}
+
+void TestPixels::turnedViewIsRightToo()
+{
+    PixelView chip(600);
+    chip.view()->rotate(30);
+    QCOMPARE(chip.differing(), 0);
+    chip.view()->setTransform(QTransform::fromScale(2, 1.5));
+    QCOMPARE(chip.differing(), 0);
+    chip.view()->setRenderHint(QPainter::Antialiasing, false);
+    QCOMPARE(chip.differing(), 0);
+    chip.scene()->setBackgroundBrush(QBrush(Qt::yellow, Qt::Dense5Pattern));
+    QCOMPARE(chip.differing(), 0);
+}
+
+void TestPixels::whatAHostAddsIsShown()
+{
+    PixelView chip(300);
+    QCOMPARE(chip.differing(), 0);
+    QVERIFY(chip.scene()->isPlain());
+    auto* ellipse = chip.scene()->addEllipse(50, 50, 90, 70, QPen(Qt::red, 3), QBrush(Qt::blue));
+    ellipse->setZValue(140);
+    QCoreApplication::processEvents();
+    QCOMPARE(chip.differing(), 0);
+    QVERIFY(!chip.scene()->isPlain());
+    chip.item(5)->setOpacity(0.5);
+    QCOMPARE(chip.differing(), 0);
+}
+
+void TestPixels::paintsOnlyWhatChanged()
+{
+    PixelView chip(2000);
+    DisplayList& list = chip.scene()->displayList();
+    ViewCanvas canvas(list);
+    ViewCanvas::Scene scene;
+    scene.toPicture = QTransform::fromScale(1.5, 1.5);
+    scene.size = QSize(300, 200);
+    scene.layers = {0, 1, 2};
+    scene.states = {&chip.database()->selectedIds(), &chip.database()->highlightedIds(), nullptr};
+    scene.listVersion = 1;
+    scene.hints = QPainter::Antialiasing;
+    scene.background = Qt::white;
+    int painted = 0;
+    scene.drawBackground = [&painted](QPainter&, const QRectF&) { ++painted; };
+    const QImage first = canvas.picture(scene).copy();
+    QCOMPARE(painted, 1);
+    QCOMPARE(differingPixels(first, canvas.picture(scene)), 0);
+    QCOMPARE(painted, 1); // nothing changed
+    const QRect part = canvas.invalidate(firstInside(list, {20, 20, 160, 90}));
+    QVERIFY(!part.isEmpty() && part.width() < 150);
+    canvas.picture(scene);
+    QCOMPARE(painted, 2);
+    scene.toPicture = QTransform::fromScale(1.5, 1.5) * QTransform::fromTranslate(0.5, 0);
+    canvas.picture(scene);
+    QCOMPARE(painted, 3); // between two pixels nothing can be moved
+}
+
+ZEL_TEST_MAIN(TestPixels)
+#include "tst_pixels.moc"
