@@ -41,11 +41,12 @@ QList<Symbol> symbolsIn(const QString& library)
     return symbols;
 }
 
-QStringList sorted(const QSet<QString>& names)
+// In one text, which a failure shows as a whole.
+QString sorted(const QSet<QString>& names)
 {
     QStringList list(names.begin(), names.end());
     list.sort();
-    return list;
+    return list.join(QLatin1Char(' '));
 }
 
 QSet<QString> setOf(const QString& words, const QString& scope)
@@ -93,10 +94,12 @@ private Q_SLOTS:
         QFETCH(QString, library);
         QFETCH(QSet<QString>, expected);
         QSet<QString> owners;
-        for (const Symbol& symbol : symbolsIn(library))
-            owners.insert(symbol.owner);
-        QCOMPARE(sorted(owners - expected), QStringList());
-        QCOMPARE(sorted(expected - owners), QStringList());
+        for (const Symbol& symbol : symbolsIn(library)) {
+            if (!symbol.owner.startsWith(QLatin1Char('Q'))) // Qt's type information, which sanitizers want everywhere
+                owners.insert(symbol.owner);
+        }
+        QCOMPARE(sorted(owners - expected), QString());
+        QCOMPARE(sorted(expected - owners), QString());
     }
 
     void classesKeepTheirTypeInformation()
@@ -107,8 +110,8 @@ private Q_SLOTS:
                 owners[symbol.kind].insert(symbol.owner);
             const QSet<QString> withVirtuals = owners.value(QStringLiteral("vtable"));
             QVERIFY(!withVirtuals.isEmpty());
-            QCOMPARE(sorted(withVirtuals - owners.value(QStringLiteral("typeinfo"))), QStringList());
-            QCOMPARE(sorted(withVirtuals - owners.value(QStringLiteral("typeinfo name"))), QStringList());
+            QCOMPARE(sorted(withVirtuals - owners.value(QStringLiteral("typeinfo"))), QString());
+            QCOMPARE(sorted(withVirtuals - owners.value(QStringLiteral("typeinfo name"))), QString());
         }
     }
 };
