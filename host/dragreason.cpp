@@ -25,8 +25,7 @@ QPoint positionOf(const QDropEvent& event)
 
 } // namespace
 
-DragReason::DragReason(
-    zelchipview::ZelGraphicsView* view, QTreeWidget* tree, const zelengine::ReferenceEngine& engine)
+DragReason::DragReason(zelchipview::ZelGraphicsView* view, QTreeWidget* tree, const zelengine::ReferenceEngine& engine)
     : QObject(view)
     , m_view(view)
     , m_tree(tree)

@@ -67,7 +67,11 @@ public:
     { }
 
     [[nodiscard]] const Change& change() const { return m_change; }
-    void undo() override { m_editor.apply(m_change, false); }
+    void undo() override
+    {
+        m_editor.apply(m_change, false);
+        setObsolete(m_editor.m_isReplaying); // nobody made it that could make it again
+    }
     void redo() override
     {
         if (std::exchange(m_isMade, true))
@@ -341,33 +345,52 @@ QStringList DesignEditor::recover()
     return messages;
 }
 
-QStringList DesignEditor::replay(const QStringList& commands, QStringList* accepted)
+// Leaves those that were accepted; gives what there is to say of the others.
+QStringList DesignEditor::replay(std::vector<Journal::Change>& changes)
 {
     TclInterpreter interpreter(TclInterpreter::Vocabulary::AddedOnly);
     addChangeCommands(interpreter, *this);
     QStringList refusals;
-    for (const QString& command : commands) {
+    std::vector<Journal::Change> accepted;
+    for (Journal::Change& change : changes) {
+        const QString refusal = replay(interpreter, change);
+        if (refusal.isEmpty())
+            accepted.push_back(std::move(change));
+        else
+            refusals.append(refusal);
+    }
+    changes = std::move(accepted);
+    return refusals;
+}
+
+// All of its commands or none.
+QString DesignEditor::replay(TclInterpreter& interpreter, const Journal::Change& change)
+{
+    if (!change.isWhole)
+        return tr("%1 (not all commands of this change are there)").arg(change.commands.value(0));
+    const int before = m_undoStack.index();
+    for (const QString& command : change.commands) {
         const TclResult result = interpreter.evaluate(command);
         if (result.isOk)
-            accepted->append(command);
-        else
-            refusals.append(tr("%1 (%2)").arg(command, result.text));
+            continue;
+        while (m_undoStack.index() > before)
+            m_undoStack.undo();
+        return tr("%1 (%2)").arg(command, result.text);
     }
-    return refusals;
+    return {};
 }
 
 void DesignEditor::replaySaved(QStringList& messages)
 {
     const Journal saved(placementFile());
-    const Journal::Content content = saved.read();
+    Journal::Content content = saved.read();
     if (!content.error.isEmpty())
         messages.append(content.error);
     if (content.hasTornEnd)
         messages.append(tr("%1: the last line is cut off and was not read.").arg(placementFile()));
     m_savedState = content.bytes;
     m_journal.startsAfter(m_savedState);
-    QStringList accepted;
-    const QStringList refusals = replay(content.commands, &accepted);
+    const QStringList refusals = replay(content.changes);
     for (const QString& refusal : refusals)
         messages.append(tr("%1: refused %2").arg(placementFile(), refusal));
     if (refusals.isEmpty())
@@ -381,36 +404,58 @@ void DesignEditor::replaySaved(QStringList& messages)
 
 void DesignEditor::replayJournal(QStringList& messages)
 {
-    const Journal::Content content = m_journal.read();
+    Journal::Content content = m_journal.read();
     if (!content.error.isEmpty()) {
         messages.append(content.error);
         return;
     }
     if (content.isForeign) {
-        const QString kept = m_journal.setAside();
-        messages.append(tr("%1 belongs to another state of %2 and was not used; it is kept as %3.")
-                            .arg(m_journal.fileName(), placementFile(), kept));
+        messages.append(tr("%1 belongs to another state of %2 and was not used. %3")
+                            .arg(m_journal.fileName(), placementFile(), whereJournalIsKept(m_journal.setAside())));
         return;
     }
-    QStringList accepted;
-    const QStringList refusals = replay(content.commands, &accepted);
+    const QStringList refusals = replay(content.changes);
     if (content.hasTornEnd)
-        messages.append(tr("The last line of %1 was cut off; the change in it was never confirmed and is dropped.")
-                            .arg(m_journal.fileName()));
+        messages.append(dropTornEnd(content, refusals.isEmpty()));
     for (const QString& refusal : refusals)
         messages.append(tr("%1: refused %2").arg(m_journal.fileName(), refusal));
-    if (!refusals.isEmpty() || content.hasTornEnd) {
-        const QString kept = m_journal.setAside();
-        if (!refusals.isEmpty())
-            messages.append(tr("The journal as it was is kept as %1.").arg(kept));
-        QString obstacle;
-        for (int i = 0; i < accepted.size() && obstacle.isEmpty(); ++i)
-            obstacle = m_journal.append({accepted[i]});
-        if (!obstacle.isEmpty())
-            messages.append(obstacle);
+    if (!refusals.isEmpty())
+        messages.append(rewriteJournal(content.changes));
+    if (content.changes.size() == 1)
+        messages.append(tr("1 change that was not saved is back."));
+    else if (!content.changes.empty())
+        messages.append(tr("%1 changes that were not saved are back.").arg(content.changes.size()));
+}
+
+QString DesignEditor::dropTornEnd(const Journal::Content& content, bool mayCut)
+{
+    QString message = tr("The last line of %1 was cut off; the change in it was never confirmed and is dropped.")
+                          .arg(m_journal.fileName());
+    if (!mayCut)
+        return message; // it goes with the rest that is not rewritten
+    const QString copy = m_journal.copyAside();
+    if (!copy.isEmpty())
+        message += QLatin1Char(' ') + whereJournalIsKept(copy);
+    const QString obstacle = m_journal.cut(content.wholeSize);
+    return obstacle.isEmpty() ? message : message + QLatin1Char(' ') + obstacle;
+}
+
+// A new journal of what was accepted.
+QString DesignEditor::rewriteJournal(const std::vector<Journal::Change>& changes)
+{
+    const QString kept = m_journal.setAside();
+    QString obstacle;
+    for (const Journal::Change& change : changes) {
+        if (obstacle.isEmpty())
+            obstacle = m_journal.append(change.commands);
     }
-    if (!accepted.isEmpty())
-        messages.append(tr("%n change(s) that were not saved are back.", nullptr, static_cast<int>(accepted.size())));
+    return obstacle.isEmpty() ? whereJournalIsKept(kept) : obstacle;
+}
+
+QString DesignEditor::whereJournalIsKept(const QString& name) const
+{
+    return name.isEmpty() ? tr("It could not be set aside; nothing can be changed until the project is saved.")
+                          : tr("The journal as it was is kept as %1.").arg(name);
 }
 
 } // namespace mirn::zelchip

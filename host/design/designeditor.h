@@ -11,11 +11,15 @@
 #include <QStringList>
 #include <QUndoStack>
 
+#include <vector>
+
 namespace mirn::zelengine {
 class ReferenceEngine;
 }
 
 namespace mirn::zelchip {
+
+class TclInterpreter;
 
 // The one way to change the design: asks the engine, keeps each accepted change in the journal before it answers, and
 // can take it back. What cannot be kept is refused. Knows no widget.
@@ -76,9 +80,13 @@ private:
     QString step(int index, bool isForward);
     [[nodiscard]] QString defaultSetting(int site, const QString& key) const;
     QString keep(const QStringList& commands);
-    QStringList replay(const QStringList& commands, QStringList* accepted);
+    QStringList replay(std::vector<Journal::Change>& changes);
+    QString replay(TclInterpreter& interpreter, const Journal::Change& change);
     void replaySaved(QStringList& messages);
     void replayJournal(QStringList& messages);
+    [[nodiscard]] QString dropTornEnd(const Journal::Content& content, bool mayCut);
+    [[nodiscard]] QString rewriteJournal(const std::vector<Journal::Change>& changes);
+    [[nodiscard]] QString whereJournalIsKept(const QString& name) const;
 
     zelengine::ReferenceEngine& m_engine;
     const QString m_directory;

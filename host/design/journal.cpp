@@ -19,12 +19,51 @@ const QByteArray HeaderStart = "# follows ";
 const QByteArray GroupStart = "# together ";
 
 // Splits off one line with its end.
-QByteArray takeLine(const QByteArray& bytes, int& position)
+QByteArray takeLine(const QByteArray& bytes, qsizetype& position)
 {
-    const int end = static_cast<int>(bytes.indexOf('\n', position));
-    const int next = end < 0 ? static_cast<int>(bytes.size()) : end + 1;
+    const qsizetype end = bytes.indexOf('\n', position);
+    const qsizetype next = end < 0 ? bytes.size() : end + 1;
     return bytes.mid(std::exchange(position, next), next - position);
 }
+
+// Sorts the lines of a journal into changes.
+class Lines final
+{
+public:
+    void take(const QByteArray& line, qint64 end)
+    {
+        if (line.startsWith(GroupStart)) {
+            finish();
+            m_missing = line.mid(GroupStart.size()).trimmed().toInt();
+        } else if (!line.startsWith('#') && !line.trimmed().isEmpty()) {
+            m_group.commands.append(QString::fromUtf8(line.chopped(1)));
+            --m_missing;
+        }
+        if (m_missing > 0)
+            return;
+        finish();
+        m_wholeSize = end;
+    }
+
+    // Whether a change is not complete yet.
+    [[nodiscard]] bool isWaiting() const { return m_missing > 0; }
+    [[nodiscard]] qint64 wholeSize() const { return m_wholeSize; }
+    [[nodiscard]] std::vector<Journal::Change>& changes() { return m_changes; }
+
+private:
+    void finish()
+    {
+        m_group.isWhole = m_missing <= 0;
+        if (!m_group.commands.isEmpty() || !m_group.isWhole)
+            m_changes.push_back(std::exchange(m_group, {}));
+        m_missing = 0;
+    }
+
+    std::vector<Journal::Change> m_changes;
+    Journal::Change m_group;
+    int m_missing = 0; // commands of the group
+    qint64 m_wholeSize = 0;
+};
 
 } // namespace
 
@@ -51,34 +90,21 @@ Journal::Content Journal::read() const
         return content;
     }
     content.bytes = file.readAll();
-    QString command;
-    int groupBegin = 0; // of the last group
-    int groupSize = 0;
-    for (int position = 0; position < content.bytes.size();) {
+    Lines lines;
+    for (qsizetype position = 0; position < content.bytes.size();) {
         const QByteArray line = takeLine(content.bytes, position);
-        if (command.isEmpty() && line.startsWith('#')) {
-            content.hasTornEnd = !line.endsWith('\n');
-            content.isForeign = content.isForeign || (line.startsWith(HeaderStart) && line != m_header);
-            if (line.startsWith(GroupStart)) {
-                groupBegin = static_cast<int>(content.commands.size());
-                groupSize = line.mid(GroupStart.size()).trimmed().toInt();
-            }
-            continue;
+        const bool isLast = position == content.bytes.size();
+        // In the middle an unfinished command is for the interpreter to refuse.
+        if (!line.endsWith('\n') || (isLast && !TclInterpreter::isComplete(QString::fromUtf8(line)))) {
+            content.hasTornEnd = true;
+            break;
         }
-        command += QString::fromUtf8(line.constData(), line.size()); // of a byte array alone, Qt 5 reads up to a zero
-        // A name may hold a line break; the command then goes on in the next line.
-        if (!line.endsWith('\n') || !TclInterpreter::isComplete(command))
-            continue;
-        command.chop(1);
-        if (!command.trimmed().isEmpty())
-            content.commands.append(command);
-        command.clear();
+        content.isForeign = content.isForeign || (line.startsWith(HeaderStart) && line != m_header);
+        lines.take(line, position);
     }
-    content.hasTornEnd = content.hasTornEnd || !command.isEmpty();
-    if (content.commands.size() - groupBegin < groupSize) {
-        content.commands = content.commands.mid(0, groupBegin);
-        content.hasTornEnd = true;
-    }
+    content.wholeSize = lines.wholeSize();
+    content.hasTornEnd = content.hasTornEnd || lines.isWaiting();
+    content.changes = std::move(lines.changes());
     return content;
 }
 
@@ -97,8 +123,7 @@ QString Journal::append(const QStringList& commands)
         return {};
     const QString problem = complaint();
     // Half a command must not stand before the next one.
-    m_file.close();
-    QFile::resize(m_fileName, end);
+    (void)cut(end);
     return problem;
 }
 
@@ -111,16 +136,27 @@ QString Journal::startAfter(const QByteArray& savedState)
 {
     startsAfter(savedState);
     m_file.close();
-    if (!QFileInfo::exists(m_fileName) || QFile::resize(m_fileName, 0))
-        return {};
-    return complaint();
+    m_blockage.clear();
+    return QFileInfo::exists(m_fileName) ? cut(0) : QString();
+}
+
+QString Journal::cut(qint64 size)
+{
+    m_file.close();
+    if (!m_file.resize(size))
+        m_blockage = complaint(); // nothing must stand behind what was to go
+    return m_blockage;
 }
 
 QString Journal::setAside()
 {
     m_file.close();
     const QString name = freeName();
-    return QFile::rename(m_fileName, name) ? name : QString();
+    QFile file(m_fileName);
+    if (file.rename(name))
+        return name;
+    m_blockage = QStringLiteral("%1 cannot be set aside: %2").arg(m_fileName, file.errorString());
+    return {};
 }
 
 QString Journal::copyAside() const
@@ -140,8 +176,11 @@ QString Journal::freeName() const
 
 QString Journal::open()
 {
-    if (m_file.isOpen())
-        return {};
+    // What was appended to a file that is not there any more is lost, and what follows means nothing without it.
+    if (m_file.isOpen() && !QFileInfo::exists(m_fileName))
+        m_blockage = QStringLiteral("%1 has been removed; save to begin a new one").arg(m_fileName);
+    if (!m_blockage.isEmpty() || m_file.isOpen())
+        return m_blockage;
     QDir().mkpath(QFileInfo(m_fileName).absolutePath());
     return m_file.open(QIODevice::WriteOnly | QIODevice::Append) ? QString() : complaint();
 }

@@ -6,12 +6,14 @@
 #include <QString>
 #include <QStringList>
 
+#include <vector>
+
 namespace mirn::zelchip {
 
-// A file of Tcl commands, one after the other and nothing else: the accepted changes since the last save. What append()
-// accepted is with the operating system before it returns, so it outlives the program. The first line is a comment with
-// a hash of the saved state that the changes follow; a journal that follows another state is not to be replayed. Knows
-// nothing of what the commands mean.
+// A file of Tcl commands, one a line and nothing else: the accepted changes since the last save. What append() accepted
+// is with the operating system before it returns, so it outlives the program. The first line is a comment with a hash
+// of the saved state that the changes follow; a journal that follows another state is not to be replayed. Knows nothing
+// of what the commands mean.
 class Journal final
 {
 public:
@@ -19,26 +21,37 @@ public:
     explicit Journal(const QString& fileName);
     ~Journal();
 
-    struct Content
+    // What was appended at once.
+    struct Change
     {
         QStringList commands;
+        bool isWhole = true; // all that were appended with it are there
+    };
+    struct Content
+    {
+        std::vector<Change> changes;
         QByteArray bytes; // the whole file
+        qint64 wholeSize = 0; // of its part before a torn end
         bool hasTornEnd = false; // the last change has no end: its writer was cut off
         bool isForeign = false; // follows another saved state
         QString error; // empty unless the file is there and cannot be read
     };
     [[nodiscard]] Content read() const;
 
-    // Empty on success; else why none of the commands is in the file.
+    // Empty on success; else why none of the commands is in the file. They count only together. Each must be one line.
     [[nodiscard]] QString append(const QStringList& commands);
 
     // What is written from now on follows this saved state. start...() also empties the file; empty on success.
     void startsAfter(const QByteArray& savedState);
     [[nodiscard]] QString startAfter(const QByteArray& savedState);
 
-    // Gives the file, or a copy, a name of its own beside it; gives that name, or nothing when it could not.
+    // Gives the file, or a copy, a name of its own beside it; gives that name, or nothing when it could not. A file
+    // that could not be set aside takes no further changes.
     QString setAside();
     QString copyAside() const;
+
+    // Drops what is behind this; empty on success. A file that cannot be cut takes no further changes.
+    [[nodiscard]] QString cut(qint64 size);
 
     [[nodiscard]] const QString& fileName() const { return m_fileName; }
 
@@ -50,6 +63,7 @@ private:
     const QString m_fileName;
     QFile m_file;
     QByteArray m_header; // of a new file, with its line end
+    QString m_blockage; // why nothing may be appended; empty: nothing stands against it
 };
 
 } // namespace mirn::zelchip

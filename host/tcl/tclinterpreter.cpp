@@ -37,6 +37,19 @@ QStringList wordsOf(int count, Tcl_Obj* const objects[])
     return words;
 }
 
+// With a backslash before each character that means something; Tcl itself would put braces around a line end.
+QString escapedWord(const QString& word)
+{
+    static const QString special = QStringLiteral(" \t\r;\"#$[]{}\\");
+    QString text;
+    for (const QChar character : word) {
+        if (special.contains(character) || character == QLatin1Char('\n'))
+            text += QLatin1Char('\\');
+        text += character == QLatin1Char('\n') ? QLatin1Char('n') : character;
+    }
+    return text;
+}
+
 struct InterpreterDeleter
 {
     void operator()(Tcl_Interp* interpreter) const { Tcl_DeleteInterp(interpreter); }
@@ -244,6 +257,13 @@ QStringList TclInterpreter::commandNames() const
 
 QString TclInterpreter::list(const QStringList& words)
 {
+    const auto hasLineEnd = [](const QString& word) { return word.contains(QLatin1Char('\n')); };
+    if (std::any_of(words.begin(), words.end(), hasLineEnd)) {
+        QStringList quoted;
+        for (const QString& word : words)
+            quoted.append(hasLineEnd(word) ? escapedWord(word) : list({word}));
+        return quoted.join(QLatin1Char(' '));
+    }
     prepareTcl();
     Tcl_Obj* list = Tcl_NewListObj(0, nullptr);
     Tcl_IncrRefCount(list);

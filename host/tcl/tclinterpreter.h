@@ -65,7 +65,7 @@ public:
     // The names of all commands, sorted.
     [[nodiscard]] QStringList commandNames() const;
 
-    // Words as one list text, which is also a command that calls the first with the others.
+    // Words as one list text, which is also a command that calls the first with the others. Always one line.
     [[nodiscard]] static QString list(const QStringList& words);
 
     // Nothing when the text is no list.
