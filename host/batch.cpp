@@ -4,30 +4,18 @@
 #include "host/commandshell.h"
 #include "host/design/designeditor.h"
 #include "host/projectsession.h"
+#include "host/standardstreams.h"
 #include "host/tcl/projecttcl.h"
 #include "host/tcl/windowtcl.h"
 
-#include <cstdio>
 #include <cstdlib>
 
 namespace mirn::zelchip {
 
-namespace {
-
-void print(FILE* stream, const QString& text)
-{
-    std::fputs(text.toLocal8Bit().constData(), stream);
-    std::fflush(stream);
-}
-
-} // namespace
-
 int runBatch(std::unique_ptr<ProjectSession> session, const QString& scriptFile)
 {
     CommandShell shell;
-    QObject::connect(&shell, &CommandShell::wrote, &shell, [](const QString& text, TclInterpreter::Channel channel) {
-        print(channel == TclInterpreter::Channel::Error ? stderr : stdout, text);
-    });
+    QObject::connect(&shell, &CommandShell::wrote, &shell, &writeToStream);
     ProjectCommands commands;
     commands.open = [&](const QString& path) {
         QString error;
@@ -47,7 +35,7 @@ int runBatch(std::unique_ptr<ProjectSession> session, const QString& scriptFile)
 
     const TclResult result = shell.runFile(scriptFile);
     if (!result.isOk)
-        print(stderr, QStringLiteral("zelchip: %1\n").arg(result.text));
+        writeToStream(QStringLiteral("zelchip: %1\n").arg(result.text), TclInterpreter::Channel::Error);
     return result.isOk ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

@@ -5,7 +5,7 @@
 #include "host/projectsession.h"
 #include "host/qtmessages.h"
 #include "host/sampleproject.h"
-#include "host/snapshot.h"
+#include "host/standardstreams.h"
 #include "host/theme.h"
 
 #include <QApplication>
@@ -14,7 +14,6 @@
 #include <QTimer>
 
 #include <clocale>
-#include <cstdio>
 #include <cstring>
 
 #include <langinfo.h>
@@ -28,15 +27,19 @@ constexpr int UsageError = 2;
 
 const char SamplePath[] = "/" ZELCHIP_DATA_FOLDER "/sample"; // from the program's folder
 
-void printTo(FILE* stream, const QString& text)
+void say(const QString& message)
 {
-    std::fputs(text.toLocal8Bit().constData(), stream);
-    std::fflush(stream);
+    writeToStream(QStringLiteral("zelchip: %1\n").arg(message), TclInterpreter::Channel::Error);
+}
+
+void print(const QString& text)
+{
+    writeToStream(text, TclInterpreter::Channel::Output);
 }
 
 int fail(int status, const QString& error)
 {
-    printTo(stderr, QStringLiteral("zelchip: %1\n").arg(error));
+    say(error);
     return status;
 }
 
@@ -79,7 +82,8 @@ int saveSnapshotOf(MainWindow& window, const QString& file, const QString& scrip
     QString error;
     if (!scriptFile.isEmpty() && !window.runScript(scriptFile, &error))
         return fail(Failure, error);
-    return saveSnapshot(window, file, &error) ? EXIT_SUCCESS : fail(Failure, error);
+    error = window.saveSnapshot(file);
+    return error.isEmpty() ? EXIT_SUCCESS : fail(Failure, error);
 }
 
 // The window stays, so that one can see how far the script came.
@@ -104,13 +108,14 @@ int run(const CommandLine& commandLine)
     if (!session)
         return fail(Failure, error);
     for (const QString& warning : session->warnings())
-        printTo(stderr, QStringLiteral("zelchip: warning: %1\n").arg(warning));
+        say(QStringLiteral("warning: %1").arg(warning));
     for (const QString& message : session->recoveryMessages())
-        printTo(stderr, QStringLiteral("zelchip: %1\n").arg(message));
+        say(message);
     if (commandLine.task == CommandLine::Task::RunBatch)
         return runBatch(std::move(session), commandLine.scriptFile);
     MainWindow window(std::move(session));
     window.resize(commandLine.windowSize);
+    QObject::connect(&window, &MainWindow::scriptWrote, &window, &writeToStream);
     if (commandLine.task == CommandLine::Task::SaveSnapshot)
         return saveSnapshotOf(window, commandLine.snapshotFile, commandLine.scriptFile);
     window.show();
@@ -148,10 +153,10 @@ int main(int argc, char** argv)
     case CommandLine::Task::ReportError:
         return fail(UsageError, commandLine.error + QStringLiteral("\nzelchip --help says what there is."));
     case CommandLine::Task::PrintHelp:
-        printTo(stdout, helpText());
+        print(helpText());
         return EXIT_SUCCESS;
     case CommandLine::Task::PrintVersion:
-        printTo(stdout, QStringLiteral("zelchip " ZELCHIP_VERSION "\n"));
+        print(QStringLiteral("zelchip " ZELCHIP_VERSION "\n"));
         return EXIT_SUCCESS;
     default:
         return runApplication(commandLine, argc, argv);

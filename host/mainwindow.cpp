@@ -107,7 +107,9 @@ QString MainWindow::replaceProject(const QString& path)
 
 bool MainWindow::runScript(const QString& file, QString* error)
 {
+    const auto copying = connect(&m_shell, &CommandShell::wrote, this, &MainWindow::scriptWrote);
     const TclResult result = m_shell.runFile(file);
+    disconnect(copying);
     if (!result.isOk)
         reportResult(result);
     *error = result.isOk ? QString() : result.text;
@@ -293,6 +295,7 @@ QString MainWindow::saveSnapshot(const QString& file)
 {
     if (m_refresh.isActive())
         refreshView();
+    m_console->showPending();
     QString error;
     zelchip::saveSnapshot(*this, file, &error);
     return error;

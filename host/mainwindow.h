@@ -35,10 +35,17 @@ public:
     // Runs a script; false, with a message in *error, when it failed.
     bool runScript(const QString& file, QString* error);
 
+    // Writes a picture of the window as it is now, console and all; a sentence when that could not be done.
+    QString saveSnapshot(const QString& file) override;
+
     void showSession(std::unique_ptr<ProjectSession> session);
 
     // Shows the whole drawing.
     void fit() override;
+
+Q_SIGNALS:
+    // While runScript() runs; the console shows it as well.
+    void scriptWrote(const QString& text, mirn::zelchip::TclInterpreter::Channel channel);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -63,7 +70,6 @@ private:
     zelchipview::ZelChipGUI* chipView() override;
     zelchipview::ZelGraphicsView* graphicsView() override;
     QTreeWidget* tree() override;
-    QString saveSnapshot(const QString& file) override;
 
     void chooseProject();
     void chooseDrawing();

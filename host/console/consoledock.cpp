@@ -102,6 +102,11 @@ void ConsoleDock::showOutput(const QString& text, TclInterpreter::Channel channe
     m_output->continueWith(isError ? ConsoleOutput::Kind::ErrorOutput : ConsoleOutput::Kind::Output, text);
 }
 
+void ConsoleDock::showPending()
+{
+    m_output->flush();
+}
+
 void ConsoleDock::showResult(const QString& text)
 {
     m_output->append(ConsoleOutput::Kind::Result, text);

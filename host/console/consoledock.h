@@ -30,6 +30,8 @@ public:
     void showCommand(const QString& command, Origin origin);
     // Pieces that come without a line's end are continued by the next piece for the same channel.
     void showOutput(const QString& text, TclInterpreter::Channel channel = TclInterpreter::Channel::Output);
+    // What came of it is otherwise shown when the program is next idle.
+    void showPending();
     void showResult(const QString& text);
     void showError(const QString& message);
 

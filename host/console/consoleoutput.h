@@ -31,6 +31,9 @@ public:
     // idle, so that a script which writes in many small pieces is not held up by each.
     void continueWith(Kind kind, const QString& text);
 
+    // Shows that at once.
+    void flush();
+
     // Set in columns.
     void appendCandidates(const QStringList& candidates);
 
@@ -47,7 +50,6 @@ protected:
 
 private:
     void addMenuActions();
-    void flush();
     void write(Kind kind, const QString& text, bool isContinued);
     void beginLine(QTextCursor* cursor, Kind kind, bool isFirst);
     void writeLine(QTextCursor* cursor, Kind kind, const QString& line);

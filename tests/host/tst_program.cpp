@@ -70,6 +70,9 @@ private Q_SLOTS:
     void savesASnapshot_data();
     void savesASnapshot();
     void showsTheSampleByDefault();
+    void scriptsWriteToTheStreams_data();
+    void scriptsWriteToTheStreams();
+    void snapshotShowsWhatAScriptWrote();
 };
 
 void TestProgram::answers_data()
@@ -165,6 +168,45 @@ void TestProgram::showsTheSampleByDefault()
     const QImage image(snapshot);
     QCOMPARE(image.size(), QSize(1600, 1000));
     QVERIFY(differentColors(image) > 100);
+}
+
+void TestProgram::scriptsWriteToTheStreams_data()
+{
+    QTest::addColumn<QStringList>("options"); // before and behind the script's name
+    QTest::newRow("a batch") << QStringList{"--batch"};
+    QTest::newRow("in the window") << QStringList{"--snapshot", "never.png", "--script"};
+}
+
+// With the status that the script ends with.
+void TestProgram::scriptsWriteToTheStreams()
+{
+    QFETCH(QStringList, options);
+    HostFiles files;
+    const QString script = files.write(
+        "streams.tcl", "puts {out \303\244}\nputs stderr err\nputs -nonewline {the }\nputs rest\nexit 3\nputs never\n");
+    const Outcome outcome = runProgram(QStringList{files.project.path()} + options + QStringList{script});
+    QCOMPARE(outcome.status, 3);
+    QCOMPARE(outcome.output, QStringLiteral("out \u00e4\nthe rest\n"));
+    QCOMPARE(outcome.errors, QStringLiteral("err\n"));
+}
+
+// Also one that the script itself takes.
+void TestProgram::snapshotShowsWhatAScriptWrote()
+{
+    HostFiles files;
+    const QString inside = files.path("inside.png");
+    const QByteArray script = "puts {a line}\nzel_view snapshot {" + inside.toUtf8() + "}\n";
+    const auto pictureAfter = [&](const QByteArray& said) {
+        const QString snapshot = files.path("after.png");
+        runProgram({files.project.path(), "--script", files.write("said.tcl", said), "--snapshot", snapshot});
+        return QImage(snapshot);
+    };
+    const QImage silent = pictureAfter({});
+    QVERIFY(!silent.isNull());
+    QVERIFY(pictureAfter(script) != silent);
+    const QImage taken(inside);
+    QCOMPARE(taken.size(), silent.size());
+    QVERIFY(taken != silent);
 }
 
 ZEL_TEST_MAIN(TestProgram)

@@ -126,6 +126,7 @@ private Q_SLOTS:
     void killedAfterAStep_data();
     void killedAfterAStep();
     void killedAtAnyMoment();
+    void exitKeepsWhatWasConfirmed();
     void lastStepIsCutOff_data();
     void lastStepIsCutOff();
     void changeThatCannotBeKeptIsAnError_data();
@@ -195,6 +196,15 @@ void TestRecovery::killedAtAnyMoment()
         QVERIFY2(state == m_states[confirmed] || state == m_states.value(confirmed + 1),
             qPrintable(QStringLiteral("after %1 confirmed steps").arg(confirmed)));
     }
+}
+
+// Without asking: the journal has it.
+void TestRecovery::exitKeepsWhatWasConfirmed()
+{
+    const Outcome outcome = runBatch(m_project, Steps[0] + "\nexit 7\n" + Steps[1]);
+    QCOMPARE(outcome.status, 7);
+    QCOMPARE(outcome.errors, QByteArray());
+    QCOMPARE(stateOf(m_project), m_states[1]);
 }
 
 // What a power cut leaves of the last step is dropped, be it one line in the journal or several.
