@@ -3,6 +3,7 @@
 
 #include "chipview/chipviewnavigator.h"
 #include "chipview/toolactions.h"
+#include "dialogs/dynamicvalues.h"
 #include "filter/viewfilter.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "dialogs/dynamicvalues.h"
+#include "dialogs/graphicitemdynamicattribute.h"
 #include "graphics/elementidset.h"
 #include "graphics/zelconstants.h"
 #include "platform/contract/zelexport.h"
@@ -28,6 +28,7 @@ struct zeltreeviewcell;
 namespace mirn::zelchipview {
 
 class DropQuery;
+class DynamicValues;
 class HoverText;
 class PlacementHighlighter;
 class ResourceTreeModel;

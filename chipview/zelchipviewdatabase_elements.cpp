@@ -2,6 +2,7 @@
 #include "chipview/zelchipviewdatabase.h"
 
 #include "dialogs/dcupicker.h"
+#include "dialogs/dynamicvalues.h"
 #include "dialogs/zeldcusettingdlg.h"
 #include "filter/viewfilter.h"
 #include "graphics/zelgraphicitemattribute.h"

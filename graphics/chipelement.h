@@ -22,11 +22,13 @@ public:
     ChipElement(const ChipElement&) = delete;
     ChipElement& operator=(const ChipElement&) = delete;
 
+    // Finds the attribute; not the element id.
     [[nodiscard]] int loadNumber() const { return m_loadNumber; }
 
     // The controller's; null when nothing was registered under the load number at construction.
     [[nodiscard]] ZELGraphicItemAttribute* attribute() const { return m_attribute; }
 
+    // The item itself; never null.
     [[nodiscard]] virtual QGraphicsItem* graphicsItem() = 0;
 
     // Takes over from the attribute what decides where the item is found: geometry and border. Changes nothing, and so
@@ -40,8 +42,10 @@ public:
     void updateToolTip();
 
 protected:
+    // When an item takes over its geometry: at its construction, or when its layer is first shown.
     enum class Placing { AtOnce, WhenShown };
 
+    // Looks the attribute up, once and for all.
     ChipElement(int loadNumber, Placing placing);
 
     // The value that the attribute serves under `key`, or a default-constructed one.

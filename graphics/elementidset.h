@@ -22,7 +22,7 @@ public:
     // Called after each real change, never with an empty list.
     void setListener(Listener listener);
 
-    // By element id.
+    // By element id. Takes no time that grows with the set.
     [[nodiscard]] bool contains(int id) const
     {
         const auto word = static_cast<unsigned>(id) / WordBits;
@@ -30,7 +30,10 @@ public:
                                      : !m_others.isEmpty() && m_others.contains(id);
     }
 
+    // Whether no element is in that state.
     [[nodiscard]] bool isEmpty() const { return m_count == 0; }
+
+    // Made anew by each call.
     [[nodiscard]] QSet<int> ids() const;
 
     // What is there already, or not there, changes nothing.

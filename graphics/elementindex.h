@@ -21,6 +21,8 @@ class ElementIndex final
 public:
     // An element without attribute is left out.
     void add(ChipElement* element);
+
+    // One that is not there is no error.
     void remove(ChipElement* element);
 
     // In no particular order; empty for an unknown id.

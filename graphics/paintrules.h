@@ -36,9 +36,9 @@ constexpr double TextItemScale = 1.0 / TextRenderScale;
 // A border and a fill. Colours have an alpha channel; a border without alpha is not seen.
 struct Look
 {
-    QRgb border;
+    QRgb border; // colour
     double borderWidth; // scene units, 0 to 32767
-    QRgb fill;
+    QRgb fill; // colour
 };
 
 // The border of a filtered rect wins over a selected one's; for the fill, highlight wins over filter over selection.
@@ -47,6 +47,7 @@ struct Look
 // A polygon shows no border of its own and no filter.
 [[nodiscard]] Look polygonLook(unsigned int fillColor, ElementStates states);
 
+// The same for QPainter.
 [[nodiscard]] QPen borderPen(const Look& look);
 [[nodiscard]] QBrush fillBrush(const Look& look);
 

@@ -21,15 +21,16 @@ public:
     void setToDefaultValue(zelgraphic_attribute_key key) override;
 
 protected:
+    // Colours as 0xRRGGBB, the width in scene units, the text 8-bit.
     ZELFillableAttribute(unsigned int fillColor, unsigned int strokeColor, double strokeWidth, const std::string& text);
 
-    unsigned int m_fillColor;
-    unsigned int m_strokeColor;
-    double m_strokeWidth;
+    unsigned int m_fillColor; // what is shown now
+    unsigned int m_strokeColor; // never changes
+    double m_strokeWidth; // never changes
     QString styleText; // the record's further text; kept, not read
-    int defaultsSaved = 0;
-    QString defaultToolTip;
-    const unsigned int defaultFillColor;
+    int defaultsSaved = 0; // 1 once the record's tooltip is kept
+    QString defaultToolTip; // the record's
+    const unsigned int defaultFillColor; // the record's
 };
 
 } // namespace mirn::zelchipview

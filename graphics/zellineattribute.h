@@ -11,6 +11,7 @@ namespace mirn::zelchipview {
 class ZELCHIPGUI_EXPORT ZELLineAttribute final : public ZELGraphicItemAttribute
 {
 public:
+    // From (x1, y1) to (x2, y2) and its width in scene units, its colour as 0xRRGGBB.
     ZELLineAttribute(double x1, double y1, double x2, double y2, unsigned int strokeColor, double strokeWidth);
     ~ZELLineAttribute() override;
 

@@ -15,6 +15,7 @@ namespace mirn::zelchipview {
 class ZELCHIPGUI_EXPORT ZELPolygonAttribute final : public ZELFillableAttribute
 {
 public:
+    // Corners and width in scene units, colours as 0xRRGGBB.
     ZELPolygonAttribute(const std::vector<zel_Point>& points, unsigned int fillColor, unsigned int strokeColor,
         double strokeWidth, std::string text);
     ~ZELPolygonAttribute() override;

@@ -11,6 +11,7 @@ namespace mirn::zelchipview {
 class ZELCHIPGUI_EXPORT ZELRectAttribute final : public ZELFillableAttribute
 {
 public:
+    // Upper left corner, size and width in scene units, colours as 0xRRGGBB.
     ZELRectAttribute(double x, double y, double width, double height, unsigned int fillColor, unsigned int strokeColor,
         double strokeWidth, std::string text);
     ~ZELRectAttribute() override;

@@ -12,7 +12,8 @@ namespace mirn::zelchipview {
 // only ends a highlight. Looks the same in every state.
 //
 // Takes up no room until it is shown. The text document of the base class, many times larger than the rest of the item,
-// is made only when the item paints itself or gets an event; until then the item computes what the document would measure.
+// is made only when the item paints itself or gets an event; until then the item computes what the document would
+// measure.
 class ZELCHIPGUI_EXPORT ZELTextItem final : public QGraphicsTextItem, public ChipElement
 {
     Q_OBJECT

@@ -10,6 +10,7 @@
 class ZELPLATFORM_EXPORT zelprogress
 {
 public:
+    // What takes long.
     enum Work {
         READING_DRAWING, // from the file to records
         BUILDING_VIEW, // from records to items
