@@ -10,6 +10,7 @@
 #include <QIcon>
 #include <QMenu>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -55,6 +56,7 @@ ZelTree::~ZelTree()
 void ZelTree::refresh()
 {
     const QSet<QString> expanded = expandedNames();
+    const int firstRow = verticalScrollBar()->value();
     {
         // The rows that go would otherwise be reported as changes of the selection, one by one.
         const QSignalBlocker silence(this);
@@ -63,6 +65,8 @@ void ZelTree::refresh()
     }
     expandNamed(expanded);
     resizeColumnToContents(0);
+    // In between there were fewer rows.
+    verticalScrollBar()->setValue(firstRow);
 }
 
 void ZelTree::forget()

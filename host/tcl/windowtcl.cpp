@@ -29,7 +29,7 @@ const QString IdOption = QStringLiteral("-id");
 
 const QMap<QString, int>& modes()
 {
-    static const QMap<QString, int> byName {{QStringLiteral("select"), zelchipview::ACTION_SELECT},
+    static const QMap<QString, int> byName{{QStringLiteral("select"), zelchipview::ACTION_SELECT},
         {QStringLiteral("zoom"), zelchipview::ACTION_ZOOM}, {QStringLiteral("pan"), zelchipview::ACTION_PAN}};
     return byName;
 }
@@ -73,8 +73,8 @@ TclResult where(WindowAccess& window, const QStringList& words)
     if (!item)
         return TclResult::error(QStringLiteral("there is no element %1").arg(id));
     zelchipview::ZelGraphicsView* view = window.graphicsView();
-    return screenPosition(view->viewport(), view->mapFromScene(item->sceneBoundingRect().center()),
-        QStringLiteral("element %1").arg(id));
+    return screenPosition(
+        view->viewport(), view->mapFromScene(item->sceneBoundingRect().center()), QStringLiteral("element %1").arg(id));
 }
 
 // Element ids from words; an unknown one is an error.
@@ -177,8 +177,8 @@ Subcommands viewCommands(WindowAccess& window)
 }
 
 // A row of the tree by its resource name; brings it into sight.
-TclResult withRow(
-    WindowAccess& window, const QStringList& words, const char* verb, const std::function<TclResult(QTreeWidgetItem*)>& function)
+TclResult withRow(WindowAccess& window, const QStringList& words, const char* verb,
+    const std::function<TclResult(QTreeWidgetItem*)>& function)
 {
     Arguments arguments(words, QStringLiteral("zel_tree %1 -rsc NAME").arg(QLatin1String(verb)), {ResourceOption});
     const QString name = arguments.text(ResourceOption);
@@ -194,12 +194,15 @@ TclResult withRow(
     return TclResult::error(QStringLiteral("there is no resource \"%1\"").arg(name));
 }
 
-// A point on the row's name, in screen pixels.
+// A point on what is to be seen of the row, near its name, in screen pixels.
 TclResult whereRow(WindowAccess& window, QTreeWidgetItem* row)
 {
-    const QRect area = window.tree()->visualItemRect(row);
-    return screenPosition(
-        window.tree()->viewport(), {area.left() + area.width() / 8, area.center().y()}, QStringLiteral("the row"));
+    QWidget* viewport = window.tree()->viewport();
+    const QRect area = window.tree()->visualItemRect(row).intersected(viewport->rect());
+    const QString what = QStringLiteral("the row of \"%1\"").arg(row->data(0, zelchipview::RESOURCENAME).toString());
+    if (area.isEmpty())
+        return TclResult::error(QStringLiteral("%1 is not shown").arg(what));
+    return screenPosition(viewport, {area.left() + area.width() / 8, area.center().y()}, what);
 }
 
 Subcommands treeCommands(WindowAccess& window)
@@ -207,8 +210,7 @@ Subcommands treeCommands(WindowAccess& window)
     return {
         {QStringLiteral("where"),
             [&](const QStringList& words) {
-                return withRow(
-                    window, words, "where", [&](QTreeWidgetItem* row) { return whereRow(window, row); });
+                return withRow(window, words, "where", [&](QTreeWidgetItem* row) { return whereRow(window, row); });
             }},
         {QStringLiteral("select"),
             [&](const QStringList& words) {

@@ -21,6 +21,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QTest>
 #include <QTimer>
@@ -130,6 +131,7 @@ private Q_SLOTS:
     void settingsDialogChangesOneThing();
     void findBoxNarrowsTheTree();
     void viewIsDrivenByCommands();
+    void rowsAreFoundWhereverTheyAre();
     void longScriptsCanBeStopped();
     void anotherProjectOpensFromAScript();
 };
@@ -283,6 +285,41 @@ void TestPlanning::viewIsDrivenByCommands()
     QVERIFY(planning.consoleText().contains(QStringLiteral("there is no element 4711")));
     planning.run(QStringLiteral("zel_view zoom 11; zel_view where -id 12; zel_view fit"));
     QCOMPARE(planning.view()->transform().m11(), before);
+}
+
+// In a tree that shows a few rows only, some of them wider than it.
+void TestPlanning::rowsAreFoundWhereverTheyAre()
+{
+    Planning planning;
+    QByteArray resources;
+    for (int i = 0; i < 30; ++i)
+        resources += "{\"name\": \"r" + QByteArray::number(i) + QByteArray(i % 7 == 3 ? 80 : 1, 'x')
+            + "\", \"type\": \"IP\", \"children\": [{\"name\": \"a\", \"type\": \"DCUCHANNEL\"}]},";
+    resources.chop(1);
+    planning.files.project.write(QStringLiteral("design.json"), designWith('[' + resources + ']'));
+    planning.open();
+    planning.window->resize(640, 400);
+    QCoreApplication::processEvents();
+    QWidget* viewport = planning.tree()->viewport();
+    const auto& design = planning.session->editor().engine().design();
+    for (const char* before : {"", "zel_tree collapse;", "zel_tree expand;"}) {
+        for (int index : design.all()) {
+            const QString& path = design.resource(index).path;
+            planning.tree()->horizontalScrollBar()->setValue(planning.tree()->horizontalScrollBar()->maximum());
+            planning.run(QLatin1String(before) + QStringLiteral("set where [zel_tree where -rsc {%1}]").arg(path));
+            const QStringList where = planning.consoleText().section(QLatin1Char('\n'), -1).split(QLatin1Char(' '));
+            const QPoint point = viewport->mapFromGlobal(QPoint(where.value(0).toInt(), where.value(1).toInt()));
+            QVERIFY2(viewport->rect().contains(point), qPrintable(path + planning.consoleText().right(100)));
+            QCOMPARE(planning.tree()->itemAt(point), planning.row(path));
+        }
+    }
+    // Where one has scrolled to one stays, whatever is placed.
+    planning.tree()->scrollToItem(planning.row(QStringLiteral("top/r20x/a")), QAbstractItemView::PositionAtTop);
+    planning.run(QStringLiteral("zel_resource place -rsc top/r20x/a -id 11"));
+    QTRY_COMPARE(planning.tree()->itemAt(1, 1), planning.row(QStringLiteral("top/r20x/a")));
+    QTest::keyClicks(planning.findBox(), QStringLiteral("r5"));
+    planning.run(QStringLiteral("zel_tree where -rsc top/r20x"));
+    QVERIFY(planning.consoleText().endsWith(QStringLiteral("the row of \"top/r20x\" is not shown")));
 }
 
 void TestPlanning::longScriptsCanBeStopped()
