@@ -77,14 +77,14 @@ void ElementIndex::restack(ChipElement* element)
     ++m_version;
 }
 
-QList<ChipElement*> ElementIndex::elements(int elementId)
+std::vector<ChipElement*> ElementIndex::elements(int elementId)
 {
     sortById();
-    QList<ChipElement*> found;
+    std::vector<ChipElement*> found;
     auto entry = std::lower_bound(m_byId.begin(), m_byId.end(), std::pair<int, Slot>(elementId, 0));
     for (; entry != m_byId.end() && entry->first == elementId; ++entry) {
         if (ChipElement* element = m_elements[entry->second])
-            found.append(element);
+            found.push_back(element);
     }
     return found;
 }

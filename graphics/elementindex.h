@@ -26,10 +26,13 @@ public:
     void remove(ChipElement* element);
 
     // In no particular order; empty for an unknown id.
-    [[nodiscard]] QList<ChipElement*> elements(int elementId);
+    [[nodiscard]] std::vector<ChipElement*> elements(int elementId);
 
     // The elements of these layers that were not handed out yet.
     [[nodiscard]] std::vector<ChipElement*> takePending(const QList<int>& layers);
+
+    // Whether any are left.
+    [[nodiscard]] bool hasPending() const { return !m_pendingByLayer.empty(); }
 
     // By z value, elements with the same one in the order in which they entered.
     [[nodiscard]] std::vector<ChipElement*> inPaintOrder() const;

@@ -138,18 +138,22 @@ void ZelGraphicsScene::setGlobalParameter(const zel_Parameter& parameter)
 void ZelGraphicsScene::refresh()
 {
     const QMap<QString, GraphicItemDynamicAttribute>& dynamicInfo = database().getGraphicsDynamicInfo();
+    DisplayList& list = displayList();
+    std::vector<int> places;
     for (auto entry = dynamicInfo.cbegin(); entry != dynamicInfo.cend(); ++entry) {
         const int id = entry.key().toInt();
         if (QString::number(id) != entry.key())
             continue;
-        const QList<ChipElement*> elements = m_index.elements(id);
-        for (ChipElement* element : elements) {
+        for (ChipElement* element : m_index.elements(id)) {
             ZELGraphicItemAttribute* attribute = database().getGraphicItemAttribute(element->loadNumber());
             // A later load may have put another element under this load number.
-            if (attribute && attribute->itemId == id && applyDynamicValues(*attribute, entry.value()))
-                repaint(element);
+            if (!attribute || attribute->itemId != id || !applyDynamicValues(*attribute, entry.value()))
+                continue;
+            list.updateLook(*element);
+            places.push_back(list.placeOf(*element));
         }
     }
+    repaintPlaces(places);
 }
 
 void ZelGraphicsScene::synchroniseShownElements()
@@ -190,16 +194,14 @@ void ZelGraphicsScene::repaintElements(const std::vector<int>& elementIds)
     std::vector<int> places;
     std::vector<ChipElement*> shown;
     for (int id : elementIds) {
-        const QList<ChipElement*> elements = m_index.elements(id);
-        for (ChipElement* element : elements) {
+        for (ChipElement* element : m_index.elements(id)) {
             places.push_back(list.placeOf(*element));
             if (!element->isPending())
                 shown.push_back(element);
         }
     }
     synchronise(shown);
-    for (ZelGraphicsView* view : chipViews())
-        view->repaintPlaces(places);
+    repaintPlaces(places);
 }
 
 void ZelGraphicsScene::repaintAllElements()
@@ -224,26 +226,25 @@ QList<ZelGraphicsView*> ZelGraphicsScene::chipViews() const
 QList<QGraphicsItem*> ZelGraphicsScene::itemsOf(int elementId)
 {
     QList<QGraphicsItem*> items;
-    const QList<ChipElement*> elements = m_index.elements(elementId);
-    for (ChipElement* element : elements)
+    for (ChipElement* element : m_index.elements(elementId))
         items.append(element->graphicsItem());
     return items;
 }
 
 std::vector<int> ZelGraphicsScene::elementsTouching(const QRectF& area)
 {
-    // What lies inside needs no look at its shape; what was never shown has no place yet.
     DisplayList& list = displayList();
     const std::vector<int>& places = list.placesIn(area);
+    const bool mayBePending = m_index.hasPending();
     QPainterPath path;
     path.addRect(area);
     std::vector<int> ids;
     ids.reserve(places.size());
     for (auto place = places.rbegin(); place != places.rend(); ++place) {
         const QRectF bounds = list.boundsOf(*place);
-        const Primitive::Kind kind = list.primitive(*place).kind;
-        const bool isSure = kind == Primitive::Rect || kind == Primitive::Polygon;
-        if (!isSure || !area.contains(bounds)) {
+        // What lies inside needs no look at its shape, unless it was never shown or has none.
+        const bool isPlaced = !mayBePending || !list.element(*place)->isPending();
+        if (!isPlaced || bounds.isNull() || !area.contains(bounds)) {
             QGraphicsItem* item = list.element(*place)->graphicsItem();
             if (!item->collidesWithPath(item->mapFromScene(path), Qt::IntersectsItemShape))
                 continue;
@@ -259,10 +260,10 @@ DisplayList& ZelGraphicsScene::displayList()
     return *m_displayList;
 }
 
-void ZelGraphicsScene::repaint(ChipElement* element)
+void ZelGraphicsScene::repaintPlaces(const std::vector<int>& places)
 {
-    displayList().updateLook(*element);
-    const std::vector<int> places{m_displayList->placeOf(*element)};
+    if (places.empty())
+        return;
     for (ZelGraphicsView* view : chipViews())
         view->repaintPlaces(places);
 }

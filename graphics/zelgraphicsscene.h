@@ -95,7 +95,7 @@ protected:
     void helpEvent(QGraphicsSceneHelpEvent* event) override;
 
 private:
-    void repaint(ChipElement* element);
+    void repaintPlaces(const std::vector<int>& places);
     void synchronise(const std::vector<ChipElement*>& elements);
     void lookForStrangers(const QList<QRectF>& areas);
     [[nodiscard]] bool isStranger(QGraphicsItem* item);

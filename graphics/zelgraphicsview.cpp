@@ -59,6 +59,7 @@ ZelGraphicsView::ZelGraphicsView(QGraphicsScene* scene, QWidget* parent)
 {
     m_rubberBand->hide();
     setCursor(Qt::ArrowCursor);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // paints its background as well
 }
 
 ZelGraphicsView::~ZelGraphicsView() = default;
@@ -323,7 +324,7 @@ void ZelGraphicsView::repaintAll()
 void ZelGraphicsView::paintEvent(QPaintEvent* event)
 {
     if (!m_scene) {
-        QGraphicsView::paintEvent(event);
+        paintByItems(event);
         return;
     }
     // For hosts that add elements by themselves: those found here were not shown before.
@@ -334,6 +335,13 @@ void ZelGraphicsView::paintEvent(QPaintEvent* event)
         return;
     }
     painter.end();
+    paintByItems(event);
+}
+
+void ZelGraphicsView::paintByItems(QPaintEvent* event)
+{
+    if (viewport()->testAttribute(Qt::WA_OpaquePaintEvent) && viewport()->autoFillBackground())
+        QPainter(viewport()).fillRect(event->rect(), viewport()->palette().brush(viewport()->backgroundRole()));
     QGraphicsView::paintEvent(event);
 }
 
@@ -371,9 +379,9 @@ void ZelGraphicsView::paintPicture(QPainter& painter)
     scene.background = viewport()->palette().color(viewport()->backgroundRole());
     scene.backgroundBrush = backgroundBrush().style() != Qt::NoBrush ? backgroundBrush() : m_scene->backgroundBrush();
     scene.drawBackground = [this](QPainter& on, const QRectF& area) { drawBackground(&on, area); };
-    QImage picture = m_canvas->picture(scene);
-    picture.setDevicePixelRatio(ratio);
-    painter.drawImage(-start / ratio, picture);
+    scene.isScaled = ratio != 1.0 || !start.isNull();
+    m_canvas->update(scene);
+    m_canvas->drawOn(painter, -start / ratio, ratio);
     painter.setWorldTransform(viewportTransform());
     drawForeground(&painter, mapToScene(viewport()->rect()).boundingRect());
 }

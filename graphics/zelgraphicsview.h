@@ -80,6 +80,7 @@ private:
     void finishZooming(QPoint position);
     [[nodiscard]] bool paintsByItself(const QPainter& painter) const;
     void paintPicture(QPainter& painter);
+    void paintByItems(QPaintEvent* event);
 
     QPointer<ZelGraphicsScene> m_scene;
     std::unique_ptr<ViewCanvas> m_canvas; // made with the first paint

@@ -17,6 +17,9 @@ constexpr double Margin = 3.0;
 constexpr double ThinnestWide = 0.999;
 constexpr int FullOpacity = 256;
 
+// Up to so many texts QPainter draws them faster than their glyphs' masks are made.
+constexpr int FewTexts = 500;
+
 bool isVisible(QRgb color)
 {
     return qAlpha(color) != 0;
@@ -87,6 +90,7 @@ private:
     const Rasteriser::Mapping m_mapping;
     Rasteriser m_rasteriser;
     const QRectF m_inside;
+    bool m_hasManyTexts = false;
     QPainter m_painter;
 };
 
@@ -96,7 +100,11 @@ void ListPainter::Job::paint(const QList<int>& layers)
     for (int layer : m_list.layers())
         isShown.push_back(layers.contains(layer));
     const QRectF area = sceneArea(m_target.sceneToImage, m_target.part);
-    for (int place : m_list.placesIn(area)) {
+    const std::vector<int>& places = m_list.placesIn(area);
+    const auto texts = std::count_if(
+        places.begin(), places.end(), [this](int place) { return m_list.primitive(place).kind == Primitive::Text; });
+    m_hasManyTexts = texts > FewTexts;
+    for (int place : places) {
         const Primitive& primitive = m_list.primitive(place);
         if (isShown[primitive.layer] && touches(m_list.boundsOf(place), area))
             draw(primitive);
@@ -208,8 +216,11 @@ void ListPainter::Job::drawPolygon(const Primitive& primitive)
 {
     const paintrules::Look look = paintrules::polygonLook(primitive.fillColor, statesOf(primitive.elementId));
     QPainter& general = painter();
-    general.setPen(isVisible(look.border) ? paintrules::borderPen(look) : QPen(Qt::NoPen));
-    general.setBrush(paintrules::fillBrush(look));
+    if (isVisible(look.border))
+        general.setPen(paintrules::borderPen(look));
+    else
+        general.setPen(Qt::NoPen);
+    general.setBrush(QColor::fromRgb(look.fill));
     general.drawPolygon(*primitive.corners);
 }
 
@@ -219,7 +230,7 @@ void ListPainter::Job::drawText(const Primitive& primitive)
     const double scale = paintrules::TextItemScale;
     const int rotation = static_cast<int>(primitive.c);
     const QTransform toImage = QTransform(scale, 0, 0, scale, primitive.a, primitive.b) * m_target.sceneToImage;
-    if (m_isRaster && rotation == 0 && primitive.d * toImage.m11() <= GlyphMasks::LargestSize
+    if (m_isRaster && m_hasManyTexts && rotation == 0 && primitive.d * toImage.m11() <= GlyphMasks::LargestSize
         && isNear(primitive.a, primitive.b) && m_target.textPen.color().alpha() == 255) {
         m_masks.draw(label, toImage.dx(), toImage.dy(), m_target.textPen.color().rgba(), m_rasteriser);
         return;

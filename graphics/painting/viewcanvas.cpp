@@ -26,28 +26,10 @@ bool isWhole(double value)
     return value == std::round(value);
 }
 
-// Moves an image's content; what it leaves keeps its pixels.
-void move(QImage& image, int dx, int dy)
+int wrapped(int value, int length)
 {
-    const int width = image.width() - std::abs(dx);
-    const int height = image.height() - std::abs(dy);
-    const int from = dx < 0 ? -dx : 0;
-    const int to = dx > 0 ? dx : 0;
-    for (int i = 0; i < height; ++i) {
-        const int line = dy > 0 ? height - 1 - i : i; // so that no line is overwritten before it was moved
-        auto* source = reinterpret_cast<QRgb*>(image.scanLine(line + (dy < 0 ? -dy : 0))) + from;
-        auto* target = reinterpret_cast<QRgb*>(image.scanLine(line + (dy > 0 ? dy : 0))) + to;
-        std::memmove(target, source, sizeof(QRgb) * width);
-    }
-}
-
-void copyPart(const QImage& source, QImage& target, const QRect& part)
-{
-    for (int y = part.top(); y <= part.bottom(); ++y) {
-        const auto* from = reinterpret_cast<const QRgb*>(source.constScanLine(y)) + part.left();
-        auto* to = reinterpret_cast<QRgb*>(target.scanLine(y)) + part.left();
-        std::memcpy(to, from, sizeof(QRgb) * part.width());
-    }
+    const int rest = value % length;
+    return rest < 0 ? rest + length : rest;
 }
 
 void fillPart(QImage& image, const QRect& part, QRgb color)
@@ -78,13 +60,34 @@ QRect ViewCanvas::invalidate(int place)
     return part;
 }
 
-const QImage& ViewCanvas::picture(const Scene& scene)
+void ViewCanvas::update(const Scene& scene)
 {
     if (!m_isValid || !isSameButScrolled(scene) || !scroll(scene))
         paintAll(scene);
     else
         paintDirtyParts(scene);
-    return m_picture;
+}
+
+void ViewCanvas::drawOn(QPainter& painter, const QPointF& position, qreal ratio) const
+{
+    const int width = m_picture.width();
+    const int height = m_picture.height();
+    // Shares the pixels; a ratio of its own would copy them.
+    QImage picture(m_picture.constBits(), width, height, m_picture.bytesPerLine(), m_picture.format());
+    picture.setDevicePixelRatio(ratio);
+    if (m_origin.isNull()) {
+        painter.drawImage(position, picture);
+        return;
+    }
+    const int right = width - m_origin.x();
+    const int bottom = height - m_origin.y();
+    const QRect sources[] = {QRect(m_origin, QSize(right, bottom)), QRect(0, m_origin.y(), m_origin.x(), bottom),
+        QRect(m_origin.x(), 0, right, m_origin.y()), QRect(QPoint(), QSize(m_origin.x(), m_origin.y()))};
+    const QPointF targets[] = {{0, 0}, QPointF(right, 0), QPointF(0, bottom), QPointF(right, bottom)};
+    for (int i = 0; i < 4; ++i) {
+        if (!sources[i].isEmpty())
+            painter.drawImage(position + targets[i], picture, sources[i]);
+    }
 }
 
 bool ViewCanvas::isSameButScrolled(const Scene& scene) const
@@ -107,10 +110,10 @@ bool ViewCanvas::scroll(const Scene& scene)
         return false;
     const int width = scene.size.width();
     const int height = scene.size.height();
-    if (!isWhole(dx) || !isWhole(dy) || std::abs(dx) >= width || std::abs(dy) >= height)
+    if (!isWhole(dx) || !isWhole(dy) || std::abs(dx) >= width || std::abs(dy) >= height || scene.isScaled)
         return false;
     const QPoint way(static_cast<int>(dx), static_cast<int>(dy));
-    move(m_picture, way.x(), way.y());
+    m_origin = QPoint(wrapped(m_origin.x() - way.x(), width), wrapped(m_origin.y() - way.y(), height));
     for (QRect& part : m_dirty)
         part.translate(way);
     markCutLines(scene); // where they were, moved along
@@ -155,6 +158,7 @@ void ViewCanvas::paintAll(const Scene& scene)
     m_background = scene.background;
     m_backgroundBrush = scene.backgroundBrush;
     m_dirty.clear();
+    m_origin = QPoint();
     m_isValid = true;
     if (!m_picture.isNull())
         paint(scene, m_picture, m_picture.rect());
@@ -177,7 +181,20 @@ void ViewCanvas::paintDirtyParts(const Scene& scene)
         if (part.isEmpty())
             continue;
         paint(scene, m_scratch, part);
-        copyPart(m_scratch, m_picture, part);
+        copyFromScratch(part);
+    }
+}
+
+void ViewCanvas::copyFromScratch(const QRect& part)
+{
+    const int width = m_picture.width();
+    const int left = wrapped(part.left() + m_origin.x(), width);
+    const int first = std::min(part.width(), width - left); // the rest begins anew at the other edge
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        const auto* from = reinterpret_cast<const QRgb*>(m_scratch.constScanLine(y)) + part.left();
+        auto* line = reinterpret_cast<QRgb*>(m_picture.scanLine(wrapped(y + m_origin.y(), m_picture.height())));
+        std::memcpy(line + left, from, sizeof(QRgb) * first);
+        std::memcpy(line, from + first, sizeof(QRgb) * (part.width() - first));
     }
 }
 

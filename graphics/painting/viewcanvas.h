@@ -34,6 +34,7 @@ public:
         QColor background; // opaque
         QBrush backgroundBrush; // what drawBackground() fills with
         Background drawBackground;
+        bool isScaled = false; // will be drawn on a device with other pixels than the painter's
     };
 
     explicit ViewCanvas(DisplayList& list); // not owned
@@ -45,8 +46,11 @@ public:
     // sight.
     QRect invalidate(int place);
 
-    // The picture of the scene, brought up to date. Of Format_RGB32; valid until the next call.
-    const QImage& picture(const Scene& scene);
+    // Brings the picture up to date.
+    void update(const Scene& scene);
+
+    // Draws the picture with its top left corner at `position`; a unit of the painter is `ratio` pixels of the picture.
+    void drawOn(QPainter& painter, const QPointF& position, qreal ratio) const;
 
 private:
     [[nodiscard]] bool isSameButScrolled(const Scene& scene) const;
@@ -56,10 +60,12 @@ private:
     void paintAll(const Scene& scene);
     void paintDirtyParts(const Scene& scene);
     void paint(const Scene& scene, QImage& image, const QRect& part);
+    void copyFromScratch(const QRect& part);
 
     DisplayList& m_list;
     ListPainter m_painter;
-    QImage m_picture;
+    QImage m_picture; // as on a torus: its pixel (0, 0) stands at m_origin, and what is beyond an edge at the other one
+    QPoint m_origin;
     QImage m_scratch; // where parts are painted: QPainter is never clipped, for a clip changes what it draws
     bool m_isValid = false;
     std::vector<QRect> m_dirty; // parts of the picture

@@ -344,16 +344,16 @@ void TestPixels::paintsOnlyWhatChanged()
     scene.background = Qt::white;
     int painted = 0;
     scene.drawBackground = [&painted](QPainter&, const QRectF&) { ++painted; };
-    const QImage first = canvas.picture(scene).copy();
+    canvas.update(scene);
     QCOMPARE(painted, 1);
-    QCOMPARE(differingPixels(first, canvas.picture(scene)), 0);
+    canvas.update(scene);
     QCOMPARE(painted, 1); // nothing changed
     const QRect part = canvas.invalidate(firstInside(list, {20, 20, 160, 90}));
     QVERIFY(!part.isEmpty() && part.width() < 150);
-    canvas.picture(scene);
+    canvas.update(scene);
     QCOMPARE(painted, 2);
     scene.toPicture = QTransform::fromScale(1.5, 1.5) * QTransform::fromTranslate(0.5, 0);
-    canvas.picture(scene);
+    canvas.update(scene);
     QCOMPARE(painted, 3); // between two pixels nothing can be moved
 }
 
