@@ -33,16 +33,20 @@ std::vector<int> ElementIdSet::list() const
 bool ElementIdSet::set(int id)
 {
     const auto word = static_cast<unsigned>(id) / WordBits;
-    if (contains(id))
-        return false;
-    ++m_count;
     if (word >= MostWords) {
+        if (m_others.contains(id))
+            return false;
         m_others.insert(id);
+        ++m_count;
         return true;
     }
     if (word >= m_words.size())
         m_words.resize(word + 1);
-    m_words[word] |= std::uint64_t(1) << (static_cast<unsigned>(id) % WordBits);
+    const std::uint64_t bit = std::uint64_t(1) << (static_cast<unsigned>(id) % WordBits);
+    if (m_words[word] & bit)
+        return false;
+    m_words[word] |= bit;
+    ++m_count;
     return true;
 }
 

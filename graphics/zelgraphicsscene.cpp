@@ -236,15 +236,16 @@ std::vector<int> ZelGraphicsScene::elementsTouching(const QRectF& area)
     DisplayList& list = displayList();
     const std::vector<int>& places = list.placesIn(area);
     const bool mayBePending = m_index.hasPending();
+    const bool areAllInside = list.isWithin(area);
     QPainterPath path;
     path.addRect(area);
     std::vector<int> ids;
     ids.reserve(places.size());
     for (auto place = places.rbegin(); place != places.rend(); ++place) {
-        const QRectF bounds = list.boundsOf(*place);
         // What lies inside needs no look at its shape, unless it was never shown or has none.
         const bool isPlaced = !mayBePending || !list.element(*place)->isPending();
-        if (!isPlaced || bounds.isNull() || !area.contains(bounds)) {
+        const bool isInside = areAllInside || area.contains(list.boundsOf(*place));
+        if (!isPlaced || !isInside || list.primitive(*place).isEmpty()) {
             QGraphicsItem* item = list.element(*place)->graphicsItem();
             if (!item->collidesWithPath(item->mapFromScene(path), Qt::IntersectsItemShape))
                 continue;

@@ -137,7 +137,8 @@ QRectF DisplayList::boundsOf(int place) const
     case Primitive::Polygon:
         return primitive.rect();
     default:
-        return grown(primitive.rect().normalized(), std::abs(primitive.strokeWidth) / 2);
+        return grown(primitive.c >= 0 && primitive.d >= 0 ? primitive.rect() : primitive.rect().normalized(),
+            std::abs(primitive.strokeWidth) / 2);
     }
 }
 

@@ -37,6 +37,9 @@ struct Primitive
     Kind kind : 8;
 
     [[nodiscard]] QRectF rect() const { return QRectF(a, b, c, d); }
+
+    // Of a rect or polygon.
+    [[nodiscard]] bool isEmpty() const { return (kind == Rect || kind == Polygon) && c == 0 && d == 0; }
 };
 
 // The elements of a scene in the order in which they are painted, and where to find them. It is made anew when elements
@@ -62,6 +65,9 @@ public:
 
     // The places of the primitives that may touch an area, in paint order.
     [[nodiscard]] const std::vector<int>& placesIn(const QRectF& area);
+
+    // Whether all primitives lie inside an area.
+    [[nodiscard]] bool isWithin(const QRectF& area) const { return area.contains(m_grid.area()); }
 
     // The numbers of the layers that occur.
     [[nodiscard]] const std::vector<int>& layers() const { return m_layers; }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 namespace mirn::zelchipview {
@@ -97,8 +98,8 @@ void ElementGrid::find(const QRectF& area, std::vector<int>& places)
     if (m_count == 0)
         return;
     if (area.contains(m_area)) {
-        for (int place = 0; place < m_count; ++place)
-            places.push_back(place);
+        places.resize(m_count);
+        std::iota(places.begin(), places.end(), 0);
         return;
     }
     const auto mark

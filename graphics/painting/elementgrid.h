@@ -19,7 +19,10 @@ public:
     // For the places 0 to `count` - 1.
     void build(int count, const Bounds& boundsOf);
 
-    // Appends the places in ascending order, each once; some may lie a little outside.
+    // What the rectangles cover together.
+    [[nodiscard]] const QRectF& area() const { return m_area; }
+
+    // Fills in the places in ascending order, each once; some may lie a little outside.
     void find(const QRectF& area, std::vector<int>& places);
 
 private:

@@ -104,9 +104,10 @@ void ListPainter::Job::paint(const QList<int>& layers)
     const auto texts = std::count_if(
         places.begin(), places.end(), [this](int place) { return m_list.primitive(place).kind == Primitive::Text; });
     m_hasManyTexts = texts > FewTexts;
+    const bool areAllInSight = m_list.isWithin(area);
     for (int place : places) {
         const Primitive& primitive = m_list.primitive(place);
-        if (isShown[primitive.layer] && touches(m_list.boundsOf(place), area))
+        if (isShown[primitive.layer] && (areAllInSight || touches(m_list.boundsOf(place), area)))
             draw(primitive);
     }
 }
@@ -255,13 +256,9 @@ void ListPainter::paint(const Target& target, const QList<int>& layers, const St
     Job(m_list, m_masks, target, states).paint(layers);
 }
 
-void ListPainter::visitCutLines(const QTransform& sceneToImage, const QSize& imageSize, const QList<int>& layers,
-    const std::function<void(const QRectF& bounds)>& visitor)
+void ListPainter::visitCutLines(const QTransform& sceneToImage, const std::vector<QRect>& borders,
+    const QList<int>& layers, const std::function<void(const QRectF& bounds)>& visitor)
 {
-    const int width = imageSize.width();
-    const int height = imageSize.height();
-    const QRect borders[] = {
-        QRect(0, 0, width, 1), QRect(0, height - 1, width, 1), QRect(0, 0, 1, height), QRect(width - 1, 0, 1, height)};
     for (const QRect& border : borders) {
         const QRectF area = sceneArea(sceneToImage, border);
         for (int place : m_list.placesIn(area)) {

@@ -42,9 +42,9 @@ public:
 
     void paint(const Target& target, const QList<int>& layers, const States& states);
 
-    // Thin lines that cross the border of an area, in the image's pixels: how QPainter cuts them there depends on where
-    // the border is, so that they cannot be moved along with the picture.
-    void visitCutLines(const QTransform& sceneToImage, const QSize& imageSize, const QList<int>& layers,
+    // Thin lines that cross borders of the image (in its pixels): how QPainter cuts them there depends on where the
+    // border is, so that they cannot be moved along with the picture.
+    void visitCutLines(const QTransform& sceneToImage, const std::vector<QRect>& borders, const QList<int>& layers,
         const std::function<void(const QRectF& bounds)>& visitor);
 
 private:

@@ -82,16 +82,16 @@ std::uint32_t* Rasteriser::row(int y) const
     return reinterpret_cast<std::uint32_t*>(m_bits + y * m_bytesPerLine);
 }
 
-void Rasteriser::blend(int x, int y, QRgb color, unsigned coverage)
+inline void Rasteriser::blend(int x, int y, QRgb color, unsigned coverage)
 {
-    if (x < m_clip.left() || x > m_clip.right() || y < m_clip.top() || y > m_clip.bottom() || coverage == 0)
+    if (coverage == 0 || x < m_clip.left() || x > m_clip.right() || y < m_clip.top() || y > m_clip.bottom())
         return;
     std::uint32_t& pixel = row(y)[x];
     pixel = scaled(color, coverage) + scaled(pixel, 255 - coverage);
 }
 
 // `left` and `right` lie within the clip.
-void Rasteriser::blendRow(int left, int right, int y, QRgb color, unsigned coverage)
+inline void Rasteriser::blendRow(int left, int right, int y, QRgb color, unsigned coverage)
 {
     std::uint32_t* pixels = row(y);
     if (coverage == 255) {
@@ -103,6 +103,17 @@ void Rasteriser::blendRow(int left, int right, int y, QRgb color, unsigned cover
     const std::uint32_t source = scaled(color, coverage);
     for (int x = left; x <= right; ++x)
         pixels[x] = source + scaled(pixels[x], 255 - coverage);
+}
+
+inline void Rasteriser::blendColumn(int x, int top, int bottom, QRgb color, unsigned coverage)
+{
+    if (coverage == 0)
+        return;
+    const std::uint32_t source = scaled(color, coverage);
+    for (int y = top; y <= bottom; ++y) {
+        std::uint32_t& pixel = row(y)[x];
+        pixel = source + scaled(pixel, 255 - coverage);
+    }
 }
 
 void Rasteriser::fillRect(const QRectF& rect, QRgb color)
@@ -168,6 +179,36 @@ template <bool isSteep> void Rasteriser::step(int along, int across, int weight,
     }
 }
 
+// A line along the pixels: the same share of its coverage everywhere but at its ends.
+template <bool isSteep> void Rasteriser::straightLine(int start, int end, int across, const Stroke& stroke)
+{
+    const int firstPixel = start >> LineBits;
+    const int lastPixel = end >> LineBits;
+    const int firstWeight = firstPixel == lastPixel ? end - start : LineUnit - (start & (LineUnit - 1));
+    const int lastWeight = firstPixel == lastPixel ? 0 : end & (LineUnit - 1);
+    const int from = std::max(firstPixel + 1, isSteep ? m_clip.top() : m_clip.left());
+    const int to = std::min(lastPixel - 1, isSteep ? m_clip.bottom() : m_clip.right());
+    const int share = (across >> 8) & 0xff;
+    for (const auto& [beside, coverage] :
+        {std::pair(across >> 16, 255 - share), std::pair((across >> 16) + 1, share)}) {
+        if (beside < (isSteep ? m_clip.left() : m_clip.top()) || beside > (isSteep ? m_clip.right() : m_clip.bottom()))
+            continue;
+        const auto part = [&stroke, coverage = coverage](int weight) {
+            return static_cast<unsigned>((((coverage * weight) >> LineBits) * stroke.opacity) >> 8);
+        };
+        if (isSteep) {
+            blend(beside, firstPixel, stroke.color, part(firstWeight));
+            blendColumn(beside, from, to, stroke.color, part(LineUnit));
+            blend(beside, lastPixel, stroke.color, part(lastWeight));
+        } else {
+            blend(firstPixel, beside, stroke.color, part(firstWeight));
+            if (from <= to)
+                blendRow(from, to, beside, stroke.color, part(LineUnit));
+            blend(lastPixel, beside, stroke.color, part(lastWeight));
+        }
+    }
+}
+
 template <bool isSteep> void Rasteriser::scan(int start, int end, int across, int slope, const Stroke& stroke)
 {
     int pixel = start >> LineBits;
@@ -220,7 +261,11 @@ void Rasteriser::thinLine(QPointF a, QPointF b, const Stroke& stroke, Cap cap)
         across -= slope >> 1;
         end += HalfPixel;
     }
-    if (isSteep)
+    if (slope == 0 && isSteep)
+        straightLine<true>(start, end, across, stroke);
+    else if (slope == 0)
+        straightLine<false>(start, end, across, stroke);
+    else if (isSteep)
         scan<true>(start, end, across, slope, stroke);
     else
         scan<false>(start, end, across, slope, stroke);

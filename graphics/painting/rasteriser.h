@@ -57,10 +57,12 @@ private:
     enum Cap { NoCaps, SquareCaps };
 
     void thinLine(QPointF a, QPointF b, const Stroke& stroke, Cap cap);
+    template <bool isSteep> void straightLine(int start, int end, int across, const Stroke& stroke);
     template <bool isSteep> void scan(int start, int end, int across, int slope, const Stroke& stroke);
     template <bool isSteep> void step(int along, int across, int weight, const Stroke& stroke);
     void blend(int x, int y, QRgb color, unsigned coverage);
     void blendRow(int left, int right, int y, QRgb color, unsigned coverage);
+    void blendColumn(int x, int top, int bottom, QRgb color, unsigned coverage);
     [[nodiscard]] std::uint32_t* row(int y) const;
 
     unsigned char* const m_bits;

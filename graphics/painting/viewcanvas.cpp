@@ -116,11 +116,15 @@ bool ViewCanvas::scroll(const Scene& scene)
     m_origin = QPoint(wrapped(m_origin.x() - way.x(), width), wrapped(m_origin.y() - way.y(), height));
     for (QRect& part : m_dirty)
         part.translate(way);
-    markCutLines(scene); // where they were, moved along
+    const std::vector<QRect> borders = bordersAcross(way);
+    markCutLines(borders, way); // where they were, moved along
     m_toPicture = scene.toPicture;
-    markCutLines(scene);
-    markBorder(QPoint());
-    markBorder(way);
+    markCutLines(borders, QPoint());
+    // What is cut off by the border of an image is rounded in another way than what lies inside.
+    for (const QRect& border : borders) {
+        m_dirty.push_back(border);
+        m_dirty.push_back(border.translated(way));
+    }
     if (way.x() != 0)
         m_dirty.emplace_back(way.x() > 0 ? 0 : width + way.x(), 0, std::abs(way.x()), height);
     if (way.y() != 0)
@@ -128,21 +132,27 @@ bool ViewCanvas::scroll(const Scene& scene)
     return true;
 }
 
-// What is cut off by the border of an image is rounded in another way than what lies inside.
-void ViewCanvas::markBorder(QPoint way)
+// The borders of the picture that something moves across.
+std::vector<QRect> ViewCanvas::bordersAcross(QPoint way) const
 {
     constexpr int Breadth = 2;
     const int width = m_picture.width();
     const int height = m_picture.height();
-    for (const QRect& border : {QRect(0, 0, width, Breadth), QRect(0, height - Breadth, width, Breadth),
-             QRect(0, 0, Breadth, height), QRect(width - Breadth, 0, Breadth, height)})
-        m_dirty.push_back(border.translated(way));
+    std::vector<QRect> borders;
+    if (way.x() != 0) {
+        borders.emplace_back(0, 0, Breadth, height);
+        borders.emplace_back(width - Breadth, 0, Breadth, height);
+    }
+    if (way.y() != 0) {
+        borders.emplace_back(0, 0, width, Breadth);
+        borders.emplace_back(0, height - Breadth, width, Breadth);
+    }
+    return borders;
 }
 
-void ViewCanvas::markCutLines(const Scene& scene)
+void ViewCanvas::markCutLines(const std::vector<QRect>& borders, QPoint way)
 {
-    const QPointF way(scene.toPicture.dx() - m_toPicture.dx(), scene.toPicture.dy() - m_toPicture.dy());
-    m_painter.visitCutLines(m_toPicture, scene.size, m_layers,
+    m_painter.visitCutLines(m_toPicture, borders, m_layers,
         [&](const QRectF& bounds) { m_dirty.push_back(bounds.translated(way).toAlignedRect()); });
 }
 
@@ -176,10 +186,12 @@ void ViewCanvas::paintDirtyParts(const Scene& scene)
     }
     if (!dirty.empty() && m_scratch.size() != m_picture.size())
         m_scratch = QImage(m_picture.size(), QImage::Format_RGB32);
-    for (const QRect& raw : dirty) {
-        const QRect part = raw & m_picture.rect();
-        if (part.isEmpty())
+    QRect last;
+    for (auto raw = dirty.rbegin(); raw != dirty.rend(); ++raw) { // the large ones come last
+        const QRect part = *raw & m_picture.rect();
+        if (part.isEmpty() || last.contains(part))
             continue;
+        last = part;
         paint(scene, m_scratch, part);
         copyFromScratch(part);
     }

@@ -55,8 +55,8 @@ public:
 private:
     [[nodiscard]] bool isSameButScrolled(const Scene& scene) const;
     bool scroll(const Scene& scene);
-    void markCutLines(const Scene& scene);
-    void markBorder(QPoint way);
+    [[nodiscard]] std::vector<QRect> bordersAcross(QPoint way) const;
+    void markCutLines(const std::vector<QRect>& borders, QPoint way);
     void paintAll(const Scene& scene);
     void paintDirtyParts(const Scene& scene);
     void paint(const Scene& scene, QImage& image, const QRect& part);
