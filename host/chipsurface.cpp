@@ -15,7 +15,9 @@
 #include <QDockWidget>
 #include <QGraphicsItem>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
+#include <QTableWidget>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 
@@ -32,6 +34,7 @@ const QString UsageDock = QStringLiteral("Usage");
 
 constexpr int DockWidth = 330;
 constexpr double UsageShare = 0.3; // of the docks' height
+constexpr int UsageRowPadding = 6; // pixels, in the height of a row
 constexpr int RowsExpandedAtStart = 200; // a larger design opens with its top level
 const QColor Surroundings(0xfb, 0xfb, 0xfc); // around the drawing
 
@@ -60,6 +63,7 @@ ChipSurface::ChipSurface(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_chipView->initGrahpicView();
     m_chipView->refresh(zelchipview::REFRESH_ALL);
     arrangeTree();
+    arrangeTable();
     addFindBox();
     new ZoomAnchor(m_graphicsView); // child of the view
     m_fit = new DrawingFit(m_graphicsView); // child of the view
@@ -97,6 +101,13 @@ void ChipSurface::arrangeTree()
     tree->sortByColumn(0, Qt::AscendingOrder);
     if (!hasMoreRowsThan(RowsExpandedAtStart, tree))
         m_chipView->expandAllTreeItems();
+}
+
+void ChipSurface::arrangeTable()
+{
+    QHeaderView* rows = m_chipView->findChild<QTableWidget*>()->verticalHeader();
+    rows->setMinimumSectionSize(rows->fontMetrics().height());
+    rows->setDefaultSectionSize(rows->fontMetrics().height() + UsageRowPadding);
 }
 
 void ChipSurface::addFindBox()

@@ -48,6 +48,7 @@ public:
 
 private:
     void arrangeTree();
+    void arrangeTable();
     void addFindBox();
 
     std::unique_ptr<ProjectSession> m_session;

@@ -25,7 +25,14 @@ QList<std::pair<QString, QString>> gestures()
         {tr("S"), tr("select: click an element, or drag a rectangle")},
         {tr("H"), tr("pan: drag the drawing")},
         {tr("Z"), tr("zoom area: drag a rectangle, or click an element")},
-        {tr("right button"), tr("mark kinds of elements")},
+        {tr("right button"), tr("on the drawing: mark kinds of elements")},
+        {QString(), tr("on a resource: reset, delete, configure")},
+        {tr("double click"), tr("settings of a dual-channel unit")},
+        {tr("drag a resource"), tr("place it; the status bar says why a site refuses it")},
+        {tr("Ctrl + F"), tr("find a resource; Enter selects and zooms to it")},
+        {tr("Ctrl + Z, Ctrl + Shift + Z"), tr("undo, redo")},
+        {tr("Ctrl + S"), tr("save the placement")},
+        {tr("Tab, Up, Down, Escape"), tr("in the console: complete, earlier commands, clear or stop")},
     };
 }
 
@@ -35,7 +42,8 @@ QString keysAndGestures()
 {
     QString rows;
     for (const auto& gesture : gestures())
-        rows += QStringLiteral("<tr><td><b>%1</b></td><td style='padding-left: 18px'>%2</td></tr>")
+        rows += QStringLiteral("<tr><td style='white-space: nowrap'><b>%1</b></td><td style='white-space: nowrap; "
+                               "padding-left: 18px'>%2</td></tr>")
                     .arg(gesture.first, gesture.second);
     return QStringLiteral("<table cellpadding='3'>%1</table>").arg(rows);
 }

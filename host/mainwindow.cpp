@@ -25,6 +25,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QIcon>
+#include <QLayout>
 #include <QMessageBox>
 #include <QTreeWidget>
 
@@ -138,6 +139,7 @@ void MainWindow::connectShell()
 
 void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
 {
+    const int consoleHeight = m_console->height();
     // The old one goes first: the chip view's controller exists once.
     m_surface.reset();
     m_surface = std::make_unique<ChipSurface>(std::move(session), this);
@@ -148,8 +150,14 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
     connectDesign();
     setWindowTitle(tr("%1[*] — zelchip").arg(m_surface->session().title()));
     showSummary();
-    if (isVisible())
+    if (isVisible()) {
+        // The console has grown into the gap. Qt would show the view only later.
+        m_surface->chipView()->show();
+        layout()->activate();
+        resizeDocks({m_console}, {consoleHeight}, Qt::Vertical);
+        layout()->activate();
         m_surface->arrangeDocks();
+    }
     m_surface->graphicsView()->setFocus();
 }
 

@@ -4,12 +4,28 @@
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
+#include <QProxyStyle>
 
 namespace mirn::zelchip {
 
 namespace {
 
 constexpr int OffscreenFontPixels = 12;
+
+// Buttons of dialogs say what they do without a picture.
+class PlainFusion final : public QProxyStyle
+{
+public:
+    PlainFusion()
+        : QProxyStyle(QStringLiteral("Fusion"))
+    { }
+
+    int styleHint(
+        StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* data) const override
+    {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+};
 
 QPalette palette()
 {
@@ -37,7 +53,7 @@ QPalette palette()
 
 void applyTheme()
 {
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(new PlainFusion); // the application's
     QApplication::setPalette(palette());
     if (QGuiApplication::platformName() != QLatin1String("offscreen"))
         return;

@@ -171,7 +171,10 @@ void ConsoleOutput::appendCandidates(const QStringList& candidates)
     int width = 0;
     for (const QString& candidate : shown)
         width = std::max(width, static_cast<int>(candidate.size()) + ColumnGap);
-    const int lineWidth = viewport()->width() / std::max(1, fontMetrics().horizontalAdvance(QLatin1Char('0')));
+    // The lines may bring the scroll bar about.
+    const int scrollBar = verticalScrollBar()->isVisible() ? 0 : verticalScrollBar()->sizeHint().width();
+    const int room = viewport()->width() - scrollBar - 2 * qRound(document()->documentMargin());
+    const int lineWidth = room / std::max(1, fontMetrics().horizontalAdvance(QLatin1Char('0')));
     const int columns = std::max(1, (lineWidth + ColumnGap) / std::max(1, width));
     QString text;
     for (int i = 0; i < shown.size(); ++i) {

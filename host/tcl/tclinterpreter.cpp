@@ -158,7 +158,7 @@ TclResult TclInterpreterPrivate::puts(const QStringList& words)
     const QString channel = rest.size() == 2 ? rest.first() : QStringLiteral("stdout");
     const bool isError = channel == QLatin1String("stderr");
     if (!output || rest.isEmpty() || rest.size() > 2 || (!isError && channel != QLatin1String("stdout"))) {
-        const QString call = TclInterpreter::list(QStringList(QStringLiteral("::zelchip_puts")) + words.mid(1));
+        const QString call = TclInterpreter::list(QStringList(QStringLiteral("::zelchip::puts")) + words.mid(1));
         const int code = Tcl_EvalEx(interpreter.get(), call.toUtf8().constData(), -1, 0);
         return {code == TCL_OK, fromTcl(Tcl_GetObjResult(interpreter.get()))};
     }
@@ -169,7 +169,8 @@ TclResult TclInterpreterPrivate::puts(const QStringList& words)
 
 void TclInterpreterPrivate::takeOverPuts()
 {
-    Tcl_EvalEx(interpreter.get(), "rename ::puts ::zelchip_puts", -1, TCL_EVAL_GLOBAL);
+    // In a namespace, so that nobody is offered it.
+    Tcl_EvalEx(interpreter.get(), "namespace eval ::zelchip {}; rename ::puts ::zelchip::puts", -1, TCL_EVAL_GLOBAL);
 }
 
 TclInterpreter::TclInterpreter(Vocabulary vocabulary)

@@ -339,9 +339,14 @@ void TestPlanning::anotherProjectOpensFromAScript()
 {
     Planning planning;
     const QString drawing = planning.files.write(QStringLiteral("other drawing.svg"), smallDrawing());
+    const int viewWidth = planning.view()->width();
+    const int consoleHeight = planning.console()->height();
     planning.run(QStringLiteral("zel_project open {%1}; puts <[zel_project info]>").arg(drawing));
     QVERIFY(planning.window->windowTitle().contains(QStringLiteral("other drawing.svg")));
     QVERIFY(planning.consoleText().contains(QStringLiteral("<name {other drawing}")));
+    // Each part is as large as before.
+    QTRY_COMPARE(planning.view()->width(), viewWidth);
+    QCOMPARE(planning.console()->height(), consoleHeight);
     planning.run(QStringLiteral("zel_project open /nowhere"));
     QVERIFY(planning.consoleText().contains(QStringLiteral("there is no such file or folder")));
     QVERIFY(planning.window->windowTitle().contains(QStringLiteral("other drawing.svg")));
