@@ -15,9 +15,12 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDragEnterEvent>
 #include <QElapsedTimer>
+#include <QFile>
+#include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPlainTextEdit>
@@ -129,6 +132,7 @@ private Q_SLOTS:
     void closingAsks();
     void settingsDialogChangesOneThing_data();
     void settingsDialogChangesOneThing();
+    void snapshotShowsOccupiedAndFilteredSites();
     void findBoxNarrowsTheTree();
     void viewIsDrivenByCommands();
     void rowsAreFoundWhereverTheyAre();
@@ -245,10 +249,38 @@ void TestPlanning::settingsDialogChangesOneThing()
     QTEST((QStringList{settings.value(10, QStringLiteral("CH0")), settings.value(10, QStringLiteral("CH1"))}),
         "channels");
     QCOMPARE(editor.undoStack().count(), steps);
+    QFile journal(planning.files.project.path() + QStringLiteral("/deux/journal.tcl"));
+    const QList<QByteArray> lines
+        = journal.open(QIODevice::ReadOnly) ? journal.readAll().trimmed().split('\n') : QList<QByteArray>();
+    const bool isKept = lines.size() == 2 && lines[1].startsWith("zel_setting -id 11 -key CH")
+        && lines[1].endsWith(" -value " + chosen.toLatin1());
+    QCOMPARE(isKept, steps > 0);
     QCoreApplication::processEvents();
     QCOMPARE(planning.window->isWindowModified(), steps > 0);
     planning.run(QStringLiteral("catch undo"));
     QVERIFY(!planning.window->isWindowModified());
+}
+
+void TestPlanning::snapshotShowsOccupiedAndFilteredSites()
+{
+    Planning planning;
+    const auto colorInSnapshot = [&] {
+        const QString file = planning.files.path(QStringLiteral("sites.png"));
+        planning.run(QStringLiteral("zel_view snapshot {%1}").arg(file));
+        QWidget* viewport = planning.view()->viewport();
+        return QImage(file).pixelColor(
+            viewport->mapTo(planning.window.get(), planning.view()->mapFromScene(13.0, 13.0)));
+    };
+    QCOMPARE(colorInSnapshot(), QColor(0xa0, 0xc0, 0xe0)); // as drawn
+    planning.run(QStringLiteral("zel_resource place -rsc top/duo/a -id 11"));
+    QCOMPARE(colorInSnapshot(), QColor(0xa6, 0x90, 0xd2)); // of an occupied channel
+    const QList<QCheckBox*> kinds = ZELChipViewDatabase::getInstance()->getViewFilterMenu()->findChildren<QCheckBox*>();
+    QCOMPARE(kinds.size(), 2);
+    kinds.last()->click();
+    QCOMPARE(colorInSnapshot(), FILTER_FILL_COLOR);
+    planning.run(QStringLiteral("undo"));
+    kinds.last()->click();
+    QCOMPARE(colorInSnapshot(), QColor(0xa0, 0xc0, 0xe0));
 }
 
 void TestPlanning::findBoxNarrowsTheTree()
