@@ -41,6 +41,8 @@ void BusyScript::end()
 
 bool BusyScript::eventFilter(QObject* watched, QEvent* event)
 {
+    if (QApplication::activeModalWidget())
+        return QObject::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::KeyPress:
         if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)

@@ -72,8 +72,32 @@ ChipSurface::ChipSurface(std::unique_ptr<ProjectSession> session, QWidget* paren
 
 ChipSurface::~ChipSurface()
 {
+    if (m_session)
+        endChipView();
+}
+
+std::unique_ptr<ProjectSession> ChipSurface::takeSession()
+{
+    endChipView();
+    m_session->deactivate();
+    return std::move(m_session);
+}
+
+void ChipSurface::endChipView()
+{
     m_chipView.reset();
     ZELChipViewDatabase::destoryInstance();
+}
+
+void ChipSurface::showSentence(const QString& text)
+{
+    QWidget* viewport = m_graphicsView->viewport();
+    auto* label = new QLabel(text, viewport); // the viewport's
+    label->setObjectName(QStringLiteral("sentence"));
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    auto* layout = new QVBoxLayout(viewport); // the viewport's
+    layout->addWidget(label);
 }
 
 void ChipSurface::fit()

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+class QString;
 class QWidget;
 
 namespace mirn::zelchipview {
@@ -27,6 +28,9 @@ public:
     // Deletes the chip view, then its controller, then closes the session.
     ~ChipSurface();
 
+    // Ends the chip view, and gives back the session, not active any more. All that is left is to delete the surface.
+    [[nodiscard]] std::unique_ptr<ProjectSession> takeSession();
+
     ChipSurface(const ChipSurface&) = delete;
     ChipSurface& operator=(const ChipSurface&) = delete;
 
@@ -40,6 +44,9 @@ public:
     // Shows the whole drawing.
     void fit();
 
+    // In place of a drawing.
+    void showSentence(const QString& text);
+
     // Shows the selected elements; false when none is selected.
     bool zoomToSelection();
 
@@ -47,6 +54,7 @@ public:
     void arrangeDocks();
 
 private:
+    void endChipView();
     void arrangeTree();
     void arrangeTable();
     void addFindBox();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/batch.h"
 #include "host/commandline.h"
+#include "host/loadprogress.h"
 #include "host/mainwindow.h"
 #include "host/projectsession.h"
 #include "host/qtmessages.h"
@@ -17,6 +18,8 @@
 #include <cstring>
 
 #include <langinfo.h>
+
+#include <optional>
 
 using namespace mirn::zelchip;
 
@@ -104,6 +107,9 @@ int run(const CommandLine& commandLine)
 {
     const QString path = commandLine.path.isEmpty() ? samplePath() : commandLine.path;
     QString error;
+    std::optional<LoadProgress> progress;
+    if (commandLine.task == CommandLine::Task::ShowWindow)
+        progress.emplace(path, nullptr, LoadProgress::Cancelling::Possible);
     std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error);
     if (!session)
         return fail(Failure, error);
@@ -114,6 +120,7 @@ int run(const CommandLine& commandLine)
     if (commandLine.task == CommandLine::Task::RunBatch)
         return runBatch(std::move(session), commandLine.scriptFile);
     MainWindow window(std::move(session));
+    progress.reset();
     window.resize(commandLine.windowSize);
     QObject::connect(&window, &MainWindow::scriptWrote, &window, &writeToStream);
     if (commandLine.task == CommandLine::Task::SaveSnapshot)

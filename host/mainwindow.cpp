@@ -13,6 +13,7 @@
 #include "host/dragreason.h"
 #include "host/findbox.h"
 #include "host/helptexts.h"
+#include "host/loadprogress.h"
 #include "host/projectsession.h"
 #include "host/snapshot.h"
 #include "host/tcl/projecttcl.h"
@@ -93,8 +94,11 @@ void MainWindow::open(const QString& path)
 {
     if (!mayLeave(editor(), this))
         return;
+    const LoadProgress progress(path, this, LoadProgress::Cancelling::Possible);
     const QString error = replaceProject(path);
-    if (!error.isEmpty())
+    if (progress.isCancelled())
+        m_statusBar->showMessage(error, MessageMilliseconds);
+    else if (!error.isEmpty())
         showError(error);
 }
 
@@ -103,7 +107,7 @@ QString MainWindow::replaceProject(const QString& path)
     QString error;
     if (std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error))
         showSession(std::move(session));
-    return error;
+    return LoadProgress::isCurrentCancelled() ? tr("Opening %1 was cancelled").arg(QFileInfo(path).fileName()) : error;
 }
 
 bool MainWindow::runScript(const QString& file, QString* error)
@@ -124,8 +128,10 @@ void MainWindow::connectShell()
     ProjectCommands commands;
     commands.open = [this](const QString& path) {
         // The view would go away below the command that it sent.
-        return m_shell.isAnsweringView() ? tr("no other project can be opened while the view waits for an answer")
-                                         : replaceProject(path);
+        if (m_shell.isAnsweringView())
+            return tr("no other project can be opened while the view waits for an answer");
+        const LoadProgress progress(path, this, LoadProgress::Cancelling::Possible);
+        return replaceProject(path);
     };
     commands.save = [this] { return editor().save(); };
     commands.refresh = [this] {
@@ -139,26 +145,40 @@ void MainWindow::connectShell()
 
 void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
 {
-    const int consoleHeight = m_console->height();
-    // The old one goes first: the chip view's controller exists once.
-    m_surface.reset();
-    m_surface = std::make_unique<ChipSurface>(std::move(session), this);
+    openSurface(std::move(session));
     m_shell.setEditor(editor());
     setCentralWidget(m_surface->chipView());
+    m_surface->chipView()->show(); // Qt would show it only later, and the console grow into the gap
     m_actions.addChipActions(*m_surface->chipView()->getActions(), m_surface->session().hasFilter());
     connectChipView();
     connectDesign();
     setWindowTitle(tr("%1[*] — zelchip").arg(m_surface->session().title()));
     showSummary();
     if (isVisible()) {
-        // The console has grown into the gap. Qt would show the view only later.
-        m_surface->chipView()->show();
-        layout()->activate();
-        resizeDocks({m_console}, {consoleHeight}, Qt::Vertical);
         layout()->activate();
         m_surface->arrangeDocks();
     }
     m_surface->graphicsView()->setFocus();
+}
+
+// The old one goes first, because the chip view's controller exists once. When loading the new one is cancelled it
+// comes back; where there is none, a sentence takes the drawing's place.
+void MainWindow::openSurface(std::unique_ptr<ProjectSession> session)
+{
+    m_refresh.stop(); // it would reach for a surface that is not there
+    std::unique_ptr<ProjectSession> previous = m_surface ? m_surface->takeSession() : nullptr;
+    m_surface.reset();
+    setCentralWidget(new QWidget(this)); // keeps its room until the new view is there
+    centralWidget()->show();
+    m_surface = std::make_unique<ChipSurface>(std::move(session), this);
+    if (LoadProgress::isCurrentCancelled() && previous) {
+        const LoadProgress progress(previous->drawingFile(), this, LoadProgress::Cancelling::Impossible);
+        m_surface.reset();
+        m_surface = std::make_unique<ChipSurface>(std::move(previous), this);
+    } else if (LoadProgress::isCurrentCancelled()) {
+        m_surface->showSentence(
+            tr("Opening this drawing was cancelled. The File menu opens it again, or another one."));
+    }
 }
 
 void MainWindow::connectChipView()

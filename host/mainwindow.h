@@ -29,7 +29,7 @@ public:
     ~MainWindow() override;
 
     // Opens a project folder or a drawing in place of the present one. Where that fails, a message box says why, and
-    // the present one stays.
+    // the present one stays; it stays as well when the user cancels a long load.
     void open(const QString& path);
 
     // Runs a script; false, with a message in *error, when it failed.
@@ -66,6 +66,7 @@ private:
     void stepDesign(QString (DesignEditor::*step)());
     [[nodiscard]] DesignEditor& editor() const;
     [[nodiscard]] QString replaceProject(const QString& path);
+    void openSurface(std::unique_ptr<ProjectSession> session);
 
     zelchipview::ZelChipGUI* chipView() override;
     zelchipview::ZelGraphicsView* graphicsView() override;

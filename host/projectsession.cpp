@@ -47,26 +47,13 @@ std::unique_ptr<MirnImplementation> newImplementation(const QString& name, const
     return std::make_unique<MirnImplementation>(name.toStdString(), fileNameBytes(directory));
 }
 
-std::unique_ptr<MirnProject> newProject(const zelengine::Project& project)
-{
-    auto result = std::make_unique<MirnProject>(project.name.toStdString());
-    for (const zelengine::Implementation& implementation : project.implementations)
-        result->addImplementation(newImplementation(implementation.name, implementation.directory));
-    result->setDefaultImplementation(project.defaultImplementation.toStdString());
-    return result;
-}
-
 } // namespace
 
 ProjectSession::ProjectSession() = default;
 
 ProjectSession::~ProjectSession()
 {
-    if (!m_isActive)
-        return;
-    SVGParser::setFactory(nullptr);
-    MirnProjectManager::getProjectManager()->setProject(nullptr);
-    zelproject::getInstance()->setFlowName({});
+    deactivate();
 }
 
 std::unique_ptr<ProjectSession> ProjectSession::open(const QString& path, QString* error)
@@ -108,11 +95,10 @@ bool ProjectSession::openProject(const QString& directory, QString* error)
     m_drawingFile = m_engine->device().drawingFile();
     const zelengine::Implementation* implementation = project.implementation(project.defaultImplementation);
     if (!implementation)
-        return makeScratchProject(project.name, error);
+        return useScratchProject(project.name, error);
     m_implementationDirectory = implementation->directory;
     // Where it cannot be made, the parser does without its working file.
     QDir().mkpath(m_implementationDirectory);
-    m_project = newProject(project);
     return true;
 }
 
@@ -121,11 +107,12 @@ bool ProjectSession::openDrawing(const QString& file, QString* error)
     m_engine = zelengine::ReferenceEngine::forDrawing(file);
     m_drawingFile = file;
     m_title = QFileInfo(file).fileName();
-    return makeScratchProject(m_title, error);
+    return useScratchProject(m_title, error);
 }
 
-bool ProjectSession::makeScratchProject(const QString& name, QString* error)
+bool ProjectSession::useScratchProject(const QString& name, QString* error)
 {
+    m_scratchName = name;
     m_implementationDirectory = scratchDirectory();
     if (m_implementationDirectory.isEmpty()) {
         *error = tr("%1: there is no place for scratch files; neither the cache folder nor the temporary folder can be "
@@ -133,10 +120,23 @@ bool ProjectSession::makeScratchProject(const QString& name, QString* error)
                      .arg(name);
         return false;
     }
-    m_project = std::make_unique<MirnProject>(name.toStdString());
-    m_project->addImplementation(newImplementation(ScratchImplementation, m_implementationDirectory));
-    m_project->setDefaultImplementation(ScratchImplementation.toStdString());
     return true;
+}
+
+std::unique_ptr<MirnProject> ProjectSession::newProject() const
+{
+    if (!m_scratchName.isEmpty()) {
+        auto scratch = std::make_unique<MirnProject>(m_scratchName.toStdString());
+        scratch->addImplementation(newImplementation(ScratchImplementation, m_implementationDirectory));
+        scratch->setDefaultImplementation(ScratchImplementation.toStdString());
+        return scratch;
+    }
+    const zelengine::Project& project = m_engine->project();
+    auto result = std::make_unique<MirnProject>(project.name.toStdString());
+    for (const zelengine::Implementation& implementation : project.implementations)
+        result->addImplementation(newImplementation(implementation.name, implementation.directory));
+    result->setDefaultImplementation(project.defaultImplementation.toStdString());
+    return result;
 }
 
 // The same one whenever this drawing is opened, so that what is cached there helps the next time.
@@ -172,7 +172,7 @@ bool ProjectSession::readDrawing(QString* error)
 void ProjectSession::activate()
 {
     m_isActive = true;
-    MirnProjectManager::getProjectManager()->setProject(std::move(m_project));
+    MirnProjectManager::getProjectManager()->setProject(newProject());
     zelproject::getInstance()->setFlowName(toEngineText(m_flow));
     // The controller makes one parser; another one would be for another drawing.
     SVGParser::setFactory([this]() -> std::unique_ptr<SVGParser> {
@@ -180,6 +180,16 @@ void ProjectSession::activate()
             return std::move(m_parser);
         return std::make_unique<SVGParser>();
     });
+}
+
+void ProjectSession::deactivate()
+{
+    if (!m_isActive)
+        return;
+    m_isActive = false;
+    SVGParser::setFactory(nullptr);
+    MirnProjectManager::getProjectManager()->setProject(nullptr);
+    zelproject::getInstance()->setFlowName({});
 }
 
 zelchipengine* ProjectSession::engine() const

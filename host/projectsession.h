@@ -30,12 +30,15 @@ public:
     // cannot be opened; *error then says where and why.
     [[nodiscard]] static std::unique_ptr<ProjectSession> open(const QString& path, QString* error);
 
-    // An active session leaves no project open.
+    // Deactivates it.
     ~ProjectSession();
 
-    // Makes this the process's open project. To be called once, after the session before is gone and before the chip
-    // view is constructed.
+    // Makes this the process's open project. To be called when no other session is, and before the chip view is
+    // constructed.
     void activate();
+
+    // Leaves no project open; for when the chip view and its controller are gone. It may be activated again.
+    void deactivate();
 
     // The session's; for the chip view.
     [[nodiscard]] zelchipengine* engine() const;
@@ -62,16 +65,17 @@ private:
 
     bool openProject(const QString& directory, QString* error);
     bool openDrawing(const QString& file, QString* error);
-    bool makeScratchProject(const QString& name, QString* error);
+    bool useScratchProject(const QString& name, QString* error);
+    [[nodiscard]] std::unique_ptr<MirnProject> newProject() const;
     bool readDrawing(QString* error);
     [[nodiscard]] QString scratchDirectory();
 
     std::unique_ptr<zelengine::ReferenceEngine> m_engine;
     std::unique_ptr<DesignEditor> m_editor;
-    std::unique_ptr<MirnProject> m_project; // until it is handed over
     std::unique_ptr<PreparedParser> m_parser; // until it is handed over
     std::unique_ptr<QTemporaryDir> m_temporaryDirectory; // where there is no place for cached files
     QString m_title;
+    QString m_scratchName; // of a project without implementations of its own
     QString m_flow;
     QString m_drawingFile;
     QString m_implementationDirectory;

@@ -10,7 +10,7 @@
 class ZELPLATFORM_EXPORT zelprogress
 {
 public:
-    // What takes long.
+    // What takes long, in the order in which it is done.
     enum Work {
         READING_DRAWING, // from the file to records
         BUILDING_VIEW, // from records to items
