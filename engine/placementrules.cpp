@@ -36,20 +36,28 @@ Proposal PlacementRules::propose(int index, int siteId) const
     const QString objection = objectionToSite(resource, *site);
     if (!objection.isEmpty())
         return refused(objection);
-    switch (resource.type) {
-    case ResourceType::Ip:
+    if (resource.type == ResourceType::Ip)
         return proposeIp(index, *site);
+    const QString objectionByOthers = objectionByType(index, *site);
+    return objectionByOthers.isEmpty() ? Proposal{{{index, site->id}}, {}} : refused(objectionByOthers);
+}
+
+// What the rules for its kind have against a resource on a site that takes it.
+QString PlacementRules::objectionByType(int index, const Site& site) const
+{
+    switch (m_design.resource(index).type) {
     case ResourceType::DcuChannel:
-        return single(index, *site, objectionToChannel(index, *site));
+        return objectionToChannel(index, site);
     case ResourceType::ExtRef:
     case ResourceType::Pll:
-        return single(index, *site, objectionToClock(index, *site));
+        return objectionToClock(index, site);
     case ResourceType::Uvccio:
-        return single(index, *site, objectionToSupply(resource, *site));
+        return objectionToSupply(m_design.resource(index), site);
+    case ResourceType::Ip:
     case ResourceType::Folder:
         break;
     }
-    return refused(QStringLiteral("%1 cannot be placed").arg(resource.path));
+    return {};
 }
 
 std::vector<int> PlacementRules::sitesFor(int resource) const
@@ -84,11 +92,6 @@ Proposal PlacementRules::proposeReset(int resource) const
                        .arg(m_design.resource(fixed).path, m_device.site(m_design.resource(fixed).site)->name));
 }
 
-Proposal PlacementRules::single(int resource, const Site& site, const QString& refusal) const
-{
-    return refusal.isEmpty() ? Proposal{{{resource, site.id}}, {}} : refused(refusal);
-}
-
 // What holds for every kind of resource.
 QString PlacementRules::objectionToSite(const Resource& resource, const Site& site) const
 {
@@ -100,9 +103,11 @@ QString PlacementRules::objectionToSite(const Resource& resource, const Site& si
         return QStringLiteral("%1 (%2) does not take resources of type %3")
             .arg(site.name, m_device.kindOf(site).title, resourceTypeName(resource.type));
     const int occupant = m_design.occupant(site.id);
-    if (occupant >= 0)
-        return QStringLiteral("%1 is occupied by %2").arg(site.name, m_design.resource(occupant).path);
-    return {};
+    if (occupant < 0)
+        return {};
+    const QString& present = m_design.resource(occupant).path;
+    return present == resource.path ? QStringLiteral("%1 is already on %2").arg(present, site.name)
+                                    : QStringLiteral("%1 is occupied by %2").arg(site.name, present);
 }
 
 QString PlacementRules::objectionToChannel(int channel, const Site& site) const
@@ -170,10 +175,14 @@ QString PlacementRules::objectionOfClocks(int ip, const QString& unit) const
     return {};
 }
 
+// Whichever of the two the device file says it of: the order of placing must not matter.
 bool PlacementRules::areNeighbours(const QString& unit, const QString& other) const
 {
-    const std::vector<QString> neighbours = neighboursOf(unit);
-    return unit == other || std::find(neighbours.begin(), neighbours.end(), other) != neighbours.end();
+    const auto isNamed = [this](const QString& name, const QString& by) {
+        const std::vector<QString> neighbours = neighboursOf(by);
+        return std::find(neighbours.begin(), neighbours.end(), name) != neighbours.end();
+    };
+    return unit == other || isNamed(unit, other) || isNamed(other, unit);
 }
 
 std::vector<QString> PlacementRules::neighboursOf(const QString& unit) const
@@ -182,6 +191,24 @@ std::vector<QString> PlacementRules::neighboursOf(const QString& unit) const
     for (const Site* site : m_device.sitesOfGroup(unit))
         result.insert(result.end(), site->neighbours.begin(), site->neighbours.end());
     return result;
+}
+
+bool PlacementRules::isInForce(const Proposal& proposal) const
+{
+    return std::all_of(proposal.placements.begin(), proposal.placements.end(),
+        [this](const Placement& placement) { return m_design.resource(placement.resource).site == placement.site; });
+}
+
+QString PlacementRules::objectionToPlaced(int top) const
+{
+    for (int index : m_design.subtree(top)) {
+        const Resource& resource = m_design.resource(index);
+        const Site* site = m_device.site(resource.site);
+        const QString objection = site ? objectionByType(index, *site) : QString();
+        if (!objection.isEmpty())
+            return objection;
+    }
+    return {};
 }
 
 // The unit alone if all channels fit into it, else with its first neighbour that does.
@@ -195,14 +222,16 @@ Proposal PlacementRules::proposeIp(int ip, const Site& site) const
     const QString& path = m_design.resource(ip).path;
     if (channels.empty())
         return refused(QStringLiteral("%1 has no channel that could be moved").arg(path));
+    if (site.group.isEmpty())
+        return refused(QStringLiteral("%1 has no channels").arg(site.name));
 
     Proposal proposal = fillUnits(ip, channels, {site.group});
     if (proposal.isAllowed())
-        return proposal;
+        return isInForce(proposal) ? refused(QStringLiteral("%1 is already on %2").arg(path, site.name)) : proposal;
     for (const QString& neighbour : neighboursOf(site.group)) {
         Proposal wider = fillUnits(ip, channels, {site.group, neighbour});
         if (wider.isAllowed())
-            return wider;
+            return isInForce(wider) ? refused(QStringLiteral("%1 is already on %2").arg(path, site.name)) : wider;
         proposal.refusal = wider.refusal;
     }
     return proposal;

@@ -45,8 +45,11 @@ public:
     // What resetting a resource takes off its site: all of it and below it that is placed and not fixed.
     [[nodiscard]] Proposal proposeReset(int resource) const;
 
+    // What is against leaving placed what is placed of a resource and below it; empty: nothing.
+    [[nodiscard]] QString objectionToPlaced(int resource) const;
+
 private:
-    [[nodiscard]] Proposal single(int resource, const Site& site, const QString& refusal) const;
+    [[nodiscard]] QString objectionByType(int resource, const Site& site) const;
     [[nodiscard]] QString objectionToSite(const Resource& resource, const Site& site) const;
     [[nodiscard]] QString objectionToChannel(int channel, const Site& site) const;
     [[nodiscard]] QString objectionToClock(int clock, const Site& site) const;
@@ -55,6 +58,7 @@ private:
     [[nodiscard]] bool areNeighbours(const QString& unit, const QString& other) const;
     [[nodiscard]] std::vector<QString> neighboursOf(const QString& unit) const;
 
+    [[nodiscard]] bool isInForce(const Proposal& proposal) const;
     [[nodiscard]] Proposal proposeIp(int ip, const Site& site) const;
     [[nodiscard]] Proposal fillUnits(int ip, const std::vector<int>& channels, const std::vector<QString>& units) const;
 

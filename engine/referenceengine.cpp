@@ -122,8 +122,12 @@ QString ReferenceEngine::restore(const QString& resource)
 {
     if (!m_design.restore(resource))
         return QStringLiteral("no resource \"%1\" was removed that could come back").arg(resource);
+    // What is fixed comes back to where it was, and other things may have been placed since.
+    const QString objection = rules().objectionToPlaced(m_design.find(resource));
+    if (!objection.isEmpty())
+        m_design.remove(m_design.find(resource));
     m_isChanged = true;
-    return {};
+    return objection;
 }
 
 // Takes everything off first: the parts of an IP may change places among themselves.

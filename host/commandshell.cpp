@@ -47,12 +47,14 @@ TclResult CommandShell::runFile(const QString& file)
         QStringLiteral("utf-8"), QFile::decodeName(QFile::encodeName(file))}));
     if (result.isOk)
         return result;
-    const QString place = QStringLiteral("(file \"%1\" line ").arg(file);
+    // The outermost file stands last; a long name is not all there.
+    const QString beforeLine = QStringLiteral("\" line ");
     const QString trace = m_interpreter.errorTrace();
-    const auto at = trace.indexOf(place);
+    const auto place = trace.lastIndexOf(QLatin1String("(file \""));
+    const auto at = place < 0 ? place : trace.indexOf(beforeLine, place);
     if (at < 0)
         return TclResult::error(QStringLiteral("%1: %2").arg(file, result.text));
-    const auto begin = at + place.size();
+    const auto begin = at + beforeLine.size();
     const QString line = trace.mid(begin, trace.indexOf(QLatin1Char(')'), begin) - begin);
     return TclResult::error(QStringLiteral("%1:%2: %3").arg(file, line, result.text));
 }

@@ -58,7 +58,11 @@ QString DragReason::reasonAt(QPoint position) const
         return {};
     const QString resource = rows.first()->data(0, zelchipview::RESOURCENAME).toString();
     const int index = m_engine.design().find(resource);
-    return index < 0 ? QString() : m_engine.rules().propose(index, element->itemId).refusal;
+    if (index < 0)
+        return {};
+    if (!m_engine.device().site(element->itemId))
+        return tr("%1 takes no resource").arg(describeElement(*element));
+    return m_engine.rules().propose(index, element->itemId).refusal;
 }
 
 void DragReason::tell(const QString& reason)

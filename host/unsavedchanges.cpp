@@ -36,9 +36,12 @@ bool mayLeave(DesignEditor& editor, QWidget* parent)
     default:
         return false;
     }
-    if (!problem.isEmpty())
-        QMessageBox::critical(parent, tr("zelchip"), problem);
-    return problem.isEmpty();
+    if (problem.isEmpty())
+        return true;
+    QMessageBox complaint(QMessageBox::Critical, tr("zelchip"), problem, QMessageBox::Close, parent);
+    complaint.setTextFormat(Qt::PlainText); // a path may look like mark-up
+    complaint.exec();
+    return false;
 }
 
 } // namespace mirn::zelchip

@@ -6,8 +6,6 @@
 #include "host/design/designeditor.h"
 #include "host/tcl/arguments.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
 #include <limits>
 
@@ -98,16 +96,13 @@ TclResult list(const ReferenceEngine& engine, const QStringList& words)
     const QStringList pattern = arguments.positional(0, 1);
     if (!arguments.isOk())
         return arguments.error();
-    const QRegularExpression matching(
-        QRegularExpression::wildcardToRegularExpression(pattern.value(0).replace(QLatin1Char('/'), QChar(1))));
     QStringList names;
     for (int index : engine.design().all()) {
         const Resource& resource = engine.design().resource(index);
         const bool isPlaceable = resource.children.empty();
         if (arguments.has(UnplacedFlag) && (!isPlaceable || resource.site >= 0))
             continue;
-        // In a pattern "*" goes across slashes, as in Tcl's own matching.
-        if (pattern.isEmpty() || matching.match(QString(resource.path).replace(QLatin1Char('/'), QChar(1))).hasMatch())
+        if (pattern.isEmpty() || TclInterpreter::matches(resource.path, pattern.first()))
             names.append(resource.path);
     }
     return TclResult::value(TclInterpreter::list(names));

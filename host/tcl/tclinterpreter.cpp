@@ -275,6 +275,11 @@ QString TclInterpreter::list(const QStringList& words)
     return text;
 }
 
+bool TclInterpreter::matches(const QString& text, const QString& pattern)
+{
+    return Tcl_StringMatch(text.toUtf8().constData(), pattern.toUtf8().constData()) != 0;
+}
+
 std::optional<QStringList> TclInterpreter::words(const QString& list)
 {
     prepareTcl();

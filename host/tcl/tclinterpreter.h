@@ -68,6 +68,9 @@ public:
     // Words as one list text, which is also a command that calls the first with the others. Always one line.
     [[nodiscard]] static QString list(const QStringList& words);
 
+    // As "string match" does it.
+    [[nodiscard]] static bool matches(const QString& text, const QString& pattern);
+
     // Nothing when the text is no list.
     [[nodiscard]] static std::optional<QStringList> words(const QString& list);
 

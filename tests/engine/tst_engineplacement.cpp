@@ -76,6 +76,8 @@ private Q_SLOTS:
     void resets();
     void removesWithAllReferences();
     void goesBackToAnEarlierState();
+    void whatWouldBreakARuleDoesNotComeBack();
+    void neighboursAreSoBothWays();
 
 private:
     ProjectFolder m_folder;
@@ -100,7 +102,7 @@ void TestEnginePlacement::placesOrSaysWhyNot_data()
     row("a channel of the unit next to it", "top/duo/b", "U1_CH1", "");
     row("a channel of a unit apart", "top/duo/b", "U2_CH0", "top/duo/a is in U0, which is not next to U2");
     row("an occupied channel", "top/mono/a", "U0_CH0", "U0_CH0 is occupied by top/duo/a");
-    row("the site it is on", "top/duo/a", "U0_CH0", "U0_CH0 is occupied by top/duo/a");
+    row("the site it is on", "top/duo/a", "U0_CH0", "top/duo/a is already on U0_CH0");
     row("a channel beyond the reach of its clock", "top/duo/a", "U2_CH0", "top/duo/ref on REF_L does not reach U2");
     row("a site of another kind", "top/duo/b", "P1", "P1 (Pad) does not take resources of type DCUCHANNEL");
     row("what is fixed", "top/duo/ref", "REF_R", "top/duo/ref is fixed on REF_L");
@@ -210,6 +212,8 @@ void TestEnginePlacement::movesWithinItsOwnSites()
     const QStringList expected{"duo/a@U0_CH0", "duo/b@U0_CH1"};
     QCOMPARE(placements(*m_engine).filter(QStringLiteral("_CH")), expected);
     QCOMPARE(m_engine->design().occupants().size(), 4); // with the reference and v33
+    QCOMPARE(m_engine->place(QStringLiteral("top/duo"), idOf(*m_engine, QStringLiteral("U0"))),
+        QStringLiteral("top/duo is already on U0"));
 }
 
 void TestEnginePlacement::resets_data()
@@ -281,6 +285,45 @@ void TestEnginePlacement::removedResourcesComeBackWhereTheyStood()
     QVERIFY(!placements(*engine).contains(QStringLiteral("duo/a@U0_CH0")));
     QVERIFY(engine->place(QStringLiteral("top/duo/a"), idOf(*engine, QStringLiteral("U0_CH0"))).isEmpty());
     QCOMPARE(placements(*engine), before);
+}
+
+// Where a fixed part would be may have become wrong in the meantime.
+void TestEnginePlacement::whatWouldBreakARuleDoesNotComeBack()
+{
+    ProjectFolder folder;
+    const auto engine = openWith(folder, R"([
+      {"name": "ip", "type": "IP", "children": [
+        {"name": "a", "type": "DCUCHANNEL", "site": "U0_CH0", "fixed": true}]},
+      {"name": "clock", "type": "EXTREF", "feeds": ["ip"], "site": "REF_L"}])");
+    QCOMPARE(engine->remove(QStringLiteral("top/ip")), QString());
+    QCOMPARE(engine->place(QStringLiteral("top/clock"), idOf(*engine, QStringLiteral("REF_R"))), QString());
+    QCOMPARE(engine->restore(QStringLiteral("top/ip")), QStringLiteral("top/clock on REF_R does not reach U0"));
+    QCOMPARE(placements(*engine), QStringList{"clock@REF_R"});
+    QCOMPARE(engine->place(QStringLiteral("top/clock"), idOf(*engine, QStringLiteral("REF_L"))), QString());
+    QCOMPARE(engine->restore(QStringLiteral("top/ip")), QString());
+    QCOMPARE(placements(*engine), (QStringList{"ip/a@U0_CH0", "clock@REF_L"}));
+}
+
+// Also where the device file names it on one side only.
+void TestEnginePlacement::neighboursAreSoBothWays()
+{
+    ProjectFolder folder;
+    folder.write(QStringLiteral("device.json"), R"({"name": "D", "drawing": "d.svg",
+      "kinds": [{"name": "UNIT", "accepts": ["IP"]}, {"name": "CHANNEL", "accepts": ["DCUCHANNEL"]}],
+      "sites": [
+        {"id": 1, "name": "U0", "kind": "UNIT", "group": "U0", "neighbours": ["U1"]},
+        {"id": 2, "name": "C0", "kind": "CHANNEL", "group": "U0"},
+        {"id": 3, "name": "U1", "kind": "UNIT", "group": "U1"},
+        {"id": 4, "name": "C1", "kind": "CHANNEL", "group": "U1"},
+        {"id": 5, "name": "alone", "kind": "UNIT"}]})");
+    const QByteArray design = R"([{"name": "ip", "type": "IP", "children": [
+      {"name": "a", "type": "DCUCHANNEL"}, {"name": "b", "type": "DCUCHANNEL"}]}])";
+    for (const QStringList& order : {QStringList{"C0", "C1"}, QStringList{"C1", "C0"}}) {
+        const auto engine = openWith(folder, design);
+        QCOMPARE(engine->place(QStringLiteral("top/ip/a"), idOf(*engine, order[0])), QString());
+        QCOMPARE(engine->place(QStringLiteral("top/ip/b"), idOf(*engine, order[1])), QString());
+        QCOMPARE(engine->place(QStringLiteral("top/ip"), 5), QStringLiteral("alone has no channels"));
+    }
 }
 
 ZEL_TEST_MAIN(TestEnginePlacement)

@@ -163,6 +163,9 @@ void TestPlanning::statusBarSaysWhyASiteRefuses()
     const QString reason = engine.rules().propose(engine.design().find(QStringLiteral("top/core")), 11).refusal;
     QVERIFY(!reason.isEmpty());
     QCOMPARE(planning.window->statusBar()->currentMessage(), reason);
+    planning.drag<QDragMoveEvent>({80, 30});
+    QCOMPARE(planning.window->statusBar()->currentMessage(), QStringLiteral("wedge takes no resource"));
+    planning.drag<QDragMoveEvent>({13, 13});
     planning.drag<QDropEvent>({13, 13});
     QVERIFY(planning.window->statusBar()->currentMessage().isEmpty());
     QCOMPARE(planning.siteOf(QStringLiteral("top/core")), -1);

@@ -2,6 +2,7 @@
 #include "tests/program/sampleproject.h"
 #include "tests/support/testmain.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -133,6 +134,7 @@ private Q_SLOTS:
     void changeThatCannotBeKeptIsAnError();
     void errorsHaveAPlace_data();
     void errorsHaveAPlace();
+    void errorsHaveAPlaceInAFileWithALongName();
     void windowStaysAfterAnErrorInItsScript();
 
 private:
@@ -263,6 +265,8 @@ void TestRecovery::errorsHaveAPlace_data()
     QTest::newRow("no such command") << QByteArray("zel_nothing") << "%1:1: invalid command name \"zel_nothing\"";
     QTest::newRow("in a procedure") << QByteArray("proc p {} {\n error oops\n}\n\np") << "%1:5: oops";
     QTest::newRow("a brace is missing") << QByteArray("puts a\nforeach x {1 2} {") << "%1:2: missing close-brace";
+    QTest::newRow("in another file") << QByteArray("\nsource [file join [file dirname [info script]] inner.tcl]")
+                                     << "%1:2: inside";
     QTest::newRow("no window in a batch") << QByteArray("zel_view fit") << "%1:1: zel_view: this run has no window";
 }
 
@@ -270,10 +274,23 @@ void TestRecovery::errorsHaveAPlace()
 {
     QFETCH(QByteArray, script);
     QFETCH(QString, error);
+    m_project.write("inner.tcl", "\n\n\nerror inside");
     const Outcome outcome = runBatch(m_project, script);
     QCOMPARE(outcome.status, 1);
     QCOMPARE(QString::fromUtf8(outcome.errors),
         QStringLiteral("zelchip: ") + error.arg(m_project.file("batch.tcl")) + QLatin1Char('\n'));
+}
+
+// Tcl tells only the beginning of it.
+void TestRecovery::errorsHaveAPlaceInAFileWithALongName()
+{
+    const QString folder = m_project.file(QString(200, QLatin1Char('n')));
+    QVERIFY(QDir().mkpath(folder));
+    QFile script(folder + "/script.tcl");
+    QVERIFY(script.open(QIODevice::WriteOnly) && script.write("\nzel_nothing\n") > 0);
+    script.close();
+    const Outcome outcome = run({m_project.path(), "--batch", script.fileName()});
+    QVERIFY2(outcome.errors.contains("/script.tcl:2: invalid command name"), outcome.errors.constData());
 }
 
 // One sees how far it came. A snapshot of it is not made.

@@ -452,6 +452,9 @@ void TestDesignEditing::questionsAreAnswered()
     QCOMPARE(project.run(QStringLiteral("zel_resource list top/duo*")),
         QStringLiteral("top/duo top/duo/a top/duo/b top/duo/ref"));
     QCOMPARE(project.run(QStringLiteral("zel_resource list -unplaced */b")), QStringLiteral("top/duo/b"));
+    QCOMPARE(project.run(QStringLiteral("zel_resource list {*[}")), QString()); // a range that never ends
+    QCOMPARE(
+        project.run(QStringLiteral("lindex [zel_resource list {*/a\\[1\\]$x}] 0")), QStringLiteral("top/my ip/a[1]$x"));
     QCOMPARE(project.run(QStringLiteral("dict get [zel_resource get -ip top/duo/a] site")), QStringLiteral("U0_CH0"));
     QCOMPARE(project.run(QStringLiteral("zel_resource sites -rsc top/core")), QStringLiteral("50 51"));
     QCOMPARE(project.run(QStringLiteral("zel_resource why -rsc top/core -id 50")), QString());

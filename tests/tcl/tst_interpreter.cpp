@@ -71,6 +71,7 @@ void TestInterpreter::errorsAreTheCommandsOwn()
     QVERIFY(!tcl.evaluate(QStringLiteral("nosuchcommand")).isOk);
     QCOMPARE(tcl.evaluate(QStringLiteral("expr {6*7}")).text, QStringLiteral("42"));
     QVERIFY(!TclInterpreter::words(QStringLiteral("{open")));
+    QVERIFY(!tcl.evaluate(QStringLiteral("break")).text.isEmpty());
 }
 
 void TestInterpreter::putsGoesToTheHost()
