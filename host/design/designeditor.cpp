@@ -304,13 +304,35 @@ QString DesignEditor::defaultSetting(int site, const QString& key) const
     return {};
 }
 
+// At the first change, so that one can look at a project that another program has open.
+QString DesignEditor::claim()
+{
+    if (m_isClaimed)
+        return {};
+    const QString obstacle = m_journal.claim();
+    if (!obstacle.isEmpty())
+        return obstacle;
+    QFile saved(placementFile());
+    m_isClaimed = (saved.open(QIODevice::ReadOnly) ? saved.readAll() : QByteArray()) == m_savedState;
+    if (m_isClaimed)
+        return {};
+    m_journal.release();
+    return tr("another program has changed the project; open it again");
+}
+
 QString DesignEditor::keep(const QStringList& commands)
 {
-    return m_isReplaying || commands.isEmpty() ? QString() : m_journal.append(commands);
+    if (m_isReplaying || commands.isEmpty())
+        return {};
+    const QString obstacle = claim();
+    return obstacle.isEmpty() ? m_journal.append(commands) : obstacle;
 }
 
 QString DesignEditor::save()
 {
+    const QString claimed = claim();
+    if (!claimed.isEmpty())
+        return claimed;
     const auto defaults = [this](int site, const QString& key) { return defaultSetting(site, key); };
     const QStringList commands = designcommands::between(m_pristine, m_engine.design())
         + designcommands::settings({}, m_engine.settings().changes(), defaults);
@@ -382,7 +404,7 @@ QString DesignEditor::replay(TclInterpreter& interpreter, const Journal::Change&
 
 void DesignEditor::replaySaved(QStringList& messages)
 {
-    const Journal saved(placementFile());
+    Journal saved(placementFile());
     Journal::Content content = saved.read();
     if (!content.error.isEmpty())
         messages.append(content.error);
@@ -454,7 +476,7 @@ QString DesignEditor::rewriteJournal(const std::vector<Journal::Change>& changes
 
 QString DesignEditor::whereJournalIsKept(const QString& name) const
 {
-    return name.isEmpty() ? tr("It could not be set aside; nothing can be changed until the project is saved.")
+    return name.isEmpty() ? tr("Nothing can be changed: %1.").arg(m_journal.blockage())
                           : tr("The journal as it was is kept as %1.").arg(name);
 }
 

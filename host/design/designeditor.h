@@ -22,7 +22,8 @@ namespace mirn::zelchip {
 class TclInterpreter;
 
 // The one way to change the design: asks the engine, keeps each accepted change in the journal before it answers, and
-// can take it back. What cannot be kept is refused. Knows no widget.
+// can take it back. What cannot be kept is refused, also because another program is changing the project. Knows no
+// widget.
 //
 // Every operation gives an empty text for success, else one sentence for people that says why nothing changed.
 class DesignEditor final : public QObject
@@ -79,6 +80,7 @@ private:
     [[nodiscard]] QString path(int resource) const;
     QString step(int index, bool isForward);
     [[nodiscard]] QString defaultSetting(int site, const QString& key) const;
+    [[nodiscard]] QString claim();
     QString keep(const QStringList& commands);
     QStringList replay(std::vector<Journal::Change>& changes);
     QString replay(TclInterpreter& interpreter, const Journal::Change& change);
@@ -95,6 +97,7 @@ private:
     QUndoStack m_undoStack;
     zelengine::Design m_pristine; // as the design file has it
     bool m_isReplaying = false;
+    bool m_isClaimed = false; // no other program changes the project
     bool m_hasUnsavedPast = false;
 };
 

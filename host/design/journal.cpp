@@ -70,13 +70,15 @@ private:
 Journal::Journal(const QString& fileName)
     : m_fileName(fileName)
     , m_file(fileName)
+    , m_lock(fileName + QLatin1String(".lock"))
 {
+    m_lock.setStaleLockTime(0); // however long the other program runs
     startsAfter({});
 }
 
 Journal::~Journal() = default;
 
-Journal::Content Journal::read() const
+Journal::Content Journal::read()
 {
     Content content;
     QFile file(m_fileName);
@@ -90,6 +92,7 @@ Journal::Content Journal::read() const
         return content;
     }
     content.bytes = file.readAll();
+    m_size = content.bytes.size();
     Lines lines;
     for (qsizetype position = 0; position < content.bytes.size();) {
         const QByteArray line = takeLine(content.bytes, position);
@@ -119,8 +122,10 @@ QString Journal::append(const QStringList& commands)
         lines += GroupStart + QByteArray::number(commands.size()) + '\n';
     for (const QString& command : commands)
         lines += command.toUtf8() + '\n';
-    if (m_file.write(lines) == lines.size() && m_file.flush())
+    if (m_file.write(lines) == lines.size() && m_file.flush()) {
+        m_size = end + lines.size();
         return {};
+    }
     const QString problem = complaint();
     // Half a command must not stand before the next one.
     (void)cut(end);
@@ -134,29 +139,62 @@ void Journal::startsAfter(const QByteArray& savedState)
 
 QString Journal::startAfter(const QByteArray& savedState)
 {
+    const QString obstacle = claim();
+    if (!obstacle.isEmpty())
+        return obstacle;
     startsAfter(savedState);
     m_file.close();
     m_blockage.clear();
+    m_size = 0;
     return QFileInfo::exists(m_fileName) ? cut(0) : QString();
+}
+
+QString Journal::claim()
+{
+    if (m_lock.isLocked())
+        return {};
+    QDir().mkpath(QFileInfo(m_fileName).absolutePath());
+    if (!m_lock.tryLock(0) && m_lock.error() == QLockFile::LockFailedError) {
+        qint64 process = 0;
+        QString host;
+        QString program;
+        (void)m_lock.getLockInfo(&process, &host, &program);
+        return QStringLiteral("the project is being changed by another program (%1, process %2)")
+            .arg(program, QString::number(process));
+    }
+    // Where a lock cannot be made, nothing else can be written either, and says so.
+    const QFileInfo file(m_fileName);
+    if (file.size() == m_size || (file.exists() && !file.isFile()))
+        return {};
+    m_lock.unlock();
+    return QStringLiteral("another program has changed the project; open it again");
 }
 
 QString Journal::cut(qint64 size)
 {
     m_file.close();
-    if (!m_file.resize(size))
+    m_blockage = claim();
+    if (m_blockage.isEmpty() && !m_file.resize(size))
         m_blockage = complaint(); // nothing must stand behind what was to go
+    if (m_blockage.isEmpty())
+        m_size = size;
     return m_blockage;
 }
 
 QString Journal::setAside()
 {
     m_file.close();
+    m_blockage = claim();
+    if (!m_blockage.isEmpty())
+        return {};
     const QString name = freeName();
     QFile file(m_fileName);
-    if (file.rename(name))
-        return name;
-    m_blockage = QStringLiteral("%1 cannot be set aside: %2").arg(m_fileName, file.errorString());
-    return {};
+    if (!file.rename(name)) {
+        m_blockage = QStringLiteral("%1 cannot be set aside: %2").arg(m_fileName, file.errorString());
+        return {};
+    }
+    m_size = 0;
+    return name;
 }
 
 QString Journal::copyAside() const
@@ -181,7 +219,9 @@ QString Journal::open()
         m_blockage = QStringLiteral("%1 has been removed; save to begin a new one").arg(m_fileName);
     if (!m_blockage.isEmpty() || m_file.isOpen())
         return m_blockage;
-    QDir().mkpath(QFileInfo(m_fileName).absolutePath());
+    const QString obstacle = claim();
+    if (!obstacle.isEmpty())
+        return obstacle;
     return m_file.open(QIODevice::WriteOnly | QIODevice::Append) ? QString() : complaint();
 }
 

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QFile>
+#include <QLockFile>
 #include <QString>
 #include <QStringList>
 
@@ -36,7 +37,13 @@ public:
         bool isForeign = false; // follows another saved state
         QString error; // empty unless the file is there and cannot be read
     };
-    [[nodiscard]] Content read() const;
+    // Remembers how large the file is: from then on nobody else may change it.
+    [[nodiscard]] Content read();
+
+    // Makes the file this program's own, as every change of it does by itself; empty on success, else why another
+    // program has it or had it since read(). It is so until the end of this object, or until it is released.
+    [[nodiscard]] QString claim();
+    void release() { m_lock.unlock(); }
 
     // Empty on success; else why none of the commands is in the file. They count only together. Each must be one line.
     [[nodiscard]] QString append(const QStringList& commands);
@@ -46,9 +53,10 @@ public:
     [[nodiscard]] QString startAfter(const QByteArray& savedState);
 
     // Gives the file, or a copy, a name of its own beside it; gives that name, or nothing when it could not. A file
-    // that could not be set aside takes no further changes.
+    // that could not be set aside takes no further changes, and blockage() says why.
     QString setAside();
     QString copyAside() const;
+    [[nodiscard]] const QString& blockage() const { return m_blockage; }
 
     // Drops what is behind this; empty on success. A file that cannot be cut takes no further changes.
     [[nodiscard]] QString cut(qint64 size);
@@ -62,6 +70,8 @@ private:
 
     const QString m_fileName;
     QFile m_file;
+    QLockFile m_lock; // beside it, while this program has changed it
+    qint64 m_size = 0; // as this program knows it
     QByteArray m_header; // of a new file, with its line end
     QString m_blockage; // why nothing may be appended; empty: nothing stands against it
 };

@@ -94,6 +94,8 @@ public:
 
     void goOn() { m_process.write("\n"); }
 
+    [[nodiscard]] const QByteArray& output() const { return m_output; }
+
     // The number of steps it had confirmed.
     int kill()
     {
@@ -130,6 +132,9 @@ private Q_SLOTS:
     void exitKeepsWhatWasConfirmed();
     void lastStepIsCutOff_data();
     void lastStepIsCutOff();
+    void twoProgramsDoNotChangeOneProject();
+    void changesOfAnotherProgramAreNotPassedOver_data();
+    void changesOfAnotherProgramAreNotPassedOver();
     void changeThatCannotBeKeptIsAnError_data();
     void changeThatCannotBeKeptIsAnError();
     void errorsHaveAPlace_data();
@@ -228,6 +233,43 @@ void TestRecovery::lastStepIsCutOff()
     QVERIFY2(outcome.errors.contains("The last line of " + QFile::encodeName(m_project.journalFile()) + " was cut off"),
         outcome.errors.constData());
     QCOMPARE(outcome.output.trimmed(), m_states[steps - 1]);
+}
+
+// Looking at it is allowed, and when the first one has ended, in whatever way, the next one may change it.
+void TestRecovery::twoProgramsDoNotChangeOneProject()
+{
+    Victim first(m_project, Steps[0] + "\nputs done\ngets stdin");
+    QVERIFY(first.waitForLine());
+    const Outcome second = runBatch(m_project, Ask + "puts [state]\n" + Steps[1]);
+    QCOMPARE(second.status, 1);
+    QCOMPARE(second.output.trimmed(), m_states[1]);
+    QVERIFY2(
+        second.errors.contains("is being changed by another program (zelchip, process "), second.errors.constData());
+    QVERIFY(runBatch(m_project, "zel_project save").errors.contains("is being changed by another program"));
+    QCOMPARE(first.kill(), 1);
+    QCOMPARE(runBatch(m_project, Steps[1]).status, 0);
+    QCOMPARE(stateOf(m_project), m_states[2]);
+}
+
+void TestRecovery::changesOfAnotherProgramAreNotPassedOver_data()
+{
+    QTest::addColumn<QByteArray>("change");
+    QTest::newRow("in the journal") << Steps[0];
+    QTest::newRow("saved") << Steps[0] + "\nzel_project save";
+}
+
+void TestRecovery::changesOfAnotherProgramAreNotPassedOver()
+{
+    QFETCH(QByteArray, change);
+    Victim first(m_project,
+        "puts open\ngets stdin\ncatch {" + Steps[3] + "} why\nputs $why\ncatch {zel_project save} why\nputs $why");
+    QVERIFY(first.waitForLine());
+    QCOMPARE(runBatch(m_project, change).status, 0);
+    first.goOn();
+    QVERIFY(first.waitForLine() && first.waitForLine());
+    first.kill();
+    QCOMPARE(first.output().count("another program has changed the project; open it again\n"), 2);
+    QCOMPARE(stateOf(m_project), m_states[1]);
 }
 
 void TestRecovery::changeThatCannotBeKeptIsAnError_data()
