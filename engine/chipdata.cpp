@@ -3,6 +3,7 @@
 
 #include "engine/design.h"
 #include "engine/device.h"
+#include "engine/settingstore.h"
 #include "platform/contract/zeltext.h"
 
 #include <QFile>
@@ -14,10 +15,19 @@ namespace {
 const std::string POPUP_KEY = "tovanel:popup";
 const std::string FILL_KEY = "fill";
 
-void describeOccupant(AttributeBag& bag, const Site& site, const SiteKind& kind, const Resource& occupant)
+// Of a site that is occupied although a setting puts it out of use. Which of the two is wrong only the designer knows.
+const std::string CONFLICT_FILL = "#d64541";
+
+void describeOccupant(
+    AttributeBag& bag, const Site& site, const SiteKind& kind, const Resource& occupant, const QString& obstacle)
 {
-    bag.insert(POPUP_KEY, toEngineText(QStringLiteral("%1 %2: %3").arg(kind.title, site.name, occupant.path)));
-    if (!kind.occupiedFill.isEmpty())
+    QString popup = QStringLiteral("%1 %2: %3").arg(kind.title, site.name, occupant.path);
+    if (!obstacle.isEmpty())
+        popup += QStringLiteral("\nConflict: %1").arg(obstacle);
+    bag.insert(POPUP_KEY, toEngineText(popup));
+    if (!obstacle.isEmpty())
+        bag.insert(FILL_KEY, CONFLICT_FILL);
+    else if (!kind.occupiedFill.isEmpty())
         bag.insert(FILL_KEY, toEngineText(kind.occupiedFill));
 }
 
@@ -34,7 +44,7 @@ ChipData::ChipData(const Device& device)
     , m_filterFile(QFile::encodeName(device.filterFile()).toStdString())
 { }
 
-void ChipData::update(const Device& device, const Design& design)
+void ChipData::update(const Device& device, const Design& design, const SettingStore& settings)
 {
     const std::vector<Site>& sites = device.sites();
     m_bags.assign(sites.size(), {});
@@ -46,7 +56,7 @@ void ChipData::update(const Device& device, const Design& design)
             m_bags[i].insert(toEngineText(it.key()), toEngineText(it.value()));
         const int occupant = design.occupant(site.id);
         if (occupant >= 0)
-            describeOccupant(m_bags[i], site, device.kindOf(site), design.resource(occupant));
+            describeOccupant(m_bags[i], site, device.kindOf(site), design.resource(occupant), settings.obstacle(site));
         m_records[i].id = static_cast<unsigned int>(site.id);
         m_records[i].attributes = &m_bags[i];
         m_recordPointers.push_back(&m_records[i]);

@@ -13,6 +13,7 @@ namespace mirn::zelengine {
 
 class Design;
 class Device;
+class SettingStore;
 
 class AttributeBag final : public zelattributes
 {
@@ -26,7 +27,8 @@ private:
 };
 
 // The device as the chip view sees it: the file names, and a record per site. An occupied site has the colour of its
-// kind and names the resource in its tooltip; the others carry neither, so that they look as they are drawn.
+// kind and names the resource in its tooltip, and shows where a setting puts it out of use all the same; the others
+// carry neither, so that they look as they are drawn.
 class ChipData final : public zelchipdata
 {
 public:
@@ -35,7 +37,7 @@ public:
     void setFilterFile(const std::string& fileName) { m_filterFile = fileName; }
 
     // Invalidates the records that were handed out.
-    void update(const Device& device, const Design& design);
+    void update(const Device& device, const Design& design, const SettingStore& settings);
 
     [[nodiscard]] const std::string& drawingFile() const override { return m_drawingFile; }
     [[nodiscard]] const std::string& filterFile() const override { return m_filterFile; }

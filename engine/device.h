@@ -39,6 +39,8 @@ struct Site
     QStringList reaches; // groups that this clock source can feed
     QMap<QString, QString> attributes;
     std::vector<SiteSetting> settings;
+    QMap<QString, QStringList>
+        disabledBy; // per key of the group's settings, the values with which this site is out of use
 };
 
 // The device as its file describes it: the kinds and the sites, found by id and by name. Knows nothing of a design.

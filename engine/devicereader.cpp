@@ -4,6 +4,7 @@
 #include "engine/device.h"
 #include "engine/jsonnode.h"
 #include "engine/resourcename.h"
+#include "engine/settingstore.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -29,8 +30,9 @@ private:
     void readKind(const JsonNode& node);
     void readSite(const JsonNode& node);
     [[nodiscard]] std::vector<SiteSetting> readSettings(const JsonNode& node) const;
-    void checkGroups(const JsonNode& sites) const;
+    void checkReferences(const JsonNode& sites) const;
     void checkGroupList(const JsonNode& names) const;
+    void checkDisabling(const Site& site, const JsonNode& disabledBy) const;
 
     JsonReport& m_report;
     Device m_device;
@@ -53,7 +55,7 @@ Device DeviceReader::read(const JsonNode& root)
     for (int i = 0; i < sites.size() && !m_report.isFailed(); ++i)
         readSite(sites.item(i));
     if (!m_report.isFailed())
-        checkGroups(sites);
+        checkReferences(sites);
     return std::move(m_device);
 }
 
@@ -96,7 +98,7 @@ void DeviceReader::readSite(const JsonNode& node)
 {
     node.expectObject({QStringLiteral("id"), QStringLiteral("name"), QStringLiteral("kind"), QStringLiteral("group"),
         QStringLiteral("neighbours"), QStringLiteral("reaches"), QStringLiteral("attributes"),
-        QStringLiteral("settings")});
+        QStringLiteral("settings"), QStringLiteral("disabledBy")});
     Site site;
     site.id = node.requiredNumber(QStringLiteral("id"), 0, std::numeric_limits<int>::max());
     site.name = node.requiredText(QStringLiteral("name"));
@@ -104,6 +106,11 @@ void DeviceReader::readSite(const JsonNode& node)
     site.neighbours = node.member(QStringLiteral("neighbours")).texts();
     site.reaches = node.member(QStringLiteral("reaches")).texts();
     site.settings = readSettings(node.member(QStringLiteral("settings")));
+    const JsonNode disabledBy = node.member(QStringLiteral("disabledBy"));
+    disabledBy.expectMap();
+    const QStringList settingKeys = disabledBy.keys();
+    for (const QString& key : settingKeys)
+        site.disabledBy.insert(key, disabledBy.member(key).texts());
     const JsonNode attributes = node.member(QStringLiteral("attributes"));
     attributes.expectMap();
     const QStringList keys = attributes.keys();
@@ -149,16 +156,28 @@ std::vector<SiteSetting> DeviceReader::readSettings(const JsonNode& node) const
     return result;
 }
 
-// After all sites are known: what a site reaches and neighbours must exist.
-void DeviceReader::checkGroups(const JsonNode& sites) const
+// After all sites are known: the groups and settings that a site refers to must exist.
+void DeviceReader::checkReferences(const JsonNode& sites) const
 {
     const std::vector<Site>& known = m_device.sites();
     for (std::size_t i = 0; i < known.size(); ++i) {
-        if (known[i].neighbours.isEmpty() && known[i].reaches.isEmpty())
+        if (known[i].neighbours.isEmpty() && known[i].reaches.isEmpty() && known[i].disabledBy.isEmpty())
             continue;
         const JsonNode node = sites.item(static_cast<int>(i));
         checkGroupList(node.member(QStringLiteral("neighbours")));
         checkGroupList(node.member(QStringLiteral("reaches")));
+        checkDisabling(known[i], node.member(QStringLiteral("disabledBy")));
+    }
+}
+
+void DeviceReader::checkDisabling(const Site& site, const JsonNode& disabledBy) const
+{
+    for (auto it = site.disabledBy.begin(); it != site.disabledBy.end(); ++it) {
+        for (int i = 0; i < it.value().size(); ++i) {
+            const QString refusal = SettingStore(m_device).setValue(site.id, it.key(), it.value().at(i));
+            if (!refusal.isEmpty())
+                disabledBy.member(it.key()).item(i).fail(refusal);
+        }
     }
 }
 

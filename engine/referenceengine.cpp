@@ -188,7 +188,15 @@ void ReferenceEngine::setParameter(int resource, const QString& key, const QStri
 
 QString ReferenceEngine::setSetting(int site, const QString& key, const QString& value)
 {
-    return m_settings.setValue(site, key, value);
+    const QString refusal = m_settings.setValue(site, key, value);
+    m_isChanged = m_isChanged || refusal.isEmpty();
+    return refusal;
+}
+
+void ReferenceEngine::setSettingChanges(int carrier, const SiteSettingChanges& changes)
+{
+    m_settings.setChanges(carrier, changes);
+    m_isChanged = true;
 }
 
 void ReferenceEngine::update()
@@ -196,7 +204,7 @@ void ReferenceEngine::update()
     if (!m_isChanged)
         return;
     m_isChanged = false;
-    m_chip.update(m_device, m_design);
+    m_chip.update(m_device, m_design, m_settings);
     m_tree.rebuild(m_device, m_design);
 }
 

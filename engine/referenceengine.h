@@ -82,7 +82,7 @@ public:
     using SettingWriter = std::function<QString(int site, const QString& key, const QString& value)>;
     void setSettingWriter(SettingWriter writer) { m_settingWriter = std::move(writer); }
     // Goes back to what settings().changes() had earlier for a site.
-    void setSettingChanges(int carrier, const SiteSettingChanges& changes) { m_settings.setChanges(carrier, changes); }
+    void setSettingChanges(int carrier, const SiteSettingChanges& changes);
 
     [[nodiscard]] zelchipdata* chip() override;
     [[nodiscard]] zeltreeviewcell* tree() override;

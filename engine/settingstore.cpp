@@ -115,6 +115,16 @@ std::map<std::string, std::vector<std::string>> SettingStore::offers(int siteId)
     return result;
 }
 
+QString SettingStore::obstacle(const Site& site) const
+{
+    for (auto it = site.disabledBy.begin(); it != site.disabledBy.end(); ++it) {
+        const QString inForce = value(site.id, it.key());
+        if (it.value().contains(inForce))
+            return QStringLiteral("%1 is %2").arg(it.key(), inForce);
+    }
+    return {};
+}
+
 void SettingStore::setChanges(int carrier, const SiteSettingChanges& changes)
 {
     if (changes.isEmpty())

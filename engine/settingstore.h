@@ -39,6 +39,9 @@ public:
     // the choice of the common value for no change.
     [[nodiscard]] std::map<std::string, std::vector<std::string>> offers(int site) const;
 
+    // What puts a site out of use, as "KEY is VALUE"; empty when nothing does.
+    [[nodiscard]] QString obstacle(const Site& site) const;
+
     [[nodiscard]] const SettingChanges& changes() const { return m_changes; }
     void setChanges(int carrier, const SiteSettingChanges& changes);
 

@@ -1,16 +1,33 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
 #include <QWidget>
+
+class QLabel;
 
 namespace mirn::zelchip {
 
-// What the colours of marked elements mean, as a row of swatches for the status bar.
+// What the colours of marked elements mean, as a row of swatches for the status bar. Where there is no room for the
+// words, the swatches stay, with the words in their tooltips.
 class Legend final : public QWidget
 {
     Q_OBJECT
 public:
     explicit Legend(QWidget* parent);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void add(const QColor& fill, const QColor& border, const QString& text, const QString& tip);
+
+    QList<QLabel*> m_words; // children
+    QSize m_fullSize;
+    QSize m_swatchesSize;
 };
 
 } // namespace mirn::zelchip

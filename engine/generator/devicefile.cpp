@@ -59,6 +59,14 @@ std::string attributes(const Site& site)
     return '{' + joined(parts) + '}';
 }
 
+std::string disabledBy(const Site& site)
+{
+    std::vector<std::string> parts;
+    for (const auto& [key, values] : site.disabledBy)
+        parts.push_back(member(key.c_str(), list(values)));
+    return '{' + joined(parts) + '}';
+}
+
 std::string siteRecord(const Site& site)
 {
     std::vector<std::string> parts{
@@ -73,6 +81,8 @@ std::string siteRecord(const Site& site)
         parts.push_back(member("attributes", attributes(site)));
     if (!site.settings.empty())
         parts.push_back(member("settings", settings(site.settings)));
+    if (!site.disabledBy.empty())
+        parts.push_back(member("disabledBy", disabledBy(site)));
     return "{" + joined(parts) + '}';
 }
 

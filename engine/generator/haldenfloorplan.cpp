@@ -8,6 +8,8 @@ namespace mirn::zeldevicegenerator::halden {
 
 namespace {
 
+constexpr char POWER_DOWN[] = "POWER DOWN"; // a setting of both channels of a unit
+
 constexpr double RING_DEPTH = 54; // of the pad ring
 constexpr double PAD_PITCH = 17;
 constexpr double PAD_LENGTH = 15;
@@ -191,7 +193,7 @@ void Planner::units()
                 site.neighbours.push_back("DCU" + std::to_string(other));
         }
         const std::vector<std::string> receive{"EXTREF A", "EXTREF B", "CORE CLOCK"};
-        site.settings = {{"CH0", receive[0], receive}, {"CH1", receive[0], receive}, {"CH0:CH1", {}, {"POWER DOWN"}},
+        site.settings = {{"CH0", receive[0], receive}, {"CH1", receive[0], receive}, {"CH0:CH1", {}, {POWER_DOWN}},
             {"TXPLL", "X20", {"X8", "X10", "X16", "X20", "X25"}}};
     }
     for (int unit = 0; unit < count; ++unit)
@@ -209,6 +211,7 @@ void Planner::channelsOf(int unit)
             "CHANNEL", unit, channel, group + '_' + name, group, box.inner(4 + channel * 118, UNIT_HEADER, 62, 91));
         site.popup = "SerDes channel " + std::to_string(channel) + " of " + group;
         site.attributes = {{"channel", std::to_string(channel)}};
+        site.disabledBy = {{name, {POWER_DOWN}}};
     }
     Site& pll = add("TXPLL", unit, 0, group + "_TXPLL", group, box.inner(69, UNIT_HEADER, 50, 58));
     pll.popup = "Transmit PLL of " + group;

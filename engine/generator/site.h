@@ -31,6 +31,7 @@ struct Site
     std::vector<std::string> neighbours; // groups that a multi-channel IP may spread to
     std::vector<std::string> reaches; // groups that a clock source can feed
     std::vector<Setting> settings;
+    std::vector<std::pair<std::string, std::vector<std::string>>> disabledBy; // values of the group's settings, by key
 };
 
 struct SiteKind

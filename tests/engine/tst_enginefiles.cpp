@@ -191,6 +191,13 @@ void TestEngineFiles::refusesDevices_data()
         "{\"id\": 1, \"name\": \"a\", \"kind\": \"PAD\", \"settings\": {\"K\": {\"value\": \"a\", \"choices\": "
         "[\"b\"]}}}",
         "device.json:5:67: \"a\" is not among the choices \"b\"");
+    row("out of use by a setting that the group has not", pad,
+        "{\"id\": 1, \"name\": \"a\", \"kind\": \"PAD\", \"disabledBy\": {\"K\": [\"x\"]}}",
+        "device.json:5:60: element 1 has no settings");
+    row("out of use by a value that nobody offers", pad,
+        "{\"id\": 1, \"name\": \"a\", \"kind\": \"PAD\", \"settings\": {\"K\": {\"choices\": [\"b\"]}},\n"
+        "\"disabledBy\": {\"K\": [\"b\", \"x\"]}}",
+        "device.json:6:27: K cannot be \"x\", expected \"b\"");
     row("attributes that are no object", pad, "{\"id\": 1, \"name\": \"a\", \"attributes\": [1]}",
         "device.json:5:38: expected an object");
 }

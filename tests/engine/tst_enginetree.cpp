@@ -52,6 +52,7 @@ private Q_SLOTS:
     void codesKinds();
     void countsUsage();
     void marksOccupiedSites();
+    void marksConflictingSites();
     void keepsNamesWithoutARoot();
     void settings_data();
     void settings();
@@ -167,6 +168,24 @@ void TestEngineTree::marksOccupiedSites()
     QVERIFY(!bag()->getAttributeValue(&fill));
     QVERIFY(!bag()->getAttributeValue(&popup));
     QCOMPARE(*bag()->getAttributeValue(&lane), std::string("0"));
+}
+
+void TestEngineTree::marksConflictingSites()
+{
+    const std::string fill = "fill";
+    const std::string popup = "tovanel:popup";
+    const auto value = [this](const std::string& key) {
+        const std::string* text = m_engine->chip()->records().at(1)->attributes->getAttributeValue(&key);
+        return text ? *text : std::string();
+    };
+    QCOMPARE(m_engine->setSetting(10, QStringLiteral("CH1"), QStringLiteral("OFF")), QString());
+    QCOMPARE(value(fill), std::string("#d64541"));
+    QCOMPARE(value(popup), std::string("Channel U0_CH0: top/ip/a\nConflict: CH0 is OFF"));
+    m_engine->setSettingChanges(10, {}); // as undo does
+    QCOMPARE(value(fill), std::string("#a690d2"));
+    QCOMPARE(m_engine->reset(QStringLiteral("top/ip/a")), QString());
+    QCOMPARE(m_engine->setSetting(10, QStringLiteral("CH0"), QStringLiteral("OFF")), QString());
+    QCOMPARE(value(fill), std::string()); // nobody minds
 }
 
 void TestEngineTree::keepsNamesWithoutARoot()
