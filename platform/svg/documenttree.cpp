@@ -122,6 +122,9 @@ unsigned DocumentTree::addNode(ElementName name)
 
 void DocumentTree::addAttribute(AttributeName name, std::string_view value)
 {
+    if (m_attributes.size() >= m_limits.attributes)
+        m_diagnostics.fail(
+            "found more than " + std::to_string(m_limits.attributes) + " attributes, expected a smaller drawing");
     m_attributes.push_back({name, m_texts.text(m_texts.add(value))});
     Node& node = m_nodes.back();
     ++node.attributeCount;

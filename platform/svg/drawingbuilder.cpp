@@ -5,7 +5,7 @@
 #include "platform/svg/diagnostics.h"
 #include "platform/svg/latin1.h"
 #include "platform/svg/number.h"
-#include "platform/svg/paintservers.h"
+#include "platform/svg/treefollower.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,8 +18,6 @@ namespace {
 // drawing fills a screen of 1600 pixels at a scale of 1. Finer ones would cost more than they show, as every chord of
 // an outline is a record.
 constexpr double RelativeTolerance = 4e-5;
-
-constexpr std::size_t NodesPerStep = 4096;
 
 [[nodiscard]] bool isGroup(ElementName name)
 {
@@ -41,34 +39,7 @@ constexpr std::size_t NodesPerStep = 4096;
     return name == ElementName::Svg || name == ElementName::Symbol;
 }
 
-// A length of the root element: percentages and what is not positive are as good as none.
-[[nodiscard]] double rootLength(const Element& root, AttributeName name, Diagnostics& diagnostics)
-{
-    double value = 0.0;
-    if (root.has(name))
-        parseLength(root.value(name), LengthContext(), LengthAxis::Horizontal, diagnostics, value);
-    return std::max(value, 0.0);
-}
-
 } // namespace
-
-class DrawingBuilder::TreePosition final : public PositionSource
-{
-public:
-    explicit TreePosition(const DrawingBuilder& builder)
-        : m_builder(builder)
-    {
-        m_builder.m_diagnostics.setPositionSource(this);
-    }
-    ~TreePosition() override { m_builder.m_diagnostics.setPositionSource(nullptr); }
-    TreePosition(const TreePosition&) = delete;
-    TreePosition& operator=(const TreePosition&) = delete;
-
-    [[nodiscard]] Position position() const override { return m_builder.m_tree->position(m_builder.m_node); }
-
-private:
-    const DrawingBuilder& m_builder;
-};
 
 DrawingBuilder::DrawingBuilder(Drawing& drawing, Diagnostics& diagnostics, const Limits& limits)
     : m_drawing(drawing)
@@ -92,9 +63,11 @@ bool DrawingBuilder::startElement(const Element& element)
             "found elements nested too deep, expected at most " + std::to_string(m_limits.nesting) + " levels");
         return false;
     }
-    if (top().isHidden)
-        return startHidden(element);
     const ElementName name = element.name();
+    if (name == ElementName::TovanelLayer && top().name == ElementName::Metadata)
+        readLayerRange(element, m_diagnostics, m_drawing.parameter);
+    if (top().isHidden || top().name == ElementName::Title || top().name == ElementName::Metadata)
+        return startHidden(element);
     if (name == ElementName::Title) {
         m_title.clear();
         push(name);
@@ -105,8 +78,6 @@ bool DrawingBuilder::startElement(const Element& element)
     if (Shapes::isShape(name) || isGroup(name) || name == ElementName::Text)
         return startGraphic(element);
     noteSkipped(name);
-    if (name == ElementName::TovanelLayer && top().name == ElementName::Metadata)
-        readLayerRange(element, m_diagnostics, m_drawing.parameter);
     if (name == ElementName::Metadata) {
         push(name);
         return true;
@@ -117,9 +88,9 @@ bool DrawingBuilder::startElement(const Element& element)
 // What is not drawn may still hold style sheets; a tree has found them beforehand.
 bool DrawingBuilder::startHidden(const Element& element)
 {
-    if (element.name() == ElementName::Style && !m_tree)
+    if (element.name() == ElementName::Style && !m_follower)
         m_needsTree = true;
-    if (m_tree || element.name() == ElementName::Unknown)
+    if (m_follower || element.name() == ElementName::Unknown)
         return false;
     push(element.name()).isHidden = true;
     return true;
@@ -130,22 +101,15 @@ bool DrawingBuilder::startRoot(const Element& element)
     Frame& frame = push(element.name());
     zel_Parameter& parameter = m_drawing.parameter;
     readZoomParameters(element, m_diagnostics, parameter);
-    ViewBox box;
-    const bool hasBox = parseViewBox(element.value(AttributeName::ViewBox), m_diagnostics, box);
-    double width = rootLength(element, AttributeName::Width, m_diagnostics);
-    double height = rootLength(element, AttributeName::Height, m_diagnostics);
-    if (hasBox && width == 0.0)
-        width = height > 0.0 ? height * box.width / box.height : box.width;
-    if (hasBox && height == 0.0)
-        height = width * box.height / box.width;
-    m_hasSize = width > 0.0 && height > 0.0;
-    parameter.width = width > 0.0 ? std::min(width, LargestNumber) : parameter.width;
-    parameter.height = height > 0.0 ? std::min(height, LargestNumber) : parameter.height;
+    const ViewportSize size = rootSize(element, m_diagnostics);
+    m_hasSize = size.width > 0.0 && size.height > 0.0;
+    parameter.width = size.width > 0.0 ? size.width : parameter.width;
+    parameter.height = size.height > 0.0 ? size.height : parameter.height;
     m_tolerance = std::max(parameter.width, parameter.height) * RelativeTolerance;
-    frame.viewport = {parameter.width, parameter.height};
+    frame.viewport.size = {parameter.width, parameter.height};
     resolveStyle(element, frame);
     readInherited(element, frame);
-    setViewBox(element, frame, frame.viewport);
+    enterViewBox(element, m_diagnostics, frame.viewport);
     frame.isHidden = !frame.style.isDisplayed;
     return true;
 }
@@ -153,11 +117,10 @@ bool DrawingBuilder::startRoot(const Element& element)
 bool DrawingBuilder::startGraphic(const Element& element)
 {
     const ElementName name = element.name();
-    const Instance instance = m_instance;
-    m_instance = {};
+    const TreeFollower::Instance instance = m_follower ? m_follower->takeInstance() : TreeFollower::Instance();
     if (name == ElementName::Symbol && !instance.isNext)
         return startHidden(element);
-    if (name == ElementName::Use && !m_tree) {
+    if (name == ElementName::Use && !m_follower) {
         m_needsTree = true;
         return false;
     }
@@ -169,16 +132,18 @@ bool DrawingBuilder::startGraphic(const Element& element)
     }
     readInherited(element, frame);
     if (hasViewport(name))
-        enterViewport(element, frame, instance);
+        frame.isHidden = !enterViewport(
+            element, instance.width, instance.height, frame.style.fontSize, m_diagnostics, frame.viewport);
     if (Shapes::isShape(name)) {
         drawShape(element);
     } else if (name == ElementName::Text) {
         m_textDepth = m_depth;
         m_textIdentity = identify(element, frame);
-        m_text.begin(frame.matrix, frame.viewport);
+        m_text.begin(frame.viewport.matrix, frame.viewport.size);
         m_text.pushElement(element, frame.style);
     } else if (name == ElementName::Use) {
-        drawUse(element);
+        moveOrigin(element, frame.style.fontSize, m_diagnostics, frame.viewport);
+        m_follower->drawInstance(element);
     }
     return true;
 }
@@ -192,9 +157,9 @@ bool DrawingBuilder::startTextPart(const Element& element)
         return startHidden(element);
     }
     Frame& frame = push(name);
-    const Matrix matrix = frame.matrix;
+    const Matrix matrix = frame.viewport.matrix;
     resolveStyle(element, frame);
-    frame.matrix = matrix; // pieces of a text are not transformed
+    frame.viewport.matrix = matrix; // pieces of a text are not transformed
     readInherited(element, frame);
     if (!frame.style.isDisplayed) {
         --m_depth;
@@ -266,30 +231,42 @@ void DrawingBuilder::readInherited(const Element& element, Frame& frame)
     if (element.has(AttributeName::TovanelPopup)) {
         frame.hasTooltip = true;
         const std::string_view text = element.value(AttributeName::TovanelPopup);
-        frame.tooltip = m_writer.texts().intern(toLatin1(text, m_buffer, m_diagnostics));
+        frame.tooltip = tooltipOf(toLatin1(text, m_buffer, m_diagnostics));
     }
+}
+
+// A title, when it comes, replaces the tooltip that the element around it has inherited, which is known by its offset.
+// An element's own tooltip must therefore not share it, though it may read the same.
+TextPool::Offset DrawingBuilder::tooltipOf(std::string_view text)
+{
+    const TextPool::Offset tooltip = m_writer.texts().intern(text);
+    const auto isInherited = [tooltip](const Frame& frame) { return !frame.hasTooltip && frame.tooltip == tooltip; };
+    const auto begin = m_frames.begin();
+    const bool isShared = std::any_of(begin, begin + static_cast<std::ptrdiff_t>(m_depth) - 1, isInherited);
+    return isShared ? m_writer.texts().addApart(text) : tooltip;
 }
 
 void DrawingBuilder::resolveStyle(const Element& element, Frame& frame)
 {
     m_cascade.reset();
     m_cascade.addAttributes(element);
-    if (m_sheet)
-        m_sheet->apply(*m_tree, element.node(), m_cascade);
+    if (m_follower)
+        m_follower->applyRules(element, m_cascade);
     if (element.has(AttributeName::Style))
         m_cascade.addStyle(element.value(AttributeName::Style));
-    m_resolver.resolve(m_cascade, frame.viewport, frame.style);
+    m_resolver.resolve(m_cascade, frame.viewport.size, frame.style);
     if (element.has(AttributeName::XmlSpace))
         frame.style.keepsSpaces = element.value(AttributeName::XmlSpace) == "preserve";
     if (m_cascade.has(AttributeName::Transform))
-        frame.matrix = frame.matrix * parseTransform(m_cascade.value(AttributeName::Transform), m_diagnostics);
+        frame.viewport.matrix
+            = frame.viewport.matrix * parseTransform(m_cascade.value(AttributeName::Transform), m_diagnostics);
 }
 
 void DrawingBuilder::drawShape(const Element& element)
 {
     const Frame& frame = top();
-    m_shapes.draw(
-        element, {frame.style, frame.matrix, frame.viewport, m_tolerance}, [&] { return identify(element, frame); });
+    m_shapes.draw(element, {frame.style, frame.viewport.matrix, frame.viewport.size, m_tolerance},
+        [&] { return identify(element, frame); });
 }
 
 Identity DrawingBuilder::identify(const Element& element, const Frame& frame)
@@ -302,42 +279,10 @@ Identity DrawingBuilder::identify(const Element& element, const Frame& frame)
     if (element.has(AttributeName::Id)) {
         const std::string_view name = toLatin1(element.value(AttributeName::Id), m_buffer, m_diagnostics);
         // Instances repeat the names of what they draw.
-        identity.name = m_openInstances.empty() ? m_writer.texts().add(name) : m_writer.texts().intern(name);
+        const bool isRepeated = m_follower && m_follower->isInInstance();
+        identity.name = isRepeated ? m_writer.texts().intern(name) : m_writer.texts().add(name);
     }
     return identity;
-}
-
-void DrawingBuilder::enterViewport(const Element& element, Frame& frame, const Instance& instance)
-{
-    const LengthContext lengths{frame.style.fontSize, frame.viewport};
-    const auto length = [&](std::string_view text, LengthAxis axis, double otherwise) {
-        double value = otherwise;
-        parseLength(text, lengths, axis, m_diagnostics, value);
-        return std::min(std::max(value, 0.0), LargestNumber);
-    };
-    const auto sizeText = [&](std::string_view own, std::string_view given) { return given.empty() ? own : given; };
-    const double width = length(
-        sizeText(element.value(AttributeName::Width), instance.width), LengthAxis::Horizontal, frame.viewport.width);
-    const double height = length(
-        sizeText(element.value(AttributeName::Height), instance.height), LengthAxis::Vertical, frame.viewport.height);
-    double x = 0.0;
-    double y = 0.0;
-    parseLength(element.value(AttributeName::X), lengths, LengthAxis::Horizontal, m_diagnostics, x);
-    parseLength(element.value(AttributeName::Y), lengths, LengthAxis::Vertical, m_diagnostics, y);
-    frame.matrix = frame.matrix * translation(x, y);
-    frame.viewport = {width, height};
-    frame.isHidden = width <= 0.0 || height <= 0.0;
-    if (!frame.isHidden)
-        setViewBox(element, frame, frame.viewport);
-}
-
-void DrawingBuilder::setViewBox(const Element& element, Frame& frame, ViewportSize size)
-{
-    ViewBox box;
-    if (!parseViewBox(element.value(AttributeName::ViewBox), m_diagnostics, box))
-        return;
-    frame.matrix = frame.matrix * viewBoxTransform(box, size, element.value(AttributeName::PreserveAspectRatio));
-    frame.viewport = {box.width, box.height};
 }
 
 void DrawingBuilder::noteSkipped(ElementName name)
@@ -372,87 +317,10 @@ void DrawingBuilder::applyTitle()
     m_text.replaceTooltip(replaced, frame.tooltip);
 }
 
-void DrawingBuilder::followTree(const DocumentTree& tree, StyleSheet& sheet, IsWanted isWanted)
-{
-    m_isWanted = std::move(isWanted);
-    m_tree = &tree;
-    m_sheet = &sheet;
-    const TreePosition position(*this);
-    if (tree.size() > 0)
-        follow(0);
-}
-
-// Nested as deep as the elements, which startElement() limits.
-void DrawingBuilder::follow(unsigned node)
-{
-    m_node = node;
-    if (++m_followed % NodesPerStep == 0 && !m_isWanted(static_cast<double>(node) / m_tree->size()))
-        m_diagnostics.fail("reading it was cancelled");
-    if (!m_openInstances.empty()) {
-        m_instanceBytes += m_tree->byteCount(node);
-        if (++m_instances > m_limits.instances || m_instanceBytes > m_limits.instanceBytes)
-            m_diagnostics.fail(
-                "found <use> elements that multiply beyond any sensible drawing, expected fewer of them");
-    }
-    if (m_diagnostics.hasFailed())
-        return;
-    if (m_tree->name(node) == ElementName::CharacterData) {
-        characters(m_tree->text(node));
-        return;
-    }
-    Element element;
-    m_tree->fill(node, element);
-    if (!startElement(element))
-        return;
-    for (unsigned inner = node + 1; inner < m_tree->end(node); inner = m_tree->end(inner)) {
-        follow(inner);
-        if (m_diagnostics.hasFailed())
-            break;
-    }
-    endElement();
-}
-
-void DrawingBuilder::drawUse(const Element& element)
-{
-    std::string_view reference = trimmed(element.value(AttributeName::Href));
-    if (reference.empty())
-        reference = trimmed(element.value(AttributeName::XlinkHref));
-    const bool isLocal = !reference.empty() && reference.front() == '#';
-    const unsigned target = isLocal ? m_tree->find(reference.substr(1)) : Element::NoNode;
-    const auto isOpen = [this](unsigned node) {
-        return std::find(m_openInstances.begin(), m_openInstances.end(), node) != m_openInstances.end();
-    };
-    bool isAround = target == Element::NoNode || isOpen(target);
-    for (unsigned around = element.node(); !isAround && around != Element::NoNode; around = m_tree->parent(around))
-        isAround = around == target;
-    if (isAround)
-        m_diagnostics.warn(Unsupported::Reference);
-    else
-        drawInstance(element, target);
-}
-
-void DrawingBuilder::drawInstance(const Element& element, unsigned target)
-{
-    Frame& frame = top();
-    const LengthContext lengths{frame.style.fontSize, frame.viewport};
-    double x = 0.0;
-    double y = 0.0;
-    parseLength(element.value(AttributeName::X), lengths, LengthAxis::Horizontal, m_diagnostics, x);
-    parseLength(element.value(AttributeName::Y), lengths, LengthAxis::Vertical, m_diagnostics, y);
-    frame.matrix = frame.matrix * translation(x, y);
-    m_openInstances.push_back(target);
-    m_instance = {element.value(AttributeName::Width), element.value(AttributeName::Height), true};
-    const unsigned node = m_node;
-    follow(target);
-    m_node = node;
-    m_instance = {};
-    m_openInstances.pop_back();
-}
-
 bool DrawingBuilder::serverColor(std::string_view name, Color& color, bool& isFound)
 {
-    if (m_tree)
-        return gradientColor(*m_tree, *m_sheet, name, m_diagnostics, color, isFound);
+    if (m_follower)
+        return m_follower->serverColor(name, color, isFound);
     m_needsTree = true;
     return false;
 }

@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/svg/documenttree.h"
 #include "platform/svg/drawing.h"
+#include "platform/svg/element.h"
 #include "platform/svg/shapes.h"
-#include "platform/svg/stylesheet.h"
 #include "platform/svg/textlayout.h"
+#include "platform/svg/viewport.h"
 
-#include <functional>
 #include <string>
 #include <vector>
 
 namespace zelsvg {
+
+class TreeFollower;
 
 // Follows the elements of a drawing, keeps what they inherit from each other and hands the graphic ones to the rooms
 // that turn them into records.
@@ -29,10 +30,8 @@ public:
     [[nodiscard]] bool isFinished() const override { return m_needsTree; }
     [[nodiscard]] bool needsTree() const { return m_needsTree; }
 
-    // Follows the elements of a tree instead. `sheet` has the drawing's style rules. `isWanted(share)` is asked between
-    // steps whether to go on; no is an error.
-    using IsWanted = std::function<bool(double share)>;
-    void followTree(const DocumentTree& tree, StyleSheet& sheet, IsWanted isWanted);
+    // Whoever leads through a tree instead; not owned.
+    void setFollower(TreeFollower* follower) { m_follower = follower; }
 
     // Completes the parameter, also after an error.
     void finish();
@@ -42,8 +41,7 @@ private:
     struct Frame
     {
         Style style;
-        Matrix matrix;
-        ViewportSize viewport;
+        Viewport viewport;
         TextPool::Offset tooltip = TextPool::Empty;
         std::size_t firstRecord = 0;
         int layer = 0;
@@ -54,17 +52,6 @@ private:
         ElementName name = ElementName::Unknown;
     };
 
-    // The position in the tree, for messages.
-    class TreePosition;
-
-    // How a `use` changes the element that it draws.
-    struct Instance
-    {
-        std::string_view width;
-        std::string_view height;
-        bool isNext = false; // the next element to start is the one
-    };
-
     [[nodiscard]] Frame& top() { return m_frames[m_depth - 1]; }
     Frame& push(ElementName name);
     bool startHidden(const Element& element);
@@ -72,13 +59,9 @@ private:
     bool startGraphic(const Element& element);
     bool startTextPart(const Element& element);
     void readInherited(const Element& element, Frame& frame);
+    [[nodiscard]] TextPool::Offset tooltipOf(std::string_view text);
     void resolveStyle(const Element& element, Frame& frame);
     void drawShape(const Element& element);
-    void enterViewport(const Element& element, Frame& frame, const Instance& instance);
-    void setViewBox(const Element& element, Frame& frame, ViewportSize size);
-    void drawUse(const Element& element);
-    void drawInstance(const Element& element, unsigned target);
-    void follow(unsigned node);
     void noteSkipped(ElementName name);
     void applyTitle();
     [[nodiscard]] Identity identify(const Element& element, const Frame& frame);
@@ -103,17 +86,7 @@ private:
     int m_lastOwnId = 0; // counts down
     bool m_hasSize = false;
     bool m_needsTree = false;
-
-    // When following a tree:
-    const DocumentTree* m_tree = nullptr;
-    StyleSheet* m_sheet = nullptr;
-    unsigned m_node = 0;
-    Instance m_instance;
-    std::vector<unsigned> m_openInstances; // the elements being drawn through `use`
-    IsWanted m_isWanted;
-    std::size_t m_followed = 0;
-    std::size_t m_instances = 0;
-    std::size_t m_instanceBytes = 0;
+    TreeFollower* m_follower = nullptr; // null while the drawing is being read
 };
 
 } // namespace zelsvg

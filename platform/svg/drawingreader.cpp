@@ -4,7 +4,7 @@
 #include "platform/svg/documenttree.h"
 #include "platform/svg/drawingbuilder.h"
 #include "platform/svg/elementdecoder.h"
-#include "platform/svg/stylesheet.h"
+#include "platform/svg/treefollower.h"
 
 namespace zelsvg {
 
@@ -87,7 +87,8 @@ public:
         StyleSheet sheet(m_diagnostics, m_limits);
         addStyleSheets(reader.tree(), sheet);
         DrawingBuilder builder(m_drawing, m_diagnostics, m_limits);
-        builder.followTree(reader.tree(), sheet, [this](double share) { return m_source.isWanted(share); });
+        const auto isWanted = [this](double share) { return m_source.isWanted(share); };
+        TreeFollower(reader.tree(), sheet, builder, m_diagnostics, m_limits, isWanted).follow();
         builder.finish();
         if (!m_diagnostics.hasFailed())
             m_diagnostics.takeError(xmlDiagnostics);

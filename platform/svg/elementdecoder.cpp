@@ -10,6 +10,8 @@ namespace zelsvg {
 
 namespace {
 
+constexpr std::size_t MostSpaces = 1000; // declared at a time
+
 struct QualifiedName
 {
     std::string_view prefix;
@@ -95,6 +97,9 @@ void ElementDecoder::declareSpaces(const XmlAttribute* attributes, std::size_t c
         m_elementNames.clear();
         m_attributeNames.clear();
     }
+    if (m_bindings.size() > MostSpaces)
+        m_diagnostics.fail(
+            "found more than " + std::to_string(MostSpaces) + " declarations of namespaces, expected fewer");
 }
 
 // Of the element that ends.

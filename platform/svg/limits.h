@@ -15,6 +15,8 @@ struct Limits
     std::size_t records = 4'000'000;
     std::size_t points = 32'000'000; // of all polygons together
     std::size_t nodes = 8'000'000; // elements kept for `use`, style sheets and gradients
+    std::size_t attributes = 32'000'000; // of these
+    std::size_t styleRules = 2'000'000; // selectors and declarations of style sheets
     std::size_t instances = 4'000'000; // elements drawn through `use`
     std::size_t instanceBytes = std::size_t(1) << 27; // of their attribute values and texts
     std::size_t selectorTests = 400'000'000; // steps taken to match selectors with elements

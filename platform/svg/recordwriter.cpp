@@ -163,6 +163,10 @@ bool RecordWriter::isAllowed(zel_Point point)
 
 void RecordWriter::add(zelgraphic_kind kind, const Identity& identity, PackedRecord& record, PackedLook& look)
 {
+    if (!(look.strokeWidth <= LargestNumber && look.fontSize <= LargestNumber)) {
+        m_diagnostics.fail("found a stroke or a text that is larger than 1e9, expected one within the drawing");
+        return;
+    }
     record.id = identity.id;
     record.name = identity.name;
     record.tooltip = identity.tooltip;

@@ -73,16 +73,16 @@ void StyleSheet::add(std::string text)
 {
     m_texts.push_back(withoutComments(std::move(text)));
     std::string_view rest = trimmed(m_texts.back());
-    while (!rest.empty()) {
-        const std::size_t open = rest.find('{');
-        const std::size_t semicolon = rest.find(';');
-        std::size_t end = std::min(semicolon, rest.size());
-        if (rest.front() != '@' || open < semicolon)
-            end = open == std::string_view::npos ? rest.size() : blockEnd(rest, open);
-        if (rest.front() == '@') {
+    while (!rest.empty() && !m_diagnostics.hasFailed()) {
+        // Each search ends within the rule: one to the end of the sheet, for every rule, would be quadratic.
+        const bool isAtRule = rest.front() == '@';
+        const std::size_t open = rest.find_first_of(isAtRule ? "{;" : "{");
+        const bool hasBlock = open != std::string_view::npos && rest[open] == '{';
+        const std::size_t end = hasBlock ? blockEnd(rest, open) : std::min(open, rest.size());
+        if (isAtRule) {
             if (rest.substr(0, 10) != "@font-face" && rest.substr(0, 8) != "@charset")
                 m_diagnostics.warn(Unsupported::Selector);
-        } else if (open != std::string_view::npos) {
+        } else if (hasBlock) {
             addRule(rest.substr(0, open), rest.substr(open + 1, end - open - 1));
         }
         rest = trimmed(rest.substr(std::min(end + 1, rest.size())));
@@ -93,24 +93,32 @@ void StyleSheet::addRule(std::string_view selectors, std::string_view declaratio
 {
     const std::size_t first = m_declarations.size();
     Declaration declaration;
-    while (takeDeclaration(declarations, declaration)) {
+    while (countsAreAllowed() && takeDeclaration(declarations, declaration)) {
         if (declaration.property != AttributeName::Unknown)
             m_declarations.push_back(declaration);
     }
-    for (std::size_t begin = 0; begin <= selectors.size();) {
+    for (std::size_t begin = 0; begin <= selectors.size() && countsAreAllowed();) {
         const std::size_t comma = std::min(selectors.find(',', begin), selectors.size());
         Selector selector;
         selector.firstDeclaration = first;
         selector.endDeclaration = m_declarations.size();
         selector.order = static_cast<std::uint32_t>(m_selectors.size());
-        if (parseSelector(trimmed(selectors.substr(begin, comma - begin)), selector)) {
+        if (!parseSelector(trimmed(selectors.substr(begin, comma - begin)), selector)) {
+            m_diagnostics.warn(Unsupported::Selector);
+        } else if (selector.firstDeclaration != selector.endDeclaration) {
             m_selectors.push_back(std::move(selector));
             addToIndex(m_selectors.size() - 1);
-        } else {
-            m_diagnostics.warn(Unsupported::Selector);
         }
         begin = comma + 1;
     }
+}
+
+bool StyleSheet::countsAreAllowed()
+{
+    if (m_selectors.size() + m_declarations.size() > m_limits.styleRules)
+        m_diagnostics.fail("found more than " + std::to_string(m_limits.styleRules)
+            + " selectors and declarations in style sheets, expected fewer");
+    return !m_diagnostics.hasFailed();
 }
 
 bool StyleSheet::parseSelector(std::string_view text, Selector& selector)

@@ -48,6 +48,7 @@ private:
     };
 
     void addRule(std::string_view selectors, std::string_view declarations);
+    bool countsAreAllowed();
     bool parseSelector(std::string_view text, Selector& selector);
     static bool parseCompound(std::string_view text, Compound& compound, std::uint32_t& specificity);
     void addToIndex(std::size_t selector);

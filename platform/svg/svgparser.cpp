@@ -81,9 +81,14 @@ zel_Parameter SVGParser::getSVGParameter() const
 
 const std::vector<zel_SingleGraphItem*>& SVGParser::getGraphicItems() const
 {
-    if (!d->objects)
-        d->objects = std::make_unique<zelsvg::RecordObjects>(d->drawing.records);
-    return d->objects->items();
+    static const std::vector<zel_SingleGraphItem*> none;
+    try {
+        if (!d->objects)
+            d->objects = std::make_unique<zelsvg::RecordObjects>(d->drawing.records);
+        return d->objects->items();
+    } catch (const std::bad_alloc&) {
+        return none;
+    }
 }
 
 std::size_t SVGParser::graphicItemCount() const

@@ -6,6 +6,7 @@
 #include "platform/svg/number.h"
 #include "platform/svg/textmetrics.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -56,6 +57,7 @@ void TextLayout::begin(const Matrix& matrix, ViewportSize viewport)
     m_matrix = matrix;
     m_viewport = viewport;
     m_positions.clear();
+    m_unfinished.clear();
     m_runs.clear();
     m_endsWithSpace = true;
 }
@@ -68,11 +70,17 @@ void TextLayout::pushElement(const Element& element, const Style& style)
     readList(element, AttributeName::Y, LengthAxis::Vertical, style, lists[ListY]);
     readList(element, AttributeName::Dx, LengthAxis::Horizontal, style, lists[ListDx]);
     readList(element, AttributeName::Dy, LengthAxis::Vertical, style, lists[ListDy]);
+    for (const std::vector<double>& list : lists)
+        m_positions.back().longest = std::max(m_positions.back().longest, list.size());
+    if (m_positions.back().longest > 0)
+        m_unfinished.push_back(m_positions.size() - 1);
 }
 
 void TextLayout::popElement()
 {
     m_positions.pop_back();
+    if (!m_unfinished.empty() && m_unfinished.back() == m_positions.size())
+        m_unfinished.pop_back();
 }
 
 void TextLayout::readList(
@@ -116,7 +124,8 @@ bool TextLayout::takePosition(Position& position)
 {
     double values[4] = {};
     bool has[4] = {};
-    for (Positions& positions : m_positions) {
+    for (std::size_t index : m_unfinished) {
+        Positions& positions = m_positions[index];
         for (int list = 0; list < 4; ++list) {
             if (positions.next < positions.lists[list].size()) {
                 values[list] = positions.lists[list][positions.next];
@@ -125,6 +134,8 @@ bool TextLayout::takePosition(Position& position)
         }
         ++positions.next;
     }
+    const auto isFinished = [this](std::size_t i) { return m_positions[i].next >= m_positions[i].longest; };
+    m_unfinished.erase(std::remove_if(m_unfinished.begin(), m_unfinished.end(), isFinished), m_unfinished.end());
     position = {has[ListX], has[ListY], {values[ListX], values[ListY]}, {values[ListDx], values[ListDy]}};
     return has[ListX] || has[ListY] || values[ListDx] != 0.0 || values[ListDy] != 0.0;
 }

@@ -41,6 +41,7 @@ private:
     struct Positions
     {
         std::vector<double> lists[4];
+        std::size_t longest = 0;
         std::size_t next = 0;
     };
 
@@ -76,7 +77,8 @@ private:
     Diagnostics& m_diagnostics;
     Matrix m_matrix;
     ViewportSize m_viewport;
-    std::vector<Positions> m_positions;
+    std::vector<Positions> m_positions; // of the open elements
+    std::vector<std::size_t> m_unfinished; // those whose lists have not run out
     std::vector<Run> m_runs;
     bool m_endsWithSpace = true; // where another blank folds away: at the begin and behind one
 };

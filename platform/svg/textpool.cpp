@@ -3,7 +3,6 @@
 
 #include "platform/svg/contenthash.h"
 
-#include <cstring>
 #include <limits>
 #include <new>
 
@@ -26,7 +25,7 @@ TextPool::Offset TextPool::reserve(std::size_t size)
             throw std::bad_alloc();
         std::unique_ptr<char[]> bytes(new char[count * BlockSize]);
         if (m_size < capacity)
-            std::memset(writable(static_cast<Offset>(m_size)), 0, capacity - m_size);
+            std::fill_n(writable(static_cast<Offset>(m_size)), capacity - m_size, 0);
         bytes[0] = '\0';
         m_size = capacity + (isFirst ? 1 : 0);
         for (std::size_t i = 0; i < count; ++i)
@@ -39,12 +38,15 @@ TextPool::Offset TextPool::reserve(std::size_t size)
 
 TextPool::Offset TextPool::add(std::string_view text)
 {
+    return text.empty() || text.front() == '\0' ? Empty : addApart(text);
+}
+
+TextPool::Offset TextPool::addApart(std::string_view text)
+{
     text = text.substr(0, text.find('\0'));
-    if (text.empty())
-        return Empty;
     const Offset offset = reserve(text.size() + 1);
     char* copy = writable(offset);
-    std::memcpy(copy, text.data(), text.size());
+    std::copy(text.begin(), text.end(), copy);
     copy[text.size()] = '\0';
     return offset;
 }

@@ -21,6 +21,9 @@ public:
     // A copy of `text` up to its first NUL. Throws std::bad_alloc when offsets run out.
     Offset add(std::string_view text);
 
+    // The same, always at an offset of its own, also for an empty text.
+    Offset addApart(std::string_view text);
+
     // Like add(), but a text that was given lately is found again instead of copied: drawings repeat tooltips and names
     // in rows. Mere luck with memory; two equal texts may well have two offsets.
     Offset intern(std::string_view text);

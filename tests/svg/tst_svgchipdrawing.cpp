@@ -84,6 +84,11 @@ void TestSvgChipDrawing::identifiesElements_data()
     row("an empty popup silences the inherited one", "<g tovanel:popup='p'><R tovanel:popup=''/></g>", "-1/0//");
     row("a title behind what it is for", "<g><R/><R tovanel:popup='p'/><title>t</title><R/></g>",
         "-1/0//t; -2/0//p; -3/0//t");
+    row("a popup that reads like the inherited one is an own one",
+        "<g tovanel:popup='p'><g><R tovanel:popup='p'/><R/><title>t</title></g></g>", "-1/0//p; -2/0//t");
+    row("an empty popup is an own one", "<g><R tovanel:popup=''/><R/><title>t</title></g>", "-1/0//; -2/0//t");
+    row("what stands in titles and metadata is not drawn", "<g><title>t<R/></title><metadata><R/></metadata><R/></g>",
+        "-1/0//t");
     row("the drawing's own title is nobody's tooltip", "<title>drawing</title><R/>", "-1/0//");
     row("all records of an element have its identity", "<polygon id='n' points='0,0 1,0 1,1' stroke='red'/><R/>",
         "-1/0/n/; -1/0/n/; -1/0/n/; -1/0/n/; -2/0//");

@@ -61,6 +61,12 @@ void TestSvgErrors::saysWhatAndWhere_data()
     row("nested too deep", "<svg>" + QByteArray("<g>\n").repeated(300), ":256:1: found elements nested too deep");
     row("nested too deep with something foreign", "<svg>" + QByteArray("<x>\n").repeated(300),
         ":256:1: found elements nested too deep");
+    row("a text absurd by its transform", "<svg><g transform='scale(1e8)'>\n<text font-size='99'>a</text></g></svg>",
+        ":2:23: found a stroke or a text that is larger than 1e9");
+    QByteArray spaces = "<svg";
+    for (int i = 0; i < 1001; ++i)
+        spaces += " xmlns:n" + QByteArray::number(i) + "='urn:x'";
+    row("namespaces without end", spaces + "/>", ":1:1: found more than 1000 declarations of namespaces");
     QByteArray bomb = "<!DOCTYPE svg [<!ENTITY e0 'haha'>";
     for (int i = 1; i < 12; ++i) {
         bomb += "<!ENTITY e" + QByteArray::number(i) + " '" + ("&e" + QByteArray::number(i - 1) + ";").repeated(10)
