@@ -3,6 +3,7 @@
 
 #include "chipview/zelchipviewdatabase.h"
 
+#include <QEvent>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
@@ -128,9 +129,12 @@ QVariant ZELTextItem::itemChange(GraphicsItemChange change, const QVariant& valu
     return QGraphicsTextItem::itemChange(change, value);
 }
 
-// The base class takes it for granted that there is a document.
+// The base class takes it for granted that there is a document. Windows tell all items when they become active and when
+// they are so no more: that is not worth one.
 bool ZELTextItem::sceneEvent(QEvent* event)
 {
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate)
+        return QGraphicsItem::sceneEvent(event);
     makeDocument();
     return QGraphicsTextItem::sceneEvent(event);
 }
