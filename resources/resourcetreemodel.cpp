@@ -49,8 +49,10 @@ QStringList& ResourceTreeModel::head()
 void ResourceTreeModel::clear()
 {
     // Each by itself, for a child that goes would look for itself among its siblings.
-    for (QTreeWidgetItem* item : std::as_const(m_items))
-        (void)item->takeChildren();
+    for (QTreeWidgetItem* item : std::as_const(m_items)) {
+        if (item)
+            (void)item->takeChildren();
+    }
     qDeleteAll(m_items);
     m_items.clear();
     m_itemByName.clear();
@@ -67,10 +69,8 @@ QList<QTreeWidgetItem*>& ResourceTreeModel::rebuild()
     diagTrace("end", "getTreeItems");
     m_rootName = root ? textOf(root->name) : QString();
     if (root && root->children) {
-        for (zeltreeviewcell* child : *root->children) {
-            if (QTreeWidgetItem* item = parse(child, nullptr))
-                append(item);
-        }
+        for (zeltreeviewcell* child : *root->children)
+            append(parse(child, nullptr));
     }
     return m_items;
 }
@@ -78,6 +78,8 @@ QList<QTreeWidgetItem*>& ResourceTreeModel::rebuild()
 void ResourceTreeModel::append(QTreeWidgetItem* item)
 {
     m_items.append(item);
+    if (!item)
+        return;
     const QString name = item->data(0, RESOURCENAME).toString();
     if (!m_itemByName.contains(name))
         m_itemByName.insert(name, item);
@@ -123,6 +125,8 @@ QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem
             const zeltreeviewcell* child = (*branch.children)[branch.next++];
             if (child)
                 open.push_back({newItem(*child, branch.item), child->children, 0});
+            else
+                append(nullptr);
             continue;
         }
         QTreeWidgetItem* item = branch.item;

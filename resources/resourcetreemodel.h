@@ -31,17 +31,15 @@ public:
     // The column titles; the engine is asked while there are none.
     [[nodiscard]] QStringList& head();
 
-    // Deletes the items and builds them anew. All rows at every depth, children before their parents.
+    // Deletes the items and builds them anew. All rows at every depth, children before their parents; null for a null
+    // cell.
     [[nodiscard]] QList<QTreeWidgetItem*>& rebuild();
 
-    // The row of a cell and, below it, those of its descendants; null for a null cell. The descendants are in items(),
-    // the row itself is the caller's to add.
+    // The row of a cell and, below it, those of its descendants; null for a null cell. The descendants are among the
+    // items, the row itself is the caller's to add.
     QTreeWidgetItem* parse(zeltreeviewcell* cell, QTreeWidgetItem* parent);
 
-    // As rebuild() left them.
-    [[nodiscard]] const QList<QTreeWidgetItem*>& items() const { return m_items; }
-
-    // The first of items() with this resource name; null when there is none.
+    // The first of the items with this resource name; null when there is none.
     [[nodiscard]] QTreeWidgetItem* itemNamed(const QString& resourceName) const;
 
     // The element ids that selecting a row selects: its own, or else those of its direct children.

@@ -161,6 +161,7 @@ void TestResourceTree::poorCellsAreTolerated()
     poor->ids = &nullId;
     std::vector<zeltreeviewcell*> withHole{nullptr};
     chip.engine.addCell(nullptr, "hole")->children = &withHole;
+    chip.engine.addHole();
     chip.engine.rootName.clear();
     chip.open();
     QVERIFY(rowNamed(QStringLiteral("/poor"))->icon(0).isNull());
@@ -168,6 +169,9 @@ void TestResourceTree::poorCellsAreTolerated()
     QVERIFY(!chip.database()->parseTree(nullptr, nullptr));
     chip.database()->getTree(nullptr)->setCurrentItem(rowNamed(QStringLiteral("/poor")));
     QVERIFY(chip.selected().isEmpty());
+    const QList<QTreeWidgetItem*> items = chip.database()->getTreeItems();
+    QCOMPARE(items.count(nullptr), 2); // one per null cell
+    QCOMPARE(items.size(), 4);
 }
 
 void TestResourceTree::headIsAskedForOnce()

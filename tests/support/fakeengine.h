@@ -121,6 +121,9 @@ public:
         return &node.cell;
     }
 
+    // A null cell at the top level.
+    void addHole() { rootChildren.push_back(nullptr); }
+
     // Back to a tree without rows.
     void clearCells()
     {
