@@ -124,7 +124,9 @@ void DeviceReader::readSite(const JsonNode& node)
         for (const SiteKind& other : m_device.kinds())
             known.append(other.name);
         node.member(QStringLiteral("kind"))
-            .fail(QStringLiteral("unknown kind \"%1\", expected one of %2").arg(kind, quotedAlternatives(known)));
+            .fail(known.isEmpty()
+                    ? QStringLiteral("unknown kind \"%1\", for the file has no \"kinds\"").arg(kind)
+                    : QStringLiteral("unknown kind \"%1\", expected one of %2").arg(kind, quotedAlternatives(known)));
     }
     const QString complaint = complaintAboutText(site.name);
     if (!complaint.isEmpty())

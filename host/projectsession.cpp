@@ -32,6 +32,8 @@ const QString NoKindsFile = QStringLiteral(":/zelchip/nokinds.txt");
 // The one implementation of a project that brings none.
 const QString ScratchImplementation = QStringLiteral("scratch");
 
+constexpr int MostWarningsWithAnError = 5;
+
 QString tr(const char* text)
 {
     return QCoreApplication::translate("ProjectSession", text);
@@ -87,8 +89,15 @@ bool ProjectSession::openProject(const QString& directory, QString* error)
         return false;
     }
     m_engine = zelengine::ReferenceEngine::open(directory, error, &m_warnings);
-    if (!m_engine)
+    // A key that was ignored is often one that was misspelt and is missed elsewhere.
+    if (!m_engine) {
+        *error = (QStringList(*error) + m_warnings.mid(0, MostWarningsWithAnError)).join(QLatin1Char('\n'));
         return false;
+    }
+    const QString filterFile = m_engine->device().filterFile();
+    if (!filterFile.isEmpty() && !QFileInfo(filterFile).isFile())
+        m_warnings.append(
+            tr("%1: there is no such filter file, so no kinds of elements can be marked").arg(filterFile));
     const zelengine::Project& project = m_engine->project();
     m_title = m_engine->device().name() + QLatin1Char('/') + project.name;
     m_flow = project.flow;

@@ -162,6 +162,8 @@ void TestEngineFiles::refusesDevices_data()
     };
     row("an unknown kind of site", pad + ", {\"name\": \"DCU\"}", "{\"id\": 1, \"name\": \"a\", \"kind\": \"DCX\"}",
         "device.json:5:32: unknown kind \"DCX\", expected one of \"PAD\" or \"DCU\"");
+    row("no kinds at all", "", "{\"id\": 1, \"name\": \"a\", \"kind\": \"PAD\"}",
+        "device.json:5:32: unknown kind \"PAD\", for the file has no \"kinds\"");
     row("a kind without a name", "{}", "", "device.json:3:1: \"name\" is missing, expected a text");
     row("a kind that is there twice", pad + ',' + pad, "", "device.json:3:26: the kind \"PAD\" is there twice");
     row("an unknown resource type", "{\"name\": \"A\", \"accepts\": [\"PLL\", \"PL\"]}", "",

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void opensAProjectWithoutImplementations();
     void refuses_data();
     void refuses();
+    void filterFileThatIsMissingIsWarnedOf();
     void refusedOneLeavesTheServicesAlone();
     void readsTheDrawingOnce();
     void cachesTheDrawing();
@@ -117,6 +118,9 @@ void TestSession::refuses_data()
         << "project.json" << QByteArray("{\n  \"name\":\n}") << "^project\\.json:\\d+:\\d+: ";
     QTest::newRow("a project without its device")
         << "project.json" << QByteArray(R"({"name": "a", "device": "gone.json"})") << "gone\\.json";
+    QTest::newRow("a misspelt key is named with what is missing")
+        << "project.json" << QByteArray(R"({"name": "a", "devise": "device.json"})")
+        << "(?s)^project\\.json:1:1: \"device\" is missing.*project\\.json:1:\\d+: unknown key \"devise\"";
     QTest::newRow("a drawing that is called a project")
         << "project.json" << smallDrawing() << "^project\\.json:1:\\d+: ";
 }
@@ -133,6 +137,18 @@ void TestSession::refuses()
     QVERIFY(!ProjectSession::open(files.path(path), &message));
     message = files.withoutPath(message);
     QVERIFY2(QRegularExpression(error).match(message).hasMatch(), qPrintable(message));
+}
+
+void TestSession::filterFileThatIsMissingIsWarnedOf()
+{
+    HostFiles files;
+    const QString filter = files.project.path() + QStringLiteral("/filter.txt");
+    QVERIFY(QFile::remove(filter));
+    QString error;
+    const auto session = ProjectSession::open(files.project.path(), &error);
+    QVERIFY2(session && !session->hasFilter(), qPrintable(error));
+    QCOMPARE(session->warnings().size(), 1);
+    QVERIFY2(session->warnings().first().startsWith(filter), qPrintable(session->warnings().first()));
 }
 
 void TestSession::refusedOneLeavesTheServicesAlone()
