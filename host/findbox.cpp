@@ -22,16 +22,21 @@ FindBox::FindBox(QTreeWidget* tree, QWidget* parent)
     connect(&m_narrowAgain, &QTimer::timeout, this, &FindBox::narrow);
     connect(this, &QLineEdit::textChanged, this, &FindBox::narrow);
     connect(tree->model(), &QAbstractItemModel::rowsInserted, this, [this] {
-        if (!text().isEmpty())
+        if (!sought().isEmpty())
             m_narrowAgain.start(0);
     });
+}
+
+QString FindBox::sought() const
+{
+    return text().trimmed();
 }
 
 bool FindBox::isMatch(const QTreeWidgetItem* item) const
 {
     // The first component is the design's own name, which every path has.
     const QString path = item->data(0, zelchipview::RESOURCENAME).toString();
-    return path.indexOf(text().trimmed(), path.indexOf(QLatin1Char('/')), Qt::CaseInsensitive) >= 0;
+    return path.indexOf(sought(), path.indexOf(QLatin1Char('/')), Qt::CaseInsensitive) >= 0;
 }
 
 QList<QTreeWidgetItem*> FindBox::matches() const
@@ -61,14 +66,14 @@ bool FindBox::narrowBranch(QTreeWidgetItem* item)
     const bool stays = hasMatchBelow || isMatch(item);
     if (item->isHidden() == stays)
         item->setHidden(!stays);
-    if (hasMatchBelow && !text().isEmpty() && !item->isExpanded())
+    if (hasMatchBelow && !sought().isEmpty() && !item->isExpanded())
         item->setExpanded(true);
     return stays;
 }
 
 void FindBox::choose()
 {
-    const QList<QTreeWidgetItem*> rows = text().trimmed().isEmpty() ? QList<QTreeWidgetItem*>() : matches();
+    const QList<QTreeWidgetItem*> rows = sought().isEmpty() ? QList<QTreeWidgetItem*>() : matches();
     if (rows.isEmpty())
         return;
     const auto current = rows.indexOf(m_tree->currentItem());

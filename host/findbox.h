@@ -33,6 +33,7 @@ private:
     bool narrowBranch(QTreeWidgetItem* item);
     [[nodiscard]] bool isMatch(const QTreeWidgetItem* item) const;
     void choose();
+    [[nodiscard]] QString sought() const;
 
     QTreeWidget* const m_tree;
     QTimer m_narrowAgain; // once after a series of new rows

@@ -242,6 +242,7 @@ void MainWindow::reportResult(const TclResult& result)
 {
     if (result.isOk) {
         m_console->showResult(result.text);
+        m_statusBar->clearMessage(); // of an earlier error
         return;
     }
     m_console->showError(result.text);
@@ -253,6 +254,10 @@ void MainWindow::connectDesign()
     connect(&editor(), &DesignEditor::changed, this, [this] {
         showDesignState();
         m_refresh.start(0);
+    });
+    connect(&editor(), &DesignEditor::settingRefused, this, [this](const QString& reason) {
+        reportResult(TclResult::error(reason));
+        m_refresh.start(0); // the view takes the setting for written
     });
     auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // the view's
     connect(reason, &DragReason::changed, m_statusBar, [this](const QString& text) { m_statusBar->showMessage(text); });

@@ -24,6 +24,22 @@ namespace {
 const char PlacementFile[] = "/placement.tcl";
 const char JournalFile[] = "/journal.tcl";
 
+// Of a file that is no journal at all nobody wants to read every line.
+constexpr int MostRefusalsTold = 20;
+constexpr int MostCharactersTold = 160;
+
+// Some of a text that may be anything.
+QString excerpt(QString text)
+{
+    if (text.size() > MostCharactersTold)
+        text = text.left(MostCharactersTold) + QStringLiteral("...");
+    for (QChar& character : text) {
+        if (!character.isPrint())
+            character = QLatin1Char('?');
+    }
+    return text;
+}
+
 } // namespace
 
 struct DesignEditor::Change
@@ -92,7 +108,7 @@ DesignEditor::DesignEditor(zelengine::ReferenceEngine& engine, const QString& im
     , m_pristine(engine.design())
 {
     engine.setSettingWriter(
-        [this](int site, const QString& key, const QString& value) { return setSetting(site, key, value); });
+        [this](int site, const QString& key, const QString& value) { return writeSetting(site, key, value); });
     engine.setParameterWriter([this](const QString& resource, const QString& key, const QString& value) {
         return configure(resource, key, value);
     });
@@ -209,6 +225,14 @@ QString DesignEditor::setSetting(int site, const QString& key, const QString& va
         return {};
     m_engine.setSettingChanges(change.settingsSite, change.settingsBefore);
     return commit(change, designcommands::setting(site, key, value));
+}
+
+QString DesignEditor::writeSetting(int site, const QString& key, const QString& value)
+{
+    const QString refusal = setSetting(site, key, value);
+    if (!refusal.isEmpty())
+        Q_EMIT settingRefused(refusal);
+    return refusal;
 }
 
 // First into the journal, then into the design: what was answered is kept.
@@ -368,7 +392,7 @@ QStringList DesignEditor::recover()
 }
 
 // Leaves those that were accepted; gives what there is to say of the others.
-QStringList DesignEditor::replay(std::vector<Journal::Change>& changes)
+QStringList DesignEditor::replay(const QString& fileName, std::vector<Journal::Change>& changes)
 {
     TclInterpreter interpreter(TclInterpreter::Vocabulary::AddedOnly);
     addChangeCommands(interpreter, *this);
@@ -379,9 +403,13 @@ QStringList DesignEditor::replay(std::vector<Journal::Change>& changes)
         if (refusal.isEmpty())
             accepted.push_back(std::move(change));
         else
-            refusals.append(refusal);
+            refusals.append(tr("%1:%2: refused %3").arg(fileName, QString::number(change.line), refusal));
     }
     changes = std::move(accepted);
+    const auto untold = refusals.size() - MostRefusalsTold;
+    if (untold > 0)
+        refusals = refusals.mid(0, MostRefusalsTold)
+            + QStringList(tr("%1: refused %2 more").arg(fileName, QString::number(untold)));
     return refusals;
 }
 
@@ -389,7 +417,7 @@ QStringList DesignEditor::replay(std::vector<Journal::Change>& changes)
 QString DesignEditor::replay(TclInterpreter& interpreter, const Journal::Change& change)
 {
     if (!change.isWhole)
-        return tr("%1 (not all commands of this change are there)").arg(change.commands.value(0));
+        return tr("%1 (not all commands of this change are there)").arg(excerpt(change.commands.value(0)));
     const int before = m_undoStack.index();
     for (const QString& command : change.commands) {
         const TclResult result = interpreter.evaluate(command);
@@ -397,7 +425,7 @@ QString DesignEditor::replay(TclInterpreter& interpreter, const Journal::Change&
             continue;
         while (m_undoStack.index() > before)
             m_undoStack.undo();
-        return tr("%1 (%2)").arg(command, result.text);
+        return tr("%1 (%2)").arg(excerpt(command), excerpt(result.text));
     }
     return {};
 }
@@ -412,9 +440,8 @@ void DesignEditor::replaySaved(QStringList& messages)
         messages.append(tr("%1: the last line is cut off and was not read.").arg(placementFile()));
     m_savedState = content.bytes;
     m_journal.startsAfter(m_savedState);
-    const QStringList refusals = replay(content.changes);
-    for (const QString& refusal : refusals)
-        messages.append(tr("%1: refused %2").arg(placementFile(), refusal));
+    const QStringList refusals = replay(placementFile(), content.changes);
+    messages += refusals;
     if (refusals.isEmpty())
         return;
     // The next save would forget what does not fit the design any more.
@@ -436,11 +463,10 @@ void DesignEditor::replayJournal(QStringList& messages)
                             .arg(m_journal.fileName(), placementFile(), whereJournalIsKept(m_journal.setAside())));
         return;
     }
-    const QStringList refusals = replay(content.changes);
+    const QStringList refusals = replay(m_journal.fileName(), content.changes);
     if (content.hasTornEnd)
         messages.append(dropTornEnd(content, refusals.isEmpty()));
-    for (const QString& refusal : refusals)
-        messages.append(tr("%1: refused %2").arg(m_journal.fileName(), refusal));
+    messages += refusals;
     if (!refusals.isEmpty())
         messages.append(rewriteJournal(content.changes));
     if (content.changes.size() == 1)

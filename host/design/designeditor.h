@@ -68,11 +68,15 @@ Q_SIGNALS:
     // After each change, undo, redo and save.
     void changed();
 
+    // A setting that the chip view wrote was refused; the view itself does not look at the answer.
+    void settingRefused(const QString& reason);
+
 private:
     // No larger than what it is about, so that a long history costs no more than its changes.
     struct Change;
     class ChangeCommand;
 
+    QString writeSetting(int site, const QString& key, const QString& value);
     QString changeSites(const QString& text, const QString& command, const zelengine::Proposal& proposal);
     QString commit(const Change& change, const QString& command);
     void apply(const Change& change, bool isForward);
@@ -82,7 +86,7 @@ private:
     [[nodiscard]] QString defaultSetting(int site, const QString& key) const;
     [[nodiscard]] QString claim();
     QString keep(const QStringList& commands);
-    QStringList replay(std::vector<Journal::Change>& changes);
+    QStringList replay(const QString& fileName, std::vector<Journal::Change>& changes);
     QString replay(TclInterpreter& interpreter, const Journal::Change& change);
     void replaySaved(QStringList& messages);
     void replayJournal(QStringList& messages);

@@ -32,10 +32,13 @@ class Lines final
 public:
     void take(const QByteArray& line, qint64 end)
     {
+        ++m_lines;
         if (line.startsWith(GroupStart)) {
             finish();
+            m_group.line = m_lines;
             m_missing = line.mid(GroupStart.size()).trimmed().toInt();
         } else if (!line.startsWith('#') && !line.trimmed().isEmpty()) {
+            m_group.line = m_group.line == 0 ? m_lines : m_group.line;
             m_group.commands.append(QString::fromUtf8(line.chopped(1)));
             --m_missing;
         }
@@ -61,6 +64,7 @@ private:
 
     std::vector<Journal::Change> m_changes;
     Journal::Change m_group;
+    int m_lines = 0;
     int m_missing = 0; // commands of the group
     qint64 m_wholeSize = 0;
 };

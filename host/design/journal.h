@@ -27,6 +27,7 @@ public:
     {
         QStringList commands;
         bool isWhole = true; // all that were appended with it are there
+        int line = 0; // where it begins in the file, from 1
     };
     struct Content
     {

@@ -17,6 +17,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QElapsedTimer>
 #include <QFile>
@@ -102,6 +103,20 @@ public:
         QApplication::sendEvent(view()->viewport(), &event);
     }
 
+    // Through the settings dialog of the unit.
+    void setChannel1(const QString& value)
+    {
+        QTimer::singleShot(0, qApp, [&] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            QVERIFY(dialog);
+            auto* channel = dialog->findChild<QComboBox*>(QStringLiteral("comboBoxCH1"));
+            channel->setCurrentIndex(channel->findText(value));
+            dialog->findChild<QAbstractButton*>(QStringLiteral("pushButtonOK"))->click();
+        });
+        const QPoint site = view()->mapFromScene(13.0, 13.0);
+        QTest::mouseDClick(view()->viewport(), Qt::LeftButton, Qt::NoModifier, site);
+    }
+
     HostFiles files;
     ProjectSession* session = nullptr;
     std::unique_ptr<MainWindow> window;
@@ -132,6 +147,7 @@ private Q_SLOTS:
     void closingAsks();
     void settingsDialogChangesOneThing_data();
     void settingsDialogChangesOneThing();
+    void settingThatCannotBeKeptIsSaid();
     void snapshotShowsOccupiedAndFilteredSites();
     void findBoxNarrowsTheTree();
     void viewIsDrivenByCommands();
@@ -180,6 +196,8 @@ void TestPlanning::consoleShowsEverything()
     for (const char* piece : {"puts {some output}", "some output", "42", "there is no resource \"nobody\""})
         QVERIFY2(text.contains(QLatin1String(piece)), piece);
     QVERIFY(planning.window->statusBar()->currentMessage().contains(QStringLiteral("nobody")));
+    planning.run(QStringLiteral("expr 1"));
+    QVERIFY(planning.window->statusBar()->currentMessage().isEmpty());
 }
 
 void TestPlanning::undoMenuNamesTheStep()
@@ -238,15 +256,7 @@ void TestPlanning::settingsDialogChangesOneThing()
     QFETCH(QString, chosen);
     QFETCH(int, steps);
     Planning planning;
-    QTimer::singleShot(0, qApp, [&] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        QVERIFY(dialog);
-        auto* channel = dialog->findChild<QComboBox*>(QStringLiteral("comboBoxCH1"));
-        channel->setCurrentIndex(channel->findText(chosen));
-        dialog->findChild<QAbstractButton*>(QStringLiteral("pushButtonOK"))->click();
-    });
-    const QPoint site = planning.view()->mapFromScene(13.0, 13.0);
-    QTest::mouseDClick(planning.view()->viewport(), Qt::LeftButton, Qt::NoModifier, site);
+    planning.setChannel1(chosen);
     DesignEditor& editor = planning.session->editor();
     const auto& settings = editor.engine().settings();
     QTEST((QStringList{settings.value(10, QStringLiteral("CH0")), settings.value(10, QStringLiteral("CH1"))}),
@@ -262,6 +272,20 @@ void TestPlanning::settingsDialogChangesOneThing()
     QCOMPARE(planning.window->isWindowModified(), steps > 0);
     planning.run(QStringLiteral("catch undo"));
     QVERIFY(!planning.window->isWindowModified());
+}
+
+void TestPlanning::settingThatCannotBeKeptIsSaid()
+{
+    Planning planning;
+    QVERIFY(QDir().mkpath(planning.files.project.path() + QStringLiteral("/deux/journal.tcl"))); // a folder
+    planning.setChannel1(QStringLiteral("FAST"));
+    QCOMPARE(planning.session->editor().engine().settings().value(10, QStringLiteral("CH1")), QStringLiteral("SLOW"));
+    const QString reason = QStringLiteral("the change cannot be kept in ");
+    QVERIFY(planning.window->statusBar()->currentMessage().startsWith(reason));
+    QVERIFY(planning.consoleText().contains(reason));
+    QCoreApplication::processEvents();
+    QVERIFY(!planning.window->isWindowModified());
+    QCOMPARE(planning.chipView()->getDirtyFlag(), 0);
 }
 
 void TestPlanning::snapshotShowsOccupiedAndFilteredSites()
@@ -290,6 +314,9 @@ void TestPlanning::findBoxNarrowsTheTree()
 {
     Planning planning;
     const auto isShown = [&](const char* name) { return !planning.row(QLatin1String(name))->isHidden(); };
+    planning.tree()->collapseAll();
+    QTest::keyClicks(planning.findBox(), QStringLiteral("  ")); // nothing yet
+    QVERIFY(isShown("top/core") && !planning.row(QStringLiteral("top/duo"))->isExpanded());
     QTest::keyClicks(planning.findBox(), QStringLiteral("B"));
     QVERIFY(isShown("top/duo/b") && isShown("top/duo") && !isShown("top/duo/a") && !isShown("top/core"));
     planning.run(QStringLiteral("zel_resource place -rsc top/duo/b -id 11")); // the rows are made anew

@@ -12,6 +12,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <csignal>
 #include <memory>
 
@@ -155,6 +156,7 @@ private Q_SLOTS:
     void foreignCommandsAreRefusedAndKept();
     void changeOfSeveralCommandsComesBackWholeOrNot_data();
     void changeOfSeveralCommandsComesBackWholeOrNot();
+    void fileThatIsNoJournalIsSaidInAFewLines();
     void damagedLineCostsNoneOfTheOthers();
     void removedJournalIsAnError();
     void changesThatCannotBeKeptAreRefused();
@@ -322,7 +324,7 @@ void TestDesignEditing::foreignCommandsAreRefusedAndKept()
     const QByteArray bad = good.left(secondCommand) + command + '\n' + good.mid(secondCommand);
     project.setJournal(bad);
     const QString said = project.open().join(QLatin1Char('\n'));
-    QVERIFY2(said.contains(QStringLiteral("refused")), qPrintable(said));
+    QVERIFY2(said.contains(project.journalFile() + QStringLiteral(":3: refused ")), qPrintable(said));
     QCOMPARE(contentOf(project.journalFile() + QStringLiteral(".aside-1")), bad);
     QCOMPARE(project.state(), state);
     QCOMPARE(project.journal(), good);
@@ -347,10 +349,30 @@ void TestDesignEditing::changeOfSeveralCommandsComesBackWholeOrNot()
     const QByteArray journal = project.journal();
     project.setJournal(journal + end);
     const QString said = project.open().join(QLatin1Char('\n'));
-    QVERIFY2(said.contains(QStringLiteral("refused zel_resource place -rsc top/core")), qPrintable(said));
+    QVERIFY2(said.contains(QStringLiteral(":3: refused zel_resource place -rsc top/core")), qPrintable(said));
     QCOMPARE(project.state(), state);
     QCOMPARE(project.journal(), journal);
     QVERIFY(!project.editor().undoStack().canRedo());
+}
+
+// A person can read what is said of it.
+void TestDesignEditing::fileThatIsNoJournalIsSaidInAFewLines()
+{
+    EditedProject project;
+    project.run(EachKind.first()); // there is a journal
+    project.run(QStringLiteral("undo"));
+    const QString state = project.state();
+    const QByteArray noise = QByteArray("\x1b[31m\x07" + QByteArray(5000, '\xfe') + '\n').repeated(300) + "end\n";
+    project.setJournal(noise);
+    const QStringList said = project.open();
+    QVERIFY2(said.size() < 30, qPrintable(QString::number(said.size())));
+    for (const QString& line : said) {
+        QVERIFY(line.size() < 600);
+        QVERIFY(std::all_of(line.begin(), line.end(), [](QChar character) { return character.isPrint(); }));
+    }
+    QVERIFY(said.contains(project.journalFile() + QStringLiteral(": refused 281 more")));
+    QCOMPARE(contentOf(project.journalFile() + QStringLiteral(".aside-1")), noise);
+    QCOMPARE(project.state(), state);
 }
 
 void TestDesignEditing::damagedLineCostsNoneOfTheOthers()
