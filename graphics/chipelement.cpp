@@ -63,6 +63,7 @@ void ChipElement::noticeChange(QGraphicsItem::GraphicsItemChange change)
     case QGraphicsItem::ItemVisibleHasChanged:
     case QGraphicsItem::ItemOpacityHasChanged:
     case QGraphicsItem::ItemFlagsHaveChanged:
+    case QGraphicsItem::ItemSelectedHasChanged:
     case QGraphicsItem::ItemParentHasChanged:
     case QGraphicsItem::ItemChildAddedChange:
     case QGraphicsItem::ItemChildRemovedChange:

@@ -2,6 +2,7 @@
 #include "graphics/elementindex.h"
 
 #include "graphics/chipelement.h"
+#include "platform/contract/zelgraphicrecords.h"
 
 #include <QGraphicsItem>
 
@@ -16,12 +17,24 @@ namespace {
 constexpr QGraphicsItem::GraphicsItemFlags PaintingFlags
     = QGraphicsItem::ItemClipsToShape | QGraphicsItem::ItemIgnoresTransformations | QGraphicsItem::ItemHasNoContents;
 
-// Items as the loader makes them: painted at their place in the order, without anything around them.
-bool isUnusual(const QGraphicsItem& item)
+// Texts stand at their position; all else has its place in its geometry.
+bool isMoved(ChipElement& element)
 {
+    const QGraphicsItem& item = *element.graphicsItem();
+    ZELGraphicItemAttribute& attribute = *element.attribute();
+    if (attribute.kind != ZEL_GRAPHIC_TEXT)
+        return !item.pos().isNull() || item.scale() != 1.0;
+    const auto* position = static_cast<const QPointF*>(attribute.getAttribute(ATTR_POS));
+    return (position && item.pos() != *position) || item.scale() != paintrules::TextItemScale;
+}
+
+// Items as the loader makes them: painted at their place in the order, without anything around them.
+bool isUnusual(ChipElement& element)
+{
+    const QGraphicsItem& item = *element.graphicsItem();
     return !item.isVisible() || item.opacity() != 1.0 || item.parentItem() || !item.childItems().isEmpty()
-        || (item.flags() & PaintingFlags) || item.rotation() != 0.0 || !item.transform().isIdentity()
-        || item.graphicsEffect();
+        || (item.flags() & PaintingFlags) || item.isSelected() || item.rotation() != 0.0
+        || !item.transform().isIdentity() || item.graphicsEffect() || isMoved(element);
 }
 
 } // namespace
@@ -58,7 +71,7 @@ void ElementIndex::reconsider(ChipElement* element)
 {
     if (element->m_slot == ChipElement::Nowhere)
         return;
-    if (!isUnusual(*element->graphicsItem()))
+    if (!isUnusual(*element))
         m_unusual.remove(element);
     else
         m_unusual.insert(element);

@@ -47,7 +47,7 @@ public:
     // Something else of the element changed that only Qt's own painting knows.
     void reconsider(ChipElement* element);
 
-    // Whether any element is moved, transformed, hidden, transparent or part of a family of items.
+    // Whether any element is moved, transformed, hidden, transparent, selected in Qt's way or part of a family of items.
     [[nodiscard]] bool hasUnusual() const { return !m_unusual.isEmpty(); }
 
 private:

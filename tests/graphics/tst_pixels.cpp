@@ -12,6 +12,7 @@
 #include <QScrollBar>
 
 #include <cmath>
+#include <functional>
 
 using namespace zeltest;
 
@@ -112,6 +113,9 @@ QImage paintedByItems(QGraphicsScene* scene, const QGraphicsView& like, qreal ra
     return grabbed(plain.viewport(), ratio);
 }
 
+// What a host does to an item.
+using Change = std::function<void(QGraphicsItem*)>;
+
 int firstInside(const DisplayList& list, const QRectF& area)
 {
     int place = 0;
@@ -167,6 +171,8 @@ public:
 
 } // namespace
 
+Q_DECLARE_METATYPE(Change)
+
 class TestPixels : public zeltest::Test
 {
     Q_OBJECT
@@ -179,6 +185,8 @@ private Q_SLOTS:
     void pictureStaysRightWhenScrolled();
     void turnedViewIsRightToo();
     void whatAHostAddsIsShown();
+    void whatAHostDoesToAnElementIsShown_data();
+    void whatAHostDoesToAnElementIsShown();
     void paintsOnlyWhatChanged();
 };
 
@@ -335,8 +343,41 @@ void TestPixels::whatAHostAddsIsShown()
     QCoreApplication::processEvents();
     QCOMPARE(chip.differing(), 0);
     QVERIFY(!chip.scene()->isPlain());
-    chip.item(5)->setOpacity(0.5);
+}
+
+void TestPixels::whatAHostDoesToAnElementIsShown_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<Change>("undo");
+    using Item = QGraphicsItem;
+    QTest::newRow("moved") << Change([](Item* i) { i->moveBy(30, 20); })
+                           << Change([](Item* i) { i->moveBy(-30, -20); });
+    QTest::newRow("scaled") << Change([](Item* i) { i->setScale(2 * i->scale()); })
+                            << Change([](Item* i) { i->setScale(i->scale() / 2); });
+    QTest::newRow("turned") << Change([](Item* i) { i->setRotation(9); }) << Change([](Item* i) { i->setRotation(0); });
+    QTest::newRow("faded") << Change([](Item* i) { i->setOpacity(0.5); }) << Change([](Item* i) { i->setOpacity(1); });
+    QTest::newRow("hidden") << Change([](Item* i) { i->hide(); }) << Change([](Item* i) { i->show(); });
+    QTest::newRow("selected in Qt's way")
+        << Change([](Item* i) { i->setFlag(Item::ItemIsSelectable), i->setSelected(true); })
+        << Change([](Item* i) { i->setSelected(false); });
+}
+
+void TestPixels::whatAHostDoesToAnElementIsShown()
+{
+    QFETCH(Change, change);
+    QFETCH(Change, undo);
+    PixelView chip(300);
     QCOMPARE(chip.differing(), 0);
+    for (int loadNumber : {2, 14}) { // a rect, a text
+        change(chip.item(loadNumber));
+        QCoreApplication::processEvents();
+        QVERIFY(!chip.scene()->isPlain());
+        QCOMPARE(chip.differing(), 0);
+        undo(chip.item(loadNumber));
+        QCoreApplication::processEvents();
+        QVERIFY(chip.scene()->isPlain());
+        QCOMPARE(chip.differing(), 0);
+    }
 }
 
 void TestPixels::paintsOnlyWhatChanged()
