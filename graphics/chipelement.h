@@ -71,7 +71,8 @@ private:
     friend class DisplayList;
     friend class ElementIndex;
 
-    static constexpr int Nowhere = -1;
+    // No static member: referred to from the library's code, it would be a symbol that keeps the library loaded.
+    enum : int { Nowhere = -1 };
 
     void enterScene(QGraphicsScene* scene);
 
