@@ -5,6 +5,7 @@
 #   installed.sh headers       only below their folder, complete, as C++17 and as C++20
 #   installed.sh cmake         the examples, built outside the tree with the CMake package, and run
 #   installed.sh pkgconfig     the examples, built by one compiler call each, one of them as C++20, and run
+#   installed.sh document      the host of docs/embedding.md, from nothing but what stands there
 #   installed.sh program       zelchip, its manual, and the user's copy of the sample
 #   installed.sh metadata      what desktops read; needs desktop-file-validate and appstreamcli
 #   installed.sh source        the source archive, which configures where there is no git
@@ -103,6 +104,33 @@ check_pkgconfig()
     build_example minimal c++17
     build_example embedded c++20
     run_examples "$built"
+}
+
+# The document's examples, as its reader would put them into files, built both ways; the host that CMake made runs.
+check_document()
+{
+    local built=$work/document language file flags host
+    rm -rf "$built"
+    mkdir -p "$built"
+    while read -r language file; do
+        awk -v language="$language" -f "$ZEL_SOURCE/tests/docs/examples.awk" "$ZEL_SOURCE/docs/embedding.md" >"$built/$file"
+        [[ -s $built/$file ]] || fail "the document has no $file"
+    done <<<$'cmake CMakeLists.txt\ncpp host.cpp\nxml chip.svg'
+    sed -i "s/find_package(ZelChipGui /find_package($package /" "$built/CMakeLists.txt"
+
+    cd "$built"
+    cmake -B build -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
+    cmake --build build >/dev/null
+    read -ra flags <<<"$CXXFLAGS $(pkg-config --cflags --libs "zelchipgui$ZEL_SUFFIX")"
+    "$CXX" -std=c++17 -fPIC host.cpp "${flags[@]}" -Wl,-rpath,"$libraries" -o host
+    timeout 60 ./build/host &
+    host=$!
+    # Written by the view when it has read the drawing.
+    until [[ -s zelsvg.temp ]]; do
+        kill -0 "$host" 2>/dev/null || fail "the host ends before it shows its drawing"
+        sleep 0.05
+    done
+    kill "$host"
 }
 
 # The options of a text, one a line.
