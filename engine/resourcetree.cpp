@@ -26,8 +26,6 @@ bool isPlaceable(const Resource& resource)
     return resource.type != ResourceType::Folder && resource.type != ResourceType::Ip;
 }
 
-} // namespace
-
 // ", 100 MHz"
 QString parameterList(const Design& design, int index)
 {
@@ -36,6 +34,8 @@ QString parameterList(const Design& design, int index)
         result += QStringLiteral(", ") + parameter.withUnit(design.parameter(index, parameter.key));
     return result;
 }
+
+} // namespace
 
 // A cell with all that it points at. Nodes do not move once they are made.
 struct ResourceTree::Node

@@ -61,6 +61,7 @@ private Q_SLOTS:
     void writesWhatWasChanged_data();
     void writesWhatWasChanged();
     void coupledValuesKeepTheChannelsInStep();
+    void valuesForBothChannelsMayBeTheOnlyOnes();
     void withoutValuesNothingCanBeChosen();
     void emptyCurrentValueSelectsNothing();
     void cancelWritesNothing();
@@ -123,6 +124,21 @@ void TestDcuSettings::coupledValuesKeepTheChannelsInStep()
     dialog.accept();
     // Both were on "Q" when the dialog opened, whatever the single lists said.
     QCOMPARE(chip.engine.calls, (Calls{"set 70 CH0=B", "refresh 3"}));
+}
+
+void TestDcuSettings::valuesForBothChannelsMayBeTheOnlyOnes()
+{
+    SettingsView chip({{"CH0:CH1", {"Q", "Q", "R"}}});
+    {
+        ZELDCUSettingDlg dialog(nullptr, Site);
+        QCOMPARE(box(dialog, "comboBoxCH0")->currentText() + box(dialog, "comboBoxCH1")->currentText(), "QQ");
+        dialog.accept();
+        QCOMPARE(chip.engine.calls, Calls{"refresh 3"}); // nothing was chosen
+    }
+    ZELDCUSettingDlg dialog(nullptr, Site);
+    box(dialog, "comboBoxCH0")->setCurrentIndex(2);
+    dialog.accept();
+    QCOMPARE(chip.engine.calls, (Calls{"refresh 3", "set 70 CH0=R", "set 70 CH1=R", "refresh 3"}));
 }
 
 void TestDcuSettings::withoutValuesNothingCanBeChosen()

@@ -110,7 +110,8 @@ private Q_SLOTS:
     void backgroundEndsTheHighlight();
     void everyKindOfElementTakesItsDrop_data();
     void everyKindOfElementTakesItsDrop();
-    void treeStartsTheDragAndOffersItsMenu();
+    void treeStartsTheDrag();
+    void rightButtonOpensTheRowsMenu();
     void resetRefreshesWhenItWorked_data();
     void resetRefreshesWhenItWorked();
     void deletingAsksFirst_data();
@@ -283,7 +284,7 @@ void TestPlacement::everyKindOfElementTakesItsDrop()
     QVERIFY(chip.database()->highlightedIds().isEmpty());
 }
 
-void TestPlacement::treeStartsTheDragAndOffersItsMenu()
+void TestPlacement::treeStartsTheDrag()
 {
     class Watch final : public QObject
     {
@@ -301,29 +302,56 @@ void TestPlacement::treeStartsTheDragAndOffersItsMenu()
     Watch watch;
     tree->installEventFilter(&watch);
     const QPoint row = tree->visualItemRect(tree->topLevelItem(0)).center();
-    const auto move = [&] {
+    const auto move = [&](Qt::MouseButton button) {
         QMouseEvent event(
-            QEvent::MouseMove, row, tree->viewport()->mapToGlobal(row), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+            QEvent::MouseMove, row, tree->viewport()->mapToGlobal(row), Qt::NoButton, button, Qt::NoModifier);
         QApplication::sendEvent(tree->viewport(), &event);
     };
-    move();
+    move(Qt::LeftButton);
     QCOMPARE(watch.children, 1);
+    tree->topLevelItem(0)->setIcon(0, QIcon());
+    tree->viewport()->setMouseTracking(true); // without it Qt tells of no such move
+    move(Qt::NoButton); // neither a button nor a picture is asked for
+    QCOMPARE(watch.children, 2);
     tree->topLevelItem(0)->setData(0, DRAGABLE, false);
-    move();
+    move(Qt::LeftButton);
     tree->clearSelection();
-    move();
-    QCOMPARE(watch.children, 1);
+    move(Qt::LeftButton);
+    QCOMPARE(watch.children, 2);
+}
 
-    QStringList menu;
-    QTimer::singleShot(0, qApp, [&] {
-        if (auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
-            menu.append(popup->actions().first()->text());
-            popup->close();
-        }
-    });
-    QContextMenuEvent event(QContextMenuEvent::Mouse, row, tree->viewport()->mapToGlobal(row));
-    QApplication::sendEvent(tree->viewport(), &event);
-    QCOMPARE(menu, QStringList{"Reset"});
+void TestPlacement::rightButtonOpensTheRowsMenu()
+{
+    PlacementView chip;
+    zeltreeviewcell* leaf = chip.engine.addCell(chip.engine.addCell(nullptr, "u2"), "leaf");
+    chip.engine.addCell(nullptr, "u3");
+    chip.window->refresh(REFRESH_TREE);
+    ZelTree* tree = chip.database()->getTree(nullptr);
+    tree->expandAll();
+    QTreeWidgetItem* row = tree->findItems(QStringLiteral("leaf"), Qt::MatchExactly | Qt::MatchRecursive).value(0);
+    QVERIFY(row && !leaf->resettable);
+    const auto menuAt = [&](QPoint position) {
+        QStringList menu;
+        QTimer::singleShot(0, qApp, [&] {
+            if (auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+                const QList<QAction*> actions = popup->actions();
+                for (const QAction* action : actions)
+                    menu.append(action->text());
+                popup->close();
+            }
+        });
+        QContextMenuEvent event(QContextMenuEvent::Mouse, position, tree->viewport()->mapToGlobal(position));
+        QApplication::sendEvent(tree->viewport(), &event);
+        QCoreApplication::processEvents();
+        return menu;
+    };
+    const QPoint leafPosition = tree->visualItemRect(row).center();
+    const QStringList all{"Reset", "Delete", "Config", QString(), "Expand", "Collapse"};
+    QCOMPARE(menuAt(tree->visualItemRect(tree->topLevelItem(0)).center()), all);
+    QCOMPARE(menuAt(leafPosition), QStringList());
+    row->setData(0, RESET, true);
+    QCOMPARE(menuAt(leafPosition), QStringList{"Reset"});
+    QCOMPARE(menuAt(tree->viewport()->rect().bottomLeft() - QPoint(-5, 5)), QStringList()); // below the rows
 }
 
 void TestPlacement::resetRefreshesWhenItWorked_data()
