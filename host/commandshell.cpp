@@ -33,9 +33,10 @@ TclResult CommandShell::evaluate(const QString& script)
 TclResult CommandShell::run(const QString& script, Origin origin)
 {
     Q_EMIT started(script, origin);
-    m_viewCommands += origin == Origin::View ? 1 : 0;
+    int& running = origin == Origin::View ? m_viewCommands : m_userCommands;
+    ++running;
     const TclResult result = evaluate(script);
-    m_viewCommands -= origin == Origin::View ? 1 : 0;
+    --running;
     Q_EMIT finished(result, origin);
     return result;
 }

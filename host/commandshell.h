@@ -36,6 +36,9 @@ public:
     // A command that the chip view sent waits for its answer: the view must not go away now.
     [[nodiscard]] bool isAnsweringView() const { return m_viewCommands > 0; }
 
+    // What runs, the user has typed.
+    [[nodiscard]] bool isAnsweringUser() const { return m_userCommands > 0; }
+
     [[nodiscard]] TclInterpreter& interpreter() { return m_interpreter; }
 
 Q_SIGNALS:
@@ -51,7 +54,8 @@ private:
     TclResult evaluate(const QString& script);
 
     TclInterpreter m_interpreter;
-    int m_viewCommands = 0;
+    int m_viewCommands = 0; // that are running
+    int m_userCommands = 0;
 };
 
 } // namespace mirn::zelchip

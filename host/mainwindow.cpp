@@ -125,6 +125,8 @@ bool MainWindow::runScript(const QString& file, QString* error)
 void MainWindow::connectShell()
 {
     connect(&m_shell, &CommandShell::finished, this, &MainWindow::reportResult);
+    // A script from a file is not held up by a question: the journal has what it changed.
+    m_shell.interpreter().setExitGuard([this] { return !m_shell.isAnsweringUser() || mayLeave(editor(), this); });
     ProjectCommands commands;
     commands.open = [this](const QString& path) {
         // The view would go away below the command that it sent.

@@ -93,13 +93,16 @@ public:
     static void breathe(ClientData data, Tcl_Interp* interpreter);
 
     void removeAllCommands();
-    void takeOverPuts();
+    void takeOver(const char* command);
+    TclResult callTaken(const char* command, const QStringList& arguments);
     TclResult puts(const QStringList& words);
+    TclResult exit(const QStringList& words);
     void limitTime();
 
     const InterpreterPointer interpreter;
     TclInterpreter::Output output;
     std::function<void()> busyHandler;
+    std::function<bool()> mayExit;
     int depth = 0; // of evaluate() calls
     bool isCancelled = false;
 };
@@ -158,19 +161,33 @@ TclResult TclInterpreterPrivate::puts(const QStringList& words)
     const QString channel = rest.size() == 2 ? rest.first() : QStringLiteral("stdout");
     const bool isError = channel == QLatin1String("stderr");
     if (!output || rest.isEmpty() || rest.size() > 2 || (!isError && channel != QLatin1String("stdout"))) {
-        const QString call = TclInterpreter::list(QStringList(QStringLiteral("::zelchip::puts")) + words.mid(1));
-        const int code = Tcl_EvalEx(interpreter.get(), call.toUtf8().constData(), -1, 0);
-        return {code == TCL_OK, fromTcl(Tcl_GetObjResult(interpreter.get()))};
+        return callTaken("puts", words.mid(1));
     }
     output(rest.last() + (hasNewline ? QStringLiteral("\n") : QString()),
         isError ? TclInterpreter::Channel::Error : TclInterpreter::Channel::Output);
     return TclResult::value();
 }
 
-void TclInterpreterPrivate::takeOverPuts()
+TclResult TclInterpreterPrivate::exit(const QStringList& words)
 {
-    // In a namespace, so that nobody is offered it.
-    Tcl_EvalEx(interpreter.get(), "namespace eval ::zelchip {}; rename ::puts ::zelchip::puts", -1, TCL_EVAL_GLOBAL);
+    return mayExit && !mayExit() ? TclResult::error(QStringLiteral("the program goes on"))
+                                 : callTaken("exit", words.mid(1));
+}
+
+// Tcl's own one goes into a namespace, so that nobody is offered it.
+void TclInterpreterPrivate::takeOver(const char* command)
+{
+    const QString script
+        = QStringLiteral("namespace eval ::zelchip {}; rename ::%1 ::zelchip::%1").arg(QLatin1String(command));
+    Tcl_EvalEx(interpreter.get(), script.toUtf8().constData(), -1, TCL_EVAL_GLOBAL);
+}
+
+TclResult TclInterpreterPrivate::callTaken(const char* command, const QStringList& arguments)
+{
+    const QString taken = QStringLiteral("::zelchip::") + QLatin1String(command);
+    const QString call = TclInterpreter::list(QStringList(taken) + arguments);
+    const int code = Tcl_EvalEx(interpreter.get(), call.toUtf8().constData(), -1, 0);
+    return {code == TCL_OK, fromTcl(Tcl_GetObjResult(interpreter.get()))};
 }
 
 TclInterpreter::TclInterpreter(Vocabulary vocabulary)
@@ -183,8 +200,10 @@ TclInterpreter::TclInterpreter(Vocabulary vocabulary)
     // Without Tcl's script library there are a few commands less; that is no reason not to start.
     if (Tcl_Init(d->interpreter.get()) != TCL_OK)
         Tcl_ResetResult(d->interpreter.get());
-    d->takeOverPuts();
+    d->takeOver("puts");
     addCommand(QStringLiteral("puts"), [this](const QStringList& words) { return d->puts(words); });
+    d->takeOver("exit");
+    addCommand(QStringLiteral("exit"), [this](const QStringList& words) { return d->exit(words); });
     Tcl_LimitSetGranularity(d->interpreter.get(), TCL_LIMIT_TIME, 1);
     Tcl_LimitAddHandler(d->interpreter.get(), TCL_LIMIT_TIME, &TclInterpreterPrivate::breathe, d.get(), nullptr);
 }
@@ -223,6 +242,11 @@ QString TclInterpreter::errorTrace() const
 void TclInterpreter::setOutput(Output output)
 {
     d->output = std::move(output);
+}
+
+void TclInterpreter::setExitGuard(std::function<bool()> mayExit)
+{
+    d->mayExit = std::move(mayExit);
 }
 
 void TclInterpreter::setBusyHandler(std::function<void()> handler)

@@ -52,6 +52,9 @@ public:
     // Takes what `puts` writes to the standard channels; without one it goes there.
     void setOutput(Output output);
 
+    // Asked before "exit" ends the program; where it says no, "exit" is an error.
+    void setExitGuard(std::function<bool()> mayExit);
+
     // Called about ten times a second while a script runs, so that the program stays alive and can call cancel().
     void setBusyHandler(std::function<void()> handler);
 

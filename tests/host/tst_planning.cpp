@@ -145,6 +145,7 @@ private Q_SLOTS:
     void undoMenuNamesTheStep();
     void closingAsks_data();
     void closingAsks();
+    void typedExitAsksToo();
     void settingsDialogChangesOneThing_data();
     void settingsDialogChangesOneThing();
     void settingThatCannotBeKeptIsSaid();
@@ -239,6 +240,16 @@ void TestPlanning::closingAsks()
     QTEST(planning.window->close(), "isClosed");
     planning.open();
     QTEST(planning.siteOf(QStringLiteral("top/core")), "siteAfterwards");
+}
+
+void TestPlanning::typedExitAsksToo()
+{
+    Planning planning;
+    planning.run(QStringLiteral("zel_resource place -rsc top/core -id 50"));
+    answerNextQuestion(QMessageBox::Cancel);
+    planning.run(QStringLiteral("exit"));
+    QVERIFY(planning.consoleText().endsWith(QStringLiteral("the program goes on")));
+    QVERIFY(planning.window->isWindowModified());
 }
 
 void TestPlanning::settingsDialogChangesOneThing_data()

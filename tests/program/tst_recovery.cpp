@@ -129,6 +129,7 @@ private Q_SLOTS:
     void killedAfterAStep_data();
     void killedAfterAStep();
     void killedAtAnyMoment();
+    void exitKeepsWhatWasConfirmed_data();
     void exitKeepsWhatWasConfirmed();
     void lastStepIsCutOff_data();
     void lastStepIsCutOff();
@@ -205,10 +206,19 @@ void TestRecovery::killedAtAnyMoment()
     }
 }
 
+void TestRecovery::exitKeepsWhatWasConfirmed_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::newRow("of a batch") << "--batch";
+    QTest::newRow("of a script in the window") << "--script";
+}
+
 // Without asking: the journal has it.
 void TestRecovery::exitKeepsWhatWasConfirmed()
 {
-    const Outcome outcome = runBatch(m_project, Steps[0] + "\nexit 7\n" + Steps[1]);
+    QFETCH(QString, option);
+    const QString script = m_project.write("exit.tcl", Steps[0] + "\nexit 7\n" + Steps[1]);
+    const Outcome outcome = run({m_project.path(), option, script});
     QCOMPARE(outcome.status, 7);
     QCOMPARE(outcome.errors, QByteArray());
     QCOMPARE(stateOf(m_project), m_states[1]);

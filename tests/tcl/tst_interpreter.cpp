@@ -85,6 +85,10 @@ void TestInterpreter::putsGoesToTheHost()
     QCOMPARE(lines, (QStringList{"a b\n", "c", "E:d\n"}));
     QVERIFY(!tcl.evaluate(QStringLiteral("puts nosuchchannel x")).isOk);
     QVERIFY(!tcl.evaluate(QStringLiteral("puts")).isOk);
+    tcl.evaluate(QStringLiteral("rename puts say; say e"));
+    QCOMPARE(lines.last(), QStringLiteral("e\n"));
+    QVERIFY2(!tcl.evaluate(QStringLiteral("say nosuchchannel x")).text.contains(QStringLiteral("command")),
+        qPrintable(tcl.evaluate(QStringLiteral("say nosuchchannel x")).text));
 }
 
 void TestInterpreter::scriptsMayBeNested()
