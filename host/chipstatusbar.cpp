@@ -64,8 +64,13 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     setSizeGripEnabled(false);
     m_element->setObjectName(QStringLiteral("element"));
     m_element->setTextFormat(Qt::PlainText);
-    m_element->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long tooltip must not widen the window
+    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long tooltip must not widen the window
+    policy.setRetainSizeWhenHidden(true); // nor a message move the legend
+    m_element->setSizePolicy(policy);
     addWidget(m_element, 1);
+    // Qt hides it by itself, but not before the bar is shown, and shows it again whenever the bar is laid out anew.
+    connect(this, &QStatusBar::messageChanged, m_element,
+        [this](const QString& message) { m_element->setVisible(message.isEmpty()); });
     m_warningButton->setObjectName(QStringLiteral("warnings"));
     m_warningButton->setToolTip(tr("What is drawn differently or not at all"));
     m_warningButton->hide();

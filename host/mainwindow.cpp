@@ -203,9 +203,8 @@ void MainWindow::showSummary()
     m_statusBar->clearMessage();
     for (const QString& message : session.recoveryMessages())
         m_console->showOutput(message + QLatin1Char('\n'));
-    m_openingMessage = session.recoveryMessages().isEmpty() ? QString() : session.recoveryMessages().last();
-    if (isVisible() && !m_openingMessage.isEmpty())
-        m_statusBar->showMessage(m_openingMessage, MessageMilliseconds);
+    if (!session.recoveryMessages().isEmpty())
+        m_statusBar->showMessage(session.recoveryMessages().last(), MessageMilliseconds);
 }
 
 void MainWindow::connectConsole()
@@ -356,9 +355,6 @@ void MainWindow::showEvent(QShowEvent* event)
     m_isArranged = true;
     resizeDocks({m_console}, {ConsoleHeight}, Qt::Vertical);
     m_surface->arrangeDocks();
-    // Earlier it would stand on top of what it is to hide.
-    if (!m_openingMessage.isEmpty())
-        QTimer::singleShot(0, m_statusBar, [this] { m_statusBar->showMessage(m_openingMessage, MessageMilliseconds); });
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

@@ -88,7 +88,6 @@ private:
     ChipStatusBar* const m_statusBar; // child of the window
     std::unique_ptr<ChipSurface> m_surface;
     ViewProbe* m_probe = nullptr; // child of the graphics view
-    QString m_openingMessage; // to be shown when the window is
     bool m_isArranged = false; // the docks have had their first sizes
 };
 

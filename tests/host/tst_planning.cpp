@@ -21,6 +21,7 @@
 #include <QDragEnterEvent>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
@@ -145,6 +146,7 @@ private Q_SLOTS:
     void undoMenuNamesTheStep();
     void closingAsks_data();
     void closingAsks();
+    void workThatIsBackIsSaid();
     void typedExitAsksToo();
     void settingsDialogChangesOneThing_data();
     void settingsDialogChangesOneThing();
@@ -240,6 +242,29 @@ void TestPlanning::closingAsks()
     QTEST(planning.window->close(), "isClosed");
     planning.open();
     QTEST(planning.siteOf(QStringLiteral("top/core")), "siteAfterwards");
+}
+
+// In the status bar, in place of what else would stand there.
+void TestPlanning::workThatIsBackIsSaid()
+{
+    Planning planning;
+    planning.run(QStringLiteral("zel_resource place -rsc top/core -id 50"));
+    planning.open();
+    QStatusBar* bar = planning.window->statusBar();
+    QTRY_COMPARE(bar->currentMessage(), QStringLiteral("1 change that was not saved is back."));
+    QVERIFY(planning.consoleText().contains(bar->currentMessage()));
+    const auto* element = bar->findChild<QLabel*>(QStringLiteral("element"));
+    QVERIFY(!element->isVisible());
+    planning.window->hide();
+    planning.window->show();
+    QCoreApplication::processEvents();
+    QVERIFY(!element->isVisible());
+    const auto* legend = bar->findChild<QWidget*>(QStringLiteral("legend"));
+    const QRect place = legend->geometry();
+    bar->clearMessage();
+    QVERIFY(element->isVisible());
+    QCoreApplication::processEvents();
+    QCOMPARE(legend->geometry(), place);
 }
 
 void TestPlanning::typedExitAsksToo()
