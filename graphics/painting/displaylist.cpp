@@ -51,6 +51,7 @@ void DisplayList::update(ElementIndex& index)
     m_version = index.version();
     m_elements = index.inPaintOrder();
     m_primitives.clear();
+    m_textCount = 0;
     m_primitives.reserve(m_elements.size());
     m_layers.clear();
     m_layerIndexes.clear();
@@ -86,6 +87,7 @@ void DisplayList::append(ChipElement* element)
     }
     case ZEL_GRAPHIC_TEXT: {
         made.kind = Primitive::Text;
+        ++m_textCount;
         const QPointF position = valueOf<QPointF>(attribute, ATTR_POS);
         const QString family = valueOf<QString>(attribute, ATTR_FONT_FAMILY);
         const QFont font = paintrules::textFont(family, valueOf<double>(attribute, ATTR_FONT_SIZE));

@@ -54,6 +54,7 @@ public:
     void updateLook(const ChipElement& element);
 
     [[nodiscard]] int size() const { return static_cast<int>(m_primitives.size()); }
+    [[nodiscard]] int textCount() const { return m_textCount; }
     [[nodiscard]] const Primitive& primitive(int place) const { return m_primitives[place]; }
     [[nodiscard]] ChipElement* element(int place) const { return m_elements[place]; }
 
@@ -79,6 +80,7 @@ private:
 
     std::vector<Primitive> m_primitives;
     std::vector<ChipElement*> m_elements; // of the primitive at the same place
+    int m_textCount = 0;
     std::vector<int> m_layers;
     QHash<int, unsigned> m_layerIndexes; // by number
     TextLabels m_labels;

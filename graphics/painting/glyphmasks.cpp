@@ -36,9 +36,14 @@ struct PixelPosition
 };
 
 // Black on white: what is missing to white is the coverage.
-std::uint8_t coverageAt(const QImage& image, int x, int y)
+std::uint8_t coverageOf(QRgb pixel)
 {
-    return static_cast<std::uint8_t>(255 - qRed(reinterpret_cast<const QRgb*>(image.constScanLine(y))[x]));
+    return static_cast<std::uint8_t>(255 - qRed(pixel));
+}
+
+const QRgb* lineOf(const QImage& image, int y)
+{
+    return reinterpret_cast<const QRgb*>(image.constScanLine(y));
 }
 
 // The part of the image that is not white.
@@ -46,8 +51,9 @@ QRect coveredPart(const QImage& image)
 {
     QRect covered;
     for (int y = 0; y < image.height(); ++y) {
+        const QRgb* line = lineOf(image, y);
         for (int x = 0; x < image.width(); ++x) {
-            if (coverageAt(image, x, y) != 0)
+            if (coverageOf(line[x]) != 0)
                 covered |= QRect(x, y, 1, 1);
         }
     }
@@ -123,8 +129,9 @@ void GlyphMasks::make(Mask& mask, int glyph, int phase)
     mask.height = static_cast<std::int16_t>(covered.height());
     mask.coverage = m_coverage.size();
     for (int y = covered.top(); y <= covered.bottom(); ++y) {
+        const QRgb* line = lineOf(image, y);
         for (int x = covered.left(); x <= covered.right(); ++x)
-            m_coverage.push_back(coverageAt(image, x, y));
+            m_coverage.push_back(coverageOf(line[x]));
     }
 }
 

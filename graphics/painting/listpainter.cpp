@@ -58,6 +58,8 @@ public:
         , m_masks(masks)
         , m_target(target)
         , m_states(states)
+        , m_haveStates(!states.selected->isEmpty() || !states.highlighted->isEmpty()
+              || (states.filtered && !states.filtered->isEmpty()))
         , m_isRaster(isEvenScale(target.sceneToImage) && target.hints.testFlag(QPainter::Antialiasing))
         , m_mapping{target.sceneToImage.m11(), target.sceneToImage.dx(), target.sceneToImage.dy()}
         , m_rasteriser(*target.image, target.part, m_mapping)
@@ -75,6 +77,7 @@ private:
     void drawPolygon(const Primitive& polygon);
     void drawText(const Primitive& text);
 
+    [[nodiscard]] bool hasManyTexts(const std::vector<int>& places) const;
     [[nodiscard]] ElementStates statesOf(int elementId) const;
     [[nodiscard]] bool isNear(double x, double y) const;
     [[nodiscard]] bool isInside(double x, double y) const;
@@ -86,6 +89,7 @@ private:
     GlyphMasks& m_masks;
     const Target& m_target;
     const States& m_states;
+    const bool m_haveStates; // any of the elements, in sight or not
     const bool m_isRaster;
     const Rasteriser::Mapping m_mapping;
     Rasteriser m_rasteriser;
@@ -101,15 +105,21 @@ void ListPainter::Job::paint(const QList<int>& layers)
         isShown.push_back(layers.contains(layer));
     const QRectF area = sceneArea(m_target.sceneToImage, m_target.part);
     const std::vector<int>& places = m_list.placesIn(area);
-    const auto texts = std::count_if(
-        places.begin(), places.end(), [this](int place) { return m_list.primitive(place).kind == Primitive::Text; });
-    m_hasManyTexts = texts > FewTexts;
+    m_hasManyTexts = hasManyTexts(places);
     const bool areAllInSight = m_list.isWithin(area);
     for (int place : places) {
         const Primitive& primitive = m_list.primitive(place);
         if (isShown[primitive.layer] && (areAllInSight || touches(m_list.boundsOf(place), area)))
             draw(primitive);
     }
+}
+
+bool ListPainter::Job::hasManyTexts(const std::vector<int>& places) const
+{
+    if (m_list.textCount() <= FewTexts || static_cast<int>(places.size()) == m_list.size())
+        return m_list.textCount() > FewTexts;
+    const auto isText = [this](int place) { return m_list.primitive(place).kind == Primitive::Text; };
+    return std::count_if(places.begin(), places.end(), isText) > FewTexts;
 }
 
 void ListPainter::Job::draw(const Primitive& primitive)
@@ -133,6 +143,8 @@ void ListPainter::Job::draw(const Primitive& primitive)
 ElementStates ListPainter::Job::statesOf(int elementId) const
 {
     ElementStates states;
+    if (!m_haveStates)
+        return states;
     states.setFlag(ElementState::Selected, m_states.selected->contains(elementId));
     states.setFlag(ElementState::Highlighted, m_states.highlighted->contains(elementId));
     states.setFlag(ElementState::Filtered, m_states.filtered && m_states.filtered->contains(elementId));

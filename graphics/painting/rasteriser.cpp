@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/rasteriser.h"
 
+#include "graphics/painting/pixelblend.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
@@ -15,11 +17,24 @@ namespace mirn::zelchipview {
 namespace {
 
 constexpr int One = 1 << 16; // a pixel, as 16.16 fixed-point number
+constexpr int LargestSmallRect = 16; // in pixels
+constexpr int ColumnsAtOnce = 4;
 constexpr double SmallestSide = 1.0 / 64; // a rect with a shorter side is not drawn
 
 constexpr int LineUnit = 64; // of a pixel
 constexpr int LineBits = 6;
 constexpr int HalfPixel = LineUnit / 2;
+
+// The part of a pixel that lies between two ends of a line, in line units; less than 0 outside.
+int weightOf(int pixel, int start, int end)
+{
+    return std::min((pixel + 1) * LineUnit, end) - std::max(pixel * LineUnit, start);
+}
+
+int toLineUnits(double value)
+{
+    return static_cast<int>(value * LineUnit);
+}
 
 std::int64_t toFixed(double value)
 {
@@ -38,8 +53,10 @@ std::uint32_t scaled(std::uint32_t pixel, unsigned alpha)
     return scaledPair(pixel & 0x00ff00ff, alpha) | (scaledPair((pixel >> 8) & 0x00ff00ff, alpha) << 8);
 }
 
+} // namespace
+
 // Pixels' coverage along one axis of a rect that begins and ends within them: full between the two.
-struct Extent
+struct Rasteriser::Extent
 {
     Extent(double from, double to)
         : first(static_cast<int>(from))
@@ -61,8 +78,6 @@ struct Extent
     std::int64_t end;
 };
 
-} // namespace
-
 struct Rasteriser::Stroke
 {
     QRgb color;
@@ -74,6 +89,7 @@ Rasteriser::Rasteriser(QImage& image, const QRect& clip, const Mapping& mapping)
     , m_bytesPerLine(image.bytesPerLine())
     , m_size(image.size())
     , m_clip(clip & image.rect())
+    , m_clipArea{double(m_clip.left()), double(m_clip.top()), double(m_clip.right() + 1), double(m_clip.bottom() + 1)}
     , m_mapping(mapping)
 { }
 
@@ -116,6 +132,37 @@ inline void Rasteriser::blendColumn(int x, int top, int bottom, QRgb color, unsi
     }
 }
 
+bool Rasteriser::isWithinClip(int left, int top, int right, int bottom) const
+{
+    return left >= m_clip.left() && right <= m_clip.right() && top >= m_clip.top() && bottom <= m_clip.bottom();
+}
+
+// Four columns at a time, whether the rect covers them or not: in rects of a few pixels a wrongly predicted branch
+// costs more than two pixels.
+void Rasteriser::fillSmallRect(const Extent& across, const Extent& down, QRgb color)
+{
+    const PairChannels channels = pixelpair::ofColor(color);
+    const std::int64_t firstHeight = down.partOf(down.first);
+    const std::int64_t lastHeight = down.partOf(down.last);
+    for (int x = across.first; x <= across.last; x += ColumnsAtOnce) {
+        std::int64_t coverage[ColumnsAtOnce];
+        for (int i = 0; i < ColumnsAtOnce; ++i)
+            coverage[i] = std::max<std::int64_t>(across.partOf(x + i), 0) * 255;
+        const auto blendOf = [&](std::int64_t height) {
+            const auto weighted = [&](int i) { return static_cast<unsigned>(((height * coverage[i]) >> 16) >> 16); };
+            return QuadBlend(
+                channels, pixelpair::of(weighted(0), weighted(1)), pixelpair::of(weighted(2), weighted(3)));
+        };
+        blendOf(firstHeight).apply(row(down.first) + x);
+        if (down.first == down.last)
+            continue;
+        const QuadBlend whole = blendOf(One);
+        for (int y = down.first + 1; y < down.last; ++y)
+            whole.apply(row(y) + x);
+        blendOf(lastHeight).apply(row(down.last) + x);
+    }
+}
+
 void Rasteriser::fillRect(const QRectF& rect, QRgb color)
 {
     // A rect is a thick line between the middles of its sides.
@@ -133,14 +180,19 @@ void Rasteriser::fillRect(const QRectF& rect, QRgb color)
     double bottom = std::min(middleY + halfHeight, double(m_size.height()));
     if (!(right - left >= SmallestSide) || !(bottom - top >= SmallestSide))
         return;
-    left = std::max(left, double(m_clip.left()));
-    top = std::max(top, double(m_clip.top()));
-    right = std::min(right, double(m_clip.right() + 1));
-    bottom = std::min(bottom, double(m_clip.bottom() + 1));
+    left = std::max(left, m_clipArea.left);
+    top = std::max(top, m_clipArea.top);
+    right = std::min(right, m_clipArea.right);
+    bottom = std::min(bottom, m_clipArea.bottom);
     if (!(left < right) || !(top < bottom))
         return;
     const Extent across(left, right);
     const Extent down(top, bottom);
+    if (across.last - across.first <= LargestSmallRect
+        && isWithinClip(across.first, down.first, across.last + ColumnsAtOnce - 1, down.last)) {
+        fillSmallRect(across, down, color);
+        return;
+    }
     const int lastColumn = std::min(across.last, m_clip.right());
     const int lastRow = std::min(down.last, m_clip.bottom());
     const auto coverageOf = [&across](int x) { return across.partOf(x) * 255; };
@@ -177,6 +229,57 @@ template <bool isSteep> void Rasteriser::step(int along, int across, int weight,
         blend(along, beside, stroke.color, part(255 - share));
         blend(along, beside + 1, stroke.color, part(share));
     }
+}
+
+// Within the clip, together with the pixels right of it and below.
+void Rasteriser::strokeSmallRect(int left, int top, int right, int bottom, const Stroke& stroke)
+{
+    const PairChannels channels = pixelpair::ofColor(stroke.color);
+    const PairChannels opacity = pixelpair::both(stroke.opacity);
+    const auto coverageOf
+        = [&](PairChannels shares, PairChannels weights) { return (((shares * weights) >> LineBits) * opacity) >> 8; };
+    const auto shareOf = [](int middle) { return static_cast<unsigned>((middle - HalfPixel) & (LineUnit - 1)) * 4; };
+    const int firstRow = top >> LineBits;
+    const int lastRow = (bottom - 1) >> LineBits;
+    const int firstColumn = left >> LineBits;
+    const int lastColumn = (right - 1) >> LineBits;
+    PairChannels weights[LargestSmallRect / 2 + ColumnsAtOnce];
+    for (int x = firstColumn, i = 0; x <= lastColumn; x += 2, ++i)
+        weights[i] = pixelpair::of(weightOf(x, left, right), std::max(weightOf(x + 1, left, right), 0));
+    // The columns are drawn by fours, so there may be one pair too many.
+    weights[(lastColumn - firstColumn) / 2 + 1] = pixelpair::both(0);
+
+    const auto drawHorizontal = [&](int middle) {
+        const int y = (middle - HalfPixel) >> LineBits;
+        const PairChannels upperShares = pixelpair::both(255 - shareOf(middle));
+        const PairChannels lowerShares = pixelpair::both(shareOf(middle));
+        std::uint32_t* upper = row(y);
+        std::uint32_t* lower = row(y + 1);
+        for (int x = firstColumn; x <= lastColumn; x += ColumnsAtOnce) {
+            const PairChannels first = weights[(x - firstColumn) / 2];
+            const PairChannels second = weights[(x - firstColumn) / 2 + 1];
+            QuadBlend(channels, coverageOf(upperShares, first), coverageOf(upperShares, second)).apply(upper + x);
+            QuadBlend(channels, coverageOf(lowerShares, first), coverageOf(lowerShares, second)).apply(lower + x);
+        }
+    };
+    const auto drawVertical = [&](int middle) {
+        const int x = (middle - HalfPixel) >> LineBits;
+        const PairChannels shares = pixelpair::of(255 - shareOf(middle), shareOf(middle));
+        const auto blendRow = [&](int y, int weight) {
+            PairBlend(channels, coverageOf(shares, pixelpair::both(weight))).apply(row(y) + x);
+        };
+        blendRow(firstRow, weightOf(firstRow, top, bottom));
+        if (firstRow == lastRow)
+            return;
+        const PairBlend whole(channels, coverageOf(shares, pixelpair::both(LineUnit)));
+        for (int y = firstRow + 1; y < lastRow; ++y)
+            whole.apply(row(y) + x);
+        blendRow(lastRow, weightOf(lastRow, top, bottom));
+    };
+    drawHorizontal(top);
+    drawVertical(right);
+    drawHorizontal(bottom);
+    drawVertical(left);
 }
 
 // A line along the pixels: the same share of its coverage everywhere but at its ends.
@@ -235,13 +338,12 @@ template <bool isSteep> void Rasteriser::scan(int start, int end, int across, in
         step<isSteep>(pixel, across, lastWeight, stroke);
 }
 
-void Rasteriser::thinLine(QPointF a, QPointF b, const Stroke& stroke, Cap cap)
+void Rasteriser::thinLine(QPointF a, QPointF b, const Stroke& stroke)
 {
-    const auto toUnits = [](double value) { return static_cast<int>(value * LineUnit); };
-    int start = toUnits(a.x());
-    int end = toUnits(b.x());
-    int acrossStart = toUnits(a.y());
-    int acrossEnd = toUnits(b.y());
+    int start = toLineUnits(a.x());
+    int end = toLineUnits(b.x());
+    int acrossStart = toLineUnits(a.y());
+    int acrossEnd = toLineUnits(b.y());
     const bool isSteep = std::abs(end - start) < std::abs(acrossEnd - acrossStart);
     if (isSteep) {
         std::swap(start, acrossStart);
@@ -256,11 +358,9 @@ void Rasteriser::thinLine(QPointF a, QPointF b, const Stroke& stroke, Cap cap)
     }
     int across = (acrossStart - HalfPixel) * (One / LineUnit);
     across -= (((start & (LineUnit - 1)) - HalfPixel) * slope) >> LineBits;
-    if (cap == SquareCaps) {
-        start -= HalfPixel;
-        across -= slope >> 1;
-        end += HalfPixel;
-    }
+    start -= HalfPixel;
+    across -= slope >> 1;
+    end += HalfPixel;
     if (slope == 0 && isSteep)
         straightLine<true>(start, end, across, stroke);
     else if (slope == 0)
@@ -275,20 +375,32 @@ void Rasteriser::drawLine(const QLineF& line, QRgb color, int opacity)
 {
     const QPointF from(m_mapping.x(line.x1()), m_mapping.y(line.y1()));
     const QPointF to(m_mapping.x(line.x2()), m_mapping.y(line.y2()));
-    thinLine(from, to, {color, opacity}, SquareCaps);
+    thinLine(from, to, {color, opacity});
 }
 
 void Rasteriser::strokeRect(const QRectF& rect, QRgb color, int opacity)
 {
     const Stroke stroke{color, opacity};
-    const double left = m_mapping.x(rect.left());
-    const double top = m_mapping.y(rect.top());
-    const double right = m_mapping.x(rect.left() + rect.width());
-    const double bottom = m_mapping.y(rect.top() + rect.height());
-    thinLine({left, top}, {right, top}, stroke, NoCaps);
-    thinLine({right, top}, {right, bottom}, stroke, NoCaps);
-    thinLine({right, bottom}, {left, bottom}, stroke, NoCaps);
-    thinLine({left, bottom}, {left, top}, stroke, NoCaps);
+    const int left = toLineUnits(m_mapping.x(rect.left()));
+    const int top = toLineUnits(m_mapping.y(rect.top()));
+    const int right = toLineUnits(m_mapping.x(rect.left() + rect.width()));
+    const int bottom = toLineUnits(m_mapping.y(rect.top() + rect.height()));
+    const bool isSmall = right > left && bottom > top && right - left < LargestSmallRect * LineUnit;
+    if (isSmall
+        && isWithinClip((left - HalfPixel) >> LineBits, (top - HalfPixel) >> LineBits,
+            (right >> LineBits) + ColumnsAtOnce - 1, (bottom >> LineBits) + 1)) {
+        strokeSmallRect(left, top, right, bottom, stroke);
+        return;
+    }
+    const auto across = [](int middle) { return (middle - HalfPixel) * (One / LineUnit); };
+    if (right > left)
+        straightLine<false>(left, right, across(top), stroke);
+    if (bottom > top)
+        straightLine<true>(top, bottom, across(right), stroke);
+    if (right > left)
+        straightLine<false>(left, right, across(bottom), stroke);
+    if (bottom > top)
+        straightLine<true>(top, bottom, across(left), stroke);
 }
 
 void Rasteriser::drawMask(int x, int y, int width, int height, const std::uint8_t* coverage, QRgb color)

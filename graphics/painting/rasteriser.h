@@ -53,10 +53,12 @@ public:
 
 private:
     struct Stroke; // a thin line's colour and opacity
+    struct Extent;
 
-    enum Cap { NoCaps, SquareCaps };
-
-    void thinLine(QPointF a, QPointF b, const Stroke& stroke, Cap cap);
+    void thinLine(QPointF a, QPointF b, const Stroke& stroke);
+    [[nodiscard]] bool isWithinClip(int left, int top, int right, int bottom) const;
+    void fillSmallRect(const Extent& across, const Extent& down, QRgb color);
+    void strokeSmallRect(int left, int top, int right, int bottom, const Stroke& stroke);
     template <bool isSteep> void straightLine(int start, int end, int across, const Stroke& stroke);
     template <bool isSteep> void scan(int start, int end, int across, int slope, const Stroke& stroke);
     template <bool isSteep> void step(int along, int across, int weight, const Stroke& stroke);
@@ -69,6 +71,13 @@ private:
     const qsizetype m_bytesPerLine;
     const QSize m_size;
     const QRect m_clip;
+    const struct
+    {
+        double left;
+        double top;
+        double right;
+        double bottom;
+    } m_clipArea; // the clip's outline
     const Mapping m_mapping;
 };
 
