@@ -115,7 +115,7 @@ bool ChipSurface::zoomToSelection()
         if (attribute && scene->selectedItemContains(attribute->itemId))
             selected.append(item);
     }
-    m_graphicsView->zoomTo(&selected);
+    zoomToItems(*m_graphicsView, selected);
     return !selected.isEmpty();
 }
 

@@ -12,9 +12,28 @@ namespace mirn::zelchip {
 
 namespace {
 
-constexpr double MarginShare = 0.01; // of the drawing's larger side, on each side
+constexpr double DrawingMargin = 0.01; // of the larger side, on each side
+constexpr double ItemsMargin = 0.04; // more than what scroll bars take away that come with the zoom
+
+void zoomToArea(zelchipview::ZelGraphicsView& view, const QRectF& area, double marginShare)
+{
+    const double margin = marginShare * qMax(area.width(), area.height());
+    QGraphicsRectItem frame(area.adjusted(-margin, -margin, margin, margin));
+    frame.setPen(Qt::NoPen);
+    QList<QGraphicsItem*> items{&frame};
+    view.zoomTo(&items);
+}
 
 } // namespace
+
+void zoomToItems(zelchipview::ZelGraphicsView& view, const QList<QGraphicsItem*>& items)
+{
+    QRectF area;
+    for (const QGraphicsItem* item : items)
+        area |= item->sceneBoundingRect();
+    if (!items.isEmpty())
+        zoomToArea(view, area, ItemsMargin);
+}
 
 DrawingFit::DrawingFit(zelchipview::ZelGraphicsView* view)
     : QObject(view)
@@ -28,14 +47,9 @@ DrawingFit::DrawingFit(zelchipview::ZelGraphicsView* view)
 
 void DrawingFit::fit()
 {
-    const QRectF drawing = m_view->sceneRect();
-    const double margin = MarginShare * qMax(drawing.width(), drawing.height());
-    QGraphicsRectItem frame(drawing.adjusted(-margin, -margin, margin, margin));
-    frame.setPen(Qt::NoPen);
-    QList<QGraphicsItem*> items{&frame};
     // The room of the scroll bars counts: what fits needs none.
     setScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_view->zoomTo(&items);
+    zoomToArea(*m_view, m_view->sceneRect(), DrawingMargin);
     setScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_fittedTransform = m_view->transform();
     m_refit.stop();

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QTimer>
 #include <QTransform>
+
+class QGraphicsItem;
 
 namespace mirn::zelchipview {
 class ZelGraphicsView;
@@ -30,5 +33,8 @@ private:
     QTransform m_fittedTransform; // what fit() left; another one means that the user zoomed
     QTimer m_refit; // fits once after a series of resizes
 };
+
+// Shows the items with a little of what is around them; without any the view stays as it is.
+void zoomToItems(zelchipview::ZelGraphicsView& view, const QList<QGraphicsItem*>& items);
 
 } // namespace mirn::zelchip

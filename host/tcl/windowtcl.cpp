@@ -5,6 +5,7 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
+#include "host/drawingfit.h"
 #include "host/tcl/arguments.h"
 
 #include <QAction>
@@ -101,7 +102,7 @@ void zoomTo(WindowAccess& window, const QList<int>& ids)
     QList<QGraphicsItem*> items;
     for (int id : ids)
         items += sceneOf(window)->itemsOf(id);
-    window.graphicsView()->zoomTo(&items);
+    zoomToItems(*window.graphicsView(), items);
 }
 
 void select(WindowAccess& window, const QList<int>& ids)
