@@ -29,6 +29,7 @@ private:
     void readFileNames(const JsonNode& root);
     void readKind(const JsonNode& node);
     void readSite(const JsonNode& node);
+    [[nodiscard]] int kindOf(const JsonNode& site) const;
     [[nodiscard]] std::vector<SiteSetting> readSettings(const JsonNode& node) const;
     void checkReferences(const JsonNode& sites) const;
     void checkGroupList(const JsonNode& names) const;
@@ -117,17 +118,7 @@ void DeviceReader::readSite(const JsonNode& node)
     for (const QString& key : keys)
         site.attributes.insert(key, attributes.member(key).text());
 
-    const QString kind = node.requiredText(QStringLiteral("kind"));
-    site.kind = m_device.kindIndex(kind);
-    if (site.kind < 0) {
-        QStringList known;
-        for (const SiteKind& other : m_device.kinds())
-            known.append(other.name);
-        node.member(QStringLiteral("kind"))
-            .fail(known.isEmpty()
-                    ? QStringLiteral("unknown kind \"%1\", for the file has no \"kinds\"").arg(kind)
-                    : QStringLiteral("unknown kind \"%1\", expected one of %2").arg(kind, quotedAlternatives(known)));
-    }
+    site.kind = kindOf(node);
     const QString complaint = complaintAboutText(site.name);
     if (!complaint.isEmpty())
         node.member(QStringLiteral("name")).fail(complaint);
@@ -136,6 +127,23 @@ void DeviceReader::readSite(const JsonNode& node)
     const QString key = m_device.site(site.id) ? QStringLiteral("id") : QStringLiteral("name");
     if (!m_device.addSite(std::move(site)))
         node.member(key).fail(QStringLiteral("another site has this %1").arg(key));
+}
+
+// Below 0, and reported, for one that is not described.
+int DeviceReader::kindOf(const JsonNode& site) const
+{
+    const QString kind = site.requiredText(QStringLiteral("kind"));
+    const int index = m_device.kindIndex(kind);
+    if (index >= 0)
+        return index;
+    QStringList known;
+    for (const SiteKind& other : m_device.kinds())
+        known.append(other.name);
+    site.member(QStringLiteral("kind"))
+        .fail(known.isEmpty()
+                ? QStringLiteral("unknown kind \"%1\", for the file has no \"kinds\"").arg(kind)
+                : QStringLiteral("unknown kind \"%1\", expected one of %2").arg(kind, quotedAlternatives(known)));
+    return index;
 }
 
 std::vector<SiteSetting> DeviceReader::readSettings(const JsonNode& node) const
