@@ -15,6 +15,10 @@ namespace mirn::zelchipview {
 
 namespace {
 
+// Of a text's document, in scene units.
+constexpr double DocumentMargin = 2 * 4 * paintrules::TextItemScale; // on both sides, counted on each
+constexpr double LongestTab = 80 * paintrules::TextItemScale;
+
 template <typename Value> Value valueOf(ZELGraphicItemAttribute& attribute, zelgraphic_attribute_key key)
 {
     const void* data = attribute.getAttribute(key);
@@ -34,12 +38,15 @@ QRectF grown(const QRectF& rect, double by)
     return rect.adjusted(-by, -by, by, by);
 }
 
-// Around a text whichever way it is turned; no glyph is expected to be wider than two of the font's squares.
+// What a text and the rect of its document may cover; no glyph is expected to be wider than two of the font's squares.
 QRectF textBounds(const Primitive& text)
 {
     const double square = std::abs(text.d) * paintrules::TextItemScale;
-    const double reach = square * 2 * (1 + text.label->text.size());
-    return grown(QRectF(text.a, text.b, 0, 0), reach);
+    const double length = 2 * square * static_cast<double>(1 + text.label->text.size());
+    if (text.c == 0 && text.label->isSingleLine)
+        return grown(QRectF(text.a - square, text.b - 3 * square, square + length, 5 * square), DocumentMargin);
+    const double tabs = text.label->isSingleLine ? 0.0 : LongestTab * static_cast<double>(text.label->text.size());
+    return grown(QRectF(text.a, text.b, 0, 0), length + tabs + DocumentMargin);
 }
 
 } // namespace

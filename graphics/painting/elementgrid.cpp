@@ -102,20 +102,27 @@ void ElementGrid::find(const QRectF& area, std::vector<int>& places)
         std::iota(places.begin(), places.end(), 0);
         return;
     }
-    const auto mark
-        = [this](std::uint32_t place) { m_marks[place / MarkBits] |= std::uint64_t(1) << place % MarkBits; };
+    std::size_t first = m_marks.size();
+    std::size_t last = 0;
+    const auto mark = [&](std::uint32_t place) {
+        const std::size_t word = place / MarkBits;
+        m_marks[word] |= std::uint64_t(1) << place % MarkBits;
+        first = std::min(first, word);
+        last = std::max(last, word);
+    };
     for (std::uint32_t place : m_large)
         mark(place);
     visit(cellsOf(area), [&](std::size_t cell) {
         for (std::uint32_t i = m_starts[cell]; i < m_starts[cell + 1]; ++i)
             mark(m_places[i]);
     });
-    collect(places);
+    collect(first, last, places);
 }
 
-void ElementGrid::collect(std::vector<int>& places)
+// From the marks of some words, which are cleared.
+void ElementGrid::collect(std::size_t first, std::size_t last, std::vector<int>& places)
 {
-    for (std::size_t word = 0; word < m_marks.size(); ++word) {
+    for (std::size_t word = first; word <= last; ++word) {
         for (std::uint64_t marks = std::exchange(m_marks[word], 0); marks != 0; marks &= marks - 1)
             places.push_back(static_cast<int>(word * MarkBits) + lowestBit(marks));
     }

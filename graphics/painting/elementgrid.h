@@ -38,7 +38,7 @@ private:
 
     [[nodiscard]] Cells cellsOf(const QRectF& area) const;
     template <typename Visitor> void visit(const Cells& cells, Visitor visitor) const;
-    void collect(std::vector<int>& places);
+    void collect(std::size_t first, std::size_t last, std::vector<int>& places);
 
     int m_count = 0;
     int m_columns = 0;

@@ -75,6 +75,16 @@ void GlyphMasks::setScale(double scale)
     m_coverage.clear();
 }
 
+bool GlyphMasks::isReadyFor(const TextLabel& label, double x, double y) const
+{
+    const auto isMade = [&](const PlacedGlyph& glyph) {
+        const PixelPosition position(m_scale * glyph.x + x, m_scale * glyph.y + y);
+        const std::size_t index = static_cast<std::size_t>(glyph.number) * Phases + position.phase();
+        return index < m_masks.size() && m_masks[index].isMade;
+    };
+    return label.isShaped && std::all_of(label.glyphs.begin(), label.glyphs.end(), isMade);
+}
+
 void GlyphMasks::draw(TextLabel& label, double x, double y, QRgb color, Rasteriser& rasteriser)
 {
     m_labels.shape(label);

@@ -25,6 +25,9 @@ public:
     // Forgets the masks of another scale. `scale` is the number of image pixels per pixel of the unscaled font.
     void setScale(double scale);
 
+    // Whether a label can be drawn there without drawing a glyph by QPainter before.
+    [[nodiscard]] bool isReadyFor(const TextLabel& label, double x, double y) const;
+
     // Draws a label with the start of its base line at (x, y), in pixels of the image.
     void draw(TextLabel& label, double x, double y, QRgb color, Rasteriser& rasteriser);
 

@@ -11,14 +11,14 @@ namespace mirn::zelchipview {
 namespace {
 
 // What pens and smoothing reach beyond an element's geometry, in pixels.
-constexpr double Margin = 3.0;
+constexpr double Margin = 2.0;
 
 // Pens up to this many pixels wide are thin lines; a little less than what QPainter takes for one.
 constexpr double ThinnestWide = 0.999;
 constexpr int FullOpacity = 256;
 
 // Up to so many texts QPainter draws them faster than their glyphs' masks are made.
-constexpr int FewTexts = 500;
+constexpr int FewTexts = 200;
 
 bool isVisible(QRgb color)
 {
@@ -64,6 +64,7 @@ public:
         , m_mapping{target.sceneToImage.m11(), target.sceneToImage.dx(), target.sceneToImage.dy()}
         , m_rasteriser(*target.image, target.part, m_mapping)
         , m_inside(QRectF(target.image->rect()))
+        , m_isTextOpaque(target.textPen.color().alpha() == 255)
     {
         m_masks.setScale(m_mapping.scale * paintrules::TextItemScale);
     }
@@ -94,6 +95,7 @@ private:
     const Rasteriser::Mapping m_mapping;
     Rasteriser m_rasteriser;
     const QRectF m_inside;
+    const bool m_isTextOpaque;
     bool m_hasManyTexts = false;
     QPainter m_painter;
 };
@@ -243,8 +245,9 @@ void ListPainter::Job::drawText(const Primitive& primitive)
     const double scale = paintrules::TextItemScale;
     const int rotation = static_cast<int>(primitive.c);
     const QTransform toImage = QTransform(scale, 0, 0, scale, primitive.a, primitive.b) * m_target.sceneToImage;
-    if (m_isRaster && m_hasManyTexts && rotation == 0 && primitive.d * toImage.m11() <= GlyphMasks::LargestSize
-        && isNear(primitive.a, primitive.b) && m_target.textPen.color().alpha() == 255) {
+    if (m_isRaster && rotation == 0 && primitive.d * toImage.m11() <= GlyphMasks::LargestSize
+        && isNear(primitive.a, primitive.b) && m_isTextOpaque
+        && (m_hasManyTexts || m_masks.isReadyFor(label, toImage.dx(), toImage.dy()))) {
         m_masks.draw(label, toImage.dx(), toImage.dy(), m_target.textPen.color().rgba(), m_rasteriser);
         return;
     }

@@ -8,6 +8,15 @@
 
 namespace mirn::zelchipview {
 
+namespace {
+
+bool isBreakOrTab(QChar character)
+{
+    return character.unicode() < u' ' || character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
+}
+
+} // namespace
+
 TextLabel* TextLabels::label(const QString& text, const QString& family, int pixelSize, const QFont& font)
 {
     const QString key = family + QChar(0) + QString::number(pixelSize) + QChar(0) + text;
@@ -16,6 +25,7 @@ TextLabel* TextLabels::label(const QString& text, const QString& family, int pix
         label = std::make_shared<TextLabel>();
         label->text = text;
         label->font = font;
+        label->isSingleLine = std::none_of(text.begin(), text.end(), [](QChar c) { return isBreakOrTab(c); });
     }
     return label.get();
 }

@@ -24,6 +24,7 @@ struct TextLabel
 {
     QString text;
     QFont font;
+    bool isSingleLine = true; // without line breaks and tabs
     bool isShaped = false;
     std::vector<PlacedGlyph> glyphs;
 };

@@ -10,7 +10,7 @@ namespace mirn::zelchipview {
 
 namespace {
 
-constexpr int Margin = 3; // pixels that pens and smoothing reach beyond an element
+constexpr int Margin = 2; // pixels that pens and smoothing reach beyond an element
 
 // From this part of the picture on, painting all of it is no more work than painting its parts.
 constexpr double MostDirty = 0.7;
@@ -34,8 +34,9 @@ int wrapped(int value, int length)
 
 void fillPart(QImage& image, const QRect& part, QRgb color)
 {
+    uchar* pixels = image.bits();
     for (int y = part.top(); y <= part.bottom(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y)) + part.left();
+        auto* line = reinterpret_cast<QRgb*>(pixels + y * image.bytesPerLine()) + part.left();
         std::fill(line, line + part.width(), color);
     }
 }
@@ -202,9 +203,11 @@ void ViewCanvas::copyFromScratch(const QRect& part)
     const int width = m_picture.width();
     const int left = wrapped(part.left() + m_origin.x(), width);
     const int first = std::min(part.width(), width - left); // the rest begins anew at the other edge
+    uchar* picture = m_picture.bits();
     for (int y = part.top(); y <= part.bottom(); ++y) {
         const auto* from = reinterpret_cast<const QRgb*>(m_scratch.constScanLine(y)) + part.left();
-        auto* line = reinterpret_cast<QRgb*>(m_picture.scanLine(wrapped(y + m_origin.y(), m_picture.height())));
+        const int row = wrapped(y + m_origin.y(), m_picture.height());
+        auto* line = reinterpret_cast<QRgb*>(picture + row * m_picture.bytesPerLine());
         std::memcpy(line + left, from, sizeof(QRgb) * first);
         std::memcpy(line, from + first, sizeof(QRgb) * (part.width() - first));
     }
