@@ -22,8 +22,8 @@ const QByteArray GroupStart = "# together ";
 QByteArray takeLine(const QByteArray& bytes, qsizetype& position)
 {
     const qsizetype end = bytes.indexOf('\n', position);
-    const qsizetype next = end < 0 ? bytes.size() : end + 1;
-    return bytes.mid(std::exchange(position, next), next - position);
+    const qsizetype start = std::exchange(position, end < 0 ? bytes.size() : end + 1);
+    return bytes.mid(start, position - start);
 }
 
 // Sorts the lines of a journal into changes.

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+
+// Reads the input as a filter file. Run it with tests/fuzz/corpus/filter as its corpus.
+
+#include "filter/filterfile.h"
+#include "tests/fuzz/inputfile.h"
+
+using namespace mirn::zelchipview;
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
+{
+    const QString name = zelfuzz::inputFile("filter.txt", reinterpret_cast<const char*>(data), size);
+    const std::optional<FilterKinds> kinds = readFilterFile(QFile::encodeName(name).toStdString());
+    if (!kinds || kinds->size() > MostFilterKinds)
+        std::abort();
+    for (const QSet<int>& ids : *kinds) {
+        if (ids.isEmpty())
+            std::abort(); // a kind comes with an element
+    }
+    return 0;
+}
