@@ -253,8 +253,9 @@ void TestRecovery::twoProgramsDoNotChangeOneProject()
     const Outcome second = runBatch(m_project, Ask + "puts [state]\n" + Steps[1]);
     QCOMPARE(second.status, 1);
     QCOMPARE(second.output.trimmed(), m_states[1]);
-    QVERIFY2(
-        second.errors.contains("is being changed by another program (zelchip, process "), second.errors.constData());
+    const QByteArray program = QFileInfo(ZELCHIP_PROGRAM).fileName().toLocal8Bit();
+    QVERIFY2(second.errors.contains("is being changed by another program (" + program + ", process "),
+        second.errors.constData());
     QVERIFY(runBatch(m_project, "zel_project save").errors.contains("is being changed by another program"));
     QCOMPARE(first.kill(), 1);
     QCOMPARE(runBatch(m_project, Steps[1]).status, 0);
