@@ -7,6 +7,7 @@
 #include "platform/contract/zelexport.h"
 
 #include <QList>
+#include <QHash>
 #include <QMap>
 #include <QObject>
 #include <QPointer>
@@ -267,7 +268,7 @@ private:
     int m_dirtyFlag = 0;
     ElementIdSet m_selectedIds;
     bool m_isRowShown = false; // the selected ids are known to be those of the selected row
-    QMap<int, ZELGraphicItemAttribute*> m_attributes;
+    QHash<int, ZELGraphicItemAttribute*> m_attributes;
 
     std::unique_ptr<SVGParser> m_parser;
     std::unique_ptr<ResourceTreeModel> m_treeModel;

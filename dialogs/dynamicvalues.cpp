@@ -14,9 +14,24 @@ namespace {
 const std::string FillKey = "fill";
 const std::string PopupKey = "tovanel:popup";
 
-QString attributeText(const zelattributes* attributes, const std::string& key)
+// Null when the record has none.
+const std::string* valueOf(const zelchiprecord& record, const std::string& key)
 {
-    const std::string* value = attributes ? attributes->getAttributeValue(&key) : nullptr;
+    return record.attributes ? record.attributes->getAttributeValue(&key) : nullptr;
+}
+
+bool isSame(const std::optional<std::string>& told, const std::string* value)
+{
+    return value ? told == *value : !told;
+}
+
+std::optional<std::string> copyOf(const std::string* value)
+{
+    return value ? std::optional<std::string>(*value) : std::nullopt;
+}
+
+QString textOf(const std::optional<std::string>& value)
+{
     return value ? fromEngineText(*value) : ZEL_DYNAMIC_EMPTY_STRING;
 }
 
@@ -31,21 +46,49 @@ DynamicValues::GraphicsInfo& DynamicValues::graphicsInfo()
 {
     // Callers may keep the reference beyond the controller's end.
     static GraphicsInfo info;
-    info.clear();
     diagTrace("call ZEL engine API: chip()", "getGraphicsDynamicInfo");
     const zelchipdata* chip = m_engine ? m_engine->chip() : nullptr;
     diagTrace("end", "getGraphicsDynamicInfo");
+    if (!isAsToldBefore(chip))
+        read(chip);
+    info = m_info;
+    return info;
+}
+
+// Most refreshes change a few values or none, and texts and a map for all of them take far longer than comparing.
+bool DynamicValues::isAsToldBefore(const zelchipdata* chip) const
+{
+    std::size_t number = 0;
+    if (chip) {
+        for (const zelchiprecord* record : chip->records()) {
+            if (!record)
+                continue;
+            if (number == m_told.size())
+                return false;
+            const Told& told = m_told[number++];
+            if (told.id != record->id || !isSame(told.fill, valueOf(*record, FillKey))
+                || !isSame(told.popup, valueOf(*record, PopupKey)))
+                return false;
+        }
+    }
+    return number == m_told.size();
+}
+
+void DynamicValues::read(const zelchipdata* chip)
+{
+    m_told.clear();
+    m_info.clear();
     if (!chip)
-        return info;
+        return;
     for (const zelchiprecord* record : chip->records()) {
         if (!record)
             continue;
+        m_told.push_back({record->id, copyOf(valueOf(*record, FillKey)), copyOf(valueOf(*record, PopupKey))});
         GraphicItemDynamicAttribute values;
-        values.fill = attributeText(record->attributes, FillKey);
-        values.popup = attributeText(record->attributes, PopupKey);
-        info.insert(QString::number(record->id, 10), values);
+        values.fill = textOf(m_told.back().fill);
+        values.popup = textOf(m_told.back().popup);
+        m_info.insert(QString::number(record->id, 10), values);
     }
-    return info;
 }
 
 DynamicValues::ValueLists* DynamicValues::valueLists(Enum_Dynamic_Dialog_Type type, int id)

@@ -7,6 +7,11 @@
 #include <QMap>
 #include <QVector>
 
+#include <optional>
+#include <string>
+#include <vector>
+
+class zelchipdata;
 class zelchipengine;
 
 namespace mirn::zelchipview {
@@ -33,7 +38,20 @@ public:
     void write(int id, Enum_Dynamic_Dialog_Type type, const QString& key, const QString& value);
 
 private:
+    // What the engine told of an element, to see whether it tells the same again.
+    struct Told
+    {
+        unsigned int id;
+        std::optional<std::string> fill;
+        std::optional<std::string> popup;
+    };
+
+    [[nodiscard]] bool isAsToldBefore(const zelchipdata* chip) const;
+    void read(const zelchipdata* chip);
+
     zelchipengine* m_engine = nullptr;
+    std::vector<Told> m_told;
+    GraphicsInfo m_info; // of what was told; the callers' map is a copy that they may change
     ValueLists m_valueLists;
 };
 

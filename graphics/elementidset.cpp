@@ -3,9 +3,23 @@
 
 #include <QtAlgorithms>
 
+#include <algorithm>
 #include <utility>
 
 namespace mirn::zelchipview {
+
+namespace {
+
+// Gives whether the bit was clear.
+bool setBit(std::uint64_t& word, unsigned bit)
+{
+    const std::uint64_t mask = std::uint64_t(1) << bit;
+    const bool isNew = (word & mask) == 0;
+    word |= mask;
+    return isNew;
+}
+
+} // namespace
 
 void ElementIdSet::setListener(Listener listener)
 {
@@ -30,22 +44,24 @@ std::vector<int> ElementIdSet::list() const
     return ids;
 }
 
+// Then an id has its bit, unless it is one of the others.
+void ElementIdSet::makeRoomFor(int id)
+{
+    if (id < 0)
+        return;
+    const std::size_t words = std::min(static_cast<unsigned>(id) / WordBits + 1, MostWords);
+    if (words > m_words.size())
+        m_words.resize(words);
+}
+
 bool ElementIdSet::set(int id)
 {
     const auto word = static_cast<unsigned>(id) / WordBits;
-    if (word >= MostWords) {
-        if (m_others.contains(id))
-            return false;
-        m_others.insert(id);
-        ++m_count;
-        return true;
-    }
-    if (word >= m_words.size())
-        m_words.resize(word + 1);
-    const std::uint64_t bit = std::uint64_t(1) << (static_cast<unsigned>(id) % WordBits);
-    if (m_words[word] & bit)
+    makeRoomFor(id);
+    if (word < m_words.size() ? !setBit(m_words[word], static_cast<unsigned>(id) % WordBits) : m_others.contains(id))
         return false;
-    m_words[word] |= bit;
+    if (word >= m_words.size())
+        m_others.insert(id);
     ++m_count;
     return true;
 }
@@ -69,14 +85,28 @@ void ElementIdSet::insert(int id)
         notify({id});
 }
 
+// As set() for each, with everything at hand that stays the same.
 void ElementIdSet::insert(const std::vector<int>& ids)
 {
-    std::vector<int> added;
-    added.reserve(ids.size());
+    const auto largest = std::max_element(ids.begin(), ids.end());
+    if (largest != ids.end())
+        makeRoomFor(*largest);
+    std::vector<int> added(ids.size());
+    std::size_t count = 0;
+    std::uint64_t* const words = m_words.data();
+    const std::size_t wordCount = m_words.size();
     for (int id : ids) {
-        if (set(id))
-            added.push_back(id);
+        const auto word = static_cast<unsigned>(id) / WordBits;
+        added[count] = id;
+        if (word < wordCount) {
+            count += setBit(words[word], static_cast<unsigned>(id) % WordBits) ? 1 : 0;
+        } else if (!m_others.contains(id)) {
+            m_others.insert(id);
+            ++count;
+        }
     }
+    m_count += count;
+    added.resize(count);
     notify(added);
 }
 

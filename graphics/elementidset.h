@@ -50,6 +50,7 @@ private:
     // Give whether anything changed; tell nobody.
     bool set(int id);
     bool unset(int id);
+    void makeRoomFor(int id);
     [[nodiscard]] std::vector<int> list() const;
     void notify(const std::vector<int>& changed) const;
 

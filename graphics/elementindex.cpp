@@ -92,13 +92,8 @@ void ElementIndex::restack(ChipElement* element)
 
 std::vector<ChipElement*> ElementIndex::elements(int elementId)
 {
-    sortById();
     std::vector<ChipElement*> found;
-    auto entry = std::lower_bound(m_byId.begin(), m_byId.end(), std::pair<int, Slot>(elementId, 0));
-    for (; entry != m_byId.end() && entry->first == elementId; ++entry) {
-        if (ChipElement* element = m_elements[entry->second])
-            found.push_back(element);
-    }
+    visit(elementId, [&found](ChipElement* element) { found.push_back(element); });
     return found;
 }
 

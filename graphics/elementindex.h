@@ -4,6 +4,7 @@
 #include <QList>
 #include <QSet>
 
+#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <utility>
@@ -28,6 +29,17 @@ public:
     // In no particular order; empty for an unknown id.
     [[nodiscard]] std::vector<ChipElement*> elements(int elementId);
 
+    // The same without a list. `visitor` must not add or remove elements.
+    template <typename Visitor> void visit(int elementId, Visitor visitor)
+    {
+        sortById();
+        auto entry = std::lower_bound(m_byId.begin(), m_byId.end(), std::pair<int, Slot>(elementId, 0));
+        for (; entry != m_byId.end() && entry->first == elementId; ++entry) {
+            if (ChipElement* element = m_elements[entry->second])
+                visitor(element);
+        }
+    }
+
     // The elements of these layers that were not handed out yet.
     [[nodiscard]] std::vector<ChipElement*> takePending(const QList<int>& layers);
 
@@ -47,7 +59,8 @@ public:
     // Something else of the element changed that only Qt's own painting knows.
     void reconsider(ChipElement* element);
 
-    // Whether any element is moved, transformed, hidden, transparent, selected in Qt's way or part of a family of items.
+    // Whether any element is moved, transformed, hidden, transparent, selected in Qt's way or part of a family of
+    // items.
     [[nodiscard]] bool hasUnusual() const { return !m_unusual.isEmpty(); }
 
 private:

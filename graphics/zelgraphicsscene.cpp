@@ -16,6 +16,9 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <cctype>
+#include <limits>
+#include <optional>
 #include <utility>
 
 namespace mirn::zelchipview {
@@ -42,20 +45,66 @@ unsigned int fillColorOf(ZELGraphicItemAttribute& attribute)
     return fill ? *static_cast<const unsigned int*>(fill) : 0U;
 }
 
+// The element that a key of the engine's values names: an id in decimal, as QString::number() writes it.
+std::optional<int> elementIdOf(const QString& key)
+{
+    const bool isNegative = key.startsWith(QLatin1Char('-'));
+    const auto first = isNegative ? 1 : 0;
+    constexpr int MostDigits = 10;
+    if (key.size() == first || key.size() > first + MostDigits)
+        return std::nullopt;
+    qint64 id = 0;
+    for (int i = first; i < static_cast<int>(key.size()); ++i) {
+        const int digit = key[i].unicode() - u'0';
+        if (digit < 0 || digit > 9 || (id == 0 && i > first))
+            return std::nullopt;
+        id = 10 * id + digit;
+    }
+    if (isNegative)
+        id = -id;
+    const bool isId = id >= std::numeric_limits<int>::min() && id <= std::numeric_limits<int>::max();
+    return isId && !(isNegative && id == 0) ? std::optional<int>(static_cast<int>(id)) : std::nullopt;
+}
+
+// Of a text like "#a0b0c0"; 0 where what follows the first character is no hexadecimal number.
+unsigned int rgbOf(const QString& text)
+{
+    constexpr int UsualLength = 7;
+    unsigned int rgb = 0;
+    bool isUsual = text.size() == UsualLength;
+    for (int i = 1; isUsual && i < UsualLength; ++i) {
+        const QChar digit = text[i];
+        isUsual = digit.unicode() < 128 && std::isxdigit(digit.unicode());
+        rgb = 16 * rgb + (digit.isDigit() ? digit.unicode() - u'0' : (digit.unicode() | 0x20) - u'a' + 10);
+    }
+    return isUsual ? rgb : text.mid(1).toUInt(nullptr, 16);
+}
+
 // Gives whether anything changed.
 bool applyDynamicValues(ZELGraphicItemAttribute& attribute, const GraphicItemDynamicAttribute& values)
 {
     const unsigned int previousFill = fillColorOf(attribute);
-    const QString previousToolTip = attribute.toolTip;
     if (values.fill == ZEL_DYNAMIC_EMPTY_STRING)
         attribute.setToDefaultValue(ATTR_FILL_COLOR);
     else
-        attribute.setFillColor(values.fill.mid(1).toUInt(nullptr, 16));
-    if (values.popup == ZEL_DYNAMIC_EMPTY_STRING)
-        attribute.setToDefaultValue(ATTR_TOOLTIP);
-    else
+        attribute.setFillColor(rgbOf(values.fill));
+    const bool isFillNew = fillColorOf(attribute) != previousFill;
+    if (values.popup != ZEL_DYNAMIC_EMPTY_STRING) {
+        if (attribute.toolTip == values.popup)
+            return isFillNew;
         attribute.toolTip = values.popup;
-    return fillColorOf(attribute) != previousFill || attribute.toolTip != previousToolTip;
+        return true;
+    }
+    const QString previousToolTip = attribute.toolTip;
+    attribute.setToDefaultValue(ATTR_TOOLTIP);
+    return isFillNew || attribute.toolTip != previousToolTip;
+}
+
+// Also a rect without width or height.
+bool encloses(const QRectF& area, const QRectF& rect)
+{
+    return area.left() <= rect.left() && rect.right() <= area.right() && area.top() <= rect.top()
+        && rect.bottom() <= area.bottom();
 }
 
 } // namespace
@@ -141,17 +190,17 @@ void ZelGraphicsScene::refresh()
     DisplayList& list = displayList();
     std::vector<int> places;
     for (auto entry = dynamicInfo.cbegin(); entry != dynamicInfo.cend(); ++entry) {
-        const int id = entry.key().toInt();
-        if (QString::number(id) != entry.key())
+        const std::optional<int> id = elementIdOf(entry.key());
+        if (!id)
             continue;
-        for (ChipElement* element : m_index.elements(id)) {
+        m_index.visit(*id, [&](ChipElement* element) {
             ZELGraphicItemAttribute* attribute = database().getGraphicItemAttribute(element->loadNumber());
             // A later load may have put another element under this load number.
-            if (!attribute || attribute->itemId != id || !applyDynamicValues(*attribute, entry.value()))
-                continue;
+            if (!attribute || attribute->itemId != *id || !applyDynamicValues(*attribute, entry.value()))
+                return;
             list.updateLook(*element);
             places.push_back(list.placeOf(*element));
-        }
+        });
     }
     repaintPlaces(places);
 }
@@ -234,23 +283,24 @@ QList<QGraphicsItem*> ZelGraphicsScene::itemsOf(int elementId)
 std::vector<int> ZelGraphicsScene::elementsTouching(const QRectF& area)
 {
     DisplayList& list = displayList();
-    const std::vector<int>& places = list.placesIn(area);
+    const std::vector<ElementGrid::Found>& all = list.foundIn(area);
     const bool mayBePending = m_index.hasPending();
-    const bool areAllInside = list.isWithin(area);
     QPainterPath path;
     path.addRect(area);
     std::vector<int> ids;
-    ids.reserve(places.size());
-    for (auto place = places.rbegin(); place != places.rend(); ++place) {
+    ids.reserve(all.size());
+    for (auto found = all.rbegin(); found != all.rend(); ++found) {
+        const int place = found->place;
+        const Primitive& primitive = list.primitive(place);
         // What lies inside needs no look at its shape, unless it was never shown or has none.
-        const bool isPlaced = !mayBePending || !list.element(*place)->isPending();
-        const bool isInside = areAllInside || area.contains(list.boundsOf(*place));
-        if (!isPlaced || !isInside || list.primitive(*place).isEmpty()) {
-            QGraphicsItem* item = list.element(*place)->graphicsItem();
+        const bool isPlaced = !mayBePending || !list.element(place)->isPending();
+        const bool isInside = found->isInside || encloses(area, list.boundsOf(place));
+        if (!isPlaced || !isInside || primitive.isFlat()) {
+            QGraphicsItem* item = list.element(place)->graphicsItem();
             if (!item->collidesWithPath(item->mapFromScene(path), Qt::IntersectsItemShape))
                 continue;
         }
-        ids.push_back(list.primitive(*place).elementId);
+        ids.push_back(primitive.elementId);
     }
     return ids;
 }

@@ -153,6 +153,13 @@ QRectF DisplayList::boundsOf(int place) const
 
 const std::vector<int>& DisplayList::placesIn(const QRectF& area)
 {
+    m_places.clear();
+    m_grid.find(area, m_places);
+    return m_places;
+}
+
+const std::vector<ElementGrid::Found>& DisplayList::foundIn(const QRectF& area)
+{
     m_found.clear();
     m_grid.find(area, m_found);
     return m_found;

@@ -38,8 +38,8 @@ struct Primitive
 
     [[nodiscard]] QRectF rect() const { return QRectF(a, b, c, d); }
 
-    // Of a rect or polygon.
-    [[nodiscard]] bool isEmpty() const { return (kind == Rect || kind == Polygon) && c == 0 && d == 0; }
+    // Without an area, and for lines without a length: what Qt holds for its shape is for the item to say.
+    [[nodiscard]] bool isFlat() const { return kind == Line ? a == c && b == d : kind != Text && (c == 0 || d == 0); }
 };
 
 // The elements of a scene in the order in which they are painted, and where to find them. It is made anew when elements
@@ -67,6 +67,9 @@ public:
     // The places of the primitives that may touch an area, in paint order.
     [[nodiscard]] const std::vector<int>& placesIn(const QRectF& area);
 
+    // The same for areas that may hold most of the primitives.
+    [[nodiscard]] const std::vector<ElementGrid::Found>& foundIn(const QRectF& area);
+
     // Whether all primitives lie inside an area.
     [[nodiscard]] bool isWithin(const QRectF& area) const { return area.contains(m_grid.area()); }
 
@@ -85,7 +88,8 @@ private:
     QHash<int, unsigned> m_layerIndexes; // by number
     TextLabels m_labels;
     ElementGrid m_grid;
-    std::vector<int> m_found;
+    std::vector<int> m_places;
+    std::vector<ElementGrid::Found> m_found;
     unsigned m_version = 0; // of the index, when the list was made
 };
 

@@ -16,7 +16,6 @@ namespace {
 constexpr int PlacesPerCell = 4;
 constexpr int MostCellsPerSide = 2048;
 constexpr int LargeInCells = 64; // from this many on a rectangle is kept apart
-constexpr int MarkBits = 64;
 
 int lowestBit(std::uint64_t bits)
 {
@@ -91,6 +90,47 @@ template <typename Visitor> void ElementGrid::visit(const Cells& cells, Visitor 
         for (int column = cells.left; column <= cells.right; ++column)
             visitor(std::size_t(row) * m_columns + column);
     }
+}
+
+// The cells that lie inside an area; those at the edges of the grid end with it. Empty where there are none.
+ElementGrid::Cells ElementGrid::cellsWithin(const QRectF& area) const
+{
+    Cells cells = cellsOf(area);
+    cells.left += area.left() > m_area.left() ? 1 : 0;
+    cells.top += area.top() > m_area.top() ? 1 : 0;
+    cells.right -= area.right() < m_area.right() ? 1 : 0;
+    cells.bottom -= area.bottom() < m_area.bottom() ? 1 : 0;
+    const bool isEmpty = cells.left > cells.right || cells.top > cells.bottom;
+    return isEmpty ? Cells{0, 0, -1, -1} : cells;
+}
+
+void ElementGrid::find(const QRectF& area, std::vector<Found>& found)
+{
+    const Cells within = cellsWithin(area);
+    if (within.count() < std::int64_t(m_columns) * m_rows / 2) {
+        std::vector<int> places;
+        find(area, places);
+        for (int place : places)
+            found.push_back({place, false});
+        return;
+    }
+    // What touches a cell outside may be outside.
+    const auto mark
+        = [this](std::uint32_t place) { m_marks[place / MarkBits] |= std::uint64_t(1) << place % MarkBits; };
+    const auto markIn = [&](const Cells& cells) {
+        visit(cells, [&](std::size_t cell) {
+            std::for_each(m_places.begin() + m_starts[cell], m_places.begin() + m_starts[cell + 1], mark);
+        });
+    };
+    std::for_each(m_large.begin(), m_large.end(), mark);
+    markIn({0, 0, m_columns - 1, within.top - 1});
+    markIn({0, within.bottom + 1, m_columns - 1, m_rows - 1});
+    markIn({0, within.top, within.left - 1, within.bottom});
+    markIn({within.right + 1, within.top, m_columns - 1, within.bottom});
+    found.reserve(m_count);
+    for (int place = 0; place < m_count; ++place)
+        found.push_back({place, !isMarked(place)});
+    std::fill(m_marks.begin(), m_marks.end(), 0);
 }
 
 void ElementGrid::find(const QRectF& area, std::vector<int>& places)

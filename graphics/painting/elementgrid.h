@@ -16,6 +16,12 @@ class ElementGrid final
 public:
     using Bounds = std::function<QRectF(int place)>;
 
+    struct Found
+    {
+        int place;
+        bool isInside; // certainly; else it may lie inside, across the border or outside
+    };
+
     // For the places 0 to `count` - 1.
     void build(int count, const Bounds& boundsOf);
 
@@ -25,7 +31,12 @@ public:
     // Fills in the places in ascending order, each once; some may lie a little outside.
     void find(const QRectF& area, std::vector<int>& places);
 
+    // The same for large areas, where what is certainly inside needs no further look.
+    void find(const QRectF& area, std::vector<Found>& found);
+
 private:
+    static constexpr int MarkBits = 64;
+
     struct Cells
     {
         int left;
@@ -36,7 +47,9 @@ private:
         [[nodiscard]] std::int64_t count() const { return std::int64_t(right - left + 1) * (bottom - top + 1); }
     };
 
+    [[nodiscard]] bool isMarked(int place) const { return (m_marks[place / MarkBits] >> (place % MarkBits)) & 1; }
     [[nodiscard]] Cells cellsOf(const QRectF& area) const;
+    [[nodiscard]] Cells cellsWithin(const QRectF& area) const;
     template <typename Visitor> void visit(const Cells& cells, Visitor visitor) const;
     void collect(std::size_t first, std::size_t last, std::vector<int>& places);
 
