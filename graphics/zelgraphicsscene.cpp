@@ -283,7 +283,7 @@ QList<QGraphicsItem*> ZelGraphicsScene::itemsOf(int elementId)
 std::vector<int> ZelGraphicsScene::elementsTouching(const QRectF& area)
 {
     DisplayList& list = displayList();
-    const std::vector<ElementGrid::Found>& all = list.foundIn(area);
+    const std::vector<ElementGrid::Found>& all = list.foundIn(area, area);
     const bool mayBePending = m_index.hasPending();
     QPainterPath path;
     path.addRect(area);

@@ -158,10 +158,10 @@ const std::vector<int>& DisplayList::placesIn(const QRectF& area)
     return m_places;
 }
 
-const std::vector<ElementGrid::Found>& DisplayList::foundIn(const QRectF& area)
+const std::vector<ElementGrid::Found>& DisplayList::foundIn(const QRectF& area, const QRectF& inner)
 {
     m_found.clear();
-    m_grid.find(area, m_found);
+    m_grid.find(area, inner, m_found);
     return m_found;
 }
 

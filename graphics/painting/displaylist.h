@@ -38,6 +38,9 @@ struct Primitive
 
     [[nodiscard]] QRectF rect() const { return QRectF(a, b, c, d); }
 
+    // Whether it has, or may have, edges that are neither horizontal nor vertical.
+    [[nodiscard]] bool isSlanted() const { return kind == Polygon || (kind == Line && a != c && b != d); }
+
     // Without an area, and for lines without a length: what Qt holds for its shape is for the item to say.
     [[nodiscard]] bool isFlat() const { return kind == Line ? a == c && b == d : kind != Text && (c == 0 || d == 0); }
 };
@@ -68,10 +71,7 @@ public:
     [[nodiscard]] const std::vector<int>& placesIn(const QRectF& area);
 
     // The same for areas that may hold most of the primitives.
-    [[nodiscard]] const std::vector<ElementGrid::Found>& foundIn(const QRectF& area);
-
-    // Whether all primitives lie inside an area.
-    [[nodiscard]] bool isWithin(const QRectF& area) const { return area.contains(m_grid.area()); }
+    [[nodiscard]] const std::vector<ElementGrid::Found>& foundIn(const QRectF& area, const QRectF& inner);
 
     // The numbers of the layers that occur.
     [[nodiscard]] const std::vector<int>& layers() const { return m_layers; }

@@ -104,9 +104,9 @@ ElementGrid::Cells ElementGrid::cellsWithin(const QRectF& area) const
     return isEmpty ? Cells{0, 0, -1, -1} : cells;
 }
 
-void ElementGrid::find(const QRectF& area, std::vector<Found>& found)
+void ElementGrid::find(const QRectF& area, const QRectF& inner, std::vector<Found>& found)
 {
-    const Cells within = cellsWithin(area);
+    const Cells within = cellsWithin(inner);
     if (within.count() < std::int64_t(m_columns) * m_rows / 2) {
         std::vector<int> places;
         find(area, places);

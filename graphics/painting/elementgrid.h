@@ -19,7 +19,7 @@ public:
     struct Found
     {
         int place;
-        bool isInside; // certainly; else it may lie inside, across the border or outside
+        bool isInside; // certainly; else it may lie inside, across the border or a little outside
     };
 
     // For the places 0 to `count` - 1.
@@ -31,8 +31,9 @@ public:
     // Fills in the places in ascending order, each once; some may lie a little outside.
     void find(const QRectF& area, std::vector<int>& places);
 
-    // The same for large areas, where what is certainly inside needs no further look.
-    void find(const QRectF& area, std::vector<Found>& found);
+    // The same for large areas, where what is certainly inside needs no further look: inside of `inner`, a part of the
+    // area. For the largest areas all places are found.
+    void find(const QRectF& area, const QRectF& inner, std::vector<Found>& found);
 
 private:
     static constexpr int MarkBits = 64;

@@ -72,17 +72,18 @@ public:
     void paint(const QList<int>& layers);
 
 private:
-    void draw(const Primitive& primitive);
-    void drawRect(const Primitive& rect);
+    void draw(const Primitive& primitive, bool isInside);
+    void drawRect(const Primitive& rect, bool isInside);
     void drawLine(const Primitive& line);
     void drawPolygon(const Primitive& polygon);
     void drawText(const Primitive& text);
 
-    [[nodiscard]] bool hasManyTexts(const std::vector<int>& places) const;
+    [[nodiscard]] bool hasManyTexts(const std::vector<ElementGrid::Found>& found) const;
     [[nodiscard]] ElementStates statesOf(int elementId) const;
     [[nodiscard]] bool isNear(double x, double y) const;
     [[nodiscard]] bool isInside(double x, double y) const;
     [[nodiscard]] bool isAcross(double x) const;
+    [[nodiscard]] bool isWithinReach(const QRectF& rect) const;
     [[nodiscard]] std::optional<int> thinOpacity(double penWidth) const;
     QPainter& painter();
 
@@ -106,29 +107,29 @@ void ListPainter::Job::paint(const QList<int>& layers)
     for (int layer : m_list.layers())
         isShown.push_back(layers.contains(layer));
     const QRectF area = sceneArea(m_target.sceneToImage, m_target.part);
-    const std::vector<int>& places = m_list.placesIn(area);
-    m_hasManyTexts = hasManyTexts(places);
-    const bool areAllInSight = m_list.isWithin(area);
-    for (int place : places) {
+    const QRectF inner = m_target.sceneToImage.inverted().mapRect(QRectF(m_target.part));
+    const std::vector<ElementGrid::Found>& all = m_list.foundIn(area, inner);
+    m_hasManyTexts = hasManyTexts(all);
+    for (const auto& [place, isInside] : all) {
         const Primitive& primitive = m_list.primitive(place);
-        if (isShown[primitive.layer] && (areAllInSight || touches(m_list.boundsOf(place), area)))
-            draw(primitive);
+        if (isShown[primitive.layer] && (isInside || touches(m_list.boundsOf(place), area)))
+            draw(primitive, isInside);
     }
 }
 
-bool ListPainter::Job::hasManyTexts(const std::vector<int>& places) const
+bool ListPainter::Job::hasManyTexts(const std::vector<ElementGrid::Found>& found) const
 {
-    if (m_list.textCount() <= FewTexts || static_cast<int>(places.size()) == m_list.size())
+    if (m_list.textCount() <= FewTexts || static_cast<int>(found.size()) == m_list.size())
         return m_list.textCount() > FewTexts;
-    const auto isText = [this](int place) { return m_list.primitive(place).kind == Primitive::Text; };
-    return std::count_if(places.begin(), places.end(), isText) > FewTexts;
+    const auto isText = [this](const auto& each) { return m_list.primitive(each.place).kind == Primitive::Text; };
+    return std::count_if(found.begin(), found.end(), isText) > FewTexts;
 }
 
-void ListPainter::Job::draw(const Primitive& primitive)
+void ListPainter::Job::draw(const Primitive& primitive, bool isInside)
 {
     switch (primitive.kind) {
     case Primitive::Rect:
-        drawRect(primitive);
+        drawRect(primitive, isInside);
         break;
     case Primitive::Line:
         drawLine(primitive);
@@ -171,6 +172,13 @@ bool ListPainter::Job::isInside(double x, double y) const
     return grown(m_inside, -1).contains(m_mapping.x(x), m_mapping.y(y));
 }
 
+// Whether the rasteriser may draw it, and QPainter would draw it in the same way.
+bool ListPainter::Job::isWithinReach(const QRectF& rect) const
+{
+    return isNear(rect.left(), rect.top()) && isNear(rect.right(), rect.bottom()) && isAcross(rect.left())
+        && isAcross(rect.right());
+}
+
 // The opacity of a pen that draws thin lines; none for a wide one. A pen of width 0 is a pixel wide at any scale.
 std::optional<int> ListPainter::Job::thinOpacity(double penWidth) const
 {
@@ -192,14 +200,14 @@ QPainter& ListPainter::Job::painter()
     return m_painter;
 }
 
-void ListPainter::Job::drawRect(const Primitive& primitive)
+// `isInside`: certainly within the image.
+void ListPainter::Job::drawRect(const Primitive& primitive, bool isInside)
 {
     const paintrules::Look look = paintrules::rectLook(
         primitive.fillColor, primitive.strokeColor, primitive.strokeWidth, statesOf(primitive.elementId));
     const QRectF rect = primitive.rect();
     const std::optional<int> opacity = isVisible(look.border) ? thinOpacity(look.borderWidth) : 0;
-    if (m_isRaster && opacity && rect.width() >= 0 && rect.height() >= 0 && isNear(rect.left(), rect.top())
-        && isNear(rect.right(), rect.bottom()) && isAcross(rect.left()) && isAcross(rect.right())) {
+    if (m_isRaster && opacity && rect.width() >= 0 && rect.height() >= 0 && (isInside || isWithinReach(rect))) {
         m_rasteriser.fillRect(rect, look.fill);
         if (*opacity > 0)
             m_rasteriser.strokeRect(rect, look.border, *opacity);
@@ -271,18 +279,17 @@ void ListPainter::paint(const Target& target, const QList<int>& layers, const St
     Job(m_list, m_masks, target, states).paint(layers);
 }
 
-void ListPainter::visitCutLines(const QTransform& sceneToImage, const std::vector<QRect>& borders,
-    const QList<int>& layers, const std::function<void(const QRectF& bounds)>& visitor)
+void ListPainter::visitTouching(const QTransform& sceneToImage, const std::vector<QRect>& strips,
+    const QList<int>& layers, const TouchVisitor& visitor)
 {
-    for (const QRect& border : borders) {
-        const QRectF area = sceneArea(sceneToImage, border);
+    for (const QRect& strip : strips) {
+        const QRectF area = sceneArea(sceneToImage, strip);
         for (int place : m_list.placesIn(area)) {
             const Primitive& primitive = m_list.primitive(place);
-            const bool isSlanted = primitive.a != primitive.c && primitive.b != primitive.d;
-            if (primitive.kind != Primitive::Line || !isSlanted || !touches(m_list.boundsOf(place), area))
-                continue;
-            if (layers.contains(m_list.layers()[primitive.layer]))
-                visitor(grown(sceneToImage.mapRect(m_list.boundsOf(place)), Margin));
+            const QRectF bounds = m_list.boundsOf(place);
+            if (primitive.kind != Primitive::Text && touches(bounds, area)
+                && layers.contains(m_list.layers()[primitive.layer]))
+                visitor(primitive, grown(sceneToImage.mapRect(bounds), Margin), strip);
         }
     }
 }

@@ -42,10 +42,12 @@ public:
 
     void paint(const Target& target, const QList<int>& layers, const States& states);
 
-    // Thin lines that cross borders of the image (in its pixels): how QPainter cuts them there depends on where the
-    // border is, so that they cannot be moved along with the picture.
-    void visitCutLines(const QTransform& sceneToImage, const std::vector<QRect>& borders, const QList<int>& layers,
-        const std::function<void(const QRectF& bounds)>& visitor);
+    // What it covers comes in pixels of the image.
+    using TouchVisitor = std::function<void(const Primitive& primitive, const QRectF& bounds, const QRect& strip)>;
+
+    // All but texts that touch strips of the image (in its pixels).
+    void visitTouching(const QTransform& sceneToImage, const std::vector<QRect>& strips, const QList<int>& layers,
+        const TouchVisitor& visitor);
 
 private:
     class Job;

@@ -12,6 +12,8 @@ namespace {
 
 constexpr int Margin = 2; // pixels that pens and smoothing reach beyond an element
 
+constexpr int BorderBreadth = 2; // pixels in which a border may be seen
+
 // From this part of the picture on, painting all of it is no more work than painting its parts.
 constexpr double MostDirty = 0.7;
 
@@ -118,9 +120,11 @@ bool ViewCanvas::scroll(const Scene& scene)
     for (QRect& part : m_dirty)
         part.translate(way);
     const std::vector<QRect> borders = bordersAcross(way);
-    markCutLines(borders, way); // where they were, moved along
+    markCutShapes(borders, way); // where they were, moved along
     m_toPicture = scene.toPicture;
-    markCutLines(borders, QPoint());
+    markCutShapes(borders, QPoint());
+    if (way.x() == 0)
+        markCutRects();
     // What is cut off by the border of an image is rounded in another way than what lies inside.
     for (const QRect& border : borders) {
         m_dirty.push_back(border);
@@ -136,25 +140,43 @@ bool ViewCanvas::scroll(const Scene& scene)
 // The borders of the picture that something moves across.
 std::vector<QRect> ViewCanvas::bordersAcross(QPoint way) const
 {
-    constexpr int Breadth = 2;
     const int width = m_picture.width();
     const int height = m_picture.height();
     std::vector<QRect> borders;
-    if (way.x() != 0) {
-        borders.emplace_back(0, 0, Breadth, height);
-        borders.emplace_back(width - Breadth, 0, Breadth, height);
-    }
+    if (way.x() != 0)
+        borders = sideBorders();
     if (way.y() != 0) {
-        borders.emplace_back(0, 0, width, Breadth);
-        borders.emplace_back(0, height - Breadth, width, Breadth);
+        borders.emplace_back(0, 0, width, BorderBreadth);
+        borders.emplace_back(0, height - BorderBreadth, width, BorderBreadth);
     }
     return borders;
 }
 
-void ViewCanvas::markCutLines(const std::vector<QRect>& borders, QPoint way)
+std::vector<QRect> ViewCanvas::sideBorders() const
 {
-    m_painter.visitCutLines(m_toPicture, borders, m_layers,
-        [&](const QRectF& bounds) { m_dirty.push_back(bounds.translated(way).toAlignedRect()); });
+    const int height = m_picture.height();
+    return {QRect(0, 0, BorderBreadth, height), QRect(m_picture.width() - BorderBreadth, 0, BorderBreadth, height)};
+}
+
+// How QPainter cuts off what is slanted depends on where the border is, along the whole of a line, so that the picture
+// of it cannot be moved.
+void ViewCanvas::markCutShapes(const std::vector<QRect>& borders, QPoint way)
+{
+    const auto mark = [&](const Primitive& primitive, const QRectF& bounds, const QRect&) {
+        if (primitive.isSlanted())
+            m_dirty.push_back(bounds.translated(way).toAlignedRect());
+    };
+    m_painter.visitTouching(m_toPicture, borders, m_layers, mark);
+}
+
+// How it rounds a rect that is cut off at a side depends on how far down the rect is.
+void ViewCanvas::markCutRects()
+{
+    const auto mark = [&](const Primitive& primitive, const QRectF& bounds, const QRect& border) {
+        if (primitive.kind == Primitive::Rect)
+            m_dirty.push_back(bounds.toAlignedRect() & border);
+    };
+    m_painter.visitTouching(m_toPicture, sideBorders(), m_layers, mark);
 }
 
 void ViewCanvas::paintAll(const Scene& scene)

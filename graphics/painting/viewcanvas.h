@@ -56,7 +56,9 @@ private:
     [[nodiscard]] bool isSameButScrolled(const Scene& scene) const;
     bool scroll(const Scene& scene);
     [[nodiscard]] std::vector<QRect> bordersAcross(QPoint way) const;
-    void markCutLines(const std::vector<QRect>& borders, QPoint way);
+    [[nodiscard]] std::vector<QRect> sideBorders() const;
+    void markCutShapes(const std::vector<QRect>& borders, QPoint way);
+    void markCutRects();
     void paintAll(const Scene& scene);
     void paintDirtyParts(const Scene& scene);
     void paint(const Scene& scene, QImage& image, const QRect& part);

@@ -57,7 +57,8 @@ void fill(Drawing& drawing, int count)
         }
         zel_SingleGraphItem* added = nullptr;
         if (i % 20 == 5) {
-            added = &drawing.addLine(id, x, y, x + random.upTo(4 * size) - size, y + size, random.upTo(3));
+            const double length = random.upTo(4 * size) - size;
+            added = &drawing.addLine(id, x, y, x + length, y + size, random.upTo(3));
             static_cast<zel_Line*>(added)->strokeColor = random.color();
         } else if (i % 20 == 6) {
             added = &drawing.addLine(id, x, y, i % 40 == 6 ? x : x + size, i % 40 == 6 ? y + size : y);
@@ -65,10 +66,11 @@ void fill(Drawing& drawing, int count)
             added = &drawing.addPolygon(id, {{x, y}, {x + size, y + 2}, {x + 0.7 * size, y + size}}, random.color());
         } else if (i % 20 == 13) {
             added = &drawing.addText(id, i % 3 ? "PLL_T" + std::to_string(i) : "AVA fi", x, y, 0.5 + random.upTo(9));
-            static_cast<zel_Text*>(added)->rotation = i % 4 == 1 ? -90 : 0;
+            static_cast<zel_Text*>(added)->rotation = i % 8 == 5 ? -90 : 0;
         } else {
-            zel_Rect& rect
-                = drawing.addRect(id, x, y, random.upTo(size), i % 9 ? random.upTo(size) : size, random.color());
+            const double width = random.upTo(size);
+            const double height = i % 9 ? random.upTo(size) : size;
+            zel_Rect& rect = drawing.addRect(id, x, y, width, height, random.color());
             rect.strokeWidth = Widths[random.below(5)];
             rect.strokeColor = random.color();
             added = &rect;
@@ -214,7 +216,7 @@ void TestPixels::rectsAsQPainterDrawsThem()
             const double pixels = random.upTo(limit);
             return (isNearWholePixels ? std::round(pixels) : pixels) / scale;
         };
-        const QRectF rect(length(30) - mapping.dx / scale, length(30) - 4 / scale, length(largest), length(largest));
+        const QRectF rect{length(30) - mapping.dx / scale, length(30) - 4 / scale, length(largest), length(largest)};
         if (rect.left() * scale + mapping.dx < 0 || rect.right() * scale + mapping.dx > drawn.width())
             continue;
         constexpr double Rounding = 1e-9;
@@ -255,8 +257,8 @@ void TestPixels::linesAsQPainterDrawsThem()
     QImage expected(60, 60, QImage::Format_RGB32);
     for (int i = 0; i < 6000; ++i) {
         const double reach = i % 4 == 0 ? 1.5 : 25;
-        QPointF from(15 + random.upTo(30), 15 + random.upTo(30));
-        QPointF to = from + QPointF(random.upTo(reach) - reach / 2, random.upTo(reach) - reach / 2);
+        const QPointF from{15 + random.upTo(30), 15 + random.upTo(30)}; // in braces the order is certain
+        QPointF to = from + QPointF{random.upTo(reach) - reach / 2, random.upTo(reach) - reach / 2};
         if (i % 5 == 0)
             to.setX(from.x());
         else if (i % 5 == 1)
