@@ -196,10 +196,12 @@ void ZelGraphicsScene::refresh()
         m_index.visit(*id, [&](ChipElement* element) {
             ZELGraphicItemAttribute* attribute = database().getGraphicItemAttribute(element->loadNumber());
             // A later load may have put another element under this load number.
-            if (!attribute || attribute->itemId != *id || !applyDynamicValues(*attribute, entry.value()))
+            if (!attribute || attribute->itemId != *id)
                 return;
-            list.updateLook(*element);
-            places.push_back(list.placeOf(*element));
+            const bool isChanged = applyDynamicValues(*attribute, entry.value());
+            // Also what somebody else wrote into the attribute before.
+            if (list.updateLook(*element) || isChanged)
+                places.push_back(list.placeOf(*element));
         });
     }
     repaintPlaces(places);
@@ -244,6 +246,7 @@ void ZelGraphicsScene::repaintElements(const std::vector<int>& elementIds)
     std::vector<ChipElement*> shown;
     for (int id : elementIds) {
         for (ChipElement* element : m_index.elements(id)) {
+            list.updateLook(*element);
             places.push_back(list.placeOf(*element));
             if (!element->isPending())
                 shown.push_back(element);

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace mirn::zelchipview {
 
@@ -121,11 +122,13 @@ unsigned DisplayList::layerIndex(int layer)
     return index;
 }
 
-void DisplayList::updateLook(const ChipElement& element)
+bool DisplayList::updateLook(const ChipElement& element)
 {
     const int place = placeOf(element);
-    if (place >= 0)
-        m_primitives[place].fillColor = valueOf<unsigned int>(*element.attribute(), ATTR_FILL_COLOR);
+    if (place < 0)
+        return false;
+    const auto color = valueOf<unsigned int>(*element.attribute(), ATTR_FILL_COLOR);
+    return std::exchange(m_primitives[place].fillColor, color) != color;
 }
 
 int DisplayList::placeOf(const ChipElement& element) const

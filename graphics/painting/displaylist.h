@@ -53,8 +53,8 @@ public:
     // Brings the list up to date with the index's elements.
     void update(ElementIndex& index);
 
-    // The element's attribute changed.
-    void updateLook(const ChipElement& element);
+    // The element's attribute may have changed. Gives whether its colour did.
+    bool updateLook(const ChipElement& element);
 
     [[nodiscard]] int size() const { return static_cast<int>(m_primitives.size()); }
     [[nodiscard]] int textCount() const { return m_textCount; }

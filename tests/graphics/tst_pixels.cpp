@@ -189,6 +189,7 @@ private Q_SLOTS:
     void whatAHostAddsIsShown();
     void whatAHostDoesToAnElementIsShown_data();
     void whatAHostDoesToAnElementIsShown();
+    void whatAHostWritesIntoAnAttributeIsShown();
     void paintsOnlyWhatChanged();
 };
 
@@ -380,6 +381,21 @@ void TestPixels::whatAHostDoesToAnElementIsShown()
         QVERIFY(chip.scene()->isPlain());
         QCOMPARE(chip.differing(), 0);
     }
+}
+
+void TestPixels::whatAHostWritesIntoAnAttributeIsShown()
+{
+    PixelView chip(300);
+    QCOMPARE(chip.differing(), 0);
+    ZELGraphicItemAttribute* attribute = chip.database()->getGraphicItemAttribute(2);
+    attribute->setFillColor(0x123456U);
+    chip.database()->addSelctedItem(attribute->itemId, false);
+    chip.database()->removeSelectedItem(attribute->itemId);
+    QCOMPARE(chip.differing(), 0);
+    attribute->setFillColor(0x654321U);
+    chip.engine.device.addRecord(attribute->itemId, {{"fill", "#654321"}});
+    chip.window->refresh(REFRESH_GRAPHIC);
+    QCOMPARE(chip.differing(), 0);
 }
 
 void TestPixels::paintsOnlyWhatChanged()
