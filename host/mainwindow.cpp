@@ -14,6 +14,7 @@
 #include "host/findbox.h"
 #include "host/helptexts.h"
 #include "host/loadprogress.h"
+#include "host/messagebox.h"
 #include "host/projectsession.h"
 #include "host/snapshot.h"
 #include "host/tcl/projecttcl.h"
@@ -27,7 +28,6 @@
 #include <QFileInfo>
 #include <QIcon>
 #include <QLayout>
-#include <QMessageBox>
 #include <QTreeWidget>
 
 namespace mirn::zelchip {
@@ -38,16 +38,6 @@ namespace {
 
 constexpr int MessageMilliseconds = 8000;
 constexpr int ConsoleHeight = 150;
-
-// A message box that deletes itself and does not hold up whoever opens it.
-void openMessageBox(
-    QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text, Qt::TextFormat format)
-{
-    auto* box = new QMessageBox(icon, title, text, QMessageBox::Close, parent);
-    box->setTextFormat(format);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
-}
 
 } // namespace
 
