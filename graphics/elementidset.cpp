@@ -10,6 +10,10 @@ namespace mirn::zelchipview {
 
 namespace {
 
+// 16 million ids, two megabytes. Not a member: std::min() takes references, and what an exported class has inline would
+// then be a unique symbol, which keeps the library in memory after dlclose().
+constexpr unsigned MostWords = 1U << 18;
+
 // Gives whether the bit was clear.
 bool setBit(std::uint64_t& word, unsigned bit)
 {

@@ -45,7 +45,6 @@ public:
 
 private:
     static constexpr unsigned WordBits = 64;
-    static constexpr unsigned MostWords = 1U << 18; // 16 million ids, two megabytes
 
     // Give whether anything changed; tell nobody.
     bool set(int id);
