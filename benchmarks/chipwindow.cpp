@@ -55,8 +55,7 @@ ChipWindow::~ChipWindow()
 
 bool ChipWindow::load()
 {
-    return m_window->initGrahpicView()
-        && ZELChipViewDatabase::getInstance()->getSVGParser()->graphicItemCount() > 0;
+    return m_window->initGrahpicView() && ZELChipViewDatabase::getInstance()->getSVGParser()->graphicItemCount() > 0;
 }
 
 void ChipWindow::show(double zoom)

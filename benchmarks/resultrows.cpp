@@ -32,6 +32,7 @@ const std::vector<ResultRow>& resultRows()
         {"500 probable sites appear, at fit", "highlight 500 sites", "", "items one by one at fit"},
         {"walking all items", "walking all items", "", ""},
         {"refresh with 1000 dynamic values", "refresh 1000 dynamic values", "", "walking all items"},
+        {"refresh where 1000 dynamic values change", "change 1000 dynamic values", "", "walking all items"},
         {"click at 4x", "click at 4x", "", ""},
         {"QGraphicsScene::items by shape", "QGraphicsScene::items by shape", "", ""},
         {"rubber band over everything", "rubber band over everything", "", "QGraphicsScene::items by shape"},

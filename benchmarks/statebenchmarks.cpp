@@ -75,22 +75,36 @@ void highlightSites(benchmark::State& state, Device& device)
     database().highlightedIds().clear();
 }
 
-void giveDynamicValues(ChipWindow& window, const Device& device)
+void giveDynamicValues(ChipWindow& window, const Device& device, const char* fill = "#a0b0c0")
 {
     window.engine().device.clearRecords();
     for (int n = 0; n < DynamicValues; ++n) {
         const auto id = static_cast<unsigned int>(device.scatteredId(n));
-        window.engine().device.addRecord(id, {{"fill", "#a0b0c0"}, {"tovanel:popup", "site"}});
+        window.engine().device.addRecord(id, {{"fill", fill}, {"tovanel:popup", "site"}});
     }
 }
 
-// Colours and tooltips follow the engine; nothing is painted.
+// The engine tells what it told before, as it does for most elements after a command; nothing is painted.
 void refresh(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
     giveDynamicValues(window, device);
     for (auto _ : state)
         state.SetIterationTime(secondsOf([&window] { window.scene()->refresh(); }));
+    window.engine().device.clearRecords();
+}
+
+// All colours become others, which is not painted yet.
+void refreshChanged(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = device.window();
+    bool isOther = false;
+    for (auto _ : state) {
+        isOther = !isOther;
+        giveDynamicValues(window, device, isOther ? "#c0b0a0" : "#a0b0c0");
+        state.SetIterationTime(secondsOf([&window] { window.scene()->refresh(); }));
+        window.settle();
+    }
     window.engine().device.clearRecords();
 }
 
@@ -125,6 +139,8 @@ void addStateBenchmarks(int elements)
         [=](benchmark::State& state) { highlightSites(state, Device::ofSize(elements)); });
     add("refresh 1000 dynamic values", elements,
         [=](benchmark::State& state) { refresh(state, Device::ofSize(elements)); });
+    add("change 1000 dynamic values", elements,
+        [=](benchmark::State& state) { refreshChanged(state, Device::ofSize(elements)); });
     add("walking all items", elements, [=](benchmark::State& state) { walkItems(state, Device::ofSize(elements)); });
 }
 
