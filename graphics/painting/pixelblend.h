@@ -29,7 +29,7 @@ inline PairChannels both(unsigned value)
     return of(value, value);
 }
 
-// Times `alpha` / 255, rounded to nearest.
+// Times `alpha` / 255, rounded as QPainter rounds it: to nearest, but for a few pairs of numbers.
 inline PairChannels scaled(PairChannels channels, PairChannels alpha)
 {
     const PairChannels product = channels * alpha;

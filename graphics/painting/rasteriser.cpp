@@ -41,7 +41,7 @@ std::int64_t toFixed(double value)
     return static_cast<std::int64_t>(value * One);
 }
 
-// Two of a pixel's channels at a time, each times `alpha` / 255, rounded to nearest.
+// Two of a pixel's channels at a time, each times `alpha` / 255, rounded as QPainter rounds it.
 std::uint32_t scaledPair(std::uint32_t pair, unsigned alpha)
 {
     const std::uint32_t product = pair * alpha;
