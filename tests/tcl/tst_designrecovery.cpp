@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/testmain.h"
+#include "tests/tcl/editedproject.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <algorithm>
+#include <utility>
+
+using namespace mirn::zelchip;
+using zeltest::contentOf;
+using zeltest::EachKind;
+using zeltest::EditedProject;
+
+class TestDesignRecovery : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void everyStateComesBackAfterACrash();
+    void savedStateComesBackWithoutAJournal();
+    void undoingPastASaveComesBackToo();
+    void journalOfAnotherStateIsSetAside();
+    void tornLineIsDroppedAndSaid_data();
+    void tornLineIsDroppedAndSaid();
+    void foreignCommandsAreRefusedAndKept_data();
+    void foreignCommandsAreRefusedAndKept();
+    void changeOfSeveralCommandsComesBackWholeOrNot_data();
+    void changeOfSeveralCommandsComesBackWholeOrNot();
+    void fileThatIsNoJournalIsSaidInAFewLines();
+    void damagedLineCostsNoneOfTheOthers();
+};
+
+// The program may end between any two commands; the journal is all that is left.
+void TestDesignRecovery::everyStateComesBackAfterACrash()
+{
+    EditedProject project;
+    QStringList script = EachKind;
+    for (int i = 0; i < 6; ++i)
+        script.append(QStringLiteral("undo"));
+    script += QStringList{"redo", "redo"};
+    for (const QString& command : std::as_const(script)) {
+        QCOMPARE(project.run(command), QString());
+        const QString state = project.state();
+        const auto commands = project.journal().count('\n');
+        const QStringList said = project.open();
+        QCOMPARE(project.state(), state);
+        QCOMPARE(said.size(), 1); // "n changes are back"
+        QVERIFY(project.editor().isModified());
+        QCOMPARE(project.journal().count('\n'), commands);
+        // The undo history is what the journal holds: enough to go on.
+        if (command == QLatin1String("undo"))
+            break;
+    }
+}
+
+void TestDesignRecovery::savedStateComesBackWithoutAJournal()
+{
+    EditedProject project;
+    for (const QString& command : EachKind)
+        project.run(command);
+    const QString state = project.state();
+    QSignalSpy changes(&project.editor(), &DesignEditor::changed);
+    QCOMPARE(project.editor().save(), QString());
+    QCOMPARE(changes.size(), 1);
+    QVERIFY(!project.editor().isModified());
+    QVERIFY(project.journal().isEmpty());
+    QCOMPARE(project.open(), QStringList());
+    QCOMPARE(project.state(), state);
+    QVERIFY(!project.editor().isModified());
+}
+
+void TestDesignRecovery::undoingPastASaveComesBackToo()
+{
+    EditedProject project;
+    QStringList states;
+    for (const QString& command : EachKind) {
+        states.append(project.state());
+        project.run(command);
+    }
+    QCOMPARE(project.editor().save(), QString());
+    for (int i = states.size() - 1; i >= 0; --i) {
+        QCOMPARE(project.run(QStringLiteral("undo")), QString());
+        QVERIFY(project.editor().isModified());
+        QCOMPARE(project.state(), states[i]);
+    }
+    project.open();
+    QCOMPARE(project.state(), states.first());
+}
+
+// As when the program ends between writing the placements and emptying the journal.
+void TestDesignRecovery::journalOfAnotherStateIsSetAside()
+{
+    EditedProject project;
+    for (const QString& command : EachKind)
+        project.run(command);
+    const QByteArray journal = project.journal();
+    const QString state = project.state();
+    QCOMPARE(project.editor().save(), QString());
+    project.setJournal(journal);
+    QCOMPARE(project.open().size(), 1);
+    QCOMPARE(project.state(), state);
+    QVERIFY(QFile::exists(project.journalFile() + QStringLiteral(".aside-1")));
+    QVERIFY(!project.editor().isModified());
+}
+
+void TestDesignRecovery::tornLineIsDroppedAndSaid_data()
+{
+    QTest::addColumn<QByteArray>("end");
+    QTest::newRow("half a command") << QByteArray("zel_resource pla");
+    QTest::newRow("a whole one without its line end") << QByteArray("zel_resource place -rsc top/core -id 51");
+    QTest::newRow("an open brace") << QByteArray("zel_resource place -rsc {top/co\n");
+    QTest::newRow("half a comment") << QByteArray("# toget");
+    QTest::newRow("not all of what counts together")
+        << QByteArray("# together 2\nzel_resource place -rsc top/core -id 51\n");
+    QTest::newRow("nothing of what counts together") << QByteArray("# together 2\n");
+    QTest::newRow("half of the second of two")
+        << QByteArray("# together 2\nzel_resource place -rsc top/core -id 51\nzel_resou");
+    QTest::newRow("zeros, as after a power cut") << QByteArray(17, '\0');
+}
+
+void TestDesignRecovery::tornLineIsDroppedAndSaid()
+{
+    QFETCH(QByteArray, end);
+    EditedProject project;
+    project.run(EachKind.first());
+    const QString state = project.state();
+    const QByteArray whole = project.journal();
+    project.setJournal(whole + end);
+    const QStringList said = project.open();
+    QCOMPARE(said.size(), 2);
+    QVERIFY(said.first().contains(QStringLiteral("cut off")));
+    QCOMPARE(project.state(), state);
+    QCOMPARE(project.journal(), whole);
+    QCOMPARE(project.run(EachKind[1]), QString()); // what follows is whole again
+    project.open();
+    QVERIFY(project.journal().startsWith(whole));
+}
+
+void TestDesignRecovery::foreignCommandsAreRefusedAndKept_data()
+{
+    QTest::addColumn<QByteArray>("command");
+    QTest::newRow("a command of Tcl") << QByteArray("exec touch /tmp/never");
+    QTest::newRow("one inside another") << QByteArray("zel_resource reset -ip [exit]");
+    QTest::newRow("a question") << QByteArray("zel_resource list");
+    QTest::newRow("reading a parameter") << QByteArray("zel_resource configure -ip top/core -key frequency");
+    QTest::newRow("a parameter out of its bounds")
+        << QByteArray("zel_resource configure -ip top/core -key frequency -value 1");
+    QTest::newRow("reading a setting") << QByteArray("zel_setting -id 10 -key CH0");
+    QTest::newRow("a placement that the rules refuse") << QByteArray("zel_resource place -rsc top/core -id 10");
+    QTest::newRow("undo") << QByteArray("undo");
+    QTest::newRow("noise") << QByteArray("\xff\xfe\x01 } {");
+}
+
+void TestDesignRecovery::foreignCommandsAreRefusedAndKept()
+{
+    QFETCH(QByteArray, command);
+    EditedProject project;
+    project.run(EachKind.first());
+    project.run(EachKind[1]);
+    project.run(QStringLiteral("undo")); // takes several commands
+    const QString state = project.state();
+    const QByteArray good = project.journal();
+    QVERIFY(good.contains("\n# together "));
+    const int secondCommand = static_cast<int>(good.indexOf('\n', good.indexOf('\n') + 1)) + 1;
+    const QByteArray bad = good.left(secondCommand) + command + '\n' + good.mid(secondCommand);
+    project.setJournal(bad);
+    const QString said = project.open().join(QLatin1Char('\n'));
+    QVERIFY2(said.contains(project.journalFile() + QStringLiteral(":3: refused ")), qPrintable(said));
+    QCOMPARE(contentOf(project.journalFile() + QStringLiteral(".aside-1")), bad);
+    QCOMPARE(project.state(), state);
+    QCOMPARE(project.journal(), good);
+}
+
+// Nor can it be done again.
+void TestDesignRecovery::changeOfSeveralCommandsComesBackWholeOrNot_data()
+{
+    QTest::addColumn<QByteArray>("end");
+    QTest::newRow("its second command is refused") << QByteArray(
+        "# together 2\nzel_resource place -rsc top/core -id 51\nzel_resource place -rsc top/core -id 10\n");
+    QTest::newRow("its second command is missing")
+        << QByteArray("# together 2\nzel_resource place -rsc top/core -id 51\n# together 0\n");
+}
+
+void TestDesignRecovery::changeOfSeveralCommandsComesBackWholeOrNot()
+{
+    QFETCH(QByteArray, end);
+    EditedProject project;
+    project.run(EachKind.first());
+    const QString state = project.state();
+    const QByteArray journal = project.journal();
+    project.setJournal(journal + end);
+    const QString said = project.open().join(QLatin1Char('\n'));
+    QVERIFY2(said.contains(QStringLiteral(":3: refused zel_resource place -rsc top/core")), qPrintable(said));
+    QCOMPARE(project.state(), state);
+    QCOMPARE(project.journal(), journal);
+    QVERIFY(!project.editor().undoStack().canRedo());
+}
+
+// A person can read what is said of it.
+void TestDesignRecovery::fileThatIsNoJournalIsSaidInAFewLines()
+{
+    EditedProject project;
+    project.run(EachKind.first()); // there is a journal
+    project.run(QStringLiteral("undo"));
+    const QString state = project.state();
+    const QByteArray noise = QByteArray("\x1b[31m\x07" + QByteArray(5000, '\xfe') + '\n').repeated(300) + "end\n";
+    project.setJournal(noise);
+    const QStringList said = project.open();
+    QVERIFY2(said.size() < 30, qPrintable(QString::number(said.size())));
+    for (const QString& line : said) {
+        QVERIFY(line.size() < 600);
+        QVERIFY(std::all_of(line.begin(), line.end(), [](QChar character) { return character.isPrint(); }));
+    }
+    QVERIFY(said.contains(project.journalFile() + QStringLiteral(": refused 281 more")));
+    QCOMPARE(contentOf(project.journalFile() + QStringLiteral(".aside-1")), noise);
+    QCOMPARE(project.state(), state);
+}
+
+void TestDesignRecovery::damagedLineCostsNoneOfTheOthers()
+{
+    constexpr int Lines = 20000;
+    EditedProject project;
+    project.run(EachKind.first());
+    QByteArray journal = project.journal() + "zel_resource place -rsc {top/co\n";
+    for (int i = 0; i < Lines; ++i)
+        journal += i % 2 == 0 ? "zel_resource place -rsc top/core -id 50\n" : "zel_resource reset -ip top/core\n";
+    project.setJournal(journal + "zel_resource place -rsc top/core -id 51\n");
+    QVERIFY(project.open().last().startsWith(QString::number(Lines + 2)));
+    QVERIFY(project.state().contains(QStringLiteral("top/core@51")));
+}
+
+ZEL_TEST_MAIN(TestDesignRecovery)
+#include "tst_designrecovery.moc"
