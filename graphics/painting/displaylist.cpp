@@ -7,6 +7,7 @@
 #include "platform/contract/zelgraphicrecords.h"
 
 #include <QLineF>
+#include <QPolygonF>
 
 #include <algorithm>
 #include <cmath>
@@ -59,6 +60,7 @@ void DisplayList::update(ElementIndex& index)
     m_version = index.version();
     m_elements = index.inPaintOrder();
     m_primitives.clear();
+    m_corners.clear();
     m_textCount = 0;
     m_primitives.reserve(m_elements.size());
     m_layers.clear();
@@ -86,11 +88,11 @@ void DisplayList::append(ChipElement* element)
         break;
     }
     case ZEL_GRAPHIC_POLYGON: {
-        static const QPolygonF none;
-        const auto* corners = static_cast<const QPolygonF*>(attribute.getAttribute(ATTR_POINTS));
+        const auto corners = valueOf<QPolygonF>(attribute, ATTR_POINTS);
         made.kind = Primitive::Polygon;
-        made.corners = corners ? corners : &none;
-        setRect(made, made.corners->boundingRect());
+        made.corners = {static_cast<int>(m_corners.size()), static_cast<int>(corners.size())};
+        m_corners.insert(m_corners.end(), corners.begin(), corners.end());
+        setRect(made, corners.boundingRect());
         break;
     }
     case ZEL_GRAPHIC_TEXT: {

@@ -4,7 +4,7 @@
 #include "graphics/painting/elementgrid.h"
 #include "graphics/painting/textlabels.h"
 
-#include <QPolygonF>
+#include <QPointF>
 #include <QRectF>
 
 #include <vector>
@@ -27,7 +27,11 @@ struct Primitive
     double d;
     union {
         double strokeWidth; // of rects and lines, as the drawing gives it
-        const QPolygonF* corners; // the attribute's
+        struct
+        {
+            int first; // for DisplayList::corner()
+            int count;
+        } corners;
         TextLabel* label; // the list's
     };
     unsigned int strokeColor;
@@ -73,6 +77,9 @@ public:
     // The same for areas that may hold most of the primitives.
     [[nodiscard]] const std::vector<ElementGrid::Found>& foundIn(const QRectF& area, const QRectF& inner);
 
+    // The first of a polygon's corners, which lie one after the other.
+    [[nodiscard]] const QPointF* corner(int first) const { return m_corners.data() + first; }
+
     // The numbers of the layers that occur.
     [[nodiscard]] const std::vector<int>& layers() const { return m_layers; }
     [[nodiscard]] TextLabels& labels() { return m_labels; }
@@ -83,6 +90,7 @@ private:
 
     std::vector<Primitive> m_primitives;
     std::vector<ChipElement*> m_elements; // of the primitive at the same place
+    std::vector<QPointF> m_corners; // of all polygons
     int m_textCount = 0;
     std::vector<int> m_layers;
     QHash<int, unsigned> m_layerIndexes; // by number

@@ -92,8 +92,9 @@ void GlyphMasks::draw(TextLabel& label, double x, double y, QRgb color, Rasteris
         const PixelPosition position(m_scale * glyph.x + x, m_scale * glyph.y + y);
         const Mask& shape = mask(glyph.number, position.phase());
         if (shape.width > 0)
-            rasteriser.drawMask(position.column() + shape.left, position.row + shape.top, shape.width, shape.height,
-                m_coverage.data() + shape.coverage, color);
+            rasteriser.drawMask({position.column() + shape.left, position.row + shape.top, shape.width, shape.height,
+                                    m_coverage.data() + shape.coverage},
+                color);
     }
 }
 
@@ -135,13 +136,14 @@ void GlyphMasks::make(Mask& mask, int glyph, int phase)
     const QRect covered = coveredPart(image);
     mask.left = static_cast<std::int16_t>(covered.left() + area.left());
     mask.top = static_cast<std::int16_t>(covered.top() + area.top());
-    mask.width = static_cast<std::int16_t>(covered.width());
+    mask.width = static_cast<std::int16_t>(CoverageMask::paddedWidth(covered.width()));
     mask.height = static_cast<std::int16_t>(covered.height());
     mask.coverage = m_coverage.size();
     for (int y = covered.top(); y <= covered.bottom(); ++y) {
         const QRgb* line = lineOf(image, y);
         for (int x = covered.left(); x <= covered.right(); ++x)
             m_coverage.push_back(coverageOf(line[x]));
+        m_coverage.insert(m_coverage.end(), mask.width - covered.width(), 0);
     }
 }
 

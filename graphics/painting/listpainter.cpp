@@ -2,6 +2,7 @@
 #include "graphics/painting/listpainter.h"
 
 #include "graphics/elementidset.h"
+#include "graphics/painting/polygoncoverage.h"
 
 #include <algorithm>
 #include <cmath>
@@ -98,6 +99,7 @@ private:
     const QRectF m_inside;
     const bool m_isTextOpaque;
     bool m_hasManyTexts = false;
+    PolygonCoverage m_polygon;
     QPainter m_painter;
 };
 
@@ -238,13 +240,20 @@ void ListPainter::Job::drawLine(const Primitive& primitive)
 void ListPainter::Job::drawPolygon(const Primitive& primitive)
 {
     const paintrules::Look look = paintrules::polygonLook(primitive.fillColor, statesOf(primitive.elementId));
+    const auto [first, count] = primitive.corners;
+    const QPointF* corners = m_list.corner(first);
+    const bool hasBorder = isVisible(look.border);
+    if (m_isRaster && !hasBorder && m_polygon.make(corners, count, m_mapping)) {
+        m_rasteriser.drawMask(m_polygon.mask(), look.fill);
+        return;
+    }
     QPainter& general = painter();
-    if (isVisible(look.border))
+    if (hasBorder)
         general.setPen(paintrules::borderPen(look));
     else
         general.setPen(Qt::NoPen);
     general.setBrush(QColor::fromRgb(look.fill));
-    general.drawPolygon(*primitive.corners);
+    general.drawPolygon(corners, count);
 }
 
 void ListPainter::Job::drawText(const Primitive& primitive)

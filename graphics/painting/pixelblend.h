@@ -63,6 +63,16 @@ inline void storeTwo(std::uint32_t* pixels, PairChannels left, PairChannels righ
     _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels), bytes);
 }
 
+// One number per pixel, in the order in which they lie in memory, for all of its channels.
+inline void spread(std::uint32_t numbers, PairChannels& left, PairChannels& right)
+{
+    const __m128i once = _mm_cvtsi32_si128(static_cast<int>(numbers));
+    const __m128i twice = _mm_unpacklo_epi8(once, once);
+    const __m128i fourTimes = _mm_unpacklo_epi16(twice, twice);
+    left = reinterpret_cast<PairChannels>(_mm_unpacklo_epi8(fourTimes, _mm_setzero_si128()));
+    right = reinterpret_cast<PairChannels>(_mm_unpackhi_epi8(fourTimes, _mm_setzero_si128()));
+}
+
 #else
 
 using Bytes __attribute__((vector_size(8))) = std::uint8_t;
@@ -90,6 +100,14 @@ inline void storeTwo(std::uint32_t* pixels, PairChannels left, PairChannels righ
 {
     store(pixels, left);
     store(pixels + 2, right);
+}
+
+inline void spread(std::uint32_t numbers, PairChannels& left, PairChannels& right)
+{
+    std::uint8_t bytes[sizeof numbers];
+    std::memcpy(bytes, &numbers, sizeof numbers);
+    left = of(bytes[0], bytes[1]);
+    right = of(bytes[2], bytes[3]);
 }
 
 #endif

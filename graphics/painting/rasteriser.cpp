@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <utility>
 
 // The rules below were found by observing what QPainter draws for shapes at all sub-pixel positions, and are held to it
@@ -403,15 +404,28 @@ void Rasteriser::strokeRect(const QRectF& rect, QRgb color, int opacity)
         straightLine<true>(top, bottom, across(left), stroke);
 }
 
-void Rasteriser::drawMask(int x, int y, int width, int height, const std::uint8_t* coverage, QRgb color)
+void Rasteriser::drawMask(const CoverageMask& mask, QRgb color)
 {
-    const int left = std::max(x, m_clip.left());
-    const int right = std::min(x + width - 1, m_clip.right());
-    const int bottom = std::min(y + height - 1, m_clip.bottom());
-    for (int line = std::max(y, m_clip.top()); line <= bottom; ++line) {
-        const std::uint8_t* covered = coverage + std::ptrdiff_t(line - y) * width - x;
-        for (int column = left; column <= right; ++column)
-            blend(column, line, color, covered[column]);
+    constexpr int Step = CoverageMask::ColumnsAtOnce;
+    const PairChannels channels = pixelpair::ofColor(color);
+    const int lastRow = std::min(mask.y + mask.height - 1, m_clip.bottom());
+    for (int y = std::max(mask.y, m_clip.top()); y <= lastRow; ++y) {
+        const std::uint8_t* covered = mask.coverage + static_cast<std::ptrdiff_t>(y - mask.y) * mask.width;
+        for (int x = mask.x; x < mask.x + mask.width; x += Step, covered += Step) {
+            std::uint32_t all = 0;
+            std::memcpy(&all, covered, Step);
+            if (all == 0)
+                continue;
+            if (x >= m_clip.left() && x + Step - 1 <= m_clip.right()) {
+                PairChannels left;
+                PairChannels right;
+                pixelpair::spread(all, left, right);
+                QuadBlend(channels, left, right).apply(row(y) + x);
+                continue;
+            }
+            for (int i = 0; i < Step; ++i)
+                blend(x + i, y, color, covered[i]);
+        }
     }
 }
 

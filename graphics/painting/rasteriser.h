@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "graphics/painting/coveragemask.h"
+
 #include <QImage>
 #include <QLineF>
 #include <QRect>
@@ -47,9 +49,8 @@ public:
     // A line one pixel wide, and half a pixel longer at both ends.
     void drawLine(const QLineF& line, QRgb color, int opacity);
 
-    // Blends `color` where `coverage` (0 to 255 per pixel, `width` x `height`, row by row) says, with its top left
-    // corner at pixel (x, y).
-    void drawMask(int x, int y, int width, int height, const std::uint8_t* coverage, QRgb color);
+    // May reach beyond the image.
+    void drawMask(const CoverageMask& mask, QRgb color);
 
 private:
     struct Stroke; // a thin line's colour and opacity

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "graphics/painting/polygoncoverage.h"
 #include "graphics/painting/rasteriser.h"
 #include "graphics/painting/viewcanvas.h"
 #include "tests/support/chipviewfixture.h"
@@ -63,7 +64,10 @@ void fill(Drawing& drawing, int count)
         } else if (i % 20 == 6) {
             added = &drawing.addLine(id, x, y, i % 40 == 6 ? x : x + size, i % 40 == 6 ? y + size : y);
         } else if (i % 20 == 9) {
-            added = &drawing.addPolygon(id, {{x, y}, {x + size, y + 2}, {x + 0.7 * size, y + size}}, random.color());
+            std::vector<zel_Point> corners{{x, y}, {x + size, y + 2}, {x + 0.7 * size, y + size}};
+            if (i % 40 == 9)
+                corners.insert(corners.end(), {{x, y + 0.3 * size}, {x + 1.2 * size, y + 0.8 * size}});
+            added = &drawing.addPolygon(id, corners, random.color());
         } else if (i % 20 == 13) {
             added = &drawing.addText(id, i % 3 ? "PLL_T" + std::to_string(i) : "AVA fi", x, y, 0.5 + random.upTo(9));
             static_cast<zel_Text*>(added)->rotation = i % 8 == 5 ? -90 : 0;
@@ -182,6 +186,8 @@ private Q_SLOTS:
     void rectsAsQPainterDrawsThem_data();
     void rectsAsQPainterDrawsThem();
     void linesAsQPainterDrawsThem();
+    void polygonsAsQPainterDrawsThem_data();
+    void polygonsAsQPainterDrawsThem();
     void viewShowsWhatItemsPaint_data();
     void viewShowsWhatItemsPaint();
     void pictureStaysRightWhenScrolled();
@@ -277,6 +283,55 @@ void TestPixels::linesAsQPainterDrawsThem()
         rasteriser.drawLine(QLineF(from, to), color.rgb(), width == 0 ? 256 : static_cast<int>(width * 256));
         QVERIFY2(drawn == expected, qPrintable(QStringLiteral("line %1").arg(i)));
     }
+}
+
+void TestPixels::polygonsAsQPainterDrawsThem_data()
+{
+    QTest::addColumn<double>("size");
+    QTest::addColumn<double>("grid");
+    QTest::newRow("less than a pixel") << 1.2 << 0.0;
+    QTest::newRow("some pixels") << 7.0 << 0.0;
+    QTest::newRow("across the borders of the image") << 70.0 << 0.0;
+    QTest::newRow("in the middle between two places of the grid for corners") << 40.0 << 1.0 / 128;
+    QTest::newRow("on the borders of pixels, slanted or not") << 5.0 << 0.5;
+}
+
+void TestPixels::polygonsAsQPainterDrawsThem()
+{
+    QFETCH(double, size);
+    QFETCH(double, grid);
+    Random random;
+    PolygonCoverage polygon;
+    QImage expected(60, 50, QImage::Format_RGB32);
+    int left = 0;
+    for (int i = 0; i < 6000; ++i) {
+        const double scale = std::pow(1.1, random.below(40) - 20);
+        const Rasteriser::Mapping mapping{scale, random.below(60) - size / 2, random.below(50) - size / 2};
+        QPolygonF corners;
+        for (int corner = 3 + random.below(5); corner > 0; --corner) {
+            QPointF position{random.upTo(size), random.upTo(size)};
+            if (grid > 0)
+                position = QPointF(std::round(position.x() / grid), std::round(position.y() / grid)) * grid;
+            corners.append(position / scale);
+        }
+        const QColor color(random.color());
+        expected.fill(QColor(random.color()));
+        QImage drawn = expected.copy();
+        if (!polygon.make(corners.constData(), corners.size(), mapping)) {
+            ++left;
+            continue;
+        }
+        QPainter painter(&expected);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setTransform(QTransform(scale, 0, 0, scale, mapping.dx, mapping.dy));
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawPolygon(corners);
+        painter.end();
+        Rasteriser(drawn, drawn.rect(), mapping).drawMask(polygon.mask(), color.rgb());
+        QVERIFY2(drawn == expected, qPrintable(QStringLiteral("polygon %1").arg(i)));
+    }
+    QVERIFY(left < 60); // those that may be rects
 }
 
 void TestPixels::viewShowsWhatItemsPaint_data()

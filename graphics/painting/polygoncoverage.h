@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/painting/coveragemask.h"
+#include "graphics/painting/rasteriser.h"
+
+#include <QPointF>
+
+#include <cstdint>
+#include <vector>
+
+namespace mirn::zelchipview {
+
+// What polygons of moderate size cover, with the result, pixel for pixel, of QPainter with antialiasing and the
+// odd-even rule.
+class PolygonCoverage final
+{
+public:
+    // Larger polygons, in pixels, are QPainter's: products of two lengths must fit into 32 bits.
+    static constexpr int LargestExtent = 120;
+
+    // Takes a polygon in scene coordinates, its last corner joined with the first. Gives false for one that must be
+    // left to QPainter: too large, too far away, with coordinates that are no numbers, or perhaps a rect, which has
+    // other rules.
+    [[nodiscard]] bool make(const QPointF* corners, int count, const Rasteriser::Mapping& mapping);
+
+    // Of the polygon taken last; valid until the next one is.
+    [[nodiscard]] CoverageMask mask() const;
+
+private:
+    struct Corner // in 1/256 of a pixel, from the mask's top left pixel
+    {
+        int x;
+        int y;
+    };
+
+    // What the edges that pass a pixel mean for it and for the pixels right of it.
+    struct Cell
+    {
+        int height; // of the edges, those that lead up counted negative
+        int area; // twice the area left of them
+    };
+
+    void addEdge(Corner from, Corner to);
+    void addWithinRow(int row, Corner from, Corner to);
+    void add(int row, int column, int fromX, int toX, int height);
+    void sumUp();
+
+    std::vector<Corner> m_corners;
+    std::vector<Cell> m_cells; // row by row; all 0 between two polygons
+    std::vector<std::uint8_t> m_coverage;
+    int m_left = 0; // the mask's first column and row
+    int m_top = 0;
+    int m_width = 0;
+    int m_height = 0;
+};
+
+} // namespace mirn::zelchipview
