@@ -83,7 +83,6 @@ private:
     [[nodiscard]] ElementStates statesOf(int elementId) const;
     [[nodiscard]] bool isNear(double x, double y) const;
     [[nodiscard]] bool isInside(double x, double y) const;
-    [[nodiscard]] bool isAcross(double x) const;
     [[nodiscard]] bool isWithinReach(const QRectF& rect) const;
     [[nodiscard]] std::optional<int> thinOpacity(double penWidth) const;
     QPainter& painter();
@@ -162,13 +161,6 @@ bool ListPainter::Job::isNear(double x, double y) const
     return std::abs(m_mapping.x(x)) < Rasteriser::Farthest && std::abs(m_mapping.y(y)) < Rasteriser::Farthest;
 }
 
-// Between the left and the right border of the image.
-bool ListPainter::Job::isAcross(double x) const
-{
-    const double pixel = m_mapping.x(x);
-    return pixel >= 0 && pixel <= m_inside.width();
-}
-
 bool ListPainter::Job::isInside(double x, double y) const
 {
     return grown(m_inside, -1).contains(m_mapping.x(x), m_mapping.y(y));
@@ -177,8 +169,7 @@ bool ListPainter::Job::isInside(double x, double y) const
 // Whether the rasteriser may draw it, and QPainter would draw it in the same way.
 bool ListPainter::Job::isWithinReach(const QRectF& rect) const
 {
-    return isNear(rect.left(), rect.top()) && isNear(rect.right(), rect.bottom()) && isAcross(rect.left())
-        && isAcross(rect.right());
+    return isNear(rect.left(), rect.top()) && isNear(rect.right(), rect.bottom());
 }
 
 // The opacity of a pen that draws thin lines; none for a wide one. A pen of width 0 is a pixel wide at any scale.

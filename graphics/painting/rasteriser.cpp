@@ -4,6 +4,7 @@
 #include "graphics/painting/pixelblend.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
@@ -167,11 +168,21 @@ void Rasteriser::fillSmallRect(const Extent& across, const Extent& down, QRgb co
 void Rasteriser::fillRect(const QRectF& rect, QRgb color)
 {
     // A rect is a thick line between the middles of its sides.
-    const double from = m_mapping.x(rect.left());
-    const double to = m_mapping.x(rect.left() + rect.width());
+    double from = m_mapping.x(rect.left());
+    double to = m_mapping.x(rect.left() + rect.width());
     const double middleY = m_mapping.y((rect.top() + (rect.top() + rect.height())) * 0.5);
+    double steepness = rect.height() / rect.width();
+    if (from < 0 || to > m_size.width()) {
+        // What is left of the line becomes as much thicker as it becomes shorter.
+        const double length = to - from;
+        from = std::max(from, 0.0);
+        to = std::min(to, double(m_size.width()));
+        const double rest = to - from;
+        if (!(rest > 0))
+            return;
+        steepness *= std::sqrt((length * length) / (rest * rest));
+    }
     const double middleX = (from + to) * 0.5;
-    const double steepness = rect.height() / rect.width();
     const double halfHeight = steepness * (std::abs(to - from) * 0.5);
     const double halfWidth = (1 / steepness) * ((middleY + halfHeight) - (middleY - halfHeight)) * 0.5;
     // What is seen of it counts, not what lies outside of the image.

@@ -20,7 +20,7 @@ namespace mirn::zelchipview {
 class Rasteriser final
 {
 public:
-    // Lines that reach further than this, in pixels of the image, are QPainter's: the fixed-point numbers here would
+    // Shapes that reach further than this, in pixels of the image, are QPainter's: the fixed-point numbers here would
     // overflow.
     static constexpr double Farthest = 16000.0;
 
@@ -39,8 +39,7 @@ public:
     // and not be copied meanwhile.
     Rasteriser(QImage& image, const QRect& clip, const Mapping& mapping);
 
-    // Sides of any length >= 0. Must not reach beyond the left and the right border of the image: QPainter's rounding
-    // differs there.
+    // Sides of any length >= 0.
     void fillRect(const QRectF& rect, QRgb color);
 
     // A line one pixel wide around a rect. `opacity` (0 to 256) thins a pen that is narrower than a pixel.

@@ -205,8 +205,9 @@ void TestPixels::rectsAsQPainterDrawsThem_data()
     QTest::addColumn<bool>("isNearWholePixels");
     QTest::newRow("less than a pixel") << 1.2 << false;
     QTest::newRow("some pixels") << 6.0 << false;
-    QTest::newRow("across the upper and lower border of the image") << 30.0 << false;
+    QTest::newRow("across the borders of the image") << 30.0 << false;
     QTest::newRow("on the borders of pixels, but for rounding") << 9.0 << true;
+    QTest::newRow("that, across the borders of the image") << 60.0 << true;
 }
 
 void TestPixels::rectsAsQPainterDrawsThem()
@@ -216,16 +217,15 @@ void TestPixels::rectsAsQPainterDrawsThem()
     Random random;
     QImage expected(40, 30, QImage::Format_RGB32);
     QImage drawn(expected.size(), QImage::Format_RGB32);
-    for (int i = 0; i < 6000; ++i) {
+    for (int i = 0; i < 12000; ++i) {
         const double scale = std::pow(1.1, random.below(40) - 20);
         const Rasteriser::Mapping mapping{scale, double(random.below(20)), random.below(3) * 0.5 - 3};
         const auto length = [&](double limit) {
             const double pixels = random.upTo(limit);
             return (isNearWholePixels ? std::round(pixels) : pixels) / scale;
         };
-        const QRectF rect{length(30) - mapping.dx / scale, length(30) - 4 / scale, length(largest), length(largest)};
-        if (rect.left() * scale + mapping.dx < 0 || rect.right() * scale + mapping.dx > drawn.width())
-            continue;
+        const QRectF rect{
+            length(60) - (mapping.dx + 10) / scale, length(30) - 4 / scale, length(largest), length(largest)};
         constexpr double Rounding = 1e-9;
         if (ThinRectsAreFaint
             && std::floor(mapping.x(rect.left()) + Rounding) + 1 >= std::ceil(mapping.x(rect.right()) - Rounding))
