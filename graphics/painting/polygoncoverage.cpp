@@ -26,11 +26,16 @@ int roundedDown(int dividend, int divisor)
     return quotient - (dividend % divisor < 0 ? 1 : 0);
 }
 
-// To nearest, and away from 0 in the middle between two.
+// To nearest. From the middle between two Qt 6 goes away from 0, Qt 5 up.
 int onGrid(double pixels)
 {
     const double places = pixels * CornerGrid;
-    return static_cast<int>(places + std::copysign(0.5, places)) * (Unit / CornerGrid);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    const double rounded = std::trunc(places + std::copysign(0.5, places));
+#else
+    const double rounded = std::floor(places + 0.5);
+#endif
+    return static_cast<int>(rounded) * (Unit / CornerGrid);
 }
 
 bool isNear(double pixels)

@@ -16,8 +16,8 @@
 
 // Which instructions the processor has is found out when the program starts: the newer ones draw a large picture in
 // three quarters of the time. Those that multiply and add in one step are not among them, they would round otherwise.
-// A sanitizer is not ready yet at that moment.
-#if defined(__x86_64__) && defined(__gnu_linux__) && !defined(__SANITIZE_ADDRESS__)
+// A sanitizer is not ready yet at that moment, and Clang would have to know of it where the functions are declared.
+#if defined(__x86_64__) && defined(__gnu_linux__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__)
 #define ZEL_FOR_NEW_AND_OLD_PROCESSORS __attribute__((target_clones("avx2", "default")))
 #else
 #define ZEL_FOR_NEW_AND_OLD_PROCESSORS

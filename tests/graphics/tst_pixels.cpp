@@ -227,8 +227,9 @@ void TestPixels::rectsAsQPainterDrawsThem()
         const QRectF rect{
             length(60) - (mapping.dx + 10) / scale, length(30) - 4 / scale, length(largest), length(largest)};
         constexpr double Rounding = 1e-9;
-        if (ThinRectsAreFaint
-            && std::floor(mapping.x(rect.left()) + Rounding) + 1 >= std::ceil(mapping.x(rect.right()) - Rounding))
+        const double left = std::max(mapping.x(rect.left()), 0.0);
+        const double right = std::min(mapping.x(rect.right()), double(drawn.width()));
+        if (ThinRectsAreFaint && std::floor(left + Rounding) + 1 >= std::ceil(right - Rounding))
             continue;
         const QColor color(random.color());
         const QColor border(random.color());
