@@ -169,6 +169,8 @@ bool ListPainter::Job::isInside(double x, double y) const
 // Whether the rasteriser may draw it, and QPainter would draw it in the same way.
 bool ListPainter::Job::isWithinReach(const QRectF& rect) const
 {
+    if (!Rasteriser::DrawsCutRects && (m_mapping.x(rect.left()) < 0 || m_mapping.x(rect.right()) > m_inside.width()))
+        return false;
     return isNear(rect.left(), rect.top()) && isNear(rect.right(), rect.bottom());
 }
 

@@ -31,11 +31,10 @@ int onGrid(double pixels)
 {
     const double places = pixels * CornerGrid;
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    const double rounded = std::trunc(places + std::copysign(0.5, places));
+    return static_cast<int>(places + std::copysign(0.5, places)) * (Unit / CornerGrid);
 #else
-    const double rounded = std::floor(places + 0.5);
+    return static_cast<int>(std::floor(places + 0.5)) * (Unit / CornerGrid);
 #endif
-    return static_cast<int>(rounded) * (Unit / CornerGrid);
 }
 
 bool isNear(double pixels)

@@ -24,6 +24,9 @@ public:
     // overflow.
     static constexpr double Farthest = 16000.0;
 
+    // Whether rects may reach beyond the left and the right border of the image: Qt 5 rounds differently there.
+    static constexpr bool DrawsCutRects = QT_VERSION >= QT_VERSION_CHECK(6, 0, 0);
+
     // How scene coordinates become pixels: times `scale` (> 0), plus the offset.
     struct Mapping
     {
@@ -39,7 +42,7 @@ public:
     // and not be copied meanwhile.
     Rasteriser(QImage& image, const QRect& clip, const Mapping& mapping);
 
-    // Sides of any length >= 0.
+    // Sides of any length >= 0, and within the image's sides unless DrawsCutRects.
     void fillRect(const QRectF& rect, QRgb color);
 
     // A line one pixel wide around a rect. `opacity` (0 to 256) thins a pen that is narrower than a pixel.
