@@ -56,7 +56,7 @@ int ZELChipViewDatabase::getCurrentDragDropItemId() const
     if (!m_scene || !m_view)
         return PlacementHighlighter::NoSite;
     const QPointF position = m_view->mapToScene(m_view->mapFromGlobal(QCursor::pos()));
-    const QGraphicsItem* item = m_scene->itemAt(position, m_view->viewportTransform());
+    const QGraphicsItem* item = m_scene->topmostItemAt(position, m_view->viewportTransform());
     if (!item || !item->isVisible())
         return PlacementHighlighter::NoSite;
     return item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();

@@ -107,6 +107,14 @@ bool encloses(const QRectF& area, const QRectF& rect)
         && rect.bottom() <= area.bottom();
 }
 
+constexpr double Hair = 1e-5; // what a shape without a width is taken for, in scene units
+
+// Where the elements lie whose borders may reach a point.
+QRectF around(const QPointF& point)
+{
+    return {point - QPointF(1, 1), QSizeF(2, 2)};
+}
+
 } // namespace
 
 ZelGraphicsScene::ZelGraphicsScene(QObject* parent)
@@ -226,7 +234,7 @@ void ZelGraphicsScene::synchronise(const std::vector<ChipElement*>& elements)
 void ZelGraphicsScene::synchroniseAt(const QPointF& point)
 {
     DisplayList& list = displayList();
-    const QRectF area(point - QPointF(1, 1), QSizeF(2, 2));
+    const QRectF area = around(point);
     std::vector<ChipElement*> elements;
     for (int place : list.placesIn(area)) {
         if (list.boundsOf(place).intersects(area) && !list.element(place)->isPending())
@@ -281,6 +289,24 @@ QList<QGraphicsItem*> ZelGraphicsScene::itemsOf(int elementId)
     for (ChipElement* element : m_index.elements(elementId))
         items.append(element->graphicsItem());
     return items;
+}
+
+QGraphicsItem* ZelGraphicsScene::topmostItemAt(const QPointF& point, const QTransform& sceneToViewport)
+{
+    if (!isPlain())
+        return itemAt(point, sceneToViewport);
+    DisplayList& list = displayList();
+    const std::vector<int>& places = list.placesIn(around(point));
+    for (auto place = places.rbegin(); place != places.rend(); ++place) {
+        if (!list.boundsOf(*place).adjusted(-1, -1, 1, 1).contains(point))
+            continue;
+        QGraphicsItem* item = list.element(*place)->graphicsItem();
+        const QPointF position = item->mapFromScene(point);
+        // The shape is made anew for each question.
+        if (item->boundingRect().adjusted(-Hair, -Hair, Hair, Hair).contains(position) && item->contains(position))
+            return item;
+    }
+    return nullptr;
 }
 
 std::vector<int> ZelGraphicsScene::elementsTouching(const QRectF& area)

@@ -69,6 +69,9 @@ public:
     // The items of an element, in no particular order; empty for an unknown id.
     [[nodiscard]] QList<QGraphicsItem*> itemsOf(int elementId);
 
+    // What QGraphicsScene::itemAt() gives, without Qt's index where the scene is plain.
+    [[nodiscard]] QGraphicsItem* topmostItemAt(const QPointF& point, const QTransform& sceneToViewport);
+
     // The ids of the elements whose shapes touch an area, from the topmost to the lowest. Some may occur repeatedly.
     [[nodiscard]] std::vector<int> elementsTouching(const QRectF& area);
 

@@ -197,6 +197,7 @@ private Q_SLOTS:
     void whatAHostDoesToAnElementIsShown();
     void whatAHostWritesIntoAnAttributeIsShown();
     void paintsOnlyWhatChanged();
+    void topmostItemIsTheOneThatQtFinds();
 };
 
 void TestPixels::rectsAsQPainterDrawsThem_data()
@@ -482,6 +483,33 @@ void TestPixels::paintsOnlyWhatChanged()
     scene.toPicture = QTransform::fromScale(1.5, 1.5) * QTransform::fromTranslate(0.5, 0);
     canvas.update(scene);
     QCOMPARE(painted, 3); // between two pixels nothing can be moved
+}
+
+void TestPixels::topmostItemIsTheOneThatQtFinds()
+{
+    PixelView chip(3000);
+    Random random;
+    int found = 0;
+    for (const double scale : {0.37, 4.0}) { // different layers
+        chip.zoom(scale, {170, 120});
+        chip.changeStates(1);
+        const QTransform toViewport = chip.view()->viewportTransform();
+        for (int i = 0; i < 3000; ++i) {
+            QPointF point{random.upTo(430) - 15, random.upTo(330) - 15};
+            if (i % 3 == 0)
+                point = QPointF(std::floor(point.x()), std::floor(point.y())); // on edges
+            chip.scene()->synchroniseAt(point);
+            QGraphicsItem* expected = chip.scene()->itemAt(point, toViewport);
+            QCOMPARE(chip.scene()->topmostItemAt(point, toViewport), expected);
+            found += expected ? 1 : 0;
+        }
+    }
+    QVERIFY(found > 1000);
+    QGraphicsEllipseItem added(100, 100, 20, 20);
+    chip.scene()->addItem(&added);
+    added.setZValue(1e6);
+    QCoreApplication::processEvents();
+    QCOMPARE(chip.scene()->topmostItemAt({110, 110}, QTransform()), &added);
 }
 
 ZEL_TEST_MAIN(TestPixels)
