@@ -4,6 +4,7 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "dialogs/graphicitemdynamicattribute.h"
 #include "graphics/chipelement.h"
+#include "graphics/grown.h"
 #include "graphics/painting/displaylist.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsview.h"
@@ -17,6 +18,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -25,6 +27,7 @@ namespace mirn::zelchipview {
 
 namespace {
 
+constexpr double Hair = 1e-5; // what a shape without a width is taken for, in scene units
 // From the drag's pointer to the hover text, in screen pixels: clear of the dragged icon.
 constexpr QPoint HoverTextOffset(30, 30);
 
@@ -107,7 +110,12 @@ bool encloses(const QRectF& area, const QRectF& rect)
         && rect.bottom() <= area.bottom();
 }
 
-constexpr double Hair = 1e-5; // what a shape without a width is taken for, in scene units
+// Whether a position lies in a rect, with certainty: further inside than its border reaches.
+bool isWithinBorder(const Primitive& primitive, const QRectF& bounds, const QPointF& position)
+{
+    return primitive.kind == Primitive::Rect
+        && grown(bounds, -std::abs(primitive.strokeWidth) - Hair).contains(position);
+}
 
 // Where the elements lie whose borders may reach a point.
 QRectF around(const QPointF& point)
@@ -298,12 +306,15 @@ QGraphicsItem* ZelGraphicsScene::topmostItemAt(const QPointF& point, const QTran
     DisplayList& list = displayList();
     const std::vector<int>& places = list.placesIn(around(point));
     for (auto place = places.rbegin(); place != places.rend(); ++place) {
-        if (!list.boundsOf(*place).adjusted(-1, -1, 1, 1).contains(point))
+        if (!grown(list.boundsOf(*place), 1).contains(point))
             continue;
         QGraphicsItem* item = list.element(*place)->graphicsItem();
         const QPointF position = item->mapFromScene(point);
-        // The shape is made anew for each question.
-        if (item->boundingRect().adjusted(-Hair, -Hair, Hair, Hair).contains(position) && item->contains(position))
+        const QRectF bounds = item->boundingRect();
+        if (!grown(bounds, Hair).contains(position))
+            continue;
+        // A shape is made anew for each question: it is asked for only where a border may be.
+        if (isWithinBorder(list.primitive(*place), bounds, position) || item->contains(position))
             return item;
     }
     return nullptr;

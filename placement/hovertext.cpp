@@ -28,7 +28,8 @@ void HoverText::show(const QString& text, const void* owner)
     if (!m_window)
         return;
     m_owner = owner;
-    m_window->setPlainText(text);
+    if (m_window->toPlainText() != text) // making a document anew takes longer than the rest of a drag's move
+        m_window->setPlainText(text);
     // Should the pointer get onto the window, the drag must still reach the site below.
     m_window->winId();
     m_window->windowHandle()->setFlag(Qt::WindowTransparentForInput);

@@ -3,6 +3,7 @@
 
 #include "graphics/chipelement.h"
 #include "graphics/elementindex.h"
+#include "graphics/grown.h"
 #include "graphics/paintrules.h"
 #include "platform/contract/zelgraphicrecords.h"
 
@@ -33,11 +34,6 @@ void setRect(Primitive& primitive, const QRectF& rect)
     primitive.b = rect.y();
     primitive.c = rect.width();
     primitive.d = rect.height();
-}
-
-QRectF grown(const QRectF& rect, double by)
-{
-    return rect.adjusted(-by, -by, by, by);
 }
 
 // What a text and the rect of its document may cover; no glyph is expected to be wider than two of the font's squares.

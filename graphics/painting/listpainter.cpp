@@ -2,6 +2,7 @@
 #include "graphics/painting/listpainter.h"
 
 #include "graphics/elementidset.h"
+#include "graphics/grown.h"
 #include "graphics/painting/polygoncoverage.h"
 
 #include <algorithm>
@@ -24,11 +25,6 @@ constexpr int FewTexts = 200;
 bool isVisible(QRgb color)
 {
     return qAlpha(color) != 0;
-}
-
-QRectF grown(const QRectF& rect, double by)
-{
-    return rect.adjusted(-by, -by, by, by);
 }
 
 // Also for rectangles without width or height.

@@ -14,15 +14,16 @@
 // ways of computing a number differ in its last bit only, the one that QPainter's rounding agrees with is taken: at
 // whole pixels that bit shows.
 
-// Which instructions the processor has is found out when the program starts: the newer ones draw a large picture in
-// three quarters of the time. Those that multiply and add in one step are not among them, they would round otherwise.
-// A sanitizer is not ready yet at that moment, and Clang would have to know of it where the functions are declared.
-#if defined(__x86_64__) && defined(__gnu_linux__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__)
-#define ZEL_FOR_NEW_AND_OLD_PROCESSORS __attribute__((target_clones("avx2", "default")))
+// All drawing is compiled twice, for every processor of a kind and for the newer ones, which draw a large picture in
+// three quarters of the time. Instructions that multiply and add in one step are not used: they round otherwise.
+#if defined(__x86_64__)
+#define ZEL_AVX2 __attribute__((target("avx2")))
+#define ZEL_HAS_AVX2 __builtin_cpu_supports("avx2")
 #else
-#define ZEL_FOR_NEW_AND_OLD_PROCESSORS
+#define ZEL_AVX2
+#define ZEL_HAS_AVX2 false
 #endif
-// Calls between functions that were compiled for different processors cannot be left away otherwise.
+// What both of them call belongs into them: a function of its own would be compiled for every processor only.
 #define ZEL_INLINE __attribute__((always_inline)) inline
 
 namespace mirn::zelchipview {
@@ -97,8 +98,9 @@ struct Rasteriser::Stroke
     int opacity;
 };
 
-Rasteriser::Rasteriser(QImage& image, const QRect& clip, const Mapping& mapping)
-    : m_bits(image.bits())
+Rasteriser::Rasteriser(QImage& image, const QRect& clip, const Mapping& mapping, Instructions instructions)
+    : m_hasAvx2(instructions == Instructions::Fastest && ZEL_HAS_AVX2)
+    , m_bits(image.bits())
     , m_bytesPerLine(image.bytesPerLine())
     , m_size(image.size())
     , m_clip(clip & image.rect())
@@ -176,7 +178,7 @@ ZEL_INLINE void Rasteriser::fillSmallRect(const Extent& across, const Extent& do
     }
 }
 
-ZEL_FOR_NEW_AND_OLD_PROCESSORS void Rasteriser::fillRect(const QRectF& rect, QRgb color)
+ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rect, QRgb color)
 {
     // A rect is a thick line between the middles of its sides.
     double from = m_mapping.x(rect.left());
@@ -395,14 +397,14 @@ ZEL_INLINE void Rasteriser::thinLine(QPointF a, QPointF b, const Stroke& stroke)
         scan<false>(start, end, across, slope, stroke);
 }
 
-ZEL_FOR_NEW_AND_OLD_PROCESSORS void Rasteriser::drawLine(const QLineF& line, QRgb color, int opacity)
+ZEL_INLINE void Rasteriser::drawAnyLine(const QLineF& line, QRgb color, int opacity)
 {
     const QPointF from(m_mapping.x(line.x1()), m_mapping.y(line.y1()));
     const QPointF to(m_mapping.x(line.x2()), m_mapping.y(line.y2()));
     thinLine(from, to, {color, opacity});
 }
 
-ZEL_FOR_NEW_AND_OLD_PROCESSORS void Rasteriser::strokeRect(const QRectF& rect, QRgb color, int opacity)
+ZEL_INLINE void Rasteriser::strokeAnyRect(const QRectF& rect, QRgb color, int opacity)
 {
     const Stroke stroke{color, opacity};
     const int left = toLineUnits(m_mapping.x(rect.left()));
@@ -427,7 +429,7 @@ ZEL_FOR_NEW_AND_OLD_PROCESSORS void Rasteriser::strokeRect(const QRectF& rect, Q
         straightLine<true>(top, bottom, across(left), stroke);
 }
 
-ZEL_FOR_NEW_AND_OLD_PROCESSORS void Rasteriser::drawMask(const CoverageMask& mask, QRgb color)
+ZEL_INLINE void Rasteriser::drawAnyMask(const CoverageMask& mask, QRgb color)
 {
     constexpr int Step = CoverageMask::ColumnsAtOnce;
     const PairChannels channels = pixelpair::ofColor(color);
@@ -450,6 +452,49 @@ ZEL_FOR_NEW_AND_OLD_PROCESSORS void Rasteriser::drawMask(const CoverageMask& mas
                 blend(x + i, y, color, covered[i]);
         }
     }
+}
+
+struct Rasteriser::Avx2
+{
+    ZEL_AVX2 static void fillRect(Rasteriser& rasteriser, const QRectF& rect, QRgb color)
+    {
+        rasteriser.fillAnyRect(rect, color);
+    }
+
+    ZEL_AVX2 static void strokeRect(Rasteriser& rasteriser, const QRectF& rect, QRgb color, int opacity)
+    {
+        rasteriser.strokeAnyRect(rect, color, opacity);
+    }
+
+    ZEL_AVX2 static void drawLine(Rasteriser& rasteriser, const QLineF& line, QRgb color, int opacity)
+    {
+        rasteriser.drawAnyLine(line, color, opacity);
+    }
+
+    ZEL_AVX2 static void drawMask(Rasteriser& rasteriser, const CoverageMask& mask, QRgb color)
+    {
+        rasteriser.drawAnyMask(mask, color);
+    }
+};
+
+void Rasteriser::fillRect(const QRectF& rect, QRgb color)
+{
+    m_hasAvx2 ? Avx2::fillRect(*this, rect, color) : fillAnyRect(rect, color);
+}
+
+void Rasteriser::strokeRect(const QRectF& rect, QRgb color, int opacity)
+{
+    m_hasAvx2 ? Avx2::strokeRect(*this, rect, color, opacity) : strokeAnyRect(rect, color, opacity);
+}
+
+void Rasteriser::drawLine(const QLineF& line, QRgb color, int opacity)
+{
+    m_hasAvx2 ? Avx2::drawLine(*this, line, color, opacity) : drawAnyLine(line, color, opacity);
+}
+
+void Rasteriser::drawMask(const CoverageMask& mask, QRgb color)
+{
+    m_hasAvx2 ? Avx2::drawMask(*this, mask, color) : drawAnyMask(mask, color);
 }
 
 } // namespace mirn::zelchipview

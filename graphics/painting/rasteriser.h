@@ -38,9 +38,13 @@ public:
         [[nodiscard]] double y(double sceneY) const { return scale * sceneY + dy; }
     };
 
+    // Those that every processor has, or the best that this one has. The result is the same.
+    enum class Instructions { Basic, Fastest };
+
     // `clip` is the part of the image that is drawn into. The image must be of Format_RGB32, outlive the rasteriser
     // and not be copied meanwhile.
-    Rasteriser(QImage& image, const QRect& clip, const Mapping& mapping);
+    Rasteriser(
+        QImage& image, const QRect& clip, const Mapping& mapping, Instructions instructions = Instructions::Fastest);
 
     // Sides of any length >= 0, and within the image's sides unless DrawsCutRects.
     void fillRect(const QRectF& rect, QRgb color);
@@ -57,7 +61,12 @@ public:
 private:
     struct Stroke; // a thin line's colour and opacity
     struct Extent;
+    struct Avx2; // what is compiled for newer processors
 
+    void fillAnyRect(const QRectF& rect, QRgb color);
+    void strokeAnyRect(const QRectF& rect, QRgb color, int opacity);
+    void drawAnyLine(const QLineF& line, QRgb color, int opacity);
+    void drawAnyMask(const CoverageMask& mask, QRgb color);
     void thinLine(QPointF a, QPointF b, const Stroke& stroke);
     [[nodiscard]] bool isWithinClip(int left, int top, int right, int bottom) const;
     void fillSmallRect(const Extent& across, const Extent& down, QRgb color);
@@ -70,6 +79,7 @@ private:
     void blendColumn(int x, int top, int bottom, QRgb color, unsigned coverage);
     [[nodiscard]] std::uint32_t* row(int y) const;
 
+    const bool m_hasAvx2;
     unsigned char* const m_bits;
     const qsizetype m_bytesPerLine;
     const QSize m_size;

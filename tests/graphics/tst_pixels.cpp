@@ -38,6 +38,12 @@ private:
     QRandomGenerator m_generator{20240229};
 };
 
+// Half of the cases each, the same mixture of them.
+Rasteriser::Instructions instructionsFor(int number)
+{
+    return number / 60 % 2 == 0 ? Rasteriser::Instructions::Fastest : Rasteriser::Instructions::Basic;
+}
+
 // All kinds of elements, tiny and large, with every sort of pen, on three layers and partly outside.
 void fill(Drawing& drawing, int count)
 {
@@ -246,7 +252,7 @@ void TestPixels::rectsAsQPainterDrawsThem()
         painter.setBrush(color);
         painter.drawRect(rect);
         painter.end();
-        Rasteriser rasteriser(drawn, drawn.rect(), mapping);
+        Rasteriser rasteriser(drawn, drawn.rect(), mapping, instructionsFor(i));
         rasteriser.fillRect(rect, color.rgb());
         rasteriser.strokeRect(rect, border.rgb(), width == 0 ? 256 : static_cast<int>(width * scale * 256));
         QVERIFY2(drawn == expected,
@@ -283,7 +289,7 @@ void TestPixels::linesAsQPainterDrawsThem()
         painter.setPen(QPen(QBrush(color), width));
         painter.drawLine(QLineF(from, to));
         painter.end();
-        Rasteriser rasteriser(drawn, drawn.rect(), {1, 0, 0});
+        Rasteriser rasteriser(drawn, drawn.rect(), {1, 0, 0}, instructionsFor(i));
         rasteriser.drawLine(QLineF(from, to), color.rgb(), width == 0 ? 256 : static_cast<int>(width * 256));
         QVERIFY2(drawn == expected, qPrintable(QStringLiteral("line %1").arg(i)));
     }
@@ -332,7 +338,7 @@ void TestPixels::polygonsAsQPainterDrawsThem()
         painter.setBrush(color);
         painter.drawPolygon(corners);
         painter.end();
-        Rasteriser(drawn, drawn.rect(), mapping).drawMask(polygon.mask(), color.rgb());
+        Rasteriser(drawn, drawn.rect(), mapping, instructionsFor(i)).drawMask(polygon.mask(), color.rgb());
         QVERIFY2(drawn == expected, qPrintable(QStringLiteral("polygon %1").arg(i)));
     }
     QVERIFY(left < 60); // those that may be rects
