@@ -5,6 +5,7 @@
 #include "chipview/toolactions.h"
 #include "dialogs/dynamicvalues.h"
 #include "filter/viewfilter.h"
+#include "graphics/attributeregistry.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
@@ -58,6 +59,7 @@ ZELChipViewDatabase::ZELChipViewDatabase()
     , m_filter(std::make_unique<ViewFilter>())
     , m_toolActions(std::make_unique<ToolActions>(this))
     , m_hoverText(std::make_unique<HoverText>())
+    , m_attributes(std::make_unique<AttributeRegistry>())
 {
     buildTreeMenus();
     connectModeActions();
@@ -87,8 +89,7 @@ ZELChipViewDatabase::~ZELChipViewDatabase()
     m_treeModel->clear();
     m_treeMenus.reset();
     m_treeModel.reset();
-    qDeleteAll(m_attributes);
-    m_attributes.clear();
+    m_attributes->deleteAll();
     delete m_scene.data();
     delete m_tree.data();
     m_parser.reset();
@@ -229,12 +230,12 @@ void ZELChipViewDatabase::updateCursor()
 
 ZELGraphicItemAttribute* ZELChipViewDatabase::getGraphicItemAttribute(int id) const
 {
-    return m_attributes.value(id, nullptr);
+    return m_attributes->find(id);
 }
 
 void ZELChipViewDatabase::setGraphicAttribute(int id, ZELGraphicItemAttribute* attribute)
 {
-    m_attributes.insert(id, attribute);
+    m_attributes->set(id, attribute);
 }
 
 int ZELChipViewDatabase::runTclCommand(const QString& command)

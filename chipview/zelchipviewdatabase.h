@@ -7,7 +7,6 @@
 #include "platform/contract/zelexport.h"
 
 #include <QList>
-#include <QHash>
 #include <QMap>
 #include <QObject>
 #include <QPointer>
@@ -28,6 +27,7 @@ struct zeltreeviewcell;
 
 namespace mirn::zelchipview {
 
+class AttributeRegistry;
 class DropQuery;
 class DynamicValues;
 class HoverText;
@@ -268,7 +268,6 @@ private:
     int m_dirtyFlag = 0;
     ElementIdSet m_selectedIds;
     bool m_isRowShown = false; // the selected ids are known to be those of the selected row
-    QHash<int, ZELGraphicItemAttribute*> m_attributes;
 
     std::unique_ptr<SVGParser> m_parser;
     std::unique_ptr<ResourceTreeModel> m_treeModel;
@@ -280,6 +279,7 @@ private:
     std::unique_ptr<ToolActions> m_toolActions;
     std::unique_ptr<TreeMenus> m_treeMenus;
     std::unique_ptr<HoverText> m_hoverText;
+    std::unique_ptr<AttributeRegistry> m_attributes; // by load number
 
     QPointer<ZelGraphicsScene> m_scene;
     QPointer<ZelGraphicsView> m_view;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "graphics/attributeregistry.h"
 #include "graphics/zellineattribute.h"
 #include "graphics/zelpolygonattribute.h"
 #include "graphics/zelrectattribute.h"
@@ -7,10 +8,13 @@
 #include "tests/support/testmain.h"
 
 #include <QLineF>
+#include <QPointer>
 #include <QPolygonF>
 #include <QTest>
 
+#include <map>
 #include <memory>
+#include <vector>
 
 using namespace mirn::zelchipview;
 
@@ -54,6 +58,7 @@ private Q_SLOTS:
     void takeTheCommonFields();
     void restoreDefaults_data();
     void restoreDefaults();
+    void areFoundByLoadNumber();
 };
 
 void TestAttributes::serveTheirKeysOnly_data()
@@ -147,6 +152,30 @@ void TestAttributes::restoreDefaults()
     attribute->setToDefaultValue(ATTR_TOOLTIP);
     QCOMPARE(fillOf(*attribute), 0x445566u);
     QTEST(attribute->toolTip, "restoredToolTip");
+}
+
+void TestAttributes::areFoundByLoadNumber()
+{
+    AttributeRegistry registry;
+    const std::vector<int> numbers{1, 2, 5, 3, -4, 0, 1000000000, 4, 7};
+    std::map<int, ZELGraphicItemAttribute*> expected;
+    for (const int number : numbers) {
+        expected[number] = makeAttribute(ZEL_GRAPHIC_RECT).release();
+        registry.set(number, expected[number]);
+    }
+    for (const int number : {2, 5, 7}) {
+        const std::unique_ptr<ZELGraphicItemAttribute> replaced(registry.find(number));
+        expected[number] = number == 5 ? nullptr : makeAttribute(ZEL_GRAPHIC_LINE).release();
+        registry.set(number, expected[number]);
+    }
+    for (int number = -6; number < 10; ++number)
+        QCOMPARE(registry.find(number), expected.count(number) ? expected[number] : nullptr);
+    QCOMPARE(registry.find(1000000000), expected[1000000000]);
+
+    QPointer<QObject> last(registry.find(7));
+    registry.deleteAll();
+    QVERIFY(!last);
+    QVERIFY(!registry.find(1));
 }
 
 ZEL_TEST_MAIN(TestAttributes)

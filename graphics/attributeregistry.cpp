@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/attributeregistry.h"
+
+#include "graphics/zelgraphicitemattribute.h"
+
+#include <QtAlgorithms>
+
+namespace mirn::zelchipview {
+
+AttributeRegistry::AttributeRegistry() = default;
+
+AttributeRegistry::~AttributeRegistry()
+{
+    deleteAll();
+}
+
+ZELGraphicItemAttribute* AttributeRegistry::find(int loadNumber) const
+{
+    const auto index = static_cast<std::size_t>(loadNumber) - 1; // huge for numbers below 1
+    return index < m_first.size() ? m_first[index] : m_others.value(loadNumber, nullptr);
+}
+
+void AttributeRegistry::set(int loadNumber, ZELGraphicItemAttribute* attribute)
+{
+    const auto index = static_cast<std::size_t>(loadNumber) - 1;
+    if (index < m_first.size()) {
+        m_first[index] = attribute;
+        return;
+    }
+    if (index > m_first.size()) {
+        m_others.insert(loadNumber, attribute);
+        return;
+    }
+    m_first.push_back(attribute);
+    m_others.remove(loadNumber);
+    // Those that follow, where a host counted in another order.
+    while (!m_others.isEmpty() && m_others.contains(static_cast<int>(m_first.size()) + 1))
+        m_first.push_back(m_others.take(static_cast<int>(m_first.size()) + 1));
+}
+
+void AttributeRegistry::deleteAll()
+{
+    qDeleteAll(m_first);
+    m_first.clear();
+    qDeleteAll(m_others);
+    m_others.clear();
+}
+
+} // namespace mirn::zelchipview
