@@ -113,8 +113,10 @@ bool encloses(const QRectF& area, const QRectF& rect)
 // Whether a position lies in a rect, with certainty: further inside than its border reaches.
 bool isWithinBorder(const Primitive& primitive, const QRectF& bounds, const QPointF& position)
 {
-    return primitive.kind == Primitive::Rect
-        && grown(bounds, -std::abs(primitive.strokeWidth) - Hair).contains(position);
+    if (primitive.kind != Primitive::Rect)
+        return false;
+    const QRectF inner = grown(bounds, -std::abs(primitive.strokeWidth) - Hair);
+    return inner.isValid() && inner.contains(position); // a rect turned inside out contains positions, too
 }
 
 // Where the elements lie whose borders may reach a point.
