@@ -110,6 +110,15 @@ bool encloses(const QRectF& area, const QRectF& rect)
         && rect.bottom() <= area.bottom();
 }
 
+// As Qt has it: the right and the lower border do not belong to an item, unless it has no width or height.
+bool mayHold(const QRectF& bounds, const QPointF& position)
+{
+    const double right = bounds.right() + (bounds.width() == 0 ? Hair : 0);
+    const double bottom = bounds.bottom() + (bounds.height() == 0 ? Hair : 0);
+    return position.x() >= bounds.left() - Hair && position.x() < right && position.y() >= bounds.top() - Hair
+        && position.y() < bottom;
+}
+
 // Whether a position lies in a rect, with certainty: further inside than its border reaches.
 bool isWithinBorder(const Primitive& primitive, const QRectF& bounds, const QPointF& position)
 {
@@ -313,7 +322,7 @@ QGraphicsItem* ZelGraphicsScene::topmostItemAt(const QPointF& point, const QTran
         QGraphicsItem* item = list.element(*place)->graphicsItem();
         const QPointF position = item->mapFromScene(point);
         const QRectF bounds = item->boundingRect();
-        if (!grown(bounds, Hair).contains(position))
+        if (!mayHold(bounds, position))
             continue;
         // A shape is made anew for each question: it is asked for only where a border may be.
         if (isWithinBorder(list.primitive(*place), bounds, position) || item->contains(position))

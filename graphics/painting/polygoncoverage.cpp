@@ -17,6 +17,7 @@ constexpr int Unit = 256; // of lengths: a pixel
 constexpr int UnitBits = 8;
 
 constexpr int FewestCorners = 3;
+constexpr int MostCorners = 4096; // what that many edges add up to in one pixel fits into 31 bits
 constexpr int MostCornersOfRects = 5;
 
 // For divisors > 0.
@@ -66,7 +67,7 @@ std::uint8_t coverageOf(int area)
 
 bool PolygonCoverage::make(const QPointF* corners, int count, const Rasteriser::Mapping& mapping)
 {
-    if (count < FewestCorners || mayBeRect(corners, count))
+    if (count < FewestCorners || count > MostCorners || mayBeRect(corners, count))
         return false;
     m_corners.clear();
     constexpr int Far = 1 << 30;

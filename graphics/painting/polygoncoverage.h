@@ -20,8 +20,8 @@ public:
     static constexpr int LargestExtent = 120;
 
     // Takes a polygon in scene coordinates, its last corner joined with the first. Gives false for one that must be
-    // left to QPainter: too large, too far away, with coordinates that are no numbers, or perhaps a rect, which has
-    // other rules.
+    // left to QPainter: too large, too far away, with thousands of corners or coordinates that are no numbers, or
+    // perhaps a rect, which has other rules.
     [[nodiscard]] bool make(const QPointF* corners, int count, const Rasteriser::Mapping& mapping);
 
     // Of the polygon taken last; valid until the next one is.

@@ -502,11 +502,13 @@ void TestPixels::topmostItemIsTheOneThatQtFinds()
         const QTransform toViewport = chip.view()->viewportTransform();
         const DisplayList& list = chip.scene()->displayList();
         for (int i = 0; i < 3000; ++i) {
-            // In or near an element, half of the points on a border if that is a whole number.
+            // In or near an element, some of the points on a border or in a corner.
             const QRectF near = list.boundsOf(random.below(list.size())).adjusted(-1, -1, 1, 1);
             QPointF point{near.left() + random.upTo(near.width()), near.top() + random.upTo(near.height())};
-            if (i % 2 == 0)
+            if (i % 3 == 0)
                 point = QPointF(std::floor(point.x()), std::floor(point.y()));
+            else if (i % 3 == 1)
+                point = near.adjusted(1, 1, -1, -1).bottomRight();
             chip.scene()->synchroniseAt(point);
             QGraphicsItem* expected = chip.scene()->itemAt(point, toViewport);
             QCOMPARE(chip.scene()->topmostItemAt(point, toViewport), expected);
