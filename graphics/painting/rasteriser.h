@@ -61,7 +61,8 @@ public:
 private:
     struct Stroke; // a thin line's colour and opacity
     struct Extent;
-    struct Avx2; // what is compiled for newer processors
+    struct Avx2Fills; // what is compiled for newer processors
+    struct Avx2Lines;
 
     void fillAnyRect(const QRectF& rect, QRgb color);
     void strokeAnyRect(const QRectF& rect, QRgb color, int opacity);
