@@ -4,8 +4,8 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "dialogs/graphicitemdynamicattribute.h"
 #include "graphics/chipelement.h"
-#include "graphics/grown.h"
 #include "graphics/painting/displaylist.h"
+#include "graphics/picking.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsview.h"
 #include "placement/hovertext.h"
@@ -14,11 +14,9 @@
 #include <QGraphicsItem>
 #include <QGraphicsSceneDragDropEvent>
 #include <QGraphicsSceneHelpEvent>
-#include <QPainterPath>
 
 #include <algorithm>
 #include <cctype>
-#include <cmath>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -27,7 +25,6 @@ namespace mirn::zelchipview {
 
 namespace {
 
-constexpr double Hair = 1e-5; // what a shape without a width is taken for, in scene units
 // From the drag's pointer to the hover text, in screen pixels: clear of the dragged icon.
 constexpr QPoint HoverTextOffset(30, 30);
 
@@ -101,37 +98,6 @@ bool applyDynamicValues(ZELGraphicItemAttribute& attribute, const GraphicItemDyn
     const QString previousToolTip = attribute.toolTip;
     attribute.setToDefaultValue(ATTR_TOOLTIP);
     return isFillNew || attribute.toolTip != previousToolTip;
-}
-
-// Also a rect without width or height.
-bool encloses(const QRectF& area, const QRectF& rect)
-{
-    return area.left() <= rect.left() && rect.right() <= area.right() && area.top() <= rect.top()
-        && rect.bottom() <= area.bottom();
-}
-
-// As Qt has it: the right and the lower border do not belong to an item, unless it has no width or height.
-bool mayHold(const QRectF& bounds, const QPointF& position)
-{
-    const double right = bounds.right() + (bounds.width() == 0 ? Hair : 0);
-    const double bottom = bounds.bottom() + (bounds.height() == 0 ? Hair : 0);
-    return position.x() >= bounds.left() - Hair && position.x() < right && position.y() >= bounds.top() - Hair
-        && position.y() < bottom;
-}
-
-// Whether a position lies in a rect, with certainty: further inside than its border reaches.
-bool isWithinBorder(const Primitive& primitive, const QRectF& bounds, const QPointF& position)
-{
-    if (primitive.kind != Primitive::Rect)
-        return false;
-    const QRectF inner = grown(bounds, -std::abs(primitive.strokeWidth) - Hair);
-    return inner.isValid() && inner.contains(position); // a rect turned inside out contains positions, too
-}
-
-// Where the elements lie whose borders may reach a point.
-QRectF around(const QPointF& point)
-{
-    return {point - QPointF(1, 1), QSizeF(2, 2)};
 }
 
 } // namespace
@@ -253,7 +219,7 @@ void ZelGraphicsScene::synchronise(const std::vector<ChipElement*>& elements)
 void ZelGraphicsScene::synchroniseAt(const QPointF& point)
 {
     DisplayList& list = displayList();
-    const QRectF area = around(point);
+    const QRectF area = picking::around(point);
     std::vector<ChipElement*> elements;
     for (int place : list.placesIn(area)) {
         if (list.boundsOf(place).intersects(area) && !list.element(place)->isPending())
@@ -312,48 +278,12 @@ QList<QGraphicsItem*> ZelGraphicsScene::itemsOf(int elementId)
 
 QGraphicsItem* ZelGraphicsScene::topmostItemAt(const QPointF& point, const QTransform& sceneToViewport)
 {
-    if (!isPlain())
-        return itemAt(point, sceneToViewport);
-    DisplayList& list = displayList();
-    const std::vector<int>& places = list.placesIn(around(point));
-    for (auto place = places.rbegin(); place != places.rend(); ++place) {
-        if (!grown(list.boundsOf(*place), 1).contains(point))
-            continue;
-        QGraphicsItem* item = list.element(*place)->graphicsItem();
-        const QPointF position = item->mapFromScene(point);
-        const QRectF bounds = item->boundingRect();
-        if (!mayHold(bounds, position))
-            continue;
-        // A shape is made anew for each question: it is asked for only where a border may be.
-        if (isWithinBorder(list.primitive(*place), bounds, position) || item->contains(position))
-            return item;
-    }
-    return nullptr;
+    return isPlain() ? picking::topmostItem(displayList(), point) : itemAt(point, sceneToViewport);
 }
 
 std::vector<int> ZelGraphicsScene::elementsTouching(const QRectF& area)
 {
-    DisplayList& list = displayList();
-    const std::vector<ElementGrid::Found>& all = list.foundIn(area, area);
-    const bool mayBePending = m_index.hasPending();
-    QPainterPath path;
-    path.addRect(area);
-    std::vector<int> ids;
-    ids.reserve(all.size());
-    for (auto found = all.rbegin(); found != all.rend(); ++found) {
-        const int place = found->place;
-        const Primitive& primitive = list.primitive(place);
-        // What lies inside needs no look at its shape, unless it was never shown or has none.
-        const bool isPlaced = !mayBePending || !list.element(place)->isPending();
-        const bool isInside = found->isInside || encloses(area, list.boundsOf(place));
-        if (!isPlaced || !isInside || primitive.isFlat()) {
-            QGraphicsItem* item = list.element(place)->graphicsItem();
-            if (!item->collidesWithPath(item->mapFromScene(path), Qt::IntersectsItemShape))
-                continue;
-        }
-        ids.push_back(primitive.elementId);
-    }
-    return ids;
+    return picking::idsTouching(displayList(), area, m_index.hasPending());
 }
 
 DisplayList& ZelGraphicsScene::displayList()
