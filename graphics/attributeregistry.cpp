@@ -22,7 +22,7 @@ ZELGraphicItemAttribute* AttributeRegistry::find(int loadNumber) const
 
 void AttributeRegistry::set(int loadNumber, ZELGraphicItemAttribute* attribute)
 {
-    const auto index = static_cast<std::size_t>(loadNumber) - 1;
+    const auto index = static_cast<std::size_t>(loadNumber) - 1; // huge for numbers below 1
     if (index < m_first.size()) {
         m_first[index] = attribute;
         return;

@@ -53,8 +53,9 @@ void ElementGrid::build(int count, const Bounds& boundsOf)
 
     // First the number of places in each cell, then the places.
     for (int place = 0; place < count; ++place) {
-        const Cells cells = cellsOf(boundsOf(place));
-        if (cells.count() >= LargeInCells)
+        const QRectF bounds = boundsOf(place);
+        const Cells cells = cellsOf(bounds);
+        if (isLarge(bounds, cells))
             m_large.push_back(place);
         else
             visit(cells, [this](std::size_t cell) { ++m_starts[cell + 1]; });
@@ -64,10 +65,18 @@ void ElementGrid::build(int count, const Bounds& boundsOf)
     m_places.resize(m_starts.back());
     std::vector<std::uint32_t> next(m_starts.begin(), m_starts.end() - 1);
     for (int place = 0; place < count; ++place) {
-        const Cells cells = cellsOf(boundsOf(place));
-        if (cells.count() < LargeInCells)
+        const QRectF bounds = boundsOf(place);
+        const Cells cells = cellsOf(bounds);
+        if (!isLarge(bounds, cells))
             visit(cells, [&](std::size_t cell) { m_places[next[cell]++] = place; });
     }
+}
+
+// Also what lies nowhere: it must not be taken for something inside a cell.
+bool ElementGrid::isLarge(const QRectF& bounds, const Cells& cells)
+{
+    return cells.count() >= LargeInCells
+        || !std::isfinite(bounds.left() + bounds.right() + bounds.top() + bounds.bottom());
 }
 
 ElementGrid::Cells ElementGrid::cellsOf(const QRectF& area) const

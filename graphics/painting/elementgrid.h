@@ -49,6 +49,7 @@ private:
     };
 
     [[nodiscard]] bool isMarked(int place) const { return (m_marks[place / MarkBits] >> (place % MarkBits)) & 1; }
+    [[nodiscard]] static bool isLarge(const QRectF& bounds, const Cells& cells);
     [[nodiscard]] Cells cellsOf(const QRectF& area) const;
     [[nodiscard]] Cells cellsWithin(const QRectF& area) const;
     template <typename Visitor> void visit(const Cells& cells, Visitor visitor) const;

@@ -145,7 +145,7 @@ ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rect, QRgb color)
 
 ZEL_INLINE void Rasteriser::drawAnyMask(const CoverageMask& mask, QRgb color)
 {
-    constexpr int Step = CoverageMask::ColumnsAtOnce;
+    constexpr int Step = ColumnsAtOnce;
     const PairChannels channels = pixelpair::ofColor(color);
     const int lastRow = std::min(mask.y + mask.height - 1, m_clip.bottom());
     for (int y = std::max(mask.y, m_clip.top()); y <= lastRow; ++y) {

@@ -9,7 +9,8 @@
 // What rects, lines and masks come down to in the end: pixels one by one, in rows and in columns.
 
 // All drawing is compiled twice, for every processor of a kind and for the newer ones, which draw a large picture in
-// three quarters of the time. Instructions that multiply and add in one step are not used: they round otherwise.
+// three quarters of the time. Instructions that multiply and add in one step round otherwise: the build forbids
+// them everywhere.
 #if defined(__x86_64__)
 #define ZEL_AVX2 __attribute__((target("avx2")))
 #define ZEL_HAS_AVX2 __builtin_cpu_supports("avx2")
@@ -26,7 +27,7 @@ namespace pixel {
 
 constexpr int One = 1 << 16; // a pixel, as 16.16 fixed-point number
 constexpr int LargestSmallRect = 16; // in pixels; small rects are drawn without a branch per pixel
-constexpr int ColumnsAtOnce = 4;
+constexpr int ColumnsAtOnce = CoverageMask::ColumnsAtOnce;
 
 // Two of a pixel's channels at a time, each times `alpha` / 255, rounded as QPainter rounds it.
 inline std::uint32_t scaledPair(std::uint32_t pair, unsigned alpha)

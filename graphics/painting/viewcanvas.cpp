@@ -14,6 +14,8 @@ constexpr int Margin = 2; // pixels that pens and smoothing reach beyond an elem
 
 constexpr int BorderBreadth = 2; // pixels in which a border may be seen
 
+constexpr double ThinnestWide = 0.99; // pixels; wider pens are QPainter's
+
 // From this part of the picture on, painting all of it is no more work than painting its parts.
 constexpr double MostDirty = 0.7;
 
@@ -26,6 +28,13 @@ bool isSameScale(const QTransform& a, const QTransform& b)
 bool isWhole(double value)
 {
     return value == std::round(value);
+}
+
+// But for what is lost in some sums.
+bool isNearlyWhole(double value)
+{
+    constexpr double Lost = 1e-6;
+    return std::abs(value - std::round(value)) < Lost;
 }
 
 int wrapped(int value, int length)
@@ -121,8 +130,10 @@ bool ViewCanvas::scroll(const Scene& scene)
         part.translate(way);
     const std::vector<QRect> borders = bordersAcross(way);
     markCutShapes(borders, way); // where they were, moved along
+    markEdgesOfCutRects(way);
     m_toPicture = scene.toPicture;
     markCutShapes(borders, QPoint());
+    markEdgesOfCutRects(QPoint());
     if (way.x() == 0)
         markCutRects();
     // What is cut off by the border of an image is rounded in another way than what lies inside.
@@ -158,25 +169,69 @@ std::vector<QRect> ViewCanvas::sideBorders() const
     return {QRect(0, 0, BorderBreadth, height), QRect(m_picture.width() - BorderBreadth, 0, BorderBreadth, height)};
 }
 
-// How QPainter cuts off what is slanted depends on where the border is, along the whole of a line, so that the picture
-// of it cannot be moved.
+// How QPainter cuts off what is slanted or has a wide border depends on where the picture's border is, along the whole
+// of a line, so that the picture of it cannot be moved.
 void ViewCanvas::markCutShapes(const std::vector<QRect>& borders, QPoint way)
 {
-    const auto mark = [&](const Primitive& primitive, const QRectF& bounds, const QRect&) {
-        if (primitive.isSlanted())
-            m_dirty.push_back(bounds.translated(way).toAlignedRect());
+    const auto markShape = [&](const Primitive& primitive, const QRectF& bounds, const QRect&) {
+        const bool isRect = primitive.kind == Primitive::Rect;
+        if (primitive.isSlanted()) {
+            mark(bounds, way);
+        } else if (const double pixels = primitive.strokeWidth * m_toPicture.m11(); pixels > ThinnestWide) {
+            if (isRect)
+                markEdges(m_toPicture.mapRect(primitive.rect()), pixels / 2 + Margin, way);
+            else
+                mark(bounds, way);
+        }
     };
-    m_painter.visitTouching(m_toPicture, borders, m_layers, mark);
+    m_painter.visitTouching(m_toPicture, borders, m_layers, markShape);
 }
 
 // How it rounds a rect that is cut off at a side depends on how far down the rect is.
 void ViewCanvas::markCutRects()
 {
-    const auto mark = [&](const Primitive& primitive, const QRectF& bounds, const QRect& border) {
+    const auto markRect = [&](const Primitive& primitive, const QRectF& bounds, const QRect& border) {
         if (primitive.kind == Primitive::Rect)
             m_dirty.push_back(bounds.toAlignedRect() & border);
     };
-    m_painter.visitTouching(m_toPicture, sideBorders(), m_layers, mark);
+    m_painter.visitTouching(m_toPicture, sideBorders(), m_layers, markRect);
+}
+
+// How much of it is left decides about the last bit of where its edges lie, and so, where they lie on the border of
+// pixels, about a level of their colour.
+void ViewCanvas::markEdgesOfCutRects(QPoint way)
+{
+    const auto markRect = [&](const Primitive& primitive, const QRectF&, const QRect&) {
+        if (primitive.kind != Primitive::Rect)
+            return;
+        const QRectF rect = m_toPicture.mapRect(primitive.rect());
+        for (const double y : {rect.top(), rect.bottom()}) {
+            if (isNearlyWhole(y))
+                mark(QRectF(rect.left() - Margin, y - Margin, rect.width() + 2 * Margin, 2 * Margin), way);
+        }
+        for (const double x : {rect.left(), rect.right()}) {
+            if (isNearlyWhole(x))
+                mark(QRectF(x - Margin, rect.top() - Margin, 2 * Margin, rect.height() + 2 * Margin), way);
+        }
+    };
+    m_painter.visitTouching(m_toPicture, sideBorders(), m_layers, markRect);
+}
+
+void ViewCanvas::markEdges(const QRectF& rect, double reach, QPoint way)
+{
+    const QRectF outer = rect.adjusted(-reach, -reach, reach, reach);
+    mark(QRectF(outer.left(), outer.top(), outer.width(), 2 * reach), way);
+    mark(QRectF(outer.left(), rect.bottom() - reach, outer.width(), 2 * reach), way);
+    mark(QRectF(outer.left(), outer.top(), 2 * reach, outer.height()), way);
+    mark(QRectF(rect.right() - reach, outer.top(), 2 * reach, outer.height()), way);
+}
+
+// Moved along with the picture.
+void ViewCanvas::mark(const QRectF& part, QPoint way)
+{
+    const QRect pixels = (part.translated(way) & QRectF(m_picture.rect())).toAlignedRect();
+    if (!pixels.isEmpty())
+        m_dirty.push_back(pixels);
 }
 
 void ViewCanvas::paintAll(const Scene& scene)

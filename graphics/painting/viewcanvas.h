@@ -59,6 +59,9 @@ private:
     [[nodiscard]] std::vector<QRect> sideBorders() const;
     void markCutShapes(const std::vector<QRect>& borders, QPoint way);
     void markCutRects();
+    void markEdgesOfCutRects(QPoint way);
+    void markEdges(const QRectF& rect, double reach, QPoint way);
+    void mark(const QRectF& part, QPoint way);
     void paintAll(const Scene& scene);
     void paintDirtyParts(const Scene& scene);
     void paint(const Scene& scene, QImage& image, const QRect& part);

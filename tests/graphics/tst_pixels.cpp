@@ -118,9 +118,11 @@ int firstInside(const DisplayList& list, const QRectF& area)
 class PixelView : public ChipView
 {
 public:
-    explicit PixelView(int elements)
+    explicit PixelView(int elements, const std::function<void(Drawing&)>& addMore = {})
     {
         fill(drawing, elements);
+        if (addMore)
+            addMore(drawing);
         QFile filter(folder.filePath(QStringLiteral("filter.txt")));
         if (!filter.open(QIODevice::WriteOnly) || filter.write("some:3,6,9,12,40,41,42,43,44,100\n") < 0)
             qFatal("cannot write the filter file");
@@ -171,6 +173,7 @@ private Q_SLOTS:
     void viewShowsWhatItemsPaint_data();
     void viewShowsWhatItemsPaint();
     void pictureStaysRightWhenScrolled();
+    void rectsStayRightWhenScrolledAcrossASide();
     void turnedViewIsRightToo();
     void whatAHostAddsIsShown();
     void whatAHostDoesToAnElementIsShown_data();
@@ -220,6 +223,29 @@ void TestPixels::pictureStaysRightWhenScrolled()
             chip.view()->verticalScrollBar()->setValue(chip.view()->verticalScrollBar()->value() + way.y());
             QCOMPARE(chip.differing(), 0);
             QVERIFY(chip.scene()->isPlain());
+        }
+    }
+}
+
+// With edges on the borders of pixels, where the last bit of a number shows.
+void TestPixels::rectsStayRightWhenScrolledAcrossASide()
+{
+    PixelView chip(60, [](Drawing& drawing) {
+        Random random;
+        for (int i = 0; i < 40; ++i) {
+            zel_Rect& rect = drawing.addRect(1000 + i, random.below(60), random.below(300),
+                random.below(60) + i % 2 * 0.5, 1 + random.below(12), random.color());
+            rect.strokeWidth = i % 5 == 0 ? 0.1 : 0;
+            rect.strokeColor = random.color();
+        }
+    });
+    for (const double scale : {30.0, 4.0}) {
+        chip.zoom(scale, {20, 10});
+        for (int step = 0; step < 60; ++step) {
+            QScrollBar* down = chip.view()->verticalScrollBar();
+            QScrollBar* across = chip.view()->horizontalScrollBar();
+            (step % 6 == 5 ? down : across)->setValue((step % 6 == 5 ? down : across)->value() + 1 + step % 4 * 7);
+            QCOMPARE(chip.differing(), 0);
         }
     }
 }
