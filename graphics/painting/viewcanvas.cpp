@@ -130,12 +130,14 @@ bool ViewCanvas::scroll(const Scene& scene)
         part.translate(way);
     const std::vector<QRect> borders = bordersAcross(way);
     markCutShapes(borders, way); // where they were, moved along
-    markEdgesOfCutRects(way);
+    if (way.x() == 0)
+        markEdgesOfCutRects(way);
     m_toPicture = scene.toPicture;
     markCutShapes(borders, QPoint());
-    markEdgesOfCutRects(QPoint());
-    if (way.x() == 0)
+    if (way.x() == 0) {
+        markEdgesOfCutRects(QPoint());
         markCutRects();
+    }
     // What is cut off by the border of an image is rounded in another way than what lies inside.
     for (const QRect& border : borders) {
         m_dirty.push_back(border);
@@ -182,6 +184,8 @@ void ViewCanvas::markCutShapes(const std::vector<QRect>& borders, QPoint way)
                 markEdges(m_toPicture.mapRect(primitive.rect()), pixels / 2 + Margin, way);
             else
                 mark(bounds, way);
+        } else if (isRect) {
+            markEdgesIfCut(m_toPicture.mapRect(primitive.rect()), way);
         }
     };
     m_painter.visitTouching(m_toPicture, borders, m_layers, markShape);
@@ -197,24 +201,29 @@ void ViewCanvas::markCutRects()
     m_painter.visitTouching(m_toPicture, sideBorders(), m_layers, markRect);
 }
 
-// How much of it is left decides about the last bit of where its edges lie, and so, where they lie on the border of
-// pixels, about a level of their colour.
 void ViewCanvas::markEdgesOfCutRects(QPoint way)
 {
     const auto markRect = [&](const Primitive& primitive, const QRectF&, const QRect&) {
-        if (primitive.kind != Primitive::Rect)
-            return;
-        const QRectF rect = m_toPicture.mapRect(primitive.rect());
-        for (const double y : {rect.top(), rect.bottom()}) {
-            if (isNearlyWhole(y))
-                mark(QRectF(rect.left() - Margin, y - Margin, rect.width() + 2 * Margin, 2 * Margin), way);
-        }
-        for (const double x : {rect.left(), rect.right()}) {
-            if (isNearlyWhole(x))
-                mark(QRectF(x - Margin, rect.top() - Margin, 2 * Margin, rect.height() + 2 * Margin), way);
-        }
+        if (primitive.kind == Primitive::Rect)
+            markEdgesIfCut(m_toPicture.mapRect(primitive.rect()), way);
     };
     m_painter.visitTouching(m_toPicture, sideBorders(), m_layers, markRect);
+}
+
+// How much is left of a rect that a side cuts decides about the last bit of where its edges lie, and so, where they lie
+// on the border of pixels, about a level of their colour.
+void ViewCanvas::markEdgesIfCut(const QRectF& rect, QPoint way)
+{
+    if (rect.left() >= 0 && rect.right() <= m_picture.width())
+        return;
+    for (const double y : {rect.top(), rect.bottom()}) {
+        if (isNearlyWhole(y))
+            mark(QRectF(rect.left() - Margin, y - Margin, rect.width() + 2 * Margin, 2 * Margin), way);
+    }
+    for (const double x : {rect.left(), rect.right()}) {
+        if (isNearlyWhole(x))
+            mark(QRectF(x - Margin, rect.top() - Margin, 2 * Margin, rect.height() + 2 * Margin), way);
+    }
 }
 
 void ViewCanvas::markEdges(const QRectF& rect, double reach, QPoint way)

@@ -60,6 +60,7 @@ private:
     void markCutShapes(const std::vector<QRect>& borders, QPoint way);
     void markCutRects();
     void markEdgesOfCutRects(QPoint way);
+    void markEdgesIfCut(const QRectF& rect, QPoint way);
     void markEdges(const QRectF& rect, double reach, QPoint way);
     void mark(const QRectF& part, QPoint way);
     void paintAll(const Scene& scene);
