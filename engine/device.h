@@ -50,6 +50,8 @@ public:
     void setName(const QString& name) { m_name = name; }
     void setDrawingFile(const QString& fileName) { m_drawingFile = fileName; }
     void setFilterFile(const QString& fileName) { m_filterFile = fileName; }
+    void setDrawingObjection(const QString& sentence) { m_drawingObjection = sentence; }
+    void setFilterObjection(const QString& sentence) { m_filterObjection = sentence; }
     void addKind(SiteKind kind) { m_kinds.push_back(std::move(kind)); }
     // False, and nothing added, when the id or the name is taken.
     bool addSite(Site site);
@@ -57,6 +59,9 @@ public:
     [[nodiscard]] const QString& name() const { return m_name; }
     [[nodiscard]] const QString& drawingFile() const { return m_drawingFile; } // absolute; empty: none
     [[nodiscard]] const QString& filterFile() const { return m_filterFile; }
+    // Why such a file could not be read when the device file was, with the place that names it; empty: it could.
+    [[nodiscard]] const QString& drawingObjection() const { return m_drawingObjection; }
+    [[nodiscard]] const QString& filterObjection() const { return m_filterObjection; }
     [[nodiscard]] const std::vector<SiteKind>& kinds() const { return m_kinds; }
     [[nodiscard]] const std::vector<Site>& sites() const { return m_sites; }
 
@@ -78,6 +83,8 @@ private:
     QString m_name;
     QString m_drawingFile;
     QString m_filterFile;
+    QString m_drawingObjection;
+    QString m_filterObjection;
     std::vector<SiteKind> m_kinds;
     std::vector<Site> m_sites;
     QHash<int, int> m_byId; // the values are indices into m_sites

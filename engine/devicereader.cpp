@@ -2,6 +2,7 @@
 #include "engine/devicereader.h"
 
 #include "engine/device.h"
+#include "engine/inputfile.h"
 #include "engine/jsonnode.h"
 #include "engine/resourcename.h"
 #include "engine/settingstore.h"
@@ -15,6 +16,17 @@
 namespace mirn::zelengine {
 
 namespace {
+
+// The bytes that a drawing or a filter file may have.
+constexpr qint64 LargestFile = qint64(1) << 30;
+
+// Whether the file matters is for those to say who need it.
+QString objectionToFile(const JsonNode& name, const QString& file)
+{
+    const QString objection = objectionToInputFile(file, LargestFile);
+    return objection.isEmpty() ? QString()
+                               : name.located(QStringLiteral("\"%1\" cannot be read: %2").arg(name.text(), objection));
+}
 
 class DeviceReader
 {
@@ -64,9 +76,12 @@ void DeviceReader::readFileNames(const JsonNode& root)
 {
     const QDir folder = QFileInfo(m_report.fileName()).absoluteDir();
     m_device.setDrawingFile(folder.absoluteFilePath(root.requiredText(QStringLiteral("drawing"))));
+    m_device.setDrawingObjection(objectionToFile(root.member(QStringLiteral("drawing")), m_device.drawingFile()));
     const QString filter = root.optionalText(QStringLiteral("filter"));
-    if (!filter.isEmpty())
-        m_device.setFilterFile(folder.absoluteFilePath(filter));
+    if (filter.isEmpty())
+        return;
+    m_device.setFilterFile(folder.absoluteFilePath(filter));
+    m_device.setFilterObjection(objectionToFile(root.member(QStringLiteral("filter")), m_device.filterFile()));
 }
 
 void DeviceReader::readKind(const JsonNode& node)

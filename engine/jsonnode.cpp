@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "engine/jsonnode.h"
 
+#include "engine/inputfile.h"
+
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -137,6 +139,16 @@ void JsonNode::fail(const QString& message) const
 {
     if (!m_report->isFailed())
         m_report->fail(path(), message);
+}
+
+QString JsonNode::inputFile(const QDir& folder) const
+{
+    const QString name = text();
+    const QString file = folder.absoluteFilePath(name);
+    const QString objection = name.isEmpty() ? QString() : objectionToInputFile(file, LargestJsonFile);
+    if (!objection.isEmpty())
+        fail(QStringLiteral("\"%1\" cannot be read: %2").arg(name, objection));
+    return file;
 }
 
 void JsonNode::warnAboutKey(const QString& message) const

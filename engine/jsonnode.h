@@ -3,6 +3,7 @@
 
 #include "engine/jsonreport.h"
 
+#include <QDir>
 #include <QJsonValue>
 #include <QString>
 #include <QStringList>
@@ -46,6 +47,10 @@ public:
     [[nodiscard]] QString optionalText(const QString& key, const QString& fallback = {}) const;
 
     void fail(const QString& message) const;
+    // The message with the value's place in front, for someone else to report.
+    [[nodiscard]] QString located(const QString& message) const { return m_report->located(path(), message); }
+    // Of a text that names a file in a folder: its absolute path. Fails when that file cannot be read.
+    [[nodiscard]] QString inputFile(const QDir& folder) const;
     void warnAboutKey(const QString& message) const;
 
 private:

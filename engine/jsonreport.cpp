@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "engine/jsonreport.h"
 
+#include "engine/inputfile.h"
+
 #include <QDir>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -12,6 +13,21 @@ namespace mirn::zelengine {
 namespace {
 
 constexpr int MAXIMUM_WARNINGS = 20;
+constexpr int MAXIMUM_VALUE_LENGTH = 80; // characters of a value that a message quotes
+constexpr int MAXIMUM_MESSAGE_LENGTH = 1000;
+
+// A value of the file may be as long as the file, and so may the list of what is expected.
+QString withShortValues(const QString& message)
+{
+    QStringList parts = message.split(QLatin1Char('"'));
+    for (int i = 1; i < parts.size(); i += 2) {
+        if (parts.at(i).size() > MAXIMUM_VALUE_LENGTH)
+            parts[i] = parts.at(i).left(MAXIMUM_VALUE_LENGTH) + QStringLiteral("...");
+    }
+    const QString result = parts.join(QLatin1Char('"'));
+    return result.size() > MAXIMUM_MESSAGE_LENGTH ? result.left(MAXIMUM_MESSAGE_LENGTH) + QStringLiteral("...")
+                                                  : result;
+}
 
 QString reasonOf(const QJsonParseError& error)
 {
@@ -25,12 +41,13 @@ QString reasonOf(const QJsonParseError& error)
 QJsonValue JsonReport::load(const QString& fileName)
 {
     m_fileName = fileName;
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        m_error = QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(fileName), file.errorString());
+    QString reason;
+    const std::optional<QByteArray> text = readInputFile(fileName, LargestJsonFile, &reason);
+    if (!text) {
+        m_error = QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(fileName), reason);
         return QJsonValue(QJsonValue::Undefined);
     }
-    m_text = file.readAll();
+    m_text = *text;
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(m_text, &parseError);
     if (parseError.error != QJsonParseError::NoError) {
@@ -43,7 +60,7 @@ QJsonValue JsonReport::load(const QString& fileName)
 void JsonReport::fail(const JsonPath& path, const QString& message)
 {
     if (!isFailed())
-        m_error = located(JsonLocator(m_text).locate(path), message);
+        m_error = located(path, message);
 }
 
 void JsonReport::warn(const JsonPath& path, JsonLocator::Target target, const QString& message)
@@ -52,11 +69,16 @@ void JsonReport::warn(const JsonPath& path, JsonLocator::Target target, const QS
         m_warnings.append(located(JsonLocator(m_text).locate(path, target), message));
 }
 
+QString JsonReport::located(const JsonPath& path, const QString& message) const
+{
+    return located(JsonLocator(m_text).locate(path), message);
+}
+
 QString JsonReport::located(TextPosition position, const QString& message) const
 {
     return QStringLiteral("%1:%2:%3: %4")
         .arg(QDir::toNativeSeparators(m_fileName), QString::number(position.line), QString::number(position.column),
-            message);
+            withShortValues(message));
 }
 
 } // namespace mirn::zelengine

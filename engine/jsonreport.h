@@ -11,7 +11,8 @@
 namespace mirn::zelengine {
 
 // One JSON file being read: its text, and what there is to say about it. Of the errors the first is kept, as those
-// after it are mostly its consequences; of the warnings as many as anyone reads. Each begins "file:line:column: ".
+// after it are mostly its consequences; of the warnings as many as anyone reads. Each begins "file:line:column: "
+// and shortens long values.
 class JsonReport
 {
 public:
@@ -20,6 +21,9 @@ public:
 
     void fail(const JsonPath& path, const QString& message);
     void warn(const JsonPath& path, JsonLocator::Target target, const QString& message);
+
+    // A message with its place in front, as an error has it.
+    [[nodiscard]] QString located(const JsonPath& path, const QString& message) const;
 
     [[nodiscard]] bool isFailed() const { return !m_error.isEmpty(); }
     [[nodiscard]] const QString& error() const { return m_error; }

@@ -47,11 +47,13 @@ Project readRoot(const JsonNode& root, const QDir& folder)
     project.directory = folder.absolutePath();
     project.name = root.requiredText(QStringLiteral("name"));
     project.flow = root.optionalText(QStringLiteral("flow"));
-    project.deviceFile = folder.absoluteFilePath(root.requiredText(QStringLiteral("device")));
+    const QString device = root.requiredText(QStringLiteral("device"));
     const QString design = root.optionalText(QStringLiteral("design"));
-    if (!design.isEmpty())
-        project.designFile = folder.absoluteFilePath(design);
     readImplementations(root, folder, project);
+    if (!device.isEmpty())
+        project.deviceFile = root.member(QStringLiteral("device")).inputFile(folder);
+    if (!design.isEmpty())
+        project.designFile = root.member(QStringLiteral("design")).inputFile(folder);
     return project;
 }
 

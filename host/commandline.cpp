@@ -15,6 +15,7 @@ const QString SnapshotName = QStringLiteral("snapshot");
 const QString ScriptName = QStringLiteral("script");
 const QString BatchName = QStringLiteral("batch");
 const QString SizeName = QStringLiteral("size");
+const QString TakeOverName = QStringLiteral("take-over");
 
 // Below the smallest size the window's parts no longer fit; beyond the largest one an image would not fit into memory.
 constexpr QSize SmallestWindow(640, 400);
@@ -53,6 +54,7 @@ void addOptions(QCommandLineParser& parser)
     parser.addOption(QCommandLineOption(ScriptName, QString(), QStringLiteral("FILE")));
     parser.addOption(QCommandLineOption(BatchName, QString(), QStringLiteral("FILE")));
     parser.addOption(QCommandLineOption(SizeName, QString(), QStringLiteral("SIZE")));
+    parser.addOption(QCommandLineOption(TakeOverName));
 }
 
 // Help and version are answered whatever else is asked for.
@@ -68,6 +70,7 @@ CommandLine taskOf(const QCommandLineParser& parser)
     else if (parser.isSet(SnapshotName))
         result.task = CommandLine::Task::SaveSnapshot;
     result.snapshotFile = parser.value(SnapshotName);
+    result.takesOver = parser.isSet(TakeOverName);
     result.scriptFile = parser.value(parser.isSet(BatchName) ? BatchName : ScriptName);
     return result;
 }
@@ -116,6 +119,8 @@ QString helpText()
                           "  --snapshot FILE.png    render the window into an image file and end;\n"
                           "                         needs no display\n"
                           "  --size WIDTHxHEIGHT    size of the window (1600x1000)\n"
+                          "  --take-over            change a project whose lock is damaged or of another\n"
+                          "                         machine; only when nobody there changes it any more\n"
                           "  --version              print the version and end\n"
                           "  -h, --help             print this help and end\n"
                           "\n"

@@ -16,6 +16,7 @@ struct CommandLine
     QString path; // a project folder or a drawing; empty for the sample project
     QString snapshotFile;
     QString scriptFile; // to run in the window, or for RunBatch without one; empty for none
+    bool takesOver = false; // a project whose lock may not be of use any more
     QSize windowSize = QSize(1600, 1000); // device-independent pixels
     QString error; // one sentence, for ReportError
 };

@@ -15,6 +15,7 @@
 #include <QTimer>
 
 #include <clocale>
+#include <csignal>
 #include <cstring>
 
 #include <langinfo.h>
@@ -110,7 +111,8 @@ int run(const CommandLine& commandLine)
     std::optional<LoadProgress> progress;
     if (commandLine.task == CommandLine::Task::ShowWindow)
         progress.emplace(path, nullptr, LoadProgress::Cancelling::Possible);
-    std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error);
+    std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error,
+        commandLine.takesOver ? ProjectSession::DoubtfulLock::IsTakenOver : ProjectSession::DoubtfulLock::Stays);
     if (!session)
         return fail(Failure, error);
     for (const QString& warning : session->warnings())
@@ -154,6 +156,8 @@ int runApplication(const CommandLine& commandLine, int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    // Beyond the largest size that a file may have here, writing is to fail with a reason and not to end the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     useUtf8();
     const CommandLine commandLine = parseCommandLine(argumentList(argc, argv));
     switch (commandLine.task) {

@@ -92,10 +92,26 @@ void MainWindow::open(const QString& path)
         showError(error);
 }
 
-QString MainWindow::replaceProject(const QString& path)
+// Nothing was changed yet, so nothing is lost when the project is opened anew.
+void MainWindow::takeOver()
+{
+    const LoadProgress progress(m_surface->session().path(), this, LoadProgress::Cancelling::Possible);
+    const QString error = replaceProject(m_surface->session().path(), ProjectSession::DoubtfulLock::IsTakenOver);
+    if (!error.isEmpty())
+        showError(error);
+}
+
+void MainWindow::askAboutLock()
+{
+    const QString doubt = editor().lockInDoubt();
+    if (!doubt.isEmpty() && isVisible() && !testAttribute(Qt::WA_DontShowOnScreen))
+        openTakeOverQuestion(this, doubt, [this] { takeOver(); });
+}
+
+QString MainWindow::replaceProject(const QString& path, ProjectSession::DoubtfulLock lock)
 {
     QString error;
-    if (std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error))
+    if (std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error, lock))
         showSession(std::move(session));
     return LoadProgress::isCurrentCancelled() ? tr("Opening %1 was cancelled").arg(QFileInfo(path).fileName()) : error;
 }
@@ -151,6 +167,7 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
         m_surface->arrangeDocks();
     }
     m_surface->graphicsView()->setFocus();
+    askAboutLock();
 }
 
 // The old one goes first, because the chip view's controller exists once. When loading the new one is cancelled it
@@ -345,6 +362,7 @@ void MainWindow::showEvent(QShowEvent* event)
     m_isArranged = true;
     resizeDocks({m_console}, {ConsoleHeight}, Qt::Vertical);
     m_surface->arrangeDocks();
+    askAboutLock();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

@@ -3,6 +3,7 @@
 
 #include "host/commandshell.h"
 #include "host/hostactions.h"
+#include "host/projectsession.h"
 #include "host/tcl/windowtcl.h"
 
 #include <QMainWindow>
@@ -16,7 +17,6 @@ class BusyScript;
 class ChipStatusBar;
 class ChipSurface;
 class ConsoleDock;
-class ProjectSession;
 class ViewProbe;
 
 // The program's window: menus, tool bar, console and status bar around the chip view of the open project. Answers the
@@ -65,7 +65,10 @@ private:
     void save();
     void stepDesign(QString (DesignEditor::*step)());
     [[nodiscard]] DesignEditor& editor() const;
-    [[nodiscard]] QString replaceProject(const QString& path);
+    [[nodiscard]] QString replaceProject(
+        const QString& path, ProjectSession::DoubtfulLock lock = ProjectSession::DoubtfulLock::Stays);
+    void askAboutLock();
+    void takeOver();
     void openSurface(std::unique_ptr<ProjectSession> session);
 
     zelchipview::ZelChipGUI* chipView() override;

@@ -58,7 +58,7 @@ ProjectSession::~ProjectSession()
     deactivate();
 }
 
-std::unique_ptr<ProjectSession> ProjectSession::open(const QString& path, QString* error)
+std::unique_ptr<ProjectSession> ProjectSession::open(const QString& path, QString* error, DoubtfulLock lock)
 {
     const QFileInfo info(path);
     if (!info.exists()) {
@@ -78,7 +78,12 @@ std::unique_ptr<ProjectSession> ProjectSession::open(const QString& path, QStrin
     if (session->m_engine->device().filterFile().isEmpty())
         session->m_engine->setFilterFile(NoKindsFile);
     session->m_editor = std::make_unique<DesignEditor>(*session->m_engine, session->m_implementationDirectory);
+    session->m_path = info.absoluteFilePath();
+    const QString doubt
+        = lock == DoubtfulLock::IsTakenOver ? session->m_editor->takeOver() : session->m_editor->lockInDoubt();
     session->m_recoveryMessages = session->m_editor->recover();
+    if (!doubt.isEmpty())
+        session->m_recoveryMessages.append(doubt);
     return session;
 }
 
@@ -94,10 +99,12 @@ bool ProjectSession::openProject(const QString& directory, QString* error)
         *error = (QStringList(*error) + m_warnings.mid(0, MostWarningsWithAnError)).join(QLatin1Char('\n'));
         return false;
     }
-    const QString filterFile = m_engine->device().filterFile();
-    if (!filterFile.isEmpty() && !QFileInfo(filterFile).isFile())
-        m_warnings.append(
-            tr("%1: there is no such filter file, so no kinds of elements can be marked").arg(filterFile));
+    *error = m_engine->device().drawingObjection();
+    if (!error->isEmpty())
+        return false;
+    const QString filterObjection = m_engine->device().filterObjection();
+    if (!filterObjection.isEmpty())
+        m_warnings.append(tr("%1, so no kinds of elements can be marked").arg(filterObjection));
     const zelengine::Project& project = m_engine->project();
     m_title = m_engine->device().name() + QLatin1Char('/') + project.name;
     m_flow = project.flow;

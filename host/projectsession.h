@@ -26,9 +26,13 @@ class PreparedParser;
 class ProjectSession final
 {
 public:
+    // What becomes of a lock of which this machine cannot tell whether it is still of use.
+    enum class DoubtfulLock { Stays, IsTakenOver };
+
     // `path` is a project folder, its project.json, or a drawing, which then opens with an empty design. Null when it
     // cannot be opened; *error then says where and why.
-    [[nodiscard]] static std::unique_ptr<ProjectSession> open(const QString& path, QString* error);
+    [[nodiscard]] static std::unique_ptr<ProjectSession> open(
+        const QString& path, QString* error, DoubtfulLock lock = DoubtfulLock::Stays);
 
     // Deactivates it.
     ~ProjectSession();
@@ -48,6 +52,9 @@ public:
 
     // What a user should know of how the last session ended.
     [[nodiscard]] const QStringList& recoveryMessages() const { return m_recoveryMessages; }
+
+    // What it was opened from.
+    [[nodiscard]] const QString& path() const { return m_path; }
 
     // "DEVICE/PROJECT", or the drawing's file name.
     [[nodiscard]] const QString& title() const { return m_title; }
@@ -74,6 +81,7 @@ private:
     std::unique_ptr<DesignEditor> m_editor;
     std::unique_ptr<PreparedParser> m_parser; // until it is handed over
     std::unique_ptr<QTemporaryDir> m_temporaryDirectory; // where there is no place for cached files
+    QString m_path;
     QString m_title;
     QString m_scratchName; // of a project without implementations of its own
     QString m_flow;

@@ -4,12 +4,13 @@
 #include "engine/referenceengine.h"
 #include "engine/resourceparameter.h"
 #include "host/design/designcommands.h"
+#include "host/design/filereplacement.h"
 
-#include <QDir>
-#include <QFile>
-#include <QSaveFile>
+#include <QCryptographicHash>
+#include <QFileInfo>
 #include <QUndoCommand>
 
+#include <cerrno>
 #include <utility>
 
 namespace mirn::zelchip {
@@ -58,35 +59,47 @@ struct DesignEditor::Change
 class DesignEditor::ChangeCommand final : public QUndoCommand
 {
 public:
-    ChangeCommand(DesignEditor& editor, Change change)
-        : QUndoCommand(change.text)
+    ChangeCommand(DesignEditor& editor, std::vector<Change> changes)
+        : QUndoCommand(changes.front().text)
         , m_editor(editor)
-        , m_change(std::move(change))
+        , m_changes(std::move(changes))
     { }
 
-    [[nodiscard]] const Change& change() const { return m_change; }
+    [[nodiscard]] QStringList commands(bool isForward) const
+    {
+        QStringList result;
+        for (const Change& change : m_changes) {
+            const QStringList commands = m_editor.commandsFor(change, isForward);
+            result = isForward ? result + commands : commands + result;
+        }
+        return result;
+    }
     void undo() override
     {
-        m_editor.apply(m_change, false);
-        setObsolete(m_editor.m_isReplaying); // nobody made it that could make it again
+        for (auto change = m_changes.rbegin(); change != m_changes.rend(); ++change)
+            m_editor.apply(*change, false);
     }
     void redo() override
     {
-        if (std::exchange(m_isMade, true))
-            m_editor.apply(m_change, true);
+        if (!std::exchange(m_isMade, true))
+            return;
+        for (const Change& change : m_changes)
+            m_editor.apply(change, true);
     }
 
 private:
     DesignEditor& m_editor;
-    const Change m_change;
+    const std::vector<Change> m_changes; // that were made together, in this order
     bool m_isMade = false;
 };
 
-DesignEditor::DesignEditor(zelengine::ReferenceEngine& engine, const QString& implementationDirectory, QObject* parent)
+DesignEditor::DesignEditor(
+    zelengine::ReferenceEngine& engine, const QString& implementationDirectory, QObject* parent, FileLayer& files)
     : QObject(parent)
     , m_engine(engine)
     , m_directory(implementationDirectory)
-    , m_journal(implementationDirectory + QLatin1String(JournalFile))
+    , m_files(files)
+    , m_journal(implementationDirectory + QLatin1String(JournalFile), files)
     , m_pristine(engine.design())
 {
     engine.setSettingWriter(
@@ -224,9 +237,27 @@ QString DesignEditor::commit(const Change& change, const QString& command)
     if (!obstacle.isEmpty())
         return obstacle;
     apply(change, true);
-    m_undoStack.push(new ChangeCommand(*this, change)); // the stack's
+    if (m_isReplaying) {
+        m_remade.push_back(change); // one step with what counts together with it
+        return {};
+    }
+    push({change});
     Q_EMIT changed();
     return {};
+}
+
+void DesignEditor::push(std::vector<Change> changes)
+{
+    m_undoStack.push(new ChangeCommand(*this, std::move(changes))); // the stack's
+}
+
+void DesignEditor::endGroup(GroupEnd end)
+{
+    std::vector<Change> changes = std::exchange(m_remade, {});
+    if (end == GroupEnd::Kept && !changes.empty())
+        push(std::move(changes));
+    for (auto change = changes.rbegin(); end == GroupEnd::TakenBack && change != changes.rend(); ++change)
+        apply(*change, false);
 }
 
 // What goes or comes back was asked for when the change was new, and the design is again as it was then.
@@ -292,7 +323,7 @@ QString DesignEditor::redo()
 QString DesignEditor::step(int index, bool isForward)
 {
     const auto* command = static_cast<const ChangeCommand*>(m_undoStack.command(index));
-    const QString obstacle = keep(commandsFor(command->change(), isForward));
+    const QString obstacle = keep(command->commands(isForward));
     if (!obstacle.isEmpty())
         return obstacle;
     isForward ? m_undoStack.redo() : m_undoStack.undo();
@@ -318,8 +349,7 @@ QString DesignEditor::claim()
     const QString obstacle = m_journal.claim();
     if (!obstacle.isEmpty())
         return obstacle;
-    QFile saved(placementFile());
-    m_isClaimed = (saved.open(QIODevice::ReadOnly) ? saved.readAll() : QByteArray()) == m_savedState;
+    m_isClaimed = hashOfFile(placementFile()) == m_savedHash;
     if (m_isClaimed)
         return {};
     m_journal.release();
@@ -334,31 +364,54 @@ QString DesignEditor::keep(const QStringList& commands)
     return obstacle.isEmpty() ? m_journal.append(commands) : obstacle;
 }
 
+// The journal is emptied only when the disk has what is to replace it.
 QString DesignEditor::save()
 {
     const QString claimed = claim();
     if (!claimed.isEmpty())
         return claimed;
+    const QString obstacle = keepSaved();
+    const QByteArray content = obstacle.isEmpty() ? savedContent() : QByteArray();
+    const FileReplacement replacement
+        = obstacle.isEmpty() ? replaceFile(placementFile(), content, m_files) : FileReplacement{false, obstacle};
+    if (replacement.isDone)
+        m_savedHash = QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex();
+    if (!replacement.error.isEmpty())
+        return tr("the placements cannot be saved in %1: %2").arg(placementFile(), replacement.error);
+    m_undoStack.setClean();
+    m_hasUnsavedPast = false;
+    if (!m_journal.startAfter(journalformat::baseLine(m_savedHash)).isEmpty())
+        m_journal.expectHeld();
+    Q_EMIT changed();
+    return {};
+}
+
+// With what the journal holds, for a program that is stopped before the journal is empty.
+QByteArray DesignEditor::savedContent() const
+{
     const auto defaults = [this](int site, const QString& key) { return defaultSetting(site, key); };
     const QStringList commands = designcommands::between(m_pristine, m_engine.design())
         + designcommands::settings({}, m_engine.settings().changes(), defaults);
-    QDir().mkpath(m_directory);
-    QSaveFile file(placementFile());
-    const QByteArray content
-        = commands.isEmpty() ? QByteArray() : (commands.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
-        return tr("the placements cannot be saved in %1: %2").arg(placementFile(), file.errorString());
-    m_savedState = content;
-    m_undoStack.setClean();
-    m_hasUnsavedPast = false;
-    const QString obstacle = m_journal.startAfter(content);
-    Q_EMIT changed();
-    return obstacle;
+    QByteArray content = QFileInfo(m_journal.fileName()).size() > 0
+        ? journalformat::holdingLine({QFileInfo(m_journal.fileName()).size(), hashOfFile(m_journal.fileName())})
+        : QByteArray();
+    for (const QString& command : commands)
+        content += command.toUtf8() + '\n';
+    return content;
+}
+
+// What could not be read from the placement file is not to be overwritten.
+QString DesignEditor::keepSaved()
+{
+    if (!m_isSavedKept && keepAside(placementFile(), m_files).isEmpty())
+        return tr("what it holds cannot be kept: %1").arg(qt_error_string(errno));
+    m_isSavedKept = true;
+    return {};
 }
 
 QString DesignEditor::discard()
 {
-    return m_journal.startAfter(m_savedState);
+    return m_journal.startAfter(journalformat::baseLine(m_savedHash));
 }
 
 } // namespace mirn::zelchip

@@ -5,6 +5,8 @@
 #include "engine/placementrules.h"
 #include "engine/settingstore.h"
 #include "host/design/journal.h"
+#include "host/design/journalreader.h"
+#include "host/tcl/tclinterpreter.h"
 
 #include <QObject>
 #include <QString>
@@ -19,8 +21,6 @@ class ReferenceEngine;
 
 namespace mirn::zelchip {
 
-class TclInterpreter;
-
 // The one way to change the design: asks the engine, keeps each accepted change in the journal before it answers, and
 // can take it back. What cannot be kept is refused, also because another program is changing the project. Knows no
 // widget.
@@ -32,7 +32,8 @@ class DesignEditor final : public QObject
 public:
     // Neither is owned by the other: the engine must outlive the editor. Nothing is written into the directory before
     // the first change.
-    DesignEditor(zelengine::ReferenceEngine& engine, const QString& implementationDirectory, QObject* parent = nullptr);
+    DesignEditor(zelengine::ReferenceEngine& engine, const QString& implementationDirectory, QObject* parent = nullptr,
+        FileLayer& files = FileLayer::system());
     ~DesignEditor() override;
 
     // Brings back what was saved, then what the journal holds. To be called once, before any change. Gives what a user
@@ -55,6 +56,11 @@ public:
     // Forgets what changed since the last save, for a design that is about to be closed: the journal is emptied, the
     // engine is left as it is.
     QString discard();
+
+    // Why a lock stands in the project of which this machine cannot tell whether it is still of use; empty: none does.
+    // takeOver() removes it, which is for people to decide; empty on success.
+    [[nodiscard]] QString lockInDoubt() { return m_journal.lock().doubt(); }
+    [[nodiscard]] QString takeOver() { return m_journal.lock().takeOver(); }
 
     // Whether anything changed since the last save.
     [[nodiscard]] bool isModified() const { return !m_undoStack.isClean() || m_hasUnsavedPast; }
@@ -86,21 +92,32 @@ private:
     [[nodiscard]] QString defaultSetting(int site, const QString& key) const;
     [[nodiscard]] QString claim();
     QString keep(const QStringList& commands);
-    QStringList replay(const QString& fileName, std::vector<Journal::Change>& changes);
-    QString replay(TclInterpreter& interpreter, const Journal::Change& change);
+    [[nodiscard]] QString keepSaved();
+    [[nodiscard]] QByteArray savedContent() const;
+    void push(std::vector<Change> changes);
+    enum class GroupEnd { Kept, TakenBack };
+    void endGroup(GroupEnd end);
+
+    // What was read from a file of commands.
+    struct Replay;
+    [[nodiscard]] Replay replay(const QString& fileName, qint64 from = 0);
+    [[nodiscard]] QString makeAgain(const JournalReader::Change& change, const TclInterpreter::Command& command);
     void replaySaved(QStringList& messages);
     void replayJournal(QStringList& messages);
-    [[nodiscard]] QString dropTornEnd(const Journal::Content& content, bool mayCut);
-    [[nodiscard]] QString rewriteJournal(const std::vector<Journal::Change>& changes);
+    [[nodiscard]] qint64 partOfJournalHeld() const;
+    [[nodiscard]] QString mendJournal(const Replay& replay);
     [[nodiscard]] QString whereJournalIsKept(const QString& name) const;
 
     zelengine::ReferenceEngine& m_engine;
     const QString m_directory;
-    QByteArray m_savedState; // the content of the placement file
+    FileLayer& m_files;
+    QByteArray m_savedHash; // of the placement file
+    bool m_isSavedKept = true; // what the placement file holds is in the design, or in another file beside it
     Journal m_journal;
     QUndoStack m_undoStack;
     zelengine::Design m_pristine; // as the design file has it
     bool m_isReplaying = false;
+    std::vector<Change> m_remade; // of the commands that count together, while they are made again
     bool m_isClaimed = false; // no other program changes the project
     bool m_hasUnsavedPast = false;
 };

@@ -1,118 +1,104 @@
 // SPDX-License-Identifier: MIT
 #include "host/design/journal.h"
 
-#include "host/tcl/tclinterpreter.h"
+#include "engine/inputfile.h"
+#include "host/design/filereplacement.h"
+#include "host/design/journalreader.h"
 
-#include <QCryptographicHash>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
 #include <utility>
 
 namespace mirn::zelchip {
 
 namespace {
 
-const QByteArray HeaderStart = "# follows ";
+const QString ChangedByAnother = QStringLiteral("another program has changed the project; open it again");
 
-// Before the commands of one change that takes several: they count only together.
-const QByteArray GroupStart = "# together ";
-
-// Splits off one line with its end.
-QByteArray takeLine(const QByteArray& bytes, qsizetype& position)
+// Also when it is a link that leads nowhere.
+bool isThere(const QString& fileName)
 {
-    const qsizetype end = bytes.indexOf('\n', position);
-    const qsizetype start = std::exchange(position, end < 0 ? bytes.size() : end + 1);
-    return bytes.mid(start, position - start);
+    const QFileInfo file(fileName);
+    return file.exists() || file.isSymLink();
 }
 
-// Sorts the lines of a journal into changes.
-class Lines final
+QString freeName(const QString& fileName)
 {
-public:
-    void take(const QByteArray& line, qint64 end)
-    {
-        ++m_lines;
-        if (line.startsWith(GroupStart)) {
-            finish();
-            m_group.line = m_lines;
-            m_missing = line.mid(GroupStart.size()).trimmed().toInt();
-        } else if (!line.startsWith('#') && !line.trimmed().isEmpty()) {
-            m_group.line = m_group.line == 0 ? m_lines : m_group.line;
-            m_group.commands.append(QString::fromUtf8(line.chopped(1)));
-            --m_missing;
-        }
-        if (m_missing > 0)
-            return;
-        finish();
-        m_wholeSize = end;
+    for (int number = 1;; ++number) {
+        const QString name = QStringLiteral("%1.aside-%2").arg(fileName, QString::number(number));
+        if (!isThere(name))
+            return name;
     }
-
-    // Whether a change is not complete yet.
-    [[nodiscard]] bool isWaiting() const { return m_missing > 0; }
-    [[nodiscard]] qint64 wholeSize() const { return m_wholeSize; }
-    [[nodiscard]] std::vector<Journal::Change>& changes() { return m_changes; }
-
-private:
-    void finish()
-    {
-        m_group.isWhole = m_missing <= 0;
-        if (!m_group.commands.isEmpty() || !m_group.isWhole)
-            m_changes.push_back(std::exchange(m_group, {}));
-        m_missing = 0;
-    }
-
-    std::vector<Journal::Change> m_changes;
-    Journal::Change m_group;
-    int m_lines = 0;
-    int m_missing = 0; // commands of the group
-    qint64 m_wholeSize = 0;
-};
+}
 
 } // namespace
 
-Journal::Journal(const QString& fileName)
-    : m_fileName(fileName)
-    , m_file(fileName)
-    , m_lock(fileName + QLatin1String(".lock"))
+QString keepAside(const QString& fileName, FileLayer& files)
 {
-    m_lock.setStaleLockTime(0); // however long the other program runs
-    startsAfter({});
+    const QString name = freeName(fileName);
+    // A second name for the same file costs no room; some file systems have only one, and a link is no copy.
+    if (!QFileInfo(fileName).isSymLink()
+        && files.link(QFile::encodeName(fileName).constData(), QFile::encodeName(name).constData()) == 0)
+        return name;
+    return zelengine::objectionToInputFile(fileName, LargestJournal).isEmpty() && QFile::copy(fileName, name)
+        ? name
+        : QString();
 }
 
-Journal::~Journal() = default;
+Journal::Journal(const QString& fileName, FileLayer& files)
+    : m_fileName(fileName)
+    , m_files(files)
+    , m_lock(fileName + QLatin1String(".lock"))
+{ }
 
-Journal::Content Journal::read()
+Journal::~Journal()
 {
-    Content content;
-    QFile file(m_fileName);
-    if (!file.exists())
-        return content;
-    // A device or a pipe might never end.
-    const bool isRegular = QFileInfo(file).isFile();
-    if (!isRegular || !file.open(QIODevice::ReadOnly)) {
-        content.error = QStringLiteral("%1 cannot be read: %2")
-                            .arg(m_fileName, isRegular ? file.errorString() : QStringLiteral("it is no regular file"));
-        return content;
-    }
-    content.bytes = file.readAll();
-    m_size = content.bytes.size();
-    Lines lines;
-    for (qsizetype position = 0; position < content.bytes.size();) {
-        const QByteArray line = takeLine(content.bytes, position);
-        const bool isLast = position == content.bytes.size();
-        // In the middle an unfinished command is for the interpreter to refuse.
-        if (!line.endsWith('\n') || (isLast && !TclInterpreter::isComplete(QString::fromUtf8(line)))) {
-            content.hasTornEnd = true;
-            break;
-        }
-        content.isForeign = content.isForeign || (line.startsWith(HeaderStart) && line != m_header);
-        lines.take(line, position);
-    }
-    content.wholeSize = lines.wholeSize();
-    content.hasTornEnd = content.hasTornEnd || lines.isWaiting();
-    content.changes = std::move(lines.changes());
-    return content;
+    close();
+}
+
+void Journal::close()
+{
+    if (m_file >= 0)
+        m_files.close(std::exchange(m_file, -1));
+}
+
+void Journal::expect(qint64 size, bool isHeldByPlacement)
+{
+    m_size = size;
+    m_isHeldByPlacement = isHeldByPlacement;
+}
+
+void Journal::expectHeld()
+{
+    close();
+    m_blockage.clear();
+    m_isHeldByPlacement = true;
+}
+
+void Journal::refuse(const QString& reason)
+{
+    m_refusal = complaint(reason);
+}
+
+QString Journal::claim()
+{
+    if (m_lock.isHeld() || !m_refusal.isEmpty())
+        return m_refusal;
+    const QString folder = QFileInfo(m_fileName).absolutePath();
+    if (!QFileInfo::exists(folder) && QDir().mkpath(folder))
+        (void)syncFolder(m_files, QFileInfo(folder).absolutePath());
+    const QString obstacle = m_lock.claim();
+    const QFileInfo file(m_fileName);
+    if (!obstacle.isEmpty() || file.size() == m_size)
+        return obstacle;
+    m_lock.release();
+    return ChangedByAnother;
 }
 
 QString Journal::append(const QStringList& commands)
@@ -120,66 +106,49 @@ QString Journal::append(const QStringList& commands)
     const QString obstacle = open();
     if (!obstacle.isEmpty())
         return obstacle;
-    const qint64 end = m_file.size();
-    QByteArray lines = end == 0 ? m_header : QByteArray();
+    QByteArray lines = m_size == 0 ? m_base : QByteArray();
     if (commands.size() > 1)
-        lines += GroupStart + QByteArray::number(commands.size()) + '\n';
-    for (const QString& command : commands)
-        lines += command.toUtf8() + '\n';
-    if (m_file.write(lines) == lines.size() && m_file.flush()) {
-        m_size = end + lines.size();
+        lines += journalformat::groupLine(commands.size());
+    for (const QString& command : commands) {
+        const QByteArray line = command.toUtf8();
+        if (static_cast<std::size_t>(line.size()) > LineReader::LongestLine)
+            return complaint(QStringLiteral("a command is longer than a journal takes"));
+        lines += line + '\n';
+    }
+    if (m_size + lines.size() > LargestJournal)
+        return complaint(QStringLiteral("it is full; save to begin a new one"));
+    if (writeAll(m_files, m_file, lines)) {
+        m_size += lines.size();
         return {};
     }
-    const QString problem = complaint();
+    const QString problem = complaint(qt_error_string(errno));
     // Half a command must not stand before the next one.
-    (void)cut(end);
+    (void)cut(m_size);
     return problem;
 }
 
-void Journal::startsAfter(const QByteArray& savedState)
-{
-    m_header = HeaderStart + QCryptographicHash::hash(savedState, QCryptographicHash::Sha256).toHex() + '\n';
-}
-
-QString Journal::startAfter(const QByteArray& savedState)
+QString Journal::startAfter(const QByteArray& base)
 {
     const QString obstacle = claim();
     if (!obstacle.isEmpty())
         return obstacle;
-    startsAfter(savedState);
-    m_file.close();
+    startsAfter(base);
+    if (m_file >= 0 && !isOurs() && isThere(m_fileName))
+        (void)setAside(); // whosever it is
+    close();
     m_blockage.clear();
-    m_size = 0;
-    return QFileInfo::exists(m_fileName) ? cut(0) : QString();
+    m_isHeldByPlacement = false;
+    if (!isThere(m_fileName))
+        m_size = 0;
+    return m_size == 0 ? QString() : cut(0);
 }
 
-QString Journal::claim()
-{
-    if (m_lock.isLocked())
-        return {};
-    QDir().mkpath(QFileInfo(m_fileName).absolutePath());
-    if (!m_lock.tryLock(0) && m_lock.error() == QLockFile::LockFailedError) {
-        qint64 process = 0;
-        QString host;
-        QString program;
-        (void)m_lock.getLockInfo(&process, &host, &program);
-        return QStringLiteral("the project is being changed by another program (%1, process %2)")
-            .arg(program, QString::number(process));
-    }
-    // Where a lock cannot be made, nothing else can be written either, and says so.
-    const QFileInfo file(m_fileName);
-    if (file.size() == m_size || (file.exists() && !file.isFile()))
-        return {};
-    m_lock.unlock();
-    return QStringLiteral("another program has changed the project; open it again");
-}
-
+// Nothing that is refused here has been written.
 QString Journal::cut(qint64 size)
 {
-    m_file.close();
-    m_blockage = claim();
-    if (m_blockage.isEmpty() && !m_file.resize(size))
-        m_blockage = complaint(); // nothing must stand behind what was to go
+    m_blockage = m_file < 0 ? prepare() : QString();
+    if (m_blockage.isEmpty() && m_files.truncate(m_file, static_cast<long>(size)) != 0)
+        m_blockage = complaint(qt_error_string(errno)); // nothing must stand behind what was to go
     if (m_blockage.isEmpty())
         m_size = size;
     return m_blockage;
@@ -187,51 +156,88 @@ QString Journal::cut(qint64 size)
 
 QString Journal::setAside()
 {
-    m_file.close();
+    close();
     m_blockage = claim();
     if (!m_blockage.isEmpty())
         return {};
-    const QString name = freeName();
-    QFile file(m_fileName);
-    if (!file.rename(name)) {
-        m_blockage = QStringLiteral("%1 cannot be set aside: %2").arg(m_fileName, file.errorString());
+    const QString name = freeName(m_fileName);
+    if (m_files.rename(QFile::encodeName(m_fileName).constData(), QFile::encodeName(name).constData()) != 0) {
+        m_blockage = QStringLiteral("%1 cannot be set aside: %2").arg(m_fileName, qt_error_string(errno));
         return {};
     }
     m_size = 0;
     return name;
 }
 
-QString Journal::copyAside() const
+QString Journal::setAsideFor(const QByteArray& content)
 {
-    const QString name = freeName();
-    return QFile::copy(m_fileName, name) ? name : QString();
+    if (content.isEmpty())
+        return setAside();
+    close();
+    m_blockage = claim();
+    if (!m_blockage.isEmpty())
+        return {};
+    const QString name = keepAside(m_fileName, m_files);
+    const FileReplacement replacement
+        = name.isEmpty() ? FileReplacement{false, qt_error_string(errno)} : replaceFile(m_fileName, content, m_files);
+    if (replacement.isDone) {
+        m_size = content.size();
+        return name;
+    }
+    m_blockage = QStringLiteral("%1 cannot be set aside: %2").arg(m_fileName, replacement.error);
+    return {};
 }
 
-QString Journal::freeName() const
+// Whether what is open is still what stands under the name, as this program left it. What was appended to a file that
+// is not there any more is lost.
+bool Journal::isOurs() const
 {
-    for (int number = 1;; ++number) {
-        const QString name = QStringLiteral("%1.aside-%2").arg(m_fileName, QString::number(number));
-        if (!QFileInfo::exists(name))
-            return name;
-    }
+    struct stat named;
+    struct stat opened;
+    return ::lstat(QFile::encodeName(m_fileName).constData(), &named) == 0 && ::fstat(m_file, &opened) == 0
+        && named.st_dev == opened.st_dev && named.st_ino == opened.st_ino && opened.st_size == m_size;
 }
 
 QString Journal::open()
 {
-    // What was appended to a file that is not there any more is lost, and what follows means nothing without it.
-    if (m_file.isOpen() && !QFileInfo::exists(m_fileName))
-        m_blockage = QStringLiteral("%1 has been removed; save to begin a new one").arg(m_fileName);
-    if (!m_blockage.isEmpty() || m_file.isOpen())
+    if (m_file >= 0 && !isOurs())
+        m_blockage = QStringLiteral("%1 has been %2; save to begin a new one")
+                         .arg(m_fileName, isThere(m_fileName) ? QStringLiteral("changed") : QStringLiteral("removed"));
+    if (!m_blockage.isEmpty() || m_file >= 0)
         return m_blockage;
     const QString obstacle = claim();
     if (!obstacle.isEmpty())
         return obstacle;
-    return m_file.open(QIODevice::WriteOnly | QIODevice::Append) ? QString() : complaint();
+    const QString problem = prepare();
+    if (!problem.isEmpty() || !m_isHeldByPlacement)
+        return problem;
+    m_isHeldByPlacement = false;
+    return cut(0);
 }
 
-QString Journal::complaint() const
+// Opens the file for writing. What a link points to belongs to somebody else: the link makes room for a copy.
+QString Journal::prepare()
 {
-    return QStringLiteral("the change cannot be kept in %1: %2").arg(m_fileName, m_file.errorString());
+    const QString objection
+        = QFileInfo::exists(m_fileName) ? zelengine::objectionToInputFile(m_fileName, LargestJournal) : QString();
+    if (!objection.isEmpty())
+        return complaint(objection);
+    if (QFileInfo(m_fileName).isSymLink()) {
+        QString problem;
+        const QByteArray content
+            = zelengine::readInputFile(m_fileName, LargestJournal, &problem).value_or(QByteArray());
+        const FileReplacement replacement = replaceFile(m_fileName, content, m_files);
+        if (!replacement.isDone)
+            return complaint(replacement.error);
+    }
+    m_file = m_files.open(
+        QFile::encodeName(m_fileName).constData(), O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_NONBLOCK);
+    return m_file >= 0 ? QString() : complaint(qt_error_string(errno));
+}
+
+QString Journal::complaint(const QString& reason) const
+{
+    return QStringLiteral("the change cannot be kept in %1: %2").arg(m_fileName, reason);
 }
 
 } // namespace mirn::zelchip

@@ -18,6 +18,8 @@ using zelengine::ReferenceEngine;
 using zelengine::Resource;
 using zelengine::Site;
 
+const QString ResourceCommand = QStringLiteral("zel_resource");
+const QString SettingCommand = QStringLiteral("zel_setting");
 const QString ResourceOption = QStringLiteral("-rsc");
 const QString IpOption = QStringLiteral("-ip");
 const QString IdOption = QStringLiteral("-id");
@@ -213,11 +215,15 @@ template <typename Function> TclInterpreter::Command withoutArguments(const Func
 
 } // namespace
 
-void addChangeCommands(TclInterpreter& interpreter, DesignEditor& editor)
+TclInterpreter::Command changeCommand(DesignEditor& editor)
 {
-    interpreter.addCommand(QStringLiteral("zel_resource"), ensemble(changes(editor)));
-    interpreter.addCommand(
-        QStringLiteral("zel_setting"), [&editor](const QStringList& words) { return setting(editor, words, false); });
+    return [&editor, resource = ensemble(changes(editor))](const QStringList& words) {
+        if (words.value(0) == ResourceCommand)
+            return resource(words);
+        return words.value(0) == SettingCommand
+            ? setting(editor, words, false)
+            : TclResult::error(QStringLiteral("expected %1 or %2").arg(ResourceCommand, SettingCommand));
+    };
 }
 
 void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor)
@@ -225,9 +231,9 @@ void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor)
     Subcommands all = changes(editor);
     all.merge(questions(editor.engine()));
     all[QStringLiteral("configure")] = [&](const QStringList& words) { return configureOrTell(editor, words); };
-    interpreter.addCommand(QStringLiteral("zel_resource"), ensemble(std::move(all)));
+    interpreter.addCommand(ResourceCommand, ensemble(std::move(all)));
     interpreter.addCommand(
-        QStringLiteral("zel_setting"), [&editor](const QStringList& words) { return setting(editor, words, true); });
+        SettingCommand, [&editor](const QStringList& words) { return setting(editor, words, true); });
     interpreter.addCommand(QStringLiteral("undo"), withoutArguments([&editor] { return editor.undo(); }));
     interpreter.addCommand(QStringLiteral("redo"), withoutArguments([&editor] { return editor.redo(); }));
 }

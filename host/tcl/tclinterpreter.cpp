@@ -92,7 +92,6 @@ public:
     static void release(ClientData data) { delete static_cast<Registration*>(data); }
     static void breathe(ClientData data, Tcl_Interp* interpreter);
 
-    void removeAllCommands();
     void takeOver(const char* command);
     TclResult callTaken(const char* command, const QStringList& arguments);
     TclResult puts(const QStringList& words);
@@ -136,23 +135,6 @@ void TclInterpreterPrivate::limitTime()
     Tcl_LimitTypeSet(interpreter.get(), TCL_LIMIT_TIME);
 }
 
-void TclInterpreterPrivate::removeAllCommands()
-{
-    // The commands that do this are themselves in the namespace that goes last.
-    const char script[] = "set names [info commands]\n"
-                          "foreach space [namespace children ::] {if {$space ne {::tcl}} {namespace delete $space}}\n"
-                          "unset -nocomplain space\n"
-                          "namespace delete ::tcl\n"
-                          "set names";
-    if (Tcl_EvalEx(interpreter.get(), script, -1, TCL_EVAL_GLOBAL) != TCL_OK)
-        qFatal("cannot empty a Tcl interpreter: %s", Tcl_GetStringResult(interpreter.get()));
-    const QStringList names
-        = TclInterpreter::words(fromTcl(Tcl_GetObjResult(interpreter.get()))).value_or(QStringList());
-    for (const QString& name : names)
-        Tcl_DeleteCommand(interpreter.get(), name.toUtf8().constData());
-    Tcl_ResetResult(interpreter.get());
-}
-
 // Only what goes to the standard channels concerns the host; files and pipes stay Tcl's.
 TclResult TclInterpreterPrivate::puts(const QStringList& words)
 {
@@ -190,13 +172,9 @@ TclResult TclInterpreterPrivate::callTaken(const char* command, const QStringLis
     return {code == TCL_OK, fromTcl(Tcl_GetObjResult(interpreter.get()))};
 }
 
-TclInterpreter::TclInterpreter(Vocabulary vocabulary)
+TclInterpreter::TclInterpreter()
     : d(std::make_unique<TclInterpreterPrivate>())
 {
-    if (vocabulary == Vocabulary::AddedOnly) {
-        d->removeAllCommands();
-        return;
-    }
     // Without Tcl's script library there are a few commands less; that is no reason not to start.
     if (Tcl_Init(d->interpreter.get()) != TCL_OK)
         Tcl_ResetResult(d->interpreter.get());

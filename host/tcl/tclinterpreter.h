@@ -26,17 +26,13 @@ class TclInterpreterPrivate;
 class TclInterpreter final
 {
 public:
-    enum class Vocabulary {
-        Full, // Tcl's own commands and those that are added
-        AddedOnly, // nothing but the commands that are added: for files that must not do anything else
-    };
     enum class Channel { Output, Error };
 
     // `words` begins with the command's name.
     using Command = std::function<TclResult(const QStringList& words)>;
     using Output = std::function<void(const QString& text, Channel channel)>;
 
-    explicit TclInterpreter(Vocabulary vocabulary = Vocabulary::Full);
+    TclInterpreter();
     ~TclInterpreter();
     TclInterpreter(const TclInterpreter&) = delete;
     TclInterpreter& operator=(const TclInterpreter&) = delete;

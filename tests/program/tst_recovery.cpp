@@ -41,16 +41,21 @@ struct Outcome
     QByteArray errors;
 };
 
-Outcome run(const QStringList& arguments)
+Outcome run(const QString& program, const QStringList& arguments)
 {
     QProcess process;
-    process.start(ZELCHIP_PROGRAM, arguments);
+    process.start(program, arguments);
     Outcome outcome;
     if (process.waitForFinished() && process.exitStatus() == QProcess::NormalExit)
         outcome.status = process.exitCode();
     outcome.output = process.readAllStandardOutput();
     outcome.errors = process.readAllStandardError();
     return outcome;
+}
+
+Outcome run(const QStringList& arguments)
+{
+    return run(ZELCHIP_PROGRAM, arguments);
 }
 
 Outcome runBatch(const SampleProject& project, const QByteArray& script)
@@ -288,20 +293,24 @@ void TestRecovery::changeThatCannotBeKeptIsAnError_data()
     QTest::addColumn<QString>("obstacle"); // a command of the shell, in the project's folder
     QTest::addColumn<QByteArray>("reason");
     QTest::newRow("the implementation's folder is a file") << "touch impl1" << QByteArray("Not a directory");
-    QTest::newRow("the journal is a folder") << "mkdir -p impl1/journal.tcl" << QByteArray("Is a directory");
-    QTest::newRow("the disk is full") << "mkdir impl1 && ln -s /dev/full impl1/journal.tcl"
-                                      << QByteArray("No space left on device");
+    QTest::newRow("the journal is a folder") << "mkdir -p impl1/journal.tcl" << QByteArray("it is a folder");
+    QTest::newRow("the journal is a pipe") << "mkdir impl1 && mkfifo impl1/journal.tcl" << QByteArray("it is a pipe");
+    QTest::newRow("the journal leads to a device")
+        << "mkdir impl1 && ln -s /dev/full impl1/journal.tcl" << QByteArray("it is a device");
+    QTest::newRow("no file may be so large") << "ulimit -f 0" << QByteArray("File too large");
 }
 
 void TestRecovery::changeThatCannotBeKeptIsAnError()
 {
     QFETCH(QString, obstacle);
     QFETCH(QByteArray, reason);
-    QCOMPARE(QProcess::execute("sh", {"-c", "cd \"$1\" && " + obstacle, "sh", m_project.path()}), 0);
-    const Outcome refused = runBatch(m_project, "puts before\n" + Steps[0] + "\nputs after");
+    const QString script = m_project.write("batch.tcl", "puts before\n" + Steps[0] + "\nputs after");
+    const Outcome refused = run("sh",
+        {"-c", "cd \"$1\" && " + obstacle + " && exec \"$2\" . --batch \"$3\"", "sh", m_project.path(), ZELCHIP_PROGRAM,
+            script});
     QCOMPARE(refused.status, 1);
     QCOMPARE(refused.output, QByteArray("before\n"));
-    QVERIFY2(refused.errors.contains(":2: the change cannot be kept in "), refused.errors.constData());
+    QVERIFY2(refused.errors.contains("batch.tcl:2: the "), refused.errors.constData());
     QVERIFY2(refused.errors.contains(reason), refused.errors.constData());
     // Nor is it made where it is not kept.
     const Outcome unchanged = runBatch(m_project, Ask + "catch {" + Steps[0] + "}\nputs [state]");

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void everyStateComesBackAfterACrash();
     void savedStateComesBackWithoutAJournal();
     void undoingPastASaveComesBackToo();
+    void journalThatWasSavedIsNotMadeAgain();
     void journalOfAnotherStateIsSetAside();
     void tornLineIsDroppedAndSaid_data();
     void tornLineIsDroppedAndSaid();
@@ -89,8 +90,9 @@ void TestDesignRecovery::undoingPastASaveComesBackToo()
     QCOMPARE(project.state(), states.first());
 }
 
-// As when the program ends between writing the placements and emptying the journal.
-void TestDesignRecovery::journalOfAnotherStateIsSetAside()
+// As when the program ends between writing the placements and emptying the journal, and when it went on after that
+// because the journal could not be emptied.
+void TestDesignRecovery::journalThatWasSavedIsNotMadeAgain()
 {
     EditedProject project;
     for (const QString& command : EachKind)
@@ -99,6 +101,28 @@ void TestDesignRecovery::journalOfAnotherStateIsSetAside()
     const QString state = project.state();
     QCOMPARE(project.editor().save(), QString());
     project.setJournal(journal);
+    QCOMPARE(project.open(), QStringList());
+    QCOMPARE(project.state(), state);
+    QVERIFY(!project.editor().isModified());
+
+    project.setJournal(journal + "zel_setting -id 10 -key CH1 -value SLOW\n");
+    QCOMPARE(project.open(), QStringList("1 change that was not saved is back."));
+    QVERIFY(project.editor().isModified());
+    QCOMPARE(project.run("undo"), QString());
+    QCOMPARE(project.state(), state);
+    project.open();
+    QCOMPARE(project.state(), state);
+    QVERIFY(!QFile::exists(project.journalFile() + QStringLiteral(".aside-1")));
+}
+
+void TestDesignRecovery::journalOfAnotherStateIsSetAside()
+{
+    EditedProject project;
+    project.run(EachKind.first());
+    const QByteArray journal = project.journal();
+    QCOMPARE(project.editor().save(), QString());
+    const QString state = project.state();
+    project.setJournal(journal.left(journal.size() - 2) + "1\n"); // not what was saved, at another place
     QCOMPARE(project.open().size(), 1);
     QCOMPARE(project.state(), state);
     QVERIFY(QFile::exists(project.journalFile() + QStringLiteral(".aside-1")));
@@ -110,7 +134,6 @@ void TestDesignRecovery::tornLineIsDroppedAndSaid_data()
     QTest::addColumn<QByteArray>("end");
     QTest::newRow("half a command") << QByteArray("zel_resource pla");
     QTest::newRow("a whole one without its line end") << QByteArray("zel_resource place -rsc top/core -id 51");
-    QTest::newRow("an open brace") << QByteArray("zel_resource place -rsc {top/co\n");
     QTest::newRow("half a comment") << QByteArray("# toget");
     QTest::newRow("not all of what counts together")
         << QByteArray("# together 2\nzel_resource place -rsc top/core -id 51\n");
@@ -129,7 +152,7 @@ void TestDesignRecovery::tornLineIsDroppedAndSaid()
     const QByteArray whole = project.journal();
     project.setJournal(whole + end);
     const QStringList said = project.open();
-    QCOMPARE(said.size(), 2);
+    QCOMPARE(said.size(), 3);
     QVERIFY(said.first().contains(QStringLiteral("cut off")));
     QCOMPARE(project.state(), state);
     QCOMPARE(project.journal(), whole);
@@ -150,6 +173,11 @@ void TestDesignRecovery::foreignCommandsAreRefusedAndKept_data()
     QTest::newRow("reading a setting") << QByteArray("zel_setting -id 10 -key CH0");
     QTest::newRow("a placement that the rules refuse") << QByteArray("zel_resource place -rsc top/core -id 10");
     QTest::newRow("undo") << QByteArray("undo");
+    QTest::newRow("an open brace") << QByteArray("zel_resource place -rsc {top/core");
+    QTest::newRow("brackets in brackets") << "zel_setting -id " + QByteArray(50'000, '[');
+    QTest::newRow("two commands in a line") << QByteArray("zel_resource reset -ip top/duo; undo");
+    QTest::newRow("a value of the environment") << QByteArray("zel_resource reset -ip $env(HOME)");
+    QTest::newRow("a line longer than any command") << "zel_resource reset -ip " + QByteArray(2 << 20, 'x');
     QTest::newRow("noise") << QByteArray("\xff\xfe\x01 } {");
 }
 

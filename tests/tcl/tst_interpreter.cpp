@@ -19,8 +19,6 @@ private Q_SLOTS:
     void scriptsMayBeNested();
     void endlessScriptsCanBeCancelled_data();
     void endlessScriptsCanBeCancelled();
-    void bareInterpreterKnowsNothingElse_data();
-    void bareInterpreterKnowsNothingElse();
     void openBracesWantMore();
     void argumentsComplainInTclsWords_data();
     void argumentsComplainInTclsWords();
@@ -123,29 +121,6 @@ void TestInterpreter::endlessScriptsCanBeCancelled()
     QVERIFY(!result.isOk);
     QCOMPARE(result.text, QStringLiteral("cancelled"));
     QCOMPARE(tcl.evaluate(QStringLiteral("expr 1+1")).text, QStringLiteral("2"));
-}
-
-void TestInterpreter::bareInterpreterKnowsNothingElse_data()
-{
-    QTest::addColumn<QString>("script");
-    for (const char* script : {"exit", "exec ls", "open /etc/passwd", "set x 1", "::tcl::info::commands",
-             "source /etc/passwd", "namespace eval x {}", "proc p {} {}", "known [exit]", "file delete x"})
-        QTest::newRow(script) << script;
-}
-
-void TestInterpreter::bareInterpreterKnowsNothingElse()
-{
-    QFETCH(QString, script);
-    TclInterpreter tcl(TclInterpreter::Vocabulary::AddedOnly);
-    int calls = 0;
-    tcl.addCommand(QStringLiteral("known"), [&](const QStringList&) {
-        ++calls;
-        return TclResult::value();
-    });
-    QVERIFY(!tcl.evaluate(script).isOk);
-    QCOMPARE(calls, 0);
-    QVERIFY(tcl.evaluate(QStringLiteral("known x")).isOk);
-    QCOMPARE(calls, 1);
 }
 
 void TestInterpreter::openBracesWantMore()

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "host/design/projectlock.h"
+
+#include "engine/inputfile.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFileInfo>
+#include <QSysInfo>
+
+#include <cerrno>
+
+namespace mirn::zelchip {
+
+namespace {
+
+constexpr qint64 LargestLock = 4096; // bytes; a lock has about a hundred
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("ProjectLock", text);
+}
+
+} // namespace
+
+ProjectLock::ProjectLock(const QString& fileName)
+    : m_fileName(fileName)
+    , m_lock(fileName)
+{
+    m_lock.setStaleLockTime(0); // however long the other program runs
+}
+
+// A pipe would wait for its other end. Only what is no regular file stands against it.
+QString ProjectLock::objectionToFile() const
+{
+    const QFileInfo file(m_fileName);
+    if (!file.exists() && !file.isSymLink())
+        return {};
+    const QString objection = zelengine::objectionToInputFile(m_fileName, LargestLock);
+    return objection.isEmpty() ? QString() : tr("the lock %1 is in the way: %2; remove it").arg(m_fileName, objection);
+}
+
+QString ProjectLock::claim()
+{
+    if (m_lock.isLocked())
+        return {};
+    const QString objection = objectionToFile();
+    if (!objection.isEmpty())
+        return objection;
+    errno = 0;
+    if (m_lock.tryLock(0))
+        return {};
+    const int problem = errno;
+    if (m_lock.error() == QLockFile::LockFailedError) {
+        const QString question = doubt();
+        if (!question.isEmpty())
+            return question;
+        const Holder other = holder();
+        return tr("the project is being changed by another program (%1, process %2)")
+            .arg(other.program, QString::number(other.process));
+    }
+    // With a disk so full that it does not take the lock, a last change might still fit in.
+    return problem == ENOSPC || problem == EDQUOT || problem == EFBIG
+        ? tr("the lock %1 cannot be made: %2").arg(m_fileName, qt_error_string(problem))
+        : QString();
+}
+
+ProjectLock::Holder ProjectLock::holder() const
+{
+    Holder result;
+    if (!m_lock.getLockInfo(&result.process, &result.machine, &result.program))
+        result = {};
+    return result;
+}
+
+QString ProjectLock::doubt() const
+{
+    const QFileInfo file(m_fileName);
+    if (m_lock.isLocked() || !file.exists() || !objectionToFile().isEmpty())
+        return {};
+    const Holder other = holder();
+    const QString time = file.lastModified().toString(Qt::ISODate);
+    const QString way = tr("If nobody changes the project there any more, take it over (zelchip --take-over)");
+    if (other.process <= 0)
+        return tr("the lock %1 of %2 does not say which program has the project; it is %3. %4")
+            .arg(m_fileName, time, file.size() == 0 ? tr("empty") : tr("damaged"), way);
+    if (other.machine != QSysInfo::machineHostName())
+        return tr("the project is being changed by a program on another machine (%1, process %2 on %3, since %4), says "
+                  "the lock %5. %6")
+            .arg(other.program, QString::number(other.process), other.machine, time, m_fileName, way);
+    return {};
+}
+
+QString ProjectLock::takeOver()
+{
+    if (doubt().isEmpty() || m_lock.removeStaleLockFile())
+        return {};
+    return tr("the lock %1 cannot be taken over: a program holds it, or it cannot be removed").arg(m_fileName);
+}
+
+} // namespace mirn::zelchip
