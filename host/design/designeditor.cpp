@@ -374,8 +374,10 @@ QString DesignEditor::save()
     const QByteArray content = obstacle.isEmpty() ? savedContent() : QByteArray();
     const FileReplacement replacement
         = obstacle.isEmpty() ? replaceFile(placementFile(), content, m_files) : FileReplacement{false, obstacle};
-    if (replacement.isDone)
+    if (replacement.isDone) {
         m_savedHash = QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex();
+        m_journal.startsAfter(journalformat::baseLine(m_savedHash)); // also where the rest fails
+    }
     if (!replacement.error.isEmpty())
         return tr("the placements cannot be saved in %1: %2").arg(placementFile(), replacement.error);
     m_undoStack.setClean();

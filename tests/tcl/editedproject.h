@@ -15,6 +15,7 @@
 namespace zeltest {
 
 using mirn::zelchip::DesignEditor;
+using mirn::zelchip::FileLayer;
 using mirn::zelchip::TclInterpreter;
 using mirn::zelchip::TclResult;
 using mirn::zelengine::ReferenceEngine;
@@ -46,7 +47,7 @@ public:
     }
 
     // As a program that is started anew; what the one before did in memory is gone.
-    QStringList open()
+    QStringList open(FileLayer& files = FileLayer::system())
     {
         m_editor.reset();
         QString error;
@@ -54,7 +55,7 @@ public:
         m_engine = ReferenceEngine::open(m_folder.path(), &error, &warnings);
         if (!m_engine)
             qFatal("%s", qPrintable(error));
-        m_editor = std::make_unique<DesignEditor>(*m_engine, directory());
+        m_editor = std::make_unique<DesignEditor>(*m_engine, directory(), nullptr, files);
         m_tcl = std::make_unique<TclInterpreter>();
         addDesignCommands(*m_tcl, *m_editor);
         return m_editor->recover();

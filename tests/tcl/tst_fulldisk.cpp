@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/testmain.h"
+#include "tests/tcl/editedproject.h"
+
+#include <QDir>
+#include <QTest>
+
+#include <cerrno>
+
+using namespace mirn::zelchip;
+using zeltest::EachKind;
+using zeltest::EditedProject;
+
+namespace {
+
+enum class Trouble {
+    OneCall, // the disk is full for a moment
+    AllCalls, // it stays full
+    HalfAWrite, // it fills up in the middle of a write and stays full
+    KillBefore, // the program ends, and nothing that it asks for from then on happens
+    KillAfter, // this still happens
+};
+
+// A disk in trouble from the n-th call on that changes something.
+class FailingFileLayer final : public FileLayer
+{
+public:
+    FailingFileLayer(Trouble trouble, int callsBefore)
+        : m_trouble(trouble)
+        , m_callsBefore(callsBefore)
+    { }
+
+    [[nodiscard]] bool wasReached() const { return m_calls > m_callsBefore; }
+
+    int open(const char* name, int flags) override
+    {
+        return call([&] { return FileLayer::open(name, flags); });
+    }
+    long write(int file, const char* bytes, std::size_t size) override
+    {
+        if (m_calls == m_callsBefore && m_trouble == Trouble::HalfAWrite) {
+            ++m_calls;
+            return FileLayer::write(file, bytes, size / 2);
+        }
+        return call([&] { return FileLayer::write(file, bytes, size); });
+    }
+    int sync(int) override
+    {
+        return call([] { return 0; }); // no power is cut here
+    }
+    int truncate(int file, long size) override
+    {
+        return call([&] { return FileLayer::truncate(file, size); });
+    }
+    int rename(const char* from, const char* to) override
+    {
+        return call([&] { return FileLayer::rename(from, to); });
+    }
+    int link(const char* from, const char* to) override
+    {
+        return call([&] { return FileLayer::link(from, to); });
+    }
+    int unlink(const char* name) override
+    {
+        const bool isAlive = !wasReached() || (m_trouble != Trouble::KillBefore && m_trouble != Trouble::KillAfter);
+        return isAlive ? FileLayer::unlink(name) : -1; // needs no room
+    }
+
+private:
+    template <typename Function> auto call(const Function& function) -> decltype(function())
+    {
+        const int number = m_calls++;
+        const bool isDone = number < m_callsBefore || (number > m_callsBefore && m_trouble == Trouble::OneCall)
+            || (number == m_callsBefore && m_trouble == Trouble::KillAfter);
+        const auto result = isDone ? function() : -1;
+        errno = isDone ? errno : ENOSPC;
+        return result;
+    }
+
+    const Trouble m_trouble;
+    const int m_callsBefore;
+    int m_calls = 0;
+};
+
+// Saves in between and undoes what was saved.
+QStringList workingDay()
+{
+    QStringList script = EachKind;
+    script.insert(4, QStringLiteral("save"));
+    script.insert(11, QStringLiteral("undo"));
+    return script + QStringList{"save", "undo", "undo", "save", "save", "redo"};
+}
+
+QString answerOf(EditedProject& project, const QString& command)
+{
+    return command == QLatin1String("save") ? project.editor().save() : project.run(command);
+}
+
+} // namespace
+
+// Whatever the disk refuses: the answer says so, and what was answered otherwise is there when the project is opened
+// again.
+class TestFullDisk : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void everyCallMayFail_data();
+    void everyCallMayFail();
+    void programMayEndInEveryCall_data();
+    void programMayEndInEveryCall();
+};
+
+void TestFullDisk::everyCallMayFail_data()
+{
+    QTest::addColumn<int>("trouble");
+    QTest::newRow("for a moment") << static_cast<int>(Trouble::OneCall);
+    QTest::newRow("from then on") << static_cast<int>(Trouble::AllCalls);
+    QTest::newRow("in the middle of a write") << static_cast<int>(Trouble::HalfAWrite);
+}
+
+void TestFullDisk::everyCallMayFail()
+{
+    QFETCH(int, trouble);
+    bool wasReached = true;
+    int call = 0;
+    for (; wasReached; ++call) {
+        EditedProject project;
+        FailingFileLayer files(static_cast<Trouble>(trouble), call);
+        project.open(files);
+        int refusals = 0;
+        for (const QString& command : workingDay()) {
+            const QString state = project.state();
+            const QString answer = answerOf(project, command);
+            if (answer.isEmpty())
+                continue;
+            // Later ones may be refused because this one was.
+            if (refusals++ == 0)
+                QVERIFY2(answer.contains("No space left on device"), qPrintable(answer));
+            QCOMPARE(project.state(), state);
+        }
+        wasReached = files.wasReached();
+        const QString state = project.state();
+        const QStringList said = project.open();
+        QVERIFY2(project.state() == state, qPrintable(QStringLiteral("call %1: %2").arg(call).arg(said.join("; "))));
+        QVERIFY2(!said.join("").contains("another state"), qPrintable(said.join("; ")));
+    }
+    QVERIFY(call > 40); // all of them were tried
+}
+
+void TestFullDisk::programMayEndInEveryCall_data()
+{
+    QTest::addColumn<int>("trouble");
+    QTest::newRow("before it is done") << static_cast<int>(Trouble::KillBefore);
+    QTest::newRow("in the middle of a write") << static_cast<int>(Trouble::HalfAWrite);
+    QTest::newRow("when it is done") << static_cast<int>(Trouble::KillAfter);
+}
+
+// Only the command that had no answer yet may be there or not.
+void TestFullDisk::programMayEndInEveryCall()
+{
+    QFETCH(int, trouble);
+    QStringList states;
+    EditedProject untroubled;
+    for (const QString& command : workingDay()) {
+        states.append(untroubled.state());
+        QCOMPARE(answerOf(untroubled, command), QString());
+    }
+    states.append(untroubled.state());
+    bool wasReached = true;
+    int call = 0;
+    for (; wasReached; ++call) {
+        EditedProject project;
+        FailingFileLayer files(static_cast<Trouble>(trouble), call);
+        project.open(files);
+        int answered = 0;
+        for (const QString& command : workingDay()) {
+            (void)answerOf(project, command);
+            if (files.wasReached())
+                break;
+            ++answered;
+        }
+        wasReached = files.wasReached();
+        const QStringList said = project.open();
+        const QString state = project.state();
+        QVERIFY2(state == states[answered] || state == states.value(answered + 1),
+            qPrintable(QStringLiteral("call %1: %2").arg(call).arg(said.join("; "))));
+        QVERIFY2(!said.join("").contains("another state"), qPrintable(said.join("; ")));
+    }
+    QVERIFY(call > 40);
+}
+
+ZEL_TEST_MAIN(TestFullDisk)
+#include "tst_fulldisk.moc"
