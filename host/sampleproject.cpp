@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "host/sampleproject.h"
 
+#include "host/design/filereplacement.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace mirn::zelchip {
 
@@ -20,12 +24,10 @@ bool copyProject(const QDir& from, const QDir& to)
     QStringList names = from.entryList(QDir::Files);
     names.removeAll(ProjectFile);
     names.append(ProjectFile);
-    for (const QString& name : names) {
-        QFile::remove(to.filePath(name)); // of a copy that was not finished
-        if (!QFile::copy(from.filePath(name), to.filePath(name)))
-            return false;
-    }
-    return true;
+    return std::all_of(names.cbegin(), names.cend(), [&](const QString& name) {
+        QFile file(from.filePath(name));
+        return file.open(QIODevice::ReadOnly) && replaceFile(to.filePath(name), file.readAll()).error.isEmpty();
+    });
 }
 
 } // namespace

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "host/snapshot.h"
 
+#include "host/design/filereplacement.h"
+
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QImageWriter>
 #include <QPixmap>
-#include <QSaveFile>
 #include <QWidget>
 
 namespace mirn::zelchip {
@@ -30,21 +32,17 @@ bool saveSnapshot(QWidget& window, const QString& file, QString* error)
                 .arg(QString::fromLatin1(format)));
         return false;
     }
-    QSaveFile output(file);
-    if (!output.open(QIODevice::WriteOnly)) {
-        *error = cannotWrite(file, output.errorString());
-        return false;
-    }
-    QImageWriter writer(&output, format);
+    QBuffer image;
+    image.open(QIODevice::WriteOnly);
+    QImageWriter writer(&image, format);
     if (!writer.write(window.grab().toImage())) {
         *error = cannotWrite(file, writer.errorString());
         return false;
     }
-    if (!output.commit()) {
-        *error = cannotWrite(file, output.errorString());
-        return false;
-    }
-    return true;
+    const FileReplacement replacement = replaceFile(file, image.data());
+    if (!replacement.error.isEmpty())
+        *error = cannotWrite(file, replacement.error);
+    return replacement.error.isEmpty();
 }
 
 } // namespace mirn::zelchip

@@ -144,6 +144,15 @@ void TestEngineFiles::refusesProjects_data()
     QTest::newRow("two implementations of one name") << QByteArray(
         "{\"name\": \"p\", \"device\": \"d\", \"implementations\": [\n{\"name\": \"a\"},\n{\"name\": \"a\"}]}")
                                                      << "project.json:3:10: the implementation \"a\" is there twice";
+    QTest::newRow("a folder as device file") << QByteArray("{\"name\": \"p\",\n \"device\": \"..\"}")
+                                             << "project.json:2:12: \"..\" cannot be read: it is a folder, expected a "
+                                                "regular file";
+    QTest::newRow("a design without an end")
+        << QByteArray("{\"name\": \"p\", \"device\": \"device.json\",\n \"design\": \"/dev/zero\"}")
+        << "project.json:2:12: \"/dev/zero\" cannot be read: it is a device, expected a regular file";
+    QTest::newRow("a name as long as the file")
+        << "{\"name\": \"p\", \"device\": \"" + QByteArray(300, 'd') + "\"}"
+        << "project.json:1:25: \"" + QString(80, QLatin1Char('d')) + "...\" cannot be read: File name too long";
 }
 
 void TestEngineFiles::refusesProjects()

@@ -10,6 +10,11 @@
 #include <QRandomGenerator>
 #include <QTest>
 #include <QThread>
+#include <QtEndian>
+
+#include <random>
+
+#include <sys/resource.h>
 
 namespace {
 
@@ -139,6 +144,10 @@ private Q_SLOTS:
     void lastStepIsCutOff_data();
     void lastStepIsCutOff();
     void twoProgramsDoNotChangeOneProject();
+    void lockInDoubtIsNamedAndTakenOverKnowingly_data();
+    void lockInDoubtIsNamedAndTakenOverKnowingly();
+    void whatTheReleaseBeforeWroteOpensAsItDid();
+    void hugeJournalOfSomethingElseIsReadQuickly();
     void changesOfAnotherProgramAreNotPassedOver_data();
     void changesOfAnotherProgramAreNotPassedOver();
     void changeThatCannotBeKeptIsAnError_data();
@@ -262,9 +271,87 @@ void TestRecovery::twoProgramsDoNotChangeOneProject()
     QVERIFY2(second.errors.contains("is being changed by another program (" + program + ", process "),
         second.errors.constData());
     QVERIFY(runBatch(m_project, "zel_project save").errors.contains("is being changed by another program"));
+    const QString script = m_project.write("batch.tcl", Steps[1]);
+    QCOMPARE(run({m_project.path(), "--take-over", "--batch", script}).status, 1); // it runs
     QCOMPARE(first.kill(), 1);
     QCOMPARE(runBatch(m_project, Steps[1]).status, 0);
     QCOMPARE(stateOf(m_project), m_states[2]);
+}
+
+void TestRecovery::lockInDoubtIsNamedAndTakenOverKnowingly_data()
+{
+    QTest::addColumn<QByteArray>("lock"); // empty: a program that runs
+    QTest::addColumn<QByteArray>("reason");
+    QTest::addColumn<bool>("canBeTakenOver");
+    QTest::newRow("empty") << QByteArray("") << QByteArray("it is empty") << true;
+    QTest::newRow("noise") << QByteArray("\xff\x00\n\n\n x", 7) << QByteArray("it is damaged") << true;
+    QTest::newRow("of another machine") << QByteArray("4711\nzelchip\nfarhost\n\n\n")
+                                        << QByteArray("process 4711 on farhost, since 2") << true;
+    QTest::newRow("longer than any lock") << QByteArray(5000, '1') << QByteArray("remove it") << false;
+}
+
+void TestRecovery::lockInDoubtIsNamedAndTakenOverKnowingly()
+{
+    QFETCH(QByteArray, lock);
+    QFETCH(QByteArray, reason);
+    QFETCH(bool, canBeTakenOver);
+    QVERIFY(QDir().mkpath(m_project.implementation()));
+    m_project.write("project/impl1/journal.tcl.lock", lock);
+    const Outcome refused = runBatch(m_project, Steps[0]);
+    QCOMPARE(refused.status, 1);
+    QVERIFY2(
+        refused.errors.contains(reason) && refused.errors.contains("journal.tcl.lock"), refused.errors.constData());
+    QCOMPARE(stateOf(m_project), m_states[0]);
+    const QString script = m_project.write("batch.tcl", Steps[0]);
+    const Outcome taken = run({m_project.path(), "--take-over", "--batch", script});
+    QCOMPARE(taken.status, canBeTakenOver ? 0 : 1);
+    QCOMPARE(stateOf(m_project), m_states[canBeTakenOver ? 1 : 0]);
+}
+
+// With the changes that it did not save, each one step of undo.
+void TestRecovery::whatTheReleaseBeforeWroteOpensAsItDid()
+{
+    const QString project = m_project.file("earlier");
+    QCOMPARE(QProcess::execute("cp", {"-r", ZEL_EARLIER_PROJECT, project}), 0);
+    const QString script = m_project.write("state.tcl",
+        "foreach name [zel_resource list] {puts [zel_resource get -ip $name]}\n"
+        "foreach key {CH0 CH1} {puts [zel_setting -id 10 -key $key]}\n");
+    const QByteArray state = contentOf(project + "/state.txt");
+    QVERIFY(!state.isEmpty());
+    const Outcome opened = run({project, "--batch", script});
+    QCOMPARE(opened.output, state);
+    QCOMPARE(opened.errors, QByteArray("zelchip: 10 changes that were not saved are back.\n"));
+    const QString undoing = m_project.write("undo.tcl", "while {![catch undo]} {incr n}\nputs $n\nzel_project save");
+    QCOMPARE(run({project, "--batch", undoing}).output, QByteArray("10\n"));
+    QCOMPARE(run({project, "--batch", script}).errors, QByteArray());
+}
+
+// Of which the first lines are told, and all is kept.
+void TestRecovery::hugeJournalOfSomethingElseIsReadQuickly()
+{
+    constexpr int Size = 100'000'000;
+    QCOMPARE(runBatch(m_project, Steps[0]).status, 0);
+    const qint64 before = QFileInfo(m_project.journalFile()).size();
+    QFile journal(m_project.journalFile());
+    QVERIFY(journal.open(QIODevice::Append));
+    std::mt19937 random(1); // the same everywhere
+    QByteArray block(Size / 100, Qt::Uninitialized);
+    for (int i = 0; i < 100; ++i) {
+        for (int at = 0; at + 4 <= block.size(); at += 4)
+            qToLittleEndian(static_cast<quint32>(random()), block.data() + at);
+        QCOMPARE(journal.write(block), block.size());
+    }
+    journal.close();
+    const Outcome outcome = runBatch(m_project, Ask + "puts [state]");
+#ifndef __SANITIZE_ADDRESS__
+    struct rusage usage;
+    QCOMPARE(getrusage(RUSAGE_CHILDREN, &usage), 0);
+    QVERIFY2(usage.ru_maxrss < 200'000, qPrintable(QString::number(usage.ru_maxrss))); // kilobytes
+#endif
+    QCOMPARE(outcome.output.trimmed(), m_states[1]);
+    QCOMPARE(outcome.errors.count("refused "), 21);
+    QCOMPARE(QFileInfo(m_project.journalFile() + ".aside-1").size(), before + Size);
+    QCOMPARE(QFileInfo(m_project.journalFile()).size(), before);
 }
 
 void TestRecovery::changesOfAnotherProgramAreNotPassedOver_data()
@@ -304,16 +391,20 @@ void TestRecovery::changeThatCannotBeKeptIsAnError()
 {
     QFETCH(QString, obstacle);
     QFETCH(QByteArray, reason);
-    const QString script = m_project.write("batch.tcl", "puts before\n" + Steps[0] + "\nputs after");
-    const Outcome refused = run("sh",
-        {"-c", "cd \"$1\" && " + obstacle + " && exec \"$2\" . --batch \"$3\"", "sh", m_project.path(), ZELCHIP_PROGRAM,
-            script});
+    QCOMPARE(QProcess::execute("sh", {"-c", "cd \"$1\" && " + obstacle, "sh", m_project.path()}), 0);
+    const auto runLimited = [&](const QByteArray& script) {
+        const QString limit = obstacle.startsWith("ulimit") ? obstacle : QStringLiteral("true");
+        return run("sh",
+            {"-c", limit + " && exec \"$@\"", "sh", ZELCHIP_PROGRAM, m_project.path(), "--batch",
+                m_project.write("batch.tcl", script)});
+    };
+    const Outcome refused = runLimited("puts before\n" + Steps[0] + "\nputs after");
     QCOMPARE(refused.status, 1);
     QCOMPARE(refused.output, QByteArray("before\n"));
     QVERIFY2(refused.errors.contains("batch.tcl:2: the "), refused.errors.constData());
     QVERIFY2(refused.errors.contains(reason), refused.errors.constData());
     // Nor is it made where it is not kept.
-    const Outcome unchanged = runBatch(m_project, Ask + "catch {" + Steps[0] + "}\nputs [state]");
+    const Outcome unchanged = runLimited(Ask + "catch {" + Steps[0] + "}\nputs [state]");
     QCOMPARE(unchanged.output.trimmed(), m_states[0]);
 }
 
