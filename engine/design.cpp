@@ -60,33 +60,16 @@ void Design::remove(int resource)
     m_removed.insert(at(resource).path, resource);
 }
 
-bool Design::restore(const QString& path)
+void Design::restore(int resource)
 {
-    const auto found = m_removed.constFind(path);
-    if (found == m_removed.constEnd())
-        return false;
-    const int resource = found.value();
-    if (at(resource).parent >= 0 && !m_byPath.contains(at(at(resource).parent).path))
-        return false;
-    const std::vector<int> branch = subtree(resource);
-    const auto isBlocked
-        = [this](int index) { return m_fixedSites.contains(index) && m_occupants.contains(m_fixedSites[index]); };
-    if (std::any_of(branch.begin(), branch.end(), isBlocked))
-        return false;
-    m_removed.remove(path);
+    m_removed.remove(at(resource).path);
     std::vector<int>& list = siblings(resource);
     // Resources are numbered in the order of the file, so this is where it stood.
     list.insert(std::lower_bound(list.begin(), list.end(), resource), resource);
-    for (int index : branch) {
+    for (int index : subtree(resource)) {
         m_byPath.insert(at(index).path, index);
-        setSite(index, m_fixedSites.value(index, -1));
+        setSite(index, siteAfterReturn(index));
     }
-    return true;
-}
-
-QStringList Design::removedPaths() const
-{
-    return m_removed.keys();
 }
 
 std::vector<int>& Design::siblings(int resource)

@@ -40,11 +40,16 @@ public:
     void addFeed(int clock, int ip);
     // With everything below, which goes off its sites. restore() brings it back.
     void remove(int resource);
-    // Brings back what was removed under this path: on its site what is fixed there, unplaced what is not. False when
-    // nothing was removed, its parent is gone, or another resource is on such a site.
-    bool restore(const QString& path);
-    // The paths that remove() was called for and that restore() would bring back or whose parents are gone.
-    [[nodiscard]] QStringList removedPaths() const;
+    // Brings back what remove() was called for: on its site what is fixed there, unplaced what is not; without what was
+    // removed of it before. Its parent must be there, and such sites free.
+    void restore(int resource);
+    // What remove() was called for and restore() not since, in ascending order; a parent may be among them with its
+    // children.
+    [[nodiscard]] QStringList removedPaths() const { return m_removed.keys(); }
+    // -1 for what is not among them.
+    [[nodiscard]] int findRemoved(const QString& path) const { return m_removed.value(path, -1); }
+    // The site onto which restore() would put a removed resource; -1: none.
+    [[nodiscard]] int siteAfterReturn(int resource) const { return m_fixedSites.value(resource, -1); }
 
     [[nodiscard]] const Resource& resource(int index) const { return m_resources[static_cast<std::size_t>(index)]; }
     [[nodiscard]] const std::vector<int>& topLevel() const { return m_topLevel; }
@@ -72,8 +77,10 @@ public:
     [[nodiscard]] int ipOf(int resource) const;
     // What of one type belongs to an IP, without what belongs to an IP inside it.
     [[nodiscard]] std::vector<int> partsOf(int ip, ResourceType type) const;
-    // The IPs that a clock source serves.
+    // The IPs that a clock source serves, without those that are removed.
     [[nodiscard]] std::vector<int> fedBy(int clock) const;
+    // Whether there are some, be they removed or not.
+    [[nodiscard]] bool isFeeder(int clock) const { return ipOf(clock) >= 0 || !resource(clock).feeds.empty(); }
     // The clock sources that serve an IP.
     [[nodiscard]] std::vector<int> clocksOf(int ip) const;
 

@@ -127,14 +127,12 @@ QString PlacementRules::objectionToChannel(int channel, const Site& site) const
 
 QString PlacementRules::objectionToClock(int clock, const Site& site) const
 {
-    const std::vector<int> ips = m_design.fedBy(clock);
-    if (ips.empty()) {
-        if (site.group.isEmpty() || site.reaches.isEmpty())
-            return {};
+    const bool isInUnit = !site.group.isEmpty() && !site.reaches.isEmpty();
+    if (isInUnit && !m_design.isFeeder(clock))
         return QStringLiteral("%1 serves only %2, where %3 feeds nothing")
             .arg(site.name, site.group, m_design.resource(clock).path);
-    }
-    if (site.reaches.isEmpty())
+    const std::vector<int> ips = m_design.fedBy(clock);
+    if (site.reaches.isEmpty() && !ips.empty())
         return QStringLiteral("%1 reaches no SerDes unit, but %2 feeds %3")
             .arg(site.name, m_design.resource(clock).path, m_design.resource(ips.front()).path);
     for (int ip : ips) {
@@ -199,11 +197,36 @@ bool PlacementRules::isInForce(const Proposal& proposal) const
         [this](const Placement& placement) { return m_design.resource(placement.resource).site == placement.site; });
 }
 
-QString PlacementRules::objectionToPlaced(int top) const
+QString PlacementRules::objectionToReturn(const QString& path) const
 {
+    const int top = m_design.findRemoved(path);
+    if (top < 0)
+        return QStringLiteral("no resource \"%1\" was removed").arg(path);
+    const int parent = m_design.resource(top).parent;
+    if (parent >= 0 && m_design.find(m_design.resource(parent).path) < 0)
+        return QStringLiteral("%1 is part of %2, which is removed").arg(path, m_design.resource(parent).path);
     for (int index : m_design.subtree(top)) {
-        const Resource& resource = m_design.resource(index);
-        const Site* site = m_device.site(resource.site);
+        const Site* site = m_device.site(m_design.siteAfterReturn(index));
+        const int occupant = site ? m_design.occupant(site->id) : -1;
+        if (occupant >= 0)
+            return QStringLiteral("%1 is fixed on %2, which is occupied by %3")
+                .arg(m_design.resource(index).path, site->name, m_design.resource(occupant).path);
+    }
+    return {};
+}
+
+QString PlacementRules::objectionToReturned(int top) const
+{
+    const std::vector<int> branch = m_design.subtree(top);
+    std::vector<int> concerned = branch;
+    for (int index : branch) {
+        if (m_design.resource(index).type != ResourceType::Ip)
+            continue;
+        const std::vector<int> clocks = m_design.clocksOf(index);
+        concerned.insert(concerned.end(), clocks.begin(), clocks.end());
+    }
+    for (int index : concerned) {
+        const Site* site = m_device.site(m_design.resource(index).site);
         const QString objection = site ? objectionByType(index, *site) : QString();
         if (!objection.isEmpty())
             return objection;

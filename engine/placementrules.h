@@ -31,6 +31,11 @@ struct Proposal
 // kind that takes the resource; the channels of one IP share one unit or neighbouring ones; a clock source must reach
 // every unit in which a channel that it serves is placed; the supplies of one bank have one voltage. An IP is placed on
 // a unit by placing its channels there, and in one neighbouring unit when that unit is too small.
+//
+// A state is legal when nothing stands against any placement in it. Every part of a legal state is legal: no rule asks
+// that something be placed, or that it be there. So a reset and a removal are never refused, only what puts something
+// onto a site or brings something back; and the placements of a legal state can be made in any order. What is saved
+// counts on both: it is the removals, then the placements. A rule that breaks this loses saved work.
 class PlacementRules
 {
 public:
@@ -45,8 +50,12 @@ public:
     // What resetting a resource takes off its site: all of it and below it that is placed and not fixed.
     [[nodiscard]] Proposal proposeReset(int resource) const;
 
-    // What is against leaving placed what is placed of a resource and below it; empty: nothing.
-    [[nodiscard]] QString objectionToPlaced(int resource) const;
+    // What is against Design::restore() of this path: it is not removed, its parent is, or one of its fixed parts has
+    // lost its site to another resource. Empty: nothing.
+    [[nodiscard]] QString objectionToReturn(const QString& path) const;
+    // What is against a resource that restore() has just brought back: a fixed part, or a clock source elsewhere that
+    // feeds an IP again. Empty: nothing.
+    [[nodiscard]] QString objectionToReturned(int resource) const;
 
 private:
     [[nodiscard]] QString objectionByType(int resource, const Site& site) const;

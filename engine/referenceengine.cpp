@@ -120,12 +120,14 @@ QString ReferenceEngine::remove(const QString& resource)
 
 QString ReferenceEngine::restore(const QString& resource)
 {
-    if (!m_design.restore(resource))
-        return QStringLiteral("no resource \"%1\" was removed that could come back").arg(resource);
-    // What is fixed comes back to where it was, and other things may have been placed since.
-    const QString objection = rules().objectionToPlaced(m_design.find(resource));
+    const QString obstacle = rules().objectionToReturn(resource);
+    if (!obstacle.isEmpty())
+        return obstacle;
+    const int index = m_design.findRemoved(resource);
+    m_design.restore(index);
+    const QString objection = rules().objectionToReturned(index);
     if (!objection.isEmpty())
-        m_design.remove(m_design.find(resource));
+        m_design.remove(index);
     m_isChanged = true;
     return objection;
 }

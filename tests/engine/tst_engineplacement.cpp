@@ -20,7 +20,8 @@ const char* const DESIGN = R"([
     {"name": "pll", "type": "PLL"}]},
   {"name": "mono", "type": "IP", "children": [{"name": "a", "type": "DCUCHANNEL"}]},
   {"name": "quad", "type": "IP", "children": [{"name": "parts", "children": [
-    {"name": "a", "type": "DCUCHANNEL"}, {"name": "b", "type": "DCUCHANNEL"}, {"name": "c", "type": "DCUCHANNEL"}]}]},
+    {"name": "a", "type": "DCUCHANNEL"}, {"name": "b", "type": "DCUCHANNEL"}, {"name": "c", "type": "DCUCHANNEL"}]},
+    {"name": "ref", "type": "EXTREF"}]},
   {"name": "shared", "type": "PLL", "feeds": ["mono", "duo"]},
   {"name": "core", "type": "PLL"},
   {"name": "v33", "type": "UVCCIO", "voltage": "3.3 V", "site": "V0_1"},
@@ -252,7 +253,10 @@ void TestEnginePlacement::removesWithAllReferences()
     QCOMPARE(m_engine->remove(QStringLiteral("top/mono")), QString());
     QCOMPARE(m_engine->design().find(QStringLiteral("top/duo/a")), -1);
     QCOMPARE(placements(*m_engine), QStringList{"v33@V0_1"});
-    QCOMPARE(m_engine->place(QStringLiteral("top/shared"), idOf(*m_engine, QStringLiteral("PLL_CORE"))), QString());
+    for (const char* site : {"U0_PLL", "PLL_CORE"})
+        QCOMPARE(m_engine->place(QStringLiteral("top/shared"), idOf(*m_engine, QLatin1String(site))), QString());
+    QCOMPARE(m_engine->restore(QStringLiteral("top/mono")),
+        QStringLiteral("PLL_CORE reaches no SerDes unit, but top/shared feeds top/mono"));
     QCOMPARE(m_engine->tree()->children->size(), std::size_t(7));
     QVERIFY(!m_engine->remove(QStringLiteral("top/duo")).isEmpty());
 }
@@ -276,8 +280,13 @@ void TestEnginePlacement::removedResourcesComeBackWhereTheyStood()
     const QStringList before = placements(*engine);
     QVERIFY(engine->remove(QStringLiteral("top/duo/a")).isEmpty());
     QVERIFY(engine->remove(QStringLiteral("top/duo")).isEmpty());
-    QVERIFY(!engine->restore(QStringLiteral("top/duo/a")).isEmpty()); // its parent is gone
-    QVERIFY(!engine->restore(QStringLiteral("top/mono")).isEmpty()); // is there
+    QCOMPARE(
+        engine->restore(QStringLiteral("top/duo/a")), QStringLiteral("top/duo/a is part of top/duo, which is removed"));
+    QCOMPARE(engine->restore(QStringLiteral("top/mono")), QStringLiteral("no resource \"top/mono\" was removed"));
+    QVERIFY(engine->place(QStringLiteral("top/quad/ref"), idOf(*engine, QStringLiteral("REF_L"))).isEmpty());
+    QCOMPARE(engine->restore(QStringLiteral("top/duo")),
+        QStringLiteral("top/duo/ref is fixed on REF_L, which is occupied by top/quad/ref"));
+    QVERIFY(engine->reset(QStringLiteral("top/quad/ref")).isEmpty());
     QVERIFY(engine->restore(QStringLiteral("top/duo")).isEmpty());
     QVERIFY(engine->restore(QStringLiteral("top/duo/a")).isEmpty());
     QVERIFY(!engine->restore(QStringLiteral("top/duo/a")).isEmpty());
