@@ -5,6 +5,7 @@
 #include "host/tcl/tclinterpreter.h"
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace mirn::zelchip::designcommands {
@@ -18,65 +19,39 @@ using zelengine::SettingChanges;
 const QString ResourceCommand = QStringLiteral("zel_resource");
 const QString SettingCommand = QStringLiteral("zel_setting");
 
-// The path's site in a design; -1 where the design does not have the resource.
-int siteIn(const Design& design, const QString& path)
+// Each of a command of its own, so that each can come back by itself; what lies deeper goes first, while its parent is
+// still there. A parent's path begins its child's, so it stands before it in the order of the paths.
+QStringList removals(const Design& design)
 {
-    const int index = design.find(path);
-    return index < 0 ? -1 : design.resource(index).site;
-}
-
-QStringList removals(const Design& from, const Design& to)
-{
-    QStringList commands;
-    for (int index : from.all()) {
-        const Resource& resource = from.resource(index);
-        const bool isParentGone = resource.parent >= 0 && to.find(from.resource(resource.parent).path) < 0;
-        if (to.find(resource.path) < 0 && !isParentGone)
-            commands.append(remove(resource.path));
-    }
-    return commands;
-}
-
-// A parent's path is shorter than its child's, so it comes back first.
-QStringList restorations(const Design& from, const Design& to)
-{
-    QStringList paths;
-    const QStringList removed = from.removedPaths();
-    for (const QString& path : removed) {
-        if (to.find(path) >= 0)
-            paths.append(path);
-    }
-    std::sort(paths.begin(), paths.end(), [](const QString& a, const QString& b) { return a.size() < b.size(); });
+    QStringList paths = design.removedPaths();
+    std::sort(paths.begin(), paths.end(), std::greater<>());
     QStringList commands;
     for (const QString& path : std::as_const(paths))
-        commands.append(restore(path));
+        commands.append(remove(path));
     return commands;
 }
 
-std::vector<Move> movesBetween(const Design& from, const Design& to)
+std::vector<Move> movesBetween(const Design& pristine, const Design& to)
 {
     std::vector<Move> result;
     for (int index : to.all()) {
         const Resource& resource = to.resource(index);
-        const int before = siteIn(from, resource.path);
+        const int before = pristine.resource(index).site;
         if (!resource.fixed && resource.site != before)
             result.push_back({resource.path, before, resource.site});
     }
     return result;
 }
 
-QStringList configurations(const Design& from, const Design& to)
+QStringList configurations(const Design& design)
 {
     QStringList commands;
-    for (int index : to.all()) {
-        const Resource& resource = to.resource(index);
-        const int before = from.find(resource.path);
+    for (int index : design.all()) {
+        const Resource& resource = design.resource(index);
         for (const zelengine::ResourceParameter& parameter : zelengine::parametersOf(resource.type)) {
-            const QString& key = parameter.key;
-            // What comes back is as the design file has it.
-            const QString old = before < 0 ? to.originalParameter(index, key) : from.parameter(before, key);
-            if (to.parameter(index, key) != old)
-                commands.append(configure(resource.path, key, to.parameter(index, key)));
+            const QString value = design.parameter(index, parameter.key);
+            if (value != design.originalParameter(index, parameter.key))
+                commands.append(configure(resource.path, parameter.key, value));
         }
     }
     return commands;
@@ -159,9 +134,9 @@ QStringList settings(const SettingChanges& from, const SettingChanges& to, const
     return commands;
 }
 
-QStringList between(const Design& from, const Design& to)
+QStringList between(const Design& pristine, const Design& to)
 {
-    return removals(from, to) + restorations(from, to) + moves(movesBetween(from, to)) + configurations(from, to);
+    return removals(to) + moves(movesBetween(pristine, to)) + configurations(to);
 }
 
 } // namespace mirn::zelchip::designcommands

@@ -41,8 +41,8 @@ using DefaultSetting = std::function<QString(int site, const QString& key)>;
 [[nodiscard]] QStringList settings(
     const zelengine::SettingChanges& from, const zelengine::SettingChanges& to, const DefaultSetting& defaultSetting);
 
-// Commands that lead from one state of a design to another one of the same design.
-[[nodiscard]] QStringList between(const zelengine::Design& from, const zelengine::Design& to);
+// Commands that lead from a design as its file has it to another state of the same design.
+[[nodiscard]] QStringList between(const zelengine::Design& pristine, const zelengine::Design& to);
 
 } // namespace designcommands
 } // namespace mirn::zelchip
