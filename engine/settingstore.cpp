@@ -85,20 +85,28 @@ QString SettingStore::setValue(int siteId, const QString& key, const QString& va
     if (!coupled && value != setting->value && !setting->choices.contains(value))
         return QStringLiteral("%1 cannot be \"%2\", expected %3").arg(key, value, quotedAlternatives(setting->choices));
 
-    // Leaving a coupled value leaves it for all its keys; the others go back to what a fresh device has.
-    if (const SiteSetting* left = coupledSettingOf(*site, key, valueOf(*site, *setting))) {
-        const QStringList keys = left->key.split(QLatin1Char(':'));
-        for (const QString& other : keys) {
-            if (const SiteSetting* target = settingOf(*site, other))
-                store(*site, *target, target->value);
-        }
-    }
     const QStringList keys = coupled ? coupled->key.split(QLatin1Char(':')) : QStringList(key);
+    for (const QString& changed : keys)
+        leaveCommonValue(*site, changed);
     for (const QString& changed : keys) {
         if (const SiteSetting* target = settingOf(*site, changed))
             store(*site, *target, value);
     }
     return {};
+}
+
+// Leaving a common value leaves it for all its keys; the others go back to what a fresh device has.
+void SettingStore::leaveCommonValue(const Site& site, const QString& key)
+{
+    for (const SiteSetting& setting : site.settings) {
+        const QStringList keys = setting.key.split(QLatin1Char(':'));
+        if (!isCoupled(setting) || !keys.contains(key) || commonValueOf(site, setting).isEmpty())
+            continue;
+        for (const QString& other : keys) {
+            if (const SiteSetting* target = settingOf(site, other))
+                store(site, *target, target->value);
+        }
+    }
 }
 
 std::map<std::string, std::vector<std::string>> SettingStore::offers(int siteId) const
@@ -141,9 +149,14 @@ QString SettingStore::valueOf(const Site& site, const SiteSetting& setting) cons
 // The choice of a coupled setting that is in force for its keys; empty when none is.
 QString SettingStore::commonValueOf(const Site& site, const SiteSetting& coupled) const
 {
-    const SiteSetting* first = settingOf(site, coupled.key.section(QLatin1Char(':'), 0, 0));
-    const QString value = first ? valueOf(site, *first) : QString();
-    return coupled.choices.contains(value) ? value : QString();
+    const QStringList keys = coupled.key.split(QLatin1Char(':'));
+    QStringList values;
+    for (const QString& key : keys) {
+        const SiteSetting* setting = settingOf(site, key);
+        values.append(setting ? valueOf(site, *setting) : QString());
+    }
+    const bool isCommon = values.count(values.first()) == values.size() && coupled.choices.contains(values.first());
+    return isCommon ? values.first() : QString();
 }
 
 void SettingStore::store(const Site& site, const SiteSetting& setting, const QString& value)

@@ -48,6 +48,7 @@ public:
 private:
     [[nodiscard]] QString valueOf(const Site& site, const SiteSetting& setting) const;
     [[nodiscard]] QString commonValueOf(const Site& site, const SiteSetting& coupled) const;
+    void leaveCommonValue(const Site& site, const QString& key);
     void store(const Site& site, const SiteSetting& setting, const QString& value);
 
     const Device& m_device;

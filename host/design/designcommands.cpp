@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/design/designcommands.h"
 
+#include "engine/device.h"
 #include "engine/resourceparameter.h"
 #include "host/tcl/tclinterpreter.h"
 
@@ -57,18 +58,24 @@ QStringList configurations(const Design& design)
     return commands;
 }
 
-// Calls `visit` for each setting, in a fixed order.
-template <typename Visitor> void forEach(const SettingChanges& changes, const Visitor& visit)
+// Sets what a site does not have as it is to have it, and tells the commands. A value that holds for several keys may
+// change one that was right, so that once may not be enough.
+QStringList settingsOfSite(
+    const zelengine::Site& site, zelengine::SettingStore& store, const zelengine::SettingStore& wanted)
 {
-    QList<int> sites = changes.keys();
-    std::sort(sites.begin(), sites.end());
-    for (int site : std::as_const(sites)) {
-        const QHash<QString, QString> values = changes.value(site);
-        QStringList keys = values.keys();
-        keys.sort();
-        for (const QString& key : std::as_const(keys))
-            visit(site, key, values.value(key));
+    QStringList commands;
+    const QString couple = QStringLiteral(":");
+    for (std::size_t round = 0;
+         round <= site.settings.size() && store.changes().value(site.id) != wanted.changes().value(site.id); ++round) {
+        for (const zelengine::SiteSetting& known : site.settings) {
+            const QString value = wanted.value(site.id, known.key);
+            if (known.key.contains(couple) || store.value(site.id, known.key) == value)
+                continue;
+            (void)store.setValue(site.id, known.key, value);
+            commands.append(setting(site.id, known.key, value));
+        }
     }
+    return commands;
 }
 
 } // namespace
@@ -119,18 +126,22 @@ QStringList moves(const std::vector<Move>& moves)
     return resets + placements;
 }
 
-QStringList settings(const SettingChanges& from, const SettingChanges& to, const DefaultSetting& defaultSetting)
+QStringList settings(const zelengine::Device& device, const SettingChanges& from, const SettingChanges& to)
 {
+    zelengine::SettingStore store(device);
+    zelengine::SettingStore wanted(device);
+    for (auto it = from.begin(); it != from.end(); ++it)
+        store.setChanges(it.key(), it.value());
+    for (auto it = to.begin(); it != to.end(); ++it)
+        wanted.setChanges(it.key(), it.value());
+    QList<int> carriers = from.keys() + to.keys();
+    std::sort(carriers.begin(), carriers.end());
+    carriers.erase(std::unique(carriers.begin(), carriers.end()), carriers.end());
     QStringList commands;
-    forEach(from, [&](int site, const QString& key, const QString&) {
-        if (!to.value(site).contains(key))
-            commands.append(setting(site, key, defaultSetting(site, key)));
-    });
-    forEach(to, [&](int site, const QString& key, const QString& value) {
-        const QHash<QString, QString> before = from.value(site);
-        if (!before.contains(key) || before.value(key) != value)
-            commands.append(setting(site, key, value));
-    });
+    for (int carrier : std::as_const(carriers)) {
+        if (const zelengine::Site* site = device.site(carrier))
+            commands += settingsOfSite(*site, store, wanted);
+    }
     return commands;
 }
 

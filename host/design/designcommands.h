@@ -7,7 +7,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <functional>
 #include <vector>
 
 namespace mirn::zelchip {
@@ -35,11 +34,9 @@ struct Move
 // site before anything is put anywhere.
 [[nodiscard]] QStringList moves(const std::vector<Move>& moves);
 
-// What a setting has that is not among the changes.
-using DefaultSetting = std::function<QString(int site, const QString& key)>;
-
+// Commands that lead from some settings of a device to others.
 [[nodiscard]] QStringList settings(
-    const zelengine::SettingChanges& from, const zelengine::SettingChanges& to, const DefaultSetting& defaultSetting);
+    const zelengine::Device& device, const zelengine::SettingChanges& from, const zelengine::SettingChanges& to);
 
 // Commands that lead from a design as its file has it to another state of the same design.
 [[nodiscard]] QStringList between(const zelengine::Design& pristine, const zelengine::Design& to);

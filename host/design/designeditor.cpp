@@ -298,10 +298,10 @@ QStringList DesignEditor::commandsFor(const Change& change, bool isForward) cons
             path(parameter.resource), parameter.key, isForward ? parameter.after : parameter.before));
     if (change.settingsSite < 0)
         return commands;
-    const auto defaults = [this](int site, const QString& key) { return defaultSetting(site, key); };
     const zelengine::SettingChanges before{{change.settingsSite, change.settingsBefore}};
     const zelengine::SettingChanges after{{change.settingsSite, change.settingsAfter}};
-    return commands + designcommands::settings(isForward ? before : after, isForward ? after : before, defaults);
+    return commands
+        + designcommands::settings(m_engine.device(), isForward ? before : after, isForward ? after : before);
 }
 
 // Of a resource that is there or was removed.
@@ -328,16 +328,6 @@ QString DesignEditor::step(int index, bool isForward)
         return obstacle;
     isForward ? m_undoStack.redo() : m_undoStack.undo();
     Q_EMIT changed();
-    return {};
-}
-
-QString DesignEditor::defaultSetting(int site, const QString& key) const
-{
-    const zelengine::Site* found = m_engine.device().site(site);
-    for (const zelengine::SiteSetting& setting : found ? found->settings : std::vector<zelengine::SiteSetting>()) {
-        if (setting.key == key)
-            return setting.value;
-    }
     return {};
 }
 
@@ -391,9 +381,8 @@ QString DesignEditor::save()
 // With what the journal holds, for a program that is stopped before the journal is empty.
 QByteArray DesignEditor::savedContent() const
 {
-    const auto defaults = [this](int site, const QString& key) { return defaultSetting(site, key); };
     const QStringList commands = designcommands::between(m_pristine, m_engine.design())
-        + designcommands::settings({}, m_engine.settings().changes(), defaults);
+        + designcommands::settings(m_engine.device(), {}, m_engine.settings().changes());
     QByteArray content = QFileInfo(m_journal.fileName()).size() > 0
         ? journalformat::holdingLine({QFileInfo(m_journal.fileName()).size(), hashOfFile(m_journal.fileName())})
         : QByteArray();
@@ -405,7 +394,7 @@ QByteArray DesignEditor::savedContent() const
 // What could not be read from the placement file is not to be overwritten.
 QString DesignEditor::keepSaved()
 {
-    if (!m_isSavedKept && keepAside(placementFile(), m_files).isEmpty())
+    if (!m_isSavedKept && QFileInfo::exists(placementFile()) && keepAside(placementFile(), m_files).isEmpty())
         return tr("what it holds cannot be kept: %1").arg(qt_error_string(errno));
     m_isSavedKept = true;
     return {};

@@ -89,7 +89,6 @@ private:
     [[nodiscard]] QStringList commandsFor(const Change& change, bool isForward) const;
     [[nodiscard]] QString path(int resource) const;
     QString step(int index, bool isForward);
-    [[nodiscard]] QString defaultSetting(int site, const QString& key) const;
     [[nodiscard]] QString claim();
     QString keep(const QStringList& commands);
     [[nodiscard]] QString keepSaved();

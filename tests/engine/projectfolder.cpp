@@ -31,7 +31,12 @@ const char* const DEVICE = R"({
     {"id": 20, "name": "U1", "kind": "UNIT", "group": "U1", "neighbours": ["U0"]},
     {"id": 21, "name": "U1_CH0", "kind": "CHANNEL", "group": "U1"},
     {"id": 22, "name": "U1_CH1", "kind": "CHANNEL", "group": "U1"},
-    {"id": 30, "name": "U2", "kind": "UNIT", "group": "U2"},
+    {"id": 30, "name": "U2", "kind": "UNIT", "group": "U2", "settings": {
+      "A": {"value": "SLOW", "choices": ["SLOW", "FAST"]},
+      "B": {"value": "SLOW", "choices": ["SLOW", "OFF"]},
+      "C": {"value": "OFF", "choices": ["OFF", "FAST"]},
+      "A:B": {"choices": ["TWIN"]},
+      "B:C": {"choices": ["OFF", "PAIR"]}}},
     {"id": 31, "name": "U2_CH0", "kind": "CHANNEL", "group": "U2"},
     {"id": 32, "name": "U2_CH1", "kind": "CHANNEL", "group": "U2"},
     {"id": 40, "name": "REF_L", "kind": "REF", "reaches": ["U0", "U1"]},
