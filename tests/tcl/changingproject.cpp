@@ -21,7 +21,7 @@ namespace designcommands = mirn::zelchip::designcommands;
 namespace {
 
 constexpr int Gone = -2;
-constexpr int FewResources = 2;
+constexpr int MostOrigins = 2; // of the few resources that a sequence is about
 
 std::unique_ptr<ReferenceEngine> openEngine(const QString& projectFolder)
 {
@@ -114,7 +114,7 @@ void ChangingProject::startOver()
 void ChangingProject::chooseFew(Random& random)
 {
     m_few.clear();
-    for (int i = 0; i < FewResources; ++i) {
+    for (int missing = 1 + random.below(MostOrigins); missing > 0; --missing) {
         for (int index = random.oneOf(m_resources); index >= 0; index = m_pristine.resource(index).parent) {
             m_few.push_back(index);
             for (const std::vector<int>& related : {m_pristine.fedBy(index), m_pristine.clocksOf(index)})

@@ -86,7 +86,7 @@ std::vector<Step> shortened(ChangingProject& project, std::vector<Step> steps)
             const auto first = shorter.begin() + static_cast<std::ptrdiff_t>(from);
             shorter.erase(first, first + static_cast<std::ptrdiff_t>(std::min(length, steps.size() - from)));
             if (faultOf(project, shorter).isEmpty()) {
-                from += length;
+                ++from;
             } else {
                 steps = std::move(shorter);
                 from = 0;
