@@ -93,12 +93,23 @@ QString Journal::claim()
     const QString folder = QFileInfo(m_fileName).absolutePath();
     if (!QFileInfo::exists(folder) && QDir().mkpath(folder))
         (void)syncFolder(m_files, QFileInfo(folder).absolutePath());
-    const QString obstacle = m_lock.claim();
-    const QFileInfo file(m_fileName);
-    if (!obstacle.isEmpty() || file.size() == m_size)
+    QString obstacle = m_lock.claim();
+    if (!obstacle.isEmpty())
         return obstacle;
-    m_lock.release();
-    return ChangedByAnother;
+    obstacle = objection();
+    if (obstacle.isEmpty() && QFileInfo(m_fileName).size() != m_size)
+        obstacle = ChangedByAnother;
+    if (!obstacle.isEmpty())
+        m_lock.release();
+    return obstacle;
+}
+
+// A pipe or a device may have taken the file's place, or it may not be readable.
+QString Journal::objection() const
+{
+    const QString reason
+        = QFileInfo::exists(m_fileName) ? zelengine::objectionToInputFile(m_fileName, LargestJournal) : QString();
+    return reason.isEmpty() ? QString() : complaint(reason);
 }
 
 QString Journal::append(const QStringList& commands)
@@ -218,10 +229,9 @@ QString Journal::open()
 // Opens the file for writing. What a link points to belongs to somebody else: the link makes room for a copy.
 QString Journal::prepare()
 {
-    const QString objection
-        = QFileInfo::exists(m_fileName) ? zelengine::objectionToInputFile(m_fileName, LargestJournal) : QString();
-    if (!objection.isEmpty())
-        return complaint(objection);
+    const QString obstacle = objection();
+    if (!obstacle.isEmpty())
+        return obstacle;
     if (QFileInfo(m_fileName).isSymLink()) {
         QString problem;
         const QByteArray content

@@ -58,6 +58,7 @@ public:
 private:
     [[nodiscard]] QString open();
     [[nodiscard]] QString prepare();
+    [[nodiscard]] QString objection() const;
     [[nodiscard]] bool isOurs() const;
     [[nodiscard]] QString cut(qint64 size);
     void close();

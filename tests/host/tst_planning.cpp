@@ -32,6 +32,8 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include <algorithm>
+
 using namespace mirn::zelchip;
 using namespace mirn::zelchipview;
 
@@ -147,6 +149,8 @@ private Q_SLOTS:
     void closingAsks_data();
     void closingAsks();
     void workThatIsBackIsSaid();
+    void lockInDoubtIsAskedAbout_data();
+    void lockInDoubtIsAskedAbout();
     void typedExitAsksToo();
     void settingsDialogChangesOneThing_data();
     void settingsDialogChangesOneThing();
@@ -265,6 +269,36 @@ void TestPlanning::workThatIsBackIsSaid()
     QVERIFY(element->isVisible());
     QCoreApplication::processEvents();
     QCOMPARE(legend->geometry(), place);
+}
+
+void TestPlanning::lockInDoubtIsAskedAbout_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("site");
+    QTest::newRow("taken over") << "Take Over"
+                                << "50";
+    QTest::newRow("only looked at") << "Only Look"
+                                    << "{}";
+}
+
+void TestPlanning::lockInDoubtIsAskedAbout()
+{
+    QFETCH(QString, button);
+    QFETCH(QString, site);
+    Planning planning;
+    QVERIFY(!planning.window->findChild<QMessageBox*>());
+    planning.window.reset();
+    planning.files.project.write(QStringLiteral("deux/journal.tcl.lock"), "4711\nzelchip\nfarhost\n\n\n");
+    planning.open();
+    auto* box = planning.window->findChild<QMessageBox*>();
+    QVERIFY(box && box->informativeText().contains(QStringLiteral("4711 on farhost")));
+    const QList<QAbstractButton*> buttons = box->buttons();
+    const auto named = [&](const QAbstractButton* candidate) { return candidate->text().remove('&') == button; };
+    (*std::find_if(buttons.begin(), buttons.end(), named))->click();
+    QTRY_VERIFY(!planning.window->findChild<QMessageBox*>());
+    planning.run(QStringLiteral("zel_resource place -rsc top/core -id 50"));
+    planning.run(QStringLiteral("zel_resource get -ip top/core"));
+    QVERIFY(planning.consoleText().contains(QStringLiteral("name top/core id %1 ").arg(site)));
 }
 
 void TestPlanning::typedExitAsksToo()
