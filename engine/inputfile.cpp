@@ -7,11 +7,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace mirn::zelengine {
 
 namespace {
+
+constexpr qint64 BlockSize = qint64(1) << 18; // bytes
 
 QString nameOfType(mode_t mode)
 {
@@ -64,7 +67,12 @@ std::optional<QByteArray> readInputFile(const QString& fileName, qint64 mostByte
         *error = file.errorString();
         return std::nullopt;
     }
-    const QByteArray bytes = file.read(mostBytes); // what grows meanwhile is not followed
+    // In blocks: some files tell no size, and read() makes room for all that it may read.
+    QByteArray bytes;
+    bytes.reserve(static_cast<int>(std::min(file.size(), mostBytes)));
+    for (QByteArray block = file.read(BlockSize); !block.isEmpty() && bytes.size() < mostBytes;
+         block = file.read(BlockSize))
+        bytes += block;
     if (file.error() == QFileDevice::NoError)
         return bytes;
     *error = file.errorString();

@@ -28,7 +28,7 @@ void openTakeOverQuestion(QWidget* parent, const QString& doubt, const std::func
 {
     auto* box = new QMessageBox(QMessageBox::Warning, tr("zelchip"),
         tr("It is not certain that nobody else changes this project."), QMessageBox::NoButton, parent);
-    box->setInformativeText(doubt);
+    box->setInformativeText(doubt.left(1).toUpper() + doubt.mid(1));
     box->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
     QPushButton* yes = box->addButton(tr("Take Over"), QMessageBox::AcceptRole);

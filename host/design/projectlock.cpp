@@ -80,7 +80,7 @@ QString ProjectLock::doubt() const
         return {};
     const Holder other = holder();
     const QString time = file.lastModified().toString(Qt::ISODate);
-    const QString way = tr("If nobody changes the project there any more, take it over (zelchip --take-over)");
+    const QString way = tr("If nobody changes the project there any more, take it over (zelchip --take-over).");
     if (other.process <= 0)
         return tr("the lock %1 of %2 does not say which program has the project; it is %3. %4")
             .arg(m_fileName, time, file.size() == 0 ? tr("empty") : tr("damaged"), way);

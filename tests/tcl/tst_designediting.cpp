@@ -3,6 +3,8 @@
 #include "tests/tcl/editedproject.h"
 
 #include <QApplication>
+#include <QFile>
+#include <QFileInfo>
 #include <QTest>
 #include <QTimer>
 
@@ -46,6 +48,7 @@ class TestDesignEditing : public zeltest::Test
 private Q_SLOTS:
     void undoAndRedoStepThroughEveryChange();
     void removedJournalIsAnError();
+    void linksAreReadAndReplaced();
     void changesThatCannotBeKeptAreRefused();
     void refusalsSayWhy_data();
     void refusalsSayWhy();
@@ -91,6 +94,36 @@ void TestDesignEditing::removedJournalIsAnError()
     const QString after = project.state();
     project.open();
     QCOMPARE(project.state(), after);
+}
+
+// What they lead to is somebody else's.
+void TestDesignEditing::linksAreReadAndReplaced()
+{
+    EditedProject project;
+    project.run(EachKind.first());
+    const QString placement = project.editor().placementFile();
+    const QString journal = project.journalFile();
+    const QString outside = project.directory() + QStringLiteral("/outside-");
+    QCOMPARE(project.editor().save(), QString());
+    project.run(EachKind[1]);
+    const QString state = project.state();
+    for (const QString& file : {placement, journal}) {
+        QVERIFY(QFile::rename(file, outside + QFileInfo(file).baseName()));
+        QVERIFY(QFile::link(outside + QFileInfo(file).baseName(), file));
+    }
+    const QByteArray saved = zeltest::contentOf(placement);
+    const QByteArray kept = zeltest::contentOf(journal);
+    project.open();
+    QCOMPARE(project.state(), state);
+    QCOMPARE(project.run(EachKind[2]), QString());
+    QVERIFY(!QFileInfo(journal).isSymLink() && QFileInfo(placement).isSymLink());
+    QCOMPARE(project.editor().save(), QString());
+    QVERIFY(!QFileInfo(placement).isSymLink());
+    const QString after = project.state();
+    project.open();
+    QCOMPARE(project.state(), after);
+    QCOMPARE(zeltest::contentOf(outside + QStringLiteral("placement")), saved);
+    QCOMPARE(zeltest::contentOf(outside + QStringLiteral("journal")), kept);
 }
 
 // The disk is full in the middle of a line.
