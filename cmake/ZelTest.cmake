@@ -8,10 +8,10 @@ set(ZEL_TEST_ENVIRONMENT
     UBSAN_OPTIONS=print_stacktrace=1
 )
 
-# zel_register_test(NAME): runs the test program of that name offscreen through CTest.
+# zel_register_test(NAME [ARGUMENTS...]): runs the test program of that name offscreen through CTest.
 function(zel_register_test name)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
-    add_test(NAME ${name} COMMAND ${name})
+    add_test(NAME ${name} COMMAND ${name} ${ARGN})
     set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT "${ZEL_TEST_ENVIRONMENT}")
 endfunction()
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Reads the input as a filter file. Run it with tests/fuzz/corpus/filter as its corpus.
+// Reads the input as a filter file.
 
 #include "filter/filterfile.h"
 #include "tests/fuzz/inputfile.h"

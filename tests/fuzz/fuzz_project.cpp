@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Reads the input as a device file and, behind a line of four dashes, a design file for that device. Run it with
-// tests/fuzz/corpus/project as its corpus.
+// Reads the input as a device file and, behind a line of four dashes, a design file for that device.
 
 #include "engine/design.h"
 #include "engine/designreader.h"

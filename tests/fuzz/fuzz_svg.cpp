@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Reads the input as a drawing, in the quick and in the thorough way, which must not differ. Run it with
-// tests/fuzz/corpus/svg as its corpus.
+// Reads the input as a drawing, in the quick and in the thorough way, which must not differ.
 
 #include "platform/svg/recordobjects.h"
 #include "tests/svg/memorysource.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
 // Reads the input as XML. What the quick reader accepts, the thorough one has to accept with the same tags, texts and
-// lines. Run it with tests/fuzz/corpus/svg as its corpus.
+// lines.
 
 #include "platform/svg/tagreader.h"
 #include "tests/svg/memorysource.h"
