@@ -24,6 +24,9 @@ packaging_packages=(dpkg-dev lintian desktop-file-utils appstream)
 # On top of these, for ./test --qt5.
 qt5_packages=(qtbase5-dev)
 
+# On top of these, for ./test --fuzz: libFuzzer and the sanitizers are in clang's runtime.
+fuzz_packages=(clang libclang-rt-dev)
+
 # On top of these, for ./bench.
 bench_packages=(libbenchmark-dev)
 
