@@ -46,6 +46,7 @@ const char* const DEVICE = R"({
     {"id": 60, "name": "V0_1", "kind": "SUPPLY", "group": "BANK0"},
     {"id": 61, "name": "V0_2", "kind": "SUPPLY", "group": "BANK0"},
     {"id": 62, "name": "V1_1", "kind": "SUPPLY", "group": "BANK1"},
+    {"id": 63, "name": "V1_2", "kind": "SUPPLY", "group": "BANK1"},
     {"id": 70, "name": "P1", "kind": "PAD", "group": "BANK0"}
   ]
 }

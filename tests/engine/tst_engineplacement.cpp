@@ -27,6 +27,7 @@ const char* const DESIGN = R"([
   {"name": "v33", "type": "UVCCIO", "voltage": "3.3 V", "site": "V0_1"},
   {"name": "v33b", "type": "UVCCIO", "voltage": "3.3 V"},
   {"name": "v18", "type": "UVCCIO", "voltage": "1.8 V"},
+  {"name": "vfree", "type": "UVCCIO", "site": "V1_2"},
   {"name": "vany", "type": "UVCCIO"}
 ])";
 
@@ -120,7 +121,7 @@ void TestEnginePlacement::placesOrSaysWhyNot_data()
     row("a PLL that feeds nothing anywhere else", "top/core", "PLL_EDGE", "");
     row("a supply of the voltage of its bank", "top/v33b", "V0_2", "");
     row("a supply of another voltage", "top/v18", "V0_2", "top/v18 needs 1.8 V, but top/v33 gives 3.3 V to BANK0");
-    row("a supply in a bank without voltage", "top/v18", "V1_1", "");
+    row("a supply beside one that takes any voltage", "top/v18", "V1_1", "");
     row("a supply that takes any voltage", "top/vany", "V0_2", "");
     row("a supply that moves within its bank", "top/v33", "V0_2", "");
 }
@@ -212,7 +213,7 @@ void TestEnginePlacement::movesWithinItsOwnSites()
     QCOMPARE(m_engine->place(QStringLiteral("top/duo"), idOf(*m_engine, QStringLiteral("U0"))), QString());
     const QStringList expected{"duo/a@U0_CH0", "duo/b@U0_CH1"};
     QCOMPARE(placements(*m_engine).filter(QStringLiteral("_CH")), expected);
-    QCOMPARE(m_engine->design().occupants().size(), 4); // with the reference and v33
+    QCOMPARE(m_engine->design().occupants().size(), 5); // with the reference and v33
     QCOMPARE(m_engine->place(QStringLiteral("top/duo"), idOf(*m_engine, QStringLiteral("U0"))),
         QStringLiteral("top/duo is already on U0"));
 }
@@ -252,7 +253,7 @@ void TestEnginePlacement::removesWithAllReferences()
     QCOMPARE(m_engine->remove(QStringLiteral("top/duo")), QString());
     QCOMPARE(m_engine->remove(QStringLiteral("top/mono")), QString());
     QCOMPARE(m_engine->design().find(QStringLiteral("top/duo/a")), -1);
-    QCOMPARE(placements(*m_engine), QStringList{"v33@V0_1"});
+    QCOMPARE(placements(*m_engine), (QStringList{"v33@V0_1", "vfree@V1_2"}));
     for (const char* site : {"U0_PLL", "PLL_CORE"})
         QCOMPARE(m_engine->place(QStringLiteral("top/shared"), idOf(*m_engine, QLatin1String(site))), QString());
     QCOMPARE(m_engine->restore(QStringLiteral("top/mono")),

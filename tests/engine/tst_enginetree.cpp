@@ -149,7 +149,7 @@ void TestEngineTree::countsUsage()
     QCOMPARE(rows.at(0), (Row{"Unit", "1", "3", "33 %"}));
     QCOMPARE(rows.at(1), (Row{"Channel", "1", "6", "17 %"}));
     QCOMPARE(rows.at(4), (Row{"Reference", "1", "2", "50 %"}));
-    QCOMPARE(rows.at(5), (Row{"Supply", "0", "3", "0 %"}));
+    QCOMPARE(rows.at(5), (Row{"Supply", "0", "4", "0 %"}));
     QCOMPARE(m_engine->getResourceHeader().size() + 1, rows.front().size());
 }
 
