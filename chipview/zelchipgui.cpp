@@ -167,7 +167,8 @@ QMap<int, QAction*>* ZelChipGUI::getActions()
 
 void ZelChipGUI::expandAllTreeItems()
 {
-    if (m_tree)
+    // Without columns Qt would look for the rows below each row among those at the top, for ever.
+    if (m_tree && m_tree->columnCount() > 0)
         m_tree->expandAll();
 }
 

@@ -134,7 +134,8 @@ void ZELChipViewDatabase::addSelctedItem(int id, bool selectInTree)
     const auto name = m_treeModel->namesById().constFind(id);
     if (name != m_treeModel->namesById().constEnd()) {
         disconnect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
-        if (QTreeWidgetItem* item = m_treeModel->itemNamed(name.value()))
+        QTreeWidgetItem* item = m_treeModel->itemNamed(name.value());
+        if (item && m_tree->columnCount() > 0) // without columns Qt would lose it, and warn of that
             m_tree->setCurrentItem(item);
     }
     // Also for an id that no row has, where nothing was disconnected: the connection then counts one more.

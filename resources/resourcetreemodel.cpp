@@ -38,6 +38,7 @@ QStringList& ResourceTreeModel::head()
 {
     if (!m_head.isEmpty() || !m_engine)
         return m_head;
+    m_isHeadAskedFor = true;
     diagTrace("call ZEL engine API: zelchipengine::headers ()", "getTreeHead");
     const std::map<int, std::string>& headers = m_engine->headers();
     diagTrace("end", "getTreeHead");
@@ -72,6 +73,7 @@ QList<QTreeWidgetItem*>& ResourceTreeModel::rebuild()
         for (zeltreeviewcell* child : *root->children)
             append(parse(child, nullptr));
     }
+    m_isHeadAskedFor = false;
     return m_items;
 }
 
@@ -137,11 +139,17 @@ QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem
     }
 }
 
+// While there are no titles the engine is asked once for all rows, unless that was done just before.
+int ResourceTreeModel::columnCount()
+{
+    return static_cast<int>((m_isHeadAskedFor ? m_head : head()).size());
+}
+
 // Without its children.
 QTreeWidgetItem* ResourceTreeModel::newItem(const zeltreeviewcell& cell, QTreeWidgetItem* parent)
 {
     auto* item = new ZELChipViewTreeItem(parent); // the model's, through the list of items
-    const auto headSize = static_cast<int>(head().size());
+    const int headSize = columnCount();
     traceSizes(cell, headSize);
     fillColumns(item, cell, headSize);
     setIcon(item, cell);

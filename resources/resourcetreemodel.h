@@ -52,6 +52,7 @@ public:
     void clear();
 
 private:
+    [[nodiscard]] int columnCount();
     QTreeWidgetItem* newItem(const zeltreeviewcell& cell, QTreeWidgetItem* parent);
     void append(QTreeWidgetItem* item);
     static void fillColumns(QTreeWidgetItem* item, const zeltreeviewcell& cell, int headSize);
@@ -62,6 +63,7 @@ private:
     zelchipengine* m_engine = nullptr;
     ResourceIcons m_icons;
     QStringList m_head;
+    bool m_isHeadAskedFor = false; // for the rows that are made next
     QString m_rootName; // the first component of every resource name
     QList<QTreeWidgetItem*> m_items;
     QHash<QString, QTreeWidgetItem*> m_itemByName;

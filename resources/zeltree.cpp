@@ -38,9 +38,6 @@ bool hasUsualHeight(const QTreeWidgetItem* item)
 ZelTree::ZelTree(QWidget* parent)
     : QTreeWidget(parent)
 {
-    const QStringList head = ZELChipViewDatabase::getInstance()->getTreeHead();
-    setColumnCount(head.size());
-    setHeaderLabels(head);
     fill();
     setDragEnabled(true);
     setAcceptDrops(false);
@@ -82,6 +79,7 @@ QString ZelTree::getResourceName(QTreeWidgetItem* item) const
 
 void ZelTree::fill()
 {
+    showHead();
     QList<QTreeWidgetItem*> topLevel;
     const QList<QTreeWidgetItem*>& items = ZELChipViewDatabase::getInstance()->getTreeItems();
     for (QTreeWidgetItem* item : items) {
@@ -93,6 +91,19 @@ void ZelTree::fill()
     setUniformRowHeights(std::all_of(items.cbegin(), items.cend(), hasUsualHeight));
 }
 
+// Once, but an engine may have no titles at first.
+void ZelTree::showHead()
+{
+    const QStringList& head = ZELChipViewDatabase::getInstance()->getTreeHead();
+    if (m_hasHead || (head.isEmpty() && columnCount() == 0))
+        return;
+    setColumnCount(static_cast<int>(head.size()));
+    setHeaderLabels(head);
+    if (!head.isEmpty() && header()->sortIndicatorSection() < 0) // went with the last column
+        header()->setSortIndicator(0, header()->sortIndicatorOrder());
+    m_hasHead = !head.isEmpty();
+}
+
 void ZelTree::takeItems()
 {
     // Qt looks through all open branches for each row that goes.
@@ -101,26 +112,30 @@ void ZelTree::takeItems()
         takeTopLevelItem(0);
 }
 
-// From index to index: an item would have to be looked for among its siblings.
-void ZelTree::forEachRow(const std::function<void(const QModelIndex& row)>& visit) const
+// All below `top`, each before its own children. From index to index: an item would have to be looked for among its
+// siblings. Without columns there are rows, but no indexes.
+void ZelTree::forEachRow(const QModelIndex& top, const std::function<void(const QModelIndex& row)>& visit) const
 {
-    std::vector<QModelIndex> parents{QModelIndex()};
-    while (!parents.empty()) {
-        const QModelIndex parent = parents.back();
-        parents.pop_back();
-        const int rows = model()->rowCount(parent);
-        for (int i = 0; i < rows; ++i) {
-            const QModelIndex row = model()->index(i, 0, parent);
-            visit(row);
-            parents.push_back(row);
-        }
+    if (model()->columnCount() == 0)
+        return;
+    std::vector<QModelIndex> pending;
+    const auto addChildrenOf = [&](const QModelIndex& parent) {
+        for (int i = model()->rowCount(parent) - 1; i >= 0; --i)
+            pending.push_back(model()->index(i, 0, parent));
+    };
+    addChildrenOf(top);
+    while (!pending.empty()) {
+        const QModelIndex row = pending.back();
+        pending.pop_back();
+        visit(row);
+        addChildrenOf(row);
     }
 }
 
 QSet<QString> ZelTree::expandedNames() const
 {
     QSet<QString> names;
-    forEachRow([&](const QModelIndex& row) {
+    forEachRow({}, [&](const QModelIndex& row) {
         if (isExpanded(row))
             names.insert(row.data(RESOURCENAME).toString());
     });
@@ -131,7 +146,7 @@ void ZelTree::expandNamed(const QSet<QString>& names)
 {
     if (names.isEmpty())
         return;
-    forEachRow([&](const QModelIndex& row) {
+    forEachRow({}, [&](const QModelIndex& row) {
         if (names.contains(row.data(RESOURCENAME).toString()))
             setExpanded(row, true);
     });

@@ -37,10 +37,13 @@ protected:
 
 private:
     void fill();
-    void forEachRow(const std::function<void(const QModelIndex& row)>& visit) const;
+    void showHead();
+    void forEachRow(const QModelIndex& top, const std::function<void(const QModelIndex& row)>& visit) const;
     [[nodiscard]] QSet<QString> expandedNames() const;
     void expandNamed(const QSet<QString>& names);
     void takeItems();
+
+    bool m_hasHead = false;
 };
 
 } // namespace mirn::zelchipview

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void idsAreKeptByName();
     void poorCellsAreTolerated();
     void headIsAskedForOnce();
+    void headMayComeLater();
     void rebuildTracesAndReplaces();
     void refreshKeepsWhatIsExpanded();
     void expandOpensTheBranchCollapseTheRow();
@@ -182,6 +183,39 @@ void TestResourceTree::headIsAskedForOnce()
     chip.engine.usageHead = {"Other"};
     QCOMPARE(chip.database()->getTreeHead(), (QStringList{"Name", "Site"}));
     QCOMPARE(chip.database()->getResTableHead(), (QStringList{"Used", "Available"}));
+}
+
+// Until then the tree has rows and no columns, and asks once whenever it is filled.
+void TestResourceTree::headMayComeLater()
+{
+    ChipView chip;
+    chip.engine.headerTexts.clear();
+    for (const char* name : {"ip2", "ip1"})
+        chip.engine.addCell(chip.engine.addCell(nullptr, name, "IP", "7"), "ch0");
+    chip.open();
+    ZelTree* tree = chip.database()->getTree(nullptr);
+    QCOMPARE(chip.engine.headQuestions, 1);
+    chip.window->expandAllTreeItems();
+    chip.database()->addSelctedItem(7, true);
+    chip.window->refresh(REFRESH_TREE);
+    QTest::keyClick(tree, Qt::Key_Down);
+    QCoreApplication::processEvents();
+    QCOMPARE(chip.engine.headQuestions, 2);
+    QCOMPARE(tree->columnCount(), 0);
+    QCOMPARE(tree->topLevelItemCount(), 2);
+    QVERIFY(rowNamed(QStringLiteral("top/ip1/ch0")));
+
+    chip.engine.headerTexts = {{0, "Name"}, {1, "Site"}};
+    for (int round = 0; round < 2; ++round)
+        chip.window->refresh(REFRESH_TREE);
+    QCOMPARE(chip.engine.headQuestions, 3);
+    QCOMPARE(tree->columnCount(), 2);
+    QCOMPARE(tree->headerItem()->text(1), QStringLiteral("Site"));
+    QCOMPARE(tree->header()->sortIndicatorSection(), 0);
+    tree->sortItems(0, Qt::AscendingOrder);
+    QCOMPARE(topLevelTexts(), (QStringList{"ip1", "ip2"}));
+    chip.window->expandAllTreeItems();
+    QVERIFY(rowNamed(QStringLiteral("top/ip1"))->isExpanded());
 }
 
 void TestResourceTree::rebuildTracesAndReplaces()

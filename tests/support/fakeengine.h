@@ -56,7 +56,11 @@ class FakeEngine : public zelchipengine
 public:
     zelchipdata* chip() override { return &device; }
     zeltreeviewcell* tree() override { return &root; }
-    const std::map<int, std::string>& headers() override { return headerTexts; }
+    const std::map<int, std::string>& headers() override
+    {
+        ++headQuestions;
+        return headerTexts;
+    }
     std::vector<std::vector<std::string>> getResources() override { return usageRows; }
     std::vector<std::string> getResourceHeader() override { return usageHead; }
     std::string getResourceSummary(const std::string* name) override
@@ -141,6 +145,7 @@ public:
     FakeChip device;
     std::string rootName = "top";
     std::map<int, std::string> headerTexts{{0, "Name"}, {1, "Site"}};
+    int headQuestions = 0;
     std::vector<std::vector<std::string>> usageRows;
     std::vector<std::string> usageHead{"Used", "Available"};
     std::map<std::string, std::string> summaries;
