@@ -69,7 +69,7 @@ ZELChipViewDatabase::ZELChipViewDatabase()
             m_scene->repaintElements(changed);
     };
     m_selectedIds.setListener([this, repaint](const std::vector<int>& changed) {
-        m_isRowShown = false;
+        m_shownRow = nullptr;
         repaint(changed);
     });
     m_highlighter->highlightedIds().setListener(repaint);
@@ -158,9 +158,20 @@ ZelTree* ZELChipViewDatabase::getTree(QWidget* parent)
     m_tree = new ZelTree(parent); // deleted by the destructor
     m_tree->setSortingEnabled(true);
     connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
-    // Comes after the tree has told everyone.
-    connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { m_isRowShown = false; });
+    watchRows();
     return m_tree;
+}
+
+// Whatever may change which ids the selected row stands for.
+void ZELChipViewDatabase::watchRows()
+{
+    const auto forget = [this] { m_shownRow = nullptr; };
+    // Comes after the tree has told everyone.
+    connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, forget);
+    const QAbstractItemModel* rows = m_tree->model();
+    connect(rows, &QAbstractItemModel::dataChanged, this, forget);
+    connect(rows, &QAbstractItemModel::rowsInserted, this, forget);
+    connect(rows, &QAbstractItemModel::rowsRemoved, this, forget);
 }
 
 ZelResTable* ZELChipViewDatabase::getResTable(QWidget* parent)

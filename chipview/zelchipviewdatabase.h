@@ -257,6 +257,7 @@ private:
     void connectModeActions();
     int runTclCommand(const QString& command);
     void updateCursor();
+    void watchRows();
     [[nodiscard]] QTreeWidgetItem* selectedTreeItem() const;
     [[nodiscard]] QString selectedResource() const;
     void runOnSelected(int (ZELChipViewDatabase::*command)(const QString&));
@@ -267,7 +268,7 @@ private:
     QPointer<QWidget> m_parentWidget;
     int m_dirtyFlag = 0;
     ElementIdSet m_selectedIds;
-    bool m_isRowShown = false; // the selected ids are known to be those of the selected row
+    const QTreeWidgetItem* m_shownRow = nullptr; // the row whose ids the selected ones are known to be; null: none
 
     std::unique_ptr<SVGParser> m_parser;
     std::unique_ptr<ResourceTreeModel> m_treeModel;

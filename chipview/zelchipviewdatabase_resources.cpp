@@ -32,13 +32,13 @@ QStringList& ZELChipViewDatabase::getTreeHead()
 
 QList<QTreeWidgetItem*>& ZELChipViewDatabase::getTreeItems()
 {
-    m_isRowShown = false;
+    m_shownRow = nullptr;
     return m_treeModel->rebuild();
 }
 
 QTreeWidgetItem* ZELChipViewDatabase::parseTree(zeltreeviewcell* cell, QTreeWidgetItem* parent)
 {
-    m_isRowShown = false;
+    m_shownRow = nullptr;
     return m_treeModel->parse(cell, parent);
 }
 
@@ -116,14 +116,16 @@ QList<QStringList> ZELChipViewDatabase::getResTableItems() const
     return m_usageRows->rows();
 }
 
-// One selection may bring it here as often as addSelctedItem() has connected it: then only the first time counts.
+// One signal of the tree comes as often as addSelctedItem() has connected it: it is the same each time, unless
+// something has changed in between.
 void ZELChipViewDatabase::treeItemClicked()
 {
-    QTreeWidgetItem* item = m_isRowShown ? nullptr : selectedTreeItem();
-    if (!item)
+    QTreeWidgetItem* item = selectedTreeItem();
+    const bool isRepeated = item == m_shownRow && sender() == m_tree;
+    if (!item || isRepeated)
         return;
     m_selectedIds.assign(m_treeModel->idsOfRow(*item));
-    m_isRowShown = true;
+    m_shownRow = item;
 }
 
 void ZELChipViewDatabase::addSelctedItem(int id, bool selectInTree)

@@ -63,6 +63,8 @@ private Q_SLOTS:
     void clickMakesTheRowCurrent();
     void clearedTreeSelectionKeepsTheIds();
     void rowSelectedOnceMoreCountsAnew();
+    void noSelectionIsLost_data();
+    void noSelectionIsLost();
     void unknownIdsAddAConnection();
     void bandSelectsRowsAndElements();
 };
@@ -140,6 +142,41 @@ void TestSelection::rowSelectedOnceMoreCountsAnew()
         tree->clearSelection();
         tree->setCurrentItem(nullptr);
     }
+}
+
+// Whoever calls the handler, and whatever moves the selection on while the tree tells of it.
+void TestSelection::noSelectionIsLost_data()
+{
+    QTest::addColumn<int>("extraConnections");
+    QTest::newRow("connected once") << 0;
+    QTest::newRow("connected three times") << 2;
+}
+
+void TestSelection::noSelectionIsLost()
+{
+    QFETCH(int, extraConnections);
+    SelectionView chip;
+    ZelTree* tree = chip.database()->getTree(nullptr);
+    for (int i = 0; i < extraConnections; ++i)
+        chip.database()->addSelctedItem(99, true);
+    const auto call = [&chip] { chip.database()->treeItemClicked(); };
+    const auto emitChange = [tree] { Q_EMIT tree->itemSelectionChanged(); };
+    for (const auto& announce : {std::function<void()>(call), std::function<void()>(emitChange)}) {
+        chip.select(QStringLiteral("top/ip1/ch0"));
+        announce();
+        chip.select(QStringLiteral("top/ip1/ch1"));
+        QCOMPARE(chip.selected(), QSet<int>{8});
+        chip.database()->addSelctedItem(7, false);
+        announce();
+        QCOMPARE(chip.selected(), QSet<int>{8});
+        tree->currentItem()->setData(0, RESOURCENAME, QStringLiteral("top/pll"));
+        announce();
+        QCOMPARE(chip.selected(), QSet<int>{10});
+        tree->currentItem()->setData(0, RESOURCENAME, QStringLiteral("top/ip1/ch1"));
+    }
+    connect(tree, &ZelTree::itemSelectionChanged, this, [&chip] { chip.select(QStringLiteral("top/ip1/group")); });
+    chip.select(QStringLiteral("top/ip1/ch0"));
+    QCOMPARE(chip.selected(), QSet<int>{9});
 }
 
 void TestSelection::unknownIdsAddAConnection()
