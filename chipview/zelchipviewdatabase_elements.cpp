@@ -133,8 +133,10 @@ void ZELChipViewDatabase::showDCUSettingDlg(const QPoint& pos)
         [this](int loadNumber) { return getGraphicItemAttribute(loadNumber); });
     if (!site || !m_dynamicValues->hasDialog(site->itemId))
         return;
-    // Writes what was changed by itself; the result tells nothing more.
-    ZELDCUSettingDlg(m_parentWidget, site->itemId).exec();
+    // Not on the stack: its parent may be deleted while it stands.
+    const QPointer<ZELDCUSettingDlg> dialog(new ZELDCUSettingDlg(m_parentWidget, site->itemId));
+    dialog->exec(); // writes what was changed by itself; the result tells nothing more
+    delete dialog;
 }
 
 QMenu* ZELChipViewDatabase::getViewFilterMenu()

@@ -173,10 +173,11 @@ int ZELChipViewDatabase::resetResource(const QString& name)
 
 int ZELChipViewDatabase::removeResource(const QString& name)
 {
+    const QPointer<ZELChipViewDatabase> self(this); // the host may end the view while the question stands
     const QString question = QStringLiteral("Are you sure you want to delete ") + name + QLatin1Char('?');
     const auto answer = QMessageBox::warning(
         nullptr, tr("Delete"), question, QMessageBox::Yes | QMessageBox::No, QMessageBox::NoButton);
-    return answer == QMessageBox::Yes ? runTclCommand(commandtexts::remove(name)) : 0;
+    return self && answer == QMessageBox::Yes ? runTclCommand(commandtexts::remove(name)) : 0;
 }
 
 int ZELChipViewDatabase::configResource(const QString& name)
@@ -191,14 +192,17 @@ int ZELChipViewDatabase::configResource(const QString& name)
 
 void ZELChipViewDatabase::runOnSelected(int (ZELChipViewDatabase::*command)(const QString&))
 {
-    if (selectedTreeItem() && (this->*command)(selectedResource()) != 0)
+    const QPointer<ZELChipViewDatabase> self(this); // the host may end the view while the command runs
+    if (selectedTreeItem() && (this->*command)(selectedResource()) != 0 && self)
         refresh(REFRESH_ALL);
 }
 
 void ZELChipViewDatabase::resetIP()
 {
+    const QPointer<ZELChipViewDatabase> self(this);
     runOnSelected(&ZELChipViewDatabase::resetResource);
-    m_selectedIds.clear();
+    if (self)
+        m_selectedIds.clear();
 }
 
 void ZELChipViewDatabase::removeIP()

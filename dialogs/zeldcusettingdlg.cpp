@@ -71,6 +71,7 @@ void chooseText(QComboBox* box, const QString& text)
 ZELDCUSettingDlg::ZELDCUSettingDlg(QWidget* parent, int id)
     : QDialog(parent)
     , m_form(std::make_unique<Ui_dcuSettingDlg>())
+    , m_database(ZELChipViewDatabase::getInstance())
     , m_id(id)
 {
     m_form->setupUi(this);
@@ -80,6 +81,7 @@ ZELDCUSettingDlg::ZELDCUSettingDlg(QWidget* parent, int id)
         connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this, box] { syncValues(box->currentText()); });
     }
+    connect(m_database, &QObject::destroyed, this, &ZELDCUSettingDlg::reject); // what it edits is gone
     init();
     keepLegible();
 }
@@ -90,7 +92,7 @@ void ZELDCUSettingDlg::init()
 {
     m_changedValues.clear();
     m_currentValues.clear();
-    const auto* lists = ZELChipViewDatabase::getInstance()->getDynamicValueList(DYNAMIC_DIALOG_DCU, m_id);
+    const auto* lists = m_database->getDynamicValueList(DYNAMIC_DIALOG_DCU, m_id);
     if (lists) {
         for (auto list = lists->cbegin(); list != lists->cend(); ++list)
             fill(list.key(), list.value());
@@ -157,7 +159,8 @@ void ZELDCUSettingDlg::accept()
         if (current != m_currentValues.constEnd() && current.value() != chosen)
             m_changedValues.insert(key, chosen);
     }
-    ZELChipViewDatabase::getInstance()->setDynamicValue(m_changedValues, m_id, DYNAMIC_DIALOG_DCU);
+    if (m_database)
+        m_database->setDynamicValue(m_changedValues, m_id, DYNAMIC_DIALOG_DCU);
     done(DCUDLGSUCCESS);
 }
 

@@ -5,6 +5,7 @@
 
 #include <QDialog>
 #include <QMap>
+#include <QPointer>
 #include <QSet>
 #include <QString>
 
@@ -14,6 +15,8 @@ class QComboBox;
 class Ui_dcuSettingDlg;
 
 namespace mirn::zelchipview {
+
+class ZELChipViewDatabase;
 
 // The settings of one dual-channel unit: both receive channels and the transmit PLL. Offers what the engine offers,
 // keeps the channels in step for values that go for both, and on "Ok" writes what was changed through the controller.
@@ -48,6 +51,7 @@ private:
     QSet<QString> m_coupledValues;
     QMap<QString, QString> m_changedValues; // by setting key
     QMap<QString, QString> m_currentValues; // by setting key, in force when the dialog opened
+    const QPointer<ZELChipViewDatabase> m_database; // that it was opened by; its end closes the dialog
     const int m_id;
 };
 

@@ -6,6 +6,8 @@
 #include <QAction>
 #include <QTreeWidgetItem>
 
+#include <utility>
+
 namespace mirn::zelchipview {
 
 namespace {
@@ -29,10 +31,28 @@ TreeMenus::TreeMenus(const std::string& flowName, const QObject* context, const 
     addAction(QStringLiteral("Collapse"), context, commands.collapse);
 }
 
+// Qt returns into a menu whose command has run.
+TreeMenus::~TreeMenus()
+{
+    if (m_running->commands == 0)
+        return;
+    m_running->orphans.push_back(std::move(m_popupMenu));
+    m_running->orphans.push_back(std::move(m_resetMenu));
+}
+
 QAction* TreeMenus::addAction(const QString& text, const QObject* context, const std::function<void()>& command)
 {
     QAction* action = m_popupMenu->addAction(text);
-    QObject::connect(action, &QAction::triggered, context, [command] { command(); });
+    QObject::connect(action, &QAction::triggered, context, [command, running = m_running] {
+        const auto held = running; // for the menu takes along what it was connected to
+        ++held->commands;
+        command();
+        if (--held->commands > 0)
+            return;
+        for (std::unique_ptr<QMenu>& menu : held->orphans)
+            menu.release()->deleteLater();
+        held->orphans.clear();
+    });
     return action;
 }
 

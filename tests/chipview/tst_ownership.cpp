@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
+#include "platform/contract/zelproject.h"
 #include "resources/zelrestable.h"
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/testmain.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
 #include <QDragEnterEvent>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -47,6 +52,96 @@ public:
     }
 };
 
+// A view that is ended while one of its dialogs stands; the dialog is then answered.
+class EndingView : public FullChipView
+{
+public:
+    explicit EndingView(const QString& order)
+        : m_order(order.split(QStringLiteral(", ")))
+    {
+        zelproject::getInstance()->setFlowName("Implementation");
+        engine.sitesWithDialog = {"7"};
+        engine.dialogValues = std::make_unique<std::map<std::string, std::vector<std::string>>>();
+        (*engine.dialogValues)["CH0"] = {"A", "B"};
+        engine.configResult = 1;
+        m_window = new ZelChipGUI(&engine, m_parent.get()); // the parent's
+        m_window->initGrahpicView();
+        m_parent->show();
+        selectRow(0);
+        engine.calls.clear();
+    }
+
+    // Returns when it is closed.
+    void openDialog(const QString& name)
+    {
+        engine.onCall = [this] { end(); };
+        if (name == QStringLiteral("config")) {
+            database()->configIP();
+            return;
+        }
+        QTimer::singleShot(0, qApp, [this, name] { name.startsWith("command") ? chooseDelete() : endAndAnswer(); });
+        const QTreeWidget* tree = database()->getTree(nullptr);
+        const QPoint site = view()->mapFromScene(20.0, 20.0);
+        if (name == QStringLiteral("question"))
+            database()->removeIP();
+        else if (name == QStringLiteral("settings"))
+            QTest::mouseDClick(view()->viewport(), Qt::LeftButton, Qt::NoModifier, site);
+        else if (name == QStringLiteral("filter menu"))
+            openMenu(view()->viewport(), site);
+        else
+            openMenu(tree->viewport(), tree->visualItemRect(tree->topLevelItem(0)).center());
+    }
+
+private:
+    static void openMenu(QWidget* viewport, QPoint position)
+    {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, position, viewport->mapToGlobal(position));
+        QApplication::sendEvent(viewport, &event);
+    }
+
+    void chooseDelete()
+    {
+        QTimer::singleShot(0, qApp, [this] { endAndAnswer(); });
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        const QPoint position = menu->actionGeometry(menu->actions().value(1)).center();
+        QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, position);
+    }
+
+    void endAndAnswer()
+    {
+        QPointer<QWidget> modal(QApplication::activeModalWidget());
+        if (!modal && !QApplication::activePopupWidget())
+            qFatal("nothing was opened");
+        end();
+        if (auto* question = qobject_cast<QMessageBox*>(modal.data())) {
+            question->button(QMessageBox::Yes)->click();
+        } else if (auto* settings = qobject_cast<QDialog*>(modal.data())) {
+            settings->findChild<QComboBox*>(QStringLiteral("comboBoxCH0"))->setCurrentIndex(1);
+            settings->accept();
+        } else if (QWidget* popup = QApplication::activePopupWidget()) {
+            popup->close();
+        }
+    }
+
+    void end()
+    {
+        for (const QString& part : m_order) {
+            if (part == QStringLiteral("window"))
+                delete m_window;
+            else if (part == QStringLiteral("parent"))
+                m_parent.reset();
+            else if (part == QStringLiteral("controller"))
+                ZELChipViewDatabase::destoryInstance();
+            else
+                createWindow();
+        }
+    }
+
+    const QStringList m_order;
+    std::unique_ptr<QWidget> m_parent = std::make_unique<QWidget>();
+    QPointer<ZelChipGUI> m_window;
+};
+
 } // namespace
 
 // Each order in which a host may end things. What they assert is little: that nothing is freed twice, used after it
@@ -67,6 +162,8 @@ private Q_SLOTS:
     void viewWithoutControllerMakesNone();
     void treeDiesWithItsRowsShown();
     void filterMenuDiesWithTheView();
+    void viewEndsBelowItsDialogs_data();
+    void viewEndsBelowItsDialogs();
 };
 
 void TestOwnership::windowThenController()
@@ -245,6 +342,39 @@ void TestOwnership::filterMenuDiesWithTheView()
     all->click();
     QCOMPARE(chip.database()->filteredIds().ids(), QSet<int>{7});
     QCOMPARE(chip.database()->getAction(ACTION_FILTER)->menu(), menu);
+}
+
+void TestOwnership::viewEndsBelowItsDialogs_data()
+{
+    QTest::addColumn<QString>("dialog");
+    QTest::addColumn<QString>("order");
+    for (const char* dialog : {"question", "command of the menu", "config", "settings", "tree menu", "filter menu"}) {
+        for (const char* order : {"window, controller", "controller, window", "parent, controller",
+                 "controller, parent", "window, controller, new ones", "controller", "window"})
+            QTest::addRow("%s: %s", dialog, order) << dialog << order;
+    }
+}
+
+// What the user answers then changes nothing any more, neither in this view nor in the next one.
+void TestOwnership::viewEndsBelowItsDialogs()
+{
+    QFETCH(QString, dialog);
+    QFETCH(QString, order);
+    EndingView chip(order);
+    QStringList commands;
+    connect(chip.database(), &ZELChipViewDatabase::sigRunTclCmd, this,
+        [&commands](const QString& command, int& ret, const QString&) {
+            commands.append(command);
+            ret = 1;
+        });
+    chip.openDialog(dialog);
+    const bool isControllerLeft = order == QStringLiteral("window");
+    QCOMPARE(ZELChipViewDatabase::existingInstance() != nullptr, isControllerLeft || order.endsWith("new ones"));
+    if (!isControllerLeft) {
+        QCOMPARE(commands, QStringList());
+        QCOMPARE(chip.engine.calls, std::vector<std::string>(dialog == "config" ? 1 : 0, "config top/ip1"));
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 ZEL_TEST_MAIN(TestOwnership)

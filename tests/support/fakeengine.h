@@ -76,6 +76,8 @@ public:
     bool canDrop(const std::string* rsc, const std::string* site) override
     {
         calls.push_back("canDrop " + *rsc + " " + *site);
+        if (onCall)
+            onCall();
         return allowedSites.count(*site) > 0;
     }
     bool showProbPlaceItem(const std::string* rsc, const std::string* site, std::list<std::string>& items) override
@@ -87,6 +89,8 @@ public:
     int config(const std::string* name) override
     {
         calls.push_back("config " + *name);
+        if (onCall)
+            onCall();
         return configResult;
     }
     bool hasDynamicDialog(const std::string* id) override { return sitesWithDialog.count(*id) > 0; }
@@ -156,6 +160,7 @@ public:
     std::set<std::string> sitesWithDialog;
     int configResult = 0;
     std::vector<std::string> calls;
+    std::function<void()> onCall; // inside canDrop() and config()
 
 private:
     struct Node
