@@ -71,7 +71,7 @@ ZelChipGUI::~ZelChipGUI()
     // The controller outlives the window and goes on owning scene and tree; it is not made anew for a window whose
     // controller is already gone.
     if (ZELChipViewDatabase* database = ZELChipViewDatabase::existingInstance())
-        database->stopHighlightTimer();
+        database->clearHighlightedProbPlaceItems();
     takeOut(m_scene.data(), this);
     takeOut(m_tree.data(), this);
 }

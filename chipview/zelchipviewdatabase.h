@@ -172,9 +172,6 @@ public:
     // Ends the countdown and the highlight.
     void clearHighlightedProbPlaceItems();
 
-    // Ends the countdown and leaves what is shown.
-    void stopHighlightTimer();
-
     // The probable sites, by element id. A change repaints what it touches. Valid as long as the controller.
     [[nodiscard]] ElementIdSet& highlightedIds();
 

@@ -89,11 +89,6 @@ void ZELChipViewDatabase::clearHighlightedProbPlaceItems()
     m_highlighter->clear();
 }
 
-void ZELChipViewDatabase::stopHighlightTimer()
-{
-    m_highlighter->timer()->stop();
-}
-
 ElementIdSet& ZELChipViewDatabase::highlightedIds()
 {
     return m_highlighter->highlightedIds();

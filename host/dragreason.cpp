@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/dragreason.h"
 
+#include "chipview/zelchipviewdatabase.h"
 #include "engine/referenceengine.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
@@ -40,8 +41,9 @@ bool DragReason::eventFilter(QObject* watched, QEvent* event)
     case QEvent::DragMove:
         tell(reasonAt(positionOf(*static_cast<QDragMoveEvent*>(event))));
         break;
-    case QEvent::DragLeave:
+    case QEvent::DragLeave: // also of a drag that was cancelled
     case QEvent::Drop:
+        zelchipview::ZELChipViewDatabase::getInstance()->clearHighlightedProbPlaceItems();
         tell({});
         break;
     default:

@@ -15,8 +15,8 @@ class ZelGraphicsView;
 
 namespace mirn::zelchip {
 
-// Tells, while a resource is dragged over the drawing, why the site under the pointer does not take it. Child of the
-// view; engine and tree must live as long.
+// Watches drags over the drawing: tells why the site under the pointer does not take the resource, and puts out the
+// probable sites when there is nothing in hand any more. Child of the view; engine and tree must live as long.
 class DragReason final : public QObject
 {
     Q_OBJECT

@@ -271,8 +271,10 @@ void TestOwnership::windowDiesWhileTheHighlightTimerRuns()
     chip.openAndUse();
     auto* timer = chip.database()->findChild<QTimer*>();
     QVERIFY(timer->isActive());
+    chip.database()->highlightedIds().assign({7});
     chip.window.reset();
     QVERIFY(!timer->isActive());
+    QVERIFY(chip.database()->highlightedIds().isEmpty()); // nor is it lit in the next window
 }
 
 void TestOwnership::endingWindowMakesNoController()

@@ -106,6 +106,12 @@ public:
         QApplication::sendEvent(view()->viewport(), &event);
     }
 
+    void leave()
+    {
+        QDragLeaveEvent event;
+        QApplication::sendEvent(view()->viewport(), &event);
+    }
+
     // Through the settings dialog of the unit.
     void setChannel1(const QString& value)
     {
@@ -144,6 +150,7 @@ class TestPlanning : public zeltest::Test
 private Q_SLOTS:
     void dropPlacesAndShows();
     void statusBarSaysWhyASiteRefuses();
+    void sitesDoNotLightUpWithNothingInHand();
     void consoleShowsEverything();
     void undoMenuNamesTheStep();
     void closingAsks_data();
@@ -192,6 +199,25 @@ void TestPlanning::statusBarSaysWhyASiteRefuses()
     planning.drag<QDropEvent>({13, 13});
     QVERIFY(planning.window->statusBar()->currentMessage().isEmpty());
     QCOMPARE(planning.siteOf(QStringLiteral("top/core")), -1);
+}
+
+// The pointer has left, or the drag was cancelled, which the view is told in the same way.
+void TestPlanning::sitesDoNotLightUpWithNothingInHand()
+{
+    Planning planning;
+    auto* database = ZELChipViewDatabase::getInstance();
+    planning.tree()->setCurrentItem(planning.row(QStringLiteral("top/duo/a")));
+    planning.drag<QDragEnterEvent>({13, 13});
+    planning.drag<QDragMoveEvent>({13, 13});
+    auto* timer = database->findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    QVERIFY(timer->isActive());
+    planning.leave();
+    QVERIFY(!timer->isActive());
+    planning.drag<QDragEnterEvent>({13, 13});
+    planning.drag<QDragMoveEvent>({13, 13});
+    QTRY_VERIFY(!database->highlightedIds().isEmpty());
+    planning.leave();
+    QVERIFY(database->highlightedIds().isEmpty());
 }
 
 void TestPlanning::consoleShowsEverything()

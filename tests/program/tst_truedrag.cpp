@@ -62,6 +62,7 @@ private Q_SLOTS:
     void initTestCase();
     void cleanupTestCase();
     void refusingSiteChangesNothing();
+    void cancelledDragLightsUpNothing();
     void allowedSiteTakesTheResource();
     void quickDropIsNotLost();
     void whatWasDroppedIsThere();
@@ -176,6 +177,18 @@ void TestTrueDrag::refusingSiteChangesNothing()
     QCOMPARE(highlightAnywhere(), 0);
     release();
     QTRY_COMPARE_WITH_TIMEOUT(statusBar(), before, AnswerMilliseconds);
+    QCOMPARE(m_project.journal(), QByteArrayList());
+}
+
+void TestTrueDrag::cancelledDragLightsUpNothing()
+{
+    press(Pll);
+    moveTo(site(TakenPll));
+    moveTo(site(FreePll));
+    m_screen.xdotool({"key", "Escape"});
+    QTest::qWait(RestMilliseconds);
+    QCOMPARE(highlightAnywhere(), 0);
+    release();
     QCOMPARE(m_project.journal(), QByteArrayList());
 }
 
