@@ -109,9 +109,9 @@ public:
     // The titles of the tree's columns; the engine is asked while there are none.
     QStringList& getTreeHead();
 
-    // Deletes all rows and builds them anew from the engine's tree: rows of every depth, children before their parents,
-    // null for a null cell. Owned by the controller until the next call. A tree that shows the old ones loses them: to
-    // bring it up to date, refresh().
+    // Deletes all rows, with what a host has hung below them, and builds them anew from the engine's tree: rows of
+    // every depth, children before their parents, null for a null cell. Owned by the controller until the next call. A
+    // tree that shows the old ones loses them: to bring it up to date, refresh().
     QList<QTreeWidgetItem*>& getTreeItems();
 
     // The row of a cell, with those of its descendants below it; null for a null cell. The descendants belong to the

@@ -10,6 +10,8 @@
 
 #include <QVariant>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -49,11 +51,21 @@ QStringList& ResourceTreeModel::head()
 
 void ResourceTreeModel::clear()
 {
+    const QSet<QTreeWidgetItem*> own(m_items.cbegin(), m_items.cend());
+    std::vector<QTreeWidgetItem*> others; // a host's, below ours
+    const auto takeChildrenOf = [&](QTreeWidgetItem* item) {
+        const QList<QTreeWidgetItem*> children = item->takeChildren();
+        std::copy_if(children.begin(), children.end(), std::back_inserter(others),
+            [&own](QTreeWidgetItem* child) { return !own.contains(child); });
+    };
     // Each by itself, for a child that goes would look for itself among its siblings.
     for (QTreeWidgetItem* item : std::as_const(m_items)) {
         if (item)
-            (void)item->takeChildren();
+            takeChildrenOf(item);
     }
+    for (std::size_t i = 0; i < others.size(); ++i)
+        takeChildrenOf(others[i]);
+    qDeleteAll(others);
     qDeleteAll(m_items);
     m_items.clear();
     m_itemByName.clear();

@@ -48,7 +48,7 @@ public:
     [[nodiscard]] const QMap<int, QString>& namesById() const { return m_nameById; }
     [[nodiscard]] QIcon& icon(const QString& type) { return m_icons.icon(type); }
 
-    // Deletes every item and forgets the names.
+    // Deletes every item, with what a host has hung below it, and forgets the names.
     void clear();
 
 private:

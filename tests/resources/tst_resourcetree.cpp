@@ -59,6 +59,7 @@ private Q_SLOTS:
     void expandOpensTheBranchCollapseTheRow();
     void rowsSortNaturally();
     void rowsMayBeRebuiltBehindTheTree();
+    void rowsOfAHostGoWithTheirs();
     void deepAndWideTreesWork();
     void usageRowsReplaceEachOther();
 };
@@ -289,6 +290,40 @@ void TestResourceTree::rowsMayBeRebuiltBehindTheTree()
     QVERIFY(chip.database()->canDrop(nullptr, 7));
     chip.window->refresh(REFRESH_TREE);
     QCOMPARE(topLevelTexts(), QStringList{"ip1"});
+}
+
+void TestResourceTree::rowsOfAHostGoWithTheirs()
+{
+    class HostRow final : public QTreeWidgetItem
+    {
+    public:
+        HostRow(QTreeWidgetItem* parent, int* ended)
+            : QTreeWidgetItem(parent)
+            , m_ended(ended)
+        { }
+        ~HostRow() override { ++*m_ended; }
+
+    private:
+        int* const m_ended;
+    };
+    ChipView chip;
+    zeltreeviewcell* cell = chip.engine.addCell(nullptr, "ip1");
+    chip.engine.addCell(cell, "ch0");
+    chip.open();
+    int ended = 0;
+    for (int round = 1; round <= 2; ++round) {
+        auto* row = new HostRow(rowNamed(QStringLiteral("top/ip1/ch0")), &ended); // the tree's
+        QTreeWidgetItem* parsed = chip.database()->parseTree(cell, row);
+        new HostRow(parsed, &ended); // the row's
+        new HostRow(parsed->child(0), &ended); // the row's
+        chip.window->refresh(REFRESH_TREE);
+        QCOMPARE(ended, 3 * round);
+        QCOMPARE(chip.database()->getTree(nullptr)->topLevelItem(0)->childCount(), 1);
+    }
+    QTreeWidgetItem own; // in no tree
+    chip.database()->parseTree(cell, &own);
+    chip.window->refresh(REFRESH_TREE);
+    QCOMPARE(own.childCount(), 1);
 }
 
 void TestResourceTree::deepAndWideTreesWork()
