@@ -80,8 +80,11 @@ void ZELChipViewDatabase::onHighlightProbPlaceItems()
     const int site = m_highlighter->takeRest();
     if (canDrop(nullptr, site))
         return;
-    m_highlighter->show(
-        m_dropQuery->probableSites(selectedResource(), QString::number(site, 10), "onHighlightProbPlaceItems"));
+    QTreeWidgetItem* item = selectedTreeItem(); // the engine may have changed the selection
+    if (!item)
+        return;
+    m_highlighter->show(m_dropQuery->probableSites(
+        m_tree->getResourceName(item), QString::number(site, 10), "onHighlightProbPlaceItems"));
 }
 
 void ZELChipViewDatabase::clearHighlightedProbPlaceItems()

@@ -108,6 +108,8 @@ private Q_SLOTS:
     void engineIsAskedOncePerRest();
     void refusalWhenTheTimerFiresKeepsWhatIsShown();
     void backgroundEndsTheHighlight();
+    void refusalMayEmptyTheSelection();
+    void itemsOfAHostAreUnderThePointerAtOnce();
     void everyKindOfElementTakesItsDrop_data();
     void everyKindOfElementTakesItsDrop();
     void treeStartsTheDrag();
@@ -261,6 +263,28 @@ void TestPlacement::backgroundEndsTheHighlight()
     chip.database()->highlightedIds().assign({5});
     chip.leave(); // what was shown last stays
     QVERIFY(!chip.database()->highlightedIds().isEmpty());
+}
+
+void TestPlacement::refusalMayEmptyTheSelection()
+{
+    PlacementView chip;
+    chip.database()->highlightProbPlaceItems(nullptr, 5);
+    chip.engine.onCall = [&chip] { chip.database()->getTree(nullptr)->clearSelection(); };
+    chip.database()->onHighlightProbPlaceItems();
+    QCOMPARE(chip.engine.calls, Calls{"canDrop top/u1 5"}); // and no search for nothing
+    QVERIFY(chip.database()->highlightedIds().isEmpty());
+}
+
+void TestPlacement::itemsOfAHostAreUnderThePointerAtOnce()
+{
+    PlacementView chip;
+    QCursor::setPos(chip.view()->viewport()->mapToGlobal(chip.view()->mapFromScene(20.0, 20.0)));
+    QCOMPARE(chip.database()->getCurrentDragDropItemId(), 1);
+    auto* cover = new QGraphicsRectItem(0, 0, 50, 50); // the scene's
+    cover->setZValue(1000);
+    cover->setData(ZEL_GRAPHIC_ITEM_Attribute_KEY, 77);
+    chip.scene()->addItem(cover);
+    QCOMPARE(chip.database()->getCurrentDragDropItemId(), 77);
 }
 
 void TestPlacement::everyKindOfElementTakesItsDrop_data()
