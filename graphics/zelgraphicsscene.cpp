@@ -278,6 +278,8 @@ QList<QGraphicsItem*> ZelGraphicsScene::itemsOf(int elementId)
 
 QGraphicsItem* ZelGraphicsScene::topmostItemAt(const QPointF& point, const QTransform& sceneToViewport)
 {
+    // Of what a host has just added Qt would tell at the next turn of the event loop.
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
     return isPlain() ? picking::topmostItem(displayList(), point) : itemAt(point, sceneToViewport);
 }
 
