@@ -4,6 +4,7 @@
 #include "platform/contract/zelexport.h"
 
 #include <functional>
+#include <memory>
 #include <string>
 
 // Writes one trace line: `text` and the name of the operation it belongs to (8-bit, neither null). Goes to the sink,
@@ -12,7 +13,7 @@ ZELPLATFORM_EXPORT void diagTrace(const char* text, const char* function);
 
 using DiagTraceSink = std::function<void(const char* text, const char* function)>;
 
-// A null sink restores the default.
+// A null sink restores the default. A sink may set another one while it runs.
 ZELPLATFORM_EXPORT void setDiagTraceSink(DiagTraceSink sink);
 
 // True when a line would reach anyone, so that callers may skip formatting.
@@ -28,12 +29,13 @@ public:
     // Writes one line; `mode` is the file mode a writing sink would use ("a" appends).
     void trqDebugOut(std::string text, std::string mode);
 
-    // By default lines go to the logging category "zel.debug"; a null sink restores that.
+    // By default lines go to the logging category "zel.debug"; a null sink restores that. A sink may
+    // set another one while it runs.
     using Sink = std::function<void(const std::string& text, const std::string& mode)>;
     void setSink(Sink sink);
 
 private:
     TRQDebug();
 
-    Sink m_sink;
+    std::shared_ptr<Sink> m_sink; // held while it runs
 };

@@ -3,6 +3,7 @@
 
 #include <QLoggingCategory>
 
+#include <memory>
 #include <utility>
 
 namespace {
@@ -10,9 +11,10 @@ namespace {
 Q_LOGGING_CATEGORY(traceCategory, "zel.trace", QtWarningMsg)
 Q_LOGGING_CATEGORY(debugCategory, "zel.debug", QtWarningMsg)
 
-DiagTraceSink& traceSink()
+// Shared, so that a sink that removes itself stays while it runs.
+std::shared_ptr<DiagTraceSink>& traceSink()
 {
-    static DiagTraceSink sink;
+    static std::shared_ptr<DiagTraceSink> sink;
     return sink;
 }
 
@@ -20,15 +22,15 @@ DiagTraceSink& traceSink()
 
 void diagTrace(const char* text, const char* function)
 {
-    if (traceSink())
-        traceSink()(text, function);
+    if (const auto sink = traceSink())
+        (*sink)(text, function);
     else
         qCDebug(traceCategory, "%s: %s", function, text);
 }
 
 void setDiagTraceSink(DiagTraceSink sink)
 {
-    traceSink() = std::move(sink);
+    traceSink() = sink ? std::make_shared<DiagTraceSink>(std::move(sink)) : nullptr;
 }
 
 bool isDiagTraceEnabled()
@@ -46,13 +48,13 @@ TRQDebug* TRQDebug::getInstance()
 
 void TRQDebug::trqDebugOut(std::string text, std::string mode)
 {
-    if (m_sink)
-        m_sink(text, mode);
+    if (const auto sink = m_sink)
+        (*sink)(text, mode);
     else
         qCDebug(debugCategory, "%s", text.c_str());
 }
 
 void TRQDebug::setSink(Sink sink)
 {
-    m_sink = std::move(sink);
+    m_sink = sink ? std::make_shared<Sink>(std::move(sink)) : nullptr;
 }

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void streamsAreClosedOnce();
     void projectFindsItsImplementations();
     void traceGoesToTheSink();
+    void sinksMayRemoveThemselves();
     void engineTextsKeepEveryByte();
     void actionsJoinTheirGroup();
 };
@@ -129,6 +130,31 @@ void TestServices::traceGoesToTheSink()
     QVERIFY(isDiagTraceEnabled());
     diagTrace("call %1", "place");
     QCOMPARE(lines, std::vector<std::string>{"place: call %1"});
+}
+
+// What they hold is still there when they go on.
+void TestServices::sinksMayRemoveThemselves()
+{
+    std::vector<std::string> lines;
+    const std::string prefix = "text of more than fits into the string itself: ";
+    setDiagTraceSink([&lines, prefix](const char* text, const char*) {
+        setDiagTraceSink(nullptr);
+        lines.push_back(prefix + text);
+    });
+    TRQDebug::getInstance()->setSink([&lines, prefix](const std::string& text, const std::string&) {
+        TRQDebug::getInstance()->setSink(nullptr);
+        lines.push_back(prefix + text);
+    });
+    for (const char* text : {"first", "second"}) {
+        diagTrace(text, "place");
+        TRQDebug::getInstance()->trqDebugOut(text, "a");
+    }
+    QCOMPARE(lines, (std::vector<std::string>{prefix + "first", prefix + "first"}));
+    int count = 0;
+    setDiagTraceSink([count, &lines](const char*, const char*) mutable { lines.push_back(std::to_string(++count)); });
+    diagTrace("third", "place");
+    diagTrace("fourth", "place");
+    QCOMPARE(lines.back(), std::string("2")); // its own state is kept from line to line
 }
 
 void TestServices::engineTextsKeepEveryByte()
