@@ -3,12 +3,30 @@
 
 #include "graphics/zelgraphicsview.h"
 
+#include <QTransform>
+
+#include <algorithm>
+
 namespace mirn::zelchipview {
 
 namespace {
 
 // How far a scroll step asks to go, in pixels. The view takes the direction only.
 constexpr int ScrollStep = 20;
+
+// More steps than this, of a zoom or a scroll, are not asked for at once.
+constexpr int MostSteps = 100'000;
+
+// As often as it has an effect, which ends at a limit of the scale.
+void repeat(void (ZelGraphicsView::*zoom)(), ZelGraphicsView& view, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        const QTransform before = view.transform();
+        (view.*zoom)();
+        if (view.transform() == before)
+            return;
+    }
+}
 
 } // namespace
 
@@ -23,15 +41,14 @@ void ChipViewNavigator::updateView(QObject*, BaseNavigator::Navigating how, int 
 {
     if (!m_view)
         return;
+    count = std::clamp(count, -MostSteps, MostSteps);
     const int distance = ScrollStep * count;
     switch (how) {
     case NavigateZoomIn:
-        for (int i = 0; i < count; ++i)
-            m_view->zoomIn();
+        repeat(&ZelGraphicsView::zoomIn, *m_view, count);
         break;
     case NavigateZoomOut:
-        for (int i = 0; i < count; ++i)
-            m_view->zoomOut();
+        repeat(&ZelGraphicsView::zoomOut, *m_view, count);
         break;
     case NavigateUp:
         m_view->scrollBy(0, -distance);

@@ -19,7 +19,7 @@ class ZELPLATFORM_EXPORT BaseNavigator : public QObject
     Q_OBJECT
 public:
     // What a gesture asks for.
-    enum Navigating {
+    enum Navigating : int {
         NavigateNone = 0, // nothing
         NavigateZoomIn = 1, // show less, larger
         NavigateZoomOut = 2, // show more, smaller

@@ -98,9 +98,9 @@ bool BaseNavigator::handleWheel(QObject* target, QEvent* event, QPoint angleDelt
     if (how != m_lastWheel)
         m_wheelRest = 0;
     m_lastWheel = how;
-    m_wheelRest += std::abs(delta);
-    const int count = m_wheelRest / WheelStep;
-    m_wheelRest %= WheelStep;
+    const qint64 way = m_wheelRest + std::abs(static_cast<qint64>(delta));
+    const auto count = static_cast<int>(way / WheelStep);
+    m_wheelRest = static_cast<int>(way % WheelStep);
     if (count > 0)
         updateView(target, how, count);
     // A view whose scene did not accept the event would scroll by itself as well.

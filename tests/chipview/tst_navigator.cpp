@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
+#include <climits>
 #include <cmath>
 
 using namespace zeltest;
@@ -61,6 +62,7 @@ private Q_SLOTS:
     void keysActOnce();
     void wheelActsOnce_data();
     void wheelActsOnce();
+    void zoomingWithoutEffectEnds();
     void fractionsOfAWheelStepAddUp();
 };
 
@@ -81,6 +83,11 @@ void TestNavigator::answersRequests_data()
     QTest::newRow("right") << 6 << 1 << 0 << QPoint(1, 0);
     QTest::newRow("left no times is a step down") << 5 << 0 << 0 << QPoint(0, 1);
     QTest::newRow("an unknown kind") << 7 << 1 << 0 << QPoint(0, 0);
+    QTest::newRow("a number beyond all kinds") << 1000 << 1 << 0 << QPoint(0, 0);
+    QTest::newRow("zoom in to the limit") << 1 << INT_MAX << 60 << QPoint();
+    QTest::newRow("zoom out to the limit") << 2 << INT_MAX << -3 << QPoint();
+    QTest::newRow("up by more than an int holds") << 3 << INT_MAX << 0 << QPoint(0, -1);
+    QTest::newRow("right by less than an int holds is left") << 6 << INT_MIN << 0 << QPoint(-1, 0);
 }
 
 void TestNavigator::answersRequests()
@@ -100,6 +107,18 @@ void TestNavigator::answersRequests()
     QCOMPARE(movement.zoomSteps(), zoomSteps);
     if (zoomSteps == 0)
         QTEST(movement.scrollSteps(), "scrollSteps");
+}
+
+void TestNavigator::zoomingWithoutEffectEnds()
+{
+    ChipView chip;
+    chip.drawing.parameter.scaleStep = 0; // never comes to a limit
+    chip.open();
+    const Movement movement;
+    ChipViewNavigator navigator(chip.view());
+    navigator.updateView(nullptr, BaseNavigator::NavigateZoomIn, INT_MAX);
+    navigator.updateView(nullptr, BaseNavigator::NavigateZoomOut, INT_MAX);
+    QCOMPARE(movement.zoomSteps(), 0);
 }
 
 void TestNavigator::keysActOnce_data()
@@ -140,6 +159,8 @@ void TestNavigator::wheelActsOnce_data()
     QTest::addColumn<int>("zoomSteps");
     QTest::addColumn<QPoint>("scrollSteps");
     QTest::newRow("away scrolls up") << QPoint(0, 120) << int(Qt::NoModifier) << 0 << QPoint(0, -1);
+    QTest::newRow("as far as a number goes scrolls up")
+        << QPoint(0, INT_MAX) << int(Qt::NoModifier) << 0 << QPoint(0, -1);
     QTest::newRow("towards scrolls down") << QPoint(0, -120) << int(Qt::NoModifier) << 0 << QPoint(0, 1);
     QTest::newRow("sideways") << QPoint(120, 0) << int(Qt::NoModifier) << 0 << QPoint(-1, 0);
     QTest::newRow("Ctrl zooms in") << QPoint(0, 120) << int(Qt::ControlModifier) << 1 << QPoint();
