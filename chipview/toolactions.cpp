@@ -36,7 +36,7 @@ ToolActions::ToolActions(QObject* parent)
 int ToolActions::mouseMode() const
 {
     for (auto action = m_actions.cbegin(); action != m_actions.cend(); ++action) {
-        if (action.value()->isChecked())
+        if (action.value() && action.value()->isChecked())
             return action.key();
     }
     return ACTION_SELECT;

@@ -148,6 +148,7 @@ ZelGraphicsView* ZELChipViewDatabase::getView(ZelGraphicsScene* scene)
     if (scene)
         scene->installEventFilter(navigator);
     m_hoverText->create(m_view);
+    updateCursor(); // the mouse mode is the one of the view before
     return m_view;
 }
 

@@ -93,8 +93,8 @@ void TestController::docksAreFoundInEveryLanguage()
     const auto remove = qScopeGuard([&] { QCoreApplication::removeTranslator(&translator); });
     ChipView chip;
     chip.createWindow();
-    QCOMPARE(chip.window->findChild<QDockWidget*>(QStringLiteral("Placement"))->windowTitle(),
-        QStringLiteral("tnemecalP"));
+    QCOMPARE(
+        chip.window->findChild<QDockWidget*>(QStringLiteral("Placement"))->windowTitle(), QStringLiteral("tnemecalP"));
     QCOMPARE(chip.window->findChild<QDockWidget*>(QStringLiteral("Usage"))->windowTitle(), QStringLiteral("egasU"));
 }
 
@@ -167,6 +167,9 @@ void TestController::exactlyOneModeIsChecked()
     }
     QVERIFY(!database->getAction(17));
     QVERIFY(!database->actions().contains(17));
+    database->actions().insert(0, nullptr); // a host's
+    QCOMPARE(database->getMouseMode(), int(ACTION_ZOOM));
+    database->actions().remove(0);
 }
 
 void TestController::filterActionComesWithTheEngine()

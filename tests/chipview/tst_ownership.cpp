@@ -200,9 +200,11 @@ void TestOwnership::oneWindowAfterTheOther()
     FullChipView chip;
     chip.openAndUse();
     ZelGraphicsScene* scene = chip.scene();
+    chip.database()->getAction(ACTION_PAN)->trigger();
     chip.window.reset();
     chip.open(); // the controller goes on, with the scene and its elements
     QCOMPARE(chip.scene(), scene);
+    QCOMPARE(chip.view()->cursor().shape(), Qt::OpenHandCursor); // the mouse mode is the controller's, too
     QCOMPARE(chip.window->centralWidget(), static_cast<QWidget*>(chip.view()));
     QCOMPARE(chip.view()->scene(), static_cast<QGraphicsScene*>(scene));
     QCOMPARE(chip.colorAt({12, 25}).rgb(), 0xff808080u);
