@@ -8,8 +8,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
-#include <cstdlib>
+#include <random>
 
 namespace zelsvg {
 
@@ -61,6 +62,23 @@ private:
     std::string m_pending;
 };
 
+// The number of a new file's descriptor, or -1; sets `name`. Unlike mkostemp(), which makes files for the user alone,
+// this leaves to the system who may read it, by the process's mask: a project may be shared.
+int newFileBeside(const std::string& path, std::string& name)
+{
+    constexpr int MostTries = 100;
+    std::random_device random;
+    for (int i = 0; i < MostTries; ++i) {
+        char ending[16];
+        std::snprintf(ending, sizeof ending, ".%08x", random());
+        name = path + ending;
+        const int number = ::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (number >= 0 || errno != EEXIST)
+            return number;
+    }
+    return -1;
+}
+
 } // namespace
 
 WorkingFile::WorkingFile(std::string path)
@@ -97,17 +115,13 @@ void WorkingFile::save(const DrawingKey& key, const Drawing& drawing) const
 {
     if (m_path.empty())
         return;
-    std::string beside = m_path + ".XXXXXX";
-    const FileDescriptor file(::mkostemp(beside.data(), O_CLOEXEC));
+    std::string beside;
+    const FileDescriptor file(newFileBeside(m_path, beside));
     if (!file.isOpen())
         return;
-    // mkostemp() gives it to the user alone; a project may be shared.
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
     LargePieces pieces(file);
-    const bool isWritten = ::fchmod(file.number(), 0666 & ~mask) == 0
-        && writeImage(key, drawing, [&pieces](std::string_view bytes) { return pieces.write(bytes); })
-        && pieces.flush();
+    const bool isWritten
+        = writeImage(key, drawing, [&pieces](std::string_view bytes) { return pieces.write(bytes); }) && pieces.flush();
     if (!isWritten || std::rename(beside.c_str(), m_path.c_str()) != 0)
         ::unlink(beside.c_str());
 }

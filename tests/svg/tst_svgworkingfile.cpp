@@ -5,7 +5,12 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTest>
+
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 // The image of the records that spares the next load the parsing.
 class TestSvgWorkingFile : public zeltest::Test
@@ -24,6 +29,7 @@ private Q_SLOTS:
     void isNeverAnError_data();
     void isNeverAnError();
     void isNotWrittenForABadDrawing();
+    void isAsOpenAsTheProcessMakesFiles();
 
 private:
     [[nodiscard]] QString path(const char* name) const { return m_folder->filePath(QString::fromUtf8(name)); }
@@ -39,6 +45,20 @@ private:
     QString m_drawing;
     QString m_working;
 };
+
+namespace {
+
+int umaskCalls = 0;
+
+} // namespace
+
+// In the place of the system's, also for the library: whoever sets the mask, even for a moment, sets it for all
+// threads.
+extern "C" __attribute__((visibility("default"))) mode_t umask(mode_t mask) noexcept
+{
+    ++umaskCalls;
+    return static_cast<mode_t>(::syscall(SYS_umask, mask));
+}
 
 namespace {
 
@@ -263,6 +283,23 @@ void TestSvgWorkingFile::isNotWrittenForABadDrawing()
     SVGParser parser;
     QVERIFY(!load(parser));
     QVERIFY(!QFile::exists(m_working));
+}
+
+void TestSvgWorkingFile::isAsOpenAsTheProcessMakesFiles()
+{
+    const mode_t before = ::umask(0);
+    const auto restore = qScopeGuard([before] { ::umask(before); });
+    for (const mode_t mask : {0027, 0002, 0077}) {
+        ::umask(mask);
+        umaskCalls = 0;
+        QFile::remove(m_working);
+        SVGParser parser;
+        QVERIFY(load(parser));
+        struct stat status = {};
+        QCOMPARE(::stat(QFile::encodeName(m_working).constData(), &status), 0);
+        QCOMPARE(status.st_mode & 0777, 0666 & ~mask);
+        QCOMPARE(umaskCalls, 0);
+    }
 }
 
 ZEL_TEST_MAIN(TestSvgWorkingFile)
