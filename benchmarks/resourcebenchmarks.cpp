@@ -12,6 +12,8 @@
 #include <QTreeWidget>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 using namespace mirn::zelchipview;
 
@@ -115,6 +117,24 @@ void refreshFullTree(benchmark::State& state, Device& device)
     }
 }
 
+// The closed branch is opened with all its rows, until they are painted.
+void openBranch(benchmark::State& state, Device& device, const std::function<void(const ChipWindow&)>& open)
+{
+    ChipWindow& window = windowWithRows(device);
+    QTreeWidget& tree = treeOf(window);
+    for (auto _ : state) {
+        tree.collapseAll();
+        tree.setCurrentItem(tree.topLevelItem(0));
+        window.settle();
+        state.SetIterationTime(secondsOf([&] {
+            open(window);
+            QCoreApplication::processEvents();
+        }));
+        if (!tree.topLevelItem(0)->isExpanded() || !tree.topLevelItem(0)->child(Rows - 1)->isExpanded())
+            state.SkipWithError("not everything is open");
+    }
+}
+
 // From a row to the elements, until these are painted.
 void selectRows(benchmark::State& state, Device& device, bool selectsAll)
 {
@@ -202,6 +222,17 @@ void addResourceBenchmarks(int elements)
     add("fill the tree", elements, [=](benchmark::State& state) { fillTree(state, Device::ofSize(elements)); });
     add("refresh the tree", elements,
         [=](benchmark::State& state) { refreshFullTree(state, Device::ofSize(elements)); });
+    add("expand all rows", elements, [=](benchmark::State& state) {
+        openBranch(
+            state, Device::ofSize(elements), [](const ChipWindow& window) { window.window().expandAllTreeItems(); });
+    });
+    add("expand a branch", elements, [=](benchmark::State& state) {
+        openBranch(
+            state, Device::ofSize(elements), [](const ChipWindow&) { ZELChipViewDatabase::getInstance()->expandIP(); });
+    })->Repetitions(FewRepetitions);
+    add("filter menu", elements, [=](benchmark::State& state) {
+        buildFilterMenu(state, Device::ofSize(elements));
+    })->Repetitions(FewRepetitions);
     add("select a row", elements, [=](benchmark::State& state) { selectRows(state, Device::ofSize(elements), false); });
     add("select all rows", elements, [=](benchmark::State& state) {
         selectRows(state, Device::ofSize(elements), true);

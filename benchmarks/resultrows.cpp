@@ -40,6 +40,8 @@ const std::vector<ResultRow>& resultRows()
         {"QTreeWidget with 20,000 rows", "bare QTreeWidget", "", ""},
         {"20,000 resources appear", "fill the tree", "", "bare QTreeWidget"},
         {"refresh of 20,000 resources", "refresh the tree", "", "bare QTreeWidget"},
+        {"expandAllTreeItems() with 20,000 rows", "expand all rows", "", ""},
+        {"expandIP() of a branch with 20,000 rows", "expand a branch", "", "expand all rows"},
         {"select a row: its element is marked", "select a row", "", "items one by one at fit"},
         {"select all rows: their elements are marked", "select all rows", "", "items one by one at fit"},
         {"click, and the element's row is selected", "click with rows", "", "click at 4x"},

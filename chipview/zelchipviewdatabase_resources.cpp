@@ -13,7 +13,6 @@
 #include <QMessageBox>
 
 #include <algorithm>
-#include <utility>
 
 // The controller's dealings with the design's resources: rows, usage, what a row selects, commands on one resource.
 
@@ -76,15 +75,8 @@ void ZELChipViewDatabase::getAllChildren(QTreeWidgetItem* item, QVector<QTreeWid
 
 void ZELChipViewDatabase::expandIP()
 {
-    QTreeWidgetItem* item = selectedTreeItem();
-    if (!item)
-        return;
-    QVector<QTreeWidgetItem*> branch{item};
-    getAllChildren(item, branch);
-    for (QTreeWidgetItem* row : std::as_const(branch)) {
-        if (row->treeWidget())
-            row->setExpanded(true);
-    }
+    if (const QTreeWidgetItem* item = selectedTreeItem())
+        m_tree->expandBranch(item);
 }
 
 void ZELChipViewDatabase::collapseIP()

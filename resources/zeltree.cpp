@@ -66,6 +66,16 @@ void ZelTree::refresh()
     verticalScrollBar()->setValue(firstRow);
 }
 
+void ZelTree::expandBranch(const QTreeWidgetItem* item)
+{
+    const QModelIndex top = indexFromItem(item);
+    // Otherwise Qt places all rows anew for each that opens.
+    scheduleDelayedItemsLayout();
+    setExpanded(top, true);
+    forEachRow(top, [this](const QModelIndex& row) { setExpanded(row, true); });
+    executeDelayedItemsLayout();
+}
+
 void ZelTree::forget()
 {
     const QSignalBlocker silence(this);

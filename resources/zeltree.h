@@ -23,6 +23,9 @@ public:
     // Fills the tree from the engine. Expanded rows stay so by resource name; the selection is dropped.
     void refresh();
 
+    // Opens a row with all that is below it. Reports each row that opens, parents before their children.
+    void expandBranch(const QTreeWidgetItem* item);
+
     // Lets go of the rows, which their owner is about to delete.
     void forget();
 

@@ -253,8 +253,13 @@ void TestResourceTree::refreshKeepsWhatIsExpanded()
 void TestResourceTree::expandOpensTheBranchCollapseTheRow()
 {
     ChipView chip;
-    chip.engine.addCell(chip.engine.addCell(chip.engine.addCell(nullptr, "a"), "b"), "c");
+    zeltreeviewcell* top = chip.engine.addCell(nullptr, "a");
+    chip.engine.addCell(chip.engine.addCell(top, "b"), "c");
+    chip.engine.addCell(chip.engine.addCell(top, "d"), "e");
+    chip.engine.addCell(chip.engine.addCell(nullptr, "other"), "f");
     chip.open();
+    ZelTree* tree = chip.database()->getTree(nullptr);
+    tree->sortItems(0, Qt::AscendingOrder);
     chip.database()->expandIP(); // nothing is selected
     QVERIFY(!rowNamed(QStringLiteral("top/a"))->isExpanded());
     chip.selectRow(0);
@@ -262,6 +267,18 @@ void TestResourceTree::expandOpensTheBranchCollapseTheRow()
     QVERIFY(rowNamed(QStringLiteral("top/a"))->isExpanded() && rowNamed(QStringLiteral("top/a/b"))->isExpanded());
     chip.database()->collapseIP();
     QVERIFY(!rowNamed(QStringLiteral("top/a"))->isExpanded() && rowNamed(QStringLiteral("top/a/b"))->isExpanded());
+
+    QStringList opened;
+    connect(tree, &ZelTree::itemExpanded, this, [&opened](QTreeWidgetItem* row) { opened.append(row->text(0)); });
+    rowNamed(QStringLiteral("top/a/d"))->setExpanded(false);
+    chip.database()->expandIP();
+    QCOMPARE(opened, (QStringList{"a", "d"})); // what was open is not opened again
+    tree->collapseAll();
+    opened.clear();
+    chip.database()->expandIP();
+    QCOMPARE(opened, (QStringList{"a", "b", "c", "d", "e"})); // each branch before the next
+    QVERIFY(tree->visualItemRect(rowNamed(QStringLiteral("top/a/d/e"))).isValid());
+    QVERIFY(!rowNamed(QStringLiteral("top/other"))->isExpanded());
 }
 
 void TestResourceTree::rowsSortNaturally()
