@@ -8,7 +8,11 @@
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 
+#include <QCheckBox>
 #include <QCoreApplication>
+#include <QFile>
+#include <QMenu>
+#include <QTemporaryFile>
 #include <QTreeWidget>
 
 #include <algorithm>
@@ -23,6 +27,7 @@ namespace {
 
 constexpr int Rows = 20000;
 constexpr int Picks = 100;
+constexpr int FilterKinds = 10000;
 constexpr QPoint TopLeft(0, 0);
 constexpr QPoint BottomRight(ChipWindow::Width - 1, ChipWindow::Height - 1);
 
@@ -212,6 +217,30 @@ void selectRowAfterBand(benchmark::State& state, Device& device)
     }
     window.scene()->clearSelectedItems();
     window.settle();
+}
+
+// A view gets its engine, whose device has so many kinds of elements; the controller builds the menu with their boxes.
+void buildFilterMenu(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = device.window();
+    QTemporaryFile file;
+    if (!file.open())
+        state.SkipWithError("no filter file can be written");
+    for (int kind = 0; kind < FilterKinds; ++kind)
+        file.write("\"kind " + QByteArray::number(kind) + "\" " + QByteArray::number(kind) + '\n');
+    file.close();
+    const std::string before
+        = std::exchange(window.engine().device.filter, QFile::encodeName(file.fileName()).toStdString());
+    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+    for (auto _ : state) {
+        delete database->getViewFilterMenu(); // the next engine's is built anew
+        state.SetIterationTime(secondsOf([&] { database->setChipEngine(&window.engine()); }));
+        if (database->getViewFilterMenu()->findChildren<QCheckBox*>().size() != FilterKinds + 1)
+            state.SkipWithError("not all kinds have a box");
+    }
+    window.engine().device.filter = before;
+    delete database->getViewFilterMenu();
+    database->setChipEngine(&window.engine());
 }
 
 } // namespace

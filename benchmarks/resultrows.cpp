@@ -48,6 +48,7 @@ const std::vector<ResultRow>& resultRows()
         {"rubber band over everything, with 20,000 rows", "rubber band with rows", "",
             "QGraphicsScene::items by shape"},
         {"select a row after the rubber band", "select a row after a band", "", ""},
+        {"setChipEngine() with 10,000 kinds for the filter", "filter menu", "", ""},
         {"QJsonDocument, merely parsing the device file", "QJsonDocument, merely parsing", "", ""},
         {"open a device with so many sites", "open a device", "", "QJsonDocument, merely parsing"},
         {"may a resource be dropped here", "may it be dropped here", "", ""},

@@ -32,14 +32,7 @@ void addFilterLine(const QByteArray& line, FilterKinds& kinds)
     if (first < 0 || blank < 0)
         return;
     const QByteArray name = last > first ? line.mid(first + 1, last - first - 1) : line.mid(first + 1);
-    const QString kind = fromEngineText(name.toStdString());
-    auto ids = kinds.find(kind);
-    if (ids == kinds.end()) {
-        if (kinds.size() >= MostFilterKinds)
-            return;
-        ids = kinds.insert(kind, {});
-    }
-    ids->insert(line.mid(blank + 1).trimmed().toInt());
+    kinds[fromEngineText(name.toStdString())].insert(line.mid(blank + 1).trimmed().toInt());
 }
 
 std::optional<FilterKinds> readFilterFile(const std::string& path)

@@ -13,10 +13,6 @@ namespace mirn::zelchipview {
 // The element ids of each kind, as the chip's filter file lists them.
 using FilterKinds = QMap<QString, QSet<int>>;
 
-// A file with more kinds is damaged, and a menu of as many boxes would take minutes to build: further kinds are
-// skipped.
-constexpr int MostFilterKinds = 1000;
-
 // Reads a filter file (path in the file system's encoding): one `"Kind" id` per line, anything else is skipped. Nothing
 // when the file cannot be opened.
 [[nodiscard]] std::optional<FilterKinds> readFilterFile(const std::string& path);

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "filter/viewfilter.h"
 
+#include "filter/filtermenu.h"
 #include "platform/contract/zelchipdata.h"
 #include "platform/contract/zelchipengine.h"
 
 #include <QCheckBox>
-#include <QMargins>
 #include <QMenu>
-#include <QWidgetAction>
 
 #include <cstdio>
 
@@ -17,9 +16,6 @@ namespace {
 
 // Keeps the kind of a box with the box.
 constexpr char FilterKeyProperty[] = "FILTERKEYVALUE";
-
-// Around the boxes, in pixels: a menu gives widgets none, and the boxes would stand on its border.
-constexpr QMargins SubmenuMargins(6, 4, 10, 4);
 
 } // namespace
 
@@ -41,10 +37,9 @@ QMenu* ViewFilter::buildMenu(QWidget* parent, const std::function<void(QCheckBox
     m_boxes.clear();
     m_filteredIds.clear();
     m_menu = new QMenu(parent);
-    auto* submenu = new QMenu(QStringLiteral("Filter Graphic Items"), m_menu);
-    submenu->setContentsMargins(SubmenuMargins);
+    auto* submenu = new FilterMenu(QStringLiteral("Filter Graphic Items"), m_menu); // the menu's
     m_menu->addMenu(submenu);
-    addBox(submenu, QStringLiteral("(Select All)"), QString(), connectBox);
+    addBox(*submenu, QStringLiteral("(Select All)"), QString(), connectBox);
 
     const zelchipdata* chip = m_engine ? m_engine->chip() : nullptr;
     std::optional<FilterKinds> kinds = readFilterFile(chip ? chip->filterFile() : std::string());
@@ -55,19 +50,15 @@ QMenu* ViewFilter::buildMenu(QWidget* parent, const std::function<void(QCheckBox
     }
     m_kinds = *kinds;
     for (auto kind = m_kinds.cbegin(); kind != m_kinds.cend(); ++kind)
-        addBox(submenu, kind.key(), kind.key(), connectBox);
+        addBox(*submenu, kind.key(), kind.key(), connectBox);
     return m_menu;
 }
 
 void ViewFilter::addBox(
-    QMenu* menu, const QString& label, const QString& kind, const std::function<void(QCheckBox*)>& connectBox)
+    FilterMenu& menu, const QString& label, const QString& kind, const std::function<void(QCheckBox*)>& connectBox)
 {
-    // A lone "&" in a label would become a mnemonic.
-    auto* box = new QCheckBox(QString(label).replace(QLatin1Char('&'), QLatin1String("&&")), menu);
+    QCheckBox* box = menu.addBox(label);
     box->setProperty(FilterKeyProperty, kind);
-    auto* action = new QWidgetAction(menu);
-    action->setDefaultWidget(box);
-    menu->addAction(action);
     m_boxes.append(box);
     connectBox(box);
 }

@@ -16,6 +16,8 @@ class zelchipengine;
 
 namespace mirn::zelchipview {
 
+class FilterMenu;
+
 // The filter menu and what it has ticked: kinds of elements that are drawn in the filter colours. Owns the menu unless
 // a parent widget took it along.
 class ViewFilter final
@@ -46,7 +48,7 @@ public:
 
 private:
     void addBox(
-        QMenu* menu, const QString& label, const QString& kind, const std::function<void(QCheckBox*)>& connectBox);
+        FilterMenu& menu, const QString& label, const QString& kind, const std::function<void(QCheckBox*)>& connectBox);
     void applyToAll(bool isChecked);
     void followKinds();
     void collectIds();
