@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 
-// Reads the input as a device file and, behind a line of four dashes, a design file for that device.
+// Reads the input as a device file and, behind a line of four dashes, a design file for that device. Whatever
+// the rules allow in the design that was read, they must still allow when it is there: it comes back from a saved file.
 
 #include "engine/design.h"
 #include "engine/designreader.h"
 #include "engine/device.h"
 #include "engine/devicereader.h"
+#include "engine/placementrules.h"
 #include "tests/fuzz/inputfile.h"
 
 #include <QStringList>
@@ -16,11 +18,34 @@ using namespace mirn::zelengine;
 
 namespace {
 
-// What is refused is refused with a reason, and what is read comes without one.
-void check(bool isRead, const QString& error)
+void check(bool isRight)
 {
-    if (isRead != error.isEmpty())
+    if (!isRight)
         std::abort();
+}
+
+void checkPlaced(const Device& device, const Design& design)
+{
+    const PlacementRules rules(device, design);
+    for (int resource : design.topLevel())
+        check(rules.objectionToPlaced(resource).isEmpty());
+}
+
+void checkRules(const Device& device, const Design& design)
+{
+    checkPlaced(device, design);
+    const PlacementRules rules(device, design);
+    for (int resource : design.all()) {
+        for (int site : rules.sitesFor(resource)) {
+            const Proposal proposal = rules.propose(resource, site);
+            Design changed = design;
+            for (const Placement& placement : proposal.placements)
+                changed.setSite(placement.resource, -1);
+            for (const Placement& placement : proposal.placements)
+                changed.setSite(placement.resource, placement.site);
+            checkPlaced(device, changed);
+        }
+    }
 }
 
 } // namespace
@@ -35,12 +60,15 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     QStringList warnings;
     const auto device
         = readDevice(zelfuzz::inputFile("device.json", deviceText.data(), deviceText.size()), &error, &warnings);
-    check(device.has_value(), error);
+    // What is refused is refused with a reason, and what is read comes without one.
+    check(device.has_value() == error.isEmpty());
     if (!device || border == std::string_view::npos)
         return 0;
     const std::string_view designText = input.substr(border + Border.size());
     const auto design = readDesign(
         zelfuzz::inputFile("design.json", designText.data(), designText.size()), *device, &error, &warnings);
-    check(design.has_value(), error);
+    check(design.has_value() == error.isEmpty());
+    if (design)
+        checkRules(*device, *design);
     return 0;
 }
