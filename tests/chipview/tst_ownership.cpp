@@ -376,7 +376,7 @@ void TestOwnership::viewEndsBelowItsDialogs()
     QCOMPARE(ZELChipViewDatabase::existingInstance() != nullptr, isControllerLeft || order.endsWith("new ones"));
     if (!isControllerLeft) {
         QCOMPARE(commands, QStringList());
-        QCOMPARE(chip.engine.calls, std::vector<std::string>(dialog == "config" ? 1 : 0, "config top/ip1"));
+        QCOMPARE(chip.engine.calls, std::vector<std::string>(dialog == "config" ? 1 : 0, "config top/ip2"));
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
