@@ -28,7 +28,7 @@ void checkPlaced(const Device& device, const Design& design)
 {
     const PlacementRules rules(device, design);
     for (int resource : design.topLevel())
-        check(rules.objectionToPlaced(resource).isEmpty());
+        check(rules.objectionToReturned(resource).isEmpty());
 }
 
 void checkRules(const Device& device, const Design& design)
