@@ -14,11 +14,15 @@ bool isControl(ushort c)
 
 QString complaintAboutText(const QString& text)
 {
-    for (const QChar c : text) {
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
         if (isControl(c.unicode()))
             return QStringLiteral("the name holds a control character");
-        if (c.unicode() > 0xFF)
-            return QStringLiteral("the name holds \"%1\", which is not in ISO 8859-1").arg(c);
+        if (c.unicode() <= 0xFF)
+            continue;
+        // Characters beyond U+FFFF take two.
+        const int length = c.isHighSurrogate() ? 2 : 1;
+        return QStringLiteral("the name holds \"%1\", which is not in ISO 8859-1").arg(text.mid(i, length));
     }
     return {};
 }

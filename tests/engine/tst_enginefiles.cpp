@@ -244,8 +244,8 @@ void TestEngineFiles::refusesDesigns_data()
     row("a slash", "[{\"name\": \"a/b\"}]", "design.json:2:11: the name holds \"/\", which separates names");
     row("behind a text with quotes and brackets", "[{\"name\": \"a\\\"],\"},\n {\"name\": \"a/b\"}]",
         "design.json:3:11: the name holds \"/\", which separates names");
-    row("a name beyond 8 bits", "[{\"name\": \"a\\u20ac\"}]",
-        "design.json:2:11: the name holds \"\xE2\x82\xAC\", which is not in ISO 8859-1");
+    row("a name beyond 16 bits", "[{\"name\": \"a\\ud83d\\ude00\"}]",
+        "design.json:2:11: the name holds \"\xF0\x9F\x98\x80\", which is not in ISO 8859-1");
     row("an empty name", "[{\"name\": \"\"}]", "design.json:2:11: \"name\" must not be empty");
     row("a site that is not there", "[{\"name\": \"a\", \"type\": \"PLL\", \"site\": \"X\"}]",
         "design.json:2:39: the device \"Small\" has no site \"X\"");
