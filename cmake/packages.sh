@@ -11,6 +11,7 @@ build_packages=(
     qt6-base-dev
     libgl-dev
     libexpat1-dev
+    zlib1g-dev
     tcl-dev
     fonts-dejavu-core # the offscreen platform brings no fonts of its own
 )

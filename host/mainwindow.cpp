@@ -379,7 +379,7 @@ void MainWindow::chooseProject()
 
 void MainWindow::chooseDrawing()
 {
-    const QString filter = tr("Drawings (*.svg);;All files (*)");
+    const QString filter = tr("Drawings (*.svg *.svgz);;All files (*)");
     const QString file = QFileDialog::getOpenFileName(this, tr("Open Drawing"), QString(), filter);
     if (!file.isEmpty())
         open(file);

@@ -16,7 +16,7 @@ void failValue(Diagnostics& diagnostics, std::string_view name, std::string_view
 {
     std::string message = "found ";
     message.append(name).append("=").append(quoted(value)).append(", expected ").append(expected);
-    diagnostics.fail(message);
+    diagnostics.failIn(value, message);
 }
 
 [[nodiscard]] bool parseNumber(std::string_view text, double& value)

@@ -40,6 +40,12 @@ void Diagnostics::fail(std::string_view message)
         failAt(m_source ? m_source->position() : Position(), message);
 }
 
+void Diagnostics::failIn(std::string_view part, std::string_view message)
+{
+    if (!m_hasFailed)
+        failAt(m_source ? m_source->positionOf(part) : Position(), message);
+}
+
 void Diagnostics::failAt(Position position, std::string_view message)
 {
     if (m_hasFailed)

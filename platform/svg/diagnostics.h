@@ -21,6 +21,9 @@ class PositionSource
 public:
     virtual ~PositionSource() = default;
     [[nodiscard]] virtual Position position() const = 0;
+
+    // Of the attribute with a value that `part` is a piece of; as position() where that is not known.
+    [[nodiscard]] virtual Position positionOf([[maybe_unused]] std::string_view part) const { return position(); }
 };
 
 // What a drawing may use and the parser does not draw. The order is that of the texts in diagnostics.cpp.
@@ -56,6 +59,9 @@ public:
     void setPositionSource(const PositionSource* source) { m_source = source; }
 
     void fail(std::string_view message);
+
+    // What `part`, a piece of an attribute's value, has to do with.
+    void failIn(std::string_view part, std::string_view message);
     void failAt(Position position, std::string_view message);
     void warn(Unsupported kind);
 

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/svg/documenttree.h"
 
+#include <algorithm>
+#include <cstring>
+#include <functional>
+
 namespace zelsvg {
 
 namespace {
@@ -78,6 +82,18 @@ std::string_view DocumentTree::value(unsigned node, AttributeName attribute) con
     return {};
 }
 
+Position DocumentTree::positionOf(unsigned node, std::string_view part) const
+{
+    const Attribute* begin = m_attributes.data() + m_nodes[node].firstAttribute;
+    for (const Attribute* a = begin; a != begin + m_nodes[node].attributeCount; ++a) {
+        const bool isWithin = std::less_equal<>()(a->value, part.data())
+            && std::less_equal<>()(part.data(), a->value + std::strlen(a->value));
+        if (isWithin && a->lines != LargestDistance)
+            return {m_nodes[node].line + a->lines, a->column};
+    }
+    return position(node);
+}
+
 void DocumentTree::fill(unsigned node, Element& element) const
 {
     element.reset(m_nodes[node].name, node);
@@ -125,8 +141,11 @@ void DocumentTree::addAttribute(AttributeName name, std::string_view value)
     if (m_attributes.size() >= m_limits.attributes)
         m_diagnostics.fail(
             "found more than " + std::to_string(m_limits.attributes) + " attributes, expected a smaller drawing");
-    m_attributes.push_back({name, m_texts.text(m_texts.add(value))});
     Node& node = m_nodes.back();
+    const Position position = m_positions.positionOf(value);
+    const unsigned long lines = std::min<unsigned long>(position.line - node.line, LargestDistance);
+    m_attributes.push_back({name, static_cast<std::uint16_t>(lines), static_cast<std::uint32_t>(position.column),
+        m_texts.text(m_texts.add(value))});
     ++node.attributeCount;
     node.bytes += value.size() + 1;
 }

@@ -31,6 +31,9 @@ public:
     [[nodiscard]] ElementName name(unsigned node) const { return m_nodes[node].name; }
     [[nodiscard]] Position position(unsigned node) const { return {m_nodes[node].line, m_nodes[node].column}; }
 
+    // Of the attribute with a value that `part` is a piece of; of the node where it has none such.
+    [[nodiscard]] Position positionOf(unsigned node, std::string_view part) const;
+
     // The node around it; Element::NoNode for the root.
     [[nodiscard]] unsigned parent(unsigned node) const { return m_nodes[node].parent; }
 
@@ -54,8 +57,11 @@ private:
     struct Attribute
     {
         AttributeName name;
+        std::uint16_t lines; // below its node; LargestDistance where that is not known
+        std::uint32_t column;
         const char* value;
     };
+    static constexpr unsigned LargestDistance = 0xFFFF;
 
     struct Node
     {

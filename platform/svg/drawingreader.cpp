@@ -14,17 +14,18 @@ namespace {
 class TreeReader final : private PositionSource
 {
 public:
-    TreeReader(Diagnostics& diagnostics, const Limits& limits)
-        : m_diagnostics(diagnostics)
+    TreeReader(XmlReading reading, Diagnostics& diagnostics, const Limits& limits)
+        : m_reading(reading)
+        , m_diagnostics(diagnostics)
         , m_limits(limits)
         , m_tree(diagnostics, *this, limits)
     { }
 
     // False when the reader gives up.
-    bool read(DrawingSource& source, XmlReading reading)
+    bool read(DrawingSource& source)
     {
         ElementDecoder decoder(m_tree, m_diagnostics, m_limits);
-        m_reader = makeTagReader(reading, decoder, m_diagnostics, m_limits);
+        m_reader = makeTagReader(m_reading, decoder, m_diagnostics, m_limits);
         const bool isRead = m_reader->read(source);
         m_reader.reset();
         m_tree.finish();
@@ -36,6 +37,13 @@ public:
 private:
     [[nodiscard]] Position position() const override { return m_reader->position(); }
 
+    // The quick way knows no columns and need not be asked.
+    [[nodiscard]] Position positionOf(std::string_view part) const override
+    {
+        return m_reading == XmlReading::Quick ? Position() : m_reader->positionOf(part);
+    }
+
+    const XmlReading m_reading;
     Diagnostics& m_diagnostics;
     const Limits& m_limits;
     std::unique_ptr<TagReader> m_reader;
@@ -81,8 +89,8 @@ public:
         // What stands before a mistake in the XML is drawn all the same; a mistake that shows in drawing it comes
         // first.
         Diagnostics xmlDiagnostics = m_diagnostics;
-        TreeReader reader(xmlDiagnostics, m_limits);
-        if (!reader.read(m_source, m_reading))
+        TreeReader reader(m_reading, xmlDiagnostics, m_limits);
+        if (!reader.read(m_source))
             return false;
         StyleSheet sheet(m_diagnostics, m_limits);
         addStyleSheets(reader.tree(), sheet);

@@ -137,7 +137,7 @@ bool Scanner::number(double& value)
         return false;
     if (!(std::fabs(value) <= LargestNumber)) {
         const std::string_view text(m_position, static_cast<std::size_t>(stop - m_position));
-        m_diagnostics.fail("found the number " + quoted(text) + ", expected one between -1e9 and 1e9");
+        m_diagnostics.failIn(text, "found the number " + quoted(text) + ", expected one between -1e9 and 1e9");
         value = 0.0;
     }
     m_position = stop;

@@ -3,6 +3,7 @@
 
 #include "platform/svg/drawingfile.h"
 #include "platform/svg/drawingreader.h"
+#include "platform/svg/gunzipsource.h"
 #include "platform/svg/recordobjects.h"
 #include "platform/svg/workingfile.h"
 
@@ -39,8 +40,9 @@ bool SVGParserPrivate::load(const std::string& drawingFile, const std::string& w
         isFromWorkingFile = workingFile.load(file, drawing);
         if (isFromWorkingFile)
             return true;
-        if (file.rewind())
-            zelsvg::readDrawing(file, diagnostics, zelsvg::Limits(), drawing);
+        zelsvg::GunzipSource source(file);
+        if (source.rewind())
+            zelsvg::readDrawing(source, diagnostics, zelsvg::Limits(), drawing);
         if (file.isCancelled()) {
             drawing = {};
             error = drawingFile + ": reading it was cancelled";

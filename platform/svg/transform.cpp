@@ -177,7 +177,7 @@ Matrix parseTransform(std::string_view text, Diagnostics& diagnostics)
         }
         result = result * step;
         if (!isSane(result)) {
-            diagnostics.fail("found the transform " + quoted(text) + ", expected one that stays below 1e9");
+            diagnostics.failIn(text, "found the transform " + quoted(text) + ", expected one that stays below 1e9");
             return {};
         }
         scanner.skipSpacesAndComma();

@@ -53,6 +53,7 @@ public:
 
 private:
     [[nodiscard]] Position position() const override { return m_tree.position(m_node); }
+    [[nodiscard]] Position positionOf(std::string_view part) const override { return m_tree.positionOf(m_node, part); }
     void follow(unsigned node);
     void countNode(unsigned node);
     [[nodiscard]] unsigned target(const Element& use) const;

@@ -17,26 +17,6 @@ constexpr char32_t LastCharacter = 0x10FFFF;
     return (c < 0xD800 || c > 0xDFFF) && c != 0xFFFE && c != 0xFFFF && c <= LastCharacter;
 }
 
-void appendUtf8(char32_t c, std::string& text)
-{
-    const auto following = [&](int shift) { text += static_cast<char>(0x80 | ((c >> shift) & 0x3F)); };
-    if (c < 0x80) {
-        text += static_cast<char>(c);
-    } else if (c < 0x800) {
-        text += static_cast<char>(0xC0 | (c >> 6));
-        following(0);
-    } else if (c < 0x10000) {
-        text += static_cast<char>(0xE0 | (c >> 12));
-        following(6);
-        following(0);
-    } else {
-        text += static_cast<char>(0xF0 | (c >> 18));
-        following(12);
-        following(6);
-        following(0);
-    }
-}
-
 [[nodiscard]] int digitOf(char c, int base)
 {
     const char lower = static_cast<char>(c | 0x20);
@@ -64,6 +44,26 @@ void appendUtf8(char32_t c, std::string& text)
 }
 
 } // namespace
+
+void appendUtf8(char32_t c, std::string& text)
+{
+    const auto following = [&](int shift) { text += static_cast<char>(0x80 | ((c >> shift) & 0x3F)); };
+    if (c < 0x80) {
+        text += static_cast<char>(c);
+    } else if (c < 0x800) {
+        text += static_cast<char>(0xC0 | (c >> 6));
+        following(0);
+    } else if (c < 0x10000) {
+        text += static_cast<char>(0xE0 | (c >> 12));
+        following(6);
+        following(0);
+    } else {
+        text += static_cast<char>(0xF0 | (c >> 18));
+        following(12);
+        following(6);
+        following(0);
+    }
+}
 
 const char* skipXmlCharacter(const char* p)
 {

@@ -65,6 +65,9 @@ inline constexpr std::array<std::uint8_t, 256> XmlBytes = makeXmlBytes();
     return p;
 }
 
+// `c` is below 0x110000.
+void appendUtf8(char32_t c, std::string& text);
+
 // The end of the character beyond ASCII at `p`. Null when that is not well-formed UTF-8 or no character of XML. A NUL
 // stands behind the text.
 [[nodiscard]] const char* skipXmlCharacter(const char* p);

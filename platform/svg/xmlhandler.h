@@ -4,6 +4,7 @@
 #include "platform/svg/xmlname.h"
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace zelsvg {
@@ -16,6 +17,9 @@ public:
 
     // Up to `size` bytes into `buffer`; 0 at the end, negative after an error.
     virtual long read(char* buffer, std::size_t size) = 0;
+
+    // What went wrong, after an error.
+    [[nodiscard]] virtual std::string readError() const { return "the file cannot be read to its end"; }
 };
 
 struct XmlAttribute

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/svg/xmlreader.h"
 
+#include "platform/svg/xmlmistake.h"
+
 // expat declares its limits on entities only under the option that it was built with.
 #define XML_DTD
 #include <expat.h>
 
 #include <algorithm>
+#include <functional>
 #include <new>
 #include <string>
 
@@ -15,6 +18,7 @@ namespace {
 
 constexpr std::size_t BlockSize = std::size_t(1) << 18;
 constexpr std::size_t LargestBlock = std::size_t(1) << 26;
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 // Entities are for namespace names and a few characters. What they may add up to:
 constexpr int MostEntities = 1000;
@@ -49,12 +53,73 @@ constexpr unsigned long long AmplificationStart = 1ULL << 20; // bytes
         return "found entities that expand to far more than the file holds, expected plain text";
     case XML_ERROR_UNKNOWN_ENCODING:
     case XML_ERROR_INCORRECT_ENCODING:
-        return "found an encoding that is not known, expected UTF-8, UTF-16, ISO-8859-1 or US-ASCII";
+        return "found an encoding that is not known, expected UTF-8, UTF-16, ISO-8859-1, US-ASCII, "
+               "windows-1250 or windows-1252";
     case XML_ERROR_NO_MEMORY:
         return "ran out of memory, expected a smaller drawing";
     default:
         return std::string("found a mistake in the XML (") + XML_ErrorString(code) + "), expected well-formed XML";
     }
+}
+
+// Goes from `position` over `text`, which is UTF-8. Lines end in LF, CR or both.
+void advance(Position& position, std::string_view text)
+{
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isReturn = text[i] == '\r' && text.substr(i + 1, 1) != "\n";
+        if (text[i] == '\n' || isReturn) {
+            ++position.line;
+            position.column = 1;
+        } else if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80 && text[i] != '\r') {
+            ++position.column;
+        }
+    }
+}
+
+// The other way round: `text` ends at `position`. Line 0 when it does not reach back to where that line begins.
+[[nodiscard]] Position positionBefore(Position position, std::string_view text, std::size_t offset)
+{
+    Position moved;
+    advance(moved, text.substr(offset));
+    if (moved.line == 0)
+        return {position.line, position.column - moved.column};
+    const std::size_t lineEnd = text.substr(0, offset).find_last_of("\r\n");
+    if (lineEnd == std::string_view::npos)
+        return {};
+    Position result{position.line - moved.line, 1};
+    advance(result, text.substr(lineEnd + 1, offset - lineEnd - 1));
+    return result;
+}
+
+// What the XML reader holds of the file, split at a place in it, which is given in bytes.
+struct Context
+{
+    std::string_view before;
+    std::string_view behind; // empty where the place is not there
+};
+
+[[nodiscard]] Context contextAt(XML_Parser parser, std::int64_t index)
+{
+    int offset = 0;
+    int size = 0;
+    const char* bytes = XML_GetInputContext(parser, &offset, &size);
+    const std::int64_t split = offset - (XML_GetCurrentByteIndex(parser) - index);
+    if (!bytes || split < 0 || split > size)
+        return {};
+    const std::string_view whole(bytes, static_cast<std::size_t>(size));
+    return {whole.substr(0, static_cast<std::size_t>(split)), whole.substr(static_cast<std::size_t>(split))};
+}
+
+int onUnknownEncoding(void*, const char* name, XML_Encoding* map)
+{
+    const XmlEncoding encoding = xmlEncoding(name);
+    if (!isWindows(encoding))
+        return XML_STATUS_ERROR;
+    fillWindowsMap(encoding, map->map);
+    map->data = nullptr;
+    map->convert = nullptr;
+    map->release = nullptr;
+    return XML_STATUS_OK;
 }
 
 } // namespace
@@ -76,6 +141,9 @@ XmlReader::XmlReader(XmlHandler& handler, Diagnostics& diagnostics, const Limits
     XML_SetUserData(parser, this);
     XML_SetElementHandler(parser, onStart, onEnd);
     XML_SetCharacterDataHandler(parser, onText);
+    XML_SetDefaultHandlerExpand(parser, onAnythingElse);
+    XML_SetXmlDeclHandler(parser, onDeclaration);
+    XML_SetUnknownEncodingHandler(parser, onUnknownEncoding, nullptr);
     XML_SetEntityDeclHandler(parser, onEntity);
     XML_SetExternalEntityRefHandler(parser, onForeignEntity);
     XML_SetSkippedEntityHandler(parser, onSkippedEntity);
@@ -97,7 +165,41 @@ bool XmlReader::read(ByteSource& source)
 
 Position XmlReader::position() const
 {
-    return {XML_GetCurrentLineNumber(m_parser.get()), XML_GetCurrentColumnNumber(m_parser.get()) + 1};
+    const Position position{XML_GetCurrentLineNumber(m_parser.get()), XML_GetCurrentColumnNumber(m_parser.get()) + 1};
+    const bool isBehindMark = m_hasMark && position.line == 1 && position.column > 1;
+    return {position.line, position.column - (isBehindMark ? 1 : 0)};
+}
+
+Position XmlReader::positionOf(std::string_view part) const
+{
+    const auto isWithin = [part](std::string_view value) {
+        return part.data() && std::less_equal<>()(value.data(), part.data())
+            && std::less_equal<>()(part.data(), value.data() + value.size());
+    };
+    for (std::size_t i = 0; i < m_attributes.size(); ++i) {
+        if (!isWithin(m_attributes[i].value))
+            continue;
+        if (m_attributePositions.empty())
+            findAttributes();
+        // One that the document type adds stands nowhere in the tag.
+        return i < m_attributePositions.size() ? m_attributePositions[i] : position();
+    }
+    return position();
+}
+
+void XmlReader::findAttributes() const
+{
+    XML_Parser parser = m_parser.get();
+    const auto size = static_cast<std::size_t>(XML_GetCurrentByteCount(parser));
+    const std::string tag
+        = decodedXml(contextAt(parser, XML_GetCurrentByteIndex(parser)).behind.substr(0, size), m_encoding);
+    Position place = position();
+    std::size_t done = 0;
+    for (std::size_t offset : attributeOffsets(tag)) {
+        advance(place, std::string_view(tag).substr(done, offset - done));
+        m_attributePositions.push_back(place);
+        done = offset;
+    }
 }
 
 // False after the last block.
@@ -116,9 +218,11 @@ bool XmlReader::readBlock(ByteSource& source)
     }
     const long length = source.read(static_cast<char*>(buffer), blockSize);
     if (length < 0) {
-        m_diagnostics.fail("the file cannot be read to its end");
+        m_diagnostics.fail(source.readError());
         return false;
     }
+    if (m_size == 0)
+        noteEncoding({static_cast<const char*>(buffer), static_cast<std::size_t>(length)});
     m_size += static_cast<std::uint64_t>(length);
     if (m_size > m_limits.fileSize) {
         m_diagnostics.fail("the file is too large, expected at most 1 GiB");
@@ -132,14 +236,73 @@ bool XmlReader::readBlock(ByteSource& source)
     return length > 0;
 }
 
+// What a file begins with tells whether it is UTF-16; others say what they are.
+void XmlReader::noteEncoding(std::string_view begin)
+{
+    constexpr std::string_view LittleMark = "\xFF\xFE";
+    constexpr std::string_view BigMark = "\xFE\xFF";
+    const std::string_view two = begin.substr(0, 2);
+    if (two == LittleMark || two == std::string_view("<\0", 2))
+        m_encoding = XmlEncoding::Utf16Little;
+    else if (two == BigMark || two == std::string_view("\0<", 2))
+        m_encoding = XmlEncoding::Utf16Big;
+    if (two == LittleMark || two == BigMark)
+        m_end = 2;
+    else if (begin.substr(0, 3) == ByteOrderMark)
+        m_end = 3;
+    m_hasMark = m_end > 0;
+}
+
 void XmlReader::reportXmlError()
 {
-    m_diagnostics.fail(describe(XML_GetErrorCode(m_parser.get())));
+    XML_Parser parser = m_parser.get();
+    const XML_Error code = XML_GetErrorCode(parser);
+    if (code == XML_ERROR_INVALID_TOKEN && reportMistake())
+        return;
+    std::string message = describe(code);
+    if (code == XML_ERROR_UNDEFINED_ENTITY) {
+        constexpr std::size_t LongestName = 40;
+        const auto bytes = contextAt(parser, XML_GetCurrentByteIndex(parser)).behind.substr(0, LongestName);
+        const std::string text = decodedXml(bytes, m_encoding);
+        message += "; it is " + quoted(text.substr(0, text.find(';')) + ';');
+    }
+    m_diagnostics.fail(message);
+}
+
+// In the words of whoever wrote the drawing. False when there is more to it.
+bool XmlReader::reportMistake()
+{
+    constexpr std::size_t Excerpt = 100; // bytes of what follows
+    const Context context = contextAt(m_parser.get(), m_end);
+    const auto stop = static_cast<std::size_t>(XML_GetCurrentByteIndex(m_parser.get()) - m_end);
+    if (stop >= context.behind.size())
+        return false;
+    std::string before = decodedXml(context.before, m_encoding);
+    if (before.compare(0, ByteOrderMark.size(), ByteOrderMark) == 0)
+        before.erase(0, ByteOrderMark.size());
+    if (context.before.size() == static_cast<std::uint64_t>(m_end))
+        before.insert(before.begin(), '\n'); // the first line begins here
+    const std::string passed = decodedXml(context.behind.substr(0, stop), m_encoding);
+    const std::string text = passed + decodedXml(context.behind.substr(stop, Excerpt), m_encoding);
+    const auto mistake = findXmlMistake(text, passed.size());
+    if (!mistake)
+        return false;
+    const std::size_t offset = std::min(mistake->offset, passed.size());
+    const Position place = positionBefore(position(), before + passed, before.size() + offset);
+    m_diagnostics.failAt(place.line > 0 ? place : position(), mistake->message);
+    return true;
+}
+
+// Of what is being handled.
+void XmlReader::noteEnd()
+{
+    m_end = XML_GetCurrentByteIndex(m_parser.get()) + XML_GetCurrentByteCount(m_parser.get());
 }
 
 // Nothing may be thrown through the XML parser, which is C.
 template <typename Call> void XmlReader::handle(Call call)
 {
+    noteEnd();
     try {
         call();
     } catch (const std::bad_alloc&) {
@@ -157,10 +320,11 @@ void XmlReader::onStart(void* reader, const char* name, const char** attributes)
 
 void XmlReader::startTag(const char* name, const char* const* attributes)
 {
-    m_attributes.clear();
     for (; *attributes; attributes += 2)
         m_attributes.push_back({XmlName(attributes[0]), attributes[1]});
     m_handler.startTag(XmlName(name), m_attributes.data(), m_attributes.size());
+    m_attributes.clear();
+    m_attributePositions.clear();
 }
 
 void XmlReader::onEnd(void* reader, const char*)
@@ -175,6 +339,19 @@ void XmlReader::onText(void* reader, const char* text, int length)
 {
     auto* self = static_cast<XmlReader*>(reader);
     self->handle([=] { self->m_handler.text(std::string_view(text, static_cast<std::size_t>(length))); });
+}
+
+void XmlReader::onAnythingElse(void* reader, const char*, int)
+{
+    static_cast<XmlReader*>(reader)->noteEnd();
+}
+
+void XmlReader::onDeclaration(void* reader, const char*, const char* encoding, int)
+{
+    auto* self = static_cast<XmlReader*>(reader);
+    if (encoding && self->m_encoding == XmlEncoding::Utf8)
+        self->m_encoding = xmlEncoding(encoding);
+    self->noteEnd();
 }
 
 void XmlReader::onEntity(

@@ -2,6 +2,7 @@
 #include "tests/support/cancellingprogress.h"
 #include "tests/support/testmain.h"
 #include "tests/svg/drawing.h"
+#include "tests/svg/gzipped.h"
 
 #include <QFile>
 #include <QTest>
@@ -27,7 +28,7 @@ void TestSvgErrors::saysWhatAndWhere_data()
 {
     QTest::addColumn<QByteArray>("file");
     QTest::addColumn<QString>("begin"); // of the message, without the file name
-    const auto row = [](const char* name, const QByteArray& file, const char* begin) {
+    const auto row = [](const char* name, const QByteArray& file, const QByteArray& begin) {
         QTest::newRow(name) << file << QString::fromUtf8(begin);
     };
     row("empty", "", ":1:1: found the end of the file, expected an <svg> element");
@@ -42,17 +43,60 @@ void TestSvgErrors::saysWhatAndWhere_data()
     row("something behind the drawing", "<svg/>\n<g/>", ":2:1: found text or a tag after the end of the drawing");
     row("bytes that are no UTF-8", "<svg>\n<text>\xFF\xFE</text></svg>", ":2:7: found bytes that are no XML text");
     row("a control character", "<svg>\n<text>\x01</text></svg>", ":2:7: found bytes that are no XML text");
+    const QByteArray packed = gzipped("<svg>\n<rect width='1' height='1'/></svg>");
+    row("compressed, with a damaged end", packed.left(packed.size() - 8) + QByteArray(8, 'x'),
+        ":2:35: at byte " + QByteArray::number(packed.size() - 4) + " of the compressed file: found damaged data");
+    row("compressed, with something behind it", packed + QByteArray("\0\0x", 3),
+        ":2:35: at byte " + QByteArray::number(packed.size() + 2) + " of the compressed file: found something behind");
+    row("compressed in another way", "\x1F\x9D\x90<svg/>",
+        ":1:1: at byte 2 of the compressed file: found damaged data");
     row("an unknown encoding", "<?xml version='1.0' encoding='EBCDIC-XX'?><svg/>", ":1:31: found an encoding");
-    row("an unknown entity", "<svg>\n &foo;</svg>", ":2:2: found an entity that is not defined");
+    row("an unknown entity", "<svg>\n &foo;</svg>",
+        ":2:2: found an entity that is not defined, expected one of this file or of XML; it is \"&foo;\"");
     row("an entity of a foreign file", "<!DOCTYPE svg [<!ENTITY f SYSTEM '/etc/passwd'>]>\n<svg>&f;</svg>",
         ":2:6: found an entity that stands for another file");
     row("an entity within itself", "<!DOCTYPE svg [<!ENTITY a '&b;'><!ENTITY b '&a;'>]>\n<svg><text>&a;</text></svg>",
         ":2:12: found an entity that contains itself");
     row("a number without end", "<svg>\n<rect width='1e999' height='1'/></svg>",
-        ":2:1: found the number \"1e999\", expected one between -1e9 and 1e9");
-    row("a number that is none by name", "<svg><rect width='nan' height='1'/></svg>", ":1:6: found the number \"nan\"");
+        ":2:7: found the number \"1e999\", expected one between -1e9 and 1e9");
+    row("a number that is none by name", "<svg><rect width='nan' height='1'/></svg>",
+        ":1:12: found the number \"nan\"");
     row("an absurd number", "<svg><path d='M0 0L2000000000 0' stroke='red'/></svg>",
-        ":1:6: found the number \"2000000000\"");
+        ":1:12: found the number \"2000000000\"");
+    row("in the third line of a tag kept with others",
+        "<svg><use href='#x'/>\r\n<rect y='1'\r\n \xC3\xA4='\xC3\xA4' width='inf'/></svg>",
+        ":3:8: found the number \"inf\"");
+    row("an attribute without quotes", "<svg>\n<rect\n y='1' x=5/></svg>",
+        ":3:8: found x=5 without quotes, expected x=\"5\"");
+    row("an attribute without quotes behind a byte order mark", "\xEF\xBB\xBF<svg x=5/>", ":1:6: found x=5 without");
+    row("an attribute without a value", "<svg><rect x width='1'/></svg>",
+        ":1:12: found x without a value, expected x=");
+    row("attributes without a blank", "<svg><rect x=\"1\"y=\"2\"/></svg>",
+        ":1:17: found y directly behind the value of x, expected a blank between attributes");
+    row("a quote that is missing", "<svg><rect x='1 y='2'/>", ":1:20: found \"2\" directly behind the value of x");
+    row("a quote that is missing at the end", "<svg><rect x='1/>\n<g/></svg>",
+        ":1:12: found < in the value of x, expected the quote that ends it");
+    row("something else in a tag", "<svg><g ?></svg>",
+        ":1:9: found \"?\" in the tag <g>, expected an attribute, > or />");
+    row("something else in an end tag", "<svg><g></g a></svg>", ":1:13: found \"a\" in the end tag </g>, expected >");
+    row("an ampersand alone", "<svg><text>a & b</text></svg>",
+        ":1:14: found \"& b\", expected an entity: & begins an entity; write &amp;");
+    row("an ampersand alone in a value", "<svg>\n<g id='a&b'/></svg>",
+        ":2:9: found \"&b\" in the value of id, expected an entity: & begins an entity; write &amp;");
+    row("an ampersand alone in an entity", "<!DOCTYPE svg [<!ENTITY e 'a & b'>]><svg/>",
+        ":1:30: found \"& b\", expected an entity");
+    const QString wide = QChar(0xFEFF) + QString::fromUtf8("<svg>\n\xC3\xA4\xF0\x9F\x98\x80 \xC3\xA4& b</svg>");
+    row("an ampersand alone in UTF-16", QByteArray(reinterpret_cast<const char*>(wide.utf16()), wide.size() * 2),
+        ":2:5: found \"& b\"");
+    row("an ampersand alone in another encoding", "<?xml version='1.0' encoding='windows-1252'?><svg>\x80& \x80</svg>",
+        ":1:52: found \"& \xE2\x82\xAC\"");
+    row("a less-than sign alone", "<svg><text>a < b</text></svg>",
+        ":1:14: found \"< b\", expected a tag: < begins a tag; write &lt;");
+    row("two hyphens in a comment", "<svg>\n<!--\na--b\n--></svg>",
+        ":3:2: found -- within a comment, expected --> or a single -");
+    row("the end of character data in a text", "<svg>a]]>b</svg>", ":1:7: found ]]> in a text, expected ]]&gt;");
+    row("a byte that windows-1252 has not", "<?xml version='1.0' encoding='windows-1252'?><svg>\x81</svg>",
+        ":1:51: found bytes that are no XML text");
     row("absurd by its transform", "<svg>\n<g transform='scale(1e6)'><rect width='1e6' height='1'/></g></svg>",
         ":2:27: found an element that lies beyond 1e9");
     row("an outline absurd by its transform", "<svg><g transform='scale(1e6)'><circle r='1e6'/></g></svg>",
@@ -100,8 +144,8 @@ void TestSvgErrors::keepsWhatCameBefore_data()
             QTest::newRow(qPrintable(QLatin1String(kind) + QLatin1String(name)))
                 << start + "\n  " + mistake << QString::fromLatin1(place);
         };
-        row("a mistake in the XML", "<rect width=>", ":3:15: ");
-        row("a mistake in the drawing", "<rect width='1' height='1' tovanel:layer='x'/>", ":3:3: ");
+        row("a mistake in the XML", "<rect width=>", ":3:9: found width= without a value");
+        row("a mistake in the drawing", "<rect width='1' height='1' tovanel:layer='x'/>", ":3:30: ");
         row("truncated", "<re", ":3:3: ");
     }
 }
@@ -159,6 +203,13 @@ void TestSvgErrors::survivesEveryTruncation()
         QVERIFY2(drawing.error().startsWith(QLatin1String(":1:")), qPrintable(drawing.error()));
     }
     QVERIFY(TestDrawing::fromFile(whole).isRead());
+    const QByteArray packed = gzipped(whole);
+    for (int length = 1; length < packed.size(); ++length) {
+        const auto drawing = TestDrawing::fromFile(packed.left(length));
+        QVERIFY2(!drawing.isRead(), qPrintable(QString::number(length)));
+        const QString where = QStringLiteral("at byte %1 of the compressed file: found the end").arg(length);
+        QVERIFY2(drawing.error().contains(where), qPrintable(drawing.error()));
+    }
 }
 
 void TestSvgErrors::readsNoOtherFile()

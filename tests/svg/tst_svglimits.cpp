@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "platform/svg/gunzipsource.h"
 #include "tests/support/testmain.h"
+#include "tests/svg/gzipped.h"
 #include "tests/svg/memorysource.h"
 
 #include <QElapsedTimer>
@@ -27,7 +29,8 @@ const QByteArray Rect = "<rect width='1' height='1'/>";
     zelsvg::Diagnostics diagnostics({});
     zelsvg::Drawing drawing;
     MemorySource source(std::string_view(file.constData(), static_cast<std::size_t>(file.size())));
-    readDrawing(source, diagnostics, limits, drawing);
+    zelsvg::GunzipSource unpacked(source);
+    readDrawing(unpacked, diagnostics, limits, drawing);
     return QByteArray::fromStdString(diagnostics.error());
 }
 
@@ -78,6 +81,7 @@ void TestSvgLimits::endReading()
     QCOMPARE(errorOf("<svg>" + most + "</svg>", limits), QByteArray());
     const QByteArray found = errorOf("<svg>" + more + "</svg>", limits);
     QVERIFY2(found.contains(error), found.constData());
+    QCOMPARE(errorOf(gzipped("<svg>" + more + "</svg>"), limits), found);
 }
 
 void TestSvgLimits::styleSheetsTakeTimeInProportion_data()
