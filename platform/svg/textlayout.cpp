@@ -111,6 +111,10 @@ void TextLayout::add(std::string_view text, const Style& style, const Identity& 
         if (isBlank && !style.keepsSpaces && m_endsWithSpace)
             continue;
         Position position;
+        if (!m_runs.empty() && addMark(character, m_runs.back().text)) {
+            takePosition(position); // counts as a character, but stands where its letter does
+            continue;
+        }
         if ((takePosition(position) || !goesOn) && !addRun(style, identity, position))
             return;
         goesOn = true;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/testmain.h"
 #include "tests/svg/drawing.h"
+#include "tests/svg/gzipped.h"
 
 #include <QFont>
 #include <QFontMetricsF>
@@ -44,6 +45,10 @@ void TestSvgText::placesText_data()
         "text 'A' 11,2 #000000; text 'B' 695,1002 #000000");
     row("a place for each character", "<text x='1 2,3'>ABBA</text>",
         "text 'A' 1,0 #000000; text 'B' 2,0 #000000; text 'BA' 3,0 #000000");
+    row("a mark counts as a character",
+        "<text x='1 2 3'>A\xCC\x88"
+        "B</text>",
+        "text '\xC4' 1,0 #000000; text 'B' 3,0 #000000");
     row("blanks fold", "<text>\n  A \t\n <tspan> B</tspan>  \n</text>",
         "text 'A ' 0,0 #000000; text 'B' 1002,0 #000000");
     row("unless they are kept", "<text xml:space='preserve'> A  B </text>", "text ' A  B ' 0,0 #000000");
@@ -76,11 +81,24 @@ void TestSvgText::translatesCharacters_data()
         << body("1\xE2\x80\x93"
                 "2\xE2\x80\x94\xE2\x80\x9Cx\xE2\x80\x9D\xE2\x80\xA6 5\xCE\xA9")
         << QByteArray("1-2--\"x\"... 5Ohm") << true;
+    QTest::newRow("letters with combining marks")
+        << body("u\xCC\x88&#x41;&#x30A;n\xCC\x83 c\xCC\x8C\xC4\x8D e\xCC\x82\xCC\x81")
+        << QByteArray("\xFC\xC5\xF1 cc \xEA") << true;
+    QTest::newRow("marks without a letter, and other marks")
+        << body("-\xCC\x88R\xCC\x85") << QByteArray("-?R?") << false;
     QTest::newRow("anything else is a question mark")
         << body("a\xE4\xB8\xAD\xF0\x9F\x98\x80z?") << QByteArray("a??z?") << false;
     QTest::newRow("character references and CDATA") << body("&#65;&lt;<![CDATA[<B>]]>") << QByteArray("A<<B>") << true;
     QTest::newRow("Latin-1 by declaration")
         << "<?xml version='1.0' encoding='ISO-8859-1'?>" + body("\xE4\xB5") << QByteArray("\xE4\xB5") << true;
+    QTest::newRow("windows-1250 by declaration")
+        << "<?xml version='1.0' encoding='Windows-1250'?>" + body("\xE9\x8A\xBE\xA5") << QByteArray("\xE9SlA") << true;
+    QTest::newRow("windows-1252 by its other name")
+        << "<?xml version='1.0' encoding='cp1252'?>" + body("\x80\xE4") << QByteArray("EUR\xE4") << true;
+    QTest::newRow("compressed") << gzipped(body("A")) << QByteArray("A") << true;
+    QTest::newRow("compressed in parts and padded")
+        << gzipped("<svg><te") + gzipped("") + QByteArray(3, '\0') + gzipped("xt>A</text></svg>") + QByteArray(9, '\0')
+        << QByteArray("A") << true;
     const QString wide = QChar(0xFEFF) + QString::fromUtf8(body("\xC3\xA4"));
     QTest::newRow("UTF-16 with its mark")
         << QByteArray(reinterpret_cast<const char*>(wide.utf16()), wide.size() * 2) << QByteArray("\xE4") << true;
