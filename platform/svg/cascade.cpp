@@ -15,6 +15,10 @@ void Cascade::addAttributes(const Element& element)
 
 void Cascade::addStyle(std::string_view text)
 {
+    if (text.find("/*") != std::string_view::npos) {
+        m_withoutComments = withoutComments(std::string(text));
+        text = m_withoutComments;
+    }
     Declaration declaration;
     while (takeDeclaration(text, declaration)) {
         if (declaration.property != AttributeName::Unknown)

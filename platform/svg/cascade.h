@@ -4,6 +4,7 @@
 #include "platform/svg/element.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace zelsvg {
@@ -43,7 +44,8 @@ public:
 
     void addAttributes(const Element& element);
 
-    // Of a style attribute: "fill: red; stroke: none !important". The text must live as long as the values are asked.
+    // Of a style attribute: "fill: red; stroke: none !important". The text must live as long as the values are asked;
+    // the values of one with comments last until the next such text.
     void addStyle(std::string_view text);
 
     [[nodiscard]] bool isEmpty() const { return m_present == 0; }
@@ -66,6 +68,7 @@ private:
     std::uint64_t m_present = 0;
     std::string_view m_values[PropertyCount];
     std::uint64_t m_weights[PropertyCount];
+    std::string m_withoutComments; // the style attribute, where it has any
 };
 
 } // namespace zelsvg

@@ -33,6 +33,15 @@ struct Arguments
     return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
+// Of the begin of a text, which may be long: what has a name has a short one.
+[[nodiscard]] std::string lowered(std::string_view text)
+{
+    constexpr std::size_t LongestName = 32;
+    std::string lower(text.substr(0, LongestName));
+    std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
+    return lower;
+}
+
 // "#rgb", "#rgba", "#rrggbb" and "#rrggbbaa", without the '#'.
 bool parseHex(std::string_view digits, Color& color)
 {
@@ -55,14 +64,14 @@ bool parseHex(std::string_view digits, Color& color)
 // Turns the angle units of a hue into degrees.
 [[nodiscard]] bool applyUnit(std::string_view unit, Argument& argument)
 {
-    if (unit == "turn")
+    if (equalsIgnoringCase(unit, "turn"))
         argument.value *= 360.0;
-    else if (unit == "rad")
+    else if (equalsIgnoringCase(unit, "rad"))
         argument.value *= 180.0 / M_PI;
-    else if (unit == "grad")
+    else if (equalsIgnoringCase(unit, "grad"))
         argument.value *= 0.9;
     else
-        return unit.empty() || unit == "deg";
+        return unit.empty() || equalsIgnoringCase(unit, "deg");
     return true;
 }
 
@@ -113,7 +122,7 @@ bool parseArguments(std::string_view text, Arguments& arguments)
     return packed(part(0.0), part(8.0), part(4.0));
 }
 
-bool parseFunction(std::string_view name, std::string_view text, Color& color)
+[[nodiscard]] bool parseFunction(std::string_view name, std::string_view text, Color& color)
 {
     Arguments arguments;
     const bool isRgb = name == "rgb" || name == "rgba";
@@ -140,16 +149,10 @@ bool parseColor(std::string_view text, Color& color)
     text = trimmed(text);
     if (!text.empty() && text.front() == '#')
         return parseHex(text.substr(1), color);
-    constexpr std::size_t LongestColor = 100;
-    if (text.empty() || text.size() > LongestColor)
-        return false;
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
-    const std::size_t open = lower.find('(');
-    if (open != std::string::npos && lower.back() == ')') {
-        const std::string_view whole(lower);
-        return parseFunction(whole.substr(0, open), whole.substr(open + 1, whole.size() - open - 2), color);
-    }
+    const std::size_t open = text.find('(');
+    if (open != std::string_view::npos && text.back() == ')')
+        return parseFunction(lowered(text.substr(0, open)), text.substr(open + 1, text.size() - open - 2), color);
+    const std::string lower = lowered(text);
     if (lower == "transparent") {
         color = {0, 0.0};
         return true;

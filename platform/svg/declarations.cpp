@@ -3,6 +3,8 @@
 
 #include "platform/svg/number.h"
 
+#include <algorithm>
+
 namespace zelsvg {
 
 namespace {
@@ -41,6 +43,26 @@ namespace {
 }
 
 } // namespace
+
+std::string withoutComments(std::string text)
+{
+    char quote = '\0';
+    for (std::size_t i = text.find("/*") == std::string::npos ? text.size() : 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (quote) {
+            quote = c == quote || c == '\n' ? '\0' : quote;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (text.compare(i, 2, "/*") == 0) {
+            const std::size_t close = text.find("*/", i + 2);
+            const std::size_t end = close == std::string::npos ? text.size() : close + 2;
+            std::fill(
+                text.begin() + static_cast<std::ptrdiff_t>(i), text.begin() + static_cast<std::ptrdiff_t>(end), ' ');
+            i = end - 1;
+        }
+    }
+    return text;
+}
 
 bool takeDeclaration(std::string_view& text, Declaration& declaration)
 {

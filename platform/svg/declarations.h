@@ -3,6 +3,7 @@
 
 #include "platform/svg/names.h"
 
+#include <string>
 #include <string_view>
 
 namespace zelsvg {
@@ -18,5 +19,8 @@ struct Declaration
 // Takes the next declaration off the front of `text`, whose comments are gone. False at the end of the text; a
 // declaration that is none, or of another property, comes with an unknown property.
 bool takeDeclaration(std::string_view& text, Declaration& declaration);
+
+// Comments become blanks, so that everything else stays where it is. In quotes there are none.
+[[nodiscard]] std::string withoutComments(std::string text);
 
 } // namespace zelsvg

@@ -8,7 +8,7 @@ namespace zelsvg {
 namespace {
 
 constexpr const char* UnsupportedTexts[] = {
-    "gradients are drawn in their first colour",
+    "gradients are drawn in the one colour of their middle",
     "patterns are not drawn",
     "pictures are not drawn",
     "filters are left out",
@@ -20,11 +20,18 @@ constexpr const char* UnsupportedTexts[] = {
     "texts on a path are not drawn",
     "style rules with selectors beyond type, class, id and descendant are left out",
     "references to missing, foreign or enclosing elements are left out",
-    "numbers that cannot be read are left out",
+    "numbers that cannot be read or may not be negative are left out",
     "colours that cannot be read are left out",
     "paths are drawn up to the first mistake in them",
     "transforms that cannot be read are left out",
     "characters beyond ISO 8859-1 are shown as '?'",
+    "bold letters are drawn plain",
+    "italic letters are drawn upright",
+    "lines under, over and through texts are not drawn",
+    "the spacing of letters and words is left out",
+    "vertical texts are drawn horizontally",
+    "turned, raised, stretched, converted and right-to-left letters are drawn plain",
+    "what reaches beyond nested drawings and symbols is not cut off",
 };
 static_assert(sizeof UnsupportedTexts / sizeof *UnsupportedTexts == static_cast<std::size_t>(Unsupported::Count));
 

@@ -45,6 +45,13 @@ enum class Unsupported {
     Path,
     Transform,
     Character,
+    Bold,
+    Italic,
+    TextLines,
+    TextSpacing,
+    VerticalText,
+    TextEffects,
+    Overflow,
     Count
 };
 
@@ -66,6 +73,7 @@ public:
     void warn(Unsupported kind);
 
     [[nodiscard]] bool hasFailed() const { return m_hasFailed; }
+    [[nodiscard]] bool hasWarned(Unsupported kind) const { return m_warned >> static_cast<unsigned>(kind) & 1; }
     [[nodiscard]] const std::string& error() const { return m_error; }
     [[nodiscard]] const std::vector<std::string>& warnings() const { return m_warnings; }
 

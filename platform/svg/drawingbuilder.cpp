@@ -5,7 +5,6 @@
 #include "platform/svg/diagnostics.h"
 #include "platform/svg/latin1.h"
 #include "platform/svg/number.h"
-#include "platform/svg/treefollower.h"
 
 #include <algorithm>
 #include <cmath>
@@ -75,6 +74,8 @@ bool DrawingBuilder::startElement(const Element& element)
     }
     if (m_textDepth > 0)
         return startTextPart(element);
+    if (Shapes::isShape(top().name) && name != ElementName::Metadata)
+        return startHidden(element);
     if (Shapes::isShape(name) || isGroup(name) || name == ElementName::Text)
         return startGraphic(element);
     noteSkipped(name);
@@ -132,8 +133,7 @@ bool DrawingBuilder::startGraphic(const Element& element)
     }
     readInherited(element, frame);
     if (hasViewport(name))
-        frame.isHidden = !enterViewport(
-            element, instance.width, instance.height, frame.style.fontSize, m_diagnostics, frame.viewport);
+        startViewport(element, instance, frame);
     if (Shapes::isShape(name)) {
         drawShape(element);
     } else if (name == ElementName::Text) {
@@ -146,6 +146,17 @@ bool DrawingBuilder::startGraphic(const Element& element)
         m_follower->drawInstance(element);
     }
     return true;
+}
+
+void DrawingBuilder::startViewport(const Element& element, const TreeFollower::Instance& instance, Frame& frame)
+{
+    const std::string_view overflow = m_cascade.value(AttributeName::Overflow);
+    Viewport outside;
+    frame.isHidden = !enterViewport(
+        element, instance.width, instance.height, frame.style.fontSize, m_diagnostics, outside, frame.viewport);
+    frame.hasEdges = !frame.isHidden && overflow != "visible" && overflow != "auto";
+    if (frame.hasEdges)
+        m_writer.enterEdges(outside.matrix, outside.size);
 }
 
 // Inside of a text.
@@ -180,6 +191,8 @@ void DrawingBuilder::endElement()
             m_text.end();
             m_textDepth = 0;
         }
+    } else if (frame.hasEdges) {
+        m_writer.leaveEdges();
     }
     --m_depth;
 }
@@ -218,6 +231,7 @@ DrawingBuilder::Frame& DrawingBuilder::push(ElementName name)
     ++m_depth;
     frame.name = name;
     frame.hasTooltip = false;
+    frame.hasEdges = false;
     frame.firstRecord = m_writer.recordCount();
     return frame;
 }

@@ -5,14 +5,13 @@
 #include "platform/svg/element.h"
 #include "platform/svg/shapes.h"
 #include "platform/svg/textlayout.h"
+#include "platform/svg/treefollower.h"
 #include "platform/svg/viewport.h"
 
 #include <string>
 #include <vector>
 
 namespace zelsvg {
-
-class TreeFollower;
 
 // Follows the elements of a drawing, keeps what they inherit from each other and hands the graphic ones to the rooms
 // that turn them into records.
@@ -49,6 +48,7 @@ private:
         bool hasId = false;
         bool hasTooltip = false; // of its own
         bool isHidden = false; // not drawn, with all below
+        bool hasEdges = false; // at which its content should be cut off
         ElementName name = ElementName::Unknown;
     };
 
@@ -57,6 +57,7 @@ private:
     bool startHidden(const Element& element);
     bool startRoot(const Element& element);
     bool startGraphic(const Element& element);
+    void startViewport(const Element& element, const TreeFollower::Instance& instance, Frame& frame);
     bool startTextPart(const Element& element);
     void readInherited(const Element& element, Frame& frame);
     [[nodiscard]] TextPool::Offset tooltipOf(std::string_view text);

@@ -4,7 +4,11 @@
 #include "platform/svg/documenttree.h"
 #include "platform/svg/drawingbuilder.h"
 #include "platform/svg/elementdecoder.h"
+#include "platform/svg/number.h"
 #include "platform/svg/treefollower.h"
+
+#include <algorithm>
+#include <initializer_list>
 
 namespace zelsvg {
 
@@ -50,11 +54,36 @@ private:
     DocumentTree m_tree;
 };
 
-void addStyleSheets(const DocumentTree& tree, StyleSheet& sheet)
+[[nodiscard]] bool isOneOf(std::string_view text, std::initializer_list<std::string_view> words)
+{
+    return std::any_of(words.begin(), words.end(), [text](auto word) { return equalsIgnoringCase(text, word); });
+}
+
+// Whether a style element holds CSS and is meant for screens. Its media are a list; conditions are not looked into.
+[[nodiscard]] bool applies(const DocumentTree& tree, unsigned style)
+{
+    const std::string_view type = tree.value(style, AttributeName::Type);
+    if (!isOneOf(trimmed(type.substr(0, type.find(';'))), {"", "text/css"}))
+        return false;
+    const std::string_view media = tree.value(style, AttributeName::Media);
+    bool isForScreen = false;
+    for (std::size_t begin = 0; begin <= media.size() && !isForScreen;) {
+        const std::size_t end = std::min(media.find(',', begin), media.size());
+        isForScreen = isOneOf(trimmed(media.substr(begin, end - begin)), {"", "all", "screen", "only screen"});
+        begin = end + 1;
+    }
+    return isForScreen;
+}
+
+void addStyleSheets(const DocumentTree& tree, StyleSheet& sheet, Diagnostics& diagnostics)
 {
     for (unsigned node = 0; node < tree.size(); ++node) {
-        if (tree.name(node) == ElementName::Style)
+        if (tree.name(node) != ElementName::Style)
+            continue;
+        if (applies(tree, node))
             sheet.add(tree.innerText(node));
+        else if (tree.value(node, AttributeName::Media).find('(') != std::string_view::npos)
+            diagnostics.warn(Unsupported::Selector);
     }
 }
 
@@ -93,7 +122,7 @@ public:
         if (!reader.read(m_source))
             return false;
         StyleSheet sheet(m_diagnostics, m_limits);
-        addStyleSheets(reader.tree(), sheet);
+        addStyleSheets(reader.tree(), sheet, m_diagnostics);
         DrawingBuilder builder(m_drawing, m_diagnostics, m_limits);
         const auto isWanted = [this](double share) { return m_source.isWanted(share); };
         TreeFollower(reader.tree(), sheet, builder, m_diagnostics, m_limits, isWanted).follow();

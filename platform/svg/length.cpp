@@ -51,6 +51,7 @@ bool parseLength(
     }
     const std::string_view unit = scanner.word();
     double size = absoluteUnit(unit);
+    bool isUnit = true;
     if (equalsIgnoringCase(unit, "em"))
         size = context.fontSize;
     else if (equalsIgnoringCase(unit, "rem"))
@@ -59,14 +60,21 @@ bool parseLength(
         size = context.fontSize / 2.0;
     else if (unit == "%")
         size = context.percentBase(axis) / 100.0;
+    else
+        isUnit = size > 0.0;
     scanner.skipSpaces();
-    if (!isNumber || size == 0.0 || !scanner.isAtEnd()) {
-        if ((isNumber && unit != "%") || !(trimmed(text).empty() || trimmed(text) == "auto"))
+    if (!isNumber || !isUnit || !scanner.isAtEnd()) {
+        if (!trimmed(text).empty() && trimmed(text) != "auto")
             diagnostics.warn(Unsupported::Number);
         return false;
     }
     value = number * size;
     return true;
+}
+
+void warnOfNegative(Diagnostics& diagnostics)
+{
+    diagnostics.warn(Unsupported::Number);
 }
 
 } // namespace zelsvg

@@ -34,4 +34,20 @@ struct LengthContext
 bool parseLength(
     std::string_view text, const LengthContext& context, LengthAxis axis, Diagnostics& diagnostics, double& value);
 
+void warnOfNegative(Diagnostics& diagnostics);
+
+// As parseLength(), for a size, which is not to be negative: one that is is warned of and none.
+inline bool parseSize(
+    std::string_view text, const LengthContext& context, LengthAxis axis, Diagnostics& diagnostics, double& value)
+{
+    const double otherwise = value;
+    if (!parseLength(text, context, axis, diagnostics, value))
+        return false;
+    if (value >= 0.0)
+        return true;
+    value = otherwise;
+    warnOfNegative(diagnostics);
+    return false;
+}
+
 } // namespace zelsvg

@@ -55,6 +55,8 @@ void RecordWriter::addLine(const Identity& identity, zel_Point from, zel_Point t
 {
     if (!isAllowed(from) || !isAllowed(to))
         return;
+    if (!m_edges.empty() && isWithinEdges(from))
+        isWithinEdges(to);
     PackedRecord record{};
     const double values[] = {from.x, from.y, to.x, to.y};
     std::copy(std::begin(values), std::end(values), record.values);
@@ -69,6 +71,8 @@ void RecordWriter::addRect(
 {
     if (!isAllowed(corner) || !isAllowed({corner.x + width, corner.y + height}))
         return;
+    if (!m_edges.empty() && isWithinEdges(corner))
+        isWithinEdges({corner.x + width, corner.y + height});
     PackedRecord record{};
     const double values[] = {corner.x, corner.y, width, height};
     std::copy(std::begin(values), std::end(values), record.values);
@@ -88,6 +92,8 @@ void RecordWriter::addPolygon(
             "found more than " + std::to_string(m_limits.points) + " corners of polygons in the drawing");
     if (!isAllowed(*points))
         return;
+    for (std::size_t i = 0; i < count && !m_edges.empty() && isWithinEdges(points[i]);)
+        ++i;
     PackedRecord record{};
     record.polygon = {m_drawing.records.addPoints(points, count), count};
     PackedLook look{};
@@ -101,6 +107,8 @@ void RecordWriter::addText(const Identity& identity, const TextRun& run)
 {
     if (!isAllowed(run.place))
         return;
+    if (!m_edges.empty())
+        isWithinEdges(run.place);
     RecordStore& records = m_drawing.records;
     const TextPool::Offset text = texts().intern(run.text);
     const auto length = static_cast<std::uint32_t>(run.text.size());
@@ -116,6 +124,38 @@ void RecordWriter::addText(const Identity& identity, const TextRun& run)
     look.fillColor = run.color;
     look.rotation = run.rotation;
     add(ZEL_GRAPHIC_TEXT, identity, record, look);
+}
+
+void RecordWriter::enterEdges(const Matrix& matrix, ViewportSize size)
+{
+    Edges edges{{LargestNumber, LargestNumber}, {-LargestNumber, -LargestNumber}};
+    for (const zel_Point& corner : {matrix.map(0, 0), matrix.map(size.width, 0), matrix.map(0, size.height),
+             matrix.map(size.width, size.height)}) {
+        edges.least = {std::min(edges.least.x, corner.x), std::min(edges.least.y, corner.y)};
+        edges.greatest = {std::max(edges.greatest.x, corner.x), std::max(edges.greatest.y, corner.y)};
+    }
+    constexpr double Negligible = 1e-6; // of the size
+    const double marginX = (edges.greatest.x - edges.least.x) * Negligible;
+    const double marginY = (edges.greatest.y - edges.least.y) * Negligible;
+    edges.least = {edges.least.x - marginX, edges.least.y - marginY};
+    edges.greatest = {edges.greatest.x + marginX, edges.greatest.y + marginY};
+    if (!m_edges.empty()) {
+        const Edges& around = m_edges.back();
+        edges.least = {std::max(edges.least.x, around.least.x), std::max(edges.least.y, around.least.y)};
+        edges.greatest = {std::min(edges.greatest.x, around.greatest.x), std::min(edges.greatest.y, around.greatest.y)};
+    }
+    m_edges.push_back(edges);
+}
+
+// With a warning where it is not.
+bool RecordWriter::isWithinEdges(zel_Point point) const
+{
+    const Edges& edges = m_edges.back();
+    if (point.x >= edges.least.x && point.y >= edges.least.y && point.x <= edges.greatest.x
+        && point.y <= edges.greatest.y)
+        return true;
+    m_diagnostics.warn(Unsupported::Overflow);
+    return false;
 }
 
 void RecordWriter::replaceTooltip(std::size_t first, TextPool::Offset replaced, TextPool::Offset tooltip)

@@ -3,10 +3,12 @@
 
 #include "platform/svg/drawing.h"
 #include "platform/svg/limits.h"
+#include "platform/svg/transform.h"
 
 #include <bitset>
 #include <set>
 #include <string_view>
+#include <vector>
 
 namespace zelsvg {
 
@@ -53,6 +55,11 @@ public:
         const Identity& identity, const zel_Point* points, std::size_t count, unsigned int fill, const Stroke& stroke);
     void addText(const Identity& identity, const TextRun& run);
 
+    // Around what should be cut off at the edges of a rect of this size at the origin: what reaches beyond them is
+    // drawn all the same, and warned of. A turned rect counts as the upright one around it.
+    void enterEdges(const Matrix& matrix, ViewportSize size);
+    void leaveEdges() { m_edges.pop_back(); }
+
     [[nodiscard]] std::size_t recordCount() const { return m_drawing.records.size(); }
     [[nodiscard]] TextPool& texts() { return m_drawing.records.texts(); }
 
@@ -66,7 +73,14 @@ public:
     void takeSizeFromRecords();
 
 private:
+    struct Edges
+    {
+        zel_Point least;
+        zel_Point greatest;
+    };
+
     bool isAllowed(zel_Point point);
+    bool isWithinEdges(zel_Point point) const;
     void add(zelgraphic_kind kind, const Identity& identity, PackedRecord& record, PackedLook& look);
 
     static constexpr int CommonLayers = 256;
@@ -75,6 +89,7 @@ private:
     Diagnostics& m_diagnostics;
     const Limits& m_limits;
     std::size_t m_points = 0;
+    std::vector<Edges> m_edges; // each within those before it
     std::bitset<CommonLayers> m_commonLayers;
     std::set<int> m_otherLayers;
 };

@@ -47,6 +47,8 @@ bool Shapes::readPaint(const ShapeContext& context)
     if (m_hasStroke)
         m_stroke.width = style.strokeWidth * (style.hasFixedStroke ? 1.0 : context.matrix.meanScale());
     m_hasStroke = m_stroke.width > 0.0;
+    m_style = &style;
+    m_matrix = &context.matrix;
     m_isEvenOdd = style.isEvenOdd;
     m_lengths = {style.fontSize, context.viewport};
     return m_hasFill || m_hasStroke;
@@ -80,8 +82,10 @@ bool Shapes::readGeometry(const Element& element, const ShapeContext& context)
 
 bool Shapes::readRect(const Element& element, const ShapeContext& context)
 {
-    const double width = length(element, AttributeName::Width, LengthAxis::Horizontal);
-    const double height = length(element, AttributeName::Height, LengthAxis::Vertical);
+    double width = 0.0;
+    double height = 0.0;
+    sizeIsGiven(element, AttributeName::Width, LengthAxis::Horizontal, width);
+    sizeIsGiven(element, AttributeName::Height, LengthAxis::Vertical, height);
     if (!(width > 0.0 && height > 0.0))
         return false;
     const zel_Point corner{length(element, AttributeName::X, LengthAxis::Horizontal),
@@ -89,10 +93,10 @@ bool Shapes::readRect(const Element& element, const ShapeContext& context)
     double radiusX = 0.0;
     double radiusY = 0.0;
     if (element.has(AttributeName::Rx) || element.has(AttributeName::Ry)) {
-        const bool hasX = lengthIsGiven(element, AttributeName::Rx, LengthAxis::Horizontal, radiusX);
-        const bool hasY = lengthIsGiven(element, AttributeName::Ry, LengthAxis::Vertical, radiusY);
-        radiusX = std::clamp(hasX ? radiusX : radiusY, 0.0, width / 2);
-        radiusY = std::clamp(hasY ? radiusY : radiusX, 0.0, height / 2);
+        const bool hasX = sizeIsGiven(element, AttributeName::Rx, LengthAxis::Horizontal, radiusX);
+        const bool hasY = sizeIsGiven(element, AttributeName::Ry, LengthAxis::Vertical, radiusY);
+        radiusX = std::min(hasX ? radiusX : radiusY, width / 2);
+        radiusY = std::min(hasY ? radiusY : radiusX, height / 2);
     }
     const bool isRounded = std::min(radiusX, radiusY) > NegligibleRounding * std::min(width, height);
     m_isRect = !isRounded && context.matrix.keepsAxes();
@@ -151,10 +155,11 @@ bool Shapes::readEllipse(const Element& element, const ShapeContext&)
     double radiusX = 0.0;
     double radiusY = 0.0;
     if (element.name() == ElementName::Circle) {
-        radiusX = radiusY = length(element, AttributeName::R, LengthAxis::Diagonal);
+        sizeIsGiven(element, AttributeName::R, LengthAxis::Diagonal, radiusX);
+        radiusY = radiusX;
     } else {
-        const bool hasX = lengthIsGiven(element, AttributeName::Rx, LengthAxis::Horizontal, radiusX);
-        const bool hasY = lengthIsGiven(element, AttributeName::Ry, LengthAxis::Vertical, radiusY);
+        const bool hasX = sizeIsGiven(element, AttributeName::Rx, LengthAxis::Horizontal, radiusX);
+        const bool hasY = sizeIsGiven(element, AttributeName::Ry, LengthAxis::Vertical, radiusY);
         radiusX = hasX ? radiusX : radiusY;
         radiusY = hasY ? radiusY : radiusX;
     }
@@ -169,13 +174,14 @@ bool Shapes::readEllipse(const Element& element, const ShapeContext&)
 double Shapes::length(const Element& element, AttributeName name, LengthAxis axis) const
 {
     double value = 0.0;
-    lengthIsGiven(element, name, axis, value);
+    if (element.has(name))
+        parseLength(element.value(name), m_lengths, axis, m_diagnostics, value);
     return value;
 }
 
-bool Shapes::lengthIsGiven(const Element& element, AttributeName name, LengthAxis axis, double& value) const
+bool Shapes::sizeIsGiven(const Element& element, AttributeName name, LengthAxis axis, double& value) const
 {
-    return element.has(name) && parseLength(element.value(name), m_lengths, axis, m_diagnostics, value);
+    return element.has(name) && parseSize(element.value(name), m_lengths, axis, m_diagnostics, value);
 }
 
 void Shapes::write(const Identity& identity)
@@ -199,8 +205,9 @@ void Shapes::writeRect(const Identity& identity)
     }
     const zel_Point corners[] = {m_corner, {m_corner.x + m_width, m_corner.y},
         {m_corner.x + m_width, m_corner.y + m_height}, {m_corner.x, m_corner.y + m_height}};
+    const bool isEven = isStrokeEven();
     for (int i = 0; i < 4; ++i)
-        m_writer.addLine(identity, corners[i], corners[(i + 1) % 4], m_stroke);
+        writeLine(identity, corners[i], corners[(i + 1) % 4], isEven);
 }
 
 // A polygon record is one outline that is filled by the even-odd rule. Several subpaths are therefore joined into one
@@ -255,17 +262,39 @@ std::vector<zel_Point> Shapes::bridged() const
 void Shapes::writeStroke(const Identity& identity)
 {
     const auto& points = m_path.points();
+    const bool isEven = isStrokeEven();
     for (const FlatPath::Subpath& subpath : m_path.subpaths()) {
         const zel_Point* first = points.data() + subpath.first;
         for (std::size_t i = 0; i + 1 < subpath.count + (subpath.isClosed && subpath.count > 2); ++i) {
             const zel_Point& from = first[i];
             const zel_Point& to = first[i + 1 < subpath.count ? i + 1 : 0];
             if (from.x != to.x || from.y != to.y)
-                m_writer.addLine(identity, from, to, m_stroke);
+                writeLine(identity, from, to, isEven);
         }
         if (m_diagnostics.hasFailed())
             return;
     }
+}
+
+bool Shapes::isStrokeEven() const
+{
+    return m_style->hasFixedStroke || m_matrix->isEven();
+}
+
+// Where both axes are scaled differently, the width goes by the line's direction. That of the chords of a curve is
+// taken in steps, so that they have few looks.
+void Shapes::writeLine(const Identity& identity, zel_Point from, zel_Point to, bool isEven)
+{
+    Stroke stroke = m_stroke;
+    if (!isEven) {
+        constexpr double Steps = 32; // of the mean width
+        const double x = to.x - from.x;
+        const double y = to.y - from.y;
+        stroke.width = m_style->strokeWidth * m_matrix->scaleAcross(x, y);
+        if (x != 0.0 && y != 0.0)
+            stroke.width = std::max(std::round(stroke.width / m_stroke.width * Steps), 1.0) / Steps * m_stroke.width;
+    }
+    m_writer.addLine(identity, from, to, stroke);
 }
 
 } // namespace zelsvg

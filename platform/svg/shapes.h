@@ -41,12 +41,14 @@ private:
     bool readEllipse(const Element& element, const ShapeContext& context);
     void roundedRect(zel_Point corner, double width, double height, double radiusX, double radiusY);
     [[nodiscard]] double length(const Element& element, AttributeName name, LengthAxis axis) const;
-    bool lengthIsGiven(const Element& element, AttributeName name, LengthAxis axis, double& value) const;
+    bool sizeIsGiven(const Element& element, AttributeName name, LengthAxis axis, double& value) const;
 
     void write(const Identity& identity);
     void writeRect(const Identity& identity);
     void writeFill(const Identity& identity);
     void writeStroke(const Identity& identity);
+    void writeLine(const Identity& identity, zel_Point from, zel_Point to, bool isEven);
+    [[nodiscard]] bool isStrokeEven() const;
     [[nodiscard]] bool areAllAlike() const;
     [[nodiscard]] std::vector<zel_Point> bridged() const;
 
@@ -61,7 +63,9 @@ private:
     bool m_isRect = false; // the rect below, else the path
     bool m_isEvenOdd = false;
     unsigned int m_fill = 0;
-    Stroke m_stroke;
+    Stroke m_stroke; // with the mean width where the scaling is not even
+    const Style* m_style = nullptr;
+    const Matrix* m_matrix = nullptr;
     zel_Point m_corner;
     double m_width = 0.0;
     double m_height = 0.0;

@@ -4,6 +4,7 @@
 #include "platform/svg/diagnostics.h"
 #include "platform/svg/number.h"
 #include "platform/svg/textpool.h"
+#include "platform/svg/texttraits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,6 +19,11 @@ struct StyleResolver::Context
 };
 
 namespace {
+
+void copyTraits(int traits, const Style& from, Style& to)
+{
+    to.textTraits = static_cast<std::uint8_t>((to.textTraits & ~traits) | (from.textTraits & traits));
+}
 
 // Copies one property from one style to another.
 void copyProperty(AttributeName property, const Style& from, Style& to)
@@ -43,6 +49,7 @@ void copyProperty(AttributeName property, const Style& from, Style& to)
         break;
     case AttributeName::Font:
         to.fontFamily = from.fontFamily;
+        copyTraits(TextTrait::Bold | TextTrait::Italic, from, to);
         [[fallthrough]];
     case AttributeName::FontSize:
         to.fontSize = from.fontSize;
@@ -73,6 +80,7 @@ void copyProperty(AttributeName property, const Style& from, Style& to)
         to.hasFixedStroke = from.hasFixedStroke;
         break;
     default:
+        copyTraits(traitOf(property), from, to);
         break;
     }
 }
@@ -183,21 +191,21 @@ void StyleResolver::apply(AttributeName property, std::string_view value, Contex
         applyPaint(value, context.parent, style.stroke);
         break;
     case AttributeName::FillOpacity:
-        applyOpacity(value, style.fillOpacity);
+        parseOpacity(value, m_diagnostics, style.fillOpacity);
         break;
     case AttributeName::StrokeOpacity:
-        applyOpacity(value, style.strokeOpacity);
+        parseOpacity(value, m_diagnostics, style.strokeOpacity);
         break;
     case AttributeName::Opacity: {
         double opacity = 1.0;
-        applyOpacity(value, opacity);
+        parseOpacity(value, m_diagnostics, opacity);
         style.groupOpacity = context.parent.groupOpacity * opacity;
         break;
     }
     case AttributeName::StrokeWidth: {
         const LengthContext lengths{style.fontSize, context.viewport};
         double width = 0.0;
-        if (parseLength(value, lengths, LengthAxis::Diagonal, m_diagnostics, width) && width >= 0.0)
+        if (parseSize(value, lengths, LengthAxis::Diagonal, m_diagnostics, width))
             style.strokeWidth = width;
         break;
     }
@@ -224,7 +232,10 @@ void StyleResolver::apply(AttributeName property, std::string_view value, Contex
         style.keepsSpaces = value.substr(0, 3) == "pre";
         break;
     default:
-        warnOf(property, value);
+        if (const std::uint8_t trait = traitOf(property))
+            setTrait(trait, hasTrait(property, value), style.textTraits);
+        else
+            warnOf(property, value);
         break;
     }
 }
@@ -291,7 +302,8 @@ void StyleResolver::applyServer(std::string_view value, const Style& parent, Pai
         applyPaint(fallback, parent, paint);
 }
 
-// The shorthand: what comes before the size is weight and the like, what follows is the family.
+// The shorthand: what comes before the size is weight and the like, what follows is the family. One without a size is
+// none.
 void StyleResolver::applyFont(std::string_view value, Context& context)
 {
     const std::size_t size = value.find_first_of("0123456789.");
@@ -305,6 +317,7 @@ void StyleResolver::applyFont(std::string_view value, Context& context)
     }
     if (begin == std::string_view::npos)
         return;
+    applyFontTraits(value.substr(0, begin), context.style.textTraits);
     const std::size_t end = value.find_first_of(" \t\n/", begin);
     applyFontSize(value.substr(begin, end - begin), context);
     if (end == std::string_view::npos)
@@ -336,20 +349,24 @@ void StyleResolver::applyFontSize(std::string_view value, Context& context)
         size = parentSize * 1.2;
     // Here a percentage is one of the parent's font size.
     const LengthContext lengths{parentSize, {parentSize, parentSize}};
-    if (size > 0.0 || (parseLength(value, lengths, LengthAxis::Horizontal, m_diagnostics, size) && size >= 0.0))
+    if (size > 0.0 || parseSize(value, lengths, LengthAxis::Horizontal, m_diagnostics, size))
         context.style.fontSize = size;
 }
 
-void StyleResolver::applyOpacity(std::string_view value, double& opacity)
+bool parseOpacity(std::string_view text, Diagnostics& diagnostics, double& opacity)
 {
-    Scanner scanner(value, m_diagnostics);
+    Scanner scanner(text, diagnostics);
     scanner.skipSpaces();
     double number = 0.0;
-    if (!scanner.number(number)) {
-        m_diagnostics.warn(Unsupported::Number);
-        return;
+    const bool isNumber = scanner.number(number);
+    const bool isPercent = scanner.letter('%');
+    scanner.skipSpaces();
+    if (!isNumber || !scanner.isAtEnd()) {
+        diagnostics.warn(Unsupported::Number);
+        return false;
     }
-    opacity = std::clamp(scanner.letter('%') ? number / 100.0 : number, 0.0, 1.0);
+    opacity = std::clamp(isPercent ? number / 100.0 : number, 0.0, 1.0);
+    return true;
 }
 
 } // namespace zelsvg

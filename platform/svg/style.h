@@ -43,6 +43,7 @@ struct Style
     bool isEvenOdd = false;
     bool isVisible = true;
     bool keepsSpaces = false;
+    std::uint8_t textTraits = 0; // see TextTrait
 
     bool isDisplayed = true;
     bool hasFixedStroke = false; // the stroke width is not scaled
@@ -50,6 +51,12 @@ struct Style
     // The colour to draw with, opacity blended with white. False when nothing is to be drawn.
     [[nodiscard]] bool fillColor(unsigned int& rgb) const { return paintColor(fill, fillOpacity, rgb); }
     [[nodiscard]] bool strokeColor(unsigned int& rgb) const { return paintColor(stroke, strokeOpacity, rgb); }
+
+    // Letters are drawn in one colour: that of their outline where they have no other.
+    [[nodiscard]] bool textColor(unsigned int& rgb) const
+    {
+        return fillColor(rgb) || (strokeWidth > 0.0 && strokeColor(rgb));
+    }
 
 private:
     [[nodiscard]] bool paintColor(const Paint& paint, double opacity, unsigned int& rgb) const;
@@ -61,7 +68,7 @@ class PaintServers
 public:
     virtual ~PaintServers() = default;
 
-    // False when there is none to draw with, with `isFound` telling whether the server exists at all.
+    // False when there is none to draw with, with `isFound` telling whether that is what the server says.
     virtual bool serverColor(std::string_view name, Color& color, bool& isFound) = 0;
 };
 
@@ -84,12 +91,14 @@ private:
     void applyFont(std::string_view value, Context& context);
     void applyFontFamily(std::string_view value, Style& style);
     void applyFontSize(std::string_view value, Context& context);
-    void applyOpacity(std::string_view value, double& opacity);
     void warnOf(AttributeName property, std::string_view value);
 
     TextPool& m_texts;
     PaintServers& m_servers;
     Diagnostics& m_diagnostics;
 };
+
+// Reads an opacity, cut to 0 to 1. False, with a warning, for anything else.
+bool parseOpacity(std::string_view text, Diagnostics& diagnostics, double& opacity);
 
 } // namespace zelsvg

@@ -14,18 +14,12 @@ constexpr std::uint32_t IdSpecificity = 1U << 20;
 constexpr std::uint32_t ClassSpecificity = 1U << 10;
 constexpr std::uint32_t LargestSpecificity = (1U << 28) - 1;
 constexpr std::size_t MostCompounds = 64;
+constexpr std::size_t BytesPerStep = 16; // of a text that is read once more
 
-// Comments become blanks, and so do the marks around a sheet that hides in a comment.
-[[nodiscard]] std::string withoutComments(std::string text)
+// The marks around a sheet that hides in a comment become blanks, as comments do.
+[[nodiscard]] std::string plainSheet(std::string text)
 {
-    std::size_t begin = text.find("/*");
-    while (begin != std::string::npos) {
-        const std::size_t close = text.find("*/", begin + 2);
-        const std::size_t end = close == std::string::npos ? text.size() : close + 2;
-        std::fill(
-            text.begin() + static_cast<std::ptrdiff_t>(begin), text.begin() + static_cast<std::ptrdiff_t>(end), ' ');
-        begin = text.find("/*", end);
-    }
+    text = withoutComments(std::move(text));
     for (std::string_view mark : {"<!--", "-->"}) {
         for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at))
             text.replace(at, mark.size(), mark.size(), ' ');
@@ -71,7 +65,7 @@ StyleSheet::StyleSheet(Diagnostics& diagnostics, const Limits& limits)
 
 void StyleSheet::add(std::string text)
 {
-    m_texts.push_back(withoutComments(std::move(text)));
+    m_texts.push_back(plainSheet(std::move(text)));
     std::string_view rest = trimmed(m_texts.back());
     while (!rest.empty() && !m_diagnostics.hasFailed()) {
         // Each search ends within the rule: one to the end of the sheet, for every rule, would be quadratic.
@@ -92,16 +86,20 @@ void StyleSheet::add(std::string text)
 void StyleSheet::addRule(std::string_view selectors, std::string_view declarations)
 {
     const std::size_t first = m_declarations.size();
+    std::size_t cost = 0;
     Declaration declaration;
     while (countsAreAllowed() && takeDeclaration(declarations, declaration)) {
-        if (declaration.property != AttributeName::Unknown)
+        if (declaration.property != AttributeName::Unknown) {
             m_declarations.push_back(declaration);
+            cost += 1 + declaration.value.size() / BytesPerStep;
+        }
     }
     for (std::size_t begin = 0; begin <= selectors.size() && countsAreAllowed();) {
         const std::size_t comma = std::min(selectors.find(',', begin), selectors.size());
         Selector selector;
         selector.firstDeclaration = first;
         selector.endDeclaration = m_declarations.size();
+        selector.cost = cost;
         selector.order = static_cast<std::uint32_t>(m_selectors.size());
         if (!parseSelector(trimmed(selectors.substr(begin, comma - begin)), selector)) {
             m_diagnostics.warn(Unsupported::Selector);
@@ -212,7 +210,7 @@ void StyleSheet::applyBucket(const Bucket& bucket, const DocumentTree& tree, uns
             cascade.set(
                 declaration.property, declaration.value, weight | (declaration.isImportant ? Weight::Important : 0));
         }
-        m_tests += selector.endDeclaration - selector.firstDeclaration;
+        m_tests += selector.cost;
     }
 }
 
@@ -248,7 +246,7 @@ bool StyleSheet::matchesCompound(const Compound& compound, const DocumentTree& t
         bool isFound = false;
         const std::string_view classes = tree.value(node, AttributeName::Class);
         forEachClass(classes, [&](std::string_view name) { isFound = isFound || name == wanted; });
-        m_tests += classes.size() / 16;
+        m_tests += classes.size() / BytesPerStep;
         if (!isFound)
             return false;
     }

@@ -43,6 +43,7 @@ private:
         std::vector<Compound> compounds; // from left to right; the last one is for the element itself
         std::size_t firstDeclaration;
         std::size_t endDeclaration;
+        std::size_t cost; // steps that it takes to apply these
         std::uint32_t specificity;
         std::uint32_t order;
     };

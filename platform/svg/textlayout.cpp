@@ -5,6 +5,7 @@
 #include "platform/svg/latin1.h"
 #include "platform/svg/number.h"
 #include "platform/svg/textmetrics.h"
+#include "platform/svg/texttraits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -42,7 +43,7 @@ enum { ListX, ListY, ListDx, ListDy };
 {
     unsigned int colorA = 0;
     unsigned int colorB = 0;
-    return a.fillColor(colorA) == b.fillColor(colorB) && colorA == colorB;
+    return a.textColor(colorA) == b.textColor(colorB) && colorA == colorB;
 }
 
 } // namespace
@@ -56,6 +57,12 @@ void TextLayout::begin(const Matrix& matrix, ViewportSize viewport)
 {
     m_matrix = matrix;
     m_viewport = viewport;
+    // In a mirror a text stays readable and keeps its room.
+    m_rotation = matrix.rotation();
+    m_isReversed = matrix.isMirror() && (m_rotation > 90 || m_rotation <= -90);
+    m_isFlipped = matrix.isMirror() && !m_isReversed;
+    if (m_isReversed)
+        m_rotation += m_rotation > 0 ? -180 : 180;
     m_positions.clear();
     m_unfinished.clear();
     m_runs.clear();
@@ -72,6 +79,8 @@ void TextLayout::pushElement(const Element& element, const Style& style)
     readList(element, AttributeName::Dy, LengthAxis::Vertical, style, lists[ListDy]);
     for (const std::vector<double>& list : lists)
         m_positions.back().longest = std::max(m_positions.back().longest, list.size());
+    if (element.has(AttributeName::TextLength) || !trimmed(element.value(AttributeName::Rotate)).empty())
+        m_diagnostics.warn(Unsupported::TextEffects);
     if (m_positions.back().longest > 0)
         m_unfinished.push_back(m_positions.size() - 1);
 }
@@ -149,7 +158,9 @@ bool TextLayout::addRun(const Style& style, const Identity& identity, const Posi
     if (m_runs.size() >= MostRuns)
         m_diagnostics.fail("found a text of more than 65536 pieces, expected fewer positions in it");
     else
-        m_runs.push_back({{}, identity, style, position, m_positions.size() > 1});
+        m_runs.push_back({{}, identity, style, position, m_positions.size() > 1, {}});
+    if (style.textTraits != 0)
+        warnOf(style);
     return !m_diagnostics.hasFailed();
 }
 
@@ -175,18 +186,50 @@ void TextLayout::end()
     // The blank that turned out to be the last character.
     if (m_endsWithSpace && !m_runs.empty() && !m_runs.back().text.empty())
         m_runs.back().text.pop_back();
+    place();
+    if (m_isReversed)
+        mirror();
+    for (const Run& run : m_runs)
+        writeRun(run);
+    m_runs.clear();
+}
+
+void TextLayout::place()
+{
     zel_Point at;
     for (std::size_t i = 0; i < m_runs.size(); ++i) {
-        const Run& run = m_runs[i];
-        const Position& position = run.position;
+        const Position& position = m_runs[i].position;
         at.x = (position.hasX ? position.place.x : at.x) + position.shift.x;
         at.y = (position.hasY ? position.place.y : at.y) + position.shift.y;
         if (i == 0 || position.hasX || position.hasY)
             at.x += chunkShift(i);
-        writeRun(run, at);
-        at.x += textAdvance(run.text) * run.style.fontSize;
+        m_runs[i].place = at;
+        at.x += widthOf(m_runs[i]);
     }
-    m_runs.clear();
+}
+
+// Letters that would run backwards do not: what reads as one piece begins at its other end.
+void TextLayout::mirror()
+{
+    for (std::size_t first = 0, end = 0; first < m_runs.size(); first = end) {
+        double left = m_runs[first].place.x;
+        double right = left + widthOf(m_runs[first]);
+        for (end = first + 1; end < m_runs.size(); ++end) {
+            const Run& run = m_runs[end];
+            const bool goesOn = std::fabs(run.place.x - right) < run.style.fontSize;
+            if ((run.position.hasX || run.position.hasY) && !(goesOn && run.place.y == m_runs[end - 1].place.y))
+                break;
+            left = std::min(left, run.place.x);
+            right = std::max(right, run.place.x + widthOf(run));
+        }
+        for (std::size_t i = first; i < end; ++i)
+            m_runs[i].place.x = left + right - m_runs[i].place.x;
+    }
+}
+
+double TextLayout::widthOf(const Run& run) const
+{
+    return textAdvance(run.text) * run.style.fontSize;
 }
 
 // A chunk, all runs up to the next absolute place, is anchored as a whole.
@@ -199,22 +242,41 @@ double TextLayout::chunkShift(std::size_t first) const
         const Run& run = m_runs[i];
         if (i > first && (run.position.hasX || run.position.hasY))
             break;
-        width += textAdvance(run.text) * run.style.fontSize + (i > first ? run.position.shift.x : 0.0);
+        width += widthOf(run) + (i > first ? run.position.shift.x : 0.0);
     }
     return m_runs[first].style.anchor == TextAnchor::Middle ? -width / 2 : -width;
 }
 
-void TextLayout::writeRun(const Run& run, zel_Point at)
+void TextLayout::writeRun(const Run& run)
 {
     unsigned int color = 0;
     const double size = run.style.fontSize * m_matrix.meanScale();
     const bool isBlank = run.text.find_first_not_of(' ') == std::string::npos;
-    if (isBlank || !(size > 0.0) || !run.style.fillColor(color))
+    if (isBlank || !(size > 0.0) || !run.style.textColor(color))
         return;
-    const zel_Point place = m_matrix.map(at.x, at.y + baselineShift(run.style.baseline) * run.style.fontSize);
+    // Letters that would stand on their heads stand on what is then below them.
+    const double below = baselineShift(run.style.baseline) - (m_isFlipped ? TextCapHeight : 0.0);
+    const zel_Point place = m_matrix.map(run.place.x, run.place.y + below * run.style.fontSize);
     std::string buffer;
     const std::string_view family = toLatin1(run.style.fontFamily, buffer, m_diagnostics);
-    m_writer.addText(run.identity, {place, run.text, family, size, color, m_matrix.rotation(), run.isSpan});
+    m_writer.addText(run.identity, {place, run.text, family, size, color, m_rotation, run.isSpan});
+}
+
+void TextLayout::warnOf(const Style& style)
+{
+    struct Trait
+    {
+        int bits;
+        Unsupported kind;
+    };
+    constexpr Trait Traits[] = {{TextTrait::Bold, Unsupported::Bold}, {TextTrait::Italic, Unsupported::Italic},
+        {TextTrait::Lines, Unsupported::TextLines},
+        {TextTrait::LetterSpacing | TextTrait::WordSpacing, Unsupported::TextSpacing},
+        {TextTrait::Vertical, Unsupported::VerticalText}, {TextTrait::Effects, Unsupported::TextEffects}};
+    for (const Trait& trait : Traits) {
+        if (style.textTraits & trait.bits)
+            m_diagnostics.warn(trait.kind);
+    }
 }
 
 void TextLayout::replaceTooltip(TextPool::Offset replaced, TextPool::Offset tooltip)

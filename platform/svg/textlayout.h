@@ -62,6 +62,7 @@ private:
         Style style;
         Position position;
         bool isSpan = false;
+        zel_Point place; // of its left end on the line that the style gives, once all runs are there
     };
 
     void readList(
@@ -71,12 +72,19 @@ private:
     void addCharacter(char32_t character);
     [[nodiscard]] bool continues(const Style& style, const Identity& identity) const;
     [[nodiscard]] double chunkShift(std::size_t first) const;
-    void writeRun(const Run& run, zel_Point at);
+    [[nodiscard]] double widthOf(const Run& run) const;
+    void place();
+    void mirror();
+    void writeRun(const Run& run);
+    void warnOf(const Style& style);
 
     RecordWriter& m_writer;
     Diagnostics& m_diagnostics;
     Matrix m_matrix;
     ViewportSize m_viewport;
+    int m_rotation = 0; // of the letters, degrees
+    bool m_isReversed = false; // they run against the matrix
+    bool m_isFlipped = false; // they stand up against it
     std::vector<Positions> m_positions; // of the open elements
     std::vector<std::size_t> m_unfinished; // those whose lists have not run out
     std::vector<Run> m_runs;

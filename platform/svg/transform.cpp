@@ -130,6 +130,20 @@ double Matrix::meanScale() const
     return std::sqrt(std::fabs(a * d - b * c));
 }
 
+// The line's direction before the map, as long as the determinant makes it.
+double Matrix::scaleAcross(double x, double y) const
+{
+    return std::hypot(d * x - c * y, a * y - b * x) / std::hypot(x, y);
+}
+
+bool Matrix::isEven() const
+{
+    constexpr double Negligible = 1e-9;
+    const double first = a * a + b * b;
+    const double second = c * c + d * d;
+    return std::fabs(first - second) + std::fabs(a * c + b * d) <= Negligible * (first + second);
+}
+
 double Matrix::largestScale() const
 {
     return std::max(std::hypot(a, b), std::hypot(c, d));

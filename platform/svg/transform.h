@@ -25,6 +25,15 @@ struct Matrix
     // Lengths without a direction (stroke widths, font sizes) grow by this.
     [[nodiscard]] double meanScale() const;
 
+    // How much a line that lies along (x, y) in the image grows in width.
+    [[nodiscard]] double scaleAcross(double x, double y) const;
+
+    // True when lines grow in width alike, whatever their direction.
+    [[nodiscard]] bool isEven() const;
+
+    // True when letters come out as in a mirror.
+    [[nodiscard]] bool isMirror() const { return a * d - b * c < 0.0; }
+
     // The longest image of a vector of length 1.
     [[nodiscard]] double largestScale() const;
 

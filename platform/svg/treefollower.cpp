@@ -3,7 +3,6 @@
 
 #include "platform/svg/drawingbuilder.h"
 #include "platform/svg/number.h"
-#include "platform/svg/paintservers.h"
 
 #include <algorithm>
 #include <utility>
@@ -23,6 +22,7 @@ TreeFollower::TreeFollower(const DocumentTree& tree, StyleSheet& sheet, DrawingB
     , m_builder(builder)
     , m_diagnostics(diagnostics)
     , m_limits(limits)
+    , m_gradients(tree, sheet, diagnostics)
     , m_isWanted(std::move(isWanted))
 {
     m_diagnostics.setPositionSource(this);
@@ -77,7 +77,7 @@ void TreeFollower::countNode(unsigned node)
 
 bool TreeFollower::serverColor(std::string_view name, Color& color, bool& isFound)
 {
-    return gradientColor(m_tree, m_sheet, name, m_diagnostics, color, isFound);
+    return m_gradients.find(name, color, isFound);
 }
 
 // Element::NoNode for one that is missing, or not in this file.

@@ -3,6 +3,7 @@
 
 #include "platform/svg/color.h"
 #include "platform/svg/documenttree.h"
+#include "platform/svg/gradientcolors.h"
 #include "platform/svg/stylesheet.h"
 
 #include <functional>
@@ -34,8 +35,7 @@ public:
     // Adds what the style rules say of the element.
     void applyRules(const Element& element, Cascade& cascade) { m_sheet.apply(m_tree, element.node(), cascade); }
 
-    // The colour that stands for a gradient; false when there is none, with `isFound` telling whether there is such an
-    // element at all.
+    // The colour that stands for a gradient, as GradientColors::find().
     bool serverColor(std::string_view name, Color& color, bool& isFound);
 
     // Draws what a `use` element refers to, unless that is around it.
@@ -63,6 +63,7 @@ private:
     DrawingBuilder& m_builder;
     Diagnostics& m_diagnostics;
     const Limits& m_limits;
+    GradientColors m_gradients;
     const IsWanted m_isWanted;
     unsigned m_node = 0; // that the builder is at
     Instance m_instance;

@@ -55,13 +55,13 @@ void enterViewBox(const Element& element, Diagnostics& diagnostics, Viewport& vi
 }
 
 bool enterViewport(const Element& element, std::string_view width, std::string_view height, double fontSize,
-    Diagnostics& diagnostics, Viewport& viewport)
+    Diagnostics& diagnostics, Viewport& frame, Viewport& viewport)
 {
     const LengthContext lengths{fontSize, viewport.size};
     const auto length = [&](std::string_view text, LengthAxis axis, double otherwise) {
         double value = otherwise;
-        parseLength(text, lengths, axis, diagnostics, value);
-        return std::clamp(value, 0.0, LargestNumber);
+        parseSize(text, lengths, axis, diagnostics, value);
+        return std::min(value, LargestNumber);
     };
     const std::string_view widthText = width.empty() ? element.value(AttributeName::Width) : width;
     const std::string_view heightText = height.empty() ? element.value(AttributeName::Height) : height;
@@ -69,6 +69,7 @@ bool enterViewport(const Element& element, std::string_view width, std::string_v
         length(heightText, LengthAxis::Vertical, viewport.size.height)};
     moveOrigin(element, fontSize, diagnostics, viewport);
     viewport.size = size;
+    frame = viewport;
     if (size.width <= 0.0 || size.height <= 0.0)
         return false;
     enterViewBox(element, diagnostics, viewport);

@@ -24,9 +24,9 @@ void moveOrigin(const Element& element, double fontSize, Diagnostics& diagnostic
 // Takes over the element's view box, if it has one, for a viewport of the present size.
 void enterViewBox(const Element& element, Diagnostics& diagnostics, Viewport& viewport);
 
-// Makes `viewport` that of a nested svg or symbol element. `width` and `height` go before the element's own where they
-// are not empty. False when there is no room to draw in.
+// Makes `viewport` that of a nested svg or symbol element and `frame` what it lies in, without its view box. `width`
+// and `height` go before the element's own where they are not empty. False when there is no room to draw in.
 [[nodiscard]] bool enterViewport(const Element& element, std::string_view width, std::string_view height,
-    double fontSize, Diagnostics& diagnostics, Viewport& viewport);
+    double fontSize, Diagnostics& diagnostics, Viewport& frame, Viewport& viewport);
 
 } // namespace zelsvg

@@ -90,8 +90,9 @@ QString describe(const zel_SingleGraphItem* item)
         return text;
     }
     if (const auto* text = dynamic_cast<const zel_Text*>(item)) {
-        return QStringLiteral("text '%1' %2 %3")
-            .arg(QString::fromLatin1(text->text.c_str()), point(text->x, text->y), color(text->fillColor));
+        const QString turn = text->rotation != 0 ? QStringLiteral(" turned %1").arg(text->rotation) : QString();
+        return QStringLiteral("text '%1' %2 %3%4")
+            .arg(QString::fromLatin1(text->text.c_str()), point(text->x, text->y), color(text->fillColor), turn);
     }
     return QStringLiteral("unknown");
 }

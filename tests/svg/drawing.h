@@ -11,7 +11,7 @@
 //   line 0,0 10,0 #ff0000 1        from, to, colour, width
 //   rect 1,2 3x4 #ff0000 #0000ff 1 corner, size, fill, and the border if there is one
 //   polygon #ff0000 0,0 1,0 1,1    fill, corners
-//   text 'A' 1,2 #000000           text, place, colour
+//   text 'A' 1,2 #000000 turned 90 text, place, colour, and the rotation if there is one
 // Numbers are rounded to three digits behind the point.
 class TestDrawing
 {

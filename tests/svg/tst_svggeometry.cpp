@@ -47,8 +47,16 @@ void TestSvgGeometry::placesShapes_data()
         "<rect width='1' height='1' style='transform:translate(1px, 2px)rotate(.25turn)'/>", "rect 0,2 1x1 #000000");
     row("a transform that cannot be read is left out",
         "<rect width='1' height='1' transform='translate(1,2) turn(3)'/>", "rect 0,0 1x1 #000000");
-    row("strokes scale by the mean of both axes", "<line x2='1' stroke='red' stroke-width='2' transform='scale(1 4)'/>",
-        "line 0,0 1,0 #ff0000 4");
+    row("strokes scale by their direction",
+        "<g stroke='red' stroke-width='2' transform='scale(1 4)'><line x2='1'/><line y2='1'/><line x2='4' y2='1'/></g>",
+        "line 0,0 1,0 #ff0000 8; line 0,0 0,4 #ff0000 2; line 0,0 4,4 #ff0000 5.875");
+    row("also those of rects and turned ones",
+        "<g fill='none' stroke='red'><rect width='1' height='1' transform='scale(1 4)'/>"
+        "<line x2='1' transform='rotate(90) scale(1 4)'/></g>",
+        "line 0,0 1,0 #ff0000 4; line 1,0 1,4 #ff0000 1; line 1,4 0,4 #ff0000 4; line 0,4 0,0 #ff0000 1; "
+        "line 0,0 0,1 #ff0000 4");
+    row("a border by the mean of both axes", "<rect width='1' height='1' stroke='red' transform='scale(1 4)'/>",
+        "rect 0,0 1x4 #000000 #ff0000 2");
     row("unless they are fixed", "<line x2='1' stroke='red' vector-effect='non-scaling-stroke' transform='scale(4)'/>",
         "line 0,0 4,0 #ff0000 1");
     row("a rect without fill is its border", "<rect width='2' height='1' fill='none' stroke='red'/>",
@@ -60,6 +68,7 @@ void TestSvgGeometry::placesShapes_data()
     row("an odd number of coordinates loses the last", "<polyline points='0,0 4,0 4' fill='none' stroke='red'/>",
         "line 0,0 4,0 #ff0000 1");
     row("a line has no fill", "<line x2='5' fill='red'/>", "");
+    row("negative radii are none", "<rect width='4' height='2' rx='-1'/>", "rect 0,0 4x2 #000000");
     row("corners rounded by next to nothing", "<rect width='10' height='10' rx='0.1'/>", "rect 0,0 10x10 #000000");
     row("a transform to nothing", "<rect width='1' height='1' transform='scale(0)'/>", "");
 }
@@ -107,6 +116,7 @@ void TestSvgGeometry::readsViewports()
     QVERIFY2(drawing.isRead(), qPrintable(drawing.error()));
     const zel_Parameter parameter = drawing.parser().getSVGParameter();
     QCOMPARE(QStringLiteral("%1x%2").arg(parameter.width).arg(parameter.height), size);
+    QCOMPARE(drawing.warnings(), QString());
     QCOMPARE(drawing.records(), records);
 }
 

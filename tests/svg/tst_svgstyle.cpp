@@ -15,6 +15,7 @@ private Q_SLOTS:
     void cascades();
     void hides_data();
     void hides();
+    void warnsOncePerKind_data();
     void warnsOncePerKind();
 };
 
@@ -42,6 +43,7 @@ void TestSvgStyle::readsColors_data()
     row("hsla(0.5turn, 100%, 50%, 1)", "#00ffff");
     row("currentColor", "#0000ff");
     row("url(#nothing) red", "#ff0000");
+    QTest::newRow("a long text") << "RGB(" + QByteArray(200, ' ') + "1,2,3)" << QStringLiteral("#010203");
     // What is no colour leaves the inherited one.
     row("#12", "#008000");
     row("#gggggg", "#008000");
@@ -107,11 +109,31 @@ void TestSvgStyle::cascades_data()
         "rect 0,0 1x1 #bfbfbf #ff8080 1");
     row("currentColor is that of the element, not of the group",
         "<g fill='currentColor' color='red'><rect width='1' height='1' color='blue'/></g>", "rect 0,0 1x1 #0000ff");
-    row("a gradient is its first stop, through a chain and a rule",
+    row("a gradient is its middle, through a chain and a rule",
         "<style>.s{stop-color:#ff0}</style><rect width='1' height='1' fill='url(\"#b\")'/>"
-        "<linearGradient id='a'><stop class='s' stop-opacity='.5'/><stop stop-color='red'/></linearGradient>"
+        "<linearGradient id='a'><stop/><stop class='s' offset='25%' stop-opacity='.5'/>"
+        "<stop offset='.75' stop-color='red'/><stop offset='1'/></linearGradient>"
         "<radialGradient id='b' xlink:href='#a'/>",
-        "rect 0,0 1x1 #ffff80");
+        "rect 0,0 1x1 #ffa040");
+    row("a gradient with all stops on one side is the nearest",
+        "<linearGradient id='a'><stop offset='.6' stop-color='red'/><stop offset='1'/></linearGradient>"
+        "<linearGradient id='b'><stop/><stop offset='.1' stop-color='lime'/></linearGradient>"
+        "<rect width='1' height='1' fill='url(#a)'/><rect width='1' height='1' fill='url(#b)'/>",
+        "rect 0,0 1x1 #ff0000; rect 0,0 1x1 #00ff00");
+    row("a gradient without stops leaves it to the fallback",
+        "<linearGradient id='a'/><rect width='1' height='1' fill='url(#a) red' stroke='url(#a)'/>",
+        "rect 0,0 1x1 #ff0000");
+    row("comments in a style",
+        "<rect width='1' height='1' style='/* a */ fill:red;/* b:c; */ font-family:\"/*\";stroke:/**/blue/*'/>",
+        "rect 0,0 1x1 #ff0000 #0000ff 1");
+    row("sheets in another language and for another medium",
+        "<style type='text/less'>rect{fill:red}</style><style media='print, tty'>rect{fill:red}</style>"
+        "<style type=' TEXT/CSS; charset=utf-8' media='print, Screen'>rect{fill:blue}</style>"
+        "<rect width='1' height='1'/>",
+        "rect 0,0 1x1 #0000ff");
+    row("opacities with a unit are none",
+        "<g fill-opacity='.5'><rect width='1' height='1' opacity='.1mm' fill-opacity='0.2x'/></g>",
+        "rect 0,0 1x1 #808080");
     row("a pattern is nothing", "<pattern id='p'/><rect width='1' height='1' fill='url(#p) red' stroke='red'/>",
         "line 0,0 1,0 #ff0000 1; line 1,0 1,1 #ff0000 1; line 1,1 0,1 #ff0000 1; line 0,1 0,0 #ff0000 1");
     row("widths in units",
@@ -144,6 +166,10 @@ void TestSvgStyle::hides_data()
     row("fully transparent", "<rect width='1' height='1' opacity='0' stroke='red'/>", 0);
     row("transparent fill keeps its stroke", "<rect width='1' height='1' fill='transparent' stroke='red'/>", 4);
     row("a rect without an area", "<rect width='0' height='1'/><rect width='1' height='-1'/><rect/>", 0);
+    row("what stands in a shape", "<rect width='2' height='2'><rect width='1' height='1'/><g><text>A</text></g></rect>",
+        1);
+    row("ellipses with one or two negative radii",
+        "<ellipse rx='-1' ry='2'/><ellipse rx='2' ry='-1'/><ellipse rx='-1'/><circle r='-1'/>", 2);
     row("what only others refer to",
         "<defs><rect width='1' height='1'/></defs><symbol><rect width='1' height='1'/></symbol>"
         "<clipPath><rect width='1' height='1'/></clipPath><marker><rect width='1' height='1'/></marker>",
@@ -163,12 +189,53 @@ void TestSvgStyle::hides()
     QCOMPARE(static_cast<int>(drawing.items().size()), count);
 }
 
+void TestSvgStyle::warnsOncePerKind_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("warnings");
+    const auto row = [](const QByteArray& body, const char* warnings) {
+        QTest::newRow(body.constData()) << body + body << QString::fromLatin1(warnings);
+    };
+    row("<image/>\n<g mask='url(#m)'/><g mask='url(#m)' filter='none'/>",
+        "line 2: pictures are not drawn; line 3: masks are left out");
+    for (const char* size : {"<line x2='1' stroke='red' stroke-width='-2'/>", "<circle r='-1'/>", "<rect width='-1'/>",
+             "<rect width='1' height='1' rx='-1'/>", "<ellipse rx='1' ry='-2'/>", "<text font-size='-3'>A</text>",
+             "<g opacity='0.1mm'/>", "<g stroke-opacity='.5%x'/>", "<svg width='-1'/>"})
+        row(size, "line 2: numbers that cannot be read or may not be negative are left out");
+    for (const char* style : {"font-weight:bold", "font-weight:700", "font:bold 12px Arial"})
+        row(QByteArray("<g style='") + style + "'><text>A</text></g>", "line 2: bold letters are drawn plain");
+    for (const char* style : {"font-style:oblique 20deg", "font:italic small 9px Arial"})
+        row(QByteArray("<text style='") + style + "'>A</text>", "line 2: italic letters are drawn upright");
+    row("<text text-decoration='underline'>A</text>", "line 2: lines under, over and through texts are not drawn");
+    for (const char* style : {"letter-spacing:2", "word-spacing:-.1em"})
+        row(QByteArray("<text style='") + style + "'>A</text>", "line 2: the spacing of letters and words is left out");
+    for (const char* style : {"tb", "vertical-rl", "sideways-lr"})
+        row(QByteArray("<text writing-mode='") + style + "'>A</text>", "line 2: vertical texts are drawn horizontally");
+    for (const char* attribute : {"rotate='9'", "textLength='9'", "direction='rtl'", "baseline-shift='super'",
+             "font-variant='small-caps'", "font-stretch='50%'", "text-transform='uppercase'"})
+        row(QByteArray("<text ") + attribute + ">A</text>",
+            "line 2: turned, raised, stretched, converted and right-to-left letters are drawn plain");
+    row("<g font-weight='bold' font-style='italic' letter-spacing='2' writing-mode='tb'><text font-weight='400'"
+        " font-style='normal' letter-spacing='0px' writing-mode='lr-tb' word-spacing='normal' direction='ltr'"
+        " text-decoration='none' baseline-shift='baseline' font-variant='normal'>A</text><rect/></g>",
+        "");
+    for (const char* body : {"<svg x='5' width='5' height='5'><rect width='5' height='6'/></svg>",
+             "<svg x='5' width='5' height='5'><g transform='translate(-1)'><line x2='2' stroke='red'/></g></svg>",
+             "<svg width='5' height='5'><svg width='9' height='9'><path d='M6 1h1v1z'/></svg></svg>",
+             "<symbol id='s' viewBox='0 0 9 9'><text x='10'>A</text></symbol><use href='#s' width='9' height='9'/>"})
+        row(body, "line 2: what reaches beyond nested drawings and symbols is not cut off");
+    row("<svg x='5' width='5' height='5'><rect width='5' height='5'/></svg><rect width='50' height='50'/>"
+        "<svg width='5' height='5' overflow='visible'><rect width='9' height='9'/></svg>",
+        "");
+}
+
 void TestSvgStyle::warnsOncePerKind()
 {
-    const auto drawing
-        = TestDrawing::fromBody("<image/>\n<image/><g mask='url(#m)'/><g mask='url(#m)' filter='none'/>");
-    QVERIFY(drawing.isRead());
-    QCOMPARE(drawing.warnings(), QStringLiteral("line 2: pictures are not drawn; line 3: masks are left out"));
+    QFETCH(QByteArray, body);
+    QFETCH(QString, warnings);
+    const auto drawing = TestDrawing::fromBody(body);
+    QVERIFY2(drawing.isRead(), qPrintable(drawing.error()));
+    QCOMPARE(drawing.warnings(), warnings);
 }
 
 ZEL_TEST_MAIN(TestSvgStyle)

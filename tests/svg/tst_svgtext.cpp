@@ -55,7 +55,26 @@ void TestSvgText::placesText_data()
     row("blanks alone are nothing", "<text>  </text><text/>", "");
     row("a title is no text", "<text><title>T</title>A<desc>d</desc></text>", "text 'A' 0,0 #000000");
     row("hidden parts take no room", "<text>A<tspan display='none'>B</tspan>A</text>", "text 'AA' 0,0 #000000");
-    row("no fill, no text", "<text fill='none' stroke='red'>A</text>", "");
+    row("no fill, no text", "<text fill='none'>A<tspan stroke='red' stroke-width='0'>B</tspan></text>", "");
+    row("no fill, but an outline", "<text fill='none' stroke='red'>A<tspan stroke='blue'>B</tspan></text>",
+        "text 'A' 0,0 #ff0000; text 'B' 684,0 #0000ff");
+    row("from right to left it is turned round in its room",
+        "<g transform='scale(-1 1)'><text x='10'>AB</text><text x='10' text-anchor='end'>A</text></g>",
+        "text 'AB' -1380,0 #000000; text 'A' -10,0 #000000");
+    row("with all its parts",
+        "<g transform='scale(-1 1)'><text>A<tspan fill='red'>B</tspan></text><text x='0 700'>AB</text></g>",
+        "text 'A' -1370,0 #000000; text 'B' -686,0 #ff0000; text 'A' -1386,0 #000000; text 'B' -686,0 #000000");
+    row("columns and lines by themselves",
+        "<g transform='scale(-1 1)'><text x='0 5000' y='0'>AB<tspan x='0' y='5'>A</tspan></text></g>",
+        "text 'A' -684,0 #000000; text 'B' -5686,0 #000000; text 'A' -684,5 #000000");
+    row("upside down it is stood up in its room",
+        "<g transform='scale(1 -1)'><text y='5'>A</text><text dominant-baseline='hanging'>A</text></g>",
+        "text 'A' 0,724 #000000; text 'A' 0,0 #000000");
+    row("in a mirror that turns it",
+        "<text transform='matrix(0 -1 -1 0 0 0)'>A</text><text transform='rotate(90) scale(1 -1)'>A</text>",
+        "text 'A' 0,-684 #000000 turned 90; text 'A' -729,0 #000000 turned 90");
+    row("turned by half, it stands on its head", "<text transform='scale(-1)'>A</text>",
+        "text 'A' 0,0 #000000 turned 180");
     row("no size, no text", "<text font-size='0'>A</text>", "");
     row("central", "<text dominant-baseline='central'>A</text>", "text 'A' 0,346 #000000");
     row("a link is a tspan", "<text><a>A</a></text>", "text 'A' 0,0 #000000");
@@ -140,11 +159,10 @@ void TestSvgText::followsTransforms()
     const auto* first = drawing.record<zel_Text>(0);
     const auto* second = drawing.record<zel_Text>(1);
     QVERIFY(first && second);
-    QCOMPARE(describe(first), QStringLiteral("text 'A' 10,22 #000000"));
-    QCOMPARE(first->rotation, 90);
+    QCOMPARE(describe(first), QStringLiteral("text 'A' 10,22 #000000 turned 90"));
     QCOMPARE(first->fontSize, 8.0);
     QVERIFY(first->spans.empty());
-    QCOMPARE(describe(second), QStringLiteral("text 'B' 2,27.472 #000000"));
+    QCOMPARE(describe(second), QStringLiteral("text 'B' 2,27.472 #000000 turned 90"));
     QCOMPARE(second->spans.size(), std::size_t(1));
     QCOMPARE(second->spans[0].text, std::string("B"));
 }

@@ -27,6 +27,8 @@ void TestSvgUse::drawsInstances_data()
         "<use href='#r' x='5'/><use xlink:href='#r' y='5'/><defs><rect id='r' "
         "width='1' height='1'/></defs>",
         "rect 5,0 1x1 #000000; rect 0,5 1x1 #000000");
+    row("by an identifier of XML", "<rect xml:id='r' width='1' height='1'/><use href='#r' x='3'/>",
+        "rect 0,0 1x1 #000000; rect 3,0 1x1 #000000");
     row("of what is drawn itself", "<rect id='r' width='1' height='1'/><use href='#r' transform='scale(2)' x='3'/>",
         "rect 0,0 1x1 #000000; rect 6,0 2x2 #000000");
     row("inherits from the use, not from where it stands",
