@@ -63,18 +63,21 @@ void readBound(
 
 } // namespace
 
-void readZoomParameters(const Element& root, Diagnostics& diagnostics, zel_Parameter& parameter)
+GivenLimits readZoomParameters(const Element& root, Diagnostics& diagnostics, zel_Parameter& parameter)
 {
     zel_Parameter read = parameter;
     readPositive(root, AttributeName::TovanelInitialScale, "tovanel:initial-scale", diagnostics, read.initialScale);
     readPositive(root, AttributeName::TovanelMinimumScale, "tovanel:minimum-scale", diagnostics, read.minimumScale);
     readPositive(root, AttributeName::TovanelMaximumScale, "tovanel:maximum-scale", diagnostics, read.maximumScale);
     readPositive(root, AttributeName::TovanelScaleStep, "tovanel:scale-step", diagnostics, read.scaleStep);
-    if (read.minimumScale > read.maximumScale)
+    const GivenLimits given{root.has(AttributeName::TovanelMinimumScale), root.has(AttributeName::TovanelMaximumScale)};
+    if (given.minimum && given.maximum && read.minimumScale > read.maximumScale)
         failValue(diagnostics, "tovanel:minimum-scale", root.value(AttributeName::TovanelMinimumScale),
             "at most tovanel:maximum-scale");
-    if (!diagnostics.hasFailed())
-        parameter = read;
+    if (diagnostics.hasFailed())
+        return {};
+    parameter = read;
+    return given;
 }
 
 void readLayerRange(const Element& element, Diagnostics& diagnostics, zel_Parameter& parameter)

@@ -3,6 +3,7 @@
 
 #include "platform/contract/zelparameter.h"
 #include "platform/svg/element.h"
+#include "platform/svg/zoomlimits.h"
 
 #include <optional>
 
@@ -13,8 +14,8 @@ class Diagnostics;
 // The attributes of the chip drawing's own namespace. Each is checked; a value that is not what it should be is an
 // error of the drawing, with nothing changed.
 
-// The zoom parameters on the root element.
-void readZoomParameters(const Element& root, Diagnostics& diagnostics, zel_Parameter& parameter);
+// The zoom parameters on the root element. Returns which limits it gives.
+GivenLimits readZoomParameters(const Element& root, Diagnostics& diagnostics, zel_Parameter& parameter);
 
 // A <tovanel:layer> element: one layer's scale range.
 void readLayerRange(const Element& element, Diagnostics& diagnostics, zel_Parameter& parameter);

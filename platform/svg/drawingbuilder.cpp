@@ -101,7 +101,7 @@ bool DrawingBuilder::startRoot(const Element& element)
 {
     Frame& frame = push(element.name());
     zel_Parameter& parameter = m_drawing.parameter;
-    readZoomParameters(element, m_diagnostics, parameter);
+    m_givenLimits = readZoomParameters(element, m_diagnostics, parameter);
     const ViewportSize size = rootSize(element, m_diagnostics);
     m_hasSize = size.width > 0.0 && size.height > 0.0;
     parameter.width = size.width > 0.0 ? size.width : parameter.width;
@@ -219,6 +219,7 @@ void DrawingBuilder::finish()
     m_writer.completeLayers();
     if (!m_hasSize)
         m_writer.takeSizeFromRecords();
+    completeZoomLimits(m_drawing.parameter, m_givenLimits);
 }
 
 DrawingBuilder::Frame& DrawingBuilder::push(ElementName name)

@@ -7,6 +7,7 @@
 #include "platform/svg/textlayout.h"
 #include "platform/svg/treefollower.h"
 #include "platform/svg/viewport.h"
+#include "platform/svg/zoomlimits.h"
 
 #include <string>
 #include <vector>
@@ -85,6 +86,7 @@ private:
     std::string m_buffer;
     double m_tolerance = 1.0;
     int m_lastOwnId = 0; // counts down
+    GivenLimits m_givenLimits;
     bool m_hasSize = false;
     bool m_needsTree = false;
     TreeFollower* m_follower = nullptr; // null while the drawing is being read

@@ -4,6 +4,7 @@
 #include "platform/svg/limits.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <limits>
@@ -301,7 +302,8 @@ bool readHeader(std::string_view image, std::uint64_t fileSize, ImageHeader& hea
         + header.looks * sizeof(PackedLook) + header.spans * sizeof(PackedSpan) + header.layers * sizeof(ImageLayer)
         + header.warnings * sizeof(ImageText) + header.textBytes;
     return size == fileSize && isPositive(header.width) && isPositive(header.height) && isPositive(header.initialScale)
-        && isPositive(header.minimumScale) && isPositive(header.maximumScale) && isPositive(header.scaleStep);
+        && header.minimumScale <= header.maximumScale && std::isfinite(header.minimumScale)
+        && std::isfinite(header.maximumScale) && isPositive(header.scaleStep);
 }
 
 bool showImage(const ImageHeader& header, std::shared_ptr<const char> image, Drawing& drawing)

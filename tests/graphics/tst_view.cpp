@@ -4,9 +4,11 @@
 
 #include <QAction>
 #include <QContextMenuEvent>
+#include <QFile>
 #include <QMenu>
 #include <QRubberBand>
 #include <QScrollBar>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <cmath>
@@ -30,6 +32,8 @@ class TestView : public zeltest::Test
 private Q_SLOTS:
     void stepsStayWithinTheLimits_data();
     void stepsStayWithinTheLimits();
+    void limitsHoldTheWholeDrawingAndItsDetail_data();
+    void limitsHoldTheWholeDrawingAndItsDetail();
     void countsWholeSteps_data();
     void countsWholeSteps();
     void fitReturnsToTheUnscaledView();
@@ -78,6 +82,57 @@ void TestView::stepsStayWithinTheLimits()
         QCOMPARE(chip.view()->currentScale(), expected);
         const double factor = expected == start ? 1.0 : isIn ? 1.5 : 1 / 1.5;
         QCOMPARE(chip.view()->transform().m11(), start * factor);
+    }
+}
+
+void TestView::limitsHoldTheWholeDrawingAndItsDetail_data()
+{
+    QTest::addColumn<QByteArray>("root"); // of a drawing without limits of its own
+    QTest::newRow("tiny") << QByteArray("viewBox='0 0 1 1'");
+    QTest::newRow("huge") << QByteArray("viewBox='0 0 1000000 1000000'");
+    QTest::newRow("huge and narrow") << QByteArray("viewBox='0 0 50 1000000'");
+    QTest::newRow("huge, with an initial scale") << QByteArray("viewBox='0 0 1000000 1000000' t:initial-scale='9'");
+    QTest::newRow("huge, with large steps") << QByteArray("viewBox='0 0 1000000 1000000' t:scale-step='2'");
+}
+
+// Stepwise, from right after loading as well as from the fitted view.
+void TestView::limitsHoldTheWholeDrawingAndItsDetail()
+{
+    QFETCH(QByteArray, root);
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("drawing.svg")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("<svg xmlns:t='urn:tovanel:chip-drawing' " + root + "/>");
+    file.close();
+    SVGParser parser;
+    QVERIFY(parser.loadSVGElements(file.fileName().toStdString(), {}));
+    for (const QSize size : {QSize(300, 200), QSize(4000, 2500)}) {
+        ChipView chip;
+        chip.drawing.parameter = parser.getSVGParameter();
+        const double width = chip.drawing.parameter.width;
+        const double height = chip.drawing.parameter.height;
+        chip.drawing.addRect(1, 0, 0, width, height);
+        chip.open();
+        const double fitting = std::min(size.width() / width, size.height() / height);
+        const auto stepAll = [&chip] {
+            std::pair<double, double> scales;
+            for (int i = 0; i < 200; ++i)
+                chip.window->zoomIn();
+            scales.second = chip.view()->transform().m11();
+            for (int i = 0; i < 400; ++i)
+                chip.window->zoomOut();
+            scales.first = chip.view()->transform().m11();
+            return scales;
+        };
+        for (const bool isFitted : {false, true}) {
+            QList<QGraphicsItem*> items = chip.scene()->items();
+            chip.view()->resize(size);
+            if (isFitted)
+                chip.view()->zoomTo(&items);
+            const auto [least, most] = stepAll();
+            QVERIFY2(
+                least <= fitting && most >= 64 * fitting, qPrintable(QStringLiteral("%1 %2").arg(least).arg(most)));
+        }
     }
 }
 
