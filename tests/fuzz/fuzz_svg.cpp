@@ -2,6 +2,7 @@
 
 // Reads the input as a drawing, in the quick and in the thorough way, which must not differ.
 
+#include "platform/svg/gunzipsource.h"
 #include "platform/svg/recordobjects.h"
 #include "tests/svg/memorysource.h"
 
@@ -43,7 +44,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     MemorySource whole(bytes);
     zelsvg::Diagnostics diagnostics("input");
     zelsvg::Drawing drawing;
-    readDrawing(whole, diagnostics, limits, drawing);
+    zelsvg::GunzipSource unpacked(whole);
+    readDrawing(unpacked, diagnostics, limits, drawing);
     checkDrawing(drawing);
     // Tags end with a block or go on in the next one.
     for (std::size_t blockSize : {size + 1, 1 + size % 61}) {

@@ -127,8 +127,8 @@ void TestSvgStyle::cascades_data()
         "<rect width='1' height='1' style='/* a */ fill:red;/* b:c; */ font-family:\"/*\";stroke:/**/blue/*'/>",
         "rect 0,0 1x1 #ff0000 #0000ff 1");
     row("sheets in another language and for another medium",
-        "<style type='text/less'>rect{fill:red}</style><style media='print, tty'>rect{fill:red}</style>"
         "<style type=' TEXT/CSS; charset=utf-8' media='print, Screen'>rect{fill:blue}</style>"
+        "<style type='text/less'>rect{fill:red}</style><style media='print, tty'>rect{stroke:red}</style>"
         "<rect width='1' height='1'/>",
         "rect 0,0 1x1 #0000ff");
     row("opacities with a unit are none",
