@@ -120,7 +120,7 @@ void TextLayout::add(std::string_view text, const Style& style, const Identity& 
         if (isBlank && !style.keepsSpaces && m_endsWithSpace)
             continue;
         Position position;
-        if (!m_runs.empty() && addMark(character, m_runs.back().text)) {
+        if (character >= 0x80 && !m_runs.empty() && addMark(character, m_runs.back().text)) {
             takePosition(position); // counts as a character, but stands where its letter does
             continue;
         }
