@@ -3,6 +3,7 @@
 
 #include "graphics/paintrules.h"
 #include "graphics/zelgraphicitemattribute.h"
+#include "platform/contract/zelgraphicrecords.h"
 
 #include <QGraphicsItem>
 
@@ -27,6 +28,9 @@ public:
 
     // The controller's; null when nothing was registered under the load number at construction.
     [[nodiscard]] ZELGraphicItemAttribute* attribute() const { return m_attribute; }
+
+    // What the item draws. Its attribute, when no record was set on it, is of no kind.
+    [[nodiscard]] virtual zelgraphic_kind kind() const = 0;
 
     // The item itself; never null.
     [[nodiscard]] virtual QGraphicsItem* graphicsItem() = 0;

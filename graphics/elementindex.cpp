@@ -2,7 +2,6 @@
 #include "graphics/elementindex.h"
 
 #include "graphics/chipelement.h"
-#include "platform/contract/zelgraphicrecords.h"
 
 #include <QGraphicsItem>
 
@@ -21,10 +20,9 @@ constexpr QGraphicsItem::GraphicsItemFlags PaintingFlags
 bool isMoved(ChipElement& element)
 {
     const QGraphicsItem& item = *element.graphicsItem();
-    ZELGraphicItemAttribute& attribute = *element.attribute();
-    if (attribute.kind != ZEL_GRAPHIC_TEXT)
+    if (element.kind() != ZEL_GRAPHIC_TEXT)
         return !item.pos().isNull() || item.scale() != 1.0;
-    const auto* position = static_cast<const QPointF*>(attribute.getAttribute(ATTR_POS));
+    const auto* position = static_cast<const QPointF*>(element.attribute()->getAttribute(ATTR_POS));
     return (position && item.pos() != *position) || item.scale() != paintrules::TextItemScale;
 }
 

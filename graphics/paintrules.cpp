@@ -104,12 +104,17 @@ QBrush fillBrush(const Look& look)
     return QBrush(QColor::fromRgba(look.fill));
 }
 
-QFont textFont(const QString& family, double fontSize)
+int textPixelSize(double fontSize)
 {
     constexpr double LargestPixelSize = 1e5;
     const double pixels = fontSize > 0 ? std::min(TextRenderScale * fontSize, LargestPixelSize) : 0.0;
+    return std::max(1, static_cast<int>(pixels));
+}
+
+QFont textFont(const QString& family, double fontSize)
+{
     QFont font(family, -1, -1, false);
-    font.setPixelSize(std::max(1, static_cast<int>(pixels)));
+    font.setPixelSize(textPixelSize(fontSize));
     font.setStyleHint(QFont::SansSerif, QFont::PreferDefault);
     return font;
 }

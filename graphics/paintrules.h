@@ -51,7 +51,8 @@ struct Look
 [[nodiscard]] QPen borderPen(const Look& look);
 [[nodiscard]] QBrush fillBrush(const Look& look);
 
-// Texts look the same in every state. The pixel size is at least 1.
+// Texts look the same in every state. The font's size is at least a pixel; what it leaves open is the painter's.
+[[nodiscard]] int textPixelSize(double fontSize);
 [[nodiscard]] QFont textFont(const QString& family, double fontSize);
 
 } // namespace paintrules

@@ -4,6 +4,7 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "dialogs/graphicitemdynamicattribute.h"
 #include "graphics/chipelement.h"
+#include "graphics/grown.h"
 #include "graphics/painting/displaylist.h"
 #include "graphics/picking.h"
 #include "graphics/zelconstants.h"
@@ -38,6 +39,12 @@ constexpr std::size_t MostToRepaintOneByOne = 2000;
 
 // Fewer items than this may tell the scene of their change, which it looks into.
 constexpr std::size_t FewItems = 16;
+
+// Null where the item is no element of the drawing.
+const ZELGraphicItemAttribute* attributeOf(const QGraphicsItem& item)
+{
+    return database().getGraphicItemAttribute(item.data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt());
+}
 
 unsigned int fillColorOf(ZELGraphicItemAttribute& attribute)
 {
@@ -139,8 +146,7 @@ void ZelGraphicsScene::addSelectedItem(QGraphicsItem* item)
 {
     if (!item)
         return;
-    const int loadNumber = item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
-    if (const ZELGraphicItemAttribute* attribute = database().getGraphicItemAttribute(loadNumber))
+    if (const ZELGraphicItemAttribute* attribute = attributeOf(*item))
         database().addSelctedItem(attribute->itemId, true);
 }
 
@@ -181,7 +187,7 @@ void ZelGraphicsScene::refresh()
 {
     const QMap<QString, GraphicItemDynamicAttribute>& dynamicInfo = database().getGraphicsDynamicInfo();
     DisplayList& list = displayList();
-    std::vector<int> places;
+    std::vector<ChipElement*> changed;
     for (auto entry = dynamicInfo.cbegin(); entry != dynamicInfo.cend(); ++entry) {
         const std::optional<int> id = elementIdOf(entry.key());
         if (!id)
@@ -194,10 +200,10 @@ void ZelGraphicsScene::refresh()
             const bool isChanged = applyDynamicValues(*attribute, entry.value());
             // Also what somebody else wrote into the attribute before.
             if (list.updateLook(*element) || isChanged)
-                places.push_back(list.placeOf(*element));
+                changed.push_back(element);
         });
     }
-    repaintPlaces(places);
+    repaint(changed);
 }
 
 void ZelGraphicsScene::synchroniseShownElements()
@@ -235,18 +241,18 @@ void ZelGraphicsScene::repaintElements(const std::vector<int>& elementIds)
         return;
     }
     DisplayList& list = displayList();
-    std::vector<int> places;
+    std::vector<ChipElement*> changed;
     std::vector<ChipElement*> shown;
     for (int id : elementIds) {
-        for (ChipElement* element : m_index.elements(id)) {
+        m_index.visit(id, [&](ChipElement* element) {
             list.updateLook(*element);
-            places.push_back(list.placeOf(*element));
+            changed.push_back(element);
             if (!element->isPending())
                 shown.push_back(element);
-        }
+        });
     }
     synchronise(shown);
-    repaintPlaces(places);
+    repaint(changed);
 }
 
 void ZelGraphicsScene::repaintAllElements()
@@ -285,7 +291,16 @@ QGraphicsItem* ZelGraphicsScene::topmostItemAt(const QPointF& point, const QTran
 
 std::vector<int> ZelGraphicsScene::elementsTouching(const QRectF& area)
 {
-    return picking::idsTouching(displayList(), area, m_index.hasPending());
+    hearOfChanges();
+    if (isPlain())
+        return picking::idsTouching(displayList(), area, m_index.hasPending());
+    std::vector<int> ids;
+    const QList<QGraphicsItem*> found = items(area, Qt::IntersectsItemShape);
+    for (const QGraphicsItem* item : found) {
+        if (const ZELGraphicItemAttribute* attribute = attributeOf(*item))
+            ids.push_back(attribute->itemId);
+    }
+    return ids;
 }
 
 DisplayList& ZelGraphicsScene::displayList()
@@ -294,27 +309,75 @@ DisplayList& ZelGraphicsScene::displayList()
     return *m_displayList;
 }
 
-void ZelGraphicsScene::repaintPlaces(const std::vector<int>& places)
+void ZelGraphicsScene::repaint(const std::vector<ChipElement*>& elements)
 {
-    if (places.empty())
+    if (elements.empty())
         return;
+    if (!isPlain()) {
+        repaintByItems(elements);
+        return;
+    }
+    std::vector<int> places;
+    places.reserve(elements.size());
+    for (const ChipElement* element : elements)
+        places.push_back(displayList().placeOf(*element));
     for (ZelGraphicsView* view : chipViews())
         view->repaintPlaces(places);
+}
+
+// Where a host put an element, and what it put around it, only Qt knows.
+void ZelGraphicsScene::repaintByItems(const std::vector<ChipElement*>& elements)
+{
+    for (ChipElement* element : elements)
+        element->graphicsItem()->update();
+    for (ZelGraphicsView* view : chipViews())
+        view->forgetPicture();
 }
 
 // Items that a host adds, and elements that it moves, tell the scene of it and no one else.
 void ZelGraphicsScene::lookForStrangers(const QList<QRectF>& areas)
 {
-    bool hasStrangers = false;
-    for (const QRectF& area : areas) {
-        const QList<QGraphicsItem*> found = items(area, Qt::IntersectsItemBoundingRect);
-        hasStrangers = hasStrangers
-            || std::any_of(found.begin(), found.end(), [this](QGraphicsItem* item) { return isStranger(item); });
+    const bool wasPlain = m_strangers.isEmpty();
+    // Of an item that left, Qt tells no more than that everything may look different.
+    const bool isEverything
+        = std::any_of(areas.begin(), areas.end(), [this](const QRectF& area) { return area.contains(sceneRect()); });
+    if (isEverything) {
+        m_strangers = strangersAmong(items());
+    } else {
+        Strangers found;
+        for (const QRectF& area : areas)
+            found.insert(strangersAmong(items(area, Qt::IntersectsItemBoundingRect)));
+        if (areAllKnownAmong(found, areas))
+            m_strangers.insert(found);
+        else
+            m_strangers = strangersAmong(items());
     }
-    if (hasStrangers && !m_hasStrangers) {
-        m_hasStrangers = true;
+    if (wasPlain && !m_strangers.isEmpty())
         repaintAllElements();
+}
+
+// The visible ones, with where they lie.
+ZelGraphicsScene::Strangers ZelGraphicsScene::strangersAmong(const QList<QGraphicsItem*>& items)
+{
+    Strangers strangers;
+    for (QGraphicsItem* item : items) {
+        if (isStranger(item) && item->isVisible())
+            strangers.insert(item, item->sceneBoundingRect());
     }
+    return strangers;
+}
+
+// False when one that was known to lie in these areas was not found in them: it may be gone, and is not to be looked
+// at.
+bool ZelGraphicsScene::areAllKnownAmong(const Strangers& found, const QList<QRectF>& areas) const
+{
+    for (auto known = m_strangers.cbegin(); known != m_strangers.cend(); ++known) {
+        const QRectF place = grown(known.value(), 1);
+        const auto touches = [&place](const QRectF& area) { return area.intersects(place); };
+        if (!found.contains(known.key()) && std::any_of(areas.begin(), areas.end(), touches))
+            return false;
+    }
+    return true;
 }
 
 bool ZelGraphicsScene::isStranger(QGraphicsItem* item)
@@ -326,11 +389,16 @@ bool ZelGraphicsScene::isStranger(QGraphicsItem* item)
     return false;
 }
 
-// Qt tells of all changes together, at the next turn of the event loop. What came before is told now, so that a host's
-// change is not taken for one of these.
-void ZelGraphicsScene::beginOwnChanges()
+// Qt tells of all changes together, at the next turn of the event loop. What came before is told now.
+void ZelGraphicsScene::hearOfChanges()
 {
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+}
+
+// A host's change must not be taken for one of these.
+void ZelGraphicsScene::beginOwnChanges()
+{
+    hearOfChanges();
     disconnect(this, &QGraphicsScene::changed, this, &ZelGraphicsScene::lookForStrangers);
 }
 
@@ -338,7 +406,7 @@ void ZelGraphicsScene::beginOwnChanges()
 // is closed before would take a time quadratic in the number of items.
 void ZelGraphicsScene::endOwnChanges()
 {
-    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    hearOfChanges();
     connect(this, &QGraphicsScene::changed, this, &ZelGraphicsScene::lookForStrangers);
 }
 

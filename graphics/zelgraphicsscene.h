@@ -7,7 +7,9 @@
 #include "platform/contract/zelparameter.h"
 
 #include <QGraphicsScene>
+#include <QHash>
 #include <QList>
+#include <QRectF>
 
 #include <memory>
 #include <vector>
@@ -83,7 +85,7 @@ public:
 
     // Whether the scene holds nothing but the drawing's elements as they were loaded. Only then views paint it by
     // themselves; what a host adds or moves is painted by Qt, with everything else.
-    [[nodiscard]] bool isPlain() const { return !m_hasStrangers && !m_index.hasUnusual(); }
+    [[nodiscard]] bool isPlain() const { return m_strangers.isEmpty() && !m_index.hasUnusual(); }
 
     // To be called around the loading of a drawing: what comes into the scene meanwhile is not taken for a host's.
     void beginOwnChanges();
@@ -98,9 +100,15 @@ protected:
     void helpEvent(QGraphicsSceneHelpEvent* event) override;
 
 private:
-    void repaintPlaces(const std::vector<int>& places);
+    using Strangers = QHash<QGraphicsItem*, QRectF>; // visible items that are no elements, and where they lay
+
+    void repaint(const std::vector<ChipElement*>& elements);
+    void repaintByItems(const std::vector<ChipElement*>& elements);
     void synchronise(const std::vector<ChipElement*>& elements);
+    void hearOfChanges();
     void lookForStrangers(const QList<QRectF>& areas);
+    [[nodiscard]] Strangers strangersAmong(const QList<QGraphicsItem*>& items);
+    [[nodiscard]] bool areAllKnownAmong(const Strangers& found, const QList<QRectF>& areas) const;
     [[nodiscard]] bool isStranger(QGraphicsItem* item);
     [[nodiscard]] QList<ZelGraphicsView*> chipViews() const;
 
@@ -108,7 +116,7 @@ private:
     QList<QGraphicsItem*> m_zoomItems;
     ElementIndex m_index;
     std::unique_ptr<DisplayList> m_displayList;
-    bool m_hasStrangers = false;
+    Strangers m_strangers; // may be gone: only what was just found in the scene is looked at
 };
 
 } // namespace mirn::zelchipview

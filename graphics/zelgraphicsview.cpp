@@ -3,6 +3,7 @@
 
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/elementidset.h"
+#include "graphics/grown.h"
 #include "graphics/layervisibility.h"
 #include "graphics/painting/viewcanvas.h"
 #include "graphics/zelconstants.h"
@@ -39,6 +40,8 @@ constexpr double LargestCount = 1e9; // of steps
 
 // Up to this many changed spots are painted for themselves, more of them with all that lies between.
 constexpr std::size_t MostUpdatedOneByOne = 16;
+
+constexpr int PaintMargin = 2; // pixels that pens and smoothing reach beyond an element
 
 ZELChipViewDatabase& database()
 {
@@ -144,7 +147,10 @@ void ZelGraphicsView::calculateVisibleLayers()
         return;
     m_visibleLayers = layers;
     m_scene->synchroniseShownElements();
-    viewport()->update();
+    // They paint by the layers of the scene's first view, which may be this one.
+    const QList<QGraphicsView*> views = m_scene->views();
+    for (QGraphicsView* view : views)
+        view->viewport()->update();
 }
 
 void ZelGraphicsView::scrollBy(double dx, double dy)
@@ -295,30 +301,38 @@ void ZelGraphicsView::dragLeaveEvent(QDragLeaveEvent* event)
 
 void ZelGraphicsView::repaintPlaces(const std::vector<int>& places)
 {
-    if (!m_canvas)
+    if (!m_scene)
         return;
-    const qreal ratio = devicePixelRatioF();
+    const DisplayList& list = m_scene->displayList();
+    const QTransform toViewport = viewportTransform();
+    const QRectF shown(viewport()->rect());
     QRegion changed;
     QRect around;
     for (int place : places) {
-        const QRect part = place >= 0 ? m_canvas->invalidate(place) : QRect();
-        if (part.isEmpty())
+        if (place < 0)
             continue;
-        const QRect widgetPart = QRectF(QPointF(part.topLeft()) / ratio, QSizeF(part.size()) / ratio).toAlignedRect();
-        around |= widgetPart;
+        if (m_canvas)
+            m_canvas->invalidate(place);
+        // The kept picture may be of another scale or size than what stands on the screen.
+        const QRect part = (grown(toViewport.mapRect(list.boundsOf(place)), PaintMargin) & shown).toAlignedRect();
+        around |= part;
         if (places.size() <= MostUpdatedOneByOne)
-            changed |= widgetPart;
+            changed |= part;
     }
-    if (around.isEmpty())
-        return;
-    viewport()->update(places.size() <= MostUpdatedOneByOne ? changed : QRegion(around));
+    if (!around.isEmpty())
+        viewport()->update(places.size() <= MostUpdatedOneByOne ? changed : QRegion(around));
 }
 
 void ZelGraphicsView::repaintAll()
 {
+    forgetPicture();
+    viewport()->update();
+}
+
+void ZelGraphicsView::forgetPicture()
+{
     if (m_canvas)
         m_canvas->invalidate();
-    viewport()->update();
 }
 
 void ZelGraphicsView::paintEvent(QPaintEvent* event)
@@ -369,13 +383,14 @@ void ZelGraphicsView::paintPicture(QPainter& painter)
     scene.toPicture = viewportTransform() * QTransform(ratio, 0, 0, ratio, start.x(), start.y());
     scene.size = QSize(static_cast<int>(std::ceil(start.x() + viewport()->width() * ratio)),
         static_cast<int>(std::ceil(start.y() + viewport()->height() * ratio)));
-    scene.layers = m_visibleLayers;
+    scene.layers = m_scene->getVisibleLayers();
     const bool isFiltered = database().isFilterEnable();
     scene.states
         = {&database().selectedIds(), &database().highlightedIds(), isFiltered ? &database().filteredIds() : nullptr};
     scene.listVersion = m_scene->elementIndex().version();
     scene.hints = renderHints();
     scene.textPen = painter.pen();
+    scene.viewFont = painter.font();
     scene.background = viewport()->palette().color(viewport()->backgroundRole());
     scene.backgroundBrush = backgroundBrush().style() != Qt::NoBrush ? backgroundBrush() : m_scene->backgroundBrush();
     scene.drawBackground = [this](QPainter& on, const QRectF& area) { drawBackground(&on, area); };

@@ -62,6 +62,9 @@ public:
     void repaintPlaces(const std::vector<int>& places);
     void repaintAll();
 
+    // Nothing of the picture that is kept is right any more; schedules no repaint.
+    void forgetPicture();
+
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

@@ -18,6 +18,7 @@ public:
     [[nodiscard]] QRectF boundingRect() const override;
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget = nullptr) override;
 
+    [[nodiscard]] zelgraphic_kind kind() const override { return ZEL_GRAPHIC_RECT; }
     [[nodiscard]] QGraphicsItem* graphicsItem() override { return this; }
     bool synchronise(ElementStates states) override;
 

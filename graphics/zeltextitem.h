@@ -30,6 +30,7 @@ public:
 
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget = nullptr) override;
 
+    [[nodiscard]] zelgraphic_kind kind() const override { return ZEL_GRAPHIC_TEXT; }
     [[nodiscard]] QGraphicsItem* graphicsItem() override { return this; }
     bool synchronise(ElementStates states) override;
 

@@ -5,7 +5,6 @@
 #include "graphics/elementindex.h"
 #include "graphics/grown.h"
 #include "graphics/paintrules.h"
-#include "platform/contract/zelgraphicrecords.h"
 
 #include <QLineF>
 #include <QPolygonF>
@@ -75,7 +74,7 @@ void DisplayList::append(ChipElement* element)
     made.layer = layerIndex(attribute.layer);
     made.fillColor = valueOf<unsigned int>(attribute, ATTR_FILL_COLOR);
     made.strokeColor = valueOf<unsigned int>(attribute, ATTR_STROKE_COLOR);
-    switch (attribute.kind) {
+    switch (element->kind()) {
     case ZEL_GRAPHIC_LINE: {
         made.kind = Primitive::Line;
         const QLineF line = valueOf<QLineF>(attribute, ATTR_LINE);
@@ -96,9 +95,11 @@ void DisplayList::append(ChipElement* element)
         ++m_textCount;
         const QPointF position = valueOf<QPointF>(attribute, ATTR_POS);
         const QString family = valueOf<QString>(attribute, ATTR_FONT_FAMILY);
-        const QFont font = paintrules::textFont(family, valueOf<double>(attribute, ATTR_FONT_SIZE));
-        setRect(made, QRectF(position.x(), position.y(), valueOf<int>(attribute, ATTR_ROTATION), font.pixelSize()));
-        made.label = m_labels.label(valueOf<QString>(attribute, ATTR_TEXT), family, font.pixelSize(), font);
+        const auto fontSize = valueOf<double>(attribute, ATTR_FONT_SIZE);
+        setRect(made,
+            QRectF(position.x(), position.y(), valueOf<int>(attribute, ATTR_ROTATION),
+                paintrules::textPixelSize(fontSize)));
+        made.label = m_labels.label(valueOf<QString>(attribute, ATTR_TEXT), family, fontSize);
         break;
     }
     default:

@@ -32,7 +32,7 @@ struct Primitive
             int first; // for DisplayList::corner()
             int count;
         } corners;
-        TextLabel* label; // the list's
+        const TextLabel* label; // the list's
     };
     unsigned int strokeColor;
     unsigned int fillColor;
@@ -82,7 +82,7 @@ public:
 
     // The numbers of the layers that occur.
     [[nodiscard]] const std::vector<int>& layers() const { return m_layers; }
-    [[nodiscard]] TextLabels& labels() { return m_labels; }
+    [[nodiscard]] const TextLabels& labels() const { return m_labels; }
 
 private:
     void append(ChipElement* element);

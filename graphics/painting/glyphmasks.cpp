@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/glyphmasks.h"
 
+#include "graphics/painting/glyphpicture.h"
 #include "graphics/painting/rasteriser.h"
 
-#include <QGlyphRun>
 #include <QImage>
-#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -13,8 +12,6 @@
 namespace mirn::zelchipview {
 
 namespace {
-
-constexpr int Margin = 3; // pixels around a glyph's outline: smoothing and hinting
 
 // QPainter takes positions in 1/64 of a pixel, chooses the nearest quarter to the left, and rounds lines to whole
 // pixels.
@@ -24,7 +21,7 @@ constexpr int PhaseBits = 2;
 struct PixelPosition
 {
     PixelPosition(double x, double y)
-        : quarters((static_cast<int>(std::floor(x * PositionUnit)) + 1) >> 4)
+        : quarters((static_cast<int>(x * PositionUnit) + 1) >> 4)
         , row(static_cast<int>(std::floor(y + 0.5)))
     { }
 
@@ -62,33 +59,41 @@ QRect coveredPart(const QImage& image)
 
 } // namespace
 
-GlyphMasks::GlyphMasks(TextLabels& labels)
-    : m_labels(labels)
+GlyphMasks::GlyphMasks(TextShaper& shaper)
+    : m_shaper(shaper)
 { }
+
+void GlyphMasks::clear()
+{
+    m_masks.clear();
+    m_coverage.clear();
+}
 
 void GlyphMasks::setScale(double scale)
 {
     if (scale == m_scale)
         return;
     m_scale = scale;
-    m_masks.clear();
-    m_coverage.clear();
+    clear();
 }
 
 bool GlyphMasks::isReadyFor(const TextLabel& label, double x, double y) const
 {
+    const ShapedText* text = m_shaper.find(label);
     const auto isMade = [&](const PlacedGlyph& glyph) {
         const PixelPosition position(m_scale * glyph.x + x, m_scale * glyph.y + y);
         const std::size_t index = static_cast<std::size_t>(glyph.number) * Phases + position.phase();
         return index < m_masks.size() && m_masks[index].isMade;
     };
-    return label.isShaped && std::all_of(label.glyphs.begin(), label.glyphs.end(), isMade);
+    return text && std::all_of(text->glyphs.begin(), text->glyphs.end(), isMade);
 }
 
-void GlyphMasks::draw(TextLabel& label, double x, double y, QRgb color, Rasteriser& rasteriser)
+bool GlyphMasks::draw(const TextLabel& label, double x, double y, QRgb color, Rasteriser& rasteriser)
 {
-    m_labels.shape(label);
-    for (const PlacedGlyph& glyph : label.glyphs) {
+    const ShapedText& text = m_shaper.shape(label);
+    if (!text.isUsual)
+        return false;
+    for (const PlacedGlyph& glyph : text.glyphs) {
         const PixelPosition position(m_scale * glyph.x + x, m_scale * glyph.y + y);
         const Mask& shape = mask(glyph.number, position.phase());
         if (shape.width > 0)
@@ -96,13 +101,14 @@ void GlyphMasks::draw(TextLabel& label, double x, double y, QRgb color, Rasteris
                                     m_coverage.data() + shape.coverage},
                 color);
     }
+    return true;
 }
 
 const GlyphMasks::Mask& GlyphMasks::mask(int glyph, int phase)
 {
     const std::size_t index = static_cast<std::size_t>(glyph) * Phases + phase;
     if (index >= m_masks.size())
-        m_masks.resize(static_cast<std::size_t>(m_labels.glyphCount()) * Phases);
+        m_masks.resize(static_cast<std::size_t>(m_shaper.glyphCount()) * Phases);
     Mask& found = m_masks[index];
     if (!found.isMade)
         make(found, glyph, phase);
@@ -112,30 +118,15 @@ const GlyphMasks::Mask& GlyphMasks::mask(int glyph, int phase)
 void GlyphMasks::make(Mask& mask, int glyph, int phase)
 {
     mask.isMade = true;
-    const TextLabels::Glyph& which = m_labels.glyph(glyph);
-    const QRawFont& font = m_labels.font(which.font);
-    const QRectF outline = font.boundingRect(which.index);
-    const QRect area = QRectF(outline.topLeft() * m_scale, outline.size() * m_scale)
-                           .toAlignedRect()
-                           .adjusted(-Margin, -Margin, Margin, Margin);
-    QImage image(area.size(), QImage::Format_RGB32);
+    const TextShaper::Glyph& which = m_shaper.glyph(glyph);
+    const GlyphPicture picture
+        = glyphPicture(m_shaper.rawFont(which.font), which.index, m_scale, phase / double(Phases));
+    const QImage& image = picture.image;
     if (image.isNull())
         return;
-    image.fill(Qt::white);
-    QGlyphRun run;
-    run.setRawFont(font);
-    run.setGlyphIndexes({which.index});
-    run.setPositions({QPointF()});
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing, true);
-    painter.setTransform(QTransform(m_scale, 0, 0, m_scale, -area.left() + phase / double(Phases), -area.top()));
-    painter.setPen(Qt::black);
-    painter.drawGlyphRun(QPointF(), run);
-    painter.end();
-
     const QRect covered = coveredPart(image);
-    mask.left = static_cast<std::int16_t>(covered.left() + area.left());
-    mask.top = static_cast<std::int16_t>(covered.top() + area.top());
+    mask.left = static_cast<std::int16_t>(covered.left() - picture.origin.x());
+    mask.top = static_cast<std::int16_t>(covered.top() - picture.origin.y());
     mask.width = static_cast<std::int16_t>(CoverageMask::paddedWidth(covered.width()));
     mask.height = static_cast<std::int16_t>(covered.height());
     mask.coverage = m_coverage.size();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "graphics/painting/textlabels.h"
+#include "graphics/painting/textshaper.h"
 
 #include <QRgb>
 
@@ -20,7 +20,10 @@ public:
     // Labels with more pixels per line than this are QPainter's: it draws large text as outlines.
     static constexpr double LargestSize = 48.0;
 
-    explicit GlyphMasks(TextLabels& labels); // not owned; must outlive this object
+    explicit GlyphMasks(TextShaper& shaper); // not owned; must outlive this object
+
+    // Forgets all masks; for when the shaper's glyphs are others.
+    void clear();
 
     // Forgets the masks of another scale. `scale` is the number of image pixels per pixel of the unscaled font.
     void setScale(double scale);
@@ -28,8 +31,9 @@ public:
     // Whether a label can be drawn there without drawing a glyph by QPainter before.
     [[nodiscard]] bool isReadyFor(const TextLabel& label, double x, double y) const;
 
-    // Draws a label with the start of its base line at (x, y), in pixels of the image.
-    void draw(TextLabel& label, double x, double y, QRgb color, Rasteriser& rasteriser);
+    // Draws a label with the start of its base line at (x, y), in pixels of the image. Draws nothing and returns false
+    // for one that is not of usual glyphs: it is QPainter's.
+    [[nodiscard]] bool draw(const TextLabel& label, double x, double y, QRgb color, Rasteriser& rasteriser);
 
 private:
     static constexpr int Phases = 4; // within a pixel, from left to right
@@ -47,7 +51,7 @@ private:
     [[nodiscard]] const Mask& mask(int glyph, int phase);
     void make(Mask& mask, int glyph, int phase);
 
-    TextLabels& m_labels;
+    TextShaper& m_shaper;
     double m_scale = 0.0;
     std::vector<Mask> m_masks; // Phases for each glyph
     std::vector<std::uint8_t> m_coverage; // of all masks

@@ -3,6 +3,7 @@
 
 #include "graphics/elementidset.h"
 #include "graphics/grown.h"
+#include "graphics/painting/picturedevice.h"
 #include "graphics/painting/polygoncoverage.h"
 
 #include <algorithm>
@@ -50,8 +51,9 @@ bool isEvenScale(const QTransform& transform)
 class ListPainter::Job
 {
 public:
-    Job(DisplayList& list, GlyphMasks& masks, const Target& target, const States& states)
+    Job(DisplayList& list, TextShaper& shaper, GlyphMasks& masks, const Target& target, const States& states)
         : m_list(list)
+        , m_shaper(shaper)
         , m_masks(masks)
         , m_target(target)
         , m_states(states)
@@ -61,8 +63,11 @@ public:
         , m_mapping{target.sceneToImage.m11(), target.sceneToImage.dx(), target.sceneToImage.dy()}
         , m_rasteriser(*target.image, target.part, m_mapping)
         , m_inside(QRectF(target.image->rect()))
-        , m_isTextOpaque(target.textPen.color().alpha() == 255)
+        , m_mayMask(m_isRaster && target.textPen.color().alpha() == 255)
+        , m_device(target.image)
     {
+        if (m_shaper.setViewFont(target.viewFont))
+            m_masks.clear();
         m_masks.setScale(m_mapping.scale * paintrules::TextItemScale);
     }
 
@@ -80,10 +85,12 @@ private:
     [[nodiscard]] bool isNear(double x, double y) const;
     [[nodiscard]] bool isInside(double x, double y) const;
     [[nodiscard]] bool isWithinReach(const QRectF& rect) const;
+    [[nodiscard]] bool isPoint(const QLineF& line) const;
     [[nodiscard]] std::optional<int> thinOpacity(double penWidth) const;
     QPainter& painter();
 
     DisplayList& m_list;
+    TextShaper& m_shaper;
     GlyphMasks& m_masks;
     const Target& m_target;
     const States& m_states;
@@ -92,9 +99,10 @@ private:
     const Rasteriser::Mapping m_mapping;
     Rasteriser m_rasteriser;
     const QRectF m_inside;
-    const bool m_isTextOpaque;
+    const bool m_mayMask; // texts
     bool m_hasManyTexts = false;
     PolygonCoverage m_polygon;
+    PictureDevice m_device;
     QPainter m_painter;
 };
 
@@ -170,6 +178,13 @@ bool ListPainter::Job::isWithinReach(const QRectF& rect) const
     return isNear(rect.left(), rect.top()) && isNear(rect.right(), rect.bottom());
 }
 
+// QPainter draws a dot in its own way.
+bool ListPainter::Job::isPoint(const QLineF& line) const
+{
+    constexpr double ShortestLine = 0.1; // pixels
+    return m_mapping.scale * std::max(std::abs(line.dx()), std::abs(line.dy())) < ShortestLine;
+}
+
 // The opacity of a pen that draws thin lines; none for a wide one. A pen of width 0 is a pixel wide at any scale.
 std::optional<int> ListPainter::Job::thinOpacity(double penWidth) const
 {
@@ -184,7 +199,7 @@ std::optional<int> ListPainter::Job::thinOpacity(double penWidth) const
 QPainter& ListPainter::Job::painter()
 {
     if (!m_painter.isActive()) {
-        m_painter.begin(m_target.image);
+        m_painter.begin(&m_device);
         m_painter.setRenderHints(m_target.hints);
         m_painter.setTransform(m_target.sceneToImage);
     }
@@ -215,7 +230,7 @@ void ListPainter::Job::drawLine(const Primitive& primitive)
     QLineF line(primitive.a, primitive.b, primitive.c, primitive.d);
     const int width = paintrules::lineWidth(primitive.strokeWidth);
     const std::optional<int> opacity = thinOpacity(width);
-    if (m_isRaster && opacity && isInside(line.x1(), line.y1()) && isInside(line.x2(), line.y2())) {
+    if (m_isRaster && opacity && isInside(line.x1(), line.y1()) && isInside(line.x2(), line.y2()) && !isPoint(line)) {
         m_rasteriser.drawLine(line, 0xff000000U | primitive.strokeColor, *opacity);
         return;
     }
@@ -247,20 +262,19 @@ void ListPainter::Job::drawPolygon(const Primitive& primitive)
 
 void ListPainter::Job::drawText(const Primitive& primitive)
 {
-    TextLabel& label = *primitive.label;
+    const TextLabel& label = *primitive.label;
     const double scale = paintrules::TextItemScale;
     const int rotation = static_cast<int>(primitive.c);
     const QTransform toImage = QTransform(scale, 0, 0, scale, primitive.a, primitive.b) * m_target.sceneToImage;
-    if (m_isRaster && rotation == 0 && primitive.d * toImage.m11() <= GlyphMasks::LargestSize
-        && isNear(primitive.a, primitive.b) && m_isTextOpaque
-        && (m_hasManyTexts || m_masks.isReadyFor(label, toImage.dx(), toImage.dy()))) {
-        m_masks.draw(label, toImage.dx(), toImage.dy(), m_target.textPen.color().rgba(), m_rasteriser);
+    if (m_mayMask && rotation == 0 && primitive.d * toImage.m11() <= GlyphMasks::LargestSize
+        && isNear(primitive.a, primitive.b) && m_shaper.makesGlyphsOnly()
+        && (m_hasManyTexts || m_masks.isReadyFor(label, toImage.dx(), toImage.dy()))
+        && m_masks.draw(label, toImage.dx(), toImage.dy(), m_target.textPen.color().rgba(), m_rasteriser))
         return;
-    }
     QPainter& general = painter();
     general.setPen(m_target.textPen);
     general.setBrush(QBrush(paintrules::colorOf(primitive.fillColor)));
-    general.setFont(label.font);
+    general.setFont(m_shaper.font(label));
     general.setTransform(toImage);
     general.rotate(rotation);
     general.drawText(QPointF(0, 0), label.text);
@@ -269,12 +283,13 @@ void ListPainter::Job::drawText(const Primitive& primitive)
 
 ListPainter::ListPainter(DisplayList& list)
     : m_list(list)
-    , m_masks(list.labels())
+    , m_shaper(list.labels())
+    , m_masks(m_shaper)
 { }
 
 void ListPainter::paint(const Target& target, const QList<int>& layers, const States& states)
 {
-    Job(m_list, m_masks, target, states).paint(layers);
+    Job(m_list, m_shaper, m_masks, target, states).paint(layers);
 }
 
 void ListPainter::visitTouching(const QTransform& sceneToImage, const std::vector<QRect>& strips,

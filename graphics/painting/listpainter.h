@@ -36,6 +36,7 @@ public:
         QTransform sceneToImage;
         QPainter::RenderHints hints;
         QPen textPen;
+        QFont viewFont; // what texts take from it: see TextShaper
     };
 
     explicit ListPainter(DisplayList& list); // not owned
@@ -53,6 +54,7 @@ private:
     class Job;
 
     DisplayList& m_list;
+    TextShaper m_shaper;
     GlyphMasks m_masks;
 };
 

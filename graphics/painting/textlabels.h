@@ -3,7 +3,6 @@
 
 #include <QFont>
 #include <QHash>
-#include <QRawFont>
 #include <QString>
 
 #include <memory>
@@ -11,53 +10,31 @@
 
 namespace mirn::zelchipview {
 
-// A glyph of a font, by a number that counts from 0 in the order of first use.
-struct PlacedGlyph
-{
-    int number;
-    double x; // where its origin stands, from the start of the base line, in pixels of the unscaled font
-    double y;
-};
-
-// A text and its font, with the glyphs that the font's shaper makes of it.
+// A text of the drawing and the font that the drawing gives it.
 struct TextLabel
 {
     QString text;
-    QFont font;
-    bool isSingleLine = true; // without line breaks and tabs
-    bool isShaped = false;
-    std::vector<PlacedGlyph> glyphs;
+    int number; // counts from 0
+    int font; // index for TextLabels::font()
+    bool isSingleLine; // without line breaks and tabs
 };
 
-// The texts of a drawing, each kept once for all elements that show it in the same font, and shaped when it is first
-// drawn.
+// The texts of a drawing, each kept once for all elements that show it in the same font.
 class TextLabels final
 {
 public:
-    struct Glyph
-    {
-        int font; // index for font()
-        quint32 index; // in that font
-    };
-
     // Owned by this object and valid as long as it is.
-    [[nodiscard]] TextLabel* label(const QString& text, const QString& family, int pixelSize, const QFont& font);
+    [[nodiscard]] TextLabel* label(const QString& text, const QString& family, double fontSize);
 
-    // Fills in the glyphs if that has not been done.
-    void shape(TextLabel& label);
-
-    [[nodiscard]] int glyphCount() const { return static_cast<int>(m_glyphs.size()); }
-    [[nodiscard]] const Glyph& glyph(int number) const { return m_glyphs[number]; }
-    [[nodiscard]] const QRawFont& font(int index) const { return m_fonts[index]; }
+    // What a text's item sets: what this leaves open, such as the weight, is the view's.
+    [[nodiscard]] const QFont& font(int index) const { return m_fonts[index]; }
 
 private:
-    [[nodiscard]] int fontIndex(const QRawFont& font);
-    [[nodiscard]] int glyphNumber(int font, quint32 index);
+    [[nodiscard]] int fontIndex(const QString& family, double fontSize);
 
     QHash<QString, std::shared_ptr<TextLabel>> m_labels; // by font and text
-    std::vector<QRawFont> m_fonts;
-    std::vector<Glyph> m_glyphs;
-    QHash<quint64, int> m_numbers; // of glyphs, by font and index
+    std::vector<QFont> m_fonts;
+    QHash<QString, int> m_fontIndexes; // by family and pixel size
 };
 
 } // namespace mirn::zelchipview

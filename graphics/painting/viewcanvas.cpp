@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/viewcanvas.h"
 
+#include "graphics/grown.h"
+#include "graphics/painting/picturedevice.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -59,22 +62,26 @@ ViewCanvas::ViewCanvas(DisplayList& list)
     , m_painter(list)
 { }
 
-QRect ViewCanvas::invalidate(int place)
+void ViewCanvas::invalidate()
+{
+    m_isValid = false;
+    m_dirty.clear();
+    m_dirtyPixels = 0;
+}
+
+// While nothing is painted the parts must not become more and more.
+void ViewCanvas::invalidate(int place)
 {
     if (!m_isValid)
-        return m_picture.rect();
-    const QRect part = m_toPicture.mapRect(m_list.boundsOf(place))
-                           .adjusted(-Margin, -Margin, Margin, Margin)
-                           .intersected(QRectF(m_picture.rect()))
-                           .toAlignedRect();
-    if (!part.isEmpty())
-        m_dirty.push_back(part);
-    return part;
+        return;
+    mark(grown(m_toPicture.mapRect(m_list.boundsOf(place)), Margin), QPoint());
+    if (isMostlyDirty())
+        invalidate();
 }
 
 void ViewCanvas::update(const Scene& scene)
 {
-    if (!m_isValid || !isSameButScrolled(scene) || !scroll(scene))
+    if (!m_isValid || !isSameButScrolled(scene) || !scroll(scene) || isMostlyDirty())
         paintAll(scene);
     else
         paintDirtyParts(scene);
@@ -106,7 +113,8 @@ bool ViewCanvas::isSameButScrolled(const Scene& scene) const
 {
     return isSameScale(scene.toPicture, m_toPicture) && scene.size == m_picture.size() && scene.layers == m_layers
         && scene.listVersion == m_listVersion && scene.hints == m_hints && scene.textPen == m_textPen
-        && scene.background == m_background && scene.backgroundBrush == m_backgroundBrush;
+        && scene.viewFont == m_viewFont && scene.background == m_background
+        && scene.backgroundBrush == m_backgroundBrush;
 }
 
 // Gives false when nothing of the picture stays in sight, or not at whole pixels.
@@ -140,13 +148,13 @@ bool ViewCanvas::scroll(const Scene& scene)
     }
     // What is cut off by the border of an image is rounded in another way than what lies inside.
     for (const QRect& border : borders) {
-        m_dirty.push_back(border);
-        m_dirty.push_back(border.translated(way));
+        mark(border);
+        mark(border.translated(way));
     }
     if (way.x() != 0)
-        m_dirty.emplace_back(way.x() > 0 ? 0 : width + way.x(), 0, std::abs(way.x()), height);
+        mark(QRect(way.x() > 0 ? 0 : width + way.x(), 0, std::abs(way.x()), height));
     if (way.y() != 0)
-        m_dirty.emplace_back(0, way.y() > 0 ? 0 : height + way.y(), width, std::abs(way.y()));
+        mark(QRect(0, way.y() > 0 ? 0 : height + way.y(), width, std::abs(way.y())));
     return true;
 }
 
@@ -196,7 +204,7 @@ void ViewCanvas::markCutRects()
 {
     const auto markRect = [&](const Primitive& primitive, const QRectF& bounds, const QRect& border) {
         if (primitive.kind == Primitive::Rect)
-            m_dirty.push_back(bounds.toAlignedRect() & border);
+            mark(bounds.toAlignedRect() & border);
     };
     m_painter.visitTouching(m_toPicture, sideBorders(), m_layers, markRect);
 }
@@ -238,9 +246,20 @@ void ViewCanvas::markEdges(const QRectF& rect, double reach, QPoint way)
 // Moved along with the picture.
 void ViewCanvas::mark(const QRectF& part, QPoint way)
 {
-    const QRect pixels = (part.translated(way) & QRectF(m_picture.rect())).toAlignedRect();
-    if (!pixels.isEmpty())
-        m_dirty.push_back(pixels);
+    mark((part.translated(way) & QRectF(m_picture.rect())).toAlignedRect());
+}
+
+void ViewCanvas::mark(const QRect& part)
+{
+    if (part.isEmpty())
+        return;
+    m_dirty.push_back(part);
+    m_dirtyPixels += double(part.width()) * part.height();
+}
+
+bool ViewCanvas::isMostlyDirty() const
+{
+    return m_dirtyPixels > MostDirty * m_picture.width() * m_picture.height();
 }
 
 void ViewCanvas::paintAll(const Scene& scene)
@@ -252,9 +271,10 @@ void ViewCanvas::paintAll(const Scene& scene)
     m_listVersion = scene.listVersion;
     m_hints = scene.hints;
     m_textPen = scene.textPen;
+    m_viewFont = scene.viewFont;
     m_background = scene.background;
     m_backgroundBrush = scene.backgroundBrush;
-    m_dirty.clear();
+    invalidate();
     m_origin = QPoint();
     m_isValid = true;
     if (!m_picture.isNull())
@@ -264,13 +284,7 @@ void ViewCanvas::paintAll(const Scene& scene)
 void ViewCanvas::paintDirtyParts(const Scene& scene)
 {
     const std::vector<QRect> dirty = std::exchange(m_dirty, {});
-    double pixels = 0;
-    for (const QRect& part : dirty)
-        pixels += double(part.width()) * part.height();
-    if (pixels > MostDirty * m_picture.width() * m_picture.height()) {
-        paintAll(scene);
-        return;
-    }
+    m_dirtyPixels = 0;
     if (!dirty.empty() && m_scratch.size() != m_picture.size())
         m_scratch = QImage(m_picture.size(), QImage::Format_RGB32);
     QRect last;
@@ -303,12 +317,14 @@ void ViewCanvas::paint(const Scene& scene, QImage& image, const QRect& part)
 {
     fillPart(image, part, scene.background.rgb());
     if (scene.drawBackground) {
-        QPainter painter(&image);
+        PictureDevice device(&image);
+        QPainter painter(&device);
         painter.setRenderHints(scene.hints);
         painter.setTransform(scene.toPicture);
         scene.drawBackground(painter, scene.toPicture.inverted().mapRect(QRectF(part)));
     }
-    m_painter.paint({&image, part, scene.toPicture, scene.hints, scene.textPen}, scene.layers, scene.states);
+    m_painter.paint(
+        {&image, part, scene.toPicture, scene.hints, scene.textPen, scene.viewFont}, scene.layers, scene.states);
 }
 
 } // namespace mirn::zelchipview

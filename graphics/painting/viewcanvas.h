@@ -5,6 +5,7 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QFont>
 #include <QImage>
 #include <QList>
 #include <QTransform>
@@ -31,6 +32,7 @@ public:
         unsigned listVersion;
         QPainter::RenderHints hints;
         QPen textPen;
+        QFont viewFont;
         QColor background; // opaque
         QBrush backgroundBrush; // what drawBackground() fills with
         Background drawBackground;
@@ -40,11 +42,10 @@ public:
     explicit ViewCanvas(DisplayList& list); // not owned
 
     // The whole picture is out of date.
-    void invalidate() { m_isValid = false; }
+    void invalidate();
 
-    // What was painted at a place of the list is out of date. Gives the area in the picture; empty when it is not in
-    // sight.
-    QRect invalidate(int place);
+    // What was painted at a place of the list is out of date.
+    void invalidate(int place);
 
     // Brings the picture up to date.
     void update(const Scene& scene);
@@ -63,6 +64,8 @@ private:
     void markEdgesIfCut(const QRectF& rect, QPoint way);
     void markEdges(const QRectF& rect, double reach, QPoint way);
     void mark(const QRectF& part, QPoint way);
+    void mark(const QRect& part);
+    [[nodiscard]] bool isMostlyDirty() const;
     void paintAll(const Scene& scene);
     void paintDirtyParts(const Scene& scene);
     void paint(const Scene& scene, QImage& image, const QRect& part);
@@ -75,6 +78,7 @@ private:
     QImage m_scratch; // where parts are painted: QPainter is never clipped, for a clip changes what it draws
     bool m_isValid = false;
     std::vector<QRect> m_dirty; // parts of the picture
+    double m_dirtyPixels = 0; // of all parts together, counted twice where they overlap
 
     // What the picture shows.
     QTransform m_toPicture;
@@ -82,6 +86,7 @@ private:
     unsigned m_listVersion = 0;
     QPainter::RenderHints m_hints;
     QPen m_textPen;
+    QFont m_viewFont;
     QColor m_background;
     QBrush m_backgroundBrush;
 };

@@ -7,7 +7,9 @@
 #include <QGraphicsSceneDragDropEvent>
 #include <QPaintEvent>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 
+#include <functional>
 #include <limits>
 #include <utility>
 
@@ -47,7 +49,12 @@ public:
     QRegion area;
 };
 
+// What a host does before the state of an element changes.
+using Step = std::function<void(ChipView&)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Step)
 
 class TestScene : public zeltest::Test
 {
@@ -60,6 +67,8 @@ private Q_SLOTS:
     void selectingNeedsAnAttribute();
     void idleWindowPaintsNothing();
     void stateChangesRepaintOnlyWhatChanged();
+    void stateChangesAreRepaintedWhateverAHostDid_data();
+    void stateChangesAreRepaintedWhateverAHostDid();
     void anotherDrawingUnderTheSameNumbers();
     void elementsThatLeaveAreForgotten();
     void hoverTextFollowsTheDragAndGoesWithIt();
@@ -196,6 +205,56 @@ void TestScene::stateChangesRepaintOnlyWhatChanged()
     chip.database()->highlightedIds().assign({7});
     QTest::qWait(20);
     QCOMPARE(paints.count, 0);
+}
+
+void TestScene::stateChangesAreRepaintedWhateverAHostDid_data()
+{
+    QTest::addColumn<Step>("beforeTheFirstPaint");
+    QTest::addColumn<Step>("atRest");
+    QTest::addColumn<Step>("aMomentBefore");
+    const Step nothing = [](ChipView&) {};
+    const auto addItem = [](ChipView& chip) { chip.scene()->addRect(0, 0, 5, 5); };
+    const auto scroll = [](ChipView& chip) { chip.view()->verticalScrollBar()->setValue(90); };
+    QTest::newRow("nothing") << nothing << nothing << nothing;
+    QTest::newRow("put an item in before the first paint") << Step(addItem) << nothing << nothing;
+    QTest::newRow("moved the element") << nothing << Step([](ChipView& c) { c.item(1)->moveBy(-110, -80); }) << nothing;
+    QTest::newRow("let the window grow while Qt paints")
+        << nothing << Step([=](ChipView& chip) { addItem(chip), chip.window->resize(1300, 900); }) << nothing;
+    QTest::newRow("scrolled") << nothing << nothing << Step(scroll);
+    QTest::newRow("scrolled while Qt paints") << Step(addItem) << Step(scroll) << nothing;
+}
+
+void TestScene::stateChangesAreRepaintedWhateverAHostDid()
+{
+    QFETCH(Step, beforeTheFirstPaint);
+    QFETCH(Step, atRest);
+    QFETCH(Step, aMomentBefore);
+    ChipView chip;
+    chip.drawing.parameter.width = chip.drawing.parameter.height = 1200;
+    chip.drawing.addRect(7, 310, 290, 40, 30);
+    chip.drawing.addRect(8, 10, 10, 40, 40);
+    for (int i = 0; i < 20; ++i)
+        chip.drawing.addRect(7, 520 + 20 * i, 400 + 15 * i, 12, 9); // some of them come into sight by growing
+    chip.createWindow();
+    QVERIFY(chip.window->initGrahpicView());
+    beforeTheFirstPaint(chip);
+    chip.window->resize(700, 500);
+    chip.window->show();
+    PaintCounter paints(chip.view()->viewport());
+    paints.settle();
+    atRest(chip);
+    paints.settle();
+    aMomentBefore(chip);
+    chip.database()->highlightedIds().assign({7});
+    QRegion expected;
+    for (QGraphicsItem* item : chip.scene()->itemsOf(7))
+        expected += chip.view()->mapFromScene(item->sceneBoundingRect()).boundingRect();
+    expected &= chip.view()->viewport()->rect();
+    QVERIFY(!expected.isEmpty());
+    QTRY_VERIFY((expected - paints.area).isEmpty());
+    paints.settle();
+    chip.database()->highlightedIds().clear();
+    QTRY_VERIFY((expected - paints.area).isEmpty());
 }
 
 void TestScene::anotherDrawingUnderTheSameNumbers()

@@ -12,10 +12,14 @@
 #include <QTimer>
 
 #include <cmath>
+#include <functional>
 
 using namespace zeltest;
 
 namespace {
+
+// What a host does to an item.
+using Change = std::function<void(QGraphicsItem*)>;
 
 // A drawing that is larger than the view, so that there is something to scroll.
 void makeLarge(Drawing& drawing)
@@ -25,6 +29,8 @@ void makeLarge(Drawing& drawing)
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(Change)
 
 class TestView : public zeltest::Test
 {
@@ -42,6 +48,8 @@ private Q_SLOTS:
     void clickSelectsTheTopmostElement();
     void bandSelectsWhatItTouches_data();
     void bandSelectsWhatItTouches();
+    void bandFindsElementsWhereAHostPutThem_data();
+    void bandFindsElementsWhereAHostPutThem();
     void zoomModeZoomsToTheBandOrTheElement();
     void panModeScrollsWithTheMouse();
     void panStartsBehindTheDragDistance();
@@ -255,6 +263,47 @@ void TestView::bandSelectsWhatItTouches()
     chip.drag(from, to);
     QTEST(chip.selected(), "ids");
     QVERIFY(!chip.view()->findChild<QRubberBand*>()->isVisible());
+}
+
+void TestView::bandFindsElementsWhereAHostPutThem_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::newRow("moved") << Change([](QGraphicsItem* item) { item->moveBy(90, 10); });
+    QTest::newRow("turned") << Change([](QGraphicsItem* item) { item->setRotation(-40); });
+    QTest::newRow("transformed") << Change([](QGraphicsItem* item) { item->setTransform({2, 0, 0.3, 1, 5, 9}); });
+    QTest::newRow("hidden") << Change([](QGraphicsItem* item) { item->hide(); });
+    QTest::newRow("below an item of its own") << Change([](QGraphicsItem* item) {
+        item->setParentItem(item->scene()->addRect(0, 0, 1, 1));
+        item->parentItem()->setPos(100, 0);
+    });
+}
+
+void TestView::bandFindsElementsWhereAHostPutThem()
+{
+    QFETCH(Change, change);
+    for (const bool isNoticed : {false, true}) {
+        ChipView chip;
+        for (int id = 0; id < 12; ++id)
+            chip.drawing.addRect(id, 4 + id % 4 * 50, 4 + id / 4 * 32, 20, 20);
+        chip.open();
+        change(chip.item(2));
+        if (isNoticed)
+            QCoreApplication::processEvents();
+        for (const QRectF band :
+            {QRectF(0, 0, 40, 40), QRectF(50, 0, 40, 40), QRectF(70, 25, 40, 9), QRectF(90, 0, 99, 60)}) {
+            QSet<int> expected;
+            const QRectF inScene = chip.view()
+                                       ->mapToScene(QRect(chip.view()->mapFromScene(band.topLeft()),
+                                           chip.view()->mapFromScene(band.bottomRight())))
+                                       .boundingRect();
+            for (QGraphicsItem* item : chip.scene()->items(inScene, Qt::IntersectsItemShape)) {
+                if (int loadNumber = item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt())
+                    expected.insert(loadNumber - 1);
+            }
+            chip.drag(band.topLeft(), band.bottomRight());
+            QCOMPARE(chip.selected(), expected);
+        }
+    }
 }
 
 void TestView::zoomModeZoomsToTheBandOrTheElement()
