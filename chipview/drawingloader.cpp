@@ -2,6 +2,7 @@
 #include "chipview/drawingloader.h"
 
 #include "chipview/zelchipviewdatabase.h"
+#include "graphics/attributeregistry.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zellineattribute.h"
@@ -170,13 +171,13 @@ bool DrawingLoader::makeElements(const SVGParser& parser)
 
 void DrawingLoader::addElement(const zel_SingleGraphItem& record, ZELGraphicItemAttribute* attribute)
 {
-    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+    AttributeRegistry& attributes = ZELChipViewDatabase::getInstance()->attributes();
     const int number = static_cast<int>(m_items.size()) + 1;
     attribute->setAttribute(record);
     attribute->sequence = number;
-    if (ZELGraphicItemAttribute* replaced = database->getGraphicItemAttribute(number))
+    if (ZELGraphicItemAttribute* replaced = attributes.find(number))
         m_replaced.emplace(number, replaced);
-    database->setGraphicAttribute(number, attribute);
+    attributes.set(number, attribute);
     m_items.emplace_back(newItem(record.kind, number));
 }
 
@@ -204,13 +205,13 @@ bool DrawingLoader::addItems()
 // As if nothing had been loaded.
 void DrawingLoader::withdraw()
 {
-    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+    AttributeRegistry& attributes = ZELChipViewDatabase::getInstance()->attributes();
     const int count = static_cast<int>(m_items.size());
     m_items.clear();
     for (int number = 1; number <= count; ++number) {
         const auto replaced = m_replaced.find(number);
-        delete database->getGraphicItemAttribute(number); // the registry's, which gets the one before back
-        database->setGraphicAttribute(number, replaced == m_replaced.end() ? nullptr : replaced->second);
+        delete attributes.find(number); // the registry's, which gets the one before back
+        attributes.set(number, replaced == m_replaced.end() ? nullptr : replaced->second);
     }
 }
 

@@ -242,12 +242,17 @@ void ZELChipViewDatabase::updateCursor()
 
 ZELGraphicItemAttribute* ZELChipViewDatabase::getGraphicItemAttribute(int id) const
 {
-    return m_attributes->find(id);
+    ZELGraphicItemAttribute* attribute = m_attributes->find(id);
+    if (attribute && AttributeRegistry::handOut(*attribute) && m_scene)
+        m_scene->elementIndex().watch(id, attribute->itemId);
+    return attribute;
 }
 
 void ZELChipViewDatabase::setGraphicAttribute(int id, ZELGraphicItemAttribute* attribute)
 {
     m_attributes->set(id, attribute);
+    if (attribute)
+        AttributeRegistry::handOut(*attribute);
 }
 
 int ZELChipViewDatabase::runTclCommand(const QString& command)

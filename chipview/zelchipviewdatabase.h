@@ -100,11 +100,15 @@ public:
     [[nodiscard]] QAction* getAction(int id) const;
     [[nodiscard]] QMap<int, QAction*>& actions();
 
-    // By load number, not by element id; null for an unknown one. Owned by the controller.
+    // By load number, not by element id; null for an unknown one. Owned by the controller. What is changed in it shows
+    // at the next repaint; an attribute that was asked for is looked at in every repaint from then on.
     [[nodiscard]] ZELGraphicItemAttribute* getGraphicItemAttribute(int id) const;
 
     // Takes the attribute over. The one that it replaces, if any, is the caller's from now on.
     void setGraphicAttribute(int id, ZELGraphicItemAttribute* attribute);
+
+    // For those that change nothing, or tell of it themselves.
+    [[nodiscard]] AttributeRegistry& attributes() { return *m_attributes; }
 
     // The titles of the tree's columns; the engine is asked while there are none.
     QStringList& getTreeHead();

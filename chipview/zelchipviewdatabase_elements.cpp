@@ -5,6 +5,7 @@
 #include "dialogs/dynamicvalues.h"
 #include "dialogs/zeldcusettingdlg.h"
 #include "filter/viewfilter.h"
+#include "graphics/attributeregistry.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
@@ -127,8 +128,8 @@ void ZELChipViewDatabase::showDCUSettingDlg(const QPoint& pos)
 {
     if (!m_view || !m_scene)
         return;
-    const ZELGraphicItemAttribute* site = dcuAmong(m_scene->items(m_view->mapToScene(pos)),
-        [this](int loadNumber) { return getGraphicItemAttribute(loadNumber); });
+    const ZELGraphicItemAttribute* site = dcuAmong(
+        m_scene->items(m_view->mapToScene(pos)), [this](int loadNumber) { return m_attributes->find(loadNumber); });
     if (!site || !m_dynamicValues->hasDialog(site->itemId))
         return;
     // Not on the stack: its parent may be deleted while it stands.

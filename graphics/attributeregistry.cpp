@@ -5,6 +5,8 @@
 
 #include <QtAlgorithms>
 
+#include <utility>
+
 namespace mirn::zelchipview {
 
 AttributeRegistry::AttributeRegistry() = default;
@@ -36,6 +38,11 @@ void AttributeRegistry::set(int loadNumber, ZELGraphicItemAttribute* attribute)
     // Those that follow, where a host counted in another order.
     while (!m_others.isEmpty() && m_others.contains(static_cast<int>(m_first.size()) + 1))
         m_first.push_back(m_others.take(static_cast<int>(m_first.size()) + 1));
+}
+
+bool AttributeRegistry::handOut(ZELGraphicItemAttribute& attribute)
+{
+    return !std::exchange(attribute.m_isHandedOut, true);
 }
 
 void AttributeRegistry::deleteAll()

@@ -24,6 +24,9 @@ public:
     // What was kept under the number before is the caller's. Null takes it out.
     void set(int loadNumber, ZELGraphicItemAttribute* attribute);
 
+    // From now on the values may change without a word. Returns false where that was so already.
+    static bool handOut(ZELGraphicItemAttribute& attribute);
+
     // Deletes all attributes and forgets them.
     void deleteAll();
 

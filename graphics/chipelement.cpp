@@ -2,6 +2,7 @@
 #include "graphics/chipelement.h"
 
 #include "chipview/zelchipviewdatabase.h"
+#include "graphics/attributeregistry.h"
 #include "graphics/zelgraphicsscene.h"
 
 #include <QGraphicsSceneDragDropEvent>
@@ -20,7 +21,7 @@ void showToolTip(QGraphicsItem* item, const QString& text)
 
 ChipElement::ChipElement(int loadNumber, Placing placing)
     : m_loadNumber(loadNumber)
-    , m_attribute(ZELChipViewDatabase::getInstance()->getGraphicItemAttribute(loadNumber))
+    , m_attribute(ZELChipViewDatabase::getInstance()->attributes().find(loadNumber))
     , m_isPending(placing == Placing::WhenShown)
 { }
 
@@ -36,6 +37,15 @@ bool ChipElement::prepareToPaint(ElementStates& states)
     states = scene->statesOf(m_attribute->itemId);
     synchronise(states);
     return true;
+}
+
+std::optional<ElementStates> ChipElement::shownStates() const
+{
+    const QGraphicsItem* item = const_cast<ChipElement*>(this)->graphicsItem(); // of which nothing is changed
+    auto* scene = qobject_cast<ZelGraphicsScene*>(item->scene());
+    if (!m_attribute || m_isPending || !scene || !scene->isLayerVisible(m_attribute->layer))
+        return std::nullopt;
+    return scene->statesOf(m_attribute->itemId);
 }
 
 void ChipElement::updateToolTip()

@@ -7,6 +7,8 @@
 
 #include <QGraphicsItem>
 
+#include <optional>
+
 class QGraphicsScene;
 class QGraphicsSceneDragDropEvent;
 
@@ -26,8 +28,16 @@ public:
     // Finds the attribute; not the element id.
     [[nodiscard]] int loadNumber() const { return m_loadNumber; }
 
-    // The controller's; null when nothing was registered under the load number at construction.
-    [[nodiscard]] ZELGraphicItemAttribute* attribute() const { return m_attribute; }
+    // The controller's; null when nothing was registered under the load number at construction. To change it, get it
+    // from the controller.
+    [[nodiscard]] const ZELGraphicItemAttribute* attribute() const { return m_attribute; }
+
+    // The value that the attribute serves under `key`, or a default-constructed one.
+    template <typename Value> [[nodiscard]] Value value(zelgraphic_attribute_key key) const
+    {
+        const void* data = m_attribute ? m_attribute->getAttribute(key) : nullptr;
+        return data ? *static_cast<const Value*>(data) : Value();
+    }
 
     // What the item draws. Its attribute, when no record was set on it, is of no kind.
     [[nodiscard]] virtual zelgraphic_kind kind() const = 0;
@@ -39,7 +49,10 @@ public:
     // schedules no repaint, when all is right. Gives whether it did.
     virtual bool synchronise(ElementStates states) = 0;
 
-    // Whether the item waits for its layer to be shown before it takes over its geometry.
+    // The item itself tells the fill that its paint would set. Has Qt look for the item among all others.
+    virtual void showFill(ElementStates) { }
+
+    // Whether the item waits for its layer to be shown before it takes over its geometry or its tooltip.
     [[nodiscard]] bool isPending() const { return m_isPending; }
 
     // The item shows the attribute's present tooltip if its layer is shown.
@@ -52,12 +65,8 @@ protected:
     // Looks the attribute up, once and for all.
     ChipElement(int loadNumber, Placing placing);
 
-    // The value that the attribute serves under `key`, or a default-constructed one.
-    template <typename Value> [[nodiscard]] Value value(zelgraphic_attribute_key key) const
-    {
-        const void* data = m_attribute ? m_attribute->getAttribute(key) : nullptr;
-        return data ? *static_cast<const Value*>(data) : Value();
-    }
+    // None while the element's layer is hidden: no paint would touch the item.
+    [[nodiscard]] std::optional<ElementStates> shownStates() const;
 
     // The first step of every paint: false when the element's layer is hidden. Otherwise the item has its tooltip, its
     // geometry and its border, and `states` are the element's.
@@ -85,6 +94,7 @@ private:
     ZELGraphicItemAttribute* const m_attribute;
     int m_place = Nowhere; // in the scene's display list
     bool m_isPending;
+    bool m_isWatched = false; // by the scene's index, for changes of the attribute
 };
 
 } // namespace mirn::zelchipview

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace mirn::zelchipview {
 
@@ -22,8 +23,7 @@ bool isMoved(ChipElement& element)
     const QGraphicsItem& item = *element.graphicsItem();
     if (element.kind() != ZEL_GRAPHIC_TEXT)
         return !item.pos().isNull() || item.scale() != 1.0;
-    const auto* position = static_cast<const QPointF*>(element.attribute()->getAttribute(ATTR_POS));
-    return (position && item.pos() != *position) || item.scale() != paintrules::TextItemScale;
+    return item.pos() != element.value<QPointF>(ATTR_POS) || item.scale() != paintrules::TextItemScale;
 }
 
 // Items as the loader makes them: painted at their place in the order, without anything around them.
@@ -45,8 +45,13 @@ void ElementIndex::add(ChipElement* element)
     element->m_slot = static_cast<Slot>(m_elements.size());
     m_elements.push_back(element);
     m_byId.emplace_back(attribute->itemId, element->m_slot);
+    if (isSmall() || !attribute->toolTip.isEmpty())
+        element->m_isPending = true;
     if (element->m_isPending)
         m_pendingByLayer[attribute->layer].push_back(element->m_slot);
+    m_textCount += element->kind() == ZEL_GRAPHIC_TEXT ? 1 : 0;
+    if (attribute->m_isHandedOut)
+        watch(element);
     reconsider(element);
     restack(element);
 }
@@ -56,8 +61,10 @@ void ElementIndex::remove(ChipElement* element)
     if (element->m_slot == ChipElement::Nowhere)
         return;
     m_elements[element->m_slot] = nullptr;
+    m_textCount -= element->kind() == ZEL_GRAPHIC_TEXT ? 1 : 0;
     element->m_slot = ChipElement::Nowhere;
     element->m_place = ChipElement::Nowhere;
+    element->m_isWatched = false;
     m_unusual.remove(element);
     ++m_gaps;
     ++m_version;
@@ -73,6 +80,55 @@ void ElementIndex::reconsider(ChipElement* element)
         m_unusual.remove(element);
     else
         m_unusual.insert(element);
+}
+
+void ElementIndex::watch(int loadNumber, int elementId)
+{
+    visit(elementId, [=](ChipElement* element) {
+        if (element->loadNumber() == loadNumber)
+            watch(element);
+    });
+}
+
+void ElementIndex::watch(ChipElement* element)
+{
+    if (!std::exchange(element->m_isWatched, true))
+        m_watched.push_back(element->m_slot);
+}
+
+std::vector<ChipElement*> ElementIndex::watched() const
+{
+    std::vector<ChipElement*> elements;
+    for (Slot slot : m_watched) {
+        if (m_elements[slot])
+            elements.push_back(m_elements[slot]);
+    }
+    return elements;
+}
+
+void ElementIndex::renumber(ChipElement* element, int previousId)
+{
+    sortById();
+    const std::pair<int, Slot> before(previousId, element->m_slot);
+    const std::pair<int, Slot> now(element->attribute()->itemId, element->m_slot);
+    const auto entry = std::lower_bound(m_byId.begin(), m_byId.end(), before);
+    if (entry != m_byId.end() && *entry == before)
+        m_byId.erase(entry);
+    m_byId.insert(std::lower_bound(m_byId.begin(), m_byId.end(), now), now);
+    m_sortedById = m_byId.size();
+}
+
+void ElementIndex::awaitShow(ChipElement* element)
+{
+    if (std::exchange(element->m_isPending, true))
+        return;
+    m_pendingByLayer[element->attribute()->layer].push_back(element->m_slot);
+}
+
+void ElementIndex::changeLayer(ChipElement* element)
+{
+    if (element->m_isPending)
+        m_pendingByLayer[element->attribute()->layer].push_back(element->m_slot);
 }
 
 // Its place in the paint order is to be found anew.
@@ -113,7 +169,7 @@ std::vector<ChipElement*> ElementIndex::takePending(const QList<int>& layers)
             continue;
         for (Slot slot : pending->second) {
             ChipElement* element = m_elements[slot];
-            if (!element)
+            if (!element || !element->m_isPending) // or its layer changed meanwhile
                 continue;
             element->m_isPending = false;
             taken.push_back(element);
@@ -156,11 +212,14 @@ void ElementIndex::closeGaps()
     for (auto& entry : m_byId)
         entry.second = moved[entry.second];
     m_sortedById = std::is_sorted(m_byId.begin(), m_byId.end()) ? m_byId.size() : 0;
-    for (auto& [layer, pending] : m_pendingByLayer) {
-        pending.erase(std::remove_if(pending.begin(), pending.end(), isGone), pending.end());
-        for (Slot& slot : pending)
+    const auto closeGapsIn = [&](std::vector<Slot>& slots) {
+        slots.erase(std::remove_if(slots.begin(), slots.end(), isGone), slots.end());
+        for (Slot& slot : slots)
             slot = moved[slot];
-    }
+    };
+    closeGapsIn(m_watched);
+    for (auto& [layer, pending] : m_pendingByLayer)
+        closeGapsIn(pending);
     if (m_elements.empty())
         m_isInPaintOrder = true;
 }

@@ -59,6 +59,25 @@ public:
     // Something else of the element changed that only Qt's own painting knows.
     void reconsider(ChipElement* element);
 
+    // The attribute that is kept under a load number, of an element with that id, may be changed from now on.
+    void watch(int loadNumber, int elementId);
+
+    // The elements whose attributes may be changed.
+    [[nodiscard]] std::vector<ChipElement*> watched() const;
+    [[nodiscard]] std::size_t mostWatched() const { return m_watched.size(); }
+
+    // The element has something new to tell once its layer is shown.
+    void awaitShow(ChipElement* element);
+
+    // Whether there are so few elements that the work of Qt for all items, after a change of one, is not felt; and so
+    // few texts that the memory of their documents is not.
+    [[nodiscard]] bool isSmall() const { return m_elements.size() <= FewElements; }
+    [[nodiscard]] bool hasFewTexts() const { return m_textCount <= FewTexts; }
+
+    // The attribute has another element id or layer than before.
+    void renumber(ChipElement* element, int previousId);
+    void changeLayer(ChipElement* element);
+
     // Whether any element is moved, transformed, hidden, transparent, selected in Qt's way or part of a family of
     // items.
     [[nodiscard]] bool hasUnusual() const { return !m_unusual.isEmpty(); }
@@ -66,14 +85,20 @@ public:
 private:
     using Slot = int; // index for m_elements
 
+    enum : std::size_t { FewElements = 5000 };
+    enum : int { FewTexts = 100 };
+
+    void watch(ChipElement* element);
     void sortById();
     void closeGaps();
 
     std::vector<ChipElement*> m_elements; // null where one left
     std::size_t m_gaps = 0;
+    int m_textCount = 0;
     std::vector<std::pair<int, Slot>> m_byId; // sorted, but for what was added since
     std::size_t m_sortedById = 0;
     std::map<int, std::vector<Slot>> m_pendingByLayer;
+    std::vector<Slot> m_watched;
     QSet<ChipElement*> m_unusual;
     double m_highestZ = 0.0;
     bool m_isInPaintOrder = true;

@@ -51,6 +51,12 @@ public:
     int layer = -1; // shown while the scale is in the layer's range
     int kind = 4; // a zelgraphic_kind; 4 is none
     bool flag = false; // the record's
+
+private:
+    friend class AttributeRegistry;
+    friend class ElementIndex;
+
+    bool m_isHandedOut = false; // somebody outside may change the values at any time
 };
 
 } // namespace mirn::zelchipview

@@ -3,6 +3,7 @@
 
 #include "chipview/zelchipviewdatabase.h"
 #include "dialogs/graphicitemdynamicattribute.h"
+#include "graphics/attributeregistry.h"
 #include "graphics/chipelement.h"
 #include "graphics/grown.h"
 #include "graphics/painting/displaylist.h"
@@ -18,6 +19,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -40,10 +42,18 @@ constexpr std::size_t MostToRepaintOneByOne = 2000;
 // Fewer items than this may tell the scene of their change, which it looks into.
 constexpr std::size_t FewItems = 16;
 
+// Those that are not to stay as they are until their layer is shown.
+std::vector<ChipElement*> shownAmong(const std::vector<ChipElement*>& elements)
+{
+    std::vector<ChipElement*> shown;
+    std::copy_if(elements.begin(), elements.end(), std::back_inserter(shown), [](auto* e) { return !e->isPending(); });
+    return shown;
+}
+
 // Null where the item is no element of the drawing.
 const ZELGraphicItemAttribute* attributeOf(const QGraphicsItem& item)
 {
-    return database().getGraphicItemAttribute(item.data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt());
+    return database().attributes().find(item.data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt());
 }
 
 unsigned int fillColorOf(ZELGraphicItemAttribute& attribute)
@@ -193,22 +203,49 @@ void ZelGraphicsScene::refresh()
         if (!id)
             continue;
         m_index.visit(*id, [&](ChipElement* element) {
-            ZELGraphicItemAttribute* attribute = database().getGraphicItemAttribute(element->loadNumber());
+            ZELGraphicItemAttribute* attribute = database().attributes().find(element->loadNumber());
             // A later load may have put another element under this load number.
             if (!attribute || attribute->itemId != *id)
                 return;
             const bool isChanged = applyDynamicValues(*attribute, entry.value());
             // Also what somebody else wrote into the attribute before.
-            if (list.updateLook(*element) || isChanged)
+            if (list.takeOver(m_index, *element) || isChanged)
                 changed.push_back(element);
         });
     }
-    repaint(changed);
+    tellItems(changed);
+    repaint(changed, nullptr);
+}
+
+// Items that were shown take over what is new, the others when they are.
+void ZelGraphicsScene::tellItems(const std::vector<ChipElement*>& elements)
+{
+    for (ChipElement* element : elements) {
+        if (isLayerVisible(element->attribute()->layer))
+            element->updateToolTip();
+        else
+            m_index.awaitShow(element);
+    }
+    if (m_index.isSmall())
+        synchronise(shownAmong(elements));
+}
+
+void ZelGraphicsScene::takeOverAttributes(const QRectF& area, ZelGraphicsView* painted)
+{
+    if (m_index.mostWatched() == 0)
+        return;
+    const std::vector<ChipElement*> changed = displayList().takeOver(m_index, area);
+    synchronise(shownAmong(changed));
+    if (isPlain())
+        repaint(changed, painted);
 }
 
 void ZelGraphicsScene::synchroniseShownElements()
 {
-    synchronise(m_index.takePending(getVisibleLayers()));
+    const std::vector<ChipElement*> shown = m_index.takePending(getVisibleLayers());
+    synchronise(shown);
+    for (ChipElement* element : shown)
+        element->updateToolTip();
 }
 
 void ZelGraphicsScene::synchronise(const std::vector<ChipElement*>& elements)
@@ -216,8 +253,12 @@ void ZelGraphicsScene::synchronise(const std::vector<ChipElement*>& elements)
     const bool areMany = elements.size() > FewItems;
     if (areMany)
         beginOwnChanges();
-    for (ChipElement* element : elements)
-        element->synchronise(statesOf(element->attribute()->itemId));
+    for (ChipElement* element : elements) {
+        const ElementStates states = statesOf(element->attribute()->itemId);
+        element->synchronise(states);
+        if (m_index.isSmall() && isLayerVisible(element->attribute()->layer))
+            element->showFill(states);
+    }
     if (areMany)
         endOwnChanges();
 }
@@ -236,27 +277,26 @@ void ZelGraphicsScene::synchroniseAt(const QPointF& point)
 
 void ZelGraphicsScene::repaintElements(const std::vector<int>& elementIds)
 {
-    if (elementIds.size() > MostToRepaintOneByOne) {
+    if (elementIds.size() > MostToRepaintOneByOne && !m_index.isSmall()) {
         repaintAllElements();
         return;
     }
     DisplayList& list = displayList();
     std::vector<ChipElement*> changed;
-    std::vector<ChipElement*> shown;
     for (int id : elementIds) {
         m_index.visit(id, [&](ChipElement* element) {
-            list.updateLook(*element);
+            list.takeOver(m_index, *element);
             changed.push_back(element);
-            if (!element->isPending())
-                shown.push_back(element);
         });
     }
-    synchronise(shown);
-    repaint(changed);
+    synchronise(shownAmong(changed));
+    repaint(changed, nullptr);
 }
 
 void ZelGraphicsScene::repaintAllElements()
 {
+    if (m_index.isSmall())
+        synchronise(shownAmong(m_index.inPaintOrder()));
     for (ZelGraphicsView* view : chipViews())
         view->repaintAll();
 }
@@ -309,7 +349,8 @@ DisplayList& ZelGraphicsScene::displayList()
     return *m_displayList;
 }
 
-void ZelGraphicsScene::repaint(const std::vector<ChipElement*>& elements)
+// `painted`: a view that is about to paint them.
+void ZelGraphicsScene::repaint(const std::vector<ChipElement*>& elements, ZelGraphicsView* painted)
 {
     if (elements.empty())
         return;
@@ -317,12 +358,22 @@ void ZelGraphicsScene::repaint(const std::vector<ChipElement*>& elements)
         repaintByItems(elements);
         return;
     }
+    const unsigned before = m_displayList->version();
+    const DisplayList& list = displayList();
+    if (list.version() != before) {
+        repaintAllElements(); // also where they were
+        return;
+    }
     std::vector<int> places;
     places.reserve(elements.size());
     for (const ChipElement* element : elements)
-        places.push_back(displayList().placeOf(*element));
-    for (ZelGraphicsView* view : chipViews())
-        view->repaintPlaces(places);
+        places.push_back(list.placeOf(*element));
+    for (ZelGraphicsView* view : chipViews()) {
+        if (view == painted)
+            view->forgetPlaces(places);
+        else
+            view->repaintPlaces(places);
+    }
 }
 
 // Where a host put an element, and what it put around it, only Qt knows.

@@ -55,6 +55,10 @@ public:
     // Brings fill colours and tooltips up to date with the engine and schedules a repaint of what changed.
     void refresh();
 
+    // What a host wrote into the attributes of elements in an area is shown from now on. `painted` is about to paint
+    // the area; other views are told to.
+    void takeOverAttributes(const QRectF& area, ZelGraphicsView* painted);
+
     // Elements of shown layers that were not shown before take over their geometry now, so that they are found
     // wherever they lie.
     void synchroniseShownElements();
@@ -102,7 +106,8 @@ protected:
 private:
     using Strangers = QHash<QGraphicsItem*, QRectF>; // visible items that are no elements, and where they lay
 
-    void repaint(const std::vector<ChipElement*>& elements);
+    void repaint(const std::vector<ChipElement*>& elements, ZelGraphicsView* painted);
+    void tellItems(const std::vector<ChipElement*>& elements);
     void repaintByItems(const std::vector<ChipElement*>& elements);
     void synchronise(const std::vector<ChipElement*>& elements);
     void hearOfChanges();

@@ -2,6 +2,7 @@
 #include "graphics/zelgraphicsview.h"
 
 #include "chipview/zelchipviewdatabase.h"
+#include "graphics/attributeregistry.h"
 #include "graphics/elementidset.h"
 #include "graphics/grown.h"
 #include "graphics/layervisibility.h"
@@ -249,7 +250,7 @@ QGraphicsItem* ZelGraphicsView::elementToSelectAt(QPoint position) const
     const QList<QGraphicsItem*> candidates = items(position);
     for (QGraphicsItem* item : candidates) {
         const int loadNumber = item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
-        const ZELGraphicItemAttribute* attribute = database().getGraphicItemAttribute(loadNumber);
+        const ZELGraphicItemAttribute* attribute = database().attributes().find(loadNumber);
         if (attribute && attribute->kind != ZEL_GRAPHIC_TEXT && (!best || item->zValue() > best->zValue()))
             best = item;
     }
@@ -303,6 +304,7 @@ void ZelGraphicsView::repaintPlaces(const std::vector<int>& places)
 {
     if (!m_scene)
         return;
+    forgetPlaces(places);
     const DisplayList& list = m_scene->displayList();
     const QTransform toViewport = viewportTransform();
     const QRectF shown(viewport()->rect());
@@ -311,8 +313,6 @@ void ZelGraphicsView::repaintPlaces(const std::vector<int>& places)
     for (int place : places) {
         if (place < 0)
             continue;
-        if (m_canvas)
-            m_canvas->invalidate(place);
         // The kept picture may be of another scale or size than what stands on the screen.
         const QRect part = (grown(toViewport.mapRect(list.boundsOf(place)), PaintMargin) & shown).toAlignedRect();
         around |= part;
@@ -321,6 +321,14 @@ void ZelGraphicsView::repaintPlaces(const std::vector<int>& places)
     }
     if (!around.isEmpty())
         viewport()->update(places.size() <= MostUpdatedOneByOne ? changed : QRegion(around));
+}
+
+void ZelGraphicsView::forgetPlaces(const std::vector<int>& places)
+{
+    for (int place : places) {
+        if (m_canvas && place >= 0)
+            m_canvas->invalidate(place);
+    }
 }
 
 void ZelGraphicsView::repaintAll()
@@ -341,6 +349,7 @@ void ZelGraphicsView::paintEvent(QPaintEvent* event)
         paintByItems(event);
         return;
     }
+    m_scene->takeOverAttributes(mapToScene(event->rect()).boundingRect(), this);
     // For hosts that add elements by themselves: those found here were not shown before.
     m_scene->synchroniseShownElements();
     QPainter painter(viewport());
@@ -387,7 +396,7 @@ void ZelGraphicsView::paintPicture(QPainter& painter)
     const bool isFiltered = database().isFilterEnable();
     scene.states
         = {&database().selectedIds(), &database().highlightedIds(), isFiltered ? &database().filteredIds() : nullptr};
-    scene.listVersion = m_scene->elementIndex().version();
+    scene.listVersion = list.version();
     scene.hints = renderHints();
     scene.textPen = painter.pen();
     scene.viewFont = painter.font();

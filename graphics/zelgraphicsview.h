@@ -62,6 +62,9 @@ public:
     void repaintPlaces(const std::vector<int>& places);
     void repaintAll();
 
+    // The same without a repaint.
+    void forgetPlaces(const std::vector<int>& places);
+
     // Nothing of the picture that is kept is right any more; schedules no repaint.
     void forgetPicture();
 

@@ -30,7 +30,7 @@ void ZELPolygonItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* op
     ElementStates states;
     if (!prepareToPaint(states))
         return;
-    setBrush(paintrules::fillBrush(look(states)));
+    showFill(states);
     QGraphicsPolygonItem::paint(painter, option, widget);
 }
 
@@ -42,10 +42,27 @@ paintrules::Look ZELPolygonItem::look(ElementStates states) const
 bool ZELPolygonItem::synchronise(ElementStates states)
 {
     const QPen border = paintrules::borderPen(look(states));
-    if (border == pen())
+    if (border == QGraphicsPolygonItem::pen())
         return false;
     setPen(border);
     return true;
+}
+
+void ZELPolygonItem::showFill(ElementStates states)
+{
+    setBrush(paintrules::fillBrush(look(states)));
+}
+
+QPen ZELPolygonItem::pen() const
+{
+    const std::optional<ElementStates> states = shownStates();
+    return states ? paintrules::borderPen(look(*states)) : QGraphicsPolygonItem::pen();
+}
+
+QBrush ZELPolygonItem::brush() const
+{
+    const std::optional<ElementStates> states = shownStates();
+    return states ? paintrules::fillBrush(look(*states)) : QGraphicsPolygonItem::brush();
 }
 
 QVariant ZELPolygonItem::itemChange(GraphicsItemChange change, const QVariant& value)

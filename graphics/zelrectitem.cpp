@@ -34,7 +34,7 @@ void ZELRectItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* optio
     ElementStates states;
     if (!prepareToPaint(states))
         return;
-    setBrush(paintrules::fillBrush(look(states)));
+    showFill(states);
     QGraphicsRectItem::paint(painter, option, widget);
 }
 
@@ -47,10 +47,27 @@ paintrules::Look ZELRectItem::look(ElementStates states) const
 bool ZELRectItem::synchronise(ElementStates states)
 {
     const QPen border = paintrules::borderPen(look(states));
-    if (border == pen())
+    if (border == QGraphicsRectItem::pen())
         return false;
     setPen(border);
     return true;
+}
+
+void ZELRectItem::showFill(ElementStates states)
+{
+    setBrush(paintrules::fillBrush(look(states)));
+}
+
+QPen ZELRectItem::pen() const
+{
+    const std::optional<ElementStates> states = shownStates();
+    return states ? paintrules::borderPen(look(*states)) : QGraphicsRectItem::pen();
+}
+
+QBrush ZELRectItem::brush() const
+{
+    const std::optional<ElementStates> states = shownStates();
+    return states ? paintrules::fillBrush(look(*states)) : QGraphicsRectItem::brush();
 }
 
 QVariant ZELRectItem::itemChange(GraphicsItemChange change, const QVariant& value)

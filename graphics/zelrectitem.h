@@ -21,6 +21,12 @@ public:
     [[nodiscard]] zelgraphic_kind kind() const override { return ZEL_GRAPHIC_RECT; }
     [[nodiscard]] QGraphicsItem* graphicsItem() override { return this; }
     bool synchronise(ElementStates states) override;
+    void showFill(ElementStates states) override;
+
+    // What paint() would set. Qt's own functions of these names, called through a base class, may tell of a state
+    // before.
+    [[nodiscard]] QPen pen() const;
+    [[nodiscard]] QBrush brush() const;
 
 protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;

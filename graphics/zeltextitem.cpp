@@ -2,6 +2,7 @@
 #include "graphics/zeltextitem.h"
 
 #include "chipview/zelchipviewdatabase.h"
+#include "graphics/zelgraphicsscene.h"
 
 #include <QEvent>
 #include <QFontMetricsF>
@@ -79,14 +80,12 @@ void ZELTextItem::measure() const
 {
     if (!m_documentRect.isNull())
         return;
-    const QString text = value<QString>(ATTR_TEXT);
-    const QFont font = textFont();
-    const QFontMetricsF metrics(font);
-    const qreal length = metrics.horizontalAdvance(text);
-    m_documentRect = m_hasDocument && !toPlainText().isEmpty()
+    const QFontMetricsF metrics(textFont());
+    const qreal length = metrics.horizontalAdvance(m_shown.text);
+    m_documentRect = m_hasDocument && !QGraphicsTextItem::toPlainText().isEmpty()
         ? QGraphicsTextItem::boundingRect()
         : QRectF(0, 0, length + 2 * DocumentMargin, std::ceil(metrics.height()) + 2 * DocumentMargin);
-    m_glyphRect = glyphRectOf(length, metrics, value<int>(ATTR_ROTATION));
+    m_glyphRect = glyphRectOf(length, metrics, m_shown.rotation);
 }
 
 void ZELTextItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*)
@@ -96,9 +95,9 @@ void ZELTextItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWid
         return;
     makeDocument();
     painter->setFont(textFont());
-    painter->setBrush(QBrush(paintrules::colorOf(value<unsigned int>(ATTR_FILL_COLOR))));
-    painter->rotate(value<int>(ATTR_ROTATION));
-    painter->drawText(QPointF(0, 0), value<QString>(ATTR_TEXT));
+    painter->setBrush(QBrush(paintrules::colorOf(m_shown.color)));
+    painter->rotate(m_shown.rotation);
+    painter->drawText(QPointF(0, 0), m_shown.text);
 }
 
 void ZELTextItem::makeDocument()
@@ -106,21 +105,64 @@ void ZELTextItem::makeDocument()
     if (m_hasDocument)
         return;
     m_hasDocument = true;
+    fillDocument();
+}
+
+void ZELTextItem::fillDocument()
+{
     setFont(textFont()); // the document then covers about as much as the text does
-    setPlainText(value<QString>(ATTR_TEXT));
+    setDefaultTextColor(paintrules::colorOf(m_shown.color));
+    setPlainText(m_shown.text);
     m_documentRect = QRectF(); // several lines measure more than one
+}
+
+bool ZELTextItem::isUpToDate() const
+{
+    return m_shown.text == value<QString>(ATTR_TEXT) && m_shown.family == value<QString>(ATTR_FONT_FAMILY)
+        && paintrules::textPixelSize(m_shown.fontSize) == paintrules::textPixelSize(value<double>(ATTR_FONT_SIZE))
+        && m_shown.rotation == value<int>(ATTR_ROTATION) && m_shown.color == value<unsigned int>(ATTR_FILL_COLOR);
 }
 
 bool ZELTextItem::synchronise(ElementStates)
 {
-    if (m_isShown)
+    if (m_isShown && isUpToDate())
         return false;
     prepareGeometryChange();
     m_isShown = true;
+    m_shown = {value<QString>(ATTR_TEXT), value<QString>(ATTR_FONT_FAMILY), value<double>(ATTR_FONT_SIZE),
+        value<int>(ATTR_ROTATION), value<unsigned int>(ATTR_FILL_COLOR)};
+    m_documentRect = QRectF();
+    auto* chipScene = qobject_cast<ZelGraphicsScene*>(scene());
     // Several lines are more than a measured length.
-    if (isOfSeveralLines(value<QString>(ATTR_TEXT)))
+    if (m_hasDocument)
+        fillDocument();
+    else if (isOfSeveralLines(m_shown.text) || (chipScene && chipScene->elementIndex().hasFewTexts()))
         makeDocument();
     return true;
+}
+
+QString ZELTextItem::toPlainText() const
+{
+    if (m_isShown)
+        const_cast<ZELTextItem*>(this)->makeDocument(); // which Qt, too, makes when it is needed
+    return QGraphicsTextItem::toPlainText();
+}
+
+QFont ZELTextItem::font() const
+{
+    return m_isShown ? textFont() : QGraphicsTextItem::font();
+}
+
+QColor ZELTextItem::defaultTextColor() const
+{
+    return m_isShown ? paintrules::colorOf(m_shown.color) : QGraphicsTextItem::defaultTextColor();
+}
+
+QTextDocument* ZELTextItem::document() const
+{
+    if (m_isShown)
+        const_cast<ZELTextItem*>(this)->makeDocument();
+    return QGraphicsTextItem::document();
 }
 
 QVariant ZELTextItem::itemChange(GraphicsItemChange change, const QVariant& value)
@@ -153,7 +195,7 @@ void ZELTextItem::dropEvent(QGraphicsSceneDragDropEvent* event)
 
 QFont ZELTextItem::textFont() const
 {
-    return paintrules::textFont(value<QString>(ATTR_FONT_FAMILY), value<double>(ATTR_FONT_SIZE));
+    return paintrules::textFont(m_shown.family, m_shown.fontSize);
 }
 
 } // namespace mirn::zelchipview

@@ -12,8 +12,8 @@ namespace mirn::zelchipview {
 // only ends a highlight. Looks the same in every state.
 //
 // Takes up no room until it is shown. The text document of the base class, many times larger than the rest of the item,
-// is made only when the item paints itself or gets an event; until then the item computes what the document would
-// measure.
+// is made only when it is asked for, when the item paints itself or gets an event, or where there are few texts; until
+// then the item computes what the document would measure.
 class ZELCHIPGUI_EXPORT ZELTextItem final : public QGraphicsTextItem, public ChipElement
 {
     Q_OBJECT
@@ -30,6 +30,13 @@ public:
 
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget = nullptr) override;
 
+    // What paint() sets. Qt's own functions of these names, called through a base class, know nothing while there is no
+    // document.
+    [[nodiscard]] QString toPlainText() const;
+    [[nodiscard]] QFont font() const;
+    [[nodiscard]] QColor defaultTextColor() const;
+    [[nodiscard]] QTextDocument* document() const;
+
     [[nodiscard]] zelgraphic_kind kind() const override { return ZEL_GRAPHIC_TEXT; }
     [[nodiscard]] QGraphicsItem* graphicsItem() override { return this; }
     bool synchronise(ElementStates states) override;
@@ -41,11 +48,24 @@ protected:
     void dropEvent(QGraphicsSceneDragDropEvent* event) override;
 
 private:
+    // What the item shows, as it was last taken over from the attribute.
+    struct Shown
+    {
+        QString text;
+        QString family;
+        double fontSize = 0.0;
+        int rotation = 0;
+        unsigned int color = 0;
+    };
+
+    [[nodiscard]] bool isUpToDate() const;
     [[nodiscard]] QFont textFont() const;
     [[nodiscard]] QRectF documentRect() const;
     void measure() const;
     void makeDocument();
+    void fillDocument();
 
+    Shown m_shown;
     bool m_isShown = false;
     bool m_hasDocument = false;
     mutable QRectF m_documentRect; // item coordinates; both null until asked for

@@ -11,7 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
+#include <cstring>
 
 namespace mirn::zelchipview {
 
@@ -20,12 +20,6 @@ namespace {
 // Of a text's document, in scene units.
 constexpr double DocumentMargin = 2 * 4 * paintrules::TextItemScale; // on both sides, counted on each
 constexpr double LongestTab = 80 * paintrules::TextItemScale;
-
-template <typename Value> Value valueOf(ZELGraphicItemAttribute& attribute, zelgraphic_attribute_key key)
-{
-    const void* data = attribute.getAttribute(key);
-    return data ? *static_cast<const Value*>(data) : Value();
-}
 
 void setRect(Primitive& primitive, const QRectF& rect)
 {
@@ -50,9 +44,18 @@ QRectF textBounds(const Primitive& text)
 
 void DisplayList::update(ElementIndex& index)
 {
-    if (m_version == index.version())
+    if (m_indexVersion == index.version() && !m_areBoundsOld)
         return;
-    m_version = index.version();
+    if (m_indexVersion != index.version())
+        take(index);
+    m_grid.build(size(), [this](int place) { return boundsOf(place); });
+    m_areBoundsOld = false;
+    ++m_version;
+}
+
+void DisplayList::take(ElementIndex& index)
+{
+    m_indexVersion = index.version();
     m_elements = index.inPaintOrder();
     m_primitives.clear();
     m_corners.clear();
@@ -62,28 +65,18 @@ void DisplayList::update(ElementIndex& index)
     m_layerIndexes.clear();
     for (ChipElement* element : m_elements)
         append(element);
-    m_grid.build(size(), [this](int place) { return boundsOf(place); });
 }
 
 void DisplayList::append(ChipElement* element)
 {
-    ZELGraphicItemAttribute& attribute = *element->attribute();
     element->m_place = size();
     Primitive made{};
-    made.elementId = attribute.itemId;
-    made.layer = layerIndex(attribute.layer);
-    made.fillColor = valueOf<unsigned int>(attribute, ATTR_FILL_COLOR);
-    made.strokeColor = valueOf<unsigned int>(attribute, ATTR_STROKE_COLOR);
     switch (element->kind()) {
-    case ZEL_GRAPHIC_LINE: {
+    case ZEL_GRAPHIC_LINE:
         made.kind = Primitive::Line;
-        const QLineF line = valueOf<QLineF>(attribute, ATTR_LINE);
-        setRect(made, QRectF(line.x1(), line.y1(), line.x2(), line.y2()));
-        made.strokeWidth = valueOf<double>(attribute, ATTR_STROKE_WIDTH);
         break;
-    }
     case ZEL_GRAPHIC_POLYGON: {
-        const auto corners = valueOf<QPolygonF>(attribute, ATTR_POINTS);
+        const auto corners = element->value<QPolygonF>(ATTR_POINTS);
         made.kind = Primitive::Polygon;
         made.corners = {static_cast<int>(m_corners.size()), static_cast<int>(corners.size())};
         m_corners.insert(m_corners.end(), corners.begin(), corners.end());
@@ -93,21 +86,93 @@ void DisplayList::append(ChipElement* element)
     case ZEL_GRAPHIC_TEXT: {
         made.kind = Primitive::Text;
         ++m_textCount;
-        const QPointF position = valueOf<QPointF>(attribute, ATTR_POS);
-        const QString family = valueOf<QString>(attribute, ATTR_FONT_FAMILY);
-        const auto fontSize = valueOf<double>(attribute, ATTR_FONT_SIZE);
-        setRect(made,
-            QRectF(position.x(), position.y(), valueOf<int>(attribute, ATTR_ROTATION),
-                paintrules::textPixelSize(fontSize)));
-        made.label = m_labels.label(valueOf<QString>(attribute, ATTR_TEXT), family, fontSize);
+        const auto position = element->value<QPointF>(ATTR_POS);
+        made.a = position.x();
+        made.b = position.y();
         break;
     }
     default:
         made.kind = Primitive::Rect;
-        setRect(made, valueOf<QRectF>(attribute, ATTR_RECT));
-        made.strokeWidth = valueOf<double>(attribute, ATTR_STROKE_WIDTH);
+        setRect(made, element->value<QRectF>(ATTR_RECT));
     }
+    readLook(*element, made);
     m_primitives.push_back(made);
+}
+
+// What an item's own paint reads anew each time.
+void DisplayList::readLook(const ChipElement& element, Primitive& primitive)
+{
+    const ZELGraphicItemAttribute& attribute = *element.attribute();
+    primitive.elementId = attribute.itemId;
+    if (m_layers.empty() || primitive.layer >= m_layers.size() || m_layers[primitive.layer] != attribute.layer)
+        primitive.layer = layerIndex(attribute.layer);
+    if (primitive.kind != Primitive::Line)
+        primitive.fillColor = element.value<unsigned int>(ATTR_FILL_COLOR);
+    if (primitive.kind == Primitive::Text) {
+        readText(element, primitive);
+    } else if (primitive.kind != Primitive::Polygon) {
+        primitive.strokeColor = element.value<unsigned int>(ATTR_STROKE_COLOR);
+        primitive.strokeWidth = element.value<double>(ATTR_STROKE_WIDTH);
+    }
+    if (primitive.kind == Primitive::Line) {
+        const auto line = element.value<QLineF>(ATTR_LINE);
+        setRect(primitive, QRectF(line.x1(), line.y1(), line.x2(), line.y2()));
+    }
+}
+
+void DisplayList::readText(const ChipElement& element, Primitive& primitive)
+{
+    const auto text = element.value<QString>(ATTR_TEXT);
+    const auto family = element.value<QString>(ATTR_FONT_FAMILY);
+    const auto fontSize = element.value<double>(ATTR_FONT_SIZE);
+    primitive.c = element.value<int>(ATTR_ROTATION);
+    primitive.d = paintrules::textPixelSize(fontSize);
+    const TextLabel* label = primitive.label;
+    if (!label || label->text != text || m_labels.font(label->font).pixelSize() != primitive.d
+        || m_labels.font(label->font).family() != family)
+        primitive.label = m_labels.label(text, family, fontSize);
+}
+
+bool DisplayList::takeOver(ElementIndex& index, ChipElement& element)
+{
+    const int place = placeOf(element);
+    if (place < 0)
+        return false;
+    const Primitive before = m_primitives[place];
+    Primitive now = before;
+    readLook(element, now);
+    // By its bytes: numbers that are none are no change, either.
+    if (std::memcmp(&before, &now, sizeof(Primitive)) == 0)
+        return false;
+    const QRectF boundsBefore = boundsOf(place);
+    m_primitives[place] = now;
+    m_areBoundsOld = m_areBoundsOld || boundsOf(place) != boundsBefore;
+    if (now.elementId != before.elementId)
+        index.renumber(&element, before.elementId);
+    if (now.layer != before.layer)
+        index.changeLayer(&element);
+    return true;
+}
+
+std::vector<ChipElement*> DisplayList::takeOver(ElementIndex& index, const QRectF& area)
+{
+    // Up to so many are looked at one by one, of more those that lie there.
+    constexpr std::size_t FewWatched = 1000;
+    std::vector<ChipElement*> changed;
+    if (index.mostWatched() <= FewWatched) {
+        for (ChipElement* element : index.watched()) {
+            element->updateToolTip();
+            if (takeOver(index, *element))
+                changed.push_back(element);
+        }
+        return changed;
+    }
+    for (int place : placesIn(area)) {
+        ChipElement* element = m_elements[place];
+        if (element->m_isWatched && takeOver(index, *element))
+            changed.push_back(element);
+    }
+    return changed;
 }
 
 unsigned DisplayList::layerIndex(int layer)
@@ -119,15 +184,6 @@ unsigned DisplayList::layerIndex(int layer)
     m_layers.push_back(layer);
     m_layerIndexes.insert(layer, index);
     return index;
-}
-
-bool DisplayList::updateLook(const ChipElement& element)
-{
-    const int place = placeOf(element);
-    if (place < 0)
-        return false;
-    const auto color = valueOf<unsigned int>(*element.attribute(), ATTR_FILL_COLOR);
-    return std::exchange(m_primitives[place].fillColor, color) != color;
 }
 
 int DisplayList::placeOf(const ChipElement& element) const

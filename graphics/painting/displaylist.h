@@ -50,15 +50,23 @@ struct Primitive
 };
 
 // The elements of a scene in the order in which they are painted, and where to find them. It is made anew when elements
-// come or go; a change of their look is passed on one by one.
+// come or go; what of their look changes is read again from their attributes.
 class DisplayList final
 {
 public:
     // Brings the list up to date with the index's elements.
     void update(ElementIndex& index);
 
-    // The element's attribute may have changed. Gives whether its colour did.
-    bool updateLook(const ChipElement& element);
+    // Counts what concerns more than single elements: other elements, or some of them in other places.
+    [[nodiscard]] unsigned version() const { return m_version; }
+
+    // The element's attribute may have changed. Returns whether it looks different now; where it lies is right again
+    // after update().
+    bool takeOver(ElementIndex& index, ChipElement& element);
+
+    // The same for all elements in an area, and maybe others, whose attributes a host may have changed. Returns those
+    // that look different.
+    [[nodiscard]] std::vector<ChipElement*> takeOver(ElementIndex& index, const QRectF& area);
 
     [[nodiscard]] int size() const { return static_cast<int>(m_primitives.size()); }
     [[nodiscard]] int textCount() const { return m_textCount; }
@@ -85,7 +93,10 @@ public:
     [[nodiscard]] const TextLabels& labels() const { return m_labels; }
 
 private:
+    void take(ElementIndex& index);
     void append(ChipElement* element);
+    void readLook(const ChipElement& element, Primitive& primitive);
+    void readText(const ChipElement& element, Primitive& primitive);
     [[nodiscard]] unsigned layerIndex(int layer);
 
     std::vector<Primitive> m_primitives;
@@ -98,7 +109,9 @@ private:
     ElementGrid m_grid;
     std::vector<int> m_places;
     std::vector<ElementGrid::Found> m_found;
-    unsigned m_version = 0; // of the index, when the list was made
+    unsigned m_indexVersion = 0; // when the list was made
+    unsigned m_version = 0;
+    bool m_areBoundsOld = false; // of some of the primitives in the grid
 };
 
 } // namespace mirn::zelchipview

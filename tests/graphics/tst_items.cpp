@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/zellineitem.h"
+#include "graphics/zelpolygonitem.h"
 #include "graphics/zelrectitem.h"
 #include "graphics/zeltextitem.h"
 #include "tests/support/chipviewfixture.h"
@@ -53,6 +54,8 @@ private Q_SLOTS:
     void linesAndTextsShowWhenTheirLayerTurnsOn();
     void textStandsOnItsPosition_data();
     void textStandsOnItsPosition();
+    void itemsTellWhatTheyShow_data();
+    void itemsTellWhatTheyShow();
     void toolTipsFollowTheAttribute();
     void paintOutsideOfAChipSceneDrawsNothing();
     void dragIsAcceptedOnlyWhereTheEngineAllows_data();
@@ -152,6 +155,8 @@ void TestItems::textStandsOnItsPosition()
     QFETCH(QRectF, empty);
     ChipView chip;
     chip.drawing.addText(1, "HHHH", 100, 50, 20).rotation = rotation;
+    for (int i = 0; i < 100; ++i) // too many for a document each
+        chip.drawing.addText(1, "H", 100, 50, 1).layer = 9;
     chip.open();
     QVERIFY(isAnythingDrawnIn(drawn));
     QVERIFY(!isAnythingDrawnIn(empty));
@@ -160,14 +165,85 @@ void TestItems::textStandsOnItsPosition()
     QVERIFY(text->sceneBoundingRect().contains(drawn.adjusted(3, 3, -3, -3)));
     // Measured without a document, which the window's becoming active makes none of, it is found where one would be.
     QTRY_VERIFY(chip.scene()->isActive());
-    QVERIFY(text->toPlainText().isEmpty());
+    QVERIFY(text->QGraphicsTextItem::toPlainText().isEmpty());
     const QPainterPath measured = text->shape();
     QImage image(chip.view()->viewport()->size(), QImage::Format_RGB32);
     QPainter painter(&image);
     chip.scene()->render(&painter);
-    QCOMPARE(text->toPlainText(), QStringLiteral("HHHH"));
+    QCOMPARE(text->QGraphicsTextItem::toPlainText(), QStringLiteral("HHHH"));
     QCOMPARE(text->shape(), measured);
     QCOMPARE(text->QGraphicsTextItem::boundingRect(), measured.boundingRect());
+}
+
+void TestItems::itemsTellWhatTheyShow_data()
+{
+    QTest::addColumn<int>("more"); // elements, and texts
+    QTest::newRow("in a small drawing through Qt's classes as well") << 0;
+    QTest::newRow("in a large drawing through their own") << 6000;
+}
+
+// What they would set if they painted themselves.
+void TestItems::itemsTellWhatTheyShow()
+{
+    QFETCH(int, more);
+    ChipView chip;
+    zel_Rect& site = chip.drawing.addRect(7, 10, 10, 40, 40);
+    site.tooltip = "free";
+    site.strokeWidth = 2;
+    chip.drawing.addPolygon(8, {{60, 10}, {90, 10}, {60, 60}}, 0x204060).tooltip = "polygon";
+    chip.drawing.addText(9, "label", 100, 50, 10).fillColor = 0x010203;
+    chip.drawing.addLine(10, 10, 80, 60, 90, 3);
+    chip.drawing.addRect(7, 150, 10, 20, 20).layer = 9;
+    for (int i = 0; i < more; ++i) {
+        chip.drawing.addRect(100 + i, 120, 70, 5, 5);
+        if (i % 50 == 0)
+            chip.drawing.addText(1, "t", 120, 90, 2);
+    }
+    chip.open();
+    chip.picture();
+    auto* rect = dynamic_cast<ZELRectItem*>(chip.item(1));
+    auto* polygon = dynamic_cast<ZELPolygonItem*>(chip.item(2));
+    auto* text = dynamic_cast<ZELTextItem*>(chip.item(3));
+    const auto fillOf
+        = [more](auto* item) { return (more > 0 ? item->brush() : item->QAbstractGraphicsShapeItem::brush()).color(); };
+    QCOMPARE(fillOf(rect).rgb(), Grey);
+    QCOMPARE(rect->pen().widthF(), 2.0);
+    QCOMPARE(fillOf(polygon), QColor(0x20, 0x40, 0x60));
+    QCOMPARE(rect->toolTip(), QStringLiteral("free"));
+    QCOMPARE(polygon->toolTip(), QStringLiteral("polygon"));
+    QCOMPARE(more > 0 ? text->toPlainText() : text->QGraphicsTextItem::toPlainText(), QStringLiteral("label"));
+    QCOMPARE(text->font().pixelSize(), 50);
+    QCOMPARE(text->defaultTextColor(), QColor(1, 2, 3));
+    QCOMPARE(dynamic_cast<ZELLineItem*>(chip.item(4))->pen().width(), 3);
+
+    chip.database()->selectedIds().insert(7);
+    chip.database()->selectedIds().insert(8);
+    QCOMPARE(fillOf(rect), SELECTED_FILL_COLOR);
+    QCOMPARE(rect->pen().color(), SELECTED_COLOR);
+    QCOMPARE(fillOf(polygon), SELECTED_FILL_COLOR);
+    chip.database()->highlightedIds().assign({7});
+    QCOMPARE(fillOf(rect), HIGHLIGHT_COLOR);
+    chip.database()->selectedIds().clear();
+    chip.database()->highlightedIds().clear();
+
+    chip.engine.device.addRecord(7, {{"fill", "#FF0000"}, {"tovanel:popup", "occupied"}});
+    chip.window->refresh(REFRESH_GRAPHIC);
+    QCOMPARE(fillOf(rect), QColor(Qt::red));
+    QCOMPARE(rect->toolTip(), QStringLiteral("occupied"));
+
+    // Nothing of one whose layer is hidden was touched; it is told when it is shown.
+    auto* hidden = dynamic_cast<ZELRectItem*>(chip.item(5));
+    QCOMPARE(hidden->brush(), QBrush());
+    QVERIFY(hidden->toolTip().isEmpty());
+    chip.database()->getGraphicItemAttribute(5)->layer = 0;
+    chip.database()->getGraphicItemAttribute(3)->toolTip = QStringLiteral("written");
+    *static_cast<QString*>(chip.database()->getGraphicItemAttribute(3)->getAttribute(ATTR_TEXT))
+        = QStringLiteral("new");
+    chip.picture();
+    QCOMPARE(fillOf(hidden), QColor(Qt::red));
+    QCOMPARE(hidden->toolTip(), QStringLiteral("occupied"));
+    QCOMPARE(text->toolTip(), QStringLiteral("written"));
+    QCOMPARE(text->toPlainText(), QStringLiteral("new"));
 }
 
 void TestItems::toolTipsFollowTheAttribute()
