@@ -25,8 +25,10 @@ QString withShortValues(const QString& message)
             parts[i] = parts.at(i).left(MAXIMUM_VALUE_LENGTH) + QStringLiteral("...");
     }
     const QString result = parts.join(QLatin1Char('"'));
-    return result.size() > MAXIMUM_MESSAGE_LENGTH ? result.left(MAXIMUM_MESSAGE_LENGTH) + QStringLiteral("...")
-                                                  : result;
+    // Whatever stands in the middle, the reason is at one of the ends.
+    return result.size() <= MAXIMUM_MESSAGE_LENGTH
+        ? result
+        : result.left(MAXIMUM_MESSAGE_LENGTH / 2) + QStringLiteral("...") + result.right(MAXIMUM_MESSAGE_LENGTH / 2);
 }
 
 QString reasonOf(const QJsonParseError& error)

@@ -357,13 +357,15 @@ QString DesignEditor::keep(const QStringList& commands)
 // The journal is emptied only when the disk has what is to replace it.
 QString DesignEditor::save()
 {
-    const QString claimed = claim();
-    if (!claimed.isEmpty())
-        return claimed;
-    const QString obstacle = keepSaved();
-    const QByteArray content = obstacle.isEmpty() ? savedContent() : QByteArray();
-    const FileReplacement replacement
-        = obstacle.isEmpty() ? replaceFile(placementFile(), content, m_files) : FileReplacement{false, obstacle};
+    QString obstacle = claimAgain();
+    if (obstacle.isEmpty())
+        obstacle = m_journal.secure();
+    if (obstacle.isEmpty())
+        obstacle = keepSaved();
+    if (!obstacle.isEmpty())
+        return obstacle;
+    const QByteArray content = savedContent();
+    const FileReplacement replacement = replaceFile(placementFile(), content, m_files, Leftovers::AreRemoved);
     if (replacement.isDone) {
         m_savedHash = QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex();
         m_journal.startsAfter(journalformat::baseLine(m_savedHash)); // also where the rest fails
@@ -378,31 +380,41 @@ QString DesignEditor::save()
     return {};
 }
 
+// Somebody may have taken the project over meanwhile, or changed the placement file by hand.
+QString DesignEditor::claimAgain()
+{
+    const QString obstacle = claim();
+    if (!obstacle.isEmpty())
+        return obstacle;
+    const bool isOurs = m_journal.lock().isUndisputed() && hashOfFile(placementFile()) == m_savedHash;
+    return isOurs ? QString() : tr("another program has changed the project; open it again");
+}
+
 // With what the journal holds, for a program that is stopped before the journal is empty.
 QByteArray DesignEditor::savedContent() const
 {
     const QStringList commands = designcommands::between(m_pristine, m_engine.design())
         + designcommands::settings(m_engine.device(), {}, m_engine.settings().changes());
-    QByteArray content = QFileInfo(m_journal.fileName()).size() > 0
-        ? journalformat::holdingLine({QFileInfo(m_journal.fileName()).size(), hashOfFile(m_journal.fileName())})
-        : QByteArray();
+    const journalformat::Holding journal = m_journal.content();
+    QByteArray content = journal.size > 0 ? journalformat::holdingLine(journal) : QByteArray();
     for (const QString& command : commands)
         content += command.toUtf8() + '\n';
     return content;
 }
 
-// What could not be read from the placement file is not to be overwritten.
+// What was refused of the placement file is not to be overwritten.
 QString DesignEditor::keepSaved()
 {
-    if (!m_isSavedKept && QFileInfo::exists(placementFile()) && keepAside(placementFile(), m_files).isEmpty())
-        return tr("what it holds cannot be kept: %1").arg(qt_error_string(errno));
+    if (!m_isSavedKept && isThere(placementFile()) && keepAside(placementFile(), m_files).isEmpty())
+        return tr("%1 cannot be kept under another name: %2").arg(placementFile(), qt_error_string(errno));
     m_isSavedKept = true;
     return {};
 }
 
 QString DesignEditor::discard()
 {
-    return m_journal.startAfter(journalformat::baseLine(m_savedHash));
+    const QString obstacle = claimAgain();
+    return obstacle.isEmpty() ? m_journal.startAfter(journalformat::baseLine(m_savedHash)) : obstacle;
 }
 
 } // namespace mirn::zelchip

@@ -13,6 +13,7 @@
 #include <QStringList>
 #include <QUndoStack>
 
+#include <optional>
 #include <vector>
 
 namespace mirn::zelengine {
@@ -57,8 +58,8 @@ public:
     // engine is left as it is.
     QString discard();
 
-    // Why a lock stands in the project of which this machine cannot tell whether it is still of use; empty: none does.
-    // takeOver() removes it, which is for people to decide; empty on success.
+    // Why a lock stands in the project of which this machine cannot tell whether it is still of use, or something that
+    // is no lock; empty: nothing does. takeOver() removes it, which is for people to decide; empty on success.
     [[nodiscard]] QString lockInDoubt() { return m_journal.lock().doubt(); }
     [[nodiscard]] QString takeOver() { return m_journal.lock().takeOver(); }
 
@@ -90,6 +91,7 @@ private:
     [[nodiscard]] QString path(int resource) const;
     QString step(int index, bool isForward);
     [[nodiscard]] QString claim();
+    [[nodiscard]] QString claimAgain();
     QString keep(const QStringList& commands);
     [[nodiscard]] QString keepSaved();
     [[nodiscard]] QByteArray savedContent() const;
@@ -99,13 +101,18 @@ private:
 
     // What was read from a file of commands.
     struct Replay;
+    struct FilePart
+    {
+        qint64 begin; // in bytes
+        qint64 end;
+    };
     [[nodiscard]] Replay replay(const QString& fileName, qint64 from = 0);
     [[nodiscard]] QString makeAgain(const JournalReader::Change& change, const TclInterpreter::Command& command);
     void replaySaved(QStringList& messages);
     void replayJournal(QStringList& messages);
     [[nodiscard]] qint64 partOfJournalHeld() const;
-    [[nodiscard]] QString mendJournal(const Replay& replay);
-    [[nodiscard]] QString whereJournalIsKept(const QString& name) const;
+    [[nodiscard]] static std::optional<QByteArray> partsOf(const QString& fileName, const std::vector<FilePart>& parts);
+    [[nodiscard]] QString mendJournal(const std::vector<FilePart>& kept);
 
     zelengine::ReferenceEngine& m_engine;
     const QString m_directory;

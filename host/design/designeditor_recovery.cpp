@@ -21,8 +21,8 @@ namespace {
 constexpr int MostRefusalsTold = 20;
 constexpr std::size_t MostBytesTold = 160;
 
-// What every command begins with: of a file of something else most lines need no closer look.
-constexpr std::string_view CommandStart = "zel_";
+// What commands begin with: of a file of something else most lines need no closer look.
+constexpr std::string_view CommandStarts[] = {"zel_resource ", "zel_setting "};
 
 // Some of a text that may be anything.
 QString excerpt(std::string_view text)
@@ -45,31 +45,9 @@ QString excerpt(const QString& text)
 
 bool beginsWithCommand(const JournalReader::Change& change)
 {
-    return !change.lines.empty() && change.lines.front().compare(0, CommandStart.size(), CommandStart) == 0;
-}
-
-struct FilePart
-{
-    qint64 begin; // in bytes
-    qint64 end;
-};
-
-// Nothing when not all of it can be read.
-std::optional<QByteArray> partsOf(const QString& fileName, const std::vector<FilePart>& parts)
-{
-    QString error;
-    QFile file;
-    const int descriptor = zelengine::openInputFile(fileName, LargestJournal, &error);
-    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        return std::nullopt;
-    QByteArray result;
-    for (const FilePart& part : parts) {
-        const QByteArray bytes = file.seek(part.begin) ? file.read(part.end - part.begin) : QByteArray();
-        if (bytes.size() != part.end - part.begin)
-            return std::nullopt;
-        result += bytes;
-    }
-    return result;
+    return !change.lines.empty()
+        && std::any_of(std::begin(CommandStarts), std::end(CommandStarts),
+            [&](std::string_view start) { return change.lines.front().compare(0, start.size(), start) == 0; });
 }
 
 } // namespace
@@ -89,7 +67,9 @@ struct DesignEditor::Replay
 
     QString error; // why the file could not be read; empty also when there is none
     qint64 size = 0; // of the file
+    QByteArray hash; // of it
     bool hasTornEnd = false;
+    int unfinishedLine = 0; // where a change begins that the file ends in; 0: there is none
     qint64 accepted = 0; // changes
     qint64 refused = 0;
     QStringList refusals; // of some of them
@@ -100,10 +80,16 @@ QStringList DesignEditor::recover()
 {
     QStringList messages;
     m_isReplaying = true;
+    // So that nobody saves between the reading of one file and that of the other. When somebody changes the project
+    // now, what is read may not fit together, which shows when this program is to change it.
+    if (isThere(placementFile()) || isThere(m_journal.fileName()))
+        (void)m_journal.lock().claim();
     replaySaved(messages);
     m_undoStack.clear(); // what was saved is where this session starts
     replayJournal(messages);
     m_isReplaying = false;
+    if (!m_isClaimed)
+        m_journal.release();
     Q_EMIT changed();
     return messages;
 }
@@ -112,10 +98,11 @@ QStringList DesignEditor::recover()
 DesignEditor::Replay DesignEditor::replay(const QString& fileName, qint64 from)
 {
     Replay result;
-    JournalReader reader;
-    const QFileInfo file(fileName);
-    if ((!file.exists() && !file.isSymLink()) || !reader.open(fileName, &result.error))
+    JournalReader reader(m_files);
+    if (!isThere(fileName) || !reader.open(fileName, &result.error)) {
+        result.hash = hashOfFile(fileName, 0);
         return result;
+    }
     const TclInterpreter::Command command = changeCommand(*this);
     JournalReader::Change change;
     while (reader.next(change)) {
@@ -131,8 +118,11 @@ DesignEditor::Replay DesignEditor::replay(const QString& fileName, qint64 from)
     if (result.refused > MostRefusalsTold)
         result.refusals.append(
             tr("%1: refused %2 more").arg(fileName, QString::number(result.refused - MostRefusalsTold)));
+    result.error = reader.error();
     result.size = reader.size();
+    result.hash = reader.hash();
     result.hasTornEnd = reader.hasTornEnd();
+    result.unfinishedLine = reader.unfinishedLine();
     return result;
 }
 
@@ -145,6 +135,10 @@ QString DesignEditor::makeAgain(const JournalReader::Change& change, const TclIn
     if (change.isTooLong)
         return tr("%1 (the line is longer than any command)").arg(first);
     for (const std::string& line : change.lines) {
+        if (line.find('\0') != std::string::npos) {
+            endGroup(GroupEnd::TakenBack);
+            return tr("%1 (the line is no text)").arg(excerpt(line));
+        }
         const auto words = TclInterpreter::words(QString::fromUtf8(line.data(), static_cast<int>(line.size())));
         const TclResult result = words ? command(*words) : TclResult::error(tr("the line is no list of words"));
         if (result.isOk)
@@ -159,15 +153,18 @@ QString DesignEditor::makeAgain(const JournalReader::Change& change, const TclIn
 void DesignEditor::replaySaved(QStringList& messages)
 {
     const Replay saved = replay(placementFile());
-    m_savedHash = hashOfFile(placementFile());
+    m_savedHash = saved.hash;
     m_journal.startsAfter(journalformat::baseLine(m_savedHash));
-    if (!saved.error.isEmpty())
-        messages.append(tr("%1 cannot be read: %2").arg(placementFile(), saved.error));
+    if (!saved.error.isEmpty()) {
+        const QString reason = tr("%1 cannot be read: %2").arg(placementFile(), saved.error);
+        messages.append(reason);
+        m_journal.refuse(reason); // what follows a state that is not known is left alone
+    }
     if (saved.hasTornEnd)
         messages.append(tr("%1: the last line is cut off and was not read.").arg(placementFile()));
     messages += saved.refusals;
-    m_isSavedKept = saved.error.isEmpty() && saved.isAllMade();
-    if (m_isSavedKept)
+    m_isSavedKept = saved.isAllMade();
+    if (m_isSavedKept || !saved.error.isEmpty())
         return;
     // The next save would forget what does not fit the design any more.
     m_hasUnsavedPast = true;
@@ -179,59 +176,83 @@ qint64 DesignEditor::partOfJournalHeld() const
 {
     const QString& name = m_journal.fileName();
     const QByteArray base = JournalReader::baseOf(name);
-    if (base.isEmpty() || base == journalformat::baseLine(m_savedHash))
+    if (base == m_savedHash)
         return 0;
     const journalformat::Holding holding = JournalReader::holdingOf(placementFile());
-    const bool isHeld
-        = holding.size > 0 && QFileInfo(name).size() >= holding.size && hashOfFile(name, holding.size) == holding.hash;
-    return isHeld ? holding.size : -1;
+    if (holding.size > 0 && QFileInfo(name).size() >= holding.size && hashOfFile(name, holding.size) == holding.hash)
+        return holding.size;
+    return base.isEmpty() ? 0 : -1;
 }
 
 void DesignEditor::replayJournal(QStringList& messages)
 {
+    if (m_journal.isRefusing())
+        return;
+    const QString& name = m_journal.fileName();
     const qint64 held = partOfJournalHeld();
-    if (held < 0) {
-        m_journal.expect(QFileInfo(m_journal.fileName()).size(), false);
-        messages.append(tr("%1 belongs to another state of %2 and was not used. %3")
-                            .arg(m_journal.fileName(), placementFile(), whereJournalIsKept(m_journal.setAside())));
-        return;
-    }
-    const Replay journal = replay(m_journal.fileName(), held);
+    const Replay journal = held < 0 ? Replay() : replay(name, held);
     if (!journal.error.isEmpty()) {
-        m_journal.refuse(journal.error);
-        messages.append(tr("%1 cannot be read: %2").arg(m_journal.fileName(), journal.error));
+        messages.append(tr("%1 cannot be read: %2").arg(name, journal.error));
+        m_journal.refuse(tr("the change cannot be kept in %1: %2").arg(name, journal.error));
         return;
     }
-    m_journal.expect(journal.size, journal.size > 0 && journal.size == held);
+    if (held < 0) {
+        m_journal.expect(QFileInfo(name).size(), hashOfFile(name));
+        messages.append(
+            tr("%1 belongs to another state of %2 and was not used. %3").arg(name, placementFile(), mendJournal({})));
+        return;
+    }
+    m_journal.expect(journal.size, journal.hash);
+    if (held > 0 && journal.size == held)
+        m_journal.expectHeld();
     QStringList faults = journal.refusals;
-    if (journal.hasTornEnd)
-        faults.prepend(tr("The last line of %1 was cut off; the change in it was never confirmed and is dropped.")
-                           .arg(m_journal.fileName()));
+    if (journal.unfinishedLine > 0)
+        faults.prepend(tr("%1:%2: the last change was cut off; it was never confirmed, or this line is damaged, and is "
+                          "dropped.")
+                           .arg(name, QString::number(journal.unfinishedLine)));
+    else if (journal.hasTornEnd)
+        faults.prepend(
+            tr("The last line of %1 was cut off; the change in it was never confirmed and is dropped.").arg(name));
     messages += faults;
     if (!faults.isEmpty())
-        messages.append(mendJournal(journal));
+        messages.append(mendJournal(journal.kept));
     if (journal.accepted == 1)
         messages.append(tr("1 change that was not saved is back."));
     else if (journal.accepted > 1)
         messages.append(tr("%1 changes that were not saved are back.").arg(journal.accepted));
 }
 
-// A new journal of what was accepted.
-QString DesignEditor::mendJournal(const Replay& replay)
+// Nothing when not all of it can be read.
+std::optional<QByteArray> DesignEditor::partsOf(const QString& fileName, const std::vector<FilePart>& parts)
 {
-    QByteArray content;
-    if (!replay.kept.empty()) {
-        const std::optional<QByteArray> kept = partsOf(m_journal.fileName(), replay.kept);
-        if (!kept)
-            return tr("%1 cannot be mended, for it changes.").arg(m_journal.fileName());
-        content = journalformat::baseLine(m_savedHash) + *kept;
+    QString error;
+    QFile file;
+    const int descriptor = zelengine::openInputFile(fileName, LargestJournal, &error);
+    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return std::nullopt;
+    QByteArray result;
+    for (const FilePart& part : parts) {
+        const QByteArray bytes = file.seek(part.begin) ? file.read(part.end - part.begin) : QByteArray();
+        if (bytes.size() != part.end - part.begin)
+            return std::nullopt;
+        result += bytes;
     }
-    return whereJournalIsKept(m_journal.setAsideFor(content));
+    return result;
 }
 
-QString DesignEditor::whereJournalIsKept(const QString& name) const
+// A new journal of what was accepted. Only the one program may do so that may change the project.
+QString DesignEditor::mendJournal(const std::vector<FilePart>& kept)
 {
-    return name.isEmpty() ? tr("Nothing can be changed: %1.").arg(m_journal.blockage())
+    QString name;
+    const QString obstacle = claim();
+    const std::optional<QByteArray> content = kept.empty() ? QByteArray() : partsOf(m_journal.fileName(), kept);
+    if (!obstacle.isEmpty())
+        m_journal.block(obstacle);
+    else if (!content)
+        m_journal.block(tr("%1 cannot be read again").arg(m_journal.fileName()));
+    else
+        name = m_journal.setAsideFor(kept.empty() ? *content : journalformat::baseLine(m_savedHash) + *content);
+    return name.isEmpty() ? tr("No change is accepted: %1").arg(m_journal.blockage())
                           : tr("The journal as it was is kept as %1.").arg(name);
 }
 

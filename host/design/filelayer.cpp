@@ -27,6 +27,11 @@ int FileLayer::open(const char* name, int flags)
     return ::open(name, flags | O_CLOEXEC, Everybody);
 }
 
+long FileLayer::read(int file, char* bytes, std::size_t size)
+{
+    return static_cast<long>(::read(file, bytes, size));
+}
+
 long FileLayer::write(int file, const char* bytes, std::size_t size)
 {
     return static_cast<long>(::write(file, bytes, size));

@@ -17,6 +17,7 @@ public:
     [[nodiscard]] static FileLayer& system();
 
     [[nodiscard]] virtual int open(const char* name, int flags);
+    [[nodiscard]] virtual long read(int file, char* bytes, std::size_t size);
     [[nodiscard]] virtual long write(int file, const char* bytes, std::size_t size);
     [[nodiscard]] virtual int sync(int file); // fsync
     [[nodiscard]] virtual int truncate(int file, long size);

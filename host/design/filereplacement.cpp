@@ -20,9 +20,11 @@ constexpr int MostNames = 100;
 class FileBeside final
 {
 public:
-    FileBeside(const QString& fileName, FileLayer& files)
+    FileBeside(const QString& fileName, FileLayer& files, Leftovers leftovers)
         : m_files(files)
     {
+        if (leftovers == Leftovers::AreRemoved)
+            files.unlink(QFile::encodeName(fileName + QStringLiteral(".part-1")).constData());
         for (int number = 1; number <= MostNames; ++number) {
             m_name = QFile::encodeName(QStringLiteral("%1.part-%2").arg(fileName, QString::number(number)));
             m_file = files.open(m_name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
@@ -48,7 +50,7 @@ public:
     [[nodiscard]] bool write(const QByteArray& content, const QByteArray& likeName)
     {
         struct stat status;
-        if (m_file >= 0 && ::lstat(likeName.constData(), &status) == 0 && S_ISREG(status.st_mode))
+        if (m_file >= 0 && ::stat(likeName.constData(), &status) == 0 && S_ISREG(status.st_mode))
             (void)::fchmod(m_file, status.st_mode & 07777); // where it may not be kept, the new file has the usual ones
         return m_file >= 0 && writeAll(m_files, m_file, content) && m_files.sync(m_file) == 0;
     }
@@ -96,11 +98,11 @@ bool syncFolder(FileLayer& files, const QString& folder)
     return isDone;
 }
 
-FileReplacement replaceFile(const QString& fileName, const QByteArray& content, FileLayer& files)
+FileReplacement replaceFile(const QString& fileName, const QByteArray& content, FileLayer& files, Leftovers leftovers)
 {
     FileReplacement result;
     const QByteArray name = QFile::encodeName(fileName);
-    FileBeside beside(fileName, files);
+    FileBeside beside(fileName, files, leftovers);
     result.isDone = beside.write(content, name) && beside.rename(name);
     if (!result.isDone || !syncFolder(files, QFileInfo(fileName).absolutePath()))
         result.error = qt_error_string(errno);

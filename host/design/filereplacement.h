@@ -18,8 +18,12 @@ struct FileReplacement
 // stops, the name stands for the old content or for the new one, whole: it is written beside, forced to the disk and
 // renamed, and then the folder is forced to the disk. A link is replaced, not what it points to. The permissions of a
 // file that is replaced are kept.
-[[nodiscard]] FileReplacement replaceFile(
-    const QString& fileName, const QByteArray& content, FileLayer& files = FileLayer::system());
+//
+// The file beside is "NAME.part-1" or the next free number. A program that is killed leaves it behind; who is the only
+// one to write the file, because it has a lock, lets it be removed first.
+enum class Leftovers { Stay, AreRemoved };
+[[nodiscard]] FileReplacement replaceFile(const QString& fileName, const QByteArray& content,
+    FileLayer& files = FileLayer::system(), Leftovers leftovers = Leftovers::Stay);
 
 // Writes all of it; false, with errno, where the system did not take it.
 [[nodiscard]] bool writeAll(FileLayer& files, int file, const QByteArray& bytes);

@@ -13,6 +13,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <optional>
 #include <utility>
 
 namespace mirn::zelchip {
@@ -20,13 +21,6 @@ namespace mirn::zelchip {
 namespace {
 
 const QString ChangedByAnother = QStringLiteral("another program has changed the project; open it again");
-
-// Also when it is a link that leads nowhere.
-bool isThere(const QString& fileName)
-{
-    const QFileInfo file(fileName);
-    return file.exists() || file.isSymLink();
-}
 
 QString freeName(const QString& fileName)
 {
@@ -68,10 +62,25 @@ void Journal::close()
         m_files.close(std::exchange(m_file, -1));
 }
 
-void Journal::expect(qint64 size, bool isHeldByPlacement)
+void Journal::expect(qint64 size, const QByteArray& hash)
 {
     m_size = size;
-    m_isHeldByPlacement = isHeldByPlacement;
+    m_hash = hash;
+}
+
+QString Journal::secure()
+{
+    const bool isAsLeft = m_file >= 0 ? isOurs() : QFileInfo(m_fileName).size() == m_size;
+    if ((isAsLeft && !m_hasMore) || !isThere(m_fileName))
+        return {};
+    (void)setAside();
+    return m_blockage;
+}
+
+journalformat::Holding Journal::content() const
+{
+    return isThere(m_fileName) && m_size > 0 ? journalformat::Holding{m_size, hashOfFile(m_fileName, m_size)}
+                                             : journalformat::Holding();
 }
 
 void Journal::expectHeld()
@@ -83,7 +92,7 @@ void Journal::expectHeld()
 
 void Journal::refuse(const QString& reason)
 {
-    m_refusal = complaint(reason);
+    m_refusal = reason;
 }
 
 QString Journal::claim()
@@ -97,7 +106,8 @@ QString Journal::claim()
     if (!obstacle.isEmpty())
         return obstacle;
     obstacle = objection();
-    if (obstacle.isEmpty() && QFileInfo(m_fileName).size() != m_size)
+    if (obstacle.isEmpty()
+        && (QFileInfo(m_fileName).size() != m_size || (m_size > 0 && hashOfFile(m_fileName) != m_hash)))
         obstacle = ChangedByAnother;
     if (!obstacle.isEmpty())
         m_lock.release();
@@ -143,12 +153,14 @@ QString Journal::startAfter(const QByteArray& base)
     const QString obstacle = claim();
     if (!obstacle.isEmpty())
         return obstacle;
+    const QString foreign = secure();
+    if (!foreign.isEmpty())
+        return foreign;
     startsAfter(base);
-    if (m_file >= 0 && !isOurs() && isThere(m_fileName))
-        (void)setAside(); // whosever it is
     close();
     m_blockage.clear();
     m_isHeldByPlacement = false;
+    m_hasMore = false;
     if (!isThere(m_fileName))
         m_size = 0;
     return m_size == 0 ? QString() : cut(0);
@@ -168,6 +180,7 @@ QString Journal::cut(qint64 size)
 QString Journal::setAside()
 {
     close();
+    m_hasMore = true;
     m_blockage = claim();
     if (!m_blockage.isEmpty())
         return {};
@@ -177,6 +190,7 @@ QString Journal::setAside()
         return {};
     }
     m_size = 0;
+    m_hasMore = false;
     return name;
 }
 
@@ -185,18 +199,29 @@ QString Journal::setAsideFor(const QByteArray& content)
     if (content.isEmpty())
         return setAside();
     close();
+    m_hasMore = true;
     m_blockage = claim();
     if (!m_blockage.isEmpty())
         return {};
     const QString name = keepAside(m_fileName, m_files);
-    const FileReplacement replacement
-        = name.isEmpty() ? FileReplacement{false, qt_error_string(errno)} : replaceFile(m_fileName, content, m_files);
+    FileReplacement replacement{false, qt_error_string(errno)};
+    if (!name.isEmpty())
+        replacement = replaceFile(m_fileName, content, m_files, Leftovers::AreRemoved);
     if (replacement.isDone) {
         m_size = content.size();
+        m_hasMore = false;
         return name;
     }
+    if (!name.isEmpty())
+        m_files.unlink(QFile::encodeName(name).constData()); // it may be the same file under a second name
     m_blockage = QStringLiteral("%1 cannot be set aside: %2").arg(m_fileName, replacement.error);
     return {};
+}
+
+void Journal::block(const QString& reason)
+{
+    m_hasMore = true;
+    m_blockage = reason;
 }
 
 // Whether what is open is still what stands under the name, as this program left it. What was appended to a file that
@@ -234,9 +259,12 @@ QString Journal::prepare()
         return obstacle;
     if (QFileInfo(m_fileName).isSymLink()) {
         QString problem;
-        const QByteArray content
-            = zelengine::readInputFile(m_fileName, LargestJournal, &problem).value_or(QByteArray());
-        const FileReplacement replacement = replaceFile(m_fileName, content, m_files);
+        const std::optional<QByteArray> content = QFileInfo::exists(m_fileName)
+            ? zelengine::readInputFile(m_fileName, LargestJournal, &problem)
+            : QByteArray();
+        if (!content || content->size() != m_size)
+            return content ? ChangedByAnother : complaint(problem);
+        const FileReplacement replacement = replaceFile(m_fileName, *content, m_files, Leftovers::AreRemoved);
         if (!replacement.isDone)
             return complaint(replacement.error);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/design/filelayer.h"
+#include "host/design/journalreader.h"
 #include "host/design/projectlock.h"
 
 #include <QByteArray>
@@ -22,13 +23,22 @@ public:
     Journal(const Journal&) = delete;
     Journal& operator=(const Journal&) = delete;
 
-    // What a reader found: so many bytes, which nobody else may change from now on. Those that are held by the
-    // placement file already go when the first change comes.
-    void expect(qint64 size, bool isHeldByPlacement);
+    // What a reader found, by its size in bytes and its SHA-256: nobody else may change it from now on.
+    void expect(qint64 size, const QByteArray& hash);
     // What is in the file is in the placement file by now, and goes when the next change comes.
     void expectHeld();
-    // That it found nothing it could read: from now on everything is refused for this reason.
+    // From now on everything is refused for this reason.
     void refuse(const QString& reason);
+    [[nodiscard]] bool isRefusing() const { return !m_refusal.isEmpty(); }
+
+    // No change is accepted for this reason until a save has secured what is in the file.
+    void block(const QString& reason);
+
+    // Before a state is saved that is to replace what is in the file: what is there that this program did not write or
+    // could not make again gets a name of its own. Empty on success; else nothing may be saved.
+    [[nodiscard]] QString secure();
+    // The part of the file that this program knows, for the placement file; its size is 0 where there is none.
+    [[nodiscard]] journalformat::Holding content() const;
 
     // Makes the file this program's own, as every change of it does by itself; empty on success, else why another
     // program has it or had it since it was read. It is so until the end of this object, or until it is released.
@@ -69,7 +79,9 @@ private:
     ProjectLock m_lock; // beside it, while this program has changed it
     int m_file = -1;
     qint64 m_size = 0; // as this program knows it
+    QByteArray m_hash; // of what was read, until the first change
     bool m_isHeldByPlacement = false;
+    bool m_hasMore = false; // there is something in it that is in no other file and not in the design
     QByteArray m_base; // of a new file, with its line end; set before anything is appended
     QString m_refusal; // of everything; empty: nothing stands against it
     QString m_blockage; // why nothing may be appended; empty: nothing stands against it

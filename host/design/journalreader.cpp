@@ -5,6 +5,7 @@
 
 #include <QCryptographicHash>
 #include <QFile>
+#include <QFileInfo>
 #include <QList>
 
 #include <unistd.h>
@@ -22,6 +23,15 @@ const QByteArray GroupStart = "# together ";
 
 // A damaged number must not make the program wait for more than there can be.
 constexpr qint64 MostCommandsTogether = 1'000'000;
+constexpr std::size_t MostBytesTogether = std::size_t(1) << 26;
+
+// How many commands count together; more than there can be where the number is damaged.
+qint64 countOf(const QByteArray& text)
+{
+    bool isNumber = false;
+    const qint64 count = text.toLongLong(&isNumber);
+    return isNumber ? std::min(count, MostCommandsTogether + 1) : MostCommandsTogether + 1;
+}
 
 bool startsWith(std::string_view line, const QByteArray& start)
 {
@@ -82,16 +92,17 @@ bool JournalReader::next(Change& change)
     change.lines.clear();
     change.isWhole = true;
     change.isTooLong = false;
+    std::size_t bytes = 0;
     LineReader::Line line;
     for (qint64 begin = size(); m_reader.next(line); begin = size()) {
         ++m_lines;
         if (!line.hasEnd) {
             m_hasTornEnd = true;
-            return false; // with all that counts together with it
+            m_group = {}; // all that counts together with it goes as well
+            return false;
         }
         if (startsWith(line.text, GroupStart)) {
-            const Group begun{
-                std::min(rest(line.text, GroupStart).toLongLong(), MostCommandsTogether + 1), m_lines, begin};
+            const Group begun{countOf(rest(line.text, GroupStart)), m_lines, begin};
             const Group group = std::exchange(m_group, begun);
             if (group.commands <= 0)
                 continue;
@@ -101,8 +112,9 @@ bool JournalReader::next(Change& change)
         }
         if (isEmpty(line.text))
             continue;
-        change.lines.emplace_back(line.text);
-        change.isTooLong = change.isTooLong || line.isTooLong;
+        bytes += line.text.size();
+        change.isTooLong = change.isTooLong || line.isTooLong || bytes > MostBytesTogether;
+        change.lines.emplace_back(bytes > MostBytesTogether ? std::string_view() : line.text);
         if (static_cast<qint64>(change.lines.size()) < std::min(m_group.commands, MostCommandsTogether))
             continue;
         const Group group = std::exchange(m_group, {});
@@ -119,7 +131,7 @@ bool JournalReader::next(Change& change)
 QByteArray JournalReader::baseOf(const QString& fileName)
 {
     const QByteArray line = firstLine(fileName);
-    return line.startsWith(BaseStart) ? line : QByteArray();
+    return line.startsWith(BaseStart) ? line.mid(BaseStart.size()).trimmed().toLower() : QByteArray();
 }
 
 journalformat::Holding JournalReader::holdingOf(const QString& fileName)
@@ -128,26 +140,34 @@ journalformat::Holding JournalReader::holdingOf(const QString& fileName)
     const QList<QByteArray> words = line.mid(HoldingStart.size()).trimmed().split(' ');
     if (!line.startsWith(HoldingStart) || words.size() != 2)
         return {};
-    return {std::max(words.at(0).toLongLong(), qint64(0)), words.at(1)};
+    return {std::max(words.at(0).toLongLong(), qint64(0)), words.at(1).toLower()};
 }
 
 QByteArray hashOfFile(const QString& fileName, qint64 bytes)
 {
     QCryptographicHash hash(QCryptographicHash::Sha256);
+    if (!isThere(fileName))
+        return hash.result().toHex();
     QString error;
     QFile file;
     const int descriptor = zelengine::openInputFile(fileName, LargestJournal, &error);
-    if (descriptor >= 0)
-        (void)file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
+    if (descriptor < 0
+        || !file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
+        return {};
     QByteArray block(1 << 18, Qt::Uninitialized);
-    while (file.isOpen() && bytes > 0) {
-        const qint64 length = file.read(block.data(), std::min<qint64>(block.size(), bytes));
-        if (length <= 0)
-            break;
-        hash.addData(block.left(static_cast<int>(length)));
+    qint64 length = 1;
+    while (bytes > 0 && length > 0) {
+        length = file.read(block.data(), std::min<qint64>(block.size(), bytes));
+        hash.addData(block.left(static_cast<int>(std::max<qint64>(length, 0))));
         bytes -= length;
     }
-    return hash.result().toHex();
+    return length < 0 ? QByteArray() : hash.result().toHex();
+}
+
+bool isThere(const QString& fileName)
+{
+    const QFileInfo file(fileName);
+    return file.exists() || file.isSymLink();
 }
 
 } // namespace mirn::zelchip

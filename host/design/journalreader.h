@@ -50,6 +50,10 @@ public:
         qint64 end = 0;
     };
 
+    explicit JournalReader(FileLayer& files = FileLayer::system())
+        : m_reader(files)
+    { }
+
     // False, with the reason, when there is no file that can be read.
     [[nodiscard]] bool open(const QString& fileName, QString* error);
 
@@ -60,8 +64,15 @@ public:
     [[nodiscard]] qint64 size() const { return m_reader.position(); }
     [[nodiscard]] bool hasTornEnd() const { return m_hasTornEnd; }
 
+    // Why the file was not read to its end, and the SHA-256 of what was read, hexadecimal.
+    [[nodiscard]] const QString& error() const { return m_reader.error(); }
+    [[nodiscard]] QByteArray hash() const { return m_reader.hash(); }
+    // The line where a change begins of which not all commands are there, because the file ends in it; 0: there is
+    // none.
+    [[nodiscard]] int unfinishedLine() const { return m_group.line; }
+
     // What the first line of a file says; nothing where it says nothing of the kind.
-    [[nodiscard]] static QByteArray baseOf(const QString& fileName); // the whole line
+    [[nodiscard]] static QByteArray baseOf(const QString& fileName); // hexadecimal
     [[nodiscard]] static journalformat::Holding holdingOf(const QString& fileName);
 
 private:
@@ -79,8 +90,11 @@ private:
     bool m_hasTornEnd = false;
 };
 
-// The SHA-256 of the first bytes of a file, hexadecimal; of all of them where it is smaller, and of nothing where it
-// cannot be read.
+// Also of a link that leads nowhere.
+[[nodiscard]] bool isThere(const QString& fileName);
+
+// The SHA-256 of the first bytes of a file, hexadecimal; of all of them where it is smaller, of nothing where there is
+// no file. Empty where it cannot be read.
 [[nodiscard]] QByteArray hashOfFile(const QString& fileName, qint64 bytes = LargestJournal);
 
 } // namespace mirn::zelchip

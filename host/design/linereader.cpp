@@ -33,12 +33,16 @@ bool LineReader::open(const QString& fileName, QString* error)
 
 bool LineReader::fill()
 {
-    ssize_t length = -1;
+    long length = -1;
     do {
-        length = ::read(m_file, m_block.data(), m_block.size());
+        length = m_files.read(m_file, m_block.data(), m_block.size());
     } while (length < 0 && errno == EINTR);
     m_begin = m_block.data();
-    m_end = m_begin + std::max<ssize_t>(length, 0);
+    m_end = m_begin + std::max(length, 0L);
+    if (length < 0)
+        m_error = qt_error_string(errno);
+    else
+        m_hash.addData(QByteArray::fromRawData(m_begin, static_cast<int>(length)));
     return length > 0;
 }
 

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/design/filelayer.h"
+
+#include <QByteArray>
+#include <QCryptographicHash>
 #include <QString>
 
 #include <string>
@@ -24,7 +28,9 @@ public:
     // Bytes of a line without its end.
     static constexpr std::size_t LongestLine = std::size_t(1) << 20;
 
-    LineReader() = default;
+    explicit LineReader(FileLayer& files = FileLayer::system())
+        : m_files(files)
+    { }
     ~LineReader();
     LineReader(const LineReader&) = delete;
     LineReader& operator=(const LineReader&) = delete;
@@ -38,10 +44,16 @@ public:
     // In bytes from the beginning of the file: behind the last line that next() returned.
     [[nodiscard]] qint64 position() const { return m_position; }
 
+    // At the end of the file: why it is not its true end, in the system's words; empty otherwise.
+    [[nodiscard]] const QString& error() const { return m_error; }
+    // The SHA-256 of what was read, hexadecimal.
+    [[nodiscard]] QByteArray hash() const { return m_hash.result().toHex(); }
+
 private:
     [[nodiscard]] bool fill();
     void keep(const char* begin, const char* end);
 
+    FileLayer& m_files;
     int m_file = -1;
     std::vector<char> m_block;
     const char* m_begin = nullptr; // of what of the block was not read yet
@@ -49,6 +61,8 @@ private:
     std::string m_kept; // the part of a line that stood in earlier blocks
     bool m_isTooLong = false;
     qint64 m_position = 0;
+    QString m_error;
+    QCryptographicHash m_hash{QCryptographicHash::Sha256};
 };
 
 } // namespace mirn::zelchip

@@ -14,11 +14,23 @@ namespace mirn::zelchip {
 
 namespace {
 
+constexpr int MostCharacters = 64; // of a name
 constexpr qint64 LargestLock = 4096; // bytes; a lock has about a hundred
 
 QString tr(const char* text)
 {
     return QCoreApplication::translate("ProjectLock", text);
+}
+
+// What a file says of somebody may be anything.
+QString printable(QString text)
+{
+    text.truncate(MostCharacters);
+    for (QChar& character : text) {
+        if (!character.isPrint())
+            character = QLatin1Char('?');
+    }
+    return text;
 }
 
 } // namespace
@@ -30,14 +42,14 @@ ProjectLock::ProjectLock(const QString& fileName)
     m_lock.setStaleLockTime(0); // however long the other program runs
 }
 
-// A pipe would wait for its other end. Only what is no regular file stands against it.
+// A pipe would wait for its other end.
 QString ProjectLock::objectionToFile() const
 {
     const QFileInfo file(m_fileName);
-    if (!file.exists() && !file.isSymLink())
+    if ((!file.exists() && !file.isSymLink()) || file.isFile())
         return {};
     const QString objection = zelengine::objectionToInputFile(m_fileName, LargestLock);
-    return objection.isEmpty() ? QString() : tr("the lock %1 is in the way: %2; remove it").arg(m_fileName, objection);
+    return tr("the lock %1 is in the way: %2; remove it").arg(m_fileName, objection);
 }
 
 QString ProjectLock::claim()
@@ -47,6 +59,8 @@ QString ProjectLock::claim()
     const QString objection = objectionToFile();
     if (!objection.isEmpty())
         return objection;
+    if (QFileInfo(m_fileName).size() > LargestLock)
+        return doubt();
     errno = 0;
     if (m_lock.tryLock(0))
         return {};
@@ -59,32 +73,42 @@ QString ProjectLock::claim()
         return tr("the project is being changed by another program (%1, process %2)")
             .arg(other.program, QString::number(other.process));
     }
-    // With a disk so full that it does not take the lock, a last change might still fit in.
-    return problem == ENOSPC || problem == EDQUOT || problem == EFBIG
-        ? tr("the lock %1 cannot be made: %2").arg(m_fileName, qt_error_string(problem))
-        : QString();
+    // Without a lock another program could change the project at the same time.
+    return problem == ENOENT || problem == ENOTDIR
+        ? QString()
+        : tr("the lock %1 cannot be made: %2").arg(m_fileName, qt_error_string(problem));
 }
 
 ProjectLock::Holder ProjectLock::holder() const
 {
     Holder result;
-    if (!m_lock.getLockInfo(&result.process, &result.machine, &result.program))
-        result = {};
+    if (QFileInfo(m_fileName).size() > LargestLock
+        || !m_lock.getLockInfo(&result.process, &result.machine, &result.program))
+        return {};
+    result.machine = printable(result.machine);
+    result.program = printable(result.program);
     return result;
+}
+
+bool ProjectLock::isUndisputed() const
+{
+    return !m_lock.isLocked() || holder().process == QCoreApplication::applicationPid();
 }
 
 QString ProjectLock::doubt() const
 {
     const QFileInfo file(m_fileName);
-    if (m_lock.isLocked() || !file.exists() || !objectionToFile().isEmpty())
+    if (m_lock.isLocked() || !objectionToFile().isEmpty())
+        return objectionToFile();
+    if (!file.exists())
         return {};
     const Holder other = holder();
     const QString time = file.lastModified().toString(Qt::ISODate);
-    const QString way = tr("If nobody changes the project there any more, take it over (zelchip --take-over).");
+    const QString way = tr("If nobody changes the project there any more, take it over (zelchip --take-over)");
     if (other.process <= 0)
         return tr("the lock %1 of %2 does not say which program has the project; it is %3. %4")
             .arg(m_fileName, time, file.size() == 0 ? tr("empty") : tr("damaged"), way);
-    if (other.machine != QSysInfo::machineHostName())
+    if (!other.machine.isEmpty() && other.machine != QSysInfo::machineHostName())
         return tr("the project is being changed by a program on another machine (%1, process %2 on %3, since %4), says "
                   "the lock %5. %6")
             .arg(other.program, QString::number(other.process), other.machine, time, m_fileName, way);
@@ -93,8 +117,9 @@ QString ProjectLock::doubt() const
 
 QString ProjectLock::takeOver()
 {
-    if (doubt().isEmpty() || m_lock.removeStaleLockFile())
-        return {};
+    const QString objection = objectionToFile();
+    if (!objection.isEmpty() || doubt().isEmpty() || m_lock.removeStaleLockFile())
+        return objection;
     return tr("the lock %1 cannot be taken over: a program holds it, or it cannot be removed").arg(m_fileName);
 }
 

@@ -16,10 +16,12 @@ public:
 
     [[nodiscard]] bool isHeld() const { return m_lock.isLocked(); }
 
-    // Empty when it is held now, else who has it, in one sentence. Also empty where no lock can be made, because then
-    // the system refuses the change itself and says why.
+    // Empty when it is held now, else who has it, or why it cannot be had, in one sentence. Also empty where its folder
+    // is none, because then the system refuses the change itself and says why.
     [[nodiscard]] QString claim();
     void release() { m_lock.unlock(); }
+    // False when it is held, but the file says that somebody else has it by now.
+    [[nodiscard]] bool isUndisputed() const;
 
     // Why a lock stands there of which this machine cannot tell whether it is still of use, in one sentence with the
     // file, the machine and the time. Empty where there is none.

@@ -29,7 +29,7 @@ private Q_SLOTS:
         auto* const element = dynamic_cast<ChipElement*>(items.first());
         QVERIFY(element);
         QVERIFY(dynamic_cast<ZELRectItem*>(element));
-        QVERIFY(dynamic_cast<ZELRectAttribute*>(element->attribute()));
+        QVERIFY(dynamic_cast<const ZELRectAttribute*>(element->attribute()));
     }
 
     // The records above were made here, and the loader makes items only of classes that it recognises.

@@ -36,6 +36,13 @@ inline QByteArray contentOf(const QString& fileName)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+inline void write(const QString& fileName, const QByteArray& content)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(fileName));
+}
+
 // A project whose design can be edited, closed and opened again.
 class EditedProject
 {
@@ -87,12 +94,7 @@ public:
 
     QByteArray journal() const { return contentOf(journalFile()); }
 
-    void setJournal(const QByteArray& content)
-    {
-        QFile file(journalFile());
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("cannot write the journal");
-    }
+    void setJournal(const QByteArray& content) { write(journalFile(), content); }
 
     DesignEditor& editor() { return *m_editor; }
     ReferenceEngine& engine() { return *m_engine; }

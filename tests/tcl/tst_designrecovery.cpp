@@ -22,6 +22,9 @@ private Q_SLOTS:
     void savedStateComesBackWithoutAJournal();
     void undoingPastASaveComesBackToo();
     void journalThatWasSavedIsNotMadeAgain();
+    void journalOfAnotherHandIsRead();
+    void whatIsNotReadIsKeptBeforeASave();
+    void changesBySomebodyElseAreNotOverwritten();
     void journalOfAnotherStateIsSetAside();
     void tornLineIsDroppedAndSaid_data();
     void tornLineIsDroppedAndSaid();
@@ -115,6 +118,65 @@ void TestDesignRecovery::journalThatWasSavedIsNotMadeAgain()
     QVERIFY(!QFile::exists(project.journalFile() + QStringLiteral(".aside-1")));
 }
 
+// Line ends of another system, no first line, and both.
+void TestDesignRecovery::journalOfAnotherHandIsRead()
+{
+    EditedProject project;
+    for (const QString& command : EachKind)
+        project.run(command);
+    const QByteArray written = project.journal();
+    const QString state = project.state();
+    for (QByteArray journal : {written, written.mid(written.indexOf('\n') + 1)}) {
+        project.setJournal(journal.replace("\n", "\r\n"));
+        QCOMPARE(project.open().size(), 1);
+        QCOMPARE(project.state(), state);
+    }
+    const QByteArray unnamed = project.journal();
+    QCOMPARE(project.editor().save(), QString());
+    project.setJournal(unnamed); // as if the program had ended before it emptied it
+    QCOMPARE(project.open(), QStringList());
+    QCOMPARE(project.state(), state);
+}
+
+// When it could not be set aside at first because somebody else had the project.
+void TestDesignRecovery::whatIsNotReadIsKeptBeforeASave()
+{
+    EditedProject project;
+    project.run(EachKind.first());
+    const QByteArray journal = project.journal() + "zel_resource place -rsc top/precious -id 50\n";
+    project.open(); // gives its lock back
+    project.setJournal(journal);
+    zeltest::write(project.journalFile() + ".lock", "1\nzelchip\nfarhost\n");
+    const QString said = project.open().join(QLatin1Char(10));
+    QVERIFY2(said.contains("No change is accepted"), qPrintable(said));
+    QVERIFY(project.run(EachKind[1]).contains("farhost"));
+    QVERIFY(QFile::remove(project.journalFile() + ".lock"));
+    QCOMPARE(project.editor().save(), QString());
+    QCOMPARE(contentOf(project.journalFile() + ".aside-1"), journal);
+    QCOMPARE(project.run(EachKind[1]), QString());
+}
+
+// By other means than a program that asks for the lock; also where the size stays the same.
+void TestDesignRecovery::changesBySomebodyElseAreNotOverwritten()
+{
+    EditedProject project;
+    project.run(EachKind[0]);
+    QCOMPARE(project.editor().save(), QString());
+    project.run(EachKind[1]);
+    const QByteArray journal = project.journal();
+    project.open();
+    project.setJournal(QByteArray(journal).replace("-id 20", "-id 30"));
+    for (int i = 0; i < 2; ++i)
+        QVERIFY((i == 0 ? project.run(EachKind[2]) : project.editor().save()).contains("another program has changed"));
+    project.setJournal(journal);
+    project.open();
+    QCOMPARE(project.run(EachKind[2]), QString());
+    const QByteArray saved = contentOf(project.editor().placementFile()).replace("-id 12", "-id 11");
+    zeltest::write(project.editor().placementFile(), saved);
+    QVERIFY(project.editor().save().contains("another program has changed"));
+    QCOMPARE(contentOf(project.editor().placementFile()), saved);
+}
+
 void TestDesignRecovery::journalOfAnotherStateIsSetAside()
 {
     EditedProject project;
@@ -178,6 +240,7 @@ void TestDesignRecovery::foreignCommandsAreRefusedAndKept_data()
     QTest::newRow("two commands in a line") << QByteArray("zel_resource reset -ip top/duo; undo");
     QTest::newRow("a value of the environment") << QByteArray("zel_resource reset -ip $env(HOME)");
     QTest::newRow("a line longer than any command") << "zel_resource reset -ip " + QByteArray(2 << 20, 'x');
+    QTest::newRow("something behind a zero") << QByteArray("zel_resource reset -ip top/duo\0x", 33);
     QTest::newRow("noise") << QByteArray("\xff\xfe\x01 } {");
 }
 

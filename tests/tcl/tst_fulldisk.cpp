@@ -17,6 +17,7 @@ enum class Trouble {
     OneCall, // the disk is full for a moment
     AllCalls, // it stays full
     HalfAWrite, // it fills up in the middle of a write and stays full
+    OneRead, // one call fails, and reading is among those that may
     KillBefore, // the program ends, and nothing that it asks for from then on happens
     KillAfter, // this still happens
 };
@@ -35,6 +36,11 @@ public:
     int open(const char* name, int flags) override
     {
         return call([&] { return FileLayer::open(name, flags); });
+    }
+    long read(int file, char* bytes, std::size_t size) override
+    {
+        return m_trouble == Trouble::OneRead ? call([&] { return FileLayer::read(file, bytes, size); })
+                                             : FileLayer::read(file, bytes, size);
     }
     long write(int file, const char* bytes, std::size_t size) override
     {
@@ -70,7 +76,8 @@ private:
     template <typename Function> auto call(const Function& function) -> decltype(function())
     {
         const int number = m_calls++;
-        const bool isDone = number < m_callsBefore || (number > m_callsBefore && m_trouble == Trouble::OneCall)
+        const bool isDone = number < m_callsBefore
+            || (number > m_callsBefore && (m_trouble == Trouble::OneCall || m_trouble == Trouble::OneRead))
             || (number == m_callsBefore && m_trouble == Trouble::KillAfter);
         const auto result = isDone ? function() : -1;
         errno = isDone ? errno : ENOSPC;
@@ -106,6 +113,7 @@ class TestFullDisk : public zeltest::Test
 private Q_SLOTS:
     void everyCallMayFail_data();
     void everyCallMayFail();
+    void whatCannotBeReadIsNotOverwritten();
     void programMayEndInEveryCall_data();
     void programMayEndInEveryCall();
 };
@@ -145,6 +153,24 @@ void TestFullDisk::everyCallMayFail()
         QVERIFY2(!said.join("").contains("another state"), qPrintable(said.join("; ")));
     }
     QVERIFY(call > 40); // all of them were tried
+}
+
+void TestFullDisk::whatCannotBeReadIsNotOverwritten()
+{
+    EditedProject project;
+    for (const QString& command : {EachKind[0], EachKind[1], QStringLiteral("save"), EachKind[2], EachKind[3]})
+        QCOMPARE(answerOf(project, command), QString());
+    const QString state = project.state();
+    for (int call = 0; call < 4; ++call) { // each file is read in one piece, and then its end
+        FailingFileLayer files(Trouble::OneRead, call);
+        const QString said = project.open(files).join("");
+        QVERIFY2(said.contains("cannot be read: No space left on device"), qPrintable(said));
+        for (const QString& command : {EachKind[5], QStringLiteral("save")})
+            QVERIFY(answerOf(project, command).contains("cannot be read: ")
+                || answerOf(project, command).contains("cannot be kept in "));
+        project.open();
+        QCOMPARE(project.state(), state);
+    }
 }
 
 void TestFullDisk::programMayEndInEveryCall_data()
