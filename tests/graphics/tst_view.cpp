@@ -247,7 +247,10 @@ void TestView::bandSelectsWhatItTouches_data()
     QTest::newRow("two touched") << QPointF(28, 5) << QPointF(75, 15) << QSet<int>{1, 2};
     QTest::newRow("nothing there") << QPointF(100, 60) << QPointF(150, 90) << QSet<int>{};
     QTest::newRow("beside the slope of a polygon") << QPointF(185, 35) << QPointF(198, 45) << QSet<int>{};
-    QTest::newRow("too thin a band is a click at its end") << QPointF(75, 40) << QPointF(76, 20) << QSet<int>{2};
+    // These begin on a rect and end where nothing is.
+    QTest::newRow("too thin a band is a click at its end") << QPointF(75, 20) << QPointF(76, 50) << QSet<int>{};
+    QTest::newRow("too flat a band is one, too") << QPointF(85, 20) << QPointF(110, 21) << QSet<int>{};
+    QTest::newRow("just wide enough") << QPointF(88, 20) << QPointF(91, 50) << QSet<int>{2};
 }
 
 void TestView::bandSelectsWhatItTouches()
