@@ -10,11 +10,27 @@ namespace {
 
 constexpr QSize WindowSize(150, 30); // pixels
 
+// Should the pointer get onto the text, the drag must still reach the site below.
+class TextWindow final : public QPlainTextEdit
+{
+public:
+    using QPlainTextEdit::QPlainTextEdit;
+
+protected:
+    // Between the making of the window and its coming up. Whoever asks for the window earlier, through winId(), turns
+    // every widget around it into a window of the window system.
+    void showEvent(QShowEvent* event) override
+    {
+        windowHandle()->setFlag(Qt::WindowTransparentForInput);
+        QPlainTextEdit::showEvent(event);
+    }
+};
+
 } // namespace
 
 void HoverText::create(QWidget* view)
 {
-    m_window = new QPlainTextEdit(view); // child of the view
+    m_window = new TextWindow(view); // child of the view
     m_window->setWindowFlags(
         Qt::Drawer | Qt::MSWindowsFixedSizeDialogHint | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     m_window->setAttribute(Qt::WA_ShowWithoutActivating);
@@ -30,9 +46,6 @@ void HoverText::show(const QString& text, const void* owner)
     m_owner = owner;
     if (m_window->toPlainText() != text) // making a document anew takes longer than the rest of a drag's move
         m_window->setPlainText(text);
-    // Should the pointer get onto the window, the drag must still reach the site below.
-    m_window->winId();
-    m_window->windowHandle()->setFlag(Qt::WindowTransparentForInput);
     m_window->setVisible(!text.isEmpty());
 }
 

@@ -8,6 +8,7 @@
 #include <QPaintEvent>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QWindow>
 
 #include <functional>
 #include <limits>
@@ -304,6 +305,8 @@ void TestScene::hoverTextFollowsTheDragAndGoesWithIt()
         QApplication::sendEvent(chip.scene(), &event);
     };
     chip.database()->hoverText().show(QStringLiteral("site"), nullptr);
+    QVERIFY(hoverText->windowHandle()->flags() & Qt::WindowTransparentForInput);
+    QVERIFY(!chip.view()->viewport()->testAttribute(Qt::WA_NativeWindow)); // nor any other widget of the window
     send(QEvent::GraphicsSceneDragMove);
     QCOMPARE(hoverText->pos(), QPoint(230, 130));
     send(QEvent::GraphicsSceneDragLeave);
