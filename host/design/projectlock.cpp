@@ -5,14 +5,22 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QFile>
 #include <QFileInfo>
 #include <QSysInfo>
+#include <QThread>
+
+#include <signal.h>
 
 #include <cerrno>
 
 namespace mirn::zelchip {
 
 namespace {
+
+// A lock is empty for a moment while it is made, and a program that finds the project changed gives it back at once.
+constexpr int Attempts = 6;
+constexpr unsigned long AttemptMilliseconds = 10;
 
 constexpr int MostCharacters = 64; // of a name
 constexpr qint64 LargestLock = 4096; // bytes; a lock has about a hundred
@@ -61,22 +69,39 @@ QString ProjectLock::claim()
         return objection;
     if (QFileInfo(m_fileName).size() > LargestLock)
         return doubt();
-    errno = 0;
-    if (m_lock.tryLock(0))
-        return {};
-    const int problem = errno;
-    if (m_lock.error() == QLockFile::LockFailedError) {
-        const QString question = doubt();
-        if (!question.isEmpty())
-            return question;
-        const Holder other = holder();
+    int problem = 0;
+    for (int attempt = 0; attempt < Attempts && (attempt == 0 || !isOfRunningProgram()); ++attempt) {
+        if (attempt > 0)
+            QThread::msleep(AttemptMilliseconds);
+        // Of a program that was killed while it replaced a lock.
+        if (attempt == Attempts - 1)
+            QFile::remove(m_fileName + QLatin1String(".rmlock"));
+        errno = 0;
+        if (m_lock.tryLock(0))
+            return {};
+        problem = errno;
+        if (m_lock.error() != QLockFile::LockFailedError)
+            break;
+    }
+    const QString question = doubt();
+    if (!question.isEmpty())
+        return question;
+    const Holder other = holder();
+    if (isOfRunningProgram())
         return tr("the project is being changed by another program (%1, process %2)")
             .arg(other.program, QString::number(other.process));
-    }
     // Without a lock another program could change the project at the same time.
     return problem == ENOENT || problem == ENOTDIR
         ? QString()
         : tr("the lock %1 cannot be made: %2").arg(m_fileName, qt_error_string(problem));
+}
+
+// On this machine.
+bool ProjectLock::isOfRunningProgram() const
+{
+    const Holder other = holder();
+    const bool isHere = other.machine.isEmpty() || other.machine == QSysInfo::machineHostName();
+    return other.process > 0 && isHere && (::kill(static_cast<pid_t>(other.process), 0) == 0 || errno != ESRCH);
 }
 
 ProjectLock::Holder ProjectLock::holder() const

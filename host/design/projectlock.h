@@ -40,6 +40,7 @@ private:
     };
 
     [[nodiscard]] Holder holder() const;
+    [[nodiscard]] bool isOfRunningProgram() const;
     [[nodiscard]] QString objectionToFile() const;
 
     const QString m_fileName;

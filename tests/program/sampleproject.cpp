@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "tests/program/sampleproject.h"
 
-#include <QDir>
 #include <QFile>
 
-SampleProject::SampleProject()
+SampleProject::SampleProject(const QString& where)
+    : m_folder(where + QStringLiteral("/zelchip-XXXXXX"))
 {
     const QDir sample(QStringLiteral(ZEL_SAMPLE_FOLDER));
     QDir().mkpath(path());

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDir>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -10,7 +11,7 @@
 class SampleProject
 {
 public:
-    SampleProject();
+    explicit SampleProject(const QString& where = QDir::tempPath());
 
     [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("project")); }
     [[nodiscard]] QString implementation() const { return path() + QStringLiteral("/impl1"); }
