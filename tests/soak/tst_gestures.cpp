@@ -59,12 +59,12 @@ void keepWarning(QtMsgType type, const QMessageLogContext&, const QString& text)
 }
 
 // Of the heap, in MB.
-double memoryInUse()
+[[maybe_unused]] double memoryInUse()
 {
     return static_cast<double>(mallinfo2().uordblks) / (1 << 20);
 }
 
-double middle(std::vector<double>::iterator begin, std::vector<double>::iterator end)
+[[maybe_unused]] double middle(std::vector<double>::iterator begin, std::vector<double>::iterator end)
 {
     const auto half = begin + (end - begin) / 2;
     std::nth_element(begin, half, end);
