@@ -3,13 +3,10 @@
 #include "tests/support/testmain.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QRandomGenerator>
 #include <QTest>
-#include <QThread>
 #include <QtEndian>
 
 #include <random>
@@ -136,9 +133,6 @@ class TestRecovery : public zeltest::Test
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void killedAfterAStep_data();
-    void killedAfterAStep();
-    void killedAtAnyMoment();
     void exitKeepsWhatWasConfirmed_data();
     void exitKeepsWhatWasConfirmed();
     void lastStepIsCutOff_data();
@@ -178,46 +172,6 @@ void TestRecovery::init()
 {
     zeltest::Test::init();
     m_project.forgetWork();
-}
-
-void TestRecovery::killedAfterAStep_data()
-{
-    QTest::addColumn<int>("steps");
-    for (int steps : {0, 1, 5, 6, 8, 9, 12, 16})
-        QTest::addRow("%d steps", steps) << steps;
-}
-
-// The program waits for a line after each step, so it ends between two of them.
-void TestRecovery::killedAfterAStep()
-{
-    QFETCH(int, steps);
-    Victim victim(m_project, "gets stdin\n" + confirming("gets stdin"));
-    for (int step = 0; step < steps; ++step) {
-        victim.goOn();
-        QVERIFY(victim.waitForLine());
-    }
-    QCOMPARE(victim.kill(), steps);
-    QCOMPARE(stateOf(m_project), m_states[steps]);
-}
-
-// Besides what was confirmed only the step in between may have been kept.
-void TestRecovery::killedAtAnyMoment()
-{
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(runBatch(m_project, confirming({})).status, 0);
-    const auto wholeRun = static_cast<int>(timer.nsecsElapsed() / 1000);
-    for (int round = 0; round < 10; ++round) {
-        m_project.forgetWork();
-        Victim victim(m_project, "puts begin\n" + confirming({}));
-        if (round % 2 == 0)
-            QVERIFY(victim.waitForLine());
-        QThread::usleep(QRandomGenerator::global()->bounded(round % 2 == 0 ? 3'000 : wholeRun));
-        const int confirmed = victim.kill();
-        const QByteArray state = stateOf(m_project);
-        QVERIFY2(state == m_states[confirmed] || state == m_states.value(confirmed + 1),
-            qPrintable(QStringLiteral("after %1 confirmed steps").arg(confirmed)));
-    }
 }
 
 void TestRecovery::exitKeepsWhatWasConfirmed_data()
