@@ -42,6 +42,7 @@ int Attendant::choose(int count)
 
 void Attendant::attend()
 {
+    m_timer.start(0); // anew: what this opens is to be answered as well before it returns
     QWidget* popup = QApplication::activePopupWidget();
     if (auto* menu = qobject_cast<QMenu*>(popup)) {
         answerMenu(*menu);
