@@ -34,6 +34,7 @@ using namespace mirn::zelchipview;
 namespace {
 
 constexpr int TurnsToSettle = 200; // of the event loop
+constexpr int TurnsToRest = 5; // a turn posts events for the next one: a new window lays out, then fits its drawing
 constexpr int GesturesPerPicture = 40; // comparing pictures takes longer than most gestures
 
 ZELChipViewDatabase& database()
@@ -227,7 +228,8 @@ void GestureWindow::settle()
     do {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    } while (Attendant::isWanted() && ++turns < TurnsToSettle);
+        ++turns;
+    } while (turns < TurnsToRest || (Attendant::isWanted() && turns < TurnsToSettle));
     expect(turns < TurnsToSettle, QStringLiteral("a menu or a dialog does not go away"));
 }
 
