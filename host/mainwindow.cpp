@@ -279,8 +279,8 @@ void MainWindow::refreshView()
     showDesignState();
 }
 
-// The view's own flag says the same of settings that were written through it, but knows neither of values that were in
-// force already nor of undo.
+// The editor decides what is unsaved. The view's own flag is also raised by values that were in force already, and undo
+// does not lower it.
 void MainWindow::showDesignState()
 {
     if (!editor().isModified())
@@ -288,7 +288,7 @@ void MainWindow::showDesignState()
     const QUndoStack& stack = editor().undoStack();
     m_actions.showHistory(
         stack.canUndo() ? stack.undoText() : QString(), stack.canRedo() ? stack.redoText() : QString());
-    const bool isModified = editor().isModified() || m_surface->chipView()->getDirtyFlag() != 0;
+    const bool isModified = editor().isModified();
     m_actions.save->setEnabled(isModified);
     setWindowModified(isModified);
 }

@@ -124,9 +124,8 @@ QStringList GestureWindow::state() const
 
 void GestureWindow::checkDesign()
 {
-    const bool isModified = editor().isModified() || chipView()->getDirtyFlag() != 0;
-    expect(
-        m_window->isWindowModified() == isModified, QStringLiteral("the window's title does not tell what is unsaved"));
+    expect(m_window->isWindowModified() == editor().isModified(),
+        QStringLiteral("the window's title does not tell what is unsaved"));
     const zelengine::Design& design = editor().engine().design();
     for (const int index : design.all()) {
         const int site = design.resource(index).site;

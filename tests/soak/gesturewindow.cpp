@@ -338,20 +338,16 @@ void GestureWindow::finishStroke()
 {
     const auto* band = view()->findChild<QRubberBand*>();
     mouse(Gesture::Move, view()->viewport(), place(), Qt::NoButton); // as Qt has it before a release elsewhere
+    settle();
     const bool isSelecting = database().getMouseMode() == ACTION_SELECT && band->isVisible();
     const QPoint position = place();
-    const QRect area = isSelecting ? band->geometry() : QRect();
+    // Selected elements have another pen, and with it another shape: what is to be selected is asked before.
+    const QSet<int> expected = isSelecting ? idsTouchedBy(band->geometry(), position) : QSet<int>();
     mouse(Gesture::Release, view()->viewport(), position, Qt::LeftButton);
     if (!isSelecting || band->isVisible())
         return;
-    // What lies at the border of the band may be in it or not: the window may have moved the drawing by a part of a
-    // pixel while it made room for what the gesture changed.
-    const QSet<int> expected = idsTouchedBy(area, position);
-    const bool isBand = area.width() > 2 && area.height() > 2;
-    const QSet<int> inside = isBand ? idsTouchedBy(area.adjusted(1, 1, -1, -1), position) : expected;
-    const QSet<int> outside = isBand ? idsTouchedBy(area.adjusted(-1, -1, 1, 1), position) : expected;
     const QSet<int> selected = database().selectedIds().ids();
-    expect(selected == expected || (selected.contains(inside) && outside.contains(selected)),
+    expect(selected == expected,
         QStringLiteral("selected are %1 instead of %2").arg(textOf(selected), textOf(expected)));
     const int occupant = expected.size() == 1 ? editor().engine().design().occupant(*expected.begin()) : -1;
     QTreeWidgetItem* row = occupant >= 0 ? rowOf(editor().engine().design().resource(occupant).path) : nullptr;

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryFile>
 
 #include <algorithm>
@@ -21,6 +22,12 @@ Gestures lastRound(const Gestures& gestures, std::size_t end)
     std::size_t begin = std::min(end, gestures.size());
     while (begin > 0 && gestures[--begin].kind != Gesture::Begin) { }
     return {gestures.begin() + static_cast<std::ptrdiff_t>(begin), gestures.begin() + static_cast<std::ptrdiff_t>(end)};
+}
+
+QString withoutElements(QString fault)
+{
+    static const QRegularExpression ids(QStringLiteral("[{0-9].*"));
+    return fault.remove(ids);
 }
 
 } // namespace
@@ -41,14 +48,15 @@ Outcome runApart(const Gestures& gestures, int milliseconds)
     }
     Outcome outcome;
     QByteArray rest;
-    bool isFault = false;
+    QByteArray fault;
     const QList<QByteArray> lines = process.readAll().split('\n');
     for (const QByteArray& line : lines) {
         if (line.startsWith(Step)) {
             outcome.done = line.mid(Step.size()).toUInt();
             continue;
         }
-        isFault = isFault || line.startsWith(Fault);
+        if (line.startsWith(Fault))
+            fault = line.mid(Fault.size());
         rest += line + '\n';
     }
     const bool isWell = hasEnded && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
@@ -56,17 +64,20 @@ Outcome runApart(const Gestures& gestures, int milliseconds)
     if (!hasEnded)
         outcome.fault = QStringLiteral("hangs");
     else if (!isWell)
-        outcome.fault = isFault ? QStringLiteral("a fault") : QStringLiteral("ends with %1").arg(process.exitCode());
+        outcome.fault
+            = fault.isEmpty() ? QStringLiteral("ends with %1").arg(process.exitCode()) : QString::fromUtf8(fault);
     return outcome;
 }
 
-Gestures shortened(Gestures gestures, int milliseconds)
+Gestures shortened(Gestures gestures, const QString& fault, int milliseconds)
 {
     QElapsedTimer clock;
     clock.start();
     const auto left = [&] { return static_cast<int>(milliseconds - clock.elapsed()); };
+    // A shorter sequence may meet another fault, or the same one with other elements.
     const auto fails = [&](const Gestures& candidate) {
-        return left() > 0 && !candidate.empty() && !runApart(candidate, left()).fault.isEmpty();
+        return left() > 0 && !candidate.empty() && candidate.front().kind == Gesture::Begin
+            && withoutElements(runApart(candidate, left()).fault) == withoutElements(fault);
     };
     const Gestures last = lastRound(gestures, gestures.size());
     if (last.size() < gestures.size() && fails(last))

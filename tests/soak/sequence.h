@@ -16,6 +16,6 @@ struct Outcome
 // Runs this program on the gestures, for so many milliseconds at most.
 [[nodiscard]] Outcome runApart(const Gestures& gestures, int milliseconds);
 
-// The shortest list that still ends in a fault, as far as it is found in the time: tries to do without ever smaller
-// parts of it.
-[[nodiscard]] Gestures shortened(Gestures gestures, int milliseconds);
+// The shortest list that still ends in the same fault, as far as it is found in the time: tries to do without ever
+// smaller parts of it.
+[[nodiscard]] Gestures shortened(Gestures gestures, const QString& fault, int milliseconds);

@@ -172,7 +172,7 @@ int soak()
         if (!outcome.fault.isEmpty()) {
             gestures.resize(std::min(gestures.size(), outcome.done));
             std::printf("%s\nThe shortest sequence found:\n", qPrintable(outcome.fault));
-            std::printf("%s", toText(shortened(gestures, TimeToShorten)).constData());
+            std::printf("%s", toText(shortened(gestures, outcome.fault, TimeToShorten)).constData());
             return 1;
         }
     }
