@@ -5,6 +5,7 @@
 #include "benchmarks/device.h"
 #include "benchmarks/layoutviewer.h"
 #include "benchmarks/measure.h"
+#include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "platform/contract/svgparser.h"
@@ -13,6 +14,8 @@
 #include <QImage>
 #include <QPainter>
 #include <QScrollBar>
+
+using mirn::zelchipview::ZELChipViewDatabase;
 
 namespace zelbench {
 
@@ -50,6 +53,16 @@ void paintAll(benchmark::State& state, Device& device, double zoom)
         further += window.settle();
     }
     state.counters["further paints"] = further;
+}
+
+// The host holds every attribute and may have changed its values without a word. A window stays like that for good.
+void paintHandedOut(benchmark::State& state, Device& device)
+{
+    device.window();
+    for (int loadNumber = 1; loadNumber <= device.elements(); ++loadNumber)
+        ZELChipViewDatabase::getInstance()->getGraphicItemAttribute(loadNumber);
+    paintAll(state, device, 1.0);
+    device.closeWindow();
 }
 
 void paintUnchanged(benchmark::State& state, Device& device)
@@ -147,6 +160,8 @@ void addPaintingBenchmarks(int elements)
     add("pan by 50 pixels at 4x", elements, [=](benchmark::State& state) { pan(state, Device::ofSize(elements)); });
     add("repaint, nothing changed", elements,
         [=](benchmark::State& state) { paintUnchanged(state, Device::ofSize(elements)); });
+    add("full repaint, handed out", elements,
+        [=](benchmark::State& state) { paintHandedOut(state, Device::ofSize(elements)); });
 }
 
 } // namespace zelbench

@@ -49,22 +49,27 @@ QString textOf(const QSet<int>& ids)
 }
 
 // As Qt finds them.
-QSet<int> GestureWindow::idsTouchedBy(const QRect& band, QPoint position) const
+QSet<int> GestureWindow::idsTouchedBy(const QRect& band) const
 {
-    const QRectF area = view()->mapToScene(band).boundingRect();
-    const bool isBand = area.width() > 2 && area.height() > 2;
-    const QList<QGraphicsItem*> items
-        = isBand ? view()->scene()->items(area, Qt::IntersectsItemShape) : view()->items(position);
     QSet<int> ids;
+    const QRectF area = view()->mapToScene(band).boundingRect();
+    const QList<QGraphicsItem*> items = view()->scene()->items(area, Qt::IntersectsItemShape);
     for (const QGraphicsItem* item : items) {
-        const ZELGraphicItemAttribute* attribute = attributeOf(item);
-        if (!attribute || (!isBand && attribute->kind == ZEL_GRAPHIC_TEXT))
-            continue;
-        ids.insert(attribute->itemId);
-        if (!isBand)
-            break;
+        if (const ZELGraphicItemAttribute* attribute = attributeOf(item))
+            ids.insert(attribute->itemId);
     }
     return ids;
+}
+
+QSet<int> GestureWindow::idsClickedAt(QPoint position) const
+{
+    const QList<QGraphicsItem*> items = view()->items(position);
+    for (const QGraphicsItem* item : items) {
+        const ZELGraphicItemAttribute* attribute = attributeOf(item);
+        if (attribute && attribute->kind != ZEL_GRAPHIC_TEXT)
+            return {attribute->itemId};
+    }
+    return {};
 }
 
 // The site of the row's resource, else those of the rows below it.

@@ -80,7 +80,8 @@ private:
     [[nodiscard]] int anySite(int resource) const;
     [[nodiscard]] QTreeWidgetItem* anyRow() const;
     [[nodiscard]] QTreeWidgetItem* rowOf(const QString& resource) const;
-    [[nodiscard]] QSet<int> idsTouchedBy(const QRect& band, QPoint position) const;
+    [[nodiscard]] QSet<int> idsTouchedBy(const QRect& band) const;
+    [[nodiscard]] QSet<int> idsClickedAt(QPoint position) const;
     [[nodiscard]] QSet<int> idsOf(const QTreeWidgetItem& row) const;
     [[nodiscard]] QStringList state() const;
     [[nodiscard]] mirn::zelchip::DesignEditor& editor() const;
