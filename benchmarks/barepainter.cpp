@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/barepainter.h"
 
-#include "graphics/paintrules.h"
+#include "graphics/elements/paintrules.h"
 #include "platform/contract/zelgraphicrecords.h"
 #include "platform/contract/zeltext.h"
 

@@ -4,7 +4,7 @@
 #include "benchmarks/device.h"
 #include "benchmarks/measure.h"
 #include "chipview/zelchipviewdatabase.h"
-#include "dialogs/graphicitemdynamicattribute.h"
+#include "graphics/elements/graphicitemdynamicattribute.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"

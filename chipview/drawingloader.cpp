@@ -2,7 +2,8 @@
 #include "chipview/drawingloader.h"
 
 #include "chipview/zelchipviewdatabase.h"
-#include "graphics/attributeregistry.h"
+#include "graphics/elements/attributeregistry.h"
+#include "graphics/sceneelements.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zellineattribute.h"
@@ -136,9 +137,9 @@ bool DrawingLoader::load(const SVGParser& parser)
     const QuietViews quiet(*m_scene);
     m_items.clear();
     m_replaced.clear();
-    m_scene->beginOwnChanges();
+    m_scene->elements().beginOwnChanges();
     const bool isLoaded = makeElements(parser) && addItems();
-    m_scene->endOwnChanges();
+    m_scene->elements().endOwnChanges();
     if (!isLoaded) {
         withdraw();
         return false;

@@ -14,6 +14,7 @@
 #include "resources/zeltree.h"
 
 #include <QDockWidget>
+#include <QPointer>
 
 namespace mirn::zelchipview {
 
@@ -46,23 +47,32 @@ template <typename Object> void takeOut(Object* object, const QObject* window)
 
 } // namespace
 
+struct ZelChipGUI::Parts
+{
+    zelchipengine* engine; // not owned
+    QPointer<ZelGraphicsScene> scene;
+    QPointer<ZelGraphicsView> view;
+    QPointer<ZelTree> tree;
+    QPointer<ZelResTable> table;
+};
+
 ZelChipGUI::ZelChipGUI(zelchipengine* engine, QWidget* parent)
     : QMainWindow(parent, Qt::WindowFlags())
-    , m_engine(engine)
+    , m_parts(new Parts{engine, {}, {}, {}, {}})
 {
     ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
     database->setChipEngine(engine);
     database->setParent(parent);
-    m_scene = database->getScene(this);
-    m_view = database->getView(m_scene);
-    m_view->setResizeAnchor(QGraphicsView::AnchorUnderMouse);
-    m_view->setRenderHint(QPainter::Antialiasing, true);
-    m_view->setViewportUpdateMode(QGraphicsView::BoundingRectViewportUpdate);
-    m_tree = database->getTree(this);
-    m_table = database->getResTable(this);
-    setCentralWidget(m_view);
-    addDock(QStringLiteral("Placement"), tr("Placement"), m_tree);
-    addDock(QStringLiteral("Usage"), tr("Usage"), m_table);
+    m_parts->scene = database->getScene(this);
+    m_parts->view = database->getView(m_parts->scene);
+    m_parts->view->setResizeAnchor(QGraphicsView::AnchorUnderMouse);
+    m_parts->view->setRenderHint(QPainter::Antialiasing, true);
+    m_parts->view->setViewportUpdateMode(QGraphicsView::BoundingRectViewportUpdate);
+    m_parts->tree = database->getTree(this);
+    m_parts->table = database->getResTable(this);
+    setCentralWidget(m_parts->view);
+    addDock(QStringLiteral("Placement"), tr("Placement"), m_parts->tree);
+    addDock(QStringLiteral("Usage"), tr("Usage"), m_parts->table);
     connect(database, &ZELChipViewDatabase::sigRunTclCmd, this, &ZelChipGUI::sigRunTclCmd);
 }
 
@@ -72,8 +82,8 @@ ZelChipGUI::~ZelChipGUI()
     // controller is already gone.
     if (ZELChipViewDatabase* database = ZELChipViewDatabase::existingInstance())
         database->clearHighlightedProbPlaceItems();
-    takeOut(m_scene.data(), this);
-    takeOut(m_tree.data(), this);
+    takeOut(m_parts->scene.data(), this);
+    takeOut(m_parts->tree.data(), this);
 }
 
 void ZelChipGUI::addDock(const QString& name, const QString& title, QWidget* content)
@@ -93,7 +103,7 @@ bool ZelChipGUI::initTreeView()
 
 bool ZelChipGUI::initGrahpicView()
 {
-    const zelchipdata* chip = m_engine ? m_engine->chip() : nullptr;
+    const zelchipdata* chip = m_parts->engine ? m_parts->engine->chip() : nullptr;
     const std::string drawingFile = chip ? chip->drawingFile() : std::string();
     debugOut("ZelChipGUI::initGrahpicView svfgile: " + drawingFile);
     SVGParser* parser = ZELChipViewDatabase::getInstance()->getSVGParser();
@@ -102,7 +112,7 @@ bool ZelChipGUI::initGrahpicView()
         return false;
     const std::string workingPath = implementation->getImplementFullPath() + WorkingFileName;
     debugOut("ZelChipGUI::initGrahpicView filePath: " + workingPath);
-    if (m_scene && m_view)
+    if (m_parts->scene && m_parts->view)
         loadDrawing(*parser, drawingFile, workingPath);
     refresh(REFRESH_GRAPHIC);
     return true;
@@ -113,36 +123,36 @@ void ZelChipGUI::loadDrawing(SVGParser& parser, const std::string& drawingFile, 
     const bool isLoaded = parser.loadSVGElements(drawingFile, workingPath);
     debugOut(std::string("ZelChipGUI::initGrahpicView loadSVGElements ") + (isLoaded ? "FINISHED" : "FAILED") + "  "
         + workingPath);
-    // Also after a failure: what could be read is shown.
-    m_scene->setGlobalParameter(parser.getSVGParameter());
-    const zel_Parameter& parameter = m_scene->globalParameter();
-    m_scene->setSceneRect(0, 0, parameter.width, parameter.height);
-    m_view->setCurrentScale(parameter.initialScale);
-    DrawingLoader(m_scene).load(parser);
+    // After a failure, what could be read is shown.
+    m_parts->scene->setGlobalParameter(parser.getSVGParameter());
+    const zel_Parameter& parameter = m_parts->scene->globalParameter();
+    m_parts->scene->setSceneRect(0, 0, parameter.width, parameter.height);
+    m_parts->view->setCurrentScale(parameter.initialScale);
+    DrawingLoader(m_parts->scene).load(parser);
 }
 
 void ZelChipGUI::zoomIn()
 {
-    if (m_view)
-        m_view->zoomIn();
+    if (m_parts->view)
+        m_parts->view->zoomIn();
 }
 
 void ZelChipGUI::zoomOut()
 {
-    if (m_view)
-        m_view->zoomOut();
+    if (m_parts->view)
+        m_parts->view->zoomOut();
 }
 
 void ZelChipGUI::zoomFit()
 {
-    if (m_view)
-        m_view->zoomFit();
+    if (m_parts->view)
+        m_parts->view->zoomFit();
 }
 
 void ZelChipGUI::zoomTo()
 {
-    if (m_view)
-        m_view->zoomTo(nullptr);
+    if (m_parts->view)
+        m_parts->view->zoomTo(nullptr);
 }
 
 bool ZelChipGUI::refresh(Enum_ChipView_Refresh_Type kind)
@@ -168,14 +178,14 @@ QMap<int, QAction*>* ZelChipGUI::getActions()
 void ZelChipGUI::expandAllTreeItems()
 {
     // Without columns Qt would look for the rows below each row among those at the top, for ever.
-    if (m_tree && m_tree->columnCount() > 0)
-        m_tree->expandAll();
+    if (m_parts->tree && m_parts->tree->columnCount() > 0)
+        m_parts->tree->expandAll();
 }
 
 void ZelChipGUI::collapseAllTreeItems()
 {
-    if (m_tree)
-        m_tree->collapseAll();
+    if (m_parts->tree)
+        m_parts->tree->collapseAll();
 }
 
 } // namespace mirn::zelchipview

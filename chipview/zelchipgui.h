@@ -6,8 +6,8 @@
 
 #include <QMainWindow>
 #include <QMap>
-#include <QPointer>
 
+#include <memory>
 #include <string>
 
 class QAction;
@@ -15,11 +15,6 @@ class SVGParser;
 class zelchipengine;
 
 namespace mirn::zelchipview {
-
-class ZelGraphicsScene;
-class ZelGraphicsView;
-class ZelResTable;
-class ZelTree;
 
 // The chip-planning view: what a host embeds. The floorplan is the central widget, the resource tree is in the
 // "Placement" dock and the usage figures are in the "Usage" dock. Everything is held together by the controller, which
@@ -35,7 +30,7 @@ public:
     ZelChipGUI(zelchipengine* engine, QWidget* parent);
     ~ZelChipGUI() override;
 
-    // Does nothing and gives true: the tree fills itself.
+    // Does nothing and returns true: the tree fills itself.
     bool initTreeView();
 
     // Loads the chip drawing into the scene; to be called once, before the first refresh(). False only when there is
@@ -78,11 +73,8 @@ private:
     void addDock(const QString& name, const QString& title, QWidget* content);
     void loadDrawing(SVGParser& parser, const std::string& drawingFile, const std::string& workingPath);
 
-    QPointer<ZelGraphicsScene> m_scene;
-    QPointer<ZelGraphicsView> m_view;
-    QPointer<ZelTree> m_tree;
-    QPointer<ZelResTable> m_table;
-    zelchipengine* m_engine;
+    struct Parts;
+    const std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace mirn::zelchipview

@@ -2,15 +2,17 @@
 #include "chipview/zelchipviewdatabase.h"
 
 #include "chipview/chipviewnavigator.h"
+#include "chipview/controllerparts.h"
 #include "chipview/toolactions.h"
 #include "dialogs/dynamicvalues.h"
 #include "filter/viewfilter.h"
-#include "graphics/attributeregistry.h"
+#include "graphics/elements/attributeregistry.h"
+#include "graphics/hovertext.h"
+#include "graphics/sceneelements.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "placement/dropquery.h"
-#include "placement/hovertext.h"
 #include "placement/placementhighlighter.h"
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zelchipengine.h"
@@ -29,6 +31,23 @@
 // elements of the drawing stands in zelchipviewdatabase_resources.cpp and zelchipviewdatabase_elements.cpp.
 
 namespace mirn::zelchipview {
+
+namespace {
+
+template <typename Interface> Interface& controllerAs()
+{
+    return *ZELChipViewDatabase::getInstance();
+}
+
+// Before anything of the view is made, whoever makes it first.
+[[maybe_unused]] const bool isProvided = [] {
+    DrawingController::setProvider(controllerAs<DrawingController>);
+    TreeController::setProvider(controllerAs<TreeController>);
+    SettingsController::setProvider(controllerAs<SettingsController>);
+    return true;
+}();
+
+} // namespace
 
 ZELChipViewDatabase* ZELChipViewDatabase::m_object = nullptr;
 
@@ -50,50 +69,56 @@ ZELChipViewDatabase* ZELChipViewDatabase::existingInstance()
     return m_object;
 }
 
+ZELChipViewDatabase::Parts::Parts(ZELChipViewDatabase* controller)
+    : treeModel(std::make_unique<ResourceTreeModel>())
+    , usageRows(std::make_unique<UsageRows>())
+    , dropQuery(std::make_unique<DropQuery>())
+    , highlighter(std::make_unique<PlacementHighlighter>(new QTimer(controller)))
+    , dynamicValues(std::make_unique<DynamicValues>())
+    , filter(std::make_unique<ViewFilter>())
+    , toolActions(std::make_unique<ToolActions>(controller))
+    , hoverText(std::make_unique<HoverText>())
+    , attributes(std::make_unique<AttributeRegistry>())
+{ }
+
+ZELChipViewDatabase::Parts::~Parts() = default;
+
 ZELChipViewDatabase::ZELChipViewDatabase()
-    : m_treeModel(std::make_unique<ResourceTreeModel>())
-    , m_usageRows(std::make_unique<UsageRows>())
-    , m_dropQuery(std::make_unique<DropQuery>())
-    , m_highlighter(std::make_unique<PlacementHighlighter>(new QTimer(this)))
-    , m_dynamicValues(std::make_unique<DynamicValues>())
-    , m_filter(std::make_unique<ViewFilter>())
-    , m_toolActions(std::make_unique<ToolActions>(this))
-    , m_hoverText(std::make_unique<HoverText>())
-    , m_attributes(std::make_unique<AttributeRegistry>())
+    : m_parts(std::make_unique<Parts>(this))
 {
     buildTreeMenus();
     connectModeActions();
-    connect(m_highlighter->timer(), &QTimer::timeout, this, &ZELChipViewDatabase::onHighlightProbPlaceItems);
+    connect(m_parts->highlighter->timer(), &QTimer::timeout, this, &ZELChipViewDatabase::onHighlightProbPlaceItems);
     const auto repaint = [this](const std::vector<int>& changed) {
-        if (m_scene)
-            m_scene->repaintElements(changed);
+        if (m_parts->scene)
+            m_parts->scene->elements().repaint(changed);
     };
-    m_selectedIds.setListener([this, repaint](const std::vector<int>& changed) {
-        m_shownRow = nullptr;
+    m_parts->selectedIds.setListener([this, repaint](const std::vector<int>& changed) {
+        m_parts->shownRow = nullptr;
         repaint(changed);
     });
-    m_highlighter->highlightedIds().setListener(repaint);
-    m_filter->filteredIds().setListener(repaint);
+    m_parts->highlighter->highlightedIds().setListener(repaint);
+    m_parts->filter->filteredIds().setListener(repaint);
 }
 
 ZELChipViewDatabase::~ZELChipViewDatabase()
 {
-    m_selectedIds.setListener({});
-    m_highlighter->highlightedIds().setListener({});
-    m_filter->filteredIds().setListener({});
+    m_parts->selectedIds.setListener({});
+    m_parts->highlighter->highlightedIds().setListener({});
+    m_parts->filter->filteredIds().setListener({});
     // The tree must not report, and nobody must be asked about, rows that are on their way out.
-    if (m_tree) {
-        m_tree->blockSignals(true);
-        m_tree->forget();
+    if (m_parts->tree) {
+        m_parts->tree->blockSignals(true);
+        m_parts->tree->forget();
     }
-    m_treeModel->clear();
-    m_treeMenus.reset();
-    m_treeModel.reset();
-    m_attributes->deleteAll();
-    delete m_scene.data();
-    delete m_tree.data();
-    m_parser.reset();
-    m_filter->deleteMenu();
+    m_parts->treeModel->clear();
+    m_parts->treeMenus.reset();
+    m_parts->treeModel.reset();
+    m_parts->attributes->deleteAll();
+    delete m_parts->scene.data();
+    delete m_parts->tree.data();
+    m_parts->parser.reset();
+    m_parts->filter->deleteMenu();
 }
 
 void ZELChipViewDatabase::buildTreeMenus()
@@ -104,7 +129,7 @@ void ZELChipViewDatabase::buildTreeMenus()
     commands.configure = [this] { configIP(); };
     commands.expand = [this] { expandIP(); };
     commands.collapse = [this] { collapseIP(); };
-    m_treeMenus = std::make_unique<TreeMenus>(zelproject::getInstance()->flowName(), this, commands);
+    m_parts->treeMenus = std::make_unique<TreeMenus>(zelproject::getInstance()->flowName(), this, commands);
 }
 
 void ZELChipViewDatabase::connectModeActions()
@@ -116,60 +141,60 @@ void ZELChipViewDatabase::connectModeActions()
 
 void ZELChipViewDatabase::setChipEngine(zelchipengine* engine)
 {
-    m_engine = engine;
-    m_treeModel->setEngine(engine);
-    m_usageRows->setEngine(engine);
-    m_dropQuery->setEngine(engine);
-    m_dynamicValues->setEngine(engine);
-    m_filter->setEngine(engine);
+    m_parts->engine = engine;
+    m_parts->treeModel->setEngine(engine);
+    m_parts->usageRows->setEngine(engine);
+    m_parts->dropQuery->setEngine(engine);
+    m_parts->dynamicValues->setEngine(engine);
+    m_parts->filter->setEngine(engine);
     getViewFilterMenu();
-    m_toolActions->setFilterMenu(m_filter->menu());
+    m_parts->toolActions->setFilterMenu(m_parts->filter->menu());
 }
 
 void ZELChipViewDatabase::setParent(QWidget* parent)
 {
-    m_parentWidget = parent;
+    m_parts->parentWidget = parent;
 }
 
 ZelGraphicsScene* ZELChipViewDatabase::getScene(QObject* parent)
 {
-    if (!m_scene)
-        m_scene = new ZelGraphicsScene(parent);
-    return m_scene;
+    if (!m_parts->scene)
+        m_parts->scene = new ZelGraphicsScene(parent);
+    return m_parts->scene;
 }
 
 ZelGraphicsView* ZELChipViewDatabase::getView(ZelGraphicsScene* scene)
 {
-    if (m_view)
-        return m_view;
-    m_view = new ZelGraphicsView(scene, nullptr); // the window takes it as its central widget
-    auto* navigator = new ChipViewNavigator(m_view); // child of the view
-    m_view->installEventFilter(navigator);
+    if (m_parts->view)
+        return m_parts->view;
+    m_parts->view = new ZelGraphicsView(scene, nullptr); // the window takes it as its central widget
+    auto* navigator = new ChipViewNavigator(m_parts->view); // child of the view
+    m_parts->view->installEventFilter(navigator);
     if (scene)
         scene->installEventFilter(navigator);
-    m_hoverText->create(m_view);
+    m_parts->hoverText->create(m_parts->view);
     updateCursor(); // the mouse mode is the one of the view before
-    return m_view;
+    return m_parts->view;
 }
 
 ZelTree* ZELChipViewDatabase::getTree(QWidget* parent)
 {
-    if (m_tree)
-        return m_tree;
-    m_tree = new ZelTree(parent); // deleted by the destructor
-    m_tree->setSortingEnabled(true);
-    connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
+    if (m_parts->tree)
+        return m_parts->tree;
+    m_parts->tree = new ZelTree(parent); // deleted by the destructor
+    m_parts->tree->setSortingEnabled(true);
+    connect(m_parts->tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
     watchRows();
-    return m_tree;
+    return m_parts->tree;
 }
 
 // Whatever may change which ids the selected row stands for.
 void ZELChipViewDatabase::watchRows()
 {
-    const auto forget = [this] { m_shownRow = nullptr; };
+    const auto forget = [this] { m_parts->shownRow = nullptr; };
     // Comes after the tree has told everyone.
-    connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, forget);
-    const QAbstractItemModel* rows = m_tree->model();
+    connect(m_parts->tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, forget);
+    const QAbstractItemModel* rows = m_parts->tree->model();
     connect(rows, &QAbstractItemModel::dataChanged, this, forget);
     connect(rows, &QAbstractItemModel::rowsInserted, this, forget);
     connect(rows, &QAbstractItemModel::rowsRemoved, this, forget);
@@ -177,46 +202,56 @@ void ZELChipViewDatabase::watchRows()
 
 ZelResTable* ZELChipViewDatabase::getResTable(QWidget* parent)
 {
-    if (!m_table)
-        m_table = new ZelResTable(parent); // its parent's
-    return m_table;
+    if (!m_parts->table)
+        m_parts->table = new ZelResTable(parent); // its parent's
+    return m_parts->table;
 }
 
 SVGParser* ZELChipViewDatabase::getSVGParser()
 {
-    if (!m_parser)
-        m_parser = SVGParser::create();
-    return m_parser.get();
+    if (!m_parts->parser)
+        m_parts->parser = SVGParser::create();
+    return m_parts->parser.get();
 }
 
 bool ZELChipViewDatabase::refresh(Enum_ChipView_Refresh_Type kind)
 {
-    if (m_engine)
-        m_engine->refresh(kind);
-    if (m_tree && (kind == REFRESH_TREE || kind == REFRESH_ALL))
-        m_tree->refresh();
-    if (m_scene && (kind == REFRESH_GRAPHIC || kind == REFRESH_ALL)) {
-        m_scene->refresh();
-        m_scene->synchroniseShownElements();
+    if (m_parts->engine)
+        m_parts->engine->refresh(kind);
+    if (m_parts->tree && (kind == REFRESH_TREE || kind == REFRESH_ALL))
+        m_parts->tree->refresh();
+    if (m_parts->scene && (kind == REFRESH_GRAPHIC || kind == REFRESH_ALL)) {
+        m_parts->scene->refresh();
+        m_parts->scene->elements().synchroniseShown();
     }
-    if (m_table && (kind == REFRESH_TABLE || kind == REFRESH_ALL))
-        m_table->refresh();
+    if (m_parts->table && (kind == REFRESH_TABLE || kind == REFRESH_ALL))
+        m_parts->table->refresh();
     return true;
 }
 
 int ZELChipViewDatabase::getMouseMode() const
 {
-    return m_toolActions->mouseMode();
+    return m_parts->toolActions->mouseMode();
 }
 
 QAction* ZELChipViewDatabase::getAction(int id) const
 {
-    return m_toolActions->action(id);
+    return m_parts->toolActions->action(id);
+}
+
+int ZELChipViewDatabase::getDirtyFlag() const
+{
+    return m_parts->dirtyFlag;
+}
+
+void ZELChipViewDatabase::clearDirtyFlag()
+{
+    m_parts->dirtyFlag = 0;
 }
 
 QMap<int, QAction*>& ZELChipViewDatabase::actions()
 {
-    return m_toolActions->byId();
+    return m_parts->toolActions->byId();
 }
 
 void ZELChipViewDatabase::onSelect(bool)
@@ -236,23 +271,28 @@ void ZELChipViewDatabase::onZoom(bool)
 
 void ZELChipViewDatabase::updateCursor()
 {
-    if (m_view)
-        m_view->changeMouseCursor();
+    if (m_parts->view)
+        m_parts->view->changeMouseCursor();
 }
 
 ZELGraphicItemAttribute* ZELChipViewDatabase::getGraphicItemAttribute(int id) const
 {
-    ZELGraphicItemAttribute* attribute = m_attributes->find(id);
-    if (attribute && AttributeRegistry::handOut(*attribute) && m_scene)
-        m_scene->elementIndex().watch(id, attribute->itemId);
+    ZELGraphicItemAttribute* attribute = m_parts->attributes->find(id);
+    if (attribute && AttributeRegistry::handOut(*attribute) && m_parts->scene)
+        m_parts->scene->elements().index().watch(id, attribute->itemId);
     return attribute;
 }
 
 void ZELChipViewDatabase::setGraphicAttribute(int id, ZELGraphicItemAttribute* attribute)
 {
-    m_attributes->set(id, attribute);
+    m_parts->attributes->set(id, attribute);
     if (attribute)
         AttributeRegistry::handOut(*attribute);
+}
+
+AttributeRegistry& ZELChipViewDatabase::attributes()
+{
+    return *m_parts->attributes;
 }
 
 int ZELChipViewDatabase::runTclCommand(const QString& command)

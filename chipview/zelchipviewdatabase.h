@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "dialogs/graphicitemdynamicattribute.h"
-#include "graphics/elementidset.h"
+#include "dialogs/settingscontroller.h"
+#include "graphics/elements/drawingcontroller.h"
+#include "graphics/elements/elementidset.h"
+#include "graphics/elements/graphicitemdynamicattribute.h"
 #include "graphics/zelconstants.h"
 #include "platform/contract/zelexport.h"
+#include "resources/treecontroller.h"
 
 #include <QList>
 #include <QMap>
@@ -28,15 +31,7 @@ struct zeltreeviewcell;
 namespace mirn::zelchipview {
 
 class AttributeRegistry;
-class DropQuery;
-class DynamicValues;
 class HoverText;
-class PlacementHighlighter;
-class ResourceTreeModel;
-class ToolActions;
-class TreeMenus;
-class UsageRows;
-class ViewFilter;
 class ZELGraphicItemAttribute;
 class ZelGraphicsScene;
 class ZelGraphicsView;
@@ -48,7 +43,10 @@ class ZelTree;
 //
 // It owns the scene, the tree and its rows, the parser, the menus and the attributes; the view, the table and the hover
 // text belong to the window that shows them. Factories make a new object when the one before died with its window.
-class ZELCHIPGUI_EXPORT ZELChipViewDatabase : public QObject
+class ZELCHIPGUI_EXPORT ZELChipViewDatabase : public QObject,
+                                              public DrawingController,
+                                              public TreeController,
+                                              public SettingsController
 {
     Q_OBJECT
 public:
@@ -89,11 +87,11 @@ public:
     bool refresh(Enum_ChipView_Refresh_Type kind);
 
     // 4 after setDynamicValue() wrote something, else 0.
-    [[nodiscard]] int getDirtyFlag() const { return m_dirtyFlag; }
-    void clearDirtyFlag() { m_dirtyFlag = 0; }
+    [[nodiscard]] int getDirtyFlag() const;
+    void clearDirtyFlag();
 
     // ACTION_SELECT, ACTION_ZOOM or ACTION_PAN.
-    [[nodiscard]] int getMouseMode() const;
+    [[nodiscard]] int getMouseMode() const override;
 
     // By ZelChipViewActionId; null for an unknown id, and for the filter before setChipEngine(). Owned by the
     // controller.
@@ -108,15 +106,15 @@ public:
     void setGraphicAttribute(int id, ZELGraphicItemAttribute* attribute);
 
     // For those that change nothing, or tell of it themselves.
-    [[nodiscard]] AttributeRegistry& attributes() { return *m_attributes; }
+    [[nodiscard]] AttributeRegistry& attributes() override;
 
     // The titles of the tree's columns; the engine is asked while there are none.
-    QStringList& getTreeHead();
+    QStringList& getTreeHead() override;
 
     // Deletes all rows, with what a host has hung below them, and builds them anew from the engine's tree: rows of
     // every depth, children before their parents, null for a null cell. Owned by the controller until the next call. A
     // tree that shows the old ones loses them: to bring it up to date, refresh().
-    QList<QTreeWidgetItem*>& getTreeItems();
+    QList<QTreeWidgetItem*>& getTreeItems() override;
 
     // The row of a cell, with those of its descendants below it; null for a null cell. The descendants belong to the
     // controller, a row without parent to the caller.
@@ -126,41 +124,42 @@ public:
     [[nodiscard]] QIcon& getIconFromType(const QString& type);
 
     // A zel_resource_type, of a resource name or of an element id in decimal.
-    [[nodiscard]] int getResourceType(const QString& name) const;
+    [[nodiscard]] int getResourceType(const QString& name) const override;
 
     // The context menu of a row: null where it has none, and maybe empty. Owned by the controller.
-    [[nodiscard]] QMenu* getTreePopupMenu(QTreeWidgetItem* item) const;
+    [[nodiscard]] QMenu* getTreePopupMenu(QTreeWidgetItem* item) const override;
 
     // Appends the descendants of a row, every branch before the next; nothing for null.
     void getAllChildren(QTreeWidgetItem* item, QVector<QTreeWidgetItem*>& out) const;
 
     // The titles of the usage table's columns; the engine is asked while there are none.
-    QStringList& getResTableHead();
+    QStringList& getResTableHead() override;
 
     // One list per row, label first. The engine is asked every time.
-    [[nodiscard]] QList<QStringList> getResTableItems() const;
+    [[nodiscard]] QList<QStringList> getResTableItems() const override;
 
     // Selects one more element, by element id. With `selectInTree` its row, if there is one, becomes the current one.
     // Without the row each such call connects the tree's itemSelectionChanged() to treeItemClicked() once more.
-    void addSelctedItem(int id, bool selectInTree);
-    void addSelctedItems(const std::vector<int>& ids); // as one by one with their rows, but for all of them together
-    void removeSelectedItem(int id);
+    void addSelctedItem(int id, bool selectInTree) override;
+    void addSelctedItems(
+        const std::vector<int>& ids) override; // as one by one with their rows, but for all of them together
+    void removeSelectedItem(int id) override;
 
     // The selected elements, by element id. A change repaints what it touches. Valid as long as the controller.
-    [[nodiscard]] ElementIdSet& selectedIds() { return m_selectedIds; }
+    [[nodiscard]] ElementIdSet& selectedIds() override;
 
     // True when the engine allows the resource (by resource name) on the element (by element id in decimal).
     [[nodiscard]] bool canDrop(const QString& rsc, const QString& id) const;
 
     // The other way round: true when a drop of the tree's selected row on the element must be *refused*, also when
     // there is no such row. The event is not looked at and may be null.
-    [[nodiscard]] bool canDrop(QGraphicsSceneDragDropEvent* event, int id) const;
+    [[nodiscard]] bool canDrop(QGraphicsSceneDragDropEvent* event, int id) const override;
 
     // Sends the place command; the host's answer, non-zero for success. Refreshes nothing.
     int place(const QString& rsc, const QString& id);
 
     // Places the tree's selected row on the element; 0 when there is none, else as place().
-    int drop(int id);
+    int drop(int id) override;
 
     // The load number of the topmost element under the mouse pointer, 0 for an item that is none, -1 when nothing is
     // there.
@@ -168,16 +167,16 @@ public:
 
     // The drag entered an element: asks the engine for the probable sites once it has rested there for 400 ms. Always
     // true.
-    bool highlightProbPlaceItems(QGraphicsSceneDragDropEvent* event, int id);
+    bool highlightProbPlaceItems(QGraphicsSceneDragDropEvent* event, int id) override;
 
     // The drag moved: over nothing, the highlight ends. Always true.
-    bool highlightProbPlaceItems();
+    bool highlightProbPlaceItems() override;
 
     // Ends the countdown and the highlight.
-    void clearHighlightedProbPlaceItems();
+    void clearHighlightedProbPlaceItems() override;
 
     // The probable sites, by element id. A change repaints what it touches. Valid as long as the controller.
-    [[nodiscard]] ElementIdSet& highlightedIds();
+    [[nodiscard]] ElementIdSet& highlightedIds() override;
 
     // Sends the reset command; the host's answer, non-zero for success.
     int resetResource(const QString& name);
@@ -190,34 +189,36 @@ public:
 
     // Colours and tooltips from the engine, by element id in decimal. One map for the process; its content is valid
     // until the next call.
-    QMap<QString, GraphicItemDynamicAttribute>& getGraphicsDynamicInfo();
+    QMap<QString, GraphicItemDynamicAttribute>& getGraphicsDynamicInfo() override;
 
     // The values that the settings dialog of an element offers, by key, the one in force first. Null for another type
     // than DYNAMIC_DIALOG_DCU and for an element without; else valid until the next call.
-    QMap<QString, QVector<QString>>* getDynamicValueList(Enum_Dynamic_Dialog_Type type, int id);
+    QMap<QString, QVector<QString>>* getDynamicValueList(Enum_Dynamic_Dialog_Type type, int id) override;
 
     // Writes values, by key, into the engine, raises the dirty flag for each, and refreshes everything, also when there
     // are none. Always true.
-    bool setDynamicValue(const QMap<QString, QString>& valueMap, int id, Enum_Dynamic_Dialog_Type type);
+    bool setDynamicValue(const QMap<QString, QString>& valueMap, int id, Enum_Dynamic_Dialog_Type type) override;
 
     // Opens the settings dialog of the element at a position of the view, if it has one, and returns when it is closed.
     // Other types than DYNAMIC_DIALOG_DCU open nothing.
-    void showDynamicDlg(const QPoint& pos, Enum_Dynamic_Dialog_Type type);
+    void showDynamicDlg(const QPoint& pos, Enum_Dynamic_Dialog_Type type) override;
     void showDCUSettingDlg(const QPoint& pos);
 
     // The filter menu, built at the first call and the same ever after; null at a first call that could not open the
     // filter file. Owned by the controller, unless the view was its parent and took it along.
-    QMenu* getViewFilterMenu();
+    QMenu* getViewFilterMenu() override;
 
     // Whether "(Select All)" is ticked or partly so.
-    [[nodiscard]] bool isFilterEnable() const;
+    [[nodiscard]] bool isFilterEnable() const override;
 
     // The elements of the ticked kinds, by element id. A change repaints what it touches. Valid as long as the
     // controller.
-    [[nodiscard]] ElementIdSet& filteredIds();
+    [[nodiscard]] ElementIdSet& filteredIds() override;
+
+    [[nodiscard]] QObject* asObject() override { return this; }
 
     // The floating text beside a drag. Valid as long as the controller.
-    [[nodiscard]] HoverText& hoverText() { return *m_hoverText; }
+    [[nodiscard]] HoverText& hoverText() override;
 
 public Q_SLOTS:
     // Selects the elements of the tree's selected row: its own, or else those of its direct children.
@@ -265,28 +266,8 @@ private:
 
     static ZELChipViewDatabase* m_object;
 
-    zelchipengine* m_engine = nullptr;
-    QPointer<QWidget> m_parentWidget;
-    int m_dirtyFlag = 0;
-    ElementIdSet m_selectedIds;
-    const QTreeWidgetItem* m_shownRow = nullptr; // the row whose ids the selected ones are known to be; null: none
-
-    std::unique_ptr<SVGParser> m_parser;
-    std::unique_ptr<ResourceTreeModel> m_treeModel;
-    std::unique_ptr<UsageRows> m_usageRows;
-    std::unique_ptr<DropQuery> m_dropQuery;
-    std::unique_ptr<PlacementHighlighter> m_highlighter;
-    std::unique_ptr<DynamicValues> m_dynamicValues;
-    std::unique_ptr<ViewFilter> m_filter;
-    std::unique_ptr<ToolActions> m_toolActions;
-    std::unique_ptr<TreeMenus> m_treeMenus;
-    std::unique_ptr<HoverText> m_hoverText;
-    std::unique_ptr<AttributeRegistry> m_attributes; // by load number
-
-    QPointer<ZelGraphicsScene> m_scene;
-    QPointer<ZelGraphicsView> m_view;
-    QPointer<ZelTree> m_tree;
-    QPointer<ZelResTable> m_table;
+    struct Parts;
+    const std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace mirn::zelchipview

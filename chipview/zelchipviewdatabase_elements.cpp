@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "chipview/zelchipviewdatabase.h"
 
+#include "chipview/controllerparts.h"
 #include "dialogs/dcupicker.h"
 #include "dialogs/dynamicvalues.h"
 #include "dialogs/zeldcusettingdlg.h"
 #include "filter/viewfilter.h"
-#include "graphics/attributeregistry.h"
+#include "graphics/elements/attributeregistry.h"
+#include "graphics/hovertext.h"
+#include "graphics/sceneelements.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
@@ -32,13 +35,13 @@ constexpr int DirtyByDynamicValue = 4;
 
 bool ZELChipViewDatabase::canDrop(const QString& rsc, const QString& id) const
 {
-    return m_dropQuery->isAllowed(rsc, id);
+    return m_parts->dropQuery->isAllowed(rsc, id);
 }
 
 bool ZELChipViewDatabase::canDrop(QGraphicsSceneDragDropEvent*, int id) const
 {
     QTreeWidgetItem* item = selectedTreeItem();
-    return !item || !canDrop(m_tree->getResourceName(item), QString::number(id, 10));
+    return !item || !canDrop(m_parts->tree->getResourceName(item), QString::number(id, 10));
 }
 
 int ZELChipViewDatabase::place(const QString& rsc, const QString& id)
@@ -49,15 +52,15 @@ int ZELChipViewDatabase::place(const QString& rsc, const QString& id)
 int ZELChipViewDatabase::drop(int id)
 {
     QTreeWidgetItem* item = selectedTreeItem();
-    return item ? place(m_tree->getResourceName(item), QString::number(id, 10)) : 0;
+    return item ? place(m_parts->tree->getResourceName(item), QString::number(id, 10)) : 0;
 }
 
 int ZELChipViewDatabase::getCurrentDragDropItemId() const
 {
-    if (!m_scene || !m_view)
+    if (!m_parts->scene || !m_parts->view)
         return PlacementHighlighter::NoSite;
-    const QPointF position = m_view->mapToScene(m_view->mapFromGlobal(QCursor::pos()));
-    const QGraphicsItem* item = m_scene->topmostItemAt(position, m_view->viewportTransform());
+    const QPointF position = m_parts->view->mapToScene(m_parts->view->mapFromGlobal(QCursor::pos()));
+    const QGraphicsItem* item = m_parts->scene->elements().topmostItemAt(position, m_parts->view->viewportTransform());
     if (!item || !item->isVisible())
         return PlacementHighlighter::NoSite;
     return item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
@@ -65,7 +68,7 @@ int ZELChipViewDatabase::getCurrentDragDropItemId() const
 
 bool ZELChipViewDatabase::highlightProbPlaceItems(QGraphicsSceneDragDropEvent*, int id)
 {
-    m_highlighter->arm(id);
+    m_parts->highlighter->arm(id);
     return true;
 }
 
@@ -78,41 +81,46 @@ bool ZELChipViewDatabase::highlightProbPlaceItems()
 
 void ZELChipViewDatabase::onHighlightProbPlaceItems()
 {
-    const int site = m_highlighter->takeRest();
+    const int site = m_parts->highlighter->takeRest();
     if (canDrop(nullptr, site))
         return;
     QTreeWidgetItem* item = selectedTreeItem(); // the engine may have changed the selection
     if (!item)
         return;
-    m_highlighter->show(m_dropQuery->probableSites(
-        m_tree->getResourceName(item), QString::number(site, 10), "onHighlightProbPlaceItems"));
+    m_parts->highlighter->show(m_parts->dropQuery->probableSites(
+        m_parts->tree->getResourceName(item), QString::number(site, 10), "onHighlightProbPlaceItems"));
 }
 
 void ZELChipViewDatabase::clearHighlightedProbPlaceItems()
 {
-    m_highlighter->clear();
+    m_parts->highlighter->clear();
+}
+
+HoverText& ZELChipViewDatabase::hoverText()
+{
+    return *m_parts->hoverText;
 }
 
 ElementIdSet& ZELChipViewDatabase::highlightedIds()
 {
-    return m_highlighter->highlightedIds();
+    return m_parts->highlighter->highlightedIds();
 }
 
 QMap<QString, GraphicItemDynamicAttribute>& ZELChipViewDatabase::getGraphicsDynamicInfo()
 {
-    return m_dynamicValues->graphicsInfo();
+    return m_parts->dynamicValues->graphicsInfo();
 }
 
 QMap<QString, QVector<QString>>* ZELChipViewDatabase::getDynamicValueList(Enum_Dynamic_Dialog_Type type, int id)
 {
-    return m_dynamicValues->valueLists(type, id);
+    return m_parts->dynamicValues->valueLists(type, id);
 }
 
 bool ZELChipViewDatabase::setDynamicValue(const QMap<QString, QString>& valueMap, int id, Enum_Dynamic_Dialog_Type type)
 {
     for (auto value = valueMap.cbegin(); value != valueMap.cend(); ++value) {
-        m_dynamicValues->write(id, type, value.key(), value.value());
-        m_dirtyFlag = DirtyByDynamicValue;
+        m_parts->dynamicValues->write(id, type, value.key(), value.value());
+        m_parts->dirtyFlag = DirtyByDynamicValue;
     }
     refresh(REFRESH_ALL);
     return true;
@@ -126,39 +134,39 @@ void ZELChipViewDatabase::showDynamicDlg(const QPoint& pos, Enum_Dynamic_Dialog_
 
 void ZELChipViewDatabase::showDCUSettingDlg(const QPoint& pos)
 {
-    if (!m_view || !m_scene)
+    if (!m_parts->view || !m_parts->scene)
         return;
-    const ZELGraphicItemAttribute* site = dcuAmong(
-        m_scene->items(m_view->mapToScene(pos)), [this](int loadNumber) { return m_attributes->find(loadNumber); });
-    if (!site || !m_dynamicValues->hasDialog(site->itemId))
+    const ZELGraphicItemAttribute* site = dcuAmong(m_parts->scene->items(m_parts->view->mapToScene(pos)),
+        [this](int loadNumber) { return m_parts->attributes->find(loadNumber); });
+    if (!site || !m_parts->dynamicValues->hasDialog(site->itemId))
         return;
     // Not on the stack: its parent may be deleted while it stands.
-    const QPointer<ZELDCUSettingDlg> dialog(new ZELDCUSettingDlg(m_parentWidget, site->itemId));
+    const QPointer<ZELDCUSettingDlg> dialog(new ZELDCUSettingDlg(m_parts->parentWidget, site->itemId));
     dialog->exec(); // writes what was changed by itself; the result tells nothing more
     delete dialog;
 }
 
 QMenu* ZELChipViewDatabase::getViewFilterMenu()
 {
-    return m_filter->buildMenu(m_view, [this](QCheckBox* box) {
+    return m_parts->filter->buildMenu(m_parts->view, [this](QCheckBox* box) {
         connect(box, &QCheckBox::stateChanged, this, &ZELChipViewDatabase::checkboxItemCliked);
     });
 }
 
 void ZELChipViewDatabase::checkboxItemCliked()
 {
-    if (m_filter->boxChanged(qobject_cast<QCheckBox*>(sender())) && m_scene)
-        m_scene->repaintAllElements();
+    if (m_parts->filter->boxChanged(qobject_cast<QCheckBox*>(sender())) && m_parts->scene)
+        m_parts->scene->elements().repaintAll();
 }
 
 bool ZELChipViewDatabase::isFilterEnable() const
 {
-    return m_filter->isEnabled();
+    return m_parts->filter->isEnabled();
 }
 
 ElementIdSet& ZELChipViewDatabase::filteredIds()
 {
-    return m_filter->filteredIds();
+    return m_parts->filter->filteredIds();
 }
 
 } // namespace mirn::zelchipview

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chipview/zelchipviewdatabase.h"
 
+#include "chipview/controllerparts.h"
 #include "placement/commandtexts.h"
 #include "platform/contract/zelchipengine.h"
 #include "platform/contract/zeltext.h"
@@ -26,35 +27,35 @@ constexpr std::ptrdiff_t MostSurplusConnections = 16;
 
 QStringList& ZELChipViewDatabase::getTreeHead()
 {
-    return m_treeModel->head();
+    return m_parts->treeModel->head();
 }
 
 QList<QTreeWidgetItem*>& ZELChipViewDatabase::getTreeItems()
 {
-    m_shownRow = nullptr;
-    return m_treeModel->rebuild();
+    m_parts->shownRow = nullptr;
+    return m_parts->treeModel->rebuild();
 }
 
 QTreeWidgetItem* ZELChipViewDatabase::parseTree(zeltreeviewcell* cell, QTreeWidgetItem* parent)
 {
-    m_shownRow = nullptr;
-    return m_treeModel->parse(cell, parent);
+    m_parts->shownRow = nullptr;
+    return m_parts->treeModel->parse(cell, parent);
 }
 
 QIcon& ZELChipViewDatabase::getIconFromType(const QString& type)
 {
-    return m_treeModel->icon(type);
+    return m_parts->treeModel->icon(type);
 }
 
 int ZELChipViewDatabase::getResourceType(const QString& name) const
 {
     const std::string engineName = toEngineText(name);
-    return m_engine ? m_engine->getResourceType(&engineName) : ZEL_RESOURCE_UNKNOWN;
+    return m_parts->engine ? m_parts->engine->getResourceType(&engineName) : ZEL_RESOURCE_UNKNOWN;
 }
 
 QMenu* ZELChipViewDatabase::getTreePopupMenu(QTreeWidgetItem* item) const
 {
-    return m_treeMenus->menuFor(item);
+    return m_parts->treeMenus->menuFor(item);
 }
 
 // Each before its own children; does not call itself, however deep the tree is.
@@ -76,7 +77,7 @@ void ZELChipViewDatabase::getAllChildren(QTreeWidgetItem* item, QVector<QTreeWid
 void ZELChipViewDatabase::expandIP()
 {
     if (const QTreeWidgetItem* item = selectedTreeItem())
-        m_tree->expandBranch(item);
+        m_parts->tree->expandBranch(item);
 }
 
 void ZELChipViewDatabase::collapseIP()
@@ -87,7 +88,7 @@ void ZELChipViewDatabase::collapseIP()
 
 QTreeWidgetItem* ZELChipViewDatabase::selectedTreeItem() const
 {
-    const QList<QTreeWidgetItem*> selected = m_tree ? m_tree->selectedItems() : QList<QTreeWidgetItem*>();
+    const QList<QTreeWidgetItem*> selected = m_parts->tree ? m_parts->tree->selectedItems() : QList<QTreeWidgetItem*>();
     return selected.isEmpty() ? nullptr : selected.first();
 }
 
@@ -95,17 +96,17 @@ QTreeWidgetItem* ZELChipViewDatabase::selectedTreeItem() const
 QString ZELChipViewDatabase::selectedResource() const
 {
     QTreeWidgetItem* item = selectedTreeItem();
-    return item ? m_tree->getResourceName(item) : QString();
+    return item ? m_parts->tree->getResourceName(item) : QString();
 }
 
 QStringList& ZELChipViewDatabase::getResTableHead()
 {
-    return m_usageRows->head();
+    return m_parts->usageRows->head();
 }
 
 QList<QStringList> ZELChipViewDatabase::getResTableItems() const
 {
-    return m_usageRows->rows();
+    return m_parts->usageRows->rows();
 }
 
 // One signal of the tree comes as often as addSelctedItem() has connected it: it is the same each time, unless
@@ -113,36 +114,36 @@ QList<QStringList> ZELChipViewDatabase::getResTableItems() const
 void ZELChipViewDatabase::treeItemClicked()
 {
     QTreeWidgetItem* item = selectedTreeItem();
-    const bool isRepeated = item == m_shownRow && sender() == m_tree;
+    const bool isRepeated = item == m_parts->shownRow && sender() == m_parts->tree;
     if (!item || isRepeated)
         return;
-    m_selectedIds.assign(m_treeModel->idsOfRow(*item));
-    m_shownRow = item;
+    m_parts->selectedIds.assign(m_parts->treeModel->idsOfRow(*item));
+    m_parts->shownRow = item;
 }
 
 void ZELChipViewDatabase::addSelctedItem(int id, bool selectInTree)
 {
-    m_selectedIds.insert(id);
-    if (!selectInTree || !m_tree)
+    m_parts->selectedIds.insert(id);
+    if (!selectInTree || !m_parts->tree)
         return;
-    const auto name = m_treeModel->namesById().constFind(id);
-    if (name != m_treeModel->namesById().constEnd()) {
-        disconnect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
-        QTreeWidgetItem* item = m_treeModel->itemNamed(name.value());
-        if (item && m_tree->columnCount() > 0) // without columns Qt would lose it, and warn of that
-            m_tree->setCurrentItem(item);
+    const auto name = m_parts->treeModel->namesById().constFind(id);
+    if (name != m_parts->treeModel->namesById().constEnd()) {
+        disconnect(m_parts->tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
+        QTreeWidgetItem* item = m_parts->treeModel->itemNamed(name.value());
+        if (item && m_parts->tree->columnCount() > 0) // without columns Qt would lose it, and warn of that
+            m_parts->tree->setCurrentItem(item);
     }
     // Also for an id that no row has, where nothing was disconnected: the connection then counts one more.
-    connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
+    connect(m_parts->tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
 }
 
 void ZELChipViewDatabase::addSelctedItems(const std::vector<int>& ids)
 {
-    m_selectedIds.insert(ids);
-    if (!m_tree)
+    m_parts->selectedIds.insert(ids);
+    if (!m_parts->tree)
         return;
     ElementIdSet named;
-    for (auto name = m_treeModel->namesById().cbegin(); name != m_treeModel->namesById().cend(); ++name)
+    for (auto name = m_parts->treeModel->namesById().cbegin(); name != m_parts->treeModel->namesById().cend(); ++name)
         named.insert(name.key());
     const auto lastNamed = std::find_if(ids.rbegin(), ids.rend(), [&named](int id) { return named.contains(id); });
     if (lastNamed != ids.rend())
@@ -150,12 +151,17 @@ void ZELChipViewDatabase::addSelctedItems(const std::vector<int>& ids)
     // As for a single id that no row has; more connections than a few cannot be told from one another.
     const auto unnamed = std::min<std::ptrdiff_t>(lastNamed - ids.rbegin(), MostSurplusConnections);
     for (std::ptrdiff_t i = 0; i < unnamed; ++i)
-        connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
+        connect(m_parts->tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
+}
+
+ElementIdSet& ZELChipViewDatabase::selectedIds()
+{
+    return m_parts->selectedIds;
 }
 
 void ZELChipViewDatabase::removeSelectedItem(int id)
 {
-    m_selectedIds.remove(id);
+    m_parts->selectedIds.remove(id);
 }
 
 int ZELChipViewDatabase::resetResource(const QString& name)
@@ -177,7 +183,7 @@ int ZELChipViewDatabase::configResource(const QString& name)
     diagTrace("call ZEL engine API: config()", "configResource");
     const std::string engineName = toEngineText(name);
     diagTrace(toEngineText(QStringLiteral("The params is %1").arg(name)).c_str(), "configResource");
-    const int changed = m_engine ? m_engine->config(&engineName) : 0;
+    const int changed = m_parts->engine ? m_parts->engine->config(&engineName) : 0;
     diagTrace("end", "configResource");
     return changed;
 }
@@ -194,7 +200,7 @@ void ZELChipViewDatabase::resetIP()
     const QPointer<ZELChipViewDatabase> self(this);
     runOnSelected(&ZELChipViewDatabase::resetResource);
     if (self)
-        m_selectedIds.clear();
+        m_parts->selectedIds.clear();
 }
 
 void ZELChipViewDatabase::removeIP()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "dialogs/graphicitemdynamicattribute.h"
+#include "graphics/elements/graphicitemdynamicattribute.h"
 #include "graphics/zelconstants.h"
 
 #include <QMap>

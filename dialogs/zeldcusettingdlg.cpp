@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/zeldcusettingdlg.h"
 
-#include "chipview/zelchipviewdatabase.h"
+#include "dialogs/settingscontroller.h"
 #include "graphics/zelconstants.h"
 #include "ui_dcuSettingDlg.h"
 
 #include <QComboBox>
 #include <QFontMetrics>
 #include <QLabel>
+#include <QMap>
+#include <QPointer>
 #include <QPushButton>
+#include <QSet>
 #include <QStringList>
 #include <QStyle>
 #include <QStyleOptionComboBox>
@@ -68,20 +71,35 @@ void chooseText(QComboBox* box, const QString& text)
 
 } // namespace
 
+struct ZELDCUSettingDlg::Parts
+{
+    explicit Parts(int elementId)
+        : id(elementId)
+        , controller(SettingsController::current())
+        , controllerObject(controller.asObject())
+    { }
+
+    const int id;
+    SettingsController& controller;
+    const QPointer<QObject> controllerObject; // null once the controller is gone
+    Ui_dcuSettingDlg form;
+    QSet<QString> coupledValues;
+    QMap<QString, QString> changedValues; // by setting key
+    QMap<QString, QString> currentValues; // by setting key, in force when the dialog opened
+};
+
 ZELDCUSettingDlg::ZELDCUSettingDlg(QWidget* parent, int id)
     : QDialog(parent)
-    , m_form(std::make_unique<Ui_dcuSettingDlg>())
-    , m_database(ZELChipViewDatabase::getInstance())
-    , m_id(id)
+    , m_parts(std::make_unique<Parts>(id))
 {
-    m_form->setupUi(this);
-    connect(m_form->pushButtonOK, &QPushButton::clicked, this, &ZELDCUSettingDlg::accept);
-    connect(m_form->pushButtonCancel, &QPushButton::clicked, this, &ZELDCUSettingDlg::reject);
-    for (QComboBox* box : {m_form->comboBoxCH0, m_form->comboBoxCH1}) {
+    m_parts->form.setupUi(this);
+    connect(m_parts->form.pushButtonOK, &QPushButton::clicked, this, &ZELDCUSettingDlg::accept);
+    connect(m_parts->form.pushButtonCancel, &QPushButton::clicked, this, &ZELDCUSettingDlg::reject);
+    for (QComboBox* box : {m_parts->form.comboBoxCH0, m_parts->form.comboBoxCH1}) {
         connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this, box] { syncValues(box->currentText()); });
     }
-    connect(m_database, &QObject::destroyed, this, &ZELDCUSettingDlg::reject); // what it edits is gone
+    connect(m_parts->controllerObject, &QObject::destroyed, this, &ZELDCUSettingDlg::reject); // what it edits is gone
     init();
     keepLegible();
 }
@@ -90,15 +108,15 @@ ZELDCUSettingDlg::~ZELDCUSettingDlg() = default;
 
 void ZELDCUSettingDlg::init()
 {
-    m_changedValues.clear();
-    m_currentValues.clear();
-    const auto* lists = m_database->getDynamicValueList(DYNAMIC_DIALOG_DCU, m_id);
+    m_parts->changedValues.clear();
+    m_parts->currentValues.clear();
+    const auto* lists = m_parts->controller.getDynamicValueList(DYNAMIC_DIALOG_DCU, m_parts->id);
     if (lists) {
         for (auto list = lists->cbegin(); list != lists->cend(); ++list)
             fill(list.key(), list.value());
         addCoupledValues(lists->value(DYNAMIC_DLG_CH0_CH1));
     }
-    for (QComboBox* box : {m_form->comboBoxCH0, m_form->comboBoxCH1, m_form->comboBoxTXPLL}) {
+    for (QComboBox* box : {m_parts->form.comboBoxCH0, m_parts->form.comboBoxCH1, m_parts->form.comboBoxTXPLL}) {
         if (box->count() == 0)
             box->setDisabled(true);
     }
@@ -107,7 +125,7 @@ void ZELDCUSettingDlg::init()
 void ZELDCUSettingDlg::fill(const QString& key, const QVector<QString>& values)
 {
     if (!values.isEmpty())
-        m_currentValues.insert(key, values.first());
+        m_parts->currentValues.insert(key, values.first());
     QComboBox* box = boxOf(key);
     if (!box)
         return;
@@ -115,52 +133,52 @@ void ZELDCUSettingDlg::fill(const QString& key, const QVector<QString>& values)
         if (!value.isEmpty())
             box->insertItem(box->count(), value);
     }
-    if (m_currentValues.value(key).isEmpty())
+    if (m_parts->currentValues.value(key).isEmpty())
         box->setCurrentIndex(-1);
 }
 
 void ZELDCUSettingDlg::addCoupledValues(const QVector<QString>& values)
 {
-    if (m_currentValues.contains(DYNAMIC_DLG_CH0_CH1)) {
-        m_currentValues.insert(DYNAMIC_DLG_CH0, m_currentValues.value(DYNAMIC_DLG_CH0_CH1));
-        m_currentValues.insert(DYNAMIC_DLG_CH1, m_currentValues.value(DYNAMIC_DLG_CH0_CH1));
+    if (m_parts->currentValues.contains(DYNAMIC_DLG_CH0_CH1)) {
+        m_parts->currentValues.insert(DYNAMIC_DLG_CH0, m_parts->currentValues.value(DYNAMIC_DLG_CH0_CH1));
+        m_parts->currentValues.insert(DYNAMIC_DLG_CH1, m_parts->currentValues.value(DYNAMIC_DLG_CH0_CH1));
     }
     for (const QString& value : values) {
-        for (QComboBox* box : {m_form->comboBoxCH0, m_form->comboBoxCH1})
+        for (QComboBox* box : {m_parts->form.comboBoxCH0, m_parts->form.comboBoxCH1})
             box->insertItem(box->count(), value);
-        m_coupledValues.insert(value);
+        m_parts->coupledValues.insert(value);
     }
 }
 
 QComboBox* ZELDCUSettingDlg::boxOf(const QString& key) const
 {
     if (key == DYNAMIC_DLG_TXPLL)
-        return m_form->comboBoxTXPLL;
+        return m_parts->form.comboBoxTXPLL;
     if (key == DYNAMIC_DLG_CH0)
-        return m_form->comboBoxCH0;
+        return m_parts->form.comboBoxCH0;
     if (key == DYNAMIC_DLG_CH1)
-        return m_form->comboBoxCH1;
+        return m_parts->form.comboBoxCH1;
     return nullptr;
 }
 
 void ZELDCUSettingDlg::syncValues(const QString& text)
 {
-    if (!m_coupledValues.contains(text))
+    if (!m_parts->coupledValues.contains(text))
         return;
-    chooseText(m_form->comboBoxCH0, text);
-    chooseText(m_form->comboBoxCH1, text);
+    chooseText(m_parts->form.comboBoxCH0, text);
+    chooseText(m_parts->form.comboBoxCH1, text);
 }
 
 void ZELDCUSettingDlg::accept()
 {
     for (const QString& key : {DYNAMIC_DLG_CH0, DYNAMIC_DLG_CH1, DYNAMIC_DLG_TXPLL}) {
-        const auto current = m_currentValues.constFind(key);
+        const auto current = m_parts->currentValues.constFind(key);
         const QString chosen = boxOf(key)->currentText();
-        if (current != m_currentValues.constEnd() && current.value() != chosen)
-            m_changedValues.insert(key, chosen);
+        if (current != m_parts->currentValues.constEnd() && current.value() != chosen)
+            m_parts->changedValues.insert(key, chosen);
     }
-    if (m_database)
-        m_database->setDynamicValue(m_changedValues, m_id, DYNAMIC_DIALOG_DCU);
+    if (m_parts->controllerObject)
+        m_parts->controller.setDynamicValue(m_parts->changedValues, m_parts->id, DYNAMIC_DIALOG_DCU);
     done(DCUDLGSUCCESS);
 }
 
@@ -172,22 +190,23 @@ void ZELDCUSettingDlg::reject()
 // The form's geometry is fixed; the desktop's font and the engine's texts are not.
 void ZELDCUSettingDlg::keepLegible()
 {
-    const QLabel* narrowest = m_form->label_2;
+    const QLabel* narrowest = m_parts->form.label_2;
     const QFont basic = lowered(font(), narrowest->height());
     // The form has a style sheet, and with one a font does not pass down by itself.
     for (QWidget* part : findChildren<QWidget*>())
         part->setFont(basic);
 
-    const QFont labelFont = narrowed(basic, {m_form->label_2->text(), m_form->label_3->text()}, narrowest->width());
-    for (QLabel* label : {m_form->label, m_form->label_2, m_form->label_3})
+    const QFont labelFont
+        = narrowed(basic, {m_parts->form.label_2->text(), m_parts->form.label_3->text()}, narrowest->width());
+    for (QLabel* label : {m_parts->form.label, m_parts->form.label_2, m_parts->form.label_3})
         label->setFont(labelFont);
-    const auto boxes = {m_form->comboBoxCH0, m_form->comboBoxCH1, m_form->comboBoxTXPLL};
+    const auto boxes = {m_parts->form.comboBoxCH0, m_parts->form.comboBoxCH1, m_parts->form.comboBoxTXPLL};
     QStringList values;
     for (const QComboBox* box : boxes) {
         for (int i = 0; i < box->count(); ++i)
             values.append(box->itemText(i));
     }
-    const QFont boxFont = narrowed(basic, values, textWidth(m_form->comboBoxCH0));
+    const QFont boxFont = narrowed(basic, values, textWidth(m_parts->form.comboBoxCH0));
     for (QComboBox* box : boxes)
         box->setFont(boxFont);
 }

@@ -4,19 +4,13 @@
 #include "platform/contract/zelexport.h"
 
 #include <QDialog>
-#include <QMap>
-#include <QPointer>
-#include <QSet>
 #include <QString>
 
 #include <memory>
 
 class QComboBox;
-class Ui_dcuSettingDlg;
 
 namespace mirn::zelchipview {
-
-class ZELChipViewDatabase;
 
 // The settings of one dual-channel unit: both receive channels and the transmit PLL. Offers what the engine offers,
 // keeps the channels in step for values that go for both, and on "Ok" writes what was changed through the controller.
@@ -47,12 +41,8 @@ private:
     [[nodiscard]] QComboBox* boxOf(const QString& key) const;
     void keepLegible();
 
-    const std::unique_ptr<Ui_dcuSettingDlg> m_form;
-    QSet<QString> m_coupledValues;
-    QMap<QString, QString> m_changedValues; // by setting key
-    QMap<QString, QString> m_currentValues; // by setting key, in force when the dialog opened
-    const QPointer<ZELChipViewDatabase> m_database; // that it was opened by; its end closes the dialog
-    const int m_id;
+    struct Parts;
+    const std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace mirn::zelchipview

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "filter/filterfile.h"
-#include "graphics/elementidset.h"
+#include "graphics/elements/elementidset.h"
 
 #include <QPointer>
 #include <QVector>

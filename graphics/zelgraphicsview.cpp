@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/zelgraphicsview.h"
 
-#include "chipview/zelchipviewdatabase.h"
-#include "graphics/attributeregistry.h"
-#include "graphics/elementidset.h"
-#include "graphics/grown.h"
-#include "graphics/layervisibility.h"
-#include "graphics/painting/viewcanvas.h"
+#include "graphics/elements/attributeregistry.h"
+#include "graphics/elements/drawingcontroller.h"
+#include "graphics/elements/layervisibility.h"
+#include "graphics/sceneelements.h"
+#include "graphics/viewpicture.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
@@ -17,7 +16,6 @@
 #include <QGraphicsItem>
 #include <QMenu>
 #include <QMouseEvent>
-#include <QPaintEngine>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QRubberBand>
@@ -39,14 +37,9 @@ constexpr double StepTolerance = 1e-9;
 
 constexpr double LargestCount = 1e9; // of steps
 
-// Up to this many changed spots are painted for themselves, more of them with all that lies between.
-constexpr std::size_t MostUpdatedOneByOne = 16;
-
-constexpr int PaintMargin = 2; // pixels that pens and smoothing reach beyond an element
-
-ZELChipViewDatabase& database()
+DrawingController& controller()
 {
-    return *ZELChipViewDatabase::getInstance();
+    return DrawingController::current();
 }
 
 bool isBand(const QRectF& rect)
@@ -56,17 +49,44 @@ bool isBand(const QRectF& rect)
 
 } // namespace
 
+struct ZelGraphicsView::Parts
+{
+    Parts(ZelGraphicsView& view, ZelGraphicsScene* shown)
+        : scene(shown)
+        , picture(view, shown)
+        , rubberBand(new QRubberBand(QRubberBand::Rectangle, &view))
+    { }
+
+    const QPointer<ZelGraphicsScene> scene;
+    ViewPicture picture;
+    double currentScale = 1.0;
+    QRubberBand* const rubberBand; // child of the view
+    QPoint pressPosition;
+    int horizontalScrollStart = 0;
+    int verticalScrollStart = 0;
+    bool isPanning = false;
+};
+
 ZelGraphicsView::ZelGraphicsView(QGraphicsScene* scene, QWidget* parent)
     : QGraphicsView(scene, parent)
-    , m_scene(qobject_cast<ZelGraphicsScene*>(scene))
-    , m_rubberBand(new QRubberBand(QRubberBand::Rectangle, this))
+    , m_parts(std::make_unique<Parts>(*this, qobject_cast<ZelGraphicsScene*>(scene)))
 {
-    m_rubberBand->hide();
+    m_parts->rubberBand->hide();
     setCursor(Qt::ArrowCursor);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // paints its background as well
 }
 
 ZelGraphicsView::~ZelGraphicsView() = default;
+
+double ZelGraphicsView::currentScale() const
+{
+    return m_parts->currentScale;
+}
+
+QList<int>& ZelGraphicsView::getVisibleLayers()
+{
+    return m_parts->picture.visibleLayers();
+}
 
 void ZelGraphicsView::setCurrentScale(double scale)
 {
@@ -76,31 +96,31 @@ void ZelGraphicsView::setCurrentScale(double scale)
 
 void ZelGraphicsView::zoomIn()
 {
-    if (!m_scene)
+    if (!m_parts->scene)
         return;
-    const zel_Parameter& parameter = m_scene->globalParameter();
-    if (m_currentScale + parameter.scaleStep > parameter.maximumScale)
+    const zel_Parameter& parameter = m_parts->scene->globalParameter();
+    if (m_parts->currentScale + parameter.scaleStep > parameter.maximumScale)
         return;
     QGraphicsView::scale(1 + parameter.scaleStep, 1 + parameter.scaleStep);
-    setScaleAndLayers(m_currentScale + parameter.scaleStep);
+    setScaleAndLayers(m_parts->currentScale + parameter.scaleStep);
 }
 
 void ZelGraphicsView::zoomOut()
 {
-    if (!m_scene)
+    if (!m_parts->scene)
         return;
-    const zel_Parameter& parameter = m_scene->globalParameter();
-    if (parameter.minimumScale > m_currentScale - parameter.scaleStep)
+    const zel_Parameter& parameter = m_parts->scene->globalParameter();
+    if (parameter.minimumScale > m_parts->currentScale - parameter.scaleStep)
         return;
     QGraphicsView::scale(1 / (1 + parameter.scaleStep), 1 / (1 + parameter.scaleStep));
-    setScaleAndLayers(m_currentScale - parameter.scaleStep);
+    setScaleAndLayers(m_parts->currentScale - parameter.scaleStep);
 }
 
 void ZelGraphicsView::zoomFit()
 {
-    if (!m_scene)
+    if (!m_parts->scene)
         return;
-    const zel_Parameter& parameter = m_scene->globalParameter();
+    const zel_Parameter& parameter = m_parts->scene->globalParameter();
     const double factor = std::pow(1 / (1 + parameter.scaleStep), getScaleTimes());
     if (factor != 1.0)
         QGraphicsView::scale(factor, factor);
@@ -109,7 +129,7 @@ void ZelGraphicsView::zoomFit()
 
 int ZelGraphicsView::getScaleTimes() const
 {
-    const double step = m_scene ? m_scene->globalParameter().scaleStep : 0.0;
+    const double step = m_parts->scene ? m_parts->scene->globalParameter().scaleStep : 0.0;
     const double m11 = transform().m11();
     if (!(step > 0) || !(m11 > 0))
         return 0;
@@ -119,9 +139,9 @@ int ZelGraphicsView::getScaleTimes() const
 
 void ZelGraphicsView::zoomTo(QList<QGraphicsItem*>* items)
 {
-    if (!m_scene)
+    if (!m_parts->scene)
         return;
-    const QList<QGraphicsItem*>& targets = items ? *items : m_scene->zoomItems();
+    const QList<QGraphicsItem*>& targets = items ? *items : m_parts->scene->zoomItems();
     if (targets.isEmpty() || !targets.first())
         return;
     QRectF area;
@@ -130,26 +150,26 @@ void ZelGraphicsView::zoomTo(QList<QGraphicsItem*>* items)
             area |= item->mapRectToScene(item->boundingRect());
     }
     fitInView(area, Qt::KeepAspectRatio);
-    setScaleAndLayers(getScaleTimes() * m_scene->globalParameter().scaleStep + 1.0);
+    setScaleAndLayers(getScaleTimes() * m_parts->scene->globalParameter().scaleStep + 1.0);
 }
 
 void ZelGraphicsView::setScaleAndLayers(double scale)
 {
-    m_currentScale = scale;
+    m_parts->currentScale = scale;
     calculateVisibleLayers();
 }
 
 void ZelGraphicsView::calculateVisibleLayers()
 {
-    if (!m_scene)
+    if (!m_parts->scene)
         return;
-    const QList<int> layers = visibleLayersAt(m_scene->globalParameter().layerRanges, m_currentScale);
-    if (layers == m_visibleLayers)
+    const QList<int> layers = visibleLayersAt(m_parts->scene->globalParameter().layerRanges, m_parts->currentScale);
+    if (layers == m_parts->picture.visibleLayers())
         return;
-    m_visibleLayers = layers;
-    m_scene->synchroniseShownElements();
+    m_parts->picture.visibleLayers() = layers;
+    m_parts->scene->elements().synchroniseShown();
     // They paint by the layers of the scene's first view, which may be this one.
-    const QList<QGraphicsView*> views = m_scene->views();
+    const QList<QGraphicsView*> views = m_parts->scene->views();
     for (QGraphicsView* view : views)
         view->viewport()->update();
 }
@@ -166,7 +186,7 @@ void ZelGraphicsView::scrollBy(double dx, double dy)
 
 void ZelGraphicsView::changeMouseCursor()
 {
-    switch (database().getMouseMode()) {
+    switch (controller().getMouseMode()) {
     case ACTION_ZOOM:
         setCursor(Qt::CrossCursor);
         break;
@@ -180,15 +200,15 @@ void ZelGraphicsView::changeMouseCursor()
 
 void ZelGraphicsView::mousePressEvent(QMouseEvent* event)
 {
-    if (m_scene && event->button() == Qt::LeftButton) {
-        m_pressPosition = event->pos();
-        if (database().getMouseMode() == ACTION_PAN) {
-            m_horizontalScrollStart = horizontalScrollBar()->value();
-            m_verticalScrollStart = verticalScrollBar()->value();
-            m_panning = true;
+    if (m_parts->scene && event->button() == Qt::LeftButton) {
+        m_parts->pressPosition = event->pos();
+        if (controller().getMouseMode() == ACTION_PAN) {
+            m_parts->horizontalScrollStart = horizontalScrollBar()->value();
+            m_parts->verticalScrollStart = verticalScrollBar()->value();
+            m_parts->isPanning = true;
         } else {
-            m_rubberBand->setGeometry(QRect(m_pressPosition, QSize()));
-            m_rubberBand->show();
+            m_parts->rubberBand->setGeometry(QRect(m_parts->pressPosition, QSize()));
+            m_parts->rubberBand->show();
         }
     }
     QGraphicsView::mousePressEvent(event);
@@ -196,24 +216,25 @@ void ZelGraphicsView::mousePressEvent(QMouseEvent* event)
 
 void ZelGraphicsView::mouseMoveEvent(QMouseEvent* event)
 {
-    if (m_panning && m_scene && database().getMouseMode() == ACTION_PAN) {
+    if (m_parts->isPanning && m_parts->scene && controller().getMouseMode() == ACTION_PAN) {
         panTo(event->pos());
     } else {
         const QPoint other = event->pos();
-        const QPoint topLeft(qMin(m_pressPosition.x(), other.x()), qMin(m_pressPosition.y(), other.y()));
-        const QPoint bottomRight(qMax(m_pressPosition.x(), other.x()), qMax(m_pressPosition.y(), other.y()));
-        m_rubberBand->setGeometry(QRect(topLeft, bottomRight));
+        const QPoint topLeft(qMin(m_parts->pressPosition.x(), other.x()), qMin(m_parts->pressPosition.y(), other.y()));
+        const QPoint bottomRight(
+            qMax(m_parts->pressPosition.x(), other.x()), qMax(m_parts->pressPosition.y(), other.y()));
+        m_parts->rubberBand->setGeometry(QRect(topLeft, bottomRight));
     }
     QGraphicsView::mouseMoveEvent(event);
 }
 
 void ZelGraphicsView::panTo(QPoint position)
 {
-    const QPoint way = m_pressPosition - position;
+    const QPoint way = m_parts->pressPosition - position;
     if (way.manhattanLength() < QApplication::startDragDistance())
         return;
-    horizontalScrollBar()->setValue(way.x() + m_horizontalScrollStart);
-    verticalScrollBar()->setValue(way.y() + m_verticalScrollStart);
+    horizontalScrollBar()->setValue(way.x() + m_parts->horizontalScrollStart);
+    verticalScrollBar()->setValue(way.y() + m_parts->verticalScrollStart);
 }
 
 void ZelGraphicsView::mouseReleaseEvent(QMouseEvent* event)
@@ -223,10 +244,10 @@ void ZelGraphicsView::mouseReleaseEvent(QMouseEvent* event)
         QGraphicsView::mousePressEvent(event);
         return;
     }
-    m_rubberBand->hide();
-    if (std::exchange(m_panning, false) || !m_scene)
+    m_parts->rubberBand->hide();
+    if (std::exchange(m_parts->isPanning, false) || !m_parts->scene)
         return;
-    switch (database().getMouseMode()) {
+    switch (controller().getMouseMode()) {
     case ACTION_SELECT:
         finishSelecting(event->pos());
         break;
@@ -240,7 +261,7 @@ void ZelGraphicsView::mouseReleaseEvent(QMouseEvent* event)
 
 QRectF ZelGraphicsView::rubberBandInScene() const
 {
-    return mapToScene(m_rubberBand->geometry()).boundingRect().normalized();
+    return mapToScene(m_parts->rubberBand->geometry()).boundingRect().normalized();
 }
 
 // The topmost element at a viewport position that is not a text; null where there is none.
@@ -250,7 +271,7 @@ QGraphicsItem* ZelGraphicsView::elementToSelectAt(QPoint position) const
     const QList<QGraphicsItem*> candidates = items(position);
     for (QGraphicsItem* item : candidates) {
         const int loadNumber = item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
-        const ZELGraphicItemAttribute* attribute = database().attributes().find(loadNumber);
+        const ZELGraphicItemAttribute* attribute = controller().attributes().find(loadNumber);
         if (attribute && attribute->kind != ZEL_GRAPHIC_TEXT && (!best || item->zValue() > best->zValue()))
             best = item;
     }
@@ -260,38 +281,38 @@ QGraphicsItem* ZelGraphicsView::elementToSelectAt(QPoint position) const
 void ZelGraphicsView::finishSelecting(QPoint position)
 {
     const QRectF band = rubberBandInScene();
-    m_scene->clearSelectedItems();
+    m_parts->scene->clearSelectedItems();
     if (isBand(band))
-        database().addSelctedItems(m_scene->elementsTouching(band));
+        controller().addSelctedItems(m_parts->scene->elements().idsTouching(band));
     else
-        m_scene->addSelectedItem(elementToSelectAt(position));
+        m_parts->scene->addSelectedItem(elementToSelectAt(position));
 }
 
 void ZelGraphicsView::finishZooming(QPoint position)
 {
     const QRectF band = rubberBandInScene();
-    m_scene->clearSelectedItems();
+    m_parts->scene->clearSelectedItems();
     QList<QGraphicsItem*> targets;
     if (isBand(band))
-        targets = m_scene->items(band, Qt::IntersectsItemShape);
+        targets = m_parts->scene->items(band, Qt::IntersectsItemShape);
     else
-        targets.append(m_scene->itemAt(mapToScene(position), viewportTransform()));
+        targets.append(m_parts->scene->itemAt(mapToScene(position), viewportTransform()));
     zoomTo(&targets);
 }
 
 void ZelGraphicsView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (m_scene)
-        database().showDynamicDlg(event->pos(), DYNAMIC_DIALOG_DCU);
+    if (m_parts->scene)
+        controller().showDynamicDlg(event->pos(), DYNAMIC_DIALOG_DCU);
 }
 
 void ZelGraphicsView::contextMenuEvent(QContextMenuEvent* event)
 {
     // The menu takes the release of a button that is still down.
-    m_rubberBand->hide();
-    if (!m_scene)
+    m_parts->rubberBand->hide();
+    if (!m_parts->scene)
         return;
-    if (QMenu* menu = database().getViewFilterMenu())
+    if (QMenu* menu = controller().getViewFilterMenu())
         menu->exec(event->globalPos());
 }
 
@@ -300,61 +321,20 @@ void ZelGraphicsView::dragLeaveEvent(QDragLeaveEvent* event)
     QGraphicsView::dragLeaveEvent(event);
 }
 
-void ZelGraphicsView::repaintPlaces(const std::vector<int>& places)
-{
-    if (!m_scene)
-        return;
-    forgetPlaces(places);
-    const DisplayList& list = m_scene->displayList();
-    const QTransform toViewport = viewportTransform();
-    const QRectF shown(viewport()->rect());
-    QRegion changed;
-    QRect around;
-    for (int place : places) {
-        if (place < 0)
-            continue;
-        // The kept picture may be of another scale or size than what stands on the screen.
-        const QRect part = (grown(toViewport.mapRect(list.boundsOf(place)), PaintMargin) & shown).toAlignedRect();
-        around |= part;
-        if (places.size() <= MostUpdatedOneByOne)
-            changed |= part;
-    }
-    if (!around.isEmpty())
-        viewport()->update(places.size() <= MostUpdatedOneByOne ? changed : QRegion(around));
-}
-
-void ZelGraphicsView::forgetPlaces(const std::vector<int>& places)
-{
-    for (int place : places) {
-        if (m_canvas && place >= 0)
-            m_canvas->invalidate(place);
-    }
-}
-
-void ZelGraphicsView::repaintAll()
-{
-    forgetPicture();
-    viewport()->update();
-}
-
-void ZelGraphicsView::forgetPicture()
-{
-    if (m_canvas)
-        m_canvas->invalidate();
-}
-
 void ZelGraphicsView::paintEvent(QPaintEvent* event)
 {
-    if (!m_scene) {
+    if (!m_parts->scene) {
         paintByItems(event);
         return;
     }
-    m_scene->takeOverAttributes(mapToScene(event->rect()).boundingRect(), this);
-    // For hosts that add elements by themselves: those found here were not shown before.
-    m_scene->synchroniseShownElements();
+    SceneElements& elements = m_parts->scene->elements();
+    elements.takeOverAttributes(mapToScene(event->rect()).boundingRect(), &m_parts->picture);
+    // Elements that a host added by itself were not shown before.
+    elements.synchroniseShown();
     QPainter painter(viewport());
-    if (paintsByItself(painter)) {
-        paintPicture(painter);
+    if (m_parts->picture.canPaintOn(painter)) {
+        m_parts->picture.paint(painter, [this](QPainter& on, const QRectF& area) { drawBackground(&on, area); });
+        drawForeground(&painter, mapToScene(viewport()->rect()).boundingRect());
         return;
     }
     painter.end();
@@ -366,48 +346,6 @@ void ZelGraphicsView::paintByItems(QPaintEvent* event)
     if (viewport()->testAttribute(Qt::WA_OpaquePaintEvent) && viewport()->autoFillBackground())
         QPainter(viewport()).fillRect(event->rect(), viewport()->palette().brush(viewport()->backgroundRole()));
     QGraphicsView::paintEvent(event);
-}
-
-// The drawing as it was loaded, on a widget or an image. All else is left to Qt, item by item.
-bool ZelGraphicsView::paintsByItself(const QPainter& painter) const
-{
-    const QTransform device = painter.deviceTransform();
-    return scene() == m_scene && m_scene->isPlain() && painter.paintEngine()
-        && painter.paintEngine()->type() == QPaintEngine::Raster && device.type() <= QTransform::TxScale
-        && device.m11() == device.m22() && device.m11() > 0
-        && viewport()->palette().brush(viewport()->backgroundRole()).isOpaque()
-        && viewport()->palette().brush(viewport()->backgroundRole()).style() == Qt::SolidPattern;
-}
-
-void ZelGraphicsView::paintPicture(QPainter& painter)
-{
-    DisplayList& list = m_scene->displayList();
-    if (!m_canvas)
-        m_canvas = std::make_unique<ViewCanvas>(list);
-    // The widget may begin in the middle of a device pixel.
-    const QTransform device = painter.deviceTransform();
-    const qreal ratio = device.m11();
-    const QPointF start(device.dx() - std::floor(device.dx()), device.dy() - std::floor(device.dy()));
-    ViewCanvas::Scene scene;
-    scene.toPicture = viewportTransform() * QTransform(ratio, 0, 0, ratio, start.x(), start.y());
-    scene.size = QSize(static_cast<int>(std::ceil(start.x() + viewport()->width() * ratio)),
-        static_cast<int>(std::ceil(start.y() + viewport()->height() * ratio)));
-    scene.layers = m_scene->getVisibleLayers();
-    const bool isFiltered = database().isFilterEnable();
-    scene.states
-        = {&database().selectedIds(), &database().highlightedIds(), isFiltered ? &database().filteredIds() : nullptr};
-    scene.listVersion = list.version();
-    scene.hints = renderHints();
-    scene.textPen = painter.pen();
-    scene.viewFont = painter.font();
-    scene.background = viewport()->palette().color(viewport()->backgroundRole());
-    scene.backgroundBrush = backgroundBrush().style() != Qt::NoBrush ? backgroundBrush() : m_scene->backgroundBrush();
-    scene.drawBackground = [this](QPainter& on, const QRectF& area) { drawBackground(&on, area); };
-    scene.isScaled = ratio != 1.0 || !start.isNull();
-    m_canvas->update(scene);
-    m_canvas->drawOn(painter, -start / ratio, ratio);
-    painter.setWorldTransform(viewportTransform());
-    drawForeground(&painter, mapToScene(viewport()->rect()).boundingRect());
 }
 
 } // namespace mirn::zelchipview

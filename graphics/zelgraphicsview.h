@@ -5,17 +5,10 @@
 
 #include <QGraphicsView>
 #include <QList>
-#include <QPointer>
 
 #include <memory>
-#include <vector>
-
-class QRubberBand;
 
 namespace mirn::zelchipview {
-
-class ViewCanvas;
-class ZelGraphicsScene;
 
 // Shows the chip scene: zooms in steps between the drawing's limits, decides from the scale which layers are shown,
 // and turns the mouse into selecting, zooming or panning according to the controller's mouse mode.
@@ -32,7 +25,7 @@ public:
 
     // Multiplies the transform by `scale` (> 0) and takes it as current scale, whatever the limits.
     void setCurrentScale(double scale);
-    [[nodiscard]] double currentScale() const { return m_currentScale; }
+    [[nodiscard]] double currentScale() const;
 
     // One step; nothing where the step would leave the drawing's limits.
     void zoomIn();
@@ -49,7 +42,7 @@ public:
     void zoomTo(QList<QGraphicsItem*>* items);
 
     // Ascending; brought up to date by every change of the current scale, and by calculateVisibleLayers().
-    [[nodiscard]] QList<int>& getVisibleLayers() { return m_visibleLayers; }
+    [[nodiscard]] QList<int>& getVisibleLayers();
     void calculateVisibleLayers();
 
     // One single step of one scroll bar in the direction of the signs; y when dx is 0. Nothing when neither is 0.
@@ -57,16 +50,6 @@ public:
 
     // The cursor of the controller's mouse mode.
     void changeMouseCursor();
-
-    // The elements at these places of the scene's display list, or all, look different now.
-    void repaintPlaces(const std::vector<int>& places);
-    void repaintAll();
-
-    // The same without a repaint.
-    void forgetPlaces(const std::vector<int>& places);
-
-    // Nothing of the picture that is kept is right any more; schedules no repaint.
-    void forgetPicture();
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -84,19 +67,10 @@ private:
     [[nodiscard]] QGraphicsItem* elementToSelectAt(QPoint position) const;
     void finishSelecting(QPoint position);
     void finishZooming(QPoint position);
-    [[nodiscard]] bool paintsByItself(const QPainter& painter) const;
-    void paintPicture(QPainter& painter);
     void paintByItems(QPaintEvent* event);
 
-    QPointer<ZelGraphicsScene> m_scene;
-    std::unique_ptr<ViewCanvas> m_canvas; // made with the first paint
-    double m_currentScale = 1.0;
-    QList<int> m_visibleLayers;
-    QPoint m_pressPosition;
-    QRubberBand* const m_rubberBand; // child of the view
-    int m_horizontalScrollStart = 0;
-    int m_verticalScrollStart = 0;
-    bool m_panning = false;
+    struct Parts;
+    const std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace mirn::zelchipview

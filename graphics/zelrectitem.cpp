@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/zelrectitem.h"
 
-#include "chipview/zelchipviewdatabase.h"
-#include "placement/hovertext.h"
+#include "graphics/elements/drawingcontroller.h"
+#include "graphics/hovertext.h"
 #include "platform/contract/zelchipengine.h"
 
 #include <QRectF>
@@ -78,15 +78,15 @@ QVariant ZELRectItem::itemChange(GraphicsItemChange change, const QVariant& valu
 
 void ZELRectItem::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
 {
-    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+    DrawingController& controller = DrawingController::current();
     updateToolTip();
-    database->hoverText().show(toolTip(), this);
+    controller.hoverText().show(toolTip(), this);
     if (acceptDragIfAllowed(event)) {
         const int id = attribute()->itemId;
         // I/O supplies belong to a whole bank; marking the one rect under the pointer would mislead.
-        if (database->getResourceType(QStringLiteral("%1").arg(id)) != ZEL_RESOURCE_UVCCIO)
-            database->addSelctedItem(id, false);
-        database->highlightProbPlaceItems(event, id);
+        if (controller.getResourceType(QStringLiteral("%1").arg(id)) != ZEL_RESOURCE_UVCCIO)
+            controller.addSelctedItem(id, false);
+        controller.highlightProbPlaceItems(event, id);
     }
     QGraphicsRectItem::dragEnterEvent(event);
 }
@@ -95,7 +95,7 @@ void ZELRectItem::dragLeaveEvent(QGraphicsSceneDragDropEvent* event)
 {
     deselect();
     // The next site has been entered by now and may have shown its own text.
-    ZELChipViewDatabase::getInstance()->hoverText().hideIfOwnedBy(this);
+    DrawingController::current().hoverText().hideIfOwnedBy(this);
     QGraphicsRectItem::dragLeaveEvent(event);
 }
 
@@ -109,7 +109,7 @@ void ZELRectItem::dropEvent(QGraphicsSceneDragDropEvent* event)
 void ZELRectItem::deselect() const
 {
     if (attribute())
-        ZELChipViewDatabase::getInstance()->removeSelectedItem(attribute()->itemId);
+        DrawingController::current().removeSelectedItem(attribute()->itemId);
 }
 
 } // namespace mirn::zelchipview

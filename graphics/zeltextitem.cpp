@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/zeltextitem.h"
 
-#include "chipview/zelchipviewdatabase.h"
-#include "graphics/zelgraphicsscene.h"
+#include "graphics/elements/chipscene.h"
+#include "graphics/elements/drawingcontroller.h"
 
 #include <QEvent>
 #include <QFontMetricsF>
@@ -132,11 +132,11 @@ bool ZELTextItem::synchronise(ElementStates)
     m_shown = {value<QString>(ATTR_TEXT), value<QString>(ATTR_FONT_FAMILY), value<double>(ATTR_FONT_SIZE),
         value<int>(ATTR_ROTATION), value<unsigned int>(ATTR_FILL_COLOR)};
     m_documentRect = QRectF();
-    auto* chipScene = qobject_cast<ZelGraphicsScene*>(scene());
+    auto* chipScene = qobject_cast<ChipScene*>(scene());
     // Several lines are more than a measured length.
     if (m_hasDocument)
         fillDocument();
-    else if (isOfSeveralLines(m_shown.text) || (chipScene && chipScene->elementIndex().hasFewTexts()))
+    else if (isOfSeveralLines(m_shown.text) || (chipScene && chipScene->hasFewTexts()))
         makeDocument();
     return true;
 }
@@ -183,13 +183,13 @@ bool ZELTextItem::sceneEvent(QEvent* event)
 
 void ZELTextItem::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
 {
-    ZELChipViewDatabase::getInstance()->clearHighlightedProbPlaceItems();
+    DrawingController::current().clearHighlightedProbPlaceItems();
     QGraphicsTextItem::dragEnterEvent(event);
 }
 
 void ZELTextItem::dropEvent(QGraphicsSceneDragDropEvent* event)
 {
-    ZELChipViewDatabase::getInstance()->clearHighlightedProbPlaceItems();
+    DrawingController::current().clearHighlightedProbPlaceItems();
     QGraphicsTextItem::dropEvent(event);
 }
 

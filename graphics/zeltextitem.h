@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "graphics/chipelement.h"
+#include "graphics/elements/chipelement.h"
 
 #include <QGraphicsTextItem>
 #include <QRectF>

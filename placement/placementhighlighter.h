@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "graphics/elementidset.h"
+#include "graphics/elements/elementidset.h"
 
 class QTimer;
 

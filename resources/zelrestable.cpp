@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "resources/zelrestable.h"
 
-#include "chipview/zelchipviewdatabase.h"
+#include "resources/treecontroller.h"
 
 #include <QHeaderView>
 
@@ -13,7 +13,7 @@ ZelResTable::ZelResTable(QWidget* parent)
     setShowGrid(true);
     setAlternatingRowColors(true);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
-    const QStringList& head = ZELChipViewDatabase::getInstance()->getResTableHead();
+    const QStringList& head = TreeController::current().getResTableHead();
     setColumnCount(head.size());
     setHorizontalHeaderLabels(head);
     horizontalHeader()->setStretchLastSection(true);
@@ -24,7 +24,7 @@ ZelResTable::~ZelResTable() = default;
 void ZelResTable::refresh()
 {
     setRowCount(0);
-    const QList<QStringList> rows = ZELChipViewDatabase::getInstance()->getResTableItems();
+    const QList<QStringList> rows = TreeController::current().getResTableItems();
     setRowCount(rows.size());
     for (int row = 0; row < rows.size(); ++row)
         fillRow(row, rows[row]);

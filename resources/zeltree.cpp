@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "resources/zeltree.h"
 
-#include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelconstants.h"
+#include "resources/treecontroller.h"
 
 #include <QContextMenuEvent>
 #include <QDrag>
@@ -91,7 +91,7 @@ void ZelTree::fill()
 {
     showHead();
     QList<QTreeWidgetItem*> topLevel;
-    const QList<QTreeWidgetItem*>& items = ZELChipViewDatabase::getInstance()->getTreeItems();
+    const QList<QTreeWidgetItem*>& items = TreeController::current().getTreeItems();
     for (QTreeWidgetItem* item : items) {
         if (item && !item->parent())
             topLevel.append(item);
@@ -104,7 +104,7 @@ void ZelTree::fill()
 // Once, but an engine may have no titles at first.
 void ZelTree::showHead()
 {
-    const QStringList& head = ZELChipViewDatabase::getInstance()->getTreeHead();
+    const QStringList& head = TreeController::current().getTreeHead();
     if (m_hasHead || (head.isEmpty() && columnCount() == 0))
         return;
     setColumnCount(static_cast<int>(head.size()));
@@ -191,7 +191,7 @@ void ZelTree::contextMenuEvent(QContextMenuEvent* event)
     QTreeWidgetItem* item = itemAt(viewport()->mapFromGlobal(event->globalPos()));
     if (!item)
         return;
-    QMenu* menu = ZELChipViewDatabase::getInstance()->getTreePopupMenu(item);
+    QMenu* menu = TreeController::current().getTreePopupMenu(item);
     if (menu && !menu->isEmpty())
         menu->exec(event->globalPos());
 }

@@ -30,7 +30,8 @@ struct LayerRange
 inline constexpr double SCALE_STEP = 0.25;
 inline constexpr double MINIMUM_SCALE = 0.25;
 inline constexpr double MAXIMUM_SCALE = 5.0;
-inline constexpr double ALWAYS = 100.0; // beyond any scale that zooming to an element, or fitting into a small window, reaches
+inline constexpr double ALWAYS
+    = 100.0; // beyond any scale that zooming to an element, or fitting into a small window, reaches
 
 // Scale value s shows the drawing enlarged (1 + step)^((s - 1) / step) times: 1.5 is 1.6x, 2.5 is 3.8x, 3.5 is 9.3x,
 // 4.25 is 18x and 5 is 36x. A name's layer begins where its letters become about 8 pixels high.

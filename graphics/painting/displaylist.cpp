@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/displaylist.h"
 
-#include "graphics/chipelement.h"
-#include "graphics/elementindex.h"
-#include "graphics/grown.h"
-#include "graphics/paintrules.h"
+#include "graphics/elements/chipelement.h"
+#include "graphics/elements/elementindex.h"
+#include "graphics/elements/grown.h"
+#include "graphics/elements/paintrules.h"
 
 #include <QLineF>
 #include <QPolygonF>

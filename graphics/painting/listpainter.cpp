@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/listpainter.h"
 
-#include "graphics/elementidset.h"
-#include "graphics/grown.h"
+#include "graphics/elements/elementidset.h"
+#include "graphics/elements/grown.h"
 #include "graphics/painting/picturedevice.h"
 #include "graphics/painting/polygoncoverage.h"
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "graphics/elements/paintrules.h"
 #include "graphics/painting/displaylist.h"
 #include "graphics/painting/glyphmasks.h"
 #include "graphics/painting/rasteriser.h"
-#include "graphics/paintrules.h"
 
 #include <QImage>
 #include <QPainter>

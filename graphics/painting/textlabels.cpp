@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/textlabels.h"
 
-#include "graphics/paintrules.h"
+#include "graphics/elements/paintrules.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/viewcanvas.h"
 
-#include "graphics/grown.h"
+#include "graphics/elements/grown.h"
 #include "graphics/painting/picturedevice.h"
 
 #include <algorithm>

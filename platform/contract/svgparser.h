@@ -34,8 +34,8 @@ public:
     // Size, zoom limits and layers of the drawing; the defaults before the first load.
     [[nodiscard]] virtual zel_Parameter getSVGParameter() const;
 
-    // In paint order: later ones are above earlier ones. The first call makes an object for every record; there are none
-    // when memory does not suffice.
+    // In paint order: later ones are above earlier ones. The first call makes an object for every record; there are
+    // none when memory does not suffice.
     [[nodiscard]] virtual const std::vector<zel_SingleGraphItem*>& getGraphicItems() const;
 
     // The same ones, each handed to `visit` for the time of the call, until that gives false: with a million of them

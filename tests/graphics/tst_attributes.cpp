@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "graphics/attributeregistry.h"
+#include "graphics/elements/attributeregistry.h"
 #include "graphics/zellineattribute.h"
 #include "graphics/zelpolygonattribute.h"
 #include "graphics/zelrectattribute.h"

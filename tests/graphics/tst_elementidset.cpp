@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "graphics/elementidset.h"
+#include "graphics/elements/elementidset.h"
 #include "tests/support/testmain.h"
 
 #include <QTest>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "graphics/layervisibility.h"
-#include "graphics/paintrules.h"
+#include "graphics/elements/layervisibility.h"
+#include "graphics/elements/paintrules.h"
 #include "graphics/zelconstants.h"
 #include "tests/support/testmain.h"
 

@@ -222,7 +222,7 @@ void TestPixels::viewShowsWhatItemsPaint()
     for (int step = 0; step < 3; ++step) {
         chip.changeStates(step);
         QCOMPARE(chip.differing(ratio), 0);
-        QVERIFY(chip.scene()->isPlain()); // else Qt painted both
+        QVERIFY(chip.scene()->elements().isPlain()); // else Qt painted both
     }
     chip.database()->selectedIds().clear();
     chip.engine.device.addRecord(17, {{"fill", "#FF0000"}, {"tovanel:popup", "occupied"}});
@@ -263,7 +263,7 @@ void TestPixels::labelsHaveTheTraitsOfTheViewsFont()
         }
         chip.view()->setFont(QFont());
         QCOMPARE(chip.differing(), 0);
-        QVERIFY(chip.scene()->isPlain());
+        QVERIFY(chip.scene()->elements().isPlain());
     }
 }
 
@@ -278,7 +278,7 @@ void TestPixels::pictureStaysRightWhenScrolled()
             chip.changeStates(way.x() & 3); // before it is painted
             chip.view()->verticalScrollBar()->setValue(chip.view()->verticalScrollBar()->value() + way.y());
             QCOMPARE(chip.differing(), 0);
-            QVERIFY(chip.scene()->isPlain());
+            QVERIFY(chip.scene()->elements().isPlain());
         }
     }
 }
@@ -323,32 +323,32 @@ void TestPixels::whatAHostAddsIsShown()
 {
     PixelView chip(300);
     QCOMPARE(chip.differing(), 0);
-    QVERIFY(chip.scene()->isPlain());
+    QVERIFY(chip.scene()->elements().isPlain());
     auto* ellipse = chip.scene()->addEllipse(50, 50, 90, 70, QPen(Qt::red, 3), QBrush(Qt::blue));
     ellipse->setZValue(140);
     QCoreApplication::processEvents();
     QCOMPARE(chip.differing(), 0);
-    QVERIFY(!chip.scene()->isPlain());
+    QVERIFY(!chip.scene()->elements().isPlain());
     auto* rect = chip.scene()->addRect(250, 50, 20, 20, Qt::NoPen, Qt::green);
     QCoreApplication::processEvents();
     rect->moveBy(40, 0);
     delete ellipse;
     QCoreApplication::processEvents();
-    QVERIFY(!chip.scene()->isPlain());
+    QVERIFY(!chip.scene()->elements().isPlain());
     QCOMPARE(chip.differing(), 0);
     rect->hide(); // then there is nothing to paint
     QCoreApplication::processEvents();
-    QVERIFY(chip.scene()->isPlain());
+    QVERIFY(chip.scene()->elements().isPlain());
     QCOMPARE(chip.differing(), 0);
     rect->show();
     QCoreApplication::processEvents();
-    QVERIFY(!chip.scene()->isPlain());
+    QVERIFY(!chip.scene()->elements().isPlain());
     QCOMPARE(chip.differing(), 0);
     chip.database()->highlightedIds().assign({1, 2, 3, 4, 5});
     chip.scene()->removeItem(rect);
     delete rect;
     QCoreApplication::processEvents();
-    QVERIFY(chip.scene()->isPlain());
+    QVERIFY(chip.scene()->elements().isPlain());
     QCOMPARE(chip.differing(), 0);
 }
 
@@ -368,7 +368,7 @@ void TestPixels::elementsOfAHostArePaintedAsTheirClass()
     add(1003, new ZELTextAttribute("own", 60, 140, 20, "DejaVu Sans", 0, 0, spans, 0, 0),
         [](int n) { return new ZELTextItem(n); });
     QCoreApplication::processEvents();
-    QVERIFY(chip.scene()->isPlain());
+    QVERIFY(chip.scene()->elements().isPlain());
     QCOMPARE(chip.differing(), 0);
     QCOMPARE(chip.colorAt({135, 120}), QColor(0x99, 0x33, 0x66));
 }
@@ -384,7 +384,7 @@ void TestPixels::everyViewShowsTheLayersOfTheFirst()
         const QImage shown = second.grab(second.viewport()->geometry()).toImage();
         QCOMPARE(
             differingPixels(shown.convertToFormat(QImage::Format_RGB32), paintedByItems(chip.scene(), second, 1.0)), 0);
-        QVERIFY(chip.scene()->isPlain());
+        QVERIFY(chip.scene()->elements().isPlain());
     }
 }
 
@@ -417,11 +417,11 @@ void TestPixels::whatAHostDoesToAnElementIsShown()
     for (int loadNumber : {2, 14}) { // a rect, a text
         change(chip.item(loadNumber));
         QCoreApplication::processEvents();
-        QVERIFY(!chip.scene()->isPlain());
+        QVERIFY(!chip.scene()->elements().isPlain());
         QCOMPARE(chip.differing(), 0);
         undo(chip.item(loadNumber));
         QCoreApplication::processEvents();
-        QVERIFY(chip.scene()->isPlain());
+        QVERIFY(chip.scene()->elements().isPlain());
         QCOMPARE(chip.differing(), 0);
     }
 }
@@ -478,7 +478,7 @@ void TestPixels::whatAHostWritesIntoAnAttributeIsShown()
         write(*chip.database()->getGraphicItemAttribute(loadNumber));
         const QImage after = chip.picture();
         QVERIFY(before != after);
-        QVERIFY(chip.scene()->isPlain());
+        QVERIFY(chip.scene()->elements().isPlain());
         QCOMPARE(differingPixels(after, paintedByItems(chip.scene(), *chip.view(), 1)), 0);
         QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(chip.scene(), second, 1)), 0);
         chip.database()->selectedIds().clear();
@@ -489,7 +489,7 @@ void TestPixels::whatAHostWritesIntoAnAttributeIsShown()
 void TestPixels::paintsOnlyWhatChanged()
 {
     PixelView chip(2000);
-    DisplayList& list = chip.scene()->displayList();
+    DisplayList& list = chip.scene()->elements().displayList();
     ViewCanvas canvas(list);
     ViewCanvas::Scene scene;
     scene.toPicture = QTransform::fromScale(1.5, 1.5);
@@ -528,7 +528,7 @@ void TestPixels::topmostItemIsTheOneThatQtFinds()
         chip.zoom(scale, {170, 120});
         chip.changeStates(1);
         const QTransform toViewport = chip.view()->viewportTransform();
-        const DisplayList& list = chip.scene()->displayList();
+        const DisplayList& list = chip.scene()->elements().displayList();
         for (int i = 0; i < 3000; ++i) {
             // In or near an element, some of the points on a border or in a corner.
             const QRectF near = list.boundsOf(random.below(list.size())).adjusted(-1, -1, 1, 1);
@@ -537,9 +537,9 @@ void TestPixels::topmostItemIsTheOneThatQtFinds()
                 point = QPointF(std::floor(point.x()), std::floor(point.y()));
             else if (i % 3 == 1)
                 point = near.adjusted(1, 1, -1, -1).bottomRight();
-            chip.scene()->synchroniseAt(point);
+            chip.scene()->elements().synchroniseAt(point);
             QGraphicsItem* expected = chip.scene()->itemAt(point, toViewport);
-            QCOMPARE(chip.scene()->topmostItemAt(point, toViewport), expected);
+            QCOMPARE(chip.scene()->elements().topmostItemAt(point, toViewport), expected);
             found += expected ? 1 : 0;
         }
     }
@@ -548,7 +548,7 @@ void TestPixels::topmostItemIsTheOneThatQtFinds()
     chip.scene()->addItem(&added);
     added.setZValue(1e6);
     QCoreApplication::processEvents();
-    QCOMPARE(chip.scene()->topmostItemAt({110, 110}, QTransform()), &added);
+    QCOMPARE(chip.scene()->elements().topmostItemAt({110, 110}, QTransform()), &added);
 }
 
 ZEL_TEST_MAIN(TestPixels)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "placement/hovertext.h"
+#include "graphics/hovertext.h"
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/testmain.h"
 
@@ -281,15 +281,15 @@ void TestScene::elementsThatLeaveAreForgotten()
     chip.drawing.addLine(7, 10, 40, 30, 40).layer = 9; // hidden: still waits for its geometry
     chip.drawing.addText(7, "x", 10, 60, 10);
     chip.open();
-    QCOMPARE(chip.scene()->elementIndex().elements(7).size(), std::size_t(3));
+    QCOMPARE(chip.scene()->elements().index().elements(7).size(), std::size_t(3));
     QGraphicsItem* moved = chip.item(1);
     chip.scene()->removeItem(moved);
-    QCOMPARE(chip.scene()->elementIndex().elements(7).size(), std::size_t(2));
+    QCOMPARE(chip.scene()->elements().index().elements(7).size(), std::size_t(2));
     chip.scene()->addItem(moved);
-    QCOMPARE(chip.scene()->elementIndex().elements(7).size(), std::size_t(3));
+    QCOMPARE(chip.scene()->elements().index().elements(7).size(), std::size_t(3));
     chip.scene()->clear();
-    QVERIFY(chip.scene()->elementIndex().elements(7).empty());
-    QVERIFY(chip.scene()->elementIndex().takePending({0, 9}).empty());
+    QVERIFY(chip.scene()->elements().index().elements(7).empty());
+    QVERIFY(chip.scene()->elements().index().takePending({0, 9}).empty());
     chip.database()->selectedIds().insert(7); // must reach no item that is gone
 }
 

@@ -175,7 +175,7 @@ void GestureWindow::checkPicture()
         = [](const QPixmap& pixmap) { return pixmap.toImage().convertToFormat(QImage::Format_RGB32); };
     const QImage shown = inOneFormat(handle->screen()->grabWindow(handle->winId())).copy(part);
     const QImage kept = inOneFormat(viewport->grab());
-    view()->repaintAll();
+    qobject_cast<ZelGraphicsScene*>(view()->scene())->elements().repaintAll();
     const QImage anew = inOneFormat(viewport->grab());
     expect(shown == kept, QStringLiteral("the screen does not show what the view does"));
     expect(kept == anew, QStringLiteral("the picture that the view keeps is out of date"));

@@ -164,7 +164,8 @@ QByteArray SharedRound::judgeRefusal(int which, const QByteArray& command, const
     const bool isPassed = answer.contains("another program has changed the project");
     m_figures.refusals += isTaken || isPassed ? 1 : 0;
     if (isTaken)
-        return m_known.owner == 1 - which || m_isTogether ? QByteArray() : place + "refused although nobody has the project";
+        return m_known.owner == 1 - which || m_isTogether ? QByteArray()
+                                                          : place + "refused although nobody has the project";
     if (isPassed)
         return view.version != m_known.version ? QByteArray() : place + "refused although nobody has changed it";
     const QByteArray problem = view.model.follow(command, answer);

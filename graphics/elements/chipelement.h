@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "graphics/paintrules.h"
+#include "graphics/elements/paintrules.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "platform/contract/zelgraphicrecords.h"
 
@@ -13,8 +13,6 @@ class QGraphicsScene;
 class QGraphicsSceneDragDropEvent;
 
 namespace mirn::zelchipview {
-
-class ZelGraphicsScene;
 
 // What the four item classes share: the load number, the attribute behind it, and the places where an item meets its
 // scene. Holds no drawing values.
@@ -46,7 +44,7 @@ public:
     [[nodiscard]] virtual QGraphicsItem* graphicsItem() = 0;
 
     // Takes over from the attribute what decides where the item is found: geometry and border. Changes nothing, and so
-    // schedules no repaint, when all is right. Gives whether it did.
+    // schedules no repaint, when all is right. Returns whether it did.
     virtual bool synchronise(ElementStates states) = 0;
 
     // The item itself tells the fill that its paint would set. Has Qt look for the item among all others.
@@ -76,7 +74,7 @@ protected:
     void noticeChange(QGraphicsItem::GraphicsItemChange change);
     void leaveScene(QGraphicsScene* scene);
 
-    // Refuses the drag when the dragged resource may not be dropped here. Gives whether it may.
+    // Refuses the drag when the dragged resource may not be dropped here. Returns whether it may.
     bool acceptDragIfAllowed(QGraphicsSceneDragDropEvent* event) const;
     void dropHere() const;
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "graphics/chipelement.h"
+#include "graphics/elements/chipelement.h"
 
-#include "chipview/zelchipviewdatabase.h"
-#include "graphics/attributeregistry.h"
-#include "graphics/zelgraphicsscene.h"
+#include "graphics/elements/attributeregistry.h"
+#include "graphics/elements/chipscene.h"
+#include "graphics/elements/drawingcontroller.h"
 
 #include <QGraphicsSceneDragDropEvent>
 
@@ -21,7 +21,7 @@ void showToolTip(QGraphicsItem* item, const QString& text)
 
 ChipElement::ChipElement(int loadNumber, Placing placing)
     : m_loadNumber(loadNumber)
-    , m_attribute(ZELChipViewDatabase::getInstance()->attributes().find(loadNumber))
+    , m_attribute(DrawingController::current().attributes().find(loadNumber))
     , m_isPending(placing == Placing::WhenShown)
 { }
 
@@ -30,7 +30,7 @@ ChipElement::~ChipElement() = default;
 bool ChipElement::prepareToPaint(ElementStates& states)
 {
     QGraphicsItem* item = graphicsItem();
-    auto* scene = qobject_cast<ZelGraphicsScene*>(item->scene());
+    auto* scene = qobject_cast<ChipScene*>(item->scene());
     if (!m_attribute || !scene || !scene->isLayerVisible(m_attribute->layer))
         return false;
     showToolTip(item, m_attribute->toolTip);
@@ -42,7 +42,7 @@ bool ChipElement::prepareToPaint(ElementStates& states)
 std::optional<ElementStates> ChipElement::shownStates() const
 {
     const QGraphicsItem* item = const_cast<ChipElement*>(this)->graphicsItem(); // of which nothing is changed
-    auto* scene = qobject_cast<ZelGraphicsScene*>(item->scene());
+    auto* scene = qobject_cast<ChipScene*>(item->scene());
     if (!m_attribute || m_isPending || !scene || !scene->isLayerVisible(m_attribute->layer))
         return std::nullopt;
     return scene->statesOf(m_attribute->itemId);
@@ -51,7 +51,7 @@ std::optional<ElementStates> ChipElement::shownStates() const
 void ChipElement::updateToolTip()
 {
     QGraphicsItem* item = graphicsItem();
-    auto* scene = qobject_cast<ZelGraphicsScene*>(item->scene());
+    auto* scene = qobject_cast<ChipScene*>(item->scene());
     if (m_attribute && scene && scene->isLayerVisible(m_attribute->layer))
         showToolTip(item, m_attribute->toolTip);
 }
@@ -67,8 +67,8 @@ void ChipElement::noticeChange(QGraphicsItem::GraphicsItemChange change)
         enterScene(scene);
         break;
     case QGraphicsItem::ItemZValueHasChanged:
-        if (auto* chipScene = qobject_cast<ZelGraphicsScene*>(scene))
-            chipScene->elementIndex().restack(this);
+        if (auto* chipScene = qobject_cast<ChipScene*>(scene))
+            chipScene->elementRestacked(this);
         break;
     case QGraphicsItem::ItemVisibleHasChanged:
     case QGraphicsItem::ItemOpacityHasChanged:
@@ -77,8 +77,8 @@ void ChipElement::noticeChange(QGraphicsItem::GraphicsItemChange change)
     case QGraphicsItem::ItemParentHasChanged:
     case QGraphicsItem::ItemChildAddedChange:
     case QGraphicsItem::ItemChildRemovedChange:
-        if (auto* chipScene = qobject_cast<ZelGraphicsScene*>(scene))
-            chipScene->elementIndex().reconsider(this);
+        if (auto* chipScene = qobject_cast<ChipScene*>(scene))
+            chipScene->elementChanged(this);
         break;
     default:
         break;
@@ -87,33 +87,33 @@ void ChipElement::noticeChange(QGraphicsItem::GraphicsItemChange change)
 
 void ChipElement::enterScene(QGraphicsScene* scene)
 {
-    if (auto* chipScene = qobject_cast<ZelGraphicsScene*>(scene))
-        chipScene->elementIndex().add(this);
+    if (auto* chipScene = qobject_cast<ChipScene*>(scene))
+        chipScene->elementEntered(this);
 }
 
 void ChipElement::leaveScene(QGraphicsScene* scene)
 {
-    // A scene that is being destroyed is no chip scene any more; its index is gone then.
-    if (auto* chipScene = qobject_cast<ZelGraphicsScene*>(scene))
-        chipScene->elementIndex().remove(this);
+    // A scene that is being destroyed is no chip scene any more and has forgotten its elements.
+    if (auto* chipScene = qobject_cast<ChipScene*>(scene))
+        chipScene->elementLeaves(this);
 }
 
 bool ChipElement::acceptDragIfAllowed(QGraphicsSceneDragDropEvent* event) const
 {
-    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
-    if (m_attribute && !database->canDrop(event, m_attribute->itemId))
+    DrawingController& controller = DrawingController::current();
+    if (m_attribute && !controller.canDrop(event, m_attribute->itemId))
         return true;
-    database->clearHighlightedProbPlaceItems();
+    controller.clearHighlightedProbPlaceItems();
     event->ignore();
     return false;
 }
 
 void ChipElement::dropHere() const
 {
-    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
-    database->clearHighlightedProbPlaceItems();
+    DrawingController& controller = DrawingController::current();
+    controller.clearHighlightedProbPlaceItems();
     if (m_attribute)
-        database->drop(m_attribute->itemId);
+        controller.drop(m_attribute->itemId);
 }
 
 } // namespace mirn::zelchipview

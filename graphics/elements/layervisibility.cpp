@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "graphics/layervisibility.h"
+#include "graphics/elements/layervisibility.h"
 
 namespace mirn::zelchipview {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "graphics/paintrules.h"
+#include "graphics/elements/paintrules.h"
 
 #include "graphics/zelconstants.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "placement/hovertext.h"
+#include "graphics/hovertext.h"
 
 #include <QPlainTextEdit>
 #include <QWindow>

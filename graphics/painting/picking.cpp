@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "graphics/picking.h"
+#include "graphics/painting/picking.h"
 
-#include "graphics/chipelement.h"
-#include "graphics/grown.h"
+#include "graphics/elements/chipelement.h"
+#include "graphics/elements/grown.h"
 #include "graphics/painting/displaylist.h"
 
 #include <QGraphicsItem>

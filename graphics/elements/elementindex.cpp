@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "graphics/elementindex.h"
+#include "graphics/elements/elementindex.h"
 
-#include "graphics/chipelement.h"
+#include "graphics/elements/chipelement.h"
 
 #include <QGraphicsItem>
 

@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/sceneelements.h"
+
+#include "graphics/elements/attributeregistry.h"
+#include "graphics/elements/chipelement.h"
+#include "graphics/elements/drawingcontroller.h"
+#include "graphics/elements/dynamiclook.h"
+#include "graphics/elements/graphicitemdynamicattribute.h"
+#include "graphics/painting/picking.h"
+#include "graphics/scenepicture.h"
+
+#include <QGraphicsView>
+
+#include <algorithm>
+#include <iterator>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+// More changed elements than this are found faster by painting all again.
+constexpr std::size_t MostToRepaintOneByOne = 2000;
+
+// Fewer items than this may report their change to the scene, which looks into each.
+constexpr std::size_t FewItems = 16;
+
+// The elements that are not to stay as they are until their layer is shown.
+std::vector<ChipElement*> shownAmong(const std::vector<ChipElement*>& elements)
+{
+    std::vector<ChipElement*> shown;
+    std::copy_if(elements.begin(), elements.end(), std::back_inserter(shown), [](auto* e) { return !e->isPending(); });
+    return shown;
+}
+
+} // namespace
+
+SceneElements::SceneElements(ChipScene& scene)
+    : m_scene(scene)
+    , m_foreign(
+          scene, [this](QGraphicsItem* item) { return isForeign(item); }, [this] { repaintAll(); })
+{ }
+
+DisplayList& SceneElements::displayList()
+{
+    m_displayList.update(m_index);
+    return m_displayList;
+}
+
+bool SceneElements::isForeign(QGraphicsItem* item)
+{
+    auto* element = dynamic_cast<ChipElement*>(item);
+    if (!element || !element->attribute())
+        return true;
+    m_index.reconsider(element); // Qt reports a position as a change of the scene only
+    return false;
+}
+
+void SceneElements::addPicture(const QGraphicsView* view, ScenePicture* picture)
+{
+    m_pictures.emplace_back(view, picture);
+}
+
+void SceneElements::removePicture(const QGraphicsView* view)
+{
+    m_pictures.erase(
+        std::remove_if(m_pictures.begin(), m_pictures.end(), [view](const auto& entry) { return entry.first == view; }),
+        m_pictures.end());
+}
+
+ScenePicture* SceneElements::pictureOf(const QGraphicsView* view) const
+{
+    const auto entry = std::find_if(
+        m_pictures.begin(), m_pictures.end(), [view](const auto& candidate) { return candidate.first == view; });
+    return entry != m_pictures.end() ? entry->second : nullptr;
+}
+
+std::vector<ScenePicture*> SceneElements::pictures() const
+{
+    std::vector<ScenePicture*> pictures;
+    const QList<QGraphicsView*> views = m_scene.views();
+    for (QGraphicsView* view : views) {
+        if (ScenePicture* picture = pictureOf(view))
+            pictures.push_back(picture);
+        else
+            view->viewport()->update(); // it paints the items one by one and knows of no states
+    }
+    return pictures;
+}
+
+QList<int>& SceneElements::visibleLayers()
+{
+    const QList<QGraphicsView*> views = m_scene.views();
+    if (ScenePicture* picture = views.isEmpty() ? nullptr : pictureOf(views.first()))
+        return picture->visibleLayers();
+    m_noLayers.clear();
+    return m_noLayers;
+}
+
+void SceneElements::applyDynamicValues(const QMap<QString, GraphicItemDynamicAttribute>& values)
+{
+    const AttributeRegistry& attributes = DrawingController::current().attributes();
+    DisplayList& list = displayList();
+    std::vector<ChipElement*> changed;
+    for (auto entry = values.cbegin(); entry != values.cend(); ++entry) {
+        const std::optional<int> id = elementIdOf(entry.key());
+        if (!id)
+            continue;
+        m_index.visit(*id, [&](ChipElement* element) {
+            ZELGraphicItemAttribute* attribute = attributes.find(element->loadNumber());
+            // A later load may have put another element under this load number.
+            if (!attribute || attribute->itemId != *id)
+                return;
+            const bool isChanged = mirn::zelchipview::applyDynamicValues(*attribute, entry.value());
+            // A host may have written into the attribute before.
+            if (list.takeOver(m_index, *element) || isChanged)
+                changed.push_back(element);
+        });
+    }
+    tellItems(changed);
+    repaint(changed, nullptr);
+}
+
+// Items that were shown take over what is new, the others when they are.
+void SceneElements::tellItems(const std::vector<ChipElement*>& elements)
+{
+    for (ChipElement* element : elements) {
+        if (m_scene.isLayerVisible(element->attribute()->layer))
+            element->updateToolTip();
+        else
+            m_index.awaitShow(element);
+    }
+    if (m_index.isSmall())
+        synchronise(shownAmong(elements));
+}
+
+void SceneElements::takeOverAttributes(const QRectF& area, ScenePicture* painted)
+{
+    if (m_index.mostWatched() == 0)
+        return;
+    const std::vector<ChipElement*> changed = displayList().takeOver(m_index, area);
+    synchronise(shownAmong(changed));
+    if (isPlain())
+        repaint(changed, painted);
+}
+
+void SceneElements::synchroniseShown()
+{
+    const std::vector<ChipElement*> shown = m_index.takePending(visibleLayers());
+    synchronise(shown);
+    for (ChipElement* element : shown)
+        element->updateToolTip();
+}
+
+void SceneElements::synchronise(const std::vector<ChipElement*>& elements)
+{
+    const bool areMany = elements.size() > FewItems;
+    if (areMany)
+        beginOwnChanges();
+    for (ChipElement* element : elements) {
+        const ElementStates states = m_scene.statesOf(element->attribute()->itemId);
+        element->synchronise(states);
+        if (m_index.isSmall() && m_scene.isLayerVisible(element->attribute()->layer))
+            element->showFill(states);
+    }
+    if (areMany)
+        endOwnChanges();
+}
+
+void SceneElements::synchroniseAt(const QPointF& point)
+{
+    DisplayList& list = displayList();
+    const QRectF area = picking::around(point);
+    std::vector<ChipElement*> elements;
+    for (int place : list.placesIn(area)) {
+        if (list.boundsOf(place).intersects(area) && !list.element(place)->isPending())
+            elements.push_back(list.element(place));
+    }
+    synchronise(elements);
+}
+
+void SceneElements::repaint(const std::vector<int>& elementIds)
+{
+    if (elementIds.size() > MostToRepaintOneByOne && !m_index.isSmall()) {
+        repaintAll();
+        return;
+    }
+    DisplayList& list = displayList();
+    std::vector<ChipElement*> changed;
+    for (int id : elementIds) {
+        m_index.visit(id, [&](ChipElement* element) {
+            list.takeOver(m_index, *element);
+            changed.push_back(element);
+        });
+    }
+    synchronise(shownAmong(changed));
+    repaint(changed, nullptr);
+}
+
+void SceneElements::repaintAll()
+{
+    if (m_index.isSmall())
+        synchronise(shownAmong(m_index.inPaintOrder()));
+    for (ScenePicture* picture : pictures())
+        picture->repaintAll();
+}
+
+// `painted`: the picture of a view that is about to paint them.
+void SceneElements::repaint(const std::vector<ChipElement*>& elements, ScenePicture* painted)
+{
+    if (elements.empty())
+        return;
+    if (!isPlain()) {
+        repaintByItems(elements);
+        return;
+    }
+    const unsigned before = m_displayList.version();
+    const DisplayList& list = displayList();
+    if (list.version() != before) {
+        repaintAll(); // some moved, and where they were is to be painted as well
+        return;
+    }
+    std::vector<int> places;
+    places.reserve(elements.size());
+    for (const ChipElement* element : elements)
+        places.push_back(list.placeOf(*element));
+    for (ScenePicture* picture : pictures()) {
+        if (picture == painted)
+            picture->forgetPlaces(places);
+        else
+            picture->repaintPlaces(places);
+    }
+}
+
+// Only Qt knows where a host put an element, and what it put around it.
+void SceneElements::repaintByItems(const std::vector<ChipElement*>& elements)
+{
+    for (ChipElement* element : elements)
+        element->graphicsItem()->update();
+    for (ScenePicture* picture : pictures())
+        picture->forgetAll();
+}
+
+QList<QGraphicsItem*> SceneElements::itemsOf(int elementId)
+{
+    QList<QGraphicsItem*> items;
+    for (ChipElement* element : m_index.elements(elementId))
+        items.append(element->graphicsItem());
+    return items;
+}
+
+QGraphicsItem* SceneElements::topmostItemAt(const QPointF& point, const QTransform& sceneToViewport)
+{
+    m_foreign.catchUp();
+    return isPlain() ? picking::topmostItem(displayList(), point) : m_scene.itemAt(point, sceneToViewport);
+}
+
+std::vector<int> SceneElements::idsTouching(const QRectF& area)
+{
+    m_foreign.catchUp();
+    if (isPlain())
+        return picking::idsTouching(displayList(), area, m_index.hasPending());
+    const AttributeRegistry& attributes = DrawingController::current().attributes();
+    std::vector<int> ids;
+    const QList<QGraphicsItem*> found = m_scene.items(area, Qt::IntersectsItemShape);
+    for (const QGraphicsItem* item : found) {
+        const int loadNumber = item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
+        if (const ZELGraphicItemAttribute* attribute = attributes.find(loadNumber))
+            ids.push_back(attribute->itemId);
+    }
+    return ids;
+}
+
+} // namespace mirn::zelchipview

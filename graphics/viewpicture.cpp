@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/viewpicture.h"
+
+#include "graphics/elements/drawingcontroller.h"
+#include "graphics/elements/elementidset.h"
+#include "graphics/elements/grown.h"
+#include "graphics/sceneelements.h"
+#include "graphics/zelgraphicsscene.h"
+
+#include <QGraphicsView>
+#include <QPaintEngine>
+#include <QPainter>
+
+#include <cmath>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+// Up to this many changed spots are painted for themselves, more of them with all that lies between.
+constexpr std::size_t MostUpdatedOneByOne = 16;
+
+constexpr int PaintMargin = 2; // pixels that pens and smoothing reach beyond an element
+
+} // namespace
+
+ViewPicture::ViewPicture(QGraphicsView& view, ZelGraphicsScene* scene)
+    : m_view(view)
+    , m_scene(scene)
+{
+    if (m_scene)
+        m_scene->elements().addPicture(&m_view, this);
+}
+
+ViewPicture::~ViewPicture()
+{
+    if (m_scene)
+        m_scene->elements().removePicture(&m_view);
+}
+
+void ViewPicture::repaintPlaces(const std::vector<int>& places)
+{
+    if (!m_scene)
+        return;
+    forgetPlaces(places);
+    const DisplayList& list = m_scene->elements().displayList();
+    const QTransform toViewport = m_view.viewportTransform();
+    const QRectF shown(m_view.viewport()->rect());
+    QRegion changed;
+    QRect around;
+    for (int place : places) {
+        if (place < 0)
+            continue;
+        // The kept picture may be of another scale or size than what stands on the screen.
+        const QRect part = (grown(toViewport.mapRect(list.boundsOf(place)), PaintMargin) & shown).toAlignedRect();
+        around |= part;
+        if (places.size() <= MostUpdatedOneByOne)
+            changed |= part;
+    }
+    if (!around.isEmpty())
+        m_view.viewport()->update(places.size() <= MostUpdatedOneByOne ? changed : QRegion(around));
+}
+
+void ViewPicture::forgetPlaces(const std::vector<int>& places)
+{
+    for (int place : places) {
+        if (m_canvas && place >= 0)
+            m_canvas->invalidate(place);
+    }
+}
+
+void ViewPicture::repaintAll()
+{
+    forgetAll();
+    m_view.viewport()->update();
+}
+
+void ViewPicture::forgetAll()
+{
+    if (m_canvas)
+        m_canvas->invalidate();
+}
+
+bool ViewPicture::canPaintOn(const QPainter& painter) const
+{
+    const QWidget* viewport = m_view.viewport();
+    const QBrush& background = viewport->palette().brush(viewport->backgroundRole());
+    const QTransform device = painter.deviceTransform();
+    return m_scene && m_view.scene() == m_scene && m_scene->elements().isPlain() && painter.paintEngine()
+        && painter.paintEngine()->type() == QPaintEngine::Raster && device.type() <= QTransform::TxScale
+        && device.m11() == device.m22() && device.m11() > 0 && background.isOpaque()
+        && background.style() == Qt::SolidPattern;
+}
+
+void ViewPicture::paint(QPainter& painter, const ViewCanvas::Background& drawBackground)
+{
+    DisplayList& list = m_scene->elements().displayList();
+    if (!m_canvas)
+        m_canvas = std::make_unique<ViewCanvas>(list);
+    const QWidget& viewport = *m_view.viewport();
+    // The widget may begin in the middle of a device pixel.
+    const QTransform device = painter.deviceTransform();
+    const qreal ratio = device.m11();
+    const QPointF start(device.dx() - std::floor(device.dx()), device.dy() - std::floor(device.dy()));
+    ViewCanvas::Scene scene;
+    scene.toPicture = m_view.viewportTransform() * QTransform(ratio, 0, 0, ratio, start.x(), start.y());
+    scene.size = QSize(static_cast<int>(std::ceil(start.x() + viewport.width() * ratio)),
+        static_cast<int>(std::ceil(start.y() + viewport.height() * ratio)));
+    scene.layers = m_scene->getVisibleLayers();
+    DrawingController& controller = DrawingController::current();
+    scene.states = {&controller.selectedIds(), &controller.highlightedIds(),
+        controller.isFilterEnable() ? &controller.filteredIds() : nullptr};
+    scene.listVersion = list.version();
+    scene.hints = m_view.renderHints();
+    scene.textPen = painter.pen();
+    scene.viewFont = painter.font();
+    scene.background = viewport.palette().color(viewport.backgroundRole());
+    scene.backgroundBrush
+        = m_view.backgroundBrush().style() != Qt::NoBrush ? m_view.backgroundBrush() : m_scene->backgroundBrush();
+    scene.drawBackground = drawBackground;
+    scene.isScaled = ratio != 1.0 || !start.isNull();
+    m_canvas->update(scene);
+    m_canvas->drawOn(painter, -start / ratio, ratio);
+    painter.setWorldTransform(m_view.viewportTransform());
+}
+
+} // namespace mirn::zelchipview
