@@ -14,6 +14,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QFocusEvent>
 #include <QGraphicsItem>
 #include <QMenu>
 #include <QMouseEvent>
@@ -298,6 +299,16 @@ void ZelGraphicsView::contextMenuEvent(QContextMenuEvent* event)
 void ZelGraphicsView::dragLeaveEvent(QDragLeaveEvent* event)
 {
     QGraphicsView::dragLeaveEvent(event);
+}
+
+// When a dialog opens while a button is down, Qt forgets the button and does not deliver its release.
+void ZelGraphicsView::focusOutEvent(QFocusEvent* event)
+{
+    if (event->reason() == Qt::ActiveWindowFocusReason) {
+        m_rubberBand->hide();
+        m_panning = false;
+    }
+    QGraphicsView::focusOutEvent(event);
 }
 
 void ZelGraphicsView::repaintPlaces(const std::vector<int>& places)
