@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QFocusEvent>
 #include <QGraphicsItem>
 #include <QMenu>
 #include <QMouseEvent>
@@ -319,6 +320,16 @@ void ZelGraphicsView::contextMenuEvent(QContextMenuEvent* event)
 void ZelGraphicsView::dragLeaveEvent(QDragLeaveEvent* event)
 {
     QGraphicsView::dragLeaveEvent(event);
+}
+
+// When a dialog opens while a button is down, Qt forgets the button and does not deliver its release.
+void ZelGraphicsView::focusOutEvent(QFocusEvent* event)
+{
+    if (event->reason() == Qt::ActiveWindowFocusReason) {
+        m_parts->rubberBand->hide();
+        m_parts->isPanning = false;
+    }
+    QGraphicsView::focusOutEvent(event);
 }
 
 void ZelGraphicsView::paintEvent(QPaintEvent* event)

@@ -351,6 +351,14 @@ void TestView::panModeScrollsWithTheMouse()
     chip.database()->getAction(ACTION_SELECT)->trigger(); // the mode counts, not only how the gesture began
     chip.mouse(QEvent::MouseMove, {100, 150});
     QCOMPARE(chip.view()->horizontalScrollBar()->value(), x + 60);
+    // A dialog opens, and the button's release is lost.
+    QFocusEvent dialogOpens(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(chip.view(), &dialogOpens);
+    chip.click({200, 150});
+    QCOMPARE(chip.selected(), QSet<int>{1});
+    chip.mouse(QEvent::MouseButtonPress, {200, 150});
+    QCoreApplication::sendEvent(chip.view(), &dialogOpens);
+    QVERIFY(!chip.view()->findChild<QRubberBand*>()->isVisible());
 }
 
 void TestView::panStartsBehindTheDragDistance()

@@ -344,8 +344,10 @@ void GestureWindow::finishStroke()
     const QRect area = band->geometry();
     const QSizeF inScene = view()->mapToScene(area).boundingRect().size();
     const bool isBand = inScene.width() > 2 && inScene.height() > 2;
-    // A selected element has another pen, and with it another shape. What is to be selected is asked before; what lies
-    // within a pixel of the band's border may be in it or not.
+    // A selected element has another pen, and with it another shape: the selection ends before, as the release begins
+    // with. What lies within a pixel of the band's border may be in it or not.
+    if (isSelecting)
+        database().selectedIds().clear();
     const auto touchedBy = [&](int border) {
         return isBand ? idsTouchedBy(area.adjusted(-border, -border, border, border)) : idsClickedAt(position);
     };
