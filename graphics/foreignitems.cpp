@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QGraphicsItem>
 #include <QGraphicsScene>
+#include <QGraphicsView>
 
 #include <algorithm>
 #include <utility>
@@ -45,7 +46,11 @@ void ForeignItems::lookInto(const QList<QRectF>& areas)
     const bool isEverything = std::any_of(
         areas.begin(), areas.end(), [this](const QRectF& area) { return area.contains(m_scene.sceneRect()); });
     Places found;
-    if (!isEverything) {
+    if (isEverything) {
+        const QList<QGraphicsView*> views = m_scene.views();
+        for (QGraphicsView* view : views)
+            view->viewport()->update(); // Qt repaints the scene's rect only: what left may have lain beside it
+    } else {
         for (const QRectF& area : areas)
             found.insert(foreignAmong(m_scene.items(area, Qt::IntersectsItemBoundingRect)));
     }

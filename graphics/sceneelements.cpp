@@ -139,8 +139,12 @@ void SceneElements::takeOverAttributes(const QRectF& area, ScenePicture* painted
         return;
     const std::vector<ChipElement*> changed = displayList().takeOver(m_index, area);
     synchronise(shownAmong(changed));
-    if (isPlain())
+    if (isPlain()) {
         repaint(changed, painted);
+        return;
+    }
+    if (!changed.empty()) // Qt paints now; the pictures that are kept come back later
+        forgetPictures();
 }
 
 void SceneElements::synchroniseShown()
@@ -236,6 +240,11 @@ void SceneElements::repaintByItems(const std::vector<ChipElement*>& elements)
 {
     for (ChipElement* element : elements)
         element->graphicsItem()->update();
+    forgetPictures();
+}
+
+void SceneElements::forgetPictures()
+{
     for (ScenePicture* picture : pictures())
         picture->forgetAll();
 }

@@ -73,6 +73,7 @@ public:
 private:
     void repaint(const std::vector<ChipElement*>& elements, ScenePicture* painted);
     void repaintByItems(const std::vector<ChipElement*>& elements);
+    void forgetPictures();
     void tellItems(const std::vector<ChipElement*>& elements);
     void synchronise(const std::vector<ChipElement*>& elements);
     [[nodiscard]] bool isForeign(QGraphicsItem* item);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/viewcanvas.h"
+#include "graphics/sceneelements.h"
 #include "graphics/zellineattribute.h"
 #include "graphics/zellineitem.h"
 #include "graphics/zelpolygonattribute.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/hovertext.h"
+#include "graphics/sceneelements.h"
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/testmain.h"
 

@@ -3,6 +3,8 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "engine/referenceengine.h"
 #include "engine/resourceparameter.h"
+#include "graphics/sceneelements.h"
+#include "graphics/zelgraphicsscene.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
