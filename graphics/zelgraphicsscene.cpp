@@ -236,8 +236,12 @@ void ZelGraphicsScene::takeOverAttributes(const QRectF& area, ZelGraphicsView* p
         return;
     const std::vector<ChipElement*> changed = displayList().takeOver(m_index, area);
     synchronise(shownAmong(changed));
-    if (isPlain())
+    if (isPlain()) {
         repaint(changed, painted);
+        return;
+    }
+    if (!changed.empty()) // Qt paints now; the pictures that are kept come back later
+        forgetPictures();
 }
 
 void ZelGraphicsScene::synchroniseShownElements()
@@ -381,6 +385,11 @@ void ZelGraphicsScene::repaintByItems(const std::vector<ChipElement*>& elements)
 {
     for (ChipElement* element : elements)
         element->graphicsItem()->update();
+    forgetPictures();
+}
+
+void ZelGraphicsScene::forgetPictures()
+{
     for (ZelGraphicsView* view : chipViews())
         view->forgetPicture();
 }

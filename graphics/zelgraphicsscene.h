@@ -109,6 +109,7 @@ private:
     void repaint(const std::vector<ChipElement*>& elements, ZelGraphicsView* painted);
     void tellItems(const std::vector<ChipElement*>& elements);
     void repaintByItems(const std::vector<ChipElement*>& elements);
+    void forgetPictures();
     void synchronise(const std::vector<ChipElement*>& elements);
     void hearOfChanges();
     void lookForStrangers(const QList<QRectF>& areas);
