@@ -403,6 +403,8 @@ void ZelGraphicsScene::lookForStrangers(const QList<QRectF>& areas)
         = std::any_of(areas.begin(), areas.end(), [this](const QRectF& area) { return area.contains(sceneRect()); });
     if (isEverything) {
         m_strangers = strangersAmong(items());
+        for (ZelGraphicsView* view : chipViews())
+            view->viewport()->update(); // Qt repaints the scene's rect only: what left may have lain beside it
     } else {
         Strangers found;
         for (const QRectF& area : areas)
