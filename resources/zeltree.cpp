@@ -68,11 +68,13 @@ void ZelTree::refresh()
 
 void ZelTree::expandBranch(const QTreeWidgetItem* item)
 {
-    const QModelIndex top = indexFromItem(item);
+    // Those that are there now: a host may add rows to each that opens, and would never come to an end.
+    std::vector<QModelIndex> rows{indexFromItem(item)};
+    forEachRow(rows.front(), [&rows](const QModelIndex& row) { rows.push_back(row); });
     // Otherwise Qt places all rows anew for each that opens.
     scheduleDelayedItemsLayout();
-    setExpanded(top, true);
-    forEachRow(top, [this](const QModelIndex& row) { setExpanded(row, true); });
+    for (const QModelIndex& row : rows)
+        setExpanded(row, true);
     executeDelayedItemsLayout();
 }
 

@@ -169,8 +169,13 @@ std::vector<ChipElement*> ElementIndex::takePending(const QList<int>& layers)
             continue;
         for (Slot slot : pending->second) {
             ChipElement* element = m_elements[slot];
-            if (!element || !element->m_isPending) // or its layer changed meanwhile
+            if (!element || !element->m_isPending)
                 continue;
+            const int layerNow = element->attribute()->layer; // a host may have changed it meanwhile
+            if (layerNow != layer) {
+                m_pendingByLayer[layerNow].push_back(slot);
+                continue;
+            }
             element->m_isPending = false;
             taken.push_back(element);
         }

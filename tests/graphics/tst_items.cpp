@@ -56,6 +56,7 @@ private Q_SLOTS:
     void textStandsOnItsPosition();
     void itemsTellWhatTheyShow_data();
     void itemsTellWhatTheyShow();
+    void itemsOfAnotherLayerTellNothingBefore();
     void toolTipsFollowTheAttribute();
     void paintOutsideOfAChipSceneDrawsNothing();
     void dragIsAcceptedOnlyWhereTheEngineAllows_data();
@@ -244,6 +245,30 @@ void TestItems::itemsTellWhatTheyShow()
     QCOMPARE(hidden->toolTip(), QStringLiteral("occupied"));
     QCOMPARE(text->toolTip(), QStringLiteral("written"));
     QCOMPARE(text->toPlainText(), QStringLiteral("new"));
+}
+
+// A host moves elements from one hidden layer to another, which is shown later.
+void TestItems::itemsOfAnotherLayerTellNothingBefore()
+{
+    ChipView chip;
+    chip.drawing.parameter.layerRanges = {{0, {0, 9}}, {1, {2, 9}}, {2, {4, 9}}};
+    chip.drawing.addRect(7, 10, 10, 40, 40).layer = 1;
+    chip.drawing.addLine(8, 10, 80, 60, 90, 3).layer = 1;
+    chip.open();
+    for (int loadNumber : {1, 2})
+        chip.database()->getGraphicItemAttribute(loadNumber)->layer = 2;
+    auto* rect = dynamic_cast<QAbstractGraphicsShapeItem*>(chip.item(1));
+    auto* line = dynamic_cast<QGraphicsLineItem*>(chip.item(2));
+    for (const double scale : {1.0, 2.0}) {
+        chip.view()->setCurrentScale(scale);
+        chip.picture();
+        QVERIFY(line->line().isNull());
+        QCOMPARE(rect->brush(), QBrush());
+    }
+    chip.view()->setCurrentScale(4);
+    chip.picture();
+    QCOMPARE(line->line(), QLineF(10, 80, 60, 90));
+    QCOMPARE(rect->brush().color().rgb(), Grey);
 }
 
 void TestItems::toolTipsFollowTheAttribute()

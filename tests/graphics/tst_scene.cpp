@@ -71,6 +71,7 @@ private Q_SLOTS:
     void stateChangesRepaintOnlyWhatChanged();
     void stateChangesAreRepaintedWhateverAHostDid_data();
     void stateChangesAreRepaintedWhateverAHostDid();
+    void whatLeavesIsRepaintedBesideTheDrawing();
     void anotherDrawingUnderTheSameNumbers();
     void elementsThatLeaveAreForgotten();
     void hoverTextFollowsTheDragAndGoesWithIt();
@@ -257,6 +258,20 @@ void TestScene::stateChangesAreRepaintedWhateverAHostDid()
     paints.settle();
     chip.database()->highlightedIds().clear();
     QTRY_VERIFY((expected - paints.area).isEmpty());
+}
+
+void TestScene::whatLeavesIsRepaintedBesideTheDrawing()
+{
+    ChipView chip;
+    chip.drawing.addRect(7, 10, 10, 40, 40);
+    chip.open();
+    auto* item = chip.scene()->addRect(-40, -40, 60, 60); // a host's
+    PaintCounter paints(chip.view()->viewport());
+    paints.settle();
+    const QRegion beside(chip.view()->mapFromScene(QRectF(-30, -30, 20, 20)).boundingRect());
+    QVERIFY((beside - QRegion(chip.view()->viewport()->rect())).isEmpty());
+    delete item;
+    QTRY_VERIFY((beside - paints.area).isEmpty());
 }
 
 void TestScene::anotherDrawingUnderTheSameNumbers()

@@ -279,6 +279,16 @@ void TestResourceTree::expandOpensTheBranchCollapseTheRow()
     QCOMPARE(opened, (QStringList{"a", "b", "c", "d", "e"})); // each branch before the next
     QVERIFY(tree->visualItemRect(rowNamed(QStringLiteral("top/a/d/e"))).isValid());
     QVERIFY(!rowNamed(QStringLiteral("top/other"))->isExpanded());
+
+    // What a host then adds is not opened as well: it would go on for ever.
+    tree->collapseAll();
+    opened.clear();
+    connect(tree, &ZelTree::itemExpanded, this, [&opened](QTreeWidgetItem* row) {
+        if (opened.size() < 100)
+            new QTreeWidgetItem(row, {QStringLiteral("more")}); // the row's
+    });
+    chip.database()->expandIP();
+    QCOMPARE(opened, (QStringList{"a", "b", "c", "d", "e"}));
 }
 
 void TestResourceTree::rowsSortNaturally()

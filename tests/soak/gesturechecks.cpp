@@ -3,8 +3,6 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "engine/referenceengine.h"
 #include "engine/resourceparameter.h"
-#include "graphics/sceneelements.h"
-#include "graphics/zelgraphicsscene.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
@@ -195,7 +193,9 @@ void GestureWindow::checkPicture()
         = [](const QPixmap& pixmap) { return pixmap.toImage().convertToFormat(QImage::Format_RGB32); };
     const QImage shown = inOneFormat(handle->screen()->grabWindow(handle->winId())).copy(part);
     const QImage kept = inOneFormat(viewport->grab());
-    qobject_cast<ZelGraphicsScene*>(view()->scene())->elements().repaintAll();
+    // Of no effect on a screen, but with other hints the view paints everything anew.
+    const QPainter::RenderHint hint = QPainter::LosslessImageRendering;
+    view()->setRenderHint(hint, !view()->renderHints().testFlag(hint));
     const QImage anew = inOneFormat(viewport->grab());
     expect(areAlike(shown, kept), QStringLiteral("the screen does not show what the view does"));
     expect(areAlike(kept, anew), QStringLiteral("the picture that the view keeps is out of date"));

@@ -299,6 +299,10 @@ void GestureWindow::mouse(Gesture::Kind kind, QWidget* target, QPoint position, 
     if (!top->rect().contains(inWindow) || inWindow.isNull())
         return;
     const bool isPress = kind == Gesture::Press || kind == Gesture::PressRow || kind == Gesture::DoubleClick;
+    if (isPress && !top->isActiveWindow()) { // as window managers do
+        top->activateWindow();
+        QCoreApplication::processEvents();
+    }
     if (isPress && m_isPressed)
         QTest::mouseRelease(top->windowHandle(), Qt::LeftButton, Qt::NoModifier, inWindow);
     switch (kind) {
