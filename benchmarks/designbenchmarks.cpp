@@ -4,7 +4,7 @@
 #include "benchmarks/measure.h"
 #include "engine/referenceengine.h"
 #include "host/design/designeditor.h"
-#include "host/tcl/designtcl.h"
+#include "host/design/designtcl.h"
 #include "host/tcl/tclinterpreter.h"
 
 #include <QFile>
@@ -206,7 +206,7 @@ void runBatch(benchmark::State& state, const PlannedDevice& device)
         }
         Session session(device);
         QStringList said;
-        replaying += secondsOf([&] { said = session.editor().recover(); });
+        replaying += secondsOf([&] { said = session.editor().recover(changeCommand(session.editor())); });
         if (said.size() != 1)
             state.SkipWithError("the journal did not bring everything back");
         undoing += session.secondsOfScript(state, QStringLiteral("time undo %1").arg(Commands));

@@ -2,8 +2,8 @@
 #include "chipview/zelchipviewdatabase.h"
 
 #include "chipview/chipviewnavigator.h"
-#include "chipview/controllerparts.h"
 #include "chipview/toolactions.h"
+#include "chipview/zelchipviewdatabase_parts.h"
 #include "dialogs/dynamicvalues.h"
 #include "filter/viewfilter.h"
 #include "graphics/elements/attributeregistry.h"

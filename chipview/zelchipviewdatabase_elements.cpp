@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chipview/zelchipviewdatabase.h"
 
-#include "chipview/controllerparts.h"
+#include "chipview/zelchipviewdatabase_parts.h"
 #include "dialogs/dcupicker.h"
 #include "dialogs/dynamicvalues.h"
 #include "dialogs/zeldcusettingdlg.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chipview/zelchipviewdatabase.h"
 
-#include "chipview/controllerparts.h"
+#include "chipview/zelchipviewdatabase_parts.h"
 #include "placement/commandtexts.h"
 #include "platform/contract/zelchipengine.h"
 #include "platform/contract/zeltext.h"

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "host/batch.h"
-#include "host/commandline.h"
-#include "host/loadprogress.h"
-#include "host/mainwindow.h"
-#include "host/projectsession.h"
-#include "host/qtmessages.h"
-#include "host/sampleproject.h"
-#include "host/standardstreams.h"
-#include "host/theme.h"
+#include "host/commandline/batch.h"
+#include "host/commandline/commandline.h"
+#include "host/commandline/qtmessages.h"
+#include "host/commandline/standardstreams.h"
+#include "host/project/projectsession.h"
+#include "host/project/sampleproject.h"
+#include "host/window/loadprogress.h"
+#include "host/window/mainwindow.h"
+#include "host/window/theme.h"
 
 #include <QApplication>
 #include <QFile>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "graphics/painting/rasteriserpixels.h"
+#include "graphics/painting/rasteriser_pixels.h"
 
 #include <cmath>
 #include <cstring>

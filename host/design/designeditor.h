@@ -37,9 +37,10 @@ public:
         FileLayer& files = FileLayer::system());
     ~DesignEditor() override;
 
-    // Brings back what was saved, then what the journal holds. To be called once, before any change. Gives what a user
-    // should know of it; empty when there was nothing to say.
-    [[nodiscard]] QStringList recover();
+    // Brings back what was saved, then what the journal holds. To be called once, before any change. `command`
+    // carries out the lines: changeCommand() of this editor. Returns what a user should know of it; empty when there
+    // was nothing to say.
+    [[nodiscard]] QStringList recover(const TclInterpreter::Command& command);
 
     QString place(const QString& resource, int site);
     QString reset(const QString& resource);
@@ -106,10 +107,10 @@ private:
         qint64 begin; // in bytes
         qint64 end;
     };
-    [[nodiscard]] Replay replay(const QString& fileName, qint64 from = 0);
+    [[nodiscard]] Replay replay(const TclInterpreter::Command& command, const QString& fileName, qint64 from = 0);
     [[nodiscard]] QString makeAgain(const JournalReader::Change& change, const TclInterpreter::Command& command);
-    void replaySaved(QStringList& messages);
-    void replayJournal(QStringList& messages);
+    void replaySaved(const TclInterpreter::Command& command, QStringList& messages);
+    void replayJournal(const TclInterpreter::Command& command, QStringList& messages);
     [[nodiscard]] qint64 partOfJournalHeld() const;
     [[nodiscard]] static std::optional<QByteArray> partsOf(const QString& fileName, const std::vector<FilePart>& parts);
     [[nodiscard]] QString mendJournal(const std::vector<FilePart>& kept);

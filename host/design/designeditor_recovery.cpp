@@ -3,7 +3,6 @@
 #include "host/design/designeditor.h"
 
 #include "engine/inputfile.h"
-#include "host/tcl/designtcl.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -76,7 +75,7 @@ struct DesignEditor::Replay
     std::vector<FilePart> kept; // the bytes of those that were accepted
 };
 
-QStringList DesignEditor::recover()
+QStringList DesignEditor::recover(const TclInterpreter::Command& command)
 {
     QStringList messages;
     m_isReplaying = true;
@@ -84,9 +83,9 @@ QStringList DesignEditor::recover()
     // now, what is read may not fit together, which shows when this program is to change it.
     if (isThere(placementFile()) || isThere(m_journal.fileName()))
         (void)m_journal.lock().claim();
-    replaySaved(messages);
+    replaySaved(command, messages);
     m_undoStack.clear(); // what was saved is where this session starts
-    replayJournal(messages);
+    replayJournal(command, messages);
     m_isReplaying = false;
     if (!m_isClaimed)
         m_journal.release();
@@ -95,7 +94,7 @@ QStringList DesignEditor::recover()
 }
 
 // Makes the changes in a file again, of those that begin at `from` or behind it.
-DesignEditor::Replay DesignEditor::replay(const QString& fileName, qint64 from)
+DesignEditor::Replay DesignEditor::replay(const TclInterpreter::Command& command, const QString& fileName, qint64 from)
 {
     Replay result;
     JournalReader reader(m_files);
@@ -103,7 +102,6 @@ DesignEditor::Replay DesignEditor::replay(const QString& fileName, qint64 from)
         result.hash = hashOfFile(fileName, 0);
         return result;
     }
-    const TclInterpreter::Command command = changeCommand(*this);
     JournalReader::Change change;
     while (reader.next(change)) {
         if (change.begin < from)
@@ -150,9 +148,9 @@ QString DesignEditor::makeAgain(const JournalReader::Change& change, const TclIn
     return {};
 }
 
-void DesignEditor::replaySaved(QStringList& messages)
+void DesignEditor::replaySaved(const TclInterpreter::Command& command, QStringList& messages)
 {
-    const Replay saved = replay(placementFile());
+    const Replay saved = replay(command, placementFile());
     m_savedHash = saved.hash;
     m_journal.startsAfter(journalformat::baseLine(m_savedHash));
     if (!saved.error.isEmpty()) {
@@ -184,13 +182,13 @@ qint64 DesignEditor::partOfJournalHeld() const
     return base.isEmpty() ? 0 : -1;
 }
 
-void DesignEditor::replayJournal(QStringList& messages)
+void DesignEditor::replayJournal(const TclInterpreter::Command& command, QStringList& messages)
 {
     if (m_journal.isRefusing())
         return;
     const QString& name = m_journal.fileName();
     const qint64 held = partOfJournalHeld();
-    const Replay journal = held < 0 ? Replay() : replay(name, held);
+    const Replay journal = held < 0 ? Replay() : replay(command, name, held);
     if (!journal.error.isEmpty()) {
         messages.append(tr("%1 cannot be read: %2").arg(name, journal.error));
         m_journal.refuse(tr("the change cannot be kept in %1: %2").arg(name, journal.error));

@@ -11,9 +11,6 @@
 
 namespace mirn::zelchip {
 
-// The bytes that a journal or a placement file may have.
-constexpr qint64 LargestJournal = qint64(1) << 30;
-
 // The comment lines that a journal and a placement file have for the program itself.
 namespace journalformat {
 

@@ -2,7 +2,6 @@
 #include "host/design/linereader.h"
 
 #include "engine/inputfile.h"
-#include "host/design/journalreader.h"
 
 #include <unistd.h>
 

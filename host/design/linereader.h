@@ -13,6 +13,9 @@
 
 namespace mirn::zelchip {
 
+// The bytes that a journal or a placement file may have.
+constexpr qint64 LargestJournal = qint64(1) << 30;
+
 // Reads a file line by line in blocks, so that a file of any size and content costs little memory and time. Of a line
 // that is longer than any command only the beginning is kept.
 class LineReader final

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/contract/svgparser.h"
 
-#include "platform/svg/drawingfile.h"
-#include "platform/svg/drawingreader.h"
-#include "platform/svg/gunzipsource.h"
-#include "platform/svg/recordobjects.h"
-#include "platform/svg/workingfile.h"
+#include "platform/svg/reading/drawingreader.h"
+#include "platform/svg/reading/gunzipsource.h"
+#include "platform/svg/records/recordobjects.h"
+#include "platform/svg/workingfile/drawingfile.h"
+#include "platform/svg/workingfile/workingfile.h"
 
 #include <new>
 

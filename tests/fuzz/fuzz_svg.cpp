@@ -2,8 +2,9 @@
 
 // Reads the input as a drawing, in the quick and in the thorough way, which must not differ.
 
-#include "platform/svg/gunzipsource.h"
-#include "platform/svg/recordobjects.h"
+#include "platform/svg/reading/drawingreader.h"
+#include "platform/svg/reading/gunzipsource.h"
+#include "platform/svg/records/recordobjects.h"
 #include "tests/svg/memorysource.h"
 
 #include <cstdlib>

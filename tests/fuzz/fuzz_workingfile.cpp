@@ -3,8 +3,8 @@
 // Reads the input as a working file whose hashes are right: the first bytes choose the numbers of the header, the rest
 // is the body.
 
-#include "platform/svg/recordobjects.h"
-#include "platform/svg/workingimage.h"
+#include "platform/svg/records/recordobjects.h"
+#include "platform/svg/workingfile/workingimage.h"
 
 #include <cstddef>
 #include <cstdlib>

@@ -3,7 +3,8 @@
 // Reads the input as XML. What the quick reader accepts, the thorough one has to accept with the same tags, texts and
 // lines.
 
-#include "platform/svg/tagreader.h"
+#include "platform/svg/xml/xmlhandler.h"
+#include "platform/svg/xml/xmlreading.h"
 #include "tests/svg/memorysource.h"
 
 #include <cstdlib>

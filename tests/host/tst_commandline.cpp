@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/commandline.h"
+#include "host/commandline/commandline.h"
 #include "tests/support/testmain.h"
 
 #include <QTest>

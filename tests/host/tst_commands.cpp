@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "host/commandshell.h"
 #include "host/console/tclcompletion.h"
 #include "host/design/designeditor.h"
-#include "host/projectsession.h"
-#include "host/tcl/projecttcl.h"
-#include "host/tcl/windowtcl.h"
+#include "host/project/commandshell.h"
+#include "host/project/projectsession.h"
+#include "host/project/projecttcl.h"
+#include "host/window/windowtcl.h"
 #include "tests/host/hostfiles.h"
 #include "tests/support/testmain.h"
 

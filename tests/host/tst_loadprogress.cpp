@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "chipview/zelchipgui.h"
 #include "graphics/zelgraphicsview.h"
-#include "host/loadprogress.h"
-#include "host/mainwindow.h"
-#include "host/projectsession.h"
+#include "host/project/projectsession.h"
+#include "host/window/loadprogress.h"
+#include "host/window/mainwindow.h"
 #include "tests/host/hostfiles.h"
 #include "tests/support/testmain.h"
 

@@ -2,9 +2,9 @@
 #include "chipview/zelchipgui.h"
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelgraphicsview.h"
-#include "host/chipstatusbar.h"
-#include "host/mainwindow.h"
-#include "host/projectsession.h"
+#include "host/project/projectsession.h"
+#include "host/window/chipstatusbar.h"
+#include "host/window/mainwindow.h"
 #include "tests/host/hostfiles.h"
 #include "tests/support/testmain.h"
 

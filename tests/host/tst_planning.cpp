@@ -6,9 +6,9 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/console/consoledock.h"
 #include "host/design/designeditor.h"
-#include "host/findbox.h"
-#include "host/mainwindow.h"
-#include "host/projectsession.h"
+#include "host/project/projectsession.h"
+#include "host/window/findbox.h"
+#include "host/window/mainwindow.h"
 #include "tests/host/hostfiles.h"
 #include "tests/support/testmain.h"
 

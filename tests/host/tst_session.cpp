@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/projectsession.h"
+#include "host/project/projectsession.h"
 #include "platform/contract/mirnprojectmanager.h"
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zelchipdata.h"

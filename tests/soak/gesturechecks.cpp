@@ -6,9 +6,9 @@
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
-#include "host/elementprobe.h"
-#include "host/mainwindow.h"
-#include "host/projectsession.h"
+#include "host/drawing/elementprobe.h"
+#include "host/project/projectsession.h"
+#include "host/window/mainwindow.h"
 #include "platform/contract/zelgraphicrecords.h"
 #include "tests/soak/gesturewindow.h"
 

@@ -8,9 +8,9 @@
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/console/consoledock.h"
-#include "host/findbox.h"
-#include "host/mainwindow.h"
-#include "host/projectsession.h"
+#include "host/project/projectsession.h"
+#include "host/window/findbox.h"
+#include "host/window/mainwindow.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/svg/drawingreader.h"
-#include "platform/svg/workingimage.h"
+#include "platform/svg/reading/drawingreader.h"
+#include "platform/svg/workingfile/workingimage.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/svg/gunzipsource.h"
+#include "platform/svg/reading/drawingreader.h"
+#include "platform/svg/reading/gunzipsource.h"
 #include "tests/support/testmain.h"
 #include "tests/svg/gzipped.h"
 #include "tests/svg/memorysource.h"

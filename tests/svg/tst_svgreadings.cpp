@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/svg/elementdecoder.h"
+#include "platform/svg/document/elementdecoder.h"
 #include "tests/support/testmain.h"
 #include "tests/svg/memorysource.h"
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/svg/workingfile.h"
+#include "platform/svg/reading/drawingreader.h"
+#include "platform/svg/workingfile/workingfile.h"
 #include "tests/support/testmain.h"
 
 #include <QFile>

@@ -3,6 +3,7 @@
 
 #include "engine/resourceparameter.h"
 #include "host/design/designcommands.h"
+#include "host/design/designtcl.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -132,7 +133,7 @@ void ChangingProject::open()
     for (int carrier : carriers)
         m_engine->setSettingChanges(carrier, {});
     m_editor = std::make_unique<DesignEditor>(*m_engine, m_folder.filePath(QStringLiteral("impl")));
-    m_said = m_editor->recover();
+    m_said = m_editor->recover(changeCommand(*m_editor));
     m_states.assign(static_cast<std::size_t>(m_editor->undoStack().index()), std::nullopt);
     m_states.emplace_back(state());
 }

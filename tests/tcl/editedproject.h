@@ -3,7 +3,7 @@
 
 #include "engine/referenceengine.h"
 #include "host/design/designeditor.h"
-#include "host/tcl/designtcl.h"
+#include "host/design/designtcl.h"
 #include "host/tcl/tclinterpreter.h"
 #include "tests/engine/projectfolder.h"
 
@@ -65,7 +65,7 @@ public:
         m_editor = std::make_unique<DesignEditor>(*m_engine, directory(), nullptr, files);
         m_tcl = std::make_unique<TclInterpreter>();
         addDesignCommands(*m_tcl, *m_editor);
-        return m_editor->recover();
+        return m_editor->recover(changeCommand(*m_editor));
     }
 
     QString run(const QString& script)

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "host/drawing/drawingfit.h"
+
+#include "graphics/zelgraphicsview.h"
+
+#include <QEvent>
+#include <QGraphicsRectItem>
+#include <QGraphicsScene>
+#include <QPen>
+
+namespace mirn::zelchip {
+
+namespace {
+
+constexpr double DrawingMargin = 0.01; // of the larger side, on each side
+constexpr double ItemsMargin = 0.04; // more than what scroll bars take away that come with the zoom
+
+void zoomToArea(zelchipview::ZelGraphicsView& view, const QRectF& area, double marginShare)
+{
+    const double margin = marginShare * qMax(area.width(), area.height());
+    QGraphicsRectItem frame(area.adjusted(-margin, -margin, margin, margin));
+    frame.setPen(Qt::NoPen);
+    QList<QGraphicsItem*> items{&frame};
+    view.zoomTo(&items);
+}
+
+} // namespace
+
+void zoomToItems(zelchipview::ZelGraphicsView& view, const QList<QGraphicsItem*>& items)
+{
+    QRectF area;
+    for (const QGraphicsItem* item : items)
+        area |= item->sceneBoundingRect();
+    if (!items.isEmpty())
+        zoomToArea(view, area, ItemsMargin);
+}
+
+DrawingFit::DrawingFit(zelchipview::ZelGraphicsView* view)
+    : QObject(view)
+    , m_view(view)
+{
+    m_refit.setSingleShot(true);
+    m_refit.setInterval(0);
+    connect(&m_refit, &QTimer::timeout, this, &DrawingFit::fit);
+    m_view->viewport()->installEventFilter(this);
+}
+
+void DrawingFit::fit()
+{
+    // The room of the scroll bars counts: what fits needs none.
+    setScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    zoomToArea(*m_view, m_view->sceneRect(), DrawingMargin);
+    setScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_fittedTransform = m_view->transform();
+    m_refit.stop();
+}
+
+void DrawingFit::setScrollBarPolicy(Qt::ScrollBarPolicy policy)
+{
+    m_view->setHorizontalScrollBarPolicy(policy);
+    m_view->setVerticalScrollBarPolicy(policy);
+}
+
+bool DrawingFit::eventFilter(QObject* watched, QEvent* event)
+{
+    // Afterwards, when the view itself has answered the event.
+    if (event->type() == QEvent::Resize && m_view->transform() == m_fittedTransform)
+        m_refit.start();
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace mirn::zelchip

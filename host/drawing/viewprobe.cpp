@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "host/drawing/viewprobe.h"
+
+#include "graphics/zelgraphicsview.h"
+#include "host/drawing/elementprobe.h"
+
+#include <QMouseEvent>
+
+namespace mirn::zelchip {
+
+ViewProbe::ViewProbe(zelchipview::ZelGraphicsView* view)
+    : QObject(view)
+    , m_view(view)
+{
+    m_view->viewport()->setMouseTracking(true);
+    m_view->viewport()->installEventFilter(this);
+}
+
+bool ViewProbe::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::MouseMove:
+        m_pointer = static_cast<QMouseEvent*>(event)->pos();
+        m_isInside = true;
+        probe();
+        break;
+    case QEvent::Leave:
+        m_isInside = false;
+        Q_EMIT pointerLeft();
+        break;
+    case QEvent::Paint:
+        update();
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void ViewProbe::probe()
+{
+    const zelchipview::ZELGraphicItemAttribute* element = elementAt(*m_view, m_pointer);
+    Q_EMIT pointerMoved(m_view->mapToScene(m_pointer), element ? describeElement(*element) : QString());
+}
+
+// Zooming and scrolling always end in a paint, and they move the drawing below a pointer at rest.
+void ViewProbe::update()
+{
+    const QTransform transform = m_view->viewportTransform();
+    if (transform == m_transform && m_view->currentScale() == m_scale)
+        return;
+    m_transform = transform;
+    m_scale = m_view->currentScale();
+    Q_EMIT scaleChanged(m_transform.m11(), m_scale);
+    if (m_isInside)
+        probe();
+}
+
+} // namespace mirn::zelchip

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: MIT
+#include "host/project/projectsession.h"
+
+#include "engine/device.h"
+#include "engine/project.h"
+#include "engine/referenceengine.h"
+#include "host/design/designeditor.h"
+#include "host/design/designtcl.h"
+#include "host/project/preparedparser.h"
+#include "platform/contract/mirnprojectmanager.h"
+#include "platform/contract/zelproject.h"
+#include "platform/contract/zeltext.h"
+
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+namespace mirn::zelchip {
+
+namespace {
+
+const QString ProjectFileName = QStringLiteral("project.json");
+
+// The scratch file that the chip view names to the parser.
+const QString WorkingFileName = QStringLiteral("/zelsvg.temp");
+
+// Names no kind of elements. The chip view complains of a filter file that cannot be opened, also where there is none.
+const QString NoKindsFile = QStringLiteral(":/zelchip/nokinds.txt");
+
+// The one implementation of a project that brings none.
+const QString ScratchImplementation = QStringLiteral("scratch");
+
+constexpr int MostWarningsWithAnError = 5;
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("ProjectSession", text);
+}
+
+std::string fileNameBytes(const QString& fileName)
+{
+    return QFile::encodeName(fileName).toStdString();
+}
+
+std::unique_ptr<MirnImplementation> newImplementation(const QString& name, const QString& directory)
+{
+    return std::make_unique<MirnImplementation>(name.toStdString(), fileNameBytes(directory));
+}
+
+} // namespace
+
+ProjectSession::ProjectSession() = default;
+
+ProjectSession::~ProjectSession()
+{
+    deactivate();
+}
+
+std::unique_ptr<ProjectSession> ProjectSession::open(const QString& path, QString* error, DoubtfulLock lock)
+{
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        *error = tr("%1: there is no such file or folder.").arg(path);
+        return nullptr;
+    }
+    std::unique_ptr<ProjectSession> session(new ProjectSession); // the constructor is private
+    bool isOpen = false;
+    if (info.isDir())
+        isOpen = session->openProject(info.absoluteFilePath(), error);
+    else if (info.fileName() == ProjectFileName)
+        isOpen = session->openProject(info.absolutePath(), error);
+    else
+        isOpen = session->openDrawing(info.absoluteFilePath(), error);
+    if (!isOpen || !session->readDrawing(error))
+        return nullptr;
+    if (session->m_engine->device().filterFile().isEmpty())
+        session->m_engine->setFilterFile(NoKindsFile);
+    session->m_editor = std::make_unique<DesignEditor>(*session->m_engine, session->m_implementationDirectory);
+    session->m_path = info.absoluteFilePath();
+    const QString doubt
+        = lock == DoubtfulLock::IsTakenOver ? session->m_editor->takeOver() : session->m_editor->lockInDoubt();
+    session->m_recoveryMessages = session->m_editor->recover(changeCommand(*session->m_editor));
+    if (!doubt.isEmpty())
+        session->m_recoveryMessages.append(doubt);
+    return session;
+}
+
+bool ProjectSession::openProject(const QString& directory, QString* error)
+{
+    if (!QFileInfo::exists(directory + QLatin1Char('/') + ProjectFileName)) {
+        *error = tr("%1: the folder is no project: it has no %2.").arg(directory, ProjectFileName);
+        return false;
+    }
+    m_engine = zelengine::ReferenceEngine::open(directory, error, &m_warnings);
+    // A key that was ignored is often one that was misspelt and is missed elsewhere.
+    if (!m_engine) {
+        *error = (QStringList(*error) + m_warnings.mid(0, MostWarningsWithAnError)).join(QLatin1Char('\n'));
+        return false;
+    }
+    *error = m_engine->device().drawingObjection();
+    if (!error->isEmpty())
+        return false;
+    const QString filterObjection = m_engine->device().filterObjection();
+    if (!filterObjection.isEmpty())
+        m_warnings.append(tr("%1, so no kinds of elements can be marked").arg(filterObjection));
+    const zelengine::Project& project = m_engine->project();
+    m_title = m_engine->device().name() + QLatin1Char('/') + project.name;
+    m_flow = project.flow;
+    m_drawingFile = m_engine->device().drawingFile();
+    const zelengine::Implementation* implementation = project.implementation(project.defaultImplementation);
+    if (!implementation)
+        return useScratchProject(project.name, error);
+    m_implementationDirectory = implementation->directory;
+    // Where it cannot be made, the parser does without its working file.
+    QDir().mkpath(m_implementationDirectory);
+    return true;
+}
+
+bool ProjectSession::openDrawing(const QString& file, QString* error)
+{
+    m_engine = zelengine::ReferenceEngine::forDrawing(file);
+    m_drawingFile = file;
+    m_title = QFileInfo(file).fileName();
+    return useScratchProject(m_title, error);
+}
+
+bool ProjectSession::useScratchProject(const QString& name, QString* error)
+{
+    m_scratchName = name;
+    m_implementationDirectory = scratchDirectory();
+    if (m_implementationDirectory.isEmpty()) {
+        *error = tr("%1: there is no place for scratch files; neither the cache folder nor the temporary folder can be "
+                    "written.")
+                     .arg(name);
+        return false;
+    }
+    return true;
+}
+
+std::unique_ptr<MirnProject> ProjectSession::newProject() const
+{
+    if (!m_scratchName.isEmpty()) {
+        auto scratch = std::make_unique<MirnProject>(m_scratchName.toStdString());
+        scratch->addImplementation(newImplementation(ScratchImplementation, m_implementationDirectory));
+        scratch->setDefaultImplementation(ScratchImplementation.toStdString());
+        return scratch;
+    }
+    const zelengine::Project& project = m_engine->project();
+    auto result = std::make_unique<MirnProject>(project.name.toStdString());
+    for (const zelengine::Implementation& implementation : project.implementations)
+        result->addImplementation(newImplementation(implementation.name, implementation.directory));
+    result->setDefaultImplementation(project.defaultImplementation.toStdString());
+    return result;
+}
+
+// The same one whenever this drawing is opened, so that what is cached there helps the next time.
+QString ProjectSession::scratchDirectory()
+{
+    const QByteArray key = QCryptographicHash::hash(m_drawingFile.toUtf8(), QCryptographicHash::Sha1).toHex();
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    const QString directory = cache + QStringLiteral("/drawings/") + QString::fromLatin1(key);
+    if (QDir().mkpath(directory) && QFileInfo(directory).isWritable())
+        return directory;
+    m_temporaryDirectory = std::make_unique<QTemporaryDir>();
+    return m_temporaryDirectory->isValid() ? m_temporaryDirectory->path() : QString();
+}
+
+bool ProjectSession::readDrawing(QString* error)
+{
+    if (m_drawingFile.isEmpty()) {
+        *error = tr("%1: the device names no drawing.").arg(m_title);
+        return false;
+    }
+    m_parser = std::make_unique<PreparedParser>();
+    const QString workingFile = m_implementationDirectory + WorkingFileName;
+    const bool isRead = m_parser->prepare(fileNameBytes(m_drawingFile), fileNameBytes(workingFile));
+    *error = QString::fromStdString(m_parser->errorString());
+    for (const std::string& warning : m_parser->warnings())
+        m_warnings.append(QString::fromStdString(warning));
+    // Nothing was cached then: leave no empty folder behind.
+    if (!isRead && !m_temporaryDirectory)
+        QDir().rmdir(m_implementationDirectory);
+    return isRead;
+}
+
+void ProjectSession::activate()
+{
+    m_isActive = true;
+    MirnProjectManager::getProjectManager()->setProject(newProject());
+    zelproject::getInstance()->setFlowName(toEngineText(m_flow));
+    // The controller makes one parser; another one would be for another drawing.
+    SVGParser::setFactory([this]() -> std::unique_ptr<SVGParser> {
+        if (m_parser)
+            return std::move(m_parser);
+        return std::make_unique<SVGParser>();
+    });
+}
+
+void ProjectSession::deactivate()
+{
+    if (!m_isActive)
+        return;
+    m_isActive = false;
+    SVGParser::setFactory(nullptr);
+    MirnProjectManager::getProjectManager()->setProject(nullptr);
+    zelproject::getInstance()->setFlowName({});
+}
+
+zelchipengine* ProjectSession::engine() const
+{
+    return m_engine.get();
+}
+
+bool ProjectSession::hasFilter() const
+{
+    return QFileInfo(m_engine->device().filterFile()).isFile();
+}
+
+} // namespace mirn::zelchip

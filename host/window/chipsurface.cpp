@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "host/window/chipsurface.h"
+
+#include "chipview/zelchipgui.h"
+#include "chipview/zelchipviewdatabase.h"
+#include "graphics/zelgraphicitemattribute.h"
+#include "graphics/zelgraphicsscene.h"
+#include "graphics/zelgraphicsview.h"
+#include "host/drawing/drawingfit.h"
+#include "host/drawing/elementprobe.h"
+#include "host/drawing/zoomanchor.h"
+#include "host/project/projectsession.h"
+#include "host/window/findbox.h"
+
+#include <QDockWidget>
+#include <QGraphicsItem>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QTableWidget>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+
+namespace mirn::zelchip {
+
+using zelchipview::ZelChipGUI;
+using zelchipview::ZELChipViewDatabase;
+using zelchipview::ZelGraphicsView;
+
+namespace {
+
+const QString PlacementDock = QStringLiteral("Placement");
+const QString UsageDock = QStringLiteral("Usage");
+
+constexpr int DockWidth = 330;
+constexpr double UsageShare = 0.3; // of the docks' height
+constexpr int UsageRowPadding = 6; // pixels, in the height of a row
+constexpr int RowsExpandedAtStart = 200; // a larger design opens with its top level
+const QColor Surroundings(0xfb, 0xfb, 0xfc); // around the drawing
+
+bool hasMoreRowsThan(int limit, QTreeWidget* tree)
+{
+    QTreeWidgetItemIterator row(tree);
+    for (int count = 0; *row; ++row) {
+        if (++count > limit)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+ChipSurface::ChipSurface(std::unique_ptr<ProjectSession> session, QWidget* parent)
+    : m_session(std::move(session))
+{
+    m_session->activate();
+    m_chipView = std::make_unique<ZelChipGUI>(m_session->engine(), parent);
+    m_chipView->setWindowFlags(Qt::Widget);
+    m_graphicsView = qobject_cast<ZelGraphicsView*>(m_chipView->centralWidget());
+    m_graphicsView->setFrameShape(QFrame::NoFrame);
+    m_graphicsView->setBackgroundBrush(Surroundings);
+    m_graphicsView->setTransformationAnchor(QGraphicsView::AnchorUnderMouse);
+    m_chipView->initGrahpicView();
+    m_chipView->refresh(zelchipview::REFRESH_ALL);
+    arrangeTree();
+    arrangeTable();
+    addFindBox();
+    new ZoomAnchor(m_graphicsView); // child of the view
+    m_fit = new DrawingFit(m_graphicsView); // child of the view
+    m_fit->fit();
+}
+
+ChipSurface::~ChipSurface()
+{
+    if (m_session)
+        endChipView();
+}
+
+std::unique_ptr<ProjectSession> ChipSurface::takeSession()
+{
+    endChipView();
+    m_session->deactivate();
+    return std::move(m_session);
+}
+
+void ChipSurface::endChipView()
+{
+    m_chipView.reset();
+    ZELChipViewDatabase::destoryInstance();
+}
+
+void ChipSurface::showSentence(const QString& text)
+{
+    QWidget* viewport = m_graphicsView->viewport();
+    auto* label = new QLabel(text, viewport); // the viewport's
+    label->setObjectName(QStringLiteral("sentence"));
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    auto* layout = new QVBoxLayout(viewport); // the viewport's
+    layout->addWidget(label);
+}
+
+void ChipSurface::fit()
+{
+    m_fit->fit();
+}
+
+bool ChipSurface::zoomToSelection()
+{
+    const auto* scene = qobject_cast<zelchipview::ZelGraphicsScene*>(m_graphicsView->scene());
+    QList<QGraphicsItem*> selected;
+    const QList<QGraphicsItem*> items = scene->items();
+    for (QGraphicsItem* item : items) {
+        const auto* attribute = attributeOf(item);
+        if (attribute && scene->selectedItemContains(attribute->itemId))
+            selected.append(item);
+    }
+    zoomToItems(*m_graphicsView, selected);
+    return !selected.isEmpty();
+}
+
+void ChipSurface::arrangeTree()
+{
+    auto* tree = m_chipView->findChild<QTreeWidget*>();
+    tree->sortByColumn(0, Qt::AscendingOrder);
+    if (!hasMoreRowsThan(RowsExpandedAtStart, tree))
+        m_chipView->expandAllTreeItems();
+}
+
+void ChipSurface::arrangeTable()
+{
+    QHeaderView* rows = m_chipView->findChild<QTableWidget*>()->verticalHeader();
+    rows->setMinimumSectionSize(rows->fontMetrics().height());
+    rows->setDefaultSectionSize(rows->fontMetrics().height() + UsageRowPadding);
+}
+
+void ChipSurface::addFindBox()
+{
+    auto* dock = m_chipView->findChild<QDockWidget*>(PlacementDock);
+    auto* titleBar = new QWidget(dock); // the dock's
+    auto* row = new QHBoxLayout(titleBar);
+    row->setContentsMargins(6, 3, 3, 3);
+    row->addWidget(new QLabel(dock->windowTitle(), titleBar));
+    row->addSpacing(12);
+    m_findBox = new FindBox(m_chipView->findChild<QTreeWidget*>(), titleBar);
+    row->addWidget(m_findBox, 1);
+    dock->setTitleBarWidget(titleBar);
+    QObject::connect(m_findBox, &FindBox::chosen, m_chipView.get(), [this] { zoomToSelection(); });
+}
+
+void ChipSurface::arrangeDocks()
+{
+    auto* placement = m_chipView->findChild<QDockWidget*>(PlacementDock);
+    auto* usage = m_chipView->findChild<QDockWidget*>(UsageDock);
+    const int usageHeight = static_cast<int>(m_chipView->height() * UsageShare);
+    m_chipView->resizeDocks({placement, usage}, {DockWidth, DockWidth}, Qt::Horizontal);
+    m_chipView->resizeDocks({placement, usage}, {m_chipView->height() - usageHeight, usageHeight}, Qt::Vertical);
+}
+
+} // namespace mirn::zelchip

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "host/window/helptexts.h"
+
+#include <QCoreApplication>
+#include <QList>
+
+#include <utility>
+
+namespace mirn::zelchip {
+
+namespace {
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("HelpTexts", text);
+}
+
+QList<std::pair<QString, QString>> gestures()
+{
+    return {
+        {tr("Ctrl + wheel, + and -"), tr("zoom at the pointer")},
+        {tr("F, Ctrl + 0"), tr("show the whole drawing")},
+        {tr("Shift + F"), tr("zoom to the selected elements")},
+        {tr("wheel, arrow keys"), tr("scroll; with Alt the wheel scrolls sideways")},
+        {tr("S"), tr("select: click an element, or drag a rectangle")},
+        {tr("H"), tr("pan: drag the drawing")},
+        {tr("Z"), tr("zoom area: drag a rectangle, or click an element")},
+        {tr("right button"), tr("on the drawing: mark kinds of elements")},
+        {QString(), tr("on a resource: reset, delete, configure")},
+        {tr("double click"), tr("settings of a dual-channel unit")},
+        {tr("drag a resource"), tr("place it; the status bar says why a site refuses it")},
+        {tr("Ctrl + F"), tr("find a resource; Enter selects and zooms to it")},
+        {tr("Ctrl + Z, Ctrl + Shift + Z"), tr("undo, redo")},
+        {tr("Ctrl + S"), tr("save the placement")},
+        {tr("Tab, Up, Down, Escape"), tr("in the console: complete, earlier commands, clear or stop")},
+    };
+}
+
+} // namespace
+
+QString keysAndGestures()
+{
+    QString rows;
+    for (const auto& gesture : gestures())
+        rows += QStringLiteral("<tr><td style='white-space: nowrap'><b>%1</b></td><td style='white-space: nowrap; "
+                               "padding-left: 18px'>%2</td></tr>")
+                    .arg(gesture.first, gesture.second);
+    return QStringLiteral("<table cellpadding='3'>%1</table>").arg(rows);
+}
+
+QString aboutText()
+{
+    return tr("<h3>zelchip %1</h3><p>The chip-planning view for programmable logic devices.</p>"
+              "<p>MIT licence. Uses Qt %2 and expat.</p>")
+        .arg(QCoreApplication::applicationVersion(), QString::fromLatin1(qVersion()));
+}
+
+} // namespace mirn::zelchip

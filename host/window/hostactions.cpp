@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+#include "host/window/hostactions.h"
+
+#include "graphics/zelconstants.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QIcon>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace mirn::zelchip {
+
+namespace {
+
+const char ToolBarStyle[] = R"(
+QToolBar { border: none; border-bottom: 1px solid palette(mid); spacing: 2px; padding: 3px 6px; }
+)";
+
+constexpr int IconSize = 24; // device-independent pixels
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("HostActions", text);
+}
+
+QIcon icon(const char* name)
+{
+    return QIcon(QStringLiteral(":/zelchip/%1.png").arg(QLatin1String(name)));
+}
+
+QAction* newAction(QMainWindow* window, const QString& text, const QKeySequence& shortcut = {})
+{
+    auto* action = new QAction(text, window);
+    action->setShortcut(shortcut);
+    return action;
+}
+
+// The tip names the shortcut too: a tool bar shows neither text nor keys.
+void dress(QAction* action, const QString& text, const char* iconName, const QString& tip)
+{
+    action->setText(text);
+    action->setIcon(icon(iconName));
+    const QString keys = action->shortcut().toString(QKeySequence::NativeText);
+    action->setToolTip(keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys));
+}
+
+void dressMode(QAction* action, Qt::Key key, const QString& text, const char* iconName, const QString& tip)
+{
+    action->setShortcut(key);
+    dress(action, text, iconName, tip);
+}
+
+} // namespace
+
+HostActions::HostActions(QMainWindow* window)
+{
+    createActions(window);
+    fillMenus(window);
+    fillToolBar(window);
+}
+
+void HostActions::createActions(QMainWindow* window)
+{
+    openProject = newAction(window, QString(), QKeySequence::Open);
+    dress(openProject, tr("&Open Project..."), "open", tr("Open a project folder"));
+    openDrawing = newAction(window, tr("Open &Drawing..."), Qt::CTRL | Qt::SHIFT | Qt::Key_O);
+    save = newAction(window, tr("&Save"), QKeySequence::Save);
+    undo = newAction(window, QString(), QKeySequence::Undo);
+    redo = newAction(window, QString(), QKeySequence::Redo);
+    showHistory({}, {});
+    find = newAction(window, tr("&Find Resource"), QKeySequence::Find);
+    saveSnapshot = newAction(window, tr("Save S&napshot..."), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+    quit = newAction(window, tr("&Quit"), QKeySequence::Quit);
+    quit->setMenuRole(QAction::QuitRole);
+
+    zoomIn = newAction(window, QString());
+    zoomIn->setShortcuts({Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal});
+    dress(zoomIn, tr("Zoom &In"), "zoom-in", tr("Zoom in"));
+    zoomOut = newAction(window, QString(), Qt::CTRL | Qt::Key_Minus);
+    dress(zoomOut, tr("Zoom &Out"), "zoom-out", tr("Zoom out"));
+    fit = newAction(window, QString());
+    fit->setShortcuts({Qt::Key_F, Qt::CTRL | Qt::Key_0});
+    dress(fit, tr("&Fit Drawing"), "zoom-fit", tr("Show the whole drawing"));
+    zoomToSelection = newAction(window, tr("Zoom to S&election"), Qt::SHIFT | Qt::Key_F);
+
+    keys = newAction(window, tr("&Keys and Gestures"), QKeySequence::HelpContents);
+    about = newAction(window, tr("&About zelchip"));
+    about->setMenuRole(QAction::AboutRole);
+}
+
+void HostActions::fillMenus(QMainWindow* window)
+{
+    QMenu* file = window->menuBar()->addMenu(tr("&File"));
+    file->addActions({openProject, openDrawing});
+    file->addSeparator();
+    file->addActions({save, saveSnapshot});
+    file->addSeparator();
+    file->addAction(quit);
+
+    QMenu* edit = window->menuBar()->addMenu(tr("&Edit"));
+    edit->addActions({undo, redo});
+    edit->addSeparator();
+    edit->addAction(find);
+
+    m_viewMenu = window->menuBar()->addMenu(tr("&View"));
+    m_endOfModesInMenu = m_viewMenu->addSeparator();
+    m_viewMenu->addActions({zoomIn, zoomOut, fit, zoomToSelection});
+
+    QMenu* help = window->menuBar()->addMenu(tr("&Help"));
+    help->addActions({keys, about});
+}
+
+void HostActions::fillToolBar(QMainWindow* window)
+{
+    m_toolBar = window->addToolBar(tr("Tools"));
+    m_toolBar->setObjectName(QStringLiteral("tools"));
+    m_toolBar->setMovable(false);
+    m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
+    m_toolBar->setIconSize(QSize(IconSize, IconSize));
+    m_toolBar->setStyleSheet(QString::fromLatin1(ToolBarStyle));
+    m_toolBar->addAction(openProject);
+    m_toolBar->addSeparator();
+    m_endOfModesInToolBar = m_toolBar->addSeparator();
+    m_toolBar->addActions({zoomIn, zoomOut, fit});
+}
+
+void HostActions::addToggle(QAction* toggle)
+{
+    m_viewMenu->addSeparator();
+    m_viewMenu->addAction(toggle);
+}
+
+void HostActions::showHistory(const QString& undoText, const QString& redoText)
+{
+    undo->setText(undoText.isEmpty() ? tr("&Undo") : tr("&Undo %1").arg(undoText));
+    undo->setEnabled(!undoText.isEmpty());
+    redo->setText(redoText.isEmpty() ? tr("&Redo") : tr("&Redo %1").arg(redoText));
+    redo->setEnabled(!redoText.isEmpty());
+}
+
+void HostActions::addChipActions(const QMap<int, QAction*>& actions, bool hasFilter)
+{
+    QAction* select = actions.value(zelchipview::ACTION_SELECT);
+    QAction* pan = actions.value(zelchipview::ACTION_PAN);
+    QAction* zoom = actions.value(zelchipview::ACTION_ZOOM);
+    QAction* filter = actions.value(zelchipview::ACTION_FILTER);
+    dressMode(select, Qt::Key_S, tr("&Select"), "select", tr("Select elements by click or rectangle"));
+    dressMode(pan, Qt::Key_H, tr("&Pan"), "pan", tr("Drag the drawing"));
+    dressMode(zoom, Qt::Key_Z, tr("&Zoom Area"), "zoom-area", tr("Zoom to a rectangle"));
+    dress(filter, tr("&Filter"), "filter", tr("Mark kinds of elements"));
+    filter->setEnabled(hasFilter);
+
+    m_viewMenu->insertActions(m_endOfModesInMenu, {select, pan, zoom});
+    m_toolBar->insertActions(m_endOfModesInToolBar, {select, pan, zoom, filter});
+    if (auto* button = qobject_cast<QToolButton*>(m_toolBar->widgetForAction(filter)))
+        button->setPopupMode(QToolButton::InstantPopup);
+}
+
+} // namespace mirn::zelchip

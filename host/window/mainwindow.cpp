@@ -1,0 +1,416 @@
+// SPDX-License-Identifier: MIT
+#include "host/window/mainwindow.h"
+
+#include "chipview/zelchipgui.h"
+#include "engine/referenceengine.h"
+#include "graphics/zelgraphicsview.h"
+#include "host/console/consoledock.h"
+#include "host/console/tclcompletion.h"
+#include "host/design/designeditor.h"
+#include "host/drawing/dragreason.h"
+#include "host/drawing/snapshot.h"
+#include "host/drawing/viewprobe.h"
+#include "host/project/projectsession.h"
+#include "host/project/projecttcl.h"
+#include "host/window/busyscript.h"
+#include "host/window/chipstatusbar.h"
+#include "host/window/chipsurface.h"
+#include "host/window/findbox.h"
+#include "host/window/helptexts.h"
+#include "host/window/loadprogress.h"
+#include "host/window/messagebox.h"
+#include "host/window/unsavedchanges.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QIcon>
+#include <QLayout>
+#include <QTreeWidget>
+
+namespace mirn::zelchip {
+
+using zelchipview::ZelChipGUI;
+
+namespace {
+
+constexpr int MessageMilliseconds = 8000;
+constexpr int ConsoleHeight = 150;
+
+} // namespace
+
+MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
+    : m_actions(this)
+    , m_busyScript(new BusyScript(m_shell, this))
+    , m_console(new ConsoleDock(this))
+    , m_statusBar(new ChipStatusBar(this))
+{
+    setWindowIcon(QIcon(QStringLiteral(":/zelchip/zelchip.png")));
+    setStatusBar(m_statusBar);
+    m_refresh.setSingleShot(true);
+    connect(&m_refresh, &QTimer::timeout, this, &MainWindow::refreshView);
+    connectActions();
+    connectShell();
+    connectConsole();
+    showSession(std::move(session));
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::connectActions()
+{
+    connect(m_actions.openProject, &QAction::triggered, this, &MainWindow::chooseProject);
+    connect(m_actions.openDrawing, &QAction::triggered, this, &MainWindow::chooseDrawing);
+    connect(m_actions.saveSnapshot, &QAction::triggered, this, &MainWindow::chooseSnapshot);
+    connect(m_actions.save, &QAction::triggered, this, &MainWindow::save);
+    connect(m_actions.undo, &QAction::triggered, this, [this] { stepDesign(&DesignEditor::undo); });
+    connect(m_actions.redo, &QAction::triggered, this, [this] { stepDesign(&DesignEditor::redo); });
+    connect(m_actions.find, &QAction::triggered, this, [this] {
+        m_surface->findBox()->setFocus();
+        m_surface->findBox()->selectAll();
+    });
+    connect(m_actions.quit, &QAction::triggered, this, &QWidget::close);
+    connect(m_actions.zoomIn, &QAction::triggered, this, [this] { m_surface->chipView()->zoomIn(); });
+    connect(m_actions.zoomOut, &QAction::triggered, this, [this] { m_surface->chipView()->zoomOut(); });
+    connect(m_actions.fit, &QAction::triggered, this, &MainWindow::fit);
+    connect(m_actions.zoomToSelection, &QAction::triggered, this, &MainWindow::zoomToSelection);
+    connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
+    connect(m_actions.about, &QAction::triggered, this, &MainWindow::showAbout);
+}
+
+void MainWindow::open(const QString& path)
+{
+    if (!mayLeave(editor(), this))
+        return;
+    const LoadProgress progress(path, this, LoadProgress::Cancelling::Possible);
+    const QString error = replaceProject(path);
+    if (progress.isCancelled())
+        m_statusBar->showMessage(error, MessageMilliseconds);
+    else if (!error.isEmpty())
+        showError(error);
+}
+
+// Nothing was changed yet, so nothing is lost when the project is opened anew.
+void MainWindow::takeOver()
+{
+    const LoadProgress progress(m_surface->session().path(), this, LoadProgress::Cancelling::Possible);
+    const QString error = replaceProject(m_surface->session().path(), ProjectSession::DoubtfulLock::IsTakenOver);
+    if (!error.isEmpty())
+        showError(error);
+}
+
+void MainWindow::askAboutLock()
+{
+    const QString doubt = editor().lockInDoubt();
+    if (!doubt.isEmpty() && isVisible() && !testAttribute(Qt::WA_DontShowOnScreen))
+        openTakeOverQuestion(this, doubt, [this] { takeOver(); });
+}
+
+QString MainWindow::replaceProject(const QString& path, ProjectSession::DoubtfulLock lock)
+{
+    QString error;
+    if (std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error, lock))
+        showSession(std::move(session));
+    return LoadProgress::isCurrentCancelled() ? tr("Opening %1 was cancelled").arg(QFileInfo(path).fileName()) : error;
+}
+
+bool MainWindow::runScript(const QString& file, QString* error)
+{
+    const auto copying = connect(&m_shell, &CommandShell::wrote, this, &MainWindow::scriptWrote);
+    const TclResult result = m_shell.runFile(file);
+    disconnect(copying);
+    if (!result.isOk)
+        reportResult(result);
+    *error = result.isOk ? QString() : result.text;
+    refreshView();
+    return result.isOk;
+}
+
+void MainWindow::connectShell()
+{
+    connect(&m_shell, &CommandShell::finished, this, &MainWindow::reportResult);
+    // A script from a file is not held up by a question: the journal has what it changed.
+    m_shell.interpreter().setExitGuard([this] { return !m_shell.isAnsweringUser() || mayLeave(editor(), this); });
+    ProjectCommands commands;
+    commands.open = [this](const QString& path) {
+        // The view would go away below the command that it sent.
+        if (m_shell.isAnsweringView())
+            return tr("no other project can be opened while the view waits for an answer");
+        const LoadProgress progress(path, this, LoadProgress::Cancelling::Possible);
+        return replaceProject(path);
+    };
+    commands.save = [this] { return editor().save(); };
+    commands.refresh = [this] {
+        refreshView();
+        return QString();
+    };
+    commands.session = [this]() -> const ProjectSession& { return m_surface->session(); };
+    addProjectCommands(m_shell.interpreter(), commands);
+    addWindowCommands(m_shell.interpreter(), *this);
+}
+
+void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
+{
+    openSurface(std::move(session));
+    m_shell.setEditor(editor());
+    setCentralWidget(m_surface->chipView());
+    m_surface->chipView()->show(); // Qt would show it only later, and the console grow into the gap
+    m_actions.addChipActions(*m_surface->chipView()->getActions(), m_surface->session().hasFilter());
+    connectChipView();
+    connectDesign();
+    setWindowTitle(tr("%1[*] — zelchip").arg(m_surface->session().title()));
+    showSummary();
+    if (isVisible()) {
+        layout()->activate();
+        m_surface->arrangeDocks();
+    }
+    m_surface->graphicsView()->setFocus();
+    askAboutLock();
+}
+
+// The old one goes first, because the chip view's controller exists once. When loading the new one is cancelled it
+// comes back; where there is none, a sentence takes the drawing's place.
+void MainWindow::openSurface(std::unique_ptr<ProjectSession> session)
+{
+    m_refresh.stop(); // it would reach for a surface that is not there
+    std::unique_ptr<ProjectSession> previous = m_surface ? m_surface->takeSession() : nullptr;
+    m_surface.reset();
+    setCentralWidget(new QWidget(this)); // keeps its room until the new view is there
+    centralWidget()->show();
+    m_surface = std::make_unique<ChipSurface>(std::move(session), this);
+    if (LoadProgress::isCurrentCancelled() && previous) {
+        const LoadProgress progress(previous->drawingFile(), this, LoadProgress::Cancelling::Impossible);
+        m_surface.reset();
+        m_surface = std::make_unique<ChipSurface>(std::move(previous), this);
+    } else if (LoadProgress::isCurrentCancelled()) {
+        m_surface->showSentence(
+            tr("Opening this drawing was cancelled. The File menu opens it again, or another one."));
+    }
+}
+
+void MainWindow::connectChipView()
+{
+    connect(m_surface->chipView(), &ZelChipGUI::sigRunTclCmd, this, &MainWindow::answerView);
+    m_probe = new ViewProbe(m_surface->graphicsView());
+    connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
+    connect(m_probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
+    connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showScale);
+}
+
+void MainWindow::showSummary()
+{
+    const ProjectSession& session = m_surface->session();
+    const int elements = static_cast<int>(m_surface->graphicsView()->scene()->items().size());
+    const QString drawing = QFileInfo(session.drawingFile()).fileName();
+    const QString count = elements == 1 ? tr("1 element") : tr("%1 elements").arg(locale().toString(elements));
+    m_statusBar->setSummary(QStringLiteral("%1: %2").arg(drawing, count));
+    m_statusBar->setWarnings(session.warnings());
+    m_statusBar->clearMessage();
+    for (const QString& message : session.recoveryMessages())
+        m_console->showOutput(message + QLatin1Char('\n'));
+    if (!session.recoveryMessages().isEmpty())
+        m_statusBar->showMessage(session.recoveryMessages().last(), MessageMilliseconds);
+}
+
+void MainWindow::connectConsole()
+{
+    addDockWidget(Qt::BottomDockWidgetArea, m_console);
+    m_actions.addToggle(m_console->toggleViewAction());
+    const auto resources = [this] {
+        QStringList paths;
+        const zelengine::Design& design = editor().engine().design();
+        for (int index : design.all())
+            paths.append(design.resource(index).path);
+        return paths;
+    };
+    m_console->setCompleter(TclCompletion([this] { return m_shell.interpreter().commandNames(); }, resources));
+    connect(m_console, &ConsoleDock::commandEntered, this,
+        [this](const QString& script) { m_shell.run(script, CommandShell::Origin::User); });
+    connect(m_console, &ConsoleDock::cancelRequested, &m_shell, &CommandShell::cancel);
+    connect(&m_shell, &CommandShell::started, m_console, [this](const QString& script, CommandShell::Origin origin) {
+        m_console->showCommand(
+            script, origin == CommandShell::Origin::View ? ConsoleDock::Origin::View : ConsoleDock::Origin::User);
+    });
+    connect(&m_shell, &CommandShell::wrote, m_console, &ConsoleDock::showOutput);
+    connect(m_busyScript, &BusyScript::changed, m_console, &ConsoleDock::setRunning);
+    m_busyScript->setStopWidget(m_console->stopWidget());
+}
+
+// The opposite of Tcl's own codes: non-zero is success.
+void MainWindow::answerView(const QString& command, int& ret, QString& result)
+{
+    const TclResult answer = m_shell.run(command, CommandShell::Origin::View);
+    ret = answer.isOk ? 1 : 0;
+    result = answer.text;
+}
+
+void MainWindow::reportResult(const TclResult& result)
+{
+    if (result.isOk) {
+        m_console->showResult(result.text);
+        m_statusBar->clearMessage(); // of an earlier error
+        return;
+    }
+    m_console->showError(result.text);
+    m_statusBar->showMessage(result.text, MessageMilliseconds);
+}
+
+void MainWindow::connectDesign()
+{
+    connect(&editor(), &DesignEditor::changed, this, [this] {
+        showDesignState();
+        m_refresh.start(0);
+    });
+    connect(&editor(), &DesignEditor::settingRefused, this, [this](const QString& reason) {
+        reportResult(TclResult::error(reason));
+        m_refresh.start(0); // the view takes the setting for written
+    });
+    auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // the view's
+    connect(reason, &DragReason::changed, m_statusBar, [this](const QString& text) { m_statusBar->showMessage(text); });
+    showDesignState();
+}
+
+void MainWindow::refreshView()
+{
+    m_refresh.stop();
+    m_surface->chipView()->refresh(zelchipview::REFRESH_ALL);
+    showDesignState();
+}
+
+// The editor decides what is unsaved. The view's own flag is also raised by values that were in force already, and undo
+// does not lower it.
+void MainWindow::showDesignState()
+{
+    if (!editor().isModified())
+        m_surface->chipView()->clearDirtyFlag();
+    const QUndoStack& stack = editor().undoStack();
+    m_actions.showHistory(
+        stack.canUndo() ? stack.undoText() : QString(), stack.canRedo() ? stack.redoText() : QString());
+    const bool isModified = editor().isModified();
+    m_actions.save->setEnabled(isModified);
+    setWindowModified(isModified);
+}
+
+void MainWindow::save()
+{
+    const QString problem = editor().save();
+    if (!problem.isEmpty()) {
+        showError(problem);
+        return;
+    }
+    m_surface->chipView()->clearDirtyFlag();
+    showDesignState();
+    m_statusBar->showMessage(tr("Saved %1").arg(editor().placementFile()), MessageMilliseconds);
+}
+
+void MainWindow::stepDesign(QString (DesignEditor::*step)())
+{
+    const QString problem = (editor().*step)();
+    if (!problem.isEmpty())
+        m_statusBar->showMessage(problem, MessageMilliseconds);
+}
+
+DesignEditor& MainWindow::editor() const
+{
+    return m_surface->session().editor();
+}
+
+zelchipview::ZelChipGUI* MainWindow::chipView()
+{
+    return m_surface->chipView();
+}
+
+zelchipview::ZelGraphicsView* MainWindow::graphicsView()
+{
+    return m_surface->graphicsView();
+}
+
+QTreeWidget* MainWindow::tree()
+{
+    return m_surface->chipView()->findChild<QTreeWidget*>();
+}
+
+QString MainWindow::saveSnapshot(const QString& file)
+{
+    if (m_refresh.isActive())
+        refreshView();
+    m_console->showPending();
+    QString error;
+    zelchip::saveSnapshot(*this, file, &error);
+    return error;
+}
+
+void MainWindow::fit()
+{
+    m_surface->fit();
+    m_probe->update();
+}
+
+void MainWindow::zoomToSelection()
+{
+    if (!m_surface->zoomToSelection())
+        m_statusBar->showMessage(tr("No element is selected."), MessageMilliseconds);
+}
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    if (m_isArranged)
+        return;
+    m_isArranged = true;
+    resizeDocks({m_console}, {ConsoleHeight}, Qt::Vertical);
+    m_surface->arrangeDocks();
+    askAboutLock();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    event->setAccepted(mayLeave(editor(), this));
+}
+
+void MainWindow::chooseProject()
+{
+    const QString directory = QFileDialog::getExistingDirectory(this, tr("Open Project"));
+    if (!directory.isEmpty())
+        open(directory);
+}
+
+void MainWindow::chooseDrawing()
+{
+    const QString filter = tr("Drawings (*.svg *.svgz);;All files (*)");
+    const QString file = QFileDialog::getOpenFileName(this, tr("Open Drawing"), QString(), filter);
+    if (!file.isEmpty())
+        open(file);
+}
+
+void MainWindow::chooseSnapshot()
+{
+    const QString filter = tr("Images (*.png)");
+    const QString file = QFileDialog::getSaveFileName(this, tr("Save Snapshot"), QStringLiteral("zelchip.png"), filter);
+    if (file.isEmpty())
+        return;
+    const QString error = saveSnapshot(file);
+    if (error.isEmpty())
+        m_statusBar->showMessage(tr("Saved %1").arg(file), MessageMilliseconds);
+    else
+        showError(error);
+}
+
+void MainWindow::showError(const QString& text)
+{
+    openMessageBox(this, QMessageBox::Critical, tr("zelchip"), text, Qt::PlainText);
+}
+
+void MainWindow::showKeys()
+{
+    openMessageBox(this, QMessageBox::NoIcon, tr("Keys and Gestures"), keysAndGestures(), Qt::RichText);
+}
+
+void MainWindow::showAbout()
+{
+    openMessageBox(this, QMessageBox::NoIcon, tr("About zelchip"), aboutText(), Qt::RichText);
+}
+
+} // namespace mirn::zelchip

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "host/window/messagebox.h"
+
+#include <QCoreApplication>
+#include <QPushButton>
+
+namespace mirn::zelchip {
+
+namespace {
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("MessageBox", text);
+}
+
+} // namespace
+
+void openMessageBox(
+    QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text, Qt::TextFormat format)
+{
+    auto* box = new QMessageBox(icon, title, text, QMessageBox::Close, parent);
+    box->setTextFormat(format);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void openTakeOverQuestion(QWidget* parent, const QString& doubt, const std::function<void()>& takeOver)
+{
+    auto* box = new QMessageBox(QMessageBox::Warning, tr("zelchip"),
+        tr("It is not certain that nobody else changes this project."), QMessageBox::NoButton, parent);
+    box->setInformativeText(doubt.left(1).toUpper() + doubt.mid(1));
+    box->setTextFormat(Qt::PlainText);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    QPushButton* yes = box->addButton(tr("Take Over"), QMessageBox::AcceptRole);
+    box->setDefaultButton(box->addButton(tr("Only Look"), QMessageBox::RejectRole));
+    QObject::connect(yes, &QAbstractButton::clicked, parent, takeOver, Qt::QueuedConnection); // the box has closed then
+    box->open();
+}
+
+} // namespace mirn::zelchip

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/xml/xmlname.h"
+
+#include <array>
+
+namespace zelsvg {
+
+// Remembers what some of the names met lately mean.
+template <typename Meaning> class NameCache
+{
+public:
+    void clear() { m_slots = {}; }
+
+    // The meaning of a name; from `find()` when the name is not known or too long to be kept.
+    template <typename Find> Meaning meaning(const XmlName& name, Find find)
+    {
+        if (!name.isKey())
+            return find();
+        Slot& slot = m_slots[name.hash() % SlotCount];
+        if (slot.size != name.text().size() || slot.first != name.first() || slot.last != name.last())
+            slot = {name.first(), name.last(), name.text().size(), find()};
+        return slot.meaning;
+    }
+
+private:
+    static constexpr std::size_t SlotCount = 128;
+
+    struct Slot
+    {
+        std::uint64_t first;
+        std::uint64_t last;
+        std::size_t size; // 0: empty
+        Meaning meaning;
+    };
+
+    std::array<Slot, SlotCount> m_slots{};
+};
+
+} // namespace zelsvg

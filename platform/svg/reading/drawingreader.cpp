@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: MIT
+#include "platform/svg/reading/drawingreader.h"
+
+#include "platform/svg/base/number.h"
+#include "platform/svg/document/documenttree.h"
+#include "platform/svg/document/elementdecoder.h"
+#include "platform/svg/reading/drawingbuilder.h"
+#include "platform/svg/reading/treefollower.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace zelsvg {
+
+namespace {
+
+// Hands the elements on to a tree, which knows the reader's position only through here.
+class TreeReader final : private PositionSource
+{
+public:
+    TreeReader(XmlReading reading, Diagnostics& diagnostics, const Limits& limits)
+        : m_reading(reading)
+        , m_diagnostics(diagnostics)
+        , m_limits(limits)
+        , m_tree(diagnostics, *this, limits)
+    { }
+
+    // False when the reader gives up.
+    bool read(DrawingSource& source)
+    {
+        ElementDecoder decoder(m_tree, m_diagnostics, m_limits);
+        m_reader = makeTagReader(m_reading, decoder, m_diagnostics, m_limits);
+        const bool isRead = m_reader->read(source);
+        m_reader.reset();
+        m_tree.finish();
+        return isRead;
+    }
+
+    [[nodiscard]] const DocumentTree& tree() const { return m_tree; }
+
+private:
+    [[nodiscard]] Position position() const override { return m_reader->position(); }
+
+    // The quick way knows no columns and need not be asked.
+    [[nodiscard]] Position positionOf(std::string_view part) const override
+    {
+        return m_reading == XmlReading::Quick ? Position() : m_reader->positionOf(part);
+    }
+
+    const XmlReading m_reading;
+    Diagnostics& m_diagnostics;
+    const Limits& m_limits;
+    std::unique_ptr<TagReader> m_reader;
+    DocumentTree m_tree;
+};
+
+[[nodiscard]] bool isOneOf(std::string_view text, std::initializer_list<std::string_view> words)
+{
+    return std::any_of(words.begin(), words.end(), [text](auto word) { return equalsIgnoringCase(text, word); });
+}
+
+// Whether a style element holds CSS and is meant for screens. Its media are a list; conditions are not looked into.
+[[nodiscard]] bool applies(const DocumentTree& tree, unsigned style)
+{
+    const std::string_view type = tree.value(style, AttributeName::Type);
+    if (!isOneOf(trimmed(type.substr(0, type.find(';'))), {"", "text/css"}))
+        return false;
+    const std::string_view media = tree.value(style, AttributeName::Media);
+    bool isForScreen = false;
+    for (std::size_t begin = 0; begin <= media.size() && !isForScreen;) {
+        const std::size_t end = std::min(media.find(',', begin), media.size());
+        isForScreen = isOneOf(trimmed(media.substr(begin, end - begin)), {"", "all", "screen", "only screen"});
+        begin = end + 1;
+    }
+    return isForScreen;
+}
+
+void addStyleSheets(const DocumentTree& tree, StyleSheet& sheet, Diagnostics& diagnostics)
+{
+    for (unsigned node = 0; node < tree.size(); ++node) {
+        if (tree.name(node) != ElementName::Style)
+            continue;
+        if (applies(tree, node))
+            sheet.add(tree.innerText(node));
+        else if (tree.value(node, AttributeName::Media).find('(') != std::string_view::npos)
+            diagnostics.warn(Unsupported::Selector);
+    }
+}
+
+// One attempt to read a drawing.
+class Attempt
+{
+public:
+    Attempt(XmlReading reading, DrawingSource& source, Diagnostics& diagnostics, const Limits& limits, Drawing& drawing)
+        : m_reading(reading)
+        , m_source(source)
+        , m_diagnostics(diagnostics)
+        , m_limits(limits)
+        , m_drawing(drawing)
+    { }
+
+    // False when the reader gives up. `needsTree` tells whether following the drawing while reading it is not enough.
+    bool follow(bool& needsTree)
+    {
+        DrawingBuilder builder(m_drawing, m_diagnostics, m_limits);
+        ElementDecoder decoder(builder, m_diagnostics, m_limits);
+        const auto reader = makeTagReader(m_reading, decoder, m_diagnostics, m_limits);
+        const bool isRead = reader->read(m_source);
+        needsTree = builder.needsTree();
+        if (!needsTree)
+            builder.finish();
+        return isRead;
+    }
+
+    // False when the reader gives up.
+    bool followTree()
+    {
+        // What stands before a mistake in the XML is drawn all the same; a mistake that shows in drawing it comes
+        // first.
+        Diagnostics xmlDiagnostics = m_diagnostics;
+        TreeReader reader(m_reading, xmlDiagnostics, m_limits);
+        if (!reader.read(m_source))
+            return false;
+        StyleSheet sheet(m_diagnostics, m_limits);
+        addStyleSheets(reader.tree(), sheet, m_diagnostics);
+        DrawingBuilder builder(m_drawing, m_diagnostics, m_limits);
+        const auto isWanted = [this](double share) { return m_source.isWanted(share); };
+        TreeFollower follower(reader.tree(), sheet, builder, m_diagnostics, m_limits, isWanted);
+        builder.setFollower(&follower);
+        follower.follow();
+        builder.setFollower(nullptr);
+        builder.finish();
+        if (!m_diagnostics.hasFailed())
+            m_diagnostics.takeError(xmlDiagnostics);
+        return true;
+    }
+
+    // Before another attempt.
+    bool startAgain()
+    {
+        m_drawing = {};
+        m_diagnostics.clear();
+        if (!m_source.rewind())
+            m_diagnostics.fail("the file cannot be read a second time");
+        return !m_diagnostics.hasFailed();
+    }
+
+private:
+    const XmlReading m_reading;
+    DrawingSource& m_source;
+    Diagnostics& m_diagnostics;
+    const Limits& m_limits;
+    Drawing& m_drawing;
+};
+
+} // namespace
+
+void readDrawing(
+    DrawingSource& source, Diagnostics& diagnostics, const Limits& limits, Drawing& drawing, XmlReading reading)
+{
+    drawing = {};
+    Attempt attempt(reading, source, diagnostics, limits, drawing);
+    bool needsTree = false;
+    bool isRead = attempt.follow(needsTree);
+    if (isRead && needsTree && attempt.startAgain())
+        isRead = attempt.followTree();
+    const bool isDoubtful = !isRead || diagnostics.hasFailed();
+    if (reading == XmlReading::Quick && isDoubtful && attempt.startAgain())
+        readDrawing(source, diagnostics, limits, drawing, XmlReading::Thorough);
+    else
+        drawing.warnings = diagnostics.warnings();
+}
+
+} // namespace zelsvg

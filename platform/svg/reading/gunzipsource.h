@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/base/bytesource.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+struct z_stream_s;
+
+namespace zelsvg {
+
+// Unpacks a drawing that is compressed by gzip (.svgz) while it is read, and hands any other on as it is. Takes a fixed
+// amount of memory, whatever the file unpacks to; how much that may be is up to the reader.
+class GunzipSource final : public DrawingSource
+{
+public:
+    // `packed` is not owned and stands at its begin.
+    explicit GunzipSource(DrawingSource& packed);
+    ~GunzipSource() override;
+    GunzipSource(const GunzipSource&) = delete;
+    GunzipSource& operator=(const GunzipSource&) = delete;
+
+    // What came before a damage is returned first.
+    long read(char* buffer, std::size_t size) override;
+    [[nodiscard]] std::string readError() const override;
+    bool rewind() override;
+    bool isWanted(double share) override { return m_packed.isWanted(share); }
+
+private:
+    enum class State { Begin, Plain, Packed, Behind, Damaged };
+
+    long start(char* buffer, std::size_t size);
+    long unpack(char* buffer, std::size_t size);
+    bool take();
+    bool fill();
+    void inflateInto(char*& next, char* end);
+    void goBehind();
+    void fail(const char* message);
+
+    struct StreamDeleter
+    {
+        void operator()(z_stream_s* stream) const;
+    };
+
+    DrawingSource& m_packed;
+    State m_state = State::Begin;
+    std::unique_ptr<z_stream_s, StreamDeleter> m_stream; // while it is compressed
+    std::vector<char> m_block; // of the packed file
+    std::uint64_t m_size = 0; // bytes taken from the packed file
+    std::string m_error;
+};
+
+} // namespace zelsvg

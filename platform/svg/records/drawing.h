@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/contract/zelparameter.h"
+#include "platform/svg/records/recordstore.h"
+
+#include <string>
+#include <vector>
+
+namespace zelsvg {
+
+// What reading a drawing gives, from the drawing itself or from the working file.
+struct Drawing
+{
+    RecordStore records;
+    zel_Parameter parameter;
+    std::vector<std::string> warnings;
+};
+
+} // namespace zelsvg

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/base/chunkedarray.h"
+#include "platform/svg/records/packedrecord.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace zelsvg {
+
+// The looks of a drawing's records, each once, numbered in the order in which they came.
+class LookSet
+{
+public:
+    // The number of this look.
+    std::uint32_t add(const PackedLook& look);
+
+    [[nodiscard]] const ChunkedArray<PackedLook>& looks() const { return m_looks; }
+    void setView(const PackedLook* looks, std::size_t size) { m_looks.setView(looks, size); }
+
+private:
+    void grow();
+
+    ChunkedArray<PackedLook> m_looks;
+    std::vector<std::uint32_t> m_slots; // by hash: a look's number and 1, or 0
+};
+
+} // namespace zelsvg

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/document/element.h"
+#include "platform/svg/geometry/transform.h"
+#include "platform/svg/records/recordwriter.h"
+#include "platform/svg/style/style.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zelsvg {
+
+class Diagnostics;
+
+// Lays out one text element: gathers its characters with their positions and styles and makes a record of every run
+// that is drawn in one go.
+class TextLayout
+{
+public:
+    TextLayout(RecordWriter& writer, Diagnostics& diagnostics);
+
+    // `matrix` and `viewport` are those of the text element; a text inside of a text does not happen.
+    void begin(const Matrix& matrix, ViewportSize viewport);
+
+    // Around what a text or tspan holds: takes its position lists.
+    void pushElement(const Element& element, const Style& style);
+    void popElement();
+
+    // Characters of the innermost element, in UTF-8.
+    void add(std::string_view text, const Style& style, const Identity& identity);
+
+    // Writes the records.
+    void end();
+
+    void replaceTooltip(TextPool::Offset replaced, TextPool::Offset tooltip);
+
+private:
+    // The lists x, y, dx, dy of an element, one entry for each of its characters until they run out.
+    struct Positions
+    {
+        std::vector<double> lists[4];
+        std::size_t longest = 0;
+        std::size_t next = 0;
+    };
+
+    // Where a character stands.
+    struct Position
+    {
+        bool hasX = false; // an absolute place
+        bool hasY = false;
+        zel_Point place;
+        zel_Point shift; // relative to where the characters before it end
+    };
+
+    // Characters that are drawn by one record.
+    struct Run
+    {
+        std::string text; // ISO 8859-1
+        Identity identity;
+        Style style;
+        Position position;
+        bool isSpan = false;
+        zel_Point place; // of its left end on the line that the style gives, once all runs are there
+    };
+
+    void readList(
+        const Element& element, AttributeName name, LengthAxis axis, const Style& style, std::vector<double>& list);
+    bool takePosition(Position& position);
+    bool addRun(const Style& style, const Identity& identity, const Position& position);
+    void addCharacter(char32_t character);
+    [[nodiscard]] bool continues(const Style& style, const Identity& identity) const;
+    [[nodiscard]] double chunkShift(std::size_t first) const;
+    [[nodiscard]] double widthOf(const Run& run) const;
+    void place();
+    void mirror();
+    void writeRun(const Run& run);
+    void warnOf(const Style& style);
+
+    RecordWriter& m_writer;
+    Diagnostics& m_diagnostics;
+    Matrix m_matrix;
+    ViewportSize m_viewport;
+    int m_rotation = 0; // of the letters, degrees
+    bool m_isReversed = false; // they run against the matrix
+    bool m_isFlipped = false; // they stand up against it
+    std::vector<Positions> m_positions; // of the open elements
+    std::vector<std::size_t> m_unfinished; // those whose lists have not run out
+    std::vector<Run> m_runs;
+    bool m_endsWithSpace = true; // where another blank folds away: at the begin and behind one
+};
+
+} // namespace zelsvg

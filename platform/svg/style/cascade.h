@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/document/element.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace zelsvg {
+
+// What a declaration weighs against another one for the same property: importance, then where it stands, then how
+// specific its selector is, then its order. The heavier one wins, of two alike the later.
+class Weight
+{
+public:
+    static constexpr std::uint64_t Attribute = 0;
+    static constexpr std::uint64_t StyleAttribute = std::uint64_t(1) << 62;
+    static constexpr std::uint64_t Important = std::uint64_t(1) << 63;
+
+    // `specificity` below 2^28.
+    [[nodiscard]] static constexpr std::uint64_t ofRule(std::uint32_t specificity, std::uint32_t order)
+    {
+        return std::uint64_t(1) << 61 | std::uint64_t(specificity) << 32 | order;
+    }
+};
+
+// The declared values of one element's style properties, of which the heaviest win.
+class Cascade
+{
+public:
+    void reset() { m_present = 0; }
+
+    void set(AttributeName property, std::string_view value, std::uint64_t weight)
+    {
+        const auto index = static_cast<std::size_t>(property);
+        const std::uint64_t bit = std::uint64_t(1) << index;
+        if ((m_present & bit) && m_weights[index] > weight)
+            return;
+        m_present |= bit;
+        m_values[index] = value;
+        m_weights[index] = weight;
+    }
+
+    void addAttributes(const Element& element);
+
+    // Of a style attribute: "fill: red; stroke: none !important". The text must live as long as the values are asked;
+    // the values of one with comments last until the next such text.
+    void addStyle(std::string_view text);
+
+    [[nodiscard]] bool isEmpty() const { return m_present == 0; }
+    [[nodiscard]] bool has(AttributeName property) const { return m_present >> static_cast<std::size_t>(property) & 1; }
+    [[nodiscard]] std::string_view value(AttributeName property) const
+    {
+        return has(property) ? m_values[static_cast<std::size_t>(property)] : std::string_view();
+    }
+
+    // Calls function(property, value) for every property that has a value, in the order of AttributeName.
+    template <typename Function> void forEach(Function function) const
+    {
+        for (std::uint64_t rest = m_present; rest; rest &= rest - 1) {
+            const auto index = static_cast<std::size_t>(__builtin_ctzll(rest));
+            function(static_cast<AttributeName>(index), m_values[index]);
+        }
+    }
+
+private:
+    std::uint64_t m_present = 0;
+    std::string_view m_values[PropertyCount];
+    std::uint64_t m_weights[PropertyCount];
+    std::string m_withoutComments; // the style attribute, where it has any
+};
+
+} // namespace zelsvg

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/style/cascade.h"
+#include "platform/svg/style/color.h"
+#include "platform/svg/style/length.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace zelsvg {
+
+class Diagnostics;
+class TextPool;
+
+struct Paint
+{
+    enum class Kind : std::uint8_t { None, Plain, CurrentColor };
+
+    Color color;
+    Kind kind = Kind::None;
+};
+
+enum class TextAnchor : std::uint8_t { Start, Middle, End };
+
+// Where y lies in the letters.
+enum class Baseline : std::uint8_t { Alphabetic, Middle, Central, Hanging, Top, Bottom };
+
+// The resolved style of an element. What is not inherited stands in the second part.
+struct Style
+{
+    Paint fill{{}, Paint::Kind::Plain};
+    Paint stroke;
+    Color color;
+    double fillOpacity = 1.0;
+    double strokeOpacity = 1.0;
+    double groupOpacity = 1.0; // the product of all opacities from the root down to this element
+    double strokeWidth = 1.0;
+    double fontSize = 16.0;
+    const char* fontFamily = "sans-serif"; // UTF-8, kept by the resolver's text pool
+    TextAnchor anchor = TextAnchor::Start;
+    Baseline baseline = Baseline::Alphabetic;
+    bool isEvenOdd = false;
+    bool isVisible = true;
+    bool keepsSpaces = false;
+    std::uint8_t textTraits = 0; // see TextTrait
+
+    bool isDisplayed = true;
+    bool hasFixedStroke = false; // the stroke width is not scaled
+
+    // The colour to draw with, opacity blended with white. False when nothing is to be drawn.
+    [[nodiscard]] bool fillColor(unsigned int& rgb) const { return paintColor(fill, fillOpacity, rgb); }
+    [[nodiscard]] bool strokeColor(unsigned int& rgb) const { return paintColor(stroke, strokeOpacity, rgb); }
+
+    // Letters are drawn in one colour: that of their outline where they have no other.
+    [[nodiscard]] bool textColor(unsigned int& rgb) const
+    {
+        return fillColor(rgb) || (strokeWidth > 0.0 && strokeColor(rgb));
+    }
+
+private:
+    [[nodiscard]] bool paintColor(const Paint& paint, double opacity, unsigned int& rgb) const;
+};
+
+// Finds the colour behind "url(#name)".
+class PaintServers
+{
+public:
+    virtual ~PaintServers() = default;
+
+    // False when there is none to draw with, with `isFound` telling whether that is what the server says.
+    virtual bool serverColor(std::string_view name, Color& color, bool& isFound) = 0;
+};
+
+// Turns declared values into a style.
+class StyleResolver
+{
+public:
+    StyleResolver(TextPool& texts, PaintServers& servers, Diagnostics& diagnostics);
+
+    // `style` comes in as the parent's and goes out as the element's.
+    void resolve(const Cascade& cascade, ViewportSize viewport, Style& style);
+
+private:
+    struct Context;
+
+    void apply(AttributeName property, std::string_view value, Context& context);
+    bool applyKeyword(AttributeName property, std::string_view value, Context& context);
+    void applyPaint(std::string_view value, const Style& parent, Paint& paint);
+    void applyServer(std::string_view value, const Style& parent, Paint& paint);
+    void applyFont(std::string_view value, Context& context);
+    void applyFontFamily(std::string_view value, Style& style);
+    void applyFontSize(std::string_view value, Context& context);
+    void warnOf(AttributeName property, std::string_view value);
+
+    TextPool& m_texts;
+    PaintServers& m_servers;
+    Diagnostics& m_diagnostics;
+};
+
+// Reads an opacity, cut to 0 to 1. False, with a warning, for anything else.
+bool parseOpacity(std::string_view text, Diagnostics& diagnostics, double& opacity);
+
+} // namespace zelsvg

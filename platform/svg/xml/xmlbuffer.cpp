@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "platform/svg/xml/xmlbuffer.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace zelsvg {
+
+namespace {
+
+constexpr std::size_t BlockSize = std::size_t(1) << 18;
+constexpr std::size_t LargestRest = std::size_t(1) << 24;
+
+[[nodiscard]] const char* find(const char* begin, const char* end, char c)
+{
+    return static_cast<const char*>(std::memchr(begin, c, static_cast<std::size_t>(end - begin)));
+}
+
+} // namespace
+
+// Moves what is left to the front and reads on behind it.
+bool XmlBuffer::fill(ByteSource& source, std::uint64_t largestFile)
+{
+    m_line = line();
+    const auto rest = static_cast<std::size_t>(m_end - m_position);
+    const bool isBehindReturn = rest == 0 && m_capacity > 0 && m_position != m_bytes.get() && m_position[-1] == '\r';
+    if (rest > LargestRest)
+        return false;
+    // At least half of the buffer becomes new, so that a long tag is not scanned too often from its begin.
+    if (rest > m_capacity / 2 || m_capacity == 0) {
+        m_capacity = std::max(2 * m_capacity, BlockSize);
+        std::unique_ptr<char[]> bytes(new char[m_capacity + 1]);
+        std::copy(m_position, m_end, bytes.get());
+        m_bytes = std::move(bytes);
+    } else {
+        std::copy(m_position, m_end, m_bytes.get());
+    }
+    char* end = m_bytes.get() + rest;
+    const long length = source.read(end, m_capacity - rest);
+    end += std::max(length, 0L);
+    *end = '\0';
+    m_position = m_counted = m_bytes.get();
+    m_end = end;
+    m_size += static_cast<std::uint64_t>(std::max(length, 0L));
+    m_isSourceAtEnd = length == 0;
+    if (isBehindReturn && *m_position == '\n')
+        --m_line; // the second half of a line end that has been counted
+    return length >= 0 && m_size <= largestFile;
+}
+
+// A line ends in LF, CR or both.
+unsigned long XmlBuffer::line() const
+{
+    while (m_counted != m_position) {
+        const char* lineFeed = find(m_counted, m_position, '\n');
+        const char* end = lineFeed ? lineFeed : m_position;
+        for (const char* p = m_counted; (p = find(p, end, '\r')) != nullptr; ++p)
+            m_line += p + 1 != lineFeed ? 1 : 0;
+        m_line += lineFeed ? 1 : 0;
+        m_counted = lineFeed ? lineFeed + 1 : m_position;
+    }
+    return m_line;
+}
+
+} // namespace zelsvg

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/base/bytesource.h"
+#include "platform/svg/xml/xmlname.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace zelsvg {
+
+struct XmlAttribute
+{
+    XmlName name;
+    std::string_view value;
+};
+
+// Takes the tags of an XML file as they come. Names are as written, with their prefix. All texts are UTF-8, valid
+// during the call.
+class XmlHandler
+{
+public:
+    virtual ~XmlHandler() = default;
+
+    virtual void startTag(const XmlName& name, const XmlAttribute* attributes, std::size_t count) = 0;
+    virtual void endTag() = 0;
+    virtual void text(std::string_view text) = 0;
+
+    // Asked after each of these: true ends reading.
+    [[nodiscard]] virtual bool isFinished() const = 0;
+};
+
+} // namespace zelsvg

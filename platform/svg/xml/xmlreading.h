@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/svg/xml/tagreader.h"
+
+#include <memory>
+
+namespace zelsvg {
+
+class XmlHandler;
+struct Limits;
+
+// The two ways to read XML: fast, with what drawings rarely hold left out, and in full.
+enum class XmlReading { Quick, Thorough };
+
+// The handler and the diagnostics are not owned.
+[[nodiscard]] std::unique_ptr<TagReader> makeTagReader(
+    XmlReading reading, XmlHandler& handler, Diagnostics& diagnostics, const Limits& limits);
+
+} // namespace zelsvg
