@@ -79,13 +79,19 @@ QString growth(std::vector<double> memory)
 #else
     if (memory.size() < 3 * RoundsToWarmUp)
         return {};
+    const std::vector<double> inOrder = memory;
     const auto begin = memory.begin() + RoundsToWarmUp;
     const auto half = begin + (memory.end() - begin) / 2;
     const double before = middle(begin, half);
     const double after = middle(half, memory.end());
     std::printf("memory in use %.2f MB, later %.2f MB\n", before, after);
-    if (after - before > MostGrowth)
-        return QStringLiteral("the memory in use grows");
+    if (after - before <= MostGrowth)
+        return {};
+    std::printf("at the ends of the rounds:");
+    for (const double megabytes : inOrder)
+        std::printf(" %.2f", megabytes);
+    std::printf("\n");
+    return QStringLiteral("the memory in use grows");
 #endif
     return {};
 }
