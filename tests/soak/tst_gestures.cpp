@@ -87,7 +87,7 @@ QString growth(std::vector<double> memory)
     std::printf("memory in use %.2f MB, later %.2f MB\n", before, after);
     if (after - before <= MostGrowth)
         return {};
-    std::printf("at the ends of the rounds:");
+    std::printf("by round:");
     for (const double megabytes : inOrder)
         std::printf(" %.2f", megabytes);
     std::printf("\n");
