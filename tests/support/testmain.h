@@ -2,6 +2,10 @@
 #pragma once
 
 #include <QObject>
+#include <QTest>
+
+#include <tuple>
+#include <utility>
 
 namespace zeltest {
 
@@ -14,7 +18,42 @@ class Test : public QObject
 protected Q_SLOTS:
     void init();
     void cleanup();
+
+protected:
+    // Makes the table of a test, with columns of these types. Each call is a row: its name, then a value per column.
+    template <typename... Values> class Rows
+    {
+    public:
+        Rows()
+        {
+            int column = 0;
+            (QTest::addColumn<Values>(Columns[column++]), ...);
+        }
+        void operator()(const char* name, const Values&... values) const
+        {
+            QTestData& row = QTest::newRow(name);
+            (row << ... << values);
+        }
+    };
+
+    // The values of the current row.
+    template <typename... Values> [[nodiscard]] static std::tuple<Values...> row()
+    {
+        return values<Values...>(std::index_sequence_for<Values...>());
+    }
+
+private:
+    static constexpr const char* Columns[] = {"first", "second", "third", "fourth", "fifth"};
+
+    template <typename... Values, std::size_t... Indexes>
+    static std::tuple<Values...> values(std::index_sequence<Indexes...>)
+    {
+        return {*static_cast<const Values*>(QTest::qData(Columns[Indexes], qMetaTypeId<Values>()))...};
+    }
 };
+
+// Writes a file anew; ends the program where that cannot be done.
+void writeFile(const QString& path, const QByteArray& content);
 
 // Runs the test object in an offscreen application with a pinned style and font.
 int runTests(QObject* tests, int argc, char** argv);
