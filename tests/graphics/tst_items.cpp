@@ -86,6 +86,11 @@ private Q_SLOTS:
         QCOMPARE(line->pen().width(), 4);
         chip.view()->zoomOut();
         QVERIFY(!isAnythingDrawnIn({0, 0, 200, 100}));
+        chip.engine.device.addRecord(1, {{"tovanel:popup", "new"}}); // of which an item hears when it is shown
+        chip.window->refresh(REFRESH_GRAPHIC);
+        QVERIFY(line->toolTip().isEmpty());
+        chip.view()->zoomIn();
+        QCOMPARE(line->toolTip(), QStringLiteral("new"));
     }
 
     void textStandsOnItsPosition_data()
@@ -128,8 +133,7 @@ private Q_SLOTS:
     // What they would set if they painted themselves.
     void itemsTellWhatTheyShow_data()
     {
-        // more: elements, and texts
-        const Rows<int> row;
+        const Rows<int> row; // further elements, with texts among them
         row("in a small drawing through Qt's classes as well", 0);
         row("in a large drawing through their own", 6000);
     }
@@ -137,6 +141,7 @@ private Q_SLOTS:
     void itemsTellWhatTheyShow()
     {
         const auto [more] = row<int>();
+        const bool isLarge = more > 0;
         ChipView chip;
         zel_Rect& site = chip.drawing.addRect(7, 10, 10, 40, 40);
         site.tooltip = "free";
@@ -155,15 +160,15 @@ private Q_SLOTS:
         auto* rect = dynamic_cast<ZELRectItem*>(chip.item(1));
         auto* polygon = dynamic_cast<ZELPolygonItem*>(chip.item(2));
         auto* text = dynamic_cast<ZELTextItem*>(chip.item(3));
-        const auto fillOf = [more](auto* item) {
-            return (more > 0 ? item->brush() : item->QAbstractGraphicsShapeItem::brush()).color();
+        const auto fillOf = [isLarge](auto* item) {
+            return (isLarge ? item->brush() : item->QAbstractGraphicsShapeItem::brush()).color();
         };
         QCOMPARE(fillOf(rect).rgb(), Grey);
         QCOMPARE(rect->pen().widthF(), 2.0);
         QCOMPARE(fillOf(polygon), QColor(0x20, 0x40, 0x60));
         QCOMPARE(rect->toolTip(), QStringLiteral("free"));
         QCOMPARE(polygon->toolTip(), QStringLiteral("polygon"));
-        QCOMPARE(more > 0 ? text->toPlainText() : text->QGraphicsTextItem::toPlainText(), QStringLiteral("label"));
+        QCOMPARE(isLarge ? text->toPlainText() : text->QGraphicsTextItem::toPlainText(), QStringLiteral("label"));
         QCOMPARE(text->font().pixelSize(), 50);
         QCOMPARE(text->defaultTextColor(), QColor(1, 2, 3));
         QCOMPARE(dynamic_cast<ZELLineItem*>(chip.item(4))->pen().width(), 3);

@@ -64,6 +64,7 @@ private Q_SLOTS:
     {
         const Rows<QByteArray> row;
         row("tiny", "viewBox='0 0 1 1'");
+        row("tiny, with large steps", "viewBox='0 0 1 1' t:scale-step='1'");
         row("huge", "viewBox='0 0 1000000 1000000'");
         row("huge and narrow", "viewBox='0 0 50 1000000'");
         row("huge, with an initial scale", "viewBox='0 0 1000000 1000000' t:initial-scale='9'");

@@ -84,10 +84,11 @@ QString describe(const zel_SingleGraphItem* item)
     if (const auto* rect = dynamic_cast<const zel_Rect*>(item)) {
         const QString place
             = QStringLiteral("rect %1 %2x%3").arg(point(rect->x, rect->y), number(rect->width), number(rect->height));
+        const QString shape = place == QStringLiteral("rect 0,0 1x1") ? QStringLiteral("R") : place;
         if (!(rect->strokeWidth > 0.0))
-            return place + fill(rect->fillColor);
+            return shape + fill(rect->fillColor);
         return QStringLiteral("%1 %2 %3 %4")
-            .arg(place, color(rect->fillColor), color(rect->strokeColor), number(rect->strokeWidth));
+            .arg(shape, color(rect->fillColor), color(rect->strokeColor), number(rect->strokeWidth));
     }
     if (const auto* polygon = dynamic_cast<const zel_Polygon*>(item)) {
         QString text = QStringLiteral("polygon") + fill(polygon->fillColor);

@@ -12,6 +12,7 @@
 //   rect 1,2 3x4 #ff0000 #0000ff 1 corner, size, fill, and the border if there is one
 //   polygon #ff0000 0,0 1,0 1,1    fill, corners
 //   text 'A' 1,2 #ff0000 turned 90 text, place, colour, and the rotation if there is one
+//   R #ff0000                      a rect 0,0 1x1
 // Black is left out where it stands alone: shapes and texts are filled with it unless they say something else. Numbers
 // are rounded to three digits behind the point.
 class TestDrawing

@@ -104,38 +104,33 @@ private Q_SLOTS:
     void refusesBadValues_data()
     {
         const Rows<QByteArray, QString> row;
-        const auto root = [&row](const char* name, const char* attributes, const char* error) {
-            row(name, Root + attributes + "/>", error);
+        const auto root = [&row](const char* name, const char* attributes, const QString& error) {
+            row(name, Root + attributes + "/>", ":1:76: found tovanel:" + error);
         };
-        root("a scale of zero", "t:initial-scale='0'",
-            ":1:76: found tovanel:initial-scale=\"0\", expected a number above 0");
-        root("a scale that is none", "t:scale-step='1x'",
-            ":1:76: found tovanel:scale-step=\"1x\", expected a number above 0");
-        root("a scale without end", "t:maximum-scale='inf'",
-            ":1:76: found tovanel:maximum-scale=\"inf\", expected a number above 0");
+        root("a scale of zero", "t:initial-scale='0'", "initial-scale=\"0\", expected a number above 0");
+        root("a scale that is none", "t:scale-step='1x'", "scale-step=\"1x\", expected a number above 0");
+        root("a scale without end", "t:maximum-scale='inf'", "maximum-scale=\"inf\", expected a number above 0");
         root("limits the wrong way round", "t:minimum-scale='4' t:maximum-scale='2'",
-            ":1:76: found tovanel:minimum-scale=\"4\", expected at most tovanel:maximum-scale");
-        const auto body = [&row](const char* name, const char* element, const char* error) {
-            row(name, Root + ">\n <g/>" + element + "</svg>", error);
+            "minimum-scale=\"4\", expected at most tovanel:maximum-scale");
+        const auto body = [&row](const char* name, const char* element, int column, const QString& error) {
+            row(name, Root + ">\n <g/>" + element + "</svg>", QStringLiteral(":2:%1: found %2").arg(column).arg(error));
         };
-        body("a layer that is no number", "<g t:layer='top'/>",
-            ":2:9: found tovanel:layer=\"top\", expected a whole number");
-        body("a layer too large", "<g t:layer='99999999999'/>",
-            ":2:9: found tovanel:layer=\"99999999999\", expected a whole number");
-        body("a negative id", "<g t:id='-4'/>",
-            ":2:9: found tovanel:id=\"-4\", expected a whole number from 0 to 2147483647");
-        body("a fractional id", "<g t:id='4.5'/>",
-            ":2:9: found tovanel:id=\"4.5\", expected a whole number from 0 to 2147483647");
-        body("a flag that is neither", "<rect width='1' height='1' t:flag='yes'/>",
-            ":2:33: found tovanel:flag=\"yes\", expected true or false");
-        body("a range without its layer", "<metadata><t:layer minimum='1'/></metadata>",
-            ":2:16: found number=\"\", expected the layer's whole number");
-        body("a range the wrong way round", "<metadata><t:layer number='1' minimum='3' maximum='2'/></metadata>",
-            ":2:36: found minimum=\"3\", expected at most the layer's maximum");
-        body("a range that is none", "<metadata><t:layer number='1' maximum='nan'/></metadata>",
-            ":2:36: found maximum=\"nan\", expected a number");
-        body("a layer with two ranges", "<metadata><t:layer number='1'/><t:layer number='1'/></metadata>",
-            ":2:46: found number=\"1\", expected each layer once");
+        body("a layer that is no number", "<g t:layer='top'/>", 9, "tovanel:layer=\"top\", expected a whole number");
+        body("a layer too large", "<g t:layer='99999999999'/>", 9,
+            "tovanel:layer=\"99999999999\", expected a whole number");
+        body("a negative id", "<g t:id='-4'/>", 9, "tovanel:id=\"-4\", expected a whole number from 0 to 2147483647");
+        body("a fractional id", "<g t:id='4.5'/>", 9,
+            "tovanel:id=\"4.5\", expected a whole number from 0 to 2147483647");
+        body("a flag that is neither", "<rect width='1' height='1' t:flag='yes'/>", 33,
+            "tovanel:flag=\"yes\", expected true or false");
+        body("a range without its layer", "<metadata><t:layer minimum='1'/></metadata>", 16,
+            "number=\"\", expected the layer's whole number");
+        body("a range the wrong way round", "<metadata><t:layer number='1' minimum='3' maximum='2'/></metadata>", 36,
+            "minimum=\"3\", expected at most the layer's maximum");
+        body("a range that is none", "<metadata><t:layer number='1' maximum='nan'/></metadata>", 36,
+            "maximum=\"nan\", expected a number");
+        body("a layer with two ranges", "<metadata><t:layer number='1'/><t:layer number='1'/></metadata>", 46,
+            "number=\"1\", expected each layer once");
     }
 
     void refusesBadValues()

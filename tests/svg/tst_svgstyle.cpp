@@ -9,98 +9,78 @@ class TestSvgStyle : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void readsColors_data()
-    {
-        const Rows<QByteArray, QString> add;
-        const auto row = [&add](const char* color, const char* fill) { add(color, color, fill); };
-        row("#1aF", "#11aaff");
-        row("#12aBf0", "#12abf0");
-        row("#0008", "#777777");
-        row("#00000080", "#7f7f7f");
-        row("CornflowerBlue", "#6495ed");
-        row("yellowgreen", "#9acd32");
-        row("aliceblue", "#f0f8ff");
-        row("rgb(1,2,3)", "#010203");
-        row("rgb( 100%, 50% ,0% )", "#ff8000");
-        row("rgb(300,-5,0)", "#ff0000");
-        row("rgba(0,0,0,0.5)", "#808080");
-        row("rgb(0 0 0 / 50%)", "#808080");
-        row("hsl(120,100%,25%)", "#008000");
-        row("hsl(-240 100% 50%)", "#00ff00");
-        row("hsla(0.5turn, 100%, 50%, 1)", "#00ffff");
-        row("currentColor", "#0000ff");
-        row("url(#nothing) red", "#ff0000");
-        add("a long text", "RGB(" + QByteArray(200, ' ') + "1,2,3)", "#010203");
-        // What is no colour leaves the inherited one.
-        row("#12", "#008000");
-        row("#gggggg", "#008000");
-        row("rgb(1,2)", "#008000");
-        row("nocolour", "#008000");
-        row("rgb(1e999,0,0)", "#008000");
-    }
-
     void readsColors()
     {
-        const auto [color, fill] = row<QByteArray, QString>();
-        QCOMPARE(recordsOf("<g fill='green' color='blue'><R fill='" + color + "'/></g>"), "rect 0,0 1x1 " + fill);
+        const std::pair<QByteArray, QString> colors[] = {{"#1aF", "#11aaff"}, {"#12aBf0", "#12abf0"},
+            {"#0008", "#777777"}, {"#00000080", "#7f7f7f"}, {"CornflowerBlue", "#6495ed"}, {"yellowgreen", "#9acd32"},
+            {"aliceblue", "#f0f8ff"}, {"rgb(1,2,3)", "#010203"}, {"rgb( 100%, 50% ,0% )", "#ff8000"},
+            {"rgb(300,-5,0)", "#ff0000"}, {"rgba(0,0,0,0.5)", "#808080"}, {"rgb(0 0 0 / 50%)", "#808080"},
+            {"hsl(120,100%,25%)", "#008000"}, {"hsl(-240 100% 50%)", "#00ff00"},
+            {"hsla(0.5turn, 100%, 50%, 1)", "#00ffff"}, {"currentColor", "#0000ff"}, {"url(#nothing) red", "#ff0000"},
+            {"RGB(" + QByteArray(200, ' ') + "1,2,3)", "#010203"},
+            // What is no colour leaves the inherited one.
+            {"#12", "#008000"}, {"#gggggg", "#008000"}, {"rgb(1,2)", "#008000"}, {"nocolour", "#008000"},
+            {"rgb(1e999,0,0)", "#008000"}};
+        for (const auto& [color, fill] : colors) {
+            const QString records = recordsOf("<g fill='green' color='blue'><R fill='" + color + "'/></g>");
+            QVERIFY2(records == "R " + fill, color + ": " + records.toUtf8());
+        }
     }
 
     void cascades_data()
     {
         const Rows<QByteArray, QString> row;
-        row("the default is black without a stroke", "<R/>", "rect 0,0 1x1");
-        row("a group's style is inherited", "<g fill='red' style='stroke:blue'><R/></g>",
-            "rect 0,0 1x1 #ff0000 #0000ff 1");
-        row("the style attribute outweighs the attribute", "<R fill='red' style='fill:blue'/>", "rect 0,0 1x1 #0000ff");
-        row("a rule outweighs the attribute", "<style>rect{fill:blue}</style><R fill='red'/>", "rect 0,0 1x1 #0000ff");
-        row("the style attribute outweighs a rule", "<style>#a{fill:blue}</style><R id='a'  style='fill:red'/>",
-            "rect 0,0 1x1 #ff0000");
+        row("the default is black without a stroke", "<R/>", "R");
+        row("a group's style is inherited", "<g fill='red' style='stroke:blue'><R/></g>", "R #ff0000 #0000ff 1");
+        row("the style attribute outweighs the attribute", "<R fill='red' style='fill:blue'/>", "R #0000ff");
+        row("a rule outweighs the attribute", "<style>rect{fill:blue}</style><R fill='red'/>", "R #0000ff");
+        row("the style attribute outweighs a rule", "<style>#a{fill:blue}</style><R id='a' style='fill:red'/>",
+            "R #ff0000");
         row("an important rule outweighs the style attribute",
-            "<style>rect{fill:blue ! important}</style><R style='fill:red'/>", "rect 0,0 1x1 #0000ff");
+            "<style>rect{fill:blue ! important}</style><R style='fill:red'/>", "R #0000ff");
         row("id outweighs class outweighs type, whatever the order",
             "<style>#i{fill:red}.c{fill:green;stroke:lime}rect{fill:blue;stroke:navy;stroke-width:3}</style><rect "
             "id='i' class='b c' width='1' height='1'/>",
-            "rect 0,0 1x1 #ff0000 #00ff00 3");
-        row("of two alike the later counts", "<style>.a{fill:red}.b{fill:blue}</style><R class='b a'/>",
-            "rect 0,0 1x1 #0000ff");
-        row("a sheet at the end of the drawing", "<R class='a'/><style>.a{fill:red}</style>", "rect 0,0 1x1 #ff0000");
+            "R #ff0000 #00ff00 3");
+        row("of two alike the later counts", "<style>.a{fill:red}.b{fill:blue}</style><R class='b a'/>", "R #0000ff");
+        row("a sheet at the end of the drawing", "<R class='a'/><style>.a{fill:red}</style>", "R #ff0000");
         row("descendants, children and compounds",
             "<style>.p rect{fill:red} .p>rect{stroke:blue} g.p.q #z{stroke-width:2}</style><g class='q p'><R/><g><rect "
             "id='z' width='2' height='2'/></g></g>",
-            "rect 0,0 1x1 #ff0000 #0000ff 1; rect 0,0 2x2 #ff0000");
+            "R #ff0000 #0000ff 1; rect 0,0 2x2 #ff0000");
         row("groups, comments and unknown rules",
             "<style>/* a { */ circle, .a , rect:hover {fill:red} @media print{.a{fill:blue}} .a[b]{fill:blue} <!-- "
             "--></style><R class='a'/>",
-            "rect 0,0 1x1 #ff0000");
-        row("a semicolon in quotes ends nothing", "<R style='font-family:\"a;b\";fill:red'/>", "rect 0,0 1x1 #ff0000");
+            "R #ff0000");
+        row("a semicolon in quotes ends nothing", "<R style='font-family:\"a;b\";fill:red'/>", "R #ff0000");
         row("inherit takes what the parent has",
             "<g stroke='red' stroke-width='2'><g stroke='blue'><R "
             "style='stroke:inherit;stroke-width:initial'/></g></g>",
-            "rect 0,0 1x1 #000000 #0000ff 1");
+            "R #000000 #0000ff 1");
         row("opacities multiply and blend with white",
-            "<g opacity='0.5'><R fill='black' fill-opacity='50%' stroke='red'/></g>", "rect 0,0 1x1 #bfbfbf #ff8080 1");
+            "<g opacity='0.5'><R fill='black' fill-opacity='50%' stroke='red'/></g>", "R #bfbfbf #ff8080 1");
         row("currentColor is that of the element, not of the group",
-            "<g fill='currentColor' color='red'><R color='blue'/></g>", "rect 0,0 1x1 #0000ff");
+            "<g fill='currentColor' color='red'><R color='blue'/></g>", "R #0000ff");
         row("a gradient is its middle, through a chain and a rule",
             "<style>.s{stop-color:#ff0}</style><R fill='url(\"#b\")'/><linearGradient id='a'><stop/><stop class='s' "
             "offset='25%' stop-opacity='.5'/><stop offset='.75' stop-color='red'/><stop "
             "offset='1'/></linearGradient><radialGradient id='b' xlink:href='#a'/>",
-            "rect 0,0 1x1 #ffa040");
+            "R #ffa040");
         row("a gradient with all stops on one side is the nearest",
             "<linearGradient id='a'><stop offset='.6' stop-color='red'/><stop "
             "offset='1'/></linearGradient><linearGradient id='b'><stop/><stop offset='.1' "
             "stop-color='lime'/></linearGradient><R fill='url(#a)'/><R fill='url(#b)'/>",
-            "rect 0,0 1x1 #ff0000; rect 0,0 1x1 #00ff00");
+            "R #ff0000; R #00ff00");
         row("a gradient without stops leaves it to the fallback",
-            "<linearGradient id='a'/><R fill='url(#a) red' stroke='url(#a)'/>", "rect 0,0 1x1 #ff0000");
+            "<linearGradient id='a'/><R fill='url(#a) red' stroke='url(#a)'/>", "R #ff0000");
         row("comments in a style", "<R style='/* a */ fill:red;/* b:c; */ font-family:\"/*\";stroke:/**/blue/*'/>",
-            "rect 0,0 1x1 #ff0000 #0000ff 1");
+            "R #ff0000 #0000ff 1");
         row("sheets in another language and for another medium",
             "<style type=' TEXT/CSS; charset=utf-8' media='print, Screen'>rect{fill:blue}</style><style "
             "type='text/less'>rect{fill:red}</style><style media='print, tty'>rect{stroke:red}</style><R/>",
-            "rect 0,0 1x1 #0000ff");
+            "R #0000ff");
         row("opacities with a unit are none", "<g fill-opacity='.5'><R opacity='.1mm' fill-opacity='0.2x'/></g>",
-            "rect 0,0 1x1 #808080");
+            "R #808080");
         row("a pattern is nothing", "<pattern id='p'/><R fill='url(#p) red' stroke='red'/>",
             "line 0,0 1,0 #ff0000 1; line 1,0 1,1 #ff0000 1; line 1,1 0,1 #ff0000 1; line 0,1 0,0 #ff0000 1");
         row("widths in units",
