@@ -6,7 +6,6 @@
 #include "tests/support/testmain.h"
 
 #include <QAction>
-#include <QActionGroup>
 #include <QDockWidget>
 #include <QMenu>
 #include <QPlainTextEdit>

@@ -5,9 +5,6 @@
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/testmain.h"
 
-#include <QAction>
-#include <QMenu>
-
 #include <algorithm>
 
 using namespace zeltest;

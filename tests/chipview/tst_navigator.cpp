@@ -53,6 +53,10 @@ class TestNavigator : public zeltest::Test
 private Q_SLOTS:
     void movesOnce_data()
     {
+        const auto threeAndOneBack = [] {
+            wheel({0, 30}, Qt::ControlModifier, 3)();
+            wheel({0, -30}, Qt::ControlModifier)();
+        };
         const Rows<Deed, int, QPoint> row; // zoom steps and, where there are none, steps of the scroll bars
         row("no request", request(0, 1), 0, {0, 0});
         row("zoom in three times", request(1, 3), 3, {});
@@ -84,6 +88,7 @@ private Q_SLOTS:
         row("Ctrl zooms in", wheel({0, 120}, Qt::ControlModifier), 1, {});
         row("Ctrl, two notches towards, zooms out twice", wheel({0, -240}, Qt::ControlModifier), -2, {});
         row("seven quarters of a notch", wheel({0, 30}, Qt::ControlModifier, 7), 1, {});
+        row("three quarters, and one back", threeAndOneBack, 0, {0, 0});
         row("eight quarters", wheel({0, 30}, Qt::ControlModifier, 8), 2, {});
     }
 

@@ -261,6 +261,13 @@ private Q_SLOTS:
         for (QEvent* event : std::initializer_list<QEvent*>{&menu, &wheel, &enter, &move, &drop})
             QApplication::sendEvent(viewport, event);
         viewport->grab();
+        view->zoomIn();
+        view->zoomOut();
+        view->zoomFit();
+        view->zoomTo(nullptr);
+        view->setTransform({});
+        view->setCurrentScale(2.0);
+        QCOMPARE(view->transform().m11(), 2.0);
         QVERIFY(!ZELChipViewDatabase::existingInstance());
     }
 

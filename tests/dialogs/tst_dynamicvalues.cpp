@@ -3,8 +3,6 @@
 #include "tests/support/fakeengine.h"
 #include "tests/support/testmain.h"
 
-#include <QTest>
-
 using Values = std::map<std::string, std::string>;
 using Records = QList<std::pair<unsigned int, Values>>;
 Q_DECLARE_METATYPE(Records)

@@ -10,7 +10,6 @@
 #include <QLineF>
 #include <QPointer>
 #include <QPolygonF>
-#include <QTest>
 
 #include <map>
 #include <memory>

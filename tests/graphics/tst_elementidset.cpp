@@ -2,8 +2,6 @@
 #include "graphics/elementidset.h"
 #include "tests/support/testmain.h"
 
-#include <QTest>
-
 #include <limits>
 #include <random>
 #include <vector>

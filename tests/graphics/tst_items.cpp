@@ -8,7 +8,6 @@
 
 #include <QGraphicsSceneDragDropEvent>
 #include <QHelpEvent>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTimer>
 #include <QToolTip>
@@ -32,6 +31,14 @@ bool isAnythingDrawnIn(const QRectF& area)
     }
 
     return false;
+}
+
+// Each by itself, as in a view that is no chip view.
+void letItemsPaint()
+{
+    QImage image(500, 400, QImage::Format_RGB32);
+    QPainter painter(&image);
+    ChipView::scene()->render(&painter);
 }
 
 bool sendDrag(QGraphicsItem* item, QEvent::Type type)
@@ -122,9 +129,7 @@ private Q_SLOTS:
         QTRY_VERIFY(chip.scene()->isActive());
         QVERIFY(text->QGraphicsTextItem::toPlainText().isEmpty());
         const QPainterPath measured = text->shape();
-        QImage image(chip.view()->viewport()->size(), QImage::Format_RGB32);
-        QPainter painter(&image);
-        chip.scene()->render(&painter);
+        letItemsPaint();
         QCOMPARE(text->QGraphicsTextItem::toPlainText(), QStringLiteral("HHHH"));
         QCOMPARE(text->shape(), measured);
         QCOMPARE(text->QGraphicsTextItem::boundingRect(), measured.boundingRect());
@@ -223,9 +228,7 @@ private Q_SLOTS:
 
         // An item that paints itself shows it as well.
         chip.database()->getGraphicItemAttribute(1)->toolTip = QStringLiteral("free");
-        QImage image(20, 20, QImage::Format_RGB32);
-        QPainter painter(&image);
-        chip.scene()->render(&painter);
+        letItemsPaint();
         QCOMPARE(chip.item(1)->toolTip(), QStringLiteral("free"));
         QVERIFY(chip.item(2)->toolTip().isEmpty());
     }

@@ -4,8 +4,6 @@
 #include "graphics/zelconstants.h"
 #include "tests/support/testmain.h"
 
-#include <QTest>
-
 #include <limits>
 
 using namespace mirn::zelchipview;

@@ -13,8 +13,6 @@
 #include <QCheckBox>
 #include <QGraphicsEllipseItem>
 #include <QMenu>
-#include <QPainter>
-#include <QScrollBar>
 
 #include <algorithm>
 #include <cmath>

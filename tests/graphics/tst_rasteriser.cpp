@@ -6,7 +6,6 @@
 
 #include <QDebug>
 #include <QPainter>
-#include <QTest>
 
 #include <cmath>
 

@@ -7,7 +7,6 @@
 #include <QGraphicsSceneDragDropEvent>
 #include <QPaintEvent>
 #include <QPlainTextEdit>
-#include <QScrollBar>
 #include <QWindow>
 
 #include <functional>
@@ -231,6 +230,7 @@ private Q_SLOTS:
         chip.engine.device.addRecord(7, {{"fill", "#ff0000"}});
         chip.window->refresh(REFRESH_GRAPHIC);
         QCOMPARE(chip.colorAt({30, 30}).rgb(), 0xff808080u);
+        QCOMPARE(chip.fillOf(1), 0x808080u);
         chip.engine.device.addRecord(8, {{"fill", "#00ff00"}});
         chip.engine.device.addRecord(8, {{"fill", "#0000ff"}}); // the later of two records counts
         chip.window->refresh(REFRESH_GRAPHIC);

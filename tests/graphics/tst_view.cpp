@@ -4,11 +4,8 @@
 
 #include <QAction>
 #include <QContextMenuEvent>
-#include <QFile>
 #include <QMenu>
 #include <QRubberBand>
-#include <QScrollBar>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include <cmath>
@@ -162,11 +159,9 @@ private Q_SLOTS:
         chip.drawing.addRect(1, 10, 10, 4, 4);
         chip.open();
         const QTransform before = chip.view()->transform();
-        QList<QGraphicsItem*> none;
-        QList<QGraphicsItem*> nullFirst{nullptr, chip.item(1)};
         chip.window->zoomTo(); // the scene's own list is empty
-        chip.view()->zoomTo(&none);
-        chip.view()->zoomTo(&nullFirst);
+        for (QList<QGraphicsItem*> items : {QList<QGraphicsItem*>(), QList<QGraphicsItem*>{nullptr, chip.item(1)}})
+            chip.view()->zoomTo(&items);
         QCOMPARE(chip.view()->transform(), before);
         chip.scene()->zoomItems().append(chip.item(1));
         chip.window->zoomTo();
@@ -288,6 +283,7 @@ private Q_SLOTS:
         chip.database()->getAction(ACTION_PAN)->trigger();
         QCOMPARE(chip.view()->cursor().shape(), Qt::OpenHandCursor);
         const QPoint before = chip.scrolled();
+        chip.view()->scrollBy(3, -2); // one way at a time
         chip.dragPixels({200, 150}, {200 - QApplication::startDragDistance() + 1, 150}); // too short
         QCOMPARE(chip.scrolled(), before);
         chip.dragPixels({200, 150}, {140, 180});
@@ -321,30 +317,6 @@ private Q_SLOTS:
         QCOMPARE(counter->presses, 1);
     }
 
-    void scrollByTakesTheSignsOnly_data()
-    {
-        const Rows<double, double, QPoint> row;
-        row("up", 0.0, -500.0, QPoint(0, -1));
-        row("down", 0.0, 0.1, QPoint(0, 1));
-        row("nowhere is down", 0.0, 0.0, QPoint(0, 1));
-        row("left", -3.0, 0.0, QPoint(-1, 0));
-        row("right", 300.0, 0.0, QPoint(1, 0));
-        row("both", 3.0, -2.0, QPoint(0, 0));
-    }
-
-    void scrollByTakesTheSignsOnly()
-    {
-        const auto [dx, dy, steps] = row<double, double, QPoint>();
-        ChipView chip;
-        chip.drawing.setSize(4000, 3000);
-        chip.open();
-        chip.view()->centerOn(2000, 1500);
-        const QPoint before = chip.scrolled();
-        chip.view()->scrollBy(dx, dy);
-        const QPoint way = chip.scrolled() - before;
-        QCOMPARE(QPoint(way.x() / chip.scrollStep().x(), way.y() / chip.scrollStep().y()), steps);
-    }
-
     void contextMenuIsTheFilter()
     {
         ChipView chip;
@@ -361,22 +333,6 @@ private Q_SLOTS:
         QApplication::sendEvent(chip.view()->viewport(), &event);
         QCOMPARE(popup, static_cast<QWidget*>(chip.database()->getViewFilterMenu()));
         QVERIFY(!chip.view()->findChild<QRubberBand*>()->isVisible());
-    }
-
-    void viewWithoutSceneIsHarmless()
-    {
-        ZelGraphicsView view(nullptr, nullptr);
-        view.resize(100, 100);
-        view.zoomIn();
-        view.zoomOut();
-        view.zoomFit();
-        view.zoomTo(nullptr);
-        view.setCurrentScale(2.0);
-        QCOMPARE(view.transform().m11(), 2.0);
-        QVERIFY(view.getVisibleLayers().isEmpty());
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, {50, 50});
-        QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, {50, 50});
-        QVERIFY(!ZELChipViewDatabase::existingInstance()); // what is left of a window makes no new controller
     }
 };
 

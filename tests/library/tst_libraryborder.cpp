@@ -5,8 +5,6 @@
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/testmain.h"
 
-#include <QTest>
-
 using namespace mirn::zelchipview;
 
 // Objects made on one side of the library's border are recognised on the other.

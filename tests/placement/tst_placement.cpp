@@ -17,7 +17,6 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTimer>
-#include <QTreeWidget>
 
 using namespace zeltest;
 

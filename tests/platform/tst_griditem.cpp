@@ -2,10 +2,6 @@
 #include "platform/contract/griditem.h"
 #include "tests/support/testmain.h"
 
-#include <QTest>
-
-#include <algorithm>
-
 using mirn::itemviewgui::GridItem;
 
 class TestGridItem : public zeltest::Test

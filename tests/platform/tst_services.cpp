@@ -8,7 +8,6 @@
 
 #include <QActionGroup>
 #include <QTemporaryDir>
-#include <QTest>
 
 namespace {
 

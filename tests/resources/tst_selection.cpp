@@ -20,7 +20,7 @@ int connectionCount()
     return (tree->*(&Access::receivers))(SIGNAL(itemSelectionChanged()));
 }
 
-// top: ip1 (no id) with ch0 = 7, ch1 = 8 and group (no id) with lane = 9; pll = 10.
+// top: ip1 (no id) with ch0 = 7, ch1 = 8 and group (no id) with lane = 9; pll = 10 with out = 11.
 class SelectionView : public ChipView
 {
 public:
@@ -30,7 +30,7 @@ public:
         engine.addCell(ip, "ch0", "DCUCHANNEL", "7");
         engine.addCell(ip, "ch1", "DCUCHANNEL", "8");
         engine.addCell(engine.addCell(ip, "group"), "lane", "DCUCHANNEL", "9");
-        engine.addCell(nullptr, "pll", "PLL", "10");
+        engine.addCell(engine.addCell(nullptr, "pll", "PLL", "10"), "out", "PLL", "11");
         for (int id = 7; id <= 10; ++id)
             drawing.addRect(id, (id - 7) * 40, 10, 30, 30);
         open();
@@ -50,8 +50,8 @@ private Q_SLOTS:
     void rowSelectsItsElements()
     {
         SelectionView chip;
-        const std::pair<const char*, QSet<int>> rows[] = {
-            {"top/ip1/ch0", {7}}, {"top/ip1", {7, 8}}, {"top/ip1/group", {9}}}; // without an id: its direct children's
+        const std::pair<const char*, QSet<int>> rows[] = {{"top/ip1/ch0", {7}}, {"top/ip1", {7, 8}},
+            {"top/ip1/group", {9}}, {"top/pll", {10}}}; // without an id: its direct children's
         for (const auto& [row, ids] : rows) {
             chip.database()->addSelctedItem(42, false);
             chip.select(row);

@@ -16,7 +16,6 @@
 #include <QGraphicsItem>
 #include <QImage>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>

@@ -11,7 +11,6 @@
 #include <QFile>
 #include <QFont>
 #include <QRegularExpression>
-#include <QTest>
 
 namespace zeltest {
 

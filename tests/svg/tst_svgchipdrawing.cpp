@@ -2,8 +2,6 @@
 #include "tests/support/testmain.h"
 #include "tests/svg/drawing.h"
 
-#include <QTest>
-
 namespace {
 
 const QByteArray Root = "<svg xmlns='http://www.w3.org/2000/svg' xmlns:t='urn:tovanel:chip-drawing' ";

@@ -5,7 +5,6 @@
 #include "tests/svg/gzipped.h"
 
 #include <QFile>
-#include <QTest>
 
 class TestSvgErrors : public zeltest::Test
 {

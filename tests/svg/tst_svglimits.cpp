@@ -5,7 +5,6 @@
 #include "tests/svg/memorysource.h"
 
 #include <QElapsedTimer>
-#include <QTest>
 
 Q_DECLARE_METATYPE(zelsvg::Limits)
 

@@ -3,9 +3,6 @@
 #include "tests/support/testmain.h"
 #include "tests/svg/memorysource.h"
 
-#include <QFile>
-#include <QTest>
-
 namespace {
 
 const QByteArray Svg

@@ -2,8 +2,6 @@
 #include "tests/support/testmain.h"
 #include "tests/svg/drawing.h"
 
-#include <QTest>
-
 #include <algorithm>
 #include <cmath>
 

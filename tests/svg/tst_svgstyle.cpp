@@ -2,8 +2,6 @@
 #include "tests/support/testmain.h"
 #include "tests/svg/drawing.h"
 
-#include <QTest>
-
 // Which colour and which stroke a shape ends up with.
 class TestSvgStyle : public zeltest::Test
 {

@@ -5,7 +5,6 @@
 
 #include <QFont>
 #include <QFontMetricsF>
-#include <QTest>
 
 #include <cmath>
 

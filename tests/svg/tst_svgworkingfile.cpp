@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QFile>
 #include <QScopeGuard>
-#include <QTest>
 #include <QTextStream>
 
 #include <fcntl.h>
