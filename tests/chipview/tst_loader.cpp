@@ -3,7 +3,6 @@
 #include "platform/contract/zeltrace.h"
 #include "tests/support/cancellingprogress.h"
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
 #include <algorithm>
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "chipview/chipviewnavigator.h"
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
 #include <QWheelEvent>
 
@@ -44,8 +43,6 @@ Deed wheel(QPoint angleDelta, Qt::KeyboardModifiers modifiers = Qt::NoModifier, 
 }
 
 } // namespace
-
-Q_DECLARE_METATYPE(Deed)
 
 class TestNavigator : public zeltest::Test
 {

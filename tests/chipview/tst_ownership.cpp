@@ -2,7 +2,6 @@
 #include "platform/contract/zelproject.h"
 #include "resources/zelrestable.h"
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
 #include <QAbstractButton>
 #include <QAction>

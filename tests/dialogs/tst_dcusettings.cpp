@@ -4,7 +4,6 @@
 #include "graphics/zelrectattribute.h"
 #include "platform/contract/zelgraphicrecords.h"
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
 #include <QComboBox>
 #include <QFontMetrics>

@@ -5,8 +5,6 @@
 
 using Values = std::map<std::string, std::string>;
 using Records = QList<std::pair<unsigned int, Values>>;
-Q_DECLARE_METATYPE(Records)
-
 using namespace mirn::zelchipview;
 using namespace zeltest;
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "filter/filterfile.h"
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -4,7 +4,6 @@
 #include "graphics/zelrectitem.h"
 #include "graphics/zeltextitem.h"
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
 #include <QGraphicsSceneDragDropEvent>
 #include <QHelpEvent>

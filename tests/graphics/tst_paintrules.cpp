@@ -18,8 +18,6 @@ const QColor Stroke(0x01, 0x02, 0x03);
 
 } // namespace
 
-Q_DECLARE_METATYPE(ElementStates)
-
 class TestPaintRules : public zeltest::Test
 {
     Q_OBJECT

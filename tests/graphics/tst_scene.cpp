@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "placement/hovertext.h"
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
 #include <QGraphicsRectItem>
 #include <QGraphicsSceneDragDropEvent>
@@ -61,8 +60,6 @@ private:
 using Step = std::function<void(ChipView&)>;
 
 } // namespace
-
-Q_DECLARE_METATYPE(Step)
 
 class TestScene : public zeltest::Test
 {

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
 #include <QAction>
 #include <QContextMenuEvent>
@@ -19,8 +18,6 @@ namespace {
 using Change = std::function<void(QGraphicsItem*)>;
 
 } // namespace
-
-Q_DECLARE_METATYPE(Change)
 
 class TestView : public zeltest::Test
 {

@@ -3,7 +3,6 @@
 #include "graphics/zelrectitem.h"
 #include "platform/contract/zelversion.h"
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
 using namespace mirn::zelchipview;
 

@@ -5,7 +5,6 @@
 #include "platform/contract/zelproject.h"
 #include "platform/contract/zeltrace.h"
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
 #include <QAbstractButton>
 #include <QCursor>

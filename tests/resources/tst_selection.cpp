@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
 #include <functional>
 

@@ -10,6 +10,7 @@
 #include "resources/zeltree.h"
 #include "tests/support/drawing.h"
 #include "tests/support/fakeengine.h"
+#include "tests/support/testmain.h"
 
 #include <QApplication>
 #include <QFile>

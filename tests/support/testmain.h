@@ -5,7 +5,7 @@
 #include <QTest>
 
 #include <tuple>
-#include <utility>
+#include <vector>
 
 namespace zeltest {
 
@@ -26,29 +26,28 @@ protected:
     public:
         Rows()
         {
-            int column = 0;
-            (QTest::addColumn<Values>(Columns[column++]), ...);
+            table<Values...>().clear();
+            QTest::addColumn<std::size_t>("row");
         }
         void operator()(const char* name, const Values&... values) const
         {
-            QTestData& row = QTest::newRow(name);
-            (row << ... << values);
+            QTest::newRow(name) << table<Values...>().size();
+            table<Values...>().emplace_back(values...);
         }
     };
 
     // The values of the current row.
-    template <typename... Values> [[nodiscard]] static std::tuple<Values...> row()
+    template <typename... Values> [[nodiscard]] static const std::tuple<Values...>& row()
     {
-        return values<Values...>(std::index_sequence_for<Values...>());
+        QFETCH(std::size_t, row);
+        return table<Values...>()[row];
     }
 
 private:
-    static constexpr const char* Columns[] = {"first", "second", "third", "fourth", "fifth"};
-
-    template <typename... Values, std::size_t... Indexes>
-    static std::tuple<Values...> values(std::index_sequence<Indexes...>)
+    template <typename... Values> static std::vector<std::tuple<Values...>>& table()
     {
-        return {*static_cast<const Values*>(QTest::qData(Columns[Indexes], qMetaTypeId<Values>()))...};
+        static std::vector<std::tuple<Values...>> rows;
+        return rows;
     }
 };
 

@@ -6,8 +6,6 @@
 
 #include <QElapsedTimer>
 
-Q_DECLARE_METATYPE(zelsvg::Limits)
-
 namespace {
 
 const QByteArray Rect = "<rect width='1' height='1'/>";
@@ -75,22 +73,15 @@ private Q_SLOTS:
     }
 
     // Each of these has taken minutes where a search went on to the end of the sheet.
-    void styleSheetsTakeTimeInProportion_data()
-    {
-        const Rows<QByteArray> row;
-        row("rules without a semicolon", "a{}");
-        row("at-rules without a block", "@a;");
-        row("comments", "/**/");
-        row("selectors", "a,");
-    }
-
     void styleSheetsTakeTimeInProportion()
     {
-        const auto [rule] = row<QByteArray>();
-        QElapsedTimer timer;
-        timer.start();
-        QCOMPARE(errorOf("<svg><style>" + rule.repeated(1'500'000) + "</style></svg>", zelsvg::Limits()), QByteArray());
-        QVERIFY2(timer.elapsed() < 20'000, qPrintable(QString::number(timer.elapsed())));
+        for (const QByteArray rule : {"a{}", "@a;", "/**/", "a,"}) {
+            QElapsedTimer timer;
+            timer.start();
+            const QByteArray file = "<svg><style>" + rule.repeated(1'500'000) + "</style></svg>";
+            QCOMPARE(errorOf(file, zelsvg::Limits()), QByteArray());
+            QVERIFY2(timer.elapsed() < 20'000, qPrintable(rule + QByteArray::number(timer.elapsed())));
+        }
     }
 };
 
