@@ -4,13 +4,15 @@
 #include "host/design/designeditor.h"
 #include "tests/program/sampleproject.h"
 #include "tests/soak/attendant.h"
-#include "tests/soak/gesture.h"
 
+#include <QByteArrayList>
+#include <QEvent>
 #include <QMimeData>
 #include <QSet>
-#include <QString>
 
+#include <array>
 #include <memory>
+#include <vector>
 
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -25,38 +27,51 @@ class ZelChipGUI;
 class ZelGraphicsView;
 } // namespace mirn::zelchipview
 
-// {1 2 3}
-[[nodiscard]] QString textOf(const QSet<int>& ids);
-
 // The program's window on a copy of the sample project. Carries out gestures and holds what comes of them against what
-// Qt, the engine and the window's own full picture say.
+// Qt, the engine and the window's own full picture say. A gesture is something that a person does to the window or that
+// happens to it: a line with its name and three numbers, which may be any. What they mean, such as which row or which
+// place, depends on what the window shows, so that every part of a list of gestures can be carried out.
 class GestureWindow
 {
 public:
     GestureWindow();
     ~GestureWindow();
 
+    // The same for the same seed. Every `round` gestures one begins anew, with a new copy of the project.
+    [[nodiscard]] static QByteArrayList randomGestures(unsigned seed, int count, int round);
+
     // What is wrong after the gesture; empty when all is as it should be.
-    [[nodiscard]] QString perform(const Gesture& gesture);
+    [[nodiscard]] QString perform(const QByteArray& gesture);
 
     // Takes back every change, deletes the window, and the project with it.
     [[nodiscard]] QString end();
 
 private:
+    struct Kind
+    {
+        QByteArray name;
+        int weight; // how often it comes
+        void (*carryOut)(GestureWindow&);
+    };
+    [[nodiscard]] static const std::vector<Kind>& kinds();
+
     void open();
-    void carryOut(const Gesture& gesture);
     void settle();
     void expect(bool isTrue, const QString& fault);
+    void expectIds(const char* what, const QSet<int>& found, const QSet<int>& expected);
     void takeEverythingBack();
 
-    void mouse(Gesture::Kind kind, QWidget* target, QPoint position, Qt::MouseButton button);
-    void pressOrRelease(Gesture::Kind kind);
+    void mouse(QEvent::Type type, QWidget* target, QPoint position, Qt::MouseButton button = Qt::LeftButton);
+    void stroke(QEvent::Type type);
     void finishStroke();
     void turnWheel();
     void pressKey();
     void chooseMode();
     void selectRow();
+    void expandRow();
+    void onRow(QEvent::Type type);
     void openRowMenu();
+    void openFilterMenu();
     void drag(bool isOver);
     void leave();
     void elapse();
@@ -65,8 +80,11 @@ private:
     void triggerAction();
     void find();
     void moveDock();
+    void resize();
+    void hideAndShow();
     void reopen();
     void noteOpening();
+    void renew();
     void close();
 
     void checkDesign();
@@ -74,7 +92,7 @@ private:
     void checkRows();
     void checkPicture();
 
-    [[nodiscard]] unsigned number(int index) const { return m_gesture.numbers[static_cast<std::size_t>(index)]; }
+    [[nodiscard]] unsigned number(int index) const { return m_numbers[static_cast<std::size_t>(index)]; }
     [[nodiscard]] QPoint place() const;
     [[nodiscard]] QString anyResource() const;
     [[nodiscard]] int anySite(int resource) const;
@@ -89,7 +107,7 @@ private:
     [[nodiscard]] QTreeWidget* tree() const;
 
     Attendant m_attendant;
-    Gesture m_gesture;
+    std::array<unsigned, 3> m_numbers{};
     QString m_fault;
     std::unique_ptr<SampleProject> m_project;
     std::unique_ptr<mirn::zelchip::MainWindow> m_window;
