@@ -2,10 +2,10 @@
 #include "host/commandshell.h"
 #include "host/console/tclcompletion.h"
 #include "host/design/designeditor.h"
-#include "host/projectsession.h"
 #include "host/tcl/projecttcl.h"
 #include "host/tcl/windowtcl.h"
 #include "tests/host/hostfiles.h"
+#include "tests/host/opensession.h"
 #include "tests/support/testmain.h"
 
 #include <QRegularExpression>
@@ -35,17 +35,17 @@ QStringList sorted(QStringList texts)
 // As the command itself lists them; none where it has none.
 QStringList subcommandsOf(TclInterpreter& tcl, const QString& command)
 {
-    const QString answer = tcl.evaluate(command + QStringLiteral(" no-such-subcommand")).text;
-    const QString list = answer.section(QStringLiteral("must be "), 1);
-    return list.isEmpty() ? QStringList() : list.split(QStringLiteral(", "));
+    const QString answer = tcl.evaluate(command + " no-such-subcommand").text;
+    const QString list = answer.section("must be ", 1);
+    return list.isEmpty() ? QStringList() : list.split(", ");
 }
 
 // Those in the usage that it gives when it is called with too much.
 QStringList optionsOf(TclInterpreter& tcl, const QString& command)
 {
-    static const QRegularExpression usage(QStringLiteral("wrong # args: should be \"(.*)\""));
-    static const QRegularExpression option(QStringLiteral("(?<=[ ?])-[a-z]+"));
-    const QString answer = tcl.evaluate(command + QStringLiteral(" a b c d e f g h i")).text;
+    static const QRegularExpression usage("wrong # args: should be \"(.*)\"");
+    static const QRegularExpression option("(?<=[ ?])-[a-z]+");
+    const QString answer = tcl.evaluate(command + " a b c d e f g h i").text;
     QStringList options;
     for (auto found = option.globalMatch(usage.match(answer).captured(1)); found.hasNext();)
         options.append(found.next().captured());
@@ -65,9 +65,7 @@ private Q_SLOTS:
 void TestCommands::completionKnowsThemAll()
 {
     HostFiles files;
-    QString error;
-    const auto session = ProjectSession::open(files.project.path(), &error);
-    QVERIFY2(session, qPrintable(error));
+    const auto session = openSession(files.project.path());
     CommandShell shell;
     NoWindow window;
     TclInterpreter& tcl = shell.interpreter();

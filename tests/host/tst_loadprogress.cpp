@@ -3,8 +3,8 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/loadprogress.h"
 #include "host/mainwindow.h"
-#include "host/projectsession.h"
 #include "tests/host/hostfiles.h"
+#include "tests/host/opensession.h"
 #include "tests/support/testmain.h"
 
 #include <QApplication>
@@ -58,15 +58,6 @@ private:
     QTimer m_timer;
 };
 
-std::unique_ptr<ProjectSession> session(const QString& path)
-{
-    QString error;
-    std::unique_ptr<ProjectSession> result = ProjectSession::open(path, &error);
-    if (!result)
-        qFatal("%s", qPrintable(error));
-    return result;
-}
-
 int elementCount(MainWindow& window)
 {
     auto* view = qobject_cast<ZelGraphicsView*>(window.findChild<ZelChipGUI*>()->centralWidget());
@@ -103,7 +94,7 @@ void TestLoadProgress::cleanup()
 void TestLoadProgress::appearsForLongLoadsOnly()
 {
     HostFiles files;
-    MainWindow window(session(files.write("small.svg", smallDrawing())));
+    MainWindow window(openSession(files.write("small.svg", smallDrawing())));
     window.show();
     {
         const Watcher watcher;
@@ -134,7 +125,7 @@ void TestLoadProgress::cancelLeavesWhatIsOpen()
     QFETCH(QString, word);
     QFETCH(int, value);
     HostFiles files;
-    MainWindow window(session(files.project.path()));
+    MainWindow window(openSession(files.project.path()));
     window.show();
     const QString title = window.windowTitle();
     {
@@ -144,7 +135,7 @@ void TestLoadProgress::cancelLeavesWhatIsOpen()
     }
     QCOMPARE(window.windowTitle(), title);
     QCOMPARE(elementCount(window), 6);
-    QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Opening large.svg was cancelled"));
+    QCOMPARE(window.statusBar()->currentMessage(), "Opening large.svg was cancelled");
     QCOMPARE(QApplication::activeModalWidget(), static_cast<QWidget*>(nullptr));
 
     window.open(files.path("large.svg"));
@@ -156,7 +147,7 @@ void TestLoadProgress::cancelLeavesWhatIsOpen()
 void TestLoadProgress::cancelByACommandIsAnError()
 {
     HostFiles files;
-    MainWindow window(session(files.write("small.svg", smallDrawing())));
+    MainWindow window(openSession(files.write("small.svg", smallDrawing())));
     window.show();
     files.write("large.svg", largeDrawing());
     const QString script
@@ -171,7 +162,7 @@ void TestLoadProgress::cancelByACommandIsAnError()
 void TestLoadProgress::cancelAtTheStartLeavesASentence()
 {
     HostFiles files;
-    std::unique_ptr<ProjectSession> large = session(files.write("large.svg", largeDrawing()));
+    std::unique_ptr<ProjectSession> large = openSession(files.write("large.svg", largeDrawing()));
     std::unique_ptr<MainWindow> window;
     {
         const Watcher watcher("Building", 500);
