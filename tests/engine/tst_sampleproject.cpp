@@ -6,6 +6,7 @@
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zeltext.h"
 #include "tests/engine/openengine.h"
+#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QDir>
@@ -16,7 +17,6 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QTransform>
 
 #include <algorithm>
@@ -75,7 +75,6 @@ private Q_SLOTS:
     void drawsEverySiteAsARect();
     void filtersKnownElements();
     void canBePlacedCompletely();
-    void opensFromAnyFolder();
     void makesBenchmarkDrawings_data();
     void makesBenchmarkDrawings();
 
@@ -184,27 +183,16 @@ void TestSampleProject::canBePlacedCompletely()
     m_engine->setDesign(start);
 }
 
-void TestSampleProject::opensFromAnyFolder()
-{
-    QTemporaryDir parent;
-    const QString folder = parent.filePath(QString::fromUtf8("with blanks & \xC3\xA4\xE2\x82\xAC"));
-    QCOMPARE(writeFiles(sampleProject(), QFile::encodeName(folder).toStdString()), std::string());
-    QVERIFY(SVGParser().loadSVGElements(openEngine(folder)->chip()->drawingFile(), {}));
-}
-
 void TestSampleProject::makesBenchmarkDrawings_data()
 {
-    QTest::addColumn<int>("elements");
-    QTest::addColumn<int>("layers");
-    QTest::newRow("a single element") << 1 << 1;
-    QTest::newRow("one layer") << 10000 << 1;
-    QTest::newRow("four layers") << 2000 << 4;
+    zeltest::addRows({{"a single element", "1", "1"}, {"one layer", "10000", "1"}, {"four layers", "2000", "4"}});
 }
 
 void TestSampleProject::makesBenchmarkDrawings()
 {
-    QFETCH(int, elements);
-    QFETCH(int, layers);
+    const auto [elementText, layerText] = zeltest::currentRow<2>();
+    const int elements = elementText.toInt();
+    const int layers = layerText.toInt();
     QTemporaryDir folder;
     const std::string drawing = benchmarkDrawing(elements, layers);
     QVERIFY(drawing == benchmarkDrawing(elements, layers));

@@ -4,8 +4,9 @@
 #include <QDir>
 #include <QFile>
 
-HostFiles::HostFiles()
-    : m_folder(QDir::tempPath() + "/zel host \u00e4-XXXXXX")
+HostFiles::HostFiles(const QByteArray& resources)
+    : project(resources)
+    , m_folder(QDir::tempPath() + "/zel host \u00e4-XXXXXX")
     , m_cacheHome(qgetenv("XDG_CACHE_HOME"))
 {
     qputenv("XDG_CACHE_HOME", QFile::encodeName(path("cache")));

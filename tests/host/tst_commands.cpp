@@ -5,7 +5,7 @@
 #include "host/tcl/projecttcl.h"
 #include "host/tcl/windowtcl.h"
 #include "tests/host/hostfiles.h"
-#include "tests/host/opensession.h"
+#include "tests/host/shownwindow.h"
 #include "tests/support/testmain.h"
 
 #include <QRegularExpression>

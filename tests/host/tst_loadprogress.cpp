@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "chipview/zelchipgui.h"
-#include "graphics/zelgraphicsview.h"
 #include "host/loadprogress.h"
-#include "host/mainwindow.h"
 #include "tests/host/hostfiles.h"
-#include "tests/host/opensession.h"
+#include "tests/host/shownwindow.h"
 #include "tests/support/testmain.h"
 
 #include <QApplication>

@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "chipview/zelchipgui.h"
-#include "chipview/zelchipviewdatabase.h"
-#include "graphics/zelgraphicsview.h"
 #include "host/chipstatusbar.h"
-#include "host/mainwindow.h"
 #include "tests/host/hostfiles.h"
-#include "tests/host/opensession.h"
+#include "tests/host/shownwindow.h"
 #include "tests/support/testmain.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMouseEvent>
@@ -25,26 +20,17 @@ using namespace mirn::zelchipview;
 
 namespace {
 
-// A window that shows what it was given, and hands on what a person does with it.
-class ShownWindow
+// With what a person does with it.
+class UsedWindow : public ShownWindow
 {
 public:
-    explicit ShownWindow(const QString& path)
-        : window(openSession(path))
-    {
-        window.resize(900, 600);
-        window.show();
-        QCoreApplication::processEvents();
-    }
+    using ShownWindow::ShownWindow;
 
-    ZelChipGUI* chipView() { return window.findChild<ZelChipGUI*>(); }
-    ZelGraphicsView* view() { return qobject_cast<ZelGraphicsView*>(chipView()->centralWidget()); }
-    QString label(const char* name) { return window.findChild<QLabel*>(name)->text(); }
-    QToolBar* toolBar() { return window.findChild<QToolBar*>("tools"); }
+    QToolBar* toolBar() { return window->findChild<QToolBar*>("tools"); }
 
     QAction* action(const QString& text)
     {
-        const QList<QAction*> actions = window.findChildren<QAction*>() + toolBar()->actions();
+        const QList<QAction*> actions = window->findChildren<QAction*>() + toolBar()->actions();
         for (QAction* action : actions) {
             if (action->text().remove('&') == text)
                 return action;
@@ -82,8 +68,6 @@ public:
         const bool isInside = QRectF(QPointF(), room).contains(shown);
         return isInside && (shown.width() > 0.93 * room.width() || shown.height() > 0.93 * room.height());
     }
-
-    MainWindow window;
 };
 
 } // namespace
@@ -128,7 +112,7 @@ void TestMainWindow::namesTheElementBelowThePointer()
         {{180, 30}, "small.svg: 6 elements"},
     };
     HostFiles files;
-    ShownWindow shown(files.write("small.svg", smallDrawing()));
+    UsedWindow shown(files.write("small.svg", smallDrawing()));
     for (const auto& [position, element] : places) {
         shown.pointAt(position);
         QCOMPARE(shown.label("element"), element);
@@ -147,7 +131,7 @@ void TestMainWindow::namesTheElementBelowThePointer()
 void TestMainWindow::followsTheScale()
 {
     HostFiles files;
-    ShownWindow shown(files.write("small.svg", smallDrawing()));
+    UsedWindow shown(files.write("small.svg", smallDrawing()));
     const auto expected = [&shown] { return scaleText(shown.view()->transform().m11(), shown.view()->currentScale()); };
     QTRY_COMPARE(shown.label("scale"), expected());
     const QString fitted = shown.label("scale");
@@ -165,16 +149,16 @@ void TestMainWindow::followsTheScale()
 void TestMainWindow::fitsUntilTheUserZooms()
 {
     HostFiles files;
-    ShownWindow shown(files.project.path());
+    UsedWindow shown(files.project.path());
     QTRY_VERIFY(shown.isFitted());
-    shown.window.resize(1200, 500);
+    shown.window->resize(1200, 500);
     QTRY_VERIFY(shown.isFitted());
 
     for (int step = 0; step < 5; ++step)
         shown.action("Zoom In")->trigger();
     const QTransform zoomed = shown.view()->transform();
     const QSize before = shown.view()->viewport()->size();
-    shown.window.resize(1000, 700);
+    shown.window->resize(1000, 700);
     QTRY_VERIFY(shown.view()->viewport()->size() != before);
     QCoreApplication::processEvents();
     QCOMPARE(shown.view()->transform(), zoomed);
@@ -187,7 +171,7 @@ void TestMainWindow::fitsUntilTheUserZooms()
 void TestMainWindow::zoomsAtThePointer()
 {
     HostFiles files;
-    ShownWindow shown(files.write("small.svg", smallDrawing()));
+    UsedWindow shown(files.write("small.svg", smallDrawing()));
     QTRY_VERIFY(shown.isFitted());
     const QPoint pointer(150, 220);
     const QPointF below = shown.sceneAt(pointer);
@@ -202,9 +186,9 @@ void TestMainWindow::zoomsAtThePointer()
 void TestMainWindow::zoomsToTheSelection()
 {
     HostFiles files;
-    ShownWindow shown(files.write("small.svg", smallDrawing()));
+    UsedWindow shown(files.write("small.svg", smallDrawing()));
     shown.action("Zoom to Selection")->trigger();
-    QCOMPARE(shown.window.statusBar()->currentMessage(), "No element is selected.");
+    QCOMPARE(shown.window->statusBar()->currentMessage(), "No element is selected.");
 
     ZELChipViewDatabase::getInstance()->addSelctedItem(11, false);
     shown.action("Zoom to Selection")->trigger();
@@ -216,7 +200,7 @@ void TestMainWindow::zoomsToTheSelection()
 void TestMainWindow::hasTheChipViewsActions()
 {
     HostFiles files;
-    ShownWindow shown(files.project.path());
+    UsedWindow shown(files.project.path());
     const ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
     for (int id : {ACTION_SELECT, ACTION_PAN, ACTION_ZOOM, ACTION_FILTER}) {
         QAction* action = database->getAction(id);
@@ -228,11 +212,11 @@ void TestMainWindow::hasTheChipViewsActions()
         = qobject_cast<QToolButton*>(shown.toolBar()->widgetForAction(database->getAction(ACTION_FILTER)));
     QCOMPARE(button->popupMode(), QToolButton::InstantPopup);
 
-    QApplication::setActiveWindow(&shown.window);
+    QApplication::setActiveWindow(shown.window.get());
     const std::pair<Qt::Key, int> keys[]
         = {{Qt::Key_H, ACTION_PAN}, {Qt::Key_Z, ACTION_ZOOM}, {Qt::Key_S, ACTION_SELECT}};
     for (const auto& [key, mode] : keys) {
-        QTest::keyClick(&shown.window, key);
+        QTest::keyClick(shown.window.get(), key);
         QCOMPARE(database->getMouseMode(), mode);
     }
 }
@@ -240,16 +224,16 @@ void TestMainWindow::hasTheChipViewsActions()
 void TestMainWindow::showsWarnings()
 {
     HostFiles files;
-    ShownWindow shown(files.write("odd.svg", drawingWithWarnings()));
-    auto* button = shown.window.findChild<QToolButton*>("warnings");
+    UsedWindow shown(files.write("odd.svg", drawingWithWarnings()));
+    auto* button = shown.window->findChild<QToolButton*>("warnings");
     QVERIFY(button->isVisible());
     QCOMPARE(button->text(), "2 warnings");
     button->click();
-    auto* box = shown.window.findChild<QMessageBox*>();
+    auto* box = shown.window->findChild<QMessageBox*>();
     QVERIFY(box && box->text().contains("gradient"));
     box->close();
 
-    shown.window.open(files.write("small.svg", smallDrawing()));
+    shown.window->open(files.write("small.svg", smallDrawing()));
     QVERIFY(!button->isVisible());
     QVERIFY(!ZELChipViewDatabase::getInstance()->getAction(ACTION_FILTER)->isEnabled());
 }
@@ -257,26 +241,26 @@ void TestMainWindow::showsWarnings()
 void TestMainWindow::failedCommandsAreAnsweredAndSaid()
 {
     HostFiles files;
-    ShownWindow shown(files.project.path());
+    UsedWindow shown(files.project.path());
     QCOMPARE(ZELChipViewDatabase::getInstance()->place("top/ip", "11"), 0);
-    const QString message = shown.window.statusBar()->currentMessage();
+    const QString message = shown.window->statusBar()->currentMessage();
     QCOMPARE(message, "there is no resource \"top/ip\"");
 }
 
 void TestMainWindow::opensOneAfterTheOther()
 {
     HostFiles files;
-    ShownWindow shown(files.project.path());
-    QCOMPARE(shown.window.windowTitle(), "Small/Test[*] \u2014 zelchip");
+    UsedWindow shown(files.project.path());
+    QCOMPARE(shown.window->windowTitle(), "Small/Test[*] \u2014 zelchip");
     const auto tools = shown.toolBar()->actions().size();
     const QString drawing = files.write("other.svg", drawingWithWarnings());
     for (const QString& path : {drawing, files.project.path(), drawing}) {
-        shown.window.open(path);
+        shown.window->open(path);
         QCOMPARE(shown.toolBar()->actions().size(), tools);
-        QCOMPARE(shown.window.findChildren<ZelChipGUI*>().size(), 1);
+        QCOMPARE(shown.window->findChildren<ZelChipGUI*>().size(), 1);
         QTRY_VERIFY(shown.isFitted());
     }
-    QCOMPARE(shown.window.windowTitle(), "other.svg[*] \u2014 zelchip");
+    QCOMPARE(shown.window->windowTitle(), "other.svg[*] \u2014 zelchip");
     QCOMPARE(shown.view()->sceneRect(), QRectF(0, 0, 100, 50));
     QCOMPARE(shown.label("element"), "other.svg: 1 element");
 }
@@ -284,15 +268,15 @@ void TestMainWindow::opensOneAfterTheOther()
 void TestMainWindow::keepsWhatIsOpenWhenTheNextIsRefused()
 {
     HostFiles files;
-    ShownWindow shown(files.project.path());
+    UsedWindow shown(files.project.path());
     const ZelChipGUI* chipView = shown.chipView();
-    shown.window.open(files.write("<b>bad.svg", "bad"));
-    auto* box = shown.window.findChild<QMessageBox*>();
+    shown.window->open(files.write("<b>bad.svg", "bad"));
+    auto* box = shown.window->findChild<QMessageBox*>();
     QVERIFY(box);
     QCOMPARE(box->textFormat(), Qt::PlainText);
     QVERIFY2(box->text().contains("<b>bad.svg:1:1: "), qPrintable(box->text()));
     QCOMPARE(shown.chipView(), chipView);
-    QCOMPARE(shown.window.windowTitle(), "Small/Test[*] \u2014 zelchip");
+    QCOMPARE(shown.window->windowTitle(), "Small/Test[*] \u2014 zelchip");
     shown.pointAt({12, 12});
     QCOMPARE(shown.label("element"), "Channel 0  (id 11)");
 }

@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "chipview/zelchipgui.h"
-#include "chipview/zelchipviewdatabase.h"
-#include "engine/referenceengine.h"
-#include "graphics/zelconstants.h"
-#include "graphics/zelgraphicsview.h"
-#include "host/console/consoledock.h"
-#include "host/design/designeditor.h"
 #include "host/findbox.h"
-#include "host/mainwindow.h"
 #include "tests/host/hostfiles.h"
-#include "tests/host/opensession.h"
+#include "tests/host/shownwindow.h"
 #include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
@@ -22,7 +14,6 @@
 #include <QDragEnterEvent>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
@@ -31,7 +22,6 @@
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QTimer>
-#include <QTreeWidget>
 
 #include <algorithm>
 
@@ -47,52 +37,20 @@ const QByteArray Design = R"([
 ])";
 
 // The program's window on a project with something to place.
-class Planning
+class Planning : public ShownWindow
 {
 public:
-    Planning()
-    {
-        files.project.write("design.json", designWith(Design));
-        open();
-    }
+    Planning() { open(); }
+    ~Planning() { window.reset(); } // before its files go
 
-    void open()
-    {
-        window.reset();
-        auto opened = openSession(files.project.path());
-        session = opened.get();
-        window = std::make_unique<MainWindow>(std::move(opened));
-        window->resize(1000, 700);
-        window->show();
-        QCoreApplication::processEvents();
-    }
+    void open() { show(files.project.path(), QSize(1000, 700)); }
 
-    // As typed into the console.
-    void run(const QString& script)
-    {
-        Q_EMIT console()->commandEntered(script);
-        QCoreApplication::processEvents();
-    }
-
-    ConsoleDock* console() { return window->findChild<ConsoleDock*>(); }
     QString consoleText() { return console()->findChild<QPlainTextEdit*>()->toPlainText(); }
-    QTreeWidget* tree() { return chipView()->findChild<QTreeWidget*>(); }
-    ZelChipGUI* chipView() { return window->findChild<ZelChipGUI*>(); }
-    ZelGraphicsView* view() { return qobject_cast<ZelGraphicsView*>(chipView()->centralWidget()); }
     FindBox* findBox() { return window->findChild<FindBox*>(); }
-
-    QTreeWidgetItem* row(const QString& resource)
-    {
-        for (QTreeWidgetItemIterator row(tree()); *row; ++row) {
-            if ((*row)->data(0, RESOURCENAME).toString() == resource)
-                return *row;
-        }
-        return nullptr;
-    }
 
     int siteOf(const QString& resource)
     {
-        const auto& design = session->editor().engine().design();
+        const auto& design = editor().engine().design();
         return design.resource(design.find(resource)).site;
     }
 
@@ -132,9 +90,7 @@ public:
         QTest::mouseDClick(view()->viewport(), Qt::LeftButton, Qt::NoModifier, site);
     }
 
-    HostFiles files;
-    ProjectSession* session = nullptr;
-    std::unique_ptr<MainWindow> window;
+    HostFiles files{Design};
 
 private:
     QMimeData m_mimeData;
@@ -155,7 +111,6 @@ class TestPlanning : public zeltest::Test
     Q_OBJECT
 private Q_SLOTS:
     void dropPlacesAndShows();
-    void statusBarSaysWhyASiteRefuses();
     void sitesDoNotLightUpWithNothingInHand();
     void consoleShowsEverything();
     void undoMenuNamesTheStep();
@@ -184,21 +139,15 @@ void TestPlanning::dropPlacesAndShows()
     QTRY_COMPARE(planning.row("top/duo/a")->text(1), "U0_CH0");
     QVERIFY(planning.consoleText().contains("zel_resource place -rsc {top/duo/a} -id 11"));
     QVERIFY(planning.window->isWindowModified());
-}
 
-void TestPlanning::statusBarSaysWhyASiteRefuses()
-{
-    Planning planning;
+    const auto message = [&] { return planning.window->statusBar()->currentMessage(); };
     planning.dragTo("top/core", {13, 13});
-    const auto& engine = planning.session->editor().engine();
-    const QString reason = engine.rules().propose(engine.design().find("top/core"), 11).refusal;
-    QVERIFY(!reason.isEmpty());
-    QCOMPARE(planning.window->statusBar()->currentMessage(), reason);
+    QCOMPARE(message(), "U0_CH0 (Channel) does not take resources of type PLL");
     planning.drag<QDragMoveEvent>({80, 30});
-    QCOMPARE(planning.window->statusBar()->currentMessage(), "wedge takes no resource");
+    QCOMPARE(message(), "wedge takes no resource");
     planning.drag<QDragMoveEvent>({13, 13});
     planning.drag<QDropEvent>({13, 13});
-    QVERIFY(planning.window->statusBar()->currentMessage().isEmpty());
+    QVERIFY(message().isEmpty());
     QCOMPARE(planning.siteOf("top/core"), -1);
 }
 
@@ -342,7 +291,7 @@ void TestPlanning::settingsDialogChangesOneThing()
     const int steps = step.isEmpty() ? 0 : 1;
     Planning planning;
     planning.setChannel1(chosen);
-    DesignEditor& editor = planning.session->editor();
+    DesignEditor& editor = planning.editor();
     const auto& settings = editor.engine().settings();
     QCOMPARE(settings.value(10, "CH0") + ' ' + settings.value(10, "CH1"), channels);
     QCOMPARE(editor.undoStack().count(), steps);
@@ -361,7 +310,7 @@ void TestPlanning::settingThatCannotBeKeptIsSaid()
     Planning planning;
     QVERIFY(QDir().mkpath(planning.files.project.path() + "/deux/journal.tcl")); // a folder
     planning.setChannel1("FAST");
-    QCOMPARE(planning.session->editor().engine().settings().value(10, "CH1"), "SLOW");
+    QCOMPARE(planning.editor().engine().settings().value(10, "CH1"), "SLOW");
     const QString reason = "the change cannot be kept in ";
     QVERIFY(planning.window->statusBar()->currentMessage().startsWith(reason));
     QVERIFY(planning.consoleText().contains(reason));
@@ -445,7 +394,7 @@ void TestPlanning::rowsAreFoundWhereverTheyAre()
     planning.window->resize(640, 400);
     QCoreApplication::processEvents();
     QWidget* viewport = planning.tree()->viewport();
-    const auto& design = planning.session->editor().engine().design();
+    const auto& design = planning.editor().engine().design();
     for (const char* before : {"", "zel_tree collapse;", "zel_tree expand;"}) {
         for (int index : design.all()) {
             const QString& path = design.resource(index).path;

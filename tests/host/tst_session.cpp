@@ -5,7 +5,7 @@
 #include "platform/contract/zelchipengine.h"
 #include "platform/contract/zelproject.h"
 #include "tests/host/hostfiles.h"
-#include "tests/host/opensession.h"
+#include "tests/host/shownwindow.h"
 #include "tests/support/testmain.h"
 
 #include <QDir>

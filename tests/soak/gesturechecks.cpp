@@ -1,13 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "chipview/zelchipgui.h"
-#include "chipview/zelchipviewdatabase.h"
-#include "engine/referenceengine.h"
-#include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
-#include "graphics/zelgraphicsview.h"
 #include "host/elementprobe.h"
-#include "host/mainwindow.h"
-#include "host/projectsession.h"
 #include "platform/contract/zelgraphicrecords.h"
 #include "tests/engine/openengine.h"
 #include "tests/soak/gesturewindow.h"
@@ -17,7 +10,6 @@
 #include <QRubberBand>
 #include <QScreen>
 #include <QScrollBar>
-#include <QTreeWidget>
 #include <QWindow>
 
 // What should be the case, and whether it is.
@@ -108,7 +100,7 @@ QStringList GestureWindow::state() const
 void GestureWindow::checkDesign()
 {
     const bool isModified = editor().isModified() || chipView()->getDirtyFlag() != 0;
-    expect(m_window->isWindowModified() == isModified, "the window's title does not tell what is unsaved");
+    expect(window->isWindowModified() == isModified, "the window's title does not tell what is unsaved");
     const zelengine::Design& design = editor().engine().design();
     for (const int index : design.all()) {
         const int site = design.resource(index).site;
@@ -144,10 +136,9 @@ void GestureWindow::checkRows()
 void GestureWindow::checkPicture()
 {
     QWidget* viewport = view()->viewport();
-    QWindow* handle = m_window->windowHandle();
-    const QRect part(viewport->mapTo(m_window.get(), QPoint()), viewport->size());
-    if (!m_window->isVisible() || !viewport->isVisible() || viewport->size().isEmpty()
-        || !m_window->rect().contains(part))
+    QWindow* handle = window->windowHandle();
+    const QRect part(viewport->mapTo(window.get(), QPoint()), viewport->size());
+    if (!window->isVisible() || !viewport->isVisible() || viewport->size().isEmpty() || !window->rect().contains(part))
         return;
     const auto inOneFormat
         = [](const QPixmap& pixmap) { return pixmap.toImage().convertToFormat(QImage::Format_RGB32); };
@@ -171,5 +162,5 @@ void GestureWindow::checkPicture()
     items.verticalScrollBar()->setValue(view()->verticalScrollBar()->value());
     if (items.viewportTransform() == view()->viewportTransform())
         expect(inOneFormat(items.viewport()->grab()) == anew, "the view paints otherwise than its items");
-    m_window->activateWindow();
+    window->activateWindow();
 }

@@ -1,16 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/soak/gesturewindow.h"
 
-#include "chipview/zelchipgui.h"
-#include "chipview/zelchipviewdatabase.h"
-#include "engine/referenceengine.h"
-#include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsscene.h"
-#include "graphics/zelgraphicsview.h"
-#include "host/console/consoledock.h"
 #include "host/findbox.h"
-#include "host/mainwindow.h"
-#include "host/projectsession.h"
 
 #include <QAction>
 #include <QApplication>
@@ -57,29 +49,6 @@ const QByteArrayList Phrases{"press release", "press move release", "press move 
 const QByteArrayList GoOnDragging{"drag-move", "drop", "elapse", "command", "resize"};
 
 } // namespace
-
-GestureWindow::GestureWindow() = default;
-GestureWindow::~GestureWindow() = default;
-
-DesignEditor& GestureWindow::editor() const
-{
-    return m_session->editor();
-}
-
-ZelChipGUI* GestureWindow::chipView() const
-{
-    return m_window->findChild<ZelChipGUI*>();
-}
-
-ZelGraphicsView* GestureWindow::view() const
-{
-    return qobject_cast<ZelGraphicsView*>(chipView()->centralWidget());
-}
-
-QTreeWidget* GestureWindow::tree() const
-{
-    return chipView()->findChild<QTreeWidget*>();
-}
 
 const std::vector<GestureWindow::Kind>& GestureWindow::kinds()
 {
@@ -148,7 +117,7 @@ QString GestureWindow::perform(const QByteArray& gesture)
     const QByteArrayList words = gesture.split(' ');
     for (int i = 0; i < 3; ++i)
         m_numbers[static_cast<std::size_t>(i)] = words.value(i + 1).toUInt();
-    if (words[0] == "begin" || !m_window) {
+    if (words[0] == "begin" || !window) {
         const QString fault = end();
         if (!fault.isEmpty())
             return fault;
@@ -177,9 +146,9 @@ QString GestureWindow::perform(const QByteArray& gesture)
 
 QString GestureWindow::end()
 {
-    if (m_window)
+    if (window)
         takeEverythingBack();
-    m_window.reset();
+    window.reset();
     m_project.reset();
     m_isDragging = false;
     m_gestures = 0;
@@ -190,16 +159,8 @@ QString GestureWindow::end()
 
 void GestureWindow::open()
 {
-    m_window.reset();
-    QString error;
-    std::unique_ptr<ProjectSession> session = ProjectSession::open(m_project->path(), &error);
-    if (!session)
-        qFatal("%s", qPrintable(error));
-    m_session = session.get();
-    m_window = std::make_unique<MainWindow>(std::move(session));
+    show(m_project->path(), QSize(900, 600));
     noteOpening();
-    m_window->resize(900, 600);
-    m_window->show();
     settle();
     // Of a button that was down when the window before went away.
     if (m_isPressed)
@@ -261,39 +222,30 @@ int GestureWindow::anySite(int resource) const
 // Null for one that the find box has hidden.
 QTreeWidgetItem* GestureWindow::anyRow() const
 {
-    QTreeWidgetItem* row = rowOf(anyResource());
-    return row && !row->isHidden() ? row : nullptr;
-}
-
-QTreeWidgetItem* GestureWindow::rowOf(const QString& resource) const
-{
-    for (QTreeWidgetItemIterator row(tree()); *row; ++row) {
-        if ((*row)->data(0, RESOURCENAME).toString() == resource)
-            return *row;
-    }
-    return nullptr;
+    QTreeWidgetItem* item = row(anyResource());
+    return item && !item->isHidden() ? item : nullptr;
 }
 
 // As the pointer's events come from the window system: to the window, which finds the widget.
 void GestureWindow::mouse(QEvent::Type type, QWidget* target, QPoint position, Qt::MouseButton button)
 {
-    QWindow* window = target->window()->windowHandle();
-    if (!target->isVisible() || !window)
+    QWindow* handle = target->window()->windowHandle();
+    if (!target->isVisible() || !handle)
         return;
     const QPoint inWindow = target->mapTo(target->window(), position);
     if (!target->window()->rect().contains(inWindow) || inWindow.isNull())
         return;
     const bool isPress = type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick;
     if (isPress && m_isPressed)
-        QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, inWindow);
+        QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, inWindow);
     if (type == QEvent::MouseButtonPress)
-        QTest::mousePress(window, button, Qt::NoModifier, inWindow);
+        QTest::mousePress(handle, button, Qt::NoModifier, inWindow);
     else if (type == QEvent::MouseMove)
-        QTest::mouseMove(window, inWindow);
+        QTest::mouseMove(handle, inWindow);
     else if (type == QEvent::MouseButtonDblClick)
-        QTest::mouseDClick(window, button, Qt::NoModifier, inWindow);
+        QTest::mouseDClick(handle, button, Qt::NoModifier, inWindow);
     else
-        QTest::mouseRelease(window, button, Qt::NoModifier, inWindow);
+        QTest::mouseRelease(handle, button, Qt::NoModifier, inWindow);
     if (button == Qt::LeftButton && type != QEvent::MouseMove)
         m_isPressed = type == QEvent::MouseButtonPress;
 }
@@ -331,8 +283,8 @@ void GestureWindow::finishStroke()
     if (!selected.contains(inside) || !outside.contains(selected))
         expectIds("selected are ", selected, expected);
     const int occupant = expected.size() == 1 ? editor().engine().design().occupant(*expected.begin()) : -1;
-    QTreeWidgetItem* row = occupant >= 0 ? rowOf(editor().engine().design().resource(occupant).path) : nullptr;
-    expect(!row || tree()->currentItem() == row, "the row of what was clicked is not the current one");
+    const QTreeWidgetItem* item = occupant >= 0 ? row(editor().engine().design().resource(occupant).path) : nullptr;
+    expect(!item || tree()->currentItem() == item, "the row of what was clicked is not the current one");
 }
 
 void GestureWindow::turnWheel()
@@ -351,9 +303,9 @@ void GestureWindow::pressKey()
         Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown, Qt::Key_Escape, Qt::Key_Return, Qt::Key_Tab, Qt::Key_Asterisk,
         Qt::Key_S, Qt::Key_H, Qt::Key_Z, Qt::Key_F};
     const Qt::Key key = Keys[number(0) % std::size(Keys)];
-    QWidget* const targets[] = {view(), tree(), m_window.get(), QApplication::focusWidget()};
+    QWidget* const targets[] = {view(), tree(), window.get(), QApplication::focusWidget()};
     QWidget* target = targets[number(1) % std::size(targets)];
-    QTest::keyClick(target ? target : m_window.get(), key);
+    QTest::keyClick(target ? target : window.get(), key);
 }
 
 void GestureWindow::chooseMode()
@@ -457,11 +409,6 @@ void GestureWindow::elapse()
     expectIds("lit are ", lit, QSet<int>(sites.begin(), sites.end()));
 }
 
-void GestureWindow::run(const QString& command)
-{
-    Q_EMIT m_window->findChild<ConsoleDock*>()->commandEntered(command);
-}
-
 void GestureWindow::runAnyCommand()
 {
     const QString name = anyResource();
@@ -483,7 +430,7 @@ void GestureWindow::runAnyCommand()
 void GestureWindow::triggerAction()
 {
     QList<QAction*> actions;
-    const QList<QAction*> all = m_window->findChildren<QAction*>();
+    const QList<QAction*> all = window->findChildren<QAction*>();
     for (QAction* action : all) {
         if (action->isEnabled() && !action->menu() && !action->text().endsWith(QLatin1String("..."))
             && !action->text().endsWith(QChar(0x2026)) && action->shortcut() != QKeySequence(QKeySequence::Quit))
@@ -494,7 +441,7 @@ void GestureWindow::triggerAction()
 
 void GestureWindow::find()
 {
-    auto* box = m_window->findChild<FindBox*>();
+    auto* box = window->findChild<FindBox*>();
     if (number(0) % 3 == 0) {
         QTest::keyClick(box, number(1) % 2 == 0 ? Qt::Key_Escape : Qt::Key_Return);
         return;
@@ -505,7 +452,7 @@ void GestureWindow::find()
 
 void GestureWindow::moveDock()
 {
-    const QList<QDockWidget*> docks = m_window->findChildren<QDockWidget*>();
+    const QList<QDockWidget*> docks = window->findChildren<QDockWidget*>();
     QDockWidget* dock = pick(docks, number(0));
     auto* owner = qobject_cast<QMainWindow*>(dock->parentWidget());
     constexpr Qt::DockWidgetArea Areas[] = {Qt::LeftDockWidgetArea, Qt::RightDockWidgetArea, Qt::BottomDockWidgetArea};
@@ -519,26 +466,23 @@ void GestureWindow::moveDock()
 
 void GestureWindow::resize()
 {
-    m_window->resize(static_cast<int>(300 + number(0) % 900), static_cast<int>(250 + number(1) % 700));
+    window->resize(static_cast<int>(300 + number(0) % 900), static_cast<int>(250 + number(1) % 700));
 }
 
 void GestureWindow::hideAndShow()
 {
-    m_window->setVisible(false);
+    window->setVisible(false);
     settle();
-    m_window->setVisible(true);
+    window->setVisible(true);
 }
 
 void GestureWindow::reopen()
 {
     if (m_isPressed)
         finishStroke();
-    QString error;
-    std::unique_ptr<ProjectSession> session = ProjectSession::open(m_project->path(), &error);
-    if (!session)
-        qFatal("%s", qPrintable(error));
-    m_session = session.get();
-    m_window->showSession(std::move(session));
+    auto opened = openSession(m_project->path());
+    session = opened.get();
+    window->showSession(std::move(opened));
     noteOpening();
 }
 
@@ -557,6 +501,6 @@ void GestureWindow::renew()
 
 void GestureWindow::close()
 {
-    if (m_window->close())
+    if (window->close())
         open();
 }

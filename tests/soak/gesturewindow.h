@@ -1,41 +1,56 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/design/designeditor.h"
+#include "tests/host/shownwindow.h"
 #include "tests/program/sampleproject.h"
-#include "tests/soak/attendant.h"
 
 #include <QByteArrayList>
 #include <QEvent>
 #include <QMimeData>
 #include <QSet>
+#include <QTimer>
 
 #include <array>
 #include <memory>
 #include <vector>
 
-class QTreeWidget;
-class QTreeWidgetItem;
+class QDialog;
+class QMenu;
 
-namespace mirn::zelchip {
-class MainWindow;
-class ProjectSession;
-} // namespace mirn::zelchip
+// Answers the menus and dialogs that come up while a gesture is carried out, as a number says: chooses, confirms or
+// declines. What does not go away by itself it closes.
+class Attendant final : public QObject
+{
+public:
+    Attendant();
 
-namespace mirn::zelchipview {
-class ZelChipGUI;
-class ZelGraphicsView;
-} // namespace mirn::zelchipview
+    void start(unsigned number);
+    void stop() { m_timer.stop(); }
+
+    // Something waits for an answer.
+    [[nodiscard]] static bool isWanted();
+
+private:
+    void attend();
+    void answerMenu(QMenu& menu);
+    void answerDialog(QDialog& dialog);
+
+    // The next choice among so many.
+    int choose(int count);
+
+    QTimer m_timer;
+    unsigned m_number = 0;
+    int m_turns = 0;
+};
 
 // The program's window on a copy of the sample project. Carries out gestures and holds what comes of them against what
 // Qt, the engine and the window's own full picture say. A gesture is something that a person does to the window or that
 // happens to it: a line with its name and three numbers, which may be any. What they mean, such as which row or which
 // place, depends on what the window shows, so that every part of a list of gestures can be carried out.
-class GestureWindow
+class GestureWindow final : private ShownWindow
 {
 public:
-    GestureWindow();
-    ~GestureWindow();
+    ~GestureWindow() { window.reset(); } // before the project goes
 
     // The same for the same seed. Every `round` gestures one begins anew, with a new copy of the project.
     [[nodiscard]] static QByteArrayList randomGestures(unsigned seed, int count, int round);
@@ -75,7 +90,6 @@ private:
     void drag(bool isOver);
     void leave();
     void elapse();
-    void run(const QString& command);
     void runAnyCommand();
     void triggerAction();
     void find();
@@ -97,21 +111,14 @@ private:
     [[nodiscard]] QString anyResource() const;
     [[nodiscard]] int anySite(int resource) const;
     [[nodiscard]] QTreeWidgetItem* anyRow() const;
-    [[nodiscard]] QTreeWidgetItem* rowOf(const QString& resource) const;
     [[nodiscard]] QSet<int> idsTouchedBy(const QRect& band, QPoint position) const;
     [[nodiscard]] QSet<int> idsOf(const QTreeWidgetItem& row) const;
     [[nodiscard]] QStringList state() const;
-    [[nodiscard]] mirn::zelchip::DesignEditor& editor() const;
-    [[nodiscard]] mirn::zelchipview::ZelChipGUI* chipView() const;
-    [[nodiscard]] mirn::zelchipview::ZelGraphicsView* view() const;
-    [[nodiscard]] QTreeWidget* tree() const;
 
     Attendant m_attendant;
     std::array<unsigned, 3> m_numbers{};
     QString m_fault;
     std::unique_ptr<SampleProject> m_project;
-    std::unique_ptr<mirn::zelchip::MainWindow> m_window;
-    mirn::zelchip::ProjectSession* m_session = nullptr; // the window's
     QStringList m_saved; // the state of the design
     QStringList m_earliest; // to which it can be undone
     QMimeData m_mimeData;

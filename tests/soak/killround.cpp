@@ -35,15 +35,15 @@ QByteArray numbered(const QByteArray& what, int number)
 
 } // namespace
 
-KillRound::KillRound(Room& room, const QString& where)
+KillRound::KillRound(Room room, const QString& where)
     : Round(where)
-    , m_room(&room)
+    , m_room(std::move(room))
 { }
 
 QByteArrayList KillRound::randomSteps(zeltest::Random& random)
 {
     chooseFew(random);
-    if (m_room)
+    if (m_room.leave)
         return stepsWithLittleRoom(random);
     static const QByteArrayList damages{"torn", "refused", "cut", "large"};
     QByteArrayList steps;
@@ -93,7 +93,7 @@ QByteArray KillRound::run(const QByteArrayList& steps)
     m_made.clear();
     ++m_figures.rounds;
     QByteArrayList end{numbered("kill", Last), numbered("kill", Last)};
-    if (m_room) { // with room again it goes on, and all is there
+    if (m_room.leave) { // with room again it goes on, and all is there
         const QByteArray change = "zel_setting -id 8003000 -key TXPLL -value ";
         end = QByteArrayList{numbered("room", -1), change + "X8", change + "X10", end[0], Save} + end;
     }
@@ -104,8 +104,8 @@ QByteArray KillRound::run(const QByteArrayList& steps)
             break;
     }
     m_program.reset();
-    if (m_room)
-        m_room->leave(-1, ::getpid());
+    if (m_room.leave)
+        m_room.leave(-1, ::getpid());
     return problem;
 }
 
@@ -166,16 +166,16 @@ QByteArray KillRound::open()
     const QByteArray said = m_program->errors();
     if (state.isEmpty())
         return "does not open: " + said;
-    if (m_room)
-        m_room->leave(m_left, m_program->id());
+    if (m_room.leave)
+        m_room.leave(m_left, m_program->id());
     ++m_figures.states;
     QByteArray problem = keepThose([&](DesignModel& model) {
         model.startAgain();
         return model.compare(state);
     });
-    if (problem.isEmpty() && !m_room && !m_wasCut && said.contains("another state"))
+    if (problem.isEmpty() && !m_room.leave && !m_wasCut && said.contains("another state"))
         problem = "its own journal is not used";
-    if (problem.isEmpty() && !m_room && !m_isDamaged && (said.contains("refused") || said.contains("cut off")))
+    if (problem.isEmpty() && !m_room.leave && !m_isDamaged && (said.contains("refused") || said.contains("cut off")))
         problem = "what it wrote cannot be read";
     m_isDamaged = m_wasCut = false;
     return problem.isEmpty() ? problem : "opened again: " + problem + '\n' + said;
@@ -187,7 +187,7 @@ QByteArray KillRound::leaveRoom(int bytes)
     if (problem.isEmpty())
         problem = readAnswers();
     m_left = bytes;
-    m_room->leave(m_left, m_program->id());
+    m_room.leave(m_left, m_program->id());
     return problem;
 }
 
@@ -247,7 +247,7 @@ QByteArray KillRound::follow(const QByteArray& answer)
     m_figures.confirmed += answer.startsWith("ok") ? 1 : 0;
     m_figures.states += answer.startsWith("state") ? 1 : 0;
     m_figures.refusals += isFull ? 1 : 0;
-    if (isFull && (m_left < 0 || !answer.contains(m_room->complaint())))
+    if (isFull && (m_left < 0 || !answer.contains(m_room.complaint)))
         return command + ": " + answer;
     if (isFull && command == Save) {
         for (DesignModel& model : std::vector<DesignModel>(m_models)) {

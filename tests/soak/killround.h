@@ -18,9 +18,7 @@ namespace soak {
 class KillRound final : public Round
 {
 public:
-    KillRound() = default;
-    // Where the room is scarce.
-    explicit KillRound(Room& room, const QString& where = QDir::tempPath());
+    explicit KillRound(Room room = {}, const QString& where = QDir::tempPath());
 
     [[nodiscard]] QByteArrayList randomSteps(zeltest::Random& random) override;
     [[nodiscard]] QByteArray run(const QByteArrayList& steps) override;
@@ -41,7 +39,7 @@ private:
     // Drops the models that a fact contradicts; returns what it contradicts when none is left.
     [[nodiscard]] QByteArray keepThose(const std::function<QByteArray(DesignModel&)>& contradiction);
 
-    Room* const m_room = nullptr; // lives longer; null: there is enough
+    const Room m_room; // empty: there is enough
     int m_left = -1; // bytes
     std::unique_ptr<BatchProgram> m_program; // null: the last one was killed
     QByteArrayList m_sent; // commands without an answer

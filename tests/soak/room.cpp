@@ -12,39 +12,43 @@
 
 namespace soak {
 
-bool SmallDisk::mount(const QString& folder)
-{
-    m_folder = QFile::encodeName(folder);
-    m_isMounted = ::unshare(CLONE_NEWNS) == 0 && ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
-        && ::mount("none", m_folder.constData(), "tmpfs", 0, "size=2m") == 0;
-    return m_isMounted;
-}
+namespace {
 
-SmallDisk::~SmallDisk()
+void fill(const QByteArray& folder, qint64 bytesToLeave)
 {
-    if (m_isMounted)
-        ::umount2(m_folder.constData(), MNT_DETACH);
-}
-
-void SmallDisk::leave(qint64 bytes, qint64)
-{
-    const QByteArray filler = m_folder + "/filler";
+    const QByteArray filler = folder + "/filler";
     ::unlink(filler.constData());
     struct statvfs disk;
-    if (bytes < 0 || ::statvfs(m_folder.constData(), &disk) != 0)
+    if (bytesToLeave < 0 || ::statvfs(folder.constData(), &disk) != 0)
         return;
-    const qint64 taken = static_cast<qint64>(disk.f_bavail * disk.f_frsize) - bytes;
+    const qint64 taken = static_cast<qint64>(disk.f_bavail * disk.f_frsize) - bytesToLeave;
     const int file = ::open(filler.constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
     if (file < 0 || (taken > 0 && ::posix_fallocate(file, 0, taken) != 0))
-        qFatal("cannot fill %s", m_folder.constData());
+        qFatal("cannot fill %s", folder.constData());
     ::close(file);
 }
 
-void FileSizeLimit::leave(qint64 bytes, qint64 process)
+} // namespace
+
+Room smallDisk(const QString& folder)
 {
-    const rlimit limit{bytes < 0 ? RLIM_INFINITY : static_cast<rlim_t>(bytes), RLIM_INFINITY};
-    if (::prlimit(static_cast<pid_t>(process), RLIMIT_FSIZE, &limit, nullptr) != 0)
-        qFatal("the size of files cannot be limited");
+    const QByteArray name = QFile::encodeName(folder);
+    const bool isMounted = ::unshare(CLONE_NEWNS) == 0
+        && ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
+        && ::mount("none", name.constData(), "tmpfs", 0, "size=2m") == 0;
+    if (!isMounted)
+        return {};
+    return {[name](qint64 bytes, qint64) { fill(name, bytes); }, "No space left on device"};
+}
+
+Room fileSizeLimit()
+{
+    const auto limitFiles = [](qint64 bytes, qint64 process) {
+        const rlimit limit{bytes < 0 ? RLIM_INFINITY : static_cast<rlim_t>(bytes), RLIM_INFINITY};
+        if (::prlimit(static_cast<pid_t>(process), RLIMIT_FSIZE, &limit, nullptr) != 0)
+            qFatal("the size of files cannot be limited");
+    };
+    return {limitFiles, "File too large"};
 }
 
 } // namespace soak

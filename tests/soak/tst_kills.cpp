@@ -9,6 +9,8 @@
 
 #include <cstdio>
 
+#include <sys/mount.h>
+
 using namespace soak;
 
 namespace {
@@ -95,19 +97,21 @@ void TestKills::twoProgramsOnOneProject()
 void TestKills::diskIsFull()
 {
     const QTemporaryDir folder;
-    SmallDisk disk;
-    if (!disk.mount(folder.path())) {
+    const Room room = smallDisk(folder.path());
+    if (!room.leave) {
         say("SKIP: no small file system can be mounted here to be filled");
         QSKIP("needs to be root");
     }
-    KillRound round(disk, folder.path());
-    campaign("the disk is full", 15, round);
+    {
+        KillRound round(room, folder.path());
+        campaign("the disk is full", 15, round);
+    }
+    ::umount2(QFile::encodeName(folder.path()).constData(), MNT_DETACH);
 }
 
 void TestKills::filesMayNotGrow()
 {
-    FileSizeLimit limit;
-    KillRound round(limit);
+    KillRound round(fileSizeLimit());
     campaign("files may not grow", 10, round);
 }
 

@@ -45,11 +45,15 @@ void TestDesignRecovery::everyStateComesBackAfterACrash()
         QVERIFY(project.editor().isModified());
         QCOMPARE(project.journal().count('\n'), commands);
     }
+    const QStringList last = project.state();
     while (!states.isEmpty()) {
         QCOMPARE(project.run("undo"), QString());
         QCOMPARE(project.state(), states.takeLast());
     }
     QVERIFY(!project.editor().undoStack().canUndo());
+    while (project.editor().undoStack().canRedo())
+        QCOMPARE(project.run("redo"), QString());
+    QCOMPARE(project.state(), last);
 }
 
 // Without a journal, and undoing past it is a change.
