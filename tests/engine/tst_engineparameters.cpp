@@ -33,7 +33,6 @@ private Q_SLOTS:
     void init();
     void configuresOrSaysWhyNot_data();
     void configuresOrSaysWhyNot();
-    void summariesTellValues();
     void restoredResourcesAreAsInTheFile();
     void dialogChangesWhatWasTyped_data();
     void dialogChangesWhatWasTyped();
@@ -106,16 +105,6 @@ void TestEngineParameters::configuresOrSaysWhyNot()
     QCOMPARE(m_engine->configure(resource, key, value), refusal);
     if (m_engine->design().find(resource) >= 0)
         QCOMPARE(valueOf(resource, key), inForce);
-}
-
-void TestEngineParameters::summariesTellValues()
-{
-    const std::string reference = "top/ip/ref";
-    const std::string pll = "top/<b>pll";
-    QCOMPARE(m_engine->getResourceSummary(&reference), std::string("fixed on REF_L, 156.25 MHz"));
-    QCOMPARE(m_engine->getResourceSummary(&pll), std::string("not placed, 100 MHz"));
-    QCOMPARE(m_engine->configure(QString::fromStdString(pll), "frequency", "75"), "");
-    QCOMPARE(m_engine->getResourceSummary(&pll), std::string("not placed, 75 MHz"));
 }
 
 void TestEngineParameters::restoredResourcesAreAsInTheFile()

@@ -2,6 +2,7 @@
 #include "host/loadprogress.h"
 #include "tests/host/hostfiles.h"
 #include "tests/host/shownwindow.h"
+#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QApplication>
@@ -10,7 +11,6 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QTest>
 #include <QTimer>
 
 using namespace mirn::zelchip;
@@ -110,23 +110,22 @@ void TestLoadProgress::appearsForLongLoadsOnly()
 
 void TestLoadProgress::cancelLeavesWhatIsOpen_data()
 {
-    QTest::addColumn<QString>("word");
-    QTest::addColumn<int>("value");
-    QTest::newRow("while reading") << "Reading" << 0;
-    QTest::newRow("while items are made") << "Building" << 400;
-    QTest::newRow("while they are added") << "Building" << 800;
+    zeltest::addRows({
+        {"while reading", "Reading", "0"},
+        {"while items are made", "Building", "400"},
+        {"while they are added", "Building", "800"},
+    });
 }
 
 void TestLoadProgress::cancelLeavesWhatIsOpen()
 {
-    QFETCH(QString, word);
-    QFETCH(int, value);
+    const auto [word, value] = zeltest::currentRow<2>();
     HostFiles files;
     MainWindow window(openSession(files.project.path()));
     window.show();
     const QString title = window.windowTitle();
     {
-        const Watcher watcher(word, value);
+        const Watcher watcher(word, value.toInt());
         window.open(files.write("large.svg", largeDrawing()));
         QVERIFY(watcher.hasSeen(word));
     }
