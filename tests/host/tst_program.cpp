@@ -1,22 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "tests/host/hostfiles.h"
+#include "tests/program/batchprogram.h"
 #include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QImage>
-#include <QProcess>
 #include <QRegularExpression>
 
 namespace {
 
-struct Outcome
-{
-    int status = -1;
-    QString output;
-    QString errors;
-};
-
-// Runs zelchip without a display, without a choice of platform, and in the poorest locale.
+// Without a display, without a choice of platform, and in the poorest locale.
 Outcome runProgram(const QStringList& arguments, const QString& scaleFactor = QString())
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -25,17 +18,10 @@ Outcome runProgram(const QStringList& arguments, const QString& scaleFactor = QS
     environment.insert("LC_ALL", "C");
     if (!scaleFactor.isEmpty())
         environment.insert("QT_SCALE_FACTOR", scaleFactor);
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(ZELCHIP_PROGRAM, arguments);
-    Outcome outcome;
-    if (process.waitForFinished() && process.exitStatus() == QProcess::NormalExit)
-        outcome.status = process.exitCode();
-    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
-    outcome.errors = QString::fromUtf8(process.readAllStandardError());
+    Outcome outcome = run(ZELCHIP_PROGRAM, arguments, environment);
     // Without an argument it is the sample of this build, in which somebody may be at work.
     static const QRegularExpression Recovered("^zelchip: \\d+ changes? that w\\w+ not saved \\w+ back\\.\n");
-    outcome.errors.remove(Recovered);
+    outcome.errors = QString::fromUtf8(outcome.errors).remove(Recovered).toUtf8();
     return outcome;
 }
 
@@ -89,8 +75,8 @@ void TestProgram::answers()
     const auto dot = QRegularExpression::DotMatchesEverythingOption;
     const Outcome outcome = runProgram(arguments.split(' ', Qt::SkipEmptyParts));
     QCOMPARE(outcome.status, status.toInt());
-    QVERIFY2(QRegularExpression(output, dot).match(outcome.output).hasMatch(), qPrintable(outcome.output));
-    QVERIFY2(QRegularExpression(errors, dot).match(outcome.errors).hasMatch(), qPrintable(outcome.errors));
+    QVERIFY2(QRegularExpression(output, dot).match(outcome.output).hasMatch(), outcome.output.constData());
+    QVERIFY2(QRegularExpression(errors, dot).match(QString::fromUtf8(outcome.errors)).hasMatch(), outcome.errors);
 }
 
 void TestProgram::namesWhatItCannotOpen()
@@ -100,7 +86,7 @@ void TestProgram::namesWhatItCannotOpen()
     const QString snapshot = files.path("x.png");
     const Outcome outcome = runProgram({drawing, "--snapshot", snapshot});
     QCOMPARE(outcome.status, 1);
-    QVERIFY2(outcome.errors.startsWith("zelchip: " + drawing + ":3:"), qPrintable(outcome.errors));
+    QVERIFY2(outcome.errors.startsWith("zelchip: " + drawing.toUtf8() + ":3:"), outcome.errors);
     QVERIFY(!QFileInfo::exists(snapshot));
 }
 
@@ -126,7 +112,7 @@ void TestProgram::savesASnapshot()
         QFile::remove(snapshot);
         const Outcome outcome = runProgram({path, "--snapshot", snapshot, "--size", size}, scaleFactor);
         QCOMPARE(outcome.status, 0);
-        QCOMPARE(outcome.output + outcome.errors, QString());
+        QCOMPARE(outcome.output + outcome.errors, QByteArray());
         const QImage image(snapshot);
         QTEST(image.size(), "pixels");
         QVERIFY(colorsOf(image).contains(qRgb(0xa0, 0xc0, 0xe0))); // the channel of the drawing
@@ -138,7 +124,7 @@ void TestProgram::showsTheSampleByDefault()
     HostFiles files;
     const QString snapshot = files.path("sample.png");
     const Outcome outcome = runProgram({"--snapshot", snapshot});
-    QCOMPARE(outcome.errors, QString());
+    QCOMPARE(outcome.errors, QByteArray());
     QCOMPARE(outcome.status, 0);
     const QImage image(snapshot);
     QCOMPARE(image.size(), QSize(1600, 1000));

@@ -105,14 +105,10 @@ void TestSession::refuses_data()
     row("nothing of that name", "none.svg", {}, "^none\\.svg: there is no such file or folder");
     row("a folder that is no project", "", {}, "no project.*project\\.json");
     row("an empty file", "a.svg", "", "^a\\.svg:1:1: .*expected an <svg>");
-    row("a text", "a.svg", "hello", "^a\\.svg:1:1: .*expected");
     row("XML, but no drawing", "a.svg", "<html/>", "^a\\.svg:1:1: .*expected .*svg");
     row("a truncated drawing", "a.svg", smallDrawing().left(700), "^a\\.svg:\\d+:\\d+: .*truncated");
-    row("a project that is no JSON", "project.json", "{\n  \"name\":\n}", "^project\\.json:\\d+:\\d+: ");
-    row("a project without its device", "project.json", R"({"name": "a", "device": "gone.json"})", "gone\\.json");
     row("a misspelt key is named with what is missing", "project.json", R"({"name": "a", "devise": "device.json"})",
         "(?s)^project\\.json:1:1: \"device\" is missing.*project\\.json:1:\\d+: unknown key \"devise\"");
-    row("a drawing that is called a project", "project.json", smallDrawing(), "^project\\.json:1:\\d+: ");
 }
 
 void TestSession::refuses()

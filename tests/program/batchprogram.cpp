@@ -47,3 +47,16 @@ QByteArrayList BatchProgram::kill()
     m_errors += m_process.readAllStandardError();
     return lines;
 }
+
+Outcome run(const QString& program, const QStringList& arguments, const QProcessEnvironment& environment)
+{
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments);
+    Outcome outcome;
+    if (process.waitForFinished() && process.exitStatus() == QProcess::NormalExit)
+        outcome.status = process.exitCode();
+    outcome.output = process.readAllStandardOutput();
+    outcome.errors = process.readAllStandardError();
+    return outcome;
+}

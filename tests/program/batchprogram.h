@@ -22,3 +22,13 @@ private:
     QProcess m_process;
     QByteArray m_errors;
 };
+
+struct Outcome
+{
+    int status = -1; // of a run that did not come to its own end
+    QByteArray output;
+    QByteArray errors;
+};
+
+[[nodiscard]] Outcome run(const QString& program, const QStringList& arguments,
+    const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());

@@ -27,25 +27,6 @@ proc state {} {
 }
 )";
 
-struct Outcome
-{
-    int status = -1; // of a run that did not come to its own end
-    QByteArray output;
-    QByteArray errors;
-};
-
-Outcome run(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    Outcome outcome;
-    if (process.waitForFinished() && process.exitStatus() == QProcess::NormalExit)
-        outcome.status = process.exitCode();
-    outcome.output = process.readAllStandardOutput();
-    outcome.errors = process.readAllStandardError();
-    return outcome;
-}
-
 Outcome run(const QStringList& arguments)
 {
     return run(ZELCHIP_PROGRAM, arguments);

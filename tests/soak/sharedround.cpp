@@ -38,7 +38,8 @@ QByteArray SharedRound::run(const QByteArrayList& steps)
     ++m_figures.rounds;
     QByteArray problem;
     for (const QByteArray& step : restart + steps + restart) {
-        problem = problem.isEmpty() ? make(step) : problem;
+        if (problem.isEmpty())
+            problem = make(step);
     }
     m_programs = {};
     return problem;
