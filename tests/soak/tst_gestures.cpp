@@ -20,6 +20,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QFont>
+#include <QPixmapCache>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QRegularExpression>
@@ -125,6 +126,7 @@ int replay(const QByteArrayList& gestures, int milliseconds)
             fault = window.end();
             if (fault.isEmpty())
                 fault = leak();
+            QPixmapCache::clear(); // where Qt's style keeps what it painted for each size of a widget, up to 10 MB
             memory.push_back(memoryInUse());
         }
         std::printf("%s%d\n", Step.constData(), done + 1);
