@@ -1,54 +1,46 @@
 // SPDX-License-Identifier: MIT
 #include "chipview/chipviewnavigator.h"
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
-#include <QScrollBar>
 #include <QWheelEvent>
 
 #include <climits>
 #include <cmath>
+#include <functional>
 
 using namespace zeltest;
 
 namespace {
 
-void turnWheel(QPoint angleDelta, Qt::KeyboardModifiers modifiers)
+// What somebody does to move the view.
+using Deed = std::function<void()>;
+
+Deed request(int how, int count)
 {
-    QWidget* viewport = ChipView::view()->viewport();
-    const QPoint middle = viewport->rect().center();
-    QWheelEvent event(
-        middle, viewport->mapToGlobal(middle), QPoint(), angleDelta, Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(viewport, &event);
+    return [=] {
+        ChipViewNavigator navigator(ChipView::view());
+        const auto navigating = static_cast<BaseNavigator::Navigating>(how);
+        navigator.updateView(nullptr, navigating, QRectF(0, 0, 10, 10)); // rectangles are not followed
+        navigator.updateView(nullptr, navigating, count);
+    };
 }
 
-// Zoom steps and scroll bar steps since the object was made.
-class Movement
+Deed key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
-public:
-    Movement()
-        : m_scale(ChipView::view()->transform().m11())
-        , m_position(position())
-    { }
+    return [=] { QTest::keyClick(ChipView::view(), key, modifiers); };
+}
 
-    QPoint scrollSteps() const
-    {
-        const QPoint way = position() - m_position;
-        return {way.x() / ChipView::view()->horizontalScrollBar()->singleStep(),
-            way.y() / ChipView::view()->verticalScrollBar()->singleStep()};
-    }
-
-    int zoomSteps() const { return qRound(std::log(ChipView::view()->transform().m11() / m_scale) / std::log(1.25)); }
-
-private:
-    static QPoint position()
-    {
-        return {ChipView::view()->horizontalScrollBar()->value(), ChipView::view()->verticalScrollBar()->value()};
-    }
-
-    double m_scale;
-    QPoint m_position;
-};
+Deed wheel(QPoint angleDelta, Qt::KeyboardModifiers modifiers = Qt::NoModifier, int times = 1)
+{
+    return [=] {
+        QWidget* viewport = ChipView::view()->viewport();
+        const QPoint middle = viewport->rect().center();
+        QWheelEvent event(middle, viewport->mapToGlobal(middle), QPoint(), angleDelta, Qt::NoButton, modifiers,
+            Qt::NoScrollPhase, false);
+        for (int i = 0; i < times; ++i)
+            QApplication::sendEvent(viewport, &event);
+    };
+}
 
 } // namespace
 
@@ -56,145 +48,74 @@ class TestNavigator : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void answersRequests_data();
-    void answersRequests();
-    void keysActOnce_data();
-    void keysActOnce();
-    void wheelActsOnce_data();
-    void wheelActsOnce();
-    void zoomingWithoutEffectEnds();
-    void fractionsOfAWheelStepAddUp();
+    void movesOnce_data()
+    {
+        const auto threeAndOneBack = [] {
+            wheel({0, 30}, Qt::ControlModifier, 3)();
+            wheel({0, -30}, Qt::ControlModifier)();
+        };
+        const Rows<Deed, int, QPoint> row; // zoom steps and, where there are none, steps of the scroll bars
+        row("no request", request(0, 1), 0, {0, 0});
+        row("zoom in three times", request(1, 3), 3, {});
+        row("zoom out twice", request(2, 2), -2, {});
+        row("zoom no times", request(1, 0), 0, {0, 0});
+        row("zoom minus one times", request(2, -1), 0, {0, 0});
+        row("up, by one step whatever the count", request(3, 5), 0, {0, -1});
+        row("down", request(4, 1), 0, {0, 1});
+        row("left", request(5, 1), 0, {-1, 0});
+        row("right", request(6, 1), 0, {1, 0});
+        row("left no times is a step down", request(5, 0), 0, {0, 1});
+        row("an unknown kind", request(7, 1), 0, {0, 0});
+        row("a number beyond all kinds", request(1000, 1), 0, {0, 0});
+        row("zoom in to the limit", request(1, INT_MAX), 60, {});
+        row("zoom out to the limit", request(2, INT_MAX), -3, {});
+        row("up by more than an int holds", request(3, INT_MAX), 0, {0, -1});
+        row("right by less than an int holds is left", request(6, INT_MIN), 0, {-1, 0});
+        row("the key plus", key(Qt::Key_Plus), 1, {});
+        row("plus of the key pad", key(Qt::Key_Plus, Qt::KeypadModifier), 1, {});
+        row("minus", key(Qt::Key_Minus), -1, {});
+        row("the key up", key(Qt::Key_Up), 0, {0, -1});
+        row("the key right", key(Qt::Key_Right), 0, {1, 0});
+        row("Ctrl+plus is the host's", key(Qt::Key_Plus, Qt::ControlModifier), 0, {0, 0});
+        row("a letter", key(Qt::Key_A), 0, {0, 0});
+        row("the wheel away scrolls up", wheel({0, 120}), 0, {0, -1});
+        row("as far as a number goes scrolls up", wheel({0, INT_MAX}), 0, {0, -1});
+        row("towards scrolls down", wheel({0, -120}), 0, {0, 1});
+        row("sideways", wheel({120, 0}), 0, {-1, 0});
+        row("Ctrl zooms in", wheel({0, 120}, Qt::ControlModifier), 1, {});
+        row("Ctrl, two notches towards, zooms out twice", wheel({0, -240}, Qt::ControlModifier), -2, {});
+        row("seven quarters of a notch", wheel({0, 30}, Qt::ControlModifier, 7), 1, {});
+        row("three quarters, and one back", threeAndOneBack, 0, {0, 0});
+        row("eight quarters", wheel({0, 30}, Qt::ControlModifier, 8), 2, {});
+    }
+
+    void movesOnce()
+    {
+        const auto [deed, zoomSteps, scrollSteps] = row<Deed, int, QPoint>();
+        ChipView chip;
+        chip.drawing.setSize(4000, 4000);
+        chip.open();
+        chip.view()->centerOn(2000, 2000);
+        const double scale = chip.view()->transform().m11();
+        const QPoint position = chip.scrolled();
+        deed();
+        QCOMPARE(qRound(std::log(chip.view()->transform().m11() / scale) / std::log(1.25)), zoomSteps);
+        const QPoint way = chip.scrolled() - position;
+        if (zoomSteps == 0)
+            QCOMPARE(QPoint(way.x() / chip.scrollStep().x(), way.y() / chip.scrollStep().y()), scrollSteps);
+    }
+
+    void zoomingWithoutEffectEnds()
+    {
+        ChipView chip;
+        chip.drawing.parameter.scaleStep = 0; // never comes to a limit
+        chip.open();
+        const QTransform before = chip.view()->transform();
+        request(BaseNavigator::NavigateZoomIn, INT_MAX)();
+        request(BaseNavigator::NavigateZoomOut, INT_MAX)();
+        QCOMPARE(chip.view()->transform(), before);
+    }
 };
-
-void TestNavigator::answersRequests_data()
-{
-    QTest::addColumn<int>("how");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("zoomSteps");
-    QTest::addColumn<QPoint>("scrollSteps");
-    QTest::newRow("nothing") << 0 << 1 << 0 << QPoint(0, 0);
-    QTest::newRow("zoom in three times") << 1 << 3 << 3 << QPoint();
-    QTest::newRow("zoom out twice") << 2 << 2 << -2 << QPoint();
-    QTest::newRow("zoom no times") << 1 << 0 << 0 << QPoint(0, 0);
-    QTest::newRow("zoom minus one times") << 2 << -1 << 0 << QPoint(0, 0);
-    QTest::newRow("up, by one step whatever the count") << 3 << 5 << 0 << QPoint(0, -1);
-    QTest::newRow("down") << 4 << 1 << 0 << QPoint(0, 1);
-    QTest::newRow("left") << 5 << 1 << 0 << QPoint(-1, 0);
-    QTest::newRow("right") << 6 << 1 << 0 << QPoint(1, 0);
-    QTest::newRow("left no times is a step down") << 5 << 0 << 0 << QPoint(0, 1);
-    QTest::newRow("an unknown kind") << 7 << 1 << 0 << QPoint(0, 0);
-    QTest::newRow("a number beyond all kinds") << 1000 << 1 << 0 << QPoint(0, 0);
-    QTest::newRow("zoom in to the limit") << 1 << INT_MAX << 60 << QPoint();
-    QTest::newRow("zoom out to the limit") << 2 << INT_MAX << -3 << QPoint();
-    QTest::newRow("up by more than an int holds") << 3 << INT_MAX << 0 << QPoint(0, -1);
-    QTest::newRow("right by less than an int holds is left") << 6 << INT_MIN << 0 << QPoint(-1, 0);
-}
-
-void TestNavigator::answersRequests()
-{
-    QFETCH(int, how);
-    QFETCH(int, count);
-    QFETCH(int, zoomSteps);
-    ChipView chip;
-    chip.drawing.parameter.width = chip.drawing.parameter.height = 4000;
-    chip.open();
-    chip.view()->centerOn(2000, 2000);
-    ChipViewNavigator navigator(chip.view());
-    const auto navigating = static_cast<BaseNavigator::Navigating>(how);
-    const Movement movement;
-    navigator.updateView(nullptr, navigating, QRectF(0, 0, 10, 10)); // rectangles are not followed
-    navigator.updateView(nullptr, navigating, count);
-    QCOMPARE(movement.zoomSteps(), zoomSteps);
-    if (zoomSteps == 0)
-        QTEST(movement.scrollSteps(), "scrollSteps");
-}
-
-void TestNavigator::zoomingWithoutEffectEnds()
-{
-    ChipView chip;
-    chip.drawing.parameter.scaleStep = 0; // never comes to a limit
-    chip.open();
-    const Movement movement;
-    ChipViewNavigator navigator(chip.view());
-    navigator.updateView(nullptr, BaseNavigator::NavigateZoomIn, INT_MAX);
-    navigator.updateView(nullptr, BaseNavigator::NavigateZoomOut, INT_MAX);
-    QCOMPARE(movement.zoomSteps(), 0);
-}
-
-void TestNavigator::keysActOnce_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("modifiers");
-    QTest::addColumn<int>("zoomSteps");
-    QTest::addColumn<QPoint>("scrollSteps");
-    QTest::newRow("plus") << int(Qt::Key_Plus) << int(Qt::NoModifier) << 1 << QPoint();
-    QTest::newRow("plus of the key pad") << int(Qt::Key_Plus) << int(Qt::KeypadModifier) << 1 << QPoint();
-    QTest::newRow("minus") << int(Qt::Key_Minus) << int(Qt::NoModifier) << -1 << QPoint();
-    QTest::newRow("up") << int(Qt::Key_Up) << int(Qt::NoModifier) << 0 << QPoint(0, -1);
-    QTest::newRow("right") << int(Qt::Key_Right) << int(Qt::NoModifier) << 0 << QPoint(1, 0);
-    QTest::newRow("Ctrl+plus is the host's") << int(Qt::Key_Plus) << int(Qt::ControlModifier) << 0 << QPoint(0, 0);
-    QTest::newRow("a letter") << int(Qt::Key_A) << int(Qt::NoModifier) << 0 << QPoint(0, 0);
-}
-
-void TestNavigator::keysActOnce()
-{
-    QFETCH(int, key);
-    QFETCH(int, modifiers);
-    QFETCH(int, zoomSteps);
-    ChipView chip;
-    chip.drawing.parameter.width = chip.drawing.parameter.height = 4000;
-    chip.open();
-    chip.view()->centerOn(2000, 2000);
-    const Movement movement;
-    QTest::keyClick(chip.view(), static_cast<Qt::Key>(key), Qt::KeyboardModifiers(modifiers));
-    QCOMPARE(movement.zoomSteps(), zoomSteps);
-    if (zoomSteps == 0)
-        QTEST(movement.scrollSteps(), "scrollSteps");
-}
-
-void TestNavigator::wheelActsOnce_data()
-{
-    QTest::addColumn<QPoint>("delta");
-    QTest::addColumn<int>("modifiers");
-    QTest::addColumn<int>("zoomSteps");
-    QTest::addColumn<QPoint>("scrollSteps");
-    QTest::newRow("away scrolls up") << QPoint(0, 120) << int(Qt::NoModifier) << 0 << QPoint(0, -1);
-    QTest::newRow("as far as a number goes scrolls up")
-        << QPoint(0, INT_MAX) << int(Qt::NoModifier) << 0 << QPoint(0, -1);
-    QTest::newRow("towards scrolls down") << QPoint(0, -120) << int(Qt::NoModifier) << 0 << QPoint(0, 1);
-    QTest::newRow("sideways") << QPoint(120, 0) << int(Qt::NoModifier) << 0 << QPoint(-1, 0);
-    QTest::newRow("Ctrl zooms in") << QPoint(0, 120) << int(Qt::ControlModifier) << 1 << QPoint();
-    QTest::newRow("Ctrl, two notches towards, zooms out twice")
-        << QPoint(0, -240) << int(Qt::ControlModifier) << -2 << QPoint();
-}
-
-void TestNavigator::wheelActsOnce()
-{
-    QFETCH(QPoint, delta);
-    QFETCH(int, modifiers);
-    QFETCH(int, zoomSteps);
-    ChipView chip;
-    chip.drawing.parameter.width = chip.drawing.parameter.height = 4000;
-    chip.open();
-    chip.view()->centerOn(2000, 2000);
-    const Movement movement;
-    turnWheel(delta, Qt::KeyboardModifiers(modifiers));
-    QCOMPARE(movement.zoomSteps(), zoomSteps);
-    if (zoomSteps == 0)
-        QTEST(movement.scrollSteps(), "scrollSteps");
-}
-
-void TestNavigator::fractionsOfAWheelStepAddUp()
-{
-    ChipView chip;
-    chip.open();
-    const Movement movement;
-    for (int i = 0; i < 7; ++i)
-        turnWheel({0, 30}, Qt::ControlModifier);
-    QCOMPARE(movement.zoomSteps(), 1);
-    turnWheel({0, 30}, Qt::ControlModifier);
-    QCOMPARE(movement.zoomSteps(), 2);
-}
 
 ZEL_TEST_MAIN(TestNavigator)
 #include "tst_navigator.moc"

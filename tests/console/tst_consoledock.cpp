@@ -3,6 +3,7 @@
 #include "host/console/consoledock.h"
 #include "host/console/consoleinput.h"
 #include "host/console/consoleoutput.h"
+#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QAction>
@@ -11,7 +12,6 @@
 #include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTest>
 #include <QTextBlock>
 #include <QTextDocumentFragment>
 #include <QToolButton>
@@ -32,7 +32,6 @@ private Q_SLOTS:
     void hugeTextsAreCut();
     void keepsABoundedNumberOfLines();
     void keepsABoundedNumberOfCharacters();
-    void colorsAreLegible_data();
     void colorsAreLegible();
     void colorsFollowThePalette();
     void originsAreToldApart();
@@ -90,27 +89,24 @@ void ConsoleDockTest::piecesContinueTheirLine()
 
 void ConsoleDockTest::showsTextAsItIs_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("shown");
-    const auto row
-        = [](const char* name, const QString& text, const QString& shown) { QTest::newRow(name) << text << shown; };
-    const QString html = QStringLiteral("<img src=\"x\"><b>bold</b>&amp;");
-    row("HTML", html, html);
-    row("non-ASCII", QStringLiteral("\u00e4\u6f22\u5b57\U0001f527"), QStringLiteral("\u00e4\u6f22\u5b57\U0001f527"));
-    row("control characters", QStringLiteral("a\x1b[31m\rb\x07\tc"), QStringLiteral("a\u241b[31m\u240db\u2407\tc"));
-    row("ends of paragraphs", QStringLiteral("a\u2029b\u2028c"), QStringLiteral("a\ufffdb\ufffdc"));
-    row("foreign line ends", QStringLiteral("a\r\nb\r\n"), QStringLiteral("a\nb"));
+    zeltest::addRows({
+        {"HTML", "<img src=\"x\"><b>bold</b>&amp;", "<img src=\"x\"><b>bold</b>&amp;"},
+        {"non-ASCII", u8"\u00e4\u6f22\u5b57\U0001f527", u8"\u00e4\u6f22\u5b57\U0001f527"},
+        {"control characters", u8"a\x1b[31m\rb\x07\tc", u8"a\u241b[31m\u240db\u2407\tc"},
+        {"ends of paragraphs", u8"a\u2029b\u2028c", u8"a\ufffdb\ufffdc"},
+        {"foreign line ends", "a\r\nb\r\n", "a\nb"},
+    });
 }
 
 void ConsoleDockTest::showsTextAsItIs()
 {
-    QFETCH(const QString, text);
+    const auto [text, shown] = zeltest::currentRow<2>();
     m_dock->showError(text);
-    QTEST(output()->toPlainText(), "shown");
+    QCOMPARE(output()->toPlainText(), shown);
     output()->clearAll();
     m_dock->showOutput(text);
     QCoreApplication::processEvents();
-    QTEST(output()->toPlainText(), "shown");
+    QCOMPARE(output()->toPlainText(), shown);
 }
 
 void ConsoleDockTest::hugeTextsAreCut()
@@ -130,7 +126,7 @@ void ConsoleDockTest::hugeTextsAreCut()
     QCOMPARE(lines().size(), 2);
     QVERIFY(lines().first().endsWith("y \u2026 (line cut)"));
     QVERIFY(lines().first().size() < ConsoleOutput::LongestLine + 20);
-    QCOMPARE(lines().last(), QString("next"));
+    QCOMPARE(lines().last(), "next");
 }
 
 void ConsoleDockTest::keepsABoundedNumberOfLines()
@@ -151,25 +147,20 @@ void ConsoleDockTest::keepsABoundedNumberOfCharacters()
     m_dock->showResult("last");
     QVERIFY(output()->document()->characterCount() <= ConsoleOutput::MostCharacters);
     QVERIFY(output()->document()->characterCount() > ConsoleOutput::MostCharacters / 2);
-    QCOMPARE(output()->document()->lastBlock().text(), QString("last"));
-}
-
-void ConsoleDockTest::colorsAreLegible_data()
-{
-    QTest::addColumn<QColor>("base");
-    for (const char* color : {"#ffffff", "#f2f3f5", "#1e2023", "#000000", "#777777", "#c41e1e", "#2f6db0"})
-        QTest::newRow(color) << QColor(QLatin1String(color));
+    QCOMPARE(output()->document()->lastBlock().text(), "last");
 }
 
 void ConsoleDockTest::colorsAreLegible()
 {
-    QFETCH(const QColor, base);
-    QPalette palette;
-    palette.setColor(QPalette::Base, base);
-    palette.setColor(QPalette::Text, base.lightness() > 128 ? Qt::black : Qt::white);
-    const ConsoleColors colors(palette);
-    for (const QColor& color : {colors.error, colors.accent, colors.muted})
-        QVERIFY2(contrast(color, base) > 4.4, qPrintable(color.name()));
+    for (const char* name : {"#ffffff", "#f2f3f5", "#1e2023", "#000000", "#777777", "#c41e1e", "#2f6db0"}) {
+        const QColor base{QLatin1String(name)};
+        QPalette palette;
+        palette.setColor(QPalette::Base, base);
+        palette.setColor(QPalette::Text, base.lightness() > 128 ? Qt::black : Qt::white);
+        const ConsoleColors colors(palette);
+        for (const QColor& color : {colors.error, colors.accent, colors.muted})
+            QVERIFY2(contrast(color, base) > 4.4, qPrintable(color.name() + " on " + name));
+    }
 }
 
 void ConsoleDockTest::colorsFollowThePalette()
@@ -210,7 +201,7 @@ void ConsoleDockTest::copiesNothingButTheText()
     action("selectAll")->trigger();
     action("copy")->trigger();
     const QMimeData* copied = QApplication::clipboard()->mimeData();
-    QCOMPARE(copied->text(), QString("foreach a b {\n}\na\u00a0b"));
+    QCOMPARE(copied->text(), "foreach a b {\n}\na\u00a0b");
     QVERIFY(!copied->hasHtml());
 }
 
@@ -220,7 +211,7 @@ void ConsoleDockTest::aSelectionDoesNotGrow()
     m_dock->showResult("second");
     output()->selectAll();
     m_dock->showResult("third");
-    QCOMPARE(output()->textCursor().selection().toPlainText(), QString("first\nsecond"));
+    QCOMPARE(output()->textCursor().selection().toPlainText(), "first\nsecond");
 }
 
 void ConsoleDockTest::staysWhereTheUserScrolledTo()
@@ -268,7 +259,7 @@ void ConsoleDockTest::listsCandidatesInColumns()
     QTest::keyClick(input(), Qt::Key_Tab);
     QVERIFY(lines().first().startsWith("top/cell000  top/cell001  "));
     QVERIFY(lines().size() < 50);
-    QCOMPARE(lines().last(), QString("and 100 more"));
+    QCOMPARE(lines().last(), "and 100 more");
 }
 
 void ConsoleDockTest::takesWhatTheInputEnters()
@@ -278,7 +269,7 @@ void ConsoleDockTest::takesWhatTheInputEnters()
     QTest::keyClick(input(), Qt::Key_Up);
     QTest::keyClick(input(), Qt::Key_Up);
     QTest::keyClick(input(), Qt::Key_Return);
-    QCOMPARE(entered.value(0).value(0).toString(), QString("undo"));
+    QCOMPARE(entered.value(0).value(0).toString(), "undo");
     QCOMPARE(m_dock->history(), QStringList({"undo", "redo", "undo"}));
 }
 

@@ -14,15 +14,13 @@ class ConsoleInputTest final : public zeltest::Test
 private Q_SLOTS:
     void init();
     void cleanup();
-    void entersWhatIsComplete_data();
     void entersWhatIsComplete();
     void continuesWhatIsIncomplete();
     void growsUpToSomeLines();
     void walksFromTheFirstAndLastLine();
-    void escapeEmptiesAndCanBeUndone();
-    void escapeComesBeforeAShortcutOfTheWindow();
+    void historyKeepsWhatIsWorthIt();
+    void escapeEmpties();
     void aRunningScriptHoldsEverythingUp();
-    void copyingComesBeforeCancelling();
     void tabCompletes();
     void secondTabAsksForTheCandidates();
     void givesItsTextToTheLetter();
@@ -32,6 +30,11 @@ private:
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(m_input.get(), key, modifiers);
+    }
+    void press(std::initializer_list<Qt::Key> keys)
+    {
+        for (Qt::Key key : keys)
+            press(key);
     }
 
     std::unique_ptr<ConsoleInput> m_input;
@@ -54,24 +57,15 @@ void ConsoleInputTest::cleanup()
     Test::cleanup();
 }
 
-void ConsoleInputTest::entersWhatIsComplete_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QStringList>("entered");
-    QTest::newRow("a command") << "puts a" << QStringList{"puts a"};
-    QTest::newRow("a command with closed braces") << "if 1 {puts a}" << QStringList{"if 1 {puts a}"};
-    QTest::newRow("nothing for nothing") << "" << QStringList();
-    QTest::newRow("nothing for blanks") << "  " << QStringList();
-}
-
 void ConsoleInputTest::entersWhatIsComplete()
 {
-    QFETCH(const QString, typed);
-    type(typed);
-    press(Qt::Key_Return);
-    QTEST(m_entered, "entered");
-    QTEST(m_input->history().entries(), "entered");
-    QCOMPARE(m_input->script(), QString());
+    for (const char* typed : {"puts a", "if 1 {puts b}", "", "  "}) { // the last two are nothing
+        type(typed);
+        press(Qt::Key_Return);
+        QCOMPARE(m_input->script(), QString());
+    }
+    QCOMPARE(m_entered, QStringList({"puts a", "if 1 {puts b}"}));
+    QCOMPARE(m_input->history().entries(), m_entered);
 }
 
 void ConsoleInputTest::continuesWhatIsIncomplete()
@@ -111,32 +105,36 @@ void ConsoleInputTest::walksFromTheFirstAndLastLine()
     m_input->history().setEntries({"oldest", "if 1 {\nb\n}", "newest"});
     type("unfinished");
     press(Qt::Key_Up);
-    QCOMPARE(m_input->script(), QString("newest"));
-    press(Qt::Key_Up);
-    press(Qt::Key_Up);
-    QCOMPARE(m_input->script(), QString("oldest"));
+    QCOMPARE(m_input->script(), "newest");
+    press({Qt::Key_Up, Qt::Key_Up, Qt::Key_Up});
+    QCOMPARE(m_input->script(), "oldest");
     press(Qt::Key_Down);
-    QCOMPARE(m_input->script(), QString("if 1 {\nb\n}"));
+    QCOMPARE(m_input->script(), "if 1 {\nb\n}");
     press(Qt::Key_Up); // to the second line
     type("!");
-    QCOMPARE(m_input->script(), QString("if 1 {\nb!\n}"));
-    press(Qt::Key_Down);
-    press(Qt::Key_Down);
-    press(Qt::Key_Down);
-    press(Qt::Key_Down);
-    QCOMPARE(m_input->script(), QString("unfinished"));
+    press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Up});
+    QCOMPARE(m_input->script(), "if 1 {\nb!\n}"); // as it was edited
+    press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down});
+    QCOMPARE(m_input->script(), "unfinished");
+    press({Qt::Key_Return, Qt::Key_Up}); // walks from the newest again
+    QCOMPARE(m_input->script(), "unfinished");
+    QCOMPARE(m_input->history().entries(), QStringList({"oldest", "if 1 {\nb\n}", "newest", "unfinished"}));
 }
 
-void ConsoleInputTest::escapeEmptiesAndCanBeUndone()
+// Neither blank ones nor equal ones in a row, and only the newest.
+void ConsoleInputTest::historyKeepsWhatIsWorthIt()
 {
-    type("puts a");
-    press(Qt::Key_Escape);
-    QCOMPARE(m_input->script(), QString());
-    m_input->undo();
-    QCOMPARE(m_input->script(), QString("puts a"));
+    const QStringList added{"a", "a", "", "b", " \n\t", "b", "c", "a", "d"};
+    CommandHistory history(3);
+    for (const QString& script : added)
+        history.add(script);
+    QCOMPARE(history.entries(), QStringList({"c", "a", "d"}));
+    history.setEntries(added.mid(0, 6));
+    QCOMPARE(history.entries(), QStringList({"a", "b"}));
 }
 
-void ConsoleInputTest::escapeComesBeforeAShortcutOfTheWindow()
+// Before a shortcut of the window, and it can be undone.
+void ConsoleInputTest::escapeEmpties()
 {
     const auto isTaken = [this] {
         QKeyEvent event(QEvent::ShortcutOverride, Qt::Key_Escape, Qt::NoModifier);
@@ -145,8 +143,12 @@ void ConsoleInputTest::escapeComesBeforeAShortcutOfTheWindow()
         return event.isAccepted();
     };
     QVERIFY(!isTaken());
-    type("a");
+    type("puts a");
     QVERIFY(isTaken());
+    press(Qt::Key_Escape);
+    QCOMPARE(m_input->script(), QString());
+    m_input->undo();
+    QCOMPARE(m_input->script(), "puts a");
 }
 
 void ConsoleInputTest::aRunningScriptHoldsEverythingUp()
@@ -157,25 +159,18 @@ void ConsoleInputTest::aRunningScriptHoldsEverythingUp()
     press(Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(cancelled.count(), 0);
     m_input->setRunning(true);
-    press(Qt::Key_Return);
-    press(Qt::Key_Tab);
+    press({Qt::Key_Return, Qt::Key_Tab});
     QCOMPARE(m_entered, QStringList());
-    QCOMPARE(m_input->script(), QString("puts a"));
+    QCOMPARE(m_input->script(), "puts a");
     press(Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(cancelled.count(), 1);
+    m_input->selectAll(); // so it copies
+    press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(cancelled.count(), 1);
+    m_input->moveCursor(QTextCursor::End);
     m_input->setRunning(false);
     press(Qt::Key_Return);
     QCOMPARE(m_entered, QStringList{"puts a"});
-}
-
-void ConsoleInputTest::copyingComesBeforeCancelling()
-{
-    QSignalSpy cancelled(m_input.get(), &ConsoleInput::cancelRequested);
-    m_input->setRunning(true);
-    type("puts a");
-    m_input->selectAll();
-    press(Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(cancelled.count(), 0);
 }
 
 void ConsoleInputTest::tabCompletes()
@@ -186,13 +181,12 @@ void ConsoleInputTest::tabCompletes()
         return Completion{{"place"}, 4, "place "};
     });
     type("zel pl -id 3");
-    for (int i = 0; i < 6; ++i)
-        press(Qt::Key_Left);
+    press({Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left});
     press(Qt::Key_Tab);
-    QCOMPARE(asked, QString("zel pl"));
-    QCOMPARE(m_input->script(), QString("zel place -id 3")); // with one blank
+    QCOMPARE(asked, "zel pl");
+    QCOMPARE(m_input->script(), "zel place -id 3"); // with one blank
     type("d");
-    QCOMPARE(m_input->script(), QString("zel placed -id 3"));
+    QCOMPARE(m_input->script(), "zel placed -id 3");
 }
 
 void ConsoleInputTest::secondTabAsksForTheCandidates()
@@ -201,15 +195,14 @@ void ConsoleInputTest::secondTabAsksForTheCandidates()
     m_input->setCompleter([](const QString&) { return Completion{{"foreach", "format"}, 0, "fo"}; });
     type("f");
     press(Qt::Key_Tab);
-    QCOMPARE(m_input->script(), QString("fo"));
+    QCOMPARE(m_input->script(), "fo");
     QCOMPARE(found.count(), 0);
     press(Qt::Key_Tab);
     QCOMPARE(found.value(0).value(0).toStringList(), QStringList({"foreach", "format"}));
     m_input->setCompleter([](const QString& before) { return Completion{{}, 0, before}; });
-    press(Qt::Key_Tab);
-    press(Qt::Key_Tab);
+    press({Qt::Key_Tab, Qt::Key_Tab});
     QCOMPARE(found.count(), 1);
-    QCOMPARE(m_input->script(), QString("fo"));
+    QCOMPARE(m_input->script(), "fo");
 }
 
 void ConsoleInputTest::givesItsTextToTheLetter()

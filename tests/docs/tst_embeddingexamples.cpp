@@ -14,7 +14,6 @@
 #include <QComboBox>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace mirn::zelchipview;
 

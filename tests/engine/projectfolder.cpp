@@ -64,12 +64,12 @@ const char* const PROJECT = R"({
 
 } // namespace
 
-ProjectFolder::ProjectFolder()
+ProjectFolder::ProjectFolder(const QByteArray& resources)
     : m_folder(QDir::tempPath() + QStringLiteral("/zel project \u00e4\u00f6-XXXXXX"))
 {
-    write(QStringLiteral("project.json"), PROJECT);
-    write(QStringLiteral("device.json"), DEVICE);
-    write(QStringLiteral("design.json"), designWith("[]"));
+    write("project.json", PROJECT);
+    write("device.json", DEVICE);
+    write("design.json", designWith(resources));
 }
 
 void ProjectFolder::write(const QString& fileName, const QByteArray& content)

@@ -6,12 +6,12 @@
 #include <QTemporaryDir>
 
 // A project in a temporary folder. It begins as the smallest one that has everything: two neighbouring units of two
-// channels and a transmit PLL each, a third unit apart, two reference clocks, two banks of two supplies, and an empty
-// design. Tests replace what they are about.
+// channels and a transmit PLL each, a third unit apart, two reference clocks, two banks of two supplies, and a design
+// of these resources. Tests replace what they are about.
 class ProjectFolder
 {
 public:
-    ProjectFolder();
+    explicit ProjectFolder(const QByteArray& resources = "[]");
 
     void write(const QString& fileName, const QByteArray& content);
 

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "engine/referenceengine.h"
 #include "platform/contract/zeltext.h"
+#include "tests/engine/openengine.h"
 #include "tests/engine/projectfolder.h"
+#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
-
-#include <QTest>
 
 using mirn::zelengine::ReferenceEngine;
 
@@ -24,14 +23,14 @@ const char* const DESIGN = R"([
 void describe(const zeltreeviewcell& cell, const QString& indent, QStringList& lines)
 {
     QString line = indent + fromEngineText(*cell.name) + QLatin1Char(' ');
-    line += cell.type ? fromEngineText(*cell.type) : QStringLiteral("-");
+    line += cell.type ? fromEngineText(*cell.type) : "-";
     if (cell.ids)
         line += QLatin1Char(' ') + fromEngineText(*cell.ids->begin()->second);
     if (!cell.columns->empty())
         line += QLatin1Char(' ') + fromEngineText(*cell.columns->begin()->second);
-    line += cell.draggable ? QStringLiteral(" drag") : QString();
-    line += cell.resettable ? QStringLiteral(" reset") : QString();
-    line += cell.uvccio ? QStringLiteral(" uvccio") : QString();
+    line += cell.draggable ? " drag" : QString();
+    line += cell.resettable ? " reset" : QString();
+    line += cell.uvccio ? " uvccio" : QString();
     lines.append(line);
     for (const zeltreeviewcell* child : *cell.children)
         describe(*child, indent + QLatin1Char('.'), lines);
@@ -48,7 +47,6 @@ private Q_SLOTS:
     void makesCells();
     void summarises_data();
     void summarises();
-    void codesKinds_data();
     void codesKinds();
     void countsUsage();
     void marksOccupiedSites();
@@ -60,18 +58,14 @@ private Q_SLOTS:
     void loadsManyResources();
 
 private:
-    ProjectFolder m_folder;
+    const ProjectFolder m_folder{DESIGN};
     std::unique_ptr<ReferenceEngine> m_engine;
 };
 
 void TestEngineTree::init()
 {
     zeltest::Test::init();
-    m_folder.write(QStringLiteral("design.json"), designWith(DESIGN));
-    QString error;
-    QStringList warnings;
-    m_engine = ReferenceEngine::open(m_folder.path(), &error, &warnings);
-    QVERIFY2(m_engine, qPrintable(error));
+    m_engine = openEngine(m_folder.path());
 }
 
 void TestEngineTree::makesCells()
@@ -88,57 +82,35 @@ void TestEngineTree::makesCells()
 
 void TestEngineTree::summarises_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("summary");
-    QTest::newRow("an IP counts its parts") << "top/ip"
-                                            << "2 of 3 placed";
-    QTest::newRow("what is placed names its site") << "top/ip/a"
-                                                   << "on U0_CH0";
-    QTest::newRow("what is fixed says so") << "top/ip/ref"
-                                           << "fixed on REF_L, 100 MHz";
-    QTest::newRow("what is not placed") << "top/ip/b"
-                                        << "not placed";
-    QTest::newRow("a folder counts what is in it") << "top/clk"
-                                                   << "1 of 1 placed";
-    QTest::newRow("nothing to count") << "top/empty"
-                                      << "";
-    QTest::newRow("nothing of that name") << "top/ip/x"
-                                          << "";
+    zeltest::addRows({
+        {"an IP counts its parts", "top/ip", "2 of 3 placed"},
+        {"what is placed names its site", "top/ip/a", "on U0_CH0"},
+        {"what is fixed says so", "top/ip/ref", "fixed on REF_L, 100 MHz"},
+        {"what is not placed", "top/ip/b", "not placed"},
+        {"a folder counts what is in it", "top/clk", "1 of 1 placed"},
+        {"nothing to count", "top/empty", ""},
+        {"nothing of that name", "top/ip/x", ""},
+    });
 }
 
 void TestEngineTree::summarises()
 {
-    QFETCH(QString, name);
-    QFETCH(QString, summary);
+    const auto [name, summary] = zeltest::currentRow<2>();
     const std::string text = toEngineText(name);
     QCOMPARE(fromEngineText(m_engine->getResourceSummary(&text)), summary);
 }
 
-void TestEngineTree::codesKinds_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("code");
-    QTest::newRow("an IP") << "top/ip" << int(ZEL_RESOURCE_IP);
-    QTest::newRow("a channel") << "top/ip/a" << int(ZEL_RESOURCE_DCUCHANNEL);
-    QTest::newRow("a reference clock") << "top/ip/ref" << int(ZEL_RESOURCE_EXTREF);
-    QTest::newRow("a PLL") << "top/clk/pll" << int(ZEL_RESOURCE_PLL);
-    QTest::newRow("a supply") << QString::fromUtf8("top/v\xC3\xA9") << int(ZEL_RESOURCE_UVCCIO);
-    QTest::newRow("the design") << "top" << int(ZEL_RESOURCE_ZEL);
-    QTest::newRow("a folder") << "top/clk" << int(ZEL_RESOURCE_UNKNOWN);
-    QTest::newRow("the id of a unit") << "10" << int(ZEL_RESOURCE_IP);
-    QTest::newRow("the id of a channel") << "12" << int(ZEL_RESOURCE_DCUCHANNEL);
-    QTest::newRow("the id of a supply") << "62" << int(ZEL_RESOURCE_UVCCIO);
-    QTest::newRow("the id of a pad") << "70" << int(ZEL_RESOURCE_UNKNOWN);
-    QTest::newRow("an id of nothing") << "-3" << int(ZEL_RESOURCE_UNKNOWN);
-    QTest::newRow("an empty text") << "" << int(ZEL_RESOURCE_UNKNOWN);
-}
-
 void TestEngineTree::codesKinds()
 {
-    QFETCH(QString, name);
-    QFETCH(int, code);
-    const std::string text = toEngineText(name);
-    QCOMPARE(m_engine->getResourceType(&text), code);
+    const std::pair<const char*, int> kinds[] = {{"top/ip", ZEL_RESOURCE_IP}, {"top/ip/a", ZEL_RESOURCE_DCUCHANNEL},
+        {"top/ip/ref", ZEL_RESOURCE_EXTREF}, {"top/clk/pll", ZEL_RESOURCE_PLL}, {"top/v\xe9", ZEL_RESOURCE_UVCCIO},
+        {"top", ZEL_RESOURCE_ZEL}, {"top/clk", ZEL_RESOURCE_UNKNOWN}, {"10", ZEL_RESOURCE_IP},
+        {"12", ZEL_RESOURCE_DCUCHANNEL}, {"62", ZEL_RESOURCE_UVCCIO}, {"70", ZEL_RESOURCE_UNKNOWN},
+        {"-3", ZEL_RESOURCE_UNKNOWN}, {"", ZEL_RESOURCE_UNKNOWN}};
+    for (const auto& [name, code] : kinds) {
+        const std::string text = name;
+        QVERIFY2(m_engine->getResourceType(&text) == code, name);
+    }
 }
 
 void TestEngineTree::countsUsage()
@@ -164,7 +136,7 @@ void TestEngineTree::marksOccupiedSites()
     QCOMPARE(*bag()->getAttributeValue(&fill), std::string("#a690d2"));
     QCOMPARE(*bag()->getAttributeValue(&popup), std::string("Channel U0_CH0: top/ip/a"));
     QCOMPARE(*bag()->getAttributeValue(&lane), std::string("0"));
-    QCOMPARE(m_engine->reset(QStringLiteral("top/ip/a")), QString());
+    QCOMPARE(m_engine->reset("top/ip/a"), QString());
     QVERIFY(!bag()->getAttributeValue(&fill));
     QVERIFY(!bag()->getAttributeValue(&popup));
     QCOMPARE(*bag()->getAttributeValue(&lane), std::string("0"));
@@ -178,23 +150,21 @@ void TestEngineTree::marksConflictingSites()
         const std::string* text = m_engine->chip()->records().at(1)->attributes->getAttributeValue(&key);
         return text ? *text : std::string();
     };
-    QCOMPARE(m_engine->setSetting(10, QStringLiteral("CH1"), QStringLiteral("OFF")), QString());
+    QCOMPARE(m_engine->setSetting(10, "CH1", "OFF"), QString());
     QCOMPARE(value(fill), std::string("#d64541"));
     QCOMPARE(value(popup), std::string("Channel U0_CH0: top/ip/a\nConflict: CH0 is OFF"));
     m_engine->setSettingChanges(10, {}); // as undo does
     QCOMPARE(value(fill), std::string("#a690d2"));
-    QCOMPARE(m_engine->reset(QStringLiteral("top/ip/a")), QString());
-    QCOMPARE(m_engine->setSetting(10, QStringLiteral("CH0"), QStringLiteral("OFF")), QString());
+    QCOMPARE(m_engine->reset("top/ip/a"), QString());
+    QCOMPARE(m_engine->setSetting(10, "CH0", "OFF"), QString());
     QCOMPARE(value(fill), std::string()); // nobody minds
 }
 
 void TestEngineTree::keepsNamesWithoutARoot()
 {
-    m_folder.write(QStringLiteral("design.json"), "{\"resources\": [{\"name\": \"a\", \"type\": \"PLL\"}]}");
-    QString error;
-    QStringList warnings;
-    const auto engine = ReferenceEngine::open(m_folder.path(), &error, &warnings);
-    QVERIFY2(engine, qPrintable(error));
+    ProjectFolder folder;
+    folder.write("design.json", R"({"resources": [{"name": "a", "type": "PLL"}]})");
+    const auto engine = openEngine(folder.path());
     QCOMPARE(*engine->tree()->name, std::string());
     const std::string name = "/a";
     QCOMPARE(engine->getResourceType(&name), int(ZEL_RESOURCE_PLL));
@@ -204,42 +174,25 @@ void TestEngineTree::keepsNamesWithoutARoot()
 
 void TestEngineTree::settings_data()
 {
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("refusal");
-    QTest::addColumn<QStringList>("inForce");
-    QTest::newRow("one channel") << "CH0"
-                                 << "FAST"
-                                 << "" << QStringList{"FAST", "SLOW"};
-    QTest::newRow("what holds for both") << "CH1"
-                                         << "OFF"
-                                         << "" << QStringList{"OFF", "OFF"};
-    QTest::newRow("no such value") << "CH0"
-                                   << "LOUD"
-                                   << "CH0 cannot be \"LOUD\", expected \"SLOW\" or \"FAST\""
-                                   << QStringList{"SLOW", "SLOW"};
-    QTest::newRow("no such key") << "CH2"
-                                 << "OFF"
-                                 << "U0 has no setting \"CH2\", expected \"CH0\" or \"CH1\""
-                                 << QStringList{"SLOW", "SLOW"};
+    zeltest::addRows({
+        {"one channel", "CH0", "FAST", "FAST SLOW"},
+        {"what holds for both", "CH1", "OFF", "OFF OFF"},
+        {"no such value", "CH0", "LOUD", "SLOW SLOW", "CH0 cannot be \"LOUD\", expected \"SLOW\" or \"FAST\""},
+        {"no such key", "CH2", "OFF", "SLOW SLOW", "U0 has no setting \"CH2\", expected \"CH0\" or \"CH1\""},
+        {"a key of both", "CH0:CH1", "OFF", "SLOW SLOW", "U0 has no setting \"CH0:CH1\", expected \"CH0\" or \"CH1\""},
+    });
 }
 
 void TestEngineTree::settings()
 {
-    QFETCH(QString, key);
-    QFETCH(QString, value);
-    QFETCH(QString, refusal);
-    QFETCH(QStringList, inForce);
-    const auto values = [this] {
-        return QStringList{m_engine->settings().value(10, QStringLiteral("CH0")),
-            m_engine->settings().value(10, QStringLiteral("CH1"))};
-    };
+    const auto [key, value, inForce, refusal] = zeltest::currentRow<4>();
+    const auto values
+        = [this] { return m_engine->settings().value(10, "CH0") + ' ' + m_engine->settings().value(10, "CH1"); };
     QCOMPARE(m_engine->setSetting(10, key, value), refusal);
     QCOMPARE(values(), inForce);
     // Leaving a common value by one channel leaves it for the other as well.
-    QCOMPARE(m_engine->setSetting(10, QStringLiteral("CH0"), QStringLiteral("SLOW")), QString());
-    const QStringList fresh{QStringLiteral("SLOW"), QStringLiteral("SLOW")};
-    QCOMPARE(values(), fresh);
+    QCOMPARE(m_engine->setSetting(10, "CH0", "SLOW"), QString());
+    QCOMPARE(values(), "SLOW SLOW");
     QVERIFY(m_engine->settings().changes().isEmpty());
 }
 
@@ -279,11 +232,8 @@ void TestEngineTree::loadsManyResources()
                 += (member ? ",{\"name\":\"" : "{\"name\":\"") + QByteArray::number(member) + "\",\"type\":\"PLL\"}";
         resources += "]}";
     }
-    m_folder.write(QStringLiteral("design.json"), designWith(resources + ']'));
-    QString error;
-    QStringList warnings;
-    const auto engine = ReferenceEngine::open(m_folder.path(), &error, &warnings);
-    QVERIFY2(engine, qPrintable(error));
+    const ProjectFolder folder(resources + ']');
+    const auto engine = openEngine(folder.path());
     QCOMPARE(engine->tree()->children->size(), std::size_t(GROUPS));
     const std::string name = "top/g199/99";
     QCOMPARE(engine->getResourceSummary(&name), std::string("not placed, 100 MHz"));

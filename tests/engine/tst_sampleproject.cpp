@@ -3,9 +3,10 @@
 #include "engine/generator/haldenfloorplan.h"
 #include "engine/generator/sampledrawing.h"
 #include "engine/generator/sampleproject.h"
-#include "engine/referenceengine.h"
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zeltext.h"
+#include "tests/engine/openengine.h"
+#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QDir>
@@ -16,7 +17,6 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QTransform>
 
 #include <algorithm>
@@ -70,13 +70,11 @@ class TestSampleProject : public zeltest::Test
 private Q_SLOTS:
     void initTestCase();
     void isWhatTheGeneratorMakes();
-    void opensWithoutWarnings();
-    void hasLabelsThatFit();
+    void hasLabelsThatFitAndNoWarnings();
     void hasNoTextsThatOverlap();
     void drawsEverySiteAsARect();
     void filtersKnownElements();
     void canBePlacedCompletely();
-    void opensFromAnyFolder();
     void makesBenchmarkDrawings_data();
     void makesBenchmarkDrawings();
 
@@ -88,10 +86,7 @@ private:
 
 void TestSampleProject::initTestCase()
 {
-    QString error;
-    QStringList warnings;
-    m_engine = ReferenceEngine::open(m_folder, &error, &warnings);
-    QVERIFY2(m_engine, qPrintable(error));
+    m_engine = openEngine(m_folder);
     QVERIFY2(m_drawing.loadSVGElements(m_engine->chip()->drawingFile(), {}), m_drawing.errorString().c_str());
 }
 
@@ -106,21 +101,13 @@ void TestSampleProject::isWhatTheGeneratorMakes()
     }
 }
 
-void TestSampleProject::opensWithoutWarnings()
-{
-    QString error;
-    QStringList warnings;
-    QVERIFY(ReferenceEngine::open(m_folder, &error, &warnings));
-    QCOMPARE(warnings, QStringList());
-    QVERIFY(m_drawing.warnings().empty());
-    const auto count = m_drawing.getGraphicItems().size();
-    QVERIFY2(count > 5000 && count <= 20000, qPrintable(QString::number(count)));
-}
-
-void TestSampleProject::hasLabelsThatFit()
+void TestSampleProject::hasLabelsThatFitAndNoWarnings()
 {
     for (const std::string& label : sampleDrawing(halden::sites()).misfits)
         QFAIL(label.c_str());
+    QVERIFY(m_drawing.warnings().empty());
+    const auto count = m_drawing.getGraphicItems().size();
+    QVERIFY2(count > 5000 && count <= 20000, qPrintable(QString::number(count)));
 }
 
 // At every scale that can be reached in steps, among the texts of the layers that show there.
@@ -160,7 +147,7 @@ void TestSampleProject::drawsEverySiteAsARect()
 void TestSampleProject::filtersKnownElements()
 {
     QSet<QString> kinds;
-    const QRegularExpression pattern(QStringLiteral("^\"([^\"]+)\" (\\d+)$"));
+    const QRegularExpression pattern("^\"([^\"]+)\" (\\d+)$");
     const QByteArray content = contentOf(m_engine->device().filterFile());
     const auto lines = content.trimmed().split('\n');
     for (const QByteArray& line : lines) {
@@ -178,19 +165,16 @@ void TestSampleProject::canBePlacedCompletely()
     const auto start = m_engine->design();
     const auto place = [this](const char* resource, const char* site) {
         const auto* target = m_engine->device().site(QString::fromLatin1(site));
-        return m_engine->place(QStringLiteral("gateway/") + QLatin1String(resource), target->id);
+        return m_engine->place("gateway/" + QLatin1String(resource), target->id);
     };
     QCOMPARE(place("xaui", "DCU2"), QString());
     QVERIFY(!place("xaui/txpll", "DCU2_TXPLL").isEmpty()); // does not reach the channels in DCU3
-    QCOMPARE(place("xaui/txpll", "PLL_BR0"), QString());
-    QCOMPARE(place("xaui/refclk", "EXTREF2"), QString());
-    QCOMPARE(place("cpri", "DCU1"), QString());
-    QCOMPARE(place("cpri/txpll", "DCU1_TXPLL"), QString());
-    QCOMPARE(place("clocks/pll_eth", "PLL_BL1"), QString());
-    QCOMPARE(place("clocks/pll_video", "PLL_TL1"), QString());
-    QCOMPARE(place("supplies/vccio_host_b", "VCCIO0_2"), QString());
-    QCOMPARE(place("supplies/vccio_ddr_b", "VCCIO3_2"), QString());
-    QCOMPARE(place("supplies/vccio_lvds", "VCCIO2_1"), QString());
+    const std::pair<const char*, const char*> others[]
+        = {{"xaui/txpll", "PLL_BR0"}, {"xaui/refclk", "EXTREF2"}, {"cpri", "DCU1"}, {"cpri/txpll", "DCU1_TXPLL"},
+            {"clocks/pll_eth", "PLL_BL1"}, {"clocks/pll_video", "PLL_TL1"}, {"supplies/vccio_host_b", "VCCIO0_2"},
+            {"supplies/vccio_ddr_b", "VCCIO3_2"}, {"supplies/vccio_lvds", "VCCIO2_1"}};
+    for (const auto& [resource, site] : others)
+        QCOMPARE(place(resource, site), QString());
     for (const char* name : {"pcie", "xaui", "sgmii", "cpri", "clocks", "supplies"}) {
         const std::string path = std::string("gateway/") + name;
         const QStringList words = fromEngineText(m_engine->getResourceSummary(&path)).split(QLatin1Char(' '));
@@ -199,37 +183,22 @@ void TestSampleProject::canBePlacedCompletely()
     m_engine->setDesign(start);
 }
 
-void TestSampleProject::opensFromAnyFolder()
-{
-    QTemporaryDir parent;
-    const QString folder = parent.filePath(QString::fromUtf8("with blanks & \xC3\xA4\xE2\x82\xAC"));
-    QCOMPARE(writeFiles(sampleProject(), QFile::encodeName(folder).toStdString()), std::string());
-    QString error;
-    QStringList warnings;
-    const auto engine = ReferenceEngine::open(folder, &error, &warnings);
-    QVERIFY2(engine, qPrintable(error));
-    QVERIFY(SVGParser().loadSVGElements(engine->chip()->drawingFile(), {}));
-}
-
 void TestSampleProject::makesBenchmarkDrawings_data()
 {
-    QTest::addColumn<int>("elements");
-    QTest::addColumn<int>("layers");
-    QTest::newRow("a single element") << 1 << 1;
-    QTest::newRow("one layer") << 10000 << 1;
-    QTest::newRow("four layers") << 2000 << 4;
+    zeltest::addRows({{"a single element", "1", "1"}, {"one layer", "10000", "1"}, {"four layers", "2000", "4"}});
 }
 
 void TestSampleProject::makesBenchmarkDrawings()
 {
-    QFETCH(int, elements);
-    QFETCH(int, layers);
+    const auto [elementText, layerText] = zeltest::currentRow<2>();
+    const int elements = elementText.toInt();
+    const int layers = layerText.toInt();
     QTemporaryDir folder;
     const std::string drawing = benchmarkDrawing(elements, layers);
     QVERIFY(drawing == benchmarkDrawing(elements, layers));
     QCOMPARE(writeFiles({{"b.svg", drawing}}, folder.path().toStdString()), std::string());
     SVGParser parser;
-    QVERIFY(parser.loadSVGElements(folder.filePath(QStringLiteral("b.svg")).toStdString(), {}));
+    QVERIFY(parser.loadSVGElements(folder.filePath("b.svg").toStdString(), {}));
     std::array<int, 4> counts{};
     QSet<int> usedLayers;
     const QRectF area(0, 0, parser.getSVGParameter().width, parser.getSVGParameter().height);

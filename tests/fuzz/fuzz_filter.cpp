@@ -11,11 +11,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
 {
     const QString name = zelfuzz::inputFile("filter.txt", reinterpret_cast<const char*>(data), size);
     const std::optional<FilterKinds> kinds = readFilterFile(QFile::encodeName(name).toStdString());
-    if (!kinds)
-        std::abort();
-    for (const QSet<int>& ids : *kinds) {
-        if (ids.isEmpty())
-            std::abort(); // a kind comes with an element
-    }
+    zelfuzz::check(kinds.has_value());
+    for (const QSet<int>& ids : *kinds)
+        zelfuzz::check(!ids.isEmpty()); // a kind comes with an element
     return 0;
 }

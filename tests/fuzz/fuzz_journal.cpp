@@ -13,15 +13,11 @@ using mirn::zelchip::Journal;
 using mirn::zelchip::JournalReader;
 using mirn::zelchip::TclInterpreter;
 
+using zelfuzz::check;
+
 namespace {
 
 using Change = JournalReader::Change;
-
-void check(bool isRight)
-{
-    if (!isRight)
-        std::abort();
-}
 
 std::vector<Change> changesIn(const QString& fileName, qint64 size)
 {

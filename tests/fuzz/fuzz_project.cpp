@@ -16,13 +16,9 @@
 
 using namespace mirn::zelengine;
 
-namespace {
+using zelfuzz::check;
 
-void check(bool isRight)
-{
-    if (!isRight)
-        std::abort();
-}
+namespace {
 
 void checkPlaced(const Device& device, const Design& design)
 {

@@ -9,13 +9,18 @@
 
 namespace zelfuzz {
 
+inline void check(bool isRight)
+{
+    if (!isRight)
+        std::abort();
+}
+
 // A file of this name in a folder that lasts as long as the program, with this content.
 inline QString inputFile(const char* name, const char* data, std::size_t size)
 {
     static const QTemporaryDir folder;
     QFile file(folder.filePath(QLatin1String(name)));
-    if (!file.open(QIODevice::WriteOnly) || file.write(data, static_cast<qint64>(size)) != static_cast<qint64>(size))
-        std::abort();
+    check(file.open(QIODevice::WriteOnly) && file.write(data, static_cast<qint64>(size)) == static_cast<qint64>(size));
     return file.fileName();
 }
 

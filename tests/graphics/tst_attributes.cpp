@@ -10,7 +10,6 @@
 #include <QLineF>
 #include <QPointer>
 #include <QPolygonF>
-#include <QTest>
 
 #include <map>
 #include <memory>
@@ -52,131 +51,119 @@ class TestAttributes : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void serveTheirKeysOnly_data();
-    void serveTheirKeysOnly();
-    void serveTheConstructorsValues();
-    void takeTheCommonFields();
-    void restoreDefaults_data();
-    void restoreDefaults();
-    void areFoundByLoadNumber();
+    void serveTheirKeysOnly_data()
+    {
+        const Rows<int, QList<int>> row;
+        row("line", 0, QList<int>{ATTR_LINE, ATTR_STROKE_COLOR, ATTR_STROKE_WIDTH});
+        row("rect", 1, QList<int>{ATTR_STROKE_COLOR, ATTR_STROKE_WIDTH, ATTR_FILL_COLOR, ATTR_RECT});
+        row("polygon", 2, QList<int>{ATTR_FILL_COLOR, ATTR_POINTS});
+        row("text", 3,
+            QList<int>{ATTR_TEXT, ATTR_POS, ATTR_ROTATION, ATTR_FONT_FAMILY, ATTR_FONT_SIZE, ATTR_FILL_COLOR});
+    }
+
+    void serveTheirKeysOnly()
+    {
+        const auto [kind, keys] = row<int, QList<int>>();
+        const auto attribute = makeAttribute(kind);
+        QList<int> served;
+        for (int key = -1; key < 20; ++key) {
+            if (attribute->getAttribute(static_cast<zelgraphic_attribute_key>(key)))
+                served.append(key);
+        }
+        QCOMPARE(served, keys);
+    }
+
+    void serveTheConstructorsValues()
+    {
+        const auto line = makeAttribute(ZEL_GRAPHIC_LINE);
+        QCOMPARE(valueOf<QLineF>(*line, ATTR_LINE), QLineF(1, 2, 3, 4));
+        QCOMPARE(valueOf<double>(*line, ATTR_STROKE_WIDTH), 0.5);
+        const auto rect = makeAttribute(ZEL_GRAPHIC_RECT);
+        QCOMPARE(valueOf<QRectF>(*rect, ATTR_RECT), QRectF(1, 2, 3, 4));
+        QCOMPARE(valueOf<unsigned int>(*rect, ATTR_STROKE_COLOR), 0x112233u);
+        const auto polygon = makeAttribute(ZEL_GRAPHIC_POLYGON);
+        QCOMPARE(valueOf<QPolygonF>(*polygon, ATTR_POINTS), QPolygonF({{1, 2}, {3, 4}, {5, 6}}));
+        const auto text = makeAttribute(ZEL_GRAPHIC_TEXT);
+        QCOMPARE(valueOf<QString>(*text, ATTR_TEXT), QStringLiteral("t\u00e9xt"));
+        QCOMPARE(valueOf<QPointF>(*text, ATTR_POS), QPointF(1, 2));
+        QCOMPARE(valueOf<int>(*text, ATTR_ROTATION), -90);
+        QCOMPARE(valueOf<double>(*text, ATTR_FONT_SIZE), 6.5);
+    }
+
+    void takeTheCommonFields()
+    {
+        zel_Rect record;
+        record.id = 4711;
+        record.name = "PLL \xb5";
+        record.tooltip = nullptr;
+        record.layer = 3;
+        record.flag = true;
+        const auto attribute = makeAttribute(ZEL_GRAPHIC_RECT);
+        QCOMPARE(attribute->layer, -1);
+        QCOMPARE(attribute->kind, 4);
+        attribute->setAttribute(record);
+        QCOMPARE(attribute->itemId, 4711);
+        QCOMPARE(attribute->elementName, QStringLiteral("PLL \u00b5"));
+        QVERIFY(attribute->toolTip.isEmpty());
+        QCOMPARE(attribute->layer, 3);
+        QCOMPARE(attribute->kind, int(ZEL_GRAPHIC_RECT));
+        QVERIFY(attribute->flag);
+    }
+
+    void restoreDefaults_data()
+    {
+        const Rows<int, unsigned int, QString> row;
+        row("rect", 1, 0x00ff00u, "first");
+        row("polygon", 2, 0x00ff00u, "first");
+        row("text stays as it is", 3, 0x445566u, "dynamic");
+    }
+
+    void restoreDefaults()
+    {
+        const auto [kind, recoloured, restoredToolTip] = row<int, unsigned int, QString>();
+        const auto attribute = makeAttribute(kind);
+        zel_SingleGraphItem record(kind);
+        record.tooltip = "first";
+        attribute->setAttribute(record);
+        record.tooltip = "second";
+        attribute->setAttribute(record);
+        QCOMPARE(attribute->toolTip, QStringLiteral("second"));
+
+        attribute->setFillColor(0x00ff00);
+        attribute->toolTip = QStringLiteral("dynamic");
+        QCOMPARE(fillOf(*attribute), recoloured);
+        attribute->setToDefaultValue(ATTR_STROKE_COLOR);
+        QCOMPARE(fillOf(*attribute), recoloured);
+        attribute->setToDefaultValue(ATTR_FILL_COLOR);
+        attribute->setToDefaultValue(ATTR_TOOLTIP);
+        QCOMPARE(fillOf(*attribute), 0x445566u);
+        QCOMPARE(attribute->toolTip, restoredToolTip);
+    }
+
+    void areFoundByLoadNumber()
+    {
+        AttributeRegistry registry;
+        const std::vector<int> numbers{1, 2, 5, 3, -4, 0, 1000000000, 4, 7};
+        std::map<int, ZELGraphicItemAttribute*> expected;
+        for (const int number : numbers) {
+            expected[number] = makeAttribute(ZEL_GRAPHIC_RECT).release();
+            registry.set(number, expected[number]);
+        }
+        for (const int number : {2, 5, 7}) {
+            const std::unique_ptr<ZELGraphicItemAttribute> replaced(registry.find(number));
+            expected[number] = number == 5 ? nullptr : makeAttribute(ZEL_GRAPHIC_LINE).release();
+            registry.set(number, expected[number]);
+        }
+        for (int number = -6; number < 10; ++number)
+            QCOMPARE(registry.find(number), expected.count(number) ? expected[number] : nullptr);
+        QCOMPARE(registry.find(1000000000), expected[1000000000]);
+
+        QPointer<QObject> last(registry.find(7));
+        registry.deleteAll();
+        QVERIFY(!last);
+        QVERIFY(!registry.find(1));
+    }
 };
-
-void TestAttributes::serveTheirKeysOnly_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QList<int>>("keys");
-    QTest::newRow("line") << 0 << QList<int>{ATTR_LINE, ATTR_STROKE_COLOR, ATTR_STROKE_WIDTH};
-    QTest::newRow("rect") << 1 << QList<int>{ATTR_STROKE_COLOR, ATTR_STROKE_WIDTH, ATTR_FILL_COLOR, ATTR_RECT};
-    QTest::newRow("polygon") << 2 << QList<int>{ATTR_FILL_COLOR, ATTR_POINTS};
-    QTest::newRow("text") << 3
-                          << QList<int>{
-                                 ATTR_TEXT, ATTR_POS, ATTR_ROTATION, ATTR_FONT_FAMILY, ATTR_FONT_SIZE, ATTR_FILL_COLOR};
-}
-
-void TestAttributes::serveTheirKeysOnly()
-{
-    QFETCH(int, kind);
-    const auto attribute = makeAttribute(kind);
-    QList<int> served;
-    for (int key = -1; key < 20; ++key) {
-        if (attribute->getAttribute(static_cast<zelgraphic_attribute_key>(key)))
-            served.append(key);
-    }
-    QTEST(served, "keys");
-}
-
-void TestAttributes::serveTheConstructorsValues()
-{
-    const auto line = makeAttribute(ZEL_GRAPHIC_LINE);
-    QCOMPARE(valueOf<QLineF>(*line, ATTR_LINE), QLineF(1, 2, 3, 4));
-    QCOMPARE(valueOf<double>(*line, ATTR_STROKE_WIDTH), 0.5);
-    const auto rect = makeAttribute(ZEL_GRAPHIC_RECT);
-    QCOMPARE(valueOf<QRectF>(*rect, ATTR_RECT), QRectF(1, 2, 3, 4));
-    QCOMPARE(valueOf<unsigned int>(*rect, ATTR_STROKE_COLOR), 0x112233u);
-    const auto polygon = makeAttribute(ZEL_GRAPHIC_POLYGON);
-    QCOMPARE(valueOf<QPolygonF>(*polygon, ATTR_POINTS), QPolygonF({{1, 2}, {3, 4}, {5, 6}}));
-    const auto text = makeAttribute(ZEL_GRAPHIC_TEXT);
-    QCOMPARE(valueOf<QString>(*text, ATTR_TEXT), QStringLiteral("t\u00e9xt"));
-    QCOMPARE(valueOf<QPointF>(*text, ATTR_POS), QPointF(1, 2));
-    QCOMPARE(valueOf<int>(*text, ATTR_ROTATION), -90);
-    QCOMPARE(valueOf<double>(*text, ATTR_FONT_SIZE), 6.5);
-}
-
-void TestAttributes::takeTheCommonFields()
-{
-    zel_Rect record;
-    record.id = 4711;
-    record.name = "PLL \xb5";
-    record.tooltip = nullptr;
-    record.layer = 3;
-    record.flag = true;
-    const auto attribute = makeAttribute(ZEL_GRAPHIC_RECT);
-    QCOMPARE(attribute->layer, -1);
-    QCOMPARE(attribute->kind, 4);
-    attribute->setAttribute(record);
-    QCOMPARE(attribute->itemId, 4711);
-    QCOMPARE(attribute->elementName, QStringLiteral("PLL \u00b5"));
-    QVERIFY(attribute->toolTip.isEmpty());
-    QCOMPARE(attribute->layer, 3);
-    QCOMPARE(attribute->kind, int(ZEL_GRAPHIC_RECT));
-    QVERIFY(attribute->flag);
-}
-
-void TestAttributes::restoreDefaults_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<unsigned int>("recoloured");
-    QTest::addColumn<QString>("restoredToolTip");
-    QTest::newRow("rect") << 1 << 0x00ff00u << "first";
-    QTest::newRow("polygon") << 2 << 0x00ff00u << "first";
-    QTest::newRow("text stays as it is") << 3 << 0x445566u << "dynamic";
-}
-
-void TestAttributes::restoreDefaults()
-{
-    QFETCH(int, kind);
-    const auto attribute = makeAttribute(kind);
-    zel_SingleGraphItem record(kind);
-    record.tooltip = "first";
-    attribute->setAttribute(record);
-    record.tooltip = "second";
-    attribute->setAttribute(record);
-    QCOMPARE(attribute->toolTip, QStringLiteral("second"));
-
-    attribute->setFillColor(0x00ff00);
-    attribute->toolTip = QStringLiteral("dynamic");
-    QTEST(fillOf(*attribute), "recoloured");
-    attribute->setToDefaultValue(ATTR_STROKE_COLOR);
-    QTEST(fillOf(*attribute), "recoloured");
-    attribute->setToDefaultValue(ATTR_FILL_COLOR);
-    attribute->setToDefaultValue(ATTR_TOOLTIP);
-    QCOMPARE(fillOf(*attribute), 0x445566u);
-    QTEST(attribute->toolTip, "restoredToolTip");
-}
-
-void TestAttributes::areFoundByLoadNumber()
-{
-    AttributeRegistry registry;
-    const std::vector<int> numbers{1, 2, 5, 3, -4, 0, 1000000000, 4, 7};
-    std::map<int, ZELGraphicItemAttribute*> expected;
-    for (const int number : numbers) {
-        expected[number] = makeAttribute(ZEL_GRAPHIC_RECT).release();
-        registry.set(number, expected[number]);
-    }
-    for (const int number : {2, 5, 7}) {
-        const std::unique_ptr<ZELGraphicItemAttribute> replaced(registry.find(number));
-        expected[number] = number == 5 ? nullptr : makeAttribute(ZEL_GRAPHIC_LINE).release();
-        registry.set(number, expected[number]);
-    }
-    for (int number = -6; number < 10; ++number)
-        QCOMPARE(registry.find(number), expected.count(number) ? expected[number] : nullptr);
-    QCOMPARE(registry.find(1000000000), expected[1000000000]);
-
-    QPointer<QObject> last(registry.find(7));
-    registry.deleteAll();
-    QVERIFY(!last);
-    QVERIFY(!registry.find(1));
-}
 
 ZEL_TEST_MAIN(TestAttributes)
 #include "tst_attributes.moc"

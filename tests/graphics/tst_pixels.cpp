@@ -9,13 +9,10 @@
 #include "graphics/zeltextitem.h"
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/random.h"
-#include "tests/support/testmain.h"
 
 #include <QCheckBox>
 #include <QGraphicsEllipseItem>
 #include <QMenu>
-#include <QPainter>
-#include <QScrollBar>
 
 #include <algorithm>
 #include <cmath>
@@ -35,8 +32,7 @@ constexpr double ThinRects = QT_VERSION < QT_VERSION_CHECK(6, 0, 0) ? 0.01 : 0;
 void fill(Drawing& drawing, int count)
 {
     Random random;
-    drawing.parameter.width = 400;
-    drawing.parameter.height = 300;
+    drawing.setSize(400, 300);
     drawing.parameter.maximumScale = 1000;
     drawing.parameter.layerRanges = {{0, {0.0, 1000.0}}, {1, {0.0, 3.0}}, {2, {2.0, 1000.0}}};
     constexpr double Widths[] = {0, 0.05, 0.3, 1, 2.5};
@@ -87,6 +83,7 @@ int differingPixels(const QImage& a, const QImage& b)
         for (int x = 0; x < a.width(); ++x)
             differing += a.pixel(x, y) != b.pixel(x, y) ? 1 : 0;
     }
+
     return differing;
 }
 
@@ -115,8 +112,8 @@ QImage paintedByItems(QGraphicsScene* scene, const QGraphicsView& like, qreal ra
     return grabbed(plain.viewport(), ratio);
 }
 
-// What a host does to an item.
-using Change = std::function<void(QGraphicsItem*)>;
+// What a host does to an item, and how it takes that back.
+using Change = std::function<void(QGraphicsItem*, bool isDone)>;
 using FontChange = std::function<void(QFont&)>;
 using Writing = std::function<void(ZELGraphicItemAttribute&)>;
 
@@ -128,6 +125,9 @@ int firstInside(const DisplayList& list, const QRectF& area)
     return place;
 }
 
+const QString ViewIsRight = QStringLiteral("view, 0 wrong");
+const QString QtIsRight = QStringLiteral("Qt, 0 wrong");
+
 class PixelView : public ChipView
 {
 public:
@@ -136,10 +136,7 @@ public:
         fill(drawing, elements);
         if (addMore)
             addMore(drawing);
-        QFile filter(folder.filePath(QStringLiteral("filter.txt")));
-        if (!filter.open(QIODevice::WriteOnly) || filter.write("some:3,6,9,12,40,41,42,43,44,100\n") < 0)
-            qFatal("cannot write the filter file");
-        filter.close();
+        writeFile(folder.filePath(QStringLiteral("filter.txt")), "some:3,6,9,12,40,41,42,43,44,100\n");
         open();
         view()->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         view()->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -152,6 +149,21 @@ public:
         const QImage expected = paintedByItems(scene(), *view(), ratio);
         const int pixels = differingPixels(grabbed(view()->viewport(), ratio), expected);
         return pixels > ThinRects * expected.width() * expected.height() ? pixels : 0;
+    }
+
+    // Who paints it, and how many pixels are wrong.
+    static QString verdict(qreal ratio = 1.0)
+    {
+        const int wrong = differing(ratio); // after which Qt has told the scene of everything
+        return QStringLiteral("%1, %2 wrong")
+            .arg(scene()->elements().isPlain() ? QStringLiteral("view") : QStringLiteral("Qt"))
+            .arg(wrong);
+    }
+
+    static QString verdictAtRest()
+    {
+        QCoreApplication::processEvents();
+        return verdict();
     }
 
     static void zoom(double scale, const QPointF& centre)
@@ -177,387 +189,341 @@ public:
 
 } // namespace
 
-Q_DECLARE_METATYPE(Change)
-Q_DECLARE_METATYPE(FontChange)
-Q_DECLARE_METATYPE(Writing)
-
 class TestPixels : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void viewShowsWhatItemsPaint_data();
-    void viewShowsWhatItemsPaint();
-    void labelsHaveTheTraitsOfTheViewsFont_data();
-    void labelsHaveTheTraitsOfTheViewsFont();
-    void pictureStaysRightWhenScrolled();
-    void rectsStayRightWhenScrolledAcrossASide();
-    void turnedViewIsRightToo();
-    void whatAHostAddsIsShown();
-    void elementsOfAHostArePaintedAsTheirClass();
-    void everyViewShowsTheLayersOfTheFirst();
-    void whatAHostDoesToAnElementIsShown_data();
-    void whatAHostDoesToAnElementIsShown();
-    void whatAHostWritesIntoAnAttributeIsShown_data();
-    void whatAHostWritesIntoAnAttributeIsShown();
-    void paintsOnlyWhatChanged();
-    void topmostItemIsTheOneThatQtFinds();
-};
-
-void TestPixels::viewShowsWhatItemsPaint_data()
-{
-    QTest::addColumn<double>("scale");
-    QTest::addColumn<double>("ratio");
-    for (const double scale : {0.37, 1.0, 1.331, 4.0, 10.0, 30.0}) {
-        for (const double ratio : {1.0, 1.5, 2.0})
-            QTest::addRow("scale %g, device pixel ratio %g", scale, ratio) << scale << ratio;
+    void viewShowsWhatItemsPaint_data()
+    {
+        const Rows<double, double> row;
+        for (const double scale : {0.37, 1.0, 1.331, 4.0, 10.0, 30.0}) {
+            for (const double ratio : {1.0, 1.5, 2.0})
+                row(qPrintable(QStringLiteral("scale %1, device pixel ratio %2").arg(scale).arg(ratio)), scale, ratio);
+        }
     }
-}
 
-void TestPixels::viewShowsWhatItemsPaint()
-{
-    QFETCH(double, scale);
-    QFETCH(double, ratio);
-    PixelView chip(3000);
-    chip.zoom(scale, {170, 120});
-    QCOMPARE(chip.differing(ratio), 0);
-    for (int step = 0; step < 3; ++step) {
-        chip.changeStates(step);
+    void viewShowsWhatItemsPaint()
+    {
+        const auto [scale, ratio] = row<double, double>();
+        PixelView chip(3000);
+        chip.zoom(scale, {170, 120});
         QCOMPARE(chip.differing(ratio), 0);
-        QVERIFY(chip.scene()->elements().isPlain()); // else Qt painted both
+        for (int step = 0; step < 3; ++step) {
+            chip.changeStates(step);
+            QCOMPARE(chip.verdict(ratio), ViewIsRight); // else Qt painted both
+        }
+        chip.database()->selectedIds().clear();
+        chip.engine.device.addRecord(17, {{"fill", "#FF0000"}, {"tovanel:popup", "occupied"}});
+        chip.window->refresh(REFRESH_GRAPHIC);
+        QCOMPARE(chip.differing(ratio), 0);
     }
-    chip.database()->selectedIds().clear();
-    chip.engine.device.addRecord(17, {{"fill", "#FF0000"}, {"tovanel:popup", "occupied"}});
-    chip.window->refresh(REFRESH_GRAPHIC);
-    QCOMPARE(chip.differing(ratio), 0);
-}
 
-void TestPixels::labelsHaveTheTraitsOfTheViewsFont_data()
-{
-    QTest::addColumn<FontChange>("change");
-    QTest::newRow("none") << FontChange([](QFont&) {});
-    QTest::newRow("bold") << FontChange([](QFont& font) { font.setBold(true); });
-    QTest::newRow("slanted") << FontChange([](QFont& font) { font.setItalic(true); });
-    QTest::newRow("not hinted") << FontChange([](QFont& font) { font.setHintingPreference(QFont::PreferNoHinting); });
-    QTest::newRow("fully hinted") << FontChange([](QFont& f) { f.setHintingPreference(QFont::PreferFullHinting); });
-    QTest::newRow("spaced") << FontChange([](QFont& font) { font.setLetterSpacing(QFont::AbsoluteSpacing, 3); });
-    QTest::newRow("stretched") << FontChange([](QFont& font) { font.setStretch(QFont::SemiExpanded); });
-    QTest::newRow("in small capitals") << FontChange([](QFont& font) { font.setCapitalization(QFont::SmallCaps); });
-    QTest::newRow("underlined") << FontChange([](QFont& font) { font.setUnderline(true); });
-}
+    // As many texts as QPainter draws one by one, and as many as are put together from glyphs.
+    void labelsHaveTheTraitsOfTheViewsFont_data()
+    {
+        const Rows<FontChange> row;
+        row("none", [](QFont&) {});
+        row("bold", [](QFont& font) { font.setBold(true); });
+        row("slanted", [](QFont& font) { font.setItalic(true); });
+        row("not hinted", [](QFont& font) { font.setHintingPreference(QFont::PreferNoHinting); });
+        row("fully hinted", [](QFont& f) { f.setHintingPreference(QFont::PreferFullHinting); });
+        row("spaced", [](QFont& font) { font.setLetterSpacing(QFont::AbsoluteSpacing, 3); });
+        row("stretched", [](QFont& font) { font.setStretch(QFont::SemiExpanded); });
+        row("in small capitals", [](QFont& font) { font.setCapitalization(QFont::SmallCaps); });
+        row("underlined", [](QFont& font) { font.setUnderline(true); });
+    }
 
-// As many texts as QPainter draws one by one, and as many as are put together from glyphs.
-void TestPixels::labelsHaveTheTraitsOfTheViewsFont()
-{
-    QFETCH(FontChange, change);
-    for (const int texts : {30, 400}) {
-        PixelView chip(400, [texts](Drawing& drawing) {
+    void labelsHaveTheTraitsOfTheViewsFont()
+    {
+        const auto [change] = row<FontChange>();
+        for (const int texts : {30, 400}) {
+            PixelView chip(400, [texts](Drawing& drawing) {
+                Random random;
+                for (int i = 0; i < texts; ++i)
+                    drawing.addText(i, "AVA fi" + std::to_string(i), random.upTo(380), random.upTo(300), 2 + i % 9);
+            });
+            QFont font = chip.view()->font();
+            change(font);
+            chip.view()->setFont(font);
+            for (const double scale : {1.0, 2.3}) {
+                chip.zoom(scale, {170, 120});
+                QCOMPARE(chip.differing(), 0);
+            }
+            chip.view()->setFont(QFont());
+            QCOMPARE(chip.verdict(), ViewIsRight);
+        }
+    }
+
+    void pictureStaysRightWhenScrolled()
+    {
+        PixelView chip(3000);
+        for (const double scale : {1.1, 4.0, 12.1, 30.0}) {
+            chip.zoom(scale, {200, 150});
+            QCOMPARE(chip.differing(), 0);
+            for (const QPoint way :
+                {QPoint(50, 0), QPoint(0, -31), QPoint(-17, 40), QPoint(1, 1), QPoint(-400, -300)}) {
+                const QPoint to = chip.scrolled() + way;
+                chip.view()->horizontalScrollBar()->setValue(to.x());
+                chip.changeStates(way.x() & 3); // before it is painted
+                chip.view()->verticalScrollBar()->setValue(to.y());
+                QCOMPARE(chip.verdict(), ViewIsRight);
+            }
+        }
+    }
+
+    // With edges on the borders of pixels, where the last bit of a number shows.
+    void rectsStayRightWhenScrolledAcrossASide()
+    {
+        PixelView chip(60, [](Drawing& drawing) {
             Random random;
-            for (int i = 0; i < texts; ++i)
-                drawing.addText(i, "AVA fi" + std::to_string(i), random.upTo(380), random.upTo(300), 2 + i % 9);
+            for (int i = 0; i < 40; ++i) {
+                zel_Rect& rect = drawing.addRect(1000 + i, random.below(60), random.below(300),
+                    random.below(60) + i % 2 * 0.5, 1 + random.below(12), random.color());
+                rect.strokeWidth = i % 5 == 0 ? 0.1 : 0;
+                rect.strokeColor = random.color();
+            }
         });
-        QFont font = chip.view()->font();
-        change(font);
-        chip.view()->setFont(font);
-        for (const double scale : {1.0, 2.3}) {
-            chip.zoom(scale, {170, 120});
+        for (const double scale : {30.0, 4.0}) {
+            chip.zoom(scale, {20, 10});
+            for (int step = 0; step < 60; ++step) {
+                QScrollBar* bar = step % 6 == 5 ? chip.view()->verticalScrollBar() : chip.view()->horizontalScrollBar();
+                bar->setValue(bar->value() + 1 + step % 4 * 7);
+                QCOMPARE(chip.differing(), 0);
+            }
+        }
+    }
+
+    void turnedViewIsRightToo()
+    {
+        PixelView chip(600);
+        const std::function<void()> changes[] = {
+            [&] { chip.view()->rotate(30); },
+            [&] { chip.view()->setTransform(QTransform::fromScale(2, 1.5)); },
+            [&] { chip.view()->setRenderHint(QPainter::Antialiasing, false); },
+            [&] { chip.scene()->setBackgroundBrush(QBrush(Qt::yellow, Qt::Dense5Pattern)); },
+        };
+        for (const auto& change : changes) {
+            change();
             QCOMPARE(chip.differing(), 0);
         }
-        chip.view()->setFont(QFont());
-        QCOMPARE(chip.differing(), 0);
-        QVERIFY(chip.scene()->elements().isPlain());
     }
-}
 
-void TestPixels::pictureStaysRightWhenScrolled()
-{
-    PixelView chip(3000);
-    for (const double scale : {1.1, 4.0, 12.1, 30.0}) {
-        chip.zoom(scale, {200, 150});
-        QCOMPARE(chip.differing(), 0);
-        for (const QPoint way : {QPoint(50, 0), QPoint(0, -31), QPoint(-17, 40), QPoint(1, 1), QPoint(-400, -300)}) {
-            chip.view()->horizontalScrollBar()->setValue(chip.view()->horizontalScrollBar()->value() + way.x());
-            chip.changeStates(way.x() & 3); // before it is painted
-            chip.view()->verticalScrollBar()->setValue(chip.view()->verticalScrollBar()->value() + way.y());
-            QCOMPARE(chip.differing(), 0);
+    void whatAHostAddsIsShown()
+    {
+        PixelView chip(300);
+        QCOMPARE(chip.verdict(), ViewIsRight);
+        auto* ellipse = chip.scene()->addEllipse(50, 50, 90, 70, QPen(Qt::red, 3), QBrush(Qt::blue));
+        ellipse->setZValue(140);
+        QCOMPARE(chip.verdictAtRest(), QtIsRight);
+        auto* rect = chip.scene()->addRect(250, 50, 20, 20, Qt::NoPen, Qt::green);
+        QCoreApplication::processEvents();
+        rect->moveBy(40, 0);
+        delete ellipse;
+        QCOMPARE(chip.verdictAtRest(), QtIsRight);
+        rect->hide(); // then there is nothing to paint
+        QCOMPARE(chip.verdictAtRest(), ViewIsRight);
+        rect->show();
+        QCOMPARE(chip.verdictAtRest(), QtIsRight);
+        chip.database()->highlightedIds().assign({1, 2, 3, 4, 5});
+        chip.scene()->removeItem(rect);
+        delete rect;
+        QCOMPARE(chip.verdictAtRest(), ViewIsRight);
+    }
+
+    // Without a record an attribute is of no kind.
+    void elementsOfAHostArePaintedAsTheirClass()
+    {
+        PixelView chip(60);
+        const std::vector<zel_Point> corners{{120, 90}, {180, 120}, {110, 160}};
+        const auto add = [&chip](int loadNumber, auto* attribute, auto makeItem) {
+            attribute->layer = 0;
+            chip.database()->setGraphicAttribute(loadNumber, attribute);
+            chip.scene()->addItem(makeItem(loadNumber));
+        };
+        add(1001, new ZELLineAttribute(20, 20, 130, 90, 0x336699, 3), [](int n) { return new ZELLineItem(n); });
+        add(1002, new ZELPolygonAttribute(corners, 0x993366, 0, 0, {}), [](int n) { return new ZELPolygonItem(n); });
+        std::vector<tspan> spans;
+        add(1003, new ZELTextAttribute("own", 60, 140, 20, "DejaVu Sans", 0, 0, spans, 0, 0),
+            [](int n) { return new ZELTextItem(n); });
+        QCOMPARE(chip.verdictAtRest(), ViewIsRight);
+        QCOMPARE(chip.colorAt({135, 120}), QColor(0x99, 0x33, 0x66));
+    }
+
+    void everyViewShowsTheLayersOfTheFirst()
+    {
+        PixelView chip(600);
+        ZelGraphicsView second(chip.scene(), nullptr);
+        second.resize(300, 200);
+        second.show();
+        for (const double scale : {1.0, 10.0}) { // different layers
+            chip.zoom(scale, {170, 120});
+            QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(chip.scene(), second, 1)), 0);
             QVERIFY(chip.scene()->elements().isPlain());
         }
     }
-}
 
-// With edges on the borders of pixels, where the last bit of a number shows.
-void TestPixels::rectsStayRightWhenScrolledAcrossASide()
-{
-    PixelView chip(60, [](Drawing& drawing) {
+    void whatAHostDoesToAnElementIsShown_data()
+    {
+        const Rows<Change> row;
+        using Item = QGraphicsItem;
+        row("moved", [](Item* i, bool isDone) { i->moveBy(isDone ? 30 : -30, isDone ? 20 : -20); });
+        row("scaled", [](Item* i, bool isDone) { i->setScale(i->scale() * (isDone ? 2 : 0.5)); });
+        row("turned", [](Item* i, bool isDone) { i->setRotation(isDone ? 9 : 0); });
+        row("transformed",
+            [](Item* i, bool isDone) { i->setTransform(isDone ? QTransform(1, 0.4, 0, 1, 9, 0) : QTransform()); });
+        row("faded", [](Item* i, bool isDone) { i->setOpacity(isDone ? 0.5 : 1); });
+        row("hidden", [](Item* i, bool isDone) { i->setVisible(!isDone); });
+        row("selected in Qt's way", [](Item* i, bool isDone) {
+            i->setFlag(Item::ItemIsSelectable);
+            i->setSelected(isDone);
+        });
+    }
+
+    void whatAHostDoesToAnElementIsShown()
+    {
+        const auto [change] = row<Change>();
+        PixelView chip(300);
+        QCOMPARE(chip.differing(), 0);
+        QVERIFY(dynamic_cast<ZELTextItem*>(chip.item(15)));
+        for (int loadNumber : {2, 15}) { // a rect, the text
+            change(chip.item(loadNumber), true);
+            QCOMPARE(chip.verdictAtRest(), QtIsRight);
+            chip.database()->selectedIds().insert({50, 51, 52, 53, 54, 55, 56, 57, 58, 59 + loadNumber});
+            QCOMPARE(chip.verdictAtRest(), QtIsRight); // which the view is to remember
+            change(chip.item(loadNumber), false);
+            QCOMPARE(chip.verdictAtRest(), ViewIsRight);
+        }
+    }
+
+    // In every view of the scene, and however many attributes it has asked for.
+    void whatAHostWritesIntoAnAttributeIsShown_data()
+    {
+        // The load number of a rect, a line, a polygon, a text.
+        const Rows<int, Writing> row;
+        using Attribute = ZELGraphicItemAttribute;
+        const auto into = [](zelgraphic_attribute_key key, auto value) {
+            return Writing([=](Attribute& a) { *static_cast<decltype(value)*>(a.getAttribute(key)) = value; });
+        };
+        row("fill colour", 1, [](Attribute& a) { a.setFillColor(0x123456U); });
+        row("fill colour through the pointer", 3, into(ATTR_FILL_COLOR, 0x123456U));
+        row("a hidden layer", 1, [](Attribute& a) { a.layer = 77; });
+        row("the layer of hidden elements", 5, [](Attribute& a) { a.layer = 0; });
+        row("the layer of a hidden line", 6, [](Attribute& a) { a.layer = 0; });
+        row("the id of a selected element", 1, [](Attribute& a) { a.itemId = 4711; });
+        row("border colour", 1, into(ATTR_STROKE_COLOR, 0xff0000U));
+        row("border width", 1, into(ATTR_STROKE_WIDTH, 30.0));
+        row("line", 2, into(ATTR_LINE, QLineF(10, 200, 200, 30)));
+        row("line width", 2, into(ATTR_STROKE_WIDTH, 20.0));
+        row("text", 4, into(ATTR_TEXT, QStringLiteral("a longer text than before")));
+        row("font size", 4, into(ATTR_FONT_SIZE, 25.0));
+        row("rotation", 4, into(ATTR_ROTATION, 60));
+    }
+
+    void whatAHostWritesIntoAnAttributeIsShown()
+    {
+        const auto [loadNumber, write] = row<int, Writing>();
+        enum class Case { OneHandedOut, AllHandedOut, WhileQtPaints };
+        for (const Case which : {Case::OneHandedOut, Case::AllHandedOut, Case::WhileQtPaints}) {
+            ChipView chip;
+            chip.drawing.addRect(1, 100, 80, 60, 40).strokeWidth = 2;
+            chip.drawing.addLine(2, 40, 50, 160, 100, 1);
+            chip.drawing.addPolygon(3, {{200, 100}, {260, 120}, {210, 160}});
+            chip.drawing.addText(4, "text", 200, 60, 10);
+            chip.drawing.addRect(5, 300, 200, 40, 30).layer = 99;
+            chip.drawing.addLine(6, 240, 220, 290, 240, 3).layer = 99;
+            fill(chip.drawing, 1200);
+            chip.open();
+            ZelGraphicsView second(chip.scene(), nullptr);
+            second.resize(420, 320);
+            second.show();
+            QCoreApplication::processEvents();
+            for (int i = 1; which == Case::AllHandedOut && i <= 1206; ++i)
+                QVERIFY(chip.database()->getGraphicItemAttribute(i));
+            chip.database()->selectedIds().insert(4711);
+            QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(chip.scene(), second, 1)), 0);
+            const QImage before = chip.picture();
+            if (which == Case::WhileQtPaints)
+                chip.item(7)->hide();
+            write(*chip.database()->getGraphicItemAttribute(loadNumber));
+            if (which == Case::WhileQtPaints) {
+                chip.picture();
+                chip.item(7)->show();
+            }
+            const QImage after = chip.picture();
+            QVERIFY(before != after);
+            QVERIFY(chip.scene()->elements().isPlain());
+            QCOMPARE(differingPixels(after, paintedByItems(chip.scene(), *chip.view(), 1)), 0);
+            QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(chip.scene(), second, 1)), 0);
+            chip.database()->selectedIds().clear();
+            QCOMPARE(differingPixels(chip.picture(), paintedByItems(chip.scene(), *chip.view(), 1)), 0);
+        }
+    }
+
+    void paintsOnlyWhatChanged()
+    {
+        PixelView chip(2000);
+        DisplayList& list = chip.scene()->elements().displayList();
+        ViewCanvas canvas(list);
+        ViewCanvas::Scene scene;
+        scene.toPicture = QTransform::fromScale(1.5, 1.5);
+        scene.size = QSize(300, 200);
+        scene.layers = {0, 1, 2};
+        scene.states = {&chip.database()->selectedIds(), &chip.database()->highlightedIds(), nullptr};
+        scene.listVersion = 1;
+        scene.hints = QPainter::Antialiasing;
+        scene.background = Qt::white;
+        int painted = 0;
+        double widest = 0; // in scene units
+        scene.drawBackground = [&](QPainter&, const QRectF& area) {
+            ++painted;
+            widest = std::max(widest, area.width());
+        };
+        canvas.update(scene);
+        QCOMPARE(painted, 1);
+        canvas.update(scene);
+        QCOMPARE(painted, 1); // nothing changed
+        canvas.invalidate(firstInside(list, {20, 20, 160, 90}));
+        widest = 0;
+        canvas.update(scene);
+        QCOMPARE(painted, 2);
+        QVERIFY(widest < 100);
+        scene.toPicture = QTransform::fromScale(1.5, 1.5) * QTransform::fromTranslate(0.5, 0);
+        canvas.update(scene);
+        QCOMPARE(painted, 3); // between two pixels nothing can be moved
+    }
+
+    void topmostItemIsTheOneThatQtFinds()
+    {
+        PixelView chip(3000);
         Random random;
-        for (int i = 0; i < 40; ++i) {
-            zel_Rect& rect = drawing.addRect(1000 + i, random.below(60), random.below(300),
-                random.below(60) + i % 2 * 0.5, 1 + random.below(12), random.color());
-            rect.strokeWidth = i % 5 == 0 ? 0.1 : 0;
-            rect.strokeColor = random.color();
+        int found = 0;
+        for (const double scale : {0.37, 4.0}) { // different layers
+            chip.zoom(scale, {170, 120});
+            chip.changeStates(1);
+            const QTransform toViewport = chip.view()->viewportTransform();
+            const DisplayList& list = chip.scene()->elements().displayList();
+            for (int i = 0; i < 3000; ++i) {
+                // In or near an element, some of the points on a border or in a corner.
+                const QRectF near = list.boundsOf(random.below(list.size())).adjusted(-1, -1, 1, 1);
+                QPointF point{near.left() + random.upTo(near.width()), near.top() + random.upTo(near.height())};
+                if (i % 3 == 0)
+                    point = QPointF(std::floor(point.x()), std::floor(point.y()));
+                else if (i % 3 == 1)
+                    point = near.adjusted(1, 1, -1, -1).bottomRight();
+                chip.scene()->elements().synchroniseAt(point);
+                QGraphicsItem* expected = chip.scene()->itemAt(point, toViewport);
+                QCOMPARE(chip.scene()->elements().topmostItemAt(point, toViewport), expected);
+                found += expected ? 1 : 0;
+            }
         }
-    });
-    for (const double scale : {30.0, 4.0}) {
-        chip.zoom(scale, {20, 10});
-        for (int step = 0; step < 60; ++step) {
-            QScrollBar* down = chip.view()->verticalScrollBar();
-            QScrollBar* across = chip.view()->horizontalScrollBar();
-            (step % 6 == 5 ? down : across)->setValue((step % 6 == 5 ? down : across)->value() + 1 + step % 4 * 7);
-            QCOMPARE(chip.differing(), 0);
-        }
-    }
-}
-
-void TestPixels::turnedViewIsRightToo()
-{
-    PixelView chip(600);
-    chip.view()->rotate(30);
-    QCOMPARE(chip.differing(), 0);
-    chip.view()->setTransform(QTransform::fromScale(2, 1.5));
-    QCOMPARE(chip.differing(), 0);
-    chip.view()->setRenderHint(QPainter::Antialiasing, false);
-    QCOMPARE(chip.differing(), 0);
-    chip.scene()->setBackgroundBrush(QBrush(Qt::yellow, Qt::Dense5Pattern));
-    QCOMPARE(chip.differing(), 0);
-}
-
-void TestPixels::whatAHostAddsIsShown()
-{
-    PixelView chip(300);
-    QCOMPARE(chip.differing(), 0);
-    QVERIFY(chip.scene()->elements().isPlain());
-    auto* ellipse = chip.scene()->addEllipse(50, 50, 90, 70, QPen(Qt::red, 3), QBrush(Qt::blue));
-    ellipse->setZValue(140);
-    QCoreApplication::processEvents();
-    QCOMPARE(chip.differing(), 0);
-    QVERIFY(!chip.scene()->elements().isPlain());
-    auto* rect = chip.scene()->addRect(250, 50, 20, 20, Qt::NoPen, Qt::green);
-    QCoreApplication::processEvents();
-    rect->moveBy(40, 0);
-    delete ellipse;
-    QCoreApplication::processEvents();
-    QVERIFY(!chip.scene()->elements().isPlain());
-    QCOMPARE(chip.differing(), 0);
-    rect->hide(); // then there is nothing to paint
-    QCoreApplication::processEvents();
-    QVERIFY(chip.scene()->elements().isPlain());
-    QCOMPARE(chip.differing(), 0);
-    rect->show();
-    QCoreApplication::processEvents();
-    QVERIFY(!chip.scene()->elements().isPlain());
-    QCOMPARE(chip.differing(), 0);
-    chip.database()->highlightedIds().assign({1, 2, 3, 4, 5});
-    chip.scene()->removeItem(rect);
-    delete rect;
-    QCoreApplication::processEvents();
-    QVERIFY(chip.scene()->elements().isPlain());
-    QCOMPARE(chip.differing(), 0);
-}
-
-// Without a record an attribute is of no kind.
-void TestPixels::elementsOfAHostArePaintedAsTheirClass()
-{
-    PixelView chip(60);
-    const std::vector<zel_Point> corners{{120, 90}, {180, 120}, {110, 160}};
-    const auto add = [&chip](int loadNumber, auto* attribute, auto makeItem) {
-        attribute->layer = 0;
-        chip.database()->setGraphicAttribute(loadNumber, attribute);
-        chip.scene()->addItem(makeItem(loadNumber));
-    };
-    add(1001, new ZELLineAttribute(20, 20, 130, 90, 0x336699, 3), [](int n) { return new ZELLineItem(n); });
-    add(1002, new ZELPolygonAttribute(corners, 0x993366, 0, 0, {}), [](int n) { return new ZELPolygonItem(n); });
-    std::vector<tspan> spans;
-    add(1003, new ZELTextAttribute("own", 60, 140, 20, "DejaVu Sans", 0, 0, spans, 0, 0),
-        [](int n) { return new ZELTextItem(n); });
-    QCoreApplication::processEvents();
-    QVERIFY(chip.scene()->elements().isPlain());
-    QCOMPARE(chip.differing(), 0);
-    QCOMPARE(chip.colorAt({135, 120}), QColor(0x99, 0x33, 0x66));
-}
-
-void TestPixels::everyViewShowsTheLayersOfTheFirst()
-{
-    PixelView chip(600);
-    ZelGraphicsView second(chip.scene(), nullptr);
-    second.resize(300, 200);
-    second.show();
-    for (const double scale : {1.0, 10.0}) { // different layers
-        chip.zoom(scale, {170, 120});
-        const QImage shown = second.grab(second.viewport()->geometry()).toImage();
-        QCOMPARE(
-            differingPixels(shown.convertToFormat(QImage::Format_RGB32), paintedByItems(chip.scene(), second, 1.0)), 0);
-        QVERIFY(chip.scene()->elements().isPlain());
-    }
-}
-
-void TestPixels::whatAHostDoesToAnElementIsShown_data()
-{
-    QTest::addColumn<Change>("change");
-    QTest::addColumn<Change>("undo");
-    using Item = QGraphicsItem;
-    QTest::newRow("moved") << Change([](Item* i) { i->moveBy(30, 20); })
-                           << Change([](Item* i) { i->moveBy(-30, -20); });
-    QTest::newRow("scaled") << Change([](Item* i) { i->setScale(2 * i->scale()); })
-                            << Change([](Item* i) { i->setScale(i->scale() / 2); });
-    QTest::newRow("turned") << Change([](Item* i) { i->setRotation(9); }) << Change([](Item* i) { i->setRotation(0); });
-    QTest::newRow("transformed") << Change([](Item* i) {
-        i->setTransform({1, 0.4, 0, 1, 9, 0});
-    }) << Change([](Item* i) { i->setTransform({}); });
-    QTest::newRow("faded") << Change([](Item* i) { i->setOpacity(0.5); }) << Change([](Item* i) { i->setOpacity(1); });
-    QTest::newRow("hidden") << Change([](Item* i) { i->hide(); }) << Change([](Item* i) { i->show(); });
-    QTest::newRow("selected in Qt's way")
-        << Change([](Item* i) { i->setFlag(Item::ItemIsSelectable), i->setSelected(true); })
-        << Change([](Item* i) { i->setSelected(false); });
-}
-
-void TestPixels::whatAHostDoesToAnElementIsShown()
-{
-    QFETCH(Change, change);
-    QFETCH(Change, undo);
-    PixelView chip(300);
-    QCOMPARE(chip.differing(), 0);
-    for (int loadNumber : {2, 14}) { // a rect, a text
-        change(chip.item(loadNumber));
+        QVERIFY(found > 1000);
+        QGraphicsEllipseItem added(100, 100, 20, 20);
+        chip.scene()->addItem(&added);
+        added.setZValue(1e6);
         QCoreApplication::processEvents();
-        QVERIFY(!chip.scene()->elements().isPlain());
-        QCOMPARE(chip.differing(), 0);
-        undo(chip.item(loadNumber));
-        QCoreApplication::processEvents();
-        QVERIFY(chip.scene()->elements().isPlain());
-        QCOMPARE(chip.differing(), 0);
+        QCOMPARE(chip.scene()->elements().topmostItemAt({110, 110}, QTransform()), &added);
     }
-}
-
-void TestPixels::whatAHostWritesIntoAnAttributeIsShown_data()
-{
-    QTest::addColumn<int>("loadNumber"); // of a rect, a line, a polygon, a text
-    QTest::addColumn<Writing>("write");
-    using Attribute = ZELGraphicItemAttribute;
-    const auto into = [](zelgraphic_attribute_key key, auto value) {
-        return Writing([=](Attribute& a) { *static_cast<decltype(value)*>(a.getAttribute(key)) = value; });
-    };
-    QTest::newRow("fill colour") << 1 << Writing([](Attribute& a) { a.setFillColor(0x123456U); });
-    QTest::newRow("fill colour through the pointer") << 3 << into(ATTR_FILL_COLOR, 0x123456U);
-    QTest::newRow("a hidden layer") << 1 << Writing([](Attribute& a) { a.layer = 77; });
-    QTest::newRow("the layer of hidden elements") << 5 << Writing([](Attribute& a) { a.layer = 0; });
-    QTest::newRow("the layer of a hidden line") << 6 << Writing([](Attribute& a) { a.layer = 0; });
-    QTest::newRow("the id of a selected element") << 1 << Writing([](Attribute& a) { a.itemId = 4711; });
-    QTest::newRow("border colour") << 1 << into(ATTR_STROKE_COLOR, 0xff0000U);
-    QTest::newRow("border width") << 1 << into(ATTR_STROKE_WIDTH, 30.0);
-    QTest::newRow("line") << 2 << into(ATTR_LINE, QLineF(10, 200, 200, 30));
-    QTest::newRow("line width") << 2 << into(ATTR_STROKE_WIDTH, 20.0);
-    QTest::newRow("text") << 4 << into(ATTR_TEXT, QStringLiteral("a longer text than before"));
-    QTest::newRow("font size") << 4 << into(ATTR_FONT_SIZE, 25.0);
-    QTest::newRow("rotation") << 4 << into(ATTR_ROTATION, 60);
-}
-
-// In every view of the scene, and however many attributes it has asked for.
-void TestPixels::whatAHostWritesIntoAnAttributeIsShown()
-{
-    QFETCH(int, loadNumber);
-    QFETCH(Writing, write);
-    enum class Case { OneHandedOut, AllHandedOut, WhileQtPaints };
-    for (const Case which : {Case::OneHandedOut, Case::AllHandedOut, Case::WhileQtPaints}) {
-        ChipView chip;
-        chip.drawing.parameter.width = 400;
-        chip.drawing.parameter.height = 300;
-        chip.drawing.addRect(1, 100, 80, 60, 40).strokeWidth = 2;
-        chip.drawing.addLine(2, 40, 50, 160, 100, 1);
-        chip.drawing.addPolygon(3, {{200, 100}, {260, 120}, {210, 160}});
-        chip.drawing.addText(4, "text", 200, 60, 10);
-        chip.drawing.addRect(5, 300, 200, 40, 30).layer = 99;
-        chip.drawing.addLine(6, 240, 220, 290, 240, 3).layer = 99;
-        fill(chip.drawing, 1200);
-        chip.open();
-        ZelGraphicsView second(chip.scene(), nullptr);
-        second.resize(420, 320);
-        second.show();
-        QCoreApplication::processEvents();
-        for (int i = 1; which == Case::AllHandedOut && i <= 1206; ++i)
-            QVERIFY(chip.database()->getGraphicItemAttribute(i));
-        chip.database()->selectedIds().insert(4711);
-        QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(chip.scene(), second, 1)), 0);
-        const QImage before = chip.picture();
-        if (which == Case::WhileQtPaints)
-            chip.item(7)->hide();
-        write(*chip.database()->getGraphicItemAttribute(loadNumber));
-        if (which == Case::WhileQtPaints) {
-            chip.picture();
-            chip.item(7)->show();
-        }
-        const QImage after = chip.picture();
-        QVERIFY(before != after);
-        QVERIFY(chip.scene()->elements().isPlain());
-        QCOMPARE(differingPixels(after, paintedByItems(chip.scene(), *chip.view(), 1)), 0);
-        QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(chip.scene(), second, 1)), 0);
-        chip.database()->selectedIds().clear();
-        QCOMPARE(differingPixels(chip.picture(), paintedByItems(chip.scene(), *chip.view(), 1)), 0);
-    }
-}
-
-void TestPixels::paintsOnlyWhatChanged()
-{
-    PixelView chip(2000);
-    DisplayList& list = chip.scene()->elements().displayList();
-    ViewCanvas canvas(list);
-    ViewCanvas::Scene scene;
-    scene.toPicture = QTransform::fromScale(1.5, 1.5);
-    scene.size = QSize(300, 200);
-    scene.layers = {0, 1, 2};
-    scene.states = {&chip.database()->selectedIds(), &chip.database()->highlightedIds(), nullptr};
-    scene.listVersion = 1;
-    scene.hints = QPainter::Antialiasing;
-    scene.background = Qt::white;
-    int painted = 0;
-    double widest = 0; // in scene units
-    scene.drawBackground = [&](QPainter&, const QRectF& area) {
-        ++painted;
-        widest = std::max(widest, area.width());
-    };
-    canvas.update(scene);
-    QCOMPARE(painted, 1);
-    canvas.update(scene);
-    QCOMPARE(painted, 1); // nothing changed
-    canvas.invalidate(firstInside(list, {20, 20, 160, 90}));
-    widest = 0;
-    canvas.update(scene);
-    QCOMPARE(painted, 2);
-    QVERIFY(widest < 100);
-    scene.toPicture = QTransform::fromScale(1.5, 1.5) * QTransform::fromTranslate(0.5, 0);
-    canvas.update(scene);
-    QCOMPARE(painted, 3); // between two pixels nothing can be moved
-}
-
-void TestPixels::topmostItemIsTheOneThatQtFinds()
-{
-    PixelView chip(3000);
-    Random random;
-    int found = 0;
-    for (const double scale : {0.37, 4.0}) { // different layers
-        chip.zoom(scale, {170, 120});
-        chip.changeStates(1);
-        const QTransform toViewport = chip.view()->viewportTransform();
-        const DisplayList& list = chip.scene()->elements().displayList();
-        for (int i = 0; i < 3000; ++i) {
-            // In or near an element, some of the points on a border or in a corner.
-            const QRectF near = list.boundsOf(random.below(list.size())).adjusted(-1, -1, 1, 1);
-            QPointF point{near.left() + random.upTo(near.width()), near.top() + random.upTo(near.height())};
-            if (i % 3 == 0)
-                point = QPointF(std::floor(point.x()), std::floor(point.y()));
-            else if (i % 3 == 1)
-                point = near.adjusted(1, 1, -1, -1).bottomRight();
-            chip.scene()->elements().synchroniseAt(point);
-            QGraphicsItem* expected = chip.scene()->itemAt(point, toViewport);
-            QCOMPARE(chip.scene()->elements().topmostItemAt(point, toViewport), expected);
-            found += expected ? 1 : 0;
-        }
-    }
-    QVERIFY(found > 1000);
-    QGraphicsEllipseItem added(100, 100, 20, 20);
-    chip.scene()->addItem(&added);
-    added.setZValue(1e6);
-    QCoreApplication::processEvents();
-    QCOMPARE(chip.scene()->elements().topmostItemAt({110, 110}, QTransform()), &added);
-}
+};
 
 ZEL_TEST_MAIN(TestPixels)
 #include "tst_pixels.moc"

@@ -4,13 +4,14 @@
 #include <QDir>
 #include <QFile>
 
-HostFiles::HostFiles()
-    : m_folder(QDir::tempPath() + QStringLiteral("/zel host \u00e4-XXXXXX"))
+HostFiles::HostFiles(const QByteArray& resources)
+    : project(resources)
+    , m_folder(QDir::tempPath() + "/zel host \u00e4-XXXXXX")
     , m_cacheHome(qgetenv("XDG_CACHE_HOME"))
 {
-    qputenv("XDG_CACHE_HOME", QFile::encodeName(path(QStringLiteral("cache"))));
-    project.write(QStringLiteral("small.svg"), smallDrawing());
-    project.write(QStringLiteral("filter.txt"), "\"channel\" 11\n");
+    qputenv("XDG_CACHE_HOME", QFile::encodeName(path("cache")));
+    project.write("small.svg", smallDrawing());
+    project.write("filter.txt", "\"channel\" 11\n");
 }
 
 HostFiles::~HostFiles()

@@ -12,7 +12,7 @@
 class HostFiles
 {
 public:
-    HostFiles();
+    explicit HostFiles(const QByteArray& resources = "[]");
     ~HostFiles();
 
     ProjectFolder project;

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "host/commandline/commandline.h"
+#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
-
-#include <QTest>
 
 using mirn::zelchip::CommandLine;
 using mirn::zelchip::parseCommandLine;
-
-Q_DECLARE_METATYPE(CommandLine::Task)
 
 class TestCommandLine : public zeltest::Test
 {
@@ -17,67 +14,68 @@ private Q_SLOTS:
     void understands();
     void refuses_data();
     void refuses();
+
+private:
+    // Of arguments that are separated by blanks; two quotes are an empty one.
+    static CommandLine parsed(const QString& arguments)
+    {
+        return parseCommandLine(QString("zelchip " + arguments).remove("''").split(' '));
+    }
 };
 
 void TestCommandLine::understands_data()
 {
-    using Task = CommandLine::Task;
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<Task>("task");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<QString>("snapshotFile");
-    const QSize usual(1600, 1000);
-    QTest::newRow("nothing opens the sample") << QStringList() << Task::ShowWindow << "" << usual << "";
-    QTest::newRow("a path") << QStringList{"my project"} << Task::ShowWindow << "my project" << usual << "";
-    QTest::newRow("a path that looks like an option, after two dashes")
-        << QStringList{"--", "-x.svg"} << Task::ShowWindow << "-x.svg" << usual << "";
-    QTest::newRow("a size") << QStringList{"--size", "800x600"} << Task::ShowWindow << "" << QSize(800, 600) << "";
-    QTest::newRow("the smallest size") << QStringList{"--size=640x400"} << Task::ShowWindow << "" << QSize(640, 400)
-                                       << "";
-    QTest::newRow("a snapshot, options behind the path")
-        << QStringList{"a.svg", "--snapshot", "b.png", "--size", "1000x700"} << Task::SaveSnapshot << "a.svg"
-        << QSize(1000, 700) << "b.png";
-    QTest::newRow("help") << QStringList{"-h"} << Task::PrintHelp << "" << usual << "";
-    QTest::newRow("help goes before the version")
-        << QStringList{"--version", "--help"} << Task::PrintHelp << "" << usual << "";
-    QTest::newRow("the version goes before a snapshot")
-        << QStringList{"--snapshot", "b.png", "--version"} << Task::PrintVersion << "" << usual << "b.png";
+    zeltest::addRows({
+        {"nothing opens the sample", "--", "window  1600x1000"},
+        {"a path", "project", "window project 1600x1000"},
+        {"a path that looks like an option, after two dashes", "-- -x.svg", "window -x.svg 1600x1000"},
+        {"a size", "--size 800x600", "window  800x600"},
+        {"the smallest size", "--size=640x400", "window  640x400"},
+        {"a snapshot, options behind the path", "a.svg --snapshot b.png --size 1000x700",
+            "snapshot a.svg 1000x700 b.png"},
+        {"help", "-h", "help  1600x1000"},
+        {"help goes before the version", "--version --help", "help  1600x1000"},
+        {"the version goes before a snapshot", "--snapshot b.png --version", "version  1600x1000 b.png"},
+    });
 }
 
 void TestCommandLine::understands()
 {
-    QFETCH(QStringList, arguments);
-    const CommandLine commandLine = parseCommandLine(QStringList("zelchip") + arguments);
-    QTEST(commandLine.task, "task");
-    QTEST(commandLine.path, "path");
-    QTEST(commandLine.windowSize, "size");
-    QTEST(commandLine.snapshotFile, "snapshotFile");
-    QCOMPARE(commandLine.error, QString());
+    using Task = CommandLine::Task;
+    const auto [arguments, expected] = zeltest::currentRow<2>();
+    const CommandLine found = parsed(arguments);
+    const QMap<Task, QString> tasks{{Task::ShowWindow, "window"}, {Task::SaveSnapshot, "snapshot"},
+        {Task::PrintHelp, "help"}, {Task::PrintVersion, "version"}};
+    const QString size = QStringLiteral("%1x%2").arg(found.windowSize.width()).arg(found.windowSize.height());
+    QCOMPARE(
+        (QStringList{tasks.value(found.task), found.path, size, found.snapshotFile}.join(' ').trimmed()), expected);
+    QCOMPARE(found.error, QString());
 }
 
 void TestCommandLine::refuses_data()
 {
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("about"); // what the message must name
-    QTest::newRow("an unknown option") << QStringList{"--batch"} << "batch";
-    QTest::newRow("two paths") << QStringList{"a.svg", "b.svg"} << "b.svg";
-    QTest::newRow("an empty path") << QStringList{""} << "empty";
-    QTest::newRow("a snapshot without a file") << QStringList{"--snapshot"} << "--snapshot";
-    QTest::newRow("a snapshot with an empty file name") << QStringList{"--snapshot", ""} << "--snapshot";
-    QTest::newRow("a size that is one number") << QStringList{"--size", "800"} << "800";
-    QTest::newRow("a size with something behind it") << QStringList{"--size", "800x600px"} << "800x600px";
-    QTest::newRow("a negative size") << QStringList{"--size=-800x600"} << "-800x600";
-    QTest::newRow("a size below the window's parts") << QStringList{"--size", "639x400"} << "640x400";
-    QTest::newRow("a size beyond memory") << QStringList{"--size", "16385x1000"} << "16384";
-    QTest::newRow("a size beyond integers") << QStringList{"--size", "99999999999x1000"} << "99999999999";
+    // With what the message must name.
+    zeltest::addRows({
+        {"an unknown option", "--colour", "colour"},
+        {"two paths", "a.svg b.svg", "b.svg"},
+        {"an empty path", "''", "empty"},
+        {"a snapshot without a file", "--snapshot", "--snapshot"},
+        {"a snapshot with an empty file name", "--snapshot ''", "--snapshot"},
+        {"a batch with a window", "--batch a.tcl --snapshot b.png", "--batch shows no window"},
+        {"a script without a file", "--script ''", "--script"},
+        {"a size that is one number", "--size 800", "800"},
+        {"a size with something behind it", "--size 800x600px", "800x600px"},
+        {"a negative size", "--size=-800x600", "-800x600"},
+        {"a size below the window's parts", "--size 639x400", "640x400"},
+        {"a size beyond memory", "--size 16385x1000", "16384"},
+        {"a size beyond integers", "--size 99999999999x1000", "99999999999"},
+    });
 }
 
 void TestCommandLine::refuses()
 {
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, about);
-    const CommandLine commandLine = parseCommandLine(QStringList("zelchip") + arguments);
+    const auto [arguments, about] = zeltest::currentRow<2>();
+    const CommandLine commandLine = parsed(arguments);
     QCOMPARE(commandLine.task, CommandLine::Task::ReportError);
     QVERIFY2(commandLine.error.contains(about), qPrintable(commandLine.error));
 }

@@ -2,10 +2,10 @@
 #include "host/console/tclcompletion.h"
 #include "host/design/designeditor.h"
 #include "host/project/commandshell.h"
-#include "host/project/projectsession.h"
 #include "host/project/projecttcl.h"
 #include "host/window/windowtcl.h"
 #include "tests/host/hostfiles.h"
+#include "tests/host/shownwindow.h"
 #include "tests/support/testmain.h"
 
 #include <QRegularExpression>
@@ -32,24 +32,20 @@ QStringList sorted(QStringList texts)
     return texts;
 }
 
-// As the command itself lists them; none where it has none.
-QStringList subcommandsOf(TclInterpreter& tcl, const QString& command)
+// What stands in the answer of a command that is called wrongly, in order: the subcommands that it knows, or the
+// options of its usage.
+QStringList wordsIn(TclInterpreter& tcl, const QString& command, const char* list, const char* word)
 {
-    const QString answer = tcl.evaluate(command + QStringLiteral(" no-such-subcommand")).text;
-    const QString list = answer.section(QStringLiteral("must be "), 1);
-    return list.isEmpty() ? QStringList() : list.split(QStringLiteral(", "));
+    QStringList words;
+    const QString answer = QRegularExpression(list).match(tcl.evaluate(command).text).captured(1);
+    for (auto found = QRegularExpression(word).globalMatch(answer); found.hasNext();)
+        words.append(found.next().captured());
+    return sorted(words);
 }
 
-// Those in the usage that it gives when it is called with too much.
 QStringList optionsOf(TclInterpreter& tcl, const QString& command)
 {
-    static const QRegularExpression usage(QStringLiteral("wrong # args: should be \"(.*)\""));
-    static const QRegularExpression option(QStringLiteral("(?<=[ ?])-[a-z]+"));
-    const QString answer = tcl.evaluate(command + QStringLiteral(" a b c d e f g h i")).text;
-    QStringList options;
-    for (auto found = option.globalMatch(usage.match(answer).captured(1)); found.hasNext();)
-        options.append(found.next().captured());
-    return options;
+    return wordsIn(tcl, command + " a b c d e f g h i", "wrong # args: should be \"(.*)\"", "(?<=[ ?])-[a-z]+");
 }
 
 } // namespace
@@ -65,9 +61,7 @@ private Q_SLOTS:
 void TestCommands::completionKnowsThemAll()
 {
     HostFiles files;
-    QString error;
-    const auto session = ProjectSession::open(files.project.path(), &error);
-    QVERIFY2(session, qPrintable(error));
+    const auto session = openSession(files.project.path());
     CommandShell shell;
     NoWindow window;
     TclInterpreter& tcl = shell.interpreter();
@@ -83,19 +77,15 @@ void TestCommands::completionKnowsThemAll()
     for (const QString& command : all) {
         if (ofTcl.contains(command))
             continue;
-        const QStringList subcommands = subcommandsOf(tcl, command);
+        const QStringList subcommands = wordsIn(tcl, command + " no-such-subcommand", "must be (.*)", "\\w+");
         if (subcommands.isEmpty() && optionsOf(tcl, command).isEmpty())
             continue; // there is nothing to complete
         ++commands;
-        QCOMPARE(candidates(command + QLatin1Char(' ')),
-            subcommands.isEmpty() ? sorted(optionsOf(tcl, command)) : sorted(subcommands));
+        QCOMPARE(candidates(command + ' '), subcommands.isEmpty() ? optionsOf(tcl, command) : subcommands);
         for (const QString& subcommand : subcommands) {
-            const QString whole = command + QLatin1Char(' ') + subcommand;
-            QStringList offered = candidates(whole + QLatin1Char(' '));
-            offered.erase(std::remove_if(offered.begin(), offered.end(),
-                              [](const QString& word) { return !word.startsWith(QLatin1Char('-')); }),
-                offered.end());
-            QVERIFY2(offered == sorted(optionsOf(tcl, whole)), qPrintable(whole));
+            const QString whole = command + ' ' + subcommand;
+            const QStringList options = candidates(whole + ' ').filter(QRegularExpression("^-"));
+            QVERIFY2(options == optionsOf(tcl, whole), qPrintable(whole));
         }
     }
     QCOMPARE(commands, 5);

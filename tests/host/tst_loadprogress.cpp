@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "chipview/zelchipgui.h"
-#include "graphics/zelgraphicsview.h"
-#include "host/project/projectsession.h"
 #include "host/window/loadprogress.h"
-#include "host/window/mainwindow.h"
 #include "tests/host/hostfiles.h"
+#include "tests/host/shownwindow.h"
+#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QApplication>
@@ -13,7 +11,6 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QTest>
 #include <QTimer>
 
 using namespace mirn::zelchip;
@@ -58,15 +55,6 @@ private:
     QTimer m_timer;
 };
 
-std::unique_ptr<ProjectSession> session(const QString& path)
-{
-    QString error;
-    std::unique_ptr<ProjectSession> result = ProjectSession::open(path, &error);
-    if (!result)
-        qFatal("%s", qPrintable(error));
-    return result;
-}
-
 int elementCount(MainWindow& window)
 {
     auto* view = qobject_cast<ZelGraphicsView*>(window.findChild<ZelChipGUI*>()->centralWidget());
@@ -103,7 +91,7 @@ void TestLoadProgress::cleanup()
 void TestLoadProgress::appearsForLongLoadsOnly()
 {
     HostFiles files;
-    MainWindow window(session(files.write("small.svg", smallDrawing())));
+    MainWindow window(openSession(files.write("small.svg", smallDrawing())));
     window.show();
     {
         const Watcher watcher;
@@ -122,29 +110,28 @@ void TestLoadProgress::appearsForLongLoadsOnly()
 
 void TestLoadProgress::cancelLeavesWhatIsOpen_data()
 {
-    QTest::addColumn<QString>("word");
-    QTest::addColumn<int>("value");
-    QTest::newRow("while reading") << "Reading" << 0;
-    QTest::newRow("while items are made") << "Building" << 400;
-    QTest::newRow("while they are added") << "Building" << 800;
+    zeltest::addRows({
+        {"while reading", "Reading", "0"},
+        {"while items are made", "Building", "400"},
+        {"while they are added", "Building", "800"},
+    });
 }
 
 void TestLoadProgress::cancelLeavesWhatIsOpen()
 {
-    QFETCH(QString, word);
-    QFETCH(int, value);
+    const auto [word, value] = zeltest::currentRow<2>();
     HostFiles files;
-    MainWindow window(session(files.project.path()));
+    MainWindow window(openSession(files.project.path()));
     window.show();
     const QString title = window.windowTitle();
     {
-        const Watcher watcher(word, value);
+        const Watcher watcher(word, value.toInt());
         window.open(files.write("large.svg", largeDrawing()));
         QVERIFY(watcher.hasSeen(word));
     }
     QCOMPARE(window.windowTitle(), title);
     QCOMPARE(elementCount(window), 6);
-    QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Opening large.svg was cancelled"));
+    QCOMPARE(window.statusBar()->currentMessage(), "Opening large.svg was cancelled");
     QCOMPARE(QApplication::activeModalWidget(), static_cast<QWidget*>(nullptr));
 
     window.open(files.path("large.svg"));
@@ -156,7 +143,7 @@ void TestLoadProgress::cancelLeavesWhatIsOpen()
 void TestLoadProgress::cancelByACommandIsAnError()
 {
     HostFiles files;
-    MainWindow window(session(files.write("small.svg", smallDrawing())));
+    MainWindow window(openSession(files.write("small.svg", smallDrawing())));
     window.show();
     files.write("large.svg", largeDrawing());
     const QString script
@@ -171,7 +158,7 @@ void TestLoadProgress::cancelByACommandIsAnError()
 void TestLoadProgress::cancelAtTheStartLeavesASentence()
 {
     HostFiles files;
-    std::unique_ptr<ProjectSession> large = session(files.write("large.svg", largeDrawing()));
+    std::unique_ptr<ProjectSession> large = openSession(files.write("large.svg", largeDrawing()));
     std::unique_ptr<MainWindow> window;
     {
         const Watcher watcher("Building", 500);

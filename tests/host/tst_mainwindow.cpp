@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "chipview/zelchipgui.h"
-#include "chipview/zelchipviewdatabase.h"
-#include "graphics/zelgraphicsview.h"
-#include "host/project/projectsession.h"
 #include "host/window/chipstatusbar.h"
-#include "host/window/mainwindow.h"
 #include "tests/host/hostfiles.h"
+#include "tests/host/shownwindow.h"
 #include "tests/support/testmain.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMouseEvent>
@@ -25,26 +20,17 @@ using namespace mirn::zelchipview;
 
 namespace {
 
-// A window that shows what it was given, and hands on what a person does with it.
-class ShownWindow
+// With what a person does with it.
+class UsedWindow : public ShownWindow
 {
 public:
-    explicit ShownWindow(const QString& path)
-        : window(openSession(path))
-    {
-        window.resize(900, 600);
-        window.show();
-        QCoreApplication::processEvents();
-    }
+    using ShownWindow::ShownWindow;
 
-    ZelChipGUI* chipView() { return window.findChild<ZelChipGUI*>(); }
-    ZelGraphicsView* view() { return qobject_cast<ZelGraphicsView*>(chipView()->centralWidget()); }
-    QString label(const char* name) { return window.findChild<QLabel*>(name)->text(); }
-    QToolBar* toolBar() { return window.findChild<QToolBar*>("tools"); }
+    QToolBar* toolBar() { return window->findChild<QToolBar*>("tools"); }
 
     QAction* action(const QString& text)
     {
-        const QList<QAction*> actions = window.findChildren<QAction*>() + toolBar()->actions();
+        const QList<QAction*> actions = window->findChildren<QAction*>() + toolBar()->actions();
         for (QAction* action : actions) {
             if (action->text().remove('&') == text)
                 return action;
@@ -82,18 +68,6 @@ public:
         const bool isInside = QRectF(QPointF(), room).contains(shown);
         return isInside && (shown.width() > 0.93 * room.width() || shown.height() > 0.93 * room.height());
     }
-
-    MainWindow window;
-
-private:
-    static std::unique_ptr<ProjectSession> openSession(const QString& path)
-    {
-        QString error;
-        std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error);
-        if (!session)
-            qFatal("%s", qPrintable(error));
-        return session;
-    }
 };
 
 } // namespace
@@ -102,68 +76,54 @@ class TestMainWindow : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void writesNumbers_data();
     void writesNumbers();
-    void namesTheElementBelowThePointer_data();
     void namesTheElementBelowThePointer();
     void followsTheScale();
     void fitsUntilTheUserZooms();
     void zoomsAtThePointer();
     void zoomsToTheSelection();
     void hasTheChipViewsActions();
-    void greysOutTheFilterOfADrawing();
     void showsWarnings();
     void failedCommandsAreAnsweredAndSaid();
     void opensOneAfterTheOther();
     void keepsWhatIsOpenWhenTheNextIsRefused();
 };
 
-void TestMainWindow::writesNumbers_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("one decimal") << positionText({12.34, 56.0}) << "12.3, 56.0";
-    QTest::newRow("no negative zero") << positionText({-0.04, -3.21}) << "0.0, -3.2";
-    QTest::newRow("no zeros behind the point") << scaleText(1.0, 2.5) << "1x  scale 2.5";
-    QTest::newRow("three digits") << scaleText(2.4414, -0.25) << "2.44x  scale -0.25";
-    QTest::newRow("large values without exponent") << scaleText(12345.6, 100) << "12346x  scale 100";
-    QTest::newRow("zero") << scaleText(1e-20, 0.0) << "0x  scale 0";
-    QTest::newRow("small values") << scaleText(0.0512, -0.001) << "0.0512x  scale -0.001";
-}
-
 void TestMainWindow::writesNumbers()
 {
-    QFETCH(QString, text);
-    QTEST(text, "expected");
-}
-
-void TestMainWindow::namesTheElementBelowThePointer_data()
-{
-    QTest::addColumn<QPointF>("position");
-    QTest::addColumn<QString>("element");
-    QTest::newRow("the tooltip's first line and the id") << QPointF(12, 12) << "Channel 0  (id 11)";
-    QTest::newRow("what lies below a text") << QPointF(14.5, 33) << "Channel 0  (id 11)";
-    QTest::newRow("what lies below an element of a hidden layer") << QPointF(40, 17) << "Channel 0  (id 11)";
-    QTest::newRow("the name without a tooltip, no made-up id") << QPointF(80, 30) << "wedge";
-    QTest::newRow("the kind without a name") << QPointF(130, 30) << "Rectangle";
-    QTest::newRow("a line where there is nothing else") << QPointF(100, 80) << "Line  (id 14)";
-    QTest::newRow("the drawing where there is no element") << QPointF(180, 30) << "small.svg: 6 elements";
+    QCOMPARE(positionText({12.34, 56.0}), "12.3, 56.0");
+    QCOMPARE(positionText({-0.04, -3.21}), "0.0, -3.2"); // no negative zero
+    QCOMPARE(scaleText(1.0, 2.5), "1x  scale 2.5"); // no zeros behind the point
+    QCOMPARE(scaleText(2.4414, -0.25), "2.44x  scale -0.25");
+    QCOMPARE(scaleText(12345.6, 100), "12346x  scale 100"); // no exponent
+    QCOMPARE(scaleText(1e-20, 0.0), "0x  scale 0");
+    QCOMPARE(scaleText(0.0512, -0.001), "0.0512x  scale -0.001");
 }
 
 void TestMainWindow::namesTheElementBelowThePointer()
 {
-    QFETCH(QPointF, position);
+    const std::pair<QPointF, const char*> places[] = {
+        {{12, 12}, "Channel 0  (id 11)"}, // the tooltip's first line
+        {{14.5, 33}, "Channel 0  (id 11)"}, // below a text
+        {{40, 17}, "Channel 0  (id 11)"}, // below an element of a hidden layer
+        {{80, 30}, "wedge"}, // the name without a tooltip, no made-up id
+        {{130, 30}, "Rectangle"}, // the kind without a name
+        {{100, 80}, "Line  (id 14)"}, // where there is nothing else
+        {{180, 30}, "small.svg: 6 elements"},
+    };
     HostFiles files;
-    ShownWindow shown(files.write("small.svg", smallDrawing()));
-    shown.pointAt(position);
-    QTEST(shown.label("element"), "element");
-    const QStringList coordinates = shown.label("position").split(", ");
-    QVERIFY(qAbs(coordinates.value(0).toDouble() - position.x()) < 1.0);
-    QVERIFY(qAbs(coordinates.value(1).toDouble() - position.y()) < 1.0);
-
+    UsedWindow shown(files.write("small.svg", smallDrawing()));
+    for (const auto& [position, element] : places) {
+        shown.pointAt(position);
+        QCOMPARE(shown.label("element"), element);
+        const QStringList coordinates = shown.label("position").split(", ");
+        QVERIFY(qAbs(coordinates.value(0).toDouble() - position.x()) < 1.0);
+        QVERIFY(qAbs(coordinates.value(1).toDouble() - position.y()) < 1.0);
+    }
+    shown.pointAt({12, 12});
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(shown.view()->viewport(), &leave);
-    QCOMPARE(shown.label("element"), QStringLiteral("small.svg: 6 elements"));
+    QCOMPARE(shown.label("element"), "small.svg: 6 elements");
     QCOMPARE(shown.label("position"), QString());
 }
 
@@ -171,7 +131,7 @@ void TestMainWindow::namesTheElementBelowThePointer()
 void TestMainWindow::followsTheScale()
 {
     HostFiles files;
-    ShownWindow shown(files.write("small.svg", smallDrawing()));
+    UsedWindow shown(files.write("small.svg", smallDrawing()));
     const auto expected = [&shown] { return scaleText(shown.view()->transform().m11(), shown.view()->currentScale()); };
     QTRY_COMPARE(shown.label("scale"), expected());
     const QString fitted = shown.label("scale");
@@ -181,24 +141,24 @@ void TestMainWindow::followsTheScale()
 
     shown.view()->centerOn(170, 65);
     shown.pointAt({170, 65});
-    QCOMPARE(shown.label("element"), QStringLiteral("small.svg: 6 elements"));
+    QCOMPARE(shown.label("element"), "small.svg: 6 elements");
     shown.view()->centerOn(130, 30);
-    QTRY_COMPARE(shown.label("element"), QStringLiteral("Rectangle"));
+    QTRY_COMPARE(shown.label("element"), "Rectangle");
 }
 
 void TestMainWindow::fitsUntilTheUserZooms()
 {
     HostFiles files;
-    ShownWindow shown(files.project.path());
+    UsedWindow shown(files.project.path());
     QTRY_VERIFY(shown.isFitted());
-    shown.window.resize(1200, 500);
+    shown.window->resize(1200, 500);
     QTRY_VERIFY(shown.isFitted());
 
     for (int step = 0; step < 5; ++step)
         shown.action("Zoom In")->trigger();
     const QTransform zoomed = shown.view()->transform();
     const QSize before = shown.view()->viewport()->size();
-    shown.window.resize(1000, 700);
+    shown.window->resize(1000, 700);
     QTRY_VERIFY(shown.view()->viewport()->size() != before);
     QCoreApplication::processEvents();
     QCOMPARE(shown.view()->transform(), zoomed);
@@ -211,7 +171,7 @@ void TestMainWindow::fitsUntilTheUserZooms()
 void TestMainWindow::zoomsAtThePointer()
 {
     HostFiles files;
-    ShownWindow shown(files.write("small.svg", smallDrawing()));
+    UsedWindow shown(files.write("small.svg", smallDrawing()));
     QTRY_VERIFY(shown.isFitted());
     const QPoint pointer(150, 220);
     const QPointF below = shown.sceneAt(pointer);
@@ -226,9 +186,9 @@ void TestMainWindow::zoomsAtThePointer()
 void TestMainWindow::zoomsToTheSelection()
 {
     HostFiles files;
-    ShownWindow shown(files.write("small.svg", smallDrawing()));
+    UsedWindow shown(files.write("small.svg", smallDrawing()));
     shown.action("Zoom to Selection")->trigger();
-    QCOMPARE(shown.window.statusBar()->currentMessage(), QStringLiteral("No element is selected."));
+    QCOMPARE(shown.window->statusBar()->currentMessage(), "No element is selected.");
 
     ZELChipViewDatabase::getInstance()->addSelctedItem(11, false);
     shown.action("Zoom to Selection")->trigger();
@@ -240,7 +200,7 @@ void TestMainWindow::zoomsToTheSelection()
 void TestMainWindow::hasTheChipViewsActions()
 {
     HostFiles files;
-    ShownWindow shown(files.project.path());
+    UsedWindow shown(files.project.path());
     const ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
     for (int id : {ACTION_SELECT, ACTION_PAN, ACTION_ZOOM, ACTION_FILTER}) {
         QAction* action = database->getAction(id);
@@ -252,79 +212,73 @@ void TestMainWindow::hasTheChipViewsActions()
         = qobject_cast<QToolButton*>(shown.toolBar()->widgetForAction(database->getAction(ACTION_FILTER)));
     QCOMPARE(button->popupMode(), QToolButton::InstantPopup);
 
-    QApplication::setActiveWindow(&shown.window);
-    QTest::keyClick(&shown.window, Qt::Key_H);
-    QCOMPARE(database->getMouseMode(), int(ACTION_PAN));
-    QTest::keyClick(&shown.window, Qt::Key_Z);
-    QCOMPARE(database->getMouseMode(), int(ACTION_ZOOM));
-    QTest::keyClick(&shown.window, Qt::Key_S);
-    QCOMPARE(database->getMouseMode(), int(ACTION_SELECT));
-}
-
-void TestMainWindow::greysOutTheFilterOfADrawing()
-{
-    HostFiles files;
-    ShownWindow shown(files.write("small.svg", smallDrawing()));
-    QVERIFY(!ZELChipViewDatabase::getInstance()->getAction(ACTION_FILTER)->isEnabled());
+    QApplication::setActiveWindow(shown.window.get());
+    const std::pair<Qt::Key, int> keys[]
+        = {{Qt::Key_H, ACTION_PAN}, {Qt::Key_Z, ACTION_ZOOM}, {Qt::Key_S, ACTION_SELECT}};
+    for (const auto& [key, mode] : keys) {
+        QTest::keyClick(shown.window.get(), key);
+        QCOMPARE(database->getMouseMode(), mode);
+    }
 }
 
 void TestMainWindow::showsWarnings()
 {
     HostFiles files;
-    ShownWindow shown(files.write("odd.svg", drawingWithWarnings()));
-    auto* button = shown.window.findChild<QToolButton*>("warnings");
+    UsedWindow shown(files.write("odd.svg", drawingWithWarnings()));
+    auto* button = shown.window->findChild<QToolButton*>("warnings");
     QVERIFY(button->isVisible());
-    QCOMPARE(button->text(), QStringLiteral("2 warnings"));
+    QCOMPARE(button->text(), "2 warnings");
     button->click();
-    auto* box = shown.window.findChild<QMessageBox*>();
+    auto* box = shown.window->findChild<QMessageBox*>();
     QVERIFY(box && box->text().contains("gradient"));
     box->close();
 
-    shown.window.open(files.write("small.svg", smallDrawing()));
+    shown.window->open(files.write("small.svg", smallDrawing()));
     QVERIFY(!button->isVisible());
+    QVERIFY(!ZELChipViewDatabase::getInstance()->getAction(ACTION_FILTER)->isEnabled());
 }
 
 void TestMainWindow::failedCommandsAreAnsweredAndSaid()
 {
     HostFiles files;
-    ShownWindow shown(files.project.path());
+    UsedWindow shown(files.project.path());
     QCOMPARE(ZELChipViewDatabase::getInstance()->place("top/ip", "11"), 0);
-    const QString message = shown.window.statusBar()->currentMessage();
-    QCOMPARE(message, QStringLiteral("there is no resource \"top/ip\""));
+    const QString message = shown.window->statusBar()->currentMessage();
+    QCOMPARE(message, "there is no resource \"top/ip\"");
 }
 
 void TestMainWindow::opensOneAfterTheOther()
 {
     HostFiles files;
-    ShownWindow shown(files.project.path());
-    QCOMPARE(shown.window.windowTitle(), QStringLiteral("Small/Test[*] \u2014 zelchip"));
+    UsedWindow shown(files.project.path());
+    QCOMPARE(shown.window->windowTitle(), "Small/Test[*] \u2014 zelchip");
     const auto tools = shown.toolBar()->actions().size();
     const QString drawing = files.write("other.svg", drawingWithWarnings());
     for (const QString& path : {drawing, files.project.path(), drawing}) {
-        shown.window.open(path);
+        shown.window->open(path);
         QCOMPARE(shown.toolBar()->actions().size(), tools);
-        QCOMPARE(shown.window.findChildren<ZelChipGUI*>().size(), 1);
+        QCOMPARE(shown.window->findChildren<ZelChipGUI*>().size(), 1);
         QTRY_VERIFY(shown.isFitted());
     }
-    QCOMPARE(shown.window.windowTitle(), QStringLiteral("other.svg[*] \u2014 zelchip"));
+    QCOMPARE(shown.window->windowTitle(), "other.svg[*] \u2014 zelchip");
     QCOMPARE(shown.view()->sceneRect(), QRectF(0, 0, 100, 50));
-    QCOMPARE(shown.label("element"), QStringLiteral("other.svg: 1 element"));
+    QCOMPARE(shown.label("element"), "other.svg: 1 element");
 }
 
 void TestMainWindow::keepsWhatIsOpenWhenTheNextIsRefused()
 {
     HostFiles files;
-    ShownWindow shown(files.project.path());
+    UsedWindow shown(files.project.path());
     const ZelChipGUI* chipView = shown.chipView();
-    shown.window.open(files.write("<b>bad.svg", "bad"));
-    auto* box = shown.window.findChild<QMessageBox*>();
+    shown.window->open(files.write("<b>bad.svg", "bad"));
+    auto* box = shown.window->findChild<QMessageBox*>();
     QVERIFY(box);
     QCOMPARE(box->textFormat(), Qt::PlainText);
     QVERIFY2(box->text().contains("<b>bad.svg:1:1: "), qPrintable(box->text()));
     QCOMPARE(shown.chipView(), chipView);
-    QCOMPARE(shown.window.windowTitle(), QStringLiteral("Small/Test[*] \u2014 zelchip"));
+    QCOMPARE(shown.window->windowTitle(), "Small/Test[*] \u2014 zelchip");
     shown.pointAt({12, 12});
-    QCOMPARE(shown.label("element"), QStringLiteral("Channel 0  (id 11)"));
+    QCOMPARE(shown.label("element"), "Channel 0  (id 11)");
 }
 
 ZEL_TEST_MAIN(TestMainWindow)

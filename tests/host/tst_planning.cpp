@@ -1,15 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "chipview/zelchipgui.h"
-#include "chipview/zelchipviewdatabase.h"
-#include "engine/referenceengine.h"
-#include "graphics/zelconstants.h"
-#include "graphics/zelgraphicsview.h"
-#include "host/console/consoledock.h"
-#include "host/design/designeditor.h"
-#include "host/project/projectsession.h"
 #include "host/window/findbox.h"
-#include "host/window/mainwindow.h"
 #include "tests/host/hostfiles.h"
+#include "tests/host/shownwindow.h"
+#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QAbstractButton>
@@ -21,16 +14,14 @@
 #include <QDragEnterEvent>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QStatusBar>
-#include <QTest>
 #include <QTimer>
-#include <QTreeWidget>
 
 #include <algorithm>
 
@@ -46,56 +37,29 @@ const QByteArray Design = R"([
 ])";
 
 // The program's window on a project with something to place.
-class Planning
+class Planning : public ShownWindow
 {
 public:
-    Planning()
-    {
-        files.project.write(QStringLiteral("design.json"), designWith(Design));
-        open();
-    }
+    Planning() { open(); }
+    ~Planning() { window.reset(); } // before its files go
 
-    void open()
-    {
-        window.reset();
-        QString error;
-        auto session = ProjectSession::open(files.project.path(), &error);
-        if (!session)
-            qFatal("%s", qPrintable(error));
-        this->session = session.get();
-        window = std::make_unique<MainWindow>(std::move(session));
-        window->resize(1000, 700);
-        window->show();
-        QCoreApplication::processEvents();
-    }
+    void open() { show(files.project.path(), QSize(1000, 700)); }
 
-    // As typed into the console.
-    void run(const QString& script)
-    {
-        Q_EMIT console()->commandEntered(script);
-        QCoreApplication::processEvents();
-    }
-
-    ConsoleDock* console() { return window->findChild<ConsoleDock*>(); }
     QString consoleText() { return console()->findChild<QPlainTextEdit*>()->toPlainText(); }
-    QTreeWidget* tree() { return chipView()->findChild<QTreeWidget*>(); }
-    ZelChipGUI* chipView() { return window->findChild<ZelChipGUI*>(); }
-    ZelGraphicsView* view() { return qobject_cast<ZelGraphicsView*>(chipView()->centralWidget()); }
     FindBox* findBox() { return window->findChild<FindBox*>(); }
-
-    QTreeWidgetItem* row(const QString& resource)
-    {
-        for (QTreeWidgetItemIterator row(tree()); *row; ++row) {
-            if ((*row)->data(0, RESOURCENAME).toString() == resource)
-                return *row;
-        }
-        return nullptr;
-    }
 
     int siteOf(const QString& resource)
     {
-        const auto& design = session->editor().engine().design();
+        const auto& design = editor().engine().design();
         return design.resource(design.find(resource)).site;
+    }
+
+    // Takes a resource from the tree over the drawing.
+    void dragTo(const QString& resource, QPointF scenePosition)
+    {
+        tree()->setCurrentItem(row(resource));
+        drag<QDragEnterEvent>(scenePosition);
+        drag<QDragMoveEvent>(scenePosition);
     }
 
     template <typename Event> void drag(QPointF scenePosition)
@@ -118,17 +82,15 @@ public:
         QTimer::singleShot(0, qApp, [&] {
             QWidget* dialog = QApplication::activeModalWidget();
             QVERIFY(dialog);
-            auto* channel = dialog->findChild<QComboBox*>(QStringLiteral("comboBoxCH1"));
+            auto* channel = dialog->findChild<QComboBox*>("comboBoxCH1");
             channel->setCurrentIndex(channel->findText(value));
-            dialog->findChild<QAbstractButton*>(QStringLiteral("pushButtonOK"))->click();
+            dialog->findChild<QAbstractButton*>("pushButtonOK")->click();
         });
         const QPoint site = view()->mapFromScene(13.0, 13.0);
         QTest::mouseDClick(view()->viewport(), Qt::LeftButton, Qt::NoModifier, site);
     }
 
-    HostFiles files;
-    ProjectSession* session = nullptr;
-    std::unique_ptr<MainWindow> window;
+    HostFiles files{Design};
 
 private:
     QMimeData m_mimeData;
@@ -149,7 +111,6 @@ class TestPlanning : public zeltest::Test
     Q_OBJECT
 private Q_SLOTS:
     void dropPlacesAndShows();
-    void statusBarSaysWhyASiteRefuses();
     void sitesDoNotLightUpWithNothingInHand();
     void consoleShowsEverything();
     void undoMenuNamesTheStep();
@@ -158,7 +119,6 @@ private Q_SLOTS:
     void workThatIsBackIsSaid();
     void lockInDoubtIsAskedAbout_data();
     void lockInDoubtIsAskedAbout();
-    void typedExitAsksToo();
     void settingsDialogChangesOneThing_data();
     void settingsDialogChangesOneThing();
     void settingThatCannotBeKeptIsSaid();
@@ -173,32 +133,22 @@ private Q_SLOTS:
 void TestPlanning::dropPlacesAndShows()
 {
     Planning planning;
-    planning.tree()->setCurrentItem(planning.row(QStringLiteral("top/duo/a")));
-    planning.drag<QDragEnterEvent>({13, 13});
-    planning.drag<QDragMoveEvent>({13, 13});
+    planning.dragTo("top/duo/a", {13, 13});
     planning.drag<QDropEvent>({13, 13});
-    QCOMPARE(planning.siteOf(QStringLiteral("top/duo/a")), 11);
-    QTRY_COMPARE(planning.row(QStringLiteral("top/duo/a"))->text(1), QStringLiteral("U0_CH0"));
-    QVERIFY(planning.consoleText().contains(QStringLiteral("zel_resource place -rsc {top/duo/a} -id 11")));
+    QCOMPARE(planning.siteOf("top/duo/a"), 11);
+    QTRY_COMPARE(planning.row("top/duo/a")->text(1), "U0_CH0");
+    QVERIFY(planning.consoleText().contains("zel_resource place -rsc {top/duo/a} -id 11"));
     QVERIFY(planning.window->isWindowModified());
-}
 
-void TestPlanning::statusBarSaysWhyASiteRefuses()
-{
-    Planning planning;
-    planning.tree()->setCurrentItem(planning.row(QStringLiteral("top/core")));
-    planning.drag<QDragEnterEvent>({13, 13});
-    planning.drag<QDragMoveEvent>({13, 13});
-    const auto& engine = planning.session->editor().engine();
-    const QString reason = engine.rules().propose(engine.design().find(QStringLiteral("top/core")), 11).refusal;
-    QVERIFY(!reason.isEmpty());
-    QCOMPARE(planning.window->statusBar()->currentMessage(), reason);
+    const auto message = [&] { return planning.window->statusBar()->currentMessage(); };
+    planning.dragTo("top/core", {13, 13});
+    QCOMPARE(message(), "U0_CH0 (Channel) does not take resources of type PLL");
     planning.drag<QDragMoveEvent>({80, 30});
-    QCOMPARE(planning.window->statusBar()->currentMessage(), QStringLiteral("wedge takes no resource"));
+    QCOMPARE(message(), "wedge takes no resource");
     planning.drag<QDragMoveEvent>({13, 13});
     planning.drag<QDropEvent>({13, 13});
-    QVERIFY(planning.window->statusBar()->currentMessage().isEmpty());
-    QCOMPARE(planning.siteOf(QStringLiteral("top/core")), -1);
+    QVERIFY(message().isEmpty());
+    QCOMPARE(planning.siteOf("top/core"), -1);
 }
 
 // The pointer has left, or the drag was cancelled, which the view is told in the same way.
@@ -206,15 +156,12 @@ void TestPlanning::sitesDoNotLightUpWithNothingInHand()
 {
     Planning planning;
     auto* database = ZELChipViewDatabase::getInstance();
-    planning.tree()->setCurrentItem(planning.row(QStringLiteral("top/duo/a")));
-    planning.drag<QDragEnterEvent>({13, 13});
-    planning.drag<QDragMoveEvent>({13, 13});
+    planning.dragTo("top/duo/a", {13, 13});
     auto* timer = database->findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
     QVERIFY(timer->isActive());
     planning.leave();
     QVERIFY(!timer->isActive());
-    planning.drag<QDragEnterEvent>({13, 13});
-    planning.drag<QDragMoveEvent>({13, 13});
+    planning.dragTo("top/duo/a", {13, 13});
     QTRY_VERIFY(!database->highlightedIds().isEmpty());
     planning.leave();
     QVERIFY(database->highlightedIds().isEmpty());
@@ -223,13 +170,13 @@ void TestPlanning::sitesDoNotLightUpWithNothingInHand()
 void TestPlanning::consoleShowsEverything()
 {
     Planning planning;
-    planning.run(QStringLiteral("puts {some output}; expr {6 * 7}"));
-    planning.run(QStringLiteral("zel_resource place -rsc nobody -id 3"));
+    planning.run("puts {some output}; expr {6 * 7}");
+    planning.run("zel_resource place -rsc nobody -id 3");
     const QString text = planning.consoleText();
     for (const char* piece : {"puts {some output}", "some output", "42", "there is no resource \"nobody\""})
         QVERIFY2(text.contains(QLatin1String(piece)), piece);
-    QVERIFY(planning.window->statusBar()->currentMessage().contains(QStringLiteral("nobody")));
-    planning.run(QStringLiteral("expr 1"));
+    QVERIFY(planning.window->statusBar()->currentMessage().contains("nobody"));
+    planning.run("expr 1");
     QVERIFY(planning.window->statusBar()->currentMessage().isEmpty());
 }
 
@@ -241,13 +188,13 @@ void TestPlanning::undoMenuNamesTheStep()
     for (QAction* action : actions)
         undo = action->shortcut() == QKeySequence(QKeySequence::Undo) ? action : undo;
     QVERIFY(undo && !undo->isEnabled());
-    planning.run(QStringLiteral("zel_resource place -rsc top/core -id 50"));
+    planning.run("zel_resource place -rsc top/core -id 50");
     QVERIFY(undo->isEnabled());
-    QVERIFY(undo->text().contains(QStringLiteral("top/core")));
+    QVERIFY(undo->text().contains("top/core"));
     undo->trigger();
-    QCOMPARE(planning.siteOf(QStringLiteral("top/core")), -1);
+    QCOMPARE(planning.siteOf("top/core"), -1);
     QVERIFY(!undo->isEnabled());
-    QTRY_VERIFY(planning.row(QStringLiteral("top/core"))->text(1).isEmpty());
+    QTRY_VERIFY(planning.row("top/core")->text(1).isEmpty());
     QVERIFY(!planning.window->isWindowModified());
 }
 
@@ -261,35 +208,40 @@ void TestPlanning::closingAsks_data()
     QTest::newRow("discard drops it") << int(QMessageBox::Discard) << true << -1;
 }
 
+// Also where one types it.
 void TestPlanning::closingAsks()
 {
     QFETCH(int, answer);
     Planning planning;
     QVERIFY(planning.window->close()); // nothing changed, nothing asked
     planning.window->show();
-    planning.run(QStringLiteral("zel_resource place -rsc top/core -id 50"));
+    planning.run("zel_resource place -rsc top/core -id 50");
+    answerNextQuestion(QMessageBox::Cancel);
+    planning.run("exit");
+    QVERIFY(planning.consoleText().endsWith("the program goes on"));
+    QVERIFY(planning.window->isWindowModified());
     answerNextQuestion(static_cast<QMessageBox::StandardButton>(answer));
     QTEST(planning.window->close(), "isClosed");
     planning.open();
-    QTEST(planning.siteOf(QStringLiteral("top/core")), "siteAfterwards");
+    QTEST(planning.siteOf("top/core"), "siteAfterwards");
 }
 
 // In the status bar, in place of what else would stand there.
 void TestPlanning::workThatIsBackIsSaid()
 {
     Planning planning;
-    planning.run(QStringLiteral("zel_resource place -rsc top/core -id 50"));
+    planning.run("zel_resource place -rsc top/core -id 50");
     planning.open();
     QStatusBar* bar = planning.window->statusBar();
-    QTRY_COMPARE(bar->currentMessage(), QStringLiteral("1 change that was not saved is back."));
+    QTRY_COMPARE(bar->currentMessage(), "1 change that was not saved is back.");
     QVERIFY(planning.consoleText().contains(bar->currentMessage()));
-    const auto* element = bar->findChild<QLabel*>(QStringLiteral("element"));
+    const auto* element = bar->findChild<QLabel*>("element");
     QVERIFY(!element->isVisible());
     planning.window->hide();
     planning.window->show();
     QCoreApplication::processEvents();
     QVERIFY(!element->isVisible());
-    const auto* legend = bar->findChild<QWidget*>(QStringLiteral("legend"));
+    const auto* legend = bar->findChild<QWidget*>("legend");
     const QRect place = legend->geometry();
     bar->clearMessage();
     QVERIFY(element->isVisible());
@@ -299,84 +251,67 @@ void TestPlanning::workThatIsBackIsSaid()
 
 void TestPlanning::lockInDoubtIsAskedAbout_data()
 {
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("site");
-    QTest::newRow("taken over") << "Take Over"
-                                << "50";
-    QTest::newRow("only looked at") << "Only Look"
-                                    << "{}";
+    zeltest::addRows({{"taken over", "Take Over", "50"}, {"only looked at", "Only Look", "{}"}});
 }
 
 void TestPlanning::lockInDoubtIsAskedAbout()
 {
-    QFETCH(QString, button);
-    QFETCH(QString, site);
+    const auto [text, site] = zeltest::currentRow<2>();
     Planning planning;
     QVERIFY(!planning.window->findChild<QMessageBox*>());
     planning.window.reset();
-    planning.files.project.write(QStringLiteral("deux/journal.tcl.lock"), "4711\nzelchip\nfarhost\n\n\n");
+    planning.files.project.write("deux/journal.tcl.lock", "4711\nzelchip\nfarhost\n\n\n");
     planning.open();
     auto* box = planning.window->findChild<QMessageBox*>();
-    QVERIFY(box && box->informativeText().contains(QStringLiteral("4711 on farhost")));
+    QVERIFY(box && box->informativeText().contains("4711 on farhost"));
     const QList<QAbstractButton*> buttons = box->buttons();
-    const auto named = [&](const QAbstractButton* candidate) { return candidate->text().remove('&') == button; };
-    (*std::find_if(buttons.begin(), buttons.end(), named))->click();
+    for (QAbstractButton* button : buttons) {
+        if (button->text().remove('&') == text)
+            button->click();
+    }
     QTRY_VERIFY(!planning.window->findChild<QMessageBox*>());
-    planning.run(QStringLiteral("zel_resource place -rsc top/core -id 50"));
-    planning.run(QStringLiteral("zel_resource get -ip top/core"));
-    QVERIFY(planning.consoleText().contains(QStringLiteral("name top/core id %1 ").arg(site)));
-}
-
-void TestPlanning::typedExitAsksToo()
-{
-    Planning planning;
-    planning.run(QStringLiteral("zel_resource place -rsc top/core -id 50"));
-    answerNextQuestion(QMessageBox::Cancel);
-    planning.run(QStringLiteral("exit"));
-    QVERIFY(planning.consoleText().endsWith(QStringLiteral("the program goes on")));
-    QVERIFY(planning.window->isWindowModified());
+    planning.run("zel_resource place -rsc top/core -id 50");
+    planning.run("zel_resource get -ip top/core");
+    QVERIFY(planning.consoleText().contains("name top/core id " + site + ' '));
 }
 
 void TestPlanning::settingsDialogChangesOneThing_data()
 {
-    QTest::addColumn<QString>("chosen"); // in the list of channel 1
-    QTest::addColumn<QStringList>("channels");
-    QTest::addColumn<int>("steps");
-    QTest::newRow("nothing") << "SLOW" << QStringList{"SLOW", "SLOW"} << 0;
-    QTest::newRow("a value of its own") << "FAST" << QStringList{"SLOW", "FAST"} << 1;
-    QTest::newRow("a value for both channels") << "OFF" << QStringList{"OFF", "OFF"} << 1;
+    zeltest::addRows({
+        {"nothing", "SLOW", "SLOW SLOW"},
+        {"a value of its own", "FAST", "SLOW FAST", "one step"},
+        {"a value for both channels", "OFF", "OFF OFF", "one step"},
+    });
 }
 
+// What is chosen in the list of channel 1.
 void TestPlanning::settingsDialogChangesOneThing()
 {
-    QFETCH(QString, chosen);
-    QFETCH(int, steps);
+    const auto [chosen, channels, step] = zeltest::currentRow<3>();
+    const int steps = step.isEmpty() ? 0 : 1;
     Planning planning;
     planning.setChannel1(chosen);
-    DesignEditor& editor = planning.session->editor();
+    DesignEditor& editor = planning.editor();
     const auto& settings = editor.engine().settings();
-    QTEST((QStringList{settings.value(10, QStringLiteral("CH0")), settings.value(10, QStringLiteral("CH1"))}),
-        "channels");
+    QCOMPARE(settings.value(10, "CH0") + ' ' + settings.value(10, "CH1"), channels);
     QCOMPARE(editor.undoStack().count(), steps);
-    QFile journal(planning.files.project.path() + QStringLiteral("/deux/journal.tcl"));
-    const QList<QByteArray> lines
-        = journal.open(QIODevice::ReadOnly) ? journal.readAll().trimmed().split('\n') : QList<QByteArray>();
-    const bool isKept = lines.size() == 2 && lines[1].startsWith("zel_setting -id 11 -key CH")
-        && lines[1].endsWith(" -value " + chosen.toLatin1());
-    QCOMPARE(isKept, steps > 0);
+    QFile file(planning.files.project.path() + "/deux/journal.tcl");
+    const QString journal = file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    const QRegularExpression kept("^#[^\n]*\nzel_setting -id 11 -key CH\\d -value " + chosen + "\n$");
+    QCOMPARE(kept.match(journal).hasMatch(), steps > 0);
     QCoreApplication::processEvents();
     QCOMPARE(planning.window->isWindowModified(), steps > 0);
-    planning.run(QStringLiteral("catch undo"));
+    planning.run("catch undo");
     QVERIFY(!planning.window->isWindowModified());
 }
 
 void TestPlanning::settingThatCannotBeKeptIsSaid()
 {
     Planning planning;
-    QVERIFY(QDir().mkpath(planning.files.project.path() + QStringLiteral("/deux/journal.tcl"))); // a folder
-    planning.setChannel1(QStringLiteral("FAST"));
-    QCOMPARE(planning.session->editor().engine().settings().value(10, QStringLiteral("CH1")), QStringLiteral("SLOW"));
-    const QString reason = QStringLiteral("the change cannot be kept in ");
+    QVERIFY(QDir().mkpath(planning.files.project.path() + "/deux/journal.tcl")); // a folder
+    planning.setChannel1("FAST");
+    QCOMPARE(planning.editor().engine().settings().value(10, "CH1"), "SLOW");
+    const QString reason = "the change cannot be kept in ";
     QVERIFY(planning.window->statusBar()->currentMessage().startsWith(reason));
     QVERIFY(planning.consoleText().contains(reason));
     QCoreApplication::processEvents();
@@ -388,20 +323,20 @@ void TestPlanning::snapshotShowsOccupiedAndFilteredSites()
 {
     Planning planning;
     const auto colorInSnapshot = [&] {
-        const QString file = planning.files.path(QStringLiteral("sites.png"));
+        const QString file = planning.files.path("sites.png");
         planning.run(QStringLiteral("zel_view snapshot {%1}").arg(file));
         QWidget* viewport = planning.view()->viewport();
         return QImage(file).pixelColor(
             viewport->mapTo(planning.window.get(), planning.view()->mapFromScene(13.0, 13.0)));
     };
     QCOMPARE(colorInSnapshot(), QColor(0xa0, 0xc0, 0xe0)); // as drawn
-    planning.run(QStringLiteral("zel_resource place -rsc top/duo/a -id 11"));
+    planning.run("zel_resource place -rsc top/duo/a -id 11");
     QCOMPARE(colorInSnapshot(), QColor(0xa6, 0x90, 0xd2)); // of an occupied channel
     const QList<QCheckBox*> kinds = ZELChipViewDatabase::getInstance()->getViewFilterMenu()->findChildren<QCheckBox*>();
     QCOMPARE(kinds.size(), 2);
     kinds.last()->click();
     QCOMPARE(colorInSnapshot(), FILTER_FILL_COLOR);
-    planning.run(QStringLiteral("undo"));
+    planning.run("undo");
     kinds.last()->click();
     QCOMPARE(colorInSnapshot(), QColor(0xa0, 0xc0, 0xe0));
 }
@@ -411,14 +346,14 @@ void TestPlanning::findBoxNarrowsTheTree()
     Planning planning;
     const auto isShown = [&](const char* name) { return !planning.row(QLatin1String(name))->isHidden(); };
     planning.tree()->collapseAll();
-    QTest::keyClicks(planning.findBox(), QStringLiteral("  ")); // nothing yet
-    QVERIFY(isShown("top/core") && !planning.row(QStringLiteral("top/duo"))->isExpanded());
-    QTest::keyClicks(planning.findBox(), QStringLiteral("B"));
+    QTest::keyClicks(planning.findBox(), "  "); // nothing yet
+    QVERIFY(isShown("top/core") && !planning.row("top/duo")->isExpanded());
+    QTest::keyClicks(planning.findBox(), "B");
     QVERIFY(isShown("top/duo/b") && isShown("top/duo") && !isShown("top/duo/a") && !isShown("top/core"));
-    planning.run(QStringLiteral("zel_resource place -rsc top/duo/b -id 11")); // the rows are made anew
+    planning.run("zel_resource place -rsc top/duo/b -id 11"); // the rows are made anew
     QTRY_VERIFY(!isShown("top/core"));
     QTest::keyClick(planning.findBox(), Qt::Key_Return);
-    QCOMPARE(planning.tree()->currentItem(), planning.row(QStringLiteral("top/duo/b")));
+    QCOMPARE(planning.tree()->currentItem(), planning.row("top/duo/b"));
     const QRectF shown = planning.view()->mapToScene(planning.view()->viewport()->rect()).boundingRect();
     QVERIFY(shown.contains(QRectF(11, 11, 38, 38)) && shown.width() < 150);
     QTest::keyClick(planning.findBox(), Qt::Key_Escape);
@@ -428,20 +363,20 @@ void TestPlanning::findBoxNarrowsTheTree()
 void TestPlanning::viewIsDrivenByCommands()
 {
     Planning planning;
-    planning.run(QStringLiteral("zel_view select 11; puts <[zel_view selected]>"));
-    QVERIFY(planning.consoleText().contains(QStringLiteral("<11>")));
-    planning.run(QStringLiteral("zel_view mode pan; puts <[zel_view mode]>"));
-    QVERIFY(planning.consoleText().contains(QStringLiteral("<pan>")));
+    planning.run("zel_view select 11; puts <[zel_view selected]>");
+    QVERIFY(planning.consoleText().contains("<11>"));
+    planning.run("zel_view mode pan; puts <[zel_view mode]>");
+    QVERIFY(planning.consoleText().contains("<pan>"));
     const QPoint middle = planning.view()->viewport()->mapToGlobal(planning.view()->mapFromScene(30.0, 30.0));
-    planning.run(QStringLiteral("puts <[zel_view where -id 11]>"));
+    planning.run("puts <[zel_view where -id 11]>");
     QVERIFY(planning.consoleText().contains(QStringLiteral("<%1 %2>").arg(middle.x()).arg(middle.y())));
     const double before = planning.view()->transform().m11();
-    planning.run(QStringLiteral("zel_view in; zel_tree select -rsc top/core"));
+    planning.run("zel_view in; zel_tree select -rsc top/core");
     QVERIFY(planning.view()->transform().m11() > before);
-    QCOMPARE(planning.tree()->currentItem(), planning.row(QStringLiteral("top/core")));
-    planning.run(QStringLiteral("zel_view where -id 4711"));
-    QVERIFY(planning.consoleText().contains(QStringLiteral("there is no element 4711")));
-    planning.run(QStringLiteral("zel_view zoom 11; zel_view where -id 12; zel_view fit"));
+    QCOMPARE(planning.tree()->currentItem(), planning.row("top/core"));
+    planning.run("zel_view where -id 4711");
+    QVERIFY(planning.consoleText().contains("there is no element 4711"));
+    planning.run("zel_view zoom 11; zel_view where -id 12; zel_view fit");
     QCOMPARE(planning.view()->transform().m11(), before);
 }
 
@@ -454,12 +389,12 @@ void TestPlanning::rowsAreFoundWhereverTheyAre()
         resources += "{\"name\": \"r" + QByteArray::number(i) + QByteArray(i % 7 == 3 ? 80 : 1, 'x')
             + "\", \"type\": \"IP\", \"children\": [{\"name\": \"a\", \"type\": \"DCUCHANNEL\"}]},";
     resources.chop(1);
-    planning.files.project.write(QStringLiteral("design.json"), designWith('[' + resources + ']'));
+    planning.files.project.write("design.json", designWith('[' + resources + ']'));
     planning.open();
     planning.window->resize(640, 400);
     QCoreApplication::processEvents();
     QWidget* viewport = planning.tree()->viewport();
-    const auto& design = planning.session->editor().engine().design();
+    const auto& design = planning.editor().engine().design();
     for (const char* before : {"", "zel_tree collapse;", "zel_tree expand;"}) {
         for (int index : design.all()) {
             const QString& path = design.resource(index).path;
@@ -472,12 +407,12 @@ void TestPlanning::rowsAreFoundWhereverTheyAre()
         }
     }
     // Where one has scrolled to one stays, whatever is placed.
-    planning.tree()->scrollToItem(planning.row(QStringLiteral("top/r20x/a")), QAbstractItemView::PositionAtTop);
-    planning.run(QStringLiteral("zel_resource place -rsc top/r20x/a -id 11"));
-    QTRY_COMPARE(planning.tree()->itemAt(1, 1), planning.row(QStringLiteral("top/r20x/a")));
-    QTest::keyClicks(planning.findBox(), QStringLiteral("r5"));
-    planning.run(QStringLiteral("zel_tree where -rsc top/r20x"));
-    QVERIFY(planning.consoleText().endsWith(QStringLiteral("the row of \"top/r20x\" is not shown")));
+    planning.tree()->scrollToItem(planning.row("top/r20x/a"), QAbstractItemView::PositionAtTop);
+    planning.run("zel_resource place -rsc top/r20x/a -id 11");
+    QTRY_COMPARE(planning.tree()->itemAt(1, 1), planning.row("top/r20x/a"));
+    QTest::keyClicks(planning.findBox(), "r5");
+    planning.run("zel_tree where -rsc top/r20x");
+    QVERIFY(planning.consoleText().endsWith("the row of \"top/r20x\" is not shown"));
 }
 
 void TestPlanning::longScriptsCanBeStopped()
@@ -486,28 +421,28 @@ void TestPlanning::longScriptsCanBeStopped()
     QTimer::singleShot(250, qApp, [&] { QTest::keyClick(planning.window.get(), Qt::Key_Escape); });
     QElapsedTimer clock;
     clock.start();
-    planning.run(QStringLiteral("while 1 {}"));
+    planning.run("while 1 {}");
     QVERIFY(clock.elapsed() < 10000);
-    QVERIFY(planning.consoleText().contains(QStringLiteral("cancelled")));
-    planning.run(QStringLiteral("expr 40+2"));
-    QVERIFY(planning.consoleText().contains(QStringLiteral("42")));
+    QVERIFY(planning.consoleText().contains("cancelled"));
+    planning.run("expr 40+2");
+    QVERIFY(planning.consoleText().contains("42"));
 }
 
 void TestPlanning::anotherProjectOpensFromAScript()
 {
     Planning planning;
-    const QString drawing = planning.files.write(QStringLiteral("other drawing.svg"), smallDrawing());
+    const QString drawing = planning.files.write("other drawing.svg", smallDrawing());
     const int viewWidth = planning.view()->width();
     const int consoleHeight = planning.console()->height();
     planning.run(QStringLiteral("zel_project open {%1}; puts <[zel_project info]>").arg(drawing));
-    QVERIFY(planning.window->windowTitle().contains(QStringLiteral("other drawing.svg")));
-    QVERIFY(planning.consoleText().contains(QStringLiteral("<name {other drawing}")));
+    QVERIFY(planning.window->windowTitle().contains("other drawing.svg"));
+    QVERIFY(planning.consoleText().contains("<name {other drawing}"));
     // Each part is as large as before.
     QTRY_COMPARE(planning.view()->width(), viewWidth);
     QCOMPARE(planning.console()->height(), consoleHeight);
-    planning.run(QStringLiteral("zel_project open /nowhere"));
-    QVERIFY(planning.consoleText().contains(QStringLiteral("there is no such file or folder")));
-    QVERIFY(planning.window->windowTitle().contains(QStringLiteral("other drawing.svg")));
+    planning.run("zel_project open /nowhere");
+    QVERIFY(planning.consoleText().contains("there is no such file or folder"));
+    QVERIFY(planning.window->windowTitle().contains("other drawing.svg"));
 }
 
 ZEL_TEST_MAIN(TestPlanning)

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "host/project/projectsession.h"
 #include "platform/contract/mirnprojectmanager.h"
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zelchipdata.h"
 #include "platform/contract/zelchipengine.h"
 #include "platform/contract/zelproject.h"
 #include "tests/host/hostfiles.h"
+#include "tests/host/shownwindow.h"
 #include "tests/support/testmain.h"
 
 #include <QDir>
@@ -35,36 +35,26 @@ class TestSession : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void opensAProject_data();
     void opensAProject();
     void opensADrawing();
     void opensAProjectWithoutImplementations();
     void refuses_data();
     void refuses();
-    void filterFileThatIsMissingIsWarnedOf();
     void refusedOneLeavesTheServicesAlone();
     void readsTheDrawingOnce();
-    void cachesTheDrawing();
     void doesWithoutACacheFolder();
     void collectsWarnings();
 };
 
-void TestSession::opensAProject_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::newRow("its folder") << "";
-    QTest::newRow("its folder with a slash") << "/";
-    QTest::newRow("its file") << "/project.json";
-}
-
+// By its folder, with a slash or without, or by its file.
 void TestSession::opensAProject()
 {
-    QFETCH(QString, file);
     HostFiles files;
-    QString error;
-    std::unique_ptr<ProjectSession> session = ProjectSession::open(files.project.path() + file, &error);
-    QVERIFY2(session, qPrintable(error));
-    QCOMPARE(session->title(), QStringLiteral("Small/Test"));
+    std::unique_ptr<ProjectSession> session;
+    for (const char* file : {"", "/", "/project.json"}) {
+        session = openSession(files.project.path() + file);
+        QCOMPARE(session->title(), "Small/Test");
+    }
     QVERIFY(session->hasFilter());
 
     session->activate();
@@ -79,25 +69,27 @@ void TestSession::opensAProject()
 void TestSession::opensADrawing()
 {
     HostFiles files;
-    QString error;
-    auto session = ProjectSession::open(files.write("a drawing.svg", smallDrawing()), &error);
-    QVERIFY2(session, qPrintable(error));
-    QCOMPARE(session->title(), QStringLiteral("a drawing.svg"));
+    auto session = openSession(files.write("a drawing.svg", smallDrawing()));
+    QCOMPARE(session->title(), "a drawing.svg");
     QVERIFY(!session->hasFilter());
     QVERIFY(QFileInfo(QFile::decodeName(session->engine()->chip()->filterFile().c_str())).isFile());
     session->activate();
     QVERIFY(zelproject::getInstance()->flowName().empty());
     QVERIFY(QFileInfo(implementationDirectory()).isWritable());
     QVERIFY(implementationDirectory().startsWith(files.path("cache")));
+    QVERIFY(QFileInfo::exists(implementationDirectory() + "/zelsvg.temp"));
+
+    QString error;
+    QVERIFY(!ProjectSession::open(files.write("bad.svg", "bad"), &error));
+    const QDir drawings(files.path("cache/") + QCoreApplication::applicationName() + "/drawings");
+    QCOMPARE(drawings.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1); // and none for what was refused
 }
 
 void TestSession::opensAProjectWithoutImplementations()
 {
     HostFiles files;
     files.project.write("project.json", R"({"name": "Bare", "device": "device.json"})");
-    QString error;
-    auto session = ProjectSession::open(files.project.path(), &error);
-    QVERIFY2(session, qPrintable(error));
+    const auto session = openSession(files.project.path());
     session->activate();
     QVERIFY(QFileInfo(implementationDirectory()).isWritable());
 }
@@ -107,22 +99,16 @@ void TestSession::refuses_data()
     QTest::addColumn<QString>("path"); // relative to the folder of files
     QTest::addColumn<QByteArray>("content"); // written there before, unless it is null
     QTest::addColumn<QString>("error"); // a pattern
-    QTest::newRow("nothing of that name")
-        << "none.svg" << QByteArray() << "^none\\.svg: there is no such file or folder";
-    QTest::newRow("a folder that is no project") << "" << QByteArray() << "no project.*project\\.json";
-    QTest::newRow("an empty file") << "a.svg" << QByteArray("") << "^a\\.svg:1:1: .*expected an <svg>";
-    QTest::newRow("a text") << "a.svg" << QByteArray("hello") << "^a\\.svg:1:1: .*expected";
-    QTest::newRow("XML, but no drawing") << "a.svg" << QByteArray("<html/>") << "^a\\.svg:1:1: .*expected .*svg";
-    QTest::newRow("a truncated drawing") << "a.svg" << smallDrawing().left(700) << "^a\\.svg:\\d+:\\d+: .*truncated";
-    QTest::newRow("a project that is no JSON")
-        << "project.json" << QByteArray("{\n  \"name\":\n}") << "^project\\.json:\\d+:\\d+: ";
-    QTest::newRow("a project without its device")
-        << "project.json" << QByteArray(R"({"name": "a", "device": "gone.json"})") << "gone\\.json";
-    QTest::newRow("a misspelt key is named with what is missing")
-        << "project.json" << QByteArray(R"({"name": "a", "devise": "device.json"})")
-        << "(?s)^project\\.json:1:1: \"device\" is missing.*project\\.json:1:\\d+: unknown key \"devise\"";
-    QTest::newRow("a drawing that is called a project")
-        << "project.json" << smallDrawing() << "^project\\.json:1:\\d+: ";
+    const auto row = [](const char* name, const char* path, const QByteArray& content, const char* error) {
+        QTest::newRow(name) << path << content << error;
+    };
+    row("nothing of that name", "none.svg", {}, "^none\\.svg: there is no such file or folder");
+    row("a folder that is no project", "", {}, "no project.*project\\.json");
+    row("an empty file", "a.svg", "", "^a\\.svg:1:1: .*expected an <svg>");
+    row("XML, but no drawing", "a.svg", "<html/>", "^a\\.svg:1:1: .*expected .*svg");
+    row("a truncated drawing", "a.svg", smallDrawing().left(700), "^a\\.svg:\\d+:\\d+: .*truncated");
+    row("a misspelt key is named with what is missing", "project.json", R"({"name": "a", "devise": "device.json"})",
+        "(?s)^project\\.json:1:1: \"device\" is missing.*project\\.json:1:\\d+: unknown key \"devise\"");
 }
 
 void TestSession::refuses()
@@ -139,27 +125,13 @@ void TestSession::refuses()
     QVERIFY2(QRegularExpression(error).match(message).hasMatch(), qPrintable(message));
 }
 
-void TestSession::filterFileThatIsMissingIsWarnedOf()
-{
-    HostFiles files;
-    const QString filter = files.project.path() + QStringLiteral("/filter.txt");
-    QVERIFY(QFile::remove(filter));
-    QString error;
-    const auto session = ProjectSession::open(files.project.path(), &error);
-    QVERIFY2(session && !session->hasFilter(), qPrintable(error));
-    QCOMPARE(session->warnings().size(), 1);
-    QVERIFY2(session->warnings().first().contains(QStringLiteral("device.json:4:13: \"filter.txt\" cannot be read")),
-        qPrintable(session->warnings().first()));
-}
-
 void TestSession::refusedOneLeavesTheServicesAlone()
 {
     HostFiles files;
-    QString error;
-    auto session = ProjectSession::open(files.project.path(), &error);
-    QVERIFY(session);
+    auto session = openSession(files.project.path());
     session->activate();
     const MirnProject* project = openProject();
+    QString error;
     QVERIFY(!ProjectSession::open(files.write("bad.svg", "bad"), &error));
     QCOMPARE(openProject(), project);
     QCOMPARE(zelproject::getInstance()->flowName(), std::string("Floorplanning"));
@@ -171,9 +143,7 @@ void TestSession::readsTheDrawingOnce()
 {
     HostFiles files;
     const QString file = files.write("a.svg", smallDrawing());
-    QString error;
-    auto session = ProjectSession::open(file, &error);
-    QVERIFY(session);
+    auto session = openSession(file);
     session->activate();
     QVERIFY(QFile::remove(file));
     const std::string name = session->engine()->chip()->drawingFile();
@@ -184,27 +154,11 @@ void TestSession::readsTheDrawingOnce()
     QVERIFY(!SVGParser::create()->loadSVGElements(name, {}));
 }
 
-void TestSession::cachesTheDrawing()
-{
-    HostFiles files;
-    QString error;
-    auto session = ProjectSession::open(files.write("a.svg", smallDrawing()), &error);
-    QVERIFY(session);
-    session->activate();
-    QVERIFY(QFileInfo::exists(implementationDirectory() + "/zelsvg.temp"));
-
-    QVERIFY(!ProjectSession::open(files.write("bad.svg", "bad"), &error));
-    const QDir drawings(files.path("cache") + QStringLiteral("/") + QCoreApplication::applicationName() + "/drawings");
-    QCOMPARE(drawings.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1); // and none for what was refused
-}
-
 void TestSession::doesWithoutACacheFolder()
 {
     HostFiles files;
     files.write("cache", "a file where the folder should be");
-    QString error;
-    auto session = ProjectSession::open(files.write("a.svg", smallDrawing()), &error);
-    QVERIFY2(session, qPrintable(error));
+    auto session = openSession(files.write("a.svg", smallDrawing()));
     session->activate();
     const QString scratch = implementationDirectory();
     QVERIFY(QFileInfo(scratch).isWritable());
@@ -217,12 +171,13 @@ void TestSession::collectsWarnings()
     HostFiles files;
     files.project.write("small.svg", drawingWithWarnings());
     files.project.write("project.json", R"({"name": "a", "device": "device.json", "colour": "red"})");
-    QString error;
-    auto session = ProjectSession::open(files.project.path(), &error);
-    QVERIFY2(session, qPrintable(error));
+    QVERIFY(QFile::remove(files.project.path() + "/filter.txt"));
+    const auto session = openSession(files.project.path());
+    QVERIFY(!session->hasFilter());
     const QString warnings = session->warnings().join('\n');
-    QCOMPARE(session->warnings().size(), 3);
-    QVERIFY2(warnings.contains("colour") && warnings.contains("gradient"), qPrintable(warnings));
+    QCOMPARE(session->warnings().size(), 4);
+    for (const char* word : {"colour", "gradient", "device.json:4:13: \"filter.txt\" cannot be read"})
+        QVERIFY2(warnings.contains(word), qPrintable(warnings));
 }
 
 ZEL_TEST_MAIN(TestSession)

@@ -4,7 +4,6 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
-#include <QTest>
 
 namespace {
 

@@ -8,176 +8,141 @@
 
 #include <QActionGroup>
 #include <QTemporaryDir>
-#include <QTest>
-
-class TestServices : public zeltest::Test
-{
-    Q_OBJECT
-private Q_SLOTS:
-    void streamsComeInPieces_data();
-    void streamsComeInPieces();
-    void onlyRegularFilesOpen_data();
-    void onlyRegularFilesOpen();
-    void streamsAreClosedOnce();
-    void projectFindsItsImplementations();
-    void traceGoesToTheSink();
-    void sinksMayRemoveThemselves();
-    void engineTextsKeepEveryByte();
-    void actionsJoinTheirGroup();
-};
 
 namespace {
 
 QByteArray writtenTo(const QTemporaryDir& folder, const QByteArray& content)
 {
-    QFile file(folder.filePath(QStringLiteral("täst file.txt")));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        return {};
-    return QFile::encodeName(file.fileName());
+    const QString path = folder.filePath(QStringLiteral("täst file.txt"));
+    zeltest::writeFile(path, content);
+    return QFile::encodeName(path);
 }
 
 } // namespace
 
-void TestServices::streamsComeInPieces_data()
+class TestServices : public zeltest::Test
 {
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<int>("size");
-    QTest::addColumn<QByteArrayList>("pieces");
-    QTest::newRow("empty") << QByteArray() << 10 << QByteArrayList();
-    QTest::newRow("lines keep their ends") << QByteArray("a\r\nb\n") << 10 << QByteArrayList{"a\r\n", "b\n"};
-    QTest::newRow("the last line needs no end") << QByteArray("a\nbc") << 10 << QByteArrayList{"a\n", "bc"};
-    QTest::newRow("a long line comes in parts")
-        << QByteArray("abcdefg\nh") << 3 << QByteArrayList{"abc", "def", "g\n", "h"};
-    QTest::newRow("an end just behind a full part") << QByteArray("abc\nd") << 3 << QByteArrayList{"abc", "\n", "d"};
-    QTest::newRow("zero bytes are bytes")
-        << QByteArray("a\0b\nc", 5) << 10 << QByteArrayList{QByteArray("a\0b\n", 4), "c"};
-    const QByteArray block(65536, 'x');
-    QTest::newRow("a line across two blocks") << block + "y\nz" << 70000 << QByteArrayList{block + "y\n", "z"};
-}
-
-void TestServices::streamsComeInPieces()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(int, size);
-    QTemporaryDir folder;
-    UT_STREAM* stream = ut_file.add_ofile(writtenTo(folder, content).constData(), UT_ACCESS_READ, nullptr, 1);
-    QVERIFY(stream);
-    QByteArrayList pieces;
-    QByteArray buffer(size + 1, 'X');
-    auto* bytes = reinterpret_cast<unsigned char*>(buffer.data());
-    for (int count = 0; (count = stream->readkey(bytes, size, "\n")) > 0;) {
-        QCOMPARE(buffer[count], '\0');
-        pieces.append(buffer.left(count));
+    Q_OBJECT
+private Q_SLOTS:
+    void streamsComeInPieces_data()
+    {
+        const Rows<QByteArray, int, QByteArrayList> row;
+        row("empty", "", 10, {});
+        row("lines keep their ends", "a\r\nb\n", 10, {"a\r\n", "b\n"});
+        row("the last line needs no end", "a\nbc", 10, {"a\n", "bc"});
+        row("a long line comes in parts", "abcdefg\nh", 3, {"abc", "def", "g\n", "h"});
+        row("an end just behind a full part", "abc\nd", 3, {"abc", "\n", "d"});
+        row("zero bytes are bytes", QByteArray("a\0b\nc", 5), 10, {QByteArray("a\0b\n", 4), "c"});
+        const QByteArray block(65536, 'x');
+        row("a line across two blocks", block + "y\nz", 70000, {block + "y\n", "z"});
     }
-    QTEST(pieces, "pieces");
-    QCOMPARE(stream->readkey(bytes, size, "\n"), 0);
-    QCOMPARE(stream->readkey(nullptr, size, "\n"), -1);
-    ut_file.rm_ofile(stream);
-}
 
-void TestServices::onlyRegularFilesOpen_data()
-{
-    QTest::addColumn<QByteArray>("path");
-    QTest::newRow("missing") << QByteArray("/nowhere/to/be/found");
-    QTest::newRow("a folder") << QByteArray("/");
-    QTest::newRow("a device") << QByteArray("/dev/zero");
-    QTest::newRow("no name") << QByteArray("");
-}
-
-void TestServices::onlyRegularFilesOpen()
-{
-    QFETCH(QByteArray, path);
-    QVERIFY(!ut_file.add_ofile(path.constData(), UT_ACCESS_READ, nullptr, 1));
-    QVERIFY(!ut_file.add_ofile(nullptr, UT_ACCESS_READ, nullptr, 1));
-}
-
-void TestServices::streamsAreClosedOnce()
-{
-    QTemporaryDir folder;
-    const QByteArray path = writtenTo(folder, "text");
-    UT_STREAM* first = ut_file.add_ofile(path.constData(), UT_ACCESS_READ, nullptr, 1);
-    UT_STREAM* second = ut_file.add_ofile(path.constData(), UT_ACCESS_READ, first, 1); // closes the first
-    ut_file.rm_ofile(first);
-    unsigned char buffer[8];
-    QCOMPARE(second->readkey(buffer, 7, "\n"), 4);
-    ut_file.rm_ofile(second);
-    ut_file.rm_ofile(second);
-    ut_file.rm_ofile(nullptr);
-    QVERIFY(!ut_file.add_ofile(path.constData(), static_cast<UT_ACCESS>(2), nullptr, 1));
-}
-
-void TestServices::projectFindsItsImplementations()
-{
-    auto* manager = MirnProjectManager::getProjectManager();
-    QVERIFY(!manager->getProject());
-    manager->setProject(std::make_unique<MirnProject>("p"));
-    MirnProject* project = manager->getProject();
-    QVERIFY(!project->getImplementation(project->getDefaultImplementation()));
-    project->addImplementation(std::make_unique<MirnImplementation>("a", "/x"));
-    project->addImplementation(std::make_unique<MirnImplementation>("b", "/y"));
-    project->addImplementation(std::make_unique<MirnImplementation>("a", "/z"));
-    QCOMPARE(project->getImplementation("a")->getImplementFullPath(), std::string("/z"));
-    QVERIFY(!project->getImplementation("c"));
-}
-
-void TestServices::traceGoesToTheSink()
-{
-    QVERIFY(!isDiagTraceEnabled());
-    diagTrace("lost", "nowhere");
-    std::vector<std::string> lines;
-    setDiagTraceSink(
-        [&](const char* text, const char* function) { lines.push_back(std::string(function) + ": " + text); });
-    QVERIFY(isDiagTraceEnabled());
-    diagTrace("call %1", "place");
-    QCOMPARE(lines, std::vector<std::string>{"place: call %1"});
-}
-
-// What they hold is still there when they go on.
-void TestServices::sinksMayRemoveThemselves()
-{
-    std::vector<std::string> lines;
-    const std::string prefix = "text of more than fits into the string itself: ";
-    setDiagTraceSink([&lines, prefix](const char* text, const char*) {
-        setDiagTraceSink(nullptr);
-        lines.push_back(prefix + text);
-    });
-    TRQDebug::getInstance()->setSink([&lines, prefix](const std::string& text, const std::string&) {
-        TRQDebug::getInstance()->setSink(nullptr);
-        lines.push_back(prefix + text);
-    });
-    for (const char* text : {"first", "second"}) {
-        diagTrace(text, "place");
-        TRQDebug::getInstance()->trqDebugOut(text, "a");
+    void streamsComeInPieces()
+    {
+        const auto [content, size, expected] = row<QByteArray, int, QByteArrayList>();
+        QTemporaryDir folder;
+        UT_STREAM* stream = ut_file.add_ofile(writtenTo(folder, content).constData(), UT_ACCESS_READ, nullptr, 1);
+        QVERIFY(stream);
+        QByteArrayList pieces;
+        QByteArray buffer(size + 1, 'X');
+        auto* bytes = reinterpret_cast<unsigned char*>(buffer.data());
+        for (int count = 0; (count = stream->readkey(bytes, size, "\n")) > 0;) {
+            QCOMPARE(buffer[count], '\0');
+            pieces.append(buffer.left(count));
+        }
+        QCOMPARE(pieces, expected);
+        QCOMPARE(stream->readkey(bytes, size, "\n"), 0);
+        QCOMPARE(stream->readkey(nullptr, size, "\n"), -1);
+        ut_file.rm_ofile(stream);
     }
-    QCOMPARE(lines, (std::vector<std::string>{prefix + "first", prefix + "first"}));
-    int count = 0;
-    setDiagTraceSink([count, &lines](const char*, const char*) mutable { lines.push_back(std::to_string(++count)); });
-    diagTrace("third", "place");
-    diagTrace("fourth", "place");
-    QCOMPARE(lines.back(), std::string("2")); // its own state is kept from line to line
-}
 
-void TestServices::engineTextsKeepEveryByte()
-{
-    std::string bytes;
-    for (int byte = 0; byte < 256; ++byte)
-        bytes.push_back(static_cast<char>(byte));
-    QCOMPARE(toEngineText(fromEngineText(bytes)), bytes);
-    QCOMPARE(toEngineText(QStringLiteral("\u03a9\u00b5")), std::string("?\xb5"));
-    QVERIFY(fromEngineText(nullptr).isEmpty());
-}
+    void onlyRegularFilesOpen()
+    {
+        for (const char* path : {"/nowhere/to/be/found", "/", "/dev/zero", "", static_cast<const char*>(nullptr)})
+            QVERIFY2(!ut_file.add_ofile(path, UT_ACCESS_READ, nullptr, 1), path);
+    }
 
-void TestServices::actionsJoinTheirGroup()
-{
-    QActionGroup group(nullptr);
-    auto* first = new BaseAction("first", &group); // the group's
-    auto* second = new BaseAction("second", &group);
-    first->setChecked(true);
-    second->setChecked(true);
-    QVERIFY(!first->isChecked());
-    BaseAction alone("alone", nullptr);
-    QVERIFY(alone.isCheckable());
-}
+    void streamsAreClosedOnce()
+    {
+        QTemporaryDir folder;
+        const QByteArray path = writtenTo(folder, "text");
+        UT_STREAM* first = ut_file.add_ofile(path.constData(), UT_ACCESS_READ, nullptr, 1);
+        UT_STREAM* second = ut_file.add_ofile(path.constData(), UT_ACCESS_READ, first, 1); // closes the first
+        ut_file.rm_ofile(first);
+        unsigned char buffer[8];
+        QCOMPARE(second->readkey(buffer, 7, "\n"), 4);
+        ut_file.rm_ofile(second);
+        ut_file.rm_ofile(second);
+        ut_file.rm_ofile(nullptr);
+        QVERIFY(!ut_file.add_ofile(path.constData(), static_cast<UT_ACCESS>(2), nullptr, 1));
+    }
+
+    void projectFindsItsImplementations()
+    {
+        auto* manager = MirnProjectManager::getProjectManager();
+        QVERIFY(!manager->getProject());
+        manager->setProject(std::make_unique<MirnProject>("p"));
+        MirnProject* project = manager->getProject();
+        QVERIFY(!project->getImplementation(project->getDefaultImplementation()));
+        project->addImplementation(std::make_unique<MirnImplementation>("a", "/x"));
+        project->addImplementation(std::make_unique<MirnImplementation>("b", "/y"));
+        project->addImplementation(std::make_unique<MirnImplementation>("a", "/z"));
+        QCOMPARE(project->getImplementation("a")->getImplementFullPath(), std::string("/z"));
+        QVERIFY(!project->getImplementation("c"));
+    }
+
+    // What they hold is still there when they go on.
+    void sinksMayRemoveThemselves()
+    {
+        QVERIFY(!isDiagTraceEnabled());
+        diagTrace("lost", "nowhere");
+        std::vector<std::string> lines;
+        const std::string prefix = "text of more than fits into the string itself: ";
+        setDiagTraceSink([&lines, prefix](const char* text, const char*) {
+            setDiagTraceSink(nullptr);
+            lines.push_back(prefix + text);
+        });
+        TRQDebug::getInstance()->setSink([&lines, prefix](const std::string& text, const std::string&) {
+            TRQDebug::getInstance()->setSink(nullptr);
+            lines.push_back(prefix + text);
+        });
+        for (const char* text : {"first", "second"}) {
+            diagTrace(text, "place");
+            TRQDebug::getInstance()->trqDebugOut(text, "a");
+        }
+        QCOMPARE(lines, (std::vector<std::string>{prefix + "first", prefix + "first"}));
+        int count = 0;
+        setDiagTraceSink([count, &lines](const char* text, const char* place) mutable {
+            lines.push_back(std::to_string(++count) + text + place);
+        });
+        QVERIFY(isDiagTraceEnabled());
+        diagTrace("third %1", "place");
+        diagTrace("fourth %1", "place");
+        QCOMPARE(lines.back(), std::string("2fourth %1place")); // its own state is kept from line to line
+    }
+
+    void engineTextsKeepEveryByte()
+    {
+        std::string bytes;
+        for (int byte = 0; byte < 256; ++byte)
+            bytes.push_back(static_cast<char>(byte));
+        QCOMPARE(toEngineText(fromEngineText(bytes)), bytes);
+        QCOMPARE(toEngineText(QStringLiteral("\u03a9\u00b5")), std::string("?\xb5"));
+        QVERIFY(fromEngineText(nullptr).isEmpty());
+    }
+
+    void actionsJoinTheirGroup()
+    {
+        QActionGroup group(nullptr);
+        auto* first = new BaseAction("first", &group); // the group's
+        auto* second = new BaseAction("second", &group);
+        first->setChecked(true);
+        second->setChecked(true);
+        QVERIFY(!first->isChecked());
+        BaseAction alone("alone", nullptr);
+        QVERIFY(alone.isCheckable());
+    }
+};
 
 ZEL_TEST_MAIN(TestServices)
 #include "tst_services.moc"

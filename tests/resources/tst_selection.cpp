@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/chipviewfixture.h"
-#include "tests/support/testmain.h"
 
 #include <functional>
 
@@ -20,7 +19,7 @@ int connectionCount()
     return (tree->*(&Access::receivers))(SIGNAL(itemSelectionChanged()));
 }
 
-// top: ip1 (no id) with ch0 = 7, ch1 = 8 and group (no id) with lane = 9; pll = 10.
+// top: ip1 (no id) with ch0 = 7, ch1 = 8 and group (no id) with lane = 9; pll = 10 with out = 11.
 class SelectionView : public ChipView
 {
 public:
@@ -30,25 +29,15 @@ public:
         engine.addCell(ip, "ch0", "DCUCHANNEL", "7");
         engine.addCell(ip, "ch1", "DCUCHANNEL", "8");
         engine.addCell(engine.addCell(ip, "group"), "lane", "DCUCHANNEL", "9");
-        engine.addCell(nullptr, "pll", "PLL", "10");
+        engine.addCell(engine.addCell(nullptr, "pll", "PLL", "10"), "out", "PLL", "11");
         for (int id = 7; id <= 10; ++id)
             drawing.addRect(id, (id - 7) * 40, 10, 30, 30);
         open();
     }
 
-    static void select(const QString& resourceName)
-    {
-        for (QTreeWidgetItemIterator row(database()->getTree(nullptr)); *row; ++row) {
-            if ((*row)->data(0, RESOURCENAME).toString() == resourceName)
-                database()->getTree(nullptr)->setCurrentItem(*row);
-        }
-    }
+    static void select(const char* resourceName) { tree()->setCurrentItem(rowNamed(resourceName)); }
 
-    static QString currentRow()
-    {
-        ZelTree* tree = database()->getTree(nullptr);
-        return tree->getResourceName(tree->currentItem());
-    }
+    static QString currentRow() { return tree()->getResourceName(tree()->currentItem()); }
 };
 
 } // namespace
@@ -57,150 +46,123 @@ class TestSelection : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void rowSelectsItsElements_data();
-    void rowSelectsItsElements();
-    void rowSelectionShowsAtOnce();
-    void clickMakesTheRowCurrent();
-    void clearedTreeSelectionKeepsTheIds();
-    void rowSelectedOnceMoreCountsAnew();
-    void noSelectionIsLost_data();
-    void noSelectionIsLost();
-    void unknownIdsAddAConnection();
-    void bandSelectsRowsAndElements();
-};
-
-void TestSelection::rowSelectsItsElements_data()
-{
-    QTest::addColumn<QString>("row");
-    QTest::addColumn<QSet<int>>("ids");
-    QTest::newRow("a leaf with an id") << "top/ip1/ch0" << QSet<int>{7};
-    QTest::newRow("a parent without: its direct children's") << "top/ip1" << QSet<int>{7, 8};
-    QTest::newRow("one level further down") << "top/ip1/group" << QSet<int>{9};
-}
-
-void TestSelection::rowSelectsItsElements()
-{
-    QFETCH(QString, row);
-    SelectionView chip;
-    chip.database()->addSelctedItem(42, false);
-    chip.select(row);
-    QTEST(chip.selected(), "ids");
-}
-
-void TestSelection::rowSelectionShowsAtOnce()
-{
-    SelectionView chip;
-    chip.select(QStringLiteral("top/pll"));
-    QCoreApplication::processEvents();
-    QCOMPARE(chip.colorAt({135, 25}), SELECTED_FILL_COLOR);
-    chip.select(QStringLiteral("top/ip1"));
-    QCOMPARE(chip.colorAt({135, 25}).rgb(), 0xff808080u);
-    QCOMPARE(chip.colorAt({15, 25}), SELECTED_FILL_COLOR);
-}
-
-void TestSelection::clickMakesTheRowCurrent()
-{
-    SelectionView chip;
-    chip.select(QStringLiteral("top/ip1/ch0"));
-    chip.database()->addSelctedItem(8, true);
-    QCOMPARE(chip.currentRow(), QStringLiteral("top/ip1/ch1"));
-    QCOMPARE(chip.selected(), (QSet<int>{7, 8})); // the row's change did not run the other way
-    chip.click({95, 25});
-    QCOMPARE(chip.selected(), QSet<int>{9});
-    QCOMPARE(chip.currentRow(), QStringLiteral("top/ip1/group/lane"));
-    QCOMPARE(connectionCount(), 1);
-}
-
-void TestSelection::clearedTreeSelectionKeepsTheIds()
-{
-    SelectionView chip;
-    chip.select(QStringLiteral("top/pll"));
-    chip.database()->getTree(nullptr)->clearSelection();
-    QCOMPARE(chip.selected(), QSet<int>{10});
-}
-
-// Whatever became of the ids since, and however often the tree's signal is connected.
-void TestSelection::rowSelectedOnceMoreCountsAnew()
-{
-    SelectionView chip;
-    chip.database()->addSelctedItem(99, true);
-    ZelTree* tree = chip.database()->getTree(nullptr);
-    const QSet<int> expected{7};
-    for (const auto& change : {std::function<void()>([&] { chip.database()->addSelctedItem(42, false); }),
-             std::function<void()>([&] { chip.scene()->clearSelectedItems(); }),
-             std::function<void()>([&] { chip.database()->refresh(REFRESH_TREE); }), std::function<void()>([&] {
-                 chip.engine.clearCells();
-                 chip.engine.addCell(chip.engine.addCell(nullptr, "ip1"), "ch0", "DCUCHANNEL", "7");
-                 chip.database()->refresh(REFRESH_TREE);
-             })}) {
-        chip.select(QStringLiteral("top/ip1/ch0"));
-        QCOMPARE(chip.selected(), expected);
-        change();
-        Q_EMIT tree->itemSelectionChanged();
-        if (!tree->selectedItems().isEmpty())
-            QCOMPARE(chip.selected(), expected);
-        tree->clearSelection();
-        tree->setCurrentItem(nullptr);
+    void rowSelectsItsElements()
+    {
+        SelectionView chip;
+        const std::pair<const char*, QSet<int>> rows[] = {{"top/ip1/ch0", {7}}, {"top/ip1", {7, 8}},
+            {"top/ip1/group", {9}}, {"top/pll", {10}}}; // without an id: its direct children's
+        for (const auto& [row, ids] : rows) {
+            chip.database()->addSelctedItem(42, false);
+            chip.select(row);
+            QCOMPARE(chip.selected(), ids);
+        }
     }
-}
 
-// Whoever calls the handler, and whatever moves the selection on while the tree tells of it.
-void TestSelection::noSelectionIsLost_data()
-{
-    QTest::addColumn<int>("extraConnections");
-    QTest::newRow("connected once") << 0;
-    QTest::newRow("connected three times") << 2;
-}
+    void clickMakesTheRowCurrent()
+    {
+        SelectionView chip;
+        chip.select("top/ip1/ch0");
+        chip.database()->addSelctedItem(8, true);
+        QCOMPARE(chip.currentRow(), QStringLiteral("top/ip1/ch1"));
+        QCOMPARE(chip.selected(), (QSet<int>{7, 8})); // the row's change did not run the other way
+        chip.click({95, 25});
+        QCOMPARE(chip.selected(), QSet<int>{9});
+        QCOMPARE(chip.currentRow(), QStringLiteral("top/ip1/group/lane"));
+        QCOMPARE(connectionCount(), 1);
+    }
 
-void TestSelection::noSelectionIsLost()
-{
-    QFETCH(int, extraConnections);
-    SelectionView chip;
-    ZelTree* tree = chip.database()->getTree(nullptr);
-    for (int i = 0; i < extraConnections; ++i)
-        chip.database()->addSelctedItem(99, true);
-    const auto call = [&chip] { chip.database()->treeItemClicked(); };
-    const auto emitChange = [tree] { Q_EMIT tree->itemSelectionChanged(); };
-    for (const auto& announce : {std::function<void()>(call), std::function<void()>(emitChange)}) {
-        chip.select(QStringLiteral("top/ip1/ch0"));
-        announce();
-        chip.select(QStringLiteral("top/ip1/ch1"));
-        QCOMPARE(chip.selected(), QSet<int>{8});
-        chip.database()->addSelctedItem(7, false);
-        announce();
-        QCOMPARE(chip.selected(), QSet<int>{8});
-        tree->currentItem()->setData(0, RESOURCENAME, QStringLiteral("top/pll"));
-        announce();
+    void clearedTreeSelectionKeepsTheIds()
+    {
+        SelectionView chip;
+        chip.select("top/pll");
+        chip.tree()->clearSelection();
         QCOMPARE(chip.selected(), QSet<int>{10});
-        tree->currentItem()->setData(0, RESOURCENAME, QStringLiteral("top/ip1/ch1"));
     }
-    connect(tree, &ZelTree::itemSelectionChanged, this, [&chip] { chip.select(QStringLiteral("top/ip1/group")); });
-    chip.select(QStringLiteral("top/ip1/ch0"));
-    QCOMPARE(chip.selected(), QSet<int>{9});
-}
 
-void TestSelection::unknownIdsAddAConnection()
-{
-    SelectionView chip;
-    QCOMPARE(connectionCount(), 1);
-    chip.database()->addSelctedItem(99, true);
-    QCOMPARE(connectionCount(), 2);
-    QCOMPARE(chip.selected(), QSet<int>{99});
-    chip.database()->addSelctedItem(99, false);
-    QCOMPARE(connectionCount(), 2);
-    chip.database()->addSelctedItem(7, true); // all are cut, one is made
-    QCOMPARE(connectionCount(), 1);
-}
+    // Whatever became of the ids since, and however often the tree's signal is connected.
+    void rowSelectedOnceMoreCountsAnew()
+    {
+        SelectionView chip;
+        chip.database()->addSelctedItem(99, true);
+        ZelTree* tree = chip.tree();
+        const QSet<int> expected{7};
+        for (const auto& change : {std::function<void()>([&] { chip.database()->addSelctedItem(42, false); }),
+                 std::function<void()>([&] { chip.scene()->clearSelectedItems(); }),
+                 std::function<void()>([&] { chip.database()->refresh(REFRESH_TREE); }), std::function<void()>([&] {
+                     chip.engine.clearCells();
+                     chip.engine.addCell(chip.engine.addCell(nullptr, "ip1"), "ch0", "DCUCHANNEL", "7");
+                     chip.database()->refresh(REFRESH_TREE);
+                 })}) {
+            chip.select("top/ip1/ch0");
+            QCOMPARE(chip.selected(), expected);
+            change();
+            Q_EMIT tree->itemSelectionChanged();
+            if (!tree->selectedItems().isEmpty())
+                QCOMPARE(chip.selected(), expected);
+            tree->clearSelection();
+            tree->setCurrentItem(nullptr);
+        }
+    }
 
-void TestSelection::bandSelectsRowsAndElements()
-{
-    SelectionView chip;
-    chip.drag({35, 5}, {75, 45});
-    QCOMPARE(chip.selected(), QSet<int>{8});
-    chip.drag({5, 5}, {155, 45});
-    QCOMPARE(chip.selected(), (QSet<int>{7, 8, 9, 10}));
-    QVERIFY(chip.currentRow() != QStringLiteral("top/ip1/ch1")); // nor left where the first band put it
-}
+    // Whoever calls the handler, and whatever moves the selection on while the tree tells of it.
+    void noSelectionIsLost_data()
+    {
+        const Rows<int> row;
+        row("connected once", 0);
+        row("connected three times", 2);
+    }
+
+    void noSelectionIsLost()
+    {
+        const auto [extraConnections] = row<int>();
+        SelectionView chip;
+        ZelTree* tree = chip.tree();
+        for (int i = 0; i < extraConnections; ++i)
+            chip.database()->addSelctedItem(99, true);
+        const auto call = [&chip] { chip.database()->treeItemClicked(); };
+        const auto emitChange = [tree] { Q_EMIT tree->itemSelectionChanged(); };
+        for (const auto& announce : {std::function<void()>(call), std::function<void()>(emitChange)}) {
+            chip.select("top/ip1/ch0");
+            announce();
+            chip.select("top/ip1/ch1");
+            QCOMPARE(chip.selected(), QSet<int>{8});
+            chip.database()->addSelctedItem(7, false);
+            announce();
+            QCOMPARE(chip.selected(), QSet<int>{8});
+            tree->currentItem()->setData(0, RESOURCENAME, QStringLiteral("top/pll"));
+            announce();
+            QCOMPARE(chip.selected(), QSet<int>{10});
+            tree->currentItem()->setData(0, RESOURCENAME, QStringLiteral("top/ip1/ch1"));
+        }
+        connect(tree, &ZelTree::itemSelectionChanged, this, [&chip] { chip.select("top/ip1/group"); });
+        chip.select("top/ip1/ch0");
+        QCOMPARE(chip.selected(), QSet<int>{9});
+    }
+
+    void unknownIdsAddAConnection()
+    {
+        SelectionView chip;
+        QCOMPARE(connectionCount(), 1);
+        chip.database()->addSelctedItem(99, true);
+        QCOMPARE(connectionCount(), 2);
+        QCOMPARE(chip.selected(), QSet<int>{99});
+        chip.database()->addSelctedItem(99, false);
+        QCOMPARE(connectionCount(), 2);
+        chip.database()->addSelctedItem(7, true); // all are cut, one is made
+        QCOMPARE(connectionCount(), 1);
+    }
+
+    void bandSelectsRowsAndElements()
+    {
+        SelectionView chip;
+        chip.drag({35, 5}, {75, 45});
+        QCOMPARE(chip.selected(), QSet<int>{8});
+        QCOMPARE(chip.currentRow(), QStringLiteral("top/ip1/ch1"));
+        chip.drag({5, 5}, {155, 45});
+        QCOMPARE(chip.selected(), (QSet<int>{7, 8, 9, 10}));
+        QVERIFY(chip.currentRow() != QStringLiteral("top/ip1/ch1")); // nor left where the first band put it
+    }
+};
 
 ZEL_TEST_MAIN(TestSelection)
 #include "tst_selection.moc"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/soak/attendant.h"
+#include "tests/soak/gesturewindow.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -1,15 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "chipview/zelchipgui.h"
-#include "chipview/zelchipviewdatabase.h"
-#include "engine/referenceengine.h"
-#include "engine/resourceparameter.h"
-#include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
-#include "graphics/zelgraphicsview.h"
 #include "host/drawing/elementprobe.h"
-#include "host/project/projectsession.h"
-#include "host/window/mainwindow.h"
 #include "platform/contract/zelgraphicrecords.h"
+#include "tests/engine/openengine.h"
 #include "tests/soak/gesturewindow.h"
 
 #include <QAction>
@@ -17,7 +10,6 @@
 #include <QRubberBand>
 #include <QScreen>
 #include <QScrollBar>
-#include <QTreeWidget>
 #include <QWindow>
 
 #include <algorithm>
@@ -53,8 +45,7 @@ bool areAlike(const QImage& one, const QImage& other)
     return true;
 }
 
-} // namespace
-
+// {1 2 3}
 QString textOf(const QSet<int>& ids)
 {
     QStringList texts;
@@ -63,7 +54,14 @@ QString textOf(const QSet<int>& ids)
     texts.sort();
     if (texts.size() > MostIds)
         texts = texts.mid(0, MostIds) << QStringLiteral("... (%1)").arg(ids.size());
-    return QLatin1Char('{') + texts.join(QLatin1Char(' ')) + QLatin1Char('}');
+    return '{' + texts.join(' ') + '}';
+}
+
+} // namespace
+
+void GestureWindow::expectIds(const char* what, const QSet<int>& found, const QSet<int>& expected)
+{
+    expect(found == expected, what + textOf(found) + " instead of " + textOf(expected));
 }
 
 // As Qt finds them.
@@ -109,50 +107,26 @@ void GestureWindow::takeEverythingBack()
 {
     while (editor().undoStack().canUndo()) {
         const QString problem = editor().undo();
-        expect(problem.isEmpty(), QStringLiteral("undo: ") + problem);
+        expect(problem.isEmpty(), "undo: " + problem);
         if (!problem.isEmpty())
             return;
     }
-    const QStringList now = state();
-    const auto missing = [](QStringList lines, const QStringList& others) {
-        for (const QString& line : others)
-            lines.removeOne(line);
-        return lines.join(QStringLiteral(", "));
-    };
-    expect(now == m_earliest,
-        QStringLiteral("after undoing everything there is %1 instead of %2")
-            .arg(missing(now, m_earliest), missing(m_earliest, now)));
+    const QString difference = differenceOf(state(), m_earliest);
+    expect(difference.isEmpty(), "after undoing everything there is " + difference);
 }
 
-// A line for each resource, for each one that was removed, and for each setting that was changed.
 QStringList GestureWindow::state() const
 {
-    const zelengine::ReferenceEngine& engine = editor().engine();
-    const zelengine::Design& design = engine.design();
-    QStringList lines = design.removedPaths();
-    for (const int index : design.all()) {
-        const zelengine::Resource& resource = design.resource(index);
-        lines.append(QStringLiteral("%1 %2 %3").arg(resource.path).arg(resource.site).arg(resource.fixed));
-        for (const zelengine::ResourceParameter& parameter : zelengine::parametersOf(resource.type))
-            lines.append(resource.path + QLatin1Char(' ') + design.parameter(index, parameter.key));
-    }
-    const zelengine::SettingChanges& settings = engine.settings().changes();
-    for (auto site = settings.cbegin(); site != settings.cend(); ++site) {
-        for (auto setting = site->cbegin(); setting != site->cend(); ++setting)
-            lines.append(QStringLiteral("%1 %2 %3").arg(QString::number(site.key()), setting.key(), setting.value()));
-    }
-    lines.sort();
-    return lines;
+    return factsOf(editor().engine());
 }
 
 void GestureWindow::checkDesign()
 {
-    expect(m_window->isWindowModified() == editor().isModified(),
-        QStringLiteral("the window's title does not tell what is unsaved"));
+    expect(window->isWindowModified() == editor().isModified(), "the window's title does not tell what is unsaved");
     const zelengine::Design& design = editor().engine().design();
     for (const int index : design.all()) {
         const int site = design.resource(index).site;
-        expect(site < 0 || design.occupant(site) == index, QStringLiteral("a site knows nothing of its resource"));
+        expect(site < 0 || design.occupant(site) == index, "a site knows nothing of its resource");
     }
 }
 
@@ -162,7 +136,7 @@ void GestureWindow::checkModes()
     for (const int mode : {ACTION_SELECT, ACTION_ZOOM, ACTION_PAN})
         checked += database().getAction(mode)->isChecked() ? 1 : 0;
     expect(checked == 1, QStringLiteral("%1 mouse modes at a time").arg(checked));
-    expect(m_isPressed || !view()->findChild<QRubberBand*>()->isVisible(), QStringLiteral("a rubber band stays"));
+    expect(m_isPressed || !view()->findChild<QRubberBand*>()->isVisible(), "a rubber band stays");
 }
 
 // The tree shows the design as it is.
@@ -184,10 +158,9 @@ void GestureWindow::checkRows()
 void GestureWindow::checkPicture()
 {
     QWidget* viewport = view()->viewport();
-    QWindow* handle = m_window->windowHandle();
-    const QRect part(viewport->mapTo(m_window.get(), QPoint()), viewport->size());
-    if (!m_window->isVisible() || !viewport->isVisible() || viewport->size().isEmpty()
-        || !m_window->rect().contains(part))
+    QWindow* handle = window->windowHandle();
+    const QRect part(viewport->mapTo(window.get(), QPoint()), viewport->size());
+    if (!window->isVisible() || !viewport->isVisible() || viewport->size().isEmpty() || !window->rect().contains(part))
         return;
     const auto inOneFormat
         = [](const QPixmap& pixmap) { return pixmap.toImage().convertToFormat(QImage::Format_RGB32); };
@@ -197,8 +170,8 @@ void GestureWindow::checkPicture()
     const QPainter::RenderHint hint = QPainter::LosslessImageRendering;
     view()->setRenderHint(hint, !view()->renderHints().testFlag(hint));
     const QImage anew = inOneFormat(viewport->grab());
-    expect(areAlike(shown, kept), QStringLiteral("the screen does not show what the view does"));
-    expect(areAlike(kept, anew), QStringLiteral("the picture that the view keeps is out of date"));
+    expect(areAlike(shown, kept), "the screen does not show what the view does");
+    expect(areAlike(kept, anew), "the picture that the view keeps is out of date");
     QGraphicsView items(view()->scene());
     items.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     items.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -212,7 +185,6 @@ void GestureWindow::checkPicture()
     items.horizontalScrollBar()->setValue(view()->horizontalScrollBar()->value());
     items.verticalScrollBar()->setValue(view()->verticalScrollBar()->value());
     if (items.viewportTransform() == view()->viewportTransform())
-        expect(
-            inOneFormat(items.viewport()->grab()) == anew, QStringLiteral("the view paints otherwise than its items"));
-    m_window->activateWindow();
+        expect(inOneFormat(items.viewport()->grab()) == anew, "the view paints otherwise than its items");
+    window->activateWindow();
 }

@@ -1,16 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/soak/gesturewindow.h"
 
-#include "chipview/zelchipgui.h"
-#include "chipview/zelchipviewdatabase.h"
-#include "engine/referenceengine.h"
-#include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsscene.h"
-#include "graphics/zelgraphicsview.h"
-#include "host/console/consoledock.h"
-#include "host/project/projectsession.h"
 #include "host/window/findbox.h"
-#include "host/window/mainwindow.h"
 
 #include <QAction>
 #include <QApplication>
@@ -21,6 +13,7 @@
 #include <QDragMoveEvent>
 #include <QGraphicsItem>
 #include <QMenu>
+#include <QRandomGenerator>
 #include <QRubberBand>
 #include <QTest>
 #include <QTreeWidget>
@@ -47,44 +40,97 @@ template <typename Container> decltype(auto) pick(Container& container, unsigned
     return container[static_cast<int>(number % static_cast<unsigned>(container.size()))];
 }
 
+// What only makes sense together: a band, a drag from the tree to the drawing.
+const QByteArrayList Phrases{"press release", "press move release", "press move move move release",
+    "select-row drag-move drag-move drop", "select-row drag-move drag-move elapse drag-move drag-leave",
+    "press-row move-on-row release-row drag-move elapse drop"};
+
+// While something is being dragged the pointer is taken, and only these go on with it.
+const QByteArrayList GoOnDragging{"drag-move", "drop", "elapse", "command", "resize"};
+
 } // namespace
 
-GestureWindow::GestureWindow() = default;
-GestureWindow::~GestureWindow() = default;
-
-DesignEditor& GestureWindow::editor() const
+const std::vector<GestureWindow::Kind>& GestureWindow::kinds()
 {
-    return m_session->editor();
+    using W = GestureWindow;
+    static const std::vector<Kind> all{
+        {"begin", 0, [](W&) {}},
+        {"press", 3, [](W& w) { w.stroke(QEvent::MouseButtonPress); }},
+        {"move", 6, [](W& w) { w.stroke(QEvent::MouseMove); }},
+        {"release", 3, [](W& w) { w.stroke(QEvent::MouseButtonRelease); }},
+        {"double-click", 3, [](W& w) { w.stroke(QEvent::MouseButtonDblClick); }},
+        {"wheel", 8, [](W& w) { w.turnWheel(); }},
+        {"key", 6, [](W& w) { w.pressKey(); }},
+        {"mode", 4, [](W& w) { w.chooseMode(); }},
+        {"select-row", 6, [](W& w) { w.selectRow(); }},
+        {"expand-row", 3, [](W& w) { w.expandRow(); }},
+        {"press-row", 2, [](W& w) { w.onRow(QEvent::MouseButtonPress); }},
+        {"move-on-row", 2, [](W& w) { w.onRow(QEvent::MouseMove); }},
+        {"release-row", 2, [](W& w) { w.onRow(QEvent::MouseButtonRelease); }},
+        {"row-menu", 3, [](W& w) { w.openRowMenu(); }},
+        {"filter-menu", 3, [](W& w) { w.openFilterMenu(); }},
+        {"drag-move", 4, [](W& w) { w.drag(true); }}, // enters the view where nothing is being dragged
+        {"drag-leave", 2, [](W&) {}},
+        {"drop", 2, [](W& w) { w.drag(false); }},
+        {"elapse", 3, [](W& w) { w.elapse(); }}, // of the time that the pointer rests on a site
+        {"command", 10, [](W& w) { w.runAnyCommand(); }},
+        {"trigger", 5, [](W& w) { w.triggerAction(); }}, // an action of the window
+        {"find", 2, [](W& w) { w.find(); }},
+        {"move-dock", 2, [](W& w) { w.moveDock(); }},
+        {"resize", 2, [](W& w) { w.resize(); }},
+        {"hide", 1, [](W& w) { w.hideAndShow(); }},
+        {"reopen", 1, [](W& w) { w.reopen(); }}, // the project in the same window
+        {"renew", 1, [](W& w) { w.renew(); }}, // deletes the window and makes another one
+        {"close", 1, [](W& w) { w.close(); }},
+    };
+    return all;
 }
 
-ZelChipGUI* GestureWindow::chipView() const
+QByteArrayList GestureWindow::randomGestures(unsigned seed, int count, int round)
 {
-    return m_window->findChild<ZelChipGUI*>();
+    QRandomGenerator random(seed);
+    QByteArrayList lots = Phrases;
+    for (const Kind& kind : kinds()) {
+        for (int i = 0; i < kind.weight; ++i)
+            lots.append(kind.name);
+    }
+    QByteArrayList gestures;
+    while (gestures.size() < count) {
+        const bool isPhrase = random.bounded(3) == 0;
+        const auto phrases = static_cast<int>(Phrases.size());
+        const int lot = isPhrase ? random.bounded(phrases) : random.bounded(phrases, static_cast<int>(lots.size()));
+        const QByteArrayList names = lots[lot].split(' ');
+        for (const QByteArray& name : names) {
+            if (gestures.size() % round == 0)
+                gestures.append("begin 0 0 0");
+            gestures.append(name);
+            for (int i = 0; i < 3; ++i)
+                gestures.last() += ' ' + QByteArray::number(random.generate());
+        }
+    }
+    return gestures;
 }
 
-ZelGraphicsView* GestureWindow::view() const
-{
-    return qobject_cast<ZelGraphicsView*>(chipView()->centralWidget());
-}
-
-QTreeWidget* GestureWindow::tree() const
-{
-    return chipView()->findChild<QTreeWidget*>();
-}
-
-QString GestureWindow::perform(const Gesture& gesture)
+QString GestureWindow::perform(const QByteArray& gesture)
 {
     m_fault.clear();
-    m_gesture = gesture;
-    if (gesture.kind == Gesture::Begin || !m_window) {
+    const QByteArrayList words = gesture.split(' ');
+    for (int i = 0; i < 3; ++i)
+        m_numbers[static_cast<std::size_t>(i)] = words.value(i + 1).toUInt();
+    if (words[0] == "begin" || !window) {
         const QString fault = end();
         if (!fault.isEmpty())
             return fault;
         m_project = std::make_unique<SampleProject>();
         open();
     }
+    if (m_isDragging && !GoOnDragging.contains(words[0]))
+        leave();
     m_attendant.start(number(2));
-    carryOut(gesture);
+    for (const Kind& kind : kinds()) {
+        if (kind.name == words[0])
+            kind.carryOut(*this);
+    }
     settle();
     m_attendant.stop();
     if (!editor().isModified())
@@ -100,9 +146,9 @@ QString GestureWindow::perform(const Gesture& gesture)
 
 QString GestureWindow::end()
 {
-    if (m_window)
+    if (window)
         takeEverythingBack();
-    m_window.reset();
+    window.reset();
     m_project.reset();
     m_isDragging = false;
     m_gestures = 0;
@@ -113,112 +159,12 @@ QString GestureWindow::end()
 
 void GestureWindow::open()
 {
-    m_window.reset();
-    QString error;
-    std::unique_ptr<ProjectSession> session = ProjectSession::open(m_project->path(), &error);
-    if (!session)
-        qFatal("%s", qPrintable(error));
-    m_session = session.get();
-    m_window = std::make_unique<MainWindow>(std::move(session));
+    show(m_project->path(), QSize(900, 600));
     noteOpening();
-    m_window->resize(900, 600);
-    m_window->show();
     settle();
     // Of a button that was down when the window before went away.
     if (m_isPressed)
-        mouse(Gesture::Release, view()->viewport(), view()->viewport()->rect().center(), Qt::LeftButton);
-}
-
-void GestureWindow::carryOut(const Gesture& gesture)
-{
-    const bool isDrag = gesture.kind == Gesture::DragMove || gesture.kind == Gesture::Drop
-        || gesture.kind == Gesture::Elapse || gesture.kind == Gesture::Command || gesture.kind == Gesture::Resize;
-    if (m_isDragging && !isDrag)
-        leave(); // the pointer is taken meanwhile
-    switch (gesture.kind) {
-    case Gesture::Press:
-    case Gesture::Move:
-    case Gesture::Release:
-    case Gesture::DoubleClick:
-        pressOrRelease(gesture.kind);
-        break;
-    case Gesture::Wheel:
-        turnWheel();
-        break;
-    case Gesture::Key:
-        pressKey();
-        break;
-    case Gesture::Mode:
-        chooseMode();
-        break;
-    case Gesture::SelectRow:
-        selectRow();
-        break;
-    case Gesture::ExpandRow:
-        if (QTreeWidgetItem* row = anyRow())
-            row->setExpanded(!row->isExpanded());
-        break;
-    case Gesture::PressRow:
-    case Gesture::MoveOnRow:
-    case Gesture::ReleaseRow:
-        if (QTreeWidgetItem* row = anyRow(); row && tree()->isVisible()) {
-            const QPoint middle = tree()->visualItemRect(row).center();
-            if (tree()->viewport()->rect().contains(middle))
-                mouse(gesture.kind, tree()->viewport(), middle,
-                    gesture.kind == Gesture::MoveOnRow ? Qt::NoButton : Qt::LeftButton);
-        }
-        break;
-    case Gesture::RowMenu:
-        openRowMenu();
-        break;
-    case Gesture::FilterMenu: {
-        QContextMenuEvent event(QContextMenuEvent::Mouse, place(), view()->viewport()->mapToGlobal(place()));
-        QApplication::sendEvent(view()->viewport(), &event);
-        break;
-    }
-    case Gesture::DragMove:
-        drag(true);
-        break;
-    case Gesture::Drop:
-        drag(false);
-        break;
-    case Gesture::Elapse:
-        elapse();
-        break;
-    case Gesture::Command:
-        runAnyCommand();
-        break;
-    case Gesture::Trigger:
-        triggerAction();
-        break;
-    case Gesture::Find:
-        find();
-        break;
-    case Gesture::MoveDock:
-        moveDock();
-        break;
-    case Gesture::Resize:
-        m_window->resize(static_cast<int>(300 + number(0) % 900), static_cast<int>(250 + number(1) % 700));
-        break;
-    case Gesture::Hide:
-        m_window->setVisible(false);
-        settle();
-        m_window->setVisible(true);
-        break;
-    case Gesture::Reopen:
-        reopen();
-        break;
-    case Gesture::Renew:
-        if (number(0) % 2 == 0)
-            takeEverythingBack();
-        open();
-        break;
-    case Gesture::Close:
-        close();
-        break;
-    default:
-        break;
-    }
+        mouse(QEvent::MouseButtonRelease, view()->viewport(), view()->viewport()->rect().center());
 }
 
 // Until all that the gesture has set off is over.
@@ -230,7 +176,7 @@ void GestureWindow::settle()
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         ++turns;
     } while (turns < TurnsToRest || (Attendant::isWanted() && turns < TurnsToSettle));
-    expect(turns < TurnsToSettle, QStringLiteral("a menu or a dialog does not go away"));
+    expect(turns < TurnsToSettle, "a menu or a dialog does not go away");
 }
 
 void GestureWindow::expect(bool isTrue, const QString& fault)
@@ -261,7 +207,7 @@ QString GestureWindow::anyResource() const
 {
     const zelengine::Design& design = editor().engine().design();
     const std::vector<int> all = design.all();
-    return all.empty() ? QStringLiteral("none") : design.resource(pick(all, number(0))).path;
+    return all.empty() ? "none" : design.resource(pick(all, number(0))).path;
 }
 
 // Mostly one where the resource may go.
@@ -276,72 +222,55 @@ int GestureWindow::anySite(int resource) const
 // Null for one that the find box has hidden.
 QTreeWidgetItem* GestureWindow::anyRow() const
 {
-    QTreeWidgetItem* row = rowOf(anyResource());
-    return row && !row->isHidden() ? row : nullptr;
-}
-
-QTreeWidgetItem* GestureWindow::rowOf(const QString& resource) const
-{
-    for (QTreeWidgetItemIterator row(tree()); *row; ++row) {
-        if ((*row)->data(0, RESOURCENAME).toString() == resource)
-            return *row;
-    }
-    return nullptr;
+    QTreeWidgetItem* item = row(anyResource());
+    return item && !item->isHidden() ? item : nullptr;
 }
 
 // As the pointer's events come from the window system: to the window, which finds the widget.
-void GestureWindow::mouse(Gesture::Kind kind, QWidget* target, QPoint position, Qt::MouseButton button)
+void GestureWindow::mouse(QEvent::Type type, QWidget* target, QPoint position, Qt::MouseButton button)
 {
-    QWidget* top = target->window();
-    if (!target->isVisible() || !top->windowHandle())
+    QWindow* handle = target->window()->windowHandle();
+    if (!target->isVisible() || !handle)
         return;
-    const QPoint inWindow = target->mapTo(top, position);
-    if (!top->rect().contains(inWindow) || inWindow.isNull())
+    const QPoint inWindow = target->mapTo(target->window(), position);
+    if (!target->window()->rect().contains(inWindow) || inWindow.isNull())
         return;
-    const bool isPress = kind == Gesture::Press || kind == Gesture::PressRow || kind == Gesture::DoubleClick;
-    if (isPress && !top->isActiveWindow()) { // as window managers do
-        top->activateWindow();
+    const bool isPress = type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick;
+    if (isPress && !target->isActiveWindow()) { // as window managers do
+        target->activateWindow();
         QCoreApplication::processEvents();
     }
     if (isPress && m_isPressed)
-        QTest::mouseRelease(top->windowHandle(), Qt::LeftButton, Qt::NoModifier, inWindow);
-    switch (kind) {
-    case Gesture::Press:
-    case Gesture::PressRow:
-        QTest::mousePress(top->windowHandle(), button, Qt::NoModifier, inWindow);
-        break;
-    case Gesture::Move:
-    case Gesture::MoveOnRow:
-        QTest::mouseMove(top->windowHandle(), inWindow);
-        break;
-    case Gesture::DoubleClick:
-        QTest::mouseDClick(top->windowHandle(), button, Qt::NoModifier, inWindow);
-        break;
-    default:
-        QTest::mouseRelease(top->windowHandle(), button, Qt::NoModifier, inWindow);
-        break;
-    }
-    if (button == Qt::LeftButton)
-        m_isPressed = isPress && kind != Gesture::DoubleClick;
+        QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, inWindow);
+    if (type == QEvent::MouseButtonPress)
+        QTest::mousePress(handle, button, Qt::NoModifier, inWindow);
+    else if (type == QEvent::MouseMove)
+        QTest::mouseMove(handle, inWindow);
+    else if (type == QEvent::MouseButtonDblClick)
+        QTest::mouseDClick(handle, button, Qt::NoModifier, inWindow);
+    else
+        QTest::mouseRelease(handle, button, Qt::NoModifier, inWindow);
+    if (button == Qt::LeftButton && type != QEvent::MouseMove)
+        m_isPressed = type == QEvent::MouseButtonPress;
 }
 
-void GestureWindow::pressOrRelease(Gesture::Kind kind)
+void GestureWindow::stroke(QEvent::Type type)
 {
     QWidget* viewport = view()->viewport();
-    if (kind == Gesture::Press && !m_isPressed && number(2) % 16 == 0) {
-        mouse(Gesture::Press, viewport, place(), Qt::MiddleButton);
-        mouse(Gesture::Release, viewport, place(), Qt::MiddleButton);
-    } else if (kind == Gesture::Release && m_isPressed) {
+    if (type == QEvent::MouseButtonPress && !m_isPressed && number(2) % 16 == 0) {
+        mouse(type, viewport, place(), Qt::MiddleButton);
+        mouse(QEvent::MouseButtonRelease, viewport, place(), Qt::MiddleButton);
+    } else if (type == QEvent::MouseButtonRelease && m_isPressed) {
         finishStroke();
     } else {
-        mouse(kind, viewport, place(), kind == Gesture::Move ? Qt::NoButton : Qt::LeftButton);
+        mouse(type, viewport, place());
     }
 }
 
 void GestureWindow::finishStroke()
 {
     const auto* band = view()->findChild<QRubberBand*>();
-    mouse(Gesture::Move, view()->viewport(), place(), Qt::NoButton); // as Qt has it before a release elsewhere
+    mouse(QEvent::MouseMove, view()->viewport(), place()); // as Qt has it before a release elsewhere
     settle();
     const bool isSelecting = database().getMouseMode() == ACTION_SELECT && band->isVisible();
     const QPoint position = place();
@@ -358,15 +287,15 @@ void GestureWindow::finishStroke()
     const QSet<int> expected = touchedBy(0);
     const QSet<int> inside = touchedBy(-1);
     const QSet<int> outside = touchedBy(1);
-    mouse(Gesture::Release, view()->viewport(), position, Qt::LeftButton);
+    mouse(QEvent::MouseButtonRelease, view()->viewport(), position);
     if (!isSelecting || band->isVisible())
         return;
     const QSet<int> selected = database().selectedIds().ids();
-    expect(selected == expected || (isBand && selected.contains(inside) && outside.contains(selected)),
-        QStringLiteral("selected are %1 instead of %2").arg(textOf(selected), textOf(expected)));
+    if (selected != expected && !(selected.contains(inside) && outside.contains(selected)))
+        expectIds("selected are ", selected, expected);
     const int occupant = expected.size() == 1 ? editor().engine().design().occupant(*expected.begin()) : -1;
-    QTreeWidgetItem* row = occupant >= 0 ? rowOf(editor().engine().design().resource(occupant).path) : nullptr;
-    expect(!row || tree()->currentItem() == row, QStringLiteral("the row of what was clicked is not the current one"));
+    const QTreeWidgetItem* item = occupant >= 0 ? row(editor().engine().design().resource(occupant).path) : nullptr;
+    expect(!item || tree()->currentItem() == item, "the row of what was clicked is not the current one");
 }
 
 void GestureWindow::turnWheel()
@@ -385,9 +314,9 @@ void GestureWindow::pressKey()
         Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown, Qt::Key_Escape, Qt::Key_Return, Qt::Key_Tab, Qt::Key_Asterisk,
         Qt::Key_S, Qt::Key_H, Qt::Key_Z, Qt::Key_F};
     const Qt::Key key = Keys[number(0) % std::size(Keys)];
-    QWidget* const targets[] = {view(), tree(), m_window.get(), QApplication::focusWidget()};
+    QWidget* const targets[] = {view(), tree(), window.get(), QApplication::focusWidget()};
     QWidget* target = targets[number(1) % std::size(targets)];
-    QTest::keyClick(target ? target : m_window.get(), key);
+    QTest::keyClick(target ? target : window.get(), key);
 }
 
 void GestureWindow::chooseMode()
@@ -402,9 +331,28 @@ void GestureWindow::selectRow()
     if (!row || row->isSelected())
         return;
     tree()->setCurrentItem(row);
-    const QSet<int> selected = database().selectedIds().ids();
-    expect(selected == idsOf(*row),
-        QStringLiteral("the row selects %1 instead of %2").arg(textOf(selected), textOf(idsOf(*row))));
+    expectIds("the row selects ", database().selectedIds().ids(), idsOf(*row));
+}
+
+void GestureWindow::expandRow()
+{
+    if (QTreeWidgetItem* row = anyRow())
+        row->setExpanded(!row->isExpanded());
+}
+
+void GestureWindow::onRow(QEvent::Type type)
+{
+    QTreeWidgetItem* row = anyRow();
+    const QPoint middle = row ? tree()->visualItemRect(row).center() : QPoint();
+    if (row && tree()->isVisible() && tree()->viewport()->rect().contains(middle))
+        mouse(type, tree()->viewport(), middle);
+}
+
+void GestureWindow::openFilterMenu()
+{
+    QWidget* viewport = view()->viewport();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place(), viewport->mapToGlobal(place()));
+    QApplication::sendEvent(viewport, &event);
 }
 
 void GestureWindow::openRowMenu()
@@ -443,7 +391,7 @@ void GestureWindow::drag(bool isOver)
     QDropEvent drop(position, actions, &m_mimeData, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(viewport, &drop);
     m_isDragging = false;
-    expect(database().highlightedIds().isEmpty(), QStringLiteral("sites are lit after a drop"));
+    expect(database().highlightedIds().isEmpty(), "sites are lit after a drop");
 }
 
 void GestureWindow::leave()
@@ -469,28 +417,19 @@ void GestureWindow::elapse()
         return;
     const int resource = editor().engine().design().find(rows.first()->data(0, RESOURCENAME).toString());
     const std::vector<int> sites = resource >= 0 ? editor().engine().rules().sitesFor(resource) : std::vector<int>();
-    const QSet<int> expected(sites.begin(), sites.end());
-    expect(lit == expected, QStringLiteral("%1 are lit instead of %2").arg(textOf(lit), textOf(expected)));
-}
-
-void GestureWindow::run(const QString& command)
-{
-    Q_EMIT m_window->findChild<ConsoleDock*>()->commandEntered(command);
+    expectIds("lit are ", lit, QSet<int>(sites.begin(), sites.end()));
 }
 
 void GestureWindow::runAnyCommand()
 {
     const QString name = anyResource();
     const QString site = QString::number(anySite(editor().engine().design().find(name)));
-    const QStringList commands{QStringLiteral("zel_resource place -rsc {%1} -id %2"),
-        QStringLiteral("zel_resource place -rsc {%1} -id %2"), QStringLiteral("zel_resource reset -ip {%1}"),
-        QStringLiteral("zel_resource remove -ip {%1}"), QStringLiteral("undo"), QStringLiteral("redo"),
-        QStringLiteral("zel_project save"), QStringLiteral("zel_project refresh"), QStringLiteral("zel_view select %2"),
-        QStringLiteral("zel_view zoom %2"), QStringLiteral("zel_view fit"), QStringLiteral("zel_tree select -rsc {%1}"),
-        QStringLiteral("zel_tree expand"), QStringLiteral("zel_tree collapse"),
-        QStringLiteral("zel_tree where -rsc {%1}"),
-        QStringLiteral("zel_setting -id 8000000 -key CH0 -value {CORE CLOCK}"),
-        QStringLiteral("zel_resource configure -ip {%1} -key frequency -value 75")};
+    const QStringList commands{"zel_resource place -rsc {%1} -id %2", "zel_resource place -rsc {%1} -id %2",
+        "zel_resource reset -ip {%1}", "zel_resource remove -ip {%1}", "undo", "redo", "zel_project save",
+        "zel_project refresh", "zel_view select %2", "zel_view zoom %2", "zel_view fit", "zel_tree select -rsc {%1}",
+        "zel_tree expand", "zel_tree collapse", "zel_tree where -rsc {%1}",
+        "zel_setting -id 8000000 -key CH0 -value {CORE CLOCK}",
+        "zel_resource configure -ip {%1} -key frequency -value 75"};
     const QStringList removed = editor().engine().design().removedPaths();
     if (!removed.isEmpty() && number(2) % 8 == 0)
         run(QStringLiteral("zel_resource restore -ip {%1}").arg(pick(removed, number(1))));
@@ -502,7 +441,7 @@ void GestureWindow::runAnyCommand()
 void GestureWindow::triggerAction()
 {
     QList<QAction*> actions;
-    const QList<QAction*> all = m_window->findChildren<QAction*>();
+    const QList<QAction*> all = window->findChildren<QAction*>();
     for (QAction* action : all) {
         if (action->isEnabled() && !action->menu() && !action->text().endsWith(QLatin1String("..."))
             && !action->text().endsWith(QChar(0x2026)) && action->shortcut() != QKeySequence(QKeySequence::Quit))
@@ -513,18 +452,18 @@ void GestureWindow::triggerAction()
 
 void GestureWindow::find()
 {
-    auto* box = m_window->findChild<FindBox*>();
+    auto* box = window->findChild<FindBox*>();
     if (number(0) % 3 == 0) {
         QTest::keyClick(box, number(1) % 2 == 0 ? Qt::Key_Escape : Qt::Key_Return);
         return;
     }
-    const QStringList texts{QStringLiteral("pll"), QStringLiteral("lane"), QStringLiteral("x"), QStringLiteral("sgm")};
+    const QStringList texts{"pll", "lane", "x", "sgm"};
     QTest::keyClicks(box, pick(texts, number(1)));
 }
 
 void GestureWindow::moveDock()
 {
-    const QList<QDockWidget*> docks = m_window->findChildren<QDockWidget*>();
+    const QList<QDockWidget*> docks = window->findChildren<QDockWidget*>();
     QDockWidget* dock = pick(docks, number(0));
     auto* owner = qobject_cast<QMainWindow*>(dock->parentWidget());
     constexpr Qt::DockWidgetArea Areas[] = {Qt::LeftDockWidgetArea, Qt::RightDockWidgetArea, Qt::BottomDockWidgetArea};
@@ -536,16 +475,25 @@ void GestureWindow::moveDock()
         owner->addDockWidget(Areas[number(2) % std::size(Areas)], dock);
 }
 
+void GestureWindow::resize()
+{
+    window->resize(static_cast<int>(300 + number(0) % 900), static_cast<int>(250 + number(1) % 700));
+}
+
+void GestureWindow::hideAndShow()
+{
+    window->setVisible(false);
+    settle();
+    window->setVisible(true);
+}
+
 void GestureWindow::reopen()
 {
     if (m_isPressed)
         finishStroke();
-    QString error;
-    std::unique_ptr<ProjectSession> session = ProjectSession::open(m_project->path(), &error);
-    if (!session)
-        qFatal("%s", qPrintable(error));
-    m_session = session.get();
-    m_window->showSession(std::move(session));
+    auto opened = openSession(m_project->path());
+    session = opened.get();
+    window->showSession(std::move(opened));
     noteOpening();
 }
 
@@ -555,8 +503,15 @@ void GestureWindow::noteOpening()
     m_earliest = editor().undoStack().canUndo() ? m_saved : state();
 }
 
+void GestureWindow::renew()
+{
+    if (number(0) % 2 == 0)
+        takeEverythingBack();
+    open();
+}
+
 void GestureWindow::close()
 {
-    if (m_window->close())
+    if (window->close())
         open();
 }

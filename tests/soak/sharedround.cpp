@@ -3,97 +3,93 @@
 
 namespace soak {
 
-SharedRound::SharedRound(const SampleProject& project, const QString& script, const Plan& plan, Figures& figures)
-    : m_project(project)
-    , m_script(script)
-    , m_plan(plan)
-    , m_figures(figures)
-    , m_known{DesignModel(plan), {}}
-{ }
-
-Steps SharedRound::randomSteps(const Plan& plan, zeltest::Random& random)
+SharedRound::Knowledge SharedRound::nothingHappened() const
 {
-    Steps steps;
-    Commands commands(plan, random);
+    const DesignModel fresh(m_plan);
+    return {fresh, {View{fresh, 0}, View{fresh, 0}}};
+}
+
+QByteArrayList SharedRound::randomSteps(zeltest::Random& random)
+{
+    chooseFew(random);
+    QByteArrayList steps;
     for (int count = 20 + random.below(60); count > 0; --count) {
-        const int which = random.below(2);
+        const QByteArray which = QByteArray::number(random.below(2));
         const int kind = random.below(100);
         if (kind < 12)
-            steps.push_back({Step::Kind::Kill, {}, which});
+            steps.append("-- kill " + which);
         else if (kind < 25)
-            steps.push_back({Step::Kind::Together, commands.next() + '\n' + commands.next(), 0});
+            steps.append("-- both " + randomCommand(random) + " | " + randomCommand(random));
         else if (kind < 28)
-            steps.push_back({Step::Kind::Race, random.below(3) > 0 ? "zel_project save" : commands.next(), which});
+            steps.append("-- race " + which + ' '
+                + (random.below(3) > 0 ? QByteArray("zel_project save") : randomCommand(random)));
         else
-            steps.push_back({Step::Kind::Command, commands.next(), which});
+            steps.append(which + ' ' + randomCommand(random));
     }
     return steps;
 }
 
-QByteArray SharedRound::run(const Steps& steps)
+QByteArray SharedRound::run(const QByteArrayList& steps)
 {
+    const QByteArrayList restart{"-- kill 0", "-- kill 1"};
     m_programs = {};
     m_project.forgetWork();
-    const DesignModel fresh(m_plan);
-    m_known = {fresh, {{fresh, 0}, {fresh, 0}}};
+    m_known = nothingHappened();
     ++m_figures.rounds;
-    Steps all = steps;
-    all.insert(all.begin(), {{Step::Kind::Kill, {}, 0}, {Step::Kind::Kill, {}, 1}});
-    all.insert(all.end(), {{Step::Kind::Kill, {}, 0}, {Step::Kind::Kill, {}, 1}});
     QByteArray problem;
-    for (std::size_t i = 0; problem.isEmpty() && i < all.size(); ++i)
-        problem = make(all[i]);
+    for (const QByteArray& step : restart + steps + restart) {
+        if (problem.isEmpty())
+            problem = make(step);
+    }
     m_programs = {};
     return problem;
 }
 
-QByteArray SharedRound::make(const Step& step)
+QByteArray SharedRound::make(const QByteArray& step)
 {
-    switch (step.kind) {
-    case Step::Kind::Kill:
-        return open(step.number);
-    case Step::Kind::Together:
-        return together(step.command.split('\n'));
-    case Step::Kind::Race:
-        return race(step.command, step.number);
-    default:
-        return judge(step.number, step.command, m_programs[static_cast<std::size_t>(step.number)]->ask(step.command));
-    }
+    if (step.startsWith("-- both "))
+        return together({step.mid(8, step.indexOf(" | ") - 8), step.mid(step.indexOf(" | ") + 3)});
+    if (step.startsWith("-- race "))
+        return race(step.mid(10), step[8] == '1' ? 1 : 0);
+    if (step.startsWith("-- kill "))
+        return open(step[8] == '1' ? 1 : 0);
+    const std::size_t which = step[0] == '1' ? 1 : 0;
+    m_programs[which]->send(step.mid(2));
+    return judge(which, step.mid(2), m_programs[which]->line());
 }
 
-QByteArray SharedRound::open(int which)
+QByteArray SharedRound::open(std::size_t which)
 {
-    std::unique_ptr<SoakProgram>& program = m_programs[static_cast<std::size_t>(which)];
+    std::unique_ptr<BatchProgram>& program = m_programs[which];
     m_figures.kills += program ? 1 : 0;
     program.reset();
-    if (m_known.owner == which)
-        m_known.owner = -1;
-    program = std::make_unique<SoakProgram>(m_project.path(), m_script);
+    release(which);
+    program = newProgram();
     ++m_figures.states;
-    View& view = m_known.views[static_cast<std::size_t>(which)];
+    View& view = m_known.views[which];
     view = {m_known.truth, m_known.version};
     view.model.startAgain();
-    const QByteArray problem = view.model.compare(program->opened());
+    const QByteArray problem = view.model.compare(program->line().mid(6));
     return problem.isEmpty() ? problem : "opened again: " + problem + '\n' + program->errors();
 }
 
 // Either of the two may have been the first.
 QByteArray SharedRound::together(const QByteArrayList& commands)
 {
-    for (std::size_t i = 0; i < 2; ++i) {
-        m_programs[i]->send(commands[static_cast<int>(i)]);
-        m_programs[i]->flush();
-    }
-    const QByteArrayList answers{m_programs[0]->answer(), m_programs[1]->answer()};
+    m_programs[0]->send(commands[0]);
+    m_programs[1]->send(commands[1]);
+    const QByteArrayList answers{m_programs[0]->line(), m_programs[1]->line()};
     const Knowledge before = m_known;
     QByteArray problem;
     // The one may have been refused for the moment in which the other one looked whether it may change the project.
     m_isTogether = true;
     for (int first : {0, 1}) {
         m_known = before;
-        problem = judge(first, commands[first], answers[first]);
-        if (problem.isEmpty())
-            problem = judge(1 - first, commands[1 - first], answers[1 - first]);
+        problem.clear();
+        for (int which : {first, 1 - first}) {
+            if (problem.isEmpty())
+                problem = judge(static_cast<std::size_t>(which), commands[which], answers[which]);
+        }
         if (problem.isEmpty())
             break;
     }
@@ -103,24 +99,25 @@ QByteArray SharedRound::together(const QByteArrayList& commands)
 
 // A program reads the files while another one writes them. Whatever it has seen, it does not write it over what the
 // other one confirmed.
-QByteArray SharedRound::race(const QByteArray& command, int which)
+QByteArray SharedRound::race(const QByteArray& command, std::size_t which)
 {
-    SoakProgram& writer = *m_programs[static_cast<std::size_t>(which)];
-    std::unique_ptr<SoakProgram>& reader = m_programs[static_cast<std::size_t>(1 - which)];
-    if (m_known.owner == 1 - which)
+    if (isOwnedByOther(which))
         return {};
-    reader = std::make_unique<SoakProgram>(m_project.path(), m_script);
+    BatchProgram& writer = *m_programs[which];
+    std::unique_ptr<BatchProgram>& reader = m_programs[1 - which];
+    reader = newProgram();
     writer.send(command);
-    writer.flush();
-    const QByteArray problem = judge(which, command, writer.answer());
+    const QByteArray problem = judge(which, command, writer.line());
     if (!problem.isEmpty())
         return problem;
-    (void)reader->opened();
+    (void)reader->line();
     (void)writer.kill();
-    if (m_known.owner == which)
-        m_known.owner = -1;
     const QByteArray change = "zel_setting -id 8003000 -key TXPLL -value X25";
-    const bool isMade = reader->ask(change).startsWith("ok") && reader->ask("zel_project save").startsWith("ok");
+    bool isMade = true;
+    for (const QByteArray& later : {change, QByteArray("zel_project save")}) {
+        reader->send(later);
+        isMade = isMade && reader->line().startsWith("ok");
+    }
     if (isMade) {
         m_known.truth.startAgain();
         (void)m_known.truth.follow(change, "ok ");
@@ -132,44 +129,37 @@ QByteArray SharedRound::race(const QByteArray& command, int which)
     return other.isEmpty() ? open(which) : "after a race: " + other;
 }
 
-QByteArray SharedRound::judge(int which, const QByteArray& command, const QByteArray& answer)
+QByteArray SharedRound::judge(std::size_t which, const QByteArray& command, const QByteArray& answer)
 {
-    View& view = m_known.views[static_cast<std::size_t>(which)];
-    const QByteArray place = QByteArray::number(which) + ": " + command + ": ";
-    if (answer.startsWith("no "))
-        return judgeRefusal(which, command, answer);
-    const std::size_t before = view.model.kept().size();
-    const std::vector<State> seen = view.model.kept();
-    const QByteArray problem = answer.isEmpty() ? "it ended by itself" : view.model.follow(command, answer);
-    if (!problem.isEmpty())
-        return place + problem + " (" + answer + ')';
-    if (view.model.kept().size() == before && command != "zel_project save")
-        return {}; // no change
-    ++m_figures.confirmed;
-    if (m_known.owner == 1 - which)
-        return place + "accepted while the other program has the project";
-    if (m_known.owner < 0 && !(seen == m_known.truth.kept()))
-        return place + "accepted on top of a state that has passed";
-    m_known.owner = which;
-    m_known.truth = view.model;
-    view.version = ++m_known.version;
-    return {};
+    const QByteArray problem = answer.isEmpty() ? "it ended by itself" : objection(which, command, answer);
+    return problem.isEmpty() ? problem
+                             : QByteArray::number(int(which)) + ": " + command + ": " + problem + " (" + answer + ')';
 }
 
-QByteArray SharedRound::judgeRefusal(int which, const QByteArray& command, const QByteArray& answer)
+QByteArray SharedRound::objection(std::size_t which, const QByteArray& command, const QByteArray& answer)
 {
-    View& view = m_known.views[static_cast<std::size_t>(which)];
-    const QByteArray place = QByteArray::number(which) + ": " + command + ": ";
+    View& view = m_known.views[which];
     const bool isTaken = answer.contains("is being changed by another program");
     const bool isPassed = answer.contains("another program has changed the project");
     m_figures.refusals += isTaken || isPassed ? 1 : 0;
     if (isTaken)
-        return m_known.owner == 1 - which || m_isTogether ? QByteArray()
-                                                          : place + "refused although nobody has the project";
+        return isOwnedByOther(which) || m_isTogether ? "" : "refused although nobody has the project";
     if (isPassed)
-        return view.version != m_known.version ? QByteArray() : place + "refused although nobody has changed it";
+        return view.version != m_known.version ? "" : "refused although nobody has changed it";
+    const std::vector<State> seen = view.model.kept();
     const QByteArray problem = view.model.follow(command, answer);
-    return problem.isEmpty() ? problem : place + problem + " (" + answer + ')';
+    if (!problem.isEmpty() || answer.startsWith("no ")
+        || (view.model.kept().size() == seen.size() && command != "zel_project save"))
+        return problem; // no change
+    ++m_figures.confirmed;
+    if (isOwnedByOther(which))
+        return "accepted while the other program has the project";
+    if (m_known.owner < 0 && !(seen == m_known.truth.kept()))
+        return "accepted on top of a state that has passed";
+    m_known.owner = static_cast<int>(which);
+    m_known.truth = view.model;
+    view.version = ++m_known.version;
+    return {};
 }
 
 } // namespace soak

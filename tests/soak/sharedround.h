@@ -1,24 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/program/sampleproject.h"
-#include "tests/soak/soakprogram.h"
-#include "tests/soak/soaksteps.h"
+#include "tests/soak/round.h"
 
 #include <array>
-#include <memory>
 
 namespace soak {
 
-// Two programs on one project. The first that changes it has it until it ends; the other one may look.
-class SharedRound final
+// Two programs on one project. The first that changes it has it until it ends; the other one may look. A step begins
+// with the number of its program, or with two dashes:
+//   kill WHICH                    the program ends and is started again
+//   both COMMAND | COMMAND        at once
+//   race WHICH COMMAND            the other program opens the project meanwhile
+class SharedRound final : public Round
 {
 public:
-    SharedRound(const SampleProject& project, const QString& script, const Plan& plan, Figures& figures);
-
-    [[nodiscard]] static Steps randomSteps(const Plan& plan, zeltest::Random& random);
-
-    [[nodiscard]] QByteArray run(const Steps& steps);
+    [[nodiscard]] QByteArrayList randomSteps(zeltest::Random& random) override;
+    [[nodiscard]] QByteArray run(const QByteArrayList& steps) override;
 
 private:
     // What one may know while it stands, apart from the programs.
@@ -30,24 +28,23 @@ private:
     struct Knowledge
     {
         DesignModel truth; // what a program would read now
-        std::vector<View> views; // one for each program
+        std::array<View, 2> views; // one for each program
         int owner = -1;
         int version = 0; // grows with each change
     };
 
-    [[nodiscard]] QByteArray make(const Step& step);
-    [[nodiscard]] QByteArray open(int which);
+    [[nodiscard]] QByteArray make(const QByteArray& step);
+    [[nodiscard]] QByteArray open(std::size_t which);
     [[nodiscard]] QByteArray together(const QByteArrayList& commands);
-    [[nodiscard]] QByteArray race(const QByteArray& command, int which);
-    [[nodiscard]] QByteArray judge(int which, const QByteArray& command, const QByteArray& answer);
-    [[nodiscard]] QByteArray judgeRefusal(int which, const QByteArray& command, const QByteArray& answer);
+    [[nodiscard]] QByteArray race(const QByteArray& command, std::size_t which);
+    [[nodiscard]] QByteArray judge(std::size_t which, const QByteArray& command, const QByteArray& answer);
+    [[nodiscard]] QByteArray objection(std::size_t which, const QByteArray& command, const QByteArray& answer);
+    [[nodiscard]] bool isOwnedByOther(std::size_t which) const { return m_known.owner == static_cast<int>(1 - which); }
+    void release(std::size_t which) { m_known.owner = m_known.owner == static_cast<int>(which) ? -1 : m_known.owner; }
+    [[nodiscard]] Knowledge nothingHappened() const;
 
-    const SampleProject& m_project;
-    const QString m_script;
-    const Plan& m_plan;
-    Figures& m_figures;
-    std::array<std::unique_ptr<SoakProgram>, 2> m_programs;
-    Knowledge m_known;
+    std::array<std::unique_ptr<BatchProgram>, 2> m_programs;
+    Knowledge m_known{nothingHappened()};
     bool m_isTogether = false; // two commands are being judged that were sent at the same time
 };
 

@@ -15,13 +15,16 @@
 // seed and the shortest sequence found that leads to it, for --replay, and the status is 1. Built with
 // AddressSanitizer, each round of gestures must leave no leak; built without, the memory in use must stay level.
 #include "tests/soak/gesturewindow.h"
-#include "tests/soak/sequence.h"
+#include "tests/support/shortened.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFont>
+#include <QPixmapCache>
+#include <QProcess>
 #include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QTemporaryFile>
 
 #include <algorithm>
 #include <cstdio>
@@ -39,6 +42,9 @@ constexpr int RoundLength = 250; // gestures from one new project to the next
 constexpr int RunLength = 20'000; // gestures of one program
 constexpr int ShortForm = 12'000; // milliseconds
 constexpr int TimeToShorten = 180'000; // milliseconds
+constexpr int Grace = 120'000; // milliseconds that a program may take longer than it was told, before it hangs
+const QByteArray Step = "at ";
+const QByteArray Fault = "fault: ";
 
 // The first rounds fill caches of fonts, styles and pixmaps. After them the memory in use at the ends of rounds varied
 // by less than 0.3 MB in 20,000 gestures; a window that leaks is 5 MB.
@@ -79,13 +85,19 @@ QString growth(std::vector<double> memory)
 #else
     if (memory.size() < 3 * RoundsToWarmUp)
         return {};
+    const std::vector<double> inOrder = memory;
     const auto begin = memory.begin() + RoundsToWarmUp;
     const auto half = begin + (memory.end() - begin) / 2;
     const double before = middle(begin, half);
     const double after = middle(half, memory.end());
     std::printf("memory in use %.2f MB, later %.2f MB\n", before, after);
-    if (after - before > MostGrowth)
-        return QStringLiteral("the memory in use grows");
+    if (after - before <= MostGrowth)
+        return {};
+    std::printf("by round:");
+    for (const double megabytes : inOrder)
+        std::printf(" %.2f", megabytes);
+    std::printf("\n");
+    return QStringLiteral("the memory in use grows");
 #endif
     return {};
 }
@@ -99,30 +111,30 @@ QString leak()
     return {};
 }
 
-int replay(const Gestures& gestures, int milliseconds)
+int replay(const QByteArrayList& gestures, int milliseconds)
 {
     GestureWindow window;
     std::vector<double> memory;
     QElapsedTimer clock;
     clock.start();
     QString fault;
-    std::size_t done = 0;
-    for (; done < gestures.size() && fault.isEmpty(); ++done) {
-        const bool isBegin = gestures[done].kind == Gesture::Begin;
+    for (int done = 0; done < gestures.size() && fault.isEmpty(); ++done) {
+        const bool isBegin = gestures[done].startsWith("begin ");
         if (isBegin && milliseconds > 0 && clock.elapsed() > milliseconds)
             break;
         if (isBegin && done > 0) {
             fault = window.end();
             if (fault.isEmpty())
                 fault = leak();
+            QPixmapCache::clear(); // where Qt's style keeps what it painted for each size of a widget, up to 10 MB
             memory.push_back(memoryInUse());
         }
-        std::printf("at %zu\n", done + 1);
+        std::printf("%s%d\n", Step.constData(), done + 1);
         std::fflush(stdout);
         if (fault.isEmpty())
             fault = window.perform(gestures[done]);
         if (fault.isEmpty() && !firstWarning.isEmpty())
-            fault = QStringLiteral("warning: ") + firstWarning;
+            fault = "warning: " + firstWarning;
     }
     if (fault.isEmpty())
         fault = window.end();
@@ -131,7 +143,7 @@ int replay(const Gestures& gestures, int milliseconds)
     if (fault.isEmpty())
         fault = growth(memory);
     if (!fault.isEmpty())
-        std::printf("fault: %s\n", qPrintable(fault));
+        std::printf("%s%s\n", Fault.constData(), qPrintable(fault));
     return fault.isEmpty() ? 0 : 1;
 }
 
@@ -148,7 +160,53 @@ int replayFile(const QStringList& arguments)
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPixelSize(12);
     QApplication::setFont(font);
-    return replay(gesturesFrom(file.readAll()), arguments.value(3).toInt());
+    return replay(file.readAll().trimmed().split('\n'), arguments.value(3).toInt());
+}
+
+// What came of a list of gestures that a program of its own carried out.
+struct Outcome
+{
+    QByteArray fault; // empty: none
+    QByteArray output; // what the program said
+    int done = 0; // gestures, the one with the fault among them
+};
+
+// Runs this program on the gestures, for so many milliseconds at most.
+Outcome runApart(const QByteArrayList& gestures, int milliseconds)
+{
+    QTemporaryFile list;
+    if (!list.open() || list.write(gestures.join('\n')) < 0 || !list.flush())
+        return {"cannot write the list of gestures", {}, 0};
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(
+        QCoreApplication::applicationFilePath(), {"--replay", list.fileName(), QString::number(milliseconds)});
+    const bool hasEnded = process.waitForFinished(milliseconds + Grace);
+    if (!hasEnded) {
+        process.kill();
+        process.waitForFinished();
+    }
+    Outcome outcome;
+    const QByteArrayList lines = process.readAll().split('\n');
+    for (const QByteArray& line : lines) {
+        if (line.startsWith(Step))
+            outcome.done = line.mid(Step.size()).toInt();
+        else
+            outcome.output += line + '\n';
+        if (line.startsWith(Fault))
+            outcome.fault = line.mid(Fault.size());
+    }
+    if (!hasEnded)
+        outcome.fault = "hangs";
+    else if (outcome.fault.isEmpty() && (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0))
+        outcome.fault = "ends with " + QByteArray::number(process.exitCode());
+    return outcome;
+}
+
+QString withoutElements(const QByteArray& fault)
+{
+    static const QRegularExpression ids(QStringLiteral("[{0-9].*"));
+    return QString::fromUtf8(fault).remove(ids);
 }
 
 int soak()
@@ -161,20 +219,27 @@ int soak()
     const qint64 most = minutes > 0 ? static_cast<qint64>(minutes * 60'000) : count > 0 ? 24 * 3'600'000 : ShortForm;
     QElapsedTimer clock;
     clock.start();
-    std::size_t total = 0;
-    for (; clock.elapsed() < most && (count <= 0 || total < static_cast<std::size_t>(count)); ++seed) {
-        const int length = count > 0 ? std::min(RunLength, count - static_cast<int>(total)) : RunLength;
-        Gestures gestures = randomGestures(seed, length, RoundLength);
+    for (int total = 0; clock.elapsed() < most && (count <= 0 || total < count); ++seed) {
+        const int length = count > 0 ? std::min(RunLength, count - total) : RunLength;
+        const QByteArrayList gestures = GestureWindow::randomGestures(seed, length, RoundLength);
         const Outcome outcome = runApart(gestures, static_cast<int>(most - clock.elapsed()));
         total += outcome.done;
-        std::printf("seed %u: %zu gestures %s\n", seed, outcome.done, outcome.output.constData());
+        std::printf("seed %u: %d gestures %s\n", seed, outcome.done, outcome.output.trimmed().constData());
         std::fflush(stdout);
-        if (!outcome.fault.isEmpty()) {
-            gestures.resize(std::min(gestures.size(), outcome.done));
-            std::printf("%s\nThe shortest sequence found:\n", qPrintable(outcome.fault));
-            std::printf("%s", toText(shortened(gestures, outcome.fault, TimeToShorten)).constData());
-            return 1;
-        }
+        if (outcome.fault.isEmpty())
+            continue;
+        // A shorter sequence may meet another fault, or the same one with other elements.
+        const auto goesWrong = [&outcome](const QByteArrayList& fewer) {
+            return !fewer.isEmpty() && fewer.first().startsWith("begin ")
+                && withoutElements(runApart(fewer, TimeToShorten).fault) == withoutElements(outcome.fault);
+        };
+        // Mostly the last window alone is enough.
+        const QByteArrayList done = gestures.mid(0, outcome.done);
+        const QByteArrayList last = done.mid((outcome.done - 1) / RoundLength * RoundLength);
+        const QByteArrayList shortest = zeltest::shortened(goesWrong(last) ? last : done, goesWrong, TimeToShorten);
+        std::printf(
+            "%s\nThe shortest sequence found:\n%s\n", outcome.fault.constData(), shortest.join('\n').constData());
+        return 1;
     }
     return 0;
 }

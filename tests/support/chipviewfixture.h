@@ -10,13 +10,14 @@
 #include "resources/zeltree.h"
 #include "tests/support/drawing.h"
 #include "tests/support/fakeengine.h"
+#include "tests/support/testmain.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QGraphicsItem>
 #include <QImage>
 #include <QMouseEvent>
-#include <QPainter>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -67,6 +68,18 @@ public:
     static ZelGraphicsScene* scene() { return database()->getScene(nullptr); }
     static ZelGraphicsView* view() { return database()->getView(scene()); }
 
+    static ZelTree* tree() { return database()->getTree(nullptr); }
+
+    // The tree's row of a resource; null when there is none.
+    static QTreeWidgetItem* rowNamed(const char* resourceName)
+    {
+        for (QTreeWidgetItemIterator row(tree()); *row; ++row) {
+            if ((*row)->data(0, RESOURCENAME).toString() == QLatin1String(resourceName))
+                return *row;
+        }
+        return nullptr;
+    }
+
     // The item that was loaded as the nth, from 1; null when there is none.
     static QGraphicsItem* item(int loadNumber)
     {
@@ -116,12 +129,25 @@ public:
         mouse(QEvent::MouseButtonRelease, position);
     }
 
-    // Selects a top-level row of the tree, as a press on it would.
-    static void selectRow(int row)
+    // Where the scroll bars stand, and how far a step of each goes.
+    static QPoint scrolled() { return {view()->horizontalScrollBar()->value(), view()->verticalScrollBar()->value()}; }
+    static QPoint scrollStep()
     {
-        ZelTree* tree = database()->getTree(nullptr);
-        tree->setCurrentItem(tree->topLevelItem(row));
+        return {view()->horizontalScrollBar()->singleStep(), view()->verticalScrollBar()->singleStep()};
     }
+
+    // What of the scene the view shows.
+    static QRectF shownPart() { return view()->mapToScene(view()->viewport()->rect()).boundingRect(); }
+
+    // Fill colour of the element that was loaded as the nth.
+    static unsigned int fillOf(int loadNumber)
+    {
+        return *static_cast<unsigned int*>(
+            database()->getGraphicItemAttribute(loadNumber)->getAttribute(ATTR_FILL_COLOR));
+    }
+
+    // Selects a top-level row of the tree, as a press on it would.
+    static void selectRow(int row) { tree()->setCurrentItem(tree()->topLevelItem(row)); }
 
     static QSet<int> selected() { return database()->selectedIds().ids(); }
 

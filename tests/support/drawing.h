@@ -6,6 +6,7 @@
 #include <deque>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace zeltest {
@@ -16,18 +17,14 @@ class Drawing
 public:
     Drawing()
     {
-        parameter.width = 200;
-        parameter.height = 100;
+        setSize(200, 100);
         parameter.layerRanges = {{0, {0.0, 100.0}}};
     }
 
     zel_Rect& addRect(int id, double x, double y, double width, double height, unsigned int fill = 0x808080)
     {
         zel_Rect& rect = add<zel_Rect>(id);
-        rect.x = x;
-        rect.y = y;
-        rect.width = width;
-        rect.height = height;
+        std::tie(rect.x, rect.y, rect.width, rect.height) = std::tie(x, y, width, height);
         rect.fillColor = fill;
         return rect;
     }
@@ -35,10 +32,7 @@ public:
     zel_Line& addLine(int id, double x1, double y1, double x2, double y2, double width = 0.0)
     {
         zel_Line& line = add<zel_Line>(id);
-        line.x1 = x1;
-        line.y1 = y1;
-        line.x2 = x2;
-        line.y2 = y2;
+        std::tie(line.x1, line.y1, line.x2, line.y2) = std::tie(x1, y1, x2, y2);
         line.strokeWidth = width;
         return line;
     }
@@ -60,6 +54,12 @@ public:
         record.fontSize = fontSize;
         record.fontFamily = "DejaVu Sans";
         return record;
+    }
+
+    void setSize(double width, double height)
+    {
+        parameter.width = width;
+        parameter.height = height;
     }
 
     // A record of no known kind.

@@ -4,15 +4,26 @@
 #include "platform/contract/zelattributes.h"
 #include "platform/contract/zelchipdata.h"
 #include "platform/contract/zelchipengine.h"
+#include "platform/contract/zeltrace.h"
 #include "platform/contract/zeltreeviewcell.h"
 
 #include <deque>
 #include <map>
 #include <memory>
 #include <set>
+#include <tuple>
 #include <utility>
 
 namespace zeltest {
+
+// What is traced from now on to the end of the test function, as "function: text".
+inline const std::vector<std::string>& traceFromNowOn()
+{
+    static std::vector<std::string> lines;
+    lines.clear();
+    setDiagTraceSink([](const char* text, const char* place) { lines.push_back(std::string(place) + ": " + text); });
+    return lines;
+}
 
 class FakeAttributes final : public zelattributes
 {
@@ -35,10 +46,8 @@ public:
 
     void addRecord(unsigned int id, std::map<std::string, std::string> values)
     {
-        attributes.emplace_back();
-        attributes.back().values = std::move(values);
-        storage.push_back({id, &attributes.back()});
-        recordList.push_back(&storage.back());
+        attributes.emplace_back().values = std::move(values);
+        recordList.push_back(&storage.emplace_back(zelchiprecord{id, &attributes.back()}));
     }
 
     void clearRecords() { recordList.clear(); }
@@ -63,11 +72,7 @@ public:
     }
     std::vector<std::vector<std::string>> getResources() override { return usageRows; }
     std::vector<std::string> getResourceHeader() override { return usageHead; }
-    std::string getResourceSummary(const std::string* name) override
-    {
-        const auto found = summaries.find(*name);
-        return found != summaries.end() ? found->second : std::string();
-    }
+    std::string getResourceSummary(const std::string* name) override { return summaries[*name]; }
     int getResourceType(const std::string* name) override
     {
         const auto found = types.find(*name);
@@ -111,11 +116,8 @@ public:
     zeltreeviewcell* addCell(zeltreeviewcell* parent, const std::string& name, const std::string& type = "IP",
         const std::string& id = std::string())
     {
-        nodes.emplace_back();
-        Node& node = nodes.back();
-        node.name = name;
-        node.type = type;
-        node.id = id;
+        Node& node = nodes.emplace_back();
+        std::tie(node.name, node.type, node.id) = std::tie(name, type, id);
         node.cell.name = &node.name;
         node.cell.type = &node.type;
         node.cell.columns = &node.columns;
@@ -125,7 +127,8 @@ public:
             node.ids[0] = &node.id;
             node.cell.ids = &node.ids;
         }
-        (parent ? nodeOf(parent)->children : rootChildren).push_back(&node.cell);
+        auto* siblings = parent ? const_cast<std::vector<zeltreeviewcell*>*>(parent->children) : &rootChildren;
+        siblings->push_back(&node.cell);
         return &node.cell;
     }
 
@@ -173,15 +176,6 @@ private:
         std::map<int, const std::string*> ids;
         std::vector<zeltreeviewcell*> children;
     };
-
-    Node* nodeOf(const zeltreeviewcell* cell)
-    {
-        for (Node& node : nodes) {
-            if (&node.cell == cell)
-                return &node;
-        }
-        return nullptr;
-    }
 
     zeltreeviewcell root;
     std::map<int, const std::string*> noColumns;

@@ -8,9 +8,9 @@
 #include "platform/contract/zeltrace.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QFont>
 #include <QRegularExpression>
-#include <QTest>
 
 namespace zeltest {
 
@@ -30,6 +30,13 @@ void Test::cleanup()
     zelprogress::setCurrent(nullptr);
     zelproject::getInstance()->setFlowName({});
     MirnProjectManager::getProjectManager()->setProject(nullptr);
+}
+
+void writeFile(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush())
+        qFatal("cannot write %s", qPrintable(path));
 }
 
 int runTests(QObject* tests, int argc, char** argv)

@@ -2,6 +2,10 @@
 #pragma once
 
 #include <QObject>
+#include <QTest>
+
+#include <tuple>
+#include <vector>
 
 namespace zeltest {
 
@@ -14,7 +18,41 @@ class Test : public QObject
 protected Q_SLOTS:
     void init();
     void cleanup();
+
+protected:
+    // Makes the table of a test, with columns of these types. Each call is a row: its name, then a value per column.
+    template <typename... Values> class Rows
+    {
+    public:
+        Rows()
+        {
+            table<Values...>().clear();
+            QTest::addColumn<std::size_t>("row");
+        }
+        void operator()(const char* name, const Values&... values) const
+        {
+            QTest::newRow(name) << table<Values...>().size();
+            table<Values...>().emplace_back(values...);
+        }
+    };
+
+    // The values of the current row.
+    template <typename... Values> [[nodiscard]] static const std::tuple<Values...>& row()
+    {
+        QFETCH(std::size_t, row);
+        return table<Values...>()[row];
+    }
+
+private:
+    template <typename... Values> static std::vector<std::tuple<Values...>>& table()
+    {
+        static std::vector<std::tuple<Values...>> rows;
+        return rows;
+    }
 };
+
+// Writes a file anew; ends the program where that cannot be done.
+void writeFile(const QString& path, const QByteArray& content);
 
 // Runs the test object in an offscreen application with a pinned style and font.
 int runTests(QObject* tests, int argc, char** argv);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/svg/drawing.h"
 
+#include "tests/support/testmain.h"
+
 #include <QFile>
 #include <QStringList>
 
@@ -24,6 +26,11 @@ namespace {
     return QStringLiteral("#%1").arg(rgb, 6, 16, QLatin1Char('0'));
 }
 
+[[nodiscard]] QString fill(unsigned int rgb)
+{
+    return rgb == 0 ? QString() : QLatin1Char(' ') + color(rgb);
+}
+
 } // namespace
 
 TestDrawing TestDrawing::fromFile(const QByteArray& content)
@@ -31,11 +38,9 @@ TestDrawing TestDrawing::fromFile(const QByteArray& content)
     TestDrawing drawing;
     drawing.m_folder = std::make_unique<QTemporaryDir>();
     drawing.m_parser = std::make_unique<SVGParser>();
-    drawing.m_path = QFile::encodeName(drawing.m_folder->filePath(QStringLiteral("drawing.svg")));
-    QFile file(QFile::decodeName(drawing.m_path));
-    if (file.open(QIODevice::WriteOnly))
-        file.write(content);
-    file.close();
+    const QString path = drawing.m_folder->filePath(QStringLiteral("drawing.svg"));
+    zeltest::writeFile(path, content);
+    drawing.m_path = QFile::encodeName(path);
     drawing.m_isRead = drawing.m_parser->loadSVGElements(drawing.m_path.toStdString(), {});
     return drawing;
 }
@@ -44,7 +49,7 @@ TestDrawing TestDrawing::fromBody(const QByteArray& body)
 {
     return fromFile("<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' "
                     "xmlns:tovanel='urn:tovanel:chip-drawing' width='100' height='100'>\n"
-        + body + "\n</svg>");
+        + QByteArray(body).replace("<R", "<rect width='1' height='1'").replace("</R", "</rect") + "\n</svg>");
 }
 
 QString TestDrawing::records() const
@@ -77,22 +82,30 @@ QString describe(const zel_SingleGraphItem* item)
                 number(line->strokeWidth));
     }
     if (const auto* rect = dynamic_cast<const zel_Rect*>(item)) {
-        const QString border = rect->strokeWidth > 0.0
-            ? QStringLiteral(" %1 %2").arg(color(rect->strokeColor), number(rect->strokeWidth))
-            : QString();
-        return QStringLiteral("rect %1 %2x%3 %4%5")
-            .arg(point(rect->x, rect->y), number(rect->width), number(rect->height), color(rect->fillColor), border);
+        const QString place
+            = QStringLiteral("rect %1 %2x%3").arg(point(rect->x, rect->y), number(rect->width), number(rect->height));
+        const QString shape = place == QStringLiteral("rect 0,0 1x1") ? QStringLiteral("R") : place;
+        if (!(rect->strokeWidth > 0.0))
+            return shape + fill(rect->fillColor);
+        return QStringLiteral("%1 %2 %3 %4")
+            .arg(shape, color(rect->fillColor), color(rect->strokeColor), number(rect->strokeWidth));
     }
     if (const auto* polygon = dynamic_cast<const zel_Polygon*>(item)) {
-        QString text = QStringLiteral("polygon %1").arg(color(polygon->fillColor));
+        QString text = QStringLiteral("polygon") + fill(polygon->fillColor);
         for (const zel_Point& corner : polygon->points)
             text += QLatin1Char(' ') + point(corner.x, corner.y);
         return text;
     }
     if (const auto* text = dynamic_cast<const zel_Text*>(item)) {
         const QString turn = text->rotation != 0 ? QStringLiteral(" turned %1").arg(text->rotation) : QString();
-        return QStringLiteral("text '%1' %2 %3%4")
-            .arg(QString::fromLatin1(text->text.c_str()), point(text->x, text->y), color(text->fillColor), turn);
+        return QStringLiteral("text '%1' %2%3%4")
+            .arg(QString::fromLatin1(text->text.c_str()), point(text->x, text->y), fill(text->fillColor), turn);
     }
     return QStringLiteral("unknown");
+}
+
+QString recordsOf(const QByteArray& body)
+{
+    const TestDrawing drawing = TestDrawing::fromBody(body);
+    return drawing.isRead() ? drawing.records() : drawing.error();
 }

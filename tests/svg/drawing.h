@@ -11,14 +11,16 @@
 //   line 0,0 10,0 #ff0000 1        from, to, colour, width
 //   rect 1,2 3x4 #ff0000 #0000ff 1 corner, size, fill, and the border if there is one
 //   polygon #ff0000 0,0 1,0 1,1    fill, corners
-//   text 'A' 1,2 #000000 turned 90 text, place, colour, and the rotation if there is one
-// Numbers are rounded to three digits behind the point.
+//   text 'A' 1,2 #ff0000 turned 90 text, place, colour, and the rotation if there is one
+//   R #ff0000                      a rect 0,0 1x1
+// Black is left out where it stands alone: shapes and texts are filled with it unless they say something else. Numbers
+// are rounded to three digits behind the point.
 class TestDrawing
 {
 public:
     // The whole file.
     static TestDrawing fromFile(const QByteArray& content);
-    // What stands within a root element of 100 x 100, with the namespaces declared.
+    // What stands within a root element of 100 x 100, with the namespaces declared; <R is a rect of 1 x 1.
     static TestDrawing fromBody(const QByteArray& body);
 
     [[nodiscard]] bool isRead() const { return m_isRead; }
@@ -49,3 +51,6 @@ private:
 };
 
 [[nodiscard]] QString describe(const zel_SingleGraphItem* item);
+
+// The records of a drawing from such a body; the error where it cannot be read.
+[[nodiscard]] QString recordsOf(const QByteArray& body);

@@ -5,280 +5,241 @@
 #include "tests/svg/gzipped.h"
 
 #include <QFile>
-#include <QTest>
 
 class TestSvgErrors : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void saysWhatAndWhere_data();
-    void saysWhatAndWhere();
-    void keepsWhatCameBefore_data();
-    void keepsWhatCameBefore();
-    void reportsWhatCannotBeOpened_data();
-    void reportsWhatCannotBeOpened();
-    void survivesEveryTruncation();
-    void readsNoOtherFile();
-    void recoversWithTheNextDrawing();
-    void givesNothingWhenCancelled_data();
-    void givesNothingWhenCancelled();
-};
-
-void TestSvgErrors::saysWhatAndWhere_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QString>("begin"); // of the message, without the file name
-    const auto row = [](const char* name, const QByteArray& file, const QByteArray& begin) {
-        QTest::newRow(name) << file << QString::fromUtf8(begin);
-    };
-    row("empty", "", ":1:1: found the end of the file, expected an <svg> element");
-    row("plain text", "hello", ":1:1: found something else than XML");
-    row("a picture", QByteArray("\x89PNG\r\n\x1a\n\0\0\0", 11), ":1:1: found bytes that are no XML text");
-    row("HTML", "<!DOCTYPE html>\n<html><body/></html>", ":2:1: found the element <html>, expected <svg>");
-    row("an svg of something else", "<svg xmlns='urn:x'/>", ":1:1: found the element <svg> of another namespace");
-    row("truncated in a tag", "<svg>\n <rect wid", ":2:2: found an unfinished tag");
-    row("truncated between tags", "<svg>\n <g>\n", ":3:1: found the end of the file, expected");
-    row("a wrong end tag", "<svg>\n <g></svg>", ":2:7: found an end tag that belongs to no open element");
-    row("an attribute twice", "<svg>\n<g id='a' id='b'/></svg>", ":2:11: found an attribute for the second time");
-    row("something behind the drawing", "<svg/>\n<g/>", ":2:1: found text or a tag after the end of the drawing");
-    row("bytes that are no UTF-8", "<svg>\n<text>\xFF\xFE</text></svg>", ":2:7: found bytes that are no XML text");
-    row("a control character", "<svg>\n<text>\x01</text></svg>", ":2:7: found bytes that are no XML text");
-    const QByteArray packed = gzipped("<svg>\n<rect width='1' height='1'/></svg>");
-    row("compressed, with a damaged end", packed.left(packed.size() - 8) + QByteArray(8, 'x'),
-        ":2:35: at byte " + QByteArray::number(packed.size() - 4) + " of the compressed file: found damaged data");
-    row("compressed, with something behind it", packed + QByteArray("\0\0x", 3),
-        ":2:35: at byte " + QByteArray::number(packed.size() + 2) + " of the compressed file: found something behind");
-    row("compressed in another way", "\x1F\x9D\x90<svg/>",
-        ":1:1: at byte 2 of the compressed file: found damaged data");
-    row("an unknown encoding", "<?xml version='1.0' encoding='EBCDIC-XX'?><svg/>", ":1:31: found an encoding");
-    row("an unknown entity", "<svg>\n &foo;</svg>",
-        ":2:2: found an entity that is not defined, expected one of this file or of XML; it is \"&foo;\"");
-    row("an entity of a foreign file", "<!DOCTYPE svg [<!ENTITY f SYSTEM '/etc/passwd'>]>\n<svg>&f;</svg>",
-        ":2:6: found an entity that stands for another file");
-    row("an entity within itself", "<!DOCTYPE svg [<!ENTITY a '&b;'><!ENTITY b '&a;'>]>\n<svg><text>&a;</text></svg>",
-        ":2:12: found an entity that contains itself");
-    row("a number without end", "<svg>\n<rect width='1e999' height='1'/></svg>",
-        ":2:7: found the number \"1e999\", expected one between -1e9 and 1e9");
-    row("a number that is none by name", "<svg><rect width='nan' height='1'/></svg>",
-        ":1:12: found the number \"nan\"");
-    row("an absurd number", "<svg><path d='M0 0L2000000000 0' stroke='red'/></svg>",
-        ":1:12: found the number \"2000000000\"");
-    row("in the third line of a tag kept with others",
-        "<svg><use href='#x'/>\r\n<rect y='1'\r\n \xC3\xA4='\xC3\xA4' width='inf'/></svg>",
-        ":3:8: found the number \"inf\"");
-    row("an attribute without quotes", "<svg>\n<rect\n y='1' x=5/></svg>",
-        ":3:8: found x=5 without quotes, expected x=\"5\"");
-    row("an attribute without quotes behind a byte order mark", "\xEF\xBB\xBF<svg x=5/>", ":1:6: found x=5 without");
-    row("an attribute without a value", "<svg><rect x width='1'/></svg>",
-        ":1:12: found x without a value, expected x=");
-    row("attributes without a blank", "<svg><rect x=\"1\"y=\"2\"/></svg>",
-        ":1:17: found y directly behind the value of x, expected a blank between attributes");
-    row("a quote that is missing", "<svg><rect x='1 y='2'/>", ":1:20: found \"2\" directly behind the value of x");
-    row("a quote that is missing at the end", "<svg><rect x='1/>\n<g/></svg>",
-        ":1:12: found < in the value of x, expected the quote that ends it");
-    row("something else in a tag", "<svg><g ?></svg>",
-        ":1:9: found \"?\" in the tag <g>, expected an attribute, > or />");
-    row("something else in an end tag", "<svg><g></g a></svg>", ":1:13: found \"a\" in the end tag </g>, expected >");
-    row("an ampersand alone", "<svg><text>a & b</text></svg>",
-        ":1:14: found \"& b\", expected an entity: & begins an entity; write &amp;");
-    row("an ampersand alone in a value", "<svg>\n<g id='a&b'/></svg>",
-        ":2:9: found \"&b\" in the value of id, expected an entity: & begins an entity; write &amp;");
-    row("an ampersand alone in an entity", "<!DOCTYPE svg [<!ENTITY e 'a & b'>]><svg/>",
-        ":1:30: found \"& b\", expected an entity");
-    const QString wide = QChar(0xFEFF) + QString::fromUtf8("<svg>\n\xC3\xA4\xF0\x9F\x98\x80 \xC3\xA4& b</svg>");
-    row("an ampersand alone in UTF-16", QByteArray(reinterpret_cast<const char*>(wide.utf16()), wide.size() * 2),
-        ":2:5: found \"& b\"");
-    row("an ampersand alone in another encoding", "<?xml version='1.0' encoding='windows-1252'?><svg>\x80& \x80</svg>",
-        ":1:52: found \"& \xE2\x82\xAC\"");
-    row("a less-than sign alone", "<svg><text>a < b</text></svg>",
-        ":1:14: found \"< b\", expected a tag: < begins a tag; write &lt;");
-    row("two hyphens in a comment", "<svg>\n<!--\na--b\n--></svg>",
-        ":3:2: found -- within a comment, expected --> or a single -");
-    row("the end of character data in a text", "<svg>a]]>b</svg>", ":1:7: found ]]> in a text, expected ]]&gt;");
-    row("a byte that windows-1252 has not", "<?xml version='1.0' encoding='windows-1252'?><svg>\x81</svg>",
-        ":1:51: found bytes that are no XML text");
-    row("absurd by its transform", "<svg>\n<g transform='scale(1e6)'><rect width='1e6' height='1'/></g></svg>",
-        ":2:27: found an element that lies beyond 1e9");
-    row("an outline absurd by its transform", "<svg><g transform='scale(1e6)'><circle r='1e6'/></g></svg>",
-        ":1:32: found an outline that reaches beyond 1e9");
-    row("transforms that multiply", "<svg>" + QByteArray("<g transform='scale(1e5)'>").repeated(200), ":1:");
-    row("nested too deep", "<svg>" + QByteArray("<g>\n").repeated(300), ":256:1: found elements nested too deep");
-    row("nested too deep with something foreign", "<svg>" + QByteArray("<x>\n").repeated(300),
-        ":256:1: found elements nested too deep");
-    row("a text absurd by its transform", "<svg><g transform='scale(1e8)'>\n<text font-size='99'>a</text></g></svg>",
-        ":2:23: found a stroke or a text that is larger than 1e9");
-    QByteArray spaces = "<svg";
-    for (int i = 0; i < 1001; ++i)
-        spaces += " xmlns:n" + QByteArray::number(i) + "='urn:x'";
-    row("namespaces without end", spaces + "/>", ":1:1: found more than 1000 declarations of namespaces");
-    QByteArray bomb = "<!DOCTYPE svg [<!ENTITY e0 'haha'>";
-    for (int i = 1; i < 12; ++i) {
-        bomb += "<!ENTITY e" + QByteArray::number(i) + " '" + ("&e" + QByteArray::number(i - 1) + ";").repeated(10)
-            + "'>";
-    }
-    row("entities that multiply in a text", bomb + "]>\n<svg><text>&e11;</text></svg>",
-        ":2:12: found entities that expand");
-    row("entities that multiply in an attribute", bomb + "]>\n<svg><rect id='&e11;'/></svg>",
-        ":2:6: found entities that expand");
-}
-
-void TestSvgErrors::saysWhatAndWhere()
-{
-    QFETCH(QByteArray, file);
-    QFETCH(QString, begin);
-    const auto drawing = TestDrawing::fromFile(file);
-    QVERIFY(!drawing.isRead());
-    QVERIFY2(drawing.error().startsWith(begin), qPrintable(drawing.error()));
-    QVERIFY2(drawing.error().size() < 300, qPrintable(drawing.error()));
-    QVERIFY(drawing.parser().getSVGParameter().width > 0);
-}
-
-void TestSvgErrors::keepsWhatCameBefore_data()
-{
-    QTest::addColumn<QByteArray>("mistake");
-    QTest::addColumn<QString>("place");
-    const QByteArray use = "<use href='#r'/>"; // such a drawing is read in another way
-    for (const QByteArray& start : {QByteArray(), use}) {
-        const char* kind = start.isEmpty() ? "followed: " : "kept: ";
-        const auto row = [&](const char* name, const char* mistake, const char* place) {
-            QTest::newRow(qPrintable(QLatin1String(kind) + QLatin1String(name)))
-                << start + "\n  " + mistake << QString::fromLatin1(place);
+    void saysWhatAndWhere_data()
+    {
+        // The file, and how the message begins, without the file name.
+        const Rows<QByteArray, QString> row;
+        const auto in = [&row](const char* name, const QByteArray& body, const char* begin) {
+            row(name, "<svg>" + body + "</svg>", begin);
         };
+        row("empty", "", ":1:1: found the end of the file, expected an <svg> element");
+        row("plain text", "hello", ":1:1: found something else than XML");
+        row("a picture", QByteArray("\x89PNG\r\n\x1a\n\0\0\0", 11), ":1:1: found bytes that are no XML text");
+        row("HTML", "<!DOCTYPE html>\n<html><body/></html>", ":2:1: found the element <html>, expected <svg>");
+        row("an svg of something else", "<svg xmlns='urn:x'/>", ":1:1: found the element <svg> of another namespace");
+        row("truncated in a tag", "<svg>\n <rect wid", ":2:2: found an unfinished tag");
+        row("truncated between tags", "<svg>\n <g>\n", ":3:1: found the end of the file, expected");
+        in("a wrong end tag", "\n <g>", ":2:7: found an end tag that belongs to no open element");
+        in("an attribute twice", "\n<g id='a' id='b'/>", ":2:11: found an attribute for the second time");
+        row("something behind the drawing", "<svg/>\n<g/>", ":2:1: found text or a tag after the end of the drawing");
+        in("bytes that are no UTF-8", "\n<text>\xFF\xFE</text>", ":2:7: found bytes that are no XML text");
+        in("a control character", "\n<text>\x01</text>", ":2:7: found bytes that are no XML text");
+        const QByteArray packed = gzipped("<svg>\n<rect width='1' height='1'/></svg>");
+        row("compressed, with a damaged end", packed.left(packed.size() - 8) + QByteArray(8, 'x'),
+            ":2:35: at byte " + QByteArray::number(packed.size() - 4) + " of the compressed file: found damaged data");
+        row("compressed, with something behind it", packed + QByteArray("\0\0x", 3),
+            ":2:35: at byte " + QByteArray::number(packed.size() + 2)
+                + " of the compressed file: found something behind");
+        row("compressed in another way", "\x1F\x9D\x90<svg/>",
+            ":1:1: at byte 2 of the compressed file: found damaged data");
+        row("an unknown encoding", "<?xml version='1.0' encoding='EBCDIC-XX'?><svg/>", ":1:31: found an encoding");
+        in("an unknown entity", "\n &foo;",
+            ":2:2: found an entity that is not defined, expected one of this file or of XML; it is \"&foo;\"");
+        row("an entity of a foreign file", "<!DOCTYPE svg [<!ENTITY f SYSTEM '/etc/passwd'>]>\n<svg>&f;</svg>",
+            ":2:6: found an entity that stands for another file");
+        row("an entity within itself",
+            "<!DOCTYPE svg [<!ENTITY a '&b;'><!ENTITY b '&a;'>]>\n<svg><text>&a;</text></svg>",
+            ":2:12: found an entity that contains itself");
+        in("a number without end", "\n<rect width='1e999' height='1'/>",
+            ":2:7: found the number \"1e999\", expected one between -1e9 and 1e9");
+        in("a number that is none by name", "<rect width='nan' height='1'/>", ":1:12: found the number \"nan\"");
+        in("an absurd number", "<path d='M0 0L2000000000 0' stroke='red'/>", ":1:12: found the number \"2000000000\"");
+        in("in the third line of a tag kept with others",
+            "<use href='#x'/>\r\n<rect y='1'\r\n \xC3\xA4='\xC3\xA4' width='inf'/>", ":3:8: found the number \"inf\"");
+        in("an attribute without quotes", "\n<rect\n y='1' x=5/>", ":3:8: found x=5 without quotes, expected x=\"5\"");
+        row("an attribute without quotes behind a byte order mark", "\xEF\xBB\xBF<svg x=5/>",
+            ":1:6: found x=5 without");
+        in("an attribute without a value", "<rect x width='1'/>", ":1:12: found x without a value, expected x=");
+        in("attributes without a blank", "<rect x=\"1\"y=\"2\"/>",
+            ":1:17: found y directly behind the value of x, expected a blank between attributes");
+        row("a quote that is missing", "<svg><rect x='1 y='2'/>", ":1:20: found \"2\" directly behind the value of x");
+        in("a quote that is missing at the end", "<rect x='1/>\n<g/>",
+            ":1:12: found < in the value of x, expected the quote that ends it");
+        in("something else in a tag", "<g ?>", ":1:9: found \"?\" in the tag <g>, expected an attribute, > or />");
+        in("something else in an end tag", "<g></g a>", ":1:13: found \"a\" in the end tag </g>, expected >");
+        in("an ampersand alone", "<text>a & b</text>",
+            ":1:14: found \"& b\", expected an entity: & begins an entity; write &amp;");
+        in("an ampersand alone in a value", "\n<g id='a&b'/>",
+            ":2:9: found \"&b\" in the value of id, expected an entity: & begins an entity; write &amp;");
+        row("an ampersand alone in an entity", "<!DOCTYPE svg [<!ENTITY e 'a & b'>]><svg/>",
+            ":1:30: found \"& b\", expected an entity");
+        const QString wide = QChar(0xFEFF) + QString::fromUtf8("<svg>\n\xC3\xA4\xF0\x9F\x98\x80 \xC3\xA4& b</svg>");
+        row("an ampersand alone in UTF-16", QByteArray(reinterpret_cast<const char*>(wide.utf16()), wide.size() * 2),
+            ":2:5: found \"& b\"");
+        row("an ampersand alone in another encoding",
+            "<?xml version='1.0' encoding='windows-1252'?><svg>\x80& \x80</svg>", ":1:52: found \"& \xE2\x82\xAC\"");
+        in("a less-than sign alone", "<text>a < b</text>",
+            ":1:14: found \"< b\", expected a tag: < begins a tag; write &lt;");
+        in("two hyphens in a comment", "\n<!--\na--b\n-->",
+            ":3:2: found -- within a comment, expected --> or a single -");
+        in("the end of character data in a text", "a]]>b", ":1:7: found ]]> in a text, expected ]]&gt;");
+        row("a byte that windows-1252 has not", "<?xml version='1.0' encoding='windows-1252'?><svg>\x81</svg>",
+            ":1:51: found bytes that are no XML text");
+        in("absurd by its transform", "\n<g transform='scale(1e6)'><rect width='1e6' height='1'/></g>",
+            ":2:27: found an element that lies beyond 1e9");
+        in("an outline absurd by its transform", "<g transform='scale(1e6)'><circle r='1e6'/></g>",
+            ":1:32: found an outline that reaches beyond 1e9");
+        row("transforms that multiply", "<svg>" + QByteArray("<g transform='scale(1e5)'>").repeated(200), ":1:");
+        row("nested too deep", "<svg>" + QByteArray("<g>\n").repeated(300), ":256:1: found elements nested too deep");
+        row("nested too deep with something foreign", "<svg>" + QByteArray("<x>\n").repeated(300),
+            ":256:1: found elements nested too deep");
+        in("a text absurd by its transform", "<g transform='scale(1e8)'>\n<text font-size='99'>a</text></g>",
+            ":2:23: found a stroke or a text that is larger than 1e9");
+        QByteArray spaces = "<svg";
+        for (int i = 0; i < 1001; ++i)
+            spaces += " xmlns:n" + QByteArray::number(i) + "='urn:x'";
+        row("namespaces without end", spaces + "/>", ":1:1: found more than 1000 declarations of namespaces");
+        QByteArray bomb = "<!DOCTYPE svg [<!ENTITY e0 'haha'>";
+        for (int i = 1; i < 12; ++i) {
+            bomb += "<!ENTITY e" + QByteArray::number(i) + " '" + ("&e" + QByteArray::number(i - 1) + ";").repeated(10)
+                + "'>";
+        }
+        row("entities that multiply in a text", bomb + "]>\n<svg><text>&e11;</text></svg>",
+            ":2:12: found entities that expand");
+        row("entities that multiply in an attribute", bomb + "]>\n<svg><rect id='&e11;'/></svg>",
+            ":2:6: found entities that expand");
+    }
+
+    void saysWhatAndWhere()
+    {
+        const auto [file, begin] = row<QByteArray, QString>();
+        const auto drawing = TestDrawing::fromFile(file);
+        QVERIFY(!drawing.isRead());
+        QVERIFY2(drawing.error().startsWith(begin), qPrintable(drawing.error()));
+        QVERIFY2(drawing.error().size() < 300, qPrintable(drawing.error()));
+        QVERIFY(drawing.parser().getSVGParameter().width > 0);
+    }
+
+    void keepsWhatCameBefore_data()
+    {
+        const Rows<QByteArray, QString> row;
         row("a mistake in the XML", "<rect width=>", ":3:9: found width= without a value");
         row("a mistake in the drawing", "<rect width='1' height='1' tovanel:layer='x'/>", ":3:30: ");
         row("truncated", "<re", ":3:3: ");
     }
-}
 
-void TestSvgErrors::keepsWhatCameBefore()
-{
-    QFETCH(QByteArray, mistake);
-    QFETCH(QString, place);
-    const auto drawing
-        = TestDrawing::fromFile("<svg width='30' height='40'>\n<rect id='r' width='1' height='1'/>" + mistake);
-    QVERIFY(!drawing.isRead());
-    QVERIFY2(drawing.error().startsWith(place), qPrintable(drawing.error()));
-    QCOMPARE(static_cast<int>(drawing.items().size()), mistake.startsWith("<use") ? 2 : 1);
-    QCOMPARE(drawing.parser().getSVGParameter().height, 40.0);
-    QCOMPARE(drawing.parser().getSVGParameter().layerRanges.size(), std::size_t(1));
-}
-
-void TestSvgErrors::reportsWhatCannotBeOpened_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("missing") << "missing.svg"
-                             << "the file cannot be opened: No such file or directory";
-    QTest::newRow("a folder") << "."
-                              << "found a folder, expected an SVG file";
-    QTest::newRow("a device") << "/dev/null"
-                              << "found something else than a file, expected an SVG file";
-    QTest::newRow("no name") << ""
-                             << "the file cannot be opened: No such file or directory";
-}
-
-void TestSvgErrors::reportsWhatCannotBeOpened()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, reason);
-    QTemporaryDir folder;
-    const bool isRelative = !name.isEmpty() && !name.startsWith(QLatin1Char('/'));
-    const std::string path = (isRelative ? folder.filePath(name) : name).toStdString();
-    SVGParser parser;
-    QVERIFY(!parser.loadSVGElements(path, {}));
-    QCOMPARE(QString::fromStdString(parser.errorString()), QString::fromStdString(path) + ": " + reason);
-    QVERIFY(parser.getGraphicItems().empty());
-}
-
-void TestSvgErrors::survivesEveryTruncation()
-{
-    const QByteArray whole
-        = "<?xml version='1.0'?><!DOCTYPE svg [<!ENTITY c 'red'>]><svg viewBox='0 0 9 9'><style>.a{fill:&c;}"
-          "</style><g class='a'><title>t</title><path d='M0 0a1 1 0 0 1 2 2z'/><text x='1 2'>\xC3\xA4"
-          "b"
-          "<![CDATA[<]]></text></g><use href='#x'/></svg>";
-    for (int length = 0; length < whole.size(); ++length) {
-        const auto drawing = TestDrawing::fromFile(whole.left(length));
-        QVERIFY2(!drawing.isRead(), qPrintable(QString::number(length)));
-        QVERIFY2(drawing.error().startsWith(QLatin1String(":1:")), qPrintable(drawing.error()));
-    }
-    QVERIFY(TestDrawing::fromFile(whole).isRead());
-    const QByteArray packed = gzipped(whole);
-    for (int length = 1; length < packed.size(); ++length) {
-        const auto drawing = TestDrawing::fromFile(packed.left(length));
-        QVERIFY2(!drawing.isRead(), qPrintable(QString::number(length)));
-        const QString where = QStringLiteral("at byte %1 of the compressed file: found the end").arg(length);
-        QVERIFY2(drawing.error().contains(where), qPrintable(drawing.error()));
-    }
-}
-
-void TestSvgErrors::readsNoOtherFile()
-{
-    QTemporaryDir folder;
-    QFile other(folder.filePath(QStringLiteral("other.dtd")));
-    QVERIFY(other.open(QIODevice::WriteOnly));
-    other.write("<!ENTITY e 'from the other file'>");
-    other.close();
-    const auto drawing = TestDrawing::fromFile("<!DOCTYPE svg SYSTEM '" + QFile::encodeName(other.fileName())
-        + "'>\n<svg><rect width='1' height='1'/><text>&e;</text></svg>");
-    QVERIFY(!drawing.isRead());
-    QCOMPARE(drawing.error(), QStringLiteral(":2:40: found the entity \"e\", expected one that this file defines"));
-    QCOMPARE(drawing.records(), QStringLiteral("rect 0,0 1x1 #000000"));
-}
-
-void TestSvgErrors::recoversWithTheNextDrawing()
-{
-    QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("good.svg")));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("<svg><rect width='1' height='1'/></svg>");
-    file.close();
-    SVGParser parser;
-    QVERIFY(!parser.loadSVGElements("/nowhere/bad.svg", {}));
-    QVERIFY(parser.loadSVGElements(file.fileName().toStdString(), {}));
-    QCOMPARE(parser.errorString(), std::string());
-    QCOMPARE(parser.getGraphicItems().size(), std::size_t(1));
-    QVERIFY(!parser.loadSVGElements("/nowhere/bad.svg", {}));
-    QVERIFY(parser.getGraphicItems().empty());
-}
-
-void TestSvgErrors::givesNothingWhenCancelled_data()
-{
-    QTest::addColumn<QByteArray>("start");
-    QTest::addColumn<double>("share");
-    for (const auto& [share, when] :
-        {std::pair(0.0, "at once"), std::pair(0.3, "on the way"), std::pair(1.0, "late")}) {
-        QTest::newRow(qPrintable(QStringLiteral("followed: %1").arg(QLatin1String(when)))) << QByteArray() << share;
-        // The last step that reports a share near 1 is then one of drawing what was read.
-        QTest::newRow(qPrintable(QStringLiteral("kept: %1").arg(QLatin1String(when))))
-            << QByteArray("<use href='#none'/>") << share * 0.98;
-    }
-}
-
-void TestSvgErrors::givesNothingWhenCancelled()
-{
-    QFETCH(QByteArray, start);
-    QFETCH(double, share);
-    QTemporaryDir folder;
-    const std::string path = folder.filePath(QStringLiteral("large.svg")).toStdString();
-    const std::string workingPath = folder.filePath(QStringLiteral("zelsvg.temp")).toStdString();
-    QFile file(QString::fromStdString(path));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("<svg>" + start + QByteArray("<rect width='1' height='1'/>").repeated(40'000) + "</svg>");
-    file.close();
-    SVGParser parser;
+    void keepsWhatCameBefore()
     {
-        const zeltest::CancellingProgress progress(zelprogress::READING_DRAWING, share);
-        QVERIFY(!parser.loadSVGElements(path, workingPath));
-        QVERIFY(progress.isCancelled());
-        QVERIFY(!parser.loadSVGElements(path, workingPath));
+        const auto [mistake, place] = row<QByteArray, QString>();
+        for (const QByteArray use : {"", "<use href='#r'/>"}) { // with one, a drawing is read in another way
+            const auto drawing = TestDrawing::fromFile(
+                "<svg width='30' height='40'>\n<rect id='r' width='1' height='1'/>" + use + "\n  " + mistake);
+            QVERIFY(!drawing.isRead());
+            QVERIFY2(drawing.error().startsWith(place), qPrintable(drawing.error()));
+            QCOMPARE(static_cast<int>(drawing.items().size()), use.isEmpty() ? 1 : 2);
+            QCOMPARE(drawing.parser().getSVGParameter().height, 40.0);
+            QCOMPARE(drawing.parser().getSVGParameter().layerRanges.size(), std::size_t(1));
+        }
     }
-    QCOMPARE(parser.errorString(), path + ": reading it was cancelled");
-    QCOMPARE(parser.graphicItemCount(), std::size_t(0));
-    QVERIFY(!QFile::exists(QString::fromStdString(workingPath)));
-    QVERIFY(parser.loadSVGElements(path, workingPath));
-    QCOMPARE(parser.graphicItemCount(), std::size_t(40'000));
-}
+
+    void reportsWhatCannotBeOpened_data()
+    {
+        const Rows<QString, QString> row;
+        row("missing", "missing.svg", "the file cannot be opened: No such file or directory");
+        row("a folder", ".", "found a folder, expected an SVG file");
+        row("a device", "/dev/null", "found something else than a file, expected an SVG file");
+        row("no name", "", "the file cannot be opened: No such file or directory");
+    }
+
+    void reportsWhatCannotBeOpened()
+    {
+        const auto [name, reason] = row<QString, QString>();
+        QTemporaryDir folder;
+        const bool isRelative = !name.isEmpty() && !name.startsWith(QLatin1Char('/'));
+        const std::string path = (isRelative ? folder.filePath(name) : name).toStdString();
+        SVGParser parser;
+        QVERIFY(!parser.loadSVGElements(path, {}));
+        QCOMPARE(QString::fromStdString(parser.errorString()), QString::fromStdString(path) + ": " + reason);
+        QVERIFY(parser.getGraphicItems().empty());
+    }
+
+    void survivesEveryTruncation()
+    {
+        const QByteArray whole = "<?xml version='1.0'?><!DOCTYPE svg [<!ENTITY c 'red'>]><svg viewBox='0 0 9 "
+                                 "9'><style>.a{fill:&c;}</style><g class='a'><title>t</title><path d='M0 0a1 1 0 0 1 2 "
+                                 "2z'/><text x='1 2'>\xC3\xA4"
+                                 "b"
+                                 "<![CDATA[<]]></text></g><use href='#x'/></svg>";
+        for (int length = 0; length < whole.size(); ++length) {
+            const auto drawing = TestDrawing::fromFile(whole.left(length));
+            QVERIFY2(!drawing.isRead(), qPrintable(QString::number(length)));
+            QVERIFY2(drawing.error().startsWith(QLatin1String(":1:")), qPrintable(drawing.error()));
+        }
+        QVERIFY(TestDrawing::fromFile(whole).isRead());
+        const QByteArray packed = gzipped(whole);
+        for (int length = 1; length < packed.size(); ++length) {
+            const auto drawing = TestDrawing::fromFile(packed.left(length));
+            QVERIFY2(!drawing.isRead(), qPrintable(QString::number(length)));
+            const QString where = QStringLiteral("at byte %1 of the compressed file: found the end").arg(length);
+            QVERIFY2(drawing.error().contains(where), qPrintable(drawing.error()));
+        }
+    }
+
+    void readsNoOtherFile()
+    {
+        QTemporaryDir folder;
+        const QString other = folder.filePath(QStringLiteral("other.dtd"));
+        zeltest::writeFile(other, "<!ENTITY e 'from the other file'>");
+        const auto drawing = TestDrawing::fromFile("<!DOCTYPE svg SYSTEM '" + QFile::encodeName(other)
+            + "'>\n<svg><rect width='1' height='1'/><text>&e;</text></svg>");
+        QVERIFY(!drawing.isRead());
+        QCOMPARE(drawing.error(), QStringLiteral(":2:40: found the entity \"e\", expected one that this file defines"));
+        QCOMPARE(drawing.records(), QStringLiteral("R"));
+    }
+
+    void recoversWithTheNextDrawing()
+    {
+        QTemporaryDir folder;
+        const QString good = folder.filePath(QStringLiteral("good.svg"));
+        zeltest::writeFile(good, "<svg><rect width='1' height='1'/></svg>");
+        SVGParser parser;
+        QVERIFY(!parser.loadSVGElements("/nowhere/bad.svg", {}));
+        QVERIFY(parser.loadSVGElements(good.toStdString(), {}));
+        QCOMPARE(parser.errorString(), std::string());
+        QCOMPARE(parser.getGraphicItems().size(), std::size_t(1));
+        QVERIFY(!parser.loadSVGElements("/nowhere/bad.svg", {}));
+        QVERIFY(parser.getGraphicItems().empty());
+    }
+
+    void givesNothingWhenCancelled_data()
+    {
+        const Rows<QByteArray, double> row;
+        row("at once", "", 0.0);
+        row("on the way", "", 0.3);
+        row("late", "", 1.0);
+        // The last step that reports a share near 1 is then one of drawing what was read.
+        row("kept: at once", "<use href='#none'/>", 0.0);
+        row("kept: on the way", "<use href='#none'/>", 0.3);
+        row("kept: late", "<use href='#none'/>", 0.98);
+    }
+
+    void givesNothingWhenCancelled()
+    {
+        const auto [start, share] = row<QByteArray, double>();
+        QTemporaryDir folder;
+        const std::string path = folder.filePath(QStringLiteral("large.svg")).toStdString();
+        const std::string workingPath = folder.filePath(QStringLiteral("zelsvg.temp")).toStdString();
+        zeltest::writeFile(QString::fromStdString(path),
+            "<svg>" + start + QByteArray("<rect width='1' height='1'/>").repeated(40'000) + "</svg>");
+        SVGParser parser;
+        {
+            const zeltest::CancellingProgress progress(zelprogress::READING_DRAWING, share);
+            QVERIFY(!parser.loadSVGElements(path, workingPath));
+            QVERIFY(progress.isCancelled());
+            QVERIFY(!parser.loadSVGElements(path, workingPath));
+        }
+        QCOMPARE(parser.errorString(), path + ": reading it was cancelled");
+        QCOMPARE(parser.graphicItemCount(), std::size_t(0));
+        QVERIFY(!QFile::exists(QString::fromStdString(workingPath)));
+        QVERIFY(parser.loadSVGElements(path, workingPath));
+        QCOMPARE(parser.graphicItemCount(), std::size_t(40'000));
+    }
+};
 
 ZEL_TEST_MAIN(TestSvgErrors)
 #include "tst_svgerrors.moc"

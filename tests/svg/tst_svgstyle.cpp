@@ -2,241 +2,171 @@
 #include "tests/support/testmain.h"
 #include "tests/svg/drawing.h"
 
-#include <QTest>
-
 // Which colour and which stroke a shape ends up with.
 class TestSvgStyle : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void readsColors_data();
-    void readsColors();
-    void cascades_data();
-    void cascades();
-    void hides_data();
-    void hides();
-    void warnsOncePerKind_data();
-    void warnsOncePerKind();
+    void readsColors()
+    {
+        const std::pair<QByteArray, QString> colors[] = {{"#1aF", "#11aaff"}, {"#12aBf0", "#12abf0"},
+            {"#0008", "#777777"}, {"#00000080", "#7f7f7f"}, {"CornflowerBlue", "#6495ed"}, {"yellowgreen", "#9acd32"},
+            {"aliceblue", "#f0f8ff"}, {"rgb(1,2,3)", "#010203"}, {"rgb( 100%, 50% ,0% )", "#ff8000"},
+            {"rgb(300,-5,0)", "#ff0000"}, {"rgba(0,0,0,0.5)", "#808080"}, {"rgb(0 0 0 / 50%)", "#808080"},
+            {"hsl(120,100%,25%)", "#008000"}, {"hsl(-240 100% 50%)", "#00ff00"},
+            {"hsla(0.5turn, 100%, 50%, 1)", "#00ffff"}, {"currentColor", "#0000ff"}, {"url(#nothing) red", "#ff0000"},
+            {"RGB(" + QByteArray(200, ' ') + "1,2,3)", "#010203"},
+            // What is no colour leaves the inherited one.
+            {"#12", "#008000"}, {"#gggggg", "#008000"}, {"rgb(1,2)", "#008000"}, {"nocolour", "#008000"},
+            {"rgb(1e999,0,0)", "#008000"}};
+        for (const auto& [color, fill] : colors) {
+            const QString records = recordsOf("<g fill='green' color='blue'><R fill='" + color + "'/></g>");
+            QVERIFY2(records == "R " + fill, color + ": " + records.toUtf8());
+        }
+    }
+
+    void cascades_data()
+    {
+        const Rows<QByteArray, QString> row;
+        row("the default is black without a stroke", "<R/>", "R");
+        row("a group's style is inherited", "<g fill='red' style='stroke:blue'><R/></g>", "R #ff0000 #0000ff 1");
+        row("the style attribute outweighs the attribute", "<R fill='red' style='fill:blue'/>", "R #0000ff");
+        row("a rule outweighs the attribute", "<style>rect{fill:blue}</style><R fill='red'/>", "R #0000ff");
+        row("the style attribute outweighs a rule", "<style>#a{fill:blue}</style><R id='a' style='fill:red'/>",
+            "R #ff0000");
+        row("an important rule outweighs the style attribute",
+            "<style>rect{fill:blue ! important}</style><R style='fill:red'/>", "R #0000ff");
+        row("id outweighs class outweighs type, whatever the order",
+            "<style>#i{fill:red}.c{fill:green;stroke:lime}rect{fill:blue;stroke:navy;stroke-width:3}</style><rect "
+            "id='i' class='b c' width='1' height='1'/>",
+            "R #ff0000 #00ff00 3");
+        row("of two alike the later counts", "<style>.a{fill:red}.b{fill:blue}</style><R class='b a'/>", "R #0000ff");
+        row("a sheet at the end of the drawing", "<R class='a'/><style>.a{fill:red}</style>", "R #ff0000");
+        row("descendants, children and compounds",
+            "<style>.p rect{fill:red} .p>rect{stroke:blue} g.p.q #z{stroke-width:2}</style><g class='q p'><R/><g><rect "
+            "id='z' width='2' height='2'/></g></g>",
+            "R #ff0000 #0000ff 1; rect 0,0 2x2 #ff0000");
+        row("groups, comments and unknown rules",
+            "<style>/* a { */ circle, .a , rect:hover {fill:red} @media print{.a{fill:blue}} .a[b]{fill:blue} <!-- "
+            "--></style><R class='a'/>",
+            "R #ff0000");
+        row("a semicolon in quotes ends nothing", "<R style='font-family:\"a;b\";fill:red'/>", "R #ff0000");
+        row("inherit takes what the parent has",
+            "<g stroke='red' stroke-width='2'><g stroke='blue'><R "
+            "style='stroke:inherit;stroke-width:initial'/></g></g>",
+            "R #000000 #0000ff 1");
+        row("opacities multiply and blend with white",
+            "<g opacity='0.5'><R fill='black' fill-opacity='50%' stroke='red'/></g>", "R #bfbfbf #ff8080 1");
+        row("currentColor is that of the element, not of the group",
+            "<g fill='currentColor' color='red'><R color='blue'/></g>", "R #0000ff");
+        row("a gradient is its middle, through a chain and a rule",
+            "<style>.s{stop-color:#ff0}</style><R fill='url(\"#b\")'/><linearGradient id='a'><stop/><stop class='s' "
+            "offset='25%' stop-opacity='.5'/><stop offset='.75' stop-color='red'/><stop "
+            "offset='1'/></linearGradient><radialGradient id='b' xlink:href='#a'/>",
+            "R #ffa040");
+        row("a gradient with all stops on one side is the nearest",
+            "<linearGradient id='a'><stop offset='.6' stop-color='red'/><stop "
+            "offset='1'/></linearGradient><linearGradient id='b'><stop/><stop offset='.1' "
+            "stop-color='lime'/></linearGradient><R fill='url(#a)'/><R fill='url(#b)'/>",
+            "R #ff0000; R #00ff00");
+        row("a gradient without stops leaves it to the fallback",
+            "<linearGradient id='a'/><R fill='url(#a) red' stroke='url(#a)'/>", "R #ff0000");
+        row("comments in a style", "<R style='/* a */ fill:red;/* b:c; */ font-family:\"/*\";stroke:/**/blue/*'/>",
+            "R #ff0000 #0000ff 1");
+        row("sheets in another language and for another medium",
+            "<style type=' TEXT/CSS; charset=utf-8' media='print, Screen'>rect{fill:blue}</style><style "
+            "type='text/less'>rect{fill:red}</style><style media='print, tty'>rect{stroke:red}</style><R/>",
+            "R #0000ff");
+        row("opacities with a unit are none", "<g fill-opacity='.5'><R opacity='.1mm' fill-opacity='0.2x'/></g>",
+            "R #808080");
+        row("a pattern is nothing", "<pattern id='p'/><R fill='url(#p) red' stroke='red'/>",
+            "line 0,0 1,0 #ff0000 1; line 1,0 1,1 #ff0000 1; line 1,1 0,1 #ff0000 1; line 0,1 0,0 #ff0000 1");
+        row("widths in units",
+            "<g font-size='10'><line x2='1in' stroke='red' stroke-width='.5em'/><line x2='2ex' stroke='red' "
+            "stroke-width='1pc'/><line x2='50%' y2='25.4mm' stroke='red' stroke-width='1%'/></g>",
+            "line 0,0 96,0 #ff0000 5; line 0,0 10,0 #ff0000 16; line 0,0 50,96 #ff0000 1");
+        row("a negative width is no width", "<line x2='1' stroke='red' stroke-width='-2'/>", "line 0,0 1,0 #ff0000 1");
+    }
+
+    void cascades()
+    {
+        const auto [body, records] = row<QByteArray, QString>();
+        QCOMPARE(recordsOf(body), records);
+    }
+
+    void hides_data()
+    {
+        const Rows<QByteArray, int> row;
+        row("display none, with all below", "<g display='none'><g display='inline'><R/></g></g>", 0);
+        row("a hidden group with a visible child", "<g visibility='hidden'><R/><R visibility='visible'/></g>", 1);
+        row("no paint at all", "<R fill='none'/>", 0);
+        row("fully transparent", "<R opacity='0' stroke='red'/>", 0);
+        row("transparent fill keeps its stroke", "<R fill='transparent' stroke='red'/>", 4);
+        row("a rect without an area", "<rect width='0' height='1'/><rect width='1' height='-1'/><rect/>", 0);
+        row("what stands in a shape", "<rect width='2' height='2'><R/><g><text>A</text></g></rect>", 1);
+        row("ellipses with one or two negative radii",
+            "<ellipse rx='-1' ry='2'/><ellipse rx='2' ry='-1'/><ellipse rx='-1'/><circle r='-1'/>", 2);
+        row("what only others refer to",
+            "<defs><R/></defs><symbol><R/></symbol><clipPath><R/></clipPath><marker><R/></marker>", 0);
+        row("elements of other programs",
+            "<x:g xmlns:x='urn:x'><R/></x:g><unknown><R/></unknown><g xmlns:x='urn:x' x:display='none'><R/></g>", 1);
+    }
+
+    void hides()
+    {
+        const auto [body, count] = row<QByteArray, int>();
+        const auto drawing = TestDrawing::fromBody(body);
+        QCOMPARE(drawing.error(), QString());
+        QCOMPARE(static_cast<int>(drawing.items().size()), count);
+    }
+
+    void warnsOncePerKind_data()
+    {
+        const Rows<QByteArray, QString> add;
+        const auto row = [&add](const QByteArray& body, const char* w) { add(body.constData(), body + body, w); };
+        row("<image/>\n<g mask='url(#m)'/><g mask='url(#m)' filter='none'/>",
+            "line 2: pictures are not drawn; line 3: masks are left out");
+        for (const char* size : {"<line x2='1' stroke='red' stroke-width='-2'/>", "<circle r='-1'/>",
+                 "<rect width='-1'/>", "<R rx='-1'/>", "<ellipse rx='1' ry='-2'/>", "<text font-size='-3'>A</text>",
+                 "<g opacity='0.1mm'/>", "<g stroke-opacity='.5%x'/>", "<svg width='-1'/>"})
+            row(size, "line 2: numbers that cannot be read or may not be negative are left out");
+        for (const char* style : {"font-weight:bold", "font-weight:700", "font:bold 12px Arial"})
+            row(QByteArray("<g style='") + style + "'><text>A</text></g>", "line 2: bold letters are drawn plain");
+        for (const char* style : {"font-style:oblique 20deg", "font:italic small 9px Arial"})
+            row(QByteArray("<text style='") + style + "'>A</text>", "line 2: italic letters are drawn upright");
+        row("<text text-decoration='underline'>A</text>", "line 2: lines under, over and through texts are not drawn");
+        for (const char* style : {"letter-spacing:2", "word-spacing:-.1em"})
+            row(QByteArray("<text style='") + style + "'>A</text>",
+                "line 2: the spacing of letters and words is left out");
+        for (const char* style : {"tb", "vertical-rl", "sideways-lr"})
+            row(QByteArray("<text writing-mode='") + style + "'>A</text>",
+                "line 2: vertical texts are drawn horizontally");
+        for (const char* attribute : {"rotate='9'", "textLength='9'", "direction='rtl'", "baseline-shift='super'",
+                 "font-variant='small-caps'", "font-stretch='50%'", "text-transform='uppercase'"})
+            row(QByteArray("<text ") + attribute + ">A</text>",
+                "line 2: turned, raised, stretched, converted and right-to-left letters are drawn plain");
+        row("<g font-weight='bold' font-style='italic' letter-spacing='2' writing-mode='tb'><text font-weight='400' "
+            "font-style='normal' letter-spacing='0px' writing-mode='lr-tb' word-spacing='normal' direction='ltr' "
+            "text-decoration='none' baseline-shift='baseline' font-variant='normal'>A</text><rect/></g>",
+            "");
+        for (const char* body :
+            {"<svg x='5' width='5' height='5'><rect width='5' height='6'/></svg>",
+                "<svg x='5' width='5' height='5'><g transform='translate(-1)'><line x2='2' stroke='red'/></g></svg>",
+                "<svg width='5' height='5'><svg width='9' height='9'><path d='M6 1h1v1z'/></svg></svg>",
+                "<symbol id='s' viewBox='0 0 9 9'><text x='10'>A</text></symbol><use href='#s' width='9' height='9'/>"})
+            row(body, "line 2: what reaches beyond nested drawings and symbols is not cut off");
+        row("<svg x='5' width='5' height='5'><rect width='5' height='5'/></svg><rect width='50' height='50'/><svg "
+            "width='5' height='5' overflow='visible'><rect width='9' height='9'/></svg>",
+            "");
+    }
+
+    void warnsOncePerKind()
+    {
+        const auto [body, warnings] = row<QByteArray, QString>();
+        const auto drawing = TestDrawing::fromBody(body);
+        QCOMPARE(drawing.warnings() + drawing.error(), warnings);
+    }
 };
-
-void TestSvgStyle::readsColors_data()
-{
-    QTest::addColumn<QByteArray>("color");
-    QTest::addColumn<QString>("fill");
-    const auto row = [](const char* color, const char* fill) {
-        QTest::newRow(color) << QByteArray(color) << QString::fromLatin1(fill);
-    };
-    row("#1aF", "#11aaff");
-    row("#12aBf0", "#12abf0");
-    row("#0008", "#777777");
-    row("#00000080", "#7f7f7f");
-    row("CornflowerBlue", "#6495ed");
-    row("yellowgreen", "#9acd32");
-    row("aliceblue", "#f0f8ff");
-    row("rgb(1,2,3)", "#010203");
-    row("rgb( 100%, 50% ,0% )", "#ff8000");
-    row("rgb(300,-5,0)", "#ff0000");
-    row("rgba(0,0,0,0.5)", "#808080");
-    row("rgb(0 0 0 / 50%)", "#808080");
-    row("hsl(120,100%,25%)", "#008000");
-    row("hsl(-240 100% 50%)", "#00ff00");
-    row("hsla(0.5turn, 100%, 50%, 1)", "#00ffff");
-    row("currentColor", "#0000ff");
-    row("url(#nothing) red", "#ff0000");
-    QTest::newRow("a long text") << "RGB(" + QByteArray(200, ' ') + "1,2,3)" << QStringLiteral("#010203");
-    // What is no colour leaves the inherited one.
-    row("#12", "#008000");
-    row("#gggggg", "#008000");
-    row("rgb(1,2)", "#008000");
-    row("nocolour", "#008000");
-    row("rgb(1e999,0,0)", "#008000");
-}
-
-void TestSvgStyle::readsColors()
-{
-    QFETCH(QByteArray, color);
-    QFETCH(QString, fill);
-    const auto drawing
-        = TestDrawing::fromBody("<g fill='green' color='blue'><rect width='1' height='1' fill='" + color + "'/></g>");
-    QVERIFY2(drawing.isRead(), qPrintable(drawing.error()));
-    QCOMPARE(drawing.records(), "rect 0,0 1x1 " + fill);
-}
-
-void TestSvgStyle::cascades_data()
-{
-    QTest::addColumn<QByteArray>("body");
-    QTest::addColumn<QString>("records");
-    const auto row = [](const char* name, const char* body, const char* records) {
-        QTest::newRow(name) << QByteArray(body) << QString::fromLatin1(records);
-    };
-    row("the default is black without a stroke", "<rect width='1' height='1'/>", "rect 0,0 1x1 #000000");
-    row("a group's style is inherited", "<g fill='red' style='stroke:blue'><rect width='1' height='1'/></g>",
-        "rect 0,0 1x1 #ff0000 #0000ff 1");
-    row("the style attribute outweighs the attribute", "<rect width='1' height='1' fill='red' style='fill:blue'/>",
-        "rect 0,0 1x1 #0000ff");
-    row("a rule outweighs the attribute", "<style>rect{fill:blue}</style><rect width='1' height='1' fill='red'/>",
-        "rect 0,0 1x1 #0000ff");
-    row("the style attribute outweighs a rule",
-        "<style>#a{fill:blue}</style><rect id='a' width='1' height='1' style='fill:red'/>", "rect 0,0 1x1 #ff0000");
-    row("an important rule outweighs the style attribute",
-        "<style>rect{fill:blue ! important}</style><rect width='1' height='1' style='fill:red'/>",
-        "rect 0,0 1x1 #0000ff");
-    row("id outweighs class outweighs type, whatever the order",
-        "<style>#i{fill:red}.c{fill:green;stroke:lime}rect{fill:blue;stroke:navy;stroke-width:3}</style>"
-        "<rect id='i' class='b c' width='1' height='1'/>",
-        "rect 0,0 1x1 #ff0000 #00ff00 3");
-    row("of two alike the later counts",
-        "<style>.a{fill:red}.b{fill:blue}</style><rect class='b a' width='1' height='1'/>", "rect 0,0 1x1 #0000ff");
-    row("a sheet at the end of the drawing", "<rect class='a' width='1' height='1'/><style>.a{fill:red}</style>",
-        "rect 0,0 1x1 #ff0000");
-    row("descendants, children and compounds",
-        "<style>.p rect{fill:red} .p>rect{stroke:blue} g.p.q #z{stroke-width:2}</style>"
-        "<g class='q p'><rect width='1' height='1'/><g><rect id='z' width='2' height='2'/></g></g>",
-        "rect 0,0 1x1 #ff0000 #0000ff 1; rect 0,0 2x2 #ff0000");
-    row("groups, comments and unknown rules",
-        "<style>/* a { */ circle, .a , rect:hover {fill:red} @media print{.a{fill:blue}} .a[b]{fill:blue} <!-- "
-        "--></style>"
-        "<rect class='a' width='1' height='1'/>",
-        "rect 0,0 1x1 #ff0000");
-    row("a semicolon in quotes ends nothing", "<rect width='1' height='1' style='font-family:\"a;b\";fill:red'/>",
-        "rect 0,0 1x1 #ff0000");
-    row("inherit takes what the parent has",
-        "<g stroke='red' stroke-width='2'><g stroke='blue'><rect width='1' height='1' "
-        "style='stroke:inherit;stroke-width:initial'/></g></g>",
-        "rect 0,0 1x1 #000000 #0000ff 1");
-    row("opacities multiply and blend with white",
-        "<g opacity='0.5'><rect width='1' height='1' fill='black' fill-opacity='50%' stroke='red'/></g>",
-        "rect 0,0 1x1 #bfbfbf #ff8080 1");
-    row("currentColor is that of the element, not of the group",
-        "<g fill='currentColor' color='red'><rect width='1' height='1' color='blue'/></g>", "rect 0,0 1x1 #0000ff");
-    row("a gradient is its middle, through a chain and a rule",
-        "<style>.s{stop-color:#ff0}</style><rect width='1' height='1' fill='url(\"#b\")'/>"
-        "<linearGradient id='a'><stop/><stop class='s' offset='25%' stop-opacity='.5'/>"
-        "<stop offset='.75' stop-color='red'/><stop offset='1'/></linearGradient>"
-        "<radialGradient id='b' xlink:href='#a'/>",
-        "rect 0,0 1x1 #ffa040");
-    row("a gradient with all stops on one side is the nearest",
-        "<linearGradient id='a'><stop offset='.6' stop-color='red'/><stop offset='1'/></linearGradient>"
-        "<linearGradient id='b'><stop/><stop offset='.1' stop-color='lime'/></linearGradient>"
-        "<rect width='1' height='1' fill='url(#a)'/><rect width='1' height='1' fill='url(#b)'/>",
-        "rect 0,0 1x1 #ff0000; rect 0,0 1x1 #00ff00");
-    row("a gradient without stops leaves it to the fallback",
-        "<linearGradient id='a'/><rect width='1' height='1' fill='url(#a) red' stroke='url(#a)'/>",
-        "rect 0,0 1x1 #ff0000");
-    row("comments in a style",
-        "<rect width='1' height='1' style='/* a */ fill:red;/* b:c; */ font-family:\"/*\";stroke:/**/blue/*'/>",
-        "rect 0,0 1x1 #ff0000 #0000ff 1");
-    row("sheets in another language and for another medium",
-        "<style type=' TEXT/CSS; charset=utf-8' media='print, Screen'>rect{fill:blue}</style>"
-        "<style type='text/less'>rect{fill:red}</style><style media='print, tty'>rect{stroke:red}</style>"
-        "<rect width='1' height='1'/>",
-        "rect 0,0 1x1 #0000ff");
-    row("opacities with a unit are none",
-        "<g fill-opacity='.5'><rect width='1' height='1' opacity='.1mm' fill-opacity='0.2x'/></g>",
-        "rect 0,0 1x1 #808080");
-    row("a pattern is nothing", "<pattern id='p'/><rect width='1' height='1' fill='url(#p) red' stroke='red'/>",
-        "line 0,0 1,0 #ff0000 1; line 1,0 1,1 #ff0000 1; line 1,1 0,1 #ff0000 1; line 0,1 0,0 #ff0000 1");
-    row("widths in units",
-        "<g font-size='10'><line x2='1in' stroke='red' stroke-width='.5em'/><line x2='2ex' "
-        "stroke='red' stroke-width='1pc'/><line x2='50%' y2='25.4mm' stroke='red' stroke-width='1%'/></g>",
-        "line 0,0 96,0 #ff0000 5; line 0,0 10,0 #ff0000 16; line 0,0 50,96 #ff0000 1");
-    row("a negative width is no width", "<line x2='1' stroke='red' stroke-width='-2'/>", "line 0,0 1,0 #ff0000 1");
-}
-
-void TestSvgStyle::cascades()
-{
-    QFETCH(QByteArray, body);
-    QFETCH(QString, records);
-    const auto drawing = TestDrawing::fromBody(body);
-    QVERIFY2(drawing.isRead(), qPrintable(drawing.error()));
-    QCOMPARE(drawing.records(), records);
-}
-
-void TestSvgStyle::hides_data()
-{
-    QTest::addColumn<QByteArray>("body");
-    QTest::addColumn<int>("count");
-    const auto row
-        = [](const char* name, const char* body, int count) { QTest::newRow(name) << QByteArray(body) << count; };
-    row("display none, with all below", "<g display='none'><g display='inline'><rect width='1' height='1'/></g></g>",
-        0);
-    row("a hidden group with a visible child",
-        "<g visibility='hidden'><rect width='1' height='1'/><rect width='1' height='1' visibility='visible'/></g>", 1);
-    row("no paint at all", "<rect width='1' height='1' fill='none'/>", 0);
-    row("fully transparent", "<rect width='1' height='1' opacity='0' stroke='red'/>", 0);
-    row("transparent fill keeps its stroke", "<rect width='1' height='1' fill='transparent' stroke='red'/>", 4);
-    row("a rect without an area", "<rect width='0' height='1'/><rect width='1' height='-1'/><rect/>", 0);
-    row("what stands in a shape", "<rect width='2' height='2'><rect width='1' height='1'/><g><text>A</text></g></rect>",
-        1);
-    row("ellipses with one or two negative radii",
-        "<ellipse rx='-1' ry='2'/><ellipse rx='2' ry='-1'/><ellipse rx='-1'/><circle r='-1'/>", 2);
-    row("what only others refer to",
-        "<defs><rect width='1' height='1'/></defs><symbol><rect width='1' height='1'/></symbol>"
-        "<clipPath><rect width='1' height='1'/></clipPath><marker><rect width='1' height='1'/></marker>",
-        0);
-    row("elements of other programs",
-        "<x:g xmlns:x='urn:x'><rect width='1' height='1'/></x:g><unknown><rect width='1' "
-        "height='1'/></unknown><g xmlns:x='urn:x' x:display='none'><rect width='1' height='1'/></g>",
-        1);
-}
-
-void TestSvgStyle::hides()
-{
-    QFETCH(QByteArray, body);
-    QFETCH(int, count);
-    const auto drawing = TestDrawing::fromBody(body);
-    QVERIFY2(drawing.isRead(), qPrintable(drawing.error()));
-    QCOMPARE(static_cast<int>(drawing.items().size()), count);
-}
-
-void TestSvgStyle::warnsOncePerKind_data()
-{
-    QTest::addColumn<QByteArray>("body");
-    QTest::addColumn<QString>("warnings");
-    const auto row = [](const QByteArray& body, const char* warnings) {
-        QTest::newRow(body.constData()) << body + body << QString::fromLatin1(warnings);
-    };
-    row("<image/>\n<g mask='url(#m)'/><g mask='url(#m)' filter='none'/>",
-        "line 2: pictures are not drawn; line 3: masks are left out");
-    for (const char* size : {"<line x2='1' stroke='red' stroke-width='-2'/>", "<circle r='-1'/>", "<rect width='-1'/>",
-             "<rect width='1' height='1' rx='-1'/>", "<ellipse rx='1' ry='-2'/>", "<text font-size='-3'>A</text>",
-             "<g opacity='0.1mm'/>", "<g stroke-opacity='.5%x'/>", "<svg width='-1'/>"})
-        row(size, "line 2: numbers that cannot be read or may not be negative are left out");
-    for (const char* style : {"font-weight:bold", "font-weight:700", "font:bold 12px Arial"})
-        row(QByteArray("<g style='") + style + "'><text>A</text></g>", "line 2: bold letters are drawn plain");
-    for (const char* style : {"font-style:oblique 20deg", "font:italic small 9px Arial"})
-        row(QByteArray("<text style='") + style + "'>A</text>", "line 2: italic letters are drawn upright");
-    row("<text text-decoration='underline'>A</text>", "line 2: lines under, over and through texts are not drawn");
-    for (const char* style : {"letter-spacing:2", "word-spacing:-.1em"})
-        row(QByteArray("<text style='") + style + "'>A</text>", "line 2: the spacing of letters and words is left out");
-    for (const char* style : {"tb", "vertical-rl", "sideways-lr"})
-        row(QByteArray("<text writing-mode='") + style + "'>A</text>", "line 2: vertical texts are drawn horizontally");
-    for (const char* attribute : {"rotate='9'", "textLength='9'", "direction='rtl'", "baseline-shift='super'",
-             "font-variant='small-caps'", "font-stretch='50%'", "text-transform='uppercase'"})
-        row(QByteArray("<text ") + attribute + ">A</text>",
-            "line 2: turned, raised, stretched, converted and right-to-left letters are drawn plain");
-    row("<g font-weight='bold' font-style='italic' letter-spacing='2' writing-mode='tb'><text font-weight='400'"
-        " font-style='normal' letter-spacing='0px' writing-mode='lr-tb' word-spacing='normal' direction='ltr'"
-        " text-decoration='none' baseline-shift='baseline' font-variant='normal'>A</text><rect/></g>",
-        "");
-    for (const char* body : {"<svg x='5' width='5' height='5'><rect width='5' height='6'/></svg>",
-             "<svg x='5' width='5' height='5'><g transform='translate(-1)'><line x2='2' stroke='red'/></g></svg>",
-             "<svg width='5' height='5'><svg width='9' height='9'><path d='M6 1h1v1z'/></svg></svg>",
-             "<symbol id='s' viewBox='0 0 9 9'><text x='10'>A</text></symbol><use href='#s' width='9' height='9'/>"})
-        row(body, "line 2: what reaches beyond nested drawings and symbols is not cut off");
-    row("<svg x='5' width='5' height='5'><rect width='5' height='5'/></svg><rect width='50' height='50'/>"
-        "<svg width='5' height='5' overflow='visible'><rect width='9' height='9'/></svg>",
-        "");
-}
-
-void TestSvgStyle::warnsOncePerKind()
-{
-    QFETCH(QByteArray, body);
-    QFETCH(QString, warnings);
-    const auto drawing = TestDrawing::fromBody(body);
-    QVERIFY2(drawing.isRead(), qPrintable(drawing.error()));
-    QCOMPARE(drawing.warnings(), warnings);
-}
 
 ZEL_TEST_MAIN(TestSvgStyle)
 #include "tst_svgstyle.moc"

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "engine/referenceengine.h"
 #include "host/design/designeditor.h"
 #include "host/design/designtcl.h"
 #include "host/tcl/tclinterpreter.h"
+#include "tests/engine/openengine.h"
 #include "tests/engine/projectfolder.h"
 
+#include <QDir>
 #include <QFile>
-#include <QStringList>
-
-#include <memory>
+#include <QFileInfo>
 
 namespace zeltest {
 
@@ -18,9 +17,10 @@ using mirn::zelchip::DesignEditor;
 using mirn::zelchip::FileLayer;
 using mirn::zelchip::TclInterpreter;
 using mirn::zelchip::TclResult;
+using mirn::zelengine::Design;
 using mirn::zelengine::ReferenceEngine;
 
-inline constexpr const char* Design = R"([
+inline constexpr const char* SmallDesign = R"([
   {"name": "duo", "type": "IP", "children": [
     {"name": "a", "type": "DCUCHANNEL", "site": "U0_CH0"},
     {"name": "b", "type": "DCUCHANNEL"},
@@ -29,6 +29,16 @@ inline constexpr const char* Design = R"([
   {"name": "{br}%2", "type": "PLL"},
   {"name": "core", "type": "PLL"}
 ])";
+
+// One of each kind of change to it, each of which the one before makes possible or not.
+inline const QStringList EachKind{"zel_resource place -rsc {top/my ip/a[1]$x} -id 12",
+    "zel_resource place -rsc top/duo -id 20", "zel_resource place -rsc top/core -id 50",
+    "zel_resource reset -ip top/core", "zel_resource place -rsc {top/{br}%2} -id 50",
+    "zel_setting -id 10 -key CH0 -value FAST", "zel_resource configure -ip top/duo -key rate -value 5",
+    "zel_resource configure -ip top/duo/ref -key frequency -value 62.5",
+    "zel_resource configure -ip {top/{br}%2} -key frequency -value 148.5", "zel_resource remove -ip top/duo",
+    "zel_setting -id 10 -key CH1 -value OFF", "zel_resource remove -ip top/core",
+    "zel_setting -id 10 -key CH1 -value FAST"};
 
 inline QByteArray contentOf(const QString& fileName)
 {
@@ -43,13 +53,17 @@ inline void write(const QString& fileName, const QByteArray& content)
         qFatal("cannot write %s", qPrintable(fileName));
 }
 
-// A project whose design can be edited, closed and opened again.
+// A project whose design can be edited, closed and opened again some thousand times in a few seconds: its device and
+// design are read once, and what it writes lies in memory where there is a file system there.
 class EditedProject
 {
 public:
-    EditedProject()
+    // Of a folder, or of a small device and this design.
+    explicit EditedProject(const QString& folder = {}, const QByteArray& design = SmallDesign)
+        : m_folder(design)
+        , m_engine(openEngine(folder.isEmpty() ? m_folder.path() : folder))
+        , m_pristine(m_engine->design())
     {
-        m_folder.write(QStringLiteral("design.json"), designWith(Design));
         open();
     }
 
@@ -57,63 +71,54 @@ public:
     QStringList open(FileLayer& files = FileLayer::system())
     {
         m_editor.reset();
-        QString error;
-        QStringList warnings;
-        m_engine = ReferenceEngine::open(m_folder.path(), &error, &warnings);
-        if (!m_engine)
-            qFatal("%s", qPrintable(error));
+        m_engine->setDesign(m_pristine);
+        const QList<int> carriers = m_engine->settings().changes().keys();
+        for (int carrier : carriers)
+            m_engine->setSettingChanges(carrier, {});
         m_editor = std::make_unique<DesignEditor>(*m_engine, directory(), nullptr, files);
-        m_tcl = std::make_unique<TclInterpreter>();
-        addDesignCommands(*m_tcl, *m_editor);
+        addDesignCommands(m_tcl, *m_editor);
         return m_editor->recover(changeCommand(*m_editor));
     }
 
+    // As nobody has changed it yet.
+    void startOver()
+    {
+        m_editor.reset();
+        QDir(directory()).removeRecursively();
+        open();
+    }
+
+    // A command, or "save", which answers with nothing or with what is wrong.
     QString run(const QString& script)
     {
-        const TclResult result = m_tcl->evaluate(script);
-        return result.isOk ? result.text : QStringLiteral("ERROR ") + result.text;
+        if (script == QLatin1String("save"))
+            return m_editor->save();
+        const TclResult result = m_tcl.evaluate(script);
+        return result.isOk ? result.text : "ERROR " + result.text;
     }
 
-    // What is where and set how, in one text.
-    QString state()
-    {
-        QStringList facts;
-        for (int index : m_engine->design().all()) {
-            const auto& resource = m_engine->design().resource(index);
-            facts.append(resource.path + QLatin1Char('@') + QString::number(resource.site));
-            for (const char* key : {"rate", "frequency"})
-                facts.last() += QLatin1Char(',') + m_engine->design().parameter(index, QLatin1String(key));
-        }
-        for (const char* key : {"CH0", "CH1"})
-            facts.append(m_engine->settings().value(10, QLatin1String(key)));
-        return facts.join(QLatin1Char(' '));
-    }
-
-    QString directory() const { return m_folder.path() + QStringLiteral("/work/impl"); }
-    QString journalFile() const { return directory() + QStringLiteral("/journal.tcl"); }
-
-    QByteArray journal() const { return contentOf(journalFile()); }
-
+    [[nodiscard]] QStringList state() const { return factsOf(*m_engine); }
+    [[nodiscard]] QString directory() const { return m_work.path() + "/work/impl"; }
+    [[nodiscard]] QString journalFile() const { return directory() + "/journal.tcl"; }
+    [[nodiscard]] QByteArray journal() const { return contentOf(journalFile()); }
     void setJournal(const QByteArray& content) { write(journalFile(), content); }
 
     DesignEditor& editor() { return *m_editor; }
     ReferenceEngine& engine() { return *m_engine; }
+    [[nodiscard]] const Design& pristine() const { return m_pristine; }
 
 private:
-    ProjectFolder m_folder;
-    std::unique_ptr<ReferenceEngine> m_engine;
-    std::unique_ptr<DesignEditor> m_editor;
-    std::unique_ptr<TclInterpreter> m_tcl;
-};
+    [[nodiscard]] static QString memory()
+    {
+        return QFileInfo("/dev/shm").isWritable() ? QStringLiteral("/dev/shm") : QDir::tempPath();
+    }
 
-// One of each kind of change, each of which the one before makes possible or not.
-inline const QStringList EachKind{"zel_resource place -rsc {top/my ip/a[1]$x} -id 12",
-    "zel_resource place -rsc top/duo -id 20", "zel_resource place -rsc top/core -id 50",
-    "zel_resource reset -ip top/core", "zel_resource place -rsc {top/{br}%2} -id 50",
-    "zel_setting -id 10 -key CH0 -value FAST", "zel_resource configure -ip top/duo -key rate -value 5",
-    "zel_resource configure -ip top/duo/ref -key frequency -value 62.5",
-    "zel_resource configure -ip {top/{br}%2} -key frequency -value 148.5", "zel_resource remove -ip top/duo",
-    "zel_setting -id 10 -key CH1 -value OFF", "zel_resource remove -ip top/core",
-    "zel_setting -id 10 -key CH1 -value FAST"};
+    const ProjectFolder m_folder;
+    const QTemporaryDir m_work{memory() + QStringLiteral("/zel project \u00e4\u00f6-XXXXXX")};
+    std::unique_ptr<ReferenceEngine> m_engine;
+    const Design m_pristine;
+    std::unique_ptr<DesignEditor> m_editor;
+    TclInterpreter m_tcl;
+};
 
 } // namespace zeltest

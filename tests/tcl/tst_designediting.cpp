@@ -1,97 +1,45 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 #include "tests/tcl/editedproject.h"
 
 #include <QApplication>
-#include <QFile>
-#include <QFileInfo>
-#include <QTest>
 #include <QTimer>
 
 #include <csignal>
 
 #include <sys/resource.h>
 
-using namespace mirn::zelchip;
-using zeltest::EachKind;
-using zeltest::EditedProject;
-
-namespace {
-
-// While it lives no file of this process grows beyond a size.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t size)
-        : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{size, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int);
-};
-
-} // namespace
+using namespace zeltest;
 
 class TestDesignEditing : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void undoAndRedoStepThroughEveryChange();
     void removedJournalIsAnError();
     void linksAreReadAndReplaced();
     void changesThatCannotBeKeptAreRefused();
     void refusalsSayWhy_data();
     void refusalsSayWhy();
+    void questionsAreAnswered_data();
     void questionsAreAnswered();
-    void changesOfTheConfigureDialogAreKeptToo();
+    void changesOfDialogsAreKeptToo();
     void configuringTheSameValueIsNoChange();
-    void settingsOfTheViewAreKeptToo();
 };
-
-void TestDesignEditing::undoAndRedoStepThroughEveryChange()
-{
-    EditedProject project;
-    QStringList states{project.state()};
-    for (const QString& command : EachKind) {
-        QCOMPARE(project.run(command), QString());
-        QVERIFY(project.state() != states.last());
-        states.append(project.state());
-    }
-    for (int i = EachKind.size() - 1; i >= 0; --i) {
-        QCOMPARE(project.run(QStringLiteral("undo")), QString());
-        QCOMPARE(project.state(), states[i]);
-    }
-    QCOMPARE(project.run(QStringLiteral("undo")), QStringLiteral("ERROR there is nothing to undo"));
-    for (int i = 1; i < states.size(); ++i) {
-        QCOMPARE(project.run(QStringLiteral("redo")), QString());
-        QCOMPARE(project.state(), states[i]);
-    }
-    QCOMPARE(project.run(QStringLiteral("redo")), QStringLiteral("ERROR there is nothing to redo"));
-}
 
 // What came before it would be lost when the program ends without saving.
 void TestDesignEditing::removedJournalIsAnError()
 {
     EditedProject project;
-    project.run(EachKind.first());
-    const QString state = project.state();
+    project.run(EachKind[0]);
+    const QStringList state = project.state();
     QVERIFY(QFile::remove(project.journalFile()));
     const QString answer = project.run(EachKind[1]);
-    QVERIFY2(answer.contains(QStringLiteral("has been removed; save")), qPrintable(answer));
+    QVERIFY2(answer.contains("has been removed; save"), qPrintable(answer));
     QCOMPARE(project.state(), state);
-    QCOMPARE(project.editor().save(), QString());
+    QCOMPARE(project.run("save"), QString());
     QCOMPARE(project.run(EachKind[1]), QString());
-    const QString after = project.state();
+    const QStringList after = project.state();
     project.open();
     QCOMPARE(project.state(), after);
 }
@@ -100,155 +48,137 @@ void TestDesignEditing::removedJournalIsAnError()
 void TestDesignEditing::linksAreReadAndReplaced()
 {
     EditedProject project;
-    project.run(EachKind.first());
     const QString placement = project.editor().placementFile();
     const QString journal = project.journalFile();
-    const QString outside = project.directory() + QStringLiteral("/outside-");
-    QCOMPARE(project.editor().save(), QString());
-    project.run(EachKind[1]);
-    const QString state = project.state();
-    for (const QString& file : {placement, journal}) {
-        QVERIFY(QFile::rename(file, outside + QFileInfo(file).baseName()));
-        QVERIFY(QFile::link(outside + QFileInfo(file).baseName(), file));
-    }
-    const QByteArray saved = zeltest::contentOf(placement);
-    const QByteArray kept = zeltest::contentOf(journal);
+    for (const QString& command : {EachKind[0], QStringLiteral("save"), EachKind[1]})
+        QCOMPARE(project.run(command), QString());
+    const QStringList state = project.state();
+    for (const QString& file : {placement, journal})
+        QVERIFY(QFile::rename(file, file + ".outside") && QFile::link(file + ".outside", file));
+    const QByteArray saved = contentOf(placement);
+    const QByteArray kept = contentOf(journal);
     project.open();
     QCOMPARE(project.state(), state);
     QCOMPARE(project.run(EachKind[2]), QString());
     QVERIFY(!QFileInfo(journal).isSymLink() && QFileInfo(placement).isSymLink());
-    QCOMPARE(project.editor().save(), QString());
+    QCOMPARE(project.run("save"), QString());
     QVERIFY(!QFileInfo(placement).isSymLink());
-    const QString after = project.state();
+    const QStringList after = project.state();
     project.open();
     QCOMPARE(project.state(), after);
-    QCOMPARE(zeltest::contentOf(outside + QStringLiteral("placement")), saved);
-    QCOMPARE(zeltest::contentOf(outside + QStringLiteral("journal")), kept);
+    QCOMPARE(contentOf(placement + ".outside"), saved);
+    QCOMPARE(contentOf(journal + ".outside"), kept);
 }
 
 // The disk is full in the middle of a line.
 void TestDesignEditing::changesThatCannotBeKeptAreRefused()
 {
     EditedProject project;
-    QCOMPARE(project.run(EachKind.first()), QString());
-    const QString state = project.state();
+    QCOMPARE(project.run(EachKind[0]), QString());
+    const QStringList state = project.state();
     const QByteArray journal = project.journal();
-    {
-        const FileSizeLimit limit(static_cast<rlim_t>(journal.size() + 10));
-        for (const char* command : {"zel_resource place -rsc top/core -id 50", "zel_resource remove -ip top/duo",
-                 "zel_setting -id 10 -key CH0 -value FAST", "zel_resource configure -ip top/duo -key rate -value 5",
-                 "undo"}) {
-            const QString answer = project.run(QLatin1String(command));
-            QVERIFY2(answer.contains(QStringLiteral("the change cannot be kept in ")), qPrintable(answer));
-            QCOMPARE(project.state(), state);
-            QCOMPARE(project.journal(), journal);
-        }
-    }
+    rlimit before{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{static_cast<rlim_t>(journal.size() + 10), before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    QStringList answers;
+    for (const QString& command : {EachKind[2], EachKind[9], EachKind[5], EachKind[6], QStringLiteral("undo")})
+        answers.append(project.run(command));
+    const bool isUnchanged = project.state() == state && project.journal() == journal;
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    QVERIFY(isUnchanged);
+    QVERIFY2(answers.filter("the change cannot be kept in ").size() == 5, qPrintable(answers.join("; ")));
     QCOMPARE(project.run(EachKind[1]), QString()); // there is room again
-    const QString after = project.state();
+    const QStringList after = project.state();
     project.open();
     QCOMPARE(project.state(), after);
 }
 
 void TestDesignEditing::refusalsSayWhy_data()
 {
-    QTest::addColumn<QString>("command");
-    QTest::addColumn<QString>("answer");
-    QTest::newRow("no such resource") << "zel_resource place -rsc nobody -id 11"
-                                      << "there is no resource \"nobody\"";
-    QTest::newRow("no number") << "zel_resource place -rsc top/core -id x"
-                               << "expected integer but got \"x\"";
-    QTest::newRow("too little") << "zel_resource place -rsc top/core"
-                                << "wrong # args: should be \"zel_resource place -rsc NAME -id N\"";
-    QTest::newRow("unknown verb")
-        << "zel_resource put"
-        << "unknown subcommand \"put\" of zel_resource: must be configure, get, list, place, remove, "
-           "reset, restore, sites, why";
-    QTest::newRow("a rate that there is not") << "zel_resource configure -ip top/duo -key rate -value 4"
-                                              << "rate cannot be \"4\", expected 1.25, 2.5, 3.125, 5 or 6.25";
-    QTest::newRow("no such parameter") << "zel_resource configure -ip top/duo -key colour"
-                                       << "top/duo has no parameter \"colour\", expected \"rate\"";
-    QTest::newRow("no key") << "zel_resource configure -ip top/duo"
-                            << "wrong # args: should be \"zel_resource configure -ip NAME -key K ?-value V?\"";
-    QTest::newRow("no such key") << "zel_setting -id 10 -key CH7"
-                                 << "U0 has no setting \"CH7\"";
-    QTest::newRow("no settings there") << "zel_setting -id 50 -key CH0"
-                                       << "element 50 has no settings";
-    QTest::newRow("too much") << "undo 3"
-                              << "wrong # args: should be \"undo\"";
+    addRows({
+        {"no such resource", "zel_resource place -rsc nobody -id 11", "there is no resource \"nobody\""},
+        {"no number", "zel_resource place -rsc top/core -id x", "expected integer but got \"x\""},
+        {"too little", "zel_resource place -rsc top/core",
+            "wrong # args: should be \"zel_resource place -rsc NAME -id N\""},
+        {"unknown verb", "zel_resource put",
+            "unknown subcommand \"put\" of zel_resource: must be configure, get, list, place, remove, reset, "
+            "restore, sites, why"},
+        {"no key", "zel_resource configure -ip top/duo",
+            "wrong # args: should be \"zel_resource configure -ip NAME -key K ?-value V?\""},
+        {"no such key", "zel_setting -id 10 -key CH7", "U0 has no setting \"CH7\""},
+        {"nothing to undo", "undo", "there is nothing to undo"},
+        {"nothing to redo", "redo", "there is nothing to redo"},
+        {"too much", "undo 3", "wrong # args: should be \"undo\""},
+    });
 }
 
 void TestDesignEditing::refusalsSayWhy()
 {
-    QFETCH(QString, command);
-    QFETCH(QString, answer);
+    const auto [command, answer] = currentRow<2>();
     EditedProject project;
-    const QString state = project.state();
-    QCOMPARE(project.run(command), QStringLiteral("ERROR ") + answer);
+    const QStringList state = project.state();
+    QCOMPARE(project.run(command), "ERROR " + answer);
     QCOMPARE(project.state(), state);
     QVERIFY(project.journal().isEmpty());
 }
 
+void TestDesignEditing::questionsAreAnswered_data()
+{
+    addRows({
+        {"some", "zel_resource list top/duo*", "top/duo top/duo/a top/duo/b top/duo/ref"},
+        {"those not placed", "zel_resource list -unplaced */b", "top/duo/b"},
+        {"a range that never ends", "zel_resource list {*[}", ""},
+        {"an awkward name", "lindex [zel_resource list {*/a\\[1\\]$x}] 0", "top/my ip/a[1]$x"},
+        {"a site", "dict get [zel_resource get -ip top/duo/a] site", "U0_CH0"},
+        {"where it may go", "zel_resource sites -rsc top/core", "50 51"},
+        {"nothing against it", "zel_resource why -rsc top/core -id 50", ""},
+        {"why not", "zel_resource why -rsc top/core -id 10", "U0 (Unit) does not take resources of type PLL"},
+        {"a setting", "zel_setting -id 10 -key CH0", "SLOW"},
+        {"a parameter", "zel_resource configure -ip top/duo -key rate", "2.5"},
+        {"all parameters", "dict get [zel_resource get -ip top/core] parameters frequency", "100"},
+    });
+}
+
 void TestDesignEditing::questionsAreAnswered()
 {
+    const auto [question, answer] = currentRow<2>();
     EditedProject project;
-    QCOMPARE(project.run(QStringLiteral("zel_resource list top/duo*")),
-        QStringLiteral("top/duo top/duo/a top/duo/b top/duo/ref"));
-    QCOMPARE(project.run(QStringLiteral("zel_resource list -unplaced */b")), QStringLiteral("top/duo/b"));
-    QCOMPARE(project.run(QStringLiteral("zel_resource list {*[}")), QString()); // a range that never ends
-    QCOMPARE(
-        project.run(QStringLiteral("lindex [zel_resource list {*/a\\[1\\]$x}] 0")), QStringLiteral("top/my ip/a[1]$x"));
-    QCOMPARE(project.run(QStringLiteral("dict get [zel_resource get -ip top/duo/a] site")), QStringLiteral("U0_CH0"));
-    QCOMPARE(project.run(QStringLiteral("zel_resource sites -rsc top/core")), QStringLiteral("50 51"));
-    QCOMPARE(project.run(QStringLiteral("zel_resource why -rsc top/core -id 50")), QString());
-    QVERIFY(project.run(QStringLiteral("zel_resource why -rsc top/core -id 10")).size() > 10);
-    QCOMPARE(project.run(QStringLiteral("zel_setting -id 10 -key CH0")), QStringLiteral("SLOW"));
-    QCOMPARE(project.run(QStringLiteral("zel_resource configure -ip top/duo -key rate")), QStringLiteral("2.5"));
-    QCOMPARE(project.run(QStringLiteral("dict get [zel_resource get -ip top/core] parameters frequency")),
-        QStringLiteral("100"));
+    QCOMPARE(project.run(question), answer);
     QVERIFY(project.journal().isEmpty());
 }
 
-// As with placements: what is typed in it is a command like any other.
-void TestDesignEditing::changesOfTheConfigureDialogAreKeptToo()
+// They write through the engine, and not through a command.
+void TestDesignEditing::changesOfDialogsAreKeptToo()
 {
     EditedProject project;
     QTimer::singleShot(0, &project.editor(), [] {
         QWidget* dialog = QApplication::activeModalWidget();
         QVERIFY(dialog);
-        QTest::keyClicks(dialog->focusWidget(), QStringLiteral("75"));
+        QTest::keyClicks(dialog->focusWidget(), "75");
         QTest::keyClick(dialog, Qt::Key_Return);
     });
     const std::string name = "top/core";
     QCOMPARE(project.engine().config(&name), 1);
     QVERIFY(project.journal().endsWith("zel_resource configure -ip top/core -key frequency -value 75\n"));
+    const std::string site[] = {"10", "CH0", "FAST"};
+    QCOMPARE(project.engine().setDynamicDialogValue(&site[0], 1, &site[1], &site[2]), 1);
+    QVERIFY(project.journal().endsWith("zel_setting -id 10 -key CH0 -value FAST\n"));
     project.open();
-    const QString ask = QStringLiteral("zel_resource configure -ip top/core -key frequency");
-    QCOMPARE(project.run(ask), QStringLiteral("75"));
-    QCOMPARE(project.run(QStringLiteral("undo;") + ask), QStringLiteral("100"));
+    const QString beforeAndAfterUndo = "list [%1] [undo] [%1]";
+    QCOMPARE(project.run(beforeAndAfterUndo.arg("zel_setting -id 10 -key CH0")), "FAST {} SLOW");
+    QCOMPARE(project.run(beforeAndAfterUndo.arg("zel_resource configure -ip top/core -key frequency")), "75 {} 100");
 }
 
 // Nothing changes, so there is nothing to undo.
 void TestDesignEditing::configuringTheSameValueIsNoChange()
 {
     EditedProject project;
-    QCOMPARE(project.run(QStringLiteral("zel_resource configure -ip top/duo -key rate -value 2.50")), QString());
+    QCOMPARE(project.run("zel_resource configure -ip top/duo -key rate -value 2.50"), QString());
     QVERIFY(project.journal().isEmpty());
     QVERIFY(!project.editor().undoStack().canUndo());
-}
-
-// The settings dialog writes through the engine and not through a command.
-void TestDesignEditing::settingsOfTheViewAreKeptToo()
-{
-    EditedProject project;
-    const std::string id = "10";
-    const std::string key = "CH0";
-    const std::string value = "FAST";
-    QCOMPARE(project.engine().setDynamicDialogValue(&id, 1, &key, &value), 1);
-    QVERIFY(project.journal().endsWith("zel_setting -id 10 -key CH0 -value FAST\n"));
-    project.open();
-    QCOMPARE(project.run(QStringLiteral("zel_setting -id 10 -key CH0")), QStringLiteral("FAST"));
-    QCOMPARE(project.run(QStringLiteral("undo; zel_setting -id 10 -key CH0")), QStringLiteral("SLOW"));
 }
 
 ZEL_TEST_MAIN(TestDesignEditing)
