@@ -73,7 +73,7 @@ private:
     void addDock(const QString& name, const QString& title, QWidget* content);
     void loadDrawing(SVGParser& parser, const std::string& drawingFile, const std::string& workingPath);
 
-    struct Parts;
+    struct Q_DECL_HIDDEN Parts;
     const std::unique_ptr<Parts> m_parts;
 };
 

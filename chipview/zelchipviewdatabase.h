@@ -266,7 +266,7 @@ private:
 
     static ZELChipViewDatabase* m_object;
 
-    struct Parts;
+    struct Q_DECL_HIDDEN Parts;
     const std::unique_ptr<Parts> m_parts;
 };
 

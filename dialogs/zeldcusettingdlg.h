@@ -41,7 +41,7 @@ private:
     [[nodiscard]] QComboBox* boxOf(const QString& key) const;
     void keepLegible();
 
-    struct Parts;
+    struct Q_DECL_HIDDEN Parts;
     const std::unique_ptr<Parts> m_parts;
 };
 

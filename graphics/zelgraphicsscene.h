@@ -71,7 +71,7 @@ protected:
     void helpEvent(QGraphicsSceneHelpEvent* event) override;
 
 private:
-    struct Parts;
+    struct Q_DECL_HIDDEN Parts;
     const std::unique_ptr<Parts> m_parts;
 };
 

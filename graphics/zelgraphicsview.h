@@ -70,7 +70,7 @@ private:
     void finishZooming(QPoint position);
     void paintByItems(QPaintEvent* event);
 
-    struct Parts;
+    struct Q_DECL_HIDDEN Parts;
     const std::unique_ptr<Parts> m_parts;
 };
 

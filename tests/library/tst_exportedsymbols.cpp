@@ -85,7 +85,7 @@ private Q_SLOTS:
                                   "ZELDCUSettingDlg ZELFillableAttribute ZELGraphicItemAttribute ZELLineAttribute "
                                   "ZELLineItem ZELPolygonAttribute ZELPolygonItem ZELRectAttribute ZELRectItem "
                                   "ZELTextAttribute ZELTextItem ZelChipGUI ZelGraphicsScene ZelGraphicsView "
-                                  "ZelResTable ZelTree"),
+                                  "ZelResTable ZelTree ChipScene DrawingController TreeController SettingsController"),
                    QStringLiteral("mirn::zelchipview::"));
     }
     void onlyTheInterfaceIsExported()
