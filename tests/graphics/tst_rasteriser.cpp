@@ -62,9 +62,9 @@ private Q_SLOTS:
         for (int i = 0; i < 12000; ++i) {
             const double scale = std::pow(1.1, random.below(40) - 20);
             const Rasteriser::Mapping mapping{scale, double(random.below(20)), random.below(3) * 0.5 - 3};
-            const auto length = [&](double limit) {
+            const auto length = [&, isRounded = isNearWholePixels](double limit) {
                 const double pixels = random.upTo(limit);
-                return (isNearWholePixels ? std::round(pixels) : pixels) / scale;
+                return (isRounded ? std::round(pixels) : pixels) / scale;
             };
             const QRectF rect{
                 length(60) - (mapping.dx + 10) / scale, length(30) - 4 / scale, length(largest), length(largest)};
