@@ -19,6 +19,7 @@ private Q_SLOTS:
     void journalOfAnotherHandIsRead();
     void whatIsNotReadIsKeptBeforeASave();
     void changesBySomebodyElseAreNotOverwritten();
+    void placementsThatAreRefusedAreKept();
     void journalOfAnotherStateIsSetAside();
     void tornLineIsDroppedAndSaid_data();
     void tornLineIsDroppedAndSaid();
@@ -167,6 +168,19 @@ void TestDesignRecovery::changesBySomebodyElseAreNotOverwritten()
     QCOMPARE(contentOf(project.editor().placementFile()), saved);
 }
 
+// So is what the placement file holds and the design does not know any more.
+void TestDesignRecovery::placementsThatAreRefusedAreKept()
+{
+    EditedProject project;
+    for (const QString& command : {EachKind[0], QStringLiteral("save")})
+        QCOMPARE(project.run(command), QString());
+    const QByteArray saved = contentOf(project.editor().placementFile()) + "zel_resource reset -ip top/nobody\n";
+    write(project.editor().placementFile(), saved);
+    QCOMPARE(project.open().last(), "The next save keeps the file as it is under another name.");
+    QCOMPARE(project.run("save"), QString());
+    QCOMPARE(contentOf(project.editor().placementFile() + ".aside-1"), saved);
+}
+
 void TestDesignRecovery::journalOfAnotherStateIsSetAside()
 {
     EditedProject project;
@@ -185,18 +199,20 @@ void TestDesignRecovery::tornLineIsDroppedAndSaid_data()
 {
     const QByteArray place = "zel_resource place -rsc top/core -id 51";
     QTest::addColumn<QByteArray>("end");
-    QTest::newRow("half a command") << place.left(16);
-    QTest::newRow("a whole one without its line end") << place;
-    QTest::newRow("half a comment") << QByteArray("# toget");
-    QTest::newRow("not all of what counts together") << "# together 2\n" + place + '\n';
-    QTest::newRow("nothing of what counts together") << QByteArray("# together 2\n");
-    QTest::newRow("half of the second of two") << "# together 2\n" + place + "\nzel_resou";
-    QTest::newRow("zeros, as after a power cut") << QByteArray(17, '\0');
+    QTest::addColumn<bool>("isGroup"); // several commands, not all of which are there
+    QTest::newRow("half a command") << place.left(16) << false;
+    QTest::newRow("a whole one without its line end") << place << false;
+    QTest::newRow("half a comment") << QByteArray("# toget") << false;
+    QTest::newRow("not all of what counts together") << "# together 2\n" + place + '\n' << true;
+    QTest::newRow("nothing of what counts together") << QByteArray("# together 2\n") << true;
+    QTest::newRow("half of the second of two") << "# together 2\n" + place + "\nzel_resou" << false;
+    QTest::newRow("zeros, as after a power cut") << QByteArray(17, '\0') << false;
 }
 
 void TestDesignRecovery::tornLineIsDroppedAndSaid()
 {
     QFETCH(QByteArray, end);
+    QFETCH(bool, isGroup);
     EditedProject project;
     project.run(EachKind[0]);
     const QStringList state = project.state();
@@ -204,7 +220,8 @@ void TestDesignRecovery::tornLineIsDroppedAndSaid()
     project.setJournal(whole + end);
     const QStringList said = project.open();
     QCOMPARE(said.size(), 3);
-    QVERIFY(said.first().contains("cut off"));
+    const QString& file = project.journalFile();
+    QVERIFY(said.first().startsWith(isGroup ? file + ":3: the last change was cut off" : "The last line of " + file));
     QCOMPARE(project.state(), state);
     QCOMPARE(project.journal(), whole);
     QCOMPARE(project.run(EachKind[1]), QString()); // what follows is whole again
