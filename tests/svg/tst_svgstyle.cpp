@@ -77,6 +77,13 @@ private Q_SLOTS:
             "<style type=' TEXT/CSS; charset=utf-8' media='print, Screen'>rect{fill:blue}</style><style "
             "type='text/less'>rect{fill:red}</style><style media='print, tty'>rect{stroke:red}</style><R/>",
             "R #0000ff");
+        row("an unreadable value leaves the one that it would have overridden",
+            "<style>rect{stroke:lime} #a{stroke:1}</style><R id='a' fill='red' stroke='blue' "
+            "style='stroke-width:-1;fill:oops;fill:;stroke:2' stroke-width='4'/>",
+            "R #ff0000 #00ff00 4");
+        row("names and words of styles in letters of either case",
+            "<g stroke='red' fill='lime'><R style='FILL:None;Stroke:Inherit;STROKE-width:2 !IMPORTANT'/></g>",
+            "line 0,0 1,0 #ff0000 2; line 1,0 1,1 #ff0000 2; line 1,1 0,1 #ff0000 2; line 0,1 0,0 #ff0000 2");
         row("opacities with a unit are none", "<g fill-opacity='.5'><R opacity='.1mm' fill-opacity='0.2x'/></g>",
             "R #808080");
         row("a pattern is nothing", "<pattern id='p'/><R fill='url(#p) red' stroke='red'/>",

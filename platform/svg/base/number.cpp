@@ -4,6 +4,7 @@
 #include "platform/svg/base/diagnostics.h"
 #include "platform/svg/base/limits.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -102,6 +103,14 @@ bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase)
             return false;
     }
     return true;
+}
+
+std::string lowered(std::string_view text)
+{
+    constexpr std::size_t LongestName = 32;
+    std::string lower(text.substr(0, LongestName));
+    std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) { return lowered(c); });
+    return lower;
 }
 
 Scanner::Scanner(std::string_view text, Diagnostics& diagnostics)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace zelsvg {
@@ -17,6 +18,9 @@ class Diagnostics;
 }
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 [[nodiscard]] bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase);
+
+// The beginning of a text in lower case: enough of it for any name, however long the text is.
+[[nodiscard]] std::string lowered(std::string_view text);
 
 // Walks over an attribute value that holds numbers. A number that is not finite or absurdly large is an error of the
 // drawing.

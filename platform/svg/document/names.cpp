@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/svg/document/names.h"
 
+#include "platform/svg/base/number.h"
+
 #include <cstddef>
 
 namespace zelsvg {
@@ -200,7 +202,9 @@ AttributeName attributeName(Space space, std::string_view local)
 
 AttributeName propertyName(std::string_view name)
 {
-    const AttributeName found = attributeName(Space::None, name);
+    AttributeName found = attributeName(Space::None, name);
+    if (found == AttributeName::Unknown)
+        found = attributeName(Space::None, lowered(name));
     return found < AttributeName::PropertyCount ? found : AttributeName::Unknown;
 }
 

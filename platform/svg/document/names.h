@@ -145,7 +145,7 @@ enum class Space : std::uint8_t { None, Svg, Xlink, Xml, Tovanel, Other };
 [[nodiscard]] ElementName elementName(Space space, std::string_view local);
 [[nodiscard]] AttributeName attributeName(Space space, std::string_view local);
 
-// A style property; Unknown for any other name.
+// A style property, in letters of either case as in CSS; Unknown for any other name.
 [[nodiscard]] AttributeName propertyName(std::string_view name);
 
 // The namespace that a name stands for (its URI).

@@ -3,6 +3,8 @@
 
 #include "platform/svg/style/declarations.h"
 
+#include <algorithm>
+
 namespace zelsvg {
 
 void Cascade::addAttributes(const Element& element)
@@ -25,6 +27,19 @@ void Cascade::addStyle(std::string_view text)
             set(declaration.property, declaration.value,
                 Weight::StyleAttribute | (declaration.isImportant ? Weight::Important : 0));
     }
+}
+
+std::vector<Cascade::Declared> Cascade::overridden(AttributeName property) const
+{
+    std::vector<Declared> found;
+    for (auto entry = m_overridden.rbegin(); entry != m_overridden.rend(); ++entry) {
+        if (entry->first == property)
+            found.push_back(entry->second);
+    }
+    // Of two that weigh the same the later one wins.
+    std::stable_sort(
+        found.begin(), found.end(), [](const Declared& a, const Declared& b) { return a.weight > b.weight; });
+    return found;
 }
 
 } // namespace zelsvg

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace zelsvg {
 
@@ -29,17 +31,25 @@ public:
 class Cascade
 {
 public:
-    void reset() { m_present = 0; }
+    void reset()
+    {
+        m_present = 0;
+        m_overridden.clear();
+    }
 
     void set(AttributeName property, std::string_view value, std::uint64_t weight)
     {
         const auto index = static_cast<std::size_t>(property);
         const std::uint64_t bit = std::uint64_t(1) << index;
-        if ((m_present & bit) && m_weights[index] > weight)
+        Declared declared{value, weight};
+        if ((m_present & bit) && m_declared[index].weight > weight) {
+            m_overridden.emplace_back(property, declared);
             return;
+        }
+        if (m_present & bit)
+            m_overridden.emplace_back(property, m_declared[index]);
         m_present |= bit;
-        m_values[index] = value;
-        m_weights[index] = weight;
+        m_declared[index] = declared;
     }
 
     void addAttributes(const Element& element);
@@ -52,22 +62,36 @@ public:
     [[nodiscard]] bool has(AttributeName property) const { return m_present >> static_cast<std::size_t>(property) & 1; }
     [[nodiscard]] std::string_view value(AttributeName property) const
     {
-        return has(property) ? m_values[static_cast<std::size_t>(property)] : std::string_view();
+        return has(property) ? m_declared[static_cast<std::size_t>(property)].value : std::string_view();
     }
 
-    // Calls function(property, value) for every property that has a value, in the order of AttributeName.
-    template <typename Function> void forEach(Function function) const
+    // Calls function(property, value) for every property that has a value, in the order of AttributeName. Where it
+    // returns false, which says that the value is unreadable, it is called with the value that this one overrode.
+    template <typename Function> void forEach(Function function)
     {
         for (std::uint64_t rest = m_present; rest; rest &= rest - 1) {
             const auto index = static_cast<std::size_t>(__builtin_ctzll(rest));
-            function(static_cast<AttributeName>(index), m_values[index]);
+            const auto property = static_cast<AttributeName>(index);
+            if (function(property, m_declared[index].value))
+                continue;
+            bool isRead = false;
+            for (const Declared& declared : overridden(property))
+                isRead = isRead || function(property, declared.value);
         }
     }
 
 private:
+    struct Declared
+    {
+        std::string_view value;
+        std::uint64_t weight;
+    };
+
+    [[nodiscard]] std::vector<Declared> overridden(AttributeName property) const; // the heaviest first
+
     std::uint64_t m_present = 0;
-    std::string_view m_values[PropertyCount];
-    std::uint64_t m_weights[PropertyCount];
+    Declared m_declared[PropertyCount];
+    std::vector<std::pair<AttributeName, Declared>> m_overridden; // in the order of declaration
     std::string m_withoutComments; // the style attribute, where it has any
 };
 

@@ -34,14 +34,6 @@ struct Arguments
 }
 
 // Of the begin of a text, which may be long: what has a name has a short one.
-[[nodiscard]] std::string lowered(std::string_view text)
-{
-    constexpr std::size_t LongestName = 32;
-    std::string lower(text.substr(0, LongestName));
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
-    return lower;
-}
-
 // "#rgb", "#rgba", "#rrggbb" and "#rrggbbaa", without the '#'.
 bool parseHex(std::string_view digits, Color& color)
 {

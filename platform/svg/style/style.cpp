@@ -20,103 +20,57 @@ struct StyleResolver::Context
 
 namespace {
 
-void copyTraits(int traits, const Style& from, Style& to)
+// A word that a property may have as its value, and what it stands for.
+template <typename Value> struct Keyword
 {
-    to.textTraits = static_cast<std::uint8_t>((to.textTraits & ~traits) | (from.textTraits & traits));
-}
+    std::string_view word;
+    Value value;
+};
 
-// Copies one property from one style to another.
-void copyProperty(AttributeName property, const Style& from, Style& to)
+constexpr Keyword<Baseline> Baselines[]
+    = {{"alphabetic", Baseline::Alphabetic}, {"auto", Baseline::Alphabetic}, {"baseline", Baseline::Alphabetic},
+        {"middle", Baseline::Middle}, {"central", Baseline::Central}, {"hanging", Baseline::Hanging},
+        {"text-before-edge", Baseline::Top}, {"before-edge", Baseline::Top}, {"text-top", Baseline::Top},
+        {"top", Baseline::Top}, {"text-after-edge", Baseline::Bottom}, {"after-edge", Baseline::Bottom},
+        {"text-bottom", Baseline::Bottom}, {"bottom", Baseline::Bottom}, {"ideographic", Baseline::Bottom}};
+constexpr Keyword<TextAnchor> Anchors[]
+    = {{"start", TextAnchor::Start}, {"middle", TextAnchor::Middle}, {"end", TextAnchor::End}};
+constexpr Keyword<bool> FillRules[] = {{"nonzero", false}, {"evenodd", true}};
+constexpr Keyword<bool> Visibilities[] = {{"visible", true}, {"hidden", false}, {"collapse", false}};
+constexpr Keyword<double> FontSizes[] = {{"xx-small", 9}, {"x-small", 10}, {"small", 13}, {"medium", 16}, {"large", 18},
+    {"x-large", 24}, {"xx-large", 32}}; // in pixels
+
+template <typename Value, std::size_t Count>
+[[nodiscard]] bool readKeyword(std::string_view text, const Keyword<Value> (&keywords)[Count], Value& value)
 {
-    switch (property) {
-    case AttributeName::Fill:
-        to.fill = from.fill;
-        break;
-    case AttributeName::Stroke:
-        to.stroke = from.stroke;
-        break;
-    case AttributeName::Color:
-        to.color = from.color;
-        break;
-    case AttributeName::FillOpacity:
-        to.fillOpacity = from.fillOpacity;
-        break;
-    case AttributeName::StrokeOpacity:
-        to.strokeOpacity = from.strokeOpacity;
-        break;
-    case AttributeName::StrokeWidth:
-        to.strokeWidth = from.strokeWidth;
-        break;
-    case AttributeName::Font:
-        to.fontFamily = from.fontFamily;
-        copyTraits(TextTrait::Bold | TextTrait::Italic, from, to);
-        [[fallthrough]];
-    case AttributeName::FontSize:
-        to.fontSize = from.fontSize;
-        break;
-    case AttributeName::FontFamily:
-        to.fontFamily = from.fontFamily;
-        break;
-    case AttributeName::TextAnchor:
-        to.anchor = from.anchor;
-        break;
-    case AttributeName::DominantBaseline:
-    case AttributeName::AlignmentBaseline:
-        to.baseline = from.baseline;
-        break;
-    case AttributeName::FillRule:
-        to.isEvenOdd = from.isEvenOdd;
-        break;
-    case AttributeName::Visibility:
-        to.isVisible = from.isVisible;
-        break;
-    case AttributeName::WhiteSpace:
-        to.keepsSpaces = from.keepsSpaces;
-        break;
-    case AttributeName::Display:
-        to.isDisplayed = from.isDisplayed;
-        break;
-    case AttributeName::VectorEffect:
-        to.hasFixedStroke = from.hasFixedStroke;
-        break;
-    default:
-        copyTraits(traitOf(property), from, to);
-        break;
+    for (const Keyword<Value>& keyword : keywords) {
+        if (equalsIgnoringCase(text, keyword.word)) {
+            value = keyword.value;
+            return true;
+        }
     }
+    return false;
 }
 
-[[nodiscard]] Baseline baselineOf(std::string_view value, Baseline otherwise)
+template <auto Member> void copyMember(const Style& from, Style& to)
 {
-    if (value == "middle")
-        return Baseline::Middle;
-    if (value == "central")
-        return Baseline::Central;
-    if (value == "hanging")
-        return Baseline::Hanging;
-    if (value == "text-before-edge" || value == "before-edge" || value == "text-top" || value == "top")
-        return Baseline::Top;
-    if (value == "text-after-edge" || value == "after-edge" || value == "text-bottom" || value == "bottom"
-        || value == "ideographic")
-        return Baseline::Bottom;
-    return value == "alphabetic" || value == "auto" || value == "baseline" ? Baseline::Alphabetic : otherwise;
+    to.*Member = from.*Member;
 }
 
-// The sizes that have names, in pixels; 0 for any other text.
-[[nodiscard]] double namedFontSize(std::string_view value)
+template <std::uint8_t Traits> void copyTraits(const Style& from, Style& to)
 {
-    struct Size
-    {
-        std::string_view name;
-        double pixels;
-    };
-    constexpr Size Sizes[] = {{"xx-small", 9}, {"x-small", 10}, {"small", 13}, {"medium", 16}, {"large", 18},
-        {"x-large", 24}, {"xx-large", 32}};
-    for (const Size& size : Sizes) {
-        if (value == size.name)
-            return size.pixels;
-    }
-    return 0.0;
+    to.textTraits = static_cast<std::uint8_t>((to.textTraits & ~Traits) | (from.textTraits & Traits));
 }
+
+void copyFont(const Style& from, Style& to)
+{
+    to.fontFamily = from.fontFamily;
+    to.fontSize = from.fontSize;
+    copyTraits<TextTrait::Bold | TextTrait::Italic>(from, to);
+}
+
+void copyNothing(const Style&, Style&)
+{ }
 
 } // namespace
 
@@ -136,157 +90,213 @@ StyleResolver::StyleResolver(TextPool& texts, PaintServers& servers, Diagnostics
     , m_diagnostics(diagnostics)
 { }
 
-void StyleResolver::resolve(const Cascade& cascade, ViewportSize viewport, Style& style)
+// How a property is read and inherited.
+struct StyleResolver::Property
+{
+    bool (*read)(StyleResolver&, std::string_view, Context&); // returns false, and changes nothing, if it is unreadable
+    void (*copy)(const Style& from, Style& to);
+};
+
+// The readers of the properties in StyleResolver::Properties.
+struct StyleResolver::Readers
+{
+    template <AttributeName Name, std::uint8_t Traits> static constexpr Property trait()
+    {
+        return {[](StyleResolver&, std::string_view value, Context& context) {
+                    setTrait(Traits, hasTrait(Name, value), context.style.textTraits);
+                    return true;
+                },
+            copyTraits<Traits>};
+    }
+
+    template <auto Member, const auto& Keywords> static constexpr Property keyword()
+    {
+        return {[](StyleResolver&, std::string_view value, Context& context) {
+                    return readKeyword(value, Keywords, context.style.*Member);
+                },
+            copyMember<Member>};
+    }
+
+    template <auto Member> static constexpr Property paint()
+    {
+        return {[](StyleResolver& resolver, std::string_view value, Context& context) {
+                    return resolver.applyPaint(value, context.style.*Member);
+                },
+            copyMember<Member>};
+    }
+
+    template <auto Member> static constexpr Property opacity()
+    {
+        return {[](StyleResolver& resolver, std::string_view value, Context& context) {
+                    return parseOpacity(value, resolver.m_diagnostics, context.style.*Member);
+                },
+            copyMember<Member>};
+    }
+
+    // A property that is not drawn, only warned about.
+    template <Unsupported Feature> static constexpr Property warning()
+    {
+        return {[](StyleResolver& resolver, std::string_view value, Context&) {
+                    if (!equalsIgnoringCase(value, "none"))
+                        resolver.m_diagnostics.warn(Feature);
+                    return true;
+                },
+            copyNothing};
+    }
+
+    static constexpr Property nothing()
+    {
+        return {[](StyleResolver&, std::string_view, Context&) { return true; }, copyNothing};
+    }
+
+    static bool color(StyleResolver& resolver, std::string_view value, Context& context)
+    {
+        if (equalsIgnoringCase(value, "currentcolor") || parseColor(value, context.style.color))
+            return true;
+        resolver.m_diagnostics.warn(Unsupported::Color);
+        return false;
+    }
+
+    static bool groupOpacity(StyleResolver& resolver, std::string_view value, Context& context)
+    {
+        double opacity = 1.0;
+        const bool isRead = parseOpacity(value, resolver.m_diagnostics, opacity);
+        context.style.groupOpacity = context.parent.groupOpacity * opacity;
+        return isRead;
+    }
+
+    static bool strokeWidth(StyleResolver& resolver, std::string_view value, Context& context)
+    {
+        const LengthContext lengths{context.style.fontSize, context.viewport};
+        double width = 0.0;
+        if (!parseSize(value, lengths, LengthAxis::Diagonal, resolver.m_diagnostics, width))
+            return false;
+        context.style.strokeWidth = width;
+        return true;
+    }
+
+    static bool display(StyleResolver&, std::string_view value, Context& context)
+    {
+        context.style.isDisplayed = !equalsIgnoringCase(value, "none");
+        return true;
+    }
+
+    static bool vectorEffect(StyleResolver&, std::string_view value, Context& context)
+    {
+        context.style.hasFixedStroke = equalsIgnoringCase(value, "non-scaling-stroke");
+        return true;
+    }
+
+    static bool whiteSpace(StyleResolver&, std::string_view value, Context& context)
+    {
+        context.style.keepsSpaces = equalsIgnoringCase(value.substr(0, 3), "pre");
+        return true;
+    }
+};
+
+// One entry for each property, in the order of AttributeName.
+const StyleResolver::Property StyleResolver::Properties[PropertyCount] = {
+    {[](StyleResolver& resolver, std::string_view value, Context& context) {
+         return resolver.applyFontSize(value, context);
+     },
+        copyMember<&Style::fontSize>},
+    {[](StyleResolver& resolver, std::string_view value, Context& context) {
+         return resolver.applyFont(value, context);
+     },
+        copyFont},
+    {[](StyleResolver& resolver, std::string_view value, Context& context) {
+         return resolver.applyFontFamily(value, context.style);
+     },
+        copyMember<&Style::fontFamily>},
+    Readers::trait<AttributeName::FontStretch, TextTrait::Effects>(),
+    Readers::trait<AttributeName::FontStyle, TextTrait::Italic>(),
+    Readers::trait<AttributeName::FontVariant, TextTrait::Effects>(),
+    Readers::trait<AttributeName::FontWeight, TextTrait::Bold>(), {Readers::color, copyMember<&Style::color>},
+    Readers::paint<&Style::fill>(), Readers::opacity<&Style::fillOpacity>(),
+    Readers::keyword<&Style::isEvenOdd, FillRules>(), Readers::paint<&Style::stroke>(),
+    Readers::opacity<&Style::strokeOpacity>(), {Readers::strokeWidth, copyMember<&Style::strokeWidth>},
+    Readers::warning<Unsupported::Dash>(), {Readers::groupOpacity, copyNothing},
+    {Readers::display, copyMember<&Style::isDisplayed>}, Readers::keyword<&Style::isVisible, Visibilities>(),
+    Readers::keyword<&Style::anchor, Anchors>(), Readers::keyword<&Style::baseline, Baselines>(), // dominant-baseline
+    Readers::keyword<&Style::baseline, Baselines>(), // alignment-baseline
+    {Readers::vectorEffect, copyMember<&Style::hasFixedStroke>}, {Readers::whiteSpace, copyMember<&Style::keepsSpaces>},
+    Readers::trait<AttributeName::TextDecoration, TextTrait::Lines>(),
+    Readers::trait<AttributeName::LetterSpacing, TextTrait::LetterSpacing>(),
+    Readers::trait<AttributeName::WordSpacing, TextTrait::WordSpacing>(),
+    Readers::trait<AttributeName::WritingMode, TextTrait::Vertical>(),
+    Readers::trait<AttributeName::Direction, TextTrait::Effects>(),
+    Readers::trait<AttributeName::TextTransform, TextTrait::Effects>(),
+    Readers::trait<AttributeName::BaselineShift, TextTrait::Effects>(),
+    Readers::nothing(), // transform, which is no matter of style here
+    Readers::nothing(), // overflow
+    Readers::nothing(), // stop-color
+    Readers::nothing(), // stop-opacity
+    Readers::warning<Unsupported::Clip>(), Readers::warning<Unsupported::Mask>(),
+    Readers::warning<Unsupported::Filter>(),
+    Readers::warning<Unsupported::Marker>(), // marker
+    Readers::warning<Unsupported::Marker>(), // marker-start
+    Readers::warning<Unsupported::Marker>(), // marker-mid
+    Readers::warning<Unsupported::Marker>(), // marker-end
+};
+
+void StyleResolver::resolve(Cascade& cascade, ViewportSize viewport, Style& style)
 {
     style.isDisplayed = true;
     style.hasFixedStroke = false;
     if (cascade.isEmpty())
         return;
     Context context{style, style, viewport};
-    cascade.forEach([&](AttributeName property, std::string_view value) {
-        if (!applyKeyword(property, value, context))
-            apply(property, value, context);
-    });
+    cascade.forEach([&](AttributeName property, std::string_view value) { return apply(property, value, context); });
 }
 
-// The keywords that any property takes.
+// Returns false if the value is unreadable.
+bool StyleResolver::apply(AttributeName property, std::string_view value, Context& context)
+{
+    return applyKeyword(property, value, context)
+        || Properties[static_cast<std::size_t>(property)].read(*this, value, context);
+}
+
+// The keywords that every property takes. Returns false for any other value.
 bool StyleResolver::applyKeyword(AttributeName property, std::string_view value, Context& context)
 {
-    // No other value that matters begins with these letters and is as long.
-    if (value.size() < 5 || (value[0] != 'i' && value[0] != 'u' && value[0] != 'r'))
-        return false;
+    enum class Wide { Initial, Inherit, Unset };
+    static constexpr Keyword<Wide> Words[]
+        = {{"initial", Wide::Initial}, {"inherit", Wide::Inherit}, {"unset", Wide::Unset}, {"revert", Wide::Unset}};
     static const Style initial;
-    if (value == "initial")
-        copyProperty(property, initial, context.style);
-    else if (value == "inherit")
-        copyProperty(property, context.parent, context.style);
-    else
-        return value == "unset" || value == "revert";
-    if (property == AttributeName::Opacity && value == "inherit")
-        context.style.groupOpacity = context.parent.groupOpacity;
+    // Few other values begin with these letters and are as long.
+    if (value.size() < 5 || std::string_view("iurIUR").find(value.front()) == std::string_view::npos)
+        return false;
+    Wide word = Wide::Unset;
+    if (!readKeyword(value, Words, word))
+        return false;
+    if (word != Wide::Unset)
+        Properties[static_cast<std::size_t>(property)].copy(
+            word == Wide::Initial ? initial : context.parent, context.style);
     return true;
 }
 
-void StyleResolver::apply(AttributeName property, std::string_view value, Context& context)
-{
-    Style& style = context.style;
-    switch (property) {
-    case AttributeName::FontSize:
-        applyFontSize(value, context);
-        break;
-    case AttributeName::Font:
-        applyFont(value, context);
-        break;
-    case AttributeName::FontFamily:
-        applyFontFamily(value, style);
-        break;
-    case AttributeName::Color:
-        if (!equalsIgnoringCase(value, "currentcolor") && !parseColor(value, style.color))
-            m_diagnostics.warn(Unsupported::Color);
-        break;
-    case AttributeName::Fill:
-        applyPaint(value, context.parent, style.fill);
-        break;
-    case AttributeName::Stroke:
-        applyPaint(value, context.parent, style.stroke);
-        break;
-    case AttributeName::FillOpacity:
-        parseOpacity(value, m_diagnostics, style.fillOpacity);
-        break;
-    case AttributeName::StrokeOpacity:
-        parseOpacity(value, m_diagnostics, style.strokeOpacity);
-        break;
-    case AttributeName::Opacity: {
-        double opacity = 1.0;
-        parseOpacity(value, m_diagnostics, opacity);
-        style.groupOpacity = context.parent.groupOpacity * opacity;
-        break;
-    }
-    case AttributeName::StrokeWidth: {
-        const LengthContext lengths{style.fontSize, context.viewport};
-        double width = 0.0;
-        if (parseSize(value, lengths, LengthAxis::Diagonal, m_diagnostics, width))
-            style.strokeWidth = width;
-        break;
-    }
-    case AttributeName::FillRule:
-        style.isEvenOdd = value == "evenodd";
-        break;
-    case AttributeName::Display:
-        style.isDisplayed = value != "none";
-        break;
-    case AttributeName::Visibility:
-        style.isVisible = value == "visible";
-        break;
-    case AttributeName::TextAnchor:
-        style.anchor = value == "middle" ? TextAnchor::Middle : value == "end" ? TextAnchor::End : TextAnchor::Start;
-        break;
-    case AttributeName::DominantBaseline:
-    case AttributeName::AlignmentBaseline:
-        style.baseline = baselineOf(value, style.baseline);
-        break;
-    case AttributeName::VectorEffect:
-        style.hasFixedStroke = value == "non-scaling-stroke";
-        break;
-    case AttributeName::WhiteSpace:
-        style.keepsSpaces = value.substr(0, 3) == "pre";
-        break;
-    default:
-        if (const std::uint8_t trait = traitOf(property))
-            setTrait(trait, hasTrait(property, value), style.textTraits);
-        else
-            warnOf(property, value);
-        break;
-    }
-}
-
-// Properties that are only noticed.
-void StyleResolver::warnOf(AttributeName property, std::string_view value)
-{
-    if (value == "none")
-        return;
-    switch (property) {
-    case AttributeName::StrokeDashArray:
-        m_diagnostics.warn(Unsupported::Dash);
-        break;
-    case AttributeName::ClipPath:
-        m_diagnostics.warn(Unsupported::Clip);
-        break;
-    case AttributeName::Mask:
-        m_diagnostics.warn(Unsupported::Mask);
-        break;
-    case AttributeName::Filter:
-        m_diagnostics.warn(Unsupported::Filter);
-        break;
-    case AttributeName::Marker:
-    case AttributeName::MarkerStart:
-    case AttributeName::MarkerMid:
-    case AttributeName::MarkerEnd:
-        m_diagnostics.warn(Unsupported::Marker);
-        break;
-    default:
-        break;
-    }
-}
-
-void StyleResolver::applyPaint(std::string_view value, const Style& parent, Paint& paint)
+// Returns false, with a warning, if the value is unreadable.
+bool StyleResolver::applyPaint(std::string_view value, Paint& paint)
 {
     Color color;
     value = trimmed(value);
     if (parseColor(value, color))
         paint = {color, Paint::Kind::Plain};
-    else if (value == "none")
+    else if (equalsIgnoringCase(value, "none"))
         paint = {};
     else if (equalsIgnoringCase(value, "currentcolor"))
         paint = {{}, Paint::Kind::CurrentColor};
-    else if (value.substr(0, 4) == "url(")
-        applyServer(value, parent, paint);
-    else
+    else if (equalsIgnoringCase(value.substr(0, 4), "url("))
+        applyServer(value, paint);
+    else {
         m_diagnostics.warn(Unsupported::Color);
+        return false;
+    }
+    return true;
 }
 
 // "url(#name) fallback"
-void StyleResolver::applyServer(std::string_view value, const Style& parent, Paint& paint)
+void StyleResolver::applyServer(std::string_view value, Paint& paint)
 {
     const std::size_t close = value.find(')');
     std::string_view name = trimmed(value.substr(4, close == std::string_view::npos ? close : close - 4));
@@ -298,13 +308,12 @@ void StyleResolver::applyServer(std::string_view value, const Style& parent, Pai
     paint = {};
     if (!name.empty() && name.front() == '#' && m_servers.serverColor(name.substr(1), color, isFound))
         paint = {color, Paint::Kind::Plain};
-    else if (!isFound && !fallback.empty() && fallback.substr(0, 4) != "url(")
-        applyPaint(fallback, parent, paint);
+    else if (!isFound && !fallback.empty() && !equalsIgnoringCase(fallback.substr(0, 4), "url("))
+        applyPaint(fallback, paint);
 }
 
-// The shorthand: what comes before the size is weight and the like, what follows is the family. One without a size is
-// none.
-void StyleResolver::applyFont(std::string_view value, Context& context)
+// The shorthand: weight and the like stand before the size, the family after it. Returns false if there is no size.
+bool StyleResolver::applyFont(std::string_view value, Context& context)
 {
     const std::size_t size = value.find_first_of("0123456789.");
     // A weight of three digits is a number without a unit.
@@ -316,41 +325,42 @@ void StyleResolver::applyFont(std::string_view value, Context& context)
         begin = value.find_first_of("0123456789.", begin + token.size());
     }
     if (begin == std::string_view::npos)
-        return;
-    applyFontTraits(value.substr(0, begin), context.style.textTraits);
+        return false;
     const std::size_t end = value.find_first_of(" \t\n/", begin);
-    applyFontSize(value.substr(begin, end - begin), context);
+    if (!applyFontSize(value.substr(begin, end - begin), context))
+        return false;
+    applyFontTraits(value.substr(0, begin), context.style.textTraits);
     if (end == std::string_view::npos)
-        return;
+        return true;
     std::string_view rest = trimmed(value.substr(end));
     if (!rest.empty() && rest.front() == '/')
         rest = trimmed(rest.substr(std::min(rest.find_first_of(" \t\n", 1), rest.size())));
     applyFontFamily(rest, context.style);
+    return true;
 }
 
-// The first family of the list, without quotes.
-void StyleResolver::applyFontFamily(std::string_view value, Style& style)
+// Takes the first family of the list, without quotes. Returns false if there is none.
+bool StyleResolver::applyFontFamily(std::string_view value, Style& style)
 {
     std::string_view family = trimmed(value.substr(0, value.find(',')));
     if (family.size() >= 2 && (family.front() == '"' || family.front() == '\'') && family.back() == family.front())
         family = trimmed(family.substr(1, family.size() - 2));
-    if (!family.empty())
-        style.fontFamily = m_texts.text(m_texts.intern(family));
+    if (family.empty())
+        return false;
+    style.fontFamily = m_texts.text(m_texts.intern(family));
+    return true;
 }
 
-void StyleResolver::applyFontSize(std::string_view value, Context& context)
+bool StyleResolver::applyFontSize(std::string_view value, Context& context)
 {
     value = trimmed(value);
     const double parentSize = context.parent.fontSize;
-    double size = namedFontSize(value);
-    if (value == "smaller")
-        size = parentSize / 1.2;
-    else if (value == "larger")
-        size = parentSize * 1.2;
-    // Here a percentage is one of the parent's font size.
+    const Keyword<double> relativeSizes[] = {{"smaller", parentSize / 1.2}, {"larger", parentSize * 1.2}};
+    // A percentage is one of the parent's font size.
     const LengthContext lengths{parentSize, {parentSize, parentSize}};
-    if (size > 0.0 || parseSize(value, lengths, LengthAxis::Horizontal, m_diagnostics, size))
-        context.style.fontSize = size;
+    return readKeyword(value, FontSizes, context.style.fontSize)
+        || readKeyword(value, relativeSizes, context.style.fontSize)
+        || parseSize(value, lengths, LengthAxis::Horizontal, m_diagnostics, context.style.fontSize);
 }
 
 bool parseOpacity(std::string_view text, Diagnostics& diagnostics, double& opacity)

@@ -78,20 +78,23 @@ class StyleResolver
 public:
     StyleResolver(TextPool& texts, PaintServers& servers, Diagnostics& diagnostics);
 
-    // `style` comes in as the parent's and goes out as the element's.
-    void resolve(const Cascade& cascade, ViewportSize viewport, Style& style);
+    // `style` comes in as the parent's and goes out as the element's. An unreadable value counts as not declared.
+    void resolve(Cascade& cascade, ViewportSize viewport, Style& style);
 
 private:
     struct Context;
+    struct Property;
+    struct Readers;
 
-    void apply(AttributeName property, std::string_view value, Context& context);
+    static const Property Properties[PropertyCount];
+
+    bool apply(AttributeName property, std::string_view value, Context& context);
     bool applyKeyword(AttributeName property, std::string_view value, Context& context);
-    void applyPaint(std::string_view value, const Style& parent, Paint& paint);
-    void applyServer(std::string_view value, const Style& parent, Paint& paint);
-    void applyFont(std::string_view value, Context& context);
-    void applyFontFamily(std::string_view value, Style& style);
-    void applyFontSize(std::string_view value, Context& context);
-    void warnOf(AttributeName property, std::string_view value);
+    bool applyPaint(std::string_view value, Paint& paint);
+    void applyServer(std::string_view value, Paint& paint);
+    bool applyFont(std::string_view value, Context& context);
+    bool applyFontFamily(std::string_view value, Style& style);
+    bool applyFontSize(std::string_view value, Context& context);
 
     TextPool& m_texts;
     PaintServers& m_servers;

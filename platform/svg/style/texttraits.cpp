@@ -15,12 +15,12 @@ namespace {
     constexpr int LeastBold = 600;
     int number = 0;
     std::from_chars(weight.data(), weight.data() + weight.size(), number);
-    return weight == "bold" || weight == "bolder" || number >= LeastBold;
+    return equalsIgnoringCase(weight, "bold") || equalsIgnoringCase(weight, "bolder") || number >= LeastBold;
 }
 
 [[nodiscard]] bool isItalic(std::string_view style)
 {
-    return style == "italic" || style.substr(0, 7) == "oblique";
+    return equalsIgnoringCase(style, "italic") || equalsIgnoringCase(style.substr(0, 7), "oblique");
 }
 
 // Of a length; a word is none.
@@ -32,37 +32,12 @@ namespace {
 
 [[nodiscard]] bool isVertical(std::string_view writingMode)
 {
-    return writingMode.substr(0, 2) == "tb" || writingMode.substr(0, 8) == "vertical"
-        || writingMode.substr(0, 8) == "sideways";
+    return equalsIgnoringCase(writingMode.substr(0, 2), "tb")
+        || equalsIgnoringCase(writingMode.substr(0, 8), "vertical")
+        || equalsIgnoringCase(writingMode.substr(0, 8), "sideways");
 }
 
 } // namespace
-
-std::uint8_t traitOf(AttributeName property)
-{
-    switch (property) {
-    case AttributeName::FontWeight:
-        return TextTrait::Bold;
-    case AttributeName::FontStyle:
-        return TextTrait::Italic;
-    case AttributeName::TextDecoration:
-        return TextTrait::Lines;
-    case AttributeName::LetterSpacing:
-        return TextTrait::LetterSpacing;
-    case AttributeName::WordSpacing:
-        return TextTrait::WordSpacing;
-    case AttributeName::WritingMode:
-        return TextTrait::Vertical;
-    case AttributeName::BaselineShift:
-    case AttributeName::Direction:
-    case AttributeName::FontStretch:
-    case AttributeName::FontVariant:
-    case AttributeName::TextTransform:
-        return TextTrait::Effects;
-    default:
-        return 0;
-    }
-}
 
 bool hasTrait(AttributeName property, std::string_view value)
 {
@@ -76,15 +51,15 @@ bool hasTrait(AttributeName property, std::string_view value)
     case AttributeName::LetterSpacing:
     case AttributeName::WordSpacing:
     case AttributeName::BaselineShift:
-        return !isZero(value) || value == "sub" || value == "super";
+        return !isZero(value) || equalsIgnoringCase(value, "sub") || equalsIgnoringCase(value, "super");
     case AttributeName::WritingMode:
         return isVertical(value);
     case AttributeName::Direction:
-        return value == "rtl";
+        return equalsIgnoringCase(value, "rtl");
     case AttributeName::FontStretch:
-        return value != "normal" && value != "100%";
+        return !equalsIgnoringCase(value, "normal") && value != "100%";
     default:
-        return value != "normal" && value != "none";
+        return !equalsIgnoringCase(value, "normal") && !equalsIgnoringCase(value, "none");
     }
 }
 
@@ -104,7 +79,7 @@ void applyFontTraits(std::string_view words, std::uint8_t& traits)
             setTrait(TextTrait::Bold, true, traits);
         if (isItalic(word))
             setTrait(TextTrait::Italic, true, traits);
-        if (word == "small-caps")
+        if (equalsIgnoringCase(word, "small-caps"))
             setTrait(TextTrait::Effects, true, traits);
         words.remove_prefix(end);
     }

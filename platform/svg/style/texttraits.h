@@ -19,10 +19,7 @@ constexpr std::uint8_t Vertical = 32;
 constexpr std::uint8_t Effects = 64; // anything else
 } // namespace TextTrait
 
-// The bit that a property decides on; 0 for others.
-[[nodiscard]] std::uint8_t traitOf(AttributeName property);
-
-// Whether such a property has another value than usual.
+// Whether a property of text has another value than usual.
 [[nodiscard]] bool hasTrait(AttributeName property, std::string_view value);
 
 // Effects, which several properties decide on, and lines, which no inner element takes away, are never cleared.
