@@ -128,6 +128,7 @@ void walkItems(benchmark::State& state, Device& device)
             state.SkipWithError("not all elements were found");
     }
     window.engine().device.clearRecords();
+    device.closeWindow(); // it would compare all the attributes that were asked for, at each full repaint
 }
 
 } // namespace
