@@ -86,6 +86,7 @@ private:
     [[nodiscard]] bool isInside(double x, double y) const;
     [[nodiscard]] bool isWithinReach(const QRectF& rect) const;
     [[nodiscard]] bool isPoint(const QLineF& line) const;
+    [[nodiscard]] bool isDotOutside(const QLineF& line) const;
     [[nodiscard]] std::optional<int> thinOpacity(double penWidth) const;
     QPainter& painter();
 
@@ -185,6 +186,15 @@ bool ListPainter::Job::isPoint(const QLineF& line) const
     return m_mapping.scale * std::max(std::abs(line.dx()), std::abs(line.dy())) < ShortestLine;
 }
 
+// A line without a length is an item without an area, which Qt paints only where its point is in sight, give or take
+// two pixels. Elsewhere QPainter, whose clipping is not made for such lines, may draw a bar across the whole picture.
+bool ListPainter::Job::isDotOutside(const QLineF& line) const
+{
+    constexpr int QtsMargin = 2; // pixels
+    const QPointF dot(std::floor(m_mapping.x(line.x1())), std::floor(m_mapping.y(line.y1())));
+    return m_isRaster && line.p1() == line.p2() && !grown(m_inside, QtsMargin).intersects(QRectF(dot, QSizeF(1, 1)));
+}
+
 // The opacity of a pen that draws thin lines; none for a wide one. A pen of width 0 is a pixel wide at any scale.
 std::optional<int> ListPainter::Job::thinOpacity(double penWidth) const
 {
@@ -234,6 +244,8 @@ void ListPainter::Job::drawLine(const Primitive& primitive)
         m_rasteriser.drawLine(line, 0xff000000U | primitive.strokeColor, *opacity);
         return;
     }
+    if (isDotOutside(line))
+        return;
     const bool isFinite
         = std::isfinite(line.x1()) && std::isfinite(line.y1()) && std::isfinite(line.x2()) && std::isfinite(line.y2());
     QPainter& general = painter();
@@ -300,8 +312,7 @@ void ListPainter::visitTouching(const QTransform& sceneToImage, const std::vecto
         for (int place : m_list.placesIn(area)) {
             const Primitive& primitive = m_list.primitive(place);
             const QRectF bounds = m_list.boundsOf(place);
-            if (primitive.kind != Primitive::Text && touches(bounds, area)
-                && layers.contains(m_list.layers()[primitive.layer]))
+            if (touches(bounds, area) && layers.contains(m_list.layers()[primitive.layer]))
                 visitor(primitive, grown(sceneToImage.mapRect(bounds), Margin), strip);
         }
     }

@@ -19,6 +19,8 @@ constexpr int BorderBreadth = 2; // pixels in which a border may be seen
 
 constexpr double ThinnestWide = 0.99; // pixels; wider pens are QPainter's
 
+constexpr double LongEdge = 64; // pixels; how thick a cut edge is drawn depends on how much of it is left
+
 // From this part of the picture on, painting all of it is no more work than painting its parts.
 constexpr double MostDirty = 0.7;
 
@@ -31,13 +33,6 @@ bool isSameScale(const QTransform& a, const QTransform& b)
 bool isWhole(double value)
 {
     return value == std::round(value);
-}
-
-// But for what is lost in some sums.
-bool isNearlyWhole(double value)
-{
-    constexpr double Lost = 1e-6;
-    return std::abs(value - std::round(value)) < Lost;
 }
 
 int wrapped(int value, int length)
@@ -137,15 +132,9 @@ bool ViewCanvas::scroll(const Scene& scene)
     for (QRect& part : m_dirty)
         part.translate(way);
     const std::vector<QRect> borders = bordersAcross(way);
-    markCutShapes(borders, way); // where they were, moved along
-    if (way.x() == 0)
-        markEdgesOfCutRects(way);
+    markCutShapes(borders, way, way); // where they were, moved along
     m_toPicture = scene.toPicture;
-    markCutShapes(borders, QPoint());
-    if (way.x() == 0) {
-        markEdgesOfCutRects(QPoint());
-        markCutRects();
-    }
+    markCutShapes(borders, QPoint(), -way);
     // What is cut off by the border of an image is rounded in another way than what lies inside.
     for (const QRect& border : borders) {
         mark(border);
@@ -165,7 +154,7 @@ std::vector<QRect> ViewCanvas::bordersAcross(QPoint way) const
     const int height = m_picture.height();
     std::vector<QRect> borders;
     if (way.x() != 0)
-        borders = sideBorders();
+        borders = {QRect(0, 0, BorderBreadth, height), QRect(width - BorderBreadth, 0, BorderBreadth, height)};
     if (way.y() != 0) {
         borders.emplace_back(0, 0, width, BorderBreadth);
         borders.emplace_back(0, height - BorderBreadth, width, BorderBreadth);
@@ -173,65 +162,36 @@ std::vector<QRect> ViewCanvas::bordersAcross(QPoint way) const
     return borders;
 }
 
-std::vector<QRect> ViewCanvas::sideBorders() const
+// Whether a coordinate changes its sign on the way.
+bool ViewCanvas::crossesZero(const QPointF& point, QPoint way) const
 {
-    const int height = m_picture.height();
-    return {QRect(0, 0, BorderBreadth, height), QRect(m_picture.width() - BorderBreadth, 0, BorderBreadth, height)};
+    const QPointF before = m_toPicture.map(point);
+    const QPointF after = before + way;
+    return (before.x() < 0) != (after.x() < 0) || (before.y() < 0) != (after.y() < 0);
 }
 
-// How QPainter cuts off what is slanted or has a wide border depends on where the picture's border is, along the whole
-// of a line, so that the picture of it cannot be moved.
-void ViewCanvas::markCutShapes(const std::vector<QRect>& borders, QPoint way)
+// QPainter cuts off what is slanted or has a wide border by where the picture's border is, along the whole of a line;
+// and it rounds the place of a text towards zero. Such pictures cannot be moved. `other` leads to where the scene was
+// or will be, `way` to where its picture is now.
+void ViewCanvas::markCutShapes(const std::vector<QRect>& borders, QPoint way, QPoint other)
 {
     const auto markShape = [&](const Primitive& primitive, const QRectF& bounds, const QRect&) {
-        const bool isRect = primitive.kind == Primitive::Rect;
-        if (primitive.isSlanted()) {
-            mark(bounds, way);
-        } else if (const double pixels = primitive.strokeWidth * m_toPicture.m11(); pixels > ThinnestWide) {
-            if (isRect)
-                markEdges(m_toPicture.mapRect(primitive.rect()), pixels / 2 + Margin, way);
-            else
+        const double penWidth = primitive.strokeWidth * m_toPicture.m11();
+        switch (primitive.kind) {
+        case Primitive::Text:
+            if (crossesZero(QPointF(primitive.a, primitive.b), other))
                 mark(bounds, way);
-        } else if (isRect) {
-            markEdgesIfCut(m_toPicture.mapRect(primitive.rect()), way);
+            break;
+        case Primitive::Rect:
+            if (penWidth > ThinnestWide || std::max(bounds.width(), bounds.height()) > LongEdge)
+                markEdges(m_toPicture.mapRect(primitive.rect()), std::max(penWidth, 0.0) / 2 + Margin, way);
+            break;
+        default:
+            if (primitive.isSlanted() || penWidth > ThinnestWide)
+                mark(bounds, way);
         }
     };
     m_painter.visitTouching(m_toPicture, borders, m_layers, markShape);
-}
-
-// How it rounds a rect that is cut off at a side depends on how far down the rect is.
-void ViewCanvas::markCutRects()
-{
-    const auto markRect = [&](const Primitive& primitive, const QRectF& bounds, const QRect& border) {
-        if (primitive.kind == Primitive::Rect)
-            mark(bounds.toAlignedRect() & border);
-    };
-    m_painter.visitTouching(m_toPicture, sideBorders(), m_layers, markRect);
-}
-
-void ViewCanvas::markEdgesOfCutRects(QPoint way)
-{
-    const auto markRect = [&](const Primitive& primitive, const QRectF&, const QRect&) {
-        if (primitive.kind == Primitive::Rect)
-            markEdgesIfCut(m_toPicture.mapRect(primitive.rect()), way);
-    };
-    m_painter.visitTouching(m_toPicture, sideBorders(), m_layers, markRect);
-}
-
-// How much is left of a rect that a side cuts decides about the last bit of where its edges lie, and so, where they lie
-// on the border of pixels, about a level of their colour.
-void ViewCanvas::markEdgesIfCut(const QRectF& rect, QPoint way)
-{
-    if (rect.left() >= 0 && rect.right() <= m_picture.width())
-        return;
-    for (const double y : {rect.top(), rect.bottom()}) {
-        if (isNearlyWhole(y))
-            mark(QRectF(rect.left() - Margin, y - Margin, rect.width() + 2 * Margin, 2 * Margin), way);
-    }
-    for (const double x : {rect.left(), rect.right()}) {
-        if (isNearlyWhole(x))
-            mark(QRectF(x - Margin, rect.top() - Margin, 2 * Margin, rect.height() + 2 * Margin), way);
-    }
 }
 
 void ViewCanvas::markEdges(const QRectF& rect, double reach, QPoint way)

@@ -16,7 +16,9 @@
 namespace mirn::zelchipview {
 
 // The picture that a view shows, kept from one paint to the next: a scroll moves it and paints what came into sight, a
-// change of an element's look paints the spot where it lies. All else, such as another scale, paints it anew.
+// change of an element's look paints the spot where it lies. All else, such as another scale, paints it anew. After a
+// scroll a pixel may differ by one level of a colour from a picture that is painted anew: QPainter rounds by where the
+// border is.
 class ViewCanvas final
 {
 public:
@@ -57,11 +59,8 @@ private:
     [[nodiscard]] bool isSameButScrolled(const Scene& scene) const;
     bool scroll(const Scene& scene);
     [[nodiscard]] std::vector<QRect> bordersAcross(QPoint way) const;
-    [[nodiscard]] std::vector<QRect> sideBorders() const;
-    void markCutShapes(const std::vector<QRect>& borders, QPoint way);
-    void markCutRects();
-    void markEdgesOfCutRects(QPoint way);
-    void markEdgesIfCut(const QRectF& rect, QPoint way);
+    [[nodiscard]] bool crossesZero(const QPointF& point, QPoint way) const;
+    void markCutShapes(const std::vector<QRect>& borders, QPoint way, QPoint other);
     void markEdges(const QRectF& rect, double reach, QPoint way);
     void mark(const QRectF& part, QPoint way);
     void mark(const QRect& part);

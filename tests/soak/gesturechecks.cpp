@@ -30,7 +30,7 @@ ZELChipViewDatabase& database()
 
 constexpr int MostIds = 12; // in one text
 
-// A scrolled edge between two pixels may be off by one level of a colour.
+// A scrolled edge between two pixels may be off by one level of a colour for each element that ends there.
 bool areAlike(const QImage& one, const QImage& other)
 {
     if (one.size() != other.size())
@@ -38,7 +38,7 @@ bool areAlike(const QImage& one, const QImage& other)
     for (int y = 0; y < one.height(); ++y) {
         const auto* first = one.constScanLine(y);
         const auto* second = other.constScanLine(y);
-        const auto isNear = [](uchar a, uchar b) { return std::abs(a - b) <= 1; };
+        const auto isNear = [](uchar a, uchar b) { return std::abs(a - b) <= 3; };
         if (!std::equal(first, first + one.width() * int(sizeof(QRgb)), second, isNear))
             return false;
     }
