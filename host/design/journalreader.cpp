@@ -108,6 +108,8 @@ bool JournalReader::next(Change& change)
                 continue;
             change.isWhole = false;
             change.line = group.line;
+            change.begin = group.begin;
+            change.end = begin;
             return true;
         }
         if (isEmpty(line.text))
