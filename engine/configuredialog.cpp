@@ -33,7 +33,7 @@ public:
     }
 };
 
-// As plain text: a name may look like mark-up.
+// The label uses plain text, because a name may look like mark-up.
 QLabel* labelFor(const QString& resource, QWidget* parent)
 {
     auto* label = new QLabel(resource, parent);

@@ -10,7 +10,7 @@ namespace {
 
 constexpr char POWER_DOWN[] = "POWER DOWN"; // a setting of both channels of a unit
 
-constexpr double RING_DEPTH = 54; // of the pad ring
+constexpr double RING_DEPTH = 54; // depth of the pad ring
 constexpr double PAD_PITCH = 17;
 constexpr double PAD_LENGTH = 15;
 constexpr double PAD_DEPTH = 28;
