@@ -88,7 +88,7 @@ private:
     QString m_filterObjection;
     std::vector<SiteKind> m_kinds;
     std::vector<Site> m_sites;
-    QHash<int, int> m_byId; // by site id and by name, an index into m_sites
+    QHash<int, int> m_byId; // indices into m_sites, here and in the next two
     QHash<QString, int> m_byName;
     QHash<QString, std::vector<int>> m_groups;
 };
