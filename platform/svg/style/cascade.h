@@ -9,8 +9,8 @@
 
 namespace zelsvg {
 
-// What a declaration weighs against another one for the same property: importance, then where it stands, then how
-// specific its selector is, then its order. The heavier one wins, of two alike the later.
+// The weight of a declaration against others for the same property. It is ordered by importance, then origin, then the
+// specificity of the selector, then order. The heaviest declaration wins; of equal ones the later.
 class Weight
 {
 public:
@@ -18,14 +18,14 @@ public:
     static constexpr std::uint64_t StyleAttribute = std::uint64_t(1) << 62;
     static constexpr std::uint64_t Important = std::uint64_t(1) << 63;
 
-    // `specificity` below 2^28.
+    // `specificity` must be below 2^28.
     [[nodiscard]] static constexpr std::uint64_t ofRule(std::uint32_t specificity, std::uint32_t order)
     {
         return std::uint64_t(1) << 61 | std::uint64_t(specificity) << 32 | order;
     }
 };
 
-// The declared values of one element's style properties, of which the heaviest win.
+// The cascade of one element: the heaviest declared value of each style property.
 class Cascade
 {
 public:
@@ -44,8 +44,8 @@ public:
 
     void addAttributes(const Element& element);
 
-    // Of a style attribute: "fill: red; stroke: none !important". The text must live as long as the values are asked;
-    // the values of one with comments last until the next such text.
+    // Adds the declarations of a style attribute, such as "fill: red; stroke: none !important". The text must live as
+    // long as the values are used; those of a text with comments are valid until the next text with comments.
     void addStyle(std::string_view text);
 
     [[nodiscard]] bool isEmpty() const { return m_present == 0; }
@@ -55,7 +55,7 @@ public:
         return has(property) ? m_values[static_cast<std::size_t>(property)] : std::string_view();
     }
 
-    // Calls function(property, value) for every property that has a value, in the order of AttributeName.
+    // Calls function(property, value) for each property that has a value, in the order of AttributeName.
     template <typename Function> void forEach(Function function) const
     {
         for (std::uint64_t rest = m_present; rest; rest &= rest - 1) {
@@ -68,7 +68,7 @@ private:
     std::uint64_t m_present = 0;
     std::string_view m_values[PropertyCount];
     std::uint64_t m_weights[PropertyCount];
-    std::string m_withoutComments; // the style attribute, where it has any
+    std::string m_withoutComments; // a copy of the style attribute, if it has comments
 };
 
 } // namespace zelsvg

@@ -101,7 +101,7 @@ void copyProperty(AttributeName property, const Style& from, Style& to)
     return value == "alphabetic" || value == "auto" || value == "baseline" ? Baseline::Alphabetic : otherwise;
 }
 
-// The sizes that have names, in pixels; 0 for any other text.
+// Returns the size of a font size keyword in pixels; 0 for any other text.
 [[nodiscard]] double namedFontSize(std::string_view value)
 {
     struct Size
@@ -149,10 +149,10 @@ void StyleResolver::resolve(const Cascade& cascade, ViewportSize viewport, Style
     });
 }
 
-// The keywords that any property takes.
+// Applies the keywords that all properties accept.
 bool StyleResolver::applyKeyword(AttributeName property, std::string_view value, Context& context)
 {
-    // No other value that matters begins with these letters and is as long.
+    // No other relevant value has five or more letters and begins with one of these.
     if (value.size() < 5 || (value[0] != 'i' && value[0] != 'u' && value[0] != 'r'))
         return false;
     static const Style initial;
@@ -240,7 +240,7 @@ void StyleResolver::apply(AttributeName property, std::string_view value, Contex
     }
 }
 
-// Properties that are only noticed.
+// Warns about properties that are not supported.
 void StyleResolver::warnOf(AttributeName property, std::string_view value)
 {
     if (value == "none")
@@ -285,7 +285,7 @@ void StyleResolver::applyPaint(std::string_view value, const Style& parent, Pain
         m_diagnostics.warn(Unsupported::Color);
 }
 
-// "url(#name) fallback"
+// The value has the form "url(#name) fallback".
 void StyleResolver::applyServer(std::string_view value, const Style& parent, Paint& paint)
 {
     const std::size_t close = value.find(')');
@@ -302,12 +302,12 @@ void StyleResolver::applyServer(std::string_view value, const Style& parent, Pai
         applyPaint(fallback, parent, paint);
 }
 
-// The shorthand: what comes before the size is weight and the like, what follows is the family. One without a size is
-// none.
+// Applies the shorthand: weight and the like come before the size, the family after it. A value without a size is
+// invalid.
 void StyleResolver::applyFont(std::string_view value, Context& context)
 {
     const std::size_t size = value.find_first_of("0123456789.");
-    // A weight of three digits is a number without a unit.
+    // A number without a unit is a weight.
     std::size_t begin = size;
     while (begin != std::string_view::npos) {
         const std::string_view token = value.substr(begin, value.find_first_of(" \t\n/", begin) - begin);
@@ -328,7 +328,7 @@ void StyleResolver::applyFont(std::string_view value, Context& context)
     applyFontFamily(rest, context.style);
 }
 
-// The first family of the list, without quotes.
+// Applies the first family of the list, without quotes.
 void StyleResolver::applyFontFamily(std::string_view value, Style& style)
 {
     std::string_view family = trimmed(value.substr(0, value.find(',')));
@@ -347,7 +347,7 @@ void StyleResolver::applyFontSize(std::string_view value, Context& context)
         size = parentSize / 1.2;
     else if (value == "larger")
         size = parentSize * 1.2;
-    // Here a percentage is one of the parent's font size.
+    // A percentage refers to the parent's font size.
     const LengthContext lengths{parentSize, {parentSize, parentSize}};
     if (size > 0.0 || parseSize(value, lengths, LengthAxis::Horizontal, m_diagnostics, size))
         context.style.fontSize = size;

@@ -8,27 +8,27 @@
 
 namespace zelsvg {
 
-// What a text would have that is drawn plain; one bit each.
+// Properties of a text that are not drawn, one bit each.
 namespace TextTrait {
 constexpr std::uint8_t Bold = 1;
 constexpr std::uint8_t Italic = 2;
-constexpr std::uint8_t Lines = 4; // under, over or through it
+constexpr std::uint8_t Lines = 4; // under, over or through the text
 constexpr std::uint8_t LetterSpacing = 8;
 constexpr std::uint8_t WordSpacing = 16;
 constexpr std::uint8_t Vertical = 32;
 constexpr std::uint8_t Effects = 64; // anything else
 } // namespace TextTrait
 
-// The bit that a property decides on; 0 for others.
+// Returns the bit that a property determines; 0 for other properties.
 [[nodiscard]] std::uint8_t traitOf(AttributeName property);
 
-// Whether such a property has another value than usual.
+// Whether such a property has another value than its default.
 [[nodiscard]] bool hasTrait(AttributeName property, std::string_view value);
 
-// Effects, which several properties decide on, and lines, which no inner element takes away, are never cleared.
+// Effects and lines are never cleared: several properties determine effects, and an inner element cannot remove a line.
 void setTrait(std::uint8_t trait, bool isSet, std::uint8_t& traits);
 
-// Of the words before the size in the shorthand for fonts; without them letters are neither bold nor italic.
+// Applies the words before the size of the font shorthand; without such words letters are neither bold nor italic.
 void applyFontTraits(std::string_view words, std::uint8_t& traits);
 
 } // namespace zelsvg
