@@ -19,7 +19,7 @@ namespace {
 
 constexpr int NumberDecimals = 3;
 
-// Shows as many decimals as the number has.
+// A spin box that shows only as many decimals as the number has.
 class NumberBox final : public QDoubleSpinBox
 {
 public:

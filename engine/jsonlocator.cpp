@@ -54,7 +54,7 @@ int JsonLocator::skipSpace(int offset) const
     return offset;
 }
 
-// Skips from the opening quote to behind the closing one.
+// Skips from the opening quote past the closing one.
 int JsonLocator::skipString(int offset) const
 {
     ++offset;
@@ -103,7 +103,7 @@ bool JsonLocator::findMember(const QString& key, int* keyOffset, int* valueOffse
     while (at(offset) == '"') {
         const int end = skipString(offset);
         const QByteArray quoted = '[' + m_text.mid(offset, end - offset) + ']';
-        const int value = skipSpace(skipSpace(end) + 1); // behind the colon
+        const int value = skipSpace(skipSpace(end) + 1); // after the colon
         if (QJsonDocument::fromJson(quoted).array().at(0).toString() == key) {
             *keyOffset = offset;
             *valueOffset = value;

@@ -31,7 +31,7 @@ void drawClockHub(SvgWriter& svg, const Site& site);
 void drawRowClock(SvgWriter& svg, const Site& site);
 
 // A part of a cell. At middle scales its name is shown at font size `size`. Close up, the name moves into the corner to
-// make room for the blocks inside, if there are any.
+// make space for the blocks inside, if there are any.
 struct Part
 {
     const char* family; // its style is FAMILY-part, that of the blocks inside FAMILY-fine
@@ -39,7 +39,7 @@ struct Part
     double size;
     std::string name;
     std::vector<std::string> inside = {};
-    int columns = 1; // of the blocks inside
+    int columns = 1; // number of columns of the blocks inside
     SvgWriter::Turn turn = SvgWriter::Turn::None;
 };
 

@@ -7,7 +7,7 @@ namespace mirn::zeldevicegenerator {
 
 namespace {
 
-constexpr double LANE_WIDTH = 27; // of the receive or transmit half of a channel
+constexpr double LANE_WIDTH = 27; // width of the receive or transmit half of a channel
 constexpr int PARALLEL_BITS = 8;
 
 // Draws the coding sublayer of one direction: a frame with its name and four blocks.

@@ -11,7 +11,7 @@ namespace mirn::zeldevicegenerator {
 
 namespace {
 
-constexpr double CAP_HEIGHT = 0.73; // of the font size, like LINE_HEIGHT
+constexpr double CAP_HEIGHT = 0.73; // fraction of the font size, like LINE_HEIGHT
 constexpr double LINE_HEIGHT = 1.0;
 
 std::string escaped(const std::string& text)

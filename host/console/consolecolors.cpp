@@ -12,7 +12,7 @@ namespace {
 
 constexpr double LegibleContrast = 4.5;
 constexpr double Step = 0.05;
-constexpr double MutedShare = 0.45; // of the background in the muted colour, if that leaves enough contrast
+constexpr double MutedShare = 0.45; // fraction of the background in the muted colour, if that is legible
 const QRgb Red = qRgb(0xc4, 0x1e, 0x1e);
 
 double linear(double channel)

@@ -18,7 +18,7 @@ public:
     static constexpr int MostLines = 10'000;
     static constexpr int LongestLine = 10'000; // characters; longer lines are cut, with a note
     static constexpr int LongestText = 200'000; // characters of one call; likewise
-    static constexpr int MostCharacters = 4'000'000; // of all lines; the oldest are dropped
+    static constexpr int MostCharacters = 4'000'000; // in all lines; the oldest are dropped
 
     static constexpr int GutterPadding = 6; // pixels on either side of the mark
 

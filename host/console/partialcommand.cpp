@@ -29,7 +29,7 @@ private:
     struct Level
     {
         QChar closer; // null for the script itself
-        int begin = 0; // where its content begins
+        int begin = 0; // offset of its content
         PartialCommand command;
         bool isInWord = false;
         bool isInQuotes = false;

@@ -44,7 +44,7 @@ public:
     // Returns false at the end of the file.
     [[nodiscard]] bool next(Line& line);
 
-    // The offset behind the last line that next() returned, in bytes.
+    // The offset after the last line that next() returned, in bytes.
     [[nodiscard]] qint64 position() const { return m_position; }
 
     // Why reading stopped before the end of the file, in the system's words; empty if it did not.

@@ -23,7 +23,7 @@ namespace {
 constexpr int Attempts = 6;
 constexpr unsigned long AttemptMilliseconds = 10;
 
-constexpr int MostCharacters = 64; // of a program or machine name
+constexpr int MostCharacters = 64; // longest program or machine name that is shown
 constexpr qint64 LargestLock = 4096; // bytes; a lock file has about a hundred
 
 QString tr(const char* text)

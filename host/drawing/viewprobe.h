@@ -39,7 +39,7 @@ private:
     zelchipview::ZelGraphicsView* const m_view;
     QPoint m_pointer; // last seen position, in viewport coordinates
     bool m_isInside = false;
-    QTransform m_transform; // of the last paint, including scrolling
+    QTransform m_transform; // at the last paint, including scrolling
     double m_scale = 0.0;
 };
 

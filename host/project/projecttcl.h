@@ -10,7 +10,7 @@ namespace mirn::zelchip {
 class ProjectSession;
 class TclInterpreter;
 
-// The actions behind the subcommands of "zel_project". They return an empty text for success, else a sentence that says
+// The actions for the subcommands of "zel_project". They return an empty text for success, else a sentence that says
 // what went wrong.
 struct ProjectCommands
 {

@@ -43,7 +43,7 @@ private:
     QString m_error;
 };
 
-// The subcommands of a command by their names, each called with the words behind its name.
+// The subcommands of a command by their names, each called with the words after its name.
 using Subcommands = std::map<QString, std::function<TclResult(const QStringList& words)>>;
 [[nodiscard]] TclInterpreter::Command ensemble(Subcommands subcommands);
 

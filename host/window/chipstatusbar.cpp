@@ -22,7 +22,7 @@ QToolButton { border: none; padding: 2px 8px; color: #9a5b00; }
 )";
 
 constexpr int SignificantDigits = 3;
-constexpr int LargestPrecision = 9; // digits behind the decimal point
+constexpr int LargestPrecision = 9; // digits after the decimal point
 constexpr int ListedWarnings = 20; // with more, a message box could be taller than the screen
 
 // Formats with three significant digits, no exponent and no trailing zeros.
@@ -81,7 +81,7 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     m_scale = addSegment(QStringLiteral("scale"), scaleText(-0.888, -88.88));
 }
 
-// Adds a permanent part behind a separator line. Its width is fixed, so that nothing moves when its text changes.
+// Adds a permanent part after a separator line. Its width is fixed, so that nothing moves when its text changes.
 QLabel* ChipStatusBar::addSegment(const QString& name, const QString& widestText)
 {
     auto* label = new QLabel(this);

@@ -33,7 +33,7 @@ const QString PlacementDock = QStringLiteral("Placement");
 const QString UsageDock = QStringLiteral("Usage");
 
 constexpr int DockWidth = 330;
-constexpr double UsageShare = 0.3; // of the docks' height
+constexpr double UsageShare = 0.3; // fraction of the docks' height
 constexpr int UsageRowPadding = 6; // pixels added to the font height of a row
 constexpr int RowsExpandedAtStart = 200; // a larger design opens with only its top level
 const QColor Surroundings(0xfb, 0xfb, 0xfc); // the background around the drawing

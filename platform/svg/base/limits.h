@@ -13,9 +13,9 @@ struct Limits
     std::uint64_t fileSize = std::uint64_t(1) << 30; // bytes
     int nesting = 256; // open elements, including instances
     std::size_t records = 4'000'000;
-    std::size_t points = 32'000'000; // of all polygons together
+    std::size_t points = 32'000'000; // corners of all polygons together
     std::size_t nodes = 8'000'000; // elements stored for `use`, style sheets and gradients
-    std::size_t attributes = 32'000'000; // of these elements
+    std::size_t attributes = 32'000'000; // attributes of these elements
     std::size_t styleRules = 2'000'000; // selectors and declarations of style sheets
     std::size_t instances = 4'000'000; // elements drawn through `use`
     std::size_t instanceBytes = std::size_t(1) << 27; // size of the instances' attribute values and texts

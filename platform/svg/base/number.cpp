@@ -33,7 +33,7 @@ namespace {
     return isSmall ? 0.0 : std::numeric_limits<double>::infinity();
 }
 
-// `begin` points behind the sign.
+// `begin` points after the sign.
 [[nodiscard]] const char* scanSlowly(const char* begin, const char* end, double& value)
 {
     const auto [stop, code] = std::from_chars(begin, end, value);

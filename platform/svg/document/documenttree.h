@@ -37,7 +37,7 @@ public:
     // The enclosing node; Element::NoNode for the root.
     [[nodiscard]] unsigned parent(unsigned node) const { return m_nodes[node].parent; }
 
-    // The first node behind its subtree.
+    // The first node after its subtree.
     [[nodiscard]] unsigned end(unsigned node) const { return m_nodes[node].end; }
 
     [[nodiscard]] std::string_view value(unsigned node, AttributeName attribute) const;

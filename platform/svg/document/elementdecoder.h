@@ -30,7 +30,7 @@ private:
     {
         std::string prefix; // empty for elements without a prefix
         Space space;
-        int depth; // of the element that declares it
+        int depth; // nesting depth of the element that declares it
     };
 
     void declareSpaces(const XmlAttribute* attributes, std::size_t count);

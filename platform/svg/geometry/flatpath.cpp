@@ -11,7 +11,7 @@ namespace zelsvg {
 
 namespace {
 
-constexpr int MostChords = 256; // of one curve
+constexpr int MostChords = 256; // per curve
 constexpr int LeastChordsOfCircle = 8;
 
 [[nodiscard]] double distance(zel_Point a, zel_Point b)

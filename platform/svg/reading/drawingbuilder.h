@@ -47,7 +47,7 @@ private:
         int layer = 0;
         int id = 0;
         bool hasId = false;
-        bool hasTooltip = false; // of its own, not inherited
+        bool hasTooltip = false; // whether its tooltip is its own, not inherited
         bool isHidden = false; // not drawn, with all its content
         bool hasEdges = false; // whether its edges should clip its content
         ElementName name = ElementName::Unknown;

@@ -48,7 +48,7 @@ private:
     DrawingSource& m_packed;
     State m_state = State::Begin;
     std::unique_ptr<z_stream_s, StreamDeleter> m_stream; // null unless the drawing is compressed
-    std::vector<char> m_block; // of the compressed file
+    std::vector<char> m_block; // part of the compressed file
     std::uint64_t m_size = 0; // bytes read from the compressed file
     std::string m_error;
 };

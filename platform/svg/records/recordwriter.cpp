@@ -134,7 +134,7 @@ void RecordWriter::enterEdges(const Matrix& matrix, ViewportSize size)
         edges.least = {std::min(edges.least.x, corner.x), std::min(edges.least.y, corner.y)};
         edges.greatest = {std::max(edges.greatest.x, corner.x), std::max(edges.greatest.y, corner.y)};
     }
-    constexpr double Negligible = 1e-6; // as a fraction of the size
+    constexpr double Negligible = 1e-6; // fraction of the size
     const double marginX = (edges.greatest.x - edges.least.x) * Negligible;
     const double marginY = (edges.greatest.y - edges.least.y) * Negligible;
     edges.least = {edges.least.x - marginX, edges.least.y - marginY};

@@ -63,7 +63,7 @@ private:
     bool m_isRect = false; // whether it is the rect below instead of the path
     bool m_isEvenOdd = false;
     unsigned int m_fill = 0;
-    Stroke m_stroke; // with the mean width if the scaling is not even
+    Stroke m_stroke; // has the mean width if the scaling is not even
     const Style* m_style = nullptr;
     const Matrix* m_matrix = nullptr;
     zel_Point m_corner;

@@ -15,7 +15,7 @@ namespace zelsvg {
 
 namespace {
 
-constexpr std::size_t MostRuns = 65536; // of one text
+constexpr std::size_t MostRuns = 65536; // per text
 
 enum { ListX, ListY, ListDx, ListDy };
 

@@ -62,7 +62,7 @@ private:
         Style style;
         Position position;
         bool isSpan = false;
-        zel_Point place; // of the left end, before the baseline shift; set once all runs are known
+        zel_Point place; // left end, before the baseline shift; set once all runs are known
     };
 
     void readList(
@@ -82,10 +82,10 @@ private:
     Diagnostics& m_diagnostics;
     Matrix m_matrix;
     ViewportSize m_viewport;
-    int m_rotation = 0; // of the letters, in degrees
+    int m_rotation = 0; // direction of the letters, in degrees
     bool m_isReversed = false; // whether the letters run against the matrix
     bool m_isFlipped = false; // whether the letters stand upright against the matrix
-    std::vector<Positions> m_positions; // of the open elements
+    std::vector<Positions> m_positions; // one per open element
     std::vector<std::size_t> m_unfinished; // indices of those whose lists have not run out
     std::vector<Run> m_runs;
     bool m_endsWithSpace = true; // whether a further blank collapses: at the beginning and after a blank

@@ -14,7 +14,7 @@ namespace zelsvg {
 
 namespace {
 
-constexpr int LongestChain = 16; // of gradients that inherit their stops from one another
+constexpr int LongestChain = 16; // gradients that inherit their stops from one another
 
 [[nodiscard]] unsigned referredBy(const DocumentTree& tree, unsigned node)
 {

@@ -20,7 +20,7 @@ class StyleSheet
 public:
     StyleSheet(Diagnostics& diagnostics, const Limits& limits);
 
-    // Adds the rules of one sheet behind the existing ones.
+    // Appends the rules of one sheet.
     void add(std::string text);
 
     [[nodiscard]] bool isEmpty() const { return m_selectors.empty(); }

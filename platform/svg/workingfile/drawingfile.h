@@ -25,8 +25,8 @@ struct FileTime
 struct FileStamp
 {
     std::uint64_t size = 0;
-    FileTime modified; // of the content, unless somebody has set the time
-    FileTime changed; // of content or attributes; only the system sets it
+    FileTime modified; // last change of the content, unless somebody has set the time
+    FileTime changed; // last change of content or attributes; only the system sets it
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
 };
@@ -35,7 +35,7 @@ struct FileStamp
 struct DrawingKey
 {
     FileStamp stamp;
-    std::uint64_t hash = 0; // of the content
+    std::uint64_t hash = 0; // hash of the content
     std::uint64_t isSettled = 0; // 1 if any later change would show in the stamp
 };
 

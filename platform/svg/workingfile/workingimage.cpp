@@ -39,7 +39,7 @@ template <typename Entry> [[nodiscard]] std::string_view bytesOf(const Entry* en
     return hashOfBytes({reinterpret_cast<const char*>(&header), offsetof(ImageHeader, headerHash)});
 }
 
-// Everything behind the header.
+// The part of an image after the header.
 class ImageBody
 {
 public:

@@ -40,8 +40,8 @@ struct ImageHeader
     std::uint64_t warnings;
     std::uint64_t textBytes;
 
-    std::uint64_t bodyHash; // of everything behind the header
-    std::uint64_t headerHash; // of everything before this member
+    std::uint64_t bodyHash; // hash of everything after the header
+    std::uint64_t headerHash; // hash of everything before this member
 };
 
 struct ImageLayer

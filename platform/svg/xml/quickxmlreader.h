@@ -52,16 +52,16 @@ private:
     [[nodiscard]] Step unexpected(const char* p) const { return p >= m_input.end() ? Step::Incomplete : Step::GiveUp; }
     [[nodiscard]] bool isStopped() const { return m_diagnostics.hasFailed() || m_handler.isFinished(); }
 
-    static constexpr std::size_t MostAttributes = 64; // of one element
+    static constexpr std::size_t MostAttributes = 64; // per element
 
     XmlHandler& m_handler;
     Diagnostics& m_diagnostics;
     const Limits& m_limits;
 
     XmlBuffer m_input;
-    std::string m_openNames; // of the open elements, concatenated
-    std::vector<std::size_t> m_open; // where each of them begins
-    bool m_isAtStart = true; // of the file
+    std::string m_openNames; // names of the open elements, concatenated
+    std::vector<std::size_t> m_open; // offset of each of these names
+    bool m_isAtStart = true; // whether nothing of the file has been handled yet
     bool m_hasDocumentType = false;
     bool m_hasRoot = false;
 

@@ -18,7 +18,7 @@ constexpr std::size_t LargestRest = std::size_t(1) << 24;
 
 } // namespace
 
-// Moves the unhandled bytes to the front and reads on behind them.
+// Moves the unhandled bytes to the front and appends new ones.
 bool XmlBuffer::fill(ByteSource& source, std::uint64_t largestFile)
 {
     m_line = line();

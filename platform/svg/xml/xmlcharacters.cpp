@@ -24,7 +24,7 @@ constexpr char32_t LastCharacter = 0x10FFFF;
     return value < base ? value : -1;
 }
 
-// `p` points behind "&#".
+// `p` points after "&#".
 [[nodiscard]] const char* readNumberReference(const char* p, std::string& text)
 {
     const int base = *p == 'x' ? 16 : 10;

@@ -99,8 +99,8 @@ private:
     std::string_view m_text;
     std::size_t m_at;
     std::string_view m_tag; // the tag's name
-    std::size_t m_begin = 0; // of the current attribute
-    std::string m_name; // of the current attribute; until it is read, of the previous one
+    std::size_t m_begin = 0; // start of the current attribute
+    std::string m_name; // name of the current attribute; of the previous one until it is read
     std::optional<XmlMistake> m_mistake;
 };
 

@@ -12,7 +12,7 @@ namespace zelsvg {
 // A mistake in XML, explained to the author of the drawing.
 struct XmlMistake
 {
-    std::size_t offset; // where it begins
+    std::size_t offset; // offset of its first byte
     std::string message; // what was found and what was expected
 };
 

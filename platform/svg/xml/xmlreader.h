@@ -61,8 +61,8 @@ private:
     Diagnostics& m_diagnostics;
     const Limits& m_limits;
     std::unique_ptr<XML_ParserStruct, ParserDeleter> m_parser;
-    std::vector<XmlAttribute> m_attributes; // of the tag being handled
-    mutable std::vector<Position> m_attributePositions; // of these attributes; found when one is first asked for
+    std::vector<XmlAttribute> m_attributes; // attributes of the tag being handled
+    mutable std::vector<Position> m_attributePositions; // their positions; found when one is first asked for
     XmlEncoding m_encoding = XmlEncoding::Utf8;
     bool m_hasMark = false; // whether the file begins with a byte order mark, which is no character
     std::uint64_t m_size = 0; // bytes taken from the source
