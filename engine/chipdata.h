@@ -15,6 +15,7 @@ class Design;
 class Device;
 class SettingStore;
 
+// The attributes of one chip record, by key. ChipData owns it and fills it.
 class AttributeBag final : public zelattributes
 {
 public:

@@ -18,8 +18,8 @@ struct ResourceParameter;
 // Values by parameter key.
 using ParameterValues = QHash<QString, QString>;
 
-// Asks the user for the values of a resource's parameters; it changes nothing itself. An editor's object name is the
-// key of its parameter.
+// Asks the user for the values of a resource's parameters; it changes nothing itself. ask() creates and deletes it. The
+// object name of an editor is the key of its parameter.
 class ConfigureDialog final : public QDialog
 {
     Q_OBJECT

@@ -10,9 +10,9 @@
 
 namespace mirn::zelengine {
 
-// The text of one JSON file being read and the messages about it. It keeps the first error, because later ones are
-// mostly its consequences, and the first 20 warnings. Each message begins with "file:line:column: ", and long values in
-// it are shortened.
+// The text of one JSON file being read and the messages about it. The reader of the file owns it. It keeps the first
+// error, because later ones are mostly its consequences, and the first 20 warnings. Each message begins with
+// "file:line:column: ", and long values in it are shortened.
 class JsonReport
 {
 public:

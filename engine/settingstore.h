@@ -19,8 +19,9 @@ struct SiteSetting;
 using SiteSettingChanges = QHash<QString, QString>;
 using SettingChanges = QHash<int, SiteSettingChanges>;
 
-// The settings of the device's sites: their choices and the values in force. A key of the form "A:B" offers choices
-// that hold for A and B together; they are set through A or B and are then in force for both.
+// The settings of the device's sites: their choices and the values in force. The engine owns it; it stores only
+// differences from a fresh device. A key of the form "A:B" offers choices that hold for A and B together; they are set
+// through A or B and are then in force for both.
 class SettingStore
 {
 public:

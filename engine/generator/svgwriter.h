@@ -8,8 +8,8 @@
 
 namespace mirn::zeldevicegenerator {
 
-// Writes a chip drawing as SVG text, one element a line. Styles are class names of the style sheet. Labels are measured
-// as they are written; one that is larger than its box is recorded as a misfit.
+// Writes a chip drawing as SVG text, one element a line; it writes no file. Styles are class names of the style sheet.
+// Labels are measured as they are written; one that is larger than its box is recorded as a misfit.
 class SvgWriter
 {
 public:

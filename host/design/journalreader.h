@@ -33,8 +33,8 @@ struct Holding
 
 } // namespace journalformat
 
-// Reads the changes in a journal or placement file, one command a line, in the file's order. It does not know what the
-// commands mean; DesignEditor replays them.
+// Reads the changes in a journal or placement file, one command a line, in the file's order. It neither carries out the
+// commands nor knows what they mean; DesignEditor creates it to replay them.
 class JournalReader final
 {
 public:

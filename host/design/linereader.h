@@ -17,7 +17,7 @@ namespace mirn::zelchip {
 constexpr qint64 LargestJournal = qint64(1) << 30;
 
 // Reads a file line by line in blocks, so that files of any size and content cost little memory and time. It keeps only
-// the beginning of a line that is longer than any command.
+// the beginning of a line that is longer than any command. It owns the open file.
 class LineReader final
 {
 public:

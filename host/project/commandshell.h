@@ -10,8 +10,8 @@ namespace mirn::zelchip {
 
 class DesignEditor;
 
-// Runs the commands of the console, of scripts and of the chip view. It lives as long as the program; the commands on
-// the design always work on the project that is open.
+// Runs the commands of the console, of scripts and of the chip view in one Tcl interpreter, which it owns. The main
+// window or the batch owns the shell, which outlives every project; the commands on the design work on the open one.
 class CommandShell final : public QObject
 {
     Q_OBJECT

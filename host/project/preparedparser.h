@@ -8,7 +8,7 @@
 namespace mirn::zelchip {
 
 // A parser that reads its drawing before the chip view asks for it. The host thus learns of errors while the previous
-// project is still on the screen, and no drawing is read twice.
+// project is still on the screen, and no drawing is read twice. The session owns it until the controller takes it over.
 class PreparedParser final : public SVGParser
 {
 public:

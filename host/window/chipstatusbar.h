@@ -10,8 +10,8 @@ class QToolButton;
 
 namespace mirn::zelchip {
 
-// The main window's status bar: the element under the pointer, the parser's warnings if there are any, the pointer's
-// position and the scale. Messages cover the first part for some seconds.
+// The main window's status bar and its child: the element under the pointer, the parser's warnings if there are any,
+// the pointer's position and the scale. Messages cover the first part for some seconds.
 class ChipStatusBar final : public QStatusBar
 {
     Q_OBJECT

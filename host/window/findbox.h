@@ -10,7 +10,8 @@ class QTreeWidgetItem;
 namespace mirn::zelchip {
 
 // Narrows the resource tree to the rows whose path contains the typed text, ignoring case, and to their parents. Enter
-// selects the first match, then the next; Escape clears the text. Rows that are added later are narrowed as well.
+// selects the first match, then the next; Escape clears the text. Rows that are added later are narrowed as well. It is
+// a child of the title bar of the tree's dock.
 class FindBox final : public QLineEdit
 {
     Q_OBJECT

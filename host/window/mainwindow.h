@@ -19,8 +19,9 @@ class ChipSurface;
 class ConsoleDock;
 class ViewProbe;
 
-// The program's window: menus, tool bar, console and status bar around the chip view of the open project. It answers
-// the commands that the view sends and keeps the view up to date with the design.
+// The program's window: menus, tool bar, console and status bar around the chip view of the open project. It owns the
+// open project, answers the commands that the view sends, and keeps the view up to date with the design. The rules of
+// the design are not its concern.
 class MainWindow final : public QMainWindow, private WindowAccess
 {
     Q_OBJECT

@@ -6,7 +6,7 @@
 
 namespace zelsvg {
 
-// A source of a drawing's bytes.
+// A source of a drawing's bytes, read once from beginning to end. The readers use it and do not own it.
 class ByteSource
 {
 public:
@@ -19,7 +19,7 @@ public:
     [[nodiscard]] virtual std::string readError() const { return "the file cannot be read to its end"; }
 };
 
-// A source that can be read again from its beginning.
+// A source that can be read again from its beginning, and through which a load reports its progress and is cancelled.
 class DrawingSource : public ByteSource
 {
 public:

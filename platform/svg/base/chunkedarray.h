@@ -8,8 +8,8 @@
 
 namespace zelsvg {
 
-// An array of plain entries. It grows in chunks, so that nothing is ever copied, or is a view of entries stored
-// elsewhere.
+// An array of plain entries. It either owns them and grows in chunks, so that nothing is ever copied, or is a view of
+// entries stored elsewhere.
 template <typename Entry> class ChunkedArray
 {
 public:

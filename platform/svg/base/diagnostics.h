@@ -15,7 +15,8 @@ struct Position
     unsigned long column = 0;
 };
 
-// Knows the current position of reading. It is asked only when something is reported.
+// Knows the position at which reading currently is. The diagnostics do not own it and ask it only when something is
+// reported.
 class PositionSource
 {
 public:
@@ -55,8 +56,8 @@ enum class Unsupported {
     Count
 };
 
-// Collects the first error and one warning per kind. After an error, reading continues harmlessly until it next checks
-// hasFailed(); anything reported after the first error is dropped.
+// Collects the first error and one warning per kind while a drawing is read; the parser owns it. After an error,
+// reading continues harmlessly until it next checks hasFailed(); anything reported after the first error is dropped.
 class Diagnostics
 {
 public:

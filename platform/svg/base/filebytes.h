@@ -7,7 +7,7 @@
 
 namespace zelsvg {
 
-// An open file, which is closed on destruction.
+// Owns the descriptor of an open file and closes it on destruction. It does not open files itself.
 class FileDescriptor
 {
 public:

@@ -10,8 +10,8 @@
 
 namespace zelsvg {
 
-// Stores NUL-terminated texts at fixed addresses. A text is identified by its offset, as if the pool were one block
-// that begins with an empty text.
+// Stores NUL-terminated texts at fixed addresses, as the owner or as a view. A text is identified by its offset, as if
+// the pool were one block that begins with an empty text. Texts are never removed.
 class TextPool
 {
 public:

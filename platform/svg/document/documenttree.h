@@ -13,7 +13,7 @@
 namespace zelsvg {
 
 // A drawing that is stored as a whole, for drawings whose elements refer to each other: `use`, gradients, style sheets.
-// Nodes are numbered in document order; the root is 0.
+// It owns copies of all texts. Nodes are numbered in document order; the root is 0.
 class DocumentTree final : public ElementReceiver
 {
 public:

@@ -7,7 +7,8 @@
 
 namespace zelsvg {
 
-// One element with those of its attributes that are known here, while it is handed on. The values belong to the caller.
+// One element with those of its attributes that are known here, while the decoder or the tree passes it to a receiver.
+// It does not own the values of the attributes.
 class Element
 {
 public:
@@ -57,7 +58,8 @@ private:
     std::string_view m_values[AttributeCount]; // valid if the attribute's bit is set
 };
 
-// Receives the elements of a drawing in document order.
+// Receives the elements of a drawing in document order: the builder, or the tree that stores a drawing. The caller does
+// not own it.
 class ElementReceiver
 {
 public:

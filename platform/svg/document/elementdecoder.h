@@ -14,7 +14,7 @@ class Diagnostics;
 struct Limits;
 
 // Turns tags into elements: resolves namespaces and names, checks the root element and the nesting, and skips what the
-// receiver does not want.
+// receiver does not want. It interprets no attribute values and owns nothing that it is given.
 class ElementDecoder final : public XmlHandler
 {
 public:

@@ -7,7 +7,8 @@
 
 namespace zelsvg {
 
-// Caches the meanings of recently used names.
+// Caches the meanings of recently used names. The decoder owns one for elements and one for attributes, and clears both
+// when the namespaces in scope change.
 template <typename Meaning> class NameCache
 {
 public:

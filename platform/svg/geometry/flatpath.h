@@ -12,7 +12,7 @@ namespace zelsvg {
 class Diagnostics;
 
 // An outline of straight segments in scene units. Curves are given in user units, transformed, and divided into chords
-// within a tolerance. One object is reused for all shapes, to keep its memory.
+// within a tolerance. Shapes owns one and reuses it for all shapes, to keep its memory. It draws nothing.
 class FlatPath
 {
 public:

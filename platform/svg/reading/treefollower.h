@@ -14,7 +14,8 @@ namespace zelsvg {
 
 class ElementReceiver;
 
-// Leads the builder through the tree of a stored drawing, and to elements that others refer to.
+// Leads the builder through the tree of a stored drawing, and to elements that others refer to. It lives while one
+// drawing is read, owns neither tree nor builder, and draws nothing itself.
 class TreeFollower final : private PositionSource
 {
 public:

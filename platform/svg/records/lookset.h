@@ -9,7 +9,8 @@
 
 namespace zelsvg {
 
-// The looks of a drawing's records without duplicates, numbered in order of their first use.
+// The looks of a drawing's records without duplicates, numbered in order of their first use. The record store owns it;
+// looks are never removed.
 class LookSet
 {
 public:

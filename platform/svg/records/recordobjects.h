@@ -24,7 +24,8 @@ private:
     zel_Text m_text;
 };
 
-// The contract's objects for all records at the same time.
+// The contract's objects for all records at the same time, for a caller that wants the whole list. The parser owns it;
+// the texts that the objects point at belong to the store.
 class RecordObjects
 {
 public:

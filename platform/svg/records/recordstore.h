@@ -11,8 +11,8 @@
 
 namespace zelsvg {
 
-// The records of a drawing in packed form and paint order, with the texts and corners that they refer to. They are
-// either added one by one or a view of a working file.
+// The records of a drawing in packed form and paint order, with the texts and corners that they refer to. It either
+// owns them, added one by one, or is a view of a working file.
 class RecordStore
 {
 public:

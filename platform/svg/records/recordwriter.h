@@ -42,7 +42,8 @@ struct TextRun
     bool isSpan = false;
 };
 
-// Adds records to a drawing: fills in the common part, counts them and refuses coordinates that are not sensible.
+// Adds records to a drawing: fills in the common part, counts them and refuses coordinates that are not sensible. The
+// builder owns it; the drawing belongs to the caller. It knows nothing of styles and elements.
 class RecordWriter
 {
 public:

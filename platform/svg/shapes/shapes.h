@@ -17,8 +17,9 @@ struct ShapeContext
     double tolerance; // scene units; largest distance between a chord and its curve
 };
 
-// Turns basic shapes and paths into records. An upright rect becomes a rect, a line becomes lines. Everything else
-// becomes a polygon for the fill and, above it, lines for the stroke, because polygons are drawn without their strokes.
+// Turns basic shapes and paths into records; the builder owns it. An upright rect becomes a rect, a line becomes lines.
+// Everything else becomes a polygon for the fill and, above it, lines for the stroke, because polygons are drawn
+// without their strokes.
 class Shapes
 {
 public:

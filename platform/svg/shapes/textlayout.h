@@ -14,8 +14,8 @@ namespace zelsvg {
 
 class Diagnostics;
 
-// Lays out one text element: collects its characters with their positions and styles, and writes a record for each run
-// that is drawn in one go.
+// Lays out one text element at a time: collects its characters with their positions and styles, and writes a record for
+// each run that is drawn in one go. The builder owns it. It has no access to fonts; see textmetrics.h.
 class TextLayout
 {
 public:

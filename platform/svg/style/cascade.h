@@ -25,7 +25,9 @@ public:
     }
 };
 
-// The cascade of one element: the heaviest declared value of each style property.
+// The cascade of one element: collects its declared values from presentation attributes, style rules and the style
+// attribute, and keeps the heaviest for each property. It does not interpret the values and owns hardly any: they
+// belong to the element and the style sheet.
 class Cascade
 {
 public:

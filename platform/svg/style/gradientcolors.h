@@ -13,7 +13,8 @@ class Diagnostics;
 class DocumentTree;
 class StyleSheet;
 
-// The colours that stand for gradients: each gradient is drawn in the colour of its middle.
+// The colours that stand for gradients: each gradient is drawn in the colour of its middle. The follower owns it; the
+// tree and the style sheet belong to the caller.
 class GradientColors
 {
 public:

@@ -62,7 +62,7 @@ private:
     [[nodiscard]] bool paintColor(const Paint& paint, double opacity, unsigned int& rgb) const;
 };
 
-// Finds the colour for "url(#name)".
+// Finds the colour for "url(#name)". The builder implements it, so that resolving a style does not depend on the tree.
 class PaintServers
 {
 public:
@@ -72,7 +72,8 @@ public:
     virtual bool serverColor(std::string_view name, Color& color, bool& isFound) = 0;
 };
 
-// Turns declared values into a style.
+// Turns the declared values of an element into its style, starting from its parent's. The builder owns it. It warns
+// about values that cannot be read or drawn.
 class StyleResolver
 {
 public:

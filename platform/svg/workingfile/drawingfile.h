@@ -39,8 +39,8 @@ struct DrawingKey
     std::uint64_t isSettled = 0; // 1 if any later change would show in the stamp
 };
 
-// A drawing file that is open for reading. Its content is hashed while it is read, and the process's progress is
-// reported.
+// A drawing file that is open for reading; it owns the descriptor. Its content is hashed while it is read, and the
+// process's progress is reported.
 class DrawingFile final : public DrawingSource
 {
 public:

@@ -8,7 +8,8 @@
 
 namespace zelsvg {
 
-// The working file of a drawing: its parsed records as a binary image. docs/formats.md describes the layout.
+// The working file of a drawing: its parsed records as a binary image. The object holds only the path; each operation
+// opens the file anew. docs/formats.md describes the layout.
 class WorkingFile
 {
 public:

@@ -7,7 +7,8 @@ namespace zelsvg {
 
 class ByteSource;
 
-// Reads the tags of an XML file. It knows the position while the handler is called.
+// Reads the tags of an XML file and passes them to a handler, which it does not own. It knows the position while the
+// handler is called.
 class TagReader : public PositionSource
 {
 public:

@@ -16,8 +16,8 @@ struct XmlAttribute
     std::string_view value;
 };
 
-// Receives the tags of an XML file in their order. Names are as written, including their prefix. All texts are UTF-8
-// and valid during the call only.
+// Receives the tags of an XML file in their order; the reader does not own it. Names are as written, including their
+// prefix. All texts are UTF-8 and valid during the call only.
 class XmlHandler
 {
 public:

@@ -8,8 +8,8 @@
 
 namespace zelsvg {
 
-// A name in an XML file. Nearly all names have at most 16 characters; they are compared and hashed as two words, which
-// are computed once.
+// A name in an XML file; a view that does not own its text. Nearly all names have at most 16 characters; they are
+// compared and hashed as two words, which are computed once.
 class XmlName
 {
 public:
