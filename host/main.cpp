@@ -68,7 +68,7 @@ void useUtf8()
         qputenv("LC_ALL", "C.UTF-8");
 }
 
-// A snapshot needs no display and must look the same on every desktop.
+// Snapshots and batches need no display, and a snapshot must look the same on every desktop.
 void choosePlatform(CommandLine::Task task)
 {
     const bool needsDisplay = task != CommandLine::Task::SaveSnapshot && task != CommandLine::Task::RunBatch;
