@@ -1,15 +1,14 @@
 # SPDX-License-Identifier: MIT
 
-# What `cmake --install` puts where, in three components: the libraries to run with, what a host needs to build against
-# them, and the program zelchip. All paths in the installed files are relative to the files themselves, so that the
-# prefix may be moved.
+# `cmake --install` has three components: the runtime libraries, the development files for hosts, and the program
+# zelchip. All paths in the installed files are relative to the files themselves, so that the prefix can be moved.
 include(CMakePackageConfigHelpers)
 
 set(zel_headers ${CMAKE_INSTALL_INCLUDEDIR}/zelchipgui${ZEL_SUFFIX})
 set(zel_package ZelChipGui${ZEL_SUFFIX})
 set(zel_package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/${zel_package})
 
-# The libraries find each other, and the program finds them, wherever the prefix is.
+# The libraries and the program find the libraries relative to themselves, wherever the prefix is.
 file(RELATIVE_PATH zel_libraries_from_program ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
 set_target_properties(zelplatform zelchipgui PROPERTIES INSTALL_RPATH "$ORIGIN")
 set_target_properties(zelchip PROPERTIES INSTALL_RPATH "$ORIGIN/${zel_libraries_from_program}")
@@ -20,7 +19,7 @@ install(TARGETS zelplatform zelchipgui zelengine
     ARCHIVE COMPONENT development
     FILE_SET HEADERS DESTINATION ${zel_headers} COMPONENT development
     FILE_SET generated_headers DESTINATION ${zel_headers} COMPONENT development
-    INCLUDES DESTINATION ${zel_headers} # for hosts with a CMake that knows no file sets
+    INCLUDES DESTINATION ${zel_headers} # for hosts whose CMake does not know file sets
 )
 install(TARGETS zelchip RUNTIME COMPONENT program)
 install(EXPORT ${zel_package}
@@ -33,7 +32,7 @@ configure_package_config_file(cmake/ZelChipGuiConfig.cmake.in ${zel_package}Conf
     INSTALL_DESTINATION ${zel_package_folder}
     NO_SET_AND_CHECK_MACRO
 )
-# Before 1.0 every minor version may change the interface.
+# Before 1.0 every minor version may change the programming interface.
 set(compatibility SameMajorVersion)
 if(PROJECT_VERSION_MAJOR EQUAL 0)
     set(compatibility SameMinorVersion)
@@ -47,7 +46,7 @@ install(
     COMPONENT development
 )
 
-# zel_install_pkgconfig(LIBRARY DESCRIPTION REQUIRED-MODULE...)
+# zel_install_pkgconfig(LIBRARY DESCRIPTION REQUIRED-MODULE...) installs the pkg-config file of a library.
 function(zel_install_pkgconfig library description)
     set(name ${library}${ZEL_SUFFIX})
     list(JOIN ARGN ", " requires)

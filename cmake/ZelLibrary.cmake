@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 
-# zel_shared_library(NAME): what the shared libraries have in common. Each major version of Qt has libraries of its own
-# name, so that both can be installed. A host that mixes the two is told so by CMake.
+# zel_shared_library(NAME) sets the properties that all shared libraries have. The libraries for each major version of
+# Qt have their own names, so that both can be installed. CMake reports an error to a host that mixes the two.
 function(zel_shared_library name)
     set_target_properties(${name} PROPERTIES
         OUTPUT_NAME ${name}${ZEL_SUFFIX}

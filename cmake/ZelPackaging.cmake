@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 
-# Debian packages, one for each component of the installation, and the source archive:
+# CPack makes a Debian package of each component of the installation, and a source archive:
 #     cpack -G DEB                                  in the build directory
 #     cmake --build . --target package_source
 set(maintainer "The zelchipgui maintainers <maintainers@zelchipgui.mirn.org>")
@@ -9,7 +9,7 @@ widget that other programs embed. Resources are dragged onto sites while the
 probable ones light up; the changes go to the program as Tcl commands.
 Drawings are SVG. This build is for Qt ${QT_VERSION_MAJOR}.")
 
-set(debian ${CMAKE_CURRENT_BINARY_DIR}/debian) # files made for the packages
+set(debian ${CMAKE_CURRENT_BINARY_DIR}/debian) # files generated for the packages
 set(soname "${ZEL_SOVERSION}")
 if(ZEL_SUFFIX)
     set(soname "${ZEL_SUFFIX}-${ZEL_SOVERSION}")
@@ -30,7 +30,7 @@ design, which are dragged onto sites. It has a Tcl console, a journal that
 brings the work back after a crash, and a sample device to begin with. This
 build is for Qt ${QT_VERSION_MAJOR}.")
 
-# The libraries of a development package are those of exactly this build; Qt's come with their own headers.
+# A development package requires exactly the libraries of its build; the headers of Qt come with Qt's own package.
 set(CPACK_COMPONENTS_ALL runtime development program)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 set(CPACK_COMPONENT_PROGRAM_DEPENDS runtime)
@@ -57,7 +57,7 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_GENERATOR DEB)
 
-# What every Debian package says of itself, and what only Debian wants otherwise.
+# The files that every Debian package needs, and what differs for Debian only.
 string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 file(WRITE ${debian}/changelog.Debian
     "zelchipgui${ZEL_SUFFIX} (${PROJECT_VERSION}-1) unstable; urgency=medium\n\n"

@@ -8,14 +8,14 @@ set(ZEL_TEST_ENVIRONMENT
     UBSAN_OPTIONS=print_stacktrace=1
 )
 
-# zel_register_test(NAME [ARGUMENTS...]): runs the test program of that name offscreen through CTest.
+# zel_register_test(NAME [ARGUMENTS...]) registers a test program with CTest; it runs offscreen.
 function(zel_register_test name)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
     add_test(NAME ${name} COMMAND ${name} ${ARGN})
     set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT "${ZEL_TEST_ENVIRONMENT}")
 endfunction()
 
-# zel_add_test(NAME SOURCES... [LIBS ...]): a Qt Test program.
+# zel_add_test(NAME SOURCES... [LIBS ...]) adds a Qt Test program.
 function(zel_add_test name)
     cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${arg_SOURCES})

@@ -1,19 +1,19 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# What run, test and bench have in common. Sourced by them; sets `root` to the source tree. Everything said here goes to
+# Functions for run, test and bench, which source this file. It sets `root` to the source tree. All its messages go to
 # stderr, so that stdout is the program's own.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 source "$root/cmake/packages.sh"
 
-# is_configured DIR PRESET: true when the build directory belongs to this tree and is newer than the presets.
+# is_configured DIR PRESET: returns true if the build directory belongs to this tree and is newer than the presets.
 is_configured()
 {
     [[ -f $1/build.ninja && ! $root/CMakePresets.json -nt $1/build.ninja ]] \
         && grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$1/CMakeCache.txt"
 }
 
-# quietly COMMAND...: shows what the command printed only when it fails.
+# quietly COMMAND...: shows the output of the command only if it fails.
 quietly()
 {
     local log status=0
@@ -26,7 +26,7 @@ quietly()
     return "$status"
 }
 
-# build PRESET TARGET: brings the target up to date in build/PRESET. Shows the progress until that has succeeded once.
+# build PRESET TARGET: brings the target up to date in build/PRESET. Shows the progress until this has succeeded once.
 build()
 {
     local directory=$root/build/$1 options=()
@@ -36,7 +36,7 @@ build()
             options+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
         fi
         echo "Configuring $directory ..." >&2
-        # A directory that was copied here from elsewhere names sources that are not ours: start over.
+        # A build directory that was copied from elsewhere refers to other sources, so it is configured anew.
         (cd "$root" && quietly cmake --fresh --preset "$1" "${options[@]}")
     fi
     if [[ -e $stamp ]]; then

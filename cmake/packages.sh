@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2034
-# The Debian packages that this project needs, and the way they come onto the machine. Sourced by cmake/commands.sh.
+# The Debian packages that this project needs, and functions to install them. cmake/commands.sh sources this file.
 
-# To build and run, and for the tests.
+# For building and running, and for the tests.
 build_packages=(
     g++
     cmake
@@ -13,25 +13,25 @@ build_packages=(
     libexpat1-dev
     zlib1g-dev
     tcl-dev
-    fonts-dejavu-core # the offscreen platform brings no fonts of its own
+    fonts-dejavu-core # the offscreen platform has no fonts of its own
 )
 
-# On top of these, for ./test: a screen of its own, with a window manager and a hand on the mouse.
+# In addition for ./test: a virtual screen with a window manager and a simulated mouse.
 test_packages=(xvfb openbox xdotool)
 
-# What looks at the packages that are made; where it is missing, ./test leaves that out and says so.
+# Tools that check the generated packages. ./test does not install them; without them it skips these tests and says so.
 packaging_packages=(dpkg-dev lintian desktop-file-utils appstream)
 
-# On top of these, for ./test --qt5.
+# In addition for ./test --qt5.
 qt5_packages=(qtbase5-dev)
 
-# On top of these, for ./test --fuzz: libFuzzer and the sanitizers are in clang's runtime.
+# In addition for ./test --fuzz: clang's runtime contains libFuzzer and the sanitizers.
 fuzz_packages=(clang libclang-rt-dev)
 
-# On top of these, for ./bench.
+# In addition for ./bench.
 bench_packages=(libbenchmark-dev)
 
-# Prints those of the named packages that are not installed.
+# Prints those of the given packages that are not installed.
 missing_packages()
 {
     local package
@@ -42,11 +42,11 @@ missing_packages()
     done
 }
 
-# Installs those of the named packages that are not installed; touches nothing when all are there.
+# Installs those of the given packages that are not installed; does nothing if all are.
 install_packages()
 {
     if ! command -v dpkg-query >/dev/null; then
-        return # no Debian: what is missing shows in the configuration
+        return # not Debian: CMake reports what is missing
     fi
     local missing as_root=()
     mapfile -t missing < <(missing_packages "$@")

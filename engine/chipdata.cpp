@@ -15,7 +15,8 @@ namespace {
 const std::string POPUP_KEY = "tovanel:popup";
 const std::string FILL_KEY = "fill";
 
-// Of a site that is occupied although a setting puts it out of use. Which of the two is wrong only the designer knows.
+// The colour of a site that is occupied although a setting puts it out of use. Only the designer knows which of the two
+// is wrong.
 const std::string CONFLICT_FILL = "#d64541";
 
 void describeOccupant(

@@ -15,6 +15,7 @@ class Design;
 class Device;
 class SettingStore;
 
+// The attributes of one chip record, by key. ChipData owns it and fills it.
 class AttributeBag final : public zelattributes
 {
 public:
@@ -26,9 +27,9 @@ private:
     std::map<std::string, std::string> m_values;
 };
 
-// The device as the chip view sees it: the file names, and a record per site. An occupied site has the colour of its
-// kind and names the resource in its tooltip, and shows where a setting puts it out of use all the same; the others
-// carry neither, so that they look as they are drawn.
+// The device as the chip view sees it: the file names and one record per site. The engine owns it. An occupied site has
+// its kind's colour and names the resource in its tooltip, and shows a conflict if a setting puts it out of use. A free
+// site has neither, so that it looks as drawn.
 class ChipData final : public zelchipdata
 {
 public:

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int NumberDecimals = 3;
 
-// Shows as many decimals as the number has.
+// A spin box that shows only as many decimals as the number has.
 class NumberBox final : public QDoubleSpinBox
 {
 public:
@@ -33,7 +33,7 @@ public:
     }
 };
 
-// As plain text: a name may look like mark-up.
+// The label uses plain text, because a name may look like mark-up.
 QLabel* labelFor(const QString& resource, QWidget* parent)
 {
     auto* label = new QLabel(resource, parent);

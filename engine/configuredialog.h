@@ -15,11 +15,11 @@ namespace mirn::zelengine {
 
 struct ResourceParameter;
 
-// By key.
+// Values by parameter key.
 using ParameterValues = QHash<QString, QString>;
 
-// Asks for the values of a resource's parameters; changes nothing itself. An editor has its parameter's key as object
-// name.
+// Asks the user for the values of a resource's parameters; it changes nothing itself. ask() creates and deletes it. The
+// object name of an editor is the key of its parameter.
 class ConfigureDialog final : public QDialog
 {
     Q_OBJECT
@@ -30,8 +30,8 @@ public:
 
     [[nodiscard]] ParameterValues values() const;
 
-    // Runs a dialog over the active window until it is answered. Nothing when it was cancelled, or when the window went
-    // away under it: then the caller may be gone as well.
+    // Runs a dialog over the active window until it is answered. Returns nothing if it was cancelled, or if the window
+    // was destroyed meanwhile: the caller may then be gone as well.
     [[nodiscard]] static std::optional<ParameterValues> ask(
         const QString& resource, const std::vector<ResourceParameter>& parameters, const ParameterValues& values);
 
@@ -42,7 +42,7 @@ private:
     QHash<QString, std::function<QString()>> m_readers; // by key
 };
 
-// Says something about a resource in a box over the active window and returns at once.
+// Shows a message box over the active window and returns at once.
 void tellAboutConfiguring(const QString& text);
 
 } // namespace mirn::zelengine

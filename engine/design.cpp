@@ -10,7 +10,7 @@ namespace mirn::zelengine {
 
 namespace {
 
-// From a list in ascending order that has it.
+// The list must be in ascending order and contain the value.
 void erase(std::vector<int>& list, int value)
 {
     list.erase(std::lower_bound(list.begin(), list.end(), value));
@@ -64,7 +64,7 @@ void Design::restore(int resource)
 {
     m_removed.remove(at(resource).path);
     std::vector<int>& list = siblings(resource);
-    // Resources are numbered in the order of the file, so this is where it stood.
+    // Resources are numbered in the order of the file, so this is the old position.
     list.insert(std::lower_bound(list.begin(), list.end(), resource), resource);
     for (int index : subtree(resource)) {
         m_byPath.insert(at(index).path, index);
@@ -170,7 +170,7 @@ std::vector<int> Design::fedBy(int clock) const
 {
     std::vector<int> result;
     for (int fed : resource(clock).feeds) {
-        if (find(resource(fed).path) == fed) // not while it is removed
+        if (find(resource(fed).path) == fed) // left out while it is removed
             result.push_back(fed);
     }
     const int ip = ipOf(clock);

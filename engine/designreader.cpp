@@ -26,7 +26,7 @@ public:
     Design read(const JsonNode& root);
 
 private:
-    struct Pending // what refers to something that may stand further down in the file
+    struct Pending // a member that can be resolved only once all resources are known
     {
         int resource;
         JsonNode node;
@@ -73,7 +73,7 @@ void DesignReader::readName(const JsonNode& root)
     m_design = Design(name);
 }
 
-// Calls itself once a level; the JSON parser has seen to it that there are not more than some hundred.
+// Recurses once per level; the nesting limit of the JSON parser keeps that to a few hundred levels.
 void DesignReader::readChildren(const JsonNode& list, int parent)
 {
     list.expectArray();
@@ -129,7 +129,7 @@ ResourceType DesignReader::readType(const JsonNode& node) const
     return type.value_or(ResourceType::Folder);
 }
 
-// Members that mean nothing for this type are more likely a mistake than a wish.
+// A member that has no meaning for this type is more likely a mistake than intended.
 void DesignReader::checkMembers(const JsonNode& node, const Resource& resource) const
 {
     const ResourceType type = resource.type;
@@ -170,7 +170,7 @@ void DesignReader::readParameters(const JsonNode& node, Resource& resource)
     }
 }
 
-// Names in "feeds" are paths below the root.
+// The names in "feeds" are paths below the root.
 void DesignReader::connect(const Pending& feeds)
 {
     const QStringList names = feeds.node.texts();

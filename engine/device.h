@@ -16,34 +16,34 @@ namespace mirn::zelengine {
 struct SiteKind
 {
     QString name;
-    QString title; // for people
+    QString title; // for users
     std::vector<ResourceType> accepts;
-    QString occupiedFill; // colour of an occupied site as "#rrggbb"; empty: as drawn
+    QString occupiedFill; // colour of an occupied site as "#rrggbb"; empty if it keeps the drawing's
 };
 
-// What can be chosen for one key of a site's settings dialog.
+// One setting of a site and its possible values.
 struct SiteSetting
 {
     QString key;
-    QString value; // in force on a fresh device; may be empty: nothing
+    QString value; // in force on a fresh device; empty if there is none
     QStringList choices;
 };
 
 struct Site
 {
-    int id = 0; // the element id in the drawing
+    int id = 0; // its element id in the drawing
     QString name;
     int kind = 0; // index into Device::kinds()
-    QString group; // sites that belong together: a bank, a dual-channel unit; empty: stands alone
-    QStringList neighbours; // groups to which the channels of one IP may spread from this site's group
-    QStringList reaches; // groups that this clock source can feed
+    QString group; // the bank or dual-channel unit that it belongs to; empty if none
+    QStringList neighbours; // groups next to this site's group, where the channels of one IP may also be placed
+    QStringList reaches; // groups that a clock source on this site can feed
     QMap<QString, QString> attributes;
     std::vector<SiteSetting> settings;
-    QMap<QString, QStringList>
-        disabledBy; // per key of the group's settings, the values with which this site is out of use
+    QMap<QString, QStringList> disabledBy; // by key of the group's settings: the values that put this site out of use
 };
 
-// The device as its file describes it: the kinds and the sites, found by id and by name. Knows nothing of a design.
+// The device as its file describes it: the kinds and the sites, found by id and by name. The engine owns it; it knows
+// no design.
 class Device
 {
 public:
@@ -53,29 +53,30 @@ public:
     void setDrawingObjection(const QString& sentence) { m_drawingObjection = sentence; }
     void setFilterObjection(const QString& sentence) { m_filterObjection = sentence; }
     void addKind(SiteKind kind) { m_kinds.push_back(std::move(kind)); }
-    // False, and nothing added, when the id or the name is taken.
+    // Returns false and adds nothing if the id or the name is taken.
     bool addSite(Site site);
 
     [[nodiscard]] const QString& name() const { return m_name; }
-    [[nodiscard]] const QString& drawingFile() const { return m_drawingFile; } // absolute; empty: none
+    [[nodiscard]] const QString& drawingFile() const { return m_drawingFile; } // absolute; empty if none
     [[nodiscard]] const QString& filterFile() const { return m_filterFile; }
-    // Why such a file could not be read when the device file was, with the place that names it; empty: it could.
+    // Why the drawing or the filter file could not be read when the device file was read, with the position that names
+    // it; empty if it could.
     [[nodiscard]] const QString& drawingObjection() const { return m_drawingObjection; }
     [[nodiscard]] const QString& filterObjection() const { return m_filterObjection; }
     [[nodiscard]] const std::vector<SiteKind>& kinds() const { return m_kinds; }
     [[nodiscard]] const std::vector<Site>& sites() const { return m_sites; }
 
-    // -1 when there is no such kind.
+    // Returns -1 if there is no such kind.
     [[nodiscard]] int kindIndex(const QString& name) const;
     [[nodiscard]] const SiteKind& kindOf(const Site& site) const;
     [[nodiscard]] bool accepts(const Site& site, ResourceType type) const;
 
-    // Null when there is none; valid until a site is added.
+    // Returns null if there is no such site; the pointer is valid until a site is added.
     [[nodiscard]] const Site* site(int id) const;
     [[nodiscard]] const Site* site(const QString& name) const;
 
     [[nodiscard]] bool hasGroup(const QString& name) const { return m_groups.contains(name); }
-    // In the order of the file.
+    // Both return the sites in the order of the file.
     [[nodiscard]] std::vector<const Site*> sitesOfGroup(const QString& group) const;
     [[nodiscard]] std::vector<const Site*> sitesAccepting(ResourceType type) const;
 
@@ -87,7 +88,7 @@ private:
     QString m_filterObjection;
     std::vector<SiteKind> m_kinds;
     std::vector<Site> m_sites;
-    QHash<int, int> m_byId; // the values are indices into m_sites
+    QHash<int, int> m_byId; // indices into m_sites, here and in the next two
     QHash<QString, int> m_byName;
     QHash<QString, std::vector<int>> m_groups;
 };

@@ -17,10 +17,10 @@ namespace mirn::zelengine {
 
 namespace {
 
-// The bytes that a drawing or a filter file may have.
+// The largest size of a drawing or a filter file, in bytes.
 constexpr qint64 LargestFile = qint64(1) << 30;
 
-// Whether the file matters is for those to say who need it.
+// An unreadable file is no error here: only a caller that needs the file knows whether it matters.
 QString objectionToFile(const JsonNode& name, const QString& file)
 {
     const QString objection = objectionToInputFile(file, LargestFile);
@@ -144,7 +144,7 @@ void DeviceReader::readSite(const JsonNode& node)
         node.member(key).fail(QStringLiteral("another site has this %1").arg(key));
 }
 
-// Below 0, and reported, for one that is not described.
+// Returns -1, and reports an error, for a kind that the file does not describe.
 int DeviceReader::kindOf(const JsonNode& site) const
 {
     const QString kind = site.requiredText(QStringLiteral("kind"));
@@ -181,7 +181,7 @@ std::vector<SiteSetting> DeviceReader::readSettings(const JsonNode& node) const
     return result;
 }
 
-// After all sites are known: the groups and settings that a site refers to must exist.
+// Runs when all sites are known: the groups and settings that a site refers to must exist.
 void DeviceReader::checkReferences(const JsonNode& sites) const
 {
     const std::vector<Site>& known = m_device.sites();

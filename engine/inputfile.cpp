@@ -41,10 +41,10 @@ QString objectionTo(const struct stat& status, qint64 mostBytes)
 
 int openInputFile(const QString& fileName, qint64 mostBytes, QString* error)
 {
-    // Non-blocking, or opening a pipe would wait for a writer.
+    // O_NONBLOCK, because opening a pipe would wait for a writer.
     const int file = ::open(QFile::encodeName(fileName).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     struct stat status;
-    // Without permission to read it a socket or a folder is still better called by its name.
+    // A folder or socket that cannot be opened is reported as such, which says more than the system's error.
     const bool isThere = file >= 0
         ? ::fstat(file, &status) == 0
         : errno != ENOENT && ::stat(QFile::encodeName(fileName).constData(), &status) == 0 && !S_ISREG(status.st_mode);
@@ -67,7 +67,7 @@ std::optional<QByteArray> readInputFile(const QString& fileName, qint64 mostByte
         *error = file.errorString();
         return std::nullopt;
     }
-    // In blocks: some files tell no size, and read() makes room for all that it may read.
+    // Some files report no size, and read() would allocate all that it may read, so this reads in blocks.
     QByteArray bytes;
     bytes.reserve(static_cast<int>(std::min(file.size(), mostBytes)));
     for (QByteArray block = file.read(BlockSize); !block.isEmpty() && bytes.size() < mostBytes;

@@ -8,20 +8,21 @@
 
 namespace mirn::zelengine {
 
-// Reading files that people name and that may therefore be anything: a pipe or a device might never end, and a file
-// might be larger than the memory. A link is followed. Every function says in *error why it failed, in words that go
-// behind the file's name; the pointer must not be null.
+// Functions that read files named by users. Such a file may be anything: a pipe or a device might never end, and a file
+// might be larger than the memory. Symbolic links are followed. Every function with *error puts its reason there,
+// worded to follow the file's name; the pointer must not be null.
 
-// The bytes that a project, device or design file may have.
+// The largest size of a project, device or design file, in bytes.
 constexpr qint64 LargestJsonFile = qint64(1) << 30;
 
-// An open file descriptor that the caller closes, or -1 where the file is no regular one or larger than this.
+// Returns a file descriptor that the caller closes, or -1 if the file cannot be opened, is not a regular file or is
+// larger than this.
 [[nodiscard]] int openInputFile(const QString& fileName, qint64 mostBytes, QString* error);
 
-// The whole content.
+// Returns the whole content.
 [[nodiscard]] std::optional<QByteArray> readInputFile(const QString& fileName, qint64 mostBytes, QString* error);
 
-// What openInputFile() would complain of; empty where it would not.
+// Returns the error that openInputFile() would report; empty if it would succeed.
 [[nodiscard]] QString objectionToInputFile(const QString& fileName, qint64 mostBytes);
 
 } // namespace mirn::zelengine

@@ -16,7 +16,7 @@ TextPosition positionOfOffset(const QByteArray& utf8, int offset)
         if (byte == '\n') {
             ++position.line;
             position.column = 1;
-        } else if ((byte & 0xC0) != 0x80) { // the later bytes of a character count with its first
+        } else if ((byte & 0xC0) != 0x80) { // continuation bytes belong to the character before
             ++position.column;
         }
     }
@@ -54,7 +54,7 @@ int JsonLocator::skipSpace(int offset) const
     return offset;
 }
 
-// From the opening quote to behind the closing one.
+// Skips from the opening quote past the closing one.
 int JsonLocator::skipString(int offset) const
 {
     ++offset;
@@ -63,7 +63,7 @@ int JsonLocator::skipString(int offset) const
     return offset + 1;
 }
 
-// Counts brackets rather than calling itself: depth costs no stack.
+// Counts brackets instead of recursing, so that deep nesting needs no stack.
 int JsonLocator::skipValue(int offset) const
 {
     int depth = 0;
@@ -86,14 +86,14 @@ int JsonLocator::skipValue(int offset) const
     return offset;
 }
 
-// Behind a value: the start of the next one of the same object or array, or of the closing bracket.
+// Skips from the end of a value to the next value of the same object or array, or to the closing bracket.
 int JsonLocator::nextOf(int offset) const
 {
     offset = skipSpace(offset);
     return at(offset) == ',' ? skipSpace(offset + 1) : offset;
 }
 
-// Of members with the same key the last one counts, as it does for the parser.
+// The last of several members with the same key counts, as in Qt's parser.
 bool JsonLocator::findMember(const QString& key, int* keyOffset, int* valueOffset) const
 {
     if (at(*valueOffset) != '{')
@@ -103,7 +103,7 @@ bool JsonLocator::findMember(const QString& key, int* keyOffset, int* valueOffse
     while (at(offset) == '"') {
         const int end = skipString(offset);
         const QByteArray quoted = '[' + m_text.mid(offset, end - offset) + ']';
-        const int value = skipSpace(skipSpace(end) + 1); // behind the colon
+        const int value = skipSpace(skipSpace(end) + 1); // after the colon
         if (QJsonDocument::fromJson(quoted).array().at(0).toString() == key) {
             *keyOffset = offset;
             *valueOffset = value;

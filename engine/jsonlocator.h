@@ -8,7 +8,7 @@
 
 namespace mirn::zelengine {
 
-// One step from a JSON value to one inside it: a member of an object, or an item of an array when the key is null.
+// One step from a JSON value to one inside it: a member of an object, or an item of an array if the key is null.
 struct JsonStep
 {
     QString key;
@@ -25,8 +25,8 @@ struct TextPosition
 
 [[nodiscard]] TextPosition positionOfOffset(const QByteArray& utf8, int offset);
 
-// Where in a text of valid JSON a value stands: what the parser of Qt does not say. Walks the text on each call, so it
-// is for messages only. A path that leads nowhere gives the last value on the way.
+// Finds the position of a value in a text of valid JSON, which Qt's parser does not report. Each call scans the text,
+// so it is meant for messages only. For a path that leads nowhere it returns the position of the last value on the way.
 class JsonLocator
 {
 public:

@@ -13,10 +13,10 @@ namespace mirn::zelengine {
 namespace {
 
 constexpr int MAXIMUM_WARNINGS = 20;
-constexpr int MAXIMUM_VALUE_LENGTH = 80; // characters of a value that a message quotes
+constexpr int MAXIMUM_VALUE_LENGTH = 80; // characters of a quoted value in a message
 constexpr int MAXIMUM_MESSAGE_LENGTH = 1000;
 
-// A value of the file may be as long as the file, and so may the list of what is expected.
+// A value may be as long as the file, and so may the list of what is expected.
 QString withShortValues(const QString& message)
 {
     QStringList parts = message.split(QLatin1Char('"'));
@@ -25,7 +25,7 @@ QString withShortValues(const QString& message)
             parts[i] = parts.at(i).left(MAXIMUM_VALUE_LENGTH) + QStringLiteral("...");
     }
     const QString result = parts.join(QLatin1Char('"'));
-    // Whatever stands in the middle, the reason is at one of the ends.
+    // The reason is at the beginning or at the end of the message, so the middle can go.
     return result.size() <= MAXIMUM_MESSAGE_LENGTH
         ? result
         : result.left(MAXIMUM_MESSAGE_LENGTH / 2) + QStringLiteral("...") + result.right(MAXIMUM_MESSAGE_LENGTH / 2);

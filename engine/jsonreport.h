@@ -10,19 +10,19 @@
 
 namespace mirn::zelengine {
 
-// One JSON file being read: its text, and what there is to say about it. Of the errors the first is kept, as those
-// after it are mostly its consequences; of the warnings as many as anyone reads. Each begins "file:line:column: "
-// and shortens long values.
+// The text of one JSON file being read and the messages about it. The reader of the file owns it. It keeps the first
+// error, because later ones are mostly its consequences, and the first 20 warnings. Each message begins with
+// "file:line:column: ", and long values in it are shortened.
 class JsonReport
 {
 public:
-    // Reads and parses; the value is undefined and the report failed when that cannot be done.
+    // Reads and parses a file. On failure the value is undefined and the report failed.
     [[nodiscard]] QJsonValue load(const QString& fileName);
 
     void fail(const JsonPath& path, const QString& message);
     void warn(const JsonPath& path, JsonLocator::Target target, const QString& message);
 
-    // A message with its place in front, as an error has it.
+    // Returns a message with its position in front, as errors have it.
     [[nodiscard]] QString located(const JsonPath& path, const QString& message) const;
 
     [[nodiscard]] bool isFailed() const { return !m_error.isEmpty(); }

@@ -42,7 +42,7 @@ Proposal PlacementRules::propose(int index, int siteId) const
     return objectionByOthers.isEmpty() ? Proposal{{{index, site->id}}, {}} : refused(objectionByOthers);
 }
 
-// What the rules for its kind have against a resource on a site that takes it.
+// Applies the rules for the resource's type; the site must accept it.
 QString PlacementRules::objectionByType(int index, const Site& site) const
 {
     switch (m_design.resource(index).type) {
@@ -92,7 +92,7 @@ Proposal PlacementRules::proposeReset(int resource) const
                        .arg(m_design.resource(fixed).path, m_device.site(m_design.resource(fixed).site)->name));
 }
 
-// What holds for every kind of resource.
+// Applies the rules that hold for every type of resource.
 QString PlacementRules::objectionToSite(const Resource& resource, const Site& site) const
 {
     if (resource.fixed)
@@ -162,7 +162,7 @@ QString PlacementRules::objectionToSupply(const Resource& supply, const Site& si
     return {};
 }
 
-// Whether the clock sources that are placed reach a unit in which a channel of the IP would be.
+// Checks that all placed clock sources reach the unit in which a channel of the IP would be placed.
 QString PlacementRules::objectionOfClocks(int ip, const QString& unit) const
 {
     for (int clock : m_design.clocksOf(ip)) {
@@ -173,7 +173,7 @@ QString PlacementRules::objectionOfClocks(int ip, const QString& unit) const
     return {};
 }
 
-// Whichever of the two the device file says it of: the order of placing must not matter.
+// The device file may name the neighbour on either side, because the order of placing must not matter.
 bool PlacementRules::areNeighbours(const QString& unit, const QString& other) const
 {
     const auto isNamed = [this](const QString& name, const QString& by) {
@@ -234,7 +234,7 @@ QString PlacementRules::objectionToReturned(int top) const
     return {};
 }
 
-// The unit alone if all channels fit into it, else with its first neighbour that does.
+// Uses the unit alone if all channels fit into it, else together with the first neighbour for which they fit.
 Proposal PlacementRules::proposeIp(int ip, const Site& site) const
 {
     std::vector<int> channels;
@@ -260,8 +260,8 @@ Proposal PlacementRules::proposeIp(int ip, const Site& site) const
     return proposal;
 }
 
-// Deals the channels out to the free channel sites of the units, in order; sites that the channels themselves are on
-// count as free. At least one goes into the first unit.
+// Assigns the channels to the free channel sites of the units, in order. A site that one of these channels occupies
+// counts as free. At least one channel goes into the first unit.
 Proposal PlacementRules::fillUnits(int ip, const std::vector<int>& channels, const std::vector<QString>& units) const
 {
     const QString& path = m_design.resource(ip).path;

@@ -18,7 +18,7 @@ struct Placement
     int site = -1; // id
 };
 
-// The answer to "may this go there": the placements that it would mean, or one sentence that says why not.
+// The answer to "may this go there": the placements it would cause, or one sentence that says why not.
 struct Proposal
 {
     std::vector<Placement> placements;
@@ -27,15 +27,15 @@ struct Proposal
     [[nodiscard]] bool isAllowed() const { return refusal.isEmpty(); }
 };
 
-// Where a resource may be placed. Everything that asks or acts goes through propose(): a site must be free and of a
-// kind that takes the resource; the channels of one IP share one unit or neighbouring ones; a clock source must reach
-// every unit in which a channel that it serves is placed; the supplies of one bank have one voltage. An IP is placed on
-// a unit by placing its channels there, and in one neighbouring unit when that unit is too small.
+// Decides where a resource may be placed; every question and every change goes through propose(). A site must be free
+// and of a kind that accepts the resource. The channels of one IP share one unit or neighbouring ones. A clock source
+// must reach every unit in which a channel that it serves is placed. The supplies of one bank have one voltage. An IP
+// is placed on a unit by placing its channels there, and in one neighbouring unit if that unit is too small.
 //
-// A state is legal when nothing stands against any placement in it. Every part of a legal state is legal: no rule asks
-// that something be placed, or that it be there. So a reset and a removal are never refused, only what puts something
-// onto a site or brings something back; and the placements of a legal state can be made in any order. What is saved
-// counts on both: it is the removals, then the placements. A rule that breaks this loses saved work.
+// A state is legal if every placement in it is allowed. Every part of a legal state is legal, because no rule requires
+// that something is placed or exists. Therefore resets and removals are never refused, only placements and
+// restorations; and the placements of a legal state can be made in any order. Placement files rely on both: they hold
+// the removals, then the placements. A rule that breaks this loses saved work.
 class PlacementRules
 {
 public:
@@ -47,14 +47,15 @@ public:
     // The ids of all sites for which propose() has no objection.
     [[nodiscard]] std::vector<int> sitesFor(int resource) const;
 
-    // What resetting a resource takes off its site: all of it and below it that is placed and not fixed.
+    // The placements that a reset would remove: the resource and everything below it, as far as it is placed and not
+    // fixed.
     [[nodiscard]] Proposal proposeReset(int resource) const;
 
-    // What is against Design::restore() of this path: it is not removed, its parent is, or one of its fixed parts has
-    // lost its site to another resource. Empty: nothing.
+    // Why Design::restore() of this path is not possible: the resource is not removed, its parent is, or one of its
+    // fixed parts has lost its site to another resource. Empty if it is possible.
     [[nodiscard]] QString objectionToReturn(const QString& path) const;
-    // What is against a resource that restore() has just brought back: a fixed part, or a clock source elsewhere that
-    // feeds an IP again. Empty: nothing.
+    // Why a resource that restore() has just brought back makes the state illegal, because of one of its fixed parts or
+    // a clock source elsewhere that feeds an IP in it again. Empty if the state is legal.
     [[nodiscard]] QString objectionToReturned(int resource) const;
 
 private:

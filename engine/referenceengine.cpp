@@ -35,7 +35,7 @@ QString noSuchParameter(const QString& resource, ResourceType type, const QStrin
     return QStringLiteral("%1 has no parameter \"%2\", expected %3").arg(resource, key, quotedAlternatives(known));
 }
 
-// -1 for what is no element id.
+// Returns -1 for a text that is not an element id.
 int elementId(const std::string& text)
 {
     bool ok = false;
@@ -132,7 +132,7 @@ QString ReferenceEngine::restore(const QString& resource)
     return objection;
 }
 
-// Takes everything off first: the parts of an IP may change places among themselves.
+// All parts leave their sites first, because the parts of an IP may swap sites.
 void ReferenceEngine::setSites(const std::vector<Placement>& placements)
 {
     for (const Placement& placement : placements)
@@ -305,7 +305,7 @@ int ReferenceEngine::config(const std::string* name)
     return changed;
 }
 
-// By name: while the dialog was open anything may have happened to the design.
+// The resource is found by its name, because the design may have changed while the dialog was open.
 QString ReferenceEngine::write(const QString& resource, const QString& key, const QString& value)
 {
     return m_parameterWriter ? m_parameterWriter(resource, key, value) : configure(resource, key, value);
@@ -338,7 +338,7 @@ int ReferenceEngine::setDynamicDialogValue(
     return refusal.isEmpty() ? 1 : 0;
 }
 
-// Placements change only through commands, and whoever asks next gets them.
+// Placements change only through commands, so there is nothing to read again.
 void ReferenceEngine::refresh(int /*kind*/)
 {
     update();

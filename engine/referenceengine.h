@@ -20,21 +20,21 @@
 namespace mirn::zelengine {
 
 // The engine that makes the chip view work out of the box: device and design come from files, placements from commands.
-// A facade; what it answers stands in the classes whose objects it holds. The host owns it.
+// The host owns it. It is a facade: the classes of its members hold the logic.
 class ReferenceEngine final : public zelchipengine
 {
 public:
-    // Opens a project folder. Null, with a message in *error, when that cannot be done; *warnings gets what was
-    // ignored. Neither pointer may be null.
+    // Opens a project folder. Returns null, with a message in *error, on failure; *warnings receives what was ignored.
+    // Neither pointer may be null.
     [[nodiscard]] static std::unique_ptr<ReferenceEngine> open(
         const QString& projectDirectory, QString* error, QStringList* warnings);
 
-    // An engine for a drawing without device and design: nothing can be placed.
+    // Returns an engine for a drawing without device and design: nothing can be placed.
     [[nodiscard]] static std::unique_ptr<ReferenceEngine> forDrawing(const QString& drawingFile);
 
     ~ReferenceEngine() override;
 
-    // The filter file that chip() names, in place of the device's. For a host that has one where the device has none.
+    // Sets the filter file that chip() names, for a host whose device has none.
     void setFilterFile(const QString& fileName);
 
     [[nodiscard]] const Project& project() const { return m_project; }
@@ -42,18 +42,19 @@ public:
     [[nodiscard]] const Design& design() const { return m_design; }
     [[nodiscard]] PlacementRules rules() const { return {m_device, m_design}; }
 
-    // Goes back to a state that design() gave earlier.
+    // Goes back to a state that design() returned earlier.
     void setDesign(Design design);
 
-    // Changes to the design, by resource name. Empty on success, else a sentence that says why nothing was changed.
+    // Change the design, by resource name. They return an empty text for success, else a sentence that says why nothing
+    // was changed.
     [[nodiscard]] QString place(const QString& resource, int site);
     [[nodiscard]] QString reset(const QString& resource);
     [[nodiscard]] QString remove(const QString& resource);
-    [[nodiscard]] QString restore(const QString& resource); // undoes a removal but for the placements
-    // Puts resources where they are said to have been, without asking the rules.
+    [[nodiscard]] QString restore(const QString& resource); // undoes a removal; only fixed placements come back
+    // Sets placements of an earlier or later state without asking the rules.
     void setSites(const std::vector<Placement>& placements);
 
-    // A parameter of a resource with a value, or one sentence that says why there is none.
+    // A parameter of a resource with its value, or one sentence that says why there is none.
     struct Configuration
     {
         int resource = -1;
@@ -63,25 +64,26 @@ public:
 
         [[nodiscard]] bool isAllowed() const { return refusal.isEmpty(); }
     };
-    [[nodiscard]] Configuration configuration(const QString& resource, const QString& key) const; // in force
-    // A change before it is made; gives the value in its one spelling.
+    [[nodiscard]] Configuration configuration(const QString& resource, const QString& key) const; // the value in force
+    // Checks a change without making it; returns the value in its canonical spelling.
     [[nodiscard]] Configuration proposeConfiguration(
         const QString& resource, const QString& key, const QString& value) const;
     [[nodiscard]] QString configure(const QString& resource, const QString& key, const QString& value);
-    // Who is to make the changes that are asked for in the engine's own dialog; gives what configure() would. None: the
-    // engine itself.
+    // Sets the function that carries out the changes that are requested in the engine's own dialog; it returns what
+    // configure() would. Without one the engine makes them itself.
     using ParameterWriter = std::function<QString(const QString& resource, const QString& key, const QString& value)>;
     void setParameterWriter(ParameterWriter writer) { m_parameterWriter = std::move(writer); }
-    // Sets a parameter to a value that proposeConfiguration() gave or that was in force earlier.
+    // Sets a parameter to a value that proposeConfiguration() returned or that was in force earlier.
     void setParameter(int resource, const QString& key, const QString& value);
 
     [[nodiscard]] const SettingStore& settings() const { return m_settings; }
     [[nodiscard]] QString setSetting(int site, const QString& key, const QString& value);
-    // Who is to make the changes that the chip view asks for through setDynamicDialogValue(), so that they can be kept
-    // and undone; gives what setSetting() would. None: the engine itself.
+    // Sets the function that carries out the changes that the chip view requests through setDynamicDialogValue(), so
+    // that they can be journalled and undone; it returns what setSetting() would. Without one the engine makes them
+    // itself.
     using SettingWriter = std::function<QString(int site, const QString& key, const QString& value)>;
     void setSettingWriter(SettingWriter writer) { m_settingWriter = std::move(writer); }
-    // Goes back to what settings().changes() had earlier for a site.
+    // Goes back to the value that settings().changes() had for a site.
     void setSettingChanges(int carrier, const SiteSettingChanges& changes);
 
     [[nodiscard]] zelchipdata* chip() override;
@@ -93,7 +95,7 @@ public:
     [[nodiscard]] int getResourceType(const std::string* name) override;
     [[nodiscard]] bool canDrop(const std::string* rsc, const std::string* site) override;
     bool showProbPlaceItem(const std::string* rsc, const std::string* site, std::list<std::string>& items) override;
-    // Shows a dialog, or says that there is nothing to configure. 1 when something changed, else 0.
+    // Opens a dialog, or a message that there is nothing to configure. Returns 1 if something changed, else 0.
     int config(const std::string* name) override;
     [[nodiscard]] bool hasDynamicDialog(const std::string* id) override;
     [[nodiscard]] const std::map<std::string, std::vector<std::string>>* getDynamicDialogValues(
@@ -116,7 +118,7 @@ private:
     ParameterWriter m_parameterWriter;
     ChipData m_chip;
     ResourceTree m_tree;
-    bool m_isChanged = true; // since the last update()
+    bool m_isChanged = true; // whether the design or the settings changed since the last update()
     std::map<std::string, std::vector<std::string>> m_offers;
 };
 

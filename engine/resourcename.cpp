@@ -20,16 +20,16 @@ QString complaintAboutText(const QString& text)
             return QStringLiteral("the name holds a control character");
         if (c.unicode() <= 0xFF)
             continue;
-        // Characters beyond U+FFFF take two.
+        // Characters beyond U+FFFF are two QChars.
         const int length = c.isHighSurrogate() ? 2 : 1;
         return QStringLiteral("the name holds \"%1\", which is not in ISO 8859-1").arg(text.mid(i, length));
     }
     return {};
 }
 
-// Between braces Tcl replaces nothing but a backslash at the end of a line, and does not count a brace behind a
-// backslash. So the other braces must pair up, and a name must not end in a backslash that would take the closing brace
-// (or the slash of the path) with it.
+// Between braces Tcl substitutes nothing but a backslash at the end of a line, and does not count a brace after a
+// backslash. So the other braces must be balanced, and a name must not end in a backslash that would escape the closing
+// brace (or the slash of the path).
 QString complaintAboutResourceName(const QString& name)
 {
     if (name.isEmpty())

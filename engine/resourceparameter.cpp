@@ -39,8 +39,7 @@ std::optional<QString> ResourceParameter::accepted(const QString& value) const
 {
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
-    if (!isNumber
-        || !(number >= minimum && number <= maximum)) // also refuses what is no number but has the type of one
+    if (!isNumber || !(number >= minimum && number <= maximum)) // this form also refuses NaN
         return std::nullopt;
     const QString text = spelled(number);
     return choices.isEmpty() || choices.contains(text) ? std::optional(text) : std::nullopt;

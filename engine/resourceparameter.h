@@ -11,35 +11,36 @@
 
 namespace mirn::zelengine {
 
-// Something that can be configured about every resource of a type: a number between bounds, or one of a few numbers.
-// Values are texts in one spelling, so that equal values are equal texts.
+// A parameter that every resource of a type has: a number within bounds, or one of a few numbers. Values are texts in a
+// canonical spelling, so that equal values are equal texts.
 struct ResourceParameter
 {
     QString key; // in files and commands
-    QString title; // for people
+    QString title; // for users
     QString unit;
-    QString preset; // the value where nobody says another
+    QString preset; // the value unless the design file or the user sets another
     double minimum = 0;
     double maximum = 0;
-    QStringList choices; // when there are some, nothing else is allowed
+    QStringList choices; // if not empty, the only values allowed
 
-    // The value in its one spelling, to thousandths: "100" for "100.0". Nothing when it is not allowed.
+    // Returns the value in its canonical spelling, rounded to thousandths: "100" for "100.0". Returns nothing if the
+    // value is not allowed.
     [[nodiscard]] std::optional<QString> accepted(const QString& value) const;
 
-    // What is allowed: "a number from 10 to 500".
+    // Describes the allowed values, for example "a number from 10 to 500".
     [[nodiscard]] QString expectation() const;
 
-    // "100 MHz"
+    // Returns, for example, "100 MHz".
     [[nodiscard]] QString withUnit(const QString& value) const { return value + QLatin1Char(' ') + unit; }
 };
 
-// Empty for what cannot be configured.
+// Empty for types without parameters.
 [[nodiscard]] const std::vector<ResourceParameter>& parametersOf(ResourceType type);
 
-// Null when resources of the type have none with this key.
+// Returns null if the type has no such parameter.
 [[nodiscard]] const ResourceParameter* findParameter(ResourceType type, const QString& key);
 
-// The keys that any type has.
+// The keys of the parameters of all types.
 [[nodiscard]] const QStringList& parameterKeys();
 
 } // namespace mirn::zelengine

@@ -12,8 +12,8 @@ namespace {
 
 constexpr int SITE_COLUMN = 1;
 
-// A group has a type as well, though none that the view knows: so its row gets the general icon and lines up with the
-// others.
+// The view does not know the type "GROUP" and shows its general icon for it. Without a type the row would have no icon
+// and not line up with the others.
 const std::string& typeText(ResourceType type)
 {
     static const std::string group = "GROUP";
@@ -26,7 +26,7 @@ bool isPlaceable(const Resource& resource)
     return resource.type != ResourceType::Folder && resource.type != ResourceType::Ip;
 }
 
-// ", 100 MHz"
+// Returns, for example, ", 100 MHz".
 QString parameterList(const Design& design, int index)
 {
     QString result;
@@ -37,7 +37,7 @@ QString parameterList(const Design& design, int index)
 
 } // namespace
 
-// A cell with all that it points at. Nodes do not move once they are made.
+// A cell with everything it points to; a node must therefore not move.
 struct ResourceTree::Node
 {
     std::string name;
@@ -91,7 +91,7 @@ void ResourceTree::rebuild(const Device& device, const Design& design)
     }
 }
 
-// Children come after their parents, so that counting backwards finds every subtree complete.
+// Parents come before their children, so in reverse order every subtree is complete when it is added to its parent.
 ResourceTree::Counts ResourceTree::count(const Design& design, const std::vector<int>& order)
 {
     Counts counts;

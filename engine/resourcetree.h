@@ -15,7 +15,8 @@ namespace mirn::zelengine {
 class Design;
 class Device;
 
-// The design as the contract's cells, and the one-line summaries. A rebuild invalidates all cells handed out before.
+// The design as the contract's cells, and the one-line summaries. The engine owns it. A rebuild invalidates all cells
+// handed out before.
 class ResourceTree
 {
 public:
@@ -24,13 +25,14 @@ public:
 
     void rebuild(const Device& device, const Design& design);
 
-    // Null before the first rebuild.
+    // Returns null before the first rebuild.
     [[nodiscard]] zeltreeviewcell* root();
 
     [[nodiscard]] static const std::map<int, std::string>& headers();
 
-    // Of the design as it is now, whatever the cells are of: "2 of 3 placed" for what holds others, "on SITE" or "not
-    // placed" for what can itself be placed, with its parameters: "on SITE, 100 MHz".
+    // Describes a resource of the current design, even if the cells are older: "2 of 3 placed" for one that holds
+    // others; "on SITE" or "not placed", with its parameters as in "on SITE, 100 MHz", for one that can be placed
+    // itself.
     [[nodiscard]] static std::string summary(const Design& design, const Device& device, int resource);
 
 private:
@@ -42,12 +44,12 @@ private:
         int fixed = 0;
     };
 
-    using Counts = std::map<int, Count>; // by resource: what is placed of it and below it
+    using Counts = std::map<int, Count>; // by resource: its subtree, itself included
 
     [[nodiscard]] static Counts count(const Design& design, const std::vector<int>& order);
     Node& makeNode(const Design& design, const Device& device, int resource);
 
-    std::vector<std::unique_ptr<Node>> m_nodes; // the root, then by preorder of the design
+    std::vector<std::unique_ptr<Node>> m_nodes; // the root, then the design in preorder
 };
 
 } // namespace mirn::zelengine

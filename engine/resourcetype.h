@@ -8,7 +8,7 @@
 
 namespace mirn::zelengine {
 
-// What a resource of the design can be. The numbers are the contract's kind codes.
+// The types of the design's resources. The numbers are the contract's kind codes.
 enum class ResourceType {
     Folder = -1, // holds others, cannot be placed
     Ip = 0,
@@ -18,10 +18,10 @@ enum class ResourceType {
     Uvccio = 4,
 };
 
-// The names that may stand in files, in the order of the codes.
+// The names used in files, in the order of the codes.
 [[nodiscard]] const QStringList& resourceTypeNames();
 
-// Null for a folder.
+// Returns a null text for a folder.
 [[nodiscard]] QString resourceTypeName(ResourceType type);
 
 [[nodiscard]] std::optional<ResourceType> resourceTypeFromName(const QString& name);

@@ -23,7 +23,7 @@ bool isCoupled(const SiteSetting& setting)
     return setting.key.contains(QLatin1Char(':'));
 }
 
-// The setting that offers a value for `key` together with other keys.
+// Finds the setting that offers a value for `key` together with other keys.
 const SiteSetting* coupledSettingOf(const Site& site, const QString& key, const QString& value)
 {
     for (const SiteSetting& setting : site.settings) {
@@ -81,7 +81,7 @@ QString SettingStore::setValue(int siteId, const QString& key, const QString& va
         return QStringLiteral("%1 has no setting \"%2\", expected %3").arg(site->name, key, quotedAlternatives(keys));
     }
     const SiteSetting* coupled = coupledSettingOf(*site, key, value);
-    // What a fresh device has can always be gone back to, also where that is nothing.
+    // The value of a fresh device can always be restored, even if it is empty.
     if (!coupled && value != setting->value && !setting->choices.contains(value))
         return QStringLiteral("%1 cannot be \"%2\", expected %3").arg(key, value, quotedAlternatives(setting->choices));
 
@@ -95,7 +95,7 @@ QString SettingStore::setValue(int siteId, const QString& key, const QString& va
     return {};
 }
 
-// Leaving a common value leaves it for all its keys; the others go back to what a fresh device has.
+// A common value ends for all its keys at once; the others return to the value of a fresh device.
 void SettingStore::leaveCommonValue(const Site& site, const QString& key)
 {
     for (const SiteSetting& setting : site.settings) {
@@ -146,7 +146,7 @@ QString SettingStore::valueOf(const Site& site, const SiteSetting& setting) cons
     return m_changes.value(site.id).value(setting.key, setting.value);
 }
 
-// The choice of a coupled setting that is in force for its keys; empty when none is.
+// The value that is in force for all keys of a coupled setting; empty if there is none.
 QString SettingStore::commonValueOf(const Site& site, const SiteSetting& coupled) const
 {
     const QStringList keys = coupled.key.split(QLatin1Char(':'));

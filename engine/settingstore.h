@@ -15,31 +15,33 @@ class Device;
 struct Site;
 struct SiteSetting;
 
-// What differs from a fresh device: by key, and by the id of the site that carries the settings.
+// Differences from a fresh device: by key, and by the id of the site that carries the settings.
 using SiteSettingChanges = QHash<QString, QString>;
 using SettingChanges = QHash<int, SiteSettingChanges>;
 
-// The settings of the device's sites: what can be chosen, what is in force. A key of the form "A:B" offers choices that
-// hold for A and B together: they are set through A or B and then are in force for both.
+// The settings of the device's sites: their choices and the values in force. The engine owns it; it stores only
+// differences from a fresh device. A key of the form "A:B" offers choices that hold for A and B together; they are set
+// through A or B and are then in force for both.
 class SettingStore
 {
 public:
     explicit SettingStore(const Device& device);
 
-    // The site that carries the settings for a site: itself, or the one of its group that has some. Null: none.
+    // Returns the site that carries the settings for a site: itself, or the one in its group that has settings. Null if
+    // there is none.
     [[nodiscard]] const Site* carrier(int site) const;
 
-    // What is in force; empty when nothing is or there is no such setting.
+    // The value in force; empty if there is none or no such setting.
     [[nodiscard]] QString value(int site, const QString& key) const;
-    // Empty on success, else why not.
+    // Returns an empty text for success, else why not.
     [[nodiscard]] QString setValue(int site, const QString& key, const QString& value);
 
-    // Per key the value in force, then all choices, as 8-bit text; empty when the site has no settings. For a key "A:B"
-    // the value in force is empty while A and B have values of their own: a dialog that was told otherwise would take
-    // the choice of the common value for no change.
+    // Returns, for each key, the value in force followed by all choices, as 8-bit text; empty if the site has no
+    // settings. The value in force of a key "A:B" is empty while A and B have different values: otherwise a dialog
+    // would take choosing the common value for no change.
     [[nodiscard]] std::map<std::string, std::vector<std::string>> offers(int site) const;
 
-    // What puts a site out of use, as "KEY is VALUE"; empty when nothing does.
+    // The setting that puts a site out of use, as "KEY is VALUE"; empty if there is none.
     [[nodiscard]] QString obstacle(const Site& site) const;
 
     [[nodiscard]] const SettingChanges& changes() const { return m_changes; }

@@ -9,8 +9,8 @@ namespace mirn::zelengine {
 class Design;
 class Device;
 
-// The rows of the usage table: per kind of site that takes a resource how many are used and how many there are. A site
-// that takes a whole IP counts as used when anything of its group is.
+// Returns the rows of the usage table: for each kind of site that accepts a resource, how many are used and how many
+// exist. A site that accepts a whole IP counts as used if any site of its group is.
 [[nodiscard]] std::vector<std::vector<std::string>> usageRows(const Device& device, const Design& design);
 
 [[nodiscard]] std::vector<std::string> usageHeader();

@@ -29,7 +29,7 @@ namespace {
 constexpr int Failure = 1;
 constexpr int UsageError = 2;
 
-const char SamplePath[] = "/" ZELCHIP_DATA_FOLDER "/sample"; // from the program's folder
+const char SamplePath[] = "/" ZELCHIP_DATA_FOLDER "/sample"; // relative to the program's folder
 
 void say(const QString& message)
 {
@@ -60,7 +60,7 @@ bool hasDisplay()
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
-// In a locale without UTF-8, the usual one of a bare container, Qt warns at every start and file names get lost.
+// Without UTF-8, as in many containers, Qt warns at every start and file names get lost.
 void useUtf8()
 {
     std::setlocale(LC_ALL, "");
@@ -68,7 +68,7 @@ void useUtf8()
         qputenv("LC_ALL", "C.UTF-8");
 }
 
-// A snapshot shows no window, and comes out the same on every desktop.
+// Snapshots and batches need no display, and a snapshot must look the same on every desktop.
 void choosePlatform(CommandLine::Task task)
 {
     const bool needsDisplay = task != CommandLine::Task::SaveSnapshot && task != CommandLine::Task::RunBatch;
@@ -78,7 +78,7 @@ void choosePlatform(CommandLine::Task task)
 
 int saveSnapshotOf(MainWindow& window, const QString& file, const QString& scriptFile)
 {
-    // Laid out as any window, but painted only once, into the image.
+    // The window is laid out like any other but painted only once, into the image.
     window.setAttribute(Qt::WA_DontShowOnScreen);
     window.show();
     QCoreApplication::processEvents();
@@ -90,7 +90,7 @@ int saveSnapshotOf(MainWindow& window, const QString& file, const QString& scrip
     return error.isEmpty() ? EXIT_SUCCESS : fail(Failure, error);
 }
 
-// The window stays, so that one can see how far the script came.
+// After an error the window stays open, so that the user sees how far the script came.
 void runScriptIn(MainWindow& window, const QString& file)
 {
     QString error;
@@ -156,7 +156,7 @@ int runApplication(const CommandLine& commandLine, int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    // Beyond the largest size that a file may have here, writing is to fail with a reason and not to end the program.
+    // Writing beyond the file size limit must fail with an error instead of ending the program.
     std::signal(SIGXFSZ, SIG_IGN);
     useUtf8();
     const CommandLine commandLine = parseCommandLine(argumentList(argc, argv));

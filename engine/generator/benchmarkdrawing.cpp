@@ -11,10 +11,10 @@ namespace mirn::zeldevicegenerator {
 
 namespace {
 
-constexpr double LAYER_SCALE_STEP = 0.75; // between the scales at which two layers appear
-constexpr double GAP = 0.1; // of a cell, on each side
+constexpr double LAYER_SCALE_STEP = 0.75; // between the scales at which successive layers appear
+constexpr double GAP = 0.1; // on each side, as a fraction of the cell
 
-// A small generator of its own: the standard distributions differ between libraries.
+// A generator of its own, because the standard distributions differ between libraries.
 class Random
 {
 public:
@@ -87,7 +87,7 @@ void BenchmarkWriter::header()
     append("</metadata>\n");
 }
 
-// Of twenty elements sixteen are rects, two lines, one a polygon and one a text.
+// Of every twenty elements sixteen are rects, two lines, one a polygon and one a text.
 void BenchmarkWriter::element(int number)
 {
     const double pitch = BENCHMARK_SIZE / m_columns;

@@ -7,12 +7,12 @@ namespace mirn::zeldevicegenerator {
 
 namespace {
 
-constexpr double CLOSE_SIZE = 1.2; // of the names that are read close up
+constexpr double CLOSE_SIZE = 1.2; // font size of names that are read close up
 constexpr double CLOSE_HEADER = 1.6;
-constexpr double CORNER = 2; // height of the strip that a name in the corner takes
+constexpr double CORNER = 2; // height of the strip that a name in the corner occupies
 constexpr double GAP = 0.5; // around the blocks inside a part
 
-// A label in the upper left corner of a box.
+// Draws a label in the upper left corner of a box.
 void drawCornerName(SvgWriter& svg, const Box& box, const std::string& name)
 {
     svg.label(box.inner(GAP, GAP, textWidth(name) * CLOSE_SIZE, CLOSE_SIZE), CLOSE_SIZE, name);

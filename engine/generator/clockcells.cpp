@@ -6,7 +6,7 @@ namespace mirn::zeldevicegenerator {
 
 namespace {
 
-// The loop of a PLL: the forward path in a row, the feedback divider below it.
+// Draws the loop of a PLL: the forward path in a row, the feedback divider below it.
 void drawLoop(SvgWriter& svg, const Box& box)
 {
     const double row = 0.08 * box.height + 5;
@@ -32,7 +32,7 @@ void drawLoop(SvgWriter& svg, const Box& box)
     svg.label(box.inner(10, feedback + height / 2 - 1.4, 6, 1.2), 1, "CLKFB");
 }
 
-// One of the clock hub's selectors, in a box of 27 x 13.
+// Draws one selector of the clock hub, in a box of 27 x 13.
 void drawSelector(SvgWriter& svg, const Box& box, int number)
 {
     const std::string name = std::to_string(number);
@@ -94,7 +94,7 @@ void drawTransmitPll(SvgWriter& svg, const Site& site)
             {{box.x + 13.5, box.y + 38}, {box.x + 13.5, box.y + 43}}});
 }
 
-// Two pads, the receiver, and its termination.
+// Draws two pads, the receiver and its termination.
 void drawReference(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
@@ -123,7 +123,8 @@ void drawReference(SvgWriter& svg, const Site& site)
             {{box.x + 43, box.y + 10}, {box.x + 43, box.y + 12}}});
 }
 
-// Four selectors side by side, each with its inputs, the multiplexer, the glitch filter, and the clock that it drives.
+// Draws four selectors side by side, each with its inputs, the multiplexer, the glitch filter and the clock that it
+// drives.
 void drawClockHub(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
@@ -134,10 +135,10 @@ void drawClockHub(SvgWriter& svg, const Site& site)
         drawSelector(svg, box.inner(3 + number * 29, 6, 27, 13), number);
 }
 
-// Taps the spine and drives the tiles on both sides.
+// Draws a driver that taps the spine and drives the tiles on both sides.
 void drawRowClock(SvgWriter& svg, const Site& site)
 {
-    constexpr double REACH = 11; // from the driver to the tiles
+    constexpr double REACH = 11; // drawing units from the driver to the tiles
     const Box& box = site.box;
     const double middle = box.y + 8.25;
     drawBody(svg, LAYER_SITES, "clock", box);

@@ -8,11 +8,11 @@ namespace {
 
 using Turn = SvgWriter::Turn;
 
-constexpr double LOGIC_HEADER = 3.6; // strip with the tile's name
+constexpr double LOGIC_HEADER = 3.6; // height of the strip with the tile's name
 constexpr int SLICES = 4;
 constexpr double SLICE_PITCH = 6.75;
 
-// The switch box on the left and four slices, each with its look-up tables and registers.
+// Defines the switch box on the left and four slices, each with its look-up tables and registers.
 void defineLogic(SvgWriter& svg)
 {
     const auto definition = svg.definition("logic");
@@ -40,7 +40,7 @@ void defineLogic(SvgWriter& svg)
     }
 }
 
-// One half of the cell array of a block RAM, ruled by its word and bit lines.
+// Draws one half of the cell array of a block RAM with its word and bit lines.
 void drawArray(SvgWriter& svg, const Box& box)
 {
     constexpr int LINES = 4;

@@ -96,7 +96,7 @@ std::string kindRecord(const SiteKind& kind)
     return '{' + joined(parts) + '}';
 }
 
-// One record a line, so that a difference between two devices reads well.
+// One record per line keeps the differences between two devices readable.
 template <typename Record, typename Write> std::string lines(const std::vector<Record>& records, Write write)
 {
     std::string result;

@@ -16,7 +16,7 @@ struct Box
     [[nodiscard]] double centerX() const { return x + width / 2; }
     [[nodiscard]] double centerY() const { return y + height / 2; }
 
-    // The box (dx, dy, w, h) given relative to this one's upper left corner.
+    // Returns a box given relative to the upper left corner of this one.
     [[nodiscard]] Box inner(double dx, double dy, double w, double h) const { return {x + dx, y + dy, w, h}; }
 };
 
@@ -30,7 +30,7 @@ struct Point
 enum class Side { Top, Right, Bottom, Left };
 
 // A cell of the pad ring in its own coordinates: `along` runs along the edge (rightwards or downwards), `depth` from
-// the outside to the inside. So one description of a cell serves all four sides.
+// the outside inwards. One description of a cell thus serves all four sides.
 struct EdgeCell
 {
     Side side = Side::Top;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr char POWER_DOWN[] = "POWER DOWN"; // a setting of both channels of a unit
 
-constexpr double RING_DEPTH = 54; // of the pad ring
+constexpr double RING_DEPTH = 54; // depth of the pad ring
 constexpr double PAD_PITCH = 17;
 constexpr double PAD_LENGTH = 15;
 constexpr double PAD_DEPTH = 28;
@@ -124,7 +124,7 @@ void Planner::banks()
         padsOf(bank);
 }
 
-// A supply stands at one and two thirds of each bank, the clock-capable pads in its middle.
+// Each bank has supplies at one third and two thirds of its length, and the clock-capable pads in its middle.
 void Planner::padsOf(const Bank& bank)
 {
     static constexpr const char* LETTERS[] = {"PT", "PR", "PB", "PL"};
@@ -268,7 +268,7 @@ double Planner::tileTop(int row)
     return CORE.y + 8 + row * TILE_HEIGHT + (row >= TILE_ROWS / 2 ? SPINE_GAP : 0);
 }
 
-// The hub where the spines cross, and a driver beside each row of tiles.
+// Adds the hub where the spines cross, and a driver beside each row of tiles.
 void Planner::clocks()
 {
     add("CLOCK", 0, 0, "CLKHUB", {}, {540, 391, 120, 20}).popup

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-// The sample device, the invented FPGA "Halden H40": where its sites lie and what belongs together.
+// The floorplan of the sample device, the invented FPGA "Halden H40": its sites and their relations.
 //
 //     PLL |  bank 0    bank 1   | PLL
 //     ----+---------------------+----
@@ -23,13 +23,13 @@ inline constexpr Box DIE{6, 6, 1188, 848};
 inline constexpr Box CORE{80, 80, 1040, 642};
 inline constexpr Box VERTICAL_SPINE{592, 84, 16, 634};
 inline constexpr Box HORIZONTAL_SPINE{84, 393, 1032, 16};
-inline constexpr double UNIT_HEADER = 17; // of a dual-channel unit: the strip with its name
+inline constexpr double UNIT_HEADER = 17; // height of the strip with the name of a dual-channel unit
 
-// In the order in which they must be drawn: a site that contains others comes before them.
+// The kinds in the order in which they must be drawn: a site that contains others comes before them.
 [[nodiscard]] const std::vector<SiteKind>& siteKinds();
 
-// All sites, kind by kind, in the order of siteKinds(). An id is the kind's code, three digits of the row (or of the
-// unit's number) and three of the column.
+// All sites, kind by kind, in the order of siteKinds(). An id consists of the kind's code, three digits for the row (or
+// the unit's number) and three for the column.
 [[nodiscard]] std::vector<Site> sites();
 
 } // namespace mirn::zeldevicegenerator::halden

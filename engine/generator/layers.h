@@ -3,8 +3,8 @@
 
 namespace mirn::zeldevicegenerator {
 
-// The drawing's layers. Names of blocks come in several sizes, of which one is shown at a time: what is a caption at
-// the full view would cover the details at the next level.
+// The drawing's layers. Names of blocks exist in several sizes, one of which is shown at a time: a name that is a
+// caption in the full view would cover the details at the next level.
 enum Layer {
     LAYER_BASE,
     LAYER_SITES,
@@ -23,18 +23,18 @@ enum Layer {
 struct LayerRange
 {
     const char* name;
-    double minimum; // scale values at which the layer is shown, both included
+    double minimum; // scale values between which the layer is shown, both included
     double maximum;
 };
 
 inline constexpr double SCALE_STEP = 0.25;
 inline constexpr double MINIMUM_SCALE = 0.25;
 inline constexpr double MAXIMUM_SCALE = 5.0;
-inline constexpr double ALWAYS
-    = 100.0; // beyond any scale that zooming to an element, or fitting into a small window, reaches
+// Exceeds any scale that zooming to an element or fitting into a small window reaches.
+inline constexpr double ALWAYS = 100.0;
 
 // Scale value s shows the drawing enlarged (1 + step)^((s - 1) / step) times: 1.5 is 1.6x, 2.5 is 3.8x, 3.5 is 9.3x,
-// 4.25 is 18x and 5 is 36x. A name's layer begins where its letters become about 8 pixels high.
+// 4.25 is 18x and 5 is 36x. A layer of names begins where its letters become about 8 pixels high.
 inline constexpr LayerRange LAYERS[LAYER_COUNT] = {
     {"Outline", -ALWAYS, ALWAYS},
     {"Sites", -ALWAYS, ALWAYS},

@@ -24,7 +24,7 @@ int usage()
     return USAGE_ERROR;
 }
 
-// Zero when the text is no number from 1 to maximum.
+// Returns 0 if the text is not a number from 1 to `maximum`.
 int countFrom(const char* text, int maximum)
 {
     char* end = nullptr;

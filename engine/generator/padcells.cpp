@@ -13,7 +13,7 @@ bool isUpright(const Site& site)
     return site.side == Side::Left || site.side == Side::Right;
 }
 
-// The direction of a text that runs along the edge.
+// Returns the direction of a text that runs along the edge.
 Turn alongEdge(const Site& site)
 {
     switch (site.side) {
@@ -45,7 +45,7 @@ const char* padStyle(const Site& site)
 
 } // namespace
 
-// The strip between pads and core: the bank's name, or its I/O lanes when one is near enough.
+// Draws the strip between pads and core: the bank's name, or its I/O lanes at higher scales.
 void drawBank(SvgWriter& svg, const Site& site)
 {
     constexpr double LANE = 60;
@@ -77,7 +77,7 @@ void drawBank(SvgWriter& svg, const Site& site)
         svg.label(cell.part(lane * pitch + 3, 43, pitch - 6, 3), 1.2, "EDGE CLOCK / DELAY LINE", turn);
 }
 
-// From the outside: the bond pad, the buffer, the I/O logic.
+// Draws, from the outside inwards, the bond pad, the buffer and the I/O logic.
 void drawPad(SvgWriter& svg, const Site& site)
 {
     const EdgeCell cell{site.side, site.box};

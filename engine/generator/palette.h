@@ -3,10 +3,10 @@
 
 namespace mirn::zeldevicegenerator {
 
-// The style sheet of the sample drawing. Texts are always drawn black, so every ground is light; one hue per kind of
-// site, with the cell's body paler than the parts in it. Strong greens, blues and magenta are left to selection, filter
-// and highlight. Strokes are thin against the smallest part: they are a pixel wide at the full view and a few at the
-// highest zoom. Lines are a pixel wide at every zoom. The parts of what can be occupied have darker strokes than the
+// The style sheet of the sample drawing. Texts are always black, so all backgrounds are light; each kind of site has
+// one hue, with the cell's body paler than its parts. Strong green, blue and magenta are reserved for selection, filter
+// and highlight. Strokes are thin compared with the smallest part: one pixel wide in the full view and a few at the
+// highest zoom. Lines are one pixel wide at every zoom. Parts of cells that can be occupied have darker strokes than
 // others, because an occupied site takes on one colour with all its parts.
 inline constexpr const char* STYLE_SHEET = R"css(
   text { font-family: 'DejaVu Sans'; text-anchor: middle; fill: #000000 }

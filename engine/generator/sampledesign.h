@@ -3,8 +3,8 @@
 
 namespace mirn::zeldevicegenerator {
 
-// The sample design, a protocol gateway: it uses every resource type, some of it placed, and what is left to place has
-// at least one solution. `xaui` needs four channels and fits only into the right pair of units.
+// The sample design, a protocol gateway. It uses every resource type and is partly placed; what is left to place has at
+// least one solution. `xaui` needs four channels and fits only into the right pair of units.
 inline constexpr const char* SAMPLE_DESIGN = R"json({
   "name": "gateway",
   "resources": [

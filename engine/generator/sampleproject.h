@@ -13,10 +13,11 @@ struct GeneratedFile
     std::string content;
 };
 
-// The whole sample project: drawing, device, filter, design and project file. The same bytes on every machine.
+// Returns all files of the sample project: drawing, device, filter, design and project file. Their bytes are the same
+// on every machine.
 [[nodiscard]] std::vector<GeneratedFile> sampleProject();
 
-// Writes the files into a folder, which is made when it is missing. Empty on success, else what went wrong.
+// Writes the files into a folder, which is created if it is missing. Returns an empty text for success, else the error.
 [[nodiscard]] std::string writeFiles(const std::vector<GeneratedFile>& files, const std::filesystem::path& folder);
 
 } // namespace mirn::zeldevicegenerator

@@ -7,10 +7,10 @@ namespace mirn::zeldevicegenerator {
 
 namespace {
 
-constexpr double LANE_WIDTH = 27; // receive or transmit half of a channel
+constexpr double LANE_WIDTH = 27; // width of the receive or transmit half of a channel
 constexpr int PARALLEL_BITS = 8;
 
-// The coding sublayer of one direction: a frame with its name and four blocks.
+// Draws the coding sublayer of one direction: a frame with its name and four blocks.
 void drawCodingBlock(SvgWriter& svg, const Box& box, const std::string& name, const std::vector<std::string>& blocks)
 {
     drawBody(svg, LAYER_DETAIL, "channel-part", box);
@@ -28,7 +28,7 @@ void drawCodingBlock(SvgWriter& svg, const Box& box, const std::string& name, co
         svg.label(places[i], 2.2, blocks[i]);
 }
 
-// The parallel data pins above a coding block.
+// Draws the parallel data pins above a coding block.
 void drawBits(SvgWriter& svg, const Box& box, const char* prefix)
 {
     const double pitch = box.width / PARALLEL_BITS;
@@ -70,7 +70,7 @@ void drawUnit(SvgWriter& svg, const Site& site)
             {"unit", auxiliary.inner(27, 20, 18, 8), 3.4, "RESET", {"SEQUENCER"}, 1}});
 }
 
-// Data come in and go out at the pads at the bottom; the receive lane is on the left.
+// Data enter and leave through the pads at the bottom; the receive lane is on the left.
 void drawChannel(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;

@@ -9,7 +9,7 @@
 
 namespace mirn::zeldevicegenerator {
 
-// One setting of a site: what the settings dialog offers and what is in force on a fresh device.
+// One setting of a site: its choices in the settings dialog and its value on a fresh device.
 struct Setting
 {
     std::string key;
@@ -17,18 +17,18 @@ struct Setting
     std::vector<std::string> choices;
 };
 
-// A site of the device: one record of the device file and one outlined cell of the drawing, tied together by the id.
+// A site of the device: one record of the device file and one outlined cell of the drawing, linked by the id.
 struct Site
 {
     int id = 0;
     std::string name;
-    std::string kind; // a SiteKind's name
-    std::string group; // sites that belong together: a bank, a dual-channel unit
+    std::string kind; // the name of a SiteKind
+    std::string group; // the bank or dual-channel unit that it belongs to
     std::string popup;
     Box box;
     Side side = Side::Top; // pad ring only
     std::vector<std::pair<std::string, std::string>> attributes;
-    std::vector<std::string> neighbours; // groups that a multi-channel IP may spread to
+    std::vector<std::string> neighbours; // groups to which a multi-channel IP may spread
     std::vector<std::string> reaches; // groups that a clock source can feed
     std::vector<Setting> settings;
     std::vector<std::pair<std::string, std::vector<std::string>>> disabledBy; // values of the group's settings, by key
@@ -38,9 +38,9 @@ struct SiteKind
 {
     const char* name;
     const char* title; // as in the filter menu
-    const char* accepts; // the resource type that can be placed here; null: none
+    const char* accepts; // the resource type that can be placed here; null if none can
     int code; // leading digits of the ids
-    const char* occupiedFill = nullptr; // colour once something is placed here
+    const char* occupiedFill = nullptr; // colour of an occupied site; null if it keeps its own
 };
 
 } // namespace mirn::zeldevicegenerator

@@ -11,7 +11,7 @@ namespace mirn::zeldevicegenerator {
 
 namespace {
 
-constexpr double CAP_HEIGHT = 0.73; // of the font size
+constexpr double CAP_HEIGHT = 0.73; // fraction of the font size, like LINE_HEIGHT
 constexpr double LINE_HEIGHT = 1.0;
 
 std::string escaped(const std::string& text)
@@ -69,7 +69,7 @@ std::string formatNumber(double value)
     return text == "-0" ? "0" : text;
 }
 
-// Advance widths of DejaVu Sans in thousandths of the font size, from the blank to '~'.
+// The advance widths of DejaVu Sans in thousandths of the font size, from space to '~'.
 double textWidth(const std::string& text)
 {
     static constexpr std::array<short, 95> ADVANCE = {318, 401, 460, 838, 636, 950, 780, 275, 390, 390, 500, 838, 318,

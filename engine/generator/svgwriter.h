@@ -8,14 +8,14 @@
 
 namespace mirn::zeldevicegenerator {
 
-// Writes a chip drawing as SVG text, one element a line. Styles are the names of classes in the style sheet.
-// Labels are measured as they are written: one that is larger than the box it names is remembered as a misfit.
+// Writes a chip drawing as SVG text, one element a line; it writes no file. Styles are class names of the style sheet.
+// Labels are measured as they are written; one that is larger than its box is recorded as a misfit.
 class SvgWriter
 {
 public:
-    enum class Turn { None, Left, Right }; // text runs rightwards, upwards, downwards
+    enum class Turn { None, Left, Right }; // text runs rightwards, upwards or downwards
 
-    // Closes the element it stands for when it goes out of scope.
+    // Closes the element that it stands for when it goes out of scope.
     class Scope
     {
     public:
@@ -33,9 +33,9 @@ public:
 
     SvgWriter(double width, double height, const std::string& title, const std::string& styleSheet);
 
-    // Everything within shows on this layer.
+    // Everything inside is shown on this layer.
     [[nodiscard]] Scope layer(int number);
-    // Everything within belongs to the chip element `id` and has this tooltip.
+    // Everything inside belongs to the chip element `id` and has this tooltip.
     [[nodiscard]] Scope element(int id, const std::string& popup);
     [[nodiscard]] Scope definitions();
     [[nodiscard]] Scope definition(const std::string& name);
@@ -45,12 +45,12 @@ public:
     void polygon(const char* style, const std::vector<Point>& points);
     void use(const std::string& definition, Point at);
 
-    // Text in the middle of a box that it must not exceed.
+    // Writes a text in the middle of a box, which it must not exceed.
     void label(const Box& box, double size, const std::string& text, Turn turn = Turn::None);
 
     [[nodiscard]] const std::vector<std::string>& misfits() const { return m_misfits; }
 
-    // The whole document; ends the writing.
+    // Returns the whole document; nothing may be written after it.
     [[nodiscard]] std::string finish();
 
 private:
@@ -63,10 +63,10 @@ private:
     std::vector<std::string> m_misfits;
 };
 
-// Width of a text at font size 1 in the font of the drawing.
+// Returns the width of a text at font size 1 in the drawing's font.
 [[nodiscard]] double textWidth(const std::string& text);
 
-// At most two decimals, none that are not needed; independent of the locale.
+// Formats a number with at most two decimals and no trailing zeros, independently of the locale.
 [[nodiscard]] std::string formatNumber(double value);
 
 } // namespace mirn::zeldevicegenerator

@@ -9,8 +9,8 @@ namespace mirn::zelchip {
 
 class ProjectSession;
 
-// Runs a script on a project without a window: what it writes goes to the standard channels, an error to stderr. Gives
-// the exit status: 0, 1 after an error, or what the script gave to "exit".
+// Runs a script on a project without a window. Its output goes to the standard channels, an error to stderr. Returns
+// the exit status: 0, or 1 after an error. A script that calls "exit" ends the program with its own status.
 [[nodiscard]] int runBatch(std::unique_ptr<ProjectSession> session, const QString& scriptFile);
 
 } // namespace mirn::zelchip

@@ -17,7 +17,8 @@ const QString BatchName = QStringLiteral("batch");
 const QString SizeName = QStringLiteral("size");
 const QString TakeOverName = QStringLiteral("take-over");
 
-// Below the smallest size the window's parts no longer fit; beyond the largest one an image would not fit into memory.
+// The window's parts do not fit into less than the smallest size, nor an image of more than the largest size into
+// memory.
 constexpr QSize SmallestWindow(640, 400);
 constexpr QSize LargestWindow(16384, 16384);
 
@@ -29,7 +30,7 @@ CommandLine usageError(const QString& error)
     return result;
 }
 
-// Empty for a text that is no "WIDTHxHEIGHT" within the limits.
+// Returns an invalid size if the text is not "WIDTHxHEIGHT" within the limits.
 QSize windowSizeOf(const QString& text)
 {
     static const QRegularExpression Pattern(QStringLiteral("^(\\d{1,5})x(\\d{1,5})$"));
@@ -57,7 +58,7 @@ void addOptions(QCommandLineParser& parser)
     parser.addOption(QCommandLineOption(TakeOverName));
 }
 
-// Help and version are answered whatever else is asked for.
+// Help and version take precedence over everything else.
 CommandLine taskOf(const QCommandLineParser& parser)
 {
     CommandLine result;

@@ -3,8 +3,8 @@
 
 namespace mirn::zelchip {
 
-// Keeps to itself what Qt says of the desktop session that a container or the offscreen platform lacks. The user can do
-// nothing about it, and it would stand between the program's own messages. All else goes where it went before.
+// Suppresses Qt's messages about missing parts of a desktop session, which a container or the offscreen platform does
+// not have. The user can do nothing about them. All other messages go where they went before.
 void silencePlatformMessages();
 
 } // namespace mirn::zelchip

@@ -7,7 +7,7 @@
 
 namespace mirn::zelchip {
 
-// Writes to the program's own output or error stream, at once and in the locale's encoding.
+// Writes to the program's output or error stream in the locale's encoding, and flushes it.
 void writeToStream(const QString& text, TclInterpreter::Channel channel);
 
 } // namespace mirn::zelchip

@@ -8,8 +8,9 @@
 
 namespace mirn::zelchip {
 
-// The scripts that were entered, oldest first, and a walk through them. What is edited during the walk, the unfinished
-// text at its newest end included, is kept until the walk ends with add().
+// The scripts that were entered, oldest first, and a walk through them. Texts that are edited during the walk,
+// including the unfinished one at its newest end, are kept until add() ends the walk. The console input owns it; it is
+// not saved.
 class CommandHistory final
 {
 public:
@@ -17,14 +18,14 @@ public:
 
     explicit CommandHistory(int capacity = DefaultCapacity);
 
-    // Blank scripts are left out, and so is one that equals the newest.
+    // Ignores blank scripts and one that equals the newest; ends the walk.
     void add(const QString& script);
 
     [[nodiscard]] QStringList entries() const { return m_entries; }
     void setEntries(const QStringList& entries);
 
-    // One step of the walk: takes the text that is shown now and gives the one to show in its place, nothing at the
-    // end.
+    // Makes one step of the walk: takes the text that is shown now and returns the one to show instead. Returns nothing
+    // at the end of the history.
     std::optional<QString> older(const QString& shown);
     std::optional<QString> newer(const QString& shown);
 
@@ -35,8 +36,8 @@ private:
 
     const int m_capacity;
     QStringList m_entries;
-    QStringList m_walked; // the entries as they are edited in this walk, and behind them the unfinished text
-    int m_position = 0; // in m_walked
+    QStringList m_walked; // the entries as edited during this walk, followed by the unfinished text
+    int m_position = 0; // index in m_walked
 };
 
 } // namespace mirn::zelchip

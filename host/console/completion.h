@@ -8,12 +8,12 @@
 
 namespace mirn::zelchip {
 
-// How the text before the cursor can go on.
+// The possible continuations of the text before the cursor.
 struct Completion
 {
-    QStringList candidates; // for people to read; empty when nothing fits
-    int start = 0; // `text` replaces all from here to the cursor
-    QString text; // what all candidates have in common, written so that typing can go on
+    QStringList candidates; // readable by users; empty if nothing fits
+    int start = 0; // `text` replaces everything from here to the cursor
+    QString text; // the common beginning of all candidates, in a form in which typing can continue
 };
 
 using Completer = std::function<Completion(const QString& textBeforeCursor)>;

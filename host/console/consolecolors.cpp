@@ -12,7 +12,7 @@ namespace {
 
 constexpr double LegibleContrast = 4.5;
 constexpr double Step = 0.05;
-constexpr double MutedShare = 0.45; // of the background in the muted colour, where contrast allows it
+constexpr double MutedShare = 0.45; // fraction of the background in the muted colour, if that is legible
 const QRgb Red = qRgb(0xc4, 0x1e, 0x1e);
 
 double linear(double channel)
@@ -31,7 +31,7 @@ QColor blend(const QColor& one, const QColor& other, double share)
     return QColor(mix(one.red(), other.red()), mix(one.green(), other.green()), mix(one.blue(), other.blue()));
 }
 
-// The nearest colour on the way to black or white that can be read on the background.
+// Returns the colour nearest to `wanted`, on the way to black or white, that is legible on the background.
 QColor legible(const QColor& wanted, const QColor& background)
 {
     const bool isDark = contrast(background, Qt::white) > contrast(background, Qt::black);

@@ -7,7 +7,7 @@ class QPalette;
 
 namespace mirn::zelchip {
 
-// The console's colours, made from a palette so that they can be read on its base, light or dark.
+// The console's colours, derived from a palette so that they are legible on its light or dark background.
 struct ConsoleColors
 {
     explicit ConsoleColors(const QPalette& palette);
@@ -18,7 +18,7 @@ struct ConsoleColors
     QColor error;
 };
 
-// From 1 for equal ones to 21 for black and white; 4.5 is what small text needs.
+// Returns a contrast ratio from 1 for equal colours to 21 for black and white; small text needs 4.5.
 [[nodiscard]] double contrast(const QColor& one, const QColor& other);
 
 } // namespace mirn::zelchip

@@ -16,9 +16,9 @@ namespace mirn::zelchip {
 
 namespace {
 
-constexpr int SmallestOutputHeight = 24; // so that a small window keeps room for the drawing
+constexpr int SmallestOutputHeight = 24; // pixels; leaves space for the drawing in a small window
 
-// Monospaced, as large as the rest of the program.
+// Returns a monospaced font in the size of the rest of the program.
 QFont consoleFont(const QFont& programFont)
 {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);

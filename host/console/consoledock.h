@@ -13,8 +13,8 @@ namespace mirn::zelchip {
 class ConsoleInput;
 class ConsoleOutput;
 
-// The console: shows commands and what comes of them, and takes scripts from the user. It runs nothing itself: whoever
-// listens to commandEntered() does, and shows here the command, its output and its result.
+// The console: shows commands, their output and their results, and accepts scripts from the user. It is a child of the
+// main window. It runs nothing itself: a listener to commandEntered() does, and calls the operations below.
 class ConsoleDock final : public QDockWidget
 {
     Q_OBJECT
@@ -26,24 +26,24 @@ public:
 
     explicit ConsoleDock(QWidget* parent);
 
-    // Texts are taken as they are, never as HTML; of huge ones the beginning is shown. Empty ones show nothing.
+    // Texts are shown literally, never as HTML, and cut if they are huge. Empty texts show nothing.
     void showCommand(const QString& command, Origin origin);
-    // Pieces that come without a line's end are continued by the next piece for the same channel.
+    // A text without a line end at its end is continued by the next text for the same channel.
     void showOutput(const QString& text, TclInterpreter::Channel channel = TclInterpreter::Channel::Output);
-    // What came of it is otherwise shown when the program is next idle.
+    // Shows output at once that would otherwise be shown when the program is next idle.
     void showPending();
     void showResult(const QString& text);
     void showError(const QString& message);
 
-    // Offers to stop, and takes no further script until it is over.
+    // Shows the Stop button and accepts no further script until called with false.
     void setRunning(bool isRunning);
 
-    // The widget that stops a running script; the dock's.
+    // The widget that stops a running script; the dock owns it.
     [[nodiscard]] QWidget* stopWidget() const;
 
     void setCompleter(Completer completer);
 
-    // What was entered, oldest first; bounded.
+    // The entered scripts, oldest first; limited to CommandHistory's capacity.
     [[nodiscard]] QStringList history() const;
     void setHistory(const QStringList& history);
 
@@ -54,7 +54,7 @@ Q_SIGNALS:
 private:
     QWidget* newInputRow(QWidget* parent);
 
-    ConsoleOutput* m_output; // this and the following: children of the dock's widget
+    ConsoleOutput* m_output; // these are children of the dock's widget
     ConsoleInput* m_input;
     QToolButton* m_stopButton;
 };

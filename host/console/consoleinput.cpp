@@ -16,10 +16,10 @@ namespace mirn::zelchip {
 
 namespace {
 
-constexpr int MostVisibleLines = 8; // the input scrolls beyond
+constexpr int MostVisibleLines = 8; // with more lines the input scrolls
 constexpr int Slack = 2; // pixels; a view that just fits its lines would scroll by one
 
-// As it is laid out, which may be a pixel more than the font says.
+// Returns the height in the layout, which may be a pixel more than that of the font.
 int lineHeight(const QPlainTextEdit& edit)
 {
     const QTextLayout* const layout = edit.document()->firstBlock().layout();
@@ -48,7 +48,7 @@ void ConsoleInput::setRunning(bool isRunning)
     m_isRunning = isRunning;
 }
 
-// The document's plain text would have blanks in place of its no-break spaces.
+// The document's toPlainText() would replace no-break spaces by ordinary ones.
 QString ConsoleInput::script() const
 {
     QString text = document()->toRawText();
@@ -57,7 +57,7 @@ QString ConsoleInput::script() const
     return text;
 }
 
-// A shortcut of the window's on Escape must wait while there is something to empty.
+// A window shortcut for Escape must not fire while there is text to clear.
 bool ConsoleInput::event(QEvent* event)
 {
     if (event->type() == QEvent::ShortcutOverride) {
@@ -129,7 +129,7 @@ bool ConsoleInput::enter()
     return true;
 }
 
-// Not from inside a text of several lines, where the keys move between these.
+// Inside a text of several lines the keys move between the lines instead.
 bool ConsoleInput::walk(Direction direction)
 {
     const bool isOlder = direction == Direction::Older;
@@ -140,7 +140,7 @@ bool ConsoleInput::walk(Direction direction)
     if (!text)
         return true;
     replace(0, document()->characterCount() - 1, *text);
-    // So that the next press goes on through the history.
+    // The cursor goes to the first line, so that the next press continues through the history.
     if (isOlder) {
         moveCursor(QTextCursor::Start);
         moveCursor(QTextCursor::EndOfLine);
@@ -169,7 +169,7 @@ bool ConsoleInput::complete()
     return true;
 }
 
-// Can be undone, as all that is typed.
+// The replacement can be undone like typed text.
 void ConsoleInput::replace(int begin, int end, const QString& text)
 {
     QTextCursor cursor = textCursor();
@@ -192,7 +192,7 @@ void ConsoleInput::changeEvent(QEvent* event)
         adjustHeight();
 }
 
-// Tab completes; back out of the input goes by Shift+Tab.
+// Tab completes, so only Shift+Tab leaves the input.
 bool ConsoleInput::focusNextPrevChild(bool next)
 {
     return !next && QWidget::focusNextPrevChild(next);
@@ -200,7 +200,7 @@ bool ConsoleInput::focusNextPrevChild(bool next)
 
 void ConsoleInput::adjustHeight()
 {
-    // The layout of plain text counts its height in lines.
+    // The layout of plain text measures its height in lines.
     const int lines = std::clamp(qRound(document()->size().height()), 1, MostVisibleLines);
     const int margins = 2 * (qRound(document()->documentMargin()) + frameWidth());
     setFixedHeight(lines * lineHeight(*this) + margins + Slack);

@@ -10,9 +10,9 @@
 
 namespace mirn::zelchip {
 
-// Where scripts are typed. Return enters a script once it is complete and continues it on a further line before;
-// Shift+Return always does the latter. Up and Down walk through the history from the first and the last line, Tab
-// completes, and its second press asks for the candidates to be shown; Escape empties the input.
+// The field in which scripts are typed. Return enters a complete script and adds a line to an incomplete one;
+// Shift+Return always adds a line. Up and Down walk through the history from the first and the last line. Tab
+// completes, and pressing it again requests the candidates. Escape clears the input.
 class ConsoleInput final : public QPlainTextEdit
 {
     Q_OBJECT
@@ -21,11 +21,11 @@ public:
 
     void setCompleter(Completer completer);
 
-    // While a script runs, typing goes on, but nothing is entered or completed, and Ctrl+C without a selection asks for
-    // the script's end.
+    // While a script runs, the user can type, but nothing is entered or completed, and Ctrl+C without a selection
+    // requests cancellation.
     void setRunning(bool isRunning);
 
-    // What is in the input now, to the letter.
+    // The content of the input, character for character.
     [[nodiscard]] QString script() const;
 
     [[nodiscard]] CommandHistory& history() { return m_history; }
@@ -55,7 +55,7 @@ private:
 
     CommandHistory m_history;
     Completer m_completer;
-    std::optional<QString> m_textAtTab; // before the cursor, after the last completion
+    std::optional<QString> m_textAtTab; // the text before the cursor after the last completion
     bool m_isRunning = false;
 };
 

@@ -19,8 +19,8 @@ namespace {
 
 using Kind = ConsoleOutput::Kind;
 
-constexpr double MarkSize = 0.85; // of the text's
-constexpr int ContinuationFlag = 0x100; // in a block's state, which holds the kind of its line: not the first line
+constexpr double MarkSize = 0.85; // relative to the text's size
+constexpr int ContinuationFlag = 0x100; // in a block's state, beside the line's kind: not the first line of a text
 constexpr int UnusedState = -1;
 constexpr int MostCandidates = 200;
 constexpr int MostPending = 64 * 1024; // characters
@@ -45,7 +45,7 @@ QString markOf(Kind kind)
     }
 }
 
-// What has no colour follows the palette by itself.
+// A format without a colour follows the palette by itself.
 QTextCharFormat formatOf(Kind kind, const ConsoleColors& colors)
 {
     QTextCharFormat format;
@@ -65,7 +65,7 @@ QString beginning(const QString& text, int length)
     return text.left(length > 0 && text.at(length - 1).isHighSurrogate() ? length - 1 : length);
 }
 
-// Control characters become their pictures: some of them would end the paragraph and all the others are invisible.
+// Control characters are replaced by their pictures: some would end the paragraph, and all others are invisible.
 QString printable(QString line)
 {
     for (QChar& character : line) {
@@ -78,7 +78,7 @@ QString printable(QString line)
     return line;
 }
 
-// With line ends alone between the lines.
+// Also converts the line ends to "\n".
 QString bounded(const QString& text)
 {
     QString shown = beginning(text, std::min(static_cast<int>(text.size()), ConsoleOutput::LongestText));
@@ -171,7 +171,7 @@ void ConsoleOutput::appendCandidates(const QStringList& candidates)
     int width = 0;
     for (const QString& candidate : shown)
         width = std::max(width, static_cast<int>(candidate.size()) + ColumnGap);
-    // The lines may bring the scroll bar about.
+    // The candidates may make the scroll bar appear.
     const int scrollBar = verticalScrollBar()->isVisible() ? 0 : verticalScrollBar()->sizeHint().width();
     const int room = viewport()->width() - scrollBar - 2 * qRound(document()->documentMargin());
     const int lineWidth = room / std::max(1, fontMetrics().horizontalAdvance(QLatin1Char('0')));
@@ -221,7 +221,7 @@ void ConsoleOutput::write(Kind kind, const QString& text, bool isContinued)
         verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
-// The selection has grown with the text behind it, which is not what will be meant to be copied.
+// Qt extends a selection that ends at the insertion point; the new text is not meant to be copied.
 void ConsoleOutput::deselectLast(int count)
 {
     QTextCursor cursor = textCursor();
@@ -236,7 +236,7 @@ void ConsoleOutput::beginLine(QTextCursor* cursor, Kind kind, bool isFirst)
     const int previousState = cursor->block().userState();
     if (previousState != UnusedState) {
         cursor->insertBlock();
-        // Behind an empty line the new block is the one in front, and the state went with the other.
+        // If the line was empty, the new block is inserted before it and the state has moved, so it is set again.
         QTextBlock previous = cursor->block().previous();
         previous.setUserState(previousState);
     }
@@ -250,7 +250,7 @@ void ConsoleOutput::writeLine(QTextCursor* cursor, Kind kind, const QString& lin
     const int room = LongestLine - (cursor->block().length() - 1);
     if (line.size() <= room)
         cursor->insertText(line, format);
-    else if (room >= 0) // otherwise the note is already there
+    else if (room >= 0) // otherwise the line has the note already
         cursor->insertText(beginning(line, room) + tr(" \u2026 (line cut)"), format);
 }
 
@@ -259,7 +259,7 @@ void ConsoleOutput::dropOldest()
     const int excess = document()->characterCount() - MostCharacters;
     if (excess <= 0)
         return;
-    // More than needed, so that this is rare.
+    // Removes more than needed, so that this happens rarely.
     QTextCursor cursor(document());
     cursor.setPosition(document()->findBlock(excess + MostCharacters / 8).position(), QTextCursor::KeepAnchor);
     cursor.removeSelectedText();
@@ -335,12 +335,12 @@ bool ConsoleOutput::eventFilter(QObject* watched, QEvent* event)
     return true;
 }
 
-// Nothing but the characters: pasting into a document must not bring the console's colours along.
+// Provides only the characters: pasting into a document must not bring the console's colours along.
 QMimeData* ConsoleOutput::createMimeDataFromSelection() const
 {
     QString text = textCursor().selectedText();
     text.replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'));
-    auto* data = new QMimeData; // Qt's text control takes it over
+    auto* data = new QMimeData; // Qt's text control deletes it
     data->setText(text);
     return data;
 }

@@ -6,40 +6,40 @@
 
 namespace mirn::zelchip {
 
-// The text that the console has shown so far: bounded, so that no script can fill the memory, plain, whatever the text
-// looks like, and copied without the marks in front of it. It follows its end unless the user has scrolled up.
+// The text that the console has shown so far. It is bounded, so that no script can fill the memory; it is plain text
+// and is copied without the marks in front of it. It scrolls to new text unless the user has scrolled up.
 class ConsoleOutput final : public QPlainTextEdit
 {
     Q_OBJECT
 public:
-    // What a line is; it decides on its look and its mark.
+    // The kind of a line, which determines its colour and its mark.
     enum class Kind { Output, ErrorOutput, Result, Error, Candidates, UserCommand, ViewCommand };
 
     static constexpr int MostLines = 10'000;
-    static constexpr int LongestLine = 10'000; // characters; what is behind is left out, and a note says so
-    static constexpr int LongestText = 200'000; // likewise, of one call
-    static constexpr int MostCharacters = 4'000'000; // of all lines; the oldest make room
+    static constexpr int LongestLine = 10'000; // characters; longer lines are cut, with a note
+    static constexpr int LongestText = 200'000; // characters of one call; likewise
+    static constexpr int MostCharacters = 4'000'000; // in all lines; the oldest are dropped
 
-    static constexpr int GutterPadding = 6; // pixels, on either side of the mark
+    static constexpr int GutterPadding = 6; // pixels on either side of the mark
 
     explicit ConsoleOutput(QWidget* parent);
 
-    // Adds lines of their own.
+    // Adds lines.
     void append(Kind kind, const QString& text);
 
-    // Continues the last line when it is of the same kind and came without its end. Shown when the program is next
-    // idle, so that a script which writes in many small pieces is not held up by each.
+    // Continues the last line if it is of the same kind and has no line end. The text is shown when the program is next
+    // idle, so that a script that writes in many small pieces is not slowed down.
     void continueWith(Kind kind, const QString& text);
 
-    // Shows that at once.
+    // Shows pending text at once.
     void flush();
 
-    // Set in columns.
+    // Adds the candidates in columns.
     void appendCandidates(const QStringList& candidates);
 
     void clearAll();
 
-    // What lies left of the text, in pixels.
+    // The width of the area to the left of the text, in pixels.
     [[nodiscard]] int gutterWidth() const;
 
 protected:
@@ -61,9 +61,9 @@ private:
 
     QWidget* const m_gutter; // child of this, which paints it
     QTimer m_flushTimer;
-    QString m_pending; // not yet shown
+    QString m_pending; // text not yet shown
     Kind m_pendingKind = Kind::Output;
-    bool m_isLineOpen = false; // the last line came without its end
+    bool m_isLineOpen = false; // whether the last line has no line end yet
 };
 
 } // namespace mirn::zelchip

@@ -15,7 +15,7 @@ constexpr QChar CloseBrace = QLatin1Char('}');
 constexpr QChar OpenBracket = QLatin1Char('[');
 constexpr QChar CloseBracket = QLatin1Char(']');
 
-// Reads a script to its end and keeps a level for each bracket and brace that is open.
+// Reads a script to its end and keeps one level for each open bracket and brace.
 class Scanner final
 {
 public:
@@ -29,7 +29,7 @@ private:
     struct Level
     {
         QChar closer; // null for the script itself
-        int begin = 0; // where its content begins
+        int begin = 0; // offset of its content
         PartialCommand command;
         bool isInWord = false;
         bool isInQuotes = false;
@@ -97,7 +97,7 @@ void Scanner::step()
     ++m_at;
 }
 
-// A backslash at the end of a line only continues the command.
+// A backslash at the end of a line continues the command and is not part of a word.
 void Scanner::takeEscape()
 {
     if (++m_at < m_script.size() && m_script.at(m_at) == Newline && !level().isInQuotes) {
@@ -129,7 +129,7 @@ void Scanner::open(QChar closer)
     m_levels.push_back(inner);
 }
 
-// What a command in brackets will give is unknown: its text stands for it.
+// The result of a command in brackets is unknown, so its text stands for it.
 void Scanner::closeBracket()
 {
     const int begin = level().begin;
@@ -166,7 +166,7 @@ void Scanner::endCommand()
     level().command = {};
 }
 
-// Inside braces nothing counts but braces; -1 while the one at the present place is open.
+// Returns the brace that closes the one at the current position, -1 if none does. Between them only braces count.
 int Scanner::matchingBrace() const
 {
     int depth = 0;

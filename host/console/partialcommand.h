@@ -8,17 +8,17 @@
 
 namespace mirn::zelchip {
 
-// The command that an unfinished script ends in.
+// The unfinished command at the end of a script.
 struct PartialCommand
 {
-    QStringList words; // finished ones, without quotes
-    QString word; // the unfinished one, without quotes; empty behind a blank
-    int start = 0; // where in the script the unfinished word begins, with its quote
+    QStringList words; // the finished ones, without quotes
+    QString word; // the unfinished one, without quotes; empty after a blank
+    int start = 0; // where the unfinished word begins in the script, including its quote
 };
 
-// Whether an open brace holds a script or a text that goes on, its command alone knows. So there is one reading for
-// each: the last one reads the content of all open braces as scripts, those before it take the content of an outer
-// brace, which is the unfinished word, as it stands. Never empty.
+// Returns the readings of the end of a script, never none. Only a command knows whether an open brace holds a script or
+// a text. The last reading takes the content of all open braces for scripts. Each reading before it takes the content
+// of one open brace, outermost first, literally for the unfinished word.
 [[nodiscard]] std::vector<PartialCommand> partialCommands(const QString& script);
 
 } // namespace mirn::zelchip

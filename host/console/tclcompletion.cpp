@@ -11,7 +11,7 @@ namespace mirn::zelchip {
 
 namespace {
 
-// What may stand behind a command, or behind its subcommand when there is one.
+// The words that may follow a command and its subcommand; the subcommand is empty if it has none.
 struct Syntax
 {
     const char* command;
@@ -70,7 +70,7 @@ bool isOwn(const QString& command)
         [&](const Syntax& syntax) { return command == QLatin1String(syntax.command); });
 }
 
-// Subcommands, or options that are not yet there, or the words that may stand right behind a subcommand.
+// Returns subcommands, options that are not used yet, or the words that may directly follow a subcommand.
 QStringList wordsBehind(const QStringList& words)
 {
     QStringList result;
@@ -103,7 +103,7 @@ QString commonBeginning(const QStringList& texts)
     return common;
 }
 
-// A word as Tcl reads it that more characters can follow.
+// Returns a text as the beginning of a Tcl word to which more characters can be added.
 QString openWord(const QString& text, bool isBraced)
 {
     if (!isBraced && TclInterpreter::list({text}) == text)
@@ -154,7 +154,7 @@ Completion TclCompletion::operator()(const QString& textBeforeCursor) const
     const auto isResource = [](const PartialCommand& reading) {
         return !reading.words.isEmpty() && takesResource(reading.words.last()) && isOwn(reading.words.first());
     };
-    // A brace behind such an option is part of a name, any other one holds a script.
+    // A brace after such an option is part of a name; any other one holds a script.
     const auto found = std::find_if(readings.begin(), readings.end(), isResource);
     if (found != readings.end())
         return completionOf(textBeforeCursor, *found, m_resources());

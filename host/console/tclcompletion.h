@@ -7,16 +7,16 @@ namespace mirn::zelchip {
 
 struct PartialCommand;
 
-// Completes the names of commands, the subcommands and options of the program's own commands, and the names of
-// resources behind the options that take one. Stands in for a Completer.
+// Completes the names of commands, the subcommands and options of the program's own commands, and resource names after
+// the options that take one. It can be used as a Completer.
 class TclCompletion final
 {
 public:
-    using Names = std::function<QStringList()>; // asked at each completion that needs them
+    using Names = std::function<QStringList()>; // called for each completion that needs them
 
     TclCompletion(Names commands, Names resources);
 
-    // A name with blanks or other characters that mean something to Tcl is written as one word.
+    // A name with blanks or other characters that are special in Tcl is quoted as one word.
     Completion operator()(const QString& textBeforeCursor) const;
 
 private:

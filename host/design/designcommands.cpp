@@ -20,8 +20,8 @@ using zelengine::SettingChanges;
 const QString ResourceCommand = QStringLiteral("zel_resource");
 const QString SettingCommand = QStringLiteral("zel_setting");
 
-// Each of a command of its own, so that each can come back by itself; what lies deeper goes first, while its parent is
-// still there. A parent's path begins its child's, so it stands before it in the order of the paths.
+// Each removed resource gets a command of its own, so that each can be restored by itself. A child must be removed
+// while its parent still exists: its path begins with that of the parent, so descending order puts it first.
 QStringList removals(const Design& design)
 {
     QStringList paths = design.removedPaths();
@@ -58,8 +58,8 @@ QStringList configurations(const Design& design)
     return commands;
 }
 
-// Sets what a site does not have as it is to have it, and tells the commands. A value that holds for several keys may
-// change one that was right, so that once may not be enough.
+// Sets in `store` every value that differs from `wanted` and returns the commands for it. A value that holds for
+// several keys may change one that was already right, so one round may not be enough.
 QStringList settingsOfSite(
     const zelengine::Site& site, zelengine::SettingStore& store, const zelengine::SettingStore& wanted)
 {

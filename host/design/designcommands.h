@@ -11,8 +11,8 @@
 
 namespace mirn::zelchip {
 
-// Changes to a design as Tcl commands, in the one form in which they are sent, kept and read. Built as Tcl lists: no
-// name is ever pasted into a text.
+// Builds the Tcl commands for changes to a design, in the form in which they are sent, journalled and read. They are
+// built as Tcl lists: no name is ever pasted into a text.
 namespace designcommands {
 
 [[nodiscard]] QString place(const QString& resource, int site);
@@ -22,7 +22,7 @@ namespace designcommands {
 [[nodiscard]] QString configure(const QString& resource, const QString& key, const QString& value);
 [[nodiscard]] QString setting(int site, const QString& key, const QString& value);
 
-// A resource that changed its site; -1 is none.
+// A resource whose site changed; -1 means that it has none.
 struct Move
 {
     QString resource;
@@ -30,15 +30,15 @@ struct Move
     int to = -1;
 };
 
-// Commands that make the moves, in an order in which the placement rules let each through: what is to move goes off its
-// site before anything is put anywhere.
+// Returns the commands that make these moves, in an order that the placement rules allow: all resets come before all
+// placements, because a site must be free before another resource can take it.
 [[nodiscard]] QStringList moves(const std::vector<Move>& moves);
 
-// Commands that lead from some settings of a device to others.
+// Returns the commands that lead from one state of the settings to another.
 [[nodiscard]] QStringList settings(
     const zelengine::Device& device, const zelengine::SettingChanges& from, const zelengine::SettingChanges& to);
 
-// Commands that lead from a design as its file has it to another state of the same design.
+// Returns the commands that lead from the design as its file has it to another state of the same design.
 [[nodiscard]] QStringList between(const zelengine::Design& pristine, const zelengine::Design& to);
 
 } // namespace designcommands

@@ -27,7 +27,7 @@ const char JournalFile[] = "/journal.tcl";
 
 struct DesignEditor::Change
 {
-    enum class Branch { Stays, Goes, ComesBack }; // what becomes of a resource with everything below it
+    enum class Branch { Stays, Goes, ComesBack }; // what happens to a resource and its subtree
 
     struct Parameter
     {
@@ -45,17 +45,17 @@ struct DesignEditor::Change
 
     QString text; // for the undo menu
     Branch branch = Branch::Stays;
-    QString branchPath; // of what goes or comes back
-    // Of what goes, only what would not come back with it.
+    QString branchPath; // the resource at its top
+    // When a branch is removed, these hold only what the engine does not restore together with it.
     std::vector<Placement> sitesBefore;
-    std::vector<Placement> sitesAfter; // of the same resources
+    std::vector<Placement> sitesAfter; // for the same resources, in the same order
     std::vector<Parameter> parameters;
-    int settingsSite = -1; // the carrier of settings that change
+    int settingsSite = -1; // the site that carries the settings; -1 if none change
     zelengine::SiteSettingChanges settingsBefore;
     zelengine::SiteSettingChanges settingsAfter;
 };
 
-// The change itself is made before the command is pushed, when it could still be refused.
+// The change is applied before the command is pushed, when it can still be refused, so the first redo() does nothing.
 class DesignEditor::ChangeCommand final : public QUndoCommand
 {
 public:
@@ -89,7 +89,7 @@ public:
 
 private:
     DesignEditor& m_editor;
-    const std::vector<Change> m_changes; // that were made together, in this order
+    const std::vector<Change> m_changes; // one undo step, in the order in which they were made
     bool m_isMade = false;
 };
 
@@ -176,7 +176,7 @@ QString DesignEditor::remove(const QString& resource)
     return commit(change, designcommands::remove(resource));
 }
 
-// The engine alone knows whether it can be done, and tells by doing it.
+// Only the engine knows whether the resource can be restored, so this tries it and takes it back.
 QString DesignEditor::restore(const QString& resource)
 {
     const QString refusal = m_engine.restore(resource);
@@ -215,7 +215,7 @@ QString DesignEditor::setSetting(int site, const QString& key, const QString& va
     if (!refusal.isEmpty())
         return refusal;
     change.settingsAfter = m_engine.settings().changes().value(change.settingsSite);
-    // The dialog writes channel values again where it also offers common ones: that is no change.
+    // The dialog writes the channel values again where it offers common ones as well; that changes nothing.
     if (change.settingsAfter == change.settingsBefore)
         return {};
     m_engine.setSettingChanges(change.settingsSite, change.settingsBefore);
@@ -230,7 +230,7 @@ QString DesignEditor::writeSetting(int site, const QString& key, const QString& 
     return refusal;
 }
 
-// First into the journal, then into the design: what was answered is kept.
+// The journal comes before the design: a change that was answered must survive a crash.
 QString DesignEditor::commit(const Change& change, const QString& command)
 {
     const QString obstacle = keep({command});
@@ -238,7 +238,7 @@ QString DesignEditor::commit(const Change& change, const QString& command)
         return obstacle;
     apply(change, true);
     if (m_isReplaying) {
-        m_remade.push_back(change); // one step with what counts together with it
+        m_remade.push_back(change); // becomes one undo step with the rest of its group
         return {};
     }
     push({change});
@@ -248,7 +248,7 @@ QString DesignEditor::commit(const Change& change, const QString& command)
 
 void DesignEditor::push(std::vector<Change> changes)
 {
-    m_undoStack.push(new ChangeCommand(*this, std::move(changes))); // the stack's
+    m_undoStack.push(new ChangeCommand(*this, std::move(changes))); // the stack owns it
 }
 
 void DesignEditor::endGroup(GroupEnd end)
@@ -260,7 +260,7 @@ void DesignEditor::endGroup(GroupEnd end)
         apply(*change, false);
 }
 
-// What goes or comes back was asked for when the change was new, and the design is again as it was then.
+// The results are ignored: the engine accepted the change when it was new, and the design is again in that state.
 void DesignEditor::apply(const Change& change, bool isForward)
 {
     if (change.removes(isForward)) {
@@ -304,7 +304,7 @@ QStringList DesignEditor::commandsFor(const Change& change, bool isForward) cons
         + designcommands::settings(m_engine.device(), isForward ? before : after, isForward ? after : before);
 }
 
-// Of a resource that is there or was removed.
+// Removed resources keep their index, so this finds their path as well.
 QString DesignEditor::path(int resource) const
 {
     return m_engine.design().resource(resource).path;
@@ -331,7 +331,7 @@ QString DesignEditor::step(int index, bool isForward)
     return {};
 }
 
-// At the first change, so that one can look at a project that another program has open.
+// The lock is taken at the first change only, so that a project that another program has open can still be looked at.
 QString DesignEditor::claim()
 {
     if (m_isClaimed)
@@ -354,7 +354,7 @@ QString DesignEditor::keep(const QStringList& commands)
     return obstacle.isEmpty() ? m_journal.append(commands) : obstacle;
 }
 
-// The journal is emptied only when the disk has what is to replace it.
+// The journal is emptied only after the placement file that replaces it is on the disk.
 QString DesignEditor::save()
 {
     QString obstacle = claimAgain();
@@ -368,7 +368,7 @@ QString DesignEditor::save()
     const FileReplacement replacement = replaceFile(placementFile(), content, m_files, Leftovers::AreRemoved);
     if (replacement.isDone) {
         m_savedHash = QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex();
-        m_journal.startsAfter(journalformat::baseLine(m_savedHash)); // also where the rest fails
+        m_journal.startsAfter(journalformat::baseLine(m_savedHash)); // holds even if the rest fails
     }
     if (!replacement.error.isEmpty())
         return tr("the placements cannot be saved in %1: %2").arg(placementFile(), replacement.error);
@@ -380,7 +380,7 @@ QString DesignEditor::save()
     return {};
 }
 
-// Somebody may have taken the project over meanwhile, or changed the placement file by hand.
+// Another program may have taken over the project meanwhile, or somebody may have edited the placement file.
 QString DesignEditor::claimAgain()
 {
     const QString obstacle = claim();
@@ -390,7 +390,8 @@ QString DesignEditor::claimAgain()
     return isOurs ? QString() : tr("another program has changed the project; open it again");
 }
 
-// With what the journal holds, for a program that is stopped before the journal is empty.
+// The first line says which part of the journal the file holds, in case the program is stopped before the journal is
+// emptied.
 QByteArray DesignEditor::savedContent() const
 {
     const QStringList commands = designcommands::between(m_pristine, m_engine.design())
@@ -402,7 +403,7 @@ QByteArray DesignEditor::savedContent() const
     return content;
 }
 
-// What was refused of the placement file is not to be overwritten.
+// Commands of the placement file that were refused must not be lost by overwriting it.
 QString DesignEditor::keepSaved()
 {
     if (!m_isSavedKept && isThere(placementFile()) && keepAside(placementFile(), m_files).isEmpty())

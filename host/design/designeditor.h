@@ -22,24 +22,25 @@ class ReferenceEngine;
 
 namespace mirn::zelchip {
 
-// The one way to change the design: asks the engine, keeps each accepted change in the journal before it answers, and
-// can take it back. What cannot be kept is refused, also because another program is changing the project. Knows no
-// widget.
+// All changes to the design go through this class. It asks the engine, writes each accepted change to the journal
+// before it answers, and keeps the undo steps. It refuses a change that it cannot journal or while another program is
+// changing the project. The project session owns it; it knows no widget.
 //
-// Every operation gives an empty text for success, else one sentence for people that says why nothing changed.
+// Every operation that returns a text returns an empty one for success, else one sentence for users that says why
+// nothing changed.
 class DesignEditor final : public QObject
 {
     Q_OBJECT
 public:
-    // Neither is owned by the other: the engine must outlive the editor. Nothing is written into the directory before
-    // the first change.
+    // The editor does not own the engine, which must outlive it. It writes nothing into the directory before the first
+    // change.
     DesignEditor(zelengine::ReferenceEngine& engine, const QString& implementationDirectory, QObject* parent = nullptr,
         FileLayer& files = FileLayer::system());
     ~DesignEditor() override;
 
-    // Brings back what was saved, then what the journal holds. To be called once, before any change. `command`
-    // carries out the lines: changeCommand() of this editor. Returns what a user should know of it; empty when there
-    // was nothing to say.
+    // Brings back the saved state, then the changes in the journal. Call it once, before any change. `command` carries
+    // out the lines; it is the changeCommand() of this editor. Returns messages for the user, empty when there is
+    // nothing to say.
     [[nodiscard]] QStringList recover(const TclInterpreter::Command& command);
 
     QString place(const QString& resource, int site);
@@ -52,35 +53,35 @@ public:
     QString undo();
     QString redo();
 
-    // Writes the placements and settings and starts a new journal.
+    // Writes the placement file and starts a new journal.
     QString save();
 
-    // Forgets what changed since the last save, for a design that is about to be closed: the journal is emptied, the
-    // engine is left as it is.
+    // Forgets the changes since the last save, for a design that is about to be closed: empties the journal and leaves
+    // the engine as it is.
     QString discard();
 
-    // Why a lock stands in the project of which this machine cannot tell whether it is still of use, or something that
-    // is no lock; empty: nothing does. takeOver() removes it, which is for people to decide; empty on success.
+    // lockInDoubt() says why the user has to decide about the lock file: this machine cannot tell whether its owner
+    // still runs, or it is not a lock file at all. It is empty when there is nothing to decide. takeOver() removes the
+    // file; it returns an empty text for success.
     [[nodiscard]] QString lockInDoubt() { return m_journal.lock().doubt(); }
     [[nodiscard]] QString takeOver() { return m_journal.lock().takeOver(); }
 
-    // Whether anything changed since the last save.
     [[nodiscard]] bool isModified() const { return !m_undoStack.isClean() || m_hasUnsavedPast; }
 
-    // For its signals and texts; to be changed through undo() and redo() only.
+    // Meant for its signals and texts; change it through undo() and redo() only.
     [[nodiscard]] const QUndoStack& undoStack() const { return m_undoStack; }
     [[nodiscard]] zelengine::ReferenceEngine& engine() const { return m_engine; }
     [[nodiscard]] QString placementFile() const;
 
 Q_SIGNALS:
-    // After each change, undo, redo and save.
+    // Emitted after each change, undo, redo and save, and after recover().
     void changed();
 
-    // A setting that the chip view wrote was refused; the view itself does not look at the answer.
+    // Emitted when a setting that the chip view wrote was refused, because the view ignores the answer.
     void settingRefused(const QString& reason);
 
 private:
-    // No larger than what it is about, so that a long history costs no more than its changes.
+    // A change stores only what it changes, so that a long undo history stays small.
     struct Change;
     class ChangeCommand;
 
@@ -100,11 +101,11 @@ private:
     enum class GroupEnd { Kept, TakenBack };
     void endGroup(GroupEnd end);
 
-    // What was read from a file of commands.
+    // What was read from a file of commands, and what became of it.
     struct Replay;
     struct FilePart
     {
-        qint64 begin; // in bytes
+        qint64 begin; // bytes
         qint64 end;
     };
     [[nodiscard]] Replay replay(const TclInterpreter::Command& command, const QString& fileName, qint64 from = 0);
@@ -118,14 +119,14 @@ private:
     zelengine::ReferenceEngine& m_engine;
     const QString m_directory;
     FileLayer& m_files;
-    QByteArray m_savedHash; // of the placement file
-    bool m_isSavedKept = true; // what the placement file holds is in the design, or in another file beside it
+    QByteArray m_savedHash; // SHA-256 of the placement file, hexadecimal
+    bool m_isSavedKept = true; // whether all of the placement file is in the design, or kept under another name
     Journal m_journal;
     QUndoStack m_undoStack;
-    zelengine::Design m_pristine; // as the design file has it
+    zelengine::Design m_pristine; // the design as its file has it
     bool m_isReplaying = false;
-    std::vector<Change> m_remade; // of the commands that count together, while they are made again
-    bool m_isClaimed = false; // no other program changes the project
+    std::vector<Change> m_remade; // the accepted changes of the group that is being replayed
+    bool m_isClaimed = false; // whether this program holds the lock and the placement file was not changed
     bool m_hasUnsavedPast = false;
 };
 

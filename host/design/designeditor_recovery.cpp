@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the editor does once, when a project opens: it brings back what was saved and what the journal holds.
+// The part of the editor that runs once, when a project opens: it brings back the saved state and replays the journal.
 #include "host/design/designeditor.h"
 
 #include "engine/inputfile.h"
@@ -16,14 +16,14 @@ namespace mirn::zelchip {
 
 namespace {
 
-// Of a file that is no journal at all nobody wants to read every line.
+// A file that is no journal at all would fill the message list with refusals.
 constexpr int MostRefusalsTold = 20;
 constexpr std::size_t MostBytesTold = 160;
 
-// What commands begin with: of a file of something else most lines need no closer look.
+// Lines that begin with neither need no closer look, which keeps large files of something else fast.
 constexpr std::string_view CommandStarts[] = {"zel_resource ", "zel_setting "};
 
-// Some of a text that may be anything.
+// Returns the beginning of a text that may contain anything, fit to be shown.
 QString excerpt(std::string_view text)
 {
     QString result = QString::fromUtf8(text.data(), static_cast<int>(std::min(text.size(), MostBytesTold)));
@@ -64,27 +64,27 @@ struct DesignEditor::Replay
 
     [[nodiscard]] bool isAllMade() const { return refused == 0 && !hasTornEnd; }
 
-    QString error; // why the file could not be read; empty also when there is none
-    qint64 size = 0; // of the file
-    QByteArray hash; // of it
+    QString error; // why the file could not be read; empty if it was, or if there is none
+    qint64 size = 0; // bytes that were read
+    QByteArray hash; // SHA-256 of these bytes, hexadecimal
     bool hasTornEnd = false;
-    int unfinishedLine = 0; // where a change begins that the file ends in; 0: there is none
-    qint64 accepted = 0; // changes
+    int unfinishedLine = 0; // where the change begins that the end of the file cuts off; 0 if there is none
+    qint64 accepted = 0; // number of changes
     qint64 refused = 0;
-    QStringList refusals; // of some of them
-    std::vector<FilePart> kept; // the bytes of those that were accepted
+    QStringList refusals; // the first of them, as messages
+    std::vector<FilePart> kept; // the accepted changes, as ranges of bytes
 };
 
 QStringList DesignEditor::recover(const TclInterpreter::Command& command)
 {
     QStringList messages;
     m_isReplaying = true;
-    // So that nobody saves between the reading of one file and that of the other. When somebody changes the project
-    // now, what is read may not fit together, which shows when this program is to change it.
+    // The lock keeps others from saving between the reading of the two files. Without it the two may not fit together;
+    // claim() detects that before this program changes anything.
     if (isThere(placementFile()) || isThere(m_journal.fileName()))
         (void)m_journal.lock().claim();
     replaySaved(command, messages);
-    m_undoStack.clear(); // what was saved is where this session starts
+    m_undoStack.clear(); // undo goes back to the saved state, no further
     replayJournal(command, messages);
     m_isReplaying = false;
     if (!m_isClaimed)
@@ -93,7 +93,7 @@ QStringList DesignEditor::recover(const TclInterpreter::Command& command)
     return messages;
 }
 
-// Makes the changes in a file again, of those that begin at `from` or behind it.
+// Replays the changes of a file that begin at the offset `from` (in bytes) or after it.
 DesignEditor::Replay DesignEditor::replay(const TclInterpreter::Command& command, const QString& fileName, qint64 from)
 {
     Replay result;
@@ -124,7 +124,7 @@ DesignEditor::Replay DesignEditor::replay(const TclInterpreter::Command& command
     return result;
 }
 
-// All of its commands or none. They are lists of words: nothing in them is evaluated.
+// Carries out all commands of a change or none. The lines are split as lists of words: nothing in them is evaluated.
 QString DesignEditor::makeAgain(const JournalReader::Change& change, const TclInterpreter::Command& command)
 {
     const QString first = change.lines.empty() ? QString() : excerpt(change.lines.front());
@@ -156,7 +156,7 @@ void DesignEditor::replaySaved(const TclInterpreter::Command& command, QStringLi
     if (!saved.error.isEmpty()) {
         const QString reason = tr("%1 cannot be read: %2").arg(placementFile(), saved.error);
         messages.append(reason);
-        m_journal.refuse(reason); // what follows a state that is not known is left alone
+        m_journal.refuse(reason); // without the saved state, the changes that follow it cannot be judged
     }
     if (saved.hasTornEnd)
         messages.append(tr("%1: the last line is cut off and was not read.").arg(placementFile()));
@@ -164,12 +164,13 @@ void DesignEditor::replaySaved(const TclInterpreter::Command& command, QStringLi
     m_isSavedKept = saved.isAllMade();
     if (m_isSavedKept || !saved.error.isEmpty())
         return;
-    // The next save would forget what does not fit the design any more.
+    // Saving would lose the commands that no longer fit the design, so the project counts as modified.
     m_hasUnsavedPast = true;
     messages.append(tr("The next save keeps the file as it is under another name."));
 }
 
-// How much of the journal's beginning the placement file holds already; -1 when the journal follows another state.
+// Returns how many bytes at the journal's beginning are contained in the placement file already; -1 if the journal
+// follows another saved state.
 qint64 DesignEditor::partOfJournalHeld() const
 {
     const QString& name = m_journal.fileName();
@@ -220,7 +221,7 @@ void DesignEditor::replayJournal(const TclInterpreter::Command& command, QString
         messages.append(tr("%1 changes that were not saved are back.").arg(journal.accepted));
 }
 
-// Nothing when not all of it can be read.
+// Returns nothing unless all parts can be read.
 std::optional<QByteArray> DesignEditor::partsOf(const QString& fileName, const std::vector<FilePart>& parts)
 {
     QString error;
@@ -238,7 +239,8 @@ std::optional<QByteArray> DesignEditor::partsOf(const QString& fileName, const s
     return result;
 }
 
-// A new journal of what was accepted. Only the one program may do so that may change the project.
+// Replaces the journal by one of the accepted changes, unless another program may be changing the project. Returns a
+// message for the user.
 QString DesignEditor::mendJournal(const std::vector<FilePart>& kept)
 {
     QString name;

@@ -32,7 +32,7 @@ TclResult noSuchResource(const QString& name)
     return TclResult::error(QStringLiteral("there is no resource \"%1\"").arg(name));
 }
 
-// "place" and "why": a resource and a site.
+// For the subcommands "place" and "why", which take a resource and a site.
 template <typename Function>
 TclResult withResourceAndSite(const QStringList& words, const char* verb, const Function& function)
 {
@@ -110,7 +110,7 @@ TclResult list(const ReferenceEngine& engine, const QStringList& words)
     return TclResult::value(TclInterpreter::list(names));
 }
 
-// Without a value it asks for the one in force; with one it is a change.
+// Without -value it returns the value in force; with -value it changes it.
 TclResult configureOrTell(DesignEditor& editor, const QStringList& words)
 {
     Arguments arguments(words, QLatin1String(ConfigureUsage), {IpOption, KeyOption, ValueOption});
@@ -123,7 +123,7 @@ TclResult configureOrTell(DesignEditor& editor, const QStringList& words)
     return inForce.isAllowed() ? TclResult::value(inForce.value) : TclResult::error(inForce.refusal);
 }
 
-// A dictionary of what is known of a resource.
+// Returns a dictionary.
 TclResult get(const ReferenceEngine& engine, const QString& name)
 {
     const int index = engine.design().find(name);
@@ -155,7 +155,7 @@ TclResult sites(const ReferenceEngine& engine, const QString& name)
     return TclResult::value(TclInterpreter::list(ids));
 }
 
-// Empty where the resource may be placed.
+// Returns an empty value when the resource may be placed there.
 TclResult why(const ReferenceEngine& engine, const QString& name, int site)
 {
     const int index = engine.design().find(name);

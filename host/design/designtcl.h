@@ -7,14 +7,14 @@ namespace mirn::zelchip {
 
 class DesignEditor;
 
-// The commands on resources and settings. Their errors are sentences for people.
+// The Tcl commands on resources and settings. Their error messages are sentences for users.
 
-// Those that change something, which are all that a journal may hold: zel_resource place, reset, remove, restore,
-// configure with a value, and zel_setting with a value. The words begin with the command's name; no interpreter sees
-// them. The editor must outlive the function.
+// Returns the command that carries out changes, which are all that a journal may hold: zel_resource place, reset,
+// remove, restore and configure with a value, and zel_setting with a value. Its words begin with the command's name and
+// pass through no interpreter. The editor must outlive the function.
 [[nodiscard]] TclInterpreter::Command changeCommand(DesignEditor& editor);
 
-// The editor must outlive the interpreter. The whole of zel_resource, zel_setting, undo and redo.
+// Adds the whole of zel_resource and zel_setting, undo and redo. The editor must outlive the interpreter.
 void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor);
 
 } // namespace mirn::zelchip

@@ -10,7 +10,7 @@ namespace mirn::zelchip {
 
 namespace {
 
-constexpr int Everybody = 0666; // of whom the system takes away those that the user's mask names
+constexpr int Everybody = 0666; // minus the user's umask
 
 } // namespace
 

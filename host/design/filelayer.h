@@ -5,15 +5,15 @@
 
 namespace mirn::zelchip {
 
-// The system calls through which everything goes that must not be lost, so that a test can let each of them fail. Each
-// returns what the call of its name does: -1, with errno, where it failed. File names are in the file system's
-// encoding.
+// The system calls for all files that must not be lost, so that tests can make each of them fail. Each operation
+// returns what the call of its name returns, in particular -1 with errno for a failure. File names are in the file
+// system's encoding.
 class FileLayer
 {
 public:
     virtual ~FileLayer();
 
-    // The one that asks the system. Lives as long as the program.
+    // Returns the layer that really calls the system; it lives as long as the program.
     [[nodiscard]] static FileLayer& system();
 
     [[nodiscard]] virtual int open(const char* name, int flags);

@@ -13,10 +13,10 @@ namespace mirn::zelchip {
 
 namespace {
 
-// How many names are tried that others, or a program that was killed, may have left behind.
+// The number of names to try: other programs, or one that was killed, may have left some behind.
 constexpr int MostNames = 100;
 
-// The new file beside the old one.
+// The new file beside the one that it is to replace; removed again unless it was renamed.
 class FileBeside final
 {
 public:
@@ -35,7 +35,7 @@ public:
 
     ~FileBeside()
     {
-        const int problem = errno; // is what the caller asks for
+        const int problem = errno; // the caller reports it
         if (m_file >= 0) {
             m_files.close(m_file);
             if (!m_isRenamed)
@@ -51,7 +51,7 @@ public:
     {
         struct stat status;
         if (m_file >= 0 && ::stat(likeName.constData(), &status) == 0 && S_ISREG(status.st_mode))
-            (void)::fchmod(m_file, status.st_mode & 07777); // where it may not be kept, the new file has the usual ones
+            (void)::fchmod(m_file, status.st_mode & 07777); // on failure the new file keeps the usual ones
         return m_file >= 0 && writeAll(m_files, m_file, content) && m_files.sync(m_file) == 0;
     }
 
@@ -78,7 +78,7 @@ bool writeAll(FileLayer& files, int file, const QByteArray& bytes)
         if (length < 0 && errno != EINTR)
             return false;
         if (length == 0) {
-            errno = ENOSPC; // nothing else makes a file take nothing
+            errno = ENOSPC; // a full disk is the only reason to write nothing
             return false;
         }
         done += length > 0 ? length : 0;

@@ -36,7 +36,8 @@ QString freeName(const QString& fileName)
 QString keepAside(const QString& fileName, FileLayer& files)
 {
     const QString name = freeName(fileName);
-    // A second name for the same file costs no room; some file systems have only one, and a link is no copy.
+    // A hard link costs no space. Some file systems have none, and a link to a symbolic link would not copy its
+    // content.
     if (!QFileInfo(fileName).isSymLink()
         && files.link(QFile::encodeName(fileName).constData(), QFile::encodeName(name).constData()) == 0)
         return name;
@@ -114,7 +115,7 @@ QString Journal::claim()
     return obstacle;
 }
 
-// A pipe or a device may have taken the file's place, or it may not be readable.
+// The file may have been replaced by a pipe or a device, or have become unreadable.
 QString Journal::objection() const
 {
     const QString reason
@@ -143,7 +144,7 @@ QString Journal::append(const QStringList& commands)
         return {};
     }
     const QString problem = complaint(qt_error_string(errno));
-    // Half a command must not stand before the next one.
+    // Half a command must not precede the next one.
     (void)cut(m_size);
     return problem;
 }
@@ -166,12 +167,12 @@ QString Journal::startAfter(const QByteArray& base)
     return m_size == 0 ? QString() : cut(0);
 }
 
-// Nothing that is refused here has been written.
+// A failure blocks the journal; nothing was written by then.
 QString Journal::cut(qint64 size)
 {
     m_blockage = m_file < 0 ? prepare() : QString();
     if (m_blockage.isEmpty() && m_files.truncate(m_file, static_cast<long>(size)) != 0)
-        m_blockage = complaint(qt_error_string(errno)); // nothing must stand behind what was to go
+        m_blockage = complaint(qt_error_string(errno)); // nothing may follow the bytes that could not be cut off
     if (m_blockage.isEmpty())
         m_size = size;
     return m_blockage;
@@ -213,7 +214,7 @@ QString Journal::setAsideFor(const QByteArray& content)
         return name;
     }
     if (!name.isEmpty())
-        m_files.unlink(QFile::encodeName(name).constData()); // it may be the same file under a second name
+        m_files.unlink(QFile::encodeName(name).constData()); // it may be a second name of the journal itself
     m_blockage = QStringLiteral("%1 cannot be set aside: %2").arg(m_fileName, replacement.error);
     return {};
 }
@@ -224,8 +225,8 @@ void Journal::block(const QString& reason)
     m_blockage = reason;
 }
 
-// Whether what is open is still what stands under the name, as this program left it. What was appended to a file that
-// is not there any more is lost.
+// Whether the open file is still the one under this name, and as this program left it. Anything appended to a file that
+// was removed or replaced would be lost.
 bool Journal::isOurs() const
 {
     struct stat named;
@@ -251,7 +252,7 @@ QString Journal::open()
     return cut(0);
 }
 
-// Opens the file for writing. What a link points to belongs to somebody else: the link makes room for a copy.
+// Opens the file for writing. The target of a symbolic link belongs to somebody else, so a copy replaces the link.
 QString Journal::prepare()
 {
     const QString obstacle = objection();

@@ -11,56 +11,60 @@
 
 namespace mirn::zelchip {
 
-// The file to which accepted changes go until the next save, one command a line. What append() accepted is with the
-// operating system before it returns, so it outlives the program. JournalReader reads it; this writes, and knows
-// nothing of what the commands mean.
+// The file that records the accepted changes since the last save, one command a line. append() hands them to the
+// operating system before it returns, so they outlive the program. DesignEditor owns it. It only writes: JournalReader
+// reads the file, and neither knows what the commands mean.
 class Journal final
 {
 public:
-    // The file need not exist; it and its folder are made when the first command is written.
+    // The file need not exist: it and its folder are created for the first command.
     explicit Journal(const QString& fileName, FileLayer& files = FileLayer::system());
     ~Journal();
     Journal(const Journal&) = delete;
     Journal& operator=(const Journal&) = delete;
 
-    // What a reader found, by its size in bytes and its SHA-256: nobody else may change it from now on.
+    // Sets the size in bytes and the SHA-256 (hexadecimal) of the file as it was read. claim() refuses if another
+    // program has changed it since.
     void expect(qint64 size, const QByteArray& hash);
-    // What is in the file is in the placement file by now, and goes when the next change comes.
+    // The placement file holds all that is in the journal by now, so the next change empties the journal first.
     void expectHeld();
-    // From now on everything is refused for this reason.
+    // Refuses every further operation that would write, for this reason.
     void refuse(const QString& reason);
     [[nodiscard]] bool isRefusing() const { return !m_refusal.isEmpty(); }
 
-    // No change is accepted for this reason until a save has secured what is in the file.
+    // Refuses changes for this reason until a save has secured what is in the file.
     void block(const QString& reason);
 
-    // Before a state is saved that is to replace what is in the file: what is there that this program did not write or
-    // could not make again gets a name of its own. Empty on success; else nothing may be saved.
+    // Call it before saving a state that replaces the journal. A file with content that this program did not write or
+    // could not replay is renamed. Returns an empty text for success; otherwise nothing may be saved.
     [[nodiscard]] QString secure();
-    // The part of the file that this program knows, for the placement file; its size is 0 where there is none.
+    // Returns the size and hash of the part of the file that this program knows, for the placement file; the size is 0
+    // if there is none.
     [[nodiscard]] journalformat::Holding content() const;
 
-    // Makes the file this program's own, as every change of it does by itself; empty on success, else why another
-    // program has it or had it since it was read. It is so until the end of this object, or until it is released.
+    // Takes the lock, unless it is held already; append() and the other operations that write do so by themselves.
+    // Returns an empty text for success, else why not, for example because another program holds the lock or has
+    // changed the file since it was read. The lock is held until release() or the end of this object.
     [[nodiscard]] QString claim();
     void release() { m_lock.release(); }
     [[nodiscard]] ProjectLock& lock() { return m_lock; }
 
-    // Empty on success; else why none of the commands is in the file. They count only together. Each must be one line.
+    // Appends the commands of one change; each must be a single line. Returns an empty text for success, else why none
+    // of them was recorded.
     [[nodiscard]] QString append(const QStringList& commands);
 
-    // What is written from now on follows this state, a line of journalformat::baseLine(). start...() also empties the
-    // file; empty on success.
+    // Both set the line, from journalformat::baseLine(), with which the next new journal begins: it names the saved
+    // state that the changes follow. startAfter() also empties the file; it returns an empty text for success.
     void startsAfter(const QByteArray& base) { m_base = base; }
     [[nodiscard]] QString startAfter(const QByteArray& base);
 
-    // Gives the file a name of its own beside it; gives that name, or nothing when it could not. A file that could not
-    // be set aside takes no further changes, and blockage() says why.
+    // Renames the file and returns its new name, or an empty text if that failed. In that case no further change is
+    // accepted, and blockage() says why.
     QString setAside();
     [[nodiscard]] const QString& blockage() const { return m_blockage; }
 
-    // Keeps the file as it is under a name of its own, and puts this content in its place; gives that name, or nothing,
-    // as above.
+    // Keeps a copy of the file under a new name and replaces its content with this. Empty content leaves no journal at
+    // all. Returns the name of the copy, or an empty text as setAside() does.
     QString setAsideFor(const QByteArray& content);
 
     [[nodiscard]] const QString& fileName() const { return m_fileName; }
@@ -76,19 +80,19 @@ private:
 
     const QString m_fileName;
     FileLayer& m_files;
-    ProjectLock m_lock; // beside it, while this program has changed it
+    ProjectLock m_lock; // for the file beside the journal
     int m_file = -1;
-    qint64 m_size = 0; // as this program knows it
-    QByteArray m_hash; // of what was read, until the first change
+    qint64 m_size = 0; // bytes that this program knows
+    QByteArray m_hash; // SHA-256 of what was read, until the first change
     bool m_isHeldByPlacement = false;
-    bool m_hasMore = false; // there is something in it that is in no other file and not in the design
-    QByteArray m_base; // of a new file, with its line end; set before anything is appended
-    QString m_refusal; // of everything; empty: nothing stands against it
-    QString m_blockage; // why nothing may be appended; empty: nothing stands against it
+    bool m_hasMore = false; // whether the file has content that is in no other file and not in the design
+    QByteArray m_base; // the first line of a new journal, with its line end; set before anything is appended
+    QString m_refusal; // why nothing may be written at all; empty if it may
+    QString m_blockage; // why nothing may be appended; empty if it may
 };
 
-// A copy of a file under a free name beside it, "NAME.aside-1" or the next number, which this returns; empty where it
-// could not be made.
+// Keeps a copy of a file beside it, as "NAME.aside-1" or with the next free number. Returns the name of the copy; empty
+// if it could not be made.
 QString keepAside(const QString& fileName, FileLayer& files = FileLayer::system());
 
 } // namespace mirn::zelchip

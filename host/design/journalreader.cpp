@@ -21,11 +21,11 @@ const QByteArray BaseStart = "# follows ";
 const QByteArray HoldingStart = "# holds ";
 const QByteArray GroupStart = "# together ";
 
-// A damaged number must not make the program wait for more than there can be.
+// Without a limit, a damaged number would make the reader collect lines without end.
 constexpr qint64 MostCommandsTogether = 1'000'000;
 constexpr std::size_t MostBytesTogether = std::size_t(1) << 26;
 
-// How many commands count together; more than there can be where the number is damaged.
+// Returns the number of commands in a group; more than the limit if the text is no number.
 qint64 countOf(const QByteArray& text)
 {
     bool isNumber = false;
@@ -39,7 +39,7 @@ bool startsWith(std::string_view line, const QByteArray& start)
         == std::string_view(start.constData(), static_cast<std::size_t>(start.size()));
 }
 
-// A comment, or nothing but blanks.
+// Whether the line is a comment or blank.
 bool isEmpty(std::string_view line)
 {
     return line.empty() || line.front() == '#' || line.find_first_not_of(" \t\r\v\f") == std::string_view::npos;
@@ -50,7 +50,7 @@ QByteArray rest(std::string_view line, const QByteArray& start)
     return QByteArray(line.data(), static_cast<int>(line.size())).mid(start.size()).trimmed();
 }
 
-// Empty where the file has none or cannot be read.
+// Returns an empty text if the file has no complete line or cannot be read.
 QByteArray firstLine(const QString& fileName)
 {
     LineReader reader;
@@ -98,7 +98,7 @@ bool JournalReader::next(Change& change)
         ++m_lines;
         if (!line.hasEnd) {
             m_hasTornEnd = true;
-            m_group = {}; // all that counts together with it goes as well
+            m_group = {}; // the whole group is incomplete with it
             return false;
         }
         if (startsWith(line.text, GroupStart)) {

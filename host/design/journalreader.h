@@ -11,15 +11,15 @@
 
 namespace mirn::zelchip {
 
-// The comment lines that a journal and a placement file have for the program itself.
+// The comment lines of journals and placement files that the program itself reads.
 namespace journalformat {
 
-// First in a journal: "# follows HASH", the SHA-256 of the placement file that its changes follow.
+// Returns the first line of a journal, "# follows HASH": the SHA-256 of the placement file that its changes follow.
 [[nodiscard]] QByteArray baseLine(const QByteArray& placementHash); // hexadecimal
 
-// First in a placement file: "# holds SIZE HASH". It was written when the first SIZE bytes of the journal had this
-// SHA-256, and holds the changes in them: a program that was stopped before it emptied the journal has lost nothing,
-// and the next one does not make them again.
+// What the first line of a placement file says, "# holds SIZE HASH": the file contains the changes in the first SIZE
+// bytes of the journal that has this SHA-256 there. If the program is stopped before it empties the journal, nothing is
+// lost and the next program does not replay those changes.
 struct Holding
 {
     qint64 size = 0;
@@ -27,23 +27,25 @@ struct Holding
 };
 [[nodiscard]] QByteArray holdingLine(const Holding& holding);
 
-// Before the commands of a change that takes several: "# together COUNT". They count only together.
+// Returns the line before the commands of a change that has several, "# together COUNT". They are carried out together
+// or not at all.
 [[nodiscard]] QByteArray groupLine(qsizetype count);
 
 } // namespace journalformat
 
-// The changes in a file of commands, one command a line, in the file's order. Knows nothing of what they mean.
+// Reads the changes in a journal or placement file, one command a line, in the file's order. It neither carries out the
+// commands nor knows what they mean; DesignEditor creates it to replay them.
 class JournalReader final
 {
 public:
-    // What was written at once.
+    // The commands that were recorded together.
     struct Change
     {
-        std::vector<std::string> lines; // a command each, without line ends
-        bool isWhole = true; // all that were written with it are there
-        bool isTooLong = false; // one of the lines is longer than any command, and only its beginning is there
-        int line = 0; // where it begins in the file, from 1
-        qint64 begin = 0; // bytes of the file
+        std::vector<std::string> lines; // one command each, without line ends
+        bool isWhole = true; // whether all commands that belong to it are there
+        bool isTooLong = false; // whether a line exceeds the limit, so that it is incomplete
+        int line = 0; // the line of the file where it begins, from 1
+        qint64 begin = 0; // offset in the file, in bytes
         qint64 end = 0;
     };
 
@@ -51,32 +53,33 @@ public:
         : m_reader(files)
     { }
 
-    // False, with the reason, when there is no file that can be read.
+    // Returns false, with the reason, if the file cannot be read.
     [[nodiscard]] bool open(const QString& fileName, QString* error);
 
-    // False at the end.
+    // Returns false at the end of the file.
     [[nodiscard]] bool next(Change& change);
 
-    // Then: the bytes that were read, and whether the last change among them has no end because its writer was cut off.
+    // Valid after the end was reached: the number of bytes read, and whether the last change is incomplete because its
+    // writer was interrupted.
     [[nodiscard]] qint64 size() const { return m_reader.position(); }
     [[nodiscard]] bool hasTornEnd() const { return m_hasTornEnd; }
 
-    // Why the file was not read to its end, and the SHA-256 of what was read, hexadecimal.
+    // error() says why the file was not read to its end, empty if it was; hash() is the SHA-256 of what was read,
+    // hexadecimal.
     [[nodiscard]] const QString& error() const { return m_reader.error(); }
     [[nodiscard]] QByteArray hash() const { return m_reader.hash(); }
-    // The line where a change begins of which not all commands are there, because the file ends in it; 0: there is
-    // none.
+    // The line where the change begins that lacks some of its commands at the end of the file; 0 if there is none.
     [[nodiscard]] int unfinishedLine() const { return m_group.line; }
 
-    // What the first line of a file says; nothing where it says nothing of the kind.
+    // Read the first line of a file. Without such a line, baseOf() returns an empty text and holdingOf() a size of 0.
     [[nodiscard]] static QByteArray baseOf(const QString& fileName); // hexadecimal
     [[nodiscard]] static journalformat::Holding holdingOf(const QString& fileName);
 
 private:
-    // A change of several commands that has begun.
+    // The change whose commands are being read.
     struct Group
     {
-        qint64 commands = 0; // 0: none has begun
+        qint64 commands = 0; // 0 while no group has begun
         int line = 0;
         qint64 begin = 0;
     };
@@ -87,11 +90,11 @@ private:
     bool m_hasTornEnd = false;
 };
 
-// Also of a link that leads nowhere.
+// Returns true for a dangling symbolic link as well.
 [[nodiscard]] bool isThere(const QString& fileName);
 
-// The SHA-256 of the first bytes of a file, hexadecimal; of all of them where it is smaller, of nothing where there is
-// no file. Empty where it cannot be read.
+// Returns the SHA-256 (hexadecimal) of the first bytes of a file, or of all of it if it is smaller. A missing file
+// counts as empty; the result is empty if the file cannot be read.
 [[nodiscard]] QByteArray hashOfFile(const QString& fileName, qint64 bytes = LargestJournal);
 
 } // namespace mirn::zelchip

@@ -67,7 +67,7 @@ bool LineReader::next(Line& line)
         }
         lineEnd = static_cast<const char*>(std::memchr(m_begin, '\n', static_cast<std::size_t>(m_end - m_begin)));
         if (lineEnd && !isContinued)
-            break; // all of it is in this block, the common case
+            break; // the whole line is in this block, which is the common case
         keep(m_begin, lineEnd ? lineEnd : m_end);
         m_begin = lineEnd ? lineEnd : m_end;
         isContinued = true;

@@ -13,22 +13,22 @@
 
 namespace mirn::zelchip {
 
-// The bytes that a journal or a placement file may have.
+// The largest size of a journal or a placement file, in bytes.
 constexpr qint64 LargestJournal = qint64(1) << 30;
 
-// Reads a file line by line in blocks, so that a file of any size and content costs little memory and time. Of a line
-// that is longer than any command only the beginning is kept.
+// Reads a file line by line in blocks, so that files of any size and content cost little memory and time. It keeps only
+// the beginning of a line that is longer than any command. It owns the open file.
 class LineReader final
 {
 public:
     struct Line
     {
-        std::string_view text; // without its end; until the next call
-        bool hasEnd = true; // else the file ends in it
-        bool isTooLong = false; // not all of it is in the text
+        std::string_view text; // without its end; valid until the next call
+        bool hasEnd = true; // false if the file ends within it
+        bool isTooLong = false; // whether the text is only the beginning of it
     };
 
-    // Bytes of a line without its end.
+    // The most bytes of a line that are kept, without its end.
     static constexpr std::size_t LongestLine = std::size_t(1) << 20;
 
     explicit LineReader(FileLayer& files = FileLayer::system())
@@ -38,16 +38,16 @@ public:
     LineReader(const LineReader&) = delete;
     LineReader& operator=(const LineReader&) = delete;
 
-    // False, with the reason, when the file is no regular one, too large or unreadable.
+    // Returns false, with the reason, if the file is not a regular one, too large or unreadable.
     [[nodiscard]] bool open(const QString& fileName, QString* error);
 
-    // False at the end of the file.
+    // Returns false at the end of the file.
     [[nodiscard]] bool next(Line& line);
 
-    // In bytes from the beginning of the file: behind the last line that next() returned.
+    // The offset after the last line that next() returned, in bytes.
     [[nodiscard]] qint64 position() const { return m_position; }
 
-    // At the end of the file: why it is not its true end, in the system's words; empty otherwise.
+    // Why reading stopped before the end of the file, in the system's words; empty if it did not.
     [[nodiscard]] const QString& error() const { return m_error; }
     // The SHA-256 of what was read, hexadecimal.
     [[nodiscard]] QByteArray hash() const { return m_hash.result().toHex(); }
@@ -59,9 +59,9 @@ private:
     FileLayer& m_files;
     int m_file = -1;
     std::vector<char> m_block;
-    const char* m_begin = nullptr; // of what of the block was not read yet
+    const char* m_begin = nullptr; // the unread part of the block
     const char* m_end = nullptr;
-    std::string m_kept; // the part of a line that stood in earlier blocks
+    std::string m_kept; // the part of the current line that was in earlier blocks
     bool m_isTooLong = false;
     qint64 m_position = 0;
     QString m_error;

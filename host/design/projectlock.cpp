@@ -18,19 +18,20 @@ namespace mirn::zelchip {
 
 namespace {
 
-// A lock is empty for a moment while it is made, and a program that finds the project changed gives it back at once.
+// A lock file is empty for a moment while it is created, and a program that finds the project changed releases the lock
+// at once.
 constexpr int Attempts = 6;
 constexpr unsigned long AttemptMilliseconds = 10;
 
-constexpr int MostCharacters = 64; // of a name
-constexpr qint64 LargestLock = 4096; // bytes; a lock has about a hundred
+constexpr int MostCharacters = 64; // longest program or machine name that is shown
+constexpr qint64 LargestLock = 4096; // bytes; a lock file has about a hundred
 
 QString tr(const char* text)
 {
     return QCoreApplication::translate("ProjectLock", text);
 }
 
-// What a file says of somebody may be anything.
+// A lock file may contain anything, so its texts are shortened and control characters replaced.
 QString printable(QString text)
 {
     text.truncate(MostCharacters);
@@ -47,10 +48,10 @@ ProjectLock::ProjectLock(const QString& fileName)
     : m_fileName(fileName)
     , m_lock(fileName)
 {
-    m_lock.setStaleLockTime(0); // however long the other program runs
+    m_lock.setStaleLockTime(0); // a lock never expires by its age, however long its program runs
 }
 
-// A pipe would wait for its other end.
+// Opening a pipe would wait for its other end.
 QString ProjectLock::objectionToFile() const
 {
     const QFileInfo file(m_fileName);
@@ -73,7 +74,7 @@ QString ProjectLock::claim()
     for (int attempt = 0; attempt < Attempts && (attempt == 0 || !isOfRunningProgram()); ++attempt) {
         if (attempt > 0)
             QThread::msleep(AttemptMilliseconds);
-        // Of a program that was killed while it replaced a lock.
+        // A program that was killed while it replaced a lock may have left this file behind.
         if (attempt == Attempts - 1)
             QFile::remove(m_fileName + QLatin1String(".rmlock"));
         errno = 0;
@@ -90,13 +91,14 @@ QString ProjectLock::claim()
     if (isOfRunningProgram())
         return tr("the project is being changed by another program (%1, process %2)")
             .arg(other.program, QString::number(other.process));
-    // Without a lock another program could change the project at the same time.
+    // A lock that cannot be made for another reason is an error: other programs could change the project at the same
+    // time.
     return problem == ENOENT || problem == ENOTDIR
         ? QString()
         : tr("the lock %1 cannot be made: %2").arg(m_fileName, qt_error_string(problem));
 }
 
-// On this machine.
+// Whether the lock belongs to a program that runs on this machine.
 bool ProjectLock::isOfRunningProgram() const
 {
     const Holder other = holder();

@@ -6,35 +6,38 @@
 
 namespace mirn::zelchip {
 
-// The file that says which program may change a project. A lock whose program ended on this machine is replaced without
-// a word; one that is damaged or of another machine stays until somebody decides that it is of no use any more.
+// The lock file that says which program may change a project; the project's journal owns it. A lock whose program has
+// ended on this machine is replaced without asking. One that is damaged or was made on another machine stays until the
+// user decides to take it over.
 class ProjectLock final
 {
 public:
-    // The file and its folder need not exist.
+    // Neither the file nor its folder need exist.
     explicit ProjectLock(const QString& fileName);
 
     [[nodiscard]] bool isHeld() const { return m_lock.isLocked(); }
 
-    // Empty when it is held now, else who has it, or why it cannot be had, in one sentence. Also empty where its folder
-    // is none, because then the system refuses the change itself and says why.
+    // Takes the lock if it is not held yet. Returns an empty text for success, else one sentence that says who has it
+    // or why it cannot be had. A missing folder counts as success: the system then refuses the change itself and says
+    // why.
     [[nodiscard]] QString claim();
     void release() { m_lock.unlock(); }
-    // False when it is held, but the file says that somebody else has it by now.
+    // Returns false if the lock is held, but its file names another program by now.
     [[nodiscard]] bool isUndisputed() const;
 
-    // Why a lock stands there of which this machine cannot tell whether it is still of use, in one sentence with the
-    // file, the machine and the time. Empty where there is none.
+    // Says, in one sentence, why this machine cannot tell whether the existing lock is still in use; names the file,
+    // the machine and the time. Empty if there is no such doubt.
     [[nodiscard]] QString doubt() const;
 
-    // Removes such a lock. Empty on success, and where there is none; else why not.
+    // Removes a lock that is in doubt. Returns an empty text for success and if there is nothing to remove, else why
+    // not.
     [[nodiscard]] QString takeOver();
 
 private:
-    // What the file says of the program that made it.
+    // The program that made the lock, as the file says.
     struct Holder
     {
-        qint64 process = 0; // 0: it says nothing that can be read
+        qint64 process = 0; // 0 if the file is unreadable
         QString program;
         QString machine;
     };

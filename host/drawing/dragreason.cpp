@@ -41,7 +41,7 @@ bool DragReason::eventFilter(QObject* watched, QEvent* event)
     case QEvent::DragMove:
         tell(reasonAt(positionOf(*static_cast<QDragMoveEvent*>(event))));
         break;
-    case QEvent::DragLeave: // also of a drag that was cancelled
+    case QEvent::DragLeave: // also sent when a drag is cancelled
     case QEvent::Drop:
         zelchipview::ZELChipViewDatabase::getInstance()->clearHighlightedProbPlaceItems();
         tell({});

@@ -15,8 +15,8 @@ class ZelGraphicsView;
 
 namespace mirn::zelchip {
 
-// Watches drags over the drawing: tells why the site under the pointer does not take the resource, and puts out the
-// probable sites when there is nothing in hand any more. Child of the view; engine and tree must live as long.
+// Watches drags over the drawing. It reports why the site under the pointer does not accept the resource, and clears
+// the highlighted probable sites when the drag ends. It is a child of the view; engine and tree must live as long.
 class DragReason final : public QObject
 {
     Q_OBJECT
@@ -26,7 +26,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
-    // Empty when there is nothing to say: the site takes it, there is no site, or the drag ended.
+    // Emitted with an empty text if there is nothing to say: the site accepts the resource, there is no site, or the
+    // drag ended.
     void changed(const QString& reason);
 
 private:

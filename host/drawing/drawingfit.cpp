@@ -12,8 +12,8 @@ namespace mirn::zelchip {
 
 namespace {
 
-constexpr double DrawingMargin = 0.01; // of the larger side, on each side
-constexpr double ItemsMargin = 0.04; // more than what scroll bars take away that come with the zoom
+constexpr double DrawingMargin = 0.01; // on each side, as a fraction of the larger side
+constexpr double ItemsMargin = 0.04; // more than the scroll bars that appear with the zoom take away
 
 void zoomToArea(zelchipview::ZelGraphicsView& view, const QRectF& area, double marginShare)
 {
@@ -47,7 +47,7 @@ DrawingFit::DrawingFit(zelchipview::ZelGraphicsView* view)
 
 void DrawingFit::fit()
 {
-    // The room of the scroll bars counts: what fits needs none.
+    // The space of the scroll bars can be used, because a fitted drawing needs none.
     setScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     zoomToArea(*m_view, m_view->sceneRect(), DrawingMargin);
     setScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -63,7 +63,7 @@ void DrawingFit::setScrollBarPolicy(Qt::ScrollBarPolicy policy)
 
 bool DrawingFit::eventFilter(QObject* watched, QEvent* event)
 {
-    // Afterwards, when the view itself has answered the event.
+    // The timer fits after the view itself has handled the event.
     if (event->type() == QEvent::Resize && m_view->transform() == m_fittedTransform)
         m_refit.start();
     return QObject::eventFilter(watched, event);

@@ -14,8 +14,8 @@ class ZelGraphicsView;
 
 namespace mirn::zelchip {
 
-// Shows the whole drawing in a view, whatever the view's size, and goes on doing so while the view is resized, until
-// the user zooms. Child of the view.
+// Shows the whole drawing in a view and keeps it fitted while the view is resized, until the user zooms. It is a child
+// of the view.
 class DrawingFit final : public QObject
 {
     Q_OBJECT
@@ -30,11 +30,11 @@ private:
     void setScrollBarPolicy(Qt::ScrollBarPolicy policy);
 
     zelchipview::ZelGraphicsView* const m_view;
-    QTransform m_fittedTransform; // what fit() left; another one means that the user zoomed
+    QTransform m_fittedTransform; // set by fit(); a different one means that the user has zoomed
     QTimer m_refit; // fits once after a series of resizes
 };
 
-// Shows the items with a little of what is around them; without any the view stays as it is.
+// Zooms to the items with a small margin. Without items the view stays as it is.
 void zoomToItems(zelchipview::ZelGraphicsView& view, const QList<QGraphicsItem*>& items);
 
 } // namespace mirn::zelchip

@@ -17,7 +17,7 @@ using zelchipview::ZELGraphicItemAttribute;
 
 namespace {
 
-// Areas come before lines, lines before texts.
+// Areas rank before lines, lines before texts.
 int rankOf(int kind)
 {
     switch (kind) {
@@ -59,7 +59,7 @@ const ZELGraphicItemAttribute* elementAt(zelchipview::ZelGraphicsView& view, QPo
     const QList<QGraphicsItem*> items = view.items(position); // topmost first
     for (const QGraphicsItem* item : items) {
         const ZELGraphicItemAttribute* attribute = attributeOf(item);
-        // Elements of hidden layers stay items of the scene and are found as well.
+        // Elements of hidden layers are still in the scene and are found as well.
         if (!attribute || !view.getVisibleLayers().contains(attribute->layer))
             continue;
         if (!best || rankOf(attribute->kind) < rankOf(best->kind))

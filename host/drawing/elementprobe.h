@@ -13,15 +13,15 @@ class ZelGraphicsView;
 
 namespace mirn::zelchip {
 
-// Null for an item that is no element of the drawing; the attribute is the controller's.
+// Returns null for an item that is not an element of the drawing. The controller owns the attribute.
 [[nodiscard]] const zelchipview::ZELGraphicItemAttribute* attributeOf(const QGraphicsItem* item);
 
-// The element that a person means who points at a viewport position: the topmost rectangle or polygon of a layer that
-// is shown, else the topmost line, else the topmost text. Null where there is none.
+// Returns the element that a user means by pointing at a viewport position: the topmost rectangle or polygon of a
+// visible layer, else the topmost line, else the topmost text. Null if there is none.
 [[nodiscard]] const zelchipview::ZELGraphicItemAttribute* elementAt(
     zelchipview::ZelGraphicsView& view, QPoint position);
 
-// One line: the first line of the tooltip, else the name, else the kind; and the id where the drawing gives one.
+// Returns one line: the first line of the tooltip, else the name, else the kind; with the id if the drawing has one.
 [[nodiscard]] QString describeElement(const zelchipview::ZELGraphicItemAttribute& element);
 
 } // namespace mirn::zelchip

@@ -43,7 +43,7 @@ void ViewProbe::probe()
     Q_EMIT pointerMoved(m_view->mapToScene(m_pointer), element ? describeElement(*element) : QString());
 }
 
-// Zooming and scrolling always end in a paint, and they move the drawing below a pointer at rest.
+// Zooming and scrolling always end in a paint, and both move the drawing under a pointer that does not move.
 void ViewProbe::update()
 {
     const QTransform transform = m_view->viewportTransform();

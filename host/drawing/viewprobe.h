@@ -12,8 +12,8 @@ class ZelGraphicsView;
 
 namespace mirn::zelchip {
 
-// Watches a chip view and reports what the pointer is on and at which scale the view is. Child of the view, changes
-// nothing but the mouse tracking of its viewport.
+// Watches a chip view and reports the element under the pointer and the view's scale. It is a child of the view and
+// changes nothing but the mouse tracking of its viewport.
 class ViewProbe final : public QObject
 {
     Q_OBJECT
@@ -22,24 +22,24 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    // Reports a change of scale or of what is below the pointer at once; without it that waits for the next paint.
+    // Reports a change of the scale or of what is under the pointer at once, without waiting for the next paint.
     void update();
 
 Q_SIGNALS:
-    // `position` is in scene units, `element` is empty where there is none.
+    // `position` is in scene units; `element` is empty if there is none.
     void pointerMoved(const QPointF& position, const QString& element);
     void pointerLeft();
 
-    // `factor` is screen pixels per scene unit, `scale` the value that layer ranges are compared with.
+    // `factor` is screen pixels per scene unit; `scale` is the value that the ranges of layers are compared with.
     void scaleChanged(double factor, double scale);
 
 private:
     void probe();
 
     zelchipview::ZelGraphicsView* const m_view;
-    QPoint m_pointer; // in the viewport, where it was seen last
+    QPoint m_pointer; // last seen position, in viewport coordinates
     bool m_isInside = false;
-    QTransform m_transform; // of the last paint, with scrolling
+    QTransform m_transform; // at the last paint, including scrolling
     double m_scale = 0.0;
 };
 

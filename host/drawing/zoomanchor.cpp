@@ -12,7 +12,7 @@ namespace mirn::zelchip {
 
 namespace {
 
-constexpr double WholePixelError = 1.0; // half a pixel in both directions
+constexpr double WholePixelError = 1.0; // pixels: half a pixel in both directions
 
 } // namespace
 
@@ -38,11 +38,12 @@ bool ZoomAnchor::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
-// The view answers the event after this; what is queued comes after that and still before the next paint.
+// The view handles the event after this; a queued call runs after that and still before the next paint.
 void ZoomAnchor::hold(QPointF viewportPosition)
 {
     settle();
-    // A pointer at rest goes on holding the point it held, lest what scrolling by whole pixels leaves adds up.
+    // A pointer that has not moved keeps its scene position, because the rounding of scroll bars to whole pixels would
+    // add up.
     if (viewportPosition != m_viewportPosition || offset().manhattanLength() > WholePixelError)
         m_scenePosition = m_view->viewportTransform().inverted().map(viewportPosition);
     m_viewportPosition = viewportPosition;
@@ -62,7 +63,7 @@ void ZoomAnchor::settle()
     vertical->setValue(vertical->value() + way.y());
 }
 
-// How far the point that is held has come away from its place, in pixels.
+// How far the held point has moved from its position, in pixels.
 QPointF ZoomAnchor::offset() const
 {
     return m_view->viewportTransform().map(m_scenePosition) - m_viewportPosition;

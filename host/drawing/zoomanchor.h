@@ -10,8 +10,8 @@ class ZelGraphicsView;
 
 namespace mirn::zelchip {
 
-// Keeps the point of the drawing that is below the pointer there while a wheel or a key zooms. The view's own anchor
-// is a pixel or two off at each step, always to the same side, so that the drawing creeps away. Child of the view.
+// Keeps the point under the pointer in place while the wheel or a key zooms. The view's own anchor is off by a pixel or
+// two at each step, always to the same side, so that the drawing would drift away. It is a child of the view.
 class ZoomAnchor final : public QObject
 {
     Q_OBJECT

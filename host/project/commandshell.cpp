@@ -43,12 +43,12 @@ TclResult CommandShell::run(const QString& script, Origin origin)
 
 TclResult CommandShell::runFile(const QString& file)
 {
-    // Tcl's own source gives the line of an error in its trace.
+    // Tcl's own "source" command puts the line of an error into the stack trace.
     const TclResult result = evaluate(TclInterpreter::list({QStringLiteral("source"), QStringLiteral("-encoding"),
         QStringLiteral("utf-8"), QFile::decodeName(QFile::encodeName(file))}));
     if (result.isOk)
         return result;
-    // The outermost file stands last; a long name is not all there.
+    // The outermost file comes last. Tcl shortens long names, so only the line is taken from here.
     const QString beforeLine = QStringLiteral("\" line ");
     const QString trace = m_interpreter.errorTrace();
     const auto place = trace.lastIndexOf(QLatin1String("(file \""));

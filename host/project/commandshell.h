@@ -10,8 +10,8 @@ namespace mirn::zelchip {
 
 class DesignEditor;
 
-// Where commands are run, whoever gives them: the console, a script, or the chip view. Lives as long as the program;
-// the commands on the design follow the project that is open.
+// Runs the commands of the console, of scripts and of the chip view in one Tcl interpreter, which it owns. The main
+// window or the batch owns the shell, which outlives every project; the commands on the design work on the open one.
 class CommandShell final : public QObject
 {
     Q_OBJECT
@@ -21,22 +21,22 @@ public:
     explicit CommandShell(QObject* parent = nullptr);
     ~CommandShell() override;
 
-    // From now on commands change this design. The editor must live until the next call.
+    // Makes all later commands work on this design. The editor must live until the next call.
     void setEditor(DesignEditor& editor);
 
-    // Runs a script and tells everyone what came of it.
+    // Runs a script; its start and its result are signalled.
     TclResult run(const QString& script, Origin origin);
 
-    // Runs a file. An error names the file and the line.
+    // Runs a file. An error message names the file and the line.
     TclResult runFile(const QString& file);
 
-    // Ends what is running; its result is an error.
+    // Ends the running script with an error.
     void cancel();
 
-    // A command that the chip view sent waits for its answer: the view must not go away now.
+    // Whether a command of the chip view is waiting for its answer. The view must not be deleted meanwhile.
     [[nodiscard]] bool isAnsweringView() const { return m_viewCommands > 0; }
 
-    // What runs, the user has typed.
+    // Whether a command that the user typed is running.
     [[nodiscard]] bool isAnsweringUser() const { return m_userCommands > 0; }
 
     [[nodiscard]] TclInterpreter& interpreter() { return m_interpreter; }
@@ -45,16 +45,16 @@ Q_SIGNALS:
     void started(const QString& script, mirn::zelchip::CommandShell::Origin origin);
     void finished(const mirn::zelchip::TclResult& result, mirn::zelchip::CommandShell::Origin origin);
     void wrote(const QString& text, mirn::zelchip::TclInterpreter::Channel channel);
-    // The script takes longer than a moment; emitted again and again while it runs, so that cancel() can be called.
+    // Emitted repeatedly while a script runs longer than a moment, so that cancel() can be called.
     void busy();
-    // The last of the scripts that ran one inside the other has ended, from a file or not.
+    // Emitted when no script is running any more, whether it came from run() or runFile(); nested scripts count as one.
     void idle();
 
 private:
     TclResult evaluate(const QString& script);
 
     TclInterpreter m_interpreter;
-    int m_viewCommands = 0; // that are running
+    int m_viewCommands = 0; // number of running commands
     int m_userCommands = 0;
 };
 

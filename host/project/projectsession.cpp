@@ -24,13 +24,13 @@ namespace {
 
 const QString ProjectFileName = QStringLiteral("project.json");
 
-// The scratch file that the chip view names to the parser.
+// The working file that the chip view names to the parser.
 const QString WorkingFileName = QStringLiteral("/zelsvg.temp");
 
-// Names no kind of elements. The chip view complains of a filter file that cannot be opened, also where there is none.
+// An empty filter file, because the chip view complains if it cannot open one, even if the device has none.
 const QString NoKindsFile = QStringLiteral(":/zelchip/nokinds.txt");
 
-// The one implementation of a project that brings none.
+// The implementation of a project that has none of its own.
 const QString ScratchImplementation = QStringLiteral("scratch");
 
 constexpr int MostWarningsWithAnError = 5;
@@ -95,7 +95,7 @@ bool ProjectSession::openProject(const QString& directory, QString* error)
         return false;
     }
     m_engine = zelengine::ReferenceEngine::open(directory, error, &m_warnings);
-    // A key that was ignored is often one that was misspelt and is missed elsewhere.
+    // The warnings come along, because an ignored key is often a misspelt one that is missing elsewhere.
     if (!m_engine) {
         *error = (QStringList(*error) + m_warnings.mid(0, MostWarningsWithAnError)).join(QLatin1Char('\n'));
         return false;
@@ -114,7 +114,7 @@ bool ProjectSession::openProject(const QString& directory, QString* error)
     if (!implementation)
         return useScratchProject(project.name, error);
     m_implementationDirectory = implementation->directory;
-    // Where it cannot be made, the parser does without its working file.
+    // If the folder cannot be created, the parser does without its working file.
     QDir().mkpath(m_implementationDirectory);
     return true;
 }
@@ -156,7 +156,7 @@ std::unique_ptr<MirnProject> ProjectSession::newProject() const
     return result;
 }
 
-// The same one whenever this drawing is opened, so that what is cached there helps the next time.
+// Returns the same folder whenever this drawing is opened, so that cached files help the next time.
 QString ProjectSession::scratchDirectory()
 {
     const QByteArray key = QCryptographicHash::hash(m_drawingFile.toUtf8(), QCryptographicHash::Sha1).toHex();
@@ -180,7 +180,7 @@ bool ProjectSession::readDrawing(QString* error)
     *error = QString::fromStdString(m_parser->errorString());
     for (const std::string& warning : m_parser->warnings())
         m_warnings.append(QString::fromStdString(warning));
-    // Nothing was cached then: leave no empty folder behind.
+    // Nothing was cached, so an empty folder is not left behind.
     if (!isRead && !m_temporaryDirectory)
         QDir().rmdir(m_implementationDirectory);
     return isRead;
@@ -191,7 +191,7 @@ void ProjectSession::activate()
     m_isActive = true;
     MirnProjectManager::getProjectManager()->setProject(newProject());
     zelproject::getInstance()->setFlowName(toEngineText(m_flow));
-    // The controller makes one parser; another one would be for another drawing.
+    // The controller creates one parser, which gets the drawing that was read already; any later one reads for itself.
     SVGParser::setFactory([this]() -> std::unique_ptr<SVGParser> {
         if (m_parser)
             return std::move(m_parser);

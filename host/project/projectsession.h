@@ -20,40 +20,40 @@ namespace mirn::zelchip {
 class DesignEditor;
 class PreparedParser;
 
-// What is open: the engine of a project folder or of a bare drawing, and what the process-wide services are to know of
-// it. Opening touches none of these services, so that a session which cannot be opened leaves the present one alone;
-// activate() hands over. Knows no widget.
+// An open project folder or bare drawing: its engine, its design editor, and the state of the process-wide services for
+// it. Opening touches none of these services, so that a failure leaves the present session alone; activate() hands
+// over. The main window or the batch owns it. It knows no widget.
 class ProjectSession final
 {
 public:
-    // What becomes of a lock of which this machine cannot tell whether it is still of use.
+    // What to do with a lock if this machine cannot tell whether it is still in use.
     enum class DoubtfulLock { Stays, IsTakenOver };
 
-    // `path` is a project folder, its project.json, or a drawing, which then opens with an empty design. Null when it
-    // cannot be opened; *error then says where and why.
+    // Opens a project folder, its project.json, or a drawing, which gets an empty design. Returns null on failure;
+    // *error then says where and why.
     [[nodiscard]] static std::unique_ptr<ProjectSession> open(
         const QString& path, QString* error, DoubtfulLock lock = DoubtfulLock::Stays);
 
-    // Deactivates it.
+    // Deactivates the session.
     ~ProjectSession();
 
-    // Makes this the process's open project. To be called when no other session is, and before the chip view is
-    // constructed.
+    // Makes this the process's open project. No other session may be active, and the chip view must not exist yet.
     void activate();
 
-    // Leaves no project open; for when the chip view and its controller are gone. It may be activated again.
+    // Leaves no project open. The chip view and its controller must be gone. The session may be activated again.
     void deactivate();
 
-    // The session's; for the chip view.
+    // The engine for the chip view; the session owns it.
     [[nodiscard]] zelchipengine* engine() const;
 
-    // The way to change the design. The session's; what was saved and what the journal held is back in it.
+    // The way to change the design; the session owns it. The saved state and the journal have been brought back by
+    // then.
     [[nodiscard]] DesignEditor& editor() const { return *m_editor; }
 
-    // What a user should know of how the last session ended.
+    // Messages for the user about how the last session ended.
     [[nodiscard]] const QStringList& recoveryMessages() const { return m_recoveryMessages; }
 
-    // What it was opened from.
+    // The absolute path it was opened from.
     [[nodiscard]] const QString& path() const { return m_path; }
 
     // "DEVICE/PROJECT", or the drawing's file name.
@@ -61,10 +61,10 @@ public:
 
     [[nodiscard]] const QString& drawingFile() const { return m_drawingFile; }
 
-    // Whether the device names kinds of elements that can be marked.
+    // Whether the device has a filter file, which names kinds of elements that can be marked.
     [[nodiscard]] bool hasFilter() const;
 
-    // Of the project's files and of the drawing.
+    // The warnings about the project's files and the drawing.
     [[nodiscard]] const QStringList& warnings() const { return m_warnings; }
 
 private:
@@ -79,11 +79,11 @@ private:
 
     std::unique_ptr<zelengine::ReferenceEngine> m_engine;
     std::unique_ptr<DesignEditor> m_editor;
-    std::unique_ptr<PreparedParser> m_parser; // until it is handed over
-    std::unique_ptr<QTemporaryDir> m_temporaryDirectory; // where there is no place for cached files
+    std::unique_ptr<PreparedParser> m_parser; // until the controller takes it over
+    std::unique_ptr<QTemporaryDir> m_temporaryDirectory; // used if no place for cached files is writable
     QString m_path;
     QString m_title;
-    QString m_scratchName; // of a project without implementations of its own
+    QString m_scratchName; // the name of a project without implementations of its own
     QString m_flow;
     QString m_drawingFile;
     QString m_implementationDirectory;

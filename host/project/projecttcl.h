@@ -10,16 +10,17 @@ namespace mirn::zelchip {
 class ProjectSession;
 class TclInterpreter;
 
-// What "zel_project" does in this run. Texts are empty for success, else a sentence that says what went wrong.
+// The actions for the subcommands of "zel_project". They return an empty text for success, else a sentence that says
+// what went wrong.
 struct ProjectCommands
 {
     std::function<QString(const QString& path)> open;
     std::function<QString()> save;
     std::function<QString()> refresh;
-    std::function<const ProjectSession&()> session; // the open one
+    std::function<const ProjectSession&()> session; // returns the open session
 };
 
-// zel_project open, save, info (a dictionary) and refresh.
+// Adds zel_project open, save, info (which returns a dictionary) and refresh.
 void addProjectCommands(TclInterpreter& interpreter, const ProjectCommands& commands);
 
 } // namespace mirn::zelchip

@@ -16,7 +16,7 @@ namespace {
 const QString ImplementationName = QStringLiteral("impl1");
 const QString ProjectFile = QStringLiteral("project.json");
 
-// The project file comes last: a copy is whole when it has one.
+// The project file comes last, so that a copy is complete if it has one.
 bool copyProject(const QDir& from, const QDir& to)
 {
     if (!to.mkpath(ImplementationName))

@@ -5,9 +5,9 @@
 
 namespace mirn::zelchip {
 
-// Where the sample project can be worked on. The shipped one has a folder for that only where the program was built; an
-// installed one is copied below `userFolder`, once, and that copy is the user's from then on. When it cannot be made,
-// the shipped one, at which one can only look.
+// Returns a folder in which the user can work on the sample project. The shipped project is writable only in a build
+// folder. Otherwise it is copied once below `userFolder`, and the copy is the user's from then on. If it cannot be
+// copied, this returns the shipped project, which can then only be looked at.
 [[nodiscard]] QString sampleProject(const QString& shipped, const QString& userFolder);
 
 } // namespace mirn::zelchip

@@ -12,13 +12,13 @@
 
 namespace mirn::zelchip {
 
-// The options of a command: "-rsc NAME -id N". Reading stops at the first complaint, which error() gives in Tcl's own
+// The arguments of a command, such as "-rsc NAME -id N". Only the first error is kept; error() returns it in Tcl's own
 // words.
 class Arguments final
 {
 public:
-    // `words` without the command itself; `usage` is the whole command with its arguments, for the complaint.
-    // `options` are those that take a value, `flags` those that do not; what is neither is positional.
+    // `words` is without the command itself. `usage` is the whole command with its arguments, for the error message.
+    // `options` take a value, `flags` do not; everything else is positional.
     Arguments(
         const QStringList& words, const QString& usage, const QStringList& options, const QStringList& flags = {});
 
@@ -26,12 +26,12 @@ public:
     [[nodiscard]] TclResult error() const { return TclResult::error(m_error); }
 
     [[nodiscard]] bool has(const QString& option) const { return m_values.contains(option); }
-    // Complains when the option is missing.
+    // Fails if the option is missing.
     QString text(const QString& option);
-    // Also when it is no whole number.
+    // Fails also if the value is not an integer.
     int number(const QString& option);
 
-    // Complains when there are more than `most` or fewer than `least`.
+    // Fails if there are more than `most` or fewer than `least`.
     QStringList positional(int least, int most);
 
 private:
@@ -43,11 +43,11 @@ private:
     QString m_error;
 };
 
-// A command whose second word says what to do.
-using Subcommands = std::map<QString, std::function<TclResult(const QStringList& words)>>; // words behind the second
+// The subcommands of a command by their names, each called with the words after its name.
+using Subcommands = std::map<QString, std::function<TclResult(const QStringList& words)>>;
 [[nodiscard]] TclInterpreter::Command ensemble(Subcommands subcommands);
 
-// Empty text is success, anything else the message of an error.
+// Converts an error message, which is empty for success, into a result.
 [[nodiscard]] TclResult resultOf(const QString& refusal);
 
 } // namespace mirn::zelchip

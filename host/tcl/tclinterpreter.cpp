@@ -12,7 +12,7 @@ namespace mirn::zelchip {
 
 namespace {
 
-// How often a running script lets the program breathe.
+// The interval at which a running script calls the busy handler.
 constexpr long BusyIntervalMicroseconds = 100'000;
 
 QString fromTcl(Tcl_Obj* object)
@@ -22,7 +22,7 @@ QString fromTcl(Tcl_Obj* object)
     return QString::fromUtf8(text, length);
 }
 
-// A new object without references.
+// Returns a new object with a reference count of 0.
 Tcl_Obj* toTcl(const QString& text)
 {
     const QByteArray utf8 = text.toUtf8();
@@ -37,7 +37,7 @@ QStringList wordsOf(int count, Tcl_Obj* const objects[])
     return words;
 }
 
-// With a backslash before each character that means something; Tcl itself would put braces around a line end.
+// Puts a backslash before each special character; Tcl itself would put braces around a line break and keep it.
 QString escapedWord(const QString& word)
 {
     static const QString special = QStringLiteral(" \t\r;\"#$[]{}\\");
@@ -57,7 +57,8 @@ struct InterpreterDeleter
 
 using InterpreterPointer = std::unique_ptr<Tcl_Interp, InterpreterDeleter>;
 
-// Tcl crashes before this; it also looks its library up from here. Once per process.
+// Tcl crashes if objects or interpreters are created before this call, which also locates its script library. Once per
+// process is enough.
 void prepareTcl()
 {
     static const bool isPrepared = [] {
@@ -102,13 +103,13 @@ public:
     TclInterpreter::Output output;
     std::function<void()> busyHandler;
     std::function<bool()> mayExit;
-    int depth = 0; // of evaluate() calls
+    int depth = 0; // nesting of evaluate() calls
     bool isCancelled = false;
 };
 
 int TclInterpreterPrivate::run(ClientData data, Tcl_Interp* interpreter, int count, Tcl_Obj* const objects[])
 {
-    // By value: the command may replace itself.
+    // A copy, because the command may replace itself.
     const TclInterpreter::Command command = static_cast<Registration*>(data)->command;
     const TclResult result = command(wordsOf(count, objects));
     Tcl_SetObjResult(interpreter, toTcl(result.text));
@@ -135,7 +136,7 @@ void TclInterpreterPrivate::limitTime()
     Tcl_LimitTypeSet(interpreter.get(), TCL_LIMIT_TIME);
 }
 
-// Only what goes to the standard channels concerns the host; files and pipes stay Tcl's.
+// The host receives only what goes to the standard channels; files and pipes remain Tcl's.
 TclResult TclInterpreterPrivate::puts(const QStringList& words)
 {
     const bool hasNewline = words.value(1) != QLatin1String("-nonewline");
@@ -156,7 +157,7 @@ TclResult TclInterpreterPrivate::exit(const QStringList& words)
                                  : callTaken("exit", words.mid(1));
 }
 
-// Tcl's own one goes into a namespace, so that nobody is offered it.
+// Moves Tcl's own command into a namespace, so that completion does not offer it.
 void TclInterpreterPrivate::takeOver(const char* command)
 {
     const QString script
@@ -175,7 +176,7 @@ TclResult TclInterpreterPrivate::callTaken(const char* command, const QStringLis
 TclInterpreter::TclInterpreter()
     : d(std::make_unique<TclInterpreterPrivate>())
 {
-    // Without Tcl's script library there are a few commands less; that is no reason not to start.
+    // Without Tcl's script library a few commands are missing, which is no reason to fail.
     if (Tcl_Init(d->interpreter.get()) != TCL_OK)
         Tcl_ResetResult(d->interpreter.get());
     d->takeOver("puts");
@@ -190,7 +191,7 @@ TclInterpreter::~TclInterpreter() = default;
 
 void TclInterpreter::addCommand(const QString& name, Command command)
 {
-    auto* registration = new TclInterpreterPrivate::Registration{d.get(), std::move(command)}; // Tcl releases it
+    auto* registration = new TclInterpreterPrivate::Registration{d.get(), std::move(command)}; // Tcl calls release()
     Tcl_CreateObjCommand(d->interpreter.get(), name.toUtf8().constData(), &TclInterpreterPrivate::run, registration,
         &TclInterpreterPrivate::release);
 }

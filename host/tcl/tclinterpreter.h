@@ -10,7 +10,7 @@
 
 namespace mirn::zelchip {
 
-// What a script or a command came to: its value, or the message of its error.
+// The outcome of a script or a command: its value, or the message of its error.
 struct TclResult
 {
     bool isOk = true;
@@ -22,7 +22,8 @@ struct TclResult
 
 class TclInterpreterPrivate;
 
-// A Tcl interpreter with commands of the host. GUI thread only; a command may evaluate further scripts.
+// A Tcl interpreter with the host's own commands. It must be used in the GUI thread only; a command may evaluate
+// further scripts.
 class TclInterpreter final
 {
 public:
@@ -37,40 +38,42 @@ public:
     TclInterpreter(const TclInterpreter&) = delete;
     TclInterpreter& operator=(const TclInterpreter&) = delete;
 
-    // Replaces a command of the same name.
+    // Adds a command, replacing one of the same name.
     void addCommand(const QString& name, Command command);
 
     TclResult evaluate(const QString& script);
 
-    // Where an uncaught error happened: Tcl's stack trace of the last failed evaluate().
+    // The stack trace of the last failed evaluate(), in Tcl's words.
     [[nodiscard]] QString errorTrace() const;
 
-    // Takes what `puts` writes to the standard channels; without one it goes there.
+    // Sets the receiver of what `puts` writes to the standard channels; without one the channels receive it.
     void setOutput(Output output);
 
-    // Asked before "exit" ends the program; where it says no, "exit" is an error.
+    // Sets the function that is asked before "exit" ends the program; "exit" is an error if it returns false.
     void setExitGuard(std::function<bool()> mayExit);
 
-    // Called about ten times a second while a script runs, so that the program stays alive and can call cancel().
+    // Sets the function that is called about ten times a second while a script runs. It can process events and call
+    // cancel().
     void setBusyHandler(std::function<void()> handler);
 
-    // Ends the running scripts with an error that they cannot catch. Does nothing when none runs.
+    // Ends the running scripts with an error that they cannot catch. Does nothing if none runs.
     void cancel();
     [[nodiscard]] bool isRunning() const;
 
-    // False while a brace, bracket or quote is open: more lines must follow.
+    // Returns false while a brace, bracket or quote is open, so that more lines must follow.
     [[nodiscard]] static bool isComplete(const QString& script);
 
     // The names of all commands, sorted.
     [[nodiscard]] QStringList commandNames() const;
 
-    // Words as one list text, which is also a command that calls the first with the others. Always one line.
+    // Returns the words as a Tcl list, which is also the command that calls the first with the others. It is always one
+    // line.
     [[nodiscard]] static QString list(const QStringList& words);
 
-    // As "string match" does it.
+    // Matches as "string match" does.
     [[nodiscard]] static bool matches(const QString& text, const QString& pattern);
 
-    // Nothing when the text is no list.
+    // Returns nothing if the text is not a list.
     [[nodiscard]] static std::optional<QStringList> words(const QString& list);
 
 private:

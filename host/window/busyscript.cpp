@@ -19,7 +19,7 @@ BusyScript::BusyScript(CommandShell& shell, QObject* parent)
 
 void BusyScript::breathe()
 {
-    // A dialog that the script opened runs its own event loop and takes its own input.
+    // A dialog that the script opened runs its own event loop and receives its own input.
     if (QApplication::activeModalWidget())
         return;
     if (!m_isBusy) {

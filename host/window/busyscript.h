@@ -7,13 +7,13 @@ namespace mirn::zelchip {
 
 class CommandShell;
 
-// Keeps the window alive while a script takes long: it is painted, Escape and the widget for stopping cancel the
-// script, and everything else that a user does is held off until the script has ended.
+// Keeps the window responsive while a script runs long: it is painted, and Escape or the stop widget cancels the
+// script. All other user input is discarded until the script has ended. It is a child of the main window.
 class BusyScript final : public QObject
 {
     Q_OBJECT
 public:
-    // Neither is owned. `stopWidget` is the one that still takes the mouse; may be null.
+    // Owns neither. The stop widget, which may be null, is the only one that still receives the mouse.
     BusyScript(CommandShell& shell, QObject* parent);
 
     void setStopWidget(QWidget* widget) { m_stopWidget = widget; }

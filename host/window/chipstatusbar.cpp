@@ -22,10 +22,10 @@ QToolButton { border: none; padding: 2px 8px; color: #9a5b00; }
 )";
 
 constexpr int SignificantDigits = 3;
-constexpr int LargestPrecision = 9; // digits behind the point
-constexpr int ListedWarnings = 20; // more of them would make a message box taller than a screen
+constexpr int LargestPrecision = 9; // digits after the decimal point
+constexpr int ListedWarnings = 20; // with more, a message box could be taller than the screen
 
-// Three significant digits, no exponent, no zeros at the end.
+// Formats with three significant digits, no exponent and no trailing zeros.
 QString plainNumber(double value)
 {
     const int magnitude = value == 0 ? 0 : static_cast<int>(std::floor(std::log10(qAbs(value))));
@@ -65,10 +65,10 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     m_element->setObjectName(QStringLiteral("element"));
     m_element->setTextFormat(Qt::PlainText);
     QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long tooltip must not widen the window
-    policy.setRetainSizeWhenHidden(true); // nor a message move the legend
+    policy.setRetainSizeWhenHidden(true); // and a message must not move the legend
     m_element->setSizePolicy(policy);
     addWidget(m_element, 1);
-    // Qt hides it by itself, but not before the bar is shown, and shows it again whenever the bar is laid out anew.
+    // Qt hides the widget itself, but only once the bar is shown, and shows it again at every new layout.
     connect(this, &QStatusBar::messageChanged, m_element,
         [this](const QString& message) { m_element->setVisible(message.isEmpty()); });
     m_warningButton->setObjectName(QStringLiteral("warnings"));
@@ -81,7 +81,7 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     m_scale = addSegment(QStringLiteral("scale"), scaleText(-0.888, -88.88));
 }
 
-// A permanent part, set off by a line, that keeps its width, so that nothing beside it moves while its text changes.
+// Adds a permanent part after a separator line. Its width is fixed, so that nothing moves when its text changes.
 QLabel* ChipStatusBar::addSegment(const QString& name, const QString& widestText)
 {
     auto* label = new QLabel(this);

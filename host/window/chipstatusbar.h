@@ -10,18 +10,18 @@ class QToolButton;
 
 namespace mirn::zelchip {
 
-// The main window's status bar: what the pointer is on, the parser's warnings if there are any, the pointer's position
-// and the scale. Messages cover the first part for a while.
+// The main window's status bar and its child: the element under the pointer, the parser's warnings if there are any,
+// the pointer's position and the scale. Messages cover the first part for some seconds.
 class ChipStatusBar final : public QStatusBar
 {
     Q_OBJECT
 public:
     explicit ChipStatusBar(QWidget* parent);
 
-    // Shown while the pointer is on no element: what is open.
+    // Sets the text about the open project that is shown while the pointer is on no element.
     void setSummary(const QString& summary);
 
-    // Empty for none.
+    // An empty list hides the warnings.
     void setWarnings(const QStringList& warnings);
 
 public Q_SLOTS:
@@ -35,16 +35,17 @@ private:
 
     QString m_summary;
     QStringList m_warnings;
-    QLabel* m_element; // this and the following: children of the status bar
+    QLabel* m_element; // these are children of the status bar
     QToolButton* m_warningButton;
     QLabel* m_position;
     QLabel* m_scale;
 };
 
-// "12.3, -4.0": scene units with one decimal.
+// Formats scene units with one decimal, as in "12.3, -4.0".
 [[nodiscard]] QString positionText(const QPointF& position);
 
-// "2.4x  scale 1.5": the factor of the view's transform and the value that layer ranges are compared with.
+// Formats the factor of the view's transform and the value that the ranges of layers are compared with, as in "2.4x
+// scale 1.5".
 [[nodiscard]] QString scaleText(double factor, double scale);
 
 } // namespace mirn::zelchip

@@ -33,10 +33,10 @@ const QString PlacementDock = QStringLiteral("Placement");
 const QString UsageDock = QStringLiteral("Usage");
 
 constexpr int DockWidth = 330;
-constexpr double UsageShare = 0.3; // of the docks' height
-constexpr int UsageRowPadding = 6; // pixels, in the height of a row
-constexpr int RowsExpandedAtStart = 200; // a larger design opens with its top level
-const QColor Surroundings(0xfb, 0xfb, 0xfc); // around the drawing
+constexpr double UsageShare = 0.3; // fraction of the docks' height
+constexpr int UsageRowPadding = 6; // pixels added to the font height of a row
+constexpr int RowsExpandedAtStart = 200; // a larger design opens with only its top level
+const QColor Surroundings(0xfb, 0xfb, 0xfc); // the background around the drawing
 
 bool hasMoreRowsThan(int limit, QTreeWidget* tree)
 {
@@ -92,11 +92,11 @@ void ChipSurface::endChipView()
 void ChipSurface::showSentence(const QString& text)
 {
     QWidget* viewport = m_graphicsView->viewport();
-    auto* label = new QLabel(text, viewport); // the viewport's
+    auto* label = new QLabel(text, viewport); // owned by the viewport
     label->setObjectName(QStringLiteral("sentence"));
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(true);
-    auto* layout = new QVBoxLayout(viewport); // the viewport's
+    auto* layout = new QVBoxLayout(viewport); // owned by the viewport
     layout->addWidget(label);
 }
 
@@ -137,7 +137,7 @@ void ChipSurface::arrangeTable()
 void ChipSurface::addFindBox()
 {
     auto* dock = m_chipView->findChild<QDockWidget*>(PlacementDock);
-    auto* titleBar = new QWidget(dock); // the dock's
+    auto* titleBar = new QWidget(dock); // owned by the dock
     auto* row = new QHBoxLayout(titleBar);
     row->setContentsMargins(6, 3, 3, 3);
     row->addWidget(new QLabel(dock->windowTitle(), titleBar));

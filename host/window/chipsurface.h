@@ -17,18 +17,18 @@ class DrawingFit;
 class FindBox;
 class ProjectSession;
 
-// An open project on the screen: the session, the chip view that shows it, and the order in which they come and go.
-// There is one at a time, because the chip view has one controller in a process.
+// An open project on the screen: the session and the chip view that shows it, created and deleted in the right order.
+// The main window owns it. Only one exists at a time, because a process has only one controller of the chip view.
 class ChipSurface final
 {
 public:
-    // `parent` becomes the parent of the chip view, which takes part in its layout as any widget.
+    // `parent` becomes the parent of the chip view, which takes part in its layout like any widget.
     ChipSurface(std::unique_ptr<ProjectSession> session, QWidget* parent);
 
-    // Deletes the chip view, then its controller, then closes the session.
+    // Deletes the chip view, then its controller, and closes the session.
     ~ChipSurface();
 
-    // Ends the chip view, and gives back the session, not active any more. All that is left is to delete the surface.
+    // Deletes the chip view and returns the session, deactivated. After that the surface can only be deleted.
     [[nodiscard]] std::unique_ptr<ProjectSession> takeSession();
 
     ChipSurface(const ChipSurface&) = delete;
@@ -38,19 +38,19 @@ public:
     [[nodiscard]] zelchipview::ZelChipGUI* chipView() const { return m_chipView.get(); }
     [[nodiscard]] zelchipview::ZelGraphicsView* graphicsView() const { return m_graphicsView; }
 
-    // Above the tree, in the place of its dock's title. The dock's.
+    // The find box in the title bar of the tree's dock, which owns it.
     [[nodiscard]] FindBox* findBox() const { return m_findBox; }
 
     // Shows the whole drawing.
     void fit();
 
-    // In place of a drawing.
+    // Shows a sentence instead of a drawing.
     void showSentence(const QString& text);
 
-    // Shows the selected elements; false when none is selected.
+    // Zooms to the selected elements; returns false if none is selected.
     bool zoomToSelection();
 
-    // Gives the docks their first sizes. To be called when the chip view is shown.
+    // Sets the initial sizes of the docks. Call it once the chip view is visible.
     void arrangeDocks();
 
 private:
@@ -61,7 +61,7 @@ private:
 
     std::unique_ptr<ProjectSession> m_session;
     std::unique_ptr<zelchipview::ZelChipGUI> m_chipView;
-    zelchipview::ZelGraphicsView* m_graphicsView; // the chip view's
+    zelchipview::ZelGraphicsView* m_graphicsView; // owned by the chip view
     FindBox* m_findBox = nullptr;
     DrawingFit* m_fit; // child of the graphics view
 };

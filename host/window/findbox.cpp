@@ -34,7 +34,7 @@ QString FindBox::sought() const
 
 bool FindBox::isMatch(const QTreeWidgetItem* item) const
 {
-    // The first component is the design's own name, which every path has.
+    // The first component is the design's own name, which all paths have in common.
     const QString path = item->data(0, zelchipview::RESOURCENAME).toString();
     return path.indexOf(sought(), path.indexOf(QLatin1Char('/')), Qt::CaseInsensitive) >= 0;
 }
@@ -57,7 +57,7 @@ void FindBox::narrow()
     m_tree->setUpdatesEnabled(true);
 }
 
-// Gives whether anything of the branch stays.
+// Returns whether any row of the branch stays visible.
 bool FindBox::narrowBranch(QTreeWidgetItem* item)
 {
     bool hasMatchBelow = false;

@@ -9,20 +9,21 @@ class QTreeWidgetItem;
 
 namespace mirn::zelchip {
 
-// Narrows the resource tree to the rows whose path contains what is typed, whatever the case, and the rows above them.
-// Enter selects the first of them, then the next; Escape clears. Rows that come later are narrowed as well.
+// Narrows the resource tree to the rows whose path contains the typed text, ignoring case, and to their parents. Enter
+// selects the first match, then the next; Escape clears the text. Rows that are added later are narrowed as well. It is
+// a child of the title bar of the tree's dock.
 class FindBox final : public QLineEdit
 {
     Q_OBJECT
 public:
-    // The tree is not owned and must live as long.
+    // The tree is not owned and must live as long as the box.
     FindBox(QTreeWidget* tree, QWidget* parent);
 
-    // The rows that match, in the order of the tree; all rows for an empty text.
+    // The matching rows in the order of the tree; all rows for an empty text.
     [[nodiscard]] QList<QTreeWidgetItem*> matches() const;
 
 Q_SIGNALS:
-    // A row was selected by Enter.
+    // Emitted when Enter has selected a row.
     void chosen();
 
 protected:
@@ -36,7 +37,7 @@ private:
     [[nodiscard]] QString sought() const;
 
     QTreeWidget* const m_tree;
-    QTimer m_narrowAgain; // once after a series of new rows
+    QTimer m_narrowAgain; // fires once after a series of new rows
 };
 
 } // namespace mirn::zelchip

@@ -5,7 +5,7 @@
 
 namespace mirn::zelchip {
 
-// Rich text for the help menu's boxes.
+// The rich texts of the dialogs in the help menu.
 [[nodiscard]] QString keysAndGestures();
 [[nodiscard]] QString aboutText();
 

@@ -39,7 +39,7 @@ QAction* newAction(QMainWindow* window, const QString& text, const QKeySequence&
     return action;
 }
 
-// The tip names the shortcut too: a tool bar shows neither text nor keys.
+// The tip includes the shortcut, because a tool bar shows neither text nor keys.
 void dress(QAction* action, const QString& text, const char* iconName, const QString& tip)
 {
     action->setText(text);

@@ -10,22 +10,23 @@ class QToolBar;
 
 namespace mirn::zelchip {
 
-// The main window's own actions, its menus and its tool bar, and the places in them for the chip view's actions, which
-// come and go with each project. All are children of the window; this connects nothing.
+// The main window's own actions, its menus and its tool bar. The chip view's actions, which come and go with each
+// project, are inserted into them. All are children of the window. This class connects no signals.
 class HostActions final
 {
 public:
     // Fills the window's menu bar and adds the tool bar.
     explicit HostActions(QMainWindow* window);
 
-    // Puts the chip view's actions, by ZelChipViewActionId, into tool bar and menu, with icons, tips and shortcuts.
-    // When their controller goes, they disappear by themselves. The filter is greyed out where the device has none.
+    // Inserts the chip view's actions, by ZelChipViewActionId, into tool bar and menu, with icons, tool tips and
+    // shortcuts. They disappear by themselves when their controller is deleted. Without a filter the filter action is
+    // disabled.
     void addChipActions(const QMap<int, QAction*>& actions, bool hasFilter);
 
-    // Puts an action that shows or hides a part of the window into the menu.
+    // Adds an action that shows or hides a part of the window to the View menu.
     void addToggle(QAction* toggle);
 
-    // What undo and redo would step over; an empty text greys the action out.
+    // Sets the texts of the changes that undo and redo would make; an empty text disables the action.
     void showHistory(const QString& undoText, const QString& redoText);
 
     QAction* openProject;
@@ -50,7 +51,7 @@ private:
 
     QMenu* m_viewMenu;
     QToolBar* m_toolBar;
-    QAction* m_endOfModesInMenu; // separators before which the chip view's actions go
+    QAction* m_endOfModesInMenu; // the chip view's actions are inserted before these separators
     QAction* m_endOfModesInToolBar;
 };
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int SwatchSize = 11; // device-independent pixels
 
-// A free and an occupied site of the sample's kinds: occupied ones are the darker shade of their kind.
+// Colours of free and occupied sites of the sample: an occupied site has the darker shade of its kind's colour.
 const QColor FreeSite(0xc9, 0xbc, 0xe0);
 const QColor OccupiedSite(0xa6, 0x90, 0xd2);
 const QColor ConflictingSite(0xd6, 0x45, 0x41);

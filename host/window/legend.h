@@ -8,8 +8,8 @@ class QLabel;
 
 namespace mirn::zelchip {
 
-// What the colours of marked elements mean, as a row of swatches for the status bar. Where there is no room for the
-// words, the swatches stay, with the words in their tooltips.
+// The meanings of the colours of marked elements, as a row of swatches for the status bar. If there is no room for the
+// words, only the swatches are shown, with the words in their tooltips.
 class Legend final : public QWidget
 {
     Q_OBJECT

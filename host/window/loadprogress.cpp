@@ -11,8 +11,8 @@ namespace mirn::zelchip {
 
 namespace {
 
-constexpr int WholeLoad = 1000; // the bar's range
-constexpr double ReadingShare = 0.25; // of the time that a load takes
+constexpr int WholeLoad = 1000; // range of the progress bar
+constexpr double ReadingShare = 0.25; // fraction of the load time
 constexpr int DialogWidth = 420;
 
 LoadProgress::Pace& pace()
@@ -51,7 +51,7 @@ void LoadProgress::setPace(const Pace& newPace)
 
 bool LoadProgress::goesOn(Work work, double share)
 {
-    // A drawing may be read twice, and its second reading may seem to begin anew.
+    // The share never decreases, because a drawing may be read twice and its second reading begins again.
     m_share
         = std::max(m_share, work == READING_DRAWING ? ReadingShare * share : ReadingShare + (1 - ReadingShare) * share);
     if (m_sinceStart.elapsed() < pace().patience || (m_dialog && m_sinceLook.elapsed() < pace().interval))
@@ -63,7 +63,7 @@ bool LoadProgress::goesOn(Work work, double share)
     return !m_isCancelWanted;
 }
 
-// Taking back what is there takes a moment, too.
+// Undoing a partial load takes a moment as well.
 void LoadProgress::showCancelling()
 {
     m_dialog->setLabelText(tr("Cancelling ..."));
@@ -82,7 +82,7 @@ void LoadProgress::show(Work work)
         m_dialog->setAutoClose(false);
         m_dialog->setAutoReset(false);
         m_dialog->setFixedWidth(DialogWidth);
-        // The dialog would hide itself before all is taken back.
+        // The dialog would hide itself before the load has been undone.
         QObject::disconnect(m_dialog.get(), SIGNAL(canceled()), m_dialog.get(), SLOT(cancel()));
         if (m_cancelling == Cancelling::Impossible)
             m_dialog->setCancelButton(nullptr);
@@ -93,7 +93,7 @@ void LoadProgress::show(Work work)
     }
     const QString text = work == READING_DRAWING ? tr("Reading %1 ...") : tr("Building the view of %1 ...");
     m_dialog->setLabelText(text.arg(m_name));
-    // A modal progress dialog handles events here.
+    // A modal progress dialog processes events in this call.
     m_dialog->setValue(static_cast<int>(m_share * WholeLoad));
 }
 

@@ -13,24 +13,24 @@ class QWidget;
 
 namespace mirn::zelchip {
 
-// Shows in a dialog how far a drawing is loaded, as soon as that takes longer than a moment, and lets the user cancel
-// it. The process's progress while it exists; afterwards the one before is again.
+// Shows the progress of loading a drawing in a dialog once it takes longer than a moment, and lets the user cancel. It
+// is the process's current progress while it exists and restores the previous one afterwards.
 //
-// The dialog is modal and handles events between the steps of the load, so whoever loads must not depend on timers that
-// reach what is being replaced.
+// The dialog is modal and processes events between the steps of the load. The caller must therefore stop timers that
+// would reach an object that is being replaced.
 class LoadProgress final : public zelprogress
 {
 public:
     enum class Cancelling { Possible, Impossible };
 
-    // `path` is what is opened. With a null parent the dialog is a window by itself.
+    // `path` is the file or folder being opened. Without a parent the dialog is a top-level window.
     LoadProgress(const QString& path, QWidget* parent, Cancelling cancelling);
     ~LoadProgress() override;
 
-    // Whether there is a load that has been cancelled.
+    // Whether the current load, if there is one, has been cancelled.
     [[nodiscard]] static bool isCurrentCancelled() { return current() && current()->isCancelled(); }
 
-    // When the dialog appears, and how long the load then goes on between two looks at what the user does.
+    // The time until the dialog appears, and the time between two updates, which also process the user's input.
     struct Pace
     {
         int patience = 500; // milliseconds
@@ -49,8 +49,8 @@ private:
     zelprogress* const m_previous;
     QElapsedTimer m_sinceStart;
     QElapsedTimer m_sinceLook;
-    std::unique_ptr<QProgressDialog> m_dialog; // once it is shown; deleted before its parent
-    double m_share = 0.0; // of the whole load
+    std::unique_ptr<QProgressDialog> m_dialog; // created when it is shown; deleted before its parent
+    double m_share = 0.0; // fraction of the whole load that is done
     bool m_isCancelWanted = false;
 };
 

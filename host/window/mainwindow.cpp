@@ -92,7 +92,7 @@ void MainWindow::open(const QString& path)
         showError(error);
 }
 
-// Nothing was changed yet, so nothing is lost when the project is opened anew.
+// A project whose lock is in doubt accepts no change, so reopening it loses nothing.
 void MainWindow::takeOver()
 {
     const LoadProgress progress(m_surface->session().path(), this, LoadProgress::Cancelling::Possible);
@@ -131,11 +131,11 @@ bool MainWindow::runScript(const QString& file, QString* error)
 void MainWindow::connectShell()
 {
     connect(&m_shell, &CommandShell::finished, this, &MainWindow::reportResult);
-    // A script from a file is not held up by a question: the journal has what it changed.
+    // A script from a file is not stopped by a question; its changes are in the journal.
     m_shell.interpreter().setExitGuard([this] { return !m_shell.isAnsweringUser() || mayLeave(editor(), this); });
     ProjectCommands commands;
     commands.open = [this](const QString& path) {
-        // The view would go away below the command that it sent.
+        // The view would be deleted while its own command is running.
         if (m_shell.isAnsweringView())
             return tr("no other project can be opened while the view waits for an answer");
         const LoadProgress progress(path, this, LoadProgress::Cancelling::Possible);
@@ -156,7 +156,7 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
     openSurface(std::move(session));
     m_shell.setEditor(editor());
     setCentralWidget(m_surface->chipView());
-    m_surface->chipView()->show(); // Qt would show it only later, and the console grow into the gap
+    m_surface->chipView()->show(); // shown now, because Qt would show it later and the console would grow into the gap
     m_actions.addChipActions(*m_surface->chipView()->getActions(), m_surface->session().hasFilter());
     connectChipView();
     connectDesign();
@@ -170,14 +170,14 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
     askAboutLock();
 }
 
-// The old one goes first, because the chip view's controller exists once. When loading the new one is cancelled it
-// comes back; where there is none, a sentence takes the drawing's place.
+// The old surface is deleted first, because there can be only one controller of the chip view. If loading the new
+// drawing is cancelled, the old session gets a new surface; without an old session a sentence replaces the drawing.
 void MainWindow::openSurface(std::unique_ptr<ProjectSession> session)
 {
-    m_refresh.stop(); // it would reach for a surface that is not there
+    m_refresh.stop(); // it would use a surface that no longer exists
     std::unique_ptr<ProjectSession> previous = m_surface ? m_surface->takeSession() : nullptr;
     m_surface.reset();
-    setCentralWidget(new QWidget(this)); // keeps its room until the new view is there
+    setCentralWidget(new QWidget(this)); // keeps the space until the new view exists
     centralWidget()->show();
     m_surface = std::make_unique<ChipSurface>(std::move(session), this);
     if (LoadProgress::isCurrentCancelled() && previous) {
@@ -238,7 +238,7 @@ void MainWindow::connectConsole()
     m_busyScript->setStopWidget(m_console->stopWidget());
 }
 
-// The opposite of Tcl's own codes: non-zero is success.
+// This is the opposite of Tcl's own codes: non-zero means success.
 void MainWindow::answerView(const QString& command, int& ret, QString& result)
 {
     const TclResult answer = m_shell.run(command, CommandShell::Origin::View);
@@ -250,7 +250,7 @@ void MainWindow::reportResult(const TclResult& result)
 {
     if (result.isOk) {
         m_console->showResult(result.text);
-        m_statusBar->clearMessage(); // of an earlier error
+        m_statusBar->clearMessage(); // an earlier error
         return;
     }
     m_console->showError(result.text);
@@ -265,9 +265,9 @@ void MainWindow::connectDesign()
     });
     connect(&editor(), &DesignEditor::settingRefused, this, [this](const QString& reason) {
         reportResult(TclResult::error(reason));
-        m_refresh.start(0); // the view takes the setting for written
+        m_refresh.start(0); // the view takes the refused setting for written
     });
-    auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // the view's
+    auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // owned by the view
     connect(reason, &DragReason::changed, m_statusBar, [this](const QString& text) { m_statusBar->showMessage(text); });
     showDesignState();
 }
@@ -279,8 +279,8 @@ void MainWindow::refreshView()
     showDesignState();
 }
 
-// The editor decides what is unsaved. The view's own flag is also raised by values that were in force already, and undo
-// does not lower it.
+// The editor decides what is unsaved. The view's own flag is set even by values that were in force already, and undo
+// does not clear it.
 void MainWindow::showDesignState()
 {
     if (!editor().isModified())

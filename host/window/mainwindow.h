@@ -19,8 +19,9 @@ class ChipSurface;
 class ConsoleDock;
 class ViewProbe;
 
-// The program's window: menus, tool bar, console and status bar around the chip view of the open project. Answers the
-// commands that the view sends, and keeps the view up to date with the design.
+// The program's window: menus, tool bar, console and status bar around the chip view of the open project. It owns the
+// open project, answers the commands that the view sends, and keeps the view up to date with the design. The rules of
+// the design are not its concern.
 class MainWindow final : public QMainWindow, private WindowAccess
 {
     Q_OBJECT
@@ -28,14 +29,15 @@ public:
     explicit MainWindow(std::unique_ptr<ProjectSession> session);
     ~MainWindow() override;
 
-    // Opens a project folder or a drawing in place of the present one. Where that fails, a message box says why, and
-    // the present one stays; it stays as well when the user cancels a long load.
+    // Replaces the open project by a project folder or a drawing. If that fails, a message box says why; then, and if
+    // the user cancels a long load, the present project stays open.
     void open(const QString& path);
 
-    // Runs a script; false, with a message in *error, when it failed.
+    // Runs a script file. Returns false, with a message in *error, on failure.
     bool runScript(const QString& file, QString* error);
 
-    // Writes a picture of the window as it is now, console and all; a sentence when that could not be done.
+    // Writes a picture of the window as it is now, including the console. Returns an empty text for success, else an
+    // error.
     QString saveSnapshot(const QString& file) override;
 
     void showSession(std::unique_ptr<ProjectSession> session);
@@ -44,7 +46,7 @@ public:
     void fit() override;
 
 Q_SIGNALS:
-    // While runScript() runs; the console shows it as well.
+    // Emitted while runScript() runs; the console shows the same output.
     void scriptWrote(const QString& text, mirn::zelchip::TclInterpreter::Channel channel);
 
 protected:
@@ -87,11 +89,11 @@ private:
     HostActions m_actions;
     BusyScript* const m_busyScript; // child of the window
     ConsoleDock* const m_console; // child of the window
-    QTimer m_refresh; // brings the view up to date once after a series of changes
+    QTimer m_refresh; // updates the view once after a series of changes
     ChipStatusBar* const m_statusBar; // child of the window
     std::unique_ptr<ChipSurface> m_surface;
     ViewProbe* m_probe = nullptr; // child of the graphics view
-    bool m_isArranged = false; // the docks have had their first sizes
+    bool m_isArranged = false; // whether the docks have had their initial sizes
 };
 
 } // namespace mirn::zelchip

@@ -33,7 +33,8 @@ void openTakeOverQuestion(QWidget* parent, const QString& doubt, const std::func
     box->setAttribute(Qt::WA_DeleteOnClose);
     QPushButton* yes = box->addButton(tr("Take Over"), QMessageBox::AcceptRole);
     box->setDefaultButton(box->addButton(tr("Only Look"), QMessageBox::RejectRole));
-    QObject::connect(yes, &QAbstractButton::clicked, parent, takeOver, Qt::QueuedConnection); // the box has closed then
+    // runs after the box has closed
+    QObject::connect(yes, &QAbstractButton::clicked, parent, takeOver, Qt::QueuedConnection);
     box->open();
 }
 

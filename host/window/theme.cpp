@@ -12,7 +12,7 @@ namespace {
 
 constexpr int OffscreenFontPixels = 12;
 
-// Buttons of dialogs say what they do without a picture.
+// The Fusion style without icons on the buttons of dialogs.
 class PlainFusion final : public QProxyStyle
 {
 public:
@@ -53,7 +53,7 @@ QPalette palette()
 
 void applyTheme()
 {
-    QApplication::setStyle(new PlainFusion); // the application's
+    QApplication::setStyle(new PlainFusion); // owned by the application
     QApplication::setPalette(palette());
     if (QGuiApplication::platformName() != QLatin1String("offscreen"))
         return;

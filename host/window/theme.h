@@ -3,8 +3,8 @@
 
 namespace mirn::zelchip {
 
-// The look of the program, the same on every desktop: style and colours, and on the offscreen platform, which knows no
-// desktop, the font too.
+// Sets the program's style and colours, the same on every desktop, and on the offscreen platform, which has no desktop
+// settings, also its font.
 void applyTheme();
 
 } // namespace mirn::zelchip

@@ -7,8 +7,8 @@ namespace mirn::zelchip {
 
 class DesignEditor;
 
-// Before a design is left: when it has changes that were not saved, asks whether to save or to drop them, and does so.
-// False when the user wants to stay, or when saving failed, which is shown.
+// Call it before a design is closed: if it has unsaved changes, this asks whether to save or to discard them, and does
+// so. Returns false if the user cancels or if that fails; a failure is shown.
 [[nodiscard]] bool mayLeave(DesignEditor& editor, QWidget* parent);
 
 } // namespace mirn::zelchip

@@ -40,7 +40,8 @@ ZelGraphicsScene* sceneOf(WindowAccess& window)
     return qobject_cast<ZelGraphicsScene*>(window.graphicsView()->scene());
 }
 
-// The item that stands for an element: the lowest of its rects, which is a site's outline, else its lowest item.
+// Returns the item that represents an element: the lowest of its rects, which is a site's outline, else its lowest
+// item.
 QGraphicsItem* itemOf(WindowAccess& window, int id)
 {
     const QList<QGraphicsItem*> items = sceneOf(window)->itemsOf(id);
@@ -53,7 +54,7 @@ QGraphicsItem* itemOf(WindowAccess& window, int id)
     return lowest != items.end() ? *lowest : nullptr;
 }
 
-// The position on the screen in device pixels, as a list of two numbers.
+// Returns the position on the screen in device pixels, as a list of two numbers.
 TclResult screenPosition(QWidget* viewport, QPoint position, const QString& what)
 {
     if (!viewport->rect().contains(position))
@@ -78,7 +79,7 @@ TclResult where(WindowAccess& window, const QStringList& words)
         view->viewport(), view->mapFromScene(item->sceneBoundingRect().center()), QStringLiteral("element %1").arg(id));
 }
 
-// Element ids from words; an unknown one is an error.
+// Converts the words to element ids and calls the function with them; an unknown id is an error.
 TclResult withIds(WindowAccess& window, const QStringList& words, const char* verb, int least,
     const std::function<void(const QList<int>&)>& function)
 {
@@ -123,7 +124,7 @@ TclResult selected()
     return TclResult::value(texts.join(QLatin1Char(' ')));
 }
 
-// Without an argument tells the mode.
+// Without an argument this returns the mode.
 TclResult mode(const QStringList& words)
 {
     ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
@@ -177,7 +178,7 @@ Subcommands viewCommands(WindowAccess& window)
     };
 }
 
-// A row of the tree by its resource name; brings it into sight.
+// Finds a row of the tree by its resource name, scrolls to it and calls the function with it.
 TclResult withRow(WindowAccess& window, const QStringList& words, const char* verb,
     const std::function<TclResult(QTreeWidgetItem*)>& function)
 {
@@ -195,7 +196,7 @@ TclResult withRow(WindowAccess& window, const QStringList& words, const char* ve
     return TclResult::error(QStringLiteral("there is no resource \"%1\"").arg(name));
 }
 
-// A point on what is to be seen of the row, near its name, in screen pixels.
+// Returns a point in the visible part of the row, near its name, in device pixels of the screen.
 TclResult whereRow(WindowAccess& window, QTreeWidgetItem* row)
 {
     QWidget* viewport = window.tree()->viewport();

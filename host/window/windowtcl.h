@@ -14,8 +14,9 @@ namespace mirn::zelchip {
 
 class TclInterpreter;
 
-// What the commands on the view and on the project need of the window. The pointers are those of the project that is
-// open at the time of the call. A QString result is empty for success, else a sentence that says what went wrong.
+// The parts of the window that the commands on the view and on the project need. The pointers belong to the project
+// that is open at the time of the call. A QString result is empty for success, else a sentence that says what went
+// wrong.
 class WindowAccess
 {
 public:
@@ -28,10 +29,10 @@ public:
     virtual QString saveSnapshot(const QString& file) = 0;
 };
 
-// zel_view and zel_tree. The window must outlive the interpreter.
+// Adds zel_view and zel_tree. The window must outlive the interpreter.
 void addWindowCommands(TclInterpreter& interpreter, WindowAccess& window);
 
-// The same names for a run without a window: errors that say so.
+// Adds the same commands for a run without a window; each returns an error that says so.
 void addWindowlessCommands(TclInterpreter& interpreter);
 
 } // namespace mirn::zelchip

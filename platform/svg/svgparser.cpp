@@ -25,7 +25,7 @@ public:
     bool load(const std::string& drawingFile, const std::string& workingPath);
 
     zelsvg::Drawing drawing;
-    std::unique_ptr<zelsvg::RecordObjects> objects; // made when they are first asked for
+    std::unique_ptr<zelsvg::RecordObjects> objects; // created when first asked for
     std::string error;
     bool isFromWorkingFile = false;
 };
@@ -48,7 +48,7 @@ bool SVGParserPrivate::load(const std::string& drawingFile, const std::string& w
             error = drawingFile + ": reading it was cancelled";
             return false;
         }
-        // A file that changes while it is read is not what its time says.
+        // If the file changed its size while it was read, its key does not belong to these records.
         if (!diagnostics.hasFailed() && file.isComplete())
             workingFile.save(file.key(), drawing);
     } else {

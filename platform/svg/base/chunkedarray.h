@@ -8,8 +8,8 @@
 
 namespace zelsvg {
 
-// A row of plain entries that grows in pieces, so that nothing is copied when it does, or that shows entries which lie
-// elsewhere.
+// An array of plain entries. It either owns them and grows in chunks, so that nothing is ever copied, or is a view of
+// entries stored elsewhere.
 template <typename Entry> class ChunkedArray
 {
 public:
@@ -28,7 +28,8 @@ public:
     }
     [[nodiscard]] Entry& operator[](std::size_t index) { return m_chunks[index / ChunkSize][index % ChunkSize]; }
 
-    // Shows `size` entries at `entries`, which outlive this, and never changes them.
+    // Makes this a view of `size` entries at `entries`. They must outlive it and are never changed; nothing may be
+    // added.
     void setView(const Entry* entries, std::size_t size)
     {
         m_chunks.clear();
@@ -36,7 +37,7 @@ public:
         m_size = size;
     }
 
-    // Calls take(entries, count) for entries that lie side by side, until all `count` from `first` on have come.
+    // Calls take(entries, count) for each contiguous run of the `count` entries that begin at `first`.
     template <typename Take> void forEachRun(std::size_t first, std::size_t count, Take take) const
     {
         while (count > 0) {
@@ -47,7 +48,7 @@ public:
         }
     }
 
-    // Calls take(entry) for all of them.
+    // Calls take(entry) for each entry.
     template <typename Take> void forEach(Take take) const
     {
         forEachRun(0, m_size, [&take](const Entry* entries, std::size_t count) {

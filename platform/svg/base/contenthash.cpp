@@ -10,7 +10,7 @@ namespace {
 
 __extension__ using Wide = unsigned __int128;
 
-// Odd numbers without a pattern.
+// Arbitrary odd numbers without a pattern.
 constexpr std::uint64_t Keys[] = {0x9E3779B97F4A7C15, 0xC2B2AE3D27D4EB4F, 0x165667B19E3779F9, 0xD6E8FEB86659FD93};
 
 [[nodiscard]] std::uint64_t word(const char* bytes)
@@ -20,7 +20,8 @@ constexpr std::uint64_t Keys[] = {0x9E3779B97F4A7C15, 0xC2B2AE3D27D4EB4F, 0x1656
     return result;
 }
 
-// The upper half of a product depends on all bits, the lower half is as it were its complement: together they mix well.
+// The upper half of a product depends on all bits of both factors, each bit of the lower half only on the lower ones.
+// The XOR of the two mixes well.
 [[nodiscard]] std::uint64_t mixed(std::uint64_t a, std::uint64_t b)
 {
     const Wide product = static_cast<Wide>(a) * b;
@@ -29,8 +30,8 @@ constexpr std::uint64_t Keys[] = {0x9E3779B97F4A7C15, 0xC2B2AE3D27D4EB4F, 0x1656
 
 } // namespace
 
-// Four independent chains of multiplications, so that the processor overlaps them. In locals, so that it keeps them in
-// registers.
+// Four independent chains of multiplications, which the processor overlaps. They are in local variables, so that the
+// compiler keeps them in registers.
 void ContentHash::addBlocks(const char* bytes, std::size_t count)
 {
     std::uint64_t a = m_lanes[0];

@@ -7,14 +7,14 @@
 
 namespace zelsvg {
 
-// A 64-bit hash of a stream of bytes, about as fast as memory is read. It finds changes and damage; it is no protection
-// against someone who makes up collisions.
+// A 64-bit hash of a stream of bytes, about as fast as reading memory. It detects changes and damage; it is not
+// cryptographic and gives no protection against constructed collisions.
 class ContentHash
 {
 public:
     void add(const char* bytes, std::size_t size);
 
-    // Of everything added; more may be added after it.
+    // The hash of everything added so far; more may be added afterwards.
     [[nodiscard]] std::uint64_t value() const;
 
 private:
@@ -29,7 +29,7 @@ private:
     std::size_t m_pendingSize = 0;
 };
 
-// Of a short text.
+// Returns the hash of a short text.
 [[nodiscard]] std::uint64_t hashOf(std::string_view text);
 
 } // namespace zelsvg

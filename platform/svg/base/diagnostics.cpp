@@ -95,7 +95,7 @@ std::string quoted(std::string_view text)
     constexpr std::size_t LongestQuote = 40;
     std::string result = "\"";
     std::size_t length = std::min(text.size(), LongestQuote);
-    // Not in the middle of a UTF-8 sequence.
+    // A UTF-8 sequence must not be cut.
     while (length < text.size() && length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
         --length;
     for (char c : text.substr(0, length))

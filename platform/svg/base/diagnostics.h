@@ -8,25 +8,26 @@
 
 namespace zelsvg {
 
-// A place in the drawing file; both count from 1, in characters. Line 0 means that there is no place to name.
+// A position in the drawing file; both numbers count from 1, the column in characters. Line 0 means that it is unknown.
 struct Position
 {
     unsigned long line = 0;
     unsigned long column = 0;
 };
 
-// Whoever knows where reading stands right now. Asked only when something is to be reported.
+// Knows the position at which reading currently is. The diagnostics do not own it and ask it only when something is
+// reported.
 class PositionSource
 {
 public:
     virtual ~PositionSource() = default;
     [[nodiscard]] virtual Position position() const = 0;
 
-    // Of the attribute with a value that `part` is a piece of; as position() where that is not known.
+    // Returns the position of the attribute whose value contains `part`; the same as position() if that is unknown.
     [[nodiscard]] virtual Position positionOf([[maybe_unused]] std::string_view part) const { return position(); }
 };
 
-// What a drawing may use and the parser does not draw. The order is that of the texts in diagnostics.cpp.
+// Features of SVG that the parser does not draw. The order is that of the texts in diagnostics.cpp.
 enum class Unsupported {
     Gradient,
     Pattern,
@@ -55,19 +56,19 @@ enum class Unsupported {
     Count
 };
 
-// Collects the first error and one warning per kind. Reading goes on harmlessly after an error until the next place
-// that asks hasFailed(); what is reported after the first error is dropped.
+// Collects the first error and one warning per kind while a drawing is read; the parser owns it. After an error,
+// reading continues harmlessly until it next checks hasFailed(); anything reported after the first error is dropped.
 class Diagnostics
 {
 public:
     explicit Diagnostics(std::string fileName);
 
-    // Not owned; null for none.
+    // The source is not owned and may be null.
     void setPositionSource(const PositionSource* source) { m_source = source; }
 
     void fail(std::string_view message);
 
-    // What `part`, a piece of an attribute's value, has to do with.
+    // Reports an error about `part`, a piece of an attribute's value.
     void failIn(std::string_view part, std::string_view message);
     void failAt(Position position, std::string_view message);
     void warn(Unsupported kind);
@@ -77,10 +78,10 @@ public:
     [[nodiscard]] const std::string& error() const { return m_error; }
     [[nodiscard]] const std::vector<std::string>& warnings() const { return m_warnings; }
 
-    // Takes over the error of `other`, if it has one.
+    // Replaces the error by that of `other`.
     void takeError(const Diagnostics& other);
 
-    // Forgets everything reported, for reading the drawing once more.
+    // Forgets all reports, so that the drawing can be read once more.
     void clear();
 
 private:
@@ -92,7 +93,7 @@ private:
     bool m_hasFailed = false;
 };
 
-// A piece of the drawing for a message: shortened, without control characters, in double quotes.
+// Returns a piece of the drawing for a message: shortened, without control characters, in double quotes.
 [[nodiscard]] std::string quoted(std::string_view text);
 
 } // namespace zelsvg

@@ -16,7 +16,7 @@ namespace zelsvg {
 
 namespace {
 
-// Where a file, once open, stays as it is until it is closed.
+// Whether the file system is one on which an open file remains readable until it is closed.
 [[nodiscard]] bool isLocal(const FileDescriptor& file)
 {
 #ifdef __linux__

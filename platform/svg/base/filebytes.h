@@ -7,7 +7,7 @@
 
 namespace zelsvg {
 
-// An open file; closed when it goes.
+// Owns the descriptor of an open file and closes it on destruction. It does not open files itself.
 class FileDescriptor
 {
 public:
@@ -25,13 +25,13 @@ private:
     const int m_number;
 };
 
-// The first `size` bytes; false when there are fewer.
+// Reads the first `size` bytes; returns false if there are fewer.
 [[nodiscard]] bool readAll(const FileDescriptor& file, char* buffer, std::size_t size);
 
 [[nodiscard]] bool writeAll(const FileDescriptor& file, std::string_view bytes);
 
-// The first `size` bytes; null when they cannot be had. On a disk of this machine they are mapped, so a file that they
-// are taken from is never to be changed in place. One that lies elsewhere may vanish, and is copied.
+// Returns the first `size` bytes, or null on failure. On a local file system they are mapped, so such a file must never
+// be changed in place. Elsewhere the file may vanish while it is open, so its bytes are copied.
 [[nodiscard]] std::shared_ptr<const char> bytesOf(const FileDescriptor& file, std::size_t size);
 
 } // namespace zelsvg

@@ -85,14 +85,14 @@ constexpr Replacement Replacements[] = {
     {0xFEFF, ""},
 };
 
-// The letters from U+0100 to U+017F without their marks; '?' for those that are not one letter.
+// The letters U+0100 to U+017F without their marks; '?' for those that are not a single letter.
 constexpr char32_t FirstMarked = 0x100;
 constexpr std::string_view Unmarked = "AaAaAaCcCcCcCcDdDdEeEeEeEeEeGgGgGgGgHhHhIiIiIiIiIi??JjKkkLlLlLlLlLlNnNnNn?"
                                       "NnOoOoOo??RrRrRrSsSsSsSsTtTtTtUuUuUuUuUu"
                                       "UuWwYyYZzZzZzs";
 static_assert(Unmarked.size() == 0x80);
 
-// Letters that ISO 8859-1 has with a combining mark, and what they become.
+// The letters that exist in ISO 8859-1 with this combining mark, and the results.
 struct Composition
 {
     char32_t mark;

@@ -8,19 +8,20 @@ namespace zelsvg {
 
 class Diagnostics;
 
-// `utf8` (well-formed) in ISO 8859-1. Common typographic characters become what one would type for them ("--", "Ohm"),
-// letters with marks that are not in it those without, others '?' with a warning. The result is `utf8` itself or lives
-// in `buffer`.
+// Converts `utf8`, which must be well-formed, to ISO 8859-1. Common typographic characters become what one would type
+// instead ("--", "Ohm"); accented letters that are missing there lose their accents; any other character becomes '?'
+// with a warning. The result is `utf8` itself or is stored in `buffer`.
 [[nodiscard]] std::string_view toLatin1(std::string_view utf8, std::string& buffer, Diagnostics& diagnostics);
 
-// One character off the front of well-formed UTF-8, which is not empty.
+// Removes and returns the first character of a well-formed, non-empty UTF-8 text.
 [[nodiscard]] char32_t takeCharacter(std::string_view& utf8);
 
-// Puts a combining mark on the letter that `latin1` ends in; where ISO 8859-1 has no such letter, it stays as it is.
-// False for any other character, for other marks and behind anything but a letter.
+// Adds a combining mark to the letter at the end of `latin1`, which stays as it is if ISO 8859-1 has no such letter.
+// Returns false if `mark` is not one of the known marks or the text does not end in a letter.
 bool addMark(char32_t mark, std::string& latin1);
 
-// Its text in ISO 8859-1; empty for one that has none and needs none (a zero-width blank), "?" for the unknown.
+// Returns the character's text in ISO 8859-1: empty for invisible characters such as a zero-width space, "?" for
+// unknown ones.
 [[nodiscard]] std::string_view latin1Of(char32_t character, char (&buffer)[2]);
 
 } // namespace zelsvg

@@ -24,7 +24,7 @@ namespace {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
-// Underflow and overflow come back alike; a negative exponent or a leading zero tells them apart.
+// from_chars reports underflow and overflow alike; a negative exponent or a leading zero distinguishes them.
 [[nodiscard]] double outOfRange(std::string_view text)
 {
     const std::size_t exponent = text.find_first_of("eE");
@@ -34,7 +34,7 @@ namespace {
     return isSmall ? 0.0 : std::numeric_limits<double>::infinity();
 }
 
-// `begin` stands after the sign.
+// `begin` points after the sign.
 [[nodiscard]] const char* scanSlowly(const char* begin, const char* end, double& value)
 {
     const auto [stop, code] = std::from_chars(begin, end, value);
@@ -47,7 +47,8 @@ namespace {
 
 constexpr double PowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
-// Short decimals, nearly all there are: exact, because neither the digits nor the power of ten need rounding.
+// Nearly all numbers are short decimals. This is exact for them, because neither the digits nor the power of ten is
+// rounded.
 [[nodiscard]] const char* scanPlain(const char* p, const char* end, double& value)
 {
     const char* begin = p;

@@ -14,7 +14,8 @@ constexpr std::size_t RecentTexts = 1024;
 
 } // namespace
 
-// Room for `size` bytes side by side. What is left of the last block stays empty when it is too short for them.
+// Reserves `size` contiguous bytes. If they do not fit into the last block, the rest of that block is filled with
+// zeros.
 TextPool::Offset TextPool::reserve(std::size_t size)
 {
     const std::size_t capacity = m_blocks.size() * BlockSize;

@@ -10,22 +10,22 @@
 
 namespace zelsvg {
 
-// Keeps NUL-terminated texts at fixed addresses, and knows them by offsets as if it were one block that begins with an
-// empty text.
+// Stores NUL-terminated texts at fixed addresses, as the owner or as a view. A text is identified by its offset, as if
+// the pool were one block that begins with an empty text. Texts are never removed.
 class TextPool
 {
 public:
     using Offset = std::uint32_t;
     static constexpr Offset Empty = 0;
 
-    // A copy of `text` up to its first NUL. Throws std::bad_alloc when offsets run out.
+    // Stores a copy of `text` up to its first NUL. Throws std::bad_alloc if offsets run out.
     Offset add(std::string_view text);
 
-    // The same, always at an offset of its own, also for an empty text.
+    // Does the same, but always at a new offset, even for an empty text.
     Offset addApart(std::string_view text);
 
-    // Like add(), but a text that was given lately is found again instead of copied: drawings repeat tooltips and names
-    // in rows. Mere luck with memory; two equal texts may well have two offsets.
+    // Does the same as add(), but reuses a recently interned text instead of copying it, because drawings repeat
+    // tooltips and names in sequences. It is only a cache: equal texts may have different offsets.
     Offset intern(std::string_view text);
 
     [[nodiscard]] const char* text(Offset offset) const
@@ -35,13 +35,13 @@ public:
         return m_blocks.empty() ? "" : m_blocks[offset / BlockSize] + offset % BlockSize;
     }
 
-    // Shows `size` bytes of texts at `texts`, which outlive this. Nothing may be added then.
+    // Makes this a view of `size` bytes of texts at `texts`, which must outlive it. Nothing may be added.
     void setView(const char* texts, std::size_t size);
 
-    // What all texts take, at least the empty one. Offsets are below.
+    // The size of all texts, at least that of the empty one. All offsets are below it.
     [[nodiscard]] std::size_t size() const { return m_size > 0 ? m_size : 1; }
 
-    // Calls write(bytes) for all of it, piece by piece.
+    // Calls write(bytes) for all bytes in order, piece by piece.
     template <typename Write> void forEachPiece(Write write) const
     {
         for (std::size_t begin = 0; begin < size(); begin += BlockSize)
@@ -54,7 +54,7 @@ private:
     struct Recent
     {
         std::uint64_t hash;
-        Offset offset; // Empty for none
+        Offset offset; // Empty if the slot is unused
         std::uint32_t length;
     };
 
@@ -62,10 +62,10 @@ private:
     [[nodiscard]] char* writable(Offset offset) { return m_blocks[offset / BlockSize] + offset % BlockSize; }
 
     std::vector<std::unique_ptr<char[]>> m_owned;
-    std::vector<char*> m_blocks; // a longer text has several, one behind the other
+    std::vector<char*> m_blocks; // in order; a long text spans several blocks
     const char* m_view = nullptr;
     std::size_t m_size = 0;
-    std::vector<Recent> m_recent; // by the lowest bits of the hash
+    std::vector<Recent> m_recent; // indexed by the hash
 };
 
 } // namespace zelsvg

@@ -9,7 +9,7 @@ namespace zelsvg {
 
 namespace {
 
-// Elsewhere characters mean nothing.
+// Text inside other elements has no meaning.
 [[nodiscard]] bool holdsText(ElementName name)
 {
     switch (name) {

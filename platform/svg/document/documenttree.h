@@ -12,8 +12,8 @@
 
 namespace zelsvg {
 
-// A drawing kept as a whole, for those in which one place refers to another: `use`, gradients, style sheets. Nodes are
-// numbered in document order, 0 is the root.
+// A drawing that is stored as a whole, for drawings whose elements refer to each other: `use`, gradients, style sheets.
+// It owns copies of all texts. Nodes are numbered in document order; the root is 0.
 class DocumentTree final : public ElementReceiver
 {
 public:
@@ -24,40 +24,40 @@ public:
     void characters(std::string_view text) override;
     [[nodiscard]] bool isFinished() const override { return false; }
 
-    // Ends what a mistake in the drawing has left open.
+    // Closes the elements that a mistake in the drawing has left open.
     void finish();
 
     [[nodiscard]] unsigned size() const { return static_cast<unsigned>(m_nodes.size()); }
     [[nodiscard]] ElementName name(unsigned node) const { return m_nodes[node].name; }
     [[nodiscard]] Position position(unsigned node) const { return {m_nodes[node].line, m_nodes[node].column}; }
 
-    // Of the attribute with a value that `part` is a piece of; of the node where it has none such.
+    // Returns the position of the attribute whose value contains `part`; that of the node if there is none.
     [[nodiscard]] Position positionOf(unsigned node, std::string_view part) const;
 
-    // The node around it; Element::NoNode for the root.
+    // The enclosing node; Element::NoNode for the root.
     [[nodiscard]] unsigned parent(unsigned node) const { return m_nodes[node].parent; }
 
-    // The first node that is not inside of it.
+    // The first node after its subtree.
     [[nodiscard]] unsigned end(unsigned node) const { return m_nodes[node].end; }
 
     [[nodiscard]] std::string_view value(unsigned node, AttributeName attribute) const;
     void fill(unsigned node, Element& element) const;
 
-    // What the attribute values of a node take, for counting work.
+    // The total size of a node's attribute values, for counting work.
     [[nodiscard]] std::size_t byteCount(unsigned node) const { return m_nodes[node].bytes; }
 
-    // The characters of a character data node, and all of those inside of an element.
+    // The text of a character data node, and all text inside an element.
     [[nodiscard]] std::string_view text(unsigned node) const;
     [[nodiscard]] std::string innerText(unsigned node) const;
 
-    // Element::NoNode when no element has that id. Of two with the same one the first counts.
+    // Returns Element::NoNode if no element has this id; the first of several with the same id counts.
     [[nodiscard]] unsigned find(std::string_view id) const;
 
 private:
     struct Attribute
     {
         AttributeName name;
-        std::uint16_t lines; // below its node; LargestDistance where that is not known
+        std::uint16_t lines; // lines below its node's; LargestDistance if unknown
         std::uint32_t column;
         const char* value;
     };

@@ -10,7 +10,7 @@ namespace zelsvg {
 
 namespace {
 
-constexpr std::size_t MostSpaces = 1000; // declared at a time
+constexpr std::size_t MostSpaces = 1000; // declared at the same time
 
 struct QualifiedName
 {
@@ -39,7 +39,7 @@ ElementDecoder::ElementDecoder(ElementReceiver& receiver, Diagnostics& diagnosti
     : m_receiver(receiver)
     , m_diagnostics(diagnostics)
     , m_limits(limits)
-    // What nobody needs to declare, and what some drawings forget to.
+    // The prefixes that need no declaration, and those whose declaration some drawings lack.
     , m_bindings{
           {"", Space::Svg, 0}, {"xml", Space::Xml, 0}, {"xlink", Space::Xlink, 0}, {"tovanel", Space::Tovanel, 0}}
 { }
@@ -102,7 +102,7 @@ void ElementDecoder::declareSpaces(const XmlAttribute* attributes, std::size_t c
             "found more than " + std::to_string(MostSpaces) + " declarations of namespaces, expected fewer");
 }
 
-// Of the element that ends.
+// Removes the bindings of the element that ends.
 void ElementDecoder::forgetSpaces()
 {
     while (m_bindings.back().depth == m_depth)

@@ -13,8 +13,8 @@ namespace zelsvg {
 class Diagnostics;
 struct Limits;
 
-// Turns tags into elements: resolves namespaces and names, checks the root element and the nesting, and leaves out what
-// the receiver does not want.
+// Turns tags into elements: resolves namespaces and names, checks the root element and the nesting, and skips what the
+// receiver does not want. It interprets no attribute values and owns nothing that it is given.
 class ElementDecoder final : public XmlHandler
 {
 public:
@@ -28,9 +28,9 @@ public:
 private:
     struct Binding
     {
-        std::string prefix; // empty: of elements without one
+        std::string prefix; // empty for elements without a prefix
         Space space;
-        int depth; // of the element that declares it
+        int depth; // nesting depth of the element that declares it
     };
 
     void declareSpaces(const XmlAttribute* attributes, std::size_t count);
@@ -44,12 +44,12 @@ private:
     Diagnostics& m_diagnostics;
     const Limits& m_limits;
     std::vector<Binding> m_bindings;
-    // What names mean, as long as no namespace is declared or goes out of scope.
+    // The meanings of names; they are valid until a namespace is declared or goes out of scope.
     NameCache<ElementName> m_elementNames;
     NameCache<AttributeName> m_attributeNames;
     Element m_element;
     int m_depth = 0;
-    int m_leftOutDepth = 0; // the depth of the element being left out, 0 for none
+    int m_leftOutDepth = 0; // the depth of the element being skipped, 0 for none
 };
 
 } // namespace zelsvg

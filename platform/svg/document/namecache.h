@@ -7,13 +7,14 @@
 
 namespace zelsvg {
 
-// Remembers what some of the names met lately mean.
+// Caches the meanings of recently used names. The decoder owns one for elements and one for attributes, and clears both
+// when the namespaces in scope change.
 template <typename Meaning> class NameCache
 {
 public:
     void clear() { m_slots = {}; }
 
-    // The meaning of a name; from `find()` when the name is not known or too long to be kept.
+    // Returns the meaning of a name; calls `find()` if the name is not cached or too long to be cached.
     template <typename Find> Meaning meaning(const XmlName& name, Find find)
     {
         if (!name.isKey())
@@ -31,7 +32,7 @@ private:
     {
         std::uint64_t first;
         std::uint64_t last;
-        std::size_t size; // 0: empty
+        std::size_t size; // 0 if the slot is empty
         Meaning meaning;
     };
 

@@ -139,8 +139,8 @@ constexpr Entry<AttributeName> Attributes[] = {
     {Space::Tovanel, "scale-step", AttributeName::TovanelScaleStep},
 };
 
-// A table from (namespace, text) to a name. Every element and attribute of a drawing is looked up, so the hash takes
-// only the length and three characters.
+// A table from (namespace, text) to a name. Every element and attribute of a drawing is looked up, so for speed the
+// hash uses only the length and three characters.
 template <typename Name, std::size_t Size> class NameTable
 {
 public:

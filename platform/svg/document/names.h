@@ -41,11 +41,11 @@ enum class ElementName : std::uint8_t {
     TSpan,
     Use,
     TovanelLayer,
-    CharacterData, // stands for a piece of text where elements are kept
+    CharacterData, // stands for a piece of text in a stored drawing
 };
 
-// Attributes in one numbering. The first PropertyCount are style properties, which may stand in a style sheet as well,
-// in the order in which they are resolved: lengths need the font size, paints the colour.
+// All attributes in one numbering. The first PropertyCount are style properties, which may also be in a style sheet, in
+// the order in which they are resolved: lengths need the font size, paints the colour.
 enum class AttributeName : std::uint8_t {
     FontSize,
     Font,
@@ -127,7 +127,7 @@ enum class AttributeName : std::uint8_t {
     TovanelMinimumScale,
     TovanelPopup,
     TovanelScaleStep,
-    LayerMaximum, // the attributes of <tovanel:layer> itself
+    LayerMaximum, // the attributes of <tovanel:layer>
     LayerMinimum,
     LayerNumber,
     Count,
@@ -138,17 +138,17 @@ constexpr std::size_t PropertyCount = static_cast<std::size_t>(AttributeName::Pr
 constexpr std::size_t AttributeCount = static_cast<std::size_t>(AttributeName::Count);
 static_assert(PropertyCount <= 64 && AttributeCount <= 128);
 
-// The namespaces that mean something here.
+// The namespaces that have a meaning here.
 enum class Space : std::uint8_t { None, Svg, Xlink, Xml, Tovanel, Other };
 
-// `local` is the name without a prefix. A name that means nothing here is Unknown.
+// `local` is the name without its prefix. Names without a meaning here are Unknown.
 [[nodiscard]] ElementName elementName(Space space, std::string_view local);
 [[nodiscard]] AttributeName attributeName(Space space, std::string_view local);
 
-// A style property, in letters of either case as in CSS; Unknown for any other name.
+// Returns the style property of this name, whose case does not matter, as in CSS; Unknown for any other name.
 [[nodiscard]] AttributeName propertyName(std::string_view name);
 
-// The namespace that a name stands for (its URI).
+// Returns the namespace with this URI.
 [[nodiscard]] Space spaceOfUri(std::string_view uri);
 
 } // namespace zelsvg

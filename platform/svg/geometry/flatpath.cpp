@@ -11,7 +11,7 @@ namespace zelsvg {
 
 namespace {
 
-constexpr int MostChords = 256; // of one curve
+constexpr int MostChords = 256; // per curve
 constexpr int LeastChordsOfCircle = 8;
 
 [[nodiscard]] double distance(zel_Point a, zel_Point b)
@@ -19,7 +19,7 @@ constexpr int LeastChordsOfCircle = 8;
     return std::hypot(a.x - b.x, a.y - b.y);
 }
 
-// How far b lies from the middle between a and c, times 2.
+// Returns twice the distance of b from the midpoint of a and c.
 [[nodiscard]] double bend(zel_Point a, zel_Point b, zel_Point c)
 {
     return std::hypot(a.x - 2 * b.x + c.x, a.y - 2 * b.y + c.y);
@@ -75,7 +75,7 @@ void FlatPath::cubicTo(zel_Point control1, zel_Point control2, zel_Point to)
     const zel_Point p1 = m_matrix.map(control1.x, control1.y);
     const zel_Point p2 = m_matrix.map(control2.x, control2.y);
     const zel_Point p3 = m_matrix.map(to.x, to.y);
-    // The chord's error is an eighth of the second derivative, which is at most 6 times the larger bend.
+    // The error of a chord is at most an eighth of the second derivative, which is at most 6 times the larger bend.
     const int count = chordCount(0.75 * std::max(bend(p0, p1, p2), bend(p1, p2, p3)));
     for (int i = 1; i < count; ++i) {
         const double t = static_cast<double>(i) / count;
@@ -90,7 +90,7 @@ void FlatPath::cubicTo(zel_Point control1, zel_Point control2, zel_Point to)
     m_current = to;
 }
 
-// From the two ends to the centre and the angles.
+// Converts the endpoint form of an arc to its centre and angles.
 void FlatPath::arcTo(double radiusX, double radiusY, double angle, bool isLarge, bool isClockwise, zel_Point to)
 {
     double rx = std::fabs(radiusX);
@@ -107,7 +107,7 @@ void FlatPath::arcTo(double radiusX, double radiusY, double angle, bool isLarge,
     const double halfY = (m_current.y - to.y) / 2;
     const double x = cosine * halfX + sine * halfY;
     const double y = -sine * halfX + cosine * halfY;
-    // Radii too small to reach are enlarged until they do.
+    // Radii that are too small are enlarged until the arc reaches its end.
     const double reach = std::sqrt((x / rx) * (x / rx) + (y / ry) * (y / ry));
     rx *= std::max(reach, 1.0);
     ry *= std::max(reach, 1.0);
@@ -164,7 +164,7 @@ void FlatPath::endSubpath(bool isClosed)
         return;
     m_isOpen = false;
     const zel_Point& first = m_points[m_first];
-    // A closed outline does not repeat its first point; one that comes back to it is as good as closed.
+    // A closed outline does not repeat its first point; one that returns to it counts as closed.
     while (m_points.size() - m_first > 2 && m_points.back().x == first.x && m_points.back().y == first.y) {
         m_points.pop_back();
         isClosed = true;
@@ -184,7 +184,7 @@ void FlatPath::addPoint(zel_Point mapped)
         m_diagnostics.fail("found an outline of more than " + std::to_string(m_mostPoints) + " points");
 }
 
-// The points strictly between both ends.
+// Adds the points strictly between the two ends.
 void FlatPath::addArc(zel_Point center, double radiusX, double radiusY, double turn, double from, double sweep)
 {
     const double radius = std::max(radiusX, radiusY) * m_matrix.largestScale();
@@ -205,7 +205,7 @@ void FlatPath::addArc(zel_Point center, double radiusX, double radiusY, double t
 int FlatPath::chordCount(double deviation) const
 {
     const double wanted = std::ceil(std::sqrt(deviation / m_tolerance));
-    // Also for NaN, which addPoint() reports.
+    // NaN results in one chord as well; addPoint() reports it.
     return wanted > 1.0 ? static_cast<int>(std::min(wanted, static_cast<double>(MostChords))) : 1;
 }
 

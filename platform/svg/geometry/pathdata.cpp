@@ -17,7 +17,7 @@ public:
         , m_path(path)
     { }
 
-    // True at the end of the text, false at a mistake.
+    // Returns true at the end of the text, false at a mistake.
     bool read();
 
 private:
@@ -31,8 +31,8 @@ private:
     Scanner m_scanner;
     FlatPath& m_path;
     bool m_isRelative = false;
-    char m_last = '\0'; // the command before, as a capital
-    zel_Point m_control; // its last control point
+    char m_last = '\0'; // the previous command, in upper case
+    zel_Point m_control; // the control point of the previous command
 };
 
 bool PathReader::read()
@@ -47,7 +47,7 @@ bool PathReader::read()
             m_isRelative = letter >= 'a';
             m_scanner.advance();
         } else if (command == 'M') {
-            command = 'L'; // what follows a move without a letter is a line
+            command = 'L'; // coordinates after those of a move are lines
         }
         if ((m_last == '\0' && command != 'M') || (command == 'Z' && !isLetter) || !readSegment(command))
             return false;
@@ -57,7 +57,7 @@ bool PathReader::read()
             m_scanner.skipSpacesAndComma();
             const char next = m_scanner.peek();
             if ((next & 0x40) || next == '\0')
-                return false; // a comma stands between numbers only
+                return false; // a comma may only separate numbers
         }
     }
     return true;
@@ -140,7 +140,7 @@ bool PathReader::readArc()
     zel_Point to;
     if (!m_scanner.nextNumber(radiusX) || !m_scanner.nextNumber(radiusY) || !m_scanner.nextNumber(angle))
         return false;
-    // The flags need nothing between them, nor before the number that follows.
+    // No separators are needed between the flags or between them and the next number.
     m_scanner.skipSpacesAndComma();
     if (!m_scanner.flag(isLarge))
         return false;

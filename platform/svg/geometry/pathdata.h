@@ -8,10 +8,10 @@ namespace zelsvg {
 class Diagnostics;
 class FlatPath;
 
-// Draws the path data `text` (the attribute d) up to its end or the first mistake in it, which is warned of.
+// Adds the path data `text` (the attribute d) up to its end or its first mistake; a mistake is warned about.
 void readPathData(std::string_view text, FlatPath& path, Diagnostics& diagnostics);
 
-// The same for a list of corners (the attribute points).
+// Does the same for a list of points (the attribute points).
 void readPoints(std::string_view text, FlatPath& path, Diagnostics& diagnostics);
 
 } // namespace zelsvg

@@ -24,7 +24,7 @@ struct Function
     return degrees * M_PI / 180.0;
 }
 
-// Exact for multiples of 90 degrees, so that rects stay rects.
+// The results for 90, 180 and 270 degrees are exact, so that rects stay exact rects.
 [[nodiscard]] Matrix turn(double degrees)
 {
     const double rest = std::fmod(std::fmod(degrees, 360.0) + 360.0, 360.0);
@@ -39,7 +39,7 @@ struct Function
     return {cosine, sine, -sine, cosine, 0, 0};
 }
 
-// CSS writes units behind the numbers: angles become degrees, lengths pixels.
+// CSS allows units after the numbers: angles are converted to degrees, lengths to pixels.
 [[nodiscard]] bool applyUnit(std::string_view unit, double& value)
 {
     if (unit.empty() || unit == "deg")
@@ -115,7 +115,7 @@ bool toMatrix(const Function& function, Matrix& matrix)
     return isSmall(m.a) && isSmall(m.b) && isSmall(m.c) && isSmall(m.d) && isSmall(m.e) && isSmall(m.f);
 }
 
-// "xMin", "xMid" ... as the share of the free space that lies before the picture.
+// Returns the fraction of the free space before the picture for "Min", "Mid" or "Max".
 [[nodiscard]] double alignment(std::string_view text)
 {
     if (text == "Min")
@@ -130,7 +130,8 @@ double Matrix::meanScale() const
     return std::sqrt(std::fabs(a * d - b * c));
 }
 
-// The line's direction before the map, as long as the determinant makes it.
+// (d x - c y, a y - b x) is the direction before the transform times the determinant. The width scales by the
+// determinant divided by the scale factor along the line.
 double Matrix::scaleAcross(double x, double y) const
 {
     return std::hypot(d * x - c * y, a * y - b * x) / std::hypot(x, y);
@@ -225,7 +226,7 @@ Matrix viewBoxTransform(const ViewBox& box, ViewportSize size, std::string_view 
         return {scaleX, 0, 0, scaleY, -box.x * scaleX, -box.y * scaleY};
     const bool isSlice = text.find("slice") != std::string_view::npos;
     scaleX = scaleY = isSlice ? std::max(scaleX, scaleY) : std::min(scaleX, scaleY);
-    // "xMidYMid": the second and third part are three letters each.
+    // In "xMidYMid" the second and the fourth part have three letters each.
     const bool isAligned = text.size() >= 8 && text[0] == 'x' && text[4] == 'Y';
     const double alignX = isAligned ? alignment(text.substr(1, 3)) : 0.5;
     const double alignY = isAligned ? alignment(text.substr(5, 3)) : 0.5;

@@ -10,7 +10,7 @@ namespace zelsvg {
 
 class Diagnostics;
 
-// An affine map: x' = a x + c y + e, y' = b x + d y + f.
+// An affine transform: x' = a x + c y + e, y' = b x + d y + f.
 struct Matrix
 {
     double a = 1.0;
@@ -22,34 +22,34 @@ struct Matrix
 
     [[nodiscard]] zel_Point map(double x, double y) const { return {a * x + c * y + e, b * x + d * y + f}; }
 
-    // Lengths without a direction (stroke widths, font sizes) grow by this.
+    // The scale factor for lengths without a direction, such as font sizes.
     [[nodiscard]] double meanScale() const;
 
-    // How much a line that lies along (x, y) in the image grows in width.
+    // The scale factor for the width of a line that has the direction (x, y) after the transform.
     [[nodiscard]] double scaleAcross(double x, double y) const;
 
-    // True when lines grow in width alike, whatever their direction.
+    // Whether all lines are scaled in width alike, whatever their direction.
     [[nodiscard]] bool isEven() const;
 
-    // True when letters come out as in a mirror.
+    // Whether letters come out mirrored.
     [[nodiscard]] bool isMirror() const { return a * d - b * c < 0.0; }
 
-    // The longest image of a vector of length 1.
+    // The larger scale factor of the two axes.
     [[nodiscard]] double largestScale() const;
 
-    // True when a rect with sides along the axes is mapped to such a rect.
+    // Whether a rect with sides along the axes is mapped to such a rect.
     [[nodiscard]] bool keepsAxes() const;
 
     // The direction of the x axis in whole degrees, clockwise on the screen, -180 < angle <= 180.
     [[nodiscard]] int rotation() const;
 };
 
-// First `inner`, then `outer`.
+// Applies `inner` first, then `outer`.
 [[nodiscard]] Matrix operator*(const Matrix& outer, const Matrix& inner);
 
 [[nodiscard]] Matrix translation(double x, double y);
 
-// Reads a transform list. One that cannot be read, or that has absurd numbers, is reported and taken as the identity.
+// Reads a transform list. One that is invalid or contains huge numbers is reported and yields the identity.
 [[nodiscard]] Matrix parseTransform(std::string_view text, Diagnostics& diagnostics);
 
 struct ViewBox
@@ -60,10 +60,12 @@ struct ViewBox
     double height = 0.0;
 };
 
-// False, with a warning where there is text, for anything but four numbers with positive width and height.
+// Returns false for anything but four numbers with a positive width and height. Warns about a text that is not four
+// numbers.
 bool parseViewBox(std::string_view text, Diagnostics& diagnostics, ViewBox& box);
 
-// Maps `box` into a viewport of the given size at the origin, as preserveAspectRatio says (empty: its default).
+// Returns the transform of `box` into a viewport of the given size at the origin, according to preserveAspectRatio
+// (empty for its default).
 [[nodiscard]] Matrix viewBoxTransform(const ViewBox& box, ViewportSize size, std::string_view preserveAspectRatio);
 
 } // namespace zelsvg

@@ -48,7 +48,7 @@ void readPositive(
         failValue(diagnostics, text, element.value(name), "a number above 0");
 }
 
-// One end of a layer's range; a missing one is open.
+// Reads one end of a layer's range; a missing one is open.
 void readBound(
     const Element& element, AttributeName name, std::string_view text, Diagnostics& diagnostics, double& target)
 {

@@ -11,16 +11,16 @@ namespace zelsvg {
 
 class Diagnostics;
 
-// The attributes of the chip drawing's own namespace. Each is checked; a value that is not what it should be is an
-// error of the drawing, with nothing changed.
+// Functions that read the attributes of the chip drawing's own namespace. An invalid value is an error of the drawing
+// and changes nothing.
 
-// The zoom parameters on the root element. Returns which limits it gives.
+// Reads the zoom parameters of the root element. Returns which limits it specifies.
 GivenLimits readZoomParameters(const Element& root, Diagnostics& diagnostics, zel_Parameter& parameter);
 
-// A <tovanel:layer> element: one layer's scale range.
+// Reads a <tovanel:layer> element: the scale range of one layer.
 void readLayerRange(const Element& element, Diagnostics& diagnostics, zel_Parameter& parameter);
 
-// Nothing where the element has none of its own.
+// Return nothing if the element does not have the attribute itself.
 [[nodiscard]] std::optional<int> readLayer(const Element& element, Diagnostics& diagnostics);
 [[nodiscard]] std::optional<int> readId(const Element& element, Diagnostics& diagnostics);
 [[nodiscard]] bool readFlag(const Element& element, Diagnostics& diagnostics);

@@ -13,9 +13,9 @@ namespace zelsvg {
 
 namespace {
 
-// How far chords may lie from their curve, as a share of the drawing's size: a pixel at a scale of 16, when the whole
-// drawing fills a screen of 1600 pixels at a scale of 1. Finer ones would cost more than they show, as every chord of
-// an outline is a record.
+// The largest distance between chords and their curve, as a fraction of the drawing's size. It is one pixel at a scale
+// of 16 if the whole drawing fills a screen of 1600 pixels at a scale of 1. A smaller one would cost more than it
+// shows, because every chord of an outline is a record.
 constexpr double RelativeTolerance = 4e-5;
 
 [[nodiscard]] bool isGroup(ElementName name)
@@ -49,14 +49,14 @@ DrawingBuilder::DrawingBuilder(Drawing& drawing, Diagnostics& diagnostics, const
     , m_shapes(m_writer, diagnostics, limits)
     , m_text(m_writer, diagnostics)
 {
-    m_frames.reserve(static_cast<std::size_t>(limits.nesting)); // frames stay where they are while children start
+    m_frames.reserve(static_cast<std::size_t>(limits.nesting)); // frames must not move while children start
 }
 
 bool DrawingBuilder::startElement(const Element& element)
 {
     if (m_depth == 0)
         return startRoot(element);
-    // The reader counts as well, but not what `use` nests.
+    // The reader checks the nesting as well, but without what `use` nests.
     if (m_depth >= static_cast<std::size_t>(m_limits.nesting)) {
         m_diagnostics.fail(
             "found elements nested too deep, expected at most " + std::to_string(m_limits.nesting) + " levels");
@@ -86,7 +86,7 @@ bool DrawingBuilder::startElement(const Element& element)
     return startHidden(element);
 }
 
-// What is not drawn may still hold style sheets; a tree has found them beforehand.
+// Hidden content may still contain style sheets. If there is a tree, they have been found already.
 bool DrawingBuilder::startHidden(const Element& element)
 {
     if (element.name() == ElementName::Style && !m_follower)
@@ -159,7 +159,7 @@ void DrawingBuilder::startViewport(const Element& element, const TreeFollower::I
         m_writer.enterEdges(outside.matrix, outside.size);
 }
 
-// Inside of a text.
+// Starts an element inside a text.
 bool DrawingBuilder::startTextPart(const Element& element)
 {
     const ElementName name = element.name();
@@ -170,7 +170,7 @@ bool DrawingBuilder::startTextPart(const Element& element)
     Frame& frame = push(name);
     const Matrix matrix = frame.viewport.matrix;
     resolveStyle(element, frame);
-    frame.viewport.matrix = matrix; // pieces of a text are not transformed
+    frame.viewport.matrix = matrix; // parts of a text are not transformed
     readInherited(element, frame);
     if (!frame.style.isDisplayed) {
         --m_depth;
@@ -250,8 +250,8 @@ void DrawingBuilder::readInherited(const Element& element, Frame& frame)
     }
 }
 
-// A title, when it comes, replaces the tooltip that the element around it has inherited, which is known by its offset.
-// An element's own tooltip must therefore not share it, though it may read the same.
+// A <title> replaces the tooltip that its parent has inherited, which is recognised by its offset. An element's own
+// tooltip must therefore have a different offset, even if the text is the same.
 TextPool::Offset DrawingBuilder::tooltipOf(std::string_view text)
 {
     const TextPool::Offset tooltip = m_writer.texts().intern(text);
@@ -293,7 +293,7 @@ Identity DrawingBuilder::identify(const Element& element, const Frame& frame)
     identity.flag = readFlag(element, m_diagnostics);
     if (element.has(AttributeName::Id)) {
         const std::string_view name = toLatin1(element.value(AttributeName::Id), m_buffer, m_diagnostics);
-        // Instances repeat the names of what they draw.
+        // Instances repeat the names of the elements that they draw.
         const bool isRepeated = m_follower && m_follower->isInInstance();
         identity.name = isRepeated ? m_writer.texts().intern(name) : m_writer.texts().add(name);
     }
@@ -317,8 +317,8 @@ void DrawingBuilder::noteSkipped(ElementName name)
     }
 }
 
-// A title's text becomes the tooltip of the element around it, of what that has drawn so far and of what follows. An
-// element's own popup goes before; the root's title is that of the drawing.
+// A title becomes the tooltip of its parent, for what the parent has drawn so far and for what follows. A popup
+// attribute of the parent takes precedence; the root's title is that of the drawing.
 void DrawingBuilder::applyTitle()
 {
     Frame& frame = m_frames[m_depth - 2];

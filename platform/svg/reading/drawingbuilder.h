@@ -14,11 +14,11 @@
 
 namespace zelsvg {
 
-// Follows the elements of a drawing, keeps what they inherit from each other and hands the graphic ones to the rooms
-// that turn them into records.
+// Follows the elements of a drawing, tracks what they inherit, and passes the graphic ones to the classes that turn
+// them into records.
 //
-// A drawing in which no place refers to another is followed while it is being read. With the first `use`, style sheet
-// or gradient that is not enough: then needsTree() becomes true, and the drawing has to come once more, kept as a tree.
+// A drawing without references between its elements is built while it is being read. At the first `use`, style sheet or
+// gradient needsTree() becomes true, and the drawing must be read again and stored as a tree.
 class DrawingBuilder final : public ElementReceiver, private PaintServers
 {
 public:
@@ -30,14 +30,14 @@ public:
     [[nodiscard]] bool isFinished() const override { return m_needsTree; }
     [[nodiscard]] bool needsTree() const { return m_needsTree; }
 
-    // Whoever leads through a tree instead; not owned.
+    // Sets the follower that leads the builder through a tree; not owned.
     void setFollower(TreeFollower* follower) { m_follower = follower; }
 
-    // Completes the parameter, also after an error.
+    // Completes the zoom parameters; call it after an error as well.
     void finish();
 
 private:
-    // An open element and what its children inherit.
+    // An open element and what its children inherit from it.
     struct Frame
     {
         Style style;
@@ -47,9 +47,9 @@ private:
         int layer = 0;
         int id = 0;
         bool hasId = false;
-        bool hasTooltip = false; // of its own
-        bool isHidden = false; // not drawn, with all below
-        bool hasEdges = false; // at which its content should be cut off
+        bool hasTooltip = false; // whether its tooltip is its own, not inherited
+        bool isHidden = false; // not drawn, with all its content
+        bool hasEdges = false; // whether its edges should clip its content
         ElementName name = ElementName::Unknown;
     };
 
@@ -78,14 +78,14 @@ private:
     Shapes m_shapes;
     TextLayout m_text;
     Cascade m_cascade;
-    std::vector<Frame> m_frames; // never shrinks; m_depth of them are open
+    std::vector<Frame> m_frames; // never shrinks; the first m_depth are open
     std::size_t m_depth = 0;
-    std::size_t m_textDepth = 0; // the depth of the open text element, 0 for none
+    std::size_t m_textDepth = 0; // depth of the open text element, 0 for none
     Identity m_textIdentity;
     std::string m_title;
     std::string m_buffer;
     double m_tolerance = 1.0;
-    int m_lastOwnId = 0; // counts down
+    int m_lastOwnId = 0; // counts down for elements without an id
     GivenLimits m_givenLimits;
     bool m_hasSize = false;
     bool m_needsTree = false;

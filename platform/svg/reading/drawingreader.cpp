@@ -14,7 +14,7 @@ namespace zelsvg {
 
 namespace {
 
-// Hands the elements on to a tree, which knows the reader's position only through here.
+// Stores the elements in a tree, to which it also reports the position of the XML reader.
 class TreeReader final : private PositionSource
 {
 public:
@@ -25,7 +25,7 @@ public:
         , m_tree(diagnostics, *this, limits)
     { }
 
-    // False when the reader gives up.
+    // Returns false if the XML reader gives up.
     bool read(DrawingSource& source)
     {
         ElementDecoder decoder(m_tree, m_diagnostics, m_limits);
@@ -41,7 +41,7 @@ public:
 private:
     [[nodiscard]] Position position() const override { return m_reader->position(); }
 
-    // The quick way knows no columns and need not be asked.
+    // The quick XML reader knows no columns, so it is not asked.
     [[nodiscard]] Position positionOf(std::string_view part) const override
     {
         return m_reading == XmlReading::Quick ? Position() : m_reader->positionOf(part);
@@ -59,7 +59,7 @@ private:
     return std::any_of(words.begin(), words.end(), [text](auto word) { return equalsIgnoringCase(text, word); });
 }
 
-// Whether a style element holds CSS and is meant for screens. Its media are a list; conditions are not looked into.
+// Whether a style element contains CSS for screens. Media are a list; media conditions are not evaluated.
 [[nodiscard]] bool applies(const DocumentTree& tree, unsigned style)
 {
     const std::string_view type = tree.value(style, AttributeName::Type);
@@ -87,7 +87,7 @@ void addStyleSheets(const DocumentTree& tree, StyleSheet& sheet, Diagnostics& di
     }
 }
 
-// One attempt to read a drawing.
+// One attempt to read a drawing with one of the XML readers.
 class Attempt
 {
 public:
@@ -99,7 +99,8 @@ public:
         , m_drawing(drawing)
     { }
 
-    // False when the reader gives up. `needsTree` tells whether following the drawing while reading it is not enough.
+    // Builds the drawing while reading it. Returns false if the XML reader gives up; `needsTree` says whether the
+    // drawing must be stored as a tree instead.
     bool follow(bool& needsTree)
     {
         DrawingBuilder builder(m_drawing, m_diagnostics, m_limits);
@@ -112,11 +113,11 @@ public:
         return isRead;
     }
 
-    // False when the reader gives up.
+    // Builds the drawing from a tree. Returns false if the XML reader gives up.
     bool followTree()
     {
-        // What stands before a mistake in the XML is drawn all the same; a mistake that shows in drawing it comes
-        // first.
+        // Elements before a mistake in the XML are drawn nevertheless. An error in drawing them takes precedence over
+        // that mistake.
         Diagnostics xmlDiagnostics = m_diagnostics;
         TreeReader reader(m_reading, xmlDiagnostics, m_limits);
         if (!reader.read(m_source))
@@ -135,7 +136,7 @@ public:
         return true;
     }
 
-    // Before another attempt.
+    // Prepares for another attempt.
     bool startAgain()
     {
         m_drawing = {};

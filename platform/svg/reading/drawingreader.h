@@ -9,8 +9,8 @@
 
 namespace zelsvg {
 
-// Reads a drawing into records. After an error, which the diagnostics then have, `drawing` holds what came before it.
-// The quick way is tried first and makes no difference but to the time it takes; `reading` can do without it.
+// Reads a drawing into records. After an error, which is in the diagnostics, `drawing` holds the records before it. The
+// quick XML reader is tried first; apart from the time it makes no difference. `reading` can skip it.
 void readDrawing(DrawingSource& source, Diagnostics& diagnostics, const Limits& limits, Drawing& drawing,
     XmlReading reading = XmlReading::Quick);
 

@@ -13,13 +13,13 @@ namespace zelsvg {
 namespace {
 
 constexpr std::size_t BlockSize = std::size_t(1) << 16;
-constexpr std::size_t LargestPiece = std::size_t(1) << 30; // that zlib can count
+constexpr std::size_t LargestPiece = std::size_t(1) << 30; // the most that zlib can count
 
-// The first of gzip's two magic bytes, with which no XML file begins in any encoding.
+// The first of gzip's two magic bytes. No XML file begins with it in any encoding.
 constexpr char Magic = '\x1F';
 
 constexpr int LargestWindow = 15;
-constexpr int GzipFormat = 16; // added to the window's size, as zlib has it
+constexpr int GzipFormat = 16; // added to the window's size to select the format
 
 } // namespace
 
@@ -94,7 +94,7 @@ long GunzipSource::unpack(char* buffer, std::size_t size)
     return next != buffer ? static_cast<long>(next - buffer) : m_state == State::Behind ? 0 : -1;
 }
 
-// The next block of the packed file. False at its end and after an error.
+// Reads the next block of the compressed file. Returns false at its end and after an error.
 bool GunzipSource::take()
 {
     const long length = m_packed.read(m_block.data(), m_block.size());
@@ -129,7 +129,7 @@ void GunzipSource::inflateInto(char*& next, char* end)
         fail("found damaged data, expected what gzip compressed");
 }
 
-// Where one piece of compressed data ends, nothing, zeros or another piece may follow.
+// A compressed member may be followed by nothing, by zeros or by another member.
 void GunzipSource::goBehind()
 {
     while (m_stream->avail_in == 0 || *m_stream->next_in == 0) {

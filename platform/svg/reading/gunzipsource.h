@@ -12,18 +12,18 @@ struct z_stream_s;
 
 namespace zelsvg {
 
-// Unpacks a drawing that is compressed by gzip (.svgz) while it is read, and hands any other on as it is. Takes a fixed
-// amount of memory, whatever the file unpacks to; how much that may be is up to the reader.
+// Decompresses a gzip-compressed drawing (.svgz) while it is read, and passes any other drawing on unchanged. It needs
+// a fixed amount of memory, whatever the decompressed size; limiting that is up to the reader.
 class GunzipSource final : public DrawingSource
 {
 public:
-    // `packed` is not owned and stands at its begin.
+    // `packed` is not owned and must be at its beginning.
     explicit GunzipSource(DrawingSource& packed);
     ~GunzipSource() override;
     GunzipSource(const GunzipSource&) = delete;
     GunzipSource& operator=(const GunzipSource&) = delete;
 
-    // What came before a damage is returned first.
+    // Data before a damaged part is returned first.
     long read(char* buffer, std::size_t size) override;
     [[nodiscard]] std::string readError() const override;
     bool rewind() override;
@@ -47,9 +47,9 @@ private:
 
     DrawingSource& m_packed;
     State m_state = State::Begin;
-    std::unique_ptr<z_stream_s, StreamDeleter> m_stream; // while it is compressed
-    std::vector<char> m_block; // of the packed file
-    std::uint64_t m_size = 0; // bytes taken from the packed file
+    std::unique_ptr<z_stream_s, StreamDeleter> m_stream; // null unless the drawing is compressed
+    std::vector<char> m_block; // part of the compressed file
+    std::uint64_t m_size = 0; // bytes read from the compressed file
     std::string m_error;
 };
 

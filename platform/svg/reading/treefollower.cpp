@@ -38,7 +38,7 @@ void TreeFollower::follow()
         follow(0);
 }
 
-// Nested as deep as the elements, which the builder limits.
+// The recursion is as deep as the nesting of elements, which the builder limits.
 void TreeFollower::follow(unsigned node)
 {
     m_node = node;
@@ -77,7 +77,7 @@ bool TreeFollower::serverColor(std::string_view name, Color& color, bool& isFoun
     return m_gradients.find(name, color, isFound);
 }
 
-// Element::NoNode for one that is missing, or not in this file.
+// Returns Element::NoNode if the target is missing or not in this file.
 unsigned TreeFollower::target(const Element& use) const
 {
     std::string_view reference = trimmed(use.value(AttributeName::Href));

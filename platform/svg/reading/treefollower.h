@@ -14,15 +14,15 @@ namespace zelsvg {
 
 class ElementReceiver;
 
-// Leads the builder of a drawing through the tree that the drawing is kept as, and to the elements that others refer
-// to.
+// Leads the builder through the tree of a stored drawing, and to elements that others refer to. It lives while one
+// drawing is read, owns neither tree nor builder, and draws nothing itself.
 class TreeFollower final : private PositionSource
 {
 public:
-    // Asked between steps, with the share of the tree that is done, whether to go on. No is an error.
+    // Called between steps with the fraction of the tree that is done. Returning false cancels, which is an error.
     using IsWanted = std::function<bool(double share)>;
 
-    // Nothing is owned. `sheet` has the drawing's style rules.
+    // Nothing is owned. `sheet` holds the drawing's style rules.
     TreeFollower(const DocumentTree& tree, StyleSheet& sheet, ElementReceiver& receiver, Diagnostics& diagnostics,
         const Limits& limits, IsWanted isWanted);
     ~TreeFollower() override;
@@ -31,19 +31,19 @@ public:
 
     void follow();
 
-    // The following are for the builder.
+    // The operations below are for the builder.
 
-    // Adds what the style rules say of the element.
+    // Adds the declarations of the style rules that match the element.
     void applyRules(const Element& element, Cascade& cascade) { m_sheet.apply(m_tree, element.node(), cascade); }
 
-    // The colour that stands for a gradient, as GradientColors::find().
+    // Returns the colour that stands for a gradient; see GradientColors::find().
     bool serverColor(std::string_view name, Color& color, bool& isFound);
 
-    // Draws what a `use` element refers to, unless that is around it.
+    // Draws the element that a `use` element refers to, unless the `use` is inside of it.
     void drawInstance(const Element& use);
     [[nodiscard]] bool isInInstance() const { return !m_openInstances.empty(); }
 
-    // How a `use` changes the element that it draws: the one that starts next.
+    // The changes that a `use` makes to the element it draws, which is the next one to start.
     struct Instance
     {
         std::string_view width;
@@ -66,9 +66,9 @@ private:
     const Limits& m_limits;
     GradientColors m_gradients;
     const IsWanted m_isWanted;
-    unsigned m_node = 0; // that the builder is at
+    unsigned m_node = 0; // the node at which the builder is
     Instance m_instance;
-    std::vector<unsigned> m_openInstances; // the elements being drawn through `use`
+    std::vector<unsigned> m_openInstances; // the elements that are being drawn through `use`
     std::size_t m_followed = 0;
     std::size_t m_instances = 0;
     std::size_t m_instanceBytes = 0;

@@ -18,7 +18,7 @@ constexpr Window Smallest{300, 200};
 constexpr Window Largest{4000, 2500};
 constexpr double Detail = 64;
 
-// The transform scale at which the whole drawing just fits.
+// Returns the transform scale at which the whole drawing just fits.
 [[nodiscard]] double fittingScale(const zel_Parameter& parameter, Window window)
 {
     constexpr double LargestScale = 1e15;
@@ -27,15 +27,15 @@ constexpr double Detail = 64;
 
 [[nodiscard]] double steps(const zel_Parameter& parameter, double scale)
 {
-    constexpr double Most = 1e15; // a step may be next to nothing
+    constexpr double Most = 1e15; // the step may be tiny
     return std::clamp(std::log(scale) / std::log1p(parameter.scaleStep), -Most, Most);
 }
 
 } // namespace
 
-// The scale value counts steps. Those from the unscaled view begin at 1 after the view has been fitted to an area, and
-// at the initial scale after it has been reset; right after loading, the view is scaled already. The limits hold for
-// all three; a step more leaves room for rounding and for the margin around an area.
+// The scale value counts steps from the unscaled view. That view is at 1 after the view has been fitted to an area, and
+// at the initial scale after a reset; right after loading, the view is scaled already. The limits cover all three
+// cases, with one more step for rounding and for the margin around an area.
 void completeZoomLimits(zel_Parameter& parameter, GivenLimits given)
 {
     const zel_Parameter defaults;

@@ -5,15 +5,15 @@
 
 namespace zelsvg {
 
-// Which limits of the zoom a drawing gives itself.
+// The zoom limits that a drawing specifies itself.
 struct GivenLimits
 {
     bool minimum = false;
     bool maximum = false;
 };
 
-// Sets those that it does not give, by its size, initial scale and step: wide enough for the whole drawing in a small
-// window and for 64-fold detail of it in a large one, and for what the defaults of zel_Parameter allow.
+// Sets the limits that the drawing does not specify, from its size, initial scale and step. They cover the whole
+// drawing in a small window, 64-fold detail of it in a large one, and the defaults of zel_Parameter.
 void completeZoomLimits(zel_Parameter& parameter, GivenLimits given);
 
 } // namespace zelsvg

@@ -9,7 +9,7 @@
 
 namespace zelsvg {
 
-// What reading a drawing gives, from the drawing itself or from the working file.
+// The result of reading a drawing, from the drawing itself or from its working file.
 struct Drawing
 {
     RecordStore records;

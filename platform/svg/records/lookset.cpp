@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t FewestSlots = 64; // a power of two
 
-// Bytes alone count: a look has no padding, and what does not differ in its bytes does not differ.
+// Looks can be compared and hashed as bytes, because they have no padding.
 [[nodiscard]] std::uint64_t hashOfLook(const PackedLook& look)
 {
     return hashOf(std::string_view(reinterpret_cast<const char*>(&look), sizeof look));

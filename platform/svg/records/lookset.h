@@ -9,11 +9,12 @@
 
 namespace zelsvg {
 
-// The looks of a drawing's records, each once, numbered in the order in which they came.
+// The looks of a drawing's records without duplicates, numbered in order of their first use. The record store owns it;
+// looks are never removed.
 class LookSet
 {
 public:
-    // The number of this look.
+    // Returns the number of this look.
     std::uint32_t add(const PackedLook& look);
 
     [[nodiscard]] const ChunkedArray<PackedLook>& looks() const { return m_looks; }
@@ -23,7 +24,7 @@ private:
     void grow();
 
     ChunkedArray<PackedLook> m_looks;
-    std::vector<std::uint32_t> m_slots; // by hash: a look's number and 1, or 0
+    std::vector<std::uint32_t> m_slots; // indexed by hash: a look's number plus 1, or 0
 };
 
 } // namespace zelsvg

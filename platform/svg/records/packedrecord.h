@@ -6,13 +6,13 @@
 
 namespace zelsvg {
 
-// How records are kept: all of one size, without pointers, so that a million of them take little room and lie in a
-// working file as they lie in memory. What many records have in common stands once, as a look. Texts are offsets in the
-// drawing's text pool.
+// The stored form of records: all have one size and no pointers, so that a million of them need little memory and the
+// working file can hold them as they are in memory. What many records have in common is stored once, as a look. Texts
+// are offsets in the drawing's text pool.
 
 struct PackedPolygon
 {
-    std::uint64_t first; // of its corners among those of all polygons
+    std::uint64_t first; // index of its first corner among those of all polygons
     std::uint64_t count;
 };
 
@@ -22,14 +22,14 @@ struct PackedText
     double y;
     std::uint32_t text;
     std::uint32_t length;
-    std::uint32_t firstSpan; // among those of all texts
+    std::uint32_t firstSpan; // index among those of all texts
     std::uint32_t spans;
 };
 
 struct PackedRecord
 {
     union {
-        double values[4]; // a line's two ends; a rect's corner, width and height
+        double values[4]; // the two ends of a line; the corner, width and height of a rect
         PackedPolygon polygon;
         PackedText run;
     };

@@ -70,7 +70,7 @@ void unpack(const RecordStore& store, const PackedRecord& record, const PackedLo
     }
 }
 
-// Calls take() with that of four objects or lists which goes with the look.
+// Calls take() with the one of the four objects or lists that fits the look's kind.
 template <typename Lines, typename Rects, typename Polygons, typename Texts, typename Take>
 decltype(auto) byKind(const PackedLook& look, Lines& lines, Rects& rects, Polygons& polygons, Texts& texts, Take take)
 {
@@ -103,7 +103,7 @@ const zel_SingleGraphItem& RecordUnpacker::unpacked(const PackedRecord& record)
 
 RecordObjects::RecordObjects(const RecordStore& store)
 {
-    // The lists get their sizes beforehand: what is pointed at must not move.
+    // The lists are reserved beforehand, because objects that are pointed at must not move.
     std::size_t counts[4] = {};
     store.records().forEach([&](const PackedRecord& record) { ++counts[store.lookOf(record).kind]; });
     m_lines.reserve(counts[ZEL_GRAPHIC_LINE]);

@@ -7,12 +7,12 @@
 
 namespace zelsvg {
 
-// Turns packed records into the objects of the contract, one at a time: the object of the last record becomes that of
-// the next of its kind. What the objects point at belongs to the store.
+// Converts packed records to the contract's objects, one at a time: an object is reused for the next record of its
+// kind. The texts they point at belong to the store.
 class RecordUnpacker
 {
 public:
-    explicit RecordUnpacker(const RecordStore& store); // not owned
+    explicit RecordUnpacker(const RecordStore& store); // the store is not owned
 
     [[nodiscard]] const zel_SingleGraphItem& unpacked(const PackedRecord& record);
 
@@ -24,13 +24,14 @@ private:
     zel_Text m_text;
 };
 
-// An object for every record, all at the same time.
+// The contract's objects for all records at the same time, for a caller that wants the whole list. The parser owns it;
+// the texts that the objects point at belong to the store.
 class RecordObjects
 {
 public:
-    explicit RecordObjects(const RecordStore& store); // not owned
+    explicit RecordObjects(const RecordStore& store); // the store is not owned
 
-    // In paint order.
+    // The objects in paint order.
     [[nodiscard]] const std::vector<zel_SingleGraphItem*>& items() const { return m_items; }
 
 private:

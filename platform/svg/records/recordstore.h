@@ -11,14 +11,14 @@
 
 namespace zelsvg {
 
-// The records of a drawing in their packed form, in paint order, with the texts and corners that they refer to. Either
-// they are added one by one, or they are shown as they lie in a working file.
+// The records of a drawing in packed form and paint order, with the texts and corners that they refer to. It either
+// owns them, added one by one, or is a view of a working file.
 class RecordStore
 {
 public:
     void add(PackedRecord record, const PackedLook& look);
 
-    // What a record to be added refers to; each gives where it begins.
+    // Add what a record refers to, before the record itself. They return the index of the first entry.
     std::uint64_t addPoints(const zel_Point* points, std::size_t count);
     std::uint32_t addSpan(const PackedSpan& span);
     [[nodiscard]] TextPool& texts() { return m_texts; }
@@ -48,7 +48,7 @@ public:
         std::size_t textSize;
     };
 
-    // Shows what lies in `bytes`, which it keeps. Nothing may be added then.
+    // Makes this a view of the data in `bytes`, which it keeps alive. Nothing may be added.
     void setView(const View& view, std::shared_ptr<const void> bytes);
 
 private:
@@ -57,7 +57,7 @@ private:
     ChunkedArray<zel_Point> m_points;
     ChunkedArray<PackedSpan> m_spans;
     TextPool m_texts; // names, tooltips, texts and families, ISO 8859-1
-    std::shared_ptr<const void> m_bytes; // of a view
+    std::shared_ptr<const void> m_bytes; // keeps a view's data alive
 };
 
 } // namespace zelsvg

@@ -11,7 +11,7 @@ namespace zelsvg {
 
 namespace {
 
-// A layer without a range of its own: no scale is outside of this.
+// The range of a layer that has none of its own; no scale is outside of it.
 constexpr RangeScale Always{-LargestNumber, LargestNumber};
 
 [[nodiscard]] zel_Point farCorner(const RecordStore& records, const PackedRecord& record)
@@ -134,7 +134,7 @@ void RecordWriter::enterEdges(const Matrix& matrix, ViewportSize size)
         edges.least = {std::min(edges.least.x, corner.x), std::min(edges.least.y, corner.y)};
         edges.greatest = {std::max(edges.greatest.x, corner.x), std::max(edges.greatest.y, corner.y)};
     }
-    constexpr double Negligible = 1e-6; // of the size
+    constexpr double Negligible = 1e-6; // fraction of the size
     const double marginX = (edges.greatest.x - edges.least.x) * Negligible;
     const double marginY = (edges.greatest.y - edges.least.y) * Negligible;
     edges.least = {edges.least.x - marginX, edges.least.y - marginY};
@@ -147,7 +147,7 @@ void RecordWriter::enterEdges(const Matrix& matrix, ViewportSize size)
     m_edges.push_back(edges);
 }
 
-// With a warning where it is not.
+// Warns if the point is outside.
 bool RecordWriter::isWithinEdges(zel_Point point) const
 {
     const Edges& edges = m_edges.back();

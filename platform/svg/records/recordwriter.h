@@ -14,7 +14,7 @@ namespace zelsvg {
 
 class Diagnostics;
 
-// What the records of one graphic element have in common.
+// The part that the records of one graphic element have in common.
 struct Identity
 {
     int id = 0;
@@ -30,10 +30,10 @@ struct Stroke
     double width = 0.0; // scene units; 0 for none
 };
 
-// What one record of a text draws; texts are ISO 8859-1.
+// One run of text; the texts are ISO 8859-1.
 struct TextRun
 {
-    zel_Point place; // left end of the base line
+    zel_Point place; // left end of the baseline
     std::string_view text;
     std::string_view family;
     double fontSize = 0.0;
@@ -42,7 +42,8 @@ struct TextRun
     bool isSpan = false;
 };
 
-// Makes records: fills in the common part, keeps count and refuses coordinates that make no sense.
+// Adds records to a drawing: fills in the common part, counts them and refuses coordinates that are not sensible. The
+// builder owns it; the drawing belongs to the caller. It knows nothing of styles and elements.
 class RecordWriter
 {
 public:
@@ -55,21 +56,21 @@ public:
         const Identity& identity, const zel_Point* points, std::size_t count, unsigned int fill, const Stroke& stroke);
     void addText(const Identity& identity, const TextRun& run);
 
-    // Around what should be cut off at the edges of a rect of this size at the origin: what reaches beyond them is
-    // drawn all the same, and warned of. A turned rect counts as the upright one around it.
+    // Enclose the content of a rect of this size at the origin whose edges should clip it. Anything beyond the edges is
+    // drawn nevertheless, with a warning. A rotated rect is treated as its upright bounding box.
     void enterEdges(const Matrix& matrix, ViewportSize size);
     void leaveEdges() { m_edges.pop_back(); }
 
     [[nodiscard]] std::size_t recordCount() const { return m_drawing.records.size(); }
     [[nodiscard]] TextPool& texts() { return m_drawing.records.texts(); }
 
-    // In the records from `first` on, puts `tooltip` for `replaced`; texts are compared by their offsets.
+    // Replaces a tooltip in the records from index `first` on. Texts are compared by their offsets.
     void replaceTooltip(std::size_t first, TextPool::Offset replaced, TextPool::Offset tooltip);
 
-    // Gives every layer that has a record and no range one that always shows.
+    // Adds a range that always shows to each layer that has records but no range.
     void completeLayers();
 
-    // The parameter's width and height as large as what was drawn, where the drawing gives none.
+    // Sets the parameter's width and height from what was drawn.
     void takeSizeFromRecords();
 
 private:
@@ -89,7 +90,7 @@ private:
     Diagnostics& m_diagnostics;
     const Limits& m_limits;
     std::size_t m_points = 0;
-    std::vector<Edges> m_edges; // each within those before it
+    std::vector<Edges> m_edges; // each lies within those before it
     std::bitset<CommonLayers> m_commonLayers;
     std::set<int> m_otherLayers;
 };

@@ -11,7 +11,8 @@ namespace zelsvg {
 
 namespace {
 
-// Corners rounded by less than this share of the shorter side do not keep a rect from being one: rects are the sites.
+// A rect whose corners are rounded by less than this fraction of the shorter side remains a rect, because rects are the
+// sites.
 constexpr double NegligibleRounding = 0.02;
 
 } // namespace
@@ -113,7 +114,7 @@ bool Shapes::readRect(const Element& element, const ShapeContext& context)
     return m_width > 0.0 && m_height > 0.0;
 }
 
-// Clockwise from the left end of the upper side.
+// The outline runs clockwise from the left end of the upper side.
 void Shapes::roundedRect(zel_Point corner, double width, double height, double radiusX, double radiusY)
 {
     const double left = corner.x;
@@ -196,7 +197,7 @@ void Shapes::write(const Identity& identity)
         writeStroke(identity);
 }
 
-// A rect draws its own border; one without a fill is its border alone.
+// A rect record draws its own border; a rect without a fill becomes four lines.
 void Shapes::writeRect(const Identity& identity)
 {
     if (m_hasFill) {
@@ -210,9 +211,9 @@ void Shapes::writeRect(const Identity& identity)
         writeLine(identity, corners[i], corners[(i + 1) % 4], isEven);
 }
 
-// A polygon record is one outline that is filled by the even-odd rule. Several subpaths are therefore joined into one
-// by bridges of no width, which leaves holes open. Where the rule is nonzero and all subpaths turn the same way there
-// are no holes, but they may overlap: then each becomes a polygon of its own.
+// A polygon record is a single outline filled by the even-odd rule. Several subpaths are therefore joined into one by
+// bridges of zero width, which keeps holes open. With the nonzero rule and all subpaths in the same direction there are
+// no holes, but the subpaths may overlap, so each becomes a polygon of its own.
 void Shapes::writeFill(const Identity& identity)
 {
     const auto& points = m_path.points();
@@ -240,7 +241,7 @@ bool Shapes::areAllAlike() const
     return !(hasLeft && hasRight);
 }
 
-// From the first subpath's start over to each other subpath, around it and back.
+// The outline goes from the start of the first subpath to each other subpath, around it and back.
 std::vector<zel_Point> Shapes::bridged() const
 {
     const auto& points = m_path.points();
@@ -281,13 +282,13 @@ bool Shapes::isStrokeEven() const
     return m_style->hasFixedStroke || m_matrix->isEven();
 }
 
-// Where both axes are scaled differently, the width goes by the line's direction. That of the chords of a curve is
-// taken in steps, so that they have few looks.
+// If the axes are scaled differently, the width depends on the line's direction. Widths of oblique lines are rounded to
+// steps, so that the chords of a curve share few looks.
 void Shapes::writeLine(const Identity& identity, zel_Point from, zel_Point to, bool isEven)
 {
     Stroke stroke = m_stroke;
     if (!isEven) {
-        constexpr double Steps = 32; // of the mean width
+        constexpr double Steps = 32; // per mean width
         const double x = to.x - from.x;
         const double y = to.y - from.y;
         stroke.width = m_style->strokeWidth * m_matrix->scaleAcross(x, y);

@@ -8,17 +8,18 @@
 
 namespace zelsvg {
 
-// Where and how a shape is drawn.
+// How and where a shape is drawn.
 struct ShapeContext
 {
     const Style& style;
     const Matrix& matrix; // user units to scene units
     ViewportSize viewport;
-    double tolerance; // scene units; how far chords may lie from their curve
+    double tolerance; // scene units; largest distance between a chord and its curve
 };
 
-// Turns the basic shapes and paths into records. An upright rect becomes a rect, a line lines, all else a polygon for
-// the fill and above it lines for the stroke, since polygons are drawn without theirs.
+// Turns basic shapes and paths into records; the builder owns it. An upright rect becomes a rect, a line becomes lines.
+// Everything else becomes a polygon for the fill and, above it, lines for the stroke, because polygons are drawn
+// without their strokes.
 class Shapes
 {
 public:
@@ -26,7 +27,7 @@ public:
 
     [[nodiscard]] static bool isShape(ElementName name);
 
-    // `identify()` gives the identity; it is called only when there is something to draw.
+    // `identify()` returns the identity; it is called only if there is something to draw.
     template <typename Identify> void draw(const Element& element, const ShapeContext& context, Identify identify)
     {
         if (readPaint(context) && readGeometry(element, context))
@@ -56,14 +57,14 @@ private:
     Diagnostics& m_diagnostics;
     FlatPath m_path;
 
-    // Of the shape being drawn:
+    // The shape being drawn:
     LengthContext m_lengths;
     bool m_hasFill = false;
     bool m_hasStroke = false;
-    bool m_isRect = false; // the rect below, else the path
+    bool m_isRect = false; // whether it is the rect below instead of the path
     bool m_isEvenOdd = false;
     unsigned int m_fill = 0;
-    Stroke m_stroke; // with the mean width where the scaling is not even
+    Stroke m_stroke; // has the mean width if the scaling is not even
     const Style* m_style = nullptr;
     const Matrix* m_matrix = nullptr;
     zel_Point m_corner;

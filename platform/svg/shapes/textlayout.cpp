@@ -15,11 +15,11 @@ namespace zelsvg {
 
 namespace {
 
-constexpr std::size_t MostRuns = 65536; // of one text
+constexpr std::size_t MostRuns = 65536; // per text
 
 enum { ListX, ListY, ListDx, ListDy };
 
-// How far the base line lies below the place that a style gives, in font sizes.
+// Returns the distance of the baseline below the given position, in font sizes.
 [[nodiscard]] double baselineShift(Baseline baseline)
 {
     switch (baseline) {
@@ -57,7 +57,7 @@ void TextLayout::begin(const Matrix& matrix, ViewportSize viewport)
 {
     m_matrix = matrix;
     m_viewport = viewport;
-    // In a mirror a text stays readable and keeps its room.
+    // In a mirrored drawing a text stays readable and occupies the same area.
     m_rotation = matrix.rotation();
     m_isReversed = matrix.isMirror() && (m_rotation > 90 || m_rotation <= -90);
     m_isFlipped = matrix.isMirror() && !m_isReversed;
@@ -108,7 +108,7 @@ void TextLayout::readList(
     }
 }
 
-// Blanks fold to one and vanish at both ends, unless they are to be kept.
+// Blanks collapse to one and are removed at both ends, unless they are preserved.
 void TextLayout::add(std::string_view text, const Style& style, const Identity& identity)
 {
     bool goesOn = !m_runs.empty() && continues(style, identity);
@@ -121,7 +121,7 @@ void TextLayout::add(std::string_view text, const Style& style, const Identity& 
             continue;
         Position position;
         if (character >= 0x80 && !m_runs.empty() && addMark(character, m_runs.back().text)) {
-            takePosition(position); // counts as a character, but stands where its letter does
+            takePosition(position); // counts as a character, but is drawn with its letter
             continue;
         }
         if ((takePosition(position) || !goesOn) && !addRun(style, identity, position))
@@ -132,7 +132,7 @@ void TextLayout::add(std::string_view text, const Style& style, const Identity& 
     }
 }
 
-// The innermost element with an entry for this character says where it stands. False when none does.
+// The innermost element with an entry for this character determines its position. Returns false if there is none.
 bool TextLayout::takePosition(Position& position)
 {
     double values[4] = {};
@@ -183,7 +183,7 @@ bool TextLayout::continues(const Style& style, const Identity& identity) const
 
 void TextLayout::end()
 {
-    // The blank that turned out to be the last character.
+    // The last character is a blank that must be removed.
     if (m_endsWithSpace && !m_runs.empty() && !m_runs.back().text.empty())
         m_runs.back().text.pop_back();
     place();
@@ -208,7 +208,7 @@ void TextLayout::place()
     }
 }
 
-// Letters that would run backwards do not: what reads as one piece begins at its other end.
+// Letters do not run backwards: a piece that reads as one unit begins at its other end instead.
 void TextLayout::mirror()
 {
     for (std::size_t first = 0, end = 0; first < m_runs.size(); first = end) {
@@ -232,7 +232,7 @@ double TextLayout::widthOf(const Run& run) const
     return textAdvance(run.text) * run.style.fontSize;
 }
 
-// A chunk, all runs up to the next absolute place, is anchored as a whole.
+// A chunk, which is all runs up to the next absolute position, is anchored as a whole.
 double TextLayout::chunkShift(std::size_t first) const
 {
     if (m_runs[first].style.anchor == TextAnchor::Start)
@@ -254,7 +254,7 @@ void TextLayout::writeRun(const Run& run)
     const bool isBlank = run.text.find_first_not_of(' ') == std::string::npos;
     if (isBlank || !(size > 0.0) || !run.style.textColor(color))
         return;
-    // Letters that would stand on their heads stand on what is then below them.
+    // Letters that would be upside down are turned upright and shifted by their height, to occupy the same area.
     const double below = baselineShift(run.style.baseline) - (m_isFlipped ? TextCapHeight : 0.0);
     const zel_Point place = m_matrix.map(run.place.x, run.place.y + below * run.style.fontSize);
     std::string buffer;

@@ -14,21 +14,21 @@ namespace zelsvg {
 
 class Diagnostics;
 
-// Lays out one text element: gathers its characters with their positions and styles and makes a record of every run
-// that is drawn in one go.
+// Lays out one text element at a time: collects its characters with their positions and styles, and writes a record for
+// each run that is drawn in one go. The builder owns it. It has no access to fonts; see textmetrics.h.
 class TextLayout
 {
 public:
     TextLayout(RecordWriter& writer, Diagnostics& diagnostics);
 
-    // `matrix` and `viewport` are those of the text element; a text inside of a text does not happen.
+    // `matrix` and `viewport` are those of the text element. Text elements cannot be nested.
     void begin(const Matrix& matrix, ViewportSize viewport);
 
-    // Around what a text or tspan holds: takes its position lists.
+    // Enclose the content of a text or tspan, whose position lists apply to it.
     void pushElement(const Element& element, const Style& style);
     void popElement();
 
-    // Characters of the innermost element, in UTF-8.
+    // Adds characters of the innermost element, in UTF-8.
     void add(std::string_view text, const Style& style, const Identity& identity);
 
     // Writes the records.
@@ -37,7 +37,7 @@ public:
     void replaceTooltip(TextPool::Offset replaced, TextPool::Offset tooltip);
 
 private:
-    // The lists x, y, dx, dy of an element, one entry for each of its characters until they run out.
+    // The lists x, y, dx and dy of an element, with one entry for each of its characters until they run out.
     struct Positions
     {
         std::vector<double> lists[4];
@@ -45,16 +45,16 @@ private:
         std::size_t next = 0;
     };
 
-    // Where a character stands.
+    // The position of a character.
     struct Position
     {
-        bool hasX = false; // an absolute place
+        bool hasX = false; // whether the position is absolute in x
         bool hasY = false;
         zel_Point place;
-        zel_Point shift; // relative to where the characters before it end
+        zel_Point shift; // relative to the end of the characters before it
     };
 
-    // Characters that are drawn by one record.
+    // Characters that one record draws.
     struct Run
     {
         std::string text; // ISO 8859-1
@@ -62,7 +62,7 @@ private:
         Style style;
         Position position;
         bool isSpan = false;
-        zel_Point place; // of its left end on the line that the style gives, once all runs are there
+        zel_Point place; // left end, before the baseline shift; set once all runs are known
     };
 
     void readList(
@@ -82,13 +82,13 @@ private:
     Diagnostics& m_diagnostics;
     Matrix m_matrix;
     ViewportSize m_viewport;
-    int m_rotation = 0; // of the letters, degrees
-    bool m_isReversed = false; // they run against the matrix
-    bool m_isFlipped = false; // they stand up against it
-    std::vector<Positions> m_positions; // of the open elements
-    std::vector<std::size_t> m_unfinished; // those whose lists have not run out
+    int m_rotation = 0; // direction of the letters, in degrees
+    bool m_isReversed = false; // whether the letters run against the matrix
+    bool m_isFlipped = false; // whether the letters stand upright against the matrix
+    std::vector<Positions> m_positions; // one per open element
+    std::vector<std::size_t> m_unfinished; // indices of those whose lists have not run out
     std::vector<Run> m_runs;
-    bool m_endsWithSpace = true; // where another blank folds away: at the begin and behind one
+    bool m_endsWithSpace = true; // whether a further blank collapses: at the beginning and after a blank
 };
 
 } // namespace zelsvg

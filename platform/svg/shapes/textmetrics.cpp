@@ -5,7 +5,7 @@ namespace zelsvg {
 
 namespace {
 
-// Thousandths of the font size, from the blank (32) to 255, one row for 16 characters.
+// Thousandths of the font size, from space (32) to 255, with 16 characters in a row.
 // clang-format off
 constexpr short Advances[] = {
      318,  401,  460,  838,  636,  950,  780,  275,  390,  390,  500,  838,  318,  361,  318,  337,

@@ -5,8 +5,8 @@
 
 namespace zelsvg {
 
-// How texts will run when they are drawn, near enough to place them. The drawing's own fonts may not be at hand where
-// it is shown, so these are the measures of one common sans-serif font, DejaVu Sans, at a font size of 1.
+// The approximate width of a text, good enough to place it. The drawing's own fonts may be missing where it is shown,
+// so these are the metrics of a common sans-serif font, DejaVu Sans, at a font size of 1.
 [[nodiscard]] double textAdvance(std::string_view latin1);
 
 constexpr double TextAscent = 0.928;

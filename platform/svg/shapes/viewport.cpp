@@ -10,7 +10,7 @@ namespace zelsvg {
 
 namespace {
 
-// A length of the root element: percentages and what is not positive are as good as none.
+// Returns a length of the root element; percentages and values that are not positive count as missing.
 [[nodiscard]] double rootLength(const Element& root, AttributeName name, Diagnostics& diagnostics)
 {
     double value = 0.0;

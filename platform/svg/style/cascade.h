@@ -11,8 +11,8 @@
 
 namespace zelsvg {
 
-// What a declaration weighs against another one for the same property: importance, then where it stands, then how
-// specific its selector is, then its order. The heavier one wins, of two alike the later.
+// The weight of a declaration against others for the same property. It is ordered by importance, then origin, then the
+// specificity of the selector, then order. The heaviest declaration wins; of equal ones the later.
 class Weight
 {
 public:
@@ -20,14 +20,16 @@ public:
     static constexpr std::uint64_t StyleAttribute = std::uint64_t(1) << 62;
     static constexpr std::uint64_t Important = std::uint64_t(1) << 63;
 
-    // `specificity` below 2^28.
+    // `specificity` must be below 2^28.
     [[nodiscard]] static constexpr std::uint64_t ofRule(std::uint32_t specificity, std::uint32_t order)
     {
         return std::uint64_t(1) << 61 | std::uint64_t(specificity) << 32 | order;
     }
 };
 
-// The declared values of one element's style properties, of which the heaviest win.
+// The cascade of one element: collects its declared values from presentation attributes, style rules and the style
+// attribute, and keeps the heaviest for each property. It does not interpret the values and owns hardly any: they
+// belong to the element and the style sheet.
 class Cascade
 {
 public:
@@ -54,8 +56,8 @@ public:
 
     void addAttributes(const Element& element);
 
-    // Of a style attribute: "fill: red; stroke: none !important". The text must live as long as the values are asked;
-    // the values of one with comments last until the next such text.
+    // Adds the declarations of a style attribute, such as "fill: red; stroke: none !important". The text must live as
+    // long as the values are used; those of a text with comments are valid until the next text with comments.
     void addStyle(std::string_view text);
 
     [[nodiscard]] bool isEmpty() const { return m_present == 0; }
@@ -65,8 +67,8 @@ public:
         return has(property) ? m_declared[static_cast<std::size_t>(property)].value : std::string_view();
     }
 
-    // Calls function(property, value) for every property that has a value, in the order of AttributeName. Where it
-    // returns false, which says that the value is unreadable, it is called with the value that this one overrode.
+    // Calls function(property, value) for each property that has a value, in the order of AttributeName. If it returns
+    // false, which says that the value is unreadable, it is called with the value that this one overrode.
     template <typename Function> void forEach(Function function)
     {
         for (std::uint64_t rest = m_present; rest; rest &= rest - 1) {
@@ -92,7 +94,7 @@ private:
     std::uint64_t m_present = 0;
     Declared m_declared[PropertyCount];
     std::vector<std::pair<AttributeName, Declared>> m_overridden; // in the order of declaration
-    std::string m_withoutComments; // the style attribute, where it has any
+    std::string m_withoutComments; // a copy of the style attribute, if it has comments
 };
 
 } // namespace zelsvg

@@ -33,8 +33,7 @@ struct Arguments
     return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
-// Of the begin of a text, which may be long: what has a name has a short one.
-// "#rgb", "#rgba", "#rrggbb" and "#rrggbbaa", without the '#'.
+// Reads the forms "#rgb", "#rgba", "#rrggbb" and "#rrggbbaa", without the '#'.
 bool parseHex(std::string_view digits, Color& color)
 {
     const bool isShort = digits.size() == 3 || digits.size() == 4;
@@ -53,7 +52,7 @@ bool parseHex(std::string_view digits, Color& color)
     return true;
 }
 
-// Turns the angle units of a hue into degrees.
+// Converts the angle units of a hue to degrees.
 [[nodiscard]] bool applyUnit(std::string_view unit, Argument& argument)
 {
     if (equalsIgnoringCase(unit, "turn"))
@@ -67,7 +66,7 @@ bool parseHex(std::string_view digits, Color& color)
     return true;
 }
 
-// Both the comma form and the blank form with a slash before the opacity.
+// Accepts the form with commas and the one with spaces and a slash before the opacity.
 bool parseArguments(std::string_view text, Arguments& arguments)
 {
     const char* p = text.data();

@@ -6,7 +6,7 @@
 
 namespace zelsvg {
 
-// The colour keywords of CSS, as 0xRRGGBB; nothing for any other name.
+// Returns the colour of a CSS colour keyword as 0xRRGGBB; nothing for any other name.
 [[nodiscard]] std::optional<unsigned int> namedColor(std::string_view lowerCaseName);
 
 } // namespace zelsvg

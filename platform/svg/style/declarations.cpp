@@ -9,7 +9,7 @@ namespace zelsvg {
 
 namespace {
 
-// The ';' that ends a declaration is none in quotes or brackets (url(data:...;...)).
+// A ';' in quotes or brackets, as in url(data:...;...), does not end a declaration.
 [[nodiscard]] std::size_t declarationEnd(std::string_view text)
 {
     char quote = '\0';

@@ -16,11 +16,11 @@ struct Declaration
     bool isImportant = false;
 };
 
-// Takes the next declaration off the front of `text`, whose comments are gone. False at the end of the text; a
-// declaration that is none, or of another property, comes with an unknown property.
+// Removes the next declaration from the front of `text`, which must not contain comments. Returns false at the end of
+// the text. An invalid declaration, or one of an unknown property, has the property Unknown.
 bool takeDeclaration(std::string_view& text, Declaration& declaration);
 
-// Comments become blanks, so that everything else stays where it is. In quotes there are none.
+// Replaces comments by spaces, so that offsets do not change. Quoted strings contain no comments.
 [[nodiscard]] std::string withoutComments(std::string text);
 
 } // namespace zelsvg

@@ -14,7 +14,7 @@ namespace zelsvg {
 
 namespace {
 
-constexpr int LongestChain = 16; // of gradients that take their stops from one another
+constexpr int LongestChain = 16; // gradients that inherit their stops from one another
 
 [[nodiscard]] unsigned referredBy(const DocumentTree& tree, unsigned node)
 {
@@ -29,7 +29,7 @@ constexpr int LongestChain = 16; // of gradients that take their stops from one 
     return name == ElementName::LinearGradient || name == ElementName::RadialGradient;
 }
 
-// Channel by channel; `share` is that of `b`.
+// Mixes channel by channel; `share` is the fraction of `b`.
 [[nodiscard]] Color mixed(const Color& a, const Color& b, double share)
 {
     const auto mix = [share](double from, double to) { return from + (to - from) * share; };
@@ -75,7 +75,7 @@ bool GradientColors::find(std::string_view id, Color& color, bool& isFound)
     return false;
 }
 
-// Looks at the stops once, however many elements there are and however many stops.
+// Evaluates the stops of a gradient only once, however many elements use it.
 const std::optional<Color>& GradientColors::middle(unsigned gradient)
 {
     const auto known = m_middles.find(gradient);
@@ -107,7 +107,7 @@ double GradientColors::stopOffset(unsigned stop)
     double offset = 0.0;
     const std::string_view text = m_tree.value(stop, AttributeName::Offset);
     if (!text.empty())
-        parseOpacity(text, m_diagnostics, offset); // written alike
+        parseOpacity(text, m_diagnostics, offset); // the same syntax as an offset
     return offset;
 }
 

@@ -13,15 +13,17 @@ class Diagnostics;
 class DocumentTree;
 class StyleSheet;
 
-// The colours that stand for gradients: each is what it has in its middle.
+// The colours that stand for gradients: each gradient is drawn in the colour of its middle. The follower owns it; the
+// tree and the style sheet belong to the caller.
 class GradientColors
 {
 public:
     // Nothing is owned.
     GradientColors(const DocumentTree& tree, StyleSheet& sheet, Diagnostics& diagnostics);
 
-    // Of the gradient with that id. False for anything else, with `isFound` telling whether an element says so: one
-    // that is missing and a gradient without stops leave the matter open.
+    // Finds the colour of the gradient with this id. If there is none it returns false: with `isFound` true if the id
+    // belongs to another kind of element, so that nothing is drawn, and with `isFound` false, so that a fallback colour
+    // applies, if the element is missing or the gradient has no stops.
     bool find(std::string_view id, Color& color, bool& isFound);
 
 private:
@@ -33,7 +35,7 @@ private:
     const DocumentTree& m_tree;
     StyleSheet& m_sheet;
     Diagnostics& m_diagnostics;
-    std::unordered_map<unsigned, std::optional<Color>> m_middles; // of those that were asked for
+    std::unordered_map<unsigned, std::optional<Color>> m_middles; // by node, for the gradients used so far
 };
 
 } // namespace zelsvg

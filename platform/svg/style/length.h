@@ -7,7 +7,7 @@ namespace zelsvg {
 
 class Diagnostics;
 
-// The nearest viewport in its own user units, for percentages.
+// The size of the nearest viewport in its own user units, for percentages.
 struct ViewportSize
 {
     double width = 0.0;
@@ -16,7 +16,7 @@ struct ViewportSize
 
 enum class LengthAxis { Horizontal, Vertical, Diagonal };
 
-// What relative units refer to.
+// The references of relative units.
 struct LengthContext
 {
     double fontSize = 16.0;
@@ -25,18 +25,18 @@ struct LengthContext
     [[nodiscard]] double percentBase(LengthAxis axis) const;
 };
 
-// Units of a length that is not resolved against anything (1 px = 1 user unit, 96 to the inch): 0 for an unknown unit,
-// em, ex and % included.
+// Returns the size of an absolute unit in user units (1 px = 1 user unit, 96 px = 1 inch); 0 for any other unit,
+// including em, ex and %.
 [[nodiscard]] double absoluteUnit(std::string_view unit);
 
-// Reads "12", "12px", "3mm", "1.5em", "50%" ... False for anything else, an empty text and "auto" included; text that
-// is none of these two is warned of.
+// Reads "12", "12px", "3mm", "1.5em", "50%" and the like. Returns false for anything else; warns about it unless it is
+// empty or "auto".
 bool parseLength(
     std::string_view text, const LengthContext& context, LengthAxis axis, Diagnostics& diagnostics, double& value);
 
 void warnOfNegative(Diagnostics& diagnostics);
 
-// As parseLength(), for a size, which is not to be negative: one that is is warned of and none.
+// Does the same as parseLength() for a size: a negative one is refused with a warning, and `value` is unchanged.
 inline bool parseSize(
     std::string_view text, const LengthContext& context, LengthAxis axis, Diagnostics& diagnostics, double& value)
 {

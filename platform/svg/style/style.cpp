@@ -316,7 +316,7 @@ void StyleResolver::applyServer(std::string_view value, Paint& paint)
 bool StyleResolver::applyFont(std::string_view value, Context& context)
 {
     const std::size_t size = value.find_first_of("0123456789.");
-    // A weight of three digits is a number without a unit.
+    // A number without a unit is a weight.
     std::size_t begin = size;
     while (begin != std::string_view::npos) {
         const std::string_view token = value.substr(begin, value.find_first_of(" \t\n/", begin) - begin);
@@ -356,7 +356,7 @@ bool StyleResolver::applyFontSize(std::string_view value, Context& context)
     value = trimmed(value);
     const double parentSize = context.parent.fontSize;
     const Keyword<double> relativeSizes[] = {{"smaller", parentSize / 1.2}, {"larger", parentSize * 1.2}};
-    // A percentage is one of the parent's font size.
+    // A percentage refers to the font size of the parent.
     const LengthContext lengths{parentSize, {parentSize, parentSize}};
     return readKeyword(value, FontSizes, context.style.fontSize)
         || readKeyword(value, relativeSizes, context.style.fontSize)

@@ -23,10 +23,10 @@ struct Paint
 
 enum class TextAnchor : std::uint8_t { Start, Middle, End };
 
-// Where y lies in the letters.
+// The part of the letters that is placed at y.
 enum class Baseline : std::uint8_t { Alphabetic, Middle, Central, Hanging, Top, Bottom };
 
-// The resolved style of an element. What is not inherited stands in the second part.
+// The resolved style of an element. The members of the second group are not inherited.
 struct Style
 {
     Paint fill{{}, Paint::Kind::Plain};
@@ -34,10 +34,10 @@ struct Style
     Color color;
     double fillOpacity = 1.0;
     double strokeOpacity = 1.0;
-    double groupOpacity = 1.0; // the product of all opacities from the root down to this element
+    double groupOpacity = 1.0; // product of all opacities from the root to this element
     double strokeWidth = 1.0;
     double fontSize = 16.0;
-    const char* fontFamily = "sans-serif"; // UTF-8, kept by the resolver's text pool
+    const char* fontFamily = "sans-serif"; // UTF-8, stored in the resolver's text pool
     TextAnchor anchor = TextAnchor::Start;
     Baseline baseline = Baseline::Alphabetic;
     bool isEvenOdd = false;
@@ -46,13 +46,13 @@ struct Style
     std::uint8_t textTraits = 0; // see TextTrait
 
     bool isDisplayed = true;
-    bool hasFixedStroke = false; // the stroke width is not scaled
+    bool hasFixedStroke = false; // whether the stroke width is not scaled
 
-    // The colour to draw with, opacity blended with white. False when nothing is to be drawn.
+    // Set the colour to draw with, with the opacity blended over white. They return false if nothing is drawn.
     [[nodiscard]] bool fillColor(unsigned int& rgb) const { return paintColor(fill, fillOpacity, rgb); }
     [[nodiscard]] bool strokeColor(unsigned int& rgb) const { return paintColor(stroke, strokeOpacity, rgb); }
 
-    // Letters are drawn in one colour: that of their outline where they have no other.
+    // Letters have a single colour: the fill, or the stroke if there is no fill.
     [[nodiscard]] bool textColor(unsigned int& rgb) const
     {
         return fillColor(rgb) || (strokeWidth > 0.0 && strokeColor(rgb));
@@ -62,17 +62,18 @@ private:
     [[nodiscard]] bool paintColor(const Paint& paint, double opacity, unsigned int& rgb) const;
 };
 
-// Finds the colour behind "url(#name)".
+// Finds the colour for "url(#name)". The builder implements it, so that resolving a style does not depend on the tree.
 class PaintServers
 {
 public:
     virtual ~PaintServers() = default;
 
-    // False when there is none to draw with, with `isFound` telling whether that is what the server says.
+    // Returns false if there is no colour; `isFound` then says whether the server exists, so that no fallback applies.
     virtual bool serverColor(std::string_view name, Color& color, bool& isFound) = 0;
 };
 
-// Turns declared values into a style.
+// Turns the declared values of an element into its style, starting from its parent's. The builder owns it. It warns
+// about values that cannot be read or drawn.
 class StyleResolver
 {
 public:
@@ -101,7 +102,7 @@ private:
     Diagnostics& m_diagnostics;
 };
 
-// Reads an opacity, cut to 0 to 1. False, with a warning, for anything else.
+// Reads an opacity, clamped to 0 to 1. Returns false, with a warning, for anything else.
 bool parseOpacity(std::string_view text, Diagnostics& diagnostics, double& opacity);
 
 } // namespace zelsvg

@@ -14,9 +14,9 @@ constexpr std::uint32_t IdSpecificity = 1U << 20;
 constexpr std::uint32_t ClassSpecificity = 1U << 10;
 constexpr std::uint32_t LargestSpecificity = (1U << 28) - 1;
 constexpr std::size_t MostCompounds = 64;
-constexpr std::size_t BytesPerStep = 16; // of a text that is read once more
+constexpr std::size_t BytesPerStep = 16; // when a text is scanned again
 
-// The marks around a sheet that hides in a comment become blanks, as comments do.
+// The markers around a sheet that is hidden in an XML comment are replaced by spaces, like CSS comments.
 [[nodiscard]] std::string plainSheet(std::string text)
 {
     text = withoutComments(std::move(text));
@@ -27,7 +27,7 @@ constexpr std::size_t BytesPerStep = 16; // of a text that is read once more
     return text;
 }
 
-// The end of the block that begins with the '{' at `open`.
+// Returns the end of the block that begins with the '{' at `open`.
 [[nodiscard]] std::size_t blockEnd(std::string_view text, std::size_t open)
 {
     int depth = 0;
@@ -68,7 +68,7 @@ void StyleSheet::add(std::string text)
     m_texts.push_back(plainSheet(std::move(text)));
     std::string_view rest = trimmed(m_texts.back());
     while (!rest.empty() && !m_diagnostics.hasFailed()) {
-        // Each search ends within the rule: one to the end of the sheet, for every rule, would be quadratic.
+        // Each search ends within the rule; searching to the end of the sheet for every rule would take quadratic time.
         const bool isAtRule = rest.front() == '@';
         const std::size_t open = rest.find_first_of(isAtRule ? "{;" : "{");
         const bool hasBlock = open != std::string_view::npos && rest[open] == '{';
@@ -151,7 +151,7 @@ bool StyleSheet::parseCompound(std::string_view text, Compound& compound, std::u
     } else if (isNameCharacter(text.front())) {
         compound.type = elementName(Space::Svg, takeName(text));
         if (compound.type == ElementName::Unknown)
-            compound.type = ElementName::CharacterData; // a type that is never drawn: matches no element
+            compound.type = ElementName::CharacterData; // a type that is never drawn, so this matches no element
         ++specificity;
     }
     while (!text.empty()) {
@@ -169,7 +169,7 @@ bool StyleSheet::parseCompound(std::string_view text, Compound& compound, std::u
     return true;
 }
 
-// Under the rarest thing that an element must have to match.
+// Indexes a selector by the most selective part that an element must match.
 void StyleSheet::addToIndex(std::size_t selector)
 {
     const Compound& last = m_selectors[selector].compounds.back();
@@ -220,7 +220,7 @@ bool StyleSheet::matches(const Selector& selector, const DocumentTree& tree, uns
     return matchesCompound(selector.compounds[last], tree, node) && matchesAbove(selector, last, tree, node);
 }
 
-// True when the compounds left of `compound` match around a node that `compound` itself matches.
+// Whether the compounds to the left of `compound` match the ancestors of a node that `compound` itself matches.
 bool StyleSheet::matchesAbove(const Selector& selector, std::size_t compound, const DocumentTree& tree, unsigned node)
 {
     if (compound == 0)

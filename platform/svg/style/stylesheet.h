@@ -13,29 +13,29 @@
 
 namespace zelsvg {
 
-// The rules of a drawing's style sheets: type, class, id and universal selectors, joined to compounds, with the
-// descendant and the child combinator. Rules with other selectors and at-rules are left out with a warning.
+// The rules of a drawing's style sheets. It supports type, class, id and universal selectors, compounds of them, and
+// the descendant and child combinators. Rules with other selectors and at-rules are ignored with a warning.
 class StyleSheet
 {
 public:
     StyleSheet(Diagnostics& diagnostics, const Limits& limits);
 
-    // Adds the rules of one sheet behind those there are.
+    // Appends the rules of one sheet.
     void add(std::string text);
 
     [[nodiscard]] bool isEmpty() const { return m_selectors.empty(); }
 
-    // Declares in `cascade` what the rules say of a node.
+    // Adds to `cascade` the declarations of the rules that match a node.
     void apply(const DocumentTree& tree, unsigned node, Cascade& cascade);
 
 private:
-    // One selector without combinators: "rect.site#a".
+    // A selector without combinators, such as "rect.site#a".
     struct Compound
     {
-        ElementName type = ElementName::Unknown; // Unknown for any
+        ElementName type = ElementName::Unknown; // Unknown for any type
         std::vector<std::string_view> classes;
         std::string_view id;
-        bool isChild = false; // the compound to the left must match the parent, not just any ancestor
+        bool isChild = false; // whether the compound to the left must match the parent, not just any ancestor
     };
 
     struct Selector
@@ -43,7 +43,7 @@ private:
         std::vector<Compound> compounds; // from left to right; the last one is for the element itself
         std::size_t firstDeclaration;
         std::size_t endDeclaration;
-        std::size_t cost; // steps that it takes to apply these
+        std::size_t cost; // steps needed to apply its declarations
         std::uint32_t specificity;
         std::uint32_t order;
     };
@@ -67,11 +67,12 @@ private:
     std::vector<Selector> m_selectors;
     std::unordered_map<std::string_view, Bucket> m_byId;
     std::unordered_map<std::string_view, Bucket> m_byClass;
-    Bucket m_byType[static_cast<std::size_t>(ElementName::CharacterData) + 1]; // those without type under Unknown
+    // selectors without a type are under Unknown
+    Bucket m_byType[static_cast<std::size_t>(ElementName::CharacterData) + 1];
     std::size_t m_tests = 0;
 };
 
-// Calls function(name) for every name of a class attribute.
+// Calls function(name) for each name in a class attribute.
 template <typename Function> void forEachClass(std::string_view classes, Function function)
 {
     constexpr std::string_view Spaces = " \t\n\r\f";

@@ -23,7 +23,7 @@ namespace {
     return equalsIgnoringCase(style, "italic") || equalsIgnoringCase(style.substr(0, 7), "oblique");
 }
 
-// Of a length; a word is none.
+// A word counts as zero, because only numbers are lengths.
 [[nodiscard]] bool isZero(std::string_view text)
 {
     double number = 0.0;

@@ -17,7 +17,7 @@ namespace zelsvg {
 
 namespace {
 
-// Small enough to stay in the processor's cache between reading and hashing.
+// bytes; small enough to stay in the processor's cache between reading and hashing
 constexpr std::size_t HashBlock = std::size_t(1) << 17;
 
 [[nodiscard]] FileStamp stampOf(const struct stat& status)
@@ -45,7 +45,7 @@ DrawingFile::~DrawingFile()
 
 bool DrawingFile::open(const std::string& path, std::string& reason)
 {
-    // Non-blocking, or opening a pipe would wait for a writer.
+    // O_NONBLOCK, because opening a pipe would wait for a writer.
     m_descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     struct stat status;
     if (m_descriptor < 0 || ::fstat(m_descriptor, &status) != 0) {

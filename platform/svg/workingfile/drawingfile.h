@@ -9,7 +9,7 @@
 
 namespace zelsvg {
 
-// A time of the file system.
+// A time stamp of the file system.
 struct FileTime
 {
     std::int64_t seconds = 0;
@@ -21,30 +21,31 @@ struct FileTime
     }
 };
 
-// What the file system says about a file. Nobody can change a file and leave all of it as it was.
+// What the file system says about a file. A file cannot be changed without changing at least one of these.
 struct FileStamp
 {
     std::uint64_t size = 0;
-    FileTime modified; // the content, as far as nobody has set the time
-    FileTime changed; // anything; set by the system alone
+    FileTime modified; // last change of the content, unless somebody has set the time
+    FileTime changed; // last change of content or attributes; only the system sets it
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
 };
 
-// By what a working file recognises the drawing that it was made from.
+// Identifies the drawing from which a working file was made.
 struct DrawingKey
 {
     FileStamp stamp;
-    std::uint64_t hash = 0; // of the content
-    std::uint64_t isSettled = 0; // 1: a later change would have shown in the stamp
+    std::uint64_t hash = 0; // hash of the content
+    std::uint64_t isSettled = 0; // 1 if any later change would show in the stamp
 };
 
-// A drawing file that is open for reading. Its content is hashed while it is read, and the process's progress told.
+// A drawing file that is open for reading; it owns the descriptor. Its content is hashed while it is read, and the
+// process's progress is reported.
 class DrawingFile final : public DrawingSource
 {
 public:
-    // File systems keep times in steps of up to two seconds. A file that was changed less than that before it was
-    // opened may be changed once more at what counts as the same time: it has not settled yet.
+    // File systems store times in steps of up to two seconds. A file that was changed less than that before it was
+    // opened may change again with the same time stamp: it has not settled yet.
     static constexpr int CoarsestTime = 2;
 
     explicit DrawingFile(int secondsToSettle = CoarsestTime);
@@ -52,7 +53,7 @@ public:
     DrawingFile(const DrawingFile&) = delete;
     DrawingFile& operator=(const DrawingFile&) = delete;
 
-    // False, with `reason`, for anything but a readable regular file.
+    // Returns false, with a reason, for anything but a readable regular file.
     bool open(const std::string& path, std::string& reason);
 
     long read(char* buffer, std::size_t size) override;
@@ -60,13 +61,14 @@ public:
     bool isWanted(double share) override;
     [[nodiscard]] bool isCancelled() const { return m_isCancelled; }
 
-    // The stamp as of open(); the hash of what has been read since then or since rewind().
+    // The stamp at the time of open(), and the hash of what has been read since then or since rewind().
     [[nodiscard]] DrawingKey key() const;
 
-    // Reads on to the end for the hash alone, without a copy of the content. False after a read error.
+    // Reads to the end only for the hash, without keeping the content. Returns false after a read error or when
+    // cancelled.
     bool hashToEnd();
 
-    // True when all that open() saw has been read.
+    // Whether as many bytes were read as the file had at the time of open().
     [[nodiscard]] bool isComplete() const { return m_readSize == m_key.stamp.size; }
 
 private:

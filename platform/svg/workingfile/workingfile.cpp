@@ -26,8 +26,7 @@ namespace {
     return isSameVersion(a, b) && a.changed == b.changed && a.device == b.device && a.inode == b.inode;
 }
 
-// Collects what is written into pieces so large that the system keeps them in large pages, which makes the file quicker
-// to map.
+// Collects output into pieces so large that the system stores them in large pages, which makes the file faster to map.
 class LargePieces
 {
 public:
@@ -62,8 +61,8 @@ private:
     std::string m_pending;
 };
 
-// The number of a new file's descriptor, or -1; sets `name`. Unlike mkostemp(), which makes files for the user alone,
-// this leaves to the system who may read it, by the process's mask: a project may be shared.
+// Returns the descriptor of a new file, or -1; sets `name`. Unlike mkostemp(), which creates files for the user only,
+// this leaves the permissions to the process's umask, because a project may be shared.
 int newFileBeside(const std::string& path, std::string& name)
 {
     constexpr int MostTries = 100;

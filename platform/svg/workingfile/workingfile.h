@@ -8,22 +8,23 @@
 
 namespace zelsvg {
 
-// The binary image of a parsed drawing. docs/formats.md has its layout.
+// The working file of a drawing: its parsed records as a binary image. The object holds only the path; each operation
+// opens the file anew. docs/formats.md describes the layout.
 class WorkingFile
 {
 public:
     explicit WorkingFile(std::string path);
 
-    // True when the file is there, whole, of this format and made from a drawing of the size, time and content of
-    // `source`; `drawing` then has what was written. Otherwise false, with `drawing` empty. `source` stands anywhere
-    // afterwards.
+    // Loads the image into `drawing`. Returns true if the file exists, is intact, has this format and was made from a
+    // drawing with the size, time and content of `source`; otherwise false, with `drawing` empty. The position of
+    // `source` afterwards is unspecified.
     //
-    // The content is compared by its hash, unless the file system says that nobody has touched the drawing since. A
-    // file of a drawing that somebody has touched, but not changed, is written anew.
+    // The content is compared by its hash, unless the file system shows that the drawing is untouched. If it was
+    // touched but not changed, the working file is rewritten with the new stamp.
     [[nodiscard]] bool load(DrawingFile& source, Drawing& drawing) const;
 
-    // Writes the file beside its place and renames it. What goes wrong leaves the old one or none, and nothing else
-    // behind; nobody needs to know.
+    // Writes the file atomically, by writing a new one beside it and renaming that. Failures are ignored; they leave
+    // the old file or none, and nothing else.
     void save(const DrawingKey& key, const Drawing& drawing) const;
 
 private:

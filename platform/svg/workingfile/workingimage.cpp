@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::uint64_t LargestFile = std::uint64_t(1) << 40;
 
-// Stays in the processor's cache while it is hashed and then checked.
+// records; they stay in the processor's cache between hashing and checking
 constexpr std::size_t CheckedAtOnce = 1024;
 
 template <typename Entry> [[nodiscard]] std::string_view bytesOf(const Entry* entries, std::size_t count)
@@ -39,7 +39,7 @@ template <typename Entry> [[nodiscard]] std::string_view bytesOf(const Entry* en
     return hashOfBytes({reinterpret_cast<const char*>(&header), offsetof(ImageHeader, headerHash)});
 }
 
-// Everything behind the header.
+// The part of an image after the header.
 class ImageBody
 {
 public:
@@ -48,14 +48,14 @@ public:
     void fillIn(ImageHeader& header) const;
     [[nodiscard]] std::uint64_t textBytes() const { return m_drawing.records.texts().size() + m_warningTexts.size(); }
 
-    // Calls write(bytes) until it gives false.
+    // Calls write(bytes) until it returns false.
     template <typename Write> bool forEachPiece(Write write) const;
 
 private:
     const Drawing& m_drawing;
     std::vector<ImageLayer> m_layers;
     std::vector<ImageText> m_warnings;
-    std::string m_warningTexts; // behind the other texts
+    std::string m_warningTexts; // follow the texts of the records
 };
 
 ImageBody::ImageBody(const Drawing& drawing)
@@ -106,8 +106,8 @@ template <typename Write> bool ImageBody::forEachPiece(Write write) const
     return goesOn && write(m_warningTexts);
 }
 
-// Walks over the sections of an image. Its hashes find damage; every number is checked all the same, because what is
-// read here comes from a folder that others write to.
+// Reads the sections of an image. The hashes detect damage; all numbers are checked as well, because the file is in a
+// folder to which others can write.
 class ImageReader
 {
 public:
@@ -134,11 +134,11 @@ private:
     RecordStore::View m_view;
     const ImageLayer* m_layers;
     const ImageText* m_warnings;
-    std::uint64_t m_nextPoint = 0; // that no record has taken yet
+    std::uint64_t m_nextPoint = 0; // not used by a record yet
     std::uint64_t m_nextSpan = 0;
 };
 
-// The sections are within the image: readHeader() has compared the sizes.
+// The sections are within the image, because readHeader() has checked the sizes.
 ImageReader::ImageReader(const ImageHeader& header, const char* image)
     : m_header(header)
     , m_rest(image + sizeof header)
@@ -188,7 +188,7 @@ bool ImageReader::isValid()
     return hash.value() == m_header.bodyHash;
 }
 
-// What all records have comes first, in a loop without branches; only few have more than that.
+// First checks what all records have in common, in a loop without branches; only few records have more.
 bool ImageReader::areValid(const PackedRecord* records, std::size_t count)
 {
     std::uint32_t lastLook = 0;
@@ -202,8 +202,8 @@ bool ImageReader::areValid(const PackedRecord* records, std::size_t count)
     return std::all_of(records, records + count, [this](const PackedRecord& record) { return isValid(record); });
 }
 
-// What it has of its kind alone. Each polygon takes the next points and each text the next spans, so that not even a
-// file that somebody made up multiplies them.
+// Checks what is specific to the record's kind. Each polygon must use the next points and each text the next spans, so
+// that not even a forged file can multiply them.
 bool ImageReader::isValid(const PackedRecord& record)
 {
     const auto takeNext = [](std::uint64_t first, std::uint64_t count, std::uint64_t& next, std::uint64_t size) {
@@ -292,7 +292,7 @@ bool readHeader(std::string_view image, std::uint64_t fileSize, ImageHeader& hea
         || header.version != ImageHeader::Version || header.recordSize != sizeof(PackedRecord)
         || header.headerHash != headerHash(header))
         return false;
-    // No count above the number of bytes, so that the products below cannot overflow.
+    // No count exceeds the number of bytes, so that the products below cannot overflow.
     for (std::uint64_t count :
         {header.records, header.points, header.looks, header.spans, header.layers, header.warnings, header.textBytes}) {
         if (count > fileSize)

@@ -11,10 +11,9 @@
 
 namespace zelsvg {
 
-// The layout of a working file: a header, then the sections, with entries as they lie in memory. All numbers are in the
-// machine's own byte order; the format number tells one order from the other, so a foreign file is just not valid.
-// Raise the version with every change here or in packedrecord.h, and with every change of what the parser makes of a
-// drawing.
+// The layout of a working file: a header, then the sections with entries as they are in memory. All numbers are in
+// native byte order; a file in the other order has a different version number and is thus invalid. Increment the
+// version with every change here or in packedrecord.h, and with every change of what the parser makes of a drawing.
 struct ImageHeader
 {
     static constexpr char Magic[8] = {'Z', 'E', 'L', 'S', 'V', 'G', 'W', '\n'};
@@ -22,7 +21,7 @@ struct ImageHeader
 
     char magic[8];
     std::uint32_t version;
-    std::uint32_t recordSize; // of a PackedRecord
+    std::uint32_t recordSize; // size of a PackedRecord
     DrawingKey key;
 
     double width;
@@ -32,7 +31,7 @@ struct ImageHeader
     double maximumScale;
     double scaleStep;
 
-    // How many entries the sections have, in their order.
+    // The numbers of entries of the sections, in their order.
     std::uint64_t records;
     std::uint64_t points;
     std::uint64_t looks;
@@ -41,8 +40,8 @@ struct ImageHeader
     std::uint64_t warnings;
     std::uint64_t textBytes;
 
-    std::uint64_t bodyHash; // of everything behind the header
-    std::uint64_t headerHash; // of everything before this
+    std::uint64_t bodyHash; // hash of everything after the header
+    std::uint64_t headerHash; // hash of everything before this member
 };
 
 struct ImageLayer
@@ -52,25 +51,25 @@ struct ImageLayer
     std::int64_t number;
 };
 
-// A text of any bytes: where it begins in the text section and its length. The section begins and ends with a NUL.
+// Offset and length of a text in the text section; it may contain any bytes. The section begins and ends with a NUL.
 struct ImageText
 {
     std::uint32_t offset;
     std::uint32_t length;
 };
 
-// Hands the whole image of a drawing to `write`, piece by piece. False when `write` is, or when there is no image of
-// it.
+// Passes the whole image of a drawing to `write`, piece by piece. Returns false if `write` does or if the drawing is
+// too large for an image.
 bool writeImage(const DrawingKey& key, const Drawing& drawing, const std::function<bool(std::string_view)>& write);
 
-// Puts into `header`, otherwise complete, the hashes that make it one with `body`.
+// Sets the hashes of a header that is complete otherwise, so that it belongs to `body`.
 void seal(ImageHeader& header, std::string_view body);
 
-// The header at the begin of an image of `fileSize` bytes. False when it cannot be one.
+// Reads the header at the beginning of an image of `fileSize` bytes. Returns false if it is not valid.
 bool readHeader(std::string_view image, std::uint64_t fileSize, ImageHeader& header);
 
-// Makes `drawing` show the image, `size` bytes, that begins with this header. False when the two do not go together;
-// `drawing` is then of no use. Every number that leads to another place in the image is checked.
+// Makes `drawing` a view of the image, which begins with this header. Returns false if the image is not valid;
+// `drawing` must then be discarded. All numbers that refer to other parts of the image are checked.
 bool showImage(const ImageHeader& header, std::shared_ptr<const char> image, Drawing& drawing);
 
 } // namespace zelsvg

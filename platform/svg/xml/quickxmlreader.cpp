@@ -25,13 +25,13 @@ namespace {
     return static_cast<const char*>(std::memchr(begin, c, static_cast<std::size_t>(end - begin)));
 }
 
-// A NUL stands behind the text.
+// The text must end in a NUL.
 [[nodiscard]] bool beginsWith(const char* p, std::string_view word)
 {
     return std::strncmp(p, word.data(), word.size()) == 0;
 }
 
-// Names of documents and files as one finds them.
+// Accepts the usual names of documents and files.
 [[nodiscard]] bool isPlainIdentifier(std::string_view text)
 {
     return std::all_of(text.begin(), text.end(),
@@ -112,7 +112,7 @@ QuickXmlReader::Step QuickXmlReader::next()
     }
 }
 
-// <?xml version="1.0" encoding="UTF-8" standalone="no"?>
+// Reads <?xml version="1.0" encoding="UTF-8" standalone="no"?>.
 QuickXmlReader::Step QuickXmlReader::readDeclaration()
 {
     const char* p = m_input.position() + 5;
@@ -136,7 +136,7 @@ QuickXmlReader::Step QuickXmlReader::readDeclaration()
     return attribute == end ? Step::Done : Step::GiveUp;
 }
 
-// <!DOCTYPE svg PUBLIC "..." "...">
+// Reads <!DOCTYPE svg PUBLIC "..." "...">.
 QuickXmlReader::Step QuickXmlReader::readDocumentType(const char* p)
 {
     const char* end = find(p, m_input.end(), '>');
@@ -195,7 +195,7 @@ QuickXmlReader::Step QuickXmlReader::readCharacterData(const char* p)
     return Step::Done;
 }
 
-// Up to the next tag.
+// Reads up to the next tag.
 QuickXmlReader::Step QuickXmlReader::readText()
 {
     if (m_open.empty()) {
@@ -211,7 +211,7 @@ QuickXmlReader::Step QuickXmlReader::readText()
     return Step::Done;
 }
 
-// Line by line, so that each has its place.
+// Passes the text on line by line, so that position() is right for each line.
 bool QuickXmlReader::handleText(const char* p, const char* end, TextKind kind)
 {
     const bool isParsed = kind == TextKind::Parsed;
@@ -286,7 +286,7 @@ QuickXmlReader::Step QuickXmlReader::readStartTag()
     return Step::Done;
 }
 
-// Up to what is no attribute.
+// Stops at the first thing that is not an attribute.
 QuickXmlReader::Step QuickXmlReader::readAttributes(const char*& p)
 {
     m_attributeCount = 0;
@@ -346,14 +346,14 @@ QuickXmlReader::Step QuickXmlReader::addAttribute(const XmlName& name, std::stri
     return Step::Done;
 }
 
-// Puts what they stand for in the place of the values that hold references, tabs and line ends.
+// Expands the values that contain references, tabs or line ends.
 bool QuickXmlReader::completeValues()
 {
     m_values.clear();
     std::size_t size = 0;
     for (std::uint64_t rest = m_rawValues; rest; rest &= rest - 1)
         size += m_attributes[static_cast<std::size_t>(__builtin_ctzll(rest))].value.size();
-    m_values.reserve(size); // nothing becomes longer, so the completed values stay where they are
+    m_values.reserve(size); // expansion makes no value longer, so the expanded values do not move
     for (std::uint64_t rest = m_rawValues; rest; rest &= rest - 1) {
         std::string_view& value = m_attributes[static_cast<std::size_t>(__builtin_ctzll(rest))].value;
         const std::size_t begin = m_values.size();

@@ -7,12 +7,13 @@ namespace zelsvg {
 
 class ByteSource;
 
-// Reads the tags of an XML file. Knows its place while the handler is called.
+// Reads the tags of an XML file and passes them to a handler, which it does not own. It knows the position while the
+// handler is called.
 class TagReader : public PositionSource
 {
 public:
-    // To the end of the file, the first error or until the handler has finished. False when this reader gives up on
-    // what another one may read; what the handler has got by then is of no use.
+    // Reads to the end of the file, to the first error, or until the handler has finished. Returns false if this reader
+    // gives up on something that another one may be able to read; what the handler has received must then be discarded.
     [[nodiscard]] virtual bool read(ByteSource& source) = 0;
 };
 

@@ -18,7 +18,7 @@ constexpr std::size_t LargestRest = std::size_t(1) << 24;
 
 } // namespace
 
-// Moves what is left to the front and reads on behind it.
+// Moves the unhandled bytes to the front and appends new ones.
 bool XmlBuffer::fill(ByteSource& source, std::uint64_t largestFile)
 {
     m_line = line();
@@ -26,7 +26,8 @@ bool XmlBuffer::fill(ByteSource& source, std::uint64_t largestFile)
     const bool isBehindReturn = rest == 0 && m_capacity > 0 && m_position != m_bytes.get() && m_position[-1] == '\r';
     if (rest > LargestRest)
         return false;
-    // At least half of the buffer becomes new, so that a long tag is not scanned too often from its begin.
+    // At least half of the buffer is free for new bytes, so that a long tag is not rescanned too often from its
+    // beginning.
     if (rest > m_capacity / 2 || m_capacity == 0) {
         m_capacity = std::max(2 * m_capacity, BlockSize);
         std::unique_ptr<char[]> bytes(new char[m_capacity + 1]);
@@ -44,11 +45,11 @@ bool XmlBuffer::fill(ByteSource& source, std::uint64_t largestFile)
     m_size += static_cast<std::uint64_t>(std::max(length, 0L));
     m_isSourceAtEnd = length == 0;
     if (isBehindReturn && *m_position == '\n')
-        --m_line; // the second half of a line end that has been counted
+        --m_line; // it completes a line end that was counted already
     return length >= 0 && m_size <= largestFile;
 }
 
-// A line ends in LF, CR or both.
+// A line ends in LF, CR or CR LF.
 unsigned long XmlBuffer::line() const
 {
     while (m_counted != m_position) {

@@ -9,25 +9,25 @@
 
 namespace zelsvg {
 
-// The part of a file that is being read: what has been taken from the source and not been handled stands from
-// position() to end(), with a NUL behind it, which no XML text holds. Counts the lines that it has passed.
+// The part of a file that is being read. The bytes that were read and not handled yet are between position() and end(),
+// followed by a NUL, which never occurs in XML. It counts the lines it has passed.
 class XmlBuffer
 {
 public:
     [[nodiscard]] const char* position() const { return m_position; }
     [[nodiscard]] const char* end() const { return m_end; }
 
-    // Forwards, at most to the end.
+    // Moves forwards, at most to the end.
     void moveTo(const char* position) { m_position = position; }
 
-    // Reads on; pointers into the buffer are void afterwards. False after a read error, at the limit of `largestFile`
-    // bytes and when too much is unhandled.
+    // Reads more bytes; pointers into the buffer become invalid. Returns false after a read error, beyond `largestFile`
+    // bytes, and if too many bytes are unhandled.
     [[nodiscard]] bool fill(ByteSource& source, std::uint64_t largestFile);
 
-    // True when there is nothing more to read.
+    // Returns true when the whole file has been read.
     [[nodiscard]] bool isSourceAtEnd() const { return m_isSourceAtEnd; }
 
-    // Of the position, from 1.
+    // The line of the position, from 1.
     [[nodiscard]] unsigned long line() const;
 
 private:
@@ -35,10 +35,10 @@ private:
     std::size_t m_capacity = 0;
     const char* m_position = nullptr;
     const char* m_end = nullptr;
-    std::uint64_t m_size = 0; // taken from the source
+    std::uint64_t m_size = 0; // bytes read from the source
     bool m_isSourceAtEnd = false;
 
-    mutable const char* m_counted = nullptr; // up to where m_line counts
+    mutable const char* m_counted = nullptr; // m_line is the line of this position
     mutable unsigned long m_line = 1;
 };
 

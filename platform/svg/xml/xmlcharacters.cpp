@@ -24,7 +24,7 @@ constexpr char32_t LastCharacter = 0x10FFFF;
     return value < base ? value : -1;
 }
 
-// `p` stands behind "&#".
+// `p` points after "&#".
 [[nodiscard]] const char* readNumberReference(const char* p, std::string& text)
 {
     const int base = *p == 'x' ? 16 : 10;
@@ -71,7 +71,7 @@ const char* skipXmlCharacter(const char* p)
     const int length = byte(0) >= 0xF0 ? 4 : byte(0) >= 0xE0 ? 3 : 2;
     char32_t c = byte(0) & (0x7FU >> length);
     for (int i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0) != 0x80) // at the NUL at the latest
+        if ((byte(i) & 0xC0) != 0x80) // the NUL ends this loop
             return nullptr;
         c = c << 6 | (byte(i) & 0x3F);
     }

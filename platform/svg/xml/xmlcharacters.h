@@ -7,14 +7,14 @@
 
 namespace zelsvg {
 
-// What a byte of an XML file may be, one bit each; 0 for what always needs a closer look. NUL, which ends every buffer,
-// is nothing of all that.
+// The classes of bytes of an XML file, one bit each; 0 for bytes that always need a closer look. NUL, which ends every
+// buffer, is in no class.
 namespace XmlByte {
 constexpr std::uint8_t Space = 1;
-constexpr std::uint8_t NameStart = 2; // ASCII alone
+constexpr std::uint8_t NameStart = 2; // ASCII only
 constexpr std::uint8_t NamePart = 4;
-constexpr std::uint8_t InText = 8; // stands for itself in a text
-constexpr std::uint8_t InValue = 16; // stands for itself in an attribute's value, whatever its quotes are
+constexpr std::uint8_t InText = 8; // stands for itself in text
+constexpr std::uint8_t InValue = 16; // stands for itself in an attribute's value, whichever quotes it has
 } // namespace XmlByte
 
 namespace detail {
@@ -57,7 +57,7 @@ inline constexpr std::array<std::uint8_t, 256> XmlBytes = makeXmlBytes();
     return detail::XmlBytes[static_cast<unsigned char>(c)];
 }
 
-// The first byte from `p` on that is not of this kind; a NUL at the latest.
+// Returns the first byte from `p` on that is not in this class, at the latest the NUL.
 [[nodiscard]] inline const char* skipXmlBytes(const char* p, std::uint8_t kind)
 {
     while (xmlByte(*p) & kind)
@@ -65,16 +65,16 @@ inline constexpr std::array<std::uint8_t, 256> XmlBytes = makeXmlBytes();
     return p;
 }
 
-// `c` is below 0x110000.
+// `c` must be below 0x110000.
 void appendUtf8(char32_t c, std::string& text);
 
-// The end of the character beyond ASCII at `p`. Null when that is not well-formed UTF-8 or no character of XML. A NUL
-// stands behind the text.
+// Returns the end of the non-ASCII character at `p`; null if it is not well-formed UTF-8 or not allowed in XML. The
+// text must end in a NUL.
 [[nodiscard]] const char* skipXmlCharacter(const char* p);
 
-// Reads a reference ("&lt;", "&#x41;") at `p` and appends what it stands for. Gives its end. Null for an entity that is
-// none of XML's own five, for a character that is none of XML, and for anything that is no reference. A NUL stands
-// behind the text.
+// Reads a reference ("&lt;", "&#x41;") at `p` and appends the character. Returns its end; null for an entity other than
+// XML's own five, for a character that XML does not allow and for anything that is not a reference. The text must end
+// in a NUL.
 [[nodiscard]] const char* readXmlReference(const char* p, std::string& text);
 
 } // namespace zelsvg

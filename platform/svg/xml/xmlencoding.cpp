@@ -10,10 +10,10 @@ namespace zelsvg {
 
 namespace {
 
-constexpr unsigned FirstOfWindows = 0x80; // below it is ASCII
+constexpr unsigned FirstOfWindows = 0x80; // the bytes below are ASCII
 constexpr unsigned FirstOfLatin1 = 0xA0;
 
-// The characters from 0x80 on, of windows-1252 up to 0x9F: beyond that it is ISO 8859-1. 0 for none.
+// The characters from 0x80 on; those of windows-1252 only up to 0x9F, because it equals ISO 8859-1 beyond. 0 for none.
 // clang-format off
 constexpr std::uint16_t Windows1250[] = {
     0x20AC, 0x0000, 0x201A, 0x0000, 0x201E, 0x2026, 0x2020, 0x2021,
@@ -42,7 +42,7 @@ constexpr std::uint16_t Windows1252[] = {
 // clang-format on
 static_assert(std::size(Windows1250) == 0x80 && std::size(Windows1252) == FirstOfLatin1 - FirstOfWindows);
 
-constexpr char32_t NoCharacter = 0xFFFF; // of XML
+constexpr char32_t NoCharacter = 0xFFFF; // not allowed in XML
 
 [[nodiscard]] char32_t windowsCharacter(XmlEncoding encoding, unsigned char byte)
 {

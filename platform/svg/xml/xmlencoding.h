@@ -7,19 +7,20 @@
 
 namespace zelsvg {
 
-// The encodings that drawings come in.
+// The encodings of drawings that are understood.
 enum class XmlEncoding : std::uint8_t { Utf8, Utf16Little, Utf16Big, Latin1, Windows1250, Windows1252 };
 
-// By the name in an XML declaration; Utf8 for any that is none of those with one byte for each character.
+// Returns the encoding with this name in an XML declaration if it is one of the single-byte ones, else Utf8.
 [[nodiscard]] XmlEncoding xmlEncoding(std::string_view name);
 
-// The two that expat does not know.
+// Whether it is one of the two encodings that expat does not know.
 [[nodiscard]] bool isWindows(XmlEncoding encoding);
 
-// What each byte of such an encoding stands for; -1 for no character.
+// Fills in the character for each byte of such an encoding; -1 if there is none.
 void fillWindowsMap(XmlEncoding encoding, int (&map)[256]);
 
-// A piece of a file in UTF-8, for messages. What is no character becomes one that XML does not allow.
+// Converts a piece of a file to UTF-8 for messages. A byte without a character becomes a character that XML does not
+// allow.
 [[nodiscard]] std::string decodedXml(std::string_view bytes, XmlEncoding encoding);
 
 } // namespace zelsvg

@@ -16,8 +16,8 @@ struct XmlAttribute
     std::string_view value;
 };
 
-// Takes the tags of an XML file as they come. Names are as written, with their prefix. All texts are UTF-8, valid
-// during the call.
+// Receives the tags of an XML file in their order; the reader does not own it. Names are as written, including their
+// prefix. All texts are UTF-8 and valid during the call only.
 class XmlHandler
 {
 public:
@@ -27,7 +27,7 @@ public:
     virtual void endTag() = 0;
     virtual void text(std::string_view text) = 0;
 
-    // Asked after each of these: true ends reading.
+    // Asked after each of these calls; true ends reading.
     [[nodiscard]] virtual bool isFinished() const = 0;
 };
 

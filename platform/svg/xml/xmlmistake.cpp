@@ -27,7 +27,7 @@ constexpr std::size_t None = std::string_view::npos;
     return at < text.size() && (xmlByte(text[at]) & kind);
 }
 
-// Letters beyond ASCII are taken for ones of names; the XML reader has the last word.
+// All non-ASCII letters count as letters of names here; the XML reader decides.
 [[nodiscard]] bool beginsName(std::string_view text, std::size_t at)
 {
     return isOf(text, at, XmlByte::NameStart) || (at < text.size() && (text[at] == ':' || isBeyondAscii(text[at])));
@@ -47,14 +47,14 @@ constexpr std::size_t None = std::string_view::npos;
     return at;
 }
 
-// What stands at `at`, for a message: up to a line's, a tag's or a value's end.
+// Returns the text at `at` for a message, at most to the end of a line, tag or value.
 [[nodiscard]] std::string excerpt(std::string_view text, std::size_t at)
 {
     constexpr std::size_t Longest = 12;
     std::string_view rest = text.substr(at, Longest);
     rest = rest.substr(0, rest.find_first_of("<>\"'\r\n", 1));
     const bool isCut = at + rest.size() >= text.size() || (text[at + rest.size()] & 0xC0) == 0x80;
-    while (isCut && rest.size() > 1 && isBeyondAscii(rest.back())) // perhaps within a character
+    while (isCut && rest.size() > 1 && isBeyondAscii(rest.back())) // the end may be within a character
         rest.remove_suffix(1);
     return quoted(rest);
 }
@@ -73,7 +73,7 @@ constexpr std::size_t None = std::string_view::npos;
     return end > begin && (isNumber || beginsName(text, begin)) && isAt(text, end, ";");
 }
 
-// A tag being looked at from its begin on.
+// Scans a tag from its beginning.
 class TagScanner
 {
 public:
@@ -83,7 +83,7 @@ public:
         , m_tag(text.substr(1, m_at - 1))
     { }
 
-    // Goes over the next attribute. False at the end of the tag, of the text and at a mistake.
+    // Scans the next attribute. Returns false at the end of the tag or of the text, and at a mistake.
     bool next();
 
     [[nodiscard]] std::size_t begin() const { return m_begin; }
@@ -98,9 +98,9 @@ private:
 
     std::string_view m_text;
     std::size_t m_at;
-    std::string_view m_tag; // its name
-    std::size_t m_begin = 0; // of the attribute
-    std::string m_name; // of the attribute; before it comes, of the one before
+    std::string_view m_tag; // the tag's name
+    std::size_t m_begin = 0; // start of the current attribute
+    std::string m_name; // name of the current attribute; of the previous one until it is read
     std::optional<XmlMistake> m_mistake;
 };
 
@@ -188,7 +188,7 @@ bool TagScanner::readWithoutQuotes()
     return XmlMistake{at, "found " + excerpt(text, at) + ", expected an entity: & begins an entity; write &amp;"};
 }
 
-// Characters that XML does not take where they stand.
+// Looks for characters that XML does not allow at this position.
 [[nodiscard]] std::optional<XmlMistake> mistakeInText(std::string_view text, std::size_t stop)
 {
     constexpr std::string_view End = "]]>";
@@ -196,7 +196,7 @@ bool TagScanner::readWithoutQuotes()
         if (isAt(text, at, End))
             return XmlMistake{at, "found ]]> in a text, expected ]]&gt;"};
     }
-    if (stop > 0 && text[stop - 1] == '&') // in the value of an entity
+    if (stop > 0 && text[stop - 1] == '&') // within the value of an entity
         return mistakeInReference(text, stop - 1);
     return std::nullopt;
 }
@@ -233,7 +233,7 @@ bool TagScanner::readWithoutQuotes()
         return true;
     if (!isBeyondAscii(text[at]))
         return text[at] >= ' ' || isOf(text, at, XmlByte::Space);
-    const std::string rest(text.substr(at, 4)); // with a NUL behind it
+    const std::string rest(text.substr(at, 4)); // adds a NUL at the end
     return skipXmlCharacter(rest.c_str()) != nullptr;
 }
 

@@ -9,19 +9,19 @@
 
 namespace zelsvg {
 
-// A mistake in XML, in the words of whoever wrote it.
+// A mistake in XML, explained to the author of the drawing.
 struct XmlMistake
 {
-    std::size_t offset; // where it begins
-    std::string message; // what was found, what was expected
+    std::size_t offset; // offset of its first byte
+    std::string message; // what was found and what was expected
 };
 
-// The mistake at which reading `text` stopped: a tag, a reference, a comment or characters from its begin on, with some
-// of what follows, in UTF-8. Nothing where bytes that are no text stand at `stop`, and where it is none of those that
-// people make.
+// Explains the mistake at which reading `text` stopped, at offset `stop`. `text` is UTF-8 and begins with the tag,
+// reference, comment or characters in question, followed by some of what comes next. Returns nothing if `stop` is not
+// within the text or the bytes there are not a character.
 [[nodiscard]] std::optional<XmlMistake> findXmlMistake(std::string_view text, std::size_t stop);
 
-// Where the attributes of a well-formed start tag begin, in UTF-8 as well. Empty for anything else.
+// Returns where the attributes of a well-formed start tag (UTF-8) begin; empty for anything else.
 [[nodiscard]] std::vector<std::size_t> attributeOffsets(std::string_view tag);
 
 } // namespace zelsvg

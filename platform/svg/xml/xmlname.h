@@ -8,8 +8,8 @@
 
 namespace zelsvg {
 
-// A name in an XML file. Nearly all names have at most 16 characters: they are compared and hashed as two words, made
-// once from the text.
+// A name in an XML file; a view that does not own its text. Nearly all names have at most 16 characters; they are
+// compared and hashed as two words, which are computed once.
 class XmlName
 {
 public:
@@ -35,7 +35,7 @@ public:
 
     [[nodiscard]] std::string_view text() const { return m_text; }
 
-    // The first eight characters, of a shorter name four or less.
+    // The first and the last eight characters; fewer for a shorter name.
     [[nodiscard]] std::uint64_t first() const { return m_first; }
     [[nodiscard]] std::uint64_t last() const { return m_last; }
     [[nodiscard]] bool isKey() const { return m_text.size() <= LongestKey; }

@@ -3,7 +3,7 @@
 
 #include "platform/svg/xml/xmlmistake.h"
 
-// expat declares its limits on entities only under the option that it was built with.
+// expat declares its functions for limiting entities only if this is defined, as it was when expat was built.
 #define XML_DTD
 #include <expat.h>
 
@@ -20,7 +20,7 @@ constexpr std::size_t BlockSize = std::size_t(1) << 18;
 constexpr std::size_t LargestBlock = std::size_t(1) << 26;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
-// Entities are for namespace names and a few characters. What they may add up to:
+// Limits for entities, which are meant for namespace names and a few characters:
 constexpr int MostEntities = 1000;
 constexpr float LargestAmplification = 20.0F;
 constexpr unsigned long long AmplificationStart = 1ULL << 20; // bytes
@@ -62,7 +62,7 @@ constexpr unsigned long long AmplificationStart = 1ULL << 20; // bytes
     }
 }
 
-// Goes from `position` over `text`, which is UTF-8. Lines end in LF, CR or both.
+// Moves `position` over `text`, which is UTF-8. Lines end in LF, CR or CR LF.
 void advance(Position& position, std::string_view text)
 {
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -76,7 +76,8 @@ void advance(Position& position, std::string_view text)
     }
 }
 
-// The other way round: `text` ends at `position`. Line 0 when it does not reach back to where that line begins.
+// Returns the position of `offset` in a text that ends at `position`; line 0 if the text does not reach back to the
+// beginning of that line.
 [[nodiscard]] Position positionBefore(Position position, std::string_view text, std::size_t offset)
 {
     Position moved;
@@ -91,11 +92,11 @@ void advance(Position& position, std::string_view text)
     return result;
 }
 
-// What the XML reader holds of the file, split at a place in it, which is given in bytes.
+// The bytes of the file that the XML parser holds, split at an offset in the file.
 struct Context
 {
     std::string_view before;
-    std::string_view behind; // empty where the place is not there
+    std::string_view behind; // empty if the parser does not hold the offset
 };
 
 [[nodiscard]] Context contextAt(XML_Parser parser, std::int64_t index)
@@ -181,7 +182,7 @@ Position XmlReader::positionOf(std::string_view part) const
             continue;
         if (m_attributePositions.empty())
             findAttributes();
-        // One that the document type adds stands nowhere in the tag.
+        // an attribute added by the document type is not in the tag
         return i < m_attributePositions.size() ? m_attributePositions[i] : position();
     }
     return position();
@@ -202,12 +203,12 @@ void XmlReader::findAttributes() const
     }
 }
 
-// False after the last block.
+// Returns false after the last block.
 bool XmlReader::readBlock(ByteSource& source)
 {
     XML_Parser parser = m_parser.get();
-    // A tag longer than a block is scanned again with every further block. Blocks that grow with what is still
-    // unhandled keep the whole linear.
+    // A tag longer than a block is rescanned with every further block. Blocks that grow with the unhandled bytes keep
+    // the total time linear.
     const XML_Index handled = XML_GetCurrentByteIndex(parser);
     const std::uint64_t pending = handled < 0 ? 0 : m_size - std::min(m_size, static_cast<std::uint64_t>(handled));
     const auto blockSize = static_cast<std::size_t>(std::clamp<std::uint64_t>(pending, BlockSize, LargestBlock));
@@ -236,7 +237,7 @@ bool XmlReader::readBlock(ByteSource& source)
     return length > 0;
 }
 
-// What a file begins with tells whether it is UTF-16; others say what they are.
+// The first bytes show whether the file is UTF-16; other encodings are named in the XML declaration.
 void XmlReader::noteEncoding(std::string_view begin)
 {
     constexpr std::string_view LittleMark = "\xFF\xFE";
@@ -269,10 +270,10 @@ void XmlReader::reportXmlError()
     m_diagnostics.fail(message);
 }
 
-// In the words of whoever wrote the drawing. False when there is more to it.
+// Explains a mistake to the author of the drawing. Returns false if this is not possible.
 bool XmlReader::reportMistake()
 {
-    constexpr std::size_t Excerpt = 100; // bytes of what follows
+    constexpr std::size_t Excerpt = 100; // bytes after the mistake
     const Context context = contextAt(m_parser.get(), m_end);
     const auto stop = static_cast<std::size_t>(XML_GetCurrentByteIndex(m_parser.get()) - m_end);
     if (stop >= context.behind.size())
@@ -293,13 +294,13 @@ bool XmlReader::reportMistake()
     return true;
 }
 
-// Of what is being handled.
+// Notes the end of what is being handled.
 void XmlReader::noteEnd()
 {
     m_end = XML_GetCurrentByteIndex(m_parser.get()) + XML_GetCurrentByteCount(m_parser.get());
 }
 
-// Nothing may be thrown through the XML parser, which is C.
+// No exception may pass through the XML parser, which is written in C.
 template <typename Call> void XmlReader::handle(Call call)
 {
     noteEnd();
@@ -330,7 +331,7 @@ void XmlReader::startTag(const char* name, const char* const* attributes)
 void XmlReader::onEnd(void* reader, const char*)
 {
     auto* self = static_cast<XmlReader*>(reader);
-    // An empty element's end comes even when its start has stopped the parser.
+    // The end of an empty element is reported even if its start stopped the parser.
     if (!self->m_diagnostics.hasFailed() && !self->m_handler.isFinished())
         self->handle([=] { self->m_handler.endTag(); });
 }
@@ -364,7 +365,8 @@ void XmlReader::onEntity(
     });
 }
 
-// Another file would have to be read. Comes for entities in texts only, not for the document type's own file.
+// Reading the entity would require another file. This is called only for entities in texts, not for an external
+// document type.
 int XmlReader::onForeignEntity(XML_ParserStruct* parser, const char*, const char*, const char*, const char*)
 {
     auto* self = static_cast<XmlReader*>(XML_GetUserData(parser));

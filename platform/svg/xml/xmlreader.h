@@ -14,8 +14,8 @@ struct XML_ParserStruct;
 
 namespace zelsvg {
 
-// Reads any XML from a byte source: checks that it is well-formed, refuses entities that multiply and never opens
-// another file. Errors go to the diagnostics with their place.
+// Reads any XML from a byte source: checks that it is well-formed, refuses entities that multiply, and never opens
+// another file. Errors are reported to the diagnostics with their position.
 class XmlReader final : public TagReader
 {
 public:
@@ -24,7 +24,7 @@ public:
     XmlReader(const XmlReader&) = delete;
     XmlReader& operator=(const XmlReader&) = delete;
 
-    // Never gives up.
+    // Always returns true: this reader never gives up.
     bool read(ByteSource& source) override;
 
     // The start of the tag being handled.
@@ -61,12 +61,12 @@ private:
     Diagnostics& m_diagnostics;
     const Limits& m_limits;
     std::unique_ptr<XML_ParserStruct, ParserDeleter> m_parser;
-    std::vector<XmlAttribute> m_attributes; // of the tag being handled
-    mutable std::vector<Position> m_attributePositions; // of these, once one is asked for
+    std::vector<XmlAttribute> m_attributes; // attributes of the tag being handled
+    mutable std::vector<Position> m_attributePositions; // their positions; found when one is first asked for
     XmlEncoding m_encoding = XmlEncoding::Utf8;
-    bool m_hasMark = false; // a byte order mark, which is no character
+    bool m_hasMark = false; // whether the file begins with a byte order mark, which is no character
     std::uint64_t m_size = 0; // bytes taken from the source
-    std::int64_t m_end = 0; // of what was handled last, in bytes
+    std::int64_t m_end = 0; // the end of what was handled last, in bytes
     int m_entities = 0;
 };
 

@@ -10,7 +10,7 @@ namespace zelsvg {
 class XmlHandler;
 struct Limits;
 
-// The two ways to read XML: fast, with what drawings rarely hold left out, and in full.
+// The two ways to read XML: quickly, without rarely used features, or completely.
 enum class XmlReading { Quick, Thorough };
 
 // The handler and the diagnostics are not owned.
