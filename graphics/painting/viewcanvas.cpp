@@ -13,13 +13,13 @@ namespace mirn::zelchipview {
 
 namespace {
 
-constexpr int Margin = 2; // pixels that pens and smoothing reach beyond an element
+constexpr int Margin = 2; // pixels that pens and antialiasing reach beyond an element
 
-constexpr int BorderBreadth = 2; // pixels in which a border may be seen
+constexpr int BorderBreadth = 2; // width in pixels of the strips along the picture's borders where cut-off shapes show
 
-constexpr double ThinnestWide = 0.99; // pixels; wider pens are QPainter's
+constexpr double ThinnestWide = 0.99; // pixels; QPainter draws wider pens
 
-// From this part of the picture on, painting all of it is no more work than painting its parts.
+// Above this dirty share of the picture, repainting all of it is no more work than repainting the parts.
 constexpr double MostDirty = 0.7;
 
 bool isSameScale(const QTransform& a, const QTransform& b)
@@ -33,7 +33,7 @@ bool isWhole(double value)
     return value == std::round(value);
 }
 
-// But for what is lost in some sums.
+// Allows for rounding error.
 bool isNearlyWhole(double value)
 {
     constexpr double Lost = 1e-6;
@@ -69,7 +69,7 @@ void ViewCanvas::invalidate()
     m_dirtyPixels = 0;
 }
 
-// While nothing is painted the parts must not become more and more.
+// While nothing is painted, the number of dirty parts must not grow without limit.
 void ViewCanvas::invalidate(int place)
 {
     if (!m_isValid)
@@ -91,7 +91,7 @@ void ViewCanvas::drawOn(QPainter& painter, const QPointF& position, qreal ratio)
 {
     const int width = m_picture.width();
     const int height = m_picture.height();
-    // Shares the pixels; a ratio of its own would copy them.
+    // This image shares the pixels; changing the device pixel ratio of a copy would copy them.
     QImage picture(m_picture.constBits(), width, height, m_picture.bytesPerLine(), m_picture.format());
     picture.setDevicePixelRatio(ratio);
     if (m_origin.isNull()) {
@@ -117,14 +117,15 @@ bool ViewCanvas::isSameButScrolled(const Scene& scene) const
         && scene.backgroundBrush == m_backgroundBrush;
 }
 
-// Gives false when nothing of the picture stays in sight, or not at whole pixels.
+// Returns false if the picture cannot be reused: nothing of it stays visible, it moves by a fraction of a pixel, or its
+// background does not move along.
 bool ViewCanvas::scroll(const Scene& scene)
 {
     const double dx = scene.toPicture.dx() - m_toPicture.dx();
     const double dy = scene.toPicture.dy() - m_toPicture.dy();
     if (dx == 0 && dy == 0)
         return true;
-    // A pattern or picture stays where it is.
+    // A background with a pattern or an image does not move along.
     const Qt::BrushStyle behind = scene.backgroundBrush.style();
     if (behind != Qt::NoBrush && behind != Qt::SolidPattern)
         return false;
@@ -137,7 +138,7 @@ bool ViewCanvas::scroll(const Scene& scene)
     for (QRect& part : m_dirty)
         part.translate(way);
     const std::vector<QRect> borders = bordersAcross(way);
-    markCutShapes(borders, way); // where they were, moved along
+    markCutShapes(borders, way); // the areas that they covered before, moved along
     if (way.x() == 0)
         markEdgesOfCutRects(way);
     m_toPicture = scene.toPicture;
@@ -146,7 +147,7 @@ bool ViewCanvas::scroll(const Scene& scene)
         markEdgesOfCutRects(QPoint());
         markCutRects();
     }
-    // What is cut off by the border of an image is rounded in another way than what lies inside.
+    // QPainter rounds shapes that are cut off at the border of an image differently from those inside.
     for (const QRect& border : borders) {
         mark(border);
         mark(border.translated(way));
@@ -158,7 +159,7 @@ bool ViewCanvas::scroll(const Scene& scene)
     return true;
 }
 
-// The borders of the picture that something moves across.
+// Returns strips along the borders that something moves across.
 std::vector<QRect> ViewCanvas::bordersAcross(QPoint way) const
 {
     const int width = m_picture.width();
@@ -179,8 +180,8 @@ std::vector<QRect> ViewCanvas::sideBorders() const
     return {QRect(0, 0, BorderBreadth, height), QRect(m_picture.width() - BorderBreadth, 0, BorderBreadth, height)};
 }
 
-// How QPainter cuts off what is slanted or has a wide border depends on where the picture's border is, along the whole
-// of a line, so that the picture of it cannot be moved.
+// How QPainter cuts off a slanted shape or a wide border depends on where the picture's border is, and it changes
+// pixels along the whole shape. Such shapes cannot be moved with the picture; they are repainted.
 void ViewCanvas::markCutShapes(const std::vector<QRect>& borders, QPoint way)
 {
     const auto markShape = [&](const Primitive& primitive, const QRectF& bounds, const QRect&) {
@@ -199,7 +200,7 @@ void ViewCanvas::markCutShapes(const std::vector<QRect>& borders, QPoint way)
     m_painter.visitTouching(m_toPicture, borders, m_layers, markShape);
 }
 
-// How it rounds a rect that is cut off at a side depends on how far down the rect is.
+// How QPainter rounds a rect that is cut off at a side depends on the rect's vertical position.
 void ViewCanvas::markCutRects()
 {
     const auto markRect = [&](const Primitive& primitive, const QRectF& bounds, const QRect& border) {
@@ -218,8 +219,8 @@ void ViewCanvas::markEdgesOfCutRects(QPoint way)
     m_painter.visitTouching(m_toPicture, sideBorders(), m_layers, markRect);
 }
 
-// How much is left of a rect that a side cuts decides about the last bit of where its edges lie, and so, where they lie
-// on the border of pixels, about a level of their colour.
+// The length that is left of a rect cut off at a side affects the last bit of its edges' coordinates and so, where an
+// edge lies on the border between pixels, the edge's colour by one level.
 void ViewCanvas::markEdgesIfCut(const QRectF& rect, QPoint way)
 {
     if (rect.left() >= 0 && rect.right() <= m_picture.width())
@@ -243,7 +244,7 @@ void ViewCanvas::markEdges(const QRectF& rect, double reach, QPoint way)
     mark(QRectF(rect.right() - reach, outer.top(), 2 * reach, outer.height()), way);
 }
 
-// Moved along with the picture.
+// `way` is how far the part has moved along with the picture.
 void ViewCanvas::mark(const QRectF& part, QPoint way)
 {
     mark((part.translated(way) & QRectF(m_picture.rect())).toAlignedRect());
@@ -288,7 +289,7 @@ void ViewCanvas::paintDirtyParts(const Scene& scene)
     if (!dirty.empty() && m_scratch.size() != m_picture.size())
         m_scratch = QImage(m_picture.size(), QImage::Format_RGB32);
     QRect last;
-    for (auto raw = dirty.rbegin(); raw != dirty.rend(); ++raw) { // the large ones come last
+    for (auto raw = dirty.rbegin(); raw != dirty.rend(); ++raw) { // the large parts come last
         const QRect part = *raw & m_picture.rect();
         if (part.isEmpty() || last.contains(part))
             continue;
@@ -302,7 +303,7 @@ void ViewCanvas::copyFromScratch(const QRect& part)
 {
     const int width = m_picture.width();
     const int left = wrapped(part.left() + m_origin.x(), width);
-    const int first = std::min(part.width(), width - left); // the rest begins anew at the other edge
+    const int first = std::min(part.width(), width - left); // the rest wraps around to the other edge
     uchar* picture = m_picture.bits();
     for (int y = part.top(); y <= part.bottom(); ++y) {
         const auto* from = reinterpret_cast<const QRgb*>(m_scratch.constScanLine(y)) + part.left();
