@@ -19,7 +19,8 @@ using mirn::zelengine::ReferenceEngine;
 
 namespace {
 
-// What the view asks the process for rather than the engine. The flow decides on the view's menus: it comes first.
+// Opens the project, which the view asks the process for and not the engine. The flow decides on the view's menus, so
+// it is set first.
 void openProject(const mirn::zelengine::Project& project)
 {
     zelproject::getInstance()->setFlowName(toEngineText(project.flow));
