@@ -44,13 +44,15 @@ public:
     // of every resource name; its children are the top-level rows.
     [[nodiscard]] virtual zeltreeviewcell* tree() = 0;
 
-    // Returns the column titles of the tree, by column number. Called once per controller.
+    // Returns the column titles of the tree, by column number. Called until there are titles, and then never again by
+    // the same controller.
     [[nodiscard]] virtual const std::map<int, std::string>& headers() = 0;
 
     // Returns the rows of the usage table: each row's label, then its cells.
     [[nodiscard]] virtual std::vector<std::vector<std::string>> getResources() = 0;
 
-    // Returns the column titles of the usage table, without one for the label. Called once per controller.
+    // Returns the column titles of the usage table, without one for the label. Called until there are titles, and then
+    // never again by the same controller.
     [[nodiscard]] virtual std::vector<std::string> getResourceHeader() = 0;
 
     // Returns one line about a resource ("2 of 3 placed"), or an empty text if there is nothing to say or no such
