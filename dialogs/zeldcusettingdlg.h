@@ -27,7 +27,7 @@ public:
     ~ZELDCUSettingDlg() override;
 
 public Q_SLOTS:
-    // Writes the values that the user has changed and closes with DCUDLGSUCCESS.
+    // Writes the values that differ from those in force and closes with DCUDLGSUCCESS.
     void accept() override;
 
     // Closes with 1.

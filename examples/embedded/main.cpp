@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// The chip view as one part of a bigger window, on the reference engine and its project files.
+// Shows the chip view as one part of a bigger window, with the reference engine and its project files.
 //     embedded PROJECT_DIR                        such as engine/sample
 //     embedded PROJECT_DIR --once [FILE.png]      place something as a drop would, take a picture, and end
 #include "engine/referenceengine.h"

@@ -49,8 +49,8 @@ public:
     // changed; if not, no repaint is scheduled.
     virtual bool synchronise(ElementStates states) = 0;
 
-    // Sets the fill that paint() would set, so that a host can read it from the item. This is expensive among many
-    // items: Qt looks for the item among all others.
+    // Sets the fill that paint() would set, so that a host can read it from the item. Kinds without a fill do nothing.
+    // The call is expensive among many items, because Qt looks for the item among all others.
     virtual void showFill(ElementStates) { }
 
     // Returns whether the item waits for its layer to be shown before it takes over its geometry or tooltip.

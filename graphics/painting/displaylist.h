@@ -59,7 +59,8 @@ public:
     // Brings the list and its spatial index up to date with the index of elements.
     void update(ElementIndex& index);
 
-    // The version counts the changes that affect more than the look of elements: they came, went or moved.
+    // The version counts the changes that affect more than the look of elements: they came, went, moved or changed
+    // their order.
     [[nodiscard]] unsigned version() const { return m_version; }
 
     // Reads the element's attribute again. Returns whether the element looks different now. If it has moved, the

@@ -90,7 +90,7 @@ ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rect, QRgb color)
     const double middleY = m_mapping.y((rect.top() + (rect.top() + rect.height())) * 0.5);
     double steepness = rect.height() / rect.width();
     if (from < 0 || to > m_size.width()) {
-        // When the line is cut off, it becomes thicker by the factor by which it becomes shorter.
+        // If the line is cut off, its ratio of thickness to length grows by the factor by which it becomes shorter.
         const double length = to - from;
         from = std::max(from, 0.0);
         to = std::min(to, double(m_size.width()));

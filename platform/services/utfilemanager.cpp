@@ -71,7 +71,7 @@ UT_STREAM* UT_FILEMANAGER::add_ofile(const char* path, UT_ACCESS mode, UT_STREAM
     if (!path || mode != UT_ACCESS_READ)
         return nullptr;
     auto data = std::make_unique<UT_STREAMPrivate>(QFile::decodeName(path));
-    // Only regular files: opening a pipe would wait for a writer.
+    // Only regular files are opened, because opening a pipe would wait for a writer.
     if (!QFileInfo(data->file).isFile() || !data->file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return nullptr;
     m_streams.push_back(new UT_STREAM(std::move(data))); // deleted by rm_ofile(); its destructor is private
