@@ -14,7 +14,7 @@ namespace {
 // The distance of a scroll step, in pixels. The view uses only the direction.
 constexpr int ScrollStep = 20;
 
-// The most steps of a zoom or a scroll that are asked for at once.
+// The largest number of zoom or scroll steps in one call.
 constexpr int MostSteps = 100'000;
 
 // Zooms `count` times, or until a zoom has no effect because the scale is at its limit.

@@ -144,9 +144,9 @@ public:
     // Returns one list per row of the usage table, label first. Asks the engine at every call.
     [[nodiscard]] QList<QStringList> getResTableItems() const override;
 
-    // Adds elements to the selection, by element id, or removes one. With `selectInTree`, the element's row, if there
-    // is one, becomes the tree's current row; if there is none, each call connects the tree's itemSelectionChanged() to
-    // treeItemClicked() once more.
+    // These add elements to the selection or remove one, by element id. With `selectInTree`, the element's row, if
+    // there is one, becomes the tree's current row; if there is none, each call connects the tree's
+    // itemSelectionChanged() to treeItemClicked() once more.
     void addSelctedItem(int id, bool selectInTree) override;
     void addSelctedItems(
         const std::vector<int>& ids) override; // like single calls with `selectInTree`, but for all ids at once

@@ -58,7 +58,7 @@ QMenu* ZELChipViewDatabase::getTreePopupMenu(QTreeWidgetItem* item) const
     return m_parts->treeMenus->menuFor(item);
 }
 
-// Each row comes before its children. The loop is iterative, because the tree may be deep.
+// Each row comes before its children. This is a loop and not a recursion, because the tree may be deep.
 void ZELChipViewDatabase::getAllChildren(QTreeWidgetItem* item, QVector<QTreeWidgetItem*>& out) const
 {
     QVector<QTreeWidgetItem*> pending;

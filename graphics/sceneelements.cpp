@@ -82,7 +82,7 @@ std::vector<ScenePicture*> SceneElements::pictures() const
         if (ScenePicture* picture = pictureOf(view))
             pictures.push_back(picture);
         else
-            view->viewport()->update(); // it paints item by item, so nothing smaller can be invalidated
+            view->viewport()->update(); // without a picture it paints item by item
     }
     return pictures;
 }

@@ -13,7 +13,7 @@ class ZELCHIPGUI_EXPORT ZELFillableAttribute : public ZELGraphicItemAttribute
 public:
     ~ZELFillableAttribute() override = 0;
 
-    // from the record
+    // Copies what all kinds share. The first call also saves the record's tooltip as the default.
     void setAttribute(const zel_SingleGraphItem& record) override;
     void setFillColor(const unsigned int& color) override;
 
@@ -28,7 +28,7 @@ protected:
     unsigned int m_fillColor; // the current colour
     unsigned int m_strokeColor; // never changes
     double m_strokeWidth; // never changes
-    QString styleText; // from the record
+    QString styleText; // the record's text; stored only
     int defaultsSaved = 0; // 1 once defaultToolTip is saved
     QString defaultToolTip; // from the record
     const unsigned int defaultFillColor; // from the record

@@ -37,7 +37,7 @@ public:
     void addSelectedItem(const QList<QGraphicsItem*>& items);
     void clearSelectedItems();
 
-    // The visible layers of the scene's first view. The list is empty if there is no view or if it is no
+    // The visible layers of the scene's first view. The list is empty if there is no view or if it is not a
     // ZelGraphicsView.
     [[nodiscard]] QList<int>& getVisibleLayers();
     [[nodiscard]] bool isLayerVisible(int layer) override;

@@ -120,7 +120,8 @@ QSet<int> ResourceTreeModel::idsOfRow(const QTreeWidgetItem& row) const
     return ids;
 }
 
-// The loop is iterative, because the tree may be deep: a branch stays in the list until its children are done.
+// This is a loop and not a recursion, because the tree may be deep. A branch stays in the list until its children are
+// done.
 QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem* parent)
 {
     if (!cell)
