@@ -15,7 +15,7 @@ namespace zelbench {
 
 namespace {
 
-// Around a picture, in its pixels: what hairlines and smoothed edges reach beyond their geometry.
+// The margin around a picture, in its pixels, that hairlines and antialiased edges reach beyond their geometry.
 constexpr qreal Margin = 2.0;
 
 QRectF grown(const QRectF& rect, qreal by)
@@ -23,7 +23,7 @@ QRectF grown(const QRectF& rect, qreal by)
     return rect.normalized().adjusted(-by, -by, by, by);
 }
 
-// Also for rects without height or width, such as those of lines.
+// Unlike QRectF::intersects(), this includes rects without height or width, such as those of lines.
 bool touches(const QRectF& a, const QRectF& b)
 {
     return a.left() <= b.right() && b.left() <= a.right() && a.top() <= b.bottom() && b.top() <= a.bottom();

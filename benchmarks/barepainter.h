@@ -18,23 +18,23 @@ class zel_SingleGraphItem;
 
 namespace zelbench {
 
-// The yardstick: what QPainter alone needs for the picture that the view shows. A list of primitives with their pens,
-// brushes and fonts ready, painted in order; no scene, no index, no states. What lies outside the picture is skipped
-// by its bounding box.
+// The yardstick: the time that QPainter alone needs for the picture that the view shows. It holds a list of primitives
+// with their pens, brushes and fonts ready, and paints them in order, without a scene, an index or states. Primitives
+// are skipped if their bounding rectangle is outside of the picture.
 class BarePainter final
 {
 public:
-    // The records must outlive it.
+    // The records must outlive this object.
     explicit BarePainter(const std::vector<zel_SingleGraphItem*>& records);
 
-    // Paints what is on these layers on white; gives how many primitives that were.
+    // Paints the primitives of these layers on white. Returns how many were painted.
     int paint(QImage& picture, const QTransform& sceneToPicture, const QList<int>& layers) const;
 
 private:
     struct Primitive
     {
         const zel_SingleGraphItem* record = nullptr;
-        QRectF bounds; // scene units, without the width of a hairline
+        QRectF bounds; // bounding rectangle in scene units, without the width of a hairline
         QPen pen;
         QBrush brush;
         QPolygonF corners;

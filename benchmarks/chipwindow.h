@@ -19,48 +19,49 @@ class ZelGraphicsView;
 
 namespace zelbench {
 
-// The window as a host shows it, on a viewport of a fixed size without scroll bars. There can be one at a time. It
-// comes up empty; load() brings the drawing.
+// The chip view's window as a host shows it, with a viewport of a fixed size and no scroll bars. It starts empty;
+// load() brings the drawing. There can be only one at a time.
 class ChipWindow final
 {
 public:
     static constexpr int Width = 1600; // of the viewport, in pixels
     static constexpr int Height = 1000;
 
-    // `folder` is the project's implementation folder, where the parser keeps its working file and the filter file is.
+    // `folder` is the project's implementation folder. It has the filter file, and the parser puts its working file
+    // there.
     ChipWindow(const std::string& drawingFile, const std::string& folder);
     ~ChipWindow();
     ChipWindow(const ChipWindow&) = delete;
     ChipWindow& operator=(const ChipWindow&) = delete;
 
-    // False when nothing was loaded.
+    // Returns false if nothing was loaded.
     bool load();
 
-    // Centres the drawing, `zoom` times as large as when it just fits. Paints nothing yet.
+    // Centres the drawing at `zoom` times the scale at which it just fits. Does not paint yet.
     void show(double zoom);
 
-    // Changes the scale by so little that the picture stays the same, and so much that it must be drawn anew.
+    // Changes the scale by so little that the picture stays the same, but so much that it has to be painted anew.
     void changeScaleALittle();
 
     // Paints the whole viewport before it returns.
     void repaint();
 
-    // Does at once what is waiting to be done, painting included.
+    // Delivers posted events at once, including paint events.
     void deliver();
 
-    // Runs the event loop until nothing is painted any more and gives the paint events that took; LongestUnrest of them
+    // Runs the event loop until nothing is painted any more. Returns the number of paint events; LongestUnrest of them
     // mean that it never ends.
     int settle();
     static constexpr int LongestUnrest = 50;
 
-    // Through the viewport, as the user's.
+    // These send mouse events to the viewport, as the user would.
     void mouse(QEvent::Type type, QPoint position);
     void click(QPoint position);
 
     [[nodiscard]] PaintCounter& painted() { return m_painted; }
     [[nodiscard]] QImage picture() const;
 
-    // The same part of the drawing as picture(), as the items paint it one by one in a view of Qt's.
+    // Returns the part of the drawing that picture() shows, painted item by item in a plain QGraphicsView.
     [[nodiscard]] QImage pictureOfItems() const;
 
     [[nodiscard]] mirn::zelchipview::ZelGraphicsView* view() const;

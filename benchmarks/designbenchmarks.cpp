@@ -25,9 +25,9 @@ namespace zelbench {
 
 namespace {
 
-constexpr int Commands = 10000; // of a batch
+constexpr int Commands = 10000; // in a batch
 constexpr int DropQueries = 10000;
-constexpr int MostSites = 100000; // a device file of a million would be 80 megabytes
+constexpr int MostSites = 100000; // a device file of a million sites would be 80 megabytes
 
 std::unique_ptr<ReferenceEngine> openEngine(const DesignProject& project)
 {
@@ -39,7 +39,7 @@ std::unique_ptr<ReferenceEngine> openEngine(const DesignProject& project)
     return engine;
 }
 
-// The project and its engine, of the size that was asked for last.
+// The project and its engine, for the number of sites that was asked for last.
 struct PlannedDevice
 {
     explicit PlannedDevice(int wantedSites)
@@ -61,7 +61,7 @@ struct PlannedDevice
     const std::unique_ptr<ReferenceEngine> engine;
 };
 
-// The device file's and the design file's JSON, with nothing made of it.
+// Parses the device file's JSON and does nothing with it.
 void parseMerely(benchmark::State& state, const PlannedDevice& device)
 {
     for (auto _ : state) {
@@ -81,7 +81,7 @@ void openDevice(benchmark::State& state, const PlannedDevice& device)
         state.SetIterationTime(secondsOf([&device] { openEngine(device.project); }));
 }
 
-// Each time on another site.
+// Asks about another site each time.
 void canDrop(benchmark::State& state, const PlannedDevice& device)
 {
     const std::string resource = DesignProject::supply(0).toStdString();
@@ -112,7 +112,7 @@ void showProbableSites(benchmark::State& state, const PlannedDevice& device, con
     state.counters["sites"] = static_cast<double>(found);
 }
 
-// Every second site is taken, so that the rules have something to look at.
+// Every second site is taken, so that the rules have something to check.
 void probableSites(benchmark::State& state, PlannedDevice& device)
 {
     std::vector<mirn::zelengine::Placement> taken;
@@ -125,7 +125,7 @@ void probableSites(benchmark::State& state, PlannedDevice& device)
     device.engine->setSites(taken);
 }
 
-// What any such batch costs: Tcl reads and calls, and each command goes to the operating system.
+// The cost of any such batch: Tcl reads and calls the commands, and each command goes to the operating system.
 void runEmptyCommands(benchmark::State& state)
 {
     QString script;
@@ -147,7 +147,7 @@ void runEmptyCommands(benchmark::State& state)
     }
 }
 
-// A session on the project from the design file's state on; forgets at its end what was changed.
+// A session that starts from the state of the design file. Its changes stay in the journal after it ends.
 class Session
 {
 public:
@@ -192,7 +192,7 @@ QString resetScript()
     return script;
 }
 
-// All are placed, all are undone, all are placed again and reset; then the journal of it is replayed.
+// Places all resources and replays the journal of that, undoes everything, then places and resets all again.
 void runBatch(benchmark::State& state, const PlannedDevice& device)
 {
     const QString place = placeScript();

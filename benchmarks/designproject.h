@@ -7,9 +7,9 @@
 
 namespace zelbench {
 
-// A generated project without a drawing: a device with as many I/O supply sites as asked for, in banks of eight, and a
-// quarter as many sites in SerDes units of two channels and a PLL each; a design with supplies of two voltages, the
-// same number each, and an IP of four channels with its PLL. Nothing is placed.
+// A generated project without a drawing. The device has the given number of I/O supply sites, in banks of eight, and a
+// quarter as many sites in SerDes units of two channels and a PLL each. The design has supplies of two voltages in
+// equal numbers, and an IP of four channels with its PLL. Nothing is placed.
 class DesignProject final
 {
 public:
@@ -18,7 +18,7 @@ public:
     [[nodiscard]] QString path() const { return m_folder.path(); }
     [[nodiscard]] QString deviceFile() const;
 
-    // Element ids of supply sites, and names of resources; both count from 0.
+    // The element ids of supply sites, and the names of resources. `n` counts from 0.
     [[nodiscard]] static int supplySite(int n);
     [[nodiscard]] static QString supply(int n);
     [[nodiscard]] static QString ip();

@@ -76,7 +76,7 @@ void Device::removeWorkingFile() const
 
 int Device::scatteredId(int n) const
 {
-    constexpr qint64 Stride = 7919; // a prime, so that no id comes twice before all have come; ids count from 1
+    constexpr qint64 Stride = 7919; // a prime, so that all ids come before one repeats; ids count from 1
     return 1 + static_cast<int>(n * Stride % m_elements);
 }
 

@@ -13,15 +13,15 @@ namespace zelbench {
 class BarePainter;
 class ChipWindow;
 
-// A generated drawing of one size with what the benchmarks make of it. Everything is made when it is first asked for
-// and kept until another size is asked for.
+// A generated drawing of one size, and everything that the benchmarks derive from it. Each part is made when it is
+// first asked for, and kept until another size is asked for.
 class Device final
 {
 public:
-    // The one of this size; ends one of another size.
+    // Returns the drawing of this size; deletes one of another size.
     static Device& ofSize(int elements);
 
-    // Ends the current one, if any; before the application ends.
+    // Deletes the current drawing, if any. Call this before the application is destroyed.
     static void close();
 
     ~Device();
@@ -31,20 +31,20 @@ public:
     [[nodiscard]] int elements() const { return m_elements; }
     [[nodiscard]] std::string drawingFile() const;
     [[nodiscard]] std::string folder() const;
-    [[nodiscard]] std::string workingFile() const; // where the window's parser keeps it
+    [[nodiscard]] std::string workingFile() const; // the working file of the window's parser
     void removeWorkingFile() const;
 
-    // The nth of element ids that lie all over the drawing, from 0.
+    // Returns the nth (from 0) of a sequence of element ids that are scattered over the drawing.
     [[nodiscard]] int scatteredId(int n) const;
 
-    // The records of the drawing.
+    // Returns a parser with the records of the drawing.
     [[nodiscard]] const SVGParser& parsed();
 
-    // The window with the drawing loaded. To be closed before another one is made.
+    // Returns the window with the drawing loaded. Close it before another one is made.
     [[nodiscard]] ChipWindow& window();
     void closeWindow();
 
-    // The same drawing without a scene.
+    // Returns the same drawing without a scene.
     [[nodiscard]] const BarePainter& bare();
 
 private:

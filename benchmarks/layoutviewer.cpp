@@ -32,7 +32,7 @@ QByteArray point(double x, double y)
     return ' ' + QByteArray::number(x, 'f', 3) + ' ' + QByteArray::number(y, 'f', 3);
 }
 
-// One line as layoutviewer.py reads it; empty for an unknown kind.
+// Returns one line in the format of layoutviewer.py; empty for an unknown kind.
 QByteArray lineOf(const zel_SingleGraphItem& record)
 {
     if (const auto* rect = dynamic_cast<const zel_Rect*>(&record)) {
@@ -95,7 +95,7 @@ std::optional<RepaintTimes> repaintTimesOfLayoutViewer(
     }
     QProcess viewer;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("KLAYOUT_HOME"), folder); // none of the user's own settings
+    environment.insert(QStringLiteral("KLAYOUT_HOME"), folder); // without the user's own settings
     viewer.setProcessEnvironment(environment);
     viewer.start(viewerProgram(),
         {QStringLiteral("-zz"), QStringLiteral("-nc"), QStringLiteral("-r"), QStringLiteral(ZELBENCH_LAYOUT_SCRIPT),

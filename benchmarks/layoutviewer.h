@@ -12,14 +12,15 @@ class zel_SingleGraphItem;
 
 namespace zelbench {
 
-// Seconds by zoom: "at fit", "at 4x", "at 30x".
+// The seconds of a repaint by zoom: "at fit", "at 4x", "at 30x".
 using RepaintTimes = std::map<std::string, double>;
 
-// Whether there is a KLayout to run.
+// Returns whether KLayout is installed.
 [[nodiscard]] bool hasLayoutViewer();
 
-// How long KLayout, in a process of its own, takes to paint the same drawing into a picture as large as the window's
-// viewport. Nothing, with a reason in *error, when that could not be found out. `folder` is for scratch files.
+// Returns how long KLayout, in a process of its own, takes to paint the same drawing into a picture of the size of the
+// window's viewport. Returns nothing, with a reason in *error, if that cannot be measured. `folder` is for scratch
+// files.
 [[nodiscard]] std::optional<RepaintTimes> repaintTimesOfLayoutViewer(
     const std::vector<zel_SingleGraphItem*>& records, const QString& folder, QString* error);
 

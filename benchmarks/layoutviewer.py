@@ -4,8 +4,8 @@
     klayout -zz -r layoutviewer.py -rd shapes=FILE -rd width=1600 -rd height=1000
 
 FILE has a line for each shape, in scene units: kind, fill colour, border colour or "-", then R x1 y1 x2 y2, L x1 y1 x2 y2,
-P x y x y ... or T x y size text. Prints the median seconds of a repaint for each zoom, one a line: "at fit 0.061".
-Repaints are done by the one thread that asks for them, and without antialiasing, which KLayout does not have.
+P x y x y ... or T x y size text. Prints the median seconds of a repaint for each zoom, one per line: "at fit 0.061".
+The calling thread paints alone, and without antialiasing, which KLayout does not have.
 """
 import statistics
 import time
@@ -18,7 +18,7 @@ ZOOMS = (("at fit", 1.0), ("at 4x", 4.0), ("at 30x", 30.0))
 
 
 def read_shapes(view, path):
-    """A layer for each look, so that colours are as in the drawing."""
+    """Fills the view with one layer for each look, so that the colours are those of the drawing."""
     layout = pya.Layout()
     layout.dbu = DBU
     layers = {}
@@ -65,7 +65,7 @@ def repaint(view, box, width, height):
 
 
 def check_picture(view, width, height):
-    """Nothing is measured where nothing is painted."""
+    """Raises an error if nothing was painted, because nothing was measured then."""
     pixels = view.get_pixels(width, height)
     seen = {pixels.pixel(x, y) for x in range(0, width, 7) for y in range(0, height, 7)}
     if len(seen) < 3:
@@ -84,7 +84,7 @@ def main():
     for name, factor in ZOOMS:
         times = []
         for number in range(REPAINTS + 1):
-            # Each time a little different, so that nothing of the last picture is of use.
+            # The box differs a little each time, so that nothing of the last picture can be reused.
             half = size * (0.5 / factor * (1 + 1e-6 * number))
             box = pya.DBox(drawing.center() - half, drawing.center() + half)
             times.append(repaint(view, box, int(width), int(height)))

@@ -32,7 +32,7 @@ void readMerely(benchmark::State& state, Device& device)
     }
 }
 
-// Without a working file when `workingFile` is empty, else out of it.
+// Parses without a working file if `workingFile` is empty, otherwise loads from that file.
 void parse(benchmark::State& state, const Device& device, const std::string& workingFile)
 {
     if (!workingFile.empty())
@@ -49,7 +49,7 @@ void parse(benchmark::State& state, const Device& device, const std::string& wor
     }
 }
 
-// The parser keeps records packed; this is what it costs to see them all.
+// The parser stores records packed; this is the cost of visiting all of them.
 void handOut(benchmark::State& state, const SVGParser& parser)
 {
     for (auto _ : state) {
@@ -64,7 +64,7 @@ void handOut(benchmark::State& state, const SVGParser& parser)
     }
 }
 
-// Hands out the records of another parser, so that loading is only what comes after parsing.
+// Returns the records of another parser, so that loading is only the work after parsing.
 class ParsedAlready final : public SVGParser
 {
 public:
@@ -96,7 +96,7 @@ void buildScene(benchmark::State& state, Device& device)
 
 enum class Opening { First, Again };
 
-// From the start of loading to the first picture of the whole drawing, in a window that is already there.
+// Measures from the start of loading to the first picture of the whole drawing, in a window that exists already.
 void open(benchmark::State& state, Device& device, Opening opening)
 {
     device.closeWindow();

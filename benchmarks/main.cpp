@@ -12,7 +12,7 @@
 
 namespace {
 
-// The same on every machine: no window system, one style, one font.
+// Makes the look the same on every machine: one style and one font.
 void pinLook()
 {
     QApplication::setStyle(QStringLiteral("Fusion"));
@@ -21,7 +21,7 @@ void pinLook()
     QApplication::setFont(font);
 }
 
-// The offscreen platform has no window manager to tell sizes to and complains of it for every window.
+// The offscreen platform has no window manager to report sizes to, and warns about it for every window.
 void dropComplaints(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     if (!message.contains(QLatin1String("propagateSizeHints")))

@@ -9,23 +9,22 @@
 #include <string>
 #include <utility>
 
-// How the measurements are taken: each benchmark times by hand what counts and repeats it; the table takes medians of
-// the repetitions. Time is processor time of the process, all of its threads and the system's work for it: on a machine
-// that does other things as well it varies less than the time on the wall, and on an idle one it is the same, since
-// nothing measured here waits.
+// Each benchmark times by hand the part that counts and repeats it; the table takes the medians of the repetitions.
+// Time is the processor time of the process, with all of its threads and the system's work for it. On a busy machine it
+// varies less than the wall-clock time, and on an idle one it is the same, since nothing measured here waits.
 namespace zelbench {
 
-constexpr double ShortestRun = 0.05; // seconds that one repetition lasts at least
+constexpr double ShortestRun = 0.05; // the least seconds that one repetition lasts
 constexpr int Repetitions = 5;
-constexpr int FewRepetitions = 3; // for what lasts long and varies little
+constexpr int FewRepetitions = 3; // for benchmarks that last long and vary little
 
-// A benchmark and the size of its drawing: what the results are kept by.
+// Returns the name under which a result is kept: the benchmark and the size of its drawing.
 [[nodiscard]] inline std::string benchmarkName(const std::string& what, int elements)
 {
     return what + '/' + std::to_string(elements);
 }
 
-// Takes as many iterations as ShortestRun needs.
+// Adds a benchmark with as many iterations as ShortestRun needs.
 template <typename Function> benchmark::internal::Benchmark* add(const char* what, int elements, Function function)
 {
     return benchmark::RegisterBenchmark(benchmarkName(what, elements).c_str(), std::move(function))
@@ -35,7 +34,7 @@ template <typename Function> benchmark::internal::Benchmark* add(const char* wha
         ->Repetitions(Repetitions);
 }
 
-// For what leaves more and more to do when it is repeated without end.
+// Adds a benchmark with a fixed number of iterations, because each iteration leaves more work for the next.
 template <typename Function>
 benchmark::internal::Benchmark* addCounted(const char* what, int elements, int iterations, Function function)
 {
@@ -53,7 +52,7 @@ benchmark::internal::Benchmark* addCounted(const char* what, int elements, int i
     return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) * 1e-9;
 }
 
-// A benchmark of painting is worth nothing when nothing was painted, or something twice.
+// A painting benchmark is worthless if nothing was painted, or something twice.
 inline void checkPaintedOnce(benchmark::State& state, const PaintCounter::Count& painted)
 {
     if (painted.paints != 1)

@@ -3,7 +3,7 @@
 
 namespace zelbench {
 
-// The bytes of this process that are in memory, after what was freed has been given back to the system.
+// Returns the resident bytes of this process, after freed memory has been returned to the system.
 [[nodiscard]] double residentBytes();
 
 } // namespace zelbench

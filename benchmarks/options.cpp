@@ -29,7 +29,7 @@ std::optional<std::vector<int>> parseSizes(const QByteArray& text)
             return std::nullopt;
         sizes.push_back(size);
     }
-    // Ascending, because memory that a large drawing leaves behind would hide what a smaller one needs.
+    // The sizes are ascending, because memory left by a large drawing would hide the memory that a smaller one needs.
     std::sort(sizes.begin(), sizes.end());
     sizes.erase(std::unique(sizes.begin(), sizes.end()), sizes.end());
     return sizes;

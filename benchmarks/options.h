@@ -8,12 +8,12 @@ namespace zelbench {
 
 struct Options
 {
-    std::vector<int> sizes{10000, 100000}; // of the drawings, in elements
+    std::vector<int> sizes{10000, 100000}; // sizes of the drawings, in elements
     bool hasPeer = false; // measures another viewer as well
 };
 
-// What zelbench itself understands of its arguments, which are taken out of them. Nothing when a size is no number from
-// 1000 up to ten million.
+// Returns the options of zelbench itself and removes them from the arguments. Returns nothing if a size is not a number
+// from 1000 to ten million.
 [[nodiscard]] std::optional<Options> takeOptions(int& argc, char** argv);
 
 // Printed for --help.

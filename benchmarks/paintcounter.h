@@ -7,7 +7,7 @@
 
 namespace zelbench {
 
-// Counts the paint events of one widget and the pixels that they asked for.
+// Counts the paint events of one widget and the pixels that they cover.
 class PaintCounter final : public QObject
 {
 public:
@@ -19,7 +19,7 @@ public:
 
     void watch(QObject* widget);
 
-    // What came since the last call.
+    // Returns the counts since the last call.
     Count take() { return std::exchange(m_count, {}); }
 
 protected:

@@ -37,7 +37,7 @@ void paintBare(benchmark::State& state, Device& device, double zoom)
     state.counters["drawn"] = drawn;
 }
 
-// Each time at another scale, as after a zoom: nothing of the picture before can be used.
+// Paints at another scale each time, as after a zoom, so that nothing of the previous picture can be reused.
 void paintAll(benchmark::State& state, Device& device, double zoom)
 {
     ChipWindow& window = device.window();
@@ -55,7 +55,8 @@ void paintAll(benchmark::State& state, Device& device, double zoom)
     state.counters["further paints"] = further;
 }
 
-// The host holds every attribute and may have changed its values without a word. A window stays like that for good.
+// The host holds every attribute and may have changed its values without notice. The window stays in that state, so it
+// is closed afterwards.
 void paintHandedOut(benchmark::State& state, Device& device)
 {
     device.window();
@@ -95,7 +96,7 @@ void pan(benchmark::State& state, Device& device)
     }
 }
 
-// Every item paints itself, as Qt does it without a view.
+// Every item paints itself, as Qt renders a scene without a view.
 void paintItems(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
@@ -114,7 +115,7 @@ void paintItems(benchmark::State& state, Device& device)
     }
 }
 
-// In a process of its own, which measures itself.
+// KLayout runs in a process of its own and measures itself.
 void paintWithLayoutViewer(benchmark::State& state, Device& device)
 {
     for (auto _ : state) {

@@ -27,13 +27,13 @@ constexpr int DragMoves = 2000;
 constexpr QPoint TopLeft(0, 0);
 constexpr QPoint BottomRight(ChipWindow::Width - 1, ChipWindow::Height - 1);
 
-// Points all over the viewport, in an order without a pattern.
+// Returns points all over the viewport, in an order without a pattern.
 QPoint spot(int number)
 {
     return {(number * 619) % ChipWindow::Width, (number * 367) % ChipWindow::Height};
 }
 
-// What a click costs before anything is painted.
+// Measures a click, before anything is painted.
 void click(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
@@ -52,7 +52,7 @@ void click(benchmark::State& state, Device& device)
     window.settle();
 }
 
-// What the release of a rubber band around the whole drawing costs before anything is painted.
+// Measures the release of a rubber band around the whole drawing, before anything is painted.
 void rubberBand(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
@@ -97,7 +97,7 @@ template <typename Event> void sendDrag(const ChipWindow& window, QPoint positio
     QApplication::sendEvent(window.view()->viewport(), &event);
 }
 
-// A resource is dragged over the drawing, a few pixels at a time and from one element to the next.
+// Drags a resource over the drawing, a few pixels at a time and from one element to the next.
 void dragMove(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();

@@ -41,8 +41,8 @@ QString rowName(int row)
     return QStringLiteral("resource_%1").arg(row);
 }
 
-// One branch that holds all the others is the worst there is for whatever looks for a row among its siblings. The rows'
-// elements lie all over the drawing; of one that is small each has two rows.
+// A single branch with all rows is the worst case for code that searches for a row among its siblings. The rows'
+// elements are scattered over the drawing; in a small drawing, several rows share an element.
 void giveRows(ChipWindow& window, const Device& device)
 {
     window.engine().clearCells();
@@ -58,7 +58,7 @@ void refreshTree(ChipWindow& window)
     QCoreApplication::processEvents();
 }
 
-// With all rows and their branch open, at rest.
+// Returns the window with all rows, their branch open, and nothing left to paint.
 ChipWindow& windowWithRows(Device& device)
 {
     ChipWindow& window = device.window();
@@ -74,7 +74,7 @@ ChipWindow& windowWithRows(Device& device)
     return window;
 }
 
-// What Qt alone needs to show as many rows with as many texts, in order.
+// Measures how long Qt alone needs to show as many rows with as many texts, sorted.
 void fillBareTree(benchmark::State& state)
 {
     for (auto _ : state) {
@@ -84,9 +84,9 @@ void fillBareTree(benchmark::State& state)
         tree.show();
         QCoreApplication::processEvents();
         state.SetIterationTime(secondsOf([&tree] {
-            auto* branch = new QTreeWidgetItem({QStringLiteral("all"), QString()}); // the tree's
+            auto* branch = new QTreeWidgetItem({QStringLiteral("all"), QString()}); // owned by the tree
             for (int row = 0; row < Rows; ++row)
-                new QTreeWidgetItem(branch, {rowName(row), QString()}); // the branch's
+                new QTreeWidgetItem(branch, {rowName(row), QString()}); // owned by the branch
             tree.addTopLevelItem(branch);
             tree.expandAll();
             QCoreApplication::processEvents();
@@ -94,7 +94,7 @@ void fillBareTree(benchmark::State& state)
     }
 }
 
-// The design is there and its rows are not yet.
+// Measures the first refresh after a design was opened.
 void fillTree(benchmark::State& state, Device& device)
 {
     ChipWindow& window = windowWithRows(device);
@@ -122,7 +122,7 @@ void refreshFullTree(benchmark::State& state, Device& device)
     }
 }
 
-// The closed branch is opened with all its rows, until they are painted.
+// Measures opening the closed branch with all its rows, until they are painted.
 void openBranch(benchmark::State& state, Device& device, const std::function<void(const ChipWindow&)>& open)
 {
     ChipWindow& window = windowWithRows(device);
@@ -140,7 +140,7 @@ void openBranch(benchmark::State& state, Device& device, const std::function<voi
     }
 }
 
-// From a row to the elements, until these are painted.
+// Measures selecting a row, until its elements are painted.
 void selectRows(benchmark::State& state, Device& device, bool selectsAll)
 {
     ChipWindow& window = windowWithRows(device);
@@ -163,7 +163,7 @@ void selectRows(benchmark::State& state, Device& device, bool selectsAll)
     }
 }
 
-// From an element to its row, without the painting.
+// Measures clicking an element until its row is selected, without painting.
 void clickElements(benchmark::State& state, Device& device)
 {
     ChipWindow& window = windowWithRows(device);
@@ -184,7 +184,7 @@ void clickElements(benchmark::State& state, Device& device)
     window.settle();
 }
 
-// From all elements to their rows: the release of a rubber band, without the painting.
+// Measures the release of a rubber band over all elements until a row is selected, without painting.
 void bandOverRows(benchmark::State& state, Device& device)
 {
     ChipWindow& window = windowWithRows(device);
@@ -201,8 +201,8 @@ void bandOverRows(benchmark::State& state, Device& device)
     }
 }
 
-// The next row that is selected after a rubber band over elements without rows, which leaves the tree's signal
-// connected once more for each of them.
+// Measures the next selection of a row after a rubber band over elements without rows, which adds a connection of the
+// tree's signal for each of them.
 void selectRowAfterBand(benchmark::State& state, Device& device)
 {
     ChipWindow& window = windowWithRows(device);
@@ -219,7 +219,7 @@ void selectRowAfterBand(benchmark::State& state, Device& device)
     window.settle();
 }
 
-// A view gets its engine, whose device has so many kinds of elements; the controller builds the menu with their boxes.
+// Measures setting an engine whose device has many kinds of elements: the controller builds the menu with their boxes.
 void buildFilterMenu(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
@@ -233,7 +233,7 @@ void buildFilterMenu(benchmark::State& state, Device& device)
         = std::exchange(window.engine().device.filter, QFile::encodeName(file.fileName()).toStdString());
     ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
     for (auto _ : state) {
-        delete database->getViewFilterMenu(); // the next engine's is built anew
+        delete database->getViewFilterMenu(); // so that the menu is built anew
         state.SetIterationTime(secondsOf([&] { database->setChipEngine(&window.engine()); }));
         if (database->getViewFilterMenu()->findChildren<QCheckBox*>().size() != FilterKinds + 1)
             state.SkipWithError("not all kinds have a box");

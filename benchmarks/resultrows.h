@@ -5,16 +5,16 @@
 
 namespace zelbench {
 
-// A line of the closing table: which result stands in it and what it is set against.
+// A line of the closing table: a result and the benchmark that it is compared with.
 struct ResultRow
 {
     const char* label;
     const char* benchmark;
-    const char* counter; // of the benchmark; empty for its time
+    const char* counter; // a counter of the benchmark; empty for its time
     const char* yardstick; // the benchmark whose time is ratio 1; empty for none
 };
 
-// A line below the table: a figure that is no time.
+// A line below the table: a figure that is not a time.
 struct FactRow
 {
     const char* label;

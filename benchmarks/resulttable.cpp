@@ -44,7 +44,7 @@ std::string ratioText(double ratio)
     return text(ratio >= 0.1 ? "%.2f" : "%.4f", ratio);
 }
 
-// Without trailing zeros.
+// Returns the figure without trailing zeros.
 std::string targetText(Target::Unit unit, double figure)
 {
     switch (unit) {
@@ -197,7 +197,7 @@ void ResultTable::print() const
         printFact(row);
 }
 
-// In the target's unit.
+// Returns the figure in the target's unit.
 std::optional<double> ResultTable::figureOf(const Target& target, int elements) const
 {
     const Result* found = result(target.benchmark, elements);

@@ -14,9 +14,9 @@ struct FactRow;
 struct ResultRow;
 struct Target;
 
-// Follows the run with one line per benchmark and closes it with the table that sets the medians against their
-// yardsticks. With several sizes its last column says how time grows from the smallest to the largest: n^1.0 is
-// in proportion to the number of elements.
+// Prints one line per benchmark during the run, and at its end a table that compares the medians with their yardsticks.
+// With several sizes, the last column tells how the time grows from the smallest to the largest: n^1.0 is proportional
+// to the number of elements.
 class ResultTable final : public benchmark::BenchmarkReporter
 {
 public:
@@ -25,13 +25,13 @@ public:
     bool ReportContext(const Context& context) override;
     void ReportRuns(const std::vector<Run>& runs) override;
 
-    // Rows without a result, such as those that a filter left out, are left out.
+    // Prints the table. Rows without a result, such as filtered-out benchmarks, are omitted.
     void print() const;
 
-    // A row for each target, for each size that has targets and was measured.
+    // Prints a row for each target, for each measured size that has targets.
     void printTargets() const;
 
-    // True when a benchmark found that it did not measure what it should.
+    // Returns true if a benchmark has found that it did not measure what it should.
     [[nodiscard]] bool hasFailures() const { return m_hasFailures; }
 
 private:

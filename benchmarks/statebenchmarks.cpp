@@ -26,7 +26,7 @@ ZELChipViewDatabase& database()
     return *ZELChipViewDatabase::getInstance();
 }
 
-// Shows everything, painted and at rest.
+// Returns the window with the whole drawing painted and nothing left to paint.
 ChipWindow& restingWindow(Device& device)
 {
     ChipWindow& window = device.window();
@@ -36,7 +36,7 @@ ChipWindow& restingWindow(Device& device)
     return window;
 }
 
-// One element is marked or unmarked, and the picture is right again.
+// Marks or unmarks one element, until the picture is up to date.
 void selectOne(benchmark::State& state, Device& device)
 {
     ChipWindow& window = restingWindow(device);
@@ -56,7 +56,7 @@ void selectOne(benchmark::State& state, Device& device)
     database().removeSelectedItem(id);
 }
 
-// The probable sites appear or disappear, and the picture is right again.
+// Shows or hides the probable sites, until the picture is up to date.
 void highlightSites(benchmark::State& state, Device& device)
 {
     ChipWindow& window = restingWindow(device);
@@ -84,7 +84,7 @@ void giveDynamicValues(ChipWindow& window, const Device& device, const char* fil
     }
 }
 
-// The engine tells what it told before, as it does for most elements after a command; nothing is painted.
+// The engine reports the same values as before, as it does for most elements after a command; nothing is painted.
 void refresh(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
@@ -94,7 +94,7 @@ void refresh(benchmark::State& state, Device& device)
     window.engine().device.clearRecords();
 }
 
-// All colours become others, which is not painted yet.
+// All colours change; painting them is not measured.
 void refreshChanged(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
@@ -108,7 +108,7 @@ void refreshChanged(benchmark::State& state, Device& device)
     window.engine().device.clearRecords();
 }
 
-// The plain way to the same end: each item is asked whether there are values for it.
+// The simple way to the same result: for each item, look whether there are values for it.
 void walkItems(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();

@@ -25,7 +25,7 @@ namespace {
 
 constexpr int IdleTime = 500; // milliseconds
 
-// What a drawing keeps in memory from the empty window to the first picture.
+// Measures the memory that a drawing takes between the empty window and the first picture.
 void measureMemory(benchmark::State& state, Device& device)
 {
     device.closeWindow();
@@ -48,7 +48,7 @@ void measureMemory(benchmark::State& state, Device& device)
     state.counters["bytes"] = (residentBytes() - before) / device.elements();
 }
 
-// How many paint events the first picture takes, and what an untouched window does after it.
+// Counts the paint events until the first picture is complete, and what an untouched window does after it.
 void rest(benchmark::State& state, Device& device)
 {
     device.closeWindow();
@@ -79,7 +79,7 @@ int differingPixels(const QImage& a, const QImage& b)
     return differing;
 }
 
-// Marks elements all over the drawing, in many states at once; or none.
+// Marks elements all over the drawing with many states at once, or removes all marks.
 void setStates(Device& device, bool areMany)
 {
     ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
@@ -99,8 +99,8 @@ void setStates(Device& device, bool areMany)
         qFatal("the filter does not work");
 }
 
-// Counts the pixels in which the view differs from the yardstick and from what the items paint: if these are not 0, the
-// times say nothing.
+// Counts the pixels in which the view differs from the yardstick and from the picture that the items paint. If these
+// are not 0, the times mean nothing.
 void compareAt(double zoom, const std::string& name, benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();

@@ -11,13 +11,13 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// How far a scroll step asks to go, in pixels. The view takes the direction only.
+// The distance of a scroll step, in pixels. The view uses only the direction.
 constexpr int ScrollStep = 20;
 
-// More steps than this, of a zoom or a scroll, are not asked for at once.
+// The largest number of zoom or scroll steps in one call.
 constexpr int MostSteps = 100'000;
 
-// As often as it has an effect, which ends at a limit of the scale.
+// Zooms `count` times, or until a zoom has no effect because the scale is at its limit.
 void repeat(void (ZelGraphicsView::*zoom)(), ZelGraphicsView& view, int count)
 {
     for (int i = 0; i < count; ++i) {

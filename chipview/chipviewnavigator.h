@@ -10,19 +10,19 @@ namespace mirn::zelchipview {
 
 class ZelGraphicsView;
 
-// Answers navigation gestures by zooming and scrolling the chip view. Child of the view.
+// Zooms and scrolls the chip view in answer to navigation gestures. It is a child of the view.
 class ZELCHIPGUI_EXPORT ChipViewNavigator : public BaseNavigator
 {
     Q_OBJECT
 public:
-    // To be installed as event filter on the view and on its scene.
+    // Install it as an event filter on the view and on its scene.
     explicit ChipViewNavigator(ZelGraphicsView* view);
     ~ChipViewNavigator() override;
 
-    // `target` does not matter; a count of 0 or less zooms nothing.
+    // `target` is ignored. A count of 0 or less does not zoom.
     void updateView(QObject* target, BaseNavigator::Navigating how, int count) override;
 
-    // Rectangles are not followed.
+    // Does nothing: rectangles are not followed.
     void updateView(QObject* target, BaseNavigator::Navigating how, QRectF area) override;
 
 private:

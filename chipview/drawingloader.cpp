@@ -60,7 +60,7 @@ template <typename Record> AttributePointer attributeFor(const zel_SingleGraphIt
     return typed ? newAttribute(*typed) : nullptr;
 }
 
-// Null for a record that is not drawn.
+// Returns null for a record that is not drawn.
 AttributePointer attributeOf(const zel_SingleGraphItem& record)
 {
     switch (record.kind) {
@@ -92,17 +92,18 @@ QGraphicsItem* newItem(int kind, int loadNumber)
 }
 
 constexpr std::size_t RecordsPerStep = 1024;
-constexpr double MakingShare = 0.5; // of the time, before items are added to the scene
+constexpr double MakingShare = 0.5; // share of the loading time before items are added to the scene
 
-// Reports how far a part of the work, which follows `before`, has come. False when it is cancelled.
+// Reports that `done` of `count` records have passed the stage that starts at the share `before`. Returns false if the
+// load is cancelled.
 bool step(double before, std::size_t done, std::size_t count)
 {
     const double part = static_cast<double>(done) / static_cast<double>(std::max<std::size_t>(count, 1));
     return zelprogress::step(zelprogress::BUILDING_VIEW, before + MakingShare * std::min(part, 1.0));
 }
 
-// A host may let its windows be painted between steps. Painting half a drawing again and again would take longer than
-// loading it.
+// Suspends the painting of the views. A host may process paint events between steps, and painting half a drawing again
+// and again would take longer than loading it.
 class QuietViews
 {
 public:
@@ -145,9 +146,9 @@ bool DrawingLoader::load(const SVGParser& parser)
         return false;
     }
     for (std::unique_ptr<QGraphicsItem>& item : m_items)
-        item.release(); // the scene's
+        item.release(); // owned by the scene
     m_items.clear();
-    // The items of an earlier load still paint from the attribute that is replaced: it lives as long as their scene.
+    // Items of an earlier load still paint from the attributes that were replaced, so these live as long as the scene.
     for (const auto& [number, replaced] : m_replaced)
         replaced->setParent(m_scene);
     return true;
@@ -203,7 +204,7 @@ bool DrawingLoader::addItems()
     return true;
 }
 
-// As if nothing had been loaded.
+// Restores the state before the load.
 void DrawingLoader::withdraw()
 {
     AttributeRegistry& attributes = ZELChipViewDatabase::getInstance()->attributes();
@@ -211,7 +212,7 @@ void DrawingLoader::withdraw()
     m_items.clear();
     for (int number = 1; number <= count; ++number) {
         const auto replaced = m_replaced.find(number);
-        delete attributes.find(number); // the registry's, which gets the one before back
+        delete attributes.find(number); // owned by the registry, which gets the previous one back
         attributes.set(number, replaced == m_replaced.end() ? nullptr : replaced->second);
     }
 }

@@ -16,15 +16,15 @@ class ZELGraphicItemAttribute;
 class ZelGraphicsScene;
 
 // Turns the records of a parsed drawing into attributes and items, in the parser's order: later records lie above
-// earlier ones. Numbers start at 1 with every load.
+// earlier ones. Load numbers start at 1 with every load. The loader parses nothing itself.
 class DrawingLoader final
 {
 public:
     explicit DrawingLoader(ZelGraphicsScene* scene); // not owned
 
-    // Adds an item for each record of a known kind; others, and records whose class is not their kind's, are skipped
-    // without using up a number. The scene owns the items, the controller's registry the attributes. Reports to the
-    // current zelprogress; when that cancels, gives false and adds nothing.
+    // Adds an item for each record of a known kind. Other records, and records whose class does not match their kind,
+    // are skipped without using up a number. The scene owns the items, the controller's registry the attributes.
+    // Progress goes to the current zelprogress; if that cancels, load() returns false and adds nothing.
     bool load(const SVGParser& parser);
 
 private:
@@ -35,7 +35,7 @@ private:
     void withdraw();
 
     ZelGraphicsScene* const m_scene;
-    std::vector<std::unique_ptr<QGraphicsItem>> m_items; // numbered from 1 on; the scene's when all are in it
+    std::vector<std::unique_ptr<QGraphicsItem>> m_items; // by load number - 1; released to the scene at the end
     std::map<int, ZELGraphicItemAttribute*> m_replaced; // attributes of an earlier load, by load number
 };
 

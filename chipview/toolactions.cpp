@@ -19,7 +19,7 @@ const QString FilterName = QStringLiteral("filter");
 
 QAction* newAction(const QString& name, QActionGroup* group)
 {
-    return new BaseAction(toEngineText(name).c_str(), group); // the group's
+    return new BaseAction(toEngineText(name).c_str(), group); // child of the group
 }
 
 } // namespace
@@ -47,7 +47,7 @@ void ToolActions::setFilterMenu(QMenu* menu)
     QAction* filter = newAction(FilterName, m_group);
     filter->setCheckable(false);
     filter->setMenu(menu);
-    // An earlier one may still be in a host's tool bar; it stays the group's.
+    // An earlier filter action may still be in a host's tool bar; the group keeps it.
     m_actions.insert(ACTION_FILTER, filter);
 }
 

@@ -10,23 +10,24 @@ class QObject;
 
 namespace mirn::zelchipview {
 
-// The actions that a host puts into its tool bar: the mouse modes, of which exactly one is checked, and the filter.
-// They are children of the group, the group is the controller's.
+// The actions that a host puts into its tool bar: the mouse modes, of which exactly one is checked, and the filter. The
+// actions are children of an action group, which is a child of the controller. What an action does is decided
+// elsewhere.
 class ToolActions final
 {
 public:
     explicit ToolActions(QObject* parent);
 
-    // By ZelChipViewActionId.
+    // The actions by ZelChipViewActionId.
     [[nodiscard]] QMap<int, QAction*>& byId() { return m_actions; }
 
-    // Null for an unknown id.
+    // Returns null for an unknown id.
     [[nodiscard]] QAction* action(int id) const { return m_actions.value(id, nullptr); }
 
-    // The mode whose action is checked; selecting when none is.
+    // Returns the mode whose action is checked, or ACTION_SELECT if none is.
     [[nodiscard]] int mouseMode() const;
 
-    // Makes the filter action anew, with `menu`. It opens a menu and is no mode, so it is not checkable.
+    // Replaces the filter action by one that opens `menu`. It is no mouse mode, so it is not checkable.
     void setFilterMenu(QMenu* menu);
 
 private:

@@ -34,7 +34,7 @@ MirnImplementation* defaultImplementation()
     return project ? project->getImplementation(project->getDefaultImplementation()) : nullptr;
 }
 
-// Takes an object that the controller owns out of a window that is about to delete its children.
+// Removes an object that the controller owns from a window that is about to delete its children.
 template <typename Object> void takeOut(Object* object, const QObject* window)
 {
     for (const QObject* ancestor = object ? object->parent() : nullptr; ancestor; ancestor = ancestor->parent()) {
@@ -78,8 +78,8 @@ ZelChipGUI::ZelChipGUI(zelchipengine* engine, QWidget* parent)
 
 ZelChipGUI::~ZelChipGUI()
 {
-    // The controller outlives the window and goes on owning scene and tree; it is not made anew for a window whose
-    // controller is already gone.
+    // The controller outlives the window and continues to own scene and tree. If the controller is already gone, it is
+    // not created again.
     if (ZELChipViewDatabase* database = ZELChipViewDatabase::existingInstance())
         database->clearHighlightedProbPlaceItems();
     takeOut(m_parts->scene.data(), this);
@@ -123,7 +123,7 @@ void ZelChipGUI::loadDrawing(SVGParser& parser, const std::string& drawingFile, 
     const bool isLoaded = parser.loadSVGElements(drawingFile, workingPath);
     debugOut(std::string("ZelChipGUI::initGrahpicView loadSVGElements ") + (isLoaded ? "FINISHED" : "FAILED") + "  "
         + workingPath);
-    // After a failure, what could be read is shown.
+    // After a failure, the view shows the records read so far.
     m_parts->scene->setGlobalParameter(parser.getSVGParameter());
     const zel_Parameter& parameter = m_parts->scene->globalParameter();
     m_parts->scene->setSceneRect(0, 0, parameter.width, parameter.height);
@@ -177,7 +177,7 @@ QMap<int, QAction*>* ZelChipGUI::getActions()
 
 void ZelChipGUI::expandAllTreeItems()
 {
-    // Without columns Qt would look for the rows below each row among those at the top, for ever.
+    // Without columns Qt would take the top-level rows for the children of every row, and never finish.
     if (m_parts->tree && m_parts->tree->columnCount() > 0)
         m_parts->tree->expandAll();
 }

@@ -27,8 +27,8 @@
 #include <QItemSelectionModel>
 #include <QTimer>
 
-// The controller itself: its life, its parts, refreshing and the tool actions. What it does with resources and with
-// elements of the drawing stands in zelchipviewdatabase_resources.cpp and zelchipviewdatabase_elements.cpp.
+// This file has the controller's lifetime, its parts, refreshing and the tool actions. Its operations on resources and
+// on elements of the drawing are in zelchipviewdatabase_resources.cpp and zelchipviewdatabase_elements.cpp.
 
 namespace mirn::zelchipview {
 
@@ -39,7 +39,8 @@ template <typename Interface> Interface& controllerAs()
     return *ZELChipViewDatabase::getInstance();
 }
 
-// Before anything of the view is made, whoever makes it first.
+// Set during static initialisation, because a host may create an item, a tree or a dialog before it asks for the
+// controller.
 [[maybe_unused]] const bool isProvided = [] {
     DrawingController::setProvider(controllerAs<DrawingController>);
     TreeController::setProvider(controllerAs<TreeController>);
@@ -106,7 +107,7 @@ ZELChipViewDatabase::~ZELChipViewDatabase()
     m_parts->selectedIds.setListener({});
     m_parts->highlighter->highlightedIds().setListener({});
     m_parts->filter->filteredIds().setListener({});
-    // The tree must not report, and nobody must be asked about, rows that are on their way out.
+    // No signal and no query may reach rows that are being deleted.
     if (m_parts->tree) {
         m_parts->tree->blockSignals(true);
         m_parts->tree->forget();
@@ -173,7 +174,7 @@ ZelGraphicsView* ZELChipViewDatabase::getView(ZelGraphicsScene* scene)
     if (scene)
         scene->installEventFilter(navigator);
     m_parts->hoverText->create(m_parts->view);
-    updateCursor(); // the mouse mode is the one of the view before
+    updateCursor(); // a new view starts with the current mouse mode
     return m_parts->view;
 }
 
@@ -188,11 +189,11 @@ ZelTree* ZELChipViewDatabase::getTree(QWidget* parent)
     return m_parts->tree;
 }
 
-// Whatever may change which ids the selected row stands for.
+// Connects to everything that may change which ids the selected row stands for.
 void ZELChipViewDatabase::watchRows()
 {
     const auto forget = [this] { m_parts->shownRow = nullptr; };
-    // Comes after the tree has told everyone.
+    // This is called after the tree has emitted its own signal.
     connect(m_parts->tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, forget);
     const QAbstractItemModel* rows = m_parts->tree->model();
     connect(rows, &QAbstractItemModel::dataChanged, this, forget);
@@ -203,7 +204,7 @@ void ZELChipViewDatabase::watchRows()
 ZelResTable* ZELChipViewDatabase::getResTable(QWidget* parent)
 {
     if (!m_parts->table)
-        m_parts->table = new ZelResTable(parent); // its parent's
+        m_parts->table = new ZelResTable(parent); // owned by its parent
     return m_parts->table;
 }
 

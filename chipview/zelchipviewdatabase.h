@@ -39,10 +39,12 @@ class ZelResTable;
 class ZelTree;
 
 // The controller of the chip view: one per process, a facade over the small classes that hold the state of each
-// subsystem. Every part of the component reaches the others through it, and it alone sends Tcl commands to the host.
+// subsystem. Every part of the component reaches the others through it, and only the controller sends Tcl commands to
+// the host.
 //
-// It owns the scene, the tree and its rows, the parser, the menus and the attributes; the view, the table and the hover
-// text belong to the window that shows them. Factories make a new object when the one before died with its window.
+// It owns the scene, the tree and its rows, the parser, the menus and the attributes. The view, the table and the hover
+// text belong to the window that shows them. A factory creates a new object if the previous one was deleted with its
+// window.
 class ZELCHIPGUI_EXPORT ZELChipViewDatabase : public QObject,
                                               public DrawingController,
                                               public TreeController,
@@ -50,205 +52,213 @@ class ZELCHIPGUI_EXPORT ZELChipViewDatabase : public QObject,
 {
     Q_OBJECT
 public:
-    // Made on first use, with the flow name of that moment; the host ends it with destoryInstance().
+    // Returns the controller, which is created on first use with the flow name of that moment. The host deletes it with
+    // destoryInstance().
     static ZELChipViewDatabase* getInstance();
 
-    // Deletes the controller with what it owns, without asking the engine anything; nothing when there is none.
+    // Deletes the controller and what it owns, without calling the engine. Does nothing if there is no controller.
     static void destoryInstance();
 
-    // Null where getInstance() would make a new one.
+    // Returns null if getInstance() would create a new controller.
     [[nodiscard]] static ZELChipViewDatabase* existingInstance();
 
-    // Not owned; null is allowed and answers nothing. Builds the filter menu, if there is none, and makes the filter
-    // action anew.
+    // `engine` is not owned; it may be null, and all queries then have empty results. Builds the filter menu if there
+    // is none, and replaces the filter action.
     void setChipEngine(zelchipengine* engine);
 
-    // The parent of the dialogs, usually the host's window; not owned, and not the controller's own parent.
+    // Sets the parent of the dialogs, usually the host's window. It is not owned, and it is not the controller's own
+    // parent.
     void setParent(QWidget* parent);
 
-    // The scene, owned by the controller. The parent counts only when it is made.
+    // Returns the scene, which the controller owns. `parent` is used only when the scene is created.
     ZelGraphicsScene* getScene(QObject* parent);
 
-    // The view, with its navigator and the hover text; made without a parent, for the window to take. The scene counts
-    // only when it is made.
+    // Returns the view with its navigator and the hover text. It is created without a parent, for the window to take.
+    // `scene` is used only when the view is created.
     ZelGraphicsView* getView(ZelGraphicsScene* scene);
 
-    // The resource tree, owned by the controller and filled when it is made. The parent counts only then.
+    // Returns the resource tree, which the controller owns and fills when it creates it. `parent` is used only then.
     ZelTree* getTree(QWidget* parent);
 
-    // The usage table, owned by its parent, which counts only when it is made. Without rows before the first refresh.
+    // Returns the usage table, which its parent owns. `parent` is used only when the table is created. The table has no
+    // rows before the first refresh.
     ZelResTable* getResTable(QWidget* parent);
 
-    // What SVGParser::create() makes; owned by the controller.
+    // Returns the parser, which SVGParser::create() has made and the controller owns.
     SVGParser* getSVGParser();
 
-    // Tells the engine, then reloads tree, scene and table in this order as `kind` says; other kinds reach only the
-    // engine. Always true.
+    // Tells the engine, then reloads tree, scene and table in this order as `kind` says. A kind other than these four
+    // reaches only the engine. Always returns true.
     bool refresh(Enum_ChipView_Refresh_Type kind);
 
-    // 4 after setDynamicValue() wrote something, else 0.
+    // The dirty flag is 4 after setDynamicValue() has written something, otherwise 0.
     [[nodiscard]] int getDirtyFlag() const;
     void clearDirtyFlag();
 
-    // ACTION_SELECT, ACTION_ZOOM or ACTION_PAN.
+    // Returns ACTION_SELECT, ACTION_ZOOM or ACTION_PAN.
     [[nodiscard]] int getMouseMode() const override;
 
-    // By ZelChipViewActionId; null for an unknown id, and for the filter before setChipEngine(). Owned by the
-    // controller.
+    // The actions by ZelChipViewActionId, owned by the controller. getAction() returns null for an unknown id, and for
+    // the filter before setChipEngine().
     [[nodiscard]] QAction* getAction(int id) const;
     [[nodiscard]] QMap<int, QAction*>& actions();
 
-    // By load number, not by element id; null for an unknown one. Owned by the controller. What is changed in it shows
-    // at the next repaint; an attribute that was asked for is looked at in every repaint from then on.
+    // Returns the attribute with a load number (not an element id), or null if there is none. The controller owns it. A
+    // change of its values is shown at the next repaint: from this call on, every repaint checks the attribute for
+    // changes.
     [[nodiscard]] ZELGraphicItemAttribute* getGraphicItemAttribute(int id) const;
 
-    // Takes the attribute over. The one that it replaces, if any, is the caller's from now on.
+    // Takes ownership of the attribute. An attribute that it replaces belongs to the caller from now on.
     void setGraphicAttribute(int id, ZELGraphicItemAttribute* attribute);
 
-    // For those that change nothing, or tell of it themselves.
+    // For callers that do not change attributes, or report the change themselves.
     [[nodiscard]] AttributeRegistry& attributes() override;
 
-    // The titles of the tree's columns; the engine is asked while there are none.
+    // Returns the column titles of the tree; asks the engine while there are none.
     QStringList& getTreeHead() override;
 
-    // Deletes all rows, with what a host has hung below them, and builds them anew from the engine's tree: rows of
-    // every depth, children before their parents, null for a null cell. Owned by the controller until the next call. A
-    // tree that shows the old ones loses them: to bring it up to date, refresh().
+    // Deletes all rows, including those that a host has added below them, and builds them anew from the engine's tree.
+    // Returns the rows of every depth, children before their parents, with null for a null cell. The controller owns
+    // them until the next call. A tree that shows the old rows loses them, so call refresh() to bring it up to date.
     QList<QTreeWidgetItem*>& getTreeItems() override;
 
-    // The row of a cell, with those of its descendants below it; null for a null cell. The descendants belong to the
-    // controller, a row without parent to the caller.
+    // Returns the row of a cell, with its descendants below it; null for a null cell. The controller owns the
+    // descendants; a row without a parent belongs to the caller.
     QTreeWidgetItem* parseTree(zeltreeviewcell* cell, QTreeWidgetItem* parent);
 
-    // The design's icon for an unknown kind of resource. Valid as long as the controller.
+    // Returns the icon of a resource kind; the design's icon for an unknown kind. Valid as long as the controller.
     [[nodiscard]] QIcon& getIconFromType(const QString& type);
 
-    // A zel_resource_type, of a resource name or of an element id in decimal.
+    // Returns the zel_resource_type of a resource name or of an element id in decimal.
     [[nodiscard]] int getResourceType(const QString& name) const override;
 
-    // The context menu of a row: null where it has none, and maybe empty. Owned by the controller.
+    // Returns the context menu of a row, or null if it has none. The menu may be empty. Owned by the controller.
     [[nodiscard]] QMenu* getTreePopupMenu(QTreeWidgetItem* item) const override;
 
-    // Appends the descendants of a row, every branch before the next; nothing for null.
+    // Appends all descendants of a row to `out`, each branch completely before the next. Does nothing for null.
     void getAllChildren(QTreeWidgetItem* item, QVector<QTreeWidgetItem*>& out) const;
 
-    // The titles of the usage table's columns; the engine is asked while there are none.
+    // Returns the column titles of the usage table; asks the engine while there are none.
     QStringList& getResTableHead() override;
 
-    // One list per row, label first. The engine is asked every time.
+    // Returns one list per row of the usage table, label first. Asks the engine at every call.
     [[nodiscard]] QList<QStringList> getResTableItems() const override;
 
-    // Selects one more element, by element id. With `selectInTree` its row, if there is one, becomes the current one.
-    // Without the row each such call connects the tree's itemSelectionChanged() to treeItemClicked() once more.
+    // These add elements to the selection or remove one, by element id. With `selectInTree`, the element's row, if
+    // there is one, becomes the tree's current row; if there is none, each call connects the tree's
+    // itemSelectionChanged() to treeItemClicked() once more.
     void addSelctedItem(int id, bool selectInTree) override;
     void addSelctedItems(
-        const std::vector<int>& ids) override; // as one by one with their rows, but for all of them together
+        const std::vector<int>& ids) override; // like single calls with `selectInTree`, but for all ids at once
     void removeSelectedItem(int id) override;
 
-    // The selected elements, by element id. A change repaints what it touches. Valid as long as the controller.
+    // Returns the ids of the selected elements. Changing the set repaints those elements. Valid as long as the
+    // controller.
     [[nodiscard]] ElementIdSet& selectedIds() override;
 
-    // True when the engine allows the resource (by resource name) on the element (by element id in decimal).
+    // Returns true if the engine *allows* the resource (by resource name) on the element (by element id in decimal).
     [[nodiscard]] bool canDrop(const QString& rsc, const QString& id) const;
 
-    // The other way round: true when a drop of the tree's selected row on the element must be *refused*, also when
-    // there is no such row. The event is not looked at and may be null.
+    // The opposite of the other overload: returns true if a drop of the tree's selected row on the element must be
+    // *refused*, or if no row is selected. The event is not used and may be null.
     [[nodiscard]] bool canDrop(QGraphicsSceneDragDropEvent* event, int id) const override;
 
-    // Sends the place command; the host's answer, non-zero for success. Refreshes nothing.
+    // Sends the place command. Returns the host's answer, non-zero for success. Does not refresh anything.
     int place(const QString& rsc, const QString& id);
 
-    // Places the tree's selected row on the element; 0 when there is none, else as place().
+    // Places the tree's selected row on the element and returns what place() returns, or 0 if no row is selected.
     int drop(int id) override;
 
-    // The load number of the topmost element under the mouse pointer, 0 for an item that is none, -1 when nothing is
-    // there.
+    // Returns the load number of the topmost element under the mouse pointer, 0 if the item there is no element, or -1
+    // if there is no item.
     [[nodiscard]] int getCurrentDragDropItemId() const;
 
-    // The drag entered an element: asks the engine for the probable sites once it has rested there for 400 ms. Always
-    // true.
+    // Call this when a drag has entered an element. The engine is asked for the probable sites after the drag has
+    // rested there for 400 ms. Always returns true.
     bool highlightProbPlaceItems(QGraphicsSceneDragDropEvent* event, int id) override;
 
-    // The drag moved: over nothing, the highlight ends. Always true.
+    // Call this when a drag has moved. The highlight ends if the pointer is over nothing. Always returns true.
     bool highlightProbPlaceItems() override;
 
-    // Ends the countdown and the highlight.
+    // Stops the countdown and ends the highlight.
     void clearHighlightedProbPlaceItems() override;
 
-    // The probable sites, by element id. A change repaints what it touches. Valid as long as the controller.
+    // Returns the element ids of the probable sites. Changing the set repaints those elements. Valid as long as the
+    // controller.
     [[nodiscard]] ElementIdSet& highlightedIds() override;
 
-    // Sends the reset command; the host's answer, non-zero for success.
+    // Sends the reset command. Returns the host's answer, non-zero for success.
     int resetResource(const QString& name);
 
-    // Asks the user first. The host's answer to the remove command, 0 when the user declined.
+    // Asks the user, then sends the remove command. Returns the host's answer, non-zero for success, or 0 if the user
+    // declined.
     int removeResource(const QString& name);
 
-    // The engine's own configuration; non-zero when something changed.
+    // Opens the engine's own configuration of a resource. Returns non-zero if something changed.
     int configResource(const QString& name);
 
-    // Colours and tooltips from the engine, by element id in decimal. One map for the process; its content is valid
-    // until the next call.
+    // Returns the engine's colours and tooltips by element id in decimal. There is one map for the process; its content
+    // is valid until the next call.
     QMap<QString, GraphicItemDynamicAttribute>& getGraphicsDynamicInfo() override;
 
-    // The values that the settings dialog of an element offers, by key, the one in force first. Null for another type
-    // than DYNAMIC_DIALOG_DCU and for an element without; else valid until the next call.
+    // Returns the values that the settings dialog of an element offers, by key, the current value first. Returns null
+    // for a type other than DYNAMIC_DIALOG_DCU and for an element without values. The map is valid until the next call.
     QMap<QString, QVector<QString>>* getDynamicValueList(Enum_Dynamic_Dialog_Type type, int id) override;
 
-    // Writes values, by key, into the engine, raises the dirty flag for each, and refreshes everything, also when there
-    // are none. Always true.
+    // Writes the values, by key, into the engine, sets the dirty flag if there are any, and refreshes everything in any
+    // case. Always returns true.
     bool setDynamicValue(const QMap<QString, QString>& valueMap, int id, Enum_Dynamic_Dialog_Type type) override;
 
-    // Opens the settings dialog of the element at a position of the view, if it has one, and returns when it is closed.
-    // Other types than DYNAMIC_DIALOG_DCU open nothing.
+    // Opens the settings dialog of the element at a position of the view (in viewport pixels), if it has one, and
+    // returns when the dialog is closed. Types other than DYNAMIC_DIALOG_DCU open nothing.
     void showDynamicDlg(const QPoint& pos, Enum_Dynamic_Dialog_Type type) override;
     void showDCUSettingDlg(const QPoint& pos);
 
-    // The filter menu, built at the first call and the same ever after; null at a first call that could not open the
-    // filter file. Owned by the controller, unless the view was its parent and took it along.
+    // Returns the filter menu, which is built at the first call and then stays the same. The first call returns null if
+    // it cannot open the filter file. The controller owns the menu, unless the view was its parent and has deleted it.
     QMenu* getViewFilterMenu() override;
 
-    // Whether "(Select All)" is ticked or partly so.
+    // Returns whether "(Select All)" is ticked, fully or partly.
     [[nodiscard]] bool isFilterEnable() const override;
 
-    // The elements of the ticked kinds, by element id. A change repaints what it touches. Valid as long as the
+    // Returns the element ids of the ticked kinds. Changing the set repaints those elements. Valid as long as the
     // controller.
     [[nodiscard]] ElementIdSet& filteredIds() override;
 
     [[nodiscard]] QObject* asObject() override { return this; }
 
-    // The floating text beside a drag. Valid as long as the controller.
+    // Returns the floating text beside a drag. Valid as long as the controller.
     [[nodiscard]] HoverText& hoverText() override;
 
 public Q_SLOTS:
     // Selects the elements of the tree's selected row: its own, or else those of its direct children.
     void treeItemClicked();
 
-    // Opens the whole branch of the selected row.
+    // Expands the whole branch of the selected row.
     void expandIP();
 
-    // Closes the selected row; what is below keeps its state.
+    // Collapses the selected row; the rows below keep their state.
     void collapseIP();
 
-    // Commands on the selected row. Everything is refreshed when they worked; resetIP() forgets the selected elements
-    // even when not.
+    // These run a command on the selected row, and refresh everything if it succeeds. resetIP() clears the selected
+    // elements even if it fails.
     void resetIP();
     void removeIP();
     void configIP();
 
-    // The mouse mode changed: sets the view's cursor.
+    // The mouse mode has changed: sets the view's cursor.
     void onSelect(bool);
     void onPan(bool);
     void onZoom(bool);
 
-    // The drag has rested: asks the engine for the probable sites, unless it refuses the present one.
+    // The drag has rested: asks the engine for the probable sites, unless a drop on the current site is refused.
     void onHighlightProbPlaceItems();
 
-    // A box of the filter menu, the sender, changed its state.
+    // A check box of the filter menu, the sender, has changed its state.
     void checkboxItemCliked();
 
 Q_SIGNALS:
-    // To be answered synchronously: see ZelChipGUI::sigRunTclCmd().
+    // Must be answered synchronously; see ZelChipGUI::sigRunTclCmd().
     void sigRunTclCmd(const QString& cmd, int& ret, QString& result);
 
 private:

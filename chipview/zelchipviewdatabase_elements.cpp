@@ -23,7 +23,7 @@
 #include <QMenu>
 #include <QTimer>
 
-// The controller's dealings with elements of the drawing: drops, probable sites, dynamic values and settings, filter.
+// The controller's operations on elements of the drawing: drops, probable sites, dynamic values and settings, filter.
 
 namespace mirn::zelchipview {
 
@@ -140,9 +140,9 @@ void ZELChipViewDatabase::showDCUSettingDlg(const QPoint& pos)
         [this](int loadNumber) { return m_parts->attributes->find(loadNumber); });
     if (!site || !m_parts->dynamicValues->hasDialog(site->itemId))
         return;
-    // Not on the stack: its parent may be deleted while it stands.
+    // The dialog is not on the stack, because its parent may be deleted while it is open.
     const QPointer<ZELDCUSettingDlg> dialog(new ZELDCUSettingDlg(m_parts->parentWidget, site->itemId));
-    dialog->exec(); // writes what was changed by itself; the result tells nothing more
+    dialog->exec(); // the dialog writes the changes itself
     delete dialog;
 }
 

@@ -17,18 +17,18 @@ class TreeMenus;
 class UsageRows;
 class ViewFilter;
 
-// What the controller holds. One small class for the state of each subsystem, which the controller owns and forwards
-// to; the objects that others may delete, which it does not rely on.
+// The members of the controller: one small class for the state of each subsystem, which the controller owns and
+// forwards to, and guarded pointers to objects that others may delete.
 struct ZELChipViewDatabase::Parts
 {
     explicit Parts(ZELChipViewDatabase* controller);
     ~Parts();
 
-    zelchipengine* engine = nullptr; // the host's
+    zelchipengine* engine = nullptr; // owned by the host
     QPointer<QWidget> parentWidget;
     int dirtyFlag = 0;
     ElementIdSet selectedIds;
-    const QTreeWidgetItem* shownRow = nullptr; // the row whose ids the selected ones are known to be; null: none
+    const QTreeWidgetItem* shownRow = nullptr; // the row whose ids selectedIds is known to equal; null if none
 
     std::unique_ptr<SVGParser> parser;
     std::unique_ptr<ResourceTreeModel> treeModel;

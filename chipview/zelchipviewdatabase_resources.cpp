@@ -15,7 +15,7 @@
 
 #include <algorithm>
 
-// The controller's dealings with the design's resources: rows, usage, what a row selects, commands on one resource.
+// The controller's operations on the design's resources: rows, usage, the elements of a row, commands on one resource.
 
 namespace mirn::zelchipview {
 
@@ -58,7 +58,7 @@ QMenu* ZELChipViewDatabase::getTreePopupMenu(QTreeWidgetItem* item) const
     return m_parts->treeMenus->menuFor(item);
 }
 
-// Each before its own children; does not call itself, however deep the tree is.
+// Each row comes before its children. This is a loop and not a recursion, because the tree may be deep.
 void ZELChipViewDatabase::getAllChildren(QTreeWidgetItem* item, QVector<QTreeWidgetItem*>& out) const
 {
     QVector<QTreeWidgetItem*> pending;
@@ -92,7 +92,7 @@ QTreeWidgetItem* ZELChipViewDatabase::selectedTreeItem() const
     return selected.isEmpty() ? nullptr : selected.first();
 }
 
-// Empty when no row is selected; the name of a row never is.
+// Returns an empty text if no row is selected; the name of a row is never empty.
 QString ZELChipViewDatabase::selectedResource() const
 {
     QTreeWidgetItem* item = selectedTreeItem();
@@ -109,8 +109,8 @@ QList<QStringList> ZELChipViewDatabase::getResTableItems() const
     return m_parts->usageRows->rows();
 }
 
-// One signal of the tree comes as often as addSelctedItem() has connected it: it is the same each time, unless
-// something has changed in between.
+// The tree's signal arrives once for each connection that addSelctedItem() has made. The repetitions have nothing to
+// do, unless something has changed in between.
 void ZELChipViewDatabase::treeItemClicked()
 {
     QTreeWidgetItem* item = selectedTreeItem();
@@ -130,10 +130,10 @@ void ZELChipViewDatabase::addSelctedItem(int id, bool selectInTree)
     if (name != m_parts->treeModel->namesById().constEnd()) {
         disconnect(m_parts->tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
         QTreeWidgetItem* item = m_parts->treeModel->itemNamed(name.value());
-        if (item && m_parts->tree->columnCount() > 0) // without columns Qt would lose it, and warn of that
+        if (item && m_parts->tree->columnCount() > 0) // without columns Qt would lose the item and print a warning
             m_parts->tree->setCurrentItem(item);
     }
-    // Also for an id that no row has, where nothing was disconnected: the connection then counts one more.
+    // For an id without a row, nothing was disconnected above, so the number of connections grows by one.
     connect(m_parts->tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
 }
 
@@ -148,7 +148,7 @@ void ZELChipViewDatabase::addSelctedItems(const std::vector<int>& ids)
     const auto lastNamed = std::find_if(ids.rbegin(), ids.rend(), [&named](int id) { return named.contains(id); });
     if (lastNamed != ids.rend())
         addSelctedItem(*lastNamed, true);
-    // As for a single id that no row has; more connections than a few cannot be told from one another.
+    // Each id without a row adds a connection, as in addSelctedItem(). Beyond a few, their number makes no difference.
     const auto unnamed = std::min<std::ptrdiff_t>(lastNamed - ids.rbegin(), MostSurplusConnections);
     for (std::ptrdiff_t i = 0; i < unnamed; ++i)
         connect(m_parts->tree, &QTreeWidget::itemSelectionChanged, this, &ZELChipViewDatabase::treeItemClicked);
@@ -171,7 +171,7 @@ int ZELChipViewDatabase::resetResource(const QString& name)
 
 int ZELChipViewDatabase::removeResource(const QString& name)
 {
-    const QPointer<ZELChipViewDatabase> self(this); // the host may end the view while the question stands
+    const QPointer<ZELChipViewDatabase> self(this); // the host may end the view while the question is open
     const QString question = QStringLiteral("Are you sure you want to delete ") + name + QLatin1Char('?');
     const auto answer = QMessageBox::warning(
         nullptr, tr("Delete"), question, QMessageBox::Yes | QMessageBox::No, QMessageBox::NoButton);

@@ -13,9 +13,9 @@ class ZELGraphicItemAttribute;
 
 using AttributeLookup = std::function<ZELGraphicItemAttribute*(int loadNumber)>;
 
-// Which of the items at a point a double click means: the rect that lies highest. The height so far is kept as a whole
-// number, from 0 on, so an item at or below 0 is never meant and of two at the same whole height the first stays unless
-// the other is above that number. Null when no rect qualifies.
+// Returns the attribute of the rect that a double click means among the items at a point, or null if there is none. An
+// item replaces the best one so far if its z value is greater than that one's, which is truncated to a whole number and
+// starts with 0. So an item with a z value of 0 or less is never chosen.
 [[nodiscard]] ZELGraphicItemAttribute* dcuAmong(const QList<QGraphicsItem*>& items, const AttributeLookup& attributeOf);
 
 } // namespace mirn::zelchipview

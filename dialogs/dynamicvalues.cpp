@@ -14,7 +14,7 @@ namespace {
 const std::string FillKey = "fill";
 const std::string PopupKey = "tovanel:popup";
 
-// Null when the record has none.
+// Returns null if the record has no such value.
 const std::string* valueOf(const zelchiprecord& record, const std::string& key)
 {
     return record.attributes ? record.attributes->getAttributeValue(&key) : nullptr;
@@ -44,7 +44,7 @@ std::string idText(int id)
 
 DynamicValues::GraphicsInfo& DynamicValues::graphicsInfo()
 {
-    // Callers may keep the reference beyond the controller's end.
+    // The map is static, because callers may keep the reference beyond the controller's lifetime.
     static GraphicsInfo info;
     diagTrace("call ZEL engine API: chip()", "getGraphicsDynamicInfo");
     const zelchipdata* chip = m_engine ? m_engine->chip() : nullptr;
@@ -55,7 +55,7 @@ DynamicValues::GraphicsInfo& DynamicValues::graphicsInfo()
     return info;
 }
 
-// Most refreshes change a few values or none, and texts and a map for all of them take far longer than comparing.
+// Most refreshes change a few values or none, and comparing them is much faster than making texts and a map of all.
 bool DynamicValues::isAsToldBefore(const zelchipdata* chip) const
 {
     std::size_t number = 0;

@@ -16,20 +16,21 @@ class zelchipengine;
 
 namespace mirn::zelchipview {
 
-// The values that the engine keeps per element: colours and tooltips for the drawing, and the settings of the dynamic
-// dialogs.
+// The values that the engine keeps for each element: colours and tooltips of the drawing, and the settings of the
+// dynamic dialogs. The controller owns this object, which opens no dialog itself.
 class DynamicValues final
 {
 public:
     using GraphicsInfo = QMap<QString, GraphicItemDynamicAttribute>; // by element id in decimal
-    using ValueLists = QMap<QString, QVector<QString>>; // by setting key, the value in force first
+    using ValueLists = QMap<QString, QVector<QString>>; // by setting key, the current value first
 
     void setEngine(zelchipengine* engine) { m_engine = engine; } // not owned
 
-    // Asked for anew at each call. The one map of the process; its content is valid until the next call.
+    // Asks the engine at each call. Returns the one map of the process; its content is valid until the next call.
     [[nodiscard]] GraphicsInfo& graphicsInfo();
 
-    // Null for another type than the DCU settings and for an element without values; else valid until the next call.
+    // Returns null for a type other than DYNAMIC_DIALOG_DCU and for an element without values. The map is valid until
+    // the next call.
     [[nodiscard]] ValueLists* valueLists(Enum_Dynamic_Dialog_Type type, int id);
 
     [[nodiscard]] bool hasDialog(int id) const;
@@ -38,7 +39,7 @@ public:
     void write(int id, Enum_Dynamic_Dialog_Type type, const QString& key, const QString& value);
 
 private:
-    // What the engine told of an element, to see whether it tells the same again.
+    // What the engine reported for an element, kept to notice when it reports the same again.
     struct Told
     {
         unsigned int id;
@@ -51,7 +52,7 @@ private:
 
     zelchipengine* m_engine = nullptr;
     std::vector<Told> m_told;
-    GraphicsInfo m_info; // of what was told; the callers' map is a copy that they may change
+    GraphicsInfo m_info; // made from m_told; callers get a copy, which they may change
     ValueLists m_valueLists;
 };
 

@@ -5,7 +5,7 @@ namespace mirn::zelchipview {
 
 namespace {
 
-SettingsController::Provider currentProvider = nullptr; // NOLINT: the dialog's constructor has no argument for it
+SettingsController::Provider currentProvider = nullptr; // NOLINT: the dialog's constructor has no parameter for it
 
 } // namespace
 

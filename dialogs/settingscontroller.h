@@ -12,20 +12,20 @@ class QObject;
 
 namespace mirn::zelchipview {
 
-// What the settings dialog needs of the controller, which implements it. ZELChipViewDatabase says what each operation
-// does.
+// The interface that the settings dialog needs of the controller, which implements it. ZELChipViewDatabase documents
+// the operations.
 class ZELCHIPGUI_EXPORT SettingsController
 {
 public:
     using Provider = SettingsController& (*)();
 
-    // The controller of the process, which the provider makes when it is first asked for.
+    // Returns the controller of the process. The provider creates it on first use.
     static SettingsController& current();
 
-    // To be set before the first dialog is made. Not null.
+    // Must be set before the first dialog is created. Not null.
     static void setProvider(Provider provider);
 
-    // The controller itself, whose end ends the dialog.
+    // Returns the controller as an object; the dialog closes when it is destroyed.
     [[nodiscard]] virtual QObject* asObject() = 0;
 
     [[nodiscard]] virtual QMap<QString, QVector<QString>>* getDynamicValueList(Enum_Dynamic_Dialog_Type type, int id)

@@ -24,10 +24,10 @@ namespace {
 
 constexpr int Cancelled = 1;
 
-// What the style leaves free on both sides of a list box's text, in pixels.
+// The pixels that the style leaves free beside a combo box's text, on both sides together.
 constexpr int BoxTextMargins = 4;
 
-// How narrow letters may become, in per cent, before they are made smaller instead.
+// The smallest letter width, in per cent, before the letters are made smaller instead.
 constexpr int NarrowestStretch = 75;
 constexpr int StretchStep = 5;
 constexpr int SmallestPixelSize = 8;
@@ -53,7 +53,7 @@ QFont narrowed(QFont font, const QStringList& texts, int width)
     return font;
 }
 
-// What a list box has for its text beside the arrow.
+// Returns the width that a combo box has for its text beside the arrow, in pixels.
 int textWidth(const QComboBox* box)
 {
     QStyleOptionComboBox option;
@@ -85,7 +85,7 @@ struct ZELDCUSettingDlg::Parts
     Ui_dcuSettingDlg form;
     QSet<QString> coupledValues;
     QMap<QString, QString> changedValues; // by setting key
-    QMap<QString, QString> currentValues; // by setting key, in force when the dialog opened
+    QMap<QString, QString> currentValues; // by setting key, when the dialog opened
 };
 
 ZELDCUSettingDlg::ZELDCUSettingDlg(QWidget* parent, int id)
@@ -99,7 +99,7 @@ ZELDCUSettingDlg::ZELDCUSettingDlg(QWidget* parent, int id)
         connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this, box] { syncValues(box->currentText()); });
     }
-    connect(m_parts->controllerObject, &QObject::destroyed, this, &ZELDCUSettingDlg::reject); // what it edits is gone
+    connect(m_parts->controllerObject, &QObject::destroyed, this, &ZELDCUSettingDlg::reject); // nothing left to edit
     init();
     keepLegible();
 }
@@ -187,12 +187,12 @@ void ZELDCUSettingDlg::reject()
     done(Cancelled);
 }
 
-// The form's geometry is fixed; the desktop's font and the engine's texts are not.
+// The form's geometry is fixed, but the desktop's font and the engine's texts are not.
 void ZELDCUSettingDlg::keepLegible()
 {
     const QLabel* narrowest = m_parts->form.label_2;
     const QFont basic = lowered(font(), narrowest->height());
-    // The form has a style sheet, and with one a font does not pass down by itself.
+    // In a form with a style sheet, the font does not propagate to the children by itself.
     for (QWidget* part : findChildren<QWidget*>())
         part->setFont(basic);
 

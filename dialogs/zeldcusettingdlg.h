@@ -12,15 +12,17 @@ class QComboBox;
 
 namespace mirn::zelchipview {
 
-// The settings of one dual-channel unit: both receive channels and the transmit PLL. Offers what the engine offers,
-// keeps the channels in step for values that go for both, and on "Ok" writes what was changed through the controller.
+// The settings dialog of one dual-channel unit: both receive channels and the transmit PLL. It offers the values that
+// the engine offers, keeps both channels in step for values that apply to both, and on "Ok" writes the changes through
+// the controller.
 //
-// exec() gives DCUDLGSUCCESS (0) when confirmed and 1 when cancelled: the reverse of QDialog's own codes.
+// exec() returns DCUDLGSUCCESS (0) if the dialog is confirmed and 1 if it is cancelled: the reverse of QDialog's own
+// codes.
 class ZELCHIPGUI_EXPORT ZELDCUSettingDlg : public QDialog
 {
     Q_OBJECT
 public:
-    // Of the site with this element id. Asks the engine for the values at once.
+    // `id` is the element id of the site. The constructor asks the engine for the values.
     ZELDCUSettingDlg(QWidget* parent, int id);
     ~ZELDCUSettingDlg() override;
 
@@ -31,7 +33,7 @@ public Q_SLOTS:
     // Closes with 1.
     void reject() override;
 
-    // Choosing a value that goes for both channels in one of them chooses it in the other.
+    // If `text` is a value that applies to both channels, selects it for both.
     void syncValues(const QString& text);
 
 private:

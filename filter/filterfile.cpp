@@ -10,9 +10,9 @@ namespace mirn::zelchipview {
 
 namespace {
 
-constexpr int LongestLine = 65535; // bytes; what is longer is read as several lines
+constexpr int LongestLine = 65535; // bytes; a longer line is read as several lines
 
-// The bytes stay the caller's.
+// The result refers to the caller's bytes.
 QByteArray withoutLineEnd(const unsigned char* bytes, int size)
 {
     if (size > 0 && bytes[size - 1] == '\n')

@@ -10,7 +10,7 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// Around the boxes, in pixels: a menu gives widgets none, and the boxes would stand on its border.
+// The margins around the boxes, in pixels. A menu has none around widgets, so the boxes would touch its border.
 constexpr QMargins AroundBoxes(6, 4, 10, 4);
 
 } // namespace
@@ -19,30 +19,31 @@ FilterMenu::FilterMenu(const QString& title, QWidget* parent)
     : QMenu(title, parent)
 {
     setContentsMargins(AroundBoxes);
-    // Many styles put what does not fit into further columns, which would be wider than any screen.
+    // Many styles put boxes that do not fit into further columns, which would be wider than any screen.
     setStyleSheet(QStringLiteral("QMenu { menu-scrollable: 1; }"));
 }
 
-// A menu takes each widget out of itself before it goes, for which Qt looks through all others.
+// The destructor of QMenu would remove the boxes one by one, and Qt searches all others for each of them.
 FilterMenu::~FilterMenu()
 {
-    hide(); // or it would make room for those that are left
+    hide(); // a visible menu would be laid out again for each box
     qDeleteAll(actions());
 }
 
 QCheckBox* FilterMenu::addBox(const QString& label)
 {
-    // A lone "&" in a label would become a mnemonic. Without a parent, for the action would take it out of that first.
-    auto* box = new QCheckBox(QString(label).replace(QLatin1Char('&'), QLatin1String("&&"))); // the action's
-    box->setMouseTracking(true); // and passes it on: near an end of the menu it scrolls
+    // A lone "&" in a label would become a mnemonic. The box gets no parent, because the action would have to remove it
+    // from there first.
+    auto* box = new QCheckBox(QString(label).replace(QLatin1Char('&'), QLatin1String("&&"))); // owned by the action
+    box->setMouseTracking(true); // near its ends the menu scrolls on mouse moves over the box
     auto* action = new QWidgetAction(this);
     action->setDefaultWidget(box);
     addAction(action);
     return box;
 }
 
-// What is shown for the first time is painted as a whole. Later Qt would work out for each box which of the others
-// covers it.
+// A window that is shown for the first time is painted as a whole. Later Qt would compute for each box which of the
+// others cover it, so the window is destroyed after it is hidden.
 void FilterMenu::hideEvent(QHideEvent* event)
 {
     QMenu::hideEvent(event);

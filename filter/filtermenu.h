@@ -7,15 +7,15 @@ class QCheckBox;
 
 namespace mirn::zelchipview {
 
-// The submenu with the filter's check boxes, each in a QWidgetAction that the menu owns. With more of them than the
-// screen has room for it scrolls, and it stays quick with ten thousand.
+// The submenu with the filter's check boxes, each in a QWidgetAction that the menu owns. It scrolls if the boxes do not
+// fit on the screen, and it stays fast with ten thousand of them. It does not know what a box means.
 class FilterMenu final : public QMenu
 {
 public:
     FilterMenu(const QString& title, QWidget* parent);
     ~FilterMenu() override;
 
-    // At the end; `label` as it is to be read. Gives the new box, which is the menu's.
+    // Appends a check box and returns it; the menu owns it. `label` is shown literally: an "&" in it is no mnemonic.
     QCheckBox* addBox(const QString& label);
 
 protected:

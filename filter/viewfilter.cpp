@@ -14,7 +14,7 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// Keeps the kind of a box with the box.
+// The property in which a box stores its kind.
 constexpr char FilterKeyProperty[] = "FILTERKEYVALUE";
 
 } // namespace
@@ -37,7 +37,7 @@ QMenu* ViewFilter::buildMenu(QWidget* parent, const std::function<void(QCheckBox
     m_boxes.clear();
     m_filteredIds.clear();
     m_menu = new QMenu(parent);
-    auto* submenu = new FilterMenu(QStringLiteral("Filter Graphic Items"), m_menu); // the menu's
+    auto* submenu = new FilterMenu(QStringLiteral("Filter Graphic Items"), m_menu); // owned by the menu
     m_menu->addMenu(submenu);
     addBox(*submenu, QStringLiteral("(Select All)"), QString(), connectBox);
 
@@ -97,7 +97,7 @@ void ViewFilter::followKinds()
         all->setCheckState(Qt::Checked);
     else
         all->setCheckState(checked == 0 ? Qt::Unchecked : Qt::PartiallyChecked);
-    // The partial state is for showing only: a click on the box must always lead to a whole one.
+    // The partial state is for display only: a click on the box must always lead to a full one.
     all->setTristate(all->checkState() == Qt::PartiallyChecked);
 }
 

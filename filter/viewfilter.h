@@ -18,8 +18,8 @@ namespace mirn::zelchipview {
 
 class FilterMenu;
 
-// The filter menu and what it has ticked: kinds of elements that are drawn in the filter colours. Owns the menu unless
-// a parent widget took it along.
+// The filter menu and the kinds ticked in it, whose elements are drawn in the filter colours. It owns the menu, unless
+// a parent widget has deleted it. The controller owns this object.
 class ViewFilter final
 {
 public:
@@ -30,18 +30,18 @@ public:
 
     void setEngine(zelchipengine* engine) { m_engine = engine; } // not owned
 
-    // Builds the menu at the first call; later calls return it. `connectBox` connects each check box to the handler.
-    // Null at a first call that could not open the filter file; the menu then holds "(Select All)" only.
+    // Builds the menu at the first call; later calls return it. `connectBox` has to connect each check box to the
+    // handler. Returns null if the first call cannot open the filter file; the menu then holds "(Select All)" only.
     QMenu* buildMenu(QWidget* parent, const std::function<void(QCheckBox*)>& connectBox);
 
-    // Null before the first buildMenu() and after the menu died with its parent.
+    // Returns null before the first buildMenu(), and after the menu was deleted with its parent.
     [[nodiscard]] QMenu* menu() const { return m_menu; }
 
-    // A box changed its state: brings the other boxes and the filtered ids in line. Gives whether anything was done;
-    // changes that it makes itself are ignored.
+    // A box has changed its state: updates the other boxes and the filtered ids. Returns whether anything was done;
+    // changes that this operation makes itself are ignored.
     bool boxChanged(QCheckBox* box);
 
-    // True while "(Select All)" is checked or partially checked.
+    // Returns true while "(Select All)" is checked or partially checked.
     [[nodiscard]] bool isEnabled() const;
     [[nodiscard]] ElementIdSet& filteredIds() { return m_filteredIds; }
     void deleteMenu();

@@ -42,14 +42,15 @@ void ForeignItems::resume()
 void ForeignItems::lookInto(const QList<QRectF>& areas)
 {
     const bool wasEmpty = m_places.isEmpty();
-    // When an item leaves, Qt reports the whole scene as changed.
+    // Qt reports the whole scene as changed when an item leaves it.
     const bool isEverything = std::any_of(
         areas.begin(), areas.end(), [this](const QRectF& area) { return area.contains(m_scene.sceneRect()); });
     Places found;
     if (isEverything) {
         const QList<QGraphicsView*> views = m_scene.views();
         for (QGraphicsView* view : views)
-            view->viewport()->update(); // Qt repaints the scene's rect only: what left may have lain beside it
+            // Qt repaints only the scene rectangle, but the removed item may have been outside of it.
+            view->viewport()->update();
     } else {
         for (const QRectF& area : areas)
             found.insert(foreignAmong(m_scene.items(area, Qt::IntersectsItemBoundingRect)));
@@ -72,7 +73,7 @@ ForeignItems::Places ForeignItems::foreignAmong(const QList<QGraphicsItem*>& ite
     return places;
 }
 
-// Returns false when an item that was seen in these areas is not found there any more: it may have been deleted.
+// Returns false if an item seen earlier in these areas is no longer there: it may have been deleted.
 bool ForeignItems::areAllKnownAmong(const Places& found, const QList<QRectF>& areas) const
 {
     for (auto known = m_places.cbegin(); known != m_places.cend(); ++known) {

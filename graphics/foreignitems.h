@@ -12,29 +12,31 @@ class QGraphicsScene;
 
 namespace mirn::zelchipview {
 
-// The visible items of a scene that are no elements of the drawing, which a host has put there. Neither they nor
-// elements that a host moves report to anybody but the scene, so this listens to the changes that the scene reports.
+// Tracks the visible items of a scene that are not elements of the drawing: the items that a host has added. Items do
+// not report a move to anybody but their scene, so this class listens to QGraphicsScene::changed(). The scene elements
+// own it; it owns no items.
 class ForeignItems final : public QObject
 {
 public:
-    // Returns whether an item is foreign. Asked for every item where something has changed.
+    // Returns whether an item is foreign. It is called for every item in a changed area.
     using Question = std::function<bool(QGraphicsItem* item)>;
 
-    // `appeared` is called when there were none and now there are some.
+    // `appeared` is called when the first foreign item is found after there were none.
     ForeignItems(QGraphicsScene& scene, Question isForeign, std::function<void()> appeared);
 
     [[nodiscard]] bool isEmpty() const { return m_places.isEmpty(); }
 
-    // Qt reports changes at the next turn of the event loop. After this, those that came before are known.
+    // Qt reports changes at the next turn of the event loop. This call delivers the pending ones at once.
     void catchUp();
 
-    // What comes into the scene between the two is not looked at. Both flush the calls that Qt queues for each new
-    // item; left to the event loop, closing the window early would take a time quadratic in the number of items.
+    // Items added between the two calls are not examined. Both calls flush the calls that Qt queues for each new item:
+    // otherwise closing the window before the next turn of the event loop takes time quadratic in the number of items.
     void pause();
     void resume();
 
 private:
-    using Places = QHash<QGraphicsItem*, QRectF>; // where they were seen; an item may be gone, and is not dereferenced
+    // The scene bounds when last seen. The item may have been deleted, so the pointer is never dereferenced.
+    using Places = QHash<QGraphicsItem*, QRectF>;
 
     void lookInto(const QList<QRectF>& areas);
     [[nodiscard]] Places foreignAmong(const QList<QGraphicsItem*>& items) const;

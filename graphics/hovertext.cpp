@@ -10,15 +10,15 @@ namespace {
 
 constexpr QSize WindowSize(150, 30); // pixels
 
-// Should the pointer get onto the text, the drag must still reach the site below.
+// The window lets input through, so that the drag reaches the site below it even if the pointer gets onto the text.
 class TextWindow final : public QPlainTextEdit
 {
 public:
     using QPlainTextEdit::QPlainTextEdit;
 
 protected:
-    // Between the making of the window and its coming up. Whoever asks for the window earlier, through winId(), turns
-    // every widget around it into a window of the window system.
+    // The flag is set here because the native window exists now but is not shown yet. Calling winId() earlier would
+    // turn every ancestor widget into a native window as well.
     void showEvent(QShowEvent* event) override
     {
         windowHandle()->setFlag(Qt::WindowTransparentForInput);
@@ -30,7 +30,7 @@ protected:
 
 void HoverText::create(QWidget* view)
 {
-    m_window = new TextWindow(view); // child of the view
+    m_window = new TextWindow(view);
     m_window->setWindowFlags(
         Qt::Drawer | Qt::MSWindowsFixedSizeDialogHint | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     m_window->setAttribute(Qt::WA_ShowWithoutActivating);
@@ -44,7 +44,7 @@ void HoverText::show(const QString& text, const void* owner)
     if (!m_window)
         return;
     m_owner = owner;
-    if (m_window->toPlainText() != text) // making a document anew takes longer than the rest of a drag's move
+    if (m_window->toPlainText() != text) // laying out the document costs more than the rest of a drag move
         m_window->setPlainText(text);
     m_window->setVisible(!text.isEmpty());
 }

@@ -10,19 +10,21 @@ class QWidget;
 
 namespace mirn::zelchipview {
 
-// The small floating window beside a drag that tells what the site under the pointer is. Never takes the focus.
-// Positions are in screen coordinates. Does nothing while it has no window.
+// The small floating window beside a drag that shows what the site under the pointer is. It never takes the focus.
+// Positions are in screen coordinates. All operations do nothing while there is no window. The controller owns this
+// object; the view owns the window.
 class HoverText final
 {
 public:
-    // Makes the window, as a child of the view.
+    // Creates the window as a child of the view.
     void create(QWidget* view);
 
-    // Shows the text where the window is; an empty text hides it. `owner` only serves to tell who showed it last.
+    // Shows the text at the window's current position; an empty text hides the window. `owner` is only compared, to
+    // know who showed a text last.
     void show(const QString& text, const void* owner);
     void moveTo(const QPoint& position);
     void hide();
-    // Only when nobody else has shown a text since.
+    // Hides the window unless another owner has shown a text since.
     void hideIfOwnedBy(const void* owner);
 
 private:

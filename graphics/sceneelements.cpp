@@ -18,13 +18,13 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// More changed elements than this are found faster by painting all again.
+// Above this number of changed elements it is faster to repaint everything than to repaint them one by one.
 constexpr std::size_t MostToRepaintOneByOne = 2000;
 
-// Fewer items than this may report their change to the scene, which looks into each.
+// Up to this many items may change while ForeignItems listens; it examines the area of every change.
 constexpr std::size_t FewItems = 16;
 
-// The elements that are not to stay as they are until their layer is shown.
+// Returns the elements that are not waiting for their layer to be shown.
 std::vector<ChipElement*> shownAmong(const std::vector<ChipElement*>& elements)
 {
     std::vector<ChipElement*> shown;
@@ -51,7 +51,7 @@ bool SceneElements::isForeign(QGraphicsItem* item)
     auto* element = dynamic_cast<ChipElement*>(item);
     if (!element || !element->attribute())
         return true;
-    m_index.reconsider(element); // Qt reports a position as a change of the scene only
+    m_index.reconsider(element); // Qt reports a move only as a change of the scene
     return false;
 }
 
@@ -82,7 +82,7 @@ std::vector<ScenePicture*> SceneElements::pictures() const
         if (ScenePicture* picture = pictureOf(view))
             pictures.push_back(picture);
         else
-            view->viewport()->update(); // it paints the items one by one and knows of no states
+            view->viewport()->update(); // without a picture it paints item by item
     }
     return pictures;
 }
@@ -111,7 +111,7 @@ void SceneElements::applyDynamicValues(const QMap<QString, GraphicItemDynamicAtt
             if (!attribute || attribute->itemId != *id)
                 return;
             const bool isChanged = mirn::zelchipview::applyDynamicValues(*attribute, entry.value());
-            // A host may have written into the attribute before.
+            // takeOver() also notices what a host wrote into the attribute earlier.
             if (list.takeOver(m_index, *element) || isChanged)
                 changed.push_back(element);
         });
@@ -120,7 +120,7 @@ void SceneElements::applyDynamicValues(const QMap<QString, GraphicItemDynamicAtt
     repaint(changed, nullptr);
 }
 
-// Items that were shown take over what is new, the others when they are.
+// Items of hidden layers take over their tooltip when their layer is shown.
 void SceneElements::tellItems(const std::vector<ChipElement*>& elements)
 {
     for (ChipElement* element : elements) {
@@ -143,7 +143,7 @@ void SceneElements::takeOverAttributes(const QRectF& area, ScenePicture* painted
         repaint(changed, painted);
         return;
     }
-    if (!changed.empty()) // Qt paints now; the pictures that are kept come back later
+    if (!changed.empty()) // Qt paints for now; the cached pictures are used again later
         forgetPictures();
 }
 
@@ -208,7 +208,7 @@ void SceneElements::repaintAll()
         picture->repaintAll();
 }
 
-// `painted`: the picture of a view that is about to paint them.
+// `painted` is the picture of a view that is in its paint event. It is invalidated without scheduling another repaint.
 void SceneElements::repaint(const std::vector<ChipElement*>& elements, ScenePicture* painted)
 {
     if (elements.empty())
@@ -220,7 +220,7 @@ void SceneElements::repaint(const std::vector<ChipElement*>& elements, ScenePict
     const unsigned before = m_displayList.version();
     const DisplayList& list = displayList();
     if (list.version() != before) {
-        repaintAll(); // some moved, and where they were is to be painted as well
+        repaintAll(); // some moved, and the areas that they left must be repainted too
         return;
     }
     std::vector<int> places;
@@ -235,7 +235,7 @@ void SceneElements::repaint(const std::vector<ChipElement*>& elements, ScenePict
     }
 }
 
-// Only Qt knows where a host put an element, and what it put around it.
+// Only Qt knows where a host has moved an element and what it has put around it.
 void SceneElements::repaintByItems(const std::vector<ChipElement*>& elements)
 {
     for (ChipElement* element : elements)

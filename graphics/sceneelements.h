@@ -16,8 +16,9 @@ namespace mirn::zelchipview {
 class ScenePicture;
 struct GraphicItemDynamicAttribute;
 
-// What the chip scene knows of its elements: the index by id, the display list that views paint, and whether a host has
-// changed anything that only Qt can paint. Passes changes of state and of attributes on to the views.
+// The scene's bookkeeping of its elements: the index by id, the display list that the views paint, and whether a host
+// has changed anything that only Qt can paint. It passes changes of state and of attributes on to the views. The scene
+// owns it; it owns neither items nor attributes.
 class SceneElements final
 {
 public:
@@ -25,49 +26,51 @@ public:
 
     [[nodiscard]] ElementIndex& index() { return m_index; }
 
-    // The elements as the views paint them, up to date.
+    // Brings the display list up to date and returns it.
     [[nodiscard]] DisplayList& displayList();
 
-    // Whether the scene holds nothing but the drawing's elements as they were loaded. Only then do views paint it by
-    // themselves; what a host adds or moves is painted by Qt, with everything else.
+    // Returns whether the scene holds nothing but the drawing's elements as they were loaded. Only then do the views
+    // paint the scene themselves. Otherwise Qt paints everything, including what a host has added or moved.
     [[nodiscard]] bool isPlain() const { return m_foreign.isEmpty() && !m_index.hasUnusual(); }
 
-    // To be called around the loading of a drawing, whose items are not a host's.
+    // Call these around changes of many items by the component itself, such as loading a drawing, so that the items are
+    // not examined as a host's.
     void beginOwnChanges() { m_foreign.pause(); }
     void endOwnChanges() { m_foreign.resume(); }
 
-    // The pictures of the views that show the scene; not owned. One of a view that shows another scene is not used.
+    // These register and remove the picture of a view. Pictures are not owned. A picture is ignored while its view
+    // shows another scene.
     void addPicture(const QGraphicsView* view, ScenePicture* picture);
     void removePicture(const QGraphicsView* view);
 
-    // The list of the scene's first view; an empty one while that is none of ours.
+    // Returns the visible layers of the scene's first view, or an empty list if that view has no registered picture.
     [[nodiscard]] QList<int>& visibleLayers();
 
-    // Takes over colours and tooltips by element id in decimal, and has what changed painted again.
+    // Applies the engine's colours and tooltips, keyed by element id in decimal, and repaints what changed.
     void applyDynamicValues(const QMap<QString, GraphicItemDynamicAttribute>& values);
 
-    // What a host wrote into the attributes of elements in an area is shown from now on. `painted` is about to paint
-    // the area; other views are told to.
+    // Shows what a host has written into the attributes of elements in an area (scene coordinates). `painted`, the
+    // picture of the view that is about to paint the area, is only invalidated; the other views are told to repaint.
     void takeOverAttributes(const QRectF& area, ScenePicture* painted);
 
-    // Elements of shown layers that were not shown before take over their geometry now, so that they are found
-    // wherever they lie.
+    // The elements of newly shown layers take over their geometry, so that Qt finds them wherever they lie.
     void synchroniseShown();
 
-    // The items at a point take over their state, which decides how far their borders reach.
+    // The items at a point take over the border of their current state, because a hit test includes the border.
     void synchroniseAt(const QPointF& point);
 
-    // The state of these elements, or of any number of them, changed: they are painted again.
+    // These repaint the elements whose state changed: those with these ids, or all.
     void repaint(const std::vector<int>& elementIds);
     void repaintAll();
 
-    // The items of an element, in no particular order; empty for an unknown id.
+    // Returns the items of an element in no particular order; empty for an unknown id.
     [[nodiscard]] QList<QGraphicsItem*> itemsOf(int elementId);
 
-    // As QGraphicsScene::itemAt(), without Qt's index where the scene is plain.
+    // Like QGraphicsScene::itemAt(), but does not use Qt's index if the scene is plain.
     [[nodiscard]] QGraphicsItem* topmostItemAt(const QPointF& point, const QTransform& sceneToViewport);
 
-    // The ids of the elements whose shapes touch an area, from the topmost to the lowest. Some may occur repeatedly.
+    // Returns the ids of the elements whose shapes touch an area (scene coordinates), topmost first. An id may occur
+    // more than once.
     [[nodiscard]] std::vector<int> idsTouching(const QRectF& area);
 
 private:

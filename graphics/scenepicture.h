@@ -7,17 +7,18 @@
 
 namespace mirn::zelchipview {
 
-// The picture that a view shows of a scene, as the scene sees it.
+// The scene's interface to the picture that a view has cached of it. The view owns the implementation.
 class ScenePicture
 {
 public:
     [[nodiscard]] virtual QList<int>& visibleLayers() = 0;
 
-    // The elements at these places of the scene's display list, or all, look different now.
+    // The elements at these places (indexes in the scene's display list), or all elements, look different now: they are
+    // invalidated and a repaint is scheduled.
     virtual void repaintPlaces(const std::vector<int>& places) = 0;
     virtual void repaintAll() = 0;
 
-    // The same without a repaint.
+    // These invalidate without scheduling a repaint.
     virtual void forgetPlaces(const std::vector<int>& places) = 0;
     virtual void forgetAll() = 0;
 

@@ -17,10 +17,10 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// Up to this many changed spots are painted for themselves, more of them with all that lies between.
+// Up to this many changed elements are repainted one by one; more of them as one bounding rectangle.
 constexpr std::size_t MostUpdatedOneByOne = 16;
 
-constexpr int PaintMargin = 2; // pixels that pens and smoothing reach beyond an element
+constexpr int PaintMargin = 2; // pixels that pens and antialiasing reach beyond an element
 
 } // namespace
 
@@ -51,7 +51,7 @@ void ViewPicture::repaintPlaces(const std::vector<int>& places)
     for (int place : places) {
         if (place < 0)
             continue;
-        // The kept picture may be of another scale or size than what stands on the screen.
+        // The cached picture may have another scale or size than the viewport, so its dirty parts cannot be used here.
         const QRect part = (grown(toViewport.mapRect(list.boundsOf(place)), PaintMargin) & shown).toAlignedRect();
         around |= part;
         if (places.size() <= MostUpdatedOneByOne)
@@ -98,7 +98,7 @@ void ViewPicture::paint(QPainter& painter, const ViewCanvas::Background& drawBac
     if (!m_canvas)
         m_canvas = std::make_unique<ViewCanvas>(list);
     const QWidget& viewport = *m_view.viewport();
-    // The widget may begin in the middle of a device pixel.
+    // The widget's origin may lie between two device pixels.
     const QTransform device = painter.deviceTransform();
     const qreal ratio = device.m11();
     const QPointF start(device.dx() - std::floor(device.dx()), device.dy() - std::floor(device.dy()));

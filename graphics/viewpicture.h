@@ -14,12 +14,12 @@ namespace mirn::zelchipview {
 
 class ZelGraphicsScene;
 
-// The picture of the chip scene in a view: which layers it shows, what of it is out of date, and the painting that does
-// without Qt's items.
+// The picture of the chip scene that one view caches: the layers it shows, the parts that are out of date, and painting
+// it without Qt's items. The view owns it. How an element looks is decided by the paint rules.
 class ViewPicture final : public ScenePicture
 {
 public:
-    // Neither is owned. The view must exist as long as the picture; the scene may be null.
+    // Neither argument is owned. The view must outlive the picture; the scene may be null.
     ViewPicture(QGraphicsView& view, ZelGraphicsScene* scene);
     ~ViewPicture();
     ViewPicture(const ViewPicture&) = delete;
@@ -31,17 +31,17 @@ public:
     void forgetPlaces(const std::vector<int>& places) override;
     void forgetAll() override;
 
-    // Whether the view shows the drawing as it was loaded, upright, on a widget or an image of Qt's software renderer.
-    // All else is left to Qt, item by item.
+    // Returns whether this class can paint in place of Qt: the scene is plain, the painter is Qt's software renderer,
+    // its device is scaled evenly and not rotated, and the viewport has an opaque background of one colour.
     [[nodiscard]] bool canPaintOn(const QPainter& painter) const;
 
-    // Brings the picture up to date and draws it. The painter has its transform for the scene then.
+    // Brings the picture up to date and draws it. The painter is left with the scene's transform.
     void paint(QPainter& painter, const ViewCanvas::Background& drawBackground);
 
 private:
     QGraphicsView& m_view;
     const QPointer<ZelGraphicsScene> m_scene;
-    std::unique_ptr<ViewCanvas> m_canvas; // made with the first paint
+    std::unique_ptr<ViewCanvas> m_canvas; // created by the first paint
     QList<int> m_visibleLayers;
 };
 

@@ -10,7 +10,7 @@ class zel_SingleGraphItem;
 
 namespace mirn::zelchipview {
 
-// Keys of the values that attributes serve; behind each, what getAttribute() points at.
+// The keys of getAttribute(), each with the type that the returned pointer points to.
 enum zelgraphic_attribute_key {
     ATTR_LINE = 0, // QLineF
     ATTR_TEXT = 1, // QString
@@ -26,37 +26,38 @@ enum zelgraphic_attribute_key {
     ATTR_POINTS = 12, // QPolygonF
 };
 
-// The drawing values of one graphic element, in Qt types: items paint from it, the scene changes it at run time. Owned
-// by the controller's registry once it is stored there.
+// The drawing values of one graphic element, in Qt types. Items paint from it; the scene changes its fill colour and
+// its tooltip at run time. The controller's registry owns it once it is stored there.
 class ZELCHIPGUI_EXPORT ZELGraphicItemAttribute : public QObject
 {
 public:
     ZELGraphicItemAttribute();
     ~ZELGraphicItemAttribute() override = 0;
 
-    // The member that holds the value for `key`, or null where the kind does not serve the key.
+    // Returns a pointer to the member that holds the value for `key`, or null if this kind of element does not serve
+    // the key. The attribute keeps the ownership.
     [[nodiscard]] virtual void* getAttribute(zelgraphic_attribute_key key);
 
-    // Takes what all kinds share from the record.
+    // Copies from the record what all kinds share: id, name, tooltip, layer, kind and flag.
     virtual void setAttribute(const zel_SingleGraphItem& record);
 
-    // Both do nothing for kinds whose look is fixed.
+    // These set the fill colour (0xRRGGBB) and restore the default of `key`. Both do nothing for lines and texts.
     virtual void setFillColor(const unsigned int& color);
     virtual void setToDefaultValue(zelgraphic_attribute_key key);
 
-    int itemId = 0; // element id, the engine's
-    int sequence = 0; // 1, 2, 3, ... in load order
-    QString elementName; // in the drawing
+    int itemId = 0; // the engine's id of the element
+    int sequence = 0; // the load number: 1, 2, 3, ... in load order
+    QString elementName; // the element's name in the drawing
     QString toolTip; // the engine's, or else the drawing's
     int layer = -1; // shown while the scale is in the layer's range
     int kind = 4; // a zelgraphic_kind; 4 is none
-    bool flag = false; // the record's
+    bool flag = false; // copied from the record; nothing here reads it
 
 private:
     friend class AttributeRegistry;
     friend class ElementIndex;
 
-    bool m_isHandedOut = false; // somebody outside may change the values at any time
+    bool m_isHandedOut = false; // a host holds a pointer to it and may change the values at any time
 };
 
 } // namespace mirn::zelchipview

@@ -19,7 +19,7 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// From the drag's pointer to the hover text, in screen pixels: clear of the dragged icon.
+// The distance from the pointer to the hover text, in screen pixels, which keeps it clear of the drag icon.
 constexpr QPoint HoverTextOffset(30, 30);
 
 DrawingController& controller()

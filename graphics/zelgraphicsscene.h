@@ -13,49 +13,53 @@ namespace mirn::zelchipview {
 
 class SceneElements;
 
-// The chip drawing: its items, which it owns, and its global parameters. Answers what state an element is in and which
-// layers are shown, and applies the engine's dynamic colours and tooltips. The state sets themselves are the
-// controller's.
+// The chip drawing: its graphic items, which it owns, and its global parameters. It answers which state an element is
+// in and which layers are shown, and applies the engine's dynamic colours and tooltips. The controller owns the scene
+// and the state sets.
 class ZELCHIPGUI_EXPORT ZelGraphicsScene : public ChipScene
 {
     Q_OBJECT
 public:
-    // Empty; the drawing is loaded by ZelChipGUI::initGrahpicView().
+    // The scene is empty until ZelChipGUI::initGrahpicView() loads the drawing.
     explicit ZelGraphicsScene(QObject* parent);
     ~ZelGraphicsScene() override;
 
-    // By element id. filterdItemContains() is true for every id while the filter is off: ask isFilterEnable() as well.
+    // These take an element id. While the filter is off, filterdItemContains() returns true for every id, so ask
+    // isFilterEnable() as well; statesOf() does that.
     [[nodiscard]] bool selectedItemContains(int id) const;
     [[nodiscard]] bool highlightedItemContains(int id) const;
     [[nodiscard]] bool filterdItemContains(int id) const;
     [[nodiscard]] ElementStates statesOf(int id) const override;
 
-    // Select the element behind an item, on the drawing and in the tree. Null and items without attribute are ignored.
+    // These select the elements behind items, on the drawing and in the tree, or clear the selection on the drawing.
+    // Null and items without an attribute are ignored.
     void addSelectedItem(QGraphicsItem* item);
     void addSelectedItem(const QList<QGraphicsItem*>& items);
     void clearSelectedItems();
 
-    // The list of the scene's first view; an empty one while there is none.
+    // The visible layers of the scene's first view. The list is empty if there is no view or if it is not a
+    // ZelGraphicsView.
     [[nodiscard]] QList<int>& getVisibleLayers();
     [[nodiscard]] bool isLayerVisible(int layer) override;
 
-    // Takes effect on the visible layers at the view's next change of scale.
+    // The parameters of the drawing. New layer ranges take effect at the view's next change of scale.
     void setGlobalParameter(const zel_Parameter& parameter);
     [[nodiscard]] const zel_Parameter& globalParameter() const;
 
-    // What a zoom to no particular items shows. Empty; a host may fill it.
+    // Returns the items that a zoom without targets shows. The list is empty until a host fills it; the items are not
+    // owned.
     [[nodiscard]] QList<QGraphicsItem*>& zoomItems();
 
     // Brings fill colours and tooltips up to date with the engine and schedules a repaint of what changed.
     void refresh();
 
-    // The items of an element, in no particular order; empty for an unknown id.
+    // Returns the items of an element in no particular order; empty for an unknown id.
     [[nodiscard]] QList<QGraphicsItem*> itemsOf(int elementId);
 
-    // What the library's own classes know of the scene; the class is not installed.
+    // For the library's own classes; SceneElements is not installed.
     [[nodiscard]] SceneElements& elements();
 
-    // For the scene's elements.
+    // These are called by the scene's elements; see ChipScene.
     [[nodiscard]] bool hasFewTexts() const override;
     void elementEntered(ChipElement* element) override;
     void elementLeaves(ChipElement* element) override;

@@ -30,13 +30,13 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// A rubber band counts when both sides are larger than this, in scene units; else the gesture was a click.
+// A rubber band counts only if both sides are longer than this, in scene units; otherwise the gesture was a click.
 constexpr double SmallestBand = 2.0;
 
-// Keeps a transform that is a whole number of steps from being counted one short.
+// Prevents rounding error from counting a whole number of steps one short.
 constexpr double StepTolerance = 1e-9;
 
-constexpr double LargestCount = 1e9; // of steps
+constexpr double LargestCount = 1e9; // zoom steps
 
 DrawingController& controller()
 {
@@ -61,7 +61,7 @@ struct ZelGraphicsView::Parts
     const QPointer<ZelGraphicsScene> scene;
     ViewPicture picture;
     double currentScale = 1.0;
-    QRubberBand* const rubberBand; // child of the view
+    QRubberBand* const rubberBand;
     QPoint pressPosition;
     int horizontalScrollStart = 0;
     int verticalScrollStart = 0;
@@ -74,7 +74,7 @@ ZelGraphicsView::ZelGraphicsView(QGraphicsScene* scene, QWidget* parent)
 {
     m_parts->rubberBand->hide();
     setCursor(Qt::ArrowCursor);
-    viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // paints its background as well
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // paintEvent() fills the background itself
 }
 
 ZelGraphicsView::~ZelGraphicsView() = default;
@@ -169,7 +169,7 @@ void ZelGraphicsView::calculateVisibleLayers()
         return;
     m_parts->picture.visibleLayers() = layers;
     m_parts->scene->elements().synchroniseShown();
-    // They paint by the layers of the scene's first view, which may be this one.
+    // All views use the layers of the scene's first view, which may be this one.
     const QList<QGraphicsView*> views = m_parts->scene->views();
     for (QGraphicsView* view : views)
         view->viewport()->update();
@@ -241,7 +241,7 @@ void ZelGraphicsView::panTo(QPoint position)
 void ZelGraphicsView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton) {
-        // Deliberately the press handler: items see the other buttons' releases as presses.
+        // The press handler is called on purpose: items receive the release of another button as a press.
         QGraphicsView::mousePressEvent(event);
         return;
     }
@@ -265,7 +265,7 @@ QRectF ZelGraphicsView::rubberBandInScene() const
     return mapToScene(m_parts->rubberBand->geometry()).boundingRect().normalized();
 }
 
-// The topmost element at a viewport position that is not a text; null where there is none.
+// Returns the topmost element at a viewport position that is not a text, or null.
 QGraphicsItem* ZelGraphicsView::elementToSelectAt(QPoint position) const
 {
     QGraphicsItem* best = nullptr;
@@ -309,7 +309,7 @@ void ZelGraphicsView::mouseDoubleClickEvent(QMouseEvent* event)
 
 void ZelGraphicsView::contextMenuEvent(QContextMenuEvent* event)
 {
-    // The menu takes the release of a button that is still down.
+    // The menu receives the release of a button that is still down, which would leave the rubber band on the screen.
     m_parts->rubberBand->hide();
     if (!m_parts->scene)
         return;
@@ -322,7 +322,7 @@ void ZelGraphicsView::dragLeaveEvent(QDragLeaveEvent* event)
     QGraphicsView::dragLeaveEvent(event);
 }
 
-// When a dialog opens while a button is down, Qt forgets the button and does not deliver its release.
+// Qt forgets a pressed button when a dialog opens, and does not deliver its release.
 void ZelGraphicsView::focusOutEvent(QFocusEvent* event)
 {
     if (event->reason() == Qt::ActiveWindowFocusReason) {
@@ -340,7 +340,7 @@ void ZelGraphicsView::paintEvent(QPaintEvent* event)
     }
     SceneElements& elements = m_parts->scene->elements();
     elements.takeOverAttributes(mapToScene(event->rect()).boundingRect(), &m_parts->picture);
-    // Elements that a host added by itself were not shown before.
+    // Elements that a host has added itself are still pending.
     elements.synchroniseShown();
     QPainter painter(viewport());
     if (m_parts->picture.canPaintOn(painter)) {

@@ -10,8 +10,9 @@
 
 namespace mirn::zelchipview {
 
-// Shows the chip scene: zooms in steps between the drawing's limits, decides from the scale which layers are shown,
-// and turns the mouse into selecting, zooming or panning according to the controller's mouse mode.
+// The view of the chip scene. It zooms in steps between the drawing's limits, decides from the scale which layers are
+// shown, and selects, zooms or pans with the mouse according to the controller's mouse mode. The window owns it; it
+// does not own the scene.
 //
 // One zoom step multiplies the transform by (1 + step) and adds step to the current scale, the value that the layer
 // ranges are compared with.
@@ -19,36 +20,40 @@ class ZELCHIPGUI_EXPORT ZelGraphicsView : public QGraphicsView
 {
     Q_OBJECT
 public:
-    // Of a ZelGraphicsScene; of any other it shows what QGraphicsView would, and zooms nothing.
+    // `scene` should be a ZelGraphicsScene. With any other scene the view behaves like a QGraphicsView and does not
+    // zoom.
     ZelGraphicsView(QGraphicsScene* scene, QWidget* parent);
     ~ZelGraphicsView() override;
 
-    // Multiplies the transform by `scale` (> 0) and takes it as current scale, whatever the limits.
+    // setCurrentScale() multiplies the transform by `scale` (> 0) and makes it the current scale, ignoring the limits.
     void setCurrentScale(double scale);
     [[nodiscard]] double currentScale() const;
 
-    // One step; nothing where the step would leave the drawing's limits.
+    // These zoom by one step, or do nothing if the step would leave the drawing's limits.
     void zoomIn();
     void zoomOut();
 
-    // Back by whole steps to the transform 1 and to the drawing's initial scale as current scale.
+    // Undoes getScaleTimes() whole zoom steps, so that the transform is close to 1, and sets the current scale to the
+    // drawing's initial scale.
     void zoomFit();
 
-    // Whole zoom steps between the transform and 1; negative when zoomed out.
+    // Returns the number of whole zoom steps between the transform and 1, rounded towards 0; negative when zoomed out.
     [[nodiscard]] int getScaleTimes() const;
 
-    // Fits the items' united rectangle into the view, whatever the limits. Null takes the scene's zoom items; an empty
-    // list or one that begins with null does nothing.
+    // Fits the united bounding rectangle of the items into the view, ignoring the limits. Null stands for the scene's
+    // zoom items. Nothing happens if the list is empty or begins with null.
     void zoomTo(QList<QGraphicsItem*>* items);
 
-    // Ascending; brought up to date by every change of the current scale, and by calculateVisibleLayers().
+    // The visible layers in ascending order. Every change of the current scale updates them, and so does
+    // calculateVisibleLayers().
     [[nodiscard]] QList<int>& getVisibleLayers();
     void calculateVisibleLayers();
 
-    // One single step of one scroll bar in the direction of the signs; y when dx is 0. Nothing when neither is 0.
+    // Scrolls by one single step of a scroll bar: vertically if dx is 0 (upwards if dy is negative), else horizontally
+    // if dy is 0 (to the left if dx is negative). Nothing happens if neither is 0.
     void scrollBy(double dx, double dy);
 
-    // The cursor of the controller's mouse mode.
+    // Sets the cursor of the controller's mouse mode.
     void changeMouseCursor();
 
 protected:

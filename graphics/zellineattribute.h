@@ -7,11 +7,12 @@
 
 namespace mirn::zelchipview {
 
-// The values of a line. Nothing of it changes at run time.
+// The drawing values of a line. Neither its colour nor its geometry changes at run time. The engine can set its
+// tooltip, but not restore the drawing's.
 class ZELCHIPGUI_EXPORT ZELLineAttribute final : public ZELGraphicItemAttribute
 {
 public:
-    // From (x1, y1) to (x2, y2) and its width in scene units, its colour as 0xRRGGBB.
+    // The line runs from (x1, y1) to (x2, y2). Coordinates and width are in scene units; the colour is 0xRRGGBB.
     ZELLineAttribute(double x1, double y1, double x2, double y2, unsigned int strokeColor, double strokeWidth);
     ~ZELLineAttribute() override;
 

@@ -40,7 +40,7 @@ void ZELLineItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* optio
 bool ZELLineItem::synchronise(ElementStates)
 {
     const QLineF given = value<QLineF>(ATTR_LINE);
-    // What is no number is equal to nothing and would be set, and painted, for ever.
+    // A NaN compares unequal even to itself, so the line would be set, and repainted, forever.
     const QLineF shown = isFinite(given) ? given : QLineF();
     const QPen stroke = paintrules::linePen(value<unsigned int>(ATTR_STROKE_COLOR), value<double>(ATTR_STROKE_WIDTH));
     if (shown == line() && stroke == pen())

@@ -7,8 +7,8 @@
 
 namespace mirn::zelchipview {
 
-// A line of the drawing. Takes its geometry from the attribute when it is first shown; until then it is an empty line
-// at the origin. Looks the same in every state.
+// A line of the drawing. It takes over its geometry from the attribute when its layer is first shown; until then it is
+// an empty line at the origin. It looks the same in every state. The scene owns it.
 class ZELCHIPGUI_EXPORT ZELLineItem final : public QGraphicsLineItem, public ChipElement
 {
 public:

@@ -11,11 +11,11 @@ struct zel_Point;
 
 namespace mirn::zelchipview {
 
-// The values of a polygon. Its stroke is kept but not served: polygons are drawn without a border.
+// The drawing values of a polygon. The stroke is stored but not served, because polygons are drawn without a border.
 class ZELCHIPGUI_EXPORT ZELPolygonAttribute final : public ZELFillableAttribute
 {
 public:
-    // Corners and width in scene units, colours as 0xRRGGBB.
+    // Corners and width are in scene units; colours are 0xRRGGBB. The text is stored only.
     ZELPolygonAttribute(const std::vector<zel_Point>& points, unsigned int fillColor, unsigned int strokeColor,
         double strokeWidth, std::string text);
     ~ZELPolygonAttribute() override;

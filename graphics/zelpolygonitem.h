@@ -7,7 +7,8 @@
 
 namespace mirn::zelchipview {
 
-// A polygon of the drawing. Accepts drops; shows selection and highlight, but no border of its own.
+// A polygon of the drawing. It accepts drops and shows selection and highlight, but no filter and no border of its own.
+// The scene owns it.
 class ZELCHIPGUI_EXPORT ZELPolygonItem final : public QGraphicsPolygonItem, public ChipElement
 {
 public:
@@ -22,8 +23,8 @@ public:
     bool synchronise(ElementStates states) override;
     void showFill(ElementStates states) override;
 
-    // What paint() would set. Qt's own functions of these names, called through a base class, may tell of a state
-    // before.
+    // These return what paint() would use now. The functions of the base class that they hide may return an earlier
+    // state.
     [[nodiscard]] QPen pen() const;
     [[nodiscard]] QBrush brush() const;
 

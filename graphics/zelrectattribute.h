@@ -7,11 +7,12 @@
 
 namespace mirn::zelchipview {
 
-// The values of a rect, the kind that chip sites are made of.
+// The drawing values of a rect, the kind of element that chip sites are drawn as.
 class ZELCHIPGUI_EXPORT ZELRectAttribute final : public ZELFillableAttribute
 {
 public:
-    // Upper left corner, size and width in scene units, colours as 0xRRGGBB.
+    // The top left corner, the size and the stroke width are in scene units; colours are 0xRRGGBB. The text is stored
+    // only.
     ZELRectAttribute(double x, double y, double width, double height, unsigned int fillColor, unsigned int strokeColor,
         double strokeWidth, std::string text);
     ~ZELRectAttribute() override;

@@ -7,8 +7,8 @@
 
 namespace mirn::zelchipview {
 
-// A rect of the drawing; chip sites are rects. The only kind that selects itself and asks for the probable placements
-// while a drag passes over it.
+// A rect of the drawing; chip sites are rects. It is the only kind that selects itself, and asks for the probable
+// placement sites, while a drag passes over it. The scene owns it.
 class ZELCHIPGUI_EXPORT ZELRectItem final : public QGraphicsRectItem, public ChipElement
 {
 public:
@@ -23,8 +23,8 @@ public:
     bool synchronise(ElementStates states) override;
     void showFill(ElementStates states) override;
 
-    // What paint() would set. Qt's own functions of these names, called through a base class, may tell of a state
-    // before.
+    // These return what paint() would use now. The functions of the base class that they hide may return an earlier
+    // state.
     [[nodiscard]] QPen pen() const;
     [[nodiscard]] QBrush brush() const;
 

@@ -12,11 +12,13 @@ struct tspan;
 
 namespace mirn::zelchipview {
 
-// The values of a text. Neither its colour nor its tooltip changes at run time.
+// The drawing values of a text. Its colour does not change at run time. The engine can set its tooltip, but not restore
+// the drawing's.
 class ZELCHIPGUI_EXPORT ZELTextAttribute final : public ZELGraphicItemAttribute
 {
 public:
-    // `x`, `y` is the left end of the base line. The spans are copied and never drawn; `aux1` and `aux2` are kept.
+    // `x` and `y` are the left end of the base line in scene units, `fontSize` is in scene units, `fillColor` is
+    // 0xRRGGBB and `rotation` is in degrees. The spans, which are copied, and `aux1` and `aux2` are stored only.
     ZELTextAttribute(std::string text, double x, double y, double fontSize, std::string fontFamily,
         unsigned int fillColor, int rotation, std::vector<tspan>& spans, double aux1, double aux2);
     ~ZELTextAttribute() override;

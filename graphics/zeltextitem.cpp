@@ -17,9 +17,9 @@ namespace mirn::zelchipview {
 
 namespace {
 
-constexpr qreal DocumentMargin = 4.0; // QTextDocument's
+constexpr qreal DocumentMargin = 4.0; // QTextDocument's default
 
-// The area that a text covers when it is drawn at the origin, with room for overhanging and smoothed edges.
+// Returns the area that a text covers when it is drawn at the origin, with room for overhanging and antialiased edges.
 QRectF glyphRectOf(qreal length, const QFontMetricsF& metrics, int rotation)
 {
     constexpr qreal Overhang = 2.0;
@@ -110,10 +110,10 @@ void ZELTextItem::makeDocument()
 
 void ZELTextItem::fillDocument()
 {
-    setFont(textFont()); // the document then covers about as much as the text does
+    setFont(textFont()); // makes the document about as large as the drawn text
     setDefaultTextColor(paintrules::colorOf(m_shown.color));
     setPlainText(m_shown.text);
-    m_documentRect = QRectF(); // several lines measure more than one
+    m_documentRect = QRectF(); // to be measured again: several lines are larger than one
 }
 
 bool ZELTextItem::isUpToDate() const
@@ -133,7 +133,7 @@ bool ZELTextItem::synchronise(ElementStates)
         value<int>(ATTR_ROTATION), value<unsigned int>(ATTR_FILL_COLOR)};
     m_documentRect = QRectF();
     auto* chipScene = qobject_cast<ChipScene*>(scene());
-    // Several lines are more than a measured length.
+    // measure() computes the size of a single line only; the document measures several.
     if (m_hasDocument)
         fillDocument();
     else if (isOfSeveralLines(m_shown.text) || (chipScene && chipScene->hasFewTexts()))
@@ -144,7 +144,7 @@ bool ZELTextItem::synchronise(ElementStates)
 QString ZELTextItem::toPlainText() const
 {
     if (m_isShown)
-        const_cast<ZELTextItem*>(this)->makeDocument(); // which Qt, too, makes when it is needed
+        const_cast<ZELTextItem*>(this)->makeDocument(); // created lazily, as Qt itself does
     return QGraphicsTextItem::toPlainText();
 }
 
@@ -171,8 +171,7 @@ QVariant ZELTextItem::itemChange(GraphicsItemChange change, const QVariant& valu
     return QGraphicsTextItem::itemChange(change, value);
 }
 
-// The base class takes it for granted that there is a document. Windows tell all items when they become active and when
-// they are so no more: that is not worth one.
+// The base class assumes that there is a document. Window activation reaches every item, so it must not create one.
 bool ZELTextItem::sceneEvent(QEvent* event)
 {
     if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate)

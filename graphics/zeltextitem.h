@@ -8,12 +8,12 @@
 
 namespace mirn::zelchipview {
 
-// A text of the drawing, drawn with its base line through the item's origin. Never selected, and a drag or drop on it
-// only ends a highlight. Looks the same in every state.
+// A text of the drawing, drawn with its base line through the item's origin. It is never selected, and a drag or drop
+// on it only ends a highlight. It looks the same in every state. The scene owns it.
 //
-// Takes up no room until it is shown. The text document of the base class, many times larger than the rest of the item,
-// is made only when it is asked for, when the item paints itself or gets an event, or where there are few texts; until
-// then the item computes what the document would measure.
+// The item has no extent until it is shown. The text document of the base class is many times larger in memory than the
+// rest of the item, so it is created only when it is asked for, when the item paints itself or receives an event, or
+// when the scene has few texts. Until then the item computes the size that the document would have.
 class ZELCHIPGUI_EXPORT ZELTextItem final : public QGraphicsTextItem, public ChipElement
 {
     Q_OBJECT
@@ -21,17 +21,17 @@ public:
     explicit ZELTextItem(int id); // id: the load number, whose attribute must be registered
     ~ZELTextItem() override;
 
-    // Also covers the glyphs, which stand above the document's own rectangle.
+    // Covers the document and the glyphs, which are drawn above the document's rectangle.
     [[nodiscard]] QRectF boundingRect() const override;
 
-    // The document's rectangle.
+    // Both use the document's rectangle.
     [[nodiscard]] QPainterPath shape() const override;
     [[nodiscard]] bool contains(const QPointF& point) const override;
 
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget = nullptr) override;
 
-    // What paint() sets. Qt's own functions of these names, called through a base class, know nothing while there is no
-    // document.
+    // These return what paint() uses. The functions of the base class that they hide return no values of the drawing
+    // until there is a document.
     [[nodiscard]] QString toPlainText() const;
     [[nodiscard]] QFont font() const;
     [[nodiscard]] QColor defaultTextColor() const;
@@ -48,7 +48,7 @@ protected:
     void dropEvent(QGraphicsSceneDragDropEvent* event) override;
 
 private:
-    // What the item shows, as it was last taken over from the attribute.
+    // The values last taken over from the attribute.
     struct Shown
     {
         QString text;
@@ -68,7 +68,7 @@ private:
     Shown m_shown;
     bool m_isShown = false;
     bool m_hasDocument = false;
-    mutable QRectF m_documentRect; // item coordinates; both null until asked for
+    mutable QRectF m_documentRect; // item coordinates; both are null until they are measured
     mutable QRectF m_glyphRect;
 };
 

@@ -5,8 +5,8 @@
 
 namespace mirn::zelchipview::commandtexts {
 
-// The Tcl commands that go to the host. The braces make a resource name one word whatever blanks or brackets it holds;
-// nothing else in it is escaped. `site` is an element id in decimal.
+// These return the Tcl commands for the host. The braces make a resource name one word, whatever blanks or brackets it
+// contains; nothing else in it is escaped. `site` is an element id in decimal.
 [[nodiscard]] QString place(const QString& resource, const QString& site);
 [[nodiscard]] QString reset(const QString& resource);
 [[nodiscard]] QString remove(const QString& resource);

@@ -11,7 +11,7 @@ namespace {
 
 void traceParameters(const QString& resource, const QString& site, const char* caller)
 {
-    // One substitution for both: a resource name may contain "%2".
+    // Both values are substituted by one call, because a resource name may contain "%2".
     const std::string text = toEngineText(QStringLiteral("The params is %1, %2").arg(resource, site));
     diagTrace(text.c_str(), caller);
 }

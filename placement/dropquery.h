@@ -8,17 +8,17 @@ class zelchipengine;
 
 namespace mirn::zelchipview {
 
-// Asks the engine where a resource may go. Each question leaves three trace lines.
+// Asks the engine where a resource may go, and writes three trace lines for each query. The controller owns it.
 class DropQuery final
 {
 public:
     void setEngine(zelchipengine* engine) { m_engine = engine; } // not owned
 
-    // True when the engine allows the resource on the site (element id in decimal).
+    // Returns true if the engine allows the resource (resource name) on the site (element id in decimal).
     [[nodiscard]] bool isAllowed(const QString& resource, const QString& site) const;
 
-    // The element ids of the probable sites for the resource while the pointer rests on `site`. `caller` names the
-    // operation in the trace.
+    // Returns the element ids of the probable sites of the resource while the pointer rests on `site`. `caller` names
+    // the operation in the trace.
     [[nodiscard]] QList<int> probableSites(const QString& resource, const QString& site, const char* caller) const;
 
 private:

@@ -7,8 +7,8 @@ class QTimer;
 
 namespace mirn::zelchipview {
 
-// Which sites light up while a resource is dragged. Entering a site only starts a countdown, so that the engine's
-// search runs once per rest of the pointer and not on every move.
+// The sites that light up while a resource is dragged. Entering a site only starts a countdown, so that the engine
+// searches once when the pointer rests and not on every move. The controller owns it and asks the engine.
 class PlacementHighlighter final
 {
 public:
@@ -16,16 +16,16 @@ public:
     static constexpr int RestTime = 400;
     static constexpr int NoSite = -1;
 
-    explicit PlacementHighlighter(QTimer* timer); // the controller's, which listens to its time-out
+    explicit PlacementHighlighter(QTimer* timer); // owned by the controller, which connects its timeout
 
-    // The drag entered a site: (re)starts the countdown. What is highlighted stays until show() or clear().
+    // The drag has entered a site (element id): (re)starts the countdown. The highlight stays until show() or clear().
     void arm(int site);
 
-    // The countdown ran out: stops the timer and gives the site under the pointer.
+    // The countdown has run out: stops the timer and returns the element id of the site under the pointer, or NoSite.
     int takeRest();
     void show(const QList<int>& sites);
 
-    // Back to no countdown, no hovered site, nothing highlighted.
+    // Stops the countdown, and clears the hovered site and the highlight.
     void clear();
 
     [[nodiscard]] QTimer* timer() const { return m_timer; }

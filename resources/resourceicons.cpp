@@ -11,7 +11,7 @@ ResourceIcons::ResourceIcons()
     m_icons.insert(QStringLiteral("DCUCHANNEL"), QIcon(QStringLiteral(":/images/dualchannel.png")));
     m_icons.insert(QStringLiteral("EXTREF"), QIcon(QStringLiteral(":/images/extref.png")));
     m_icons.insert(QStringLiteral("PLL"), QIcon(QStringLiteral(":/images/dcupll.png")));
-    // I/O supplies have no picture of their own on purpose.
+    // I/O supplies have no icon of their own on purpose.
     m_icons.insert(QStringLiteral("UVCCIO"), QIcon(QStringLiteral(":/images/dualchannel.png")));
 }
 

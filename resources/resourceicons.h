@@ -7,13 +7,13 @@
 
 namespace mirn::zelchipview {
 
-// The icons of the resource kinds, from the component's resource file.
+// The icons of the resource kinds, from the component's resource file. The tree model owns them.
 class ResourceIcons final
 {
 public:
     ResourceIcons();
 
-    // The design's icon for an unknown kind. Valid as long as this object.
+    // Returns the icon of a resource kind; the design's icon for an unknown kind. Valid as long as this object.
     [[nodiscard]] QIcon& icon(const QString& type);
 
 private:

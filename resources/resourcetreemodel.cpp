@@ -52,13 +52,13 @@ QStringList& ResourceTreeModel::head()
 void ResourceTreeModel::clear()
 {
     const QSet<QTreeWidgetItem*> own(m_items.cbegin(), m_items.cend());
-    std::vector<QTreeWidgetItem*> others; // a host's, below ours
+    std::vector<QTreeWidgetItem*> others; // rows that a host has added below ours
     const auto takeChildrenOf = [&](QTreeWidgetItem* item) {
         const QList<QTreeWidgetItem*> children = item->takeChildren();
         std::copy_if(children.begin(), children.end(), std::back_inserter(others),
             [&own](QTreeWidgetItem* child) { return !own.contains(child); });
     };
-    // Each by itself, for a child that goes would look for itself among its siblings.
+    // The children are detached first, because deleting an attached child makes Qt search for it among its siblings.
     for (QTreeWidgetItem* item : std::as_const(m_items)) {
         if (item)
             takeChildrenOf(item);
@@ -120,7 +120,8 @@ QSet<int> ResourceTreeModel::idsOfRow(const QTreeWidgetItem& row) const
     return ids;
 }
 
-// Does not call itself, however deep the tree is: a branch waits in the list until its children are through.
+// This is a loop and not a recursion, because the tree may be deep. A branch stays in the list until its children are
+// done.
 QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem* parent)
 {
     if (!cell)
@@ -128,7 +129,7 @@ QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem
     struct Branch
     {
         QTreeWidgetItem* item;
-        const std::vector<zeltreeviewcell*>* children; // null: none
+        const std::vector<zeltreeviewcell*>* children; // null if there are none
         std::size_t next;
     };
     QTreeWidgetItem* top = newItem(*cell, parent);
@@ -151,16 +152,16 @@ QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem
     }
 }
 
-// While there are no titles the engine is asked once for all rows, unless that was done just before.
+// While there are no titles, the engine is asked once per rebuild and not once per row.
 int ResourceTreeModel::columnCount()
 {
     return static_cast<int>((m_isHeadAskedFor ? m_head : head()).size());
 }
 
-// Without its children.
+// Makes a row without its children.
 QTreeWidgetItem* ResourceTreeModel::newItem(const zeltreeviewcell& cell, QTreeWidgetItem* parent)
 {
-    auto* item = new ZELChipViewTreeItem(parent); // the model's, through the list of items
+    auto* item = new ZELChipViewTreeItem(parent); // owned by the model, through m_items
     const int headSize = columnCount();
     traceSizes(cell, headSize);
     fillColumns(item, cell, headSize);
@@ -181,7 +182,7 @@ QTreeWidgetItem* ResourceTreeModel::newItem(const zeltreeviewcell& cell, QTreeWi
     return item;
 }
 
-// Every column behind the first shows the first of the cell's column texts, on purpose.
+// Every column after the first shows the first of the cell's column texts on purpose.
 void ResourceTreeModel::fillColumns(QTreeWidgetItem* item, const zeltreeviewcell& cell, int headSize)
 {
     if (headSize > 0)

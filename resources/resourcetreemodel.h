@@ -16,8 +16,8 @@ struct zeltreeviewcell;
 
 namespace mirn::zelchipview {
 
-// The design's resources as rows: builds the tree items from the engine's cells, and knows which resource name belongs
-// to which element id. Owns the items, also while a tree widget shows them.
+// Builds the rows of the resource tree from the engine's cells, and maps resource names to element ids and back. It
+// owns the rows, even while a tree widget shows them. The controller owns the model.
 class ResourceTreeModel final
 {
 public:
@@ -28,27 +28,27 @@ public:
 
     void setEngine(zelchipengine* engine) { m_engine = engine; } // not owned
 
-    // The column titles; the engine is asked while there are none.
+    // Returns the column titles; asks the engine while there are none.
     [[nodiscard]] QStringList& head();
 
-    // Deletes the items and builds them anew. All rows at every depth, children before their parents; null for a null
-    // cell.
+    // Deletes the rows and builds them anew. Returns the rows of every depth, children before their parents, with null
+    // for a null cell.
     [[nodiscard]] QList<QTreeWidgetItem*>& rebuild();
 
-    // The row of a cell and, below it, those of its descendants; null for a null cell. The descendants are among the
-    // items, the row itself is the caller's to add.
+    // Returns the row of a cell, with its descendants below it; null for a null cell. The model owns the descendants. A
+    // row without a parent belongs to the caller.
     QTreeWidgetItem* parse(zeltreeviewcell* cell, QTreeWidgetItem* parent);
 
-    // The first of the items with this resource name; null when there is none.
+    // Returns the first row with this resource name, or null.
     [[nodiscard]] QTreeWidgetItem* itemNamed(const QString& resourceName) const;
 
-    // The element ids that selecting a row selects: its own, or else those of its direct children.
+    // Returns the element ids that selecting a row selects: its own, or else those of its direct children.
     [[nodiscard]] QSet<int> idsOfRow(const QTreeWidgetItem& row) const;
 
     [[nodiscard]] const QMap<int, QString>& namesById() const { return m_nameById; }
     [[nodiscard]] QIcon& icon(const QString& type) { return m_icons.icon(type); }
 
-    // Deletes every item, with what a host has hung below it, and forgets the names.
+    // Deletes every row, including those that a host has added below them, and forgets the names.
     void clear();
 
 private:
@@ -63,7 +63,7 @@ private:
     zelchipengine* m_engine = nullptr;
     ResourceIcons m_icons;
     QStringList m_head;
-    bool m_isHeadAskedFor = false; // for the rows that are made next
+    bool m_isHeadAskedFor = false; // the engine was asked for the titles since the last rebuild()
     QString m_rootName; // the first component of every resource name
     QList<QTreeWidgetItem*> m_items;
     QHash<QString, QTreeWidgetItem*> m_itemByName;

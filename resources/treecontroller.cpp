@@ -6,7 +6,7 @@ namespace mirn::zelchipview {
 namespace {
 
 TreeController::Provider currentProvider
-    = nullptr; // NOLINT: the constructors of tree and table have no argument for it
+    = nullptr; // NOLINT: the constructors of tree and table have no parameter for it
 
 } // namespace
 

@@ -11,17 +11,17 @@ class QTreeWidgetItem;
 
 namespace mirn::zelchipview {
 
-// What the resource tree and the usage table need of the controller, which implements it. ZELChipViewDatabase says what
-// each operation does.
+// The interface that the resource tree and the usage table need of the controller, which implements it.
+// ZELChipViewDatabase documents the operations.
 class ZELCHIPGUI_EXPORT TreeController
 {
 public:
     using Provider = TreeController& (*)();
 
-    // The controller of the process, which the provider makes when it is first asked for.
+    // Returns the controller of the process. The provider creates it on first use.
     static TreeController& current();
 
-    // To be set before the first tree or table is made. Not null.
+    // Must be set before the first tree or table is created. Not null.
     static void setProvider(Provider provider);
 
     [[nodiscard]] virtual QStringList& getTreeHead() = 0;

@@ -31,7 +31,7 @@ TreeMenus::TreeMenus(const std::string& flowName, const QObject* context, const 
     addAction(QStringLiteral("Collapse"), context, commands.collapse);
 }
 
-// Qt returns into a menu whose command has run.
+// Qt returns into a menu after its command has run, so a menu with a running command is not deleted yet.
 TreeMenus::~TreeMenus()
 {
     if (m_running->commands == 0)
@@ -44,7 +44,7 @@ QAction* TreeMenus::addAction(const QString& text, const QObject* context, const
 {
     QAction* action = m_popupMenu->addAction(text);
     QObject::connect(action, &QAction::triggered, context, [command, running = m_running] {
-        const auto held = running; // for the menu takes along what it was connected to
+        const auto held = running; // stays valid if the connection ends meanwhile
         ++held->commands;
         command();
         if (--held->commands > 0)

@@ -12,9 +12,9 @@ class QTreeWidgetItem;
 
 namespace mirn::zelchipview {
 
-// The context menus of the resource tree: one with all commands for top-level rows, one with "Reset" only for rows
-// below. In the planning flow, and while no flow is known, there are no commands on resources: only the branches can be
-// opened and closed.
+// The context menus of the resource tree: one with all commands for top-level rows, and one with "Reset" only for rows
+// below. In the planning flow, and while no flow is known, there are no commands on resources: branches can only be
+// expanded and collapsed. The controller owns the menus and runs the commands.
 class TreeMenus final
 {
 public:
@@ -27,21 +27,22 @@ public:
         std::function<void()> collapse;
     };
 
-    // `context` is the object whose end disconnects the commands.
+    // The commands are disconnected when `context` is destroyed.
     TreeMenus(const std::string& flowName, const QObject* context, const Commands& commands);
 
-    // May be ended by one of the commands: the menus then go when it has returned.
+    // A command may destroy this object while it runs; the menus are then deleted after it has returned.
     ~TreeMenus();
     TreeMenus(const TreeMenus&) = delete;
     TreeMenus& operator=(const TreeMenus&) = delete;
 
-    // The menu of a row; null where it has none, and for a null item. Owned by this object; may be empty.
+    // Returns the menu of a row, or null if the row has none or `item` is null. The menu may be empty. Owned by this
+    // object.
     [[nodiscard]] QMenu* menuFor(const QTreeWidgetItem* item) const;
 
 private:
     QAction* addAction(const QString& text, const QObject* context, const std::function<void()>& command);
 
-    // Shared with the commands, which may last longer than the menus.
+    // Shared with the running commands, which may outlive the menus.
     struct Running
     {
         int commands = 0;

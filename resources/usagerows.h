@@ -8,7 +8,7 @@ class zelchipengine;
 
 namespace mirn::zelchipview {
 
-// The usage figures as texts: the head is asked for once, the rows every time.
+// The usage figures as texts, read from the engine: the titles once, the rows at every call. The controller owns it.
 class UsageRows final
 {
 public:
@@ -16,7 +16,7 @@ public:
 
     [[nodiscard]] QStringList& head();
 
-    // One list per row: the row's label, then its cells.
+    // Returns one list per row: the row's label, then its cells.
     [[nodiscard]] QList<QStringList> rows() const;
 
 private:

@@ -7,16 +7,16 @@
 
 namespace mirn::zelchipview {
 
-// A row of the resource tree, in the natural order of its first column whatever column is sorted. Owned by the
-// controller, also while a tree shows it.
+// A row of the resource tree. Rows sort in the natural order of the first column, whatever column is sorted. The
+// controller owns them, even while a tree shows them.
 class ZELCHIPGUI_EXPORT ZELChipViewTreeItem : public QTreeWidgetItem
 {
 public:
-    // Null: no parent yet.
+    // `parent` may be null.
     explicit ZELChipViewTreeItem(QTreeWidgetItem* parent);
     ~ZELChipViewTreeItem() override;
 
-    // By GridItem::compareString(), letter case counting.
+    // Compares with GridItem::compareString(), case-sensitively.
     bool operator<(const QTreeWidgetItem& other) const override;
 };
 

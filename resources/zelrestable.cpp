@@ -28,7 +28,7 @@ void ZelResTable::refresh()
     setRowCount(rows.size());
     for (int row = 0; row < rows.size(); ++row)
         fillRow(row, rows[row]);
-    // Resizing ends the stretching of the last column until it is asked for anew.
+    // Resizing turns off the stretching of the last column until it is set again.
     horizontalHeader()->setStretchLastSection(false);
     resizeColumnsToContents();
     horizontalHeader()->setStretchLastSection(true);
@@ -38,9 +38,9 @@ void ZelResTable::fillRow(int row, const QStringList& texts)
 {
     if (texts.isEmpty())
         return;
-    setVerticalHeaderItem(row, new QTableWidgetItem(texts.first())); // the table's
+    setVerticalHeaderItem(row, new QTableWidgetItem(texts.first())); // owned by the table
     for (int column = 0; column < columnCount() && column + 1 < texts.size(); ++column)
-        setItem(row, column, new QTableWidgetItem(texts[column + 1])); // the table's
+        setItem(row, column, new QTableWidgetItem(texts[column + 1])); // owned by the table
 }
 
 } // namespace mirn::zelchipview

@@ -22,7 +22,7 @@ namespace {
 
 constexpr QSize DragIconSize(30, 30);
 
-// As high as any other row with an icon and one line of text.
+// Returns whether a row is as high as any other row with an icon and one line of text.
 bool hasUsualHeight(const QTreeWidgetItem* item)
 {
     if (!item)
@@ -55,23 +55,23 @@ void ZelTree::refresh()
     const QSet<QString> expanded = expandedNames();
     const int firstRow = verticalScrollBar()->value();
     {
-        // The rows that go would otherwise be reported as changes of the selection, one by one.
+        // Otherwise each removed row would be reported as a change of the selection.
         const QSignalBlocker silence(this);
         takeItems();
         fill();
     }
     expandNamed(expanded);
     resizeColumnToContents(0);
-    // In between there were fewer rows.
+    // Qt reduced the scroll position while there were fewer rows.
     verticalScrollBar()->setValue(firstRow);
 }
 
 void ZelTree::expandBranch(const QTreeWidgetItem* item)
 {
-    // Those that are there now: a host may add rows to each that opens, and would never come to an end.
+    // Only the rows that exist now are expanded: a host may add rows to each row that opens, which would never end.
     std::vector<QModelIndex> rows{indexFromItem(item)};
     forEachRow(rows.front(), [&rows](const QModelIndex& row) { rows.push_back(row); });
-    // Otherwise Qt places all rows anew for each that opens.
+    // Otherwise Qt lays out all rows again for each row that opens.
     scheduleDelayedItemsLayout();
     for (const QModelIndex& row : rows)
         setExpanded(row, true);
@@ -99,11 +99,11 @@ void ZelTree::fill()
             topLevel.append(item);
     }
     insertTopLevelItems(0, topLevel);
-    // Otherwise Qt measures all rows above a row to find its place.
+    // With different heights, Qt measures all rows above a row to find its position.
     setUniformRowHeights(std::all_of(items.cbegin(), items.cend(), hasUsualHeight));
 }
 
-// Once, but an engine may have no titles at first.
+// The titles are set once, but an engine may have none at first.
 void ZelTree::showHead()
 {
     const QStringList& head = TreeController::current().getTreeHead();
@@ -111,21 +111,21 @@ void ZelTree::showHead()
         return;
     setColumnCount(static_cast<int>(head.size()));
     setHeaderLabels(head);
-    if (!head.isEmpty() && header()->sortIndicatorSection() < 0) // went with the last column
+    if (!head.isEmpty() && header()->sortIndicatorSection() < 0) // it was lost with the last column
         header()->setSortIndicator(0, header()->sortIndicatorOrder());
     m_hasHead = !head.isEmpty();
 }
 
 void ZelTree::takeItems()
 {
-    // Qt looks through all open branches for each row that goes.
+    // Qt searches all open branches for each row that is removed.
     collapseAll();
     for (int count = topLevelItemCount(); count > 0; --count)
         takeTopLevelItem(0);
 }
 
-// All below `top`, each before its own children. From index to index: an item would have to be looked for among its
-// siblings. Without columns there are rows, but no indexes.
+// Visits all rows below `top`, each before its children. The loop goes from index to index, because Qt would have to
+// search for an item among its siblings. Without columns there are rows but no indexes.
 void ZelTree::forEachRow(const QModelIndex& top, const std::function<void(const QModelIndex& row)>& visit) const
 {
     if (model()->columnCount() == 0)
@@ -179,12 +179,12 @@ void ZelTree::mouseMoveEvent(QMouseEvent*)
     const QList<QTreeWidgetItem*> selected = selectedItems();
     if (selected.isEmpty() || !selected.first()->data(0, DRAGABLE).toBool())
         return;
-    // What is dragged the drop side learns from the selection; the mime data stays empty.
+    // The mime data stays empty: the drop side learns from the selection what is dragged.
     auto* drag = new QDrag(this); // deleted by Qt after the drag
-    drag->setMimeData(new QMimeData); // the drag's
+    drag->setMimeData(new QMimeData); // owned by the drag
     const QIcon icon = selected.first()->data(0, Qt::DecorationRole).value<QIcon>();
     drag->setPixmap(icon.pixmap(DragIconSize, QIcon::Normal, QIcon::Off));
-    // The host may refill the tree while the drag runs: nothing of the item is touched after this.
+    // The host may refill the tree while the drag runs, so the item is not used after this.
     drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::CopyAction);
 }
 

@@ -11,25 +11,26 @@
 
 namespace mirn::zelchipview {
 
-// The tree of the "Placement" dock. Shows the controller's rows without owning them, keeps what is expanded when it is
-// filled again, and starts the drag of the selected resource.
+// The tree of the "Placement" dock. It shows the controller's rows without owning them, keeps rows expanded when it is
+// refilled, and starts the drag of the selected resource. The controller owns the tree.
 class ZELCHIPGUI_EXPORT ZelTree : public QTreeWidget
 {
 public:
-    // Filled from the engine, not sorted.
+    // The tree is filled from the engine and not sorted.
     explicit ZelTree(QWidget* parent);
     ~ZelTree() override;
 
-    // Fills the tree from the engine. Expanded rows stay so by resource name; the selection is dropped.
+    // Refills the tree from the engine. Expanded rows stay expanded, by resource name; the selection is lost.
     void refresh();
 
-    // Opens a row with all that is below it. Reports each row that opens, parents before their children.
+    // Expands a row and everything below it. Emits itemExpanded() for each row that opens, parents before their
+    // children.
     void expandBranch(const QTreeWidgetItem* item);
 
-    // Lets go of the rows, which their owner is about to delete.
+    // Takes the rows out of the tree, because their owner is about to delete them.
     void forget();
 
-    // Empty for a null item.
+    // Returns the resource name of a row, or an empty text for null.
     [[nodiscard]] QString getResourceName(QTreeWidgetItem* item) const;
 
 protected:

@@ -11,6 +11,6 @@ class ReferenceEngine;
 //     zel_resource place -rsc {NAME} -id SITE
 //     zel_resource reset -ip {NAME}
 //     zel_resource remove -ip {NAME}
-// Empty on success, else a sentence that says why nothing was changed. A host with a Tcl interpreter does not need
-// this: the commands are Tcl.
+// Returns an empty text on success, otherwise a sentence that says why nothing was changed. A host with a Tcl
+// interpreter does not need this function: the commands are Tcl.
 [[nodiscard]] QString runCommand(const QString& command, mirn::zelengine::ReferenceEngine& engine);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// The chip view as one part of a bigger window, on the reference engine and its project files.
+// Shows the chip view as one part of a bigger window, with the reference engine and its project files.
 //     embedded PROJECT_DIR                        such as engine/sample
 //     embedded PROJECT_DIR --once [FILE.png]      place something as a drop would, take a picture, and end
 #include "engine/referenceengine.h"
@@ -19,7 +19,8 @@ using mirn::zelengine::ReferenceEngine;
 
 namespace {
 
-// What the view asks the process for rather than the engine. The flow decides on the view's menus: it comes first.
+// Opens the project, which the view asks the process for and not the engine. The flow decides on the view's menus, so
+// it is set first.
 void openProject(const mirn::zelengine::Project& project)
 {
     zelproject::getInstance()->setFlowName(toEngineText(project.flow));

@@ -33,7 +33,7 @@ Workbench::Workbench(std::unique_ptr<ReferenceEngine> engine)
     refresh();
 }
 
-// The view first, then its controller, and the engine last. The view would go with its parent as well, but that is
+// The view must be deleted first, then its controller, and the engine last. As a child, the view would be deleted only
 // after the members of this class, the engine among them.
 Workbench::~Workbench()
 {
@@ -45,7 +45,7 @@ void Workbench::addTabs()
 {
     auto* tabs = new QTabWidget(this);
     m_chipView = std::make_unique<ZelChipGUI>(m_engine.get(), tabs);
-    m_chipView->setWindowFlags(Qt::Widget); // else it would stay a window of its own
+    m_chipView->setWindowFlags(Qt::Widget); // otherwise it would stay a top-level window
     connect(m_chipView.get(), &ZelChipGUI::sigRunTclCmd, this, &Workbench::answer);
     m_chipView->initGrahpicView();
     tabs->addTab(m_chipView.get(), QStringLiteral("Floorplan"));
@@ -71,7 +71,7 @@ void Workbench::addDocks()
     addDockWidget(Qt::BottomDockWidgetArea, log);
 }
 
-// The view's own actions carry no icons; a host gives them those of its program.
+// The view's own actions have no icons; a host sets those of its program.
 void Workbench::addTools()
 {
     QToolBar* tools = addToolBar(QStringLiteral("Floorplan"));
@@ -85,7 +85,7 @@ void Workbench::addTools()
     connect(tools->addAction(QStringLiteral("Reset Zoom")), &QAction::triggered, view, [view] { view->zoomFit(); });
 }
 
-// Called while the view waits: what it is told in `ret` is whether the command was carried out.
+// Called while the view waits: `ret` tells it whether the command was carried out.
 void Workbench::answer(const QString& command, int& ret, QString& result)
 {
     const QString refusal = runCommand(command, *m_engine);
@@ -97,7 +97,7 @@ void Workbench::answer(const QString& command, int& ret, QString& result)
         refresh();
 }
 
-// The engine has changed: the view does not know unless it is told, nor do the window's own parts.
+// The engine has changed. Neither the view nor the window's own parts notice that by themselves.
 void Workbench::refresh()
 {
     m_chipView->refresh(REFRESH_ALL);

@@ -16,15 +16,15 @@ namespace mirn::zelengine {
 class ReferenceEngine;
 }
 
-// The window of a bigger program, of which the chip view is one part: a tab beside others, with docks and a tool bar
-// that are the window's own. Holds the engine and the view, and ends them in the right order.
+// The window of a bigger program. The chip view is one part of it: a tab beside others, with docks and a tool bar that
+// belong to the window. It owns the engine and the view, and deletes them in the right order.
 class Workbench final : public QMainWindow
 {
 public:
     explicit Workbench(std::unique_ptr<mirn::zelengine::ReferenceEngine> engine);
     ~Workbench() override;
 
-    // Places the first resource that fits somewhere, as a drop would. False when there is none.
+    // Places the first resource that fits somewhere, as a drop would. Returns false if there is none.
     bool placeOne();
 
 private:
@@ -36,6 +36,6 @@ private:
 
     std::unique_ptr<mirn::zelengine::ReferenceEngine> m_engine;
     std::unique_ptr<mirn::zelchipview::ZelChipGUI> m_chipView;
-    QListWidget* m_unplaced; // of a dock
-    QPlainTextEdit* m_log; // of a dock
+    QListWidget* m_unplaced; // owned by a dock
+    QPlainTextEdit* m_log; // owned by a dock
 };

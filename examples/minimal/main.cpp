@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// The least that a host does: an engine, an open project, a window, and an answer to the view's commands.
+// The minimal host: an engine, an open project, a window, and an answer to the view's commands.
 //     minimal FOLDER            drag the PLL from the tree onto a site; the drawing is FOLDER/board.svg
 //     minimal FOLDER --once     place it as a drop would, and end
 #include "smallengine.h"
@@ -32,7 +32,7 @@ void openProject(const QString& folder)
     MirnProjectManager::getProjectManager()->setProject(std::move(project));
 }
 
-// A host with a Tcl interpreter hands the command over to it; this one knows a single command.
+// A host with a Tcl interpreter passes the command to it; this host knows a single command.
 bool runCommand(const QString& command, SmallEngine& engine)
 {
     static const QRegularExpression Place(QStringLiteral("^zel_resource place -rsc \\{(.*)\\} -id (\\d+)$"));
@@ -48,7 +48,7 @@ int runWindow(SmallEngine& engine, bool once)
         result = ret ? QStringLiteral("done") : QStringLiteral("cannot be done");
         QTextStream(stdout) << command << ": " << result << '\n';
         if (ret)
-            view.refresh(REFRESH_ALL); // the host knows what changed
+            view.refresh(REFRESH_ALL); // the host knows what has changed
     });
     view.initGrahpicView();
     view.refresh(REFRESH_ALL);
@@ -78,7 +78,7 @@ int main(int argc, char** argv)
     openProject(work.path());
     SmallEngine engine(QFile::encodeName(arguments.at(1)).toStdString());
     const int status = runWindow(engine, arguments.contains(QStringLiteral("--once")));
-    // The window is gone; now its controller, and only then the engine.
+    // The window is deleted by now; the controller comes next, and the engine last.
     ZELChipViewDatabase::destoryInstance();
     return status;
 }

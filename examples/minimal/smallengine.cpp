@@ -3,7 +3,7 @@
 
 namespace {
 
-const std::string PllPath = "demo/pll"; // root, then row by row
+const std::string PllPath = "demo/pll"; // the names of the root and of the rows below it
 
 bool isSite(const std::string& id)
 {

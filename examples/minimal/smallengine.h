@@ -5,15 +5,16 @@
 #include "platform/contract/zelchipengine.h"
 #include "platform/contract/zeltreeviewcell.h"
 
-// What the chip view asks of a host, for the smallest of designs: one PLL, and two sites for it, 1 and 2. The texts and
-// cells that it hands out are its members, so they stay where they are; refresh() brings them up to date.
+// An engine for the smallest of designs: one PLL, and two sites for it, 1 and 2. The texts and cells that it returns
+// are its members, so their addresses do not change; refresh() brings them up to date.
 class SmallEngine final : public zelchipengine
 {
 public:
-    // `folder` has the drawing and the kinds of elements that the view can mark, in the encoding of the file system.
+    // `folder` (in the encoding of the file system) has the drawing and the file with the kinds of elements that the
+    // view can mark.
     explicit SmallEngine(const std::string& folder);
 
-    // What the host does with a command. False when there is no such resource or site.
+    // Carries out the host's command. Returns false if there is no such resource or site.
     bool place(const std::string& resource, int site);
 
     zelchipdata* chip() override { return &m_chip; }
@@ -27,7 +28,7 @@ public:
     bool showProbPlaceItem(const std::string* rsc, const std::string* site, std::list<std::string>& items) override;
     void refresh(int kind) override;
 
-    // Nothing here can be configured, by the engine or in the view's dialog.
+    // Nothing here can be configured, neither by the engine nor in the view's dialog.
     int config(const std::string*) override { return 0; }
     bool hasDynamicDialog(const std::string*) override { return false; }
     const std::map<std::string, std::vector<std::string>>* getDynamicDialogValues(
@@ -50,7 +51,7 @@ private:
 
         std::string drawing;
         std::string filter;
-        std::vector<const zelchiprecord*> recordList; // none: everything looks as it is drawn
+        std::vector<const zelchiprecord*> recordList; // empty: everything looks as it is drawn
     };
 
     Chip m_chip;
@@ -63,5 +64,5 @@ private:
     zeltreeviewcell m_pll;
     std::vector<zeltreeviewcell*> m_rows{&m_pll};
     zeltreeviewcell m_root;
-    int m_site = 0; // of the PLL; 0 while it has none
+    int m_site = 0; // the site of the PLL; 0 while it has none
 };

@@ -35,7 +35,7 @@ void AttributeRegistry::set(int loadNumber, ZELGraphicItemAttribute* attribute)
     }
     m_first.push_back(attribute);
     m_others.remove(loadNumber);
-    // Those that follow, where a host counted in another order.
+    // A host may register numbers out of order: those that follow now move into the list.
     while (!m_others.isEmpty() && m_others.contains(static_cast<int>(m_first.size()) + 1))
         m_first.push_back(m_others.take(static_cast<int>(m_first.size()) + 1));
 }

@@ -9,7 +9,8 @@ namespace mirn::zelchipview {
 
 class ZELGraphicItemAttribute;
 
-// The attributes of a drawing by load number. Owns them.
+// Owns the attributes of a drawing and finds them by load number. The controller owns the registry. Element ids mean
+// nothing here.
 class AttributeRegistry final
 {
 public:
@@ -18,21 +19,23 @@ public:
     AttributeRegistry(const AttributeRegistry&) = delete;
     AttributeRegistry& operator=(const AttributeRegistry&) = delete;
 
-    // Null where there is none.
+    // Returns null if there is no attribute with this number.
     [[nodiscard]] ZELGraphicItemAttribute* find(int loadNumber) const;
 
-    // What was kept under the number before is the caller's. Null takes it out.
+    // Takes ownership of the attribute. An attribute that it replaces belongs to the caller from now on; null only
+    // removes it.
     void set(int loadNumber, ZELGraphicItemAttribute* attribute);
 
-    // From now on the values may change without a word. Returns false where that was so already.
+    // Marks an attribute as known to a host, which may change its values without notice. Returns false if it was marked
+    // before.
     static bool handOut(ZELGraphicItemAttribute& attribute);
 
-    // Deletes all attributes and forgets them.
+    // Deletes all attributes.
     void deleteAll();
 
 private:
-    // A drawing's numbers are 1, 2, 3 and so on: a list finds them without a search.
-    std::vector<ZELGraphicItemAttribute*> m_first; // number 1 comes first
+    // The numbers of a drawing are 1, 2, 3 and so on, so a vector finds them without a search.
+    std::vector<ZELGraphicItemAttribute*> m_first; // starts with number 1
     QMap<int, ZELGraphicItemAttribute*> m_others;
 };
 

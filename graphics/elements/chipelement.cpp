@@ -41,7 +41,7 @@ bool ChipElement::prepareToPaint(ElementStates& states)
 
 std::optional<ElementStates> ChipElement::shownStates() const
 {
-    const QGraphicsItem* item = const_cast<ChipElement*>(this)->graphicsItem(); // of which nothing is changed
+    const QGraphicsItem* item = const_cast<ChipElement*>(this)->graphicsItem(); // graphicsItem() has no const form
     auto* scene = qobject_cast<ChipScene*>(item->scene());
     if (!m_attribute || m_isPending || !scene || !scene->isLayerVisible(m_attribute->layer))
         return std::nullopt;
@@ -93,7 +93,7 @@ void ChipElement::enterScene(QGraphicsScene* scene)
 
 void ChipElement::leaveScene(QGraphicsScene* scene)
 {
-    // A scene that is being destroyed is no chip scene any more and has forgotten its elements.
+    // During the destructor of a scene the cast returns null; the scene has forgotten its elements by then.
     if (auto* chipScene = qobject_cast<ChipScene*>(scene))
         chipScene->elementLeaves(this);
 }

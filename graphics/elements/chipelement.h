@@ -14,8 +14,8 @@ class QGraphicsSceneDragDropEvent;
 
 namespace mirn::zelchipview {
 
-// What the four item classes share: the load number, the attribute behind it, and the places where an item meets its
-// scene. Holds no drawing values.
+// The base of the four item classes: the load number, the attribute behind it, and the notifications to the scene that
+// holds the item. It holds no drawing values and owns nothing.
 class ZELCHIPGUI_EXPORT ChipElement
 {
 public:
@@ -23,58 +23,63 @@ public:
     ChipElement(const ChipElement&) = delete;
     ChipElement& operator=(const ChipElement&) = delete;
 
-    // Finds the attribute; not the element id.
+    // The number under which the controller stores the attribute; it is not the element id.
     [[nodiscard]] int loadNumber() const { return m_loadNumber; }
 
-    // The controller's; null when nothing was registered under the load number at construction. To change it, get it
-    // from the controller.
+    // Returns the attribute, which the controller owns, or null if none was registered under the load number at
+    // construction. To change it, get it from the controller.
     [[nodiscard]] const ZELGraphicItemAttribute* attribute() const { return m_attribute; }
 
-    // The value that the attribute serves under `key`, or a default-constructed one.
+    // Returns the value that the attribute serves under `key`, or a default-constructed one. `Value` must be the key's
+    // type.
     template <typename Value> [[nodiscard]] Value value(zelgraphic_attribute_key key) const
     {
         const void* data = m_attribute ? m_attribute->getAttribute(key) : nullptr;
         return data ? *static_cast<const Value*>(data) : Value();
     }
 
-    // What the item draws. Its attribute, when no record was set on it, is of no kind.
+    // Returns the kind that the item draws. It may differ from the attribute's kind, which is none until a record is
+    // set.
     [[nodiscard]] virtual zelgraphic_kind kind() const = 0;
 
-    // The item itself; never null.
+    // Returns this object as a graphics item; never null.
     [[nodiscard]] virtual QGraphicsItem* graphicsItem() = 0;
 
-    // Takes over from the attribute what decides where the item is found: geometry and border. Changes nothing, and so
-    // schedules no repaint, when all is right. Returns whether it did.
+    // Takes over from the attribute what decides where the item is found: geometry and border. Returns whether anything
+    // changed; if not, no repaint is scheduled.
     virtual bool synchronise(ElementStates states) = 0;
 
-    // The item itself tells the fill that its paint would set. Has Qt look for the item among all others.
+    // Sets the fill that paint() would set, so that a host can read it from the item. Kinds without a fill do nothing.
+    // The call is expensive among many items, because Qt looks for the item among all others.
     virtual void showFill(ElementStates) { }
 
-    // Whether the item waits for its layer to be shown before it takes over its geometry or its tooltip.
+    // Returns whether the item waits for its layer to be shown before it takes over its geometry or tooltip.
     [[nodiscard]] bool isPending() const { return m_isPending; }
 
-    // The item shows the attribute's present tooltip if its layer is shown.
+    // Sets the item's tooltip to the attribute's if the element's layer is shown.
     void updateToolTip();
 
 protected:
-    // When an item takes over its geometry: at its construction, or when its layer is first shown.
+    // When an item takes over its geometry: at construction, or when its layer is first shown.
     enum class Placing { AtOnce, WhenShown };
 
-    // Looks the attribute up, once and for all.
+    // Looks up the attribute; that happens only here.
     ChipElement(int loadNumber, Placing placing);
 
-    // None while the element's layer is hidden: no paint would touch the item.
+    // Returns the element's states, or nothing while the element is pending or its layer is hidden, because no paint
+    // has touched the item then.
     [[nodiscard]] std::optional<ElementStates> shownStates() const;
 
-    // The first step of every paint: false when the element's layer is hidden. Otherwise the item has its tooltip, its
-    // geometry and its border, and `states` are the element's.
+    // The first step of every paint. Returns false if the element's layer is hidden. Otherwise it brings the tooltip,
+    // geometry and border up to date and returns the element's states in `states`.
     [[nodiscard]] bool prepareToPaint(ElementStates& states);
 
-    // Keep the scene's index of elements up to date; to be called by itemChange() and the destructor.
+    // These keep the scene's index of elements up to date. itemChange() and the destructor call them.
     void noticeChange(QGraphicsItem::GraphicsItemChange change);
     void leaveScene(QGraphicsScene* scene);
 
-    // Refuses the drag when the dragged resource may not be dropped here. Returns whether it may.
+    // acceptDragIfAllowed() ignores the drag event if the dragged resource may not be dropped here, and returns whether
+    // it may. dropHere() places the resource.
     bool acceptDragIfAllowed(QGraphicsSceneDragDropEvent* event) const;
     void dropHere() const;
 
@@ -82,17 +87,17 @@ private:
     friend class DisplayList;
     friend class ElementIndex;
 
-    // No static member: referred to from the library's code, it would be a symbol that keeps the library loaded.
+    // A static data member that the library's code refers to would become a symbol that keeps the library loaded.
     enum : int { Nowhere = -1 };
 
     void enterScene(QGraphicsScene* scene);
 
     const int m_loadNumber;
-    int m_slot = Nowhere; // in the scene's index
+    int m_slot = Nowhere; // index in the scene's ElementIndex
     ZELGraphicItemAttribute* const m_attribute;
-    int m_place = Nowhere; // in the scene's display list
+    int m_place = Nowhere; // index in the scene's DisplayList
     bool m_isPending;
-    bool m_isWatched = false; // by the scene's index, for changes of the attribute
+    bool m_isWatched = false; // the scene's ElementIndex checks the attribute for changes
 };
 
 } // namespace mirn::zelchipview

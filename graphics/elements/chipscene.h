@@ -10,7 +10,7 @@ namespace mirn::zelchipview {
 
 class ChipElement;
 
-// What an element needs of the scene that holds it: ZelGraphicsScene.
+// The interface that an element needs of the scene that holds it. ZelGraphicsScene implements it.
 class ZELCHIPGUI_EXPORT ChipScene : public QGraphicsScene
 {
     Q_OBJECT
@@ -21,11 +21,11 @@ public:
     [[nodiscard]] virtual bool isLayerVisible(int layer) = 0;
     [[nodiscard]] virtual ElementStates statesOf(int id) const = 0;
 
-    // Whether the documents of all texts together take memory that is not felt.
+    // Returns whether the scene has so few texts that the memory of their documents does not matter.
     [[nodiscard]] virtual bool hasFewTexts() const = 0;
 
-    // An element came, is about to leave, has another z value, or has another position or property that only Qt's own
-    // painting respects.
+    // An element entered the scene, is about to leave it, has a new z value, or has a new position or property that
+    // only Qt's own painting respects.
     virtual void elementEntered(ChipElement* element) = 0;
     virtual void elementLeaves(ChipElement* element) = 0;
     virtual void elementRestacked(ChipElement* element) = 0;

@@ -5,7 +5,7 @@ namespace mirn::zelchipview {
 
 namespace {
 
-DrawingController::Provider currentProvider = nullptr; // NOLINT: the constructors of items have no argument for it
+DrawingController::Provider currentProvider = nullptr; // NOLINT: the constructors of items have no parameter for it
 
 } // namespace
 

@@ -20,17 +20,17 @@ class ElementIdSet;
 struct GraphicItemDynamicAttribute;
 class HoverText;
 
-// What the drawing needs of the controller, which implements it: the attributes, the states of elements, and where
-// gestures lead. ZELChipViewDatabase says what each operation does.
+// The interface that the drawing needs of the controller, which implements it: attributes, states of elements, and the
+// targets of gestures. ZELChipViewDatabase documents the operations.
 class ZELCHIPGUI_EXPORT DrawingController
 {
 public:
     using Provider = DrawingController& (*)();
 
-    // The controller of the process, which the provider makes when it is first asked for.
+    // Returns the controller of the process. The provider creates it on first use.
     static DrawingController& current();
 
-    // To be set before the first item, scene or view is made. Not null.
+    // Must be set before the first item, scene or view is created. Not null.
     static void setProvider(Provider provider);
 
     [[nodiscard]] virtual AttributeRegistry& attributes() = 0;

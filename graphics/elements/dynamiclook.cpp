@@ -18,7 +18,7 @@ unsigned int fillColorOf(ZELGraphicItemAttribute& attribute)
     return fill ? *static_cast<const unsigned int*>(fill) : 0U;
 }
 
-// The colour of a text like "#a0b0c0"; 0 where the rest after the first character is no hexadecimal number.
+// Returns the colour of a text like "#a0b0c0", or 0 if what follows the first character is no hexadecimal number.
 unsigned int rgbOf(const QString& text)
 {
     constexpr int UsualLength = 7;

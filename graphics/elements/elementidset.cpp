@@ -10,11 +10,11 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// 16 million ids, two megabytes. Not a member: std::min() takes references, and what an exported class has inline would
-// then be a unique symbol, which keeps the library in memory after dlclose().
+// 16 million ids in two megabytes. This is not a member: std::min() takes references, so the member of an exported
+// class would become a unique symbol, which keeps the library in memory after dlclose().
 constexpr unsigned MostWords = 1U << 18;
 
-// Gives whether the bit was clear.
+// Returns whether the bit was clear.
 bool setBit(std::uint64_t& word, unsigned bit)
 {
     const std::uint64_t mask = std::uint64_t(1) << bit;
@@ -48,7 +48,7 @@ std::vector<int> ElementIdSet::list() const
     return ids;
 }
 
-// Then an id has its bit, unless it is one of the others.
+// Makes room for the id's bit unless the id belongs to m_others.
 void ElementIdSet::makeRoomFor(int id)
 {
     if (id < 0)
@@ -89,7 +89,7 @@ void ElementIdSet::insert(int id)
         notify({id});
 }
 
-// As set() for each, with everything at hand that stays the same.
+// Does what set() does for each id, but keeps the loop free of reallocation and member access.
 void ElementIdSet::insert(const std::vector<int>& ids)
 {
     const auto largest = std::max_element(ids.begin(), ids.end());

@@ -11,18 +11,18 @@
 
 namespace mirn::zelchipview {
 
-// A set of element ids that share a state (selected, highlighted, filtered). It tells which ids a change touched, so
-// that only those are painted again. Owned by the controller. Small numbers, as devices use, take a bit each.
+// A set of element ids that share a state (selected, highlighted or filtered). It reports which ids a change touched,
+// so that only those elements are repainted. The controller owns it. Ids from 0 to about 16 million take one bit each.
 class ZELCHIPGUI_EXPORT ElementIdSet final
 {
 public:
-    // Who repaints.
+    // Receives the ids whose membership changed.
     using Listener = std::function<void(const std::vector<int>& changed)>;
 
-    // Called after each real change, never with an empty list.
+    // The listener is called after each real change, never with an empty list.
     void setListener(Listener listener);
 
-    // By element id. Takes no time that grows with the set.
+    // Takes an element id. The time does not depend on the size of the set.
     [[nodiscard]] bool contains(int id) const
     {
         const auto word = static_cast<unsigned>(id) / WordBits;
@@ -30,15 +30,15 @@ public:
                                      : !m_others.isEmpty() && m_others.contains(id);
     }
 
-    // Whether no element is in that state.
+    // Returns whether no element is in this state.
     [[nodiscard]] bool isEmpty() const { return m_count == 0; }
 
-    // Made anew by each call.
+    // Builds a new QSet at each call.
     [[nodiscard]] QSet<int> ids() const;
 
-    // What is there already, or not there, changes nothing.
+    // Inserting an id that is present, or removing one that is absent, changes nothing.
     void insert(int id);
-    void insert(const std::vector<int>& ids); // tells of all of them together
+    void insert(const std::vector<int>& ids); // one notification for all of them
     void remove(int id);
     void assign(const QSet<int>& ids);
     void clear();
@@ -46,14 +46,14 @@ public:
 private:
     static constexpr unsigned WordBits = 64;
 
-    // Give whether anything changed; tell nobody.
+    // set() and unset() return whether anything changed; they do not notify the listener.
     bool set(int id);
     bool unset(int id);
     void makeRoomFor(int id);
     [[nodiscard]] std::vector<int> list() const;
     void notify(const std::vector<int>& changed) const;
 
-    std::vector<std::uint64_t> m_words; // a bit for each id from 0
+    std::vector<std::uint64_t> m_words; // one bit for each id, starting with 0
     QSet<int> m_others; // negative and large ids
     std::size_t m_count = 0;
     Listener m_listener;

@@ -13,11 +13,11 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// The others say nothing about painting.
+// The flags that affect painting.
 constexpr QGraphicsItem::GraphicsItemFlags PaintingFlags
     = QGraphicsItem::ItemClipsToShape | QGraphicsItem::ItemIgnoresTransformations | QGraphicsItem::ItemHasNoContents;
 
-// Texts stand at their position; all else has its place in its geometry.
+// Texts stand at their position; the geometry of all other kinds contains their place.
 bool isMoved(ChipElement& element)
 {
     const QGraphicsItem& item = *element.graphicsItem();
@@ -26,7 +26,7 @@ bool isMoved(ChipElement& element)
     return item.pos() != element.value<QPointF>(ATTR_POS) || item.scale() != paintrules::TextItemScale;
 }
 
-// Items as the loader makes them: painted at their place in the order, without anything around them.
+// Returns true if the item differs from what the loader made, so that only Qt can paint it.
 bool isUnusual(ChipElement& element)
 {
     const QGraphicsItem& item = *element.graphicsItem();
@@ -131,7 +131,7 @@ void ElementIndex::changeLayer(ChipElement* element)
         m_pendingByLayer[element->attribute()->layer].push_back(element->m_slot);
 }
 
-// Its place in the paint order is to be found anew.
+// The z value decides the place in the paint order, so the order may have to be sorted anew.
 void ElementIndex::restack(ChipElement* element)
 {
     if (element->m_slot == ChipElement::Nowhere)
@@ -171,7 +171,7 @@ std::vector<ChipElement*> ElementIndex::takePending(const QList<int>& layers)
             ChipElement* element = m_elements[slot];
             if (!element || !element->m_isPending)
                 continue;
-            const int layerNow = element->attribute()->layer; // a host may have changed it meanwhile
+            const int layerNow = element->attribute()->layer; // a host may have changed it since
             if (layerNow != layer) {
                 m_pendingByLayer[layerNow].push_back(slot);
                 continue;
@@ -196,7 +196,7 @@ std::vector<ChipElement*> ElementIndex::inPaintOrder() const
     return ordered;
 }
 
-// Reads nothing but the lists: attributes may be gone before their elements.
+// This may read nothing but the lists: attributes may be deleted before their elements.
 void ElementIndex::closeGaps()
 {
     std::vector<Slot> moved(m_elements.size(), ChipElement::Nowhere);

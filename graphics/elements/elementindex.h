@@ -14,22 +14,24 @@ namespace mirn::zelchipview {
 
 class ChipElement;
 
-// The elements of a scene in the order in which they entered it. Finds them by element id, so that a change of state or
-// of dynamic values touches only those that it names; remembers which elements of which layer have not taken over their
-// geometry yet, and which are shown in a way that only Qt's own painting knows. Owns nothing.
+// The elements of a scene in the order in which they entered it. It finds them by element id, so that a change of state
+// or of dynamic values touches only the elements that it names. It also records which elements are waiting for their
+// layer to be shown, and which are in a condition that only Qt's own painting respects. The scene's elements object
+// owns it; it owns no elements.
 class ElementIndex final
 {
 public:
-    // An element without attribute is left out.
+    // An element without an attribute is ignored.
     void add(ChipElement* element);
 
-    // One that is not there is no error.
+    // An element that is not in the index is ignored.
     void remove(ChipElement* element);
 
-    // In no particular order; empty for an unknown id.
+    // Returns the elements with this id in no particular order; empty for an unknown id.
     [[nodiscard]] std::vector<ChipElement*> elements(int elementId);
 
-    // The same without a list. `visitor` must not add or remove elements.
+    // Calls `visitor` for each element with this id, without building a list. `visitor` must not add or remove
+    // elements.
     template <typename Visitor> void visit(int elementId, Visitor visitor)
     {
         sortById();
@@ -40,50 +42,51 @@ public:
         }
     }
 
-    // The elements of these layers that were not handed out yet.
+    // Returns the pending elements of these layers, which are pending no more.
     [[nodiscard]] std::vector<ChipElement*> takePending(const QList<int>& layers);
 
-    // Whether any are left.
+    // Returns whether any elements may be pending.
     [[nodiscard]] bool hasPending() const { return !m_pendingByLayer.empty(); }
 
-    // By z value, elements with the same one in the order in which they entered.
+    // Returns the elements by z value; elements with the same z value keep the order in which they entered.
     [[nodiscard]] std::vector<ChipElement*> inPaintOrder() const;
 
-    // Counts the changes of the list, so that what was made of it knows when it is out of date.
+    // The version counts the changes of the list, so that anything derived from it can tell when it is out of date.
     [[nodiscard]] unsigned version() const { return m_version; }
     [[nodiscard]] std::size_t count() const { return m_elements.size() - m_gaps; }
 
-    // The element's z value changed.
+    // Call this after the z value of an element has changed.
     void restack(ChipElement* element);
 
-    // Something else of the element changed that only Qt's own painting knows.
+    // Call this after any other property of an element has changed that only Qt's own painting respects.
     void reconsider(ChipElement* element);
 
-    // The attribute that is kept under a load number, of an element with that id, may be changed from now on.
+    // A host may change the attribute with this load number, which belongs to an element with this id, from now on.
     void watch(int loadNumber, int elementId);
 
-    // The elements whose attributes may be changed.
+    // The elements whose attributes a host may change. mostWatched() is an upper bound of their number.
     [[nodiscard]] std::vector<ChipElement*> watched() const;
     [[nodiscard]] std::size_t mostWatched() const { return m_watched.size(); }
 
-    // The element has something new to tell once its layer is shown.
+    // Makes the element pending, because it has something to take over once its layer is shown.
     void awaitShow(ChipElement* element);
 
-    // Whether there are so few elements that the work of Qt for all items, after a change of one, is not felt; and so
-    // few texts that the memory of their documents is not.
+    // isSmall() returns whether there are so few elements that the work Qt does for all items after one item changes
+    // does not matter. hasFewTexts() returns whether there are so few texts that the memory of their documents does not
+    // matter.
     [[nodiscard]] bool isSmall() const { return m_elements.size() <= FewElements; }
     [[nodiscard]] bool hasFewTexts() const { return m_textCount <= FewTexts; }
 
-    // The attribute has another element id or layer than before.
+    // Call these after the element id or the layer of an attribute has changed.
     void renumber(ChipElement* element, int previousId);
     void changeLayer(ChipElement* element);
 
-    // Whether any element is moved, transformed, hidden, transparent, selected in Qt's way or part of a family of
-    // items.
+    // Returns whether any element is moved, transformed, hidden, transparent, selected in Qt's sense, or has a parent
+    // or child item.
     [[nodiscard]] bool hasUnusual() const { return !m_unusual.isEmpty(); }
 
 private:
-    using Slot = int; // index for m_elements
+    using Slot = int; // index into m_elements
 
     enum : std::size_t { FewElements = 5000 };
     enum : int { FewTexts = 100 };
@@ -92,10 +95,10 @@ private:
     void sortById();
     void closeGaps();
 
-    std::vector<ChipElement*> m_elements; // null where one left
+    std::vector<ChipElement*> m_elements; // null where an element left
     std::size_t m_gaps = 0;
     int m_textCount = 0;
-    std::vector<std::pair<int, Slot>> m_byId; // sorted, but for what was added since
+    std::vector<std::pair<int, Slot>> m_byId; // element id and slot; sorted up to m_sortedById
     std::size_t m_sortedById = 0;
     std::map<int, std::vector<Slot>> m_pendingByLayer;
     std::vector<Slot> m_watched;

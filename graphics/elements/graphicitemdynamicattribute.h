@@ -5,7 +5,8 @@
 
 namespace mirn::zelchipview {
 
-// What the engine gives an element at run time; ZEL_DYNAMIC_EMPTY_STRING where it gives nothing.
+// The look that the engine sets for an element at run time. ZEL_DYNAMIC_EMPTY_STRING stands for a value that it does
+// not set.
 struct GraphicItemDynamicAttribute
 {
     QString popup; // tooltip

@@ -5,7 +5,7 @@
 
 namespace mirn::zelchipview {
 
-// Moves all four sides outwards, or inwards by less than 0.
+// Returns the rect with all four sides moved outwards by `by`, or inwards if `by` is negative.
 inline QRectF grown(const QRectF& rect, double by)
 {
     return rect.adjusted(-by, -by, by, by);

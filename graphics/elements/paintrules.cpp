@@ -11,18 +11,18 @@ namespace mirn::zelchipview::paintrules {
 
 namespace {
 
-// Stroke widths below this are no border at all.
+// Stroke widths below this draw no border.
 constexpr double NoStrokeWidth = 1e-16;
-constexpr double LargestWidth = 32767.0; // QPen takes no more
+constexpr double LargestWidth = 32767.0; // the largest width that QPen accepts
 
 QRgb opaque(unsigned int rgb)
 {
     return 0xff000000U | rgb;
 }
 
-constexpr QRgb NoBorder = qRgba(255, 0, 0, 0); // of a polygon
+constexpr QRgb NoBorder = qRgba(255, 0, 0, 0); // polygons have no border unless they are selected
 
-// A drawing has few pens for many elements: those made last are kept, so that elements share their data.
+// A drawing has few pens for many elements. The last ones are cached, so that elements share their data.
 QPen sharedPen(QRgb color, double width)
 {
     struct Entry

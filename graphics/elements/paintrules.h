@@ -8,7 +8,7 @@
 
 namespace mirn::zelchipview {
 
-// What marks an element beyond its own look.
+// States that change how an element looks.
 enum class ElementState {
     Selected = 1,
     Filtered = 2, // only while the filter is enabled
@@ -17,23 +17,23 @@ enum class ElementState {
 Q_DECLARE_FLAGS(ElementStates, ElementState)
 Q_DECLARE_OPERATORS_FOR_FLAGS(ElementStates)
 
-// How elements look: from attribute values and state to pens, brushes and fonts, and nothing else. Colours come in
-// packed as 0xRRGGBB, widths and font sizes in scene units. A pen of width 0 is one device pixel wide at any zoom.
+// The paint rules: plain functions from attribute values and states to pens, brushes and fonts. Colours come in packed
+// as 0xRRGGBB, widths and font sizes in scene units. A pen of width 0 is one device pixel wide at any zoom.
 namespace paintrules {
 
-// The factor between the font that a text is drawn with and its size in the scene: texts are rendered at five times
-// their size and scaled down, which keeps small labels sharp.
+// Texts are rendered at five times their size and scaled down, which keeps small labels sharp. This is the factor
+// between the font that a text is drawn with and its size in the scene.
 constexpr double TextRenderScale = 5.0;
 constexpr double TextItemScale = 1.0 / TextRenderScale;
 
-// Opaque; bits above 23 are ignored.
+// Returns an opaque colour; bits above 23 are ignored.
 [[nodiscard]] QColor colorOf(unsigned int rgb);
 
-// A line looks the same in every state. The width is cut to whole units.
+// The pen of a line, which looks the same in every state, and its width, which is truncated to whole units.
 [[nodiscard]] int lineWidth(double strokeWidth);
 [[nodiscard]] QPen linePen(unsigned int strokeColor, double strokeWidth);
 
-// A border and a fill. Colours have an alpha channel; a border without alpha is not seen.
+// A border and a fill. The colours have an alpha channel; a border with alpha 0 is invisible.
 struct Look
 {
     QRgb border; // colour
@@ -41,17 +41,19 @@ struct Look
     QRgb fill; // colour
 };
 
-// The border of a filtered rect wins over a selected one's; for the fill, highlight wins over filter over selection.
+// The filter wins over the selection for the border; for the fill, the highlight wins over the filter, and the filter
+// over the selection.
 [[nodiscard]] Look rectLook(unsigned int fillColor, unsigned int strokeColor, double strokeWidth, ElementStates states);
 
-// A polygon shows no border of its own and no filter.
+// A polygon has no border of its own and does not show the filter.
 [[nodiscard]] Look polygonLook(unsigned int fillColor, ElementStates states);
 
-// The same for QPainter.
+// The look as QPainter needs it.
 [[nodiscard]] QPen borderPen(const Look& look);
 [[nodiscard]] QBrush fillBrush(const Look& look);
 
-// Texts look the same in every state. The font's size is at least a pixel; what it leaves open is the painter's.
+// The font of a text, which looks the same in every state, and its pixel size, which is at least 1. Properties that the
+// font leaves open, such as the weight, are the painter's.
 [[nodiscard]] int textPixelSize(double fontSize);
 [[nodiscard]] QFont textFont(const QString& family, double fontSize);
 

@@ -5,10 +5,10 @@
 
 namespace mirn::zelchipview {
 
-// How much of each pixel of a rectangle a shape covers.
+// The coverage of each pixel of a rectangle by a shape.
 struct CoverageMask
 {
-    // Masks are blended by so many columns at a time; columns that the shape does not reach are 0.
+    // Masks are blended this many columns at a time, so their width is padded to a multiple of it with columns of 0.
     static constexpr int ColumnsAtOnce = 4;
 
     [[nodiscard]] static constexpr int paddedWidth(int columns)
@@ -16,9 +16,9 @@ struct CoverageMask
         return (columns + ColumnsAtOnce - 1) / ColumnsAtOnce * ColumnsAtOnce;
     }
 
-    int x; // of the top left pixel in the image
+    int x; // column of the top left pixel in the image
     int y;
-    int width; // a padded one
+    int width; // padded
     int height;
     const std::uint8_t* coverage; // 0 to 255 per pixel, row by row; not owned
 };

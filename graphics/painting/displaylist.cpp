@@ -17,8 +17,8 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// Of a text's document, in scene units.
-constexpr double DocumentMargin = 2 * 4 * paintrules::TextItemScale; // on both sides, counted on each
+// The text document's margin and tab stops, in scene units.
+constexpr double DocumentMargin = 2 * 4 * paintrules::TextItemScale; // the margins of both sides, added on each side
 constexpr double LongestTab = 80 * paintrules::TextItemScale;
 
 void setRect(Primitive& primitive, const QRectF& rect)
@@ -29,7 +29,7 @@ void setRect(Primitive& primitive, const QRectF& rect)
     primitive.d = rect.height();
 }
 
-// What a text and the rect of its document may cover; no glyph is expected to be wider than two of the font's squares.
+// Returns an upper bound of what a text and its document cover. A glyph is assumed to be at most two em squares wide.
 QRectF textBounds(const Primitive& text)
 {
     const double square = std::abs(text.d) * paintrules::TextItemScale;
@@ -99,7 +99,7 @@ void DisplayList::append(ChipElement* element)
     m_primitives.push_back(made);
 }
 
-// What an item's own paint reads anew each time.
+// Reads the values that an item's own paint() reads at every paint.
 void DisplayList::readLook(const ChipElement& element, Primitive& primitive)
 {
     const ZELGraphicItemAttribute& attribute = *element.attribute();
@@ -141,7 +141,7 @@ bool DisplayList::takeOver(ElementIndex& index, ChipElement& element)
     const Primitive before = m_primitives[place];
     Primitive now = before;
     readLook(element, now);
-    // By its bytes: numbers that are none are no change, either.
+    // Comparing bytes treats an unchanged NaN as unchanged.
     if (std::memcmp(&before, &now, sizeof(Primitive)) == 0)
         return false;
     const QRectF boundsBefore = boundsOf(place);
@@ -156,7 +156,7 @@ bool DisplayList::takeOver(ElementIndex& index, ChipElement& element)
 
 std::vector<ChipElement*> DisplayList::takeOver(ElementIndex& index, const QRectF& area)
 {
-    // Up to so many are looked at one by one, of more those that lie there.
+    // Up to this many watched elements are all checked; if there are more, only those in the area are.
     constexpr std::size_t FewWatched = 1000;
     std::vector<ChipElement*> changed;
     if (index.mostWatched() <= FewWatched) {

@@ -14,58 +14,60 @@ namespace mirn::zelchipview {
 class ChipElement;
 class ElementIndex;
 
-// What painting needs to know of one element, without a pointer to follow for the kinds that are frequent.
+// The values that painting an element needs, packed so that the frequent kinds are painted without following a pointer.
 struct Primitive
 {
     enum Kind : unsigned { Rect, Line, Polygon, Text };
 
-    // Rect: x, y, width, height. Line: both ends. Polygon: its bounding rect, like a rect. Text: the start of its base
-    // line, its rotation in degrees and its font's pixel size.
+    // Rect: x, y, width, height. Line: both ends. Polygon: its bounding rectangle, like a rect. Text: the start of its
+    // base line, its rotation in degrees and its font's pixel size. Coordinates are in scene units.
     double a;
     double b;
     double c;
     double d;
     union {
-        double strokeWidth; // of rects and lines, as the drawing gives it
+        double strokeWidth; // for rects and lines, in scene units
         struct
         {
-            int first; // for DisplayList::corner()
+            int first; // index for DisplayList::corner()
             int count;
         } corners;
-        const TextLabel* label; // the list's
+        const TextLabel* label; // owned by the display list
     };
     unsigned int strokeColor;
     unsigned int fillColor;
     int elementId;
-    unsigned layer : 24; // index for DisplayList::layers()
+    unsigned layer : 24; // index into DisplayList::layers()
     Kind kind : 8;
 
     [[nodiscard]] QRectF rect() const { return QRectF(a, b, c, d); }
 
-    // Whether it has, or may have, edges that are neither horizontal nor vertical.
+    // Returns whether an edge is, or may be, neither horizontal nor vertical.
     [[nodiscard]] bool isSlanted() const { return kind == Polygon || (kind == Line && a != c && b != d); }
 
-    // Without an area, and for lines without a length: what Qt holds for its shape is for the item to say.
+    // Returns true for a rect or polygon without an area and for a line without a length. Only the item itself knows
+    // the shape that Qt uses for those.
     [[nodiscard]] bool isFlat() const { return kind == Line ? a == c && b == d : kind != Text && (c == 0 || d == 0); }
 };
 
-// The elements of a scene in the order in which they are painted, and where to find them. It is made anew when elements
-// come or go; what of their look changes is read again from their attributes.
+// The elements of a scene in paint order, each as a small record, with a spatial index. A place is an index in this
+// list. The list is rebuilt when elements come or go; a changed look is read again from the attribute. The scene's
+// elements object owns the list; the list owns no elements.
 class DisplayList final
 {
 public:
-    // Brings the list up to date with the index's elements.
+    // Brings the list and its spatial index up to date with the index of elements.
     void update(ElementIndex& index);
 
-    // Counts what concerns more than single elements: other elements, or some of them in other places.
+    // The version counts the changes that affect more than the look of elements: they came, went, moved or changed
+    // their order.
     [[nodiscard]] unsigned version() const { return m_version; }
 
-    // The element's attribute may have changed. Returns whether it looks different now; where it lies is right again
-    // after update().
+    // Reads the element's attribute again. Returns whether the element looks different now. If it has moved, the
+    // spatial index is right again after update().
     bool takeOver(ElementIndex& index, ChipElement& element);
 
-    // The same for all elements in an area, and maybe others, whose attributes a host may have changed. Returns those
-    // that look different.
+    // Does the same for all watched elements in an area, and maybe for others. Returns those that look different.
     [[nodiscard]] std::vector<ChipElement*> takeOver(ElementIndex& index, const QRectF& area);
 
     [[nodiscard]] int size() const { return static_cast<int>(m_primitives.size()); }
@@ -73,19 +75,20 @@ public:
     [[nodiscard]] const Primitive& primitive(int place) const { return m_primitives[place]; }
     [[nodiscard]] ChipElement* element(int place) const { return m_elements[place]; }
 
-    // -1 for an element of another scene.
+    // Returns -1 for an element that is not in this list.
     [[nodiscard]] int placeOf(const ChipElement& element) const;
 
-    // What a primitive may cover, in scene units; a hairline reaches a pixel further.
+    // Returns what a primitive may cover, in scene units. A hairline (a pen of width 0) reaches one pixel further.
     [[nodiscard]] QRectF boundsOf(int place) const;
 
-    // The places of the primitives that may touch an area, in paint order.
+    // Returns the places of the primitives that may touch an area, in paint order. Valid until the next call.
     [[nodiscard]] const std::vector<int>& placesIn(const QRectF& area);
 
-    // The same for areas that may hold most of the primitives.
+    // Does the same for an area that may hold most of the primitives, and reports which of them lie inside of `inner`,
+    // a part of the area. Valid until the next call.
     [[nodiscard]] const std::vector<ElementGrid::Found>& foundIn(const QRectF& area, const QRectF& inner);
 
-    // The first of a polygon's corners, which lie one after the other.
+    // Returns the corners of a polygon, which are contiguous.
     [[nodiscard]] const QPointF* corner(int first) const { return m_corners.data() + first; }
 
     // The numbers of the layers that occur.
@@ -100,18 +103,18 @@ private:
     [[nodiscard]] unsigned layerIndex(int layer);
 
     std::vector<Primitive> m_primitives;
-    std::vector<ChipElement*> m_elements; // of the primitive at the same place
-    std::vector<QPointF> m_corners; // of all polygons
+    std::vector<ChipElement*> m_elements; // the element of the primitive at the same place
+    std::vector<QPointF> m_corners; // the corners of all polygons
     int m_textCount = 0;
     std::vector<int> m_layers;
-    QHash<int, unsigned> m_layerIndexes; // by number
+    QHash<int, unsigned> m_layerIndexes; // by layer number
     TextLabels m_labels;
     ElementGrid m_grid;
     std::vector<int> m_places;
     std::vector<ElementGrid::Found> m_found;
-    unsigned m_indexVersion = 0; // when the list was made
+    unsigned m_indexVersion = 0; // the version of the element index that the list was built from
     unsigned m_version = 0;
-    bool m_areBoundsOld = false; // of some of the primitives in the grid
+    bool m_areBoundsOld = false; // the grid holds outdated bounds
 };
 
 } // namespace mirn::zelchipview

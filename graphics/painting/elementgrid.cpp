@@ -15,7 +15,7 @@ namespace {
 
 constexpr int PlacesPerCell = 4;
 constexpr int MostCellsPerSide = 2048;
-constexpr int LargeInCells = 64; // from this many on a rectangle is kept apart
+constexpr int LargeInCells = 64; // a rectangle that covers this many cells is kept in m_large
 
 int lowestBit(std::uint64_t bits)
 {
@@ -51,7 +51,7 @@ void ElementGrid::build(int count, const Bounds& boundsOf)
     m_starts.assign(std::size_t(m_columns) * m_rows + 1, 0);
     m_marks.assign(count / MarkBits + 1, 0);
 
-    // First the number of places in each cell, then the places.
+    // The places are sorted by counting: first the number of places in each cell, then the places.
     for (int place = 0; place < count; ++place) {
         const QRectF bounds = boundsOf(place);
         const Cells cells = cellsOf(bounds);
@@ -72,7 +72,7 @@ void ElementGrid::build(int count, const Bounds& boundsOf)
     }
 }
 
-// Also what lies nowhere: it must not be taken for something inside a cell.
+// Rectangles with bounds that are not finite count as large, so that they are never reported as certainly inside.
 bool ElementGrid::isLarge(const QRectF& bounds, const Cells& cells)
 {
     return cells.count() >= LargeInCells
@@ -101,7 +101,8 @@ template <typename Visitor> void ElementGrid::visit(const Cells& cells, Visitor 
     }
 }
 
-// The cells that lie inside an area; those at the edges of the grid end with it. Empty where there are none.
+// Returns the cells that lie entirely inside an area, where the cells at the edges of the grid end with it. Returns an
+// empty range if there are none.
 ElementGrid::Cells ElementGrid::cellsWithin(const QRectF& area) const
 {
     Cells cells = cellsOf(area);
@@ -123,7 +124,7 @@ void ElementGrid::find(const QRectF& area, const QRectF& inner, std::vector<Foun
             found.push_back({place, false});
         return;
     }
-    // What touches a cell outside may be outside.
+    // A rectangle that touches a cell outside may itself be outside.
     const auto mark
         = [this](std::uint32_t place) { m_marks[place / MarkBits] |= std::uint64_t(1) << place % MarkBits; };
     const auto markIn = [&](const Cells& cells) {
@@ -168,7 +169,7 @@ void ElementGrid::find(const QRectF& area, std::vector<int>& places)
     collect(first, last, places);
 }
 
-// From the marks of some words, which are cleared.
+// Appends the marked places of some words and clears the marks.
 void ElementGrid::collect(std::size_t first, std::size_t last, std::vector<int>& places)
 {
     for (std::size_t word = first; word <= last; ++word) {

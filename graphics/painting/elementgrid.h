@@ -9,8 +9,8 @@
 
 namespace mirn::zelchipview {
 
-// Finds the rectangles of a list that may touch an area, by a grid of cells over all of them. Holds places in that
-// list.
+// A spatial index: a grid of cells that finds the rectangles of a list that may touch an area. It stores their places
+// in the list, not the rectangles.
 class ElementGrid final
 {
 public:
@@ -19,20 +19,21 @@ public:
     struct Found
     {
         int place;
-        bool isInside; // certainly; else it may lie inside, across the border or a little outside
+        bool isInside; // certainly inside; if false, it may lie inside, across the border or a little outside
     };
 
-    // For the places 0 to `count` - 1.
+    // Builds the grid for the places 0 to `count` - 1.
     void build(int count, const Bounds& boundsOf);
 
-    // What the rectangles cover together.
+    // The bounding rectangle of all rectangles.
     [[nodiscard]] const QRectF& area() const { return m_area; }
 
-    // Fills in the places in ascending order, each once; some may lie a little outside.
+    // Appends the places in ascending order, each once, to an empty list. Some rectangles may lie a little outside of
+    // the area.
     void find(const QRectF& area, std::vector<int>& places);
 
-    // The same for large areas, where what is certainly inside needs no further look: inside of `inner`, a part of the
-    // area. For the largest areas all places are found.
+    // Does the same for a large area, and reports which rectangles are certainly inside of `inner`, a part of the area,
+    // so that they need no further test. If `inner` holds half of the cells or more, all places are reported.
     void find(const QRectF& area, const QRectF& inner, std::vector<Found>& found);
 
 private:
@@ -59,10 +60,10 @@ private:
     int m_columns = 0;
     int m_rows = 0;
     QRectF m_area;
-    std::vector<std::uint32_t> m_starts; // of each cell's places in m_places, and the end of the last
+    std::vector<std::uint32_t> m_starts; // the start of each cell's places in m_places, and the end of the last
     std::vector<std::uint32_t> m_places;
     std::vector<std::uint32_t> m_large; // rectangles that would fill many cells
-    std::vector<std::uint64_t> m_marks; // a bit for each place, all clear between two searches
+    std::vector<std::uint64_t> m_marks; // one bit for each place, all clear between two searches
 };
 
 } // namespace mirn::zelchipview

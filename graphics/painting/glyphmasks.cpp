@@ -13,8 +13,8 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// QPainter takes positions in 1/64 of a pixel, chooses the nearest quarter to the left, and rounds lines to whole
-// pixels.
+// QPainter measures positions in 1/64 of a pixel, takes the nearest quarter of a pixel to the left, and rounds base
+// lines to whole pixels.
 constexpr int PositionUnit = 64;
 constexpr int PhaseBits = 2;
 
@@ -32,7 +32,7 @@ struct PixelPosition
     int row;
 };
 
-// Black on white: what is missing to white is the coverage.
+// The glyph is black on white, so its coverage is the difference from white.
 std::uint8_t coverageOf(QRgb pixel)
 {
     return static_cast<std::uint8_t>(255 - qRed(pixel));
@@ -43,7 +43,7 @@ const QRgb* lineOf(const QImage& image, int y)
     return reinterpret_cast<const QRgb*>(image.constScanLine(y));
 }
 
-// The part of the image that is not white.
+// Returns the part of the image that is not white.
 QRect coveredPart(const QImage& image)
 {
     QRect covered;

@@ -13,7 +13,7 @@ namespace mirn::zelchipview {
 
 namespace {
 
-constexpr int Margin = 3; // pixels around a glyph's outline: smoothing and hinting
+constexpr int Margin = 3; // pixels around a glyph's outline, for antialiasing and hinting
 constexpr double SampleSize = 12.0; // pixels; QPainter draws large glyphs as outlines
 
 bool isGrey(const QImage& image)
@@ -53,7 +53,7 @@ GlyphPicture glyphPicture(const QRawFont& font, quint32 glyph, double scale, dou
 
 bool hasUsualGlyphs(const QRawFont& font, quint32 glyph)
 {
-    // One with a round outline shows it; others look so by chance.
+    // A glyph with a round outline shows the difference; others may look right by chance.
     const auto round = font.glyphIndexesForString(QStringLiteral("o"));
     const quint32 sample = round.isEmpty() || round.first() == 0 ? glyph : round.first();
     const double scale = SampleSize / std::max(1.0, font.pixelSize());

@@ -13,14 +13,14 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// What pens and smoothing reach beyond an element's geometry, in pixels.
+// Pixels that pens and antialiasing reach beyond an element's geometry.
 constexpr double Margin = 2.0;
 
-// Pens up to this many pixels wide are thin lines; a little less than what QPainter takes for one.
+// Pens narrower than this, in pixels, draw thin lines. QPainter's own limit is slightly higher.
 constexpr double ThinnestWide = 0.999;
 constexpr int FullOpacity = 256;
 
-// Up to so many texts QPainter draws them faster than their glyphs' masks are made.
+// Up to this many texts, QPainter draws them faster than the masks of their glyphs are made.
 constexpr int FewTexts = 200;
 
 bool isVisible(QRgb color)
@@ -28,13 +28,13 @@ bool isVisible(QRgb color)
     return qAlpha(color) != 0;
 }
 
-// Also for rectangles without width or height.
+// Unlike QRectF::intersects(), this includes rectangles without width or height.
 bool touches(const QRectF& a, const QRectF& b)
 {
     return a.left() <= b.right() && b.left() <= a.right() && a.top() <= b.bottom() && b.top() <= a.bottom();
 }
 
-// The area of the scene that a part of the image shows.
+// Returns the area of the scene that a part of the image shows, with the margin.
 QRectF sceneArea(const QTransform& sceneToImage, const QRect& part)
 {
     return sceneToImage.inverted().mapRect(grown(part, Margin));
@@ -47,7 +47,7 @@ bool isEvenScale(const QTransform& transform)
 
 } // namespace
 
-// One paint: holds what stays the same for all primitives of it.
+// One call of paint(). It holds what is the same for all primitives.
 class ListPainter::Job
 {
 public:
@@ -95,12 +95,12 @@ private:
     GlyphMasks& m_masks;
     const Target& m_target;
     const States& m_states;
-    const bool m_haveStates; // any of the elements, in sight or not
+    const bool m_haveStates; // some element has a state, visible or not
     const bool m_isRaster;
     const Rasteriser::Mapping m_mapping;
     Rasteriser m_rasteriser;
     const QRectF m_inside;
-    const bool m_mayMask; // texts
+    const bool m_mayMask; // texts may be drawn from masks
     bool m_hasManyTexts = false;
     PolygonCoverage m_polygon;
     PictureDevice m_device;
@@ -160,7 +160,7 @@ ElementStates ListPainter::Job::statesOf(int elementId) const
     return states;
 }
 
-// Near enough for fixed-point numbers.
+// Returns whether a point is near enough to the image for the rasteriser's fixed-point numbers.
 bool ListPainter::Job::isNear(double x, double y) const
 {
     return std::abs(m_mapping.x(x)) < Rasteriser::Farthest && std::abs(m_mapping.y(y)) < Rasteriser::Farthest;
@@ -171,7 +171,7 @@ bool ListPainter::Job::isInside(double x, double y) const
     return grown(m_inside, -1).contains(m_mapping.x(x), m_mapping.y(y));
 }
 
-// Whether the rasteriser may draw it, and QPainter would draw it in the same way.
+// Returns whether the rasteriser may draw a rect, with the same result as QPainter.
 bool ListPainter::Job::isWithinReach(const QRectF& rect) const
 {
     if (!Rasteriser::DrawsCutRects && (m_mapping.x(rect.left()) < 0 || m_mapping.x(rect.right()) > m_inside.width()))
@@ -179,15 +179,15 @@ bool ListPainter::Job::isWithinReach(const QRectF& rect) const
     return isNear(rect.left(), rect.top()) && isNear(rect.right(), rect.bottom());
 }
 
-// QPainter draws a dot in its own way.
+// QPainter draws lines that are mere dots by other rules.
 bool ListPainter::Job::isPoint(const QLineF& line) const
 {
     constexpr double ShortestLine = 0.1; // pixels
     return m_mapping.scale * std::max(std::abs(line.dx()), std::abs(line.dy())) < ShortestLine;
 }
 
-// A line without a length is an item without an area, which Qt paints only where its point is in sight, give or take
-// two pixels. Elsewhere QPainter, whose clipping is not made for such lines, may draw a bar across the whole picture.
+// A line of zero length is an item without an area, which Qt paints only if its point lies in the viewport, two pixels
+// more or less. QPainter does not clip such lines properly: outside the picture it may draw a bar across all of it.
 bool ListPainter::Job::isDotOutside(const QLineF& line) const
 {
     constexpr int QtsMargin = 2; // pixels
@@ -195,7 +195,8 @@ bool ListPainter::Job::isDotOutside(const QLineF& line) const
     return m_isRaster && line.p1() == line.p2() && !grown(m_inside, QtsMargin).intersects(QRectF(dot, QSizeF(1, 1)));
 }
 
-// The opacity of a pen that draws thin lines; none for a wide one. A pen of width 0 is a pixel wide at any scale.
+// Returns the opacity (0 to 256) of a pen that draws thin lines, or nothing for a wide pen. A pen of width 0 is one
+// pixel wide at any scale.
 std::optional<int> ListPainter::Job::thinOpacity(double penWidth) const
 {
     if (penWidth == 0)
@@ -216,7 +217,7 @@ QPainter& ListPainter::Job::painter()
     return m_painter;
 }
 
-// `isInside`: certainly within the image.
+// `isInside` is true if the rect lies certainly within the image.
 void ListPainter::Job::drawRect(const Primitive& primitive, bool isInside)
 {
     const paintrules::Look look = paintrules::rectLook(

@@ -17,8 +17,8 @@ namespace mirn::zelchipview {
 
 class ElementIdSet;
 
-// Paints a display list into an image, with the result that the elements' items would give by painting themselves one
-// by one. What is frequent goes straight into the pixels, everything unusual through QPainter.
+// Paints a display list into an image. The result equals what the elements' items would paint one by one. Frequent
+// shapes go straight into the pixels, everything unusual through QPainter. The view's canvas owns the painter.
 class ListPainter final
 {
 public:
@@ -31,22 +31,23 @@ public:
 
     struct Target
     {
-        QImage* image; // of Format_RGB32
-        QRect part; // what has to be right; around it anything may be painted
+        QImage* image; // Format_RGB32
+        QRect part; // must be painted right; around it anything may be painted
         QTransform sceneToImage;
         QPainter::RenderHints hints;
         QPen textPen;
-        QFont viewFont; // what texts take from it: see TextShaper
+        QFont viewFont; // TextShaper says what texts take from it
     };
 
     explicit ListPainter(DisplayList& list); // not owned
 
     void paint(const Target& target, const QList<int>& layers, const States& states);
 
-    // What it covers comes in pixels of the image.
+    // `bounds` is what the primitive may cover, in image pixels.
     using TouchVisitor = std::function<void(const Primitive& primitive, const QRectF& bounds, const QRect& strip)>;
 
-    // All but texts that touch strips of the image (in its pixels).
+    // Visits the primitives of the shown layers, except texts, that touch strips of the image (in image pixels). A
+    // primitive that touches several strips is visited once for each.
     void visitTouching(const QTransform& sceneToImage, const std::vector<QRect>& strips, const QList<int>& layers,
         const TouchVisitor& visitor);
 

@@ -14,16 +14,16 @@ namespace mirn::zelchipview::picking {
 
 namespace {
 
-constexpr double Hair = 1e-5; // what a shape without a width is taken for, in scene units
+constexpr double Hair = 1e-5; // the assumed width of a shape without a width, in scene units
 
-// Also a rect without width or height.
+// Unlike QRectF::contains(), this accepts a rect without width or height.
 bool encloses(const QRectF& area, const QRectF& rect)
 {
     return area.left() <= rect.left() && rect.right() <= area.right() && area.top() <= rect.top()
         && rect.bottom() <= area.bottom();
 }
 
-// As Qt has it: the right and the lower border do not belong to an item, unless it has no width or height.
+// This is Qt's rule: the right and the lower border do not belong to an item unless it has no width or no height.
 bool mayHold(const QRectF& bounds, const QPointF& position)
 {
     const double right = bounds.right() + (bounds.width() == 0 ? Hair : 0);
@@ -32,13 +32,13 @@ bool mayHold(const QRectF& bounds, const QPointF& position)
         && position.y() < bottom;
 }
 
-// Whether a position lies in a rect, with certainty: further inside than its border reaches.
+// Returns whether a position certainly lies in a rect: further inside than its border reaches.
 bool isWithinBorder(const Primitive& primitive, const QRectF& bounds, const QPointF& position)
 {
     if (primitive.kind != Primitive::Rect)
         return false;
     const QRectF inner = grown(bounds, -std::abs(primitive.strokeWidth) - Hair);
-    return inner.isValid() && inner.contains(position); // a rect turned inside out contains positions, too
+    return inner.isValid() && inner.contains(position); // a rect with a negative size contains positions, too
 }
 
 } // namespace
@@ -54,7 +54,7 @@ QGraphicsItem* topmostItem(DisplayList& list, const QPointF& point)
         const QRectF bounds = item->boundingRect();
         if (!mayHold(bounds, position))
             continue;
-        // A shape is made anew for each question: it is asked for only where a border may be.
+        // contains() builds the item's shape at each call, so it is called only where a border may be.
         if (isWithinBorder(list.primitive(*place), bounds, position) || item->contains(position))
             return item;
     }
@@ -71,7 +71,7 @@ std::vector<int> idsTouching(DisplayList& list, const QRectF& area, bool mayBePe
     for (auto found = all.rbegin(); found != all.rend(); ++found) {
         const int place = found->place;
         const Primitive& primitive = list.primitive(place);
-        // What lies inside needs no look at its shape, unless it was never shown or has none.
+        // An element inside the area needs no test of its shape, unless it is pending or flat.
         const bool isPlaced = !mayBePending || !list.element(place)->isPending();
         const bool isInside = found->isInside || encloses(area, list.boundsOf(place));
         if (!isPlaced || !isInside || primitive.isFlat()) {

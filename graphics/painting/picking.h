@@ -12,21 +12,21 @@ namespace mirn::zelchipview {
 class DisplayList;
 }
 
-// Which elements lie at a place: the answers of QGraphicsScene for the items that the loader made, from the display
-// list's index instead of Qt's.
+// Hit tests on the display list. They return what QGraphicsScene returns for the items that the loader made, but do not
+// use Qt's index. Points and areas are in scene coordinates.
 namespace mirn::zelchipview::picking {
 
-// Where the elements lie whose borders may reach a point.
+// Returns the area to search for elements whose border may reach a point.
 [[nodiscard]] inline QRectF around(const QPointF& point)
 {
     return {point - QPointF(1, 1), QSizeF(2, 2)};
 }
 
-// As QGraphicsScene::itemAt(); null where there is none.
+// Like QGraphicsScene::itemAt(): returns null if there is no item.
 [[nodiscard]] QGraphicsItem* topmostItem(DisplayList& list, const QPointF& point);
 
-// As QGraphicsScene::items() by shape, from the topmost to the lowest. `mayBePending`: some items may not have been
-// given their geometry yet.
+// Like QGraphicsScene::items() with Qt::IntersectsItemShape: returns element ids, topmost first. `mayBePending` says
+// that some items may not have taken over their geometry yet.
 [[nodiscard]] std::vector<int> idsTouching(DisplayList& list, const QRectF& area, bool mayBePending);
 
 } // namespace mirn::zelchipview::picking

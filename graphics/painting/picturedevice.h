@@ -6,8 +6,8 @@
 
 namespace mirn::zelchipview {
 
-// An image that QPainter takes for a widget, which it makes one difference for: fonts that are smoothed with the red,
-// green and blue of a screen's pixels are so on widgets only, and on other images in grey.
+// A paint device that draws on an image but that QPainter takes for a widget. The only difference is in fonts that are
+// antialiased with the red, green and blue of a screen's pixels: on other images QPainter antialiases them in grey.
 class PictureDevice final : public QPaintDevice
 {
 public:

@@ -9,7 +9,7 @@
 #endif
 
 // Blends two or four neighbouring pixels at a time, which makes small shapes several times faster than pixel by pixel.
-// Written with the vector types of GCC and Clang, which are for every processor.
+// It uses the vector types of GCC and Clang, which compile for every processor.
 namespace mirn::zelchipview {
 
 // The four channels of a pixel and those of its right neighbour; 0 to 255 each.
@@ -29,7 +29,7 @@ inline PairChannels both(unsigned value)
     return of(value, value);
 }
 
-// Times `alpha` / 255, rounded as QPainter rounds it: to nearest, but for a few pairs of numbers.
+// Multiplies by `alpha` / 255 and rounds as QPainter does: to nearest, except for a few pairs of numbers.
 inline PairChannels scaled(PairChannels channels, PairChannels alpha)
 {
     const PairChannels product = channels * alpha;
@@ -63,7 +63,7 @@ inline void storeTwo(std::uint32_t* pixels, PairChannels left, PairChannels righ
     _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels), bytes);
 }
 
-// One number per pixel, in the order in which they lie in memory, for all of its channels.
+// Spreads four numbers, one per pixel in memory order, over all channels of their pixels.
 inline void spread(std::uint32_t numbers, PairChannels& left, PairChannels& right)
 {
     const __m128i once = _mm_cvtsi32_si128(static_cast<int>(numbers));
@@ -120,11 +120,11 @@ inline PairChannels ofColor(std::uint32_t color)
 
 } // namespace pixelpair
 
-// A colour over what two pixels showed before.
+// Blends a colour over two pixels.
 class PairBlend
 {
 public:
-    // Both per channel; the coverage is the colour's part, 0 to 255.
+    // Both arguments are per channel. The coverage is the share of the colour, 0 to 255.
     PairBlend(PairChannels color, PairChannels coverage)
         : m_added(pixelpair::scaled(color, coverage))
         , m_kept(255 - coverage)
@@ -138,7 +138,7 @@ private:
     PairChannels m_kept;
 };
 
-// The same for four pixels.
+// Blends a colour over four pixels.
 class QuadBlend
 {
 public:

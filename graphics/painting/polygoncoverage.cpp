@@ -4,30 +4,31 @@
 #include <algorithm>
 #include <cmath>
 
-// The rules were found by observing what QPainter draws, and are held to it by a test: corners lie on a grid of 1/64 of
-// a pixel, and where an edge passes from one row or column of pixels to the next is rounded down, seen from its start,
-// to 1/256. Between these points the covered area is exact; the pixels' coverage is its whole 1/256ths.
+// These rules were found by observing what QPainter draws, and a test compares the two. Corners lie on a grid of 1/64
+// of a pixel. The point where an edge passes from one row or column of pixels to the next is rounded down, seen from
+// the start of the edge, to 1/256 of a pixel. Between these points the covered area is exact; the coverage of a pixel
+// is that area truncated to 1/256.
 
 namespace mirn::zelchipview {
 
 namespace {
 
-constexpr int CornerGrid = 64; // places per pixel
-constexpr int Unit = 256; // of lengths: a pixel
+constexpr int CornerGrid = 64; // grid points per pixel
+constexpr int Unit = 256; // length units per pixel
 constexpr int UnitBits = 8;
 
 constexpr int FewestCorners = 3;
-constexpr int MostCorners = 4096; // what that many edges add up to in one pixel fits into 31 bits
+constexpr int MostCorners = 4096; // the sum of this many edges in one pixel fits into 31 bits
 constexpr int MostCornersOfRects = 5;
 
-// For divisors > 0.
+// `divisor` must be > 0.
 int roundedDown(int dividend, int divisor)
 {
     const int quotient = dividend / divisor;
     return quotient - (dividend % divisor < 0 ? 1 : 0);
 }
 
-// To nearest. From the middle between two Qt 6 goes away from 0, Qt 5 up.
+// Rounds to the nearest grid point. Qt 6 rounds halves away from 0, Qt 5 upwards.
 int onGrid(double pixels)
 {
     const double places = pixels * CornerGrid;
@@ -43,7 +44,7 @@ bool isNear(double pixels)
     return std::abs(pixels) < Rasteriser::Farthest;
 }
 
-// QPainter draws polygons that are rects by the rules for rects.
+// QPainter applies the rules for rects to polygons that are rects.
 bool mayBeRect(const QPointF* corners, int count)
 {
     if (count > MostCornersOfRects)
@@ -55,10 +56,10 @@ bool mayBeRect(const QPointF* corners, int count)
     return true;
 }
 
-// An area in 1/512 of a unit square, times its sign, as a coverage.
+// Converts an area to a coverage of 0 to 255. `area` is signed and counts 2 * Unit * Unit for a whole pixel.
 std::uint8_t coverageOf(int area)
 {
-    // Odd-even: what is covered twice is not covered.
+    // The odd-even rule: an area that is covered twice is not covered.
     const int part = std::abs(area >> (UnitBits + 1)) & (2 * Unit - 1);
     return static_cast<std::uint8_t>(std::min(part <= Unit ? part : 2 * Unit - part, Unit - 1));
 }
@@ -101,7 +102,7 @@ bool PolygonCoverage::make(const QPointF* corners, int count, const Rasteriser::
     return true;
 }
 
-// Row by row.
+// Splits an edge at the borders of rows.
 void PolygonCoverage::addEdge(Corner from, Corner to)
 {
     const int lastRow = to.y >> UnitBits;
@@ -118,7 +119,7 @@ void PolygonCoverage::addEdge(Corner from, Corner to)
     addWithinRow(row, start, {to.x, to.y - row * Unit});
 }
 
-// Column by column; the ends' y counts from the row's upper border.
+// Splits a piece of an edge at the borders of columns. The y of its ends counts from the row's upper border.
 void PolygonCoverage::addWithinRow(int row, Corner from, Corner to)
 {
     if (from.y == to.y)

@@ -11,20 +11,21 @@
 
 namespace mirn::zelchipview {
 
-// What polygons of moderate size cover, with the result, pixel for pixel, of QPainter with antialiasing and the
-// odd-even rule.
+// Computes the coverage masks of polygons of moderate size. The result equals, pixel for pixel, what QPainter draws
+// with antialiasing and the odd-even rule.
 class PolygonCoverage final
 {
 public:
-    // Larger polygons, in pixels, are QPainter's: products of two lengths must fit into 32 bits.
+    // Polygons with more pixels than this in either direction are left to QPainter: products of two lengths must fit
+    // into 32 bits.
     static constexpr int LargestExtent = 120;
 
-    // Takes a polygon in scene coordinates, its last corner joined with the first. Gives false for one that must be
-    // left to QPainter: too large, too far away, with thousands of corners or coordinates that are no numbers, or
-    // perhaps a rect, which has other rules.
+    // Takes a polygon in scene coordinates, its last corner joined with the first. Returns false for one that must be
+    // left to QPainter: it is too large or too far away, has thousands of corners or coordinates that are not finite,
+    // or may be a rect, which has other rules.
     [[nodiscard]] bool make(const QPointF* corners, int count, const Rasteriser::Mapping& mapping);
 
-    // Of the polygon taken last; valid until the next one is.
+    // Returns the mask of the polygon that make() took last. It is valid until the next call of make().
     [[nodiscard]] CoverageMask mask() const;
 
 private:
@@ -34,10 +35,10 @@ private:
         int y;
     };
 
-    // What the edges that pass a pixel mean for it and for the pixels right of it.
+    // The contribution of the edges that pass a pixel to the coverage of this pixel and the pixels right of it.
     struct Cell
     {
-        int height; // of the edges, those that lead up counted negative
+        int height; // height of the edges; those that lead upwards count as negative
         int area; // twice the area left of them
     };
 

@@ -4,9 +4,9 @@
 #include <cmath>
 #include <cstring>
 
-// The rules for rects were found by observing what QPainter draws at all sub-pixel positions, and are held to it by a
-// test. Lengths are measured in 1/65536 of a pixel. Where two ways of computing a number differ in its last bit only,
-// the one that QPainter's rounding agrees with is taken: at whole pixels that bit shows.
+// These rules for rects were found by observing what QPainter draws at all sub-pixel positions, and a test compares the
+// two. Lengths are measured in 1/65536 of a pixel. Where two ways to compute a number differ only in its last bit, the
+// code takes the one that agrees with QPainter's rounding: at whole pixels that bit is visible.
 
 namespace mirn::zelchipview {
 
@@ -14,7 +14,7 @@ using namespace pixel;
 
 namespace {
 
-constexpr double SmallestSide = 1.0 / 64; // a rect with a shorter side is not drawn
+constexpr double SmallestSide = 1.0 / 64; // in pixels; a rect with a shorter side is not drawn
 
 std::int64_t toFixed(double value)
 {
@@ -23,7 +23,7 @@ std::int64_t toFixed(double value)
 
 } // namespace
 
-// Pixels' coverage along one axis of a rect that begins and ends within them: full between the two.
+// The coverage of pixels along one axis of a rect: partial in the first and the last pixel, full between them.
 struct Rasteriser::Extent
 {
     Extent(double from, double to)
@@ -33,7 +33,7 @@ struct Rasteriser::Extent
         , end(toFixed(to))
     { }
 
-    // The covered part of a pixel, as 16.16 number.
+    // Returns the covered part of a pixel as a 16.16 number.
     [[nodiscard]] std::int64_t partOf(int pixel) const
     {
         const std::int64_t begin = std::int64_t(pixel) * One;
@@ -56,7 +56,7 @@ Rasteriser::Rasteriser(QImage& image, const QRect& clip, const Mapping& mapping,
     , m_mapping(mapping)
 { }
 
-// Four columns at a time, whether the rect covers them or not: in rects of a few pixels a wrongly predicted branch
+// Blends four columns at a time, whether or not the rect covers them: in a rect of a few pixels a mispredicted branch
 // costs more than two pixels.
 ZEL_INLINE void Rasteriser::fillSmallRect(const Extent& across, const Extent& down, QRgb color)
 {
@@ -84,13 +84,13 @@ ZEL_INLINE void Rasteriser::fillSmallRect(const Extent& across, const Extent& do
 
 ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rect, QRgb color)
 {
-    // A rect is a thick line between the middles of its sides.
+    // QPainter draws a rect as a thick line between the middles of its sides.
     double from = m_mapping.x(rect.left());
     double to = m_mapping.x(rect.left() + rect.width());
     const double middleY = m_mapping.y((rect.top() + (rect.top() + rect.height())) * 0.5);
     double steepness = rect.height() / rect.width();
     if (from < 0 || to > m_size.width()) {
-        // What is left of the line becomes as much thicker as it becomes shorter.
+        // If the line is cut off, its ratio of thickness to length grows by the factor by which it becomes shorter.
         const double length = to - from;
         from = std::max(from, 0.0);
         to = std::min(to, double(m_size.width()));
@@ -102,7 +102,7 @@ ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rect, QRgb color)
     const double middleX = (from + to) * 0.5;
     const double halfHeight = steepness * (std::abs(to - from) * 0.5);
     const double halfWidth = (1 / steepness) * ((middleY + halfHeight) - (middleY - halfHeight)) * 0.5;
-    // What is seen of it counts, not what lies outside of the image.
+    // Only the part inside the image counts for the smallest side.
     double left = std::max(middleX - halfWidth, 0.0);
     double top = std::max(middleY - halfHeight, 0.0);
     double right = std::min(middleX + halfWidth, double(m_size.width()));

@@ -15,19 +15,19 @@ namespace mirn::zelchipview {
 // Draws the shapes that a chip drawing mostly consists of into the pixels of an image, many times faster than a general
 // painter and with the same result, pixel for pixel, as QPainter with antialiasing on an image of Format_RGB32.
 //
-// Shapes come in scene coordinates and are scaled evenly and moved, not turned; pixel (0, 0) of the image covers the
-// square from (0, 0) to (1, 1). Colours are opaque.
+// Shapes come in scene coordinates and are scaled evenly and moved, but not rotated. Pixel (0, 0) of the image covers
+// the square from (0, 0) to (1, 1). Colours are opaque.
 class Rasteriser final
 {
 public:
-    // Shapes that reach further than this, in pixels of the image, are QPainter's: the fixed-point numbers here would
+    // Shapes that reach further than this, in image pixels, are left to QPainter: the fixed-point numbers here would
     // overflow.
     static constexpr double Farthest = 16000.0;
 
-    // Whether rects may reach beyond the left and the right border of the image: Qt 5 rounds differently there.
+    // Whether rects may reach beyond the left and the right border of the image. Qt 5 rounds differently there.
     static constexpr bool DrawsCutRects = QT_VERSION >= QT_VERSION_CHECK(6, 0, 0);
 
-    // How scene coordinates become pixels: times `scale` (> 0), plus the offset.
+    // Maps scene coordinates to pixels: times `scale` (> 0), plus the offset.
     struct Mapping
     {
         double scale;
@@ -38,30 +38,31 @@ public:
         [[nodiscard]] double y(double sceneY) const { return scale * sceneY + dy; }
     };
 
-    // Those that every processor has, or the best that this one has. The result is the same.
+    // The instructions to use: those that every processor has, or the best that this one has. The result is the same.
     enum class Instructions { Basic, Fastest };
 
-    // `clip` is the part of the image that is drawn into. The image must be of Format_RGB32, outlive the rasteriser
-    // and not be copied meanwhile.
+    // Draws only into `clip`, a part of the image. The image must be of Format_RGB32, outlive the rasteriser and not be
+    // copied meanwhile.
     Rasteriser(
         QImage& image, const QRect& clip, const Mapping& mapping, Instructions instructions = Instructions::Fastest);
 
-    // Sides of any length >= 0, and within the image's sides unless DrawsCutRects.
+    // The sides of the rect may have any length >= 0. Unless DrawsCutRects is true, the rect must not reach beyond the
+    // left or right border of the image.
     void fillRect(const QRectF& rect, QRgb color);
 
-    // A line one pixel wide around a rect. `opacity` (0 to 256) thins a pen that is narrower than a pixel.
+    // Draws a line one pixel wide around a rect. `opacity` (0 to 256) thins a pen that is narrower than a pixel.
     void strokeRect(const QRectF& rect, QRgb color, int opacity);
 
-    // A line one pixel wide, and half a pixel longer at both ends.
+    // Draws a line one pixel wide that reaches half a pixel beyond both ends.
     void drawLine(const QLineF& line, QRgb color, int opacity);
 
-    // May reach beyond the image.
+    // Blends a mask, which may reach beyond the image.
     void drawMask(const CoverageMask& mask, QRgb color);
 
 private:
     struct Stroke; // a thin line's colour and opacity
     struct Extent;
-    struct Avx2Fills; // what is compiled for newer processors
+    struct Avx2Fills; // the drawing code compiled for newer processors
     struct Avx2Lines;
 
     void fillAnyRect(const QRectF& rect, QRgb color);

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <utility>
 
-// The rules for thin lines, found and tested as those for rects: ends are measured in 1/64 of a pixel, slopes in
-// 1/65536.
+// These rules for thin lines were found, and are tested, in the same way as those for rects. Ends are measured in 1/64
+// of a pixel, slopes in 1/65536.
 
 namespace mirn::zelchipview {
 
@@ -13,11 +13,11 @@ using namespace pixel;
 
 namespace {
 
-constexpr int LineUnit = 64; // of a pixel
+constexpr int LineUnit = 64; // line units per pixel
 constexpr int LineBits = 6;
 constexpr int HalfPixel = LineUnit / 2;
 
-// The part of a pixel that lies between two ends of a line, in line units; less than 0 outside.
+// Returns the part of a pixel that lies between two ends of a line, in line units; it is negative outside.
 int weightOf(int pixel, int start, int end)
 {
     return std::min((pixel + 1) * LineUnit, end) - std::max(pixel * LineUnit, start);
@@ -36,7 +36,7 @@ struct Rasteriser::Stroke
     int opacity;
 };
 
-// One pixel further along a line: the two pixels beside its centre share the coverage.
+// Draws one step along a line: the two pixels beside its centre share the coverage.
 template <bool isSteep> ZEL_INLINE void Rasteriser::step(int along, int across, int weight, const Stroke& stroke)
 {
     const int beside = across >> 16;
@@ -53,7 +53,7 @@ template <bool isSteep> ZEL_INLINE void Rasteriser::step(int along, int across, 
     }
 }
 
-// Within the clip, together with the pixels right of it and below.
+// The rect must lie within the clip, together with the padding columns right of it and the row below it.
 ZEL_INLINE void Rasteriser::strokeSmallRect(int left, int top, int right, int bottom, const Stroke& stroke)
 {
     const PairChannels channels = pixelpair::ofColor(stroke.color);
@@ -68,7 +68,7 @@ ZEL_INLINE void Rasteriser::strokeSmallRect(int left, int top, int right, int bo
     PairChannels weights[LargestSmallRect / 2 + ColumnsAtOnce];
     for (int x = firstColumn, i = 0; x <= lastColumn; x += 2, ++i)
         weights[i] = pixelpair::of(weightOf(x, left, right), std::max(weightOf(x + 1, left, right), 0));
-    // The columns are drawn by fours, so there may be one pair too many.
+    // Columns are drawn in fours, so there may be one pair too many.
     weights[(lastColumn - firstColumn) / 2 + 1] = pixelpair::both(0);
 
     const auto drawHorizontal = [&](int middle) {
@@ -104,7 +104,7 @@ ZEL_INLINE void Rasteriser::strokeSmallRect(int left, int top, int right, int bo
     drawVertical(left);
 }
 
-// A line along the pixels: the same share of its coverage everywhere but at its ends.
+// Draws a horizontal or vertical line, whose coverage is the same everywhere except at its ends.
 template <bool isSteep> ZEL_INLINE void Rasteriser::straightLine(int start, int end, int across, const Stroke& stroke)
 {
     const int firstPixel = start >> LineBits;

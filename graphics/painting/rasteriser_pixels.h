@@ -6,11 +6,11 @@
 
 #include <algorithm>
 
-// What rects, lines and masks come down to in the end: pixels one by one, in rows and in columns.
+// The innermost operations of rects, lines and masks: blending single pixels, rows and columns.
 
-// All drawing is compiled twice, for every processor of a kind and for the newer ones, which draw a large picture in
-// three quarters of the time. Instructions that multiply and add in one step round otherwise: the build forbids
-// them everywhere.
+// All drawing is compiled twice: for every processor of the architecture, and for newer ones, which draw a large
+// picture in three quarters of the time. Fused multiply-add instructions round differently, so the build disables them
+// everywhere.
 #if defined(__x86_64__)
 #define ZEL_AVX2 __attribute__((target("avx2")))
 #define ZEL_HAS_AVX2 __builtin_cpu_supports("avx2")
@@ -18,18 +18,19 @@
 #define ZEL_AVX2
 #define ZEL_HAS_AVX2 false
 #endif
-// What both of them call belongs into them: a function of its own would be compiled for every processor only.
+// Functions that both variants call are inlined into them: a separate function would be compiled for every processor
+// only.
 #define ZEL_INLINE __attribute__((always_inline)) inline
 
 namespace mirn::zelchipview {
 
 namespace pixel {
 
-constexpr int One = 1 << 16; // a pixel, as 16.16 fixed-point number
+constexpr int One = 1 << 16; // a pixel as a 16.16 fixed-point number
 constexpr int LargestSmallRect = 16; // in pixels; small rects are drawn without a branch per pixel
 constexpr int ColumnsAtOnce = CoverageMask::ColumnsAtOnce;
 
-// Two of a pixel's channels at a time, each times `alpha` / 255, rounded as QPainter rounds it.
+// Multiplies two of a pixel's channels at a time by `alpha` / 255 and rounds as QPainter does.
 inline std::uint32_t scaledPair(std::uint32_t pair, unsigned alpha)
 {
     const std::uint32_t product = pair * alpha;
@@ -56,7 +57,7 @@ ZEL_INLINE void Rasteriser::blend(int x, int y, QRgb color, unsigned coverage)
     shown = pixel::scaled(color, coverage) + pixel::scaled(shown, 255 - coverage);
 }
 
-// `left` and `right` lie within the clip.
+// `left` and `right` must lie within the clip.
 ZEL_INLINE void Rasteriser::blendRow(int left, int right, int y, QRgb color, unsigned coverage)
 {
     std::uint32_t* pixels = row(y);

@@ -10,7 +10,7 @@
 
 namespace mirn::zelchipview {
 
-// A text of the drawing and the font that the drawing gives it.
+// A text of the drawing and its font.
 struct TextLabel
 {
     QString text;
@@ -19,14 +19,14 @@ struct TextLabel
     bool isSingleLine; // without line breaks and tabs
 };
 
-// The texts of a drawing, each kept once for all elements that show it in the same font.
+// The texts of a drawing. Each is stored once for all elements that show it in the same font.
 class TextLabels final
 {
 public:
-    // Owned by this object and valid as long as it is.
+    // Returns the label for a text and font, which is created if needed. This object owns it.
     [[nodiscard]] TextLabel* label(const QString& text, const QString& family, double fontSize);
 
-    // What a text's item sets: what this leaves open, such as the weight, is the view's.
+    // Returns the font that a text's item sets. Properties that it leaves open, such as the weight, are the view's.
     [[nodiscard]] const QFont& font(int index) const { return m_fonts[index]; }
 
 private:

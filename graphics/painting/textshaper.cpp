@@ -12,8 +12,8 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// As a painter on the view has it, but for good: a painter on an image would take what a font leaves open from the
-// application's.
+// Returns the font as a painter on the view would resolve it, with all properties fixed. A painter on an image would
+// take open properties from the application's font.
 QFont completed(const QFont& font, const QFont& viewFont)
 {
     QFont complete = font.resolve(viewFont);

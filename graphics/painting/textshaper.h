@@ -10,11 +10,11 @@
 
 namespace mirn::zelchipview {
 
-// A glyph of a font, by a number that counts from 0 in the order of first use.
+// A glyph and its position in a shaped text. Glyphs are numbered from 0 in the order of first use.
 struct PlacedGlyph
 {
     int number;
-    double x; // where its origin stands, from the start of the base line, in pixels of the unscaled font
+    double x; // its origin, from the start of the base line, in pixels of the unscaled font
     double y;
 };
 
@@ -24,8 +24,8 @@ struct ShapedText
     bool isUsual; // see hasUsualGlyphs()
 };
 
-// The labels as a view shows them: in their own family and size, with the weight, slant, hinting, spacing and whatever
-// else of the view's font. Each is shaped when it is first drawn.
+// Shapes labels as a view shows them: in their own family and size, with the weight, slant, hinting, spacing and all
+// other properties of the view's font. Each label is shaped when it is first drawn.
 class TextShaper final
 {
 public:
@@ -37,19 +37,19 @@ public:
 
     explicit TextShaper(const TextLabels& labels); // not owned; must outlive this object
 
-    // Forgets all that belongs to another font. Returns whether it was another one.
+    // Sets the view's font. If it differs from the previous one, discards all shapes and returns true.
     bool setViewFont(const QFont& font);
 
-    // Whether texts are nothing but glyphs: without lines along them, and without capitals that are smaller letters.
+    // Returns whether texts consist of glyphs only: there are no lines along them and no small capitals.
     [[nodiscard]] bool makesGlyphsOnly() const;
 
-    // Complete: a painter adds nothing of its own.
+    // Returns the label's font with all properties resolved, so that a painter adds none of its own.
     [[nodiscard]] const QFont& font(const TextLabel& label);
 
-    // Null while the label was not shaped.
+    // Returns null if the label has not been shaped yet.
     [[nodiscard]] const ShapedText* find(const TextLabel& label) const;
 
-    // Valid until the next call.
+    // Shapes the label if needed. The result is valid until the next call.
     [[nodiscard]] const ShapedText& shape(const TextLabel& label);
 
     [[nodiscard]] int glyphCount() const { return static_cast<int>(m_glyphs.size()); }
@@ -63,12 +63,12 @@ private:
 
     const TextLabels& m_labels;
     QFont m_viewFont;
-    std::vector<std::optional<QFont>> m_fonts; // by the label's index
-    std::vector<std::optional<ShapedText>> m_shapes; // by the label's number
+    std::vector<std::optional<QFont>> m_fonts; // by TextLabel::font
+    std::vector<std::optional<ShapedText>> m_shapes; // by TextLabel::number
     std::vector<QRawFont> m_rawFonts;
-    std::vector<bool> m_areUsual; // glyphs of the raw font with the same index
+    std::vector<bool> m_areUsual; // whether the glyphs of the raw font with the same index are usual
     std::vector<Glyph> m_glyphs;
-    QHash<quint64, int> m_numbers; // of glyphs, by font and index
+    QHash<quint64, int> m_numbers; // glyph numbers, by raw font and glyph index
 };
 
 } // namespace mirn::zelchipview

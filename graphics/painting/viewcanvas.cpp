@@ -13,15 +13,15 @@ namespace mirn::zelchipview {
 
 namespace {
 
-constexpr int Margin = 2; // pixels that pens and smoothing reach beyond an element
+constexpr int Margin = 2; // pixels that pens and antialiasing reach beyond an element
 
-constexpr int BorderBreadth = 2; // pixels in which a border may be seen
+constexpr int BorderBreadth = 2; // width in pixels of the strips along the picture's borders where cut-off shapes show
 
-constexpr double ThinnestWide = 0.99; // pixels; wider pens are QPainter's
+constexpr double ThinnestWide = 0.99; // pixels; QPainter draws wider pens
 
-constexpr double LongEdge = 64; // pixels; how thick a cut edge is drawn depends on how much of it is left
+constexpr double LongEdge = 64; // pixels; the opacity of a cut-off edge depends on the length that is left of it
 
-// From this part of the picture on, painting all of it is no more work than painting its parts.
+// Above this dirty share of the picture, repainting all of it is no more work than repainting the parts.
 constexpr double MostDirty = 0.7;
 
 bool isSameScale(const QTransform& a, const QTransform& b)
@@ -64,7 +64,7 @@ void ViewCanvas::invalidate()
     m_dirtyPixels = 0;
 }
 
-// While nothing is painted the parts must not become more and more.
+// While nothing is painted, the number of dirty parts must not grow without limit.
 void ViewCanvas::invalidate(int place)
 {
     if (!m_isValid)
@@ -86,7 +86,7 @@ void ViewCanvas::drawOn(QPainter& painter, const QPointF& position, qreal ratio)
 {
     const int width = m_picture.width();
     const int height = m_picture.height();
-    // Shares the pixels; a ratio of its own would copy them.
+    // This image shares the pixels; changing the device pixel ratio of a copy would copy them.
     QImage picture(m_picture.constBits(), width, height, m_picture.bytesPerLine(), m_picture.format());
     picture.setDevicePixelRatio(ratio);
     if (m_origin.isNull()) {
@@ -112,14 +112,15 @@ bool ViewCanvas::isSameButScrolled(const Scene& scene) const
         && scene.backgroundBrush == m_backgroundBrush;
 }
 
-// Gives false when nothing of the picture stays in sight, or not at whole pixels.
+// Returns false if the picture cannot be reused: nothing of it stays visible, it moves by a fraction of a pixel, or its
+// background does not move along.
 bool ViewCanvas::scroll(const Scene& scene)
 {
     const double dx = scene.toPicture.dx() - m_toPicture.dx();
     const double dy = scene.toPicture.dy() - m_toPicture.dy();
     if (dx == 0 && dy == 0)
         return true;
-    // A pattern or picture stays where it is.
+    // A background with a pattern or an image does not move along.
     const Qt::BrushStyle behind = scene.backgroundBrush.style();
     if (behind != Qt::NoBrush && behind != Qt::SolidPattern)
         return false;
@@ -132,10 +133,10 @@ bool ViewCanvas::scroll(const Scene& scene)
     for (QRect& part : m_dirty)
         part.translate(way);
     const std::vector<QRect> borders = bordersAcross(way);
-    markCutShapes(borders, way, way); // where they were, moved along
+    markCutShapes(borders, way, way); // the areas that they covered before, moved along
     m_toPicture = scene.toPicture;
     markCutShapes(borders, QPoint(), -way);
-    // What is cut off by the border of an image is rounded in another way than what lies inside.
+    // QPainter rounds shapes that are cut off at the border of an image differently from those inside.
     for (const QRect& border : borders) {
         mark(border);
         mark(border.translated(way));
@@ -147,7 +148,7 @@ bool ViewCanvas::scroll(const Scene& scene)
     return true;
 }
 
-// The borders of the picture that something moves across.
+// Returns strips along the borders that something moves across.
 std::vector<QRect> ViewCanvas::bordersAcross(QPoint way) const
 {
     const int width = m_picture.width();
@@ -162,7 +163,7 @@ std::vector<QRect> ViewCanvas::bordersAcross(QPoint way) const
     return borders;
 }
 
-// Whether a coordinate changes its sign on the way.
+// Whether one of the coordinates changes its sign when the picture is scrolled by `way`.
 bool ViewCanvas::crossesZero(const QPointF& point, QPoint way) const
 {
     const QPointF before = m_toPicture.map(point);
@@ -170,9 +171,10 @@ bool ViewCanvas::crossesZero(const QPointF& point, QPoint way) const
     return (before.x() < 0) != (after.x() < 0) || (before.y() < 0) != (after.y() < 0);
 }
 
-// QPainter cuts off what is slanted or has a wide border by where the picture's border is, along the whole of a line;
-// and it rounds the place of a text towards zero. Such pictures cannot be moved. `other` leads to where the scene was
-// or will be, `way` to where its picture is now.
+// How QPainter cuts off a slanted shape or a wide border depends on where the picture's border is, and it changes
+// pixels along the whole shape; the position of a text it rounds towards zero. Such shapes cannot be moved with the
+// picture; they are repainted. `way` leads from m_toPicture to where the shapes are now in the picture, `other` to
+// where they were or will be.
 void ViewCanvas::markCutShapes(const std::vector<QRect>& borders, QPoint way, QPoint other)
 {
     const auto markShape = [&](const Primitive& primitive, const QRectF& bounds, const QRect&) {
@@ -203,7 +205,7 @@ void ViewCanvas::markEdges(const QRectF& rect, double reach, QPoint way)
     mark(QRectF(rect.right() - reach, outer.top(), 2 * reach, outer.height()), way);
 }
 
-// Moved along with the picture.
+// `way` is how far the part has moved along with the picture.
 void ViewCanvas::mark(const QRectF& part, QPoint way)
 {
     mark((part.translated(way) & QRectF(m_picture.rect())).toAlignedRect());
@@ -248,7 +250,7 @@ void ViewCanvas::paintDirtyParts(const Scene& scene)
     if (!dirty.empty() && m_scratch.size() != m_picture.size())
         m_scratch = QImage(m_picture.size(), QImage::Format_RGB32);
     QRect last;
-    for (auto raw = dirty.rbegin(); raw != dirty.rend(); ++raw) { // the large ones come last
+    for (auto raw = dirty.rbegin(); raw != dirty.rend(); ++raw) { // the large parts come last
         const QRect part = *raw & m_picture.rect();
         if (part.isEmpty() || last.contains(part))
             continue;
@@ -262,7 +264,7 @@ void ViewCanvas::copyFromScratch(const QRect& part)
 {
     const int width = m_picture.width();
     const int left = wrapped(part.left() + m_origin.x(), width);
-    const int first = std::min(part.width(), width - left); // the rest begins anew at the other edge
+    const int first = std::min(part.width(), width - left); // the rest wraps around to the other edge
     uchar* picture = m_picture.bits();
     for (int y = part.top(); y <= part.bottom(); ++y) {
         const auto* from = reinterpret_cast<const QRgb*>(m_scratch.constScanLine(y)) + part.left();

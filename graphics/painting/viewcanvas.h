@@ -15,10 +15,10 @@
 
 namespace mirn::zelchipview {
 
-// The picture that a view shows, kept from one paint to the next: a scroll moves it and paints what came into sight, a
-// change of an element's look paints the spot where it lies. All else, such as another scale, paints it anew. After a
-// scroll a pixel may differ by one level of a colour from a picture that is painted anew: QPainter rounds by where the
-// border is.
+// The picture that a view shows, cached from one paint to the next. A scroll moves it and paints only what comes into
+// sight; a changed element repaints only the area where it lies. Everything else, such as another scale, repaints all.
+// After a scroll a pixel at an edge may differ by one level from a fresh picture, for QPainter rounds by where the
+// border is. ViewPicture owns the canvas.
 class ViewCanvas final
 {
 public:
@@ -29,7 +29,7 @@ public:
     {
         QTransform toPicture; // from scene coordinates to pixels of the picture
         QSize size; // of the picture, in pixels
-        QList<int> layers; // that are shown
+        QList<int> layers; // visible layers
         ListPainter::States states;
         unsigned listVersion;
         QPainter::RenderHints hints;
@@ -38,15 +38,15 @@ public:
         QColor background; // opaque
         QBrush backgroundBrush; // what drawBackground() fills with
         Background drawBackground;
-        bool isScaled = false; // will be drawn on a device with other pixels than the painter's
+        bool isScaled = false; // a pixel of the picture is not a unit of the painter
     };
 
     explicit ViewCanvas(DisplayList& list); // not owned
 
-    // The whole picture is out of date.
+    // Marks the whole picture as out of date.
     void invalidate();
 
-    // What was painted at a place of the list is out of date.
+    // Marks what was painted for a place of the display list as out of date.
     void invalidate(int place);
 
     // Brings the picture up to date.
@@ -72,14 +72,14 @@ private:
 
     DisplayList& m_list;
     ListPainter m_painter;
-    QImage m_picture; // as on a torus: its pixel (0, 0) stands at m_origin, and what is beyond an edge at the other one
+    QImage m_picture; // wraps around at its edges: pixel (0, 0) is stored at m_origin
     QPoint m_origin;
-    QImage m_scratch; // where parts are painted: QPainter is never clipped, for a clip changes what it draws
+    QImage m_scratch; // parts are painted here, because a clip would change what QPainter draws
     bool m_isValid = false;
     std::vector<QRect> m_dirty; // parts of the picture
-    double m_dirtyPixels = 0; // of all parts together, counted twice where they overlap
+    double m_dirtyPixels = 0; // the sum over all parts; overlaps count twice
 
-    // What the picture shows.
+    // The values that the picture was painted with.
     QTransform m_toPicture;
     QList<int> m_layers;
     unsigned m_listVersion = 0;

@@ -9,16 +9,16 @@
 
 class QEvent;
 
-// Turns navigation gestures into calls of updateView(). Install it as event filter on a view and on its scene; a
-// gesture is answered once and consumed wherever it is seen first.
+// Turns navigation gestures into calls of updateView(). Install it as an event filter on a view and on its scene: a
+// gesture is answered once, and consumed by the object that sees it first.
 //
-// Gestures: Ctrl+wheel zooms, the wheel scrolls (with Alt or a horizontal wheel: sideways), arrow keys scroll,
-// + and - zoom. Keys with Ctrl, Alt or Meta are left alone.
+// Gestures: Ctrl+wheel zooms, the wheel scrolls (with Alt, or with a horizontal wheel, sideways), arrow keys scroll, +
+// and - zoom. Keys with Ctrl, Alt or Meta are left alone.
 class ZELPLATFORM_EXPORT BaseNavigator : public QObject
 {
     Q_OBJECT
 public:
-    // What a gesture asks for.
+    // The action that a gesture asks for.
     enum Navigating : int {
         NavigateNone = 0, // nothing
         NavigateZoomIn = 1, // show less, larger
@@ -29,18 +29,18 @@ public:
         NavigateRight = 6, // scroll
     };
 
-    // `wheelZooms`: the plain wheel zooms and Ctrl+wheel scrolls, instead of the other way round.
+    // With `wheelZooms`, the plain wheel zooms and Ctrl+wheel scrolls, instead of the other way round.
     BaseNavigator(bool wheelZooms, QObject* parent);
     ~BaseNavigator() override;
 
-    // Answers gestures by updateView() and consumes them.
+    // Calls updateView() for gestures and consumes them.
     bool eventFilter(QObject* target, QEvent* event) override;
 
-    // `count` steps of `how` on `target`, the object on which the gesture was seen. The base does nothing.
+    // Performs `count` steps of `how`. `target` is the object that received the gesture. The base class does nothing.
     virtual void updateView(QObject* target, Navigating how, int count);
 
-    // Show `area` (scene units). For navigation aids that know a rectangle, such as an overview map; no gesture of the
-    // base ends here. The base does nothing.
+    // Shows `area` (scene units). This is for navigation aids that know a rectangle, such as an overview map; no
+    // gesture of the base class calls it. The base class does nothing.
     virtual void updateView(QObject* target, Navigating how, QRectF area);
 
 private:
@@ -48,6 +48,6 @@ private:
     bool handleWheel(QObject* target, QEvent* event, QPoint angleDelta, Qt::KeyboardModifiers modifiers);
 
     const bool m_wheelZooms;
-    int m_wheelRest = 0; // eighths of a degree that did not yet make a whole step
+    int m_wheelRest = 0; // eighths of a degree that do not yet make a whole step
     Navigating m_lastWheel = NavigateNone;
 };

@@ -11,9 +11,9 @@ namespace mirn::itemviewgui {
 class ZELPLATFORM_EXPORT GridItem
 {
 public:
-    // Three-way comparison in natural order: runs of digits compare as numbers of any length, everything else by code
-    // unit, folded when `caseSensitivity` is Qt::CaseInsensitive. Negative, zero or positive; a total order, in which
-    // numbers of the same value are told apart by their leading zeros ("7" before "07").
+    // Compares two texts in natural order: runs of digits compare as numbers of any length, everything else compares by
+    // code unit, folded if `caseSensitivity` is Qt::CaseInsensitive. Returns a negative number, zero or a positive
+    // number. The order is total: numbers of the same value are told apart by their leading zeros ("7" before "07").
     [[nodiscard]] static int compareString(
         const QString& left, const QString& right, Qt::CaseSensitivity caseSensitivity);
 };

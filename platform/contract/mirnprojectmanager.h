@@ -7,17 +7,17 @@
 #include <string>
 #include <vector>
 
-// One way of working on a project, with a directory of its own. The component puts the parser's scratch file there.
+// One implementation of a project, with a directory of its own. The component puts the parser's scratch file there.
 class ZELPLATFORM_EXPORT MirnImplementation
 {
 public:
-    // `fullPath`: its directory, in the encoding of the file system.
+    // `fullPath` is its directory, in the encoding of the file system, without a slash at the end.
     MirnImplementation(std::string name, std::string fullPath);
 
-    // As the project knows it.
+    // Returns the name by which the project finds it.
     [[nodiscard]] const std::string& name() const;
 
-    // The implementation's directory, without a slash at the end.
+    // Returns the implementation's directory, without a slash at the end.
     [[nodiscard]] std::string getImplementFullPath() const;
 
 private:
@@ -25,29 +25,30 @@ private:
     std::string m_fullPath;
 };
 
-// A project and its implementations, which it owns. The component only reads; a host that opens a project makes one.
+// A project and its implementations, which it owns. The host creates it when it opens a project; the component only
+// reads it.
 class ZELPLATFORM_EXPORT MirnProject
 {
 public:
-    // Without implementations.
+    // The project starts without implementations.
     explicit MirnProject(std::string name);
     ~MirnProject();
     MirnProject(const MirnProject&) = delete;
     MirnProject& operator=(const MirnProject&) = delete;
 
-    // For the host; the component does not show it.
+    // The name is for the host; the component does not show it.
     [[nodiscard]] const std::string& name() const;
 
-    // A second implementation of the same name replaces the first.
+    // Adds an implementation. It replaces one of the same name.
     void addImplementation(std::unique_ptr<MirnImplementation> implementation);
 
-    // The one that the component works in. It need not be there yet.
+    // Sets the implementation that the component works in. It need not exist yet.
     void setDefaultImplementation(const std::string& name);
 
-    // Empty when none was set.
+    // Returns an empty text if none was set.
     [[nodiscard]] std::string getDefaultImplementation() const;
 
-    // Null when there is none of that name; the project's while it is open.
+    // Returns null if there is no implementation of that name. The project owns it.
     [[nodiscard]] MirnImplementation* getImplementation(const std::string& name) const;
 
 private:
@@ -56,17 +57,17 @@ private:
     std::vector<std::unique_ptr<MirnImplementation>> m_implementations;
 };
 
-// The open project of the process, if any.
+// Owns the open project of the process, if any.
 class ZELPLATFORM_EXPORT MirnProjectManager
 {
 public:
-    // The process-wide manager, never null.
+    // Returns the manager of the process; never null.
     static MirnProjectManager* getProjectManager();
 
-    // Null while no project is open.
+    // Returns null while no project is open.
     [[nodiscard]] MirnProject* getProject() const;
 
-    // Replaces the open project and deletes the one before; null closes.
+    // Replaces the open project and deletes the previous one; null closes the project.
     void setProject(std::unique_ptr<MirnProject> project);
 
 private:

@@ -7,18 +7,19 @@
 #include <vector>
 
 enum UT_ACCESS {
-    UT_ACCESS_READ = 1, // the only mode served
+    UT_ACCESS_READ = 1, // the only supported mode
 };
 
 class UT_STREAMPrivate;
 
-// A file being read piece by piece. Made and owned by the file manager.
+// A file that is being read piece by piece. The file manager creates and owns it.
 class ZELPLATFORM_EXPORT UT_STREAM
 {
 public:
-    // Reads up to and including the next byte that is one of `separators` (NUL-terminated), at most `size` bytes, into
-    // `buffer`, which must hold size + 1 bytes: a zero byte is kept behind the text. Gives the number of bytes read,
-    // 0 at the end of the file, -1 after a read error or for unusable arguments. A longer piece comes in several reads.
+    // Reads up to and including the next byte that is one of `separators` (NUL-terminated), but at most `size` bytes,
+    // into `buffer`. The buffer must hold size + 1 bytes, because a zero byte is put behind the text. Returns the
+    // number of bytes read, 0 at the end of the file, or -1 after a read error or for invalid arguments. A longer piece
+    // is returned by several calls.
     int readkey(unsigned char* buffer, int size, const char* separators);
 
 private:
@@ -29,7 +30,7 @@ private:
     std::unique_ptr<UT_STREAMPrivate> d;
 };
 
-// Opens and closes files; one object, `ut_file`, serves all.
+// Opens files, and closes them at the latest in its destructor. One object, `ut_file`, serves the process.
 class ZELPLATFORM_EXPORT UT_FILEMANAGER
 {
 public:
@@ -38,12 +39,12 @@ public:
     UT_FILEMANAGER(const UT_FILEMANAGER&) = delete;
     UT_FILEMANAGER& operator=(const UT_FILEMANAGER&) = delete;
 
-    // Opens `path` (encoding of the file system) and gives a stream that stays the manager's until rm_ofile(), or null
-    // when the file cannot be opened, is no regular file, or the mode is not served. A non-null `stream` is closed and
-    // replaced. `flag` 1 reads bytes as they are, the only way there is.
+    // Opens `path` (in the encoding of the file system) and returns a stream, which the manager owns until rm_ofile().
+    // Returns null if the file cannot be opened or is not a regular file, or if the mode is not supported. A non-null
+    // `stream` is closed and replaced. `flag` is 1 for reading bytes as they are, which is the only way.
     UT_STREAM* add_ofile(const char* path, UT_ACCESS mode, UT_STREAM* stream, unsigned char flag);
 
-    // Closes and deletes the stream; null or a stream of another manager does nothing.
+    // Closes and deletes the stream. Does nothing for null or for a stream of another manager.
     void rm_ofile(UT_STREAM* stream);
 
 private:

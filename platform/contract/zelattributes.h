@@ -5,14 +5,14 @@
 
 #include <string>
 
-// The attribute bag of one chip record.
+// The attributes of one chip record. The engine owns it.
 class ZELPLATFORM_EXPORT zelattributes
 {
 public:
     virtual ~zelattributes();
 
-    // The value kept under *key, or null when there is none: an empty value and a missing one differ. The text belongs
-    // to the bag and stays valid until the engine's next change. Keys in use: "tovanel:popup" (tooltip) and "fill"
-    // (colour as "#RRGGBB").
+    // Returns the value of *key, or null if there is none, which differs from an empty value. The text belongs to this
+    // object and stays valid until the engine's next change. Keys in use: "tovanel:popup" (tooltip) and "fill" (colour
+    // as "#RRGGBB").
     [[nodiscard]] virtual const std::string* getAttributeValue(const std::string* key) const = 0;
 };

@@ -8,24 +8,24 @@
 
 class zelattributes;
 
-// What the engine knows of one element of the drawing right now.
+// The values that the engine currently has for one element of the drawing.
 struct zelchiprecord
 {
     unsigned int id = 0; // element id
-    const zelattributes* attributes = nullptr; // the engine's; may be null: no attributes
+    const zelattributes* attributes = nullptr; // owned by the engine; null means no attributes
 };
 
-// The engine's device data. Owned by the engine, as is everything it hands out.
+// The engine's device data. The engine owns it, and everything that it returns.
 class ZELPLATFORM_EXPORT zelchipdata
 {
 public:
     virtual ~zelchipdata();
 
-    // File names in the encoding of the file system; empty when there is none.
+    // File names in the encoding of the file system, or empty if there is no such file.
     [[nodiscard]] virtual const std::string& drawingFile() const = 0;
     [[nodiscard]] virtual const std::string& filterFile() const = 0;
 
-    // The records whose look the engine determines at run time; entries may be null. Valid until the engine's next
-    // change.
+    // Returns the records of the elements whose look the engine determines at run time. Entries may be null. Valid
+    // until the engine's next change.
     [[nodiscard]] virtual const std::vector<const zelchiprecord*>& records() const = 0;
 };

@@ -11,7 +11,7 @@
 class zelchipdata;
 struct zeltreeviewcell;
 
-// What getResourceType() answers.
+// The values that getResourceType() returns.
 enum zel_resource_type {
     ZEL_RESOURCE_UNKNOWN = -1,
     ZEL_RESOURCE_IP = 0,
@@ -22,13 +22,13 @@ enum zel_resource_type {
     ZEL_RESOURCE_ZEL = 5, // the design itself
 };
 
-// Everything the chip view knows of device and design it asks this object, which the host implements and owns; it must
+// The source of everything that the chip view knows of device and design. The host implements it and owns it; it must
 // outlive the window. All calls come on the GUI thread, are synchronous and must not throw.
 //
-// Texts are 8-bit (ISO 8859-1) and cross by pointer; no argument pointer is null and none may be kept. A resource name
-// is the slash-separated path of its tree row, beginning with the root's name ("top/ip1/ch0"). Element ids travel as
-// decimal text. Pointers and references that are handed out stay the engine's and must stay valid until the next call
-// that changes the engine (setDynamicDialogValue(), config(), refresh(), or a command that the host ran).
+// Texts are 8-bit (ISO 8859-1) and are passed by pointer; no argument is a null pointer, and the engine must not keep
+// one. A resource name is the slash-separated path of its tree row, beginning with the root's name ("top/ip1/ch0").
+// Element ids are passed as decimal text. Returned pointers and references stay the engine's and must stay valid until
+// the next call that changes the engine (setDynamicDialogValue(), config(), refresh(), or a command that the host ran).
 class ZELPLATFORM_EXPORT zelchipengine
 {
 public:
@@ -37,54 +37,57 @@ public:
     zelchipengine(const zelchipengine&) = delete;
     zelchipengine& operator=(const zelchipengine&) = delete;
 
-    // The device data; null when no device is open.
+    // Returns the device data, or null if no device is open.
     [[nodiscard]] virtual zelchipdata* chip() = 0;
 
-    // The root cell of the resource tree; its name is the first component of every resource name, its children are the
-    // top-level rows. Null when no design is open.
+    // Returns the root cell of the resource tree, or null if no design is open. The root's name is the first component
+    // of every resource name; its children are the top-level rows.
     [[nodiscard]] virtual zeltreeviewcell* tree() = 0;
 
-    // The titles of the tree's columns, by column number. Asked once per controller.
+    // Returns the column titles of the tree, by column number. Called until there are titles, and then never again by
+    // the same controller.
     [[nodiscard]] virtual const std::map<int, std::string>& headers() = 0;
 
-    // The rows of the usage table: the row's label, then its cells.
+    // Returns the rows of the usage table: each row's label, then its cells.
     [[nodiscard]] virtual std::vector<std::vector<std::string>> getResources() = 0;
 
-    // The column titles of the usage table, without the label's. Asked once per controller.
+    // Returns the column titles of the usage table, without one for the label. Called until there are titles, and then
+    // never again by the same controller.
     [[nodiscard]] virtual std::vector<std::string> getResourceHeader() = 0;
 
-    // One line about a resource ("2 of 3 placed"); empty when there is nothing to say or no such resource.
+    // Returns one line about a resource ("2 of 3 placed"), or an empty text if there is nothing to say or no such
+    // resource.
     [[nodiscard]] virtual std::string getResourceSummary(const std::string* name) = 0;
 
-    // A zel_resource_type, for a resource name or for an element id in decimal.
+    // Returns the zel_resource_type of a resource name or of an element id in decimal.
     [[nodiscard]] virtual int getResourceType(const std::string* name) = 0;
 
-    // True when resource *rsc may be placed on element *site.
+    // Returns true if resource *rsc may be placed on element *site.
     [[nodiscard]] virtual bool canDrop(const std::string* rsc, const std::string* site) = 0;
 
-    // Appends to `items` the ids of the elements on which resource *rsc could go while the pointer rests on *site.
-    // Called at most once per rest of the pointer; the result is not used.
+    // Appends to `items` the ids of the elements on which resource *rsc could be placed while the pointer rests on
+    // *site. Called at most once per rest of the pointer. The returned value is ignored.
     virtual bool showProbPlaceItem(const std::string* rsc, const std::string* site, std::list<std::string>& items) = 0;
 
-    // Opens the engine's own configuration of a resource. Non-zero when something changed; the views are then
+    // Opens the engine's own configuration of a resource. Returns non-zero if something changed; the views are then
     // refreshed.
     virtual int config(const std::string* name) = 0;
 
-    // Whether a double click on the element opens a settings dialog.
+    // Returns whether a double click on the element opens a settings dialog.
     [[nodiscard]] virtual bool hasDynamicDialog(const std::string* id) = 0;
 
-    // The values offered per setting key, the one in force first; null when the element has none. `type` is 1 (DCU
-    // settings).
+    // Returns the offered values by setting key, the current value first, or null if the element has none. `type` is 1
+    // (DCU settings).
     [[nodiscard]] virtual const std::map<std::string, std::vector<std::string>>* getDynamicDialogValues(
         const std::string* id, unsigned int type)
         = 0;
 
-    // Stores one changed value. Non-zero for success; the component does not look at it.
+    // Stores one changed value. Returns non-zero for success, which the component ignores.
     virtual int setDynamicDialogValue(
         const std::string* id, unsigned int type, const std::string* key, const std::string* value)
         = 0;
 
-    // The views are about to reload: bring the data up to date. `kind` is 0 tree, 1 drawing, 2 table, 3 all; other
-    // values are passed through from the host.
+    // Called before the views reload: the engine must bring its data up to date. `kind` is 0 (tree), 1 (drawing), 2
+    // (table) or 3 (all); other values of the host are passed through.
     virtual void refresh(int kind) = 0;
 };

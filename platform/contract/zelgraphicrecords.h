@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-// The graphic primitives of a chip drawing, as the parser hands them out and the component reads them: their kinds.
+// The kinds of graphic primitives of a chip drawing, as the parser passes them to the component.
 //
-// Of all primitives: coordinates, widths and font sizes are in scene units (the root viewport of the drawing, y
+// Coordinates, widths and font sizes of all primitives are in scene units (the root viewport of the drawing, y
 // downwards). Colours are packed as 0xRRGGBB; bits above 23 are ignored. Texts are 8-bit (ISO 8859-1).
 enum zelgraphic_kind {
     ZEL_GRAPHIC_LINE = 0, // a zel_Line
@@ -17,14 +17,14 @@ enum zelgraphic_kind {
     ZEL_GRAPHIC_TEXT = 3, // a zel_Text
 };
 
-// A corner.
+// A corner of a polygon.
 struct zel_Point
 {
     double x = 0.0; // scene units
     double y = 0.0; // scene units, downwards
 };
 
-// A piece of a text with its position. The component copies spans and never draws them.
+// A piece of a text with its position. The component stores spans and never draws them.
 struct tspan
 {
     double x = 0.0; // left end of the base line, scene units
@@ -32,25 +32,25 @@ struct tspan
     std::string text; // 8-bit
 };
 
-// One primitive: what all kinds share. Owned by whoever made the list it stands in (the parser), together with the
-// texts that `name` and `tooltip` point at; both may be null, which reads as empty.
+// The base of all primitives. The owner of the list that it is in (the parser) owns it, together with the texts that
+// `name` and `tooltip` point to; both may be null, which means empty.
 class ZELPLATFORM_EXPORT zel_SingleGraphItem
 {
 public:
-    // Of no kind, unless one is given.
+    // The default is no kind.
     explicit zel_SingleGraphItem(int graphicKind = -1);
     virtual ~zel_SingleGraphItem();
 
-    // Copies the pointers to name and tooltip, not the texts.
+    // Copying copies the pointers to name and tooltip, not the texts.
     zel_SingleGraphItem(const zel_SingleGraphItem&) = default;
     zel_SingleGraphItem& operator=(const zel_SingleGraphItem&) = default;
 
-    int id = 0; // the engine's id of the element; negative where the drawing gives none
+    int id = 0; // the engine's id of the element; negative if the drawing has none
     const char* name = nullptr; // the element's name in the drawing
     const char* tooltip = nullptr; // shown over the element unless the engine has another
     int layer = 0; // drawing layer; shown while the scale is in the layer's range
     int kind; // a zelgraphic_kind; any other value is skipped by readers
-    bool flag = false; // for the host; the component keeps it and reads it nowhere
+    bool flag = false; // for the host; the component stores it and does not use it
 };
 
 // A straight line.
@@ -65,7 +65,7 @@ public:
     double x2 = 0.0; // the other end
     double y2 = 0.0; // the other end
     unsigned int strokeColor = 0; // 0xRRGGBB
-    double strokeWidth = 0.0; // cut to whole units; 0 is one pixel at every scale
+    double strokeWidth = 0.0; // truncated to whole units; 0 is one pixel at every scale
 };
 
 // A rectangle with horizontal and vertical sides.
@@ -82,7 +82,7 @@ public:
     unsigned int fillColor = 0; // 0xRRGGBB
     unsigned int strokeColor = 0; // 0xRRGGBB
     double strokeWidth = 0.0; // 0 for no border
-    std::string text; // kept, not drawn
+    std::string text; // stored, not drawn
 };
 
 // A closed polygon.
@@ -94,9 +94,9 @@ public:
 
     std::vector<zel_Point> points; // the corners in order; the last is joined to the first
     unsigned int fillColor = 0; // 0xRRGGBB
-    unsigned int strokeColor = 0; // kept, not drawn: a border is lines of its own
-    double strokeWidth = 0.0; // kept, not drawn
-    std::string text; // kept, not drawn
+    unsigned int strokeColor = 0; // stored, not drawn: a border is made of lines
+    double strokeWidth = 0.0; // stored, not drawn
+    std::string text; // stored, not drawn
 };
 
 // One line of text.
@@ -106,12 +106,12 @@ public:
     zel_Text();
     ~zel_Text() override;
 
-    std::string text; // what is drawn
+    std::string text; // the text that is drawn
     double x = 0.0; // left end of the base line
     double y = 0.0; // the base line
     double fontSize = 0.0; // height of the font in scene units
-    std::string fontFamily; // a family that is not there is replaced by Qt
+    std::string fontFamily; // Qt replaces a family that is not installed
     unsigned int fillColor = 0; // 0xRRGGBB
     int rotation = 0; // degrees, clockwise, around (x, y)
-    std::vector<tspan> spans; // kept, not drawn
+    std::vector<tspan> spans; // stored, not drawn
 };

@@ -5,8 +5,8 @@
 
 #include <string>
 
-// The one way between QString and the 8-bit texts (ISO 8859-1) of the contract. Characters beyond U+00FF become '?'.
-// File names are bytes in the file system's encoding and do not pass through here.
+// These are the only conversions between QString and the 8-bit texts (ISO 8859-1) of the contract. Characters beyond
+// U+00FF become '?'. File names are bytes in the file system's encoding and must not be converted here.
 
 [[nodiscard]] inline std::string toEngineText(const QString& text)
 {
@@ -19,7 +19,7 @@
     return QString::fromLatin1(text.data(), static_cast<int>(text.size()));
 }
 
-// Null reads as empty.
+// Null becomes an empty text.
 [[nodiscard]] inline QString fromEngineText(const char* text)
 {
     return QString::fromLatin1(text);

@@ -7,8 +7,8 @@
 #include <memory>
 #include <string>
 
-// Writes one trace line: `text` and the name of the operation it belongs to (8-bit, neither null). Goes to the sink,
-// by default the logging category "zel.trace", which is off unless the host's logging rules turn it on.
+// Writes one trace line: `text`, and the name of the operation that it belongs to (8-bit, neither null). The line goes
+// to the sink, by default the logging category "zel.trace", which is off unless the host's logging rules turn it on.
 ZELPLATFORM_EXPORT void diagTrace(const char* text, const char* function);
 
 using DiagTraceSink = std::function<void(const char* text, const char* function)>;
@@ -16,14 +16,14 @@ using DiagTraceSink = std::function<void(const char* text, const char* function)
 // A null sink restores the default. A sink may set another one while it runs.
 ZELPLATFORM_EXPORT void setDiagTraceSink(DiagTraceSink sink);
 
-// True when a line would reach anyone, so that callers may skip formatting.
+// Returns true if a line would reach anyone; if not, callers may skip formatting.
 [[nodiscard]] ZELPLATFORM_EXPORT bool isDiagTraceEnabled();
 
-// The debug log. Process-wide, made on first use.
+// The debug log of the process, created on first use.
 class ZELPLATFORM_EXPORT TRQDebug
 {
 public:
-    // Never null.
+    // Never returns null.
     static TRQDebug* getInstance();
 
     // Writes one line; `mode` is the file mode a writing sink would use ("a" appends).
@@ -37,5 +37,5 @@ public:
 private:
     TRQDebug();
 
-    std::shared_ptr<Sink> m_sink; // held while it runs
+    std::shared_ptr<Sink> m_sink; // shared, so that a running sink stays alive
 };

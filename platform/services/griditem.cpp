@@ -24,7 +24,7 @@ struct Number
         leadingZeros = first - begin;
     }
 
-    int first; // of the digits that count
+    int first; // the first digit that counts
     int end;
     int leadingZeros;
 };

@@ -9,7 +9,7 @@
 
 UT_FILEMANAGER ut_file;
 
-// Reads the file in blocks: getting a 50 MB file byte by byte from QFile would take seconds.
+// Reads the file in blocks: reading a 50 MB file byte by byte with QFile would take seconds.
 class UT_STREAMPrivate
 {
 public:
@@ -17,7 +17,7 @@ public:
         : file(path)
     { }
 
-    // False at the end of the file or after an error.
+    // Returns false at the end of the file or after an error.
     bool fill()
     {
         position = 0;
@@ -71,10 +71,10 @@ UT_STREAM* UT_FILEMANAGER::add_ofile(const char* path, UT_ACCESS mode, UT_STREAM
     if (!path || mode != UT_ACCESS_READ)
         return nullptr;
     auto data = std::make_unique<UT_STREAMPrivate>(QFile::decodeName(path));
-    // Only regular files: opening a pipe would wait for a writer.
+    // Only regular files are opened, because opening a pipe would wait for a writer.
     if (!QFileInfo(data->file).isFile() || !data->file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return nullptr;
-    m_streams.push_back(new UT_STREAM(std::move(data))); // in the list, which deletes it; its destructor is private
+    m_streams.push_back(new UT_STREAM(std::move(data))); // deleted by rm_ofile(); its destructor is private
     return m_streams.back();
 }
 

@@ -11,7 +11,7 @@ namespace {
 Q_LOGGING_CATEGORY(traceCategory, "zel.trace", QtWarningMsg)
 Q_LOGGING_CATEGORY(debugCategory, "zel.debug", QtWarningMsg)
 
-// Shared, so that a sink that removes itself stays while it runs.
+// Shared, so that a sink that removes itself stays alive while it runs.
 std::shared_ptr<DiagTraceSink>& traceSink()
 {
     static std::shared_ptr<DiagTraceSink> sink;
