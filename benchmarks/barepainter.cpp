@@ -18,7 +18,7 @@ namespace {
 // The margin around a picture, in its pixels, that hairlines and antialiased edges reach beyond their geometry.
 constexpr qreal Margin = 2.0;
 
-QRectF grown(const QRectF& rect, qreal by)
+QRectF enlarged(const QRectF& rect, qreal by)
 {
     return rect.normalized().adjusted(-by, -by, by, by);
 }
@@ -40,7 +40,7 @@ QRectF textBounds(const zel_Text& text, const QFont& font, const QString& string
 {
     const QFontMetricsF metrics(font);
     const QRectF upright(0, -metrics.ascent(), metrics.horizontalAdvance(string), metrics.height());
-    return textTransform(text).mapRect(grown(upright, Margin));
+    return textTransform(text).mapRect(enlarged(upright, Margin));
 }
 
 } // namespace
@@ -58,12 +58,12 @@ BarePainter::Primitive BarePainter::primitiveOf(const zel_SingleGraphItem& recor
     made.record = &record;
     if (const auto* line = dynamic_cast<const zel_Line*>(&record)) {
         made.pen = paintrules::linePen(line->strokeColor, line->strokeWidth);
-        made.bounds = grown(QRectF(QPointF(line->x1, line->y1), QPointF(line->x2, line->y2)), made.pen.widthF() / 2);
+        made.bounds = enlarged(QRectF(QPointF(line->x1, line->y1), QPointF(line->x2, line->y2)), made.pen.widthF() / 2);
     } else if (const auto* rect = dynamic_cast<const zel_Rect*>(&record)) {
         const auto look = paintrules::rectLook(rect->fillColor, rect->strokeColor, rect->strokeWidth, {});
         made.pen = paintrules::borderPen(look);
         made.brush = paintrules::fillBrush(look);
-        made.bounds = grown(QRectF(rect->x, rect->y, rect->width, rect->height), made.pen.widthF() / 2);
+        made.bounds = enlarged(QRectF(rect->x, rect->y, rect->width, rect->height), made.pen.widthF() / 2);
     } else if (const auto* polygon = dynamic_cast<const zel_Polygon*>(&record)) {
         const auto look = paintrules::polygonLook(polygon->fillColor, {});
         made.pen = paintrules::borderPen(look);
@@ -86,7 +86,7 @@ int BarePainter::paint(QImage& picture, const QTransform& sceneToPicture, const 
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setTransform(sceneToPicture);
-    const QRectF shown = sceneToPicture.inverted().mapRect(grown(picture.rect(), Margin));
+    const QRectF shown = sceneToPicture.inverted().mapRect(enlarged(picture.rect(), Margin));
     int painted = 0;
     for (const Primitive& primitive : m_primitives) {
         if (!touches(primitive.bounds, shown) || !layers.contains(primitive.record->layer))

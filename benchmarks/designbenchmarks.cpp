@@ -62,7 +62,7 @@ struct PlannedDevice
 };
 
 // Parses the device file's JSON and does nothing with it.
-void parseMerely(benchmark::State& state, const PlannedDevice& device)
+void parseJsonOnly(benchmark::State& state, const PlannedDevice& device)
 {
     for (auto _ : state) {
         bool isParsed = false;
@@ -229,7 +229,7 @@ void addDesignBenchmarks(int elements)
         return;
     const int sites = std::max(elements, Commands);
     add("QJsonDocument, merely parsing", elements,
-        [=](benchmark::State& state) { parseMerely(state, PlannedDevice::ofSize(sites)); });
+        [=](benchmark::State& state) { parseJsonOnly(state, PlannedDevice::ofSize(sites)); });
     add("open a device", elements, [=](benchmark::State& state) { openDevice(state, PlannedDevice::ofSize(sites)); });
     addCounted("may it be dropped here", elements, DropQueries,
         [=](benchmark::State& state) { canDrop(state, PlannedDevice::ofSize(sites)); });

@@ -15,7 +15,7 @@ namespace zelbench {
 
 namespace {
 
-void readMerely(benchmark::State& state, Device& device)
+void readXmlOnly(benchmark::State& state, Device& device)
 {
     for (auto _ : state) {
         int elements = 0;
@@ -128,7 +128,7 @@ void open(benchmark::State& state, Device& device, Opening opening)
 void addLoadingBenchmarks(int elements)
 {
     add("QXmlStreamReader, merely reading", elements,
-        [=](benchmark::State& state) { readMerely(state, Device::ofSize(elements)); });
+        [=](benchmark::State& state) { readXmlOnly(state, Device::ofSize(elements)); });
     add("SVG text to records", elements,
         [=](benchmark::State& state) { parse(state, Device::ofSize(elements), std::string()); });
     add("records from the working file", elements, [=](benchmark::State& state) {

@@ -138,11 +138,11 @@ bool DrawingLoader::load(const SVGParser& parser)
     const QuietViews quiet(*m_scene);
     m_items.clear();
     m_replaced.clear();
-    m_scene->elements().beginOwnChanges();
+    m_scene->elements().suspendForeignItemDetection();
     const bool isLoaded = makeElements(parser) && addItems();
-    m_scene->elements().endOwnChanges();
+    m_scene->elements().resumeForeignItemDetection();
     if (!isLoaded) {
-        withdraw();
+        rollBack();
         return false;
     }
     for (std::unique_ptr<QGraphicsItem>& item : m_items)
@@ -205,7 +205,7 @@ bool DrawingLoader::addItems()
 }
 
 // Restores the state before the load.
-void DrawingLoader::withdraw()
+void DrawingLoader::rollBack()
 {
     AttributeRegistry& attributes = ZELChipViewDatabase::getInstance()->attributes();
     const int count = static_cast<int>(m_items.size());

@@ -32,7 +32,7 @@ private:
     void addElement(const zel_SingleGraphItem& record, ZELGraphicItemAttribute* attribute);
     void numberItems();
     bool addItems();
-    void withdraw();
+    void rollBack();
 
     ZelGraphicsScene* const m_scene;
     std::vector<std::unique_ptr<QGraphicsItem>> m_items; // by load number - 1; released to the scene at the end

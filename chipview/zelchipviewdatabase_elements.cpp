@@ -81,7 +81,7 @@ bool ZELChipViewDatabase::highlightProbPlaceItems()
 
 void ZELChipViewDatabase::onHighlightProbPlaceItems()
 {
-    const int site = m_parts->highlighter->takeRest();
+    const int site = m_parts->highlighter->finishCountdown();
     if (canDrop(nullptr, site))
         return;
     QTreeWidgetItem* item = selectedTreeItem(); // the engine may have changed the selection

@@ -101,7 +101,7 @@ ZELDCUSettingDlg::ZELDCUSettingDlg(QWidget* parent, int id)
     }
     connect(m_parts->controllerObject, &QObject::destroyed, this, &ZELDCUSettingDlg::reject); // nothing left to edit
     init();
-    keepLegible();
+    fitFonts();
 }
 
 ZELDCUSettingDlg::~ZELDCUSettingDlg() = default;
@@ -188,7 +188,7 @@ void ZELDCUSettingDlg::reject()
 }
 
 // The form's geometry is fixed, but the desktop's font and the engine's texts are not.
-void ZELDCUSettingDlg::keepLegible()
+void ZELDCUSettingDlg::fitFonts()
 {
     const QLabel* narrowest = m_parts->form.label_2;
     const QFont basic = lowered(font(), narrowest->height());

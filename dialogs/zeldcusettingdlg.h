@@ -41,7 +41,7 @@ private:
     void fill(const QString& key, const QVector<QString>& values);
     void addCoupledValues(const QVector<QString>& values);
     [[nodiscard]] QComboBox* boxOf(const QString& key) const;
-    void keepLegible();
+    void fitFonts();
 
     struct Q_DECL_HIDDEN Parts;
     const std::unique_ptr<Parts> m_parts;

@@ -20,13 +20,13 @@ const std::string FILL_KEY = "fill";
 const std::string CONFLICT_FILL = "#d64541";
 
 void describeOccupant(
-    AttributeBag& bag, const Site& site, const SiteKind& kind, const Resource& occupant, const QString& obstacle)
+    AttributeBag& bag, const Site& site, const SiteKind& kind, const Resource& occupant, const QString& conflict)
 {
     QString popup = QStringLiteral("%1 %2: %3").arg(kind.title, site.name, occupant.path);
-    if (!obstacle.isEmpty())
-        popup += QStringLiteral("\nConflict: %1").arg(obstacle);
+    if (!conflict.isEmpty())
+        popup += QStringLiteral("\nConflict: %1").arg(conflict);
     bag.insert(POPUP_KEY, toEngineText(popup));
-    if (!obstacle.isEmpty())
+    if (!conflict.isEmpty())
         bag.insert(FILL_KEY, CONFLICT_FILL);
     else if (!kind.occupiedFill.isEmpty())
         bag.insert(FILL_KEY, toEngineText(kind.occupiedFill));
@@ -57,7 +57,7 @@ void ChipData::update(const Device& device, const Design& design, const SettingS
             m_bags[i].insert(toEngineText(it.key()), toEngineText(it.value()));
         const int occupant = design.occupant(site.id);
         if (occupant >= 0)
-            describeOccupant(m_bags[i], site, device.kindOf(site), design.resource(occupant), settings.obstacle(site));
+            describeOccupant(m_bags[i], site, device.kindOf(site), design.resource(occupant), settings.conflict(site));
         m_records[i].id = static_cast<unsigned int>(site.id);
         m_records[i].attributes = &m_bags[i];
         m_recordPointers.push_back(&m_records[i]);

@@ -117,7 +117,7 @@ std::optional<ParameterValues> ConfigureDialog::ask(
     return isAccepted ? std::optional(chosen) : std::nullopt;
 }
 
-void tellAboutConfiguring(const QString& text)
+void showConfigureMessage(const QString& text)
 {
     auto* box = new QMessageBox(QApplication::activeWindow()); // deletes itself
     box->setAttribute(Qt::WA_DeleteOnClose);

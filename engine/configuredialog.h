@@ -43,6 +43,6 @@ private:
 };
 
 // Shows a message box over the active window and returns at once.
-void tellAboutConfiguring(const QString& text);
+void showConfigureMessage(const QString& text);
 
 } // namespace mirn::zelengine

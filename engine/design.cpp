@@ -68,7 +68,7 @@ void Design::restore(int resource)
     list.insert(std::lower_bound(list.begin(), list.end(), resource), resource);
     for (int index : subtree(resource)) {
         m_byPath.insert(at(index).path, index);
-        setSite(index, siteAfterReturn(index));
+        setSite(index, restoredSite(index));
     }
 }
 

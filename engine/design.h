@@ -51,7 +51,7 @@ public:
     // Returns -1 for a path that is not among them.
     [[nodiscard]] int findRemoved(const QString& path) const { return m_removed.value(path, -1); }
     // The site on which restore() would put a removed resource; -1 if none.
-    [[nodiscard]] int siteAfterReturn(int resource) const { return m_fixedSites.value(resource, -1); }
+    [[nodiscard]] int restoredSite(int resource) const { return m_fixedSites.value(resource, -1); }
 
     [[nodiscard]] const Resource& resource(int index) const { return m_resources[static_cast<std::size_t>(index)]; }
     [[nodiscard]] const std::vector<int>& topLevel() const { return m_topLevel; }

@@ -67,9 +67,9 @@ Design DesignReader::read(const JsonNode& root)
 void DesignReader::readName(const JsonNode& root)
 {
     const QString name = root.optionalText(QStringLiteral("name"));
-    const QString complaint = name.isEmpty() ? QString() : complaintAboutResourceName(name);
-    if (!complaint.isEmpty())
-        root.member(QStringLiteral("name")).fail(complaint);
+    const QString error = name.isEmpty() ? QString() : resourceNameError(name);
+    if (!error.isEmpty())
+        root.member(QStringLiteral("name")).fail(error);
     m_design = Design(name);
 }
 
@@ -90,9 +90,9 @@ void DesignReader::readResource(const JsonNode& node, int parent)
     const JsonNode nameNode = node.member(QStringLiteral("name"));
     Resource resource;
     resource.name = node.requiredText(QStringLiteral("name"));
-    const QString complaint = complaintAboutResourceName(resource.name);
-    if (!complaint.isEmpty())
-        nameNode.fail(complaint);
+    const QString error = resourceNameError(resource.name);
+    if (!error.isEmpty())
+        nameNode.fail(error);
     resource.type = readType(node);
     resource.voltage = node.optionalText(QStringLiteral("voltage"));
     checkMembers(node, resource);

@@ -50,8 +50,8 @@ public:
     void setName(const QString& name) { m_name = name; }
     void setDrawingFile(const QString& fileName) { m_drawingFile = fileName; }
     void setFilterFile(const QString& fileName) { m_filterFile = fileName; }
-    void setDrawingObjection(const QString& sentence) { m_drawingObjection = sentence; }
-    void setFilterObjection(const QString& sentence) { m_filterObjection = sentence; }
+    void setDrawingError(const QString& sentence) { m_drawingError = sentence; }
+    void setFilterError(const QString& sentence) { m_filterError = sentence; }
     void addKind(SiteKind kind) { m_kinds.push_back(std::move(kind)); }
     // Returns false and adds nothing if the id or the name is taken.
     bool addSite(Site site);
@@ -61,8 +61,8 @@ public:
     [[nodiscard]] const QString& filterFile() const { return m_filterFile; }
     // Why the drawing or the filter file could not be read when the device file was read, with the position that names
     // it; empty if it could.
-    [[nodiscard]] const QString& drawingObjection() const { return m_drawingObjection; }
-    [[nodiscard]] const QString& filterObjection() const { return m_filterObjection; }
+    [[nodiscard]] const QString& drawingError() const { return m_drawingError; }
+    [[nodiscard]] const QString& filterError() const { return m_filterError; }
     [[nodiscard]] const std::vector<SiteKind>& kinds() const { return m_kinds; }
     [[nodiscard]] const std::vector<Site>& sites() const { return m_sites; }
 
@@ -84,8 +84,8 @@ private:
     QString m_name;
     QString m_drawingFile;
     QString m_filterFile;
-    QString m_drawingObjection;
-    QString m_filterObjection;
+    QString m_drawingError;
+    QString m_filterError;
     std::vector<SiteKind> m_kinds;
     std::vector<Site> m_sites;
     QHash<int, int> m_byId; // indices into m_sites, here and in the next two

@@ -21,11 +21,11 @@ namespace {
 constexpr qint64 LargestFile = qint64(1) << 30;
 
 // An unreadable file is no error here: only a caller that needs the file knows whether it matters.
-QString objectionToFile(const JsonNode& name, const QString& file)
+QString fileError(const JsonNode& name, const QString& file)
 {
-    const QString objection = objectionToInputFile(file, LargestFile);
-    return objection.isEmpty() ? QString()
-                               : name.located(QStringLiteral("\"%1\" cannot be read: %2").arg(name.text(), objection));
+    const QString error = inputFileError(file, LargestFile);
+    return error.isEmpty() ? QString()
+                               : name.located(QStringLiteral("\"%1\" cannot be read: %2").arg(name.text(), error));
 }
 
 class DeviceReader
@@ -76,12 +76,12 @@ void DeviceReader::readFileNames(const JsonNode& root)
 {
     const QDir folder = QFileInfo(m_report.fileName()).absoluteDir();
     m_device.setDrawingFile(folder.absoluteFilePath(root.requiredText(QStringLiteral("drawing"))));
-    m_device.setDrawingObjection(objectionToFile(root.member(QStringLiteral("drawing")), m_device.drawingFile()));
+    m_device.setDrawingError(fileError(root.member(QStringLiteral("drawing")), m_device.drawingFile()));
     const QString filter = root.optionalText(QStringLiteral("filter"));
     if (filter.isEmpty())
         return;
     m_device.setFilterFile(folder.absoluteFilePath(filter));
-    m_device.setFilterObjection(objectionToFile(root.member(QStringLiteral("filter")), m_device.filterFile()));
+    m_device.setFilterError(fileError(root.member(QStringLiteral("filter")), m_device.filterFile()));
 }
 
 void DeviceReader::readKind(const JsonNode& node)
@@ -134,9 +134,9 @@ void DeviceReader::readSite(const JsonNode& node)
         site.attributes.insert(key, attributes.member(key).text());
 
     site.kind = kindOf(node);
-    const QString complaint = complaintAboutText(site.name);
-    if (!complaint.isEmpty())
-        node.member(QStringLiteral("name")).fail(complaint);
+    const QString error = textError(site.name);
+    if (!error.isEmpty())
+        node.member(QStringLiteral("name")).fail(error);
     if (m_report.isFailed())
         return;
     const QString key = m_device.site(site.id) ? QStringLiteral("id") : QStringLiteral("name");

@@ -79,7 +79,7 @@ std::optional<QByteArray> readInputFile(const QString& fileName, qint64 mostByte
     return std::nullopt;
 }
 
-QString objectionToInputFile(const QString& fileName, qint64 mostBytes)
+QString inputFileError(const QString& fileName, qint64 mostBytes)
 {
     QString error;
     const int file = openInputFile(fileName, mostBytes, &error);

@@ -23,6 +23,6 @@ constexpr qint64 LargestJsonFile = qint64(1) << 30;
 [[nodiscard]] std::optional<QByteArray> readInputFile(const QString& fileName, qint64 mostBytes, QString* error);
 
 // Returns the error that openInputFile() would report; empty if it would succeed.
-[[nodiscard]] QString objectionToInputFile(const QString& fileName, qint64 mostBytes);
+[[nodiscard]] QString inputFileError(const QString& fileName, qint64 mostBytes);
 
 } // namespace mirn::zelengine

@@ -145,9 +145,9 @@ QString JsonNode::inputFile(const QDir& folder) const
 {
     const QString name = text();
     const QString file = folder.absoluteFilePath(name);
-    const QString objection = name.isEmpty() ? QString() : objectionToInputFile(file, LargestJsonFile);
-    if (!objection.isEmpty())
-        fail(QStringLiteral("\"%1\" cannot be read: %2").arg(name, objection));
+    const QString error = name.isEmpty() ? QString() : inputFileError(file, LargestJsonFile);
+    if (!error.isEmpty())
+        fail(QStringLiteral("\"%1\" cannot be read: %2").arg(name, error));
     return file;
 }
 

@@ -33,26 +33,26 @@ Proposal PlacementRules::propose(int index, int siteId) const
     if (!site)
         return refused(QStringLiteral("there is no site %1").arg(siteId));
     const Resource& resource = m_design.resource(index);
-    const QString objection = objectionToSite(resource, *site);
-    if (!objection.isEmpty())
-        return refused(objection);
+    const QString refusal = refusalBySite(resource, *site);
+    if (!refusal.isEmpty())
+        return refused(refusal);
     if (resource.type == ResourceType::Ip)
         return proposeIp(index, *site);
-    const QString objectionByOthers = objectionByType(index, *site);
-    return objectionByOthers.isEmpty() ? Proposal{{{index, site->id}}, {}} : refused(objectionByOthers);
+    const QString refusalByOthers = refusalByType(index, *site);
+    return refusalByOthers.isEmpty() ? Proposal{{{index, site->id}}, {}} : refused(refusalByOthers);
 }
 
 // Applies the rules for the resource's type; the site must accept it.
-QString PlacementRules::objectionByType(int index, const Site& site) const
+QString PlacementRules::refusalByType(int index, const Site& site) const
 {
     switch (m_design.resource(index).type) {
     case ResourceType::DcuChannel:
-        return objectionToChannel(index, site);
+        return refusalByChannels(index, site);
     case ResourceType::ExtRef:
     case ResourceType::Pll:
-        return objectionToClock(index, site);
+        return refusalByServedUnits(index, site);
     case ResourceType::Uvccio:
-        return objectionToSupply(m_design.resource(index), site);
+        return refusalBySupplies(m_design.resource(index), site);
     case ResourceType::Ip:
     case ResourceType::Folder:
         break;
@@ -93,7 +93,7 @@ Proposal PlacementRules::proposeReset(int resource) const
 }
 
 // Applies the rules that hold for every type of resource.
-QString PlacementRules::objectionToSite(const Resource& resource, const Site& site) const
+QString PlacementRules::refusalBySite(const Resource& resource, const Site& site) const
 {
     if (resource.fixed)
         return QStringLiteral("%1 is fixed on %2").arg(resource.path, m_device.site(resource.site)->name);
@@ -110,7 +110,7 @@ QString PlacementRules::objectionToSite(const Resource& resource, const Site& si
                                     : QStringLiteral("%1 is occupied by %2").arg(site.name, present);
 }
 
-QString PlacementRules::objectionToChannel(int channel, const Site& site) const
+QString PlacementRules::refusalByChannels(int channel, const Site& site) const
 {
     const int ip = m_design.ipOf(channel);
     if (ip < 0)
@@ -122,10 +122,10 @@ QString PlacementRules::objectionToChannel(int channel, const Site& site) const
         return QStringLiteral("%1 is in %2, which is not next to %3")
             .arg(m_design.resource(other).path, otherSite->group, site.group);
     }
-    return objectionOfClocks(ip, site.group);
+    return refusalByClocks(ip, site.group);
 }
 
-QString PlacementRules::objectionToClock(int clock, const Site& site) const
+QString PlacementRules::refusalByServedUnits(int clock, const Site& site) const
 {
     const bool isInUnit = !site.group.isEmpty() && !site.reaches.isEmpty();
     if (isInUnit && !m_design.isFeeder(clock))
@@ -146,7 +146,7 @@ QString PlacementRules::objectionToClock(int clock, const Site& site) const
     return {};
 }
 
-QString PlacementRules::objectionToSupply(const Resource& supply, const Site& site) const
+QString PlacementRules::refusalBySupplies(const Resource& supply, const Site& site) const
 {
     if (supply.voltage.isEmpty() || site.group.isEmpty())
         return {};
@@ -163,7 +163,7 @@ QString PlacementRules::objectionToSupply(const Resource& supply, const Site& si
 }
 
 // Checks that all placed clock sources reach the unit in which a channel of the IP would be placed.
-QString PlacementRules::objectionOfClocks(int ip, const QString& unit) const
+QString PlacementRules::refusalByClocks(int ip, const QString& unit) const
 {
     for (int clock : m_design.clocksOf(ip)) {
         const Site* site = m_device.site(m_design.resource(clock).site);
@@ -197,7 +197,7 @@ bool PlacementRules::isInForce(const Proposal& proposal) const
         [this](const Placement& placement) { return m_design.resource(placement.resource).site == placement.site; });
 }
 
-QString PlacementRules::objectionToReturn(const QString& path) const
+QString PlacementRules::refusalToRestore(const QString& path) const
 {
     const int top = m_design.findRemoved(path);
     if (top < 0)
@@ -206,7 +206,7 @@ QString PlacementRules::objectionToReturn(const QString& path) const
     if (parent >= 0 && m_design.find(m_design.resource(parent).path) < 0)
         return QStringLiteral("%1 is part of %2, which is removed").arg(path, m_design.resource(parent).path);
     for (int index : m_design.subtree(top)) {
-        const Site* site = m_device.site(m_design.siteAfterReturn(index));
+        const Site* site = m_device.site(m_design.restoredSite(index));
         const int occupant = site ? m_design.occupant(site->id) : -1;
         if (occupant >= 0)
             return QStringLiteral("%1 is fixed on %2, which is occupied by %3")
@@ -215,7 +215,7 @@ QString PlacementRules::objectionToReturn(const QString& path) const
     return {};
 }
 
-QString PlacementRules::objectionToReturned(int top) const
+QString PlacementRules::refusalAfterRestoring(int top) const
 {
     const std::vector<int> branch = m_design.subtree(top);
     std::vector<int> concerned = branch;
@@ -227,9 +227,9 @@ QString PlacementRules::objectionToReturned(int top) const
     }
     for (int index : concerned) {
         const Site* site = m_device.site(m_design.resource(index).site);
-        const QString objection = site ? objectionByType(index, *site) : QString();
-        if (!objection.isEmpty())
-            return objection;
+        const QString refusal = site ? refusalByType(index, *site) : QString();
+        if (!refusal.isEmpty())
+            return refusal;
     }
     return {};
 }
@@ -276,9 +276,9 @@ Proposal PlacementRules::fillUnits(int ip, const std::vector<int>& channels, con
         }
         if (proposal.placements.empty())
             return refused(QStringLiteral("%1 has no free channel").arg(unit));
-        const QString objection = objectionOfClocks(ip, unit);
-        if (!objection.isEmpty())
-            return refused(objection);
+        const QString refusal = refusalByClocks(ip, unit);
+        if (!refusal.isEmpty())
+            return refused(refusal);
     }
     if (proposal.placements.size() < channels.size())
         return refused(

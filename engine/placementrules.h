@@ -53,18 +53,18 @@ public:
 
     // Why Design::restore() of this path is not possible: the resource is not removed, its parent is, or one of its
     // fixed parts has lost its site to another resource. Empty if it is possible.
-    [[nodiscard]] QString objectionToReturn(const QString& path) const;
+    [[nodiscard]] QString refusalToRestore(const QString& path) const;
     // Why a resource that restore() has just brought back makes the state illegal, because of one of its fixed parts or
     // a clock source elsewhere that feeds an IP in it again. Empty if the state is legal.
-    [[nodiscard]] QString objectionToReturned(int resource) const;
+    [[nodiscard]] QString refusalAfterRestoring(int resource) const;
 
 private:
-    [[nodiscard]] QString objectionByType(int resource, const Site& site) const;
-    [[nodiscard]] QString objectionToSite(const Resource& resource, const Site& site) const;
-    [[nodiscard]] QString objectionToChannel(int channel, const Site& site) const;
-    [[nodiscard]] QString objectionToClock(int clock, const Site& site) const;
-    [[nodiscard]] QString objectionToSupply(const Resource& supply, const Site& site) const;
-    [[nodiscard]] QString objectionOfClocks(int ip, const QString& unit) const;
+    [[nodiscard]] QString refusalByType(int resource, const Site& site) const;
+    [[nodiscard]] QString refusalBySite(const Resource& resource, const Site& site) const;
+    [[nodiscard]] QString refusalByChannels(int channel, const Site& site) const;
+    [[nodiscard]] QString refusalByServedUnits(int clock, const Site& site) const;
+    [[nodiscard]] QString refusalBySupplies(const Resource& supply, const Site& site) const;
+    [[nodiscard]] QString refusalByClocks(int ip, const QString& unit) const;
     [[nodiscard]] bool areNeighbours(const QString& unit, const QString& other) const;
     [[nodiscard]] std::vector<QString> neighboursOf(const QString& unit) const;
 

@@ -120,16 +120,16 @@ QString ReferenceEngine::remove(const QString& resource)
 
 QString ReferenceEngine::restore(const QString& resource)
 {
-    const QString obstacle = rules().objectionToReturn(resource);
-    if (!obstacle.isEmpty())
-        return obstacle;
+    const QString refusal = rules().refusalToRestore(resource);
+    if (!refusal.isEmpty())
+        return refusal;
     const int index = m_design.findRemoved(resource);
     m_design.restore(index);
-    const QString objection = rules().objectionToReturned(index);
-    if (!objection.isEmpty())
+    const QString refusal = rules().refusalAfterRestoring(index);
+    if (!refusal.isEmpty())
         m_design.remove(index);
     m_isChanged = true;
-    return objection;
+    return refusal;
 }
 
 // All parts leave their sites first, because the parts of an IP may swap sites.
@@ -281,7 +281,7 @@ int ReferenceEngine::config(const std::string* name)
     const std::vector<ResourceParameter>& parameters
         = parametersOf(index < 0 ? ResourceType::Folder : m_design.resource(index).type);
     if (parameters.empty()) {
-        tellAboutConfiguring(QStringLiteral("%1 has nothing to configure.").arg(resource));
+        showConfigureMessage(QStringLiteral("%1 has nothing to configure.").arg(resource));
         return 0;
     }
     ParameterValues values;
@@ -300,7 +300,7 @@ int ReferenceEngine::config(const std::string* name)
         if (refusal.isEmpty())
             changed = 1;
         else
-            tellAboutConfiguring(refusal);
+            showConfigureMessage(refusal);
     }
     return changed;
 }

@@ -12,7 +12,7 @@ bool isControl(ushort c)
 
 } // namespace
 
-QString complaintAboutText(const QString& text)
+QString textError(const QString& text)
 {
     for (int i = 0; i < text.size(); ++i) {
         const QChar c = text.at(i);
@@ -30,7 +30,7 @@ QString complaintAboutText(const QString& text)
 // Between braces Tcl substitutes nothing but a backslash at the end of a line, and does not count a brace after a
 // backslash. So the other braces must be balanced, and a name must not end in a backslash that would escape the closing
 // brace (or the slash of the path).
-QString complaintAboutResourceName(const QString& name)
+QString resourceNameError(const QString& name)
 {
     if (name.isEmpty())
         return QStringLiteral("the name is empty");
@@ -49,7 +49,7 @@ QString complaintAboutResourceName(const QString& name)
         return QStringLiteral("the braces in the name do not pair up");
     if (escaped)
         return QStringLiteral("the name ends in a backslash");
-    return complaintAboutText(name);
+    return textError(name);
 }
 
 } // namespace mirn::zelengine

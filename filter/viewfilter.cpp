@@ -71,7 +71,7 @@ bool ViewFilter::boxChanged(QCheckBox* box)
     if (box == m_boxes.first())
         applyToAll(box->isChecked());
     else
-        followKinds();
+        updateSelectAllBox();
     collectIds();
     m_isListening = true;
     return true;
@@ -86,7 +86,7 @@ void ViewFilter::applyToAll(bool isChecked)
 }
 
 // "(Select All)" shows whether all, none or some of the kinds are ticked.
-void ViewFilter::followKinds()
+void ViewFilter::updateSelectAllBox()
 {
     int checked = 0;
     for (int i = 1; i < m_boxes.size(); ++i)

@@ -50,7 +50,7 @@ private:
     void addBox(
         FilterMenu& menu, const QString& label, const QString& kind, const std::function<void(QCheckBox*)>& connectBox);
     void applyToAll(bool isChecked);
-    void followKinds();
+    void updateSelectAllBox();
     void collectIds();
 
     zelchipengine* m_engine = nullptr;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/foreignitems.h"
 
-#include "graphics/elements/grown.h"
+#include "graphics/elements/enlarged.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -19,27 +19,27 @@ ForeignItems::ForeignItems(QGraphicsScene& scene, Question isForeign, std::funct
     , m_isForeign(std::move(isForeign))
     , m_appeared(std::move(appeared))
 {
-    connect(&m_scene, &QGraphicsScene::changed, this, &ForeignItems::lookInto);
+    connect(&m_scene, &QGraphicsScene::changed, this, &ForeignItems::examine);
 }
 
-void ForeignItems::catchUp()
+void ForeignItems::deliverPendingChanges()
 {
     QCoreApplication::sendPostedEvents(&m_scene, QEvent::MetaCall);
 }
 
 void ForeignItems::pause()
 {
-    catchUp();
-    disconnect(&m_scene, &QGraphicsScene::changed, this, &ForeignItems::lookInto);
+    deliverPendingChanges();
+    disconnect(&m_scene, &QGraphicsScene::changed, this, &ForeignItems::examine);
 }
 
 void ForeignItems::resume()
 {
-    catchUp();
-    connect(&m_scene, &QGraphicsScene::changed, this, &ForeignItems::lookInto);
+    deliverPendingChanges();
+    connect(&m_scene, &QGraphicsScene::changed, this, &ForeignItems::examine);
 }
 
-void ForeignItems::lookInto(const QList<QRectF>& areas)
+void ForeignItems::examine(const QList<QRectF>& areas)
 {
     const bool wasEmpty = m_places.isEmpty();
     // Qt reports the whole scene as changed when an item leaves it.
@@ -77,7 +77,7 @@ ForeignItems::Places ForeignItems::foreignAmong(const QList<QGraphicsItem*>& ite
 bool ForeignItems::areAllKnownAmong(const Places& found, const QList<QRectF>& areas) const
 {
     for (auto known = m_places.cbegin(); known != m_places.cend(); ++known) {
-        const QRectF place = grown(known.value(), 1);
+        const QRectF place = enlarged(known.value(), 1);
         const auto touches = [&place](const QRectF& area) { return area.intersects(place); };
         if (!found.contains(known.key()) && std::any_of(areas.begin(), areas.end(), touches))
             return false;

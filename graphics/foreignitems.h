@@ -27,7 +27,7 @@ public:
     [[nodiscard]] bool isEmpty() const { return m_places.isEmpty(); }
 
     // Qt reports changes at the next turn of the event loop. This call delivers the pending ones at once.
-    void catchUp();
+    void deliverPendingChanges();
 
     // Items added between the two calls are not examined. Both calls flush the calls that Qt queues for each new item:
     // otherwise closing the window before the next turn of the event loop takes time quadratic in the number of items.
@@ -38,7 +38,7 @@ private:
     // The scene bounds when last seen. The item may have been deleted, so the pointer is never dereferenced.
     using Places = QHash<QGraphicsItem*, QRectF>;
 
-    void lookInto(const QList<QRectF>& areas);
+    void examine(const QList<QRectF>& areas);
     [[nodiscard]] Places foreignAmong(const QList<QGraphicsItem*>& items) const;
     [[nodiscard]] bool areAllKnownAmong(const Places& found, const QList<QRectF>& areas) const;
 

@@ -51,7 +51,7 @@ bool SceneElements::isForeign(QGraphicsItem* item)
     auto* element = dynamic_cast<ChipElement*>(item);
     if (!element || !element->attribute())
         return true;
-    m_index.reconsider(element); // Qt reports a move only as a change of the scene
+    m_index.updateQtPainting(element); // Qt reports a move only as a change of the scene
     return false;
 }
 
@@ -116,18 +116,18 @@ void SceneElements::applyDynamicValues(const QMap<QString, GraphicItemDynamicAtt
                 changed.push_back(element);
         });
     }
-    tellItems(changed);
+    updateToolTips(changed);
     repaint(changed, nullptr);
 }
 
 // Items of hidden layers take over their tooltip when their layer is shown.
-void SceneElements::tellItems(const std::vector<ChipElement*>& elements)
+void SceneElements::updateToolTips(const std::vector<ChipElement*>& elements)
 {
     for (ChipElement* element : elements) {
         if (m_scene.isLayerVisible(element->attribute()->layer))
             element->updateToolTip();
         else
-            m_index.awaitShow(element);
+            m_index.markPending(element);
     }
     if (m_index.isSmall())
         synchronise(shownAmong(elements));
@@ -135,11 +135,11 @@ void SceneElements::tellItems(const std::vector<ChipElement*>& elements)
 
 void SceneElements::takeOverAttributes(const QRectF& area, ScenePicture* painted)
 {
-    if (m_index.mostWatched() == 0)
+    if (m_index.watchedUpperBound() == 0)
         return;
     const std::vector<ChipElement*> changed = displayList().takeOver(m_index, area);
     synchronise(shownAmong(changed));
-    if (isPlain()) {
+    if (canPaintFromList()) {
         repaint(changed, painted);
         return;
     }
@@ -159,15 +159,15 @@ void SceneElements::synchronise(const std::vector<ChipElement*>& elements)
 {
     const bool areMany = elements.size() > FewItems;
     if (areMany)
-        beginOwnChanges();
+        suspendForeignItemDetection();
     for (ChipElement* element : elements) {
         const ElementStates states = m_scene.statesOf(element->attribute()->itemId);
         element->synchronise(states);
         if (m_index.isSmall() && m_scene.isLayerVisible(element->attribute()->layer))
-            element->showFill(states);
+            element->updateBrush(states);
     }
     if (areMany)
-        endOwnChanges();
+        resumeForeignItemDetection();
 }
 
 void SceneElements::synchroniseAt(const QPointF& point)
@@ -213,7 +213,7 @@ void SceneElements::repaint(const std::vector<ChipElement*>& elements, ScenePict
 {
     if (elements.empty())
         return;
-    if (!isPlain()) {
+    if (!canPaintFromList()) {
         repaintByItems(elements);
         return;
     }
@@ -229,7 +229,7 @@ void SceneElements::repaint(const std::vector<ChipElement*>& elements, ScenePict
         places.push_back(list.placeOf(*element));
     for (ScenePicture* picture : pictures()) {
         if (picture == painted)
-            picture->forgetPlaces(places);
+            picture->invalidateElements(places);
         else
             picture->repaintPlaces(places);
     }
@@ -259,14 +259,14 @@ QList<QGraphicsItem*> SceneElements::itemsOf(int elementId)
 
 QGraphicsItem* SceneElements::topmostItemAt(const QPointF& point, const QTransform& sceneToViewport)
 {
-    m_foreign.catchUp();
-    return isPlain() ? picking::topmostItem(displayList(), point) : m_scene.itemAt(point, sceneToViewport);
+    m_foreign.deliverPendingChanges();
+    return canPaintFromList() ? picking::topmostItem(displayList(), point) : m_scene.itemAt(point, sceneToViewport);
 }
 
 std::vector<int> SceneElements::idsTouching(const QRectF& area)
 {
-    m_foreign.catchUp();
-    if (isPlain())
+    m_foreign.deliverPendingChanges();
+    if (canPaintFromList())
         return picking::idsTouching(displayList(), area, m_index.hasPending());
     const AttributeRegistry& attributes = DrawingController::current().attributes();
     std::vector<int> ids;

@@ -31,12 +31,12 @@ public:
 
     // Returns whether the scene holds nothing but the drawing's elements as they were loaded. Only then do the views
     // paint the scene themselves. Otherwise Qt paints everything, including what a host has added or moved.
-    [[nodiscard]] bool isPlain() const { return m_foreign.isEmpty() && !m_index.hasUnusual(); }
+    [[nodiscard]] bool canPaintFromList() const { return m_foreign.isEmpty() && !m_index.hasQtPainted(); }
 
     // Call these around changes of many items by the component itself, such as loading a drawing, so that the items are
     // not examined as a host's.
-    void beginOwnChanges() { m_foreign.pause(); }
-    void endOwnChanges() { m_foreign.resume(); }
+    void suspendForeignItemDetection() { m_foreign.pause(); }
+    void resumeForeignItemDetection() { m_foreign.resume(); }
 
     // These register and remove the picture of a view. Pictures are not owned. A picture is ignored while its view
     // shows another scene.
@@ -77,7 +77,7 @@ private:
     void repaint(const std::vector<ChipElement*>& elements, ScenePicture* painted);
     void repaintByItems(const std::vector<ChipElement*>& elements);
     void forgetPictures();
-    void tellItems(const std::vector<ChipElement*>& elements);
+    void updateToolTips(const std::vector<ChipElement*>& elements);
     void synchronise(const std::vector<ChipElement*>& elements);
     [[nodiscard]] bool isForeign(QGraphicsItem* item);
     [[nodiscard]] ScenePicture* pictureOf(const QGraphicsView* view) const;

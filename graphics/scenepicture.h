@@ -19,7 +19,7 @@ public:
     virtual void repaintAll() = 0;
 
     // These invalidate without scheduling a repaint.
-    virtual void forgetPlaces(const std::vector<int>& places) = 0;
+    virtual void invalidateElements(const std::vector<int>& places) = 0;
     virtual void forgetAll() = 0;
 
 protected:

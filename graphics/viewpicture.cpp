@@ -3,7 +3,7 @@
 
 #include "graphics/elements/drawingcontroller.h"
 #include "graphics/elements/elementidset.h"
-#include "graphics/elements/grown.h"
+#include "graphics/elements/enlarged.h"
 #include "graphics/sceneelements.h"
 #include "graphics/zelgraphicsscene.h"
 
@@ -42,7 +42,7 @@ void ViewPicture::repaintPlaces(const std::vector<int>& places)
 {
     if (!m_scene)
         return;
-    forgetPlaces(places);
+    invalidateElements(places);
     const DisplayList& list = m_scene->elements().displayList();
     const QTransform toViewport = m_view.viewportTransform();
     const QRectF shown(m_view.viewport()->rect());
@@ -52,7 +52,7 @@ void ViewPicture::repaintPlaces(const std::vector<int>& places)
         if (place < 0)
             continue;
         // The cached picture may have another scale or size than the viewport, so its dirty parts cannot be used here.
-        const QRect part = (grown(toViewport.mapRect(list.boundsOf(place)), PaintMargin) & shown).toAlignedRect();
+        const QRect part = (enlarged(toViewport.mapRect(list.boundsOf(place)), PaintMargin) & shown).toAlignedRect();
         around |= part;
         if (places.size() <= MostUpdatedOneByOne)
             changed |= part;
@@ -61,7 +61,7 @@ void ViewPicture::repaintPlaces(const std::vector<int>& places)
         m_view.viewport()->update(places.size() <= MostUpdatedOneByOne ? changed : QRegion(around));
 }
 
-void ViewPicture::forgetPlaces(const std::vector<int>& places)
+void ViewPicture::invalidateElements(const std::vector<int>& places)
 {
     for (int place : places) {
         if (m_canvas && place >= 0)
@@ -86,7 +86,7 @@ bool ViewPicture::canPaintOn(const QPainter& painter) const
     const QWidget* viewport = m_view.viewport();
     const QBrush& background = viewport->palette().brush(viewport->backgroundRole());
     const QTransform device = painter.deviceTransform();
-    return m_scene && m_view.scene() == m_scene && m_scene->elements().isPlain() && painter.paintEngine()
+    return m_scene && m_view.scene() == m_scene && m_scene->elements().canPaintFromList() && painter.paintEngine()
         && painter.paintEngine()->type() == QPaintEngine::Raster && device.type() <= QTransform::TxScale
         && device.m11() == device.m22() && device.m11() > 0 && background.isOpaque()
         && background.style() == Qt::SolidPattern;

@@ -28,7 +28,7 @@ public:
     [[nodiscard]] QList<int>& visibleLayers() override { return m_visibleLayers; }
     void repaintPlaces(const std::vector<int>& places) override;
     void repaintAll() override;
-    void forgetPlaces(const std::vector<int>& places) override;
+    void invalidateElements(const std::vector<int>& places) override;
     void forgetAll() override;
 
     // Returns whether this class can paint in place of Qt: the scene is plain, the painter is Qt's software renderer,

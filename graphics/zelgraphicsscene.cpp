@@ -149,12 +149,12 @@ void ZelGraphicsScene::elementLeaves(ChipElement* element)
 
 void ZelGraphicsScene::elementRestacked(ChipElement* element)
 {
-    m_parts->elements.index().restack(element);
+    m_parts->elements.index().zValueChanged(element);
 }
 
 void ZelGraphicsScene::elementChanged(ChipElement* element)
 {
-    m_parts->elements.index().reconsider(element);
+    m_parts->elements.index().updateQtPainting(element);
 }
 
 void ZelGraphicsScene::helpEvent(QGraphicsSceneHelpEvent* event)

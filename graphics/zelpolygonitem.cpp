@@ -30,7 +30,7 @@ void ZELPolygonItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* op
     ElementStates states;
     if (!prepareToPaint(states))
         return;
-    showFill(states);
+    updateBrush(states);
     QGraphicsPolygonItem::paint(painter, option, widget);
 }
 
@@ -48,7 +48,7 @@ bool ZELPolygonItem::synchronise(ElementStates states)
     return true;
 }
 
-void ZELPolygonItem::showFill(ElementStates states)
+void ZELPolygonItem::updateBrush(ElementStates states)
 {
     setBrush(paintrules::fillBrush(look(states)));
 }

@@ -21,7 +21,7 @@ public:
     [[nodiscard]] zelgraphic_kind kind() const override { return ZEL_GRAPHIC_POLYGON; }
     [[nodiscard]] QGraphicsItem* graphicsItem() override { return this; }
     bool synchronise(ElementStates states) override;
-    void showFill(ElementStates states) override;
+    void updateBrush(ElementStates states) override;
 
     // These return what paint() would use now. The functions of the base class that they hide may return an earlier
     // state.

@@ -34,7 +34,7 @@ void ZELRectItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* optio
     ElementStates states;
     if (!prepareToPaint(states))
         return;
-    showFill(states);
+    updateBrush(states);
     QGraphicsRectItem::paint(painter, option, widget);
 }
 
@@ -53,7 +53,7 @@ bool ZELRectItem::synchronise(ElementStates states)
     return true;
 }
 
-void ZELRectItem::showFill(ElementStates states)
+void ZELRectItem::updateBrush(ElementStates states)
 {
     setBrush(paintrules::fillBrush(look(states)));
 }

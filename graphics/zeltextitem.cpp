@@ -27,7 +27,7 @@ QRectF glyphRectOf(qreal length, const QFontMetricsF& metrics, int rotation)
     return QTransform().rotate(rotation).mapRect(upright.adjusted(-Overhang, -Overhang, Overhang, Overhang));
 }
 
-bool isOfSeveralLines(const QString& text)
+bool isMultiline(const QString& text)
 {
     return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < ' ' || c.unicode() == 0x7f; });
 }
@@ -136,7 +136,7 @@ bool ZELTextItem::synchronise(ElementStates)
     // measure() computes the size of a single line only; the document measures several.
     if (m_hasDocument)
         fillDocument();
-    else if (isOfSeveralLines(m_shown.text) || (chipScene && chipScene->hasFewTexts()))
+    else if (isMultiline(m_shown.text) || (chipScene && chipScene->hasFewTexts()))
         makeDocument();
     return true;
 }

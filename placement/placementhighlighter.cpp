@@ -16,7 +16,7 @@ void PlacementHighlighter::arm(int site)
     m_timer->start(RestTime);
 }
 
-int PlacementHighlighter::takeRest()
+int PlacementHighlighter::finishCountdown()
 {
     m_timer->stop();
     return m_hoveredSite;

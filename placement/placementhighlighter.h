@@ -22,7 +22,7 @@ public:
     void arm(int site);
 
     // The countdown has run out: stops the timer and returns the element id of the site under the pointer, or NoSite.
-    int takeRest();
+    int finishCountdown();
     void show(const QList<int>& sites);
 
     // Stops the countdown, and clears the hovered site and the highlight.

@@ -40,7 +40,7 @@ QStringList& ResourceTreeModel::head()
 {
     if (!m_head.isEmpty() || !m_engine)
         return m_head;
-    m_isHeadAskedFor = true;
+    m_wereTitlesRequested = true;
     diagTrace("call ZEL engine API: zelchipengine::headers ()", "getTreeHead");
     const std::map<int, std::string>& headers = m_engine->headers();
     diagTrace("end", "getTreeHead");
@@ -85,7 +85,7 @@ QList<QTreeWidgetItem*>& ResourceTreeModel::rebuild()
         for (zeltreeviewcell* child : *root->children)
             append(parse(child, nullptr));
     }
-    m_isHeadAskedFor = false;
+    m_wereTitlesRequested = false;
     return m_items;
 }
 
@@ -155,7 +155,7 @@ QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem
 // While there are no titles, the engine is asked once per rebuild and not once per row.
 int ResourceTreeModel::columnCount()
 {
-    return static_cast<int>((m_isHeadAskedFor ? m_head : head()).size());
+    return static_cast<int>((m_wereTitlesRequested ? m_head : head()).size());
 }
 
 // Makes a row without its children.

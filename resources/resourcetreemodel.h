@@ -63,7 +63,7 @@ private:
     zelchipengine* m_engine = nullptr;
     ResourceIcons m_icons;
     QStringList m_head;
-    bool m_isHeadAskedFor = false; // the engine was asked for the titles since the last rebuild()
+    bool m_wereTitlesRequested = false; // the engine was asked for the titles since the last rebuild()
     QString m_rootName; // the first component of every resource name
     QList<QTreeWidgetItem*> m_items;
     QHash<QString, QTreeWidgetItem*> m_itemByName;

@@ -51,7 +51,7 @@ public:
 
     // Sets the fill that paint() would set, so that a host can read it from the item. Kinds without a fill do nothing.
     // The call is expensive among many items, because Qt looks for the item among all others.
-    virtual void showFill(ElementStates) { }
+    virtual void updateBrush(ElementStates) { }
 
     // Returns whether the item waits for its layer to be shown before it takes over its geometry or tooltip.
     [[nodiscard]] bool isPending() const { return m_isPending; }

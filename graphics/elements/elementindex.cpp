@@ -27,7 +27,7 @@ bool isMoved(ChipElement& element)
 }
 
 // Returns true if the item differs from what the loader made, so that only Qt can paint it.
-bool isUnusual(ChipElement& element)
+bool needsQtPainting(ChipElement& element)
 {
     const QGraphicsItem& item = *element.graphicsItem();
     return !item.isVisible() || item.opacity() != 1.0 || item.parentItem() || !item.childItems().isEmpty()
@@ -52,8 +52,8 @@ void ElementIndex::add(ChipElement* element)
     m_textCount += element->kind() == ZEL_GRAPHIC_TEXT ? 1 : 0;
     if (attribute->m_isHandedOut)
         watch(element);
-    reconsider(element);
-    restack(element);
+    updateQtPainting(element);
+    zValueChanged(element);
 }
 
 void ElementIndex::remove(ChipElement* element)
@@ -65,21 +65,21 @@ void ElementIndex::remove(ChipElement* element)
     element->m_slot = ChipElement::Nowhere;
     element->m_place = ChipElement::Nowhere;
     element->m_isWatched = false;
-    m_unusual.remove(element);
+    m_qtPainted.remove(element);
     ++m_gaps;
     ++m_version;
     if (m_gaps > m_elements.size() / 2)
         closeGaps();
 }
 
-void ElementIndex::reconsider(ChipElement* element)
+void ElementIndex::updateQtPainting(ChipElement* element)
 {
     if (element->m_slot == ChipElement::Nowhere)
         return;
-    if (!isUnusual(*element))
-        m_unusual.remove(element);
+    if (!needsQtPainting(*element))
+        m_qtPainted.remove(element);
     else
-        m_unusual.insert(element);
+        m_qtPainted.insert(element);
 }
 
 void ElementIndex::watch(int loadNumber, int elementId)
@@ -118,7 +118,7 @@ void ElementIndex::renumber(ChipElement* element, int previousId)
     m_sortedById = m_byId.size();
 }
 
-void ElementIndex::awaitShow(ChipElement* element)
+void ElementIndex::markPending(ChipElement* element)
 {
     if (std::exchange(element->m_isPending, true))
         return;
@@ -132,7 +132,7 @@ void ElementIndex::changeLayer(ChipElement* element)
 }
 
 // The z value decides the place in the paint order, so the order may have to be sorted anew.
-void ElementIndex::restack(ChipElement* element)
+void ElementIndex::zValueChanged(ChipElement* element)
 {
     if (element->m_slot == ChipElement::Nowhere)
         return;

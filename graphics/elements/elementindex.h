@@ -56,20 +56,20 @@ public:
     [[nodiscard]] std::size_t count() const { return m_elements.size() - m_gaps; }
 
     // Call this after the z value of an element has changed.
-    void restack(ChipElement* element);
+    void zValueChanged(ChipElement* element);
 
     // Call this after any other property of an element has changed that only Qt's own painting respects.
-    void reconsider(ChipElement* element);
+    void updateQtPainting(ChipElement* element);
 
     // A host may change the attribute with this load number, which belongs to an element with this id, from now on.
     void watch(int loadNumber, int elementId);
 
-    // The elements whose attributes a host may change. mostWatched() is an upper bound of their number.
+    // The elements whose attributes a host may change. watchedUpperBound() is an upper bound of their number.
     [[nodiscard]] std::vector<ChipElement*> watched() const;
-    [[nodiscard]] std::size_t mostWatched() const { return m_watched.size(); }
+    [[nodiscard]] std::size_t watchedUpperBound() const { return m_watched.size(); }
 
     // Makes the element pending, because it has something to take over once its layer is shown.
-    void awaitShow(ChipElement* element);
+    void markPending(ChipElement* element);
 
     // isSmall() returns whether there are so few elements that the work Qt does for all items after one item changes
     // does not matter. hasFewTexts() returns whether there are so few texts that the memory of their documents does not
@@ -83,7 +83,7 @@ public:
 
     // Returns whether any element is moved, transformed, hidden, transparent, selected in Qt's sense, or has a parent
     // or child item.
-    [[nodiscard]] bool hasUnusual() const { return !m_unusual.isEmpty(); }
+    [[nodiscard]] bool hasQtPainted() const { return !m_qtPainted.isEmpty(); }
 
 private:
     using Slot = int; // index into m_elements
@@ -102,7 +102,7 @@ private:
     std::size_t m_sortedById = 0;
     std::map<int, std::vector<Slot>> m_pendingByLayer;
     std::vector<Slot> m_watched;
-    QSet<ChipElement*> m_unusual;
+    QSet<ChipElement*> m_qtPainted;
     double m_highestZ = 0.0;
     bool m_isInPaintOrder = true;
     unsigned m_version = 1;

@@ -3,7 +3,7 @@
 
 #include "graphics/elements/chipelement.h"
 #include "graphics/elements/elementindex.h"
-#include "graphics/elements/grown.h"
+#include "graphics/elements/enlarged.h"
 #include "graphics/elements/paintrules.h"
 
 #include <QLineF>
@@ -35,9 +35,9 @@ QRectF textBounds(const Primitive& text)
     const double square = std::abs(text.d) * paintrules::TextItemScale;
     const double length = 2 * square * static_cast<double>(1 + text.label->text.size());
     if (text.c == 0 && text.label->isSingleLine)
-        return grown(QRectF(text.a - square, text.b - 3 * square, square + length, 5 * square), DocumentMargin);
+        return enlarged(QRectF(text.a - square, text.b - 3 * square, square + length, 5 * square), DocumentMargin);
     const double tabs = text.label->isSingleLine ? 0.0 : LongestTab * static_cast<double>(text.label->text.size());
-    return grown(QRectF(text.a, text.b, 0, 0), length + tabs + DocumentMargin);
+    return enlarged(QRectF(text.a, text.b, 0, 0), length + tabs + DocumentMargin);
 }
 
 } // namespace
@@ -159,7 +159,7 @@ std::vector<ChipElement*> DisplayList::takeOver(ElementIndex& index, const QRect
     // Up to this many watched elements are all checked; if there are more, only those in the area are.
     constexpr std::size_t FewWatched = 1000;
     std::vector<ChipElement*> changed;
-    if (index.mostWatched() <= FewWatched) {
+    if (index.watchedUpperBound() <= FewWatched) {
         for (ChipElement* element : index.watched()) {
             element->updateToolTip();
             if (takeOver(index, *element))
@@ -197,14 +197,14 @@ QRectF DisplayList::boundsOf(int place) const
     const Primitive& primitive = m_primitives[place];
     switch (primitive.kind) {
     case Primitive::Line:
-        return grown(QRectF(QPointF(primitive.a, primitive.b), QPointF(primitive.c, primitive.d)).normalized(),
+        return enlarged(QRectF(QPointF(primitive.a, primitive.b), QPointF(primitive.c, primitive.d)).normalized(),
             paintrules::lineWidth(primitive.strokeWidth));
     case Primitive::Text:
         return textBounds(primitive);
     case Primitive::Polygon:
         return primitive.rect();
     default:
-        return grown(primitive.c >= 0 && primitive.d >= 0 ? primitive.rect() : primitive.rect().normalized(),
+        return enlarged(primitive.c >= 0 && primitive.d >= 0 ? primitive.rect() : primitive.rect().normalized(),
             std::abs(primitive.strokeWidth) / 2);
     }
 }

@@ -2,7 +2,7 @@
 #include "graphics/painting/listpainter.h"
 
 #include "graphics/elements/elementidset.h"
-#include "graphics/elements/grown.h"
+#include "graphics/elements/enlarged.h"
 #include "graphics/painting/picturedevice.h"
 #include "graphics/painting/polygoncoverage.h"
 
@@ -17,7 +17,7 @@ namespace {
 constexpr double Margin = 2.0;
 
 // Pens narrower than this, in pixels, draw thin lines. QPainter's own limit is slightly higher.
-constexpr double ThinnestWide = 0.999;
+constexpr double WidePenThreshold = 0.999;
 constexpr int FullOpacity = 256;
 
 // Up to this many texts, QPainter draws them faster than the masks of their glyphs are made.
@@ -37,10 +37,10 @@ bool touches(const QRectF& a, const QRectF& b)
 // Returns the area of the scene that a part of the image shows, with the margin.
 QRectF sceneArea(const QTransform& sceneToImage, const QRect& part)
 {
-    return sceneToImage.inverted().mapRect(grown(part, Margin));
+    return sceneToImage.inverted().mapRect(enlarged(part, Margin));
 }
 
-bool isEvenScale(const QTransform& transform)
+bool scalesUniformly(const QTransform& transform)
 {
     return transform.type() <= QTransform::TxScale && transform.m11() == transform.m22() && transform.m11() > 0;
 }
@@ -59,7 +59,7 @@ public:
         , m_states(states)
         , m_haveStates(!states.selected->isEmpty() || !states.highlighted->isEmpty()
               || (states.filtered && !states.filtered->isEmpty()))
-        , m_isRaster(isEvenScale(target.sceneToImage) && target.hints.testFlag(QPainter::Antialiasing))
+        , m_isRaster(scalesUniformly(target.sceneToImage) && target.hints.testFlag(QPainter::Antialiasing))
         , m_mapping{target.sceneToImage.m11(), target.sceneToImage.dx(), target.sceneToImage.dy()}
         , m_rasteriser(*target.image, target.part, m_mapping)
         , m_inside(QRectF(target.image->rect()))
@@ -168,7 +168,7 @@ bool ListPainter::Job::isNear(double x, double y) const
 
 bool ListPainter::Job::isInside(double x, double y) const
 {
-    return grown(m_inside, -1).contains(m_mapping.x(x), m_mapping.y(y));
+    return enlarged(m_inside, -1).contains(m_mapping.x(x), m_mapping.y(y));
 }
 
 // Returns whether the rasteriser may draw a rect, with the same result as QPainter.
@@ -192,7 +192,7 @@ bool ListPainter::Job::isDotOutside(const QLineF& line) const
 {
     constexpr int QtsMargin = 2; // pixels
     const QPointF dot(std::floor(m_mapping.x(line.x1())), std::floor(m_mapping.y(line.y1())));
-    return m_isRaster && line.p1() == line.p2() && !grown(m_inside, QtsMargin).intersects(QRectF(dot, QSizeF(1, 1)));
+    return m_isRaster && line.p1() == line.p2() && !enlarged(m_inside, QtsMargin).intersects(QRectF(dot, QSizeF(1, 1)));
 }
 
 // Returns the opacity (0 to 256) of a pen that draws thin lines, or nothing for a wide pen. A pen of width 0 is one
@@ -202,7 +202,7 @@ std::optional<int> ListPainter::Job::thinOpacity(double penWidth) const
     if (penWidth == 0)
         return FullOpacity;
     const double pixels = penWidth * m_mapping.scale;
-    if (pixels < ThinnestWide)
+    if (pixels < WidePenThreshold)
         return static_cast<int>(pixels * FullOpacity);
     return std::nullopt;
 }
@@ -280,7 +280,7 @@ void ListPainter::Job::drawText(const Primitive& primitive)
     const int rotation = static_cast<int>(primitive.c);
     const QTransform toImage = QTransform(scale, 0, 0, scale, primitive.a, primitive.b) * m_target.sceneToImage;
     if (m_mayMask && rotation == 0 && primitive.d * toImage.m11() <= GlyphMasks::LargestSize
-        && isNear(primitive.a, primitive.b) && m_shaper.makesGlyphsOnly()
+        && isNear(primitive.a, primitive.b) && m_shaper.hasNoDecoration()
         && (m_hasManyTexts || m_masks.isReadyFor(label, toImage.dx(), toImage.dy()))
         && m_masks.draw(label, toImage.dx(), toImage.dy(), m_target.textPen.color().rgba(), m_rasteriser))
         return;
@@ -314,7 +314,7 @@ void ListPainter::visitTouching(const QTransform& sceneToImage, const std::vecto
             const Primitive& primitive = m_list.primitive(place);
             const QRectF bounds = m_list.boundsOf(place);
             if (touches(bounds, area) && layers.contains(m_list.layers()[primitive.layer]))
-                visitor(primitive, grown(sceneToImage.mapRect(bounds), Margin), strip);
+                visitor(primitive, enlarged(sceneToImage.mapRect(bounds), Margin), strip);
         }
     }
 }

@@ -2,7 +2,7 @@
 #include "graphics/painting/picking.h"
 
 #include "graphics/elements/chipelement.h"
-#include "graphics/elements/grown.h"
+#include "graphics/elements/enlarged.h"
 #include "graphics/painting/displaylist.h"
 
 #include <QGraphicsItem>
@@ -24,7 +24,7 @@ bool encloses(const QRectF& area, const QRectF& rect)
 }
 
 // This is Qt's rule: the right and the lower border do not belong to an item unless it has no width or no height.
-bool mayHold(const QRectF& bounds, const QPointF& position)
+bool boundsContain(const QRectF& bounds, const QPointF& position)
 {
     const double right = bounds.right() + (bounds.width() == 0 ? Hair : 0);
     const double bottom = bounds.bottom() + (bounds.height() == 0 ? Hair : 0);
@@ -37,7 +37,7 @@ bool isWithinBorder(const Primitive& primitive, const QRectF& bounds, const QPoi
 {
     if (primitive.kind != Primitive::Rect)
         return false;
-    const QRectF inner = grown(bounds, -std::abs(primitive.strokeWidth) - Hair);
+    const QRectF inner = enlarged(bounds, -std::abs(primitive.strokeWidth) - Hair);
     return inner.isValid() && inner.contains(position); // a rect with a negative size contains positions, too
 }
 
@@ -47,12 +47,12 @@ QGraphicsItem* topmostItem(DisplayList& list, const QPointF& point)
 {
     const std::vector<int>& places = list.placesIn(around(point));
     for (auto place = places.rbegin(); place != places.rend(); ++place) {
-        if (!grown(list.boundsOf(*place), 1).contains(point))
+        if (!enlarged(list.boundsOf(*place), 1).contains(point))
             continue;
         QGraphicsItem* item = list.element(*place)->graphicsItem();
         const QPointF position = item->mapFromScene(point);
         const QRectF bounds = item->boundingRect();
-        if (!mayHold(bounds, position))
+        if (!boundsContain(bounds, position))
             continue;
         // contains() builds the item's shape at each call, so it is called only where a border may be.
         if (isWithinBorder(list.primitive(*place), bounds, position) || item->contains(position))

@@ -52,7 +52,7 @@ bool TextShaper::setViewFont(const QFont& font)
     return true;
 }
 
-bool TextShaper::makesGlyphsOnly() const
+bool TextShaper::hasNoDecoration() const
 {
     return !m_viewFont.underline() && !m_viewFont.overline() && !m_viewFont.strikeOut()
         && m_viewFont.capitalization() != QFont::SmallCaps;

@@ -41,7 +41,7 @@ public:
     bool setViewFont(const QFont& font);
 
     // Returns whether texts consist of glyphs only: there are no lines along them and no small capitals.
-    [[nodiscard]] bool makesGlyphsOnly() const;
+    [[nodiscard]] bool hasNoDecoration() const;
 
     // Returns the label's font with all properties resolved, so that a painter adds none of its own.
     [[nodiscard]] const QFont& font(const TextLabel& label);

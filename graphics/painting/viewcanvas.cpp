@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/viewcanvas.h"
 
-#include "graphics/elements/grown.h"
+#include "graphics/elements/enlarged.h"
 #include "graphics/painting/picturedevice.h"
 
 #include <algorithm>
@@ -17,7 +17,7 @@ constexpr int Margin = 2; // pixels that pens and antialiasing reach beyond an e
 
 constexpr int BorderBreadth = 2; // width in pixels of the strips along the picture's borders where cut-off shapes show
 
-constexpr double ThinnestWide = 0.99; // pixels; QPainter draws wider pens
+constexpr double WidePenThreshold = 0.99; // pixels; QPainter draws wider pens
 
 constexpr double LongEdge = 64; // pixels; the opacity of a cut-off edge depends on the length that is left of it
 
@@ -69,14 +69,14 @@ void ViewCanvas::invalidate(int place)
 {
     if (!m_isValid)
         return;
-    mark(grown(m_toPicture.mapRect(m_list.boundsOf(place)), Margin), QPoint());
+    mark(enlarged(m_toPicture.mapRect(m_list.boundsOf(place)), Margin), QPoint());
     if (isMostlyDirty())
         invalidate();
 }
 
 void ViewCanvas::update(const Scene& scene)
 {
-    if (!m_isValid || !isSameButScrolled(scene) || !scroll(scene) || isMostlyDirty())
+    if (!m_isValid || !differsOnlyByScroll(scene) || !scroll(scene) || isMostlyDirty())
         paintAll(scene);
     else
         paintDirtyParts(scene);
@@ -104,7 +104,7 @@ void ViewCanvas::drawOn(QPainter& painter, const QPointF& position, qreal ratio)
     }
 }
 
-bool ViewCanvas::isSameButScrolled(const Scene& scene) const
+bool ViewCanvas::differsOnlyByScroll(const Scene& scene) const
 {
     return isSameScale(scene.toPicture, m_toPicture) && scene.size == m_picture.size() && scene.layers == m_layers
         && scene.listVersion == m_listVersion && scene.hints == m_hints && scene.textPen == m_textPen
@@ -132,10 +132,10 @@ bool ViewCanvas::scroll(const Scene& scene)
     m_origin = QPoint(wrapped(m_origin.x() - way.x(), width), wrapped(m_origin.y() - way.y(), height));
     for (QRect& part : m_dirty)
         part.translate(way);
-    const std::vector<QRect> borders = bordersAcross(way);
-    markCutShapes(borders, way, way); // the areas that they covered before, moved along
+    const std::vector<QRect> borders = edgeStripsFor(way);
+    invalidateClippedShapes(borders, way, way); // the areas that they covered before, moved along
     m_toPicture = scene.toPicture;
-    markCutShapes(borders, QPoint(), -way);
+    invalidateClippedShapes(borders, QPoint(), -way);
     // QPainter rounds shapes that are cut off at the border of an image differently from those inside.
     for (const QRect& border : borders) {
         mark(border);
@@ -149,7 +149,7 @@ bool ViewCanvas::scroll(const Scene& scene)
 }
 
 // Returns strips along the borders that something moves across.
-std::vector<QRect> ViewCanvas::bordersAcross(QPoint way) const
+std::vector<QRect> ViewCanvas::edgeStripsFor(QPoint way) const
 {
     const int width = m_picture.width();
     const int height = m_picture.height();
@@ -175,7 +175,7 @@ bool ViewCanvas::crossesZero(const QPointF& point, QPoint way) const
 // pixels along the whole shape; the position of a text it rounds towards zero. Such shapes cannot be moved with the
 // picture; they are repainted. `way` leads from m_toPicture to where the shapes are now in the picture, `other` to
 // where they were or will be.
-void ViewCanvas::markCutShapes(const std::vector<QRect>& borders, QPoint way, QPoint other)
+void ViewCanvas::invalidateClippedShapes(const std::vector<QRect>& borders, QPoint way, QPoint other)
 {
     const auto markShape = [&](const Primitive& primitive, const QRectF& bounds, const QRect&) {
         const double penWidth = primitive.strokeWidth * m_toPicture.m11();
@@ -185,11 +185,11 @@ void ViewCanvas::markCutShapes(const std::vector<QRect>& borders, QPoint way, QP
                 mark(bounds, way);
             break;
         case Primitive::Rect:
-            if (penWidth > ThinnestWide || std::max(bounds.width(), bounds.height()) > LongEdge)
+            if (penWidth > WidePenThreshold || std::max(bounds.width(), bounds.height()) > LongEdge)
                 markEdges(m_toPicture.mapRect(primitive.rect()), std::max(penWidth, 0.0) / 2 + Margin, way);
             break;
         default:
-            if (primitive.isSlanted() || penWidth > ThinnestWide)
+            if (primitive.isSlanted() || penWidth > WidePenThreshold)
                 mark(bounds, way);
         }
     };

@@ -56,11 +56,11 @@ public:
     void drawOn(QPainter& painter, const QPointF& position, qreal ratio) const;
 
 private:
-    [[nodiscard]] bool isSameButScrolled(const Scene& scene) const;
+    [[nodiscard]] bool differsOnlyByScroll(const Scene& scene) const;
     bool scroll(const Scene& scene);
-    [[nodiscard]] std::vector<QRect> bordersAcross(QPoint way) const;
+    [[nodiscard]] std::vector<QRect> edgeStripsFor(QPoint way) const;
     [[nodiscard]] bool crossesZero(const QPointF& point, QPoint way) const;
-    void markCutShapes(const std::vector<QRect>& borders, QPoint way, QPoint other);
+    void invalidateClippedShapes(const std::vector<QRect>& borders, QPoint way, QPoint other);
     void markEdges(const QRectF& rect, double reach, QPoint way);
     void mark(const QRectF& part, QPoint way);
     void mark(const QRect& part);

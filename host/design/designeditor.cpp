@@ -233,12 +233,12 @@ QString DesignEditor::writeSetting(int site, const QString& key, const QString& 
 // The journal comes before the design: a change that was answered must survive a crash.
 QString DesignEditor::commit(const Change& change, const QString& command)
 {
-    const QString obstacle = keep({command});
-    if (!obstacle.isEmpty())
-        return obstacle;
+    const QString error = keep({command});
+    if (!error.isEmpty())
+        return error;
     apply(change, true);
     if (m_isReplaying) {
-        m_remade.push_back(change); // becomes one undo step with the rest of its group
+        m_groupChanges.push_back(change); // becomes one undo step with the rest of its group
         return {};
     }
     push({change});
@@ -253,10 +253,10 @@ void DesignEditor::push(std::vector<Change> changes)
 
 void DesignEditor::endGroup(GroupEnd end)
 {
-    std::vector<Change> changes = std::exchange(m_remade, {});
+    std::vector<Change> changes = std::exchange(m_groupChanges, {});
     if (end == GroupEnd::Kept && !changes.empty())
         push(std::move(changes));
-    for (auto change = changes.rbegin(); end == GroupEnd::TakenBack && change != changes.rend(); ++change)
+    for (auto change = changes.rbegin(); end == GroupEnd::RolledBack && change != changes.rend(); ++change)
         apply(*change, false);
 }
 
@@ -323,9 +323,9 @@ QString DesignEditor::redo()
 QString DesignEditor::step(int index, bool isForward)
 {
     const auto* command = static_cast<const ChangeCommand*>(m_undoStack.command(index));
-    const QString obstacle = keep(command->commands(isForward));
-    if (!obstacle.isEmpty())
-        return obstacle;
+    const QString error = keep(command->commands(isForward));
+    if (!error.isEmpty())
+        return error;
     isForward ? m_undoStack.redo() : m_undoStack.undo();
     Q_EMIT changed();
     return {};
@@ -336,9 +336,9 @@ QString DesignEditor::claim()
 {
     if (m_isClaimed)
         return {};
-    const QString obstacle = m_journal.claim();
-    if (!obstacle.isEmpty())
-        return obstacle;
+    const QString error = m_journal.claim();
+    if (!error.isEmpty())
+        return error;
     m_isClaimed = hashOfFile(placementFile()) == m_savedHash;
     if (m_isClaimed)
         return {};
@@ -350,32 +350,32 @@ QString DesignEditor::keep(const QStringList& commands)
 {
     if (m_isReplaying || commands.isEmpty())
         return {};
-    const QString obstacle = claim();
-    return obstacle.isEmpty() ? m_journal.append(commands) : obstacle;
+    const QString error = claim();
+    return error.isEmpty() ? m_journal.append(commands) : error;
 }
 
 // The journal is emptied only after the placement file that replaces it is on the disk.
 QString DesignEditor::save()
 {
-    QString obstacle = claimAgain();
-    if (obstacle.isEmpty())
-        obstacle = m_journal.secure();
-    if (obstacle.isEmpty())
-        obstacle = keepSaved();
-    if (!obstacle.isEmpty())
-        return obstacle;
+    QString error = claimAgain();
+    if (error.isEmpty())
+        error = m_journal.secure();
+    if (error.isEmpty())
+        error = backUpPlacementFile();
+    if (!error.isEmpty())
+        return error;
     const QByteArray content = savedContent();
     const FileReplacement replacement = replaceFile(placementFile(), content, m_files, Leftovers::AreRemoved);
     if (replacement.isDone) {
         m_savedHash = QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex();
-        m_journal.startsAfter(journalformat::baseLine(m_savedHash)); // holds even if the rest fails
+        m_journal.setBase(journalformat::baseLine(m_savedHash)); // holds even if the rest fails
     }
     if (!replacement.error.isEmpty())
         return tr("the placements cannot be saved in %1: %2").arg(placementFile(), replacement.error);
     m_undoStack.setClean();
     m_hasUnsavedPast = false;
-    if (!m_journal.startAfter(journalformat::baseLine(m_savedHash)).isEmpty())
-        m_journal.expectHeld();
+    if (!m_journal.restart(journalformat::baseLine(m_savedHash)).isEmpty())
+        m_journal.markSaved();
     Q_EMIT changed();
     return {};
 }
@@ -383,9 +383,9 @@ QString DesignEditor::save()
 // Another program may have taken over the project meanwhile, or somebody may have edited the placement file.
 QString DesignEditor::claimAgain()
 {
-    const QString obstacle = claim();
-    if (!obstacle.isEmpty())
-        return obstacle;
+    const QString error = claim();
+    if (!error.isEmpty())
+        return error;
     const bool isOurs = m_journal.lock().isUndisputed() && hashOfFile(placementFile()) == m_savedHash;
     return isOurs ? QString() : tr("another program has changed the project; open it again");
 }
@@ -396,26 +396,26 @@ QByteArray DesignEditor::savedContent() const
 {
     const QStringList commands = designcommands::between(m_pristine, m_engine.design())
         + designcommands::settings(m_engine.device(), {}, m_engine.settings().changes());
-    const journalformat::Holding journal = m_journal.content();
-    QByteArray content = journal.size > 0 ? journalformat::holdingLine(journal) : QByteArray();
+    const journalformat::Checkpoint journal = m_journal.content();
+    QByteArray content = journal.size > 0 ? journalformat::checkpointLine(journal) : QByteArray();
     for (const QString& command : commands)
         content += command.toUtf8() + '\n';
     return content;
 }
 
 // Commands of the placement file that were refused must not be lost by overwriting it.
-QString DesignEditor::keepSaved()
+QString DesignEditor::backUpPlacementFile()
 {
-    if (!m_isSavedKept && isThere(placementFile()) && keepAside(placementFile(), m_files).isEmpty())
+    if (!m_isPlacementFilePreserved && entryExists(placementFile()) && keepBackup(placementFile(), m_files).isEmpty())
         return tr("%1 cannot be kept under another name: %2").arg(placementFile(), qt_error_string(errno));
-    m_isSavedKept = true;
+    m_isPlacementFilePreserved = true;
     return {};
 }
 
 QString DesignEditor::discard()
 {
-    const QString obstacle = claimAgain();
-    return obstacle.isEmpty() ? m_journal.startAfter(journalformat::baseLine(m_savedHash)) : obstacle;
+    const QString error = claimAgain();
+    return error.isEmpty() ? m_journal.restart(journalformat::baseLine(m_savedHash)) : error;
 }
 
 } // namespace mirn::zelchip

@@ -95,10 +95,10 @@ private:
     [[nodiscard]] QString claim();
     [[nodiscard]] QString claimAgain();
     QString keep(const QStringList& commands);
-    [[nodiscard]] QString keepSaved();
+    [[nodiscard]] QString backUpPlacementFile();
     [[nodiscard]] QByteArray savedContent() const;
     void push(std::vector<Change> changes);
-    enum class GroupEnd { Kept, TakenBack };
+    enum class GroupEnd { Kept, RolledBack };
     void endGroup(GroupEnd end);
 
     // What was read from a file of commands, and what became of it.
@@ -109,23 +109,23 @@ private:
         qint64 end;
     };
     [[nodiscard]] Replay replay(const TclInterpreter::Command& command, const QString& fileName, qint64 from = 0);
-    [[nodiscard]] QString makeAgain(const JournalReader::Change& change, const TclInterpreter::Command& command);
+    [[nodiscard]] QString replayChange(const JournalReader::Change& change, const TclInterpreter::Command& command);
     void replaySaved(const TclInterpreter::Command& command, QStringList& messages);
     void replayJournal(const TclInterpreter::Command& command, QStringList& messages);
-    [[nodiscard]] qint64 partOfJournalHeld() const;
+    [[nodiscard]] qint64 savedJournalBytes() const;
     [[nodiscard]] static std::optional<QByteArray> partsOf(const QString& fileName, const std::vector<FilePart>& parts);
-    [[nodiscard]] QString mendJournal(const std::vector<FilePart>& kept);
+    [[nodiscard]] QString rewriteJournal(const std::vector<FilePart>& kept);
 
     zelengine::ReferenceEngine& m_engine;
     const QString m_directory;
     FileLayer& m_files;
     QByteArray m_savedHash; // SHA-256 of the placement file, hexadecimal
-    bool m_isSavedKept = true; // whether all of the placement file is in the design, or kept under another name
+    bool m_isPlacementFilePreserved = true; // whether all of the placement file is in the design, or kept under another name
     Journal m_journal;
     QUndoStack m_undoStack;
     zelengine::Design m_pristine; // the design as its file has it
     bool m_isReplaying = false;
-    std::vector<Change> m_remade; // the accepted changes of the group that is being replayed
+    std::vector<Change> m_groupChanges; // the accepted changes of the group that is being replayed
     bool m_isClaimed = false; // whether this program holds the lock and the placement file was not changed
     bool m_hasUnsavedPast = false;
 };

@@ -62,13 +62,13 @@ struct DesignEditor::Replay
             kept.push_back({change.begin, change.end});
     }
 
-    [[nodiscard]] bool isAllMade() const { return refused == 0 && !hasTornEnd; }
+    [[nodiscard]] bool isAllMade() const { return refused == 0 && !isTruncated; }
 
     QString error; // why the file could not be read; empty if it was, or if there is none
     qint64 size = 0; // bytes that were read
     QByteArray hash; // SHA-256 of these bytes, hexadecimal
-    bool hasTornEnd = false;
-    int unfinishedLine = 0; // where the change begins that the end of the file cuts off; 0 if there is none
+    bool isTruncated = false;
+    int incompleteChangeLine = 0; // where the change begins that the end of the file cuts off; 0 if there is none
     qint64 accepted = 0; // number of changes
     qint64 refused = 0;
     QStringList refusals; // the first of them, as messages
@@ -81,7 +81,7 @@ QStringList DesignEditor::recover(const TclInterpreter::Command& command)
     m_isReplaying = true;
     // The lock keeps others from saving between the reading of the two files. Without it the two may not fit together;
     // claim() detects that before this program changes anything.
-    if (isThere(placementFile()) || isThere(m_journal.fileName()))
+    if (entryExists(placementFile()) || entryExists(m_journal.fileName()))
         (void)m_journal.lock().claim();
     replaySaved(command, messages);
     m_undoStack.clear(); // undo goes back to the saved state, no further
@@ -98,7 +98,7 @@ DesignEditor::Replay DesignEditor::replay(const TclInterpreter::Command& command
 {
     Replay result;
     JournalReader reader(m_files);
-    if (!isThere(fileName) || !reader.open(fileName, &result.error)) {
+    if (!entryExists(fileName) || !reader.open(fileName, &result.error)) {
         result.hash = hashOfFile(fileName, 0);
         return result;
     }
@@ -107,7 +107,7 @@ DesignEditor::Replay DesignEditor::replay(const TclInterpreter::Command& command
         if (change.begin < from)
             continue;
         const bool isTold = result.refused < MostRefusalsTold;
-        const QString refusal = isTold || beginsWithCommand(change) ? makeAgain(change, command) : QStringLiteral("?");
+        const QString refusal = isTold || beginsWithCommand(change) ? replayChange(change, command) : QStringLiteral("?");
         if (refusal.isEmpty())
             result.keep(change);
         else if (++result.refused <= MostRefusalsTold)
@@ -119,13 +119,13 @@ DesignEditor::Replay DesignEditor::replay(const TclInterpreter::Command& command
     result.error = reader.error();
     result.size = reader.size();
     result.hash = reader.hash();
-    result.hasTornEnd = reader.hasTornEnd();
-    result.unfinishedLine = reader.unfinishedLine();
+    result.isTruncated = reader.isTruncated();
+    result.incompleteChangeLine = reader.incompleteChangeLine();
     return result;
 }
 
 // Carries out all commands of a change or none. The lines are split as lists of words: nothing in them is evaluated.
-QString DesignEditor::makeAgain(const JournalReader::Change& change, const TclInterpreter::Command& command)
+QString DesignEditor::replayChange(const JournalReader::Change& change, const TclInterpreter::Command& command)
 {
     const QString first = change.lines.empty() ? QString() : excerpt(change.lines.front());
     if (!change.isWhole)
@@ -134,14 +134,14 @@ QString DesignEditor::makeAgain(const JournalReader::Change& change, const TclIn
         return tr("%1 (the line is longer than any command)").arg(first);
     for (const std::string& line : change.lines) {
         if (line.find('\0') != std::string::npos) {
-            endGroup(GroupEnd::TakenBack);
+            endGroup(GroupEnd::RolledBack);
             return tr("%1 (the line is no text)").arg(excerpt(line));
         }
         const auto words = TclInterpreter::words(QString::fromUtf8(line.data(), static_cast<int>(line.size())));
         const TclResult result = words ? command(*words) : TclResult::error(tr("the line is no list of words"));
         if (result.isOk)
             continue;
-        endGroup(GroupEnd::TakenBack);
+        endGroup(GroupEnd::RolledBack);
         return tr("%1 (%2)").arg(excerpt(line), excerpt(result.text));
     }
     endGroup(GroupEnd::Kept);
@@ -152,17 +152,17 @@ void DesignEditor::replaySaved(const TclInterpreter::Command& command, QStringLi
 {
     const Replay saved = replay(command, placementFile());
     m_savedHash = saved.hash;
-    m_journal.startsAfter(journalformat::baseLine(m_savedHash));
+    m_journal.setBase(journalformat::baseLine(m_savedHash));
     if (!saved.error.isEmpty()) {
         const QString reason = tr("%1 cannot be read: %2").arg(placementFile(), saved.error);
         messages.append(reason);
         m_journal.refuse(reason); // without the saved state, the changes that follow it cannot be judged
     }
-    if (saved.hasTornEnd)
+    if (saved.isTruncated)
         messages.append(tr("%1: the last line is cut off and was not read.").arg(placementFile()));
     messages += saved.refusals;
-    m_isSavedKept = saved.isAllMade();
-    if (m_isSavedKept || !saved.error.isEmpty())
+    m_isPlacementFilePreserved = saved.isAllMade();
+    if (m_isPlacementFilePreserved || !saved.error.isEmpty())
         return;
     // Saving would lose the commands that no longer fit the design, so the project counts as modified.
     m_hasUnsavedPast = true;
@@ -171,13 +171,13 @@ void DesignEditor::replaySaved(const TclInterpreter::Command& command, QStringLi
 
 // Returns how many bytes at the journal's beginning are contained in the placement file already; -1 if the journal
 // follows another saved state.
-qint64 DesignEditor::partOfJournalHeld() const
+qint64 DesignEditor::savedJournalBytes() const
 {
     const QString& name = m_journal.fileName();
     const QByteArray base = JournalReader::baseOf(name);
     if (base == m_savedHash)
         return 0;
-    const journalformat::Holding holding = JournalReader::holdingOf(placementFile());
+    const journalformat::Checkpoint holding = JournalReader::checkpointOf(placementFile());
     if (holding.size > 0 && QFileInfo(name).size() >= holding.size && hashOfFile(name, holding.size) == holding.hash)
         return holding.size;
     return base.isEmpty() ? 0 : -1;
@@ -185,10 +185,10 @@ qint64 DesignEditor::partOfJournalHeld() const
 
 void DesignEditor::replayJournal(const TclInterpreter::Command& command, QStringList& messages)
 {
-    if (m_journal.isRefusing())
+    if (m_journal.isDisabled())
         return;
     const QString& name = m_journal.fileName();
-    const qint64 held = partOfJournalHeld();
+    const qint64 held = savedJournalBytes();
     const Replay journal = held < 0 ? Replay() : replay(command, name, held);
     if (!journal.error.isEmpty()) {
         messages.append(tr("%1 cannot be read: %2").arg(name, journal.error));
@@ -198,23 +198,23 @@ void DesignEditor::replayJournal(const TclInterpreter::Command& command, QString
     if (held < 0) {
         m_journal.expect(QFileInfo(name).size(), hashOfFile(name));
         messages.append(
-            tr("%1 belongs to another state of %2 and was not used. %3").arg(name, placementFile(), mendJournal({})));
+            tr("%1 belongs to another state of %2 and was not used. %3").arg(name, placementFile(), rewriteJournal({})));
         return;
     }
     m_journal.expect(journal.size, journal.hash);
     if (held > 0 && journal.size == held)
-        m_journal.expectHeld();
+        m_journal.markSaved();
     QStringList faults = journal.refusals;
-    if (journal.unfinishedLine > 0)
+    if (journal.incompleteChangeLine > 0)
         faults.prepend(tr("%1:%2: the last change was cut off; it was never confirmed, or this line is damaged, and is "
                           "dropped.")
-                           .arg(name, QString::number(journal.unfinishedLine)));
-    else if (journal.hasTornEnd)
+                           .arg(name, QString::number(journal.incompleteChangeLine)));
+    else if (journal.isTruncated)
         faults.prepend(
             tr("The last line of %1 was cut off; the change in it was never confirmed and is dropped.").arg(name));
     messages += faults;
     if (!faults.isEmpty())
-        messages.append(mendJournal(journal.kept));
+        messages.append(rewriteJournal(journal.kept));
     if (journal.accepted == 1)
         messages.append(tr("1 change that was not saved is back."));
     else if (journal.accepted > 1)
@@ -241,18 +241,18 @@ std::optional<QByteArray> DesignEditor::partsOf(const QString& fileName, const s
 
 // Replaces the journal by one of the accepted changes, unless another program may be changing the project. Returns a
 // message for the user.
-QString DesignEditor::mendJournal(const std::vector<FilePart>& kept)
+QString DesignEditor::rewriteJournal(const std::vector<FilePart>& kept)
 {
     QString name;
-    const QString obstacle = claim();
+    const QString error = claim();
     const std::optional<QByteArray> content = kept.empty() ? QByteArray() : partsOf(m_journal.fileName(), kept);
-    if (!obstacle.isEmpty())
-        m_journal.block(obstacle);
+    if (!error.isEmpty())
+        m_journal.block(error);
     else if (!content)
         m_journal.block(tr("%1 cannot be read again").arg(m_journal.fileName()));
     else
-        name = m_journal.setAsideFor(kept.empty() ? *content : journalformat::baseLine(m_savedHash) + *content);
-    return name.isEmpty() ? tr("No change is accepted: %1").arg(m_journal.blockage())
+        name = m_journal.replaceKeepingBackup(kept.empty() ? *content : journalformat::baseLine(m_savedHash) + *content);
+    return name.isEmpty() ? tr("No change is accepted: %1").arg(m_journal.appendError())
                           : tr("The journal as it was is kept as %1.").arg(name);
 }
 

@@ -27,10 +27,10 @@ public:
     // program has changed it since.
     void expect(qint64 size, const QByteArray& hash);
     // The placement file holds all that is in the journal by now, so the next change empties the journal first.
-    void expectHeld();
+    void markSaved();
     // Refuses every further operation that would write, for this reason.
     void refuse(const QString& reason);
-    [[nodiscard]] bool isRefusing() const { return !m_refusal.isEmpty(); }
+    [[nodiscard]] bool isDisabled() const { return !m_refusal.isEmpty(); }
 
     // Refuses changes for this reason until a save has secured what is in the file.
     void block(const QString& reason);
@@ -40,7 +40,7 @@ public:
     [[nodiscard]] QString secure();
     // Returns the size and hash of the part of the file that this program knows, for the placement file; the size is 0
     // if there is none.
-    [[nodiscard]] journalformat::Holding content() const;
+    [[nodiscard]] journalformat::Checkpoint content() const;
 
     // Takes the lock, unless it is held already; append() and the other operations that write do so by themselves.
     // Returns an empty text for success, else why not, for example because another program holds the lock or has
@@ -54,29 +54,29 @@ public:
     [[nodiscard]] QString append(const QStringList& commands);
 
     // Both set the line, from journalformat::baseLine(), with which the next new journal begins: it names the saved
-    // state that the changes follow. startAfter() also empties the file; it returns an empty text for success.
-    void startsAfter(const QByteArray& base) { m_base = base; }
-    [[nodiscard]] QString startAfter(const QByteArray& base);
+    // state that the changes follow. restart() also empties the file; it returns an empty text for success.
+    void setBase(const QByteArray& base) { m_base = base; }
+    [[nodiscard]] QString restart(const QByteArray& base);
 
     // Renames the file and returns its new name, or an empty text if that failed. In that case no further change is
     // accepted, and blockage() says why.
     QString setAside();
-    [[nodiscard]] const QString& blockage() const { return m_blockage; }
+    [[nodiscard]] const QString& appendError() const { return m_appendError; }
 
     // Keeps a copy of the file under a new name and replaces its content with this. Empty content leaves no journal at
     // all. Returns the name of the copy, or an empty text as setAside() does.
-    QString setAsideFor(const QByteArray& content);
+    QString replaceKeepingBackup(const QByteArray& content);
 
     [[nodiscard]] const QString& fileName() const { return m_fileName; }
 
 private:
     [[nodiscard]] QString open();
     [[nodiscard]] QString prepare();
-    [[nodiscard]] QString objection() const;
+    [[nodiscard]] QString fileError() const;
     [[nodiscard]] bool isOurs() const;
     [[nodiscard]] QString cut(qint64 size);
     void close();
-    [[nodiscard]] QString complaint(const QString& reason) const;
+    [[nodiscard]] QString described(const QString& reason) const;
 
     const QString m_fileName;
     FileLayer& m_files;
@@ -84,15 +84,15 @@ private:
     int m_file = -1;
     qint64 m_size = 0; // bytes that this program knows
     QByteArray m_hash; // SHA-256 of what was read, until the first change
-    bool m_isHeldByPlacement = false;
-    bool m_hasMore = false; // whether the file has content that is in no other file and not in the design
+    bool m_isSaved = false;
+    bool m_hasUnsavedContent = false; // whether the file has content that is in no other file and not in the design
     QByteArray m_base; // the first line of a new journal, with its line end; set before anything is appended
     QString m_refusal; // why nothing may be written at all; empty if it may
-    QString m_blockage; // why nothing may be appended; empty if it may
+    QString m_appendError; // why nothing may be appended; empty if it may
 };
 
 // Keeps a copy of a file beside it, as "NAME.aside-1" or with the next free number. Returns the name of the copy; empty
 // if it could not be made.
-QString keepAside(const QString& fileName, FileLayer& files = FileLayer::system());
+QString keepBackup(const QString& fileName, FileLayer& files = FileLayer::system());
 
 } // namespace mirn::zelchip

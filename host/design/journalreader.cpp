@@ -18,7 +18,7 @@ namespace mirn::zelchip {
 namespace {
 
 const QByteArray BaseStart = "# follows ";
-const QByteArray HoldingStart = "# holds ";
+const QByteArray CheckpointStart = "# holds ";
 const QByteArray GroupStart = "# together ";
 
 // Without a limit, a damaged number would make the reader collect lines without end.
@@ -70,9 +70,9 @@ QByteArray baseLine(const QByteArray& placementHash)
     return BaseStart + placementHash + '\n';
 }
 
-QByteArray holdingLine(const Holding& holding)
+QByteArray checkpointLine(const Checkpoint& holding)
 {
-    return HoldingStart + QByteArray::number(holding.size) + ' ' + holding.hash + '\n';
+    return CheckpointStart + QByteArray::number(holding.size) + ' ' + holding.hash + '\n';
 }
 
 QByteArray groupLine(qsizetype count)
@@ -97,7 +97,7 @@ bool JournalReader::next(Change& change)
     for (qint64 begin = size(); m_reader.next(line); begin = size()) {
         ++m_lines;
         if (!line.hasEnd) {
-            m_hasTornEnd = true;
+            m_isTruncated = true;
             m_group = {}; // the whole group is incomplete with it
             return false;
         }
@@ -126,7 +126,7 @@ bool JournalReader::next(Change& change)
         change.end = size();
         return true;
     }
-    m_hasTornEnd = m_hasTornEnd || m_group.commands > 0;
+    m_isTruncated = m_isTruncated || m_group.commands > 0;
     return false;
 }
 
@@ -136,11 +136,11 @@ QByteArray JournalReader::baseOf(const QString& fileName)
     return line.startsWith(BaseStart) ? line.mid(BaseStart.size()).trimmed().toLower() : QByteArray();
 }
 
-journalformat::Holding JournalReader::holdingOf(const QString& fileName)
+journalformat::Checkpoint JournalReader::checkpointOf(const QString& fileName)
 {
     const QByteArray line = firstLine(fileName);
-    const QList<QByteArray> words = line.mid(HoldingStart.size()).trimmed().split(' ');
-    if (!line.startsWith(HoldingStart) || words.size() != 2)
+    const QList<QByteArray> words = line.mid(CheckpointStart.size()).trimmed().split(' ');
+    if (!line.startsWith(CheckpointStart) || words.size() != 2)
         return {};
     return {std::max(words.at(0).toLongLong(), qint64(0)), words.at(1).toLower()};
 }
@@ -148,7 +148,7 @@ journalformat::Holding JournalReader::holdingOf(const QString& fileName)
 QByteArray hashOfFile(const QString& fileName, qint64 bytes)
 {
     QCryptographicHash hash(QCryptographicHash::Sha256);
-    if (!isThere(fileName))
+    if (!entryExists(fileName))
         return hash.result().toHex();
     QString error;
     QFile file;
@@ -166,7 +166,7 @@ QByteArray hashOfFile(const QString& fileName, qint64 bytes)
     return length < 0 ? QByteArray() : hash.result().toHex();
 }
 
-bool isThere(const QString& fileName)
+bool entryExists(const QString& fileName)
 {
     const QFileInfo file(fileName);
     return file.exists() || file.isSymLink();

@@ -20,12 +20,12 @@ namespace journalformat {
 // What the first line of a placement file says, "# holds SIZE HASH": the file contains the changes in the first SIZE
 // bytes of the journal that has this SHA-256 there. If the program is stopped before it empties the journal, nothing is
 // lost and the next program does not replay those changes.
-struct Holding
+struct Checkpoint
 {
     qint64 size = 0;
     QByteArray hash; // hexadecimal
 };
-[[nodiscard]] QByteArray holdingLine(const Holding& holding);
+[[nodiscard]] QByteArray checkpointLine(const Checkpoint& holding);
 
 // Returns the line before the commands of a change that has several, "# together COUNT". They are carried out together
 // or not at all.
@@ -62,18 +62,18 @@ public:
     // Valid after the end was reached: the number of bytes read, and whether the last change is incomplete because its
     // writer was interrupted.
     [[nodiscard]] qint64 size() const { return m_reader.position(); }
-    [[nodiscard]] bool hasTornEnd() const { return m_hasTornEnd; }
+    [[nodiscard]] bool isTruncated() const { return m_isTruncated; }
 
     // error() says why the file was not read to its end, empty if it was; hash() is the SHA-256 of what was read,
     // hexadecimal.
     [[nodiscard]] const QString& error() const { return m_reader.error(); }
     [[nodiscard]] QByteArray hash() const { return m_reader.hash(); }
     // The line where the change begins that lacks some of its commands at the end of the file; 0 if there is none.
-    [[nodiscard]] int unfinishedLine() const { return m_group.line; }
+    [[nodiscard]] int incompleteChangeLine() const { return m_group.line; }
 
-    // Read the first line of a file. Without such a line, baseOf() returns an empty text and holdingOf() a size of 0.
+    // Read the first line of a file. Without such a line, baseOf() returns an empty text and checkpointOf() a size of 0.
     [[nodiscard]] static QByteArray baseOf(const QString& fileName); // hexadecimal
-    [[nodiscard]] static journalformat::Holding holdingOf(const QString& fileName);
+    [[nodiscard]] static journalformat::Checkpoint checkpointOf(const QString& fileName);
 
 private:
     // The change whose commands are being read.
@@ -87,11 +87,11 @@ private:
     LineReader m_reader;
     int m_lines = 0;
     Group m_group;
-    bool m_hasTornEnd = false;
+    bool m_isTruncated = false;
 };
 
 // Returns true for a dangling symbolic link as well.
-[[nodiscard]] bool isThere(const QString& fileName);
+[[nodiscard]] bool entryExists(const QString& fileName);
 
 // Returns the SHA-256 (hexadecimal) of the first bytes of a file, or of all of it if it is smaller. A missing file
 // counts as empty; the result is empty if the file cannot be read.

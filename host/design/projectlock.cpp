@@ -52,22 +52,22 @@ ProjectLock::ProjectLock(const QString& fileName)
 }
 
 // Opening a pipe would wait for its other end.
-QString ProjectLock::objectionToFile() const
+QString ProjectLock::fileError() const
 {
     const QFileInfo file(m_fileName);
     if ((!file.exists() && !file.isSymLink()) || file.isFile())
         return {};
-    const QString objection = zelengine::objectionToInputFile(m_fileName, LargestLock);
-    return tr("the lock %1 is in the way: %2; remove it").arg(m_fileName, objection);
+    const QString error = zelengine::inputFileError(m_fileName, LargestLock);
+    return tr("the lock %1 is in the way: %2; remove it").arg(m_fileName, error);
 }
 
 QString ProjectLock::claim()
 {
     if (m_lock.isLocked())
         return {};
-    const QString objection = objectionToFile();
-    if (!objection.isEmpty())
-        return objection;
+    const QString error = fileError();
+    if (!error.isEmpty())
+        return error;
     if (QFileInfo(m_fileName).size() > LargestLock)
         return doubt();
     int problem = 0;
@@ -125,8 +125,8 @@ bool ProjectLock::isUndisputed() const
 QString ProjectLock::doubt() const
 {
     const QFileInfo file(m_fileName);
-    if (m_lock.isLocked() || !objectionToFile().isEmpty())
-        return objectionToFile();
+    if (m_lock.isLocked() || !fileError().isEmpty())
+        return fileError();
     if (!file.exists())
         return {};
     const Holder other = holder();
@@ -144,9 +144,9 @@ QString ProjectLock::doubt() const
 
 QString ProjectLock::takeOver()
 {
-    const QString objection = objectionToFile();
-    if (!objection.isEmpty() || doubt().isEmpty() || m_lock.removeStaleLockFile())
-        return objection;
+    const QString error = fileError();
+    if (!error.isEmpty() || doubt().isEmpty() || m_lock.removeStaleLockFile())
+        return error;
     return tr("the lock %1 cannot be taken over: a program holds it, or it cannot be removed").arg(m_fileName);
 }
 

@@ -44,7 +44,7 @@ private:
 
     [[nodiscard]] Holder holder() const;
     [[nodiscard]] bool isOfRunningProgram() const;
-    [[nodiscard]] QString objectionToFile() const;
+    [[nodiscard]] QString fileError() const;
 
     const QString m_fileName;
     QLockFile m_lock;

@@ -100,12 +100,12 @@ bool ProjectSession::openProject(const QString& directory, QString* error)
         *error = (QStringList(*error) + m_warnings.mid(0, MostWarningsWithAnError)).join(QLatin1Char('\n'));
         return false;
     }
-    *error = m_engine->device().drawingObjection();
+    *error = m_engine->device().drawingError();
     if (!error->isEmpty())
         return false;
-    const QString filterObjection = m_engine->device().filterObjection();
-    if (!filterObjection.isEmpty())
-        m_warnings.append(tr("%1, so no kinds of elements can be marked").arg(filterObjection));
+    const QString filterError = m_engine->device().filterError();
+    if (!filterError.isEmpty())
+        m_warnings.append(tr("%1, so no kinds of elements can be marked").arg(filterError));
     const zelengine::Project& project = m_engine->project();
     m_title = m_engine->device().name() + QLatin1Char('/') + project.name;
     m_flow = project.flow;

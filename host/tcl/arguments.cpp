@@ -15,14 +15,14 @@ Arguments::Arguments(
         else if (i + 1 < words.size() && !m_values.contains(words[i]))
             m_values.insert(words[i], words[i + 1]), ++i;
         else
-            complain();
+            failUsage();
     }
 }
 
 QString Arguments::text(const QString& option)
 {
     if (!m_values.contains(option))
-        complain();
+        failUsage();
     return m_values.value(option);
 }
 
@@ -39,11 +39,11 @@ int Arguments::number(const QString& option)
 QStringList Arguments::positional(int least, int most)
 {
     if (m_positional.size() < least || m_positional.size() > most)
-        complain();
+        failUsage();
     return m_positional;
 }
 
-void Arguments::complain()
+void Arguments::failUsage()
 {
     if (m_error.isEmpty())
         m_error = QStringLiteral("wrong # args: should be \"%1\"").arg(m_usage);

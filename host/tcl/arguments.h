@@ -35,7 +35,7 @@ public:
     QStringList positional(int least, int most);
 
 private:
-    void complain();
+    void failUsage();
 
     const QString m_usage;
     QHash<QString, QString> m_values;

@@ -91,7 +91,7 @@ public:
 
     static int run(ClientData data, Tcl_Interp* interpreter, int count, Tcl_Obj* const objects[]);
     static void release(ClientData data) { delete static_cast<Registration*>(data); }
-    static void breathe(ClientData data, Tcl_Interp* interpreter);
+    static void processEvents(ClientData data, Tcl_Interp* interpreter);
 
     void takeOver(const char* command);
     TclResult callTaken(const char* command, const QStringList& arguments);
@@ -116,7 +116,7 @@ int TclInterpreterPrivate::run(ClientData data, Tcl_Interp* interpreter, int cou
     return result.isOk ? TCL_OK : TCL_ERROR;
 }
 
-void TclInterpreterPrivate::breathe(ClientData data, Tcl_Interp*)
+void TclInterpreterPrivate::processEvents(ClientData data, Tcl_Interp*)
 {
     auto* self = static_cast<TclInterpreterPrivate*>(data);
     if (self->busyHandler)
@@ -184,7 +184,7 @@ TclInterpreter::TclInterpreter()
     d->takeOver("exit");
     addCommand(QStringLiteral("exit"), [this](const QStringList& words) { return d->exit(words); });
     Tcl_LimitSetGranularity(d->interpreter.get(), TCL_LIMIT_TIME, 1);
-    Tcl_LimitAddHandler(d->interpreter.get(), TCL_LIMIT_TIME, &TclInterpreterPrivate::breathe, d.get(), nullptr);
+    Tcl_LimitAddHandler(d->interpreter.get(), TCL_LIMIT_TIME, &TclInterpreterPrivate::processEvents, d.get(), nullptr);
 }
 
 TclInterpreter::~TclInterpreter() = default;

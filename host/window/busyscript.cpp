@@ -13,11 +13,11 @@ BusyScript::BusyScript(CommandShell& shell, QObject* parent)
     : QObject(parent)
     , m_shell(shell)
 {
-    connect(&shell, &CommandShell::busy, this, &BusyScript::breathe);
+    connect(&shell, &CommandShell::busy, this, &BusyScript::processEvents);
     connect(&shell, &CommandShell::idle, this, &BusyScript::end);
 }
 
-void BusyScript::breathe()
+void BusyScript::processEvents()
 {
     // A dialog that the script opened runs its own event loop and receives its own input.
     if (QApplication::activeModalWidget())

@@ -24,7 +24,7 @@ Q_SIGNALS:
     void changed(bool isBusy);
 
 private:
-    void breathe();
+    void processEvents();
     void end();
 
     CommandShell& m_shell;

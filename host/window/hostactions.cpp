@@ -40,7 +40,7 @@ QAction* newAction(QMainWindow* window, const QString& text, const QKeySequence&
 }
 
 // The tip includes the shortcut, because a tool bar shows neither text nor keys.
-void dress(QAction* action, const QString& text, const char* iconName, const QString& tip)
+void decorate(QAction* action, const QString& text, const char* iconName, const QString& tip)
 {
     action->setText(text);
     action->setIcon(icon(iconName));
@@ -51,7 +51,7 @@ void dress(QAction* action, const QString& text, const char* iconName, const QSt
 void dressMode(QAction* action, Qt::Key key, const QString& text, const char* iconName, const QString& tip)
 {
     action->setShortcut(key);
-    dress(action, text, iconName, tip);
+    decorate(action, text, iconName, tip);
 }
 
 } // namespace
@@ -66,7 +66,7 @@ HostActions::HostActions(QMainWindow* window)
 void HostActions::createActions(QMainWindow* window)
 {
     openProject = newAction(window, QString(), QKeySequence::Open);
-    dress(openProject, tr("&Open Project..."), "open", tr("Open a project folder"));
+    decorate(openProject, tr("&Open Project..."), "open", tr("Open a project folder"));
     openDrawing = newAction(window, tr("Open &Drawing..."), Qt::CTRL | Qt::SHIFT | Qt::Key_O);
     save = newAction(window, tr("&Save"), QKeySequence::Save);
     undo = newAction(window, QString(), QKeySequence::Undo);
@@ -79,12 +79,12 @@ void HostActions::createActions(QMainWindow* window)
 
     zoomIn = newAction(window, QString());
     zoomIn->setShortcuts({Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal});
-    dress(zoomIn, tr("Zoom &In"), "zoom-in", tr("Zoom in"));
+    decorate(zoomIn, tr("Zoom &In"), "zoom-in", tr("Zoom in"));
     zoomOut = newAction(window, QString(), Qt::CTRL | Qt::Key_Minus);
-    dress(zoomOut, tr("Zoom &Out"), "zoom-out", tr("Zoom out"));
+    decorate(zoomOut, tr("Zoom &Out"), "zoom-out", tr("Zoom out"));
     fit = newAction(window, QString());
     fit->setShortcuts({Qt::Key_F, Qt::CTRL | Qt::Key_0});
-    dress(fit, tr("&Fit Drawing"), "zoom-fit", tr("Show the whole drawing"));
+    decorate(fit, tr("&Fit Drawing"), "zoom-fit", tr("Show the whole drawing"));
     zoomToSelection = newAction(window, tr("Zoom to S&election"), Qt::SHIFT | Qt::Key_F);
 
     keys = newAction(window, tr("&Keys and Gestures"), QKeySequence::HelpContents);
@@ -151,7 +151,7 @@ void HostActions::addChipActions(const QMap<int, QAction*>& actions, bool hasFil
     dressMode(select, Qt::Key_S, tr("&Select"), "select", tr("Select elements by click or rectangle"));
     dressMode(pan, Qt::Key_H, tr("&Pan"), "pan", tr("Drag the drawing"));
     dressMode(zoom, Qt::Key_Z, tr("&Zoom Area"), "zoom-area", tr("Zoom to a rectangle"));
-    dress(filter, tr("&Filter"), "filter", tr("Mark kinds of elements"));
+    decorate(filter, tr("&Filter"), "filter", tr("Mark kinds of elements"));
     filter->setEnabled(hasFilter);
 
     m_viewMenu->insertActions(m_endOfModesInMenu, {select, pan, zoom});

@@ -14,7 +14,7 @@
 #include "host/project/projecttcl.h"
 #include "host/window/busyscript.h"
 #include "host/window/chipstatusbar.h"
-#include "host/window/chipsurface.h"
+#include "host/window/drawingarea.h"
 #include "host/window/findbox.h"
 #include "host/window/helptexts.h"
 #include "host/window/loadprogress.h"
@@ -82,7 +82,7 @@ void MainWindow::connectActions()
 
 void MainWindow::open(const QString& path)
 {
-    if (!mayLeave(editor(), this))
+    if (!confirmClose(editor(), this))
         return;
     const LoadProgress progress(path, this, LoadProgress::Cancelling::Possible);
     const QString error = replaceProject(path);
@@ -132,7 +132,7 @@ void MainWindow::connectShell()
 {
     connect(&m_shell, &CommandShell::finished, this, &MainWindow::reportResult);
     // A script from a file is not stopped by a question; its changes are in the journal.
-    m_shell.interpreter().setExitGuard([this] { return !m_shell.isAnsweringUser() || mayLeave(editor(), this); });
+    m_shell.interpreter().setExitGuard([this] { return !m_shell.isAnsweringUser() || confirmClose(editor(), this); });
     ProjectCommands commands;
     commands.open = [this](const QString& path) {
         // The view would be deleted while its own command is running.
@@ -179,11 +179,11 @@ void MainWindow::openSurface(std::unique_ptr<ProjectSession> session)
     m_surface.reset();
     setCentralWidget(new QWidget(this)); // keeps the space until the new view exists
     centralWidget()->show();
-    m_surface = std::make_unique<ChipSurface>(std::move(session), this);
+    m_surface = std::make_unique<DrawingArea>(std::move(session), this);
     if (LoadProgress::isCurrentCancelled() && previous) {
         const LoadProgress progress(previous->drawingFile(), this, LoadProgress::Cancelling::Impossible);
         m_surface.reset();
-        m_surface = std::make_unique<ChipSurface>(std::move(previous), this);
+        m_surface = std::make_unique<DrawingArea>(std::move(previous), this);
     } else if (LoadProgress::isCurrentCancelled()) {
         m_surface->showSentence(
             tr("Opening this drawing was cancelled. The File menu opens it again, or another one."));
@@ -367,7 +367,7 @@ void MainWindow::showEvent(QShowEvent* event)
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    event->setAccepted(mayLeave(editor(), this));
+    event->setAccepted(confirmClose(editor(), this));
 }
 
 void MainWindow::chooseProject()

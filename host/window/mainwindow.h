@@ -15,7 +15,7 @@ namespace mirn::zelchip {
 
 class BusyScript;
 class ChipStatusBar;
-class ChipSurface;
+class DrawingArea;
 class ConsoleDock;
 class ViewProbe;
 
@@ -91,7 +91,7 @@ private:
     ConsoleDock* const m_console; // child of the window
     QTimer m_refresh; // updates the view once after a series of changes
     ChipStatusBar* const m_statusBar; // child of the window
-    std::unique_ptr<ChipSurface> m_surface;
+    std::unique_ptr<DrawingArea> m_surface;
     ViewProbe* m_probe = nullptr; // child of the graphics view
     bool m_isArranged = false; // whether the docks have had their initial sizes
 };

@@ -17,7 +17,7 @@ QString tr(const char* text)
 
 } // namespace
 
-bool mayLeave(DesignEditor& editor, QWidget* parent)
+bool confirmClose(DesignEditor& editor, QWidget* parent)
 {
     if (!editor.isModified())
         return true;
@@ -38,9 +38,9 @@ bool mayLeave(DesignEditor& editor, QWidget* parent)
     }
     if (problem.isEmpty())
         return true;
-    QMessageBox complaint(QMessageBox::Critical, tr("zelchip"), problem, QMessageBox::Close, parent);
-    complaint.setTextFormat(Qt::PlainText); // a path may look like mark-up
-    complaint.exec();
+    QMessageBox box(QMessageBox::Critical, tr("zelchip"), problem, QMessageBox::Close, parent);
+    box.setTextFormat(Qt::PlainText); // a path may look like mark-up
+    box.exec();
     return false;
 }
 

@@ -9,6 +9,6 @@ class DesignEditor;
 
 // Call it before a design is closed: if it has unsaved changes, this asks whether to save or to discard them, and does
 // so. Returns false if the user cancels or if that fails; a failure is shown.
-[[nodiscard]] bool mayLeave(DesignEditor& editor, QWidget* parent);
+[[nodiscard]] bool confirmClose(DesignEditor& editor, QWidget* parent);
 
 } // namespace mirn::zelchip

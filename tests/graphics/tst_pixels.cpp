@@ -162,7 +162,7 @@ public:
     {
         const int wrong = differing(ratio); // after which Qt has told the scene of everything
         return QStringLiteral("%1, %2 wrong")
-            .arg(scene()->elements().isPlain() ? QStringLiteral("view") : QStringLiteral("Qt"))
+            .arg(scene()->elements().canPaintFromList() ? QStringLiteral("view") : QStringLiteral("Qt"))
             .arg(wrong);
     }
 
@@ -356,7 +356,7 @@ private Q_SLOTS:
         for (const double scale : {1.0, 10.0}) { // different layers
             chip.zoom(scale, {170, 120});
             QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(chip.scene(), second, 1)), 0);
-            QVERIFY(chip.scene()->elements().isPlain());
+            QVERIFY(chip.scene()->elements().canPaintFromList());
         }
     }
 
@@ -449,7 +449,7 @@ private Q_SLOTS:
             }
             const QImage after = chip.picture();
             QVERIFY(before != after);
-            QVERIFY(chip.scene()->elements().isPlain());
+            QVERIFY(chip.scene()->elements().canPaintFromList());
             QCOMPARE(differingPixels(after, paintedByItems(chip.scene(), *chip.view(), 1)), 0);
             QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(chip.scene(), second, 1)), 0);
             chip.database()->selectedIds().clear();

@@ -39,10 +39,10 @@ TextPool::Offset TextPool::reserve(std::size_t size)
 
 TextPool::Offset TextPool::add(std::string_view text)
 {
-    return text.empty() || text.front() == '\0' ? Empty : addApart(text);
+    return text.empty() || text.front() == '\0' ? Empty : addDistinct(text);
 }
 
-TextPool::Offset TextPool::addApart(std::string_view text)
+TextPool::Offset TextPool::addDistinct(std::string_view text)
 {
     text = text.substr(0, text.find('\0'));
     const Offset offset = reserve(text.size() + 1);

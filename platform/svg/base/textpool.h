@@ -22,7 +22,7 @@ public:
     Offset add(std::string_view text);
 
     // Does the same, but always at a new offset, even for an empty text.
-    Offset addApart(std::string_view text);
+    Offset addDistinct(std::string_view text);
 
     // Does the same as add(), but reuses a recently interned text instead of copying it, because drawings repeat
     // tooltips and names in sequences. It is only a cache: equal texts may have different offsets.

@@ -41,7 +41,7 @@ ElementDecoder::ElementDecoder(ElementReceiver& receiver, Diagnostics& diagnosti
     , m_limits(limits)
     // The prefixes that need no declaration, and those whose declaration some drawings lack.
     , m_bindings{
-          {"", Space::Svg, 0}, {"xml", Space::Xml, 0}, {"xlink", Space::Xlink, 0}, {"tovanel", Space::Tovanel, 0}}
+          {"", XmlNamespace::Svg, 0}, {"xml", XmlNamespace::Xml, 0}, {"xlink", XmlNamespace::Xlink, 0}, {"tovanel", XmlNamespace::Tovanel, 0}}
 { }
 
 void ElementDecoder::startTag(const XmlName& name, const XmlAttribute* attributes, std::size_t count)
@@ -51,7 +51,7 @@ void ElementDecoder::startTag(const XmlName& name, const XmlAttribute* attribute
             "found elements nested too deep, expected at most " + std::to_string(m_limits.nesting) + " levels");
         return;
     }
-    if (m_leftOutDepth > 0)
+    if (m_skippedDepth > 0)
         return;
     declareSpaces(attributes, count);
     m_element.reset(elementName(name));
@@ -65,15 +65,15 @@ void ElementDecoder::startTag(const XmlName& name, const XmlAttribute* attribute
     if (m_depth == 1)
         checkRoot(name.text());
     if (m_diagnostics.hasFailed() || !m_receiver.startElement(m_element))
-        m_leftOutDepth = m_depth;
+        m_skippedDepth = m_depth;
 }
 
 void ElementDecoder::endTag()
 {
-    if (m_leftOutDepth == 0)
+    if (m_skippedDepth == 0)
         m_receiver.endElement();
-    if (m_leftOutDepth == m_depth)
-        m_leftOutDepth = 0;
+    if (m_skippedDepth == m_depth)
+        m_skippedDepth = 0;
     if (m_bindings.back().depth == m_depth)
         forgetSpaces();
     --m_depth;
@@ -81,7 +81,7 @@ void ElementDecoder::endTag()
 
 void ElementDecoder::text(std::string_view text)
 {
-    if (m_leftOutDepth == 0)
+    if (m_skippedDepth == 0)
         m_receiver.characters(text);
 }
 
@@ -93,7 +93,7 @@ void ElementDecoder::declareSpaces(const XmlAttribute* attributes, std::size_t c
             continue;
         const QualifiedName qualified = splitName(name);
         const std::string_view prefix = qualified.prefix.empty() ? std::string_view() : qualified.local;
-        m_bindings.push_back({std::string(prefix), spaceOfUri(attributes[i].value), m_depth});
+        m_bindings.push_back({std::string(prefix), namespaceOfUri(attributes[i].value), m_depth});
         m_elementNames.clear();
         m_attributeNames.clear();
     }
@@ -111,13 +111,13 @@ void ElementDecoder::forgetSpaces()
     m_attributeNames.clear();
 }
 
-Space ElementDecoder::spaceOf(std::string_view prefix) const
+XmlNamespace ElementDecoder::spaceOf(std::string_view prefix) const
 {
     for (auto binding = m_bindings.rbegin(); binding != m_bindings.rend(); ++binding) {
         if (binding->prefix == prefix)
             return binding->space;
     }
-    return Space::Other;
+    return XmlNamespace::Other;
 }
 
 ElementName ElementDecoder::elementName(const XmlName& name)
@@ -132,8 +132,8 @@ AttributeName ElementDecoder::attributeName(const XmlName& name)
 {
     return m_attributeNames.meaning(name, [&] {
         const QualifiedName qualified = splitName(name.text());
-        const Space space = qualified.prefix.empty() ? Space::None : spaceOf(qualified.prefix);
-        return space == Space::Other ? AttributeName::Unknown : zelsvg::attributeName(space, qualified.local);
+        const XmlNamespace space = qualified.prefix.empty() ? XmlNamespace::None : spaceOf(qualified.prefix);
+        return space == XmlNamespace::Other ? AttributeName::Unknown : zelsvg::attributeName(space, qualified.local);
     });
 }
 

@@ -29,13 +29,13 @@ private:
     struct Binding
     {
         std::string prefix; // empty for elements without a prefix
-        Space space;
+        XmlNamespace space;
         int depth; // nesting depth of the element that declares it
     };
 
     void declareSpaces(const XmlAttribute* attributes, std::size_t count);
     void forgetSpaces();
-    [[nodiscard]] Space spaceOf(std::string_view prefix) const;
+    [[nodiscard]] XmlNamespace spaceOf(std::string_view prefix) const;
     [[nodiscard]] ElementName elementName(const XmlName& name);
     [[nodiscard]] AttributeName attributeName(const XmlName& name);
     void checkRoot(std::string_view name);
@@ -49,7 +49,7 @@ private:
     NameCache<AttributeName> m_attributeNames;
     Element m_element;
     int m_depth = 0;
-    int m_leftOutDepth = 0; // the depth of the element being skipped, 0 for none
+    int m_skippedDepth = 0; // the depth of the element being skipped, 0 for none
 };
 
 } // namespace zelsvg

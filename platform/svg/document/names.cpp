@@ -11,132 +11,132 @@ namespace {
 
 template <typename Name> struct Entry
 {
-    Space space;
+    XmlNamespace space;
     std::string_view text;
     Name name;
 };
 
 constexpr Entry<ElementName> Elements[] = {
-    {Space::Svg, "a", ElementName::A},
-    {Space::Svg, "circle", ElementName::Circle},
-    {Space::Svg, "clipPath", ElementName::ClipPath},
-    {Space::Svg, "defs", ElementName::Defs},
-    {Space::Svg, "desc", ElementName::Desc},
-    {Space::Svg, "ellipse", ElementName::Ellipse},
-    {Space::Svg, "filter", ElementName::Filter},
-    {Space::Svg, "foreignObject", ElementName::ForeignObject},
-    {Space::Svg, "g", ElementName::G},
-    {Space::Svg, "image", ElementName::Image},
-    {Space::Svg, "line", ElementName::Line},
-    {Space::Svg, "linearGradient", ElementName::LinearGradient},
-    {Space::Svg, "marker", ElementName::Marker},
-    {Space::Svg, "mask", ElementName::Mask},
-    {Space::Svg, "metadata", ElementName::Metadata},
-    {Space::Svg, "path", ElementName::Path},
-    {Space::Svg, "pattern", ElementName::Pattern},
-    {Space::Svg, "polygon", ElementName::Polygon},
-    {Space::Svg, "polyline", ElementName::Polyline},
-    {Space::Svg, "radialGradient", ElementName::RadialGradient},
-    {Space::Svg, "rect", ElementName::Rect},
-    {Space::Svg, "script", ElementName::Script},
-    {Space::Svg, "stop", ElementName::Stop},
-    {Space::Svg, "style", ElementName::Style},
-    {Space::Svg, "svg", ElementName::Svg},
-    {Space::Svg, "switch", ElementName::Switch},
-    {Space::Svg, "symbol", ElementName::Symbol},
-    {Space::Svg, "text", ElementName::Text},
-    {Space::Svg, "textPath", ElementName::TextPath},
-    {Space::Svg, "title", ElementName::Title},
-    {Space::Svg, "tspan", ElementName::TSpan},
-    {Space::Svg, "use", ElementName::Use},
-    {Space::Tovanel, "layer", ElementName::TovanelLayer},
+    {XmlNamespace::Svg, "a", ElementName::A},
+    {XmlNamespace::Svg, "circle", ElementName::Circle},
+    {XmlNamespace::Svg, "clipPath", ElementName::ClipPath},
+    {XmlNamespace::Svg, "defs", ElementName::Defs},
+    {XmlNamespace::Svg, "desc", ElementName::Desc},
+    {XmlNamespace::Svg, "ellipse", ElementName::Ellipse},
+    {XmlNamespace::Svg, "filter", ElementName::Filter},
+    {XmlNamespace::Svg, "foreignObject", ElementName::ForeignObject},
+    {XmlNamespace::Svg, "g", ElementName::G},
+    {XmlNamespace::Svg, "image", ElementName::Image},
+    {XmlNamespace::Svg, "line", ElementName::Line},
+    {XmlNamespace::Svg, "linearGradient", ElementName::LinearGradient},
+    {XmlNamespace::Svg, "marker", ElementName::Marker},
+    {XmlNamespace::Svg, "mask", ElementName::Mask},
+    {XmlNamespace::Svg, "metadata", ElementName::Metadata},
+    {XmlNamespace::Svg, "path", ElementName::Path},
+    {XmlNamespace::Svg, "pattern", ElementName::Pattern},
+    {XmlNamespace::Svg, "polygon", ElementName::Polygon},
+    {XmlNamespace::Svg, "polyline", ElementName::Polyline},
+    {XmlNamespace::Svg, "radialGradient", ElementName::RadialGradient},
+    {XmlNamespace::Svg, "rect", ElementName::Rect},
+    {XmlNamespace::Svg, "script", ElementName::Script},
+    {XmlNamespace::Svg, "stop", ElementName::Stop},
+    {XmlNamespace::Svg, "style", ElementName::Style},
+    {XmlNamespace::Svg, "svg", ElementName::Svg},
+    {XmlNamespace::Svg, "switch", ElementName::Switch},
+    {XmlNamespace::Svg, "symbol", ElementName::Symbol},
+    {XmlNamespace::Svg, "text", ElementName::Text},
+    {XmlNamespace::Svg, "textPath", ElementName::TextPath},
+    {XmlNamespace::Svg, "title", ElementName::Title},
+    {XmlNamespace::Svg, "tspan", ElementName::TSpan},
+    {XmlNamespace::Svg, "use", ElementName::Use},
+    {XmlNamespace::Tovanel, "layer", ElementName::TovanelLayer},
 };
 
 constexpr Entry<AttributeName> Attributes[] = {
-    {Space::None, "font-size", AttributeName::FontSize},
-    {Space::None, "font", AttributeName::Font},
-    {Space::None, "font-family", AttributeName::FontFamily},
-    {Space::None, "font-stretch", AttributeName::FontStretch},
-    {Space::None, "font-style", AttributeName::FontStyle},
-    {Space::None, "font-variant", AttributeName::FontVariant},
-    {Space::None, "font-weight", AttributeName::FontWeight},
-    {Space::None, "color", AttributeName::Color},
-    {Space::None, "fill", AttributeName::Fill},
-    {Space::None, "fill-opacity", AttributeName::FillOpacity},
-    {Space::None, "fill-rule", AttributeName::FillRule},
-    {Space::None, "stroke", AttributeName::Stroke},
-    {Space::None, "stroke-opacity", AttributeName::StrokeOpacity},
-    {Space::None, "stroke-width", AttributeName::StrokeWidth},
-    {Space::None, "stroke-dasharray", AttributeName::StrokeDashArray},
-    {Space::None, "opacity", AttributeName::Opacity},
-    {Space::None, "display", AttributeName::Display},
-    {Space::None, "visibility", AttributeName::Visibility},
-    {Space::None, "text-anchor", AttributeName::TextAnchor},
-    {Space::None, "dominant-baseline", AttributeName::DominantBaseline},
-    {Space::None, "alignment-baseline", AttributeName::AlignmentBaseline},
-    {Space::None, "vector-effect", AttributeName::VectorEffect},
-    {Space::None, "white-space", AttributeName::WhiteSpace},
-    {Space::None, "text-decoration", AttributeName::TextDecoration},
-    {Space::None, "text-decoration-line", AttributeName::TextDecoration},
-    {Space::None, "letter-spacing", AttributeName::LetterSpacing},
-    {Space::None, "word-spacing", AttributeName::WordSpacing},
-    {Space::None, "writing-mode", AttributeName::WritingMode},
-    {Space::None, "direction", AttributeName::Direction},
-    {Space::None, "text-transform", AttributeName::TextTransform},
-    {Space::None, "baseline-shift", AttributeName::BaselineShift},
-    {Space::None, "transform", AttributeName::Transform},
-    {Space::None, "overflow", AttributeName::Overflow},
-    {Space::None, "stop-color", AttributeName::StopColor},
-    {Space::None, "stop-opacity", AttributeName::StopOpacity},
-    {Space::None, "clip-path", AttributeName::ClipPath},
-    {Space::None, "mask", AttributeName::Mask},
-    {Space::None, "filter", AttributeName::Filter},
-    {Space::None, "marker", AttributeName::Marker},
-    {Space::None, "marker-start", AttributeName::MarkerStart},
-    {Space::None, "marker-mid", AttributeName::MarkerMid},
-    {Space::None, "marker-end", AttributeName::MarkerEnd},
-    {Space::None, "class", AttributeName::Class},
-    {Space::None, "cx", AttributeName::Cx},
-    {Space::None, "cy", AttributeName::Cy},
-    {Space::None, "d", AttributeName::D},
-    {Space::None, "dx", AttributeName::Dx},
-    {Space::None, "dy", AttributeName::Dy},
-    {Space::None, "height", AttributeName::Height},
-    {Space::None, "href", AttributeName::Href},
-    {Space::None, "id", AttributeName::Id},
-    {Space::None, "media", AttributeName::Media},
-    {Space::None, "offset", AttributeName::Offset},
-    {Space::None, "points", AttributeName::Points},
-    {Space::None, "preserveAspectRatio", AttributeName::PreserveAspectRatio},
-    {Space::None, "r", AttributeName::R},
-    {Space::None, "rotate", AttributeName::Rotate},
-    {Space::None, "rx", AttributeName::Rx},
-    {Space::None, "ry", AttributeName::Ry},
-    {Space::None, "style", AttributeName::Style},
-    {Space::None, "textLength", AttributeName::TextLength},
-    {Space::None, "type", AttributeName::Type},
-    {Space::None, "viewBox", AttributeName::ViewBox},
-    {Space::None, "width", AttributeName::Width},
-    {Space::None, "x", AttributeName::X},
-    {Space::None, "x1", AttributeName::X1},
-    {Space::None, "x2", AttributeName::X2},
-    {Space::None, "y", AttributeName::Y},
-    {Space::None, "y1", AttributeName::Y1},
-    {Space::None, "y2", AttributeName::Y2},
-    {Space::None, "maximum", AttributeName::LayerMaximum},
-    {Space::None, "minimum", AttributeName::LayerMinimum},
-    {Space::None, "number", AttributeName::LayerNumber},
-    {Space::Xlink, "href", AttributeName::XlinkHref},
-    {Space::Xml, "id", AttributeName::Id},
-    {Space::Xml, "space", AttributeName::XmlSpace},
-    {Space::Tovanel, "flag", AttributeName::TovanelFlag},
-    {Space::Tovanel, "id", AttributeName::TovanelId},
-    {Space::Tovanel, "initial-scale", AttributeName::TovanelInitialScale},
-    {Space::Tovanel, "layer", AttributeName::TovanelLayer},
-    {Space::Tovanel, "maximum-scale", AttributeName::TovanelMaximumScale},
-    {Space::Tovanel, "minimum-scale", AttributeName::TovanelMinimumScale},
-    {Space::Tovanel, "popup", AttributeName::TovanelPopup},
-    {Space::Tovanel, "scale-step", AttributeName::TovanelScaleStep},
+    {XmlNamespace::None, "font-size", AttributeName::FontSize},
+    {XmlNamespace::None, "font", AttributeName::Font},
+    {XmlNamespace::None, "font-family", AttributeName::FontFamily},
+    {XmlNamespace::None, "font-stretch", AttributeName::FontStretch},
+    {XmlNamespace::None, "font-style", AttributeName::FontStyle},
+    {XmlNamespace::None, "font-variant", AttributeName::FontVariant},
+    {XmlNamespace::None, "font-weight", AttributeName::FontWeight},
+    {XmlNamespace::None, "color", AttributeName::Color},
+    {XmlNamespace::None, "fill", AttributeName::Fill},
+    {XmlNamespace::None, "fill-opacity", AttributeName::FillOpacity},
+    {XmlNamespace::None, "fill-rule", AttributeName::FillRule},
+    {XmlNamespace::None, "stroke", AttributeName::Stroke},
+    {XmlNamespace::None, "stroke-opacity", AttributeName::StrokeOpacity},
+    {XmlNamespace::None, "stroke-width", AttributeName::StrokeWidth},
+    {XmlNamespace::None, "stroke-dasharray", AttributeName::StrokeDashArray},
+    {XmlNamespace::None, "opacity", AttributeName::Opacity},
+    {XmlNamespace::None, "display", AttributeName::Display},
+    {XmlNamespace::None, "visibility", AttributeName::Visibility},
+    {XmlNamespace::None, "text-anchor", AttributeName::TextAnchor},
+    {XmlNamespace::None, "dominant-baseline", AttributeName::DominantBaseline},
+    {XmlNamespace::None, "alignment-baseline", AttributeName::AlignmentBaseline},
+    {XmlNamespace::None, "vector-effect", AttributeName::VectorEffect},
+    {XmlNamespace::None, "white-space", AttributeName::WhiteSpace},
+    {XmlNamespace::None, "text-decoration", AttributeName::TextDecoration},
+    {XmlNamespace::None, "text-decoration-line", AttributeName::TextDecoration},
+    {XmlNamespace::None, "letter-spacing", AttributeName::LetterSpacing},
+    {XmlNamespace::None, "word-spacing", AttributeName::WordSpacing},
+    {XmlNamespace::None, "writing-mode", AttributeName::WritingMode},
+    {XmlNamespace::None, "direction", AttributeName::Direction},
+    {XmlNamespace::None, "text-transform", AttributeName::TextTransform},
+    {XmlNamespace::None, "baseline-shift", AttributeName::BaselineShift},
+    {XmlNamespace::None, "transform", AttributeName::Transform},
+    {XmlNamespace::None, "overflow", AttributeName::Overflow},
+    {XmlNamespace::None, "stop-color", AttributeName::StopColor},
+    {XmlNamespace::None, "stop-opacity", AttributeName::StopOpacity},
+    {XmlNamespace::None, "clip-path", AttributeName::ClipPath},
+    {XmlNamespace::None, "mask", AttributeName::Mask},
+    {XmlNamespace::None, "filter", AttributeName::Filter},
+    {XmlNamespace::None, "marker", AttributeName::Marker},
+    {XmlNamespace::None, "marker-start", AttributeName::MarkerStart},
+    {XmlNamespace::None, "marker-mid", AttributeName::MarkerMid},
+    {XmlNamespace::None, "marker-end", AttributeName::MarkerEnd},
+    {XmlNamespace::None, "class", AttributeName::Class},
+    {XmlNamespace::None, "cx", AttributeName::Cx},
+    {XmlNamespace::None, "cy", AttributeName::Cy},
+    {XmlNamespace::None, "d", AttributeName::D},
+    {XmlNamespace::None, "dx", AttributeName::Dx},
+    {XmlNamespace::None, "dy", AttributeName::Dy},
+    {XmlNamespace::None, "height", AttributeName::Height},
+    {XmlNamespace::None, "href", AttributeName::Href},
+    {XmlNamespace::None, "id", AttributeName::Id},
+    {XmlNamespace::None, "media", AttributeName::Media},
+    {XmlNamespace::None, "offset", AttributeName::Offset},
+    {XmlNamespace::None, "points", AttributeName::Points},
+    {XmlNamespace::None, "preserveAspectRatio", AttributeName::PreserveAspectRatio},
+    {XmlNamespace::None, "r", AttributeName::R},
+    {XmlNamespace::None, "rotate", AttributeName::Rotate},
+    {XmlNamespace::None, "rx", AttributeName::Rx},
+    {XmlNamespace::None, "ry", AttributeName::Ry},
+    {XmlNamespace::None, "style", AttributeName::Style},
+    {XmlNamespace::None, "textLength", AttributeName::TextLength},
+    {XmlNamespace::None, "type", AttributeName::Type},
+    {XmlNamespace::None, "viewBox", AttributeName::ViewBox},
+    {XmlNamespace::None, "width", AttributeName::Width},
+    {XmlNamespace::None, "x", AttributeName::X},
+    {XmlNamespace::None, "x1", AttributeName::X1},
+    {XmlNamespace::None, "x2", AttributeName::X2},
+    {XmlNamespace::None, "y", AttributeName::Y},
+    {XmlNamespace::None, "y1", AttributeName::Y1},
+    {XmlNamespace::None, "y2", AttributeName::Y2},
+    {XmlNamespace::None, "maximum", AttributeName::LayerMaximum},
+    {XmlNamespace::None, "minimum", AttributeName::LayerMinimum},
+    {XmlNamespace::None, "number", AttributeName::LayerNumber},
+    {XmlNamespace::Xlink, "href", AttributeName::XlinkHref},
+    {XmlNamespace::Xml, "id", AttributeName::Id},
+    {XmlNamespace::Xml, "space", AttributeName::XmlSpace},
+    {XmlNamespace::Tovanel, "flag", AttributeName::TovanelFlag},
+    {XmlNamespace::Tovanel, "id", AttributeName::TovanelId},
+    {XmlNamespace::Tovanel, "initial-scale", AttributeName::TovanelInitialScale},
+    {XmlNamespace::Tovanel, "layer", AttributeName::TovanelLayer},
+    {XmlNamespace::Tovanel, "maximum-scale", AttributeName::TovanelMaximumScale},
+    {XmlNamespace::Tovanel, "minimum-scale", AttributeName::TovanelMinimumScale},
+    {XmlNamespace::Tovanel, "popup", AttributeName::TovanelPopup},
+    {XmlNamespace::Tovanel, "scale-step", AttributeName::TovanelScaleStep},
 };
 
 // A table from (namespace, text) to a name. Every element and attribute of a drawing is looked up, so for speed the
@@ -155,7 +155,7 @@ public:
         }
     }
 
-    [[nodiscard]] const Entry<Name>* find(Space space, std::string_view text) const
+    [[nodiscard]] const Entry<Name>* find(XmlNamespace space, std::string_view text) const
     {
         if (text.empty())
             return nullptr;
@@ -167,7 +167,7 @@ public:
     }
 
 private:
-    [[nodiscard]] static std::size_t hash(Space space, std::string_view text)
+    [[nodiscard]] static std::size_t hash(XmlNamespace space, std::string_view text)
     {
         const auto at = [text](std::size_t i) { return static_cast<std::size_t>(static_cast<unsigned char>(text[i])); };
         const std::size_t last = text.size() - 1;
@@ -187,14 +187,14 @@ const NameTable<AttributeName, 512>& attributeTable()
 
 } // namespace
 
-ElementName elementName(Space space, std::string_view local)
+ElementName elementName(XmlNamespace space, std::string_view local)
 {
     static const NameTable<ElementName, 128> table(Elements);
-    const auto* found = table.find(space == Space::None ? Space::Svg : space, local);
+    const auto* found = table.find(space == XmlNamespace::None ? XmlNamespace::Svg : space, local);
     return found ? found->name : ElementName::Unknown;
 }
 
-AttributeName attributeName(Space space, std::string_view local)
+AttributeName attributeName(XmlNamespace space, std::string_view local)
 {
     const auto* found = attributeTable().find(space, local);
     return found ? found->name : AttributeName::Unknown;
@@ -202,23 +202,23 @@ AttributeName attributeName(Space space, std::string_view local)
 
 AttributeName propertyName(std::string_view name)
 {
-    AttributeName found = attributeName(Space::None, name);
+    AttributeName found = attributeName(XmlNamespace::None, name);
     if (found == AttributeName::Unknown)
-        found = attributeName(Space::None, lowered(name));
+        found = attributeName(XmlNamespace::None, lowered(name));
     return found < AttributeName::PropertyCount ? found : AttributeName::Unknown;
 }
 
-Space spaceOfUri(std::string_view uri)
+XmlNamespace namespaceOfUri(std::string_view uri)
 {
     if (uri.empty())
-        return Space::None;
+        return XmlNamespace::None;
     if (uri == "http://www.w3.org/2000/svg")
-        return Space::Svg;
+        return XmlNamespace::Svg;
     if (uri == "http://www.w3.org/1999/xlink")
-        return Space::Xlink;
+        return XmlNamespace::Xlink;
     if (uri == "http://www.w3.org/XML/1998/namespace")
-        return Space::Xml;
-    return uri == "urn:tovanel:chip-drawing" ? Space::Tovanel : Space::Other;
+        return XmlNamespace::Xml;
+    return uri == "urn:tovanel:chip-drawing" ? XmlNamespace::Tovanel : XmlNamespace::Other;
 }
 
 } // namespace zelsvg

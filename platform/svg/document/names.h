@@ -139,16 +139,16 @@ constexpr std::size_t AttributeCount = static_cast<std::size_t>(AttributeName::C
 static_assert(PropertyCount <= 64 && AttributeCount <= 128);
 
 // The namespaces that have a meaning here.
-enum class Space : std::uint8_t { None, Svg, Xlink, Xml, Tovanel, Other };
+enum class XmlNamespace : std::uint8_t { None, Svg, Xlink, Xml, Tovanel, Other };
 
 // `local` is the name without its prefix. Names without a meaning here are Unknown.
-[[nodiscard]] ElementName elementName(Space space, std::string_view local);
-[[nodiscard]] AttributeName attributeName(Space space, std::string_view local);
+[[nodiscard]] ElementName elementName(XmlNamespace space, std::string_view local);
+[[nodiscard]] AttributeName attributeName(XmlNamespace space, std::string_view local);
 
 // Returns the style property of this name, whose case does not matter, as in CSS; Unknown for any other name.
 [[nodiscard]] AttributeName propertyName(std::string_view name);
 
 // Returns the namespace with this URI.
-[[nodiscard]] Space spaceOfUri(std::string_view uri);
+[[nodiscard]] XmlNamespace namespaceOfUri(std::string_view uri);
 
 } // namespace zelsvg

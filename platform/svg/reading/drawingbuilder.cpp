@@ -258,7 +258,7 @@ TextPool::Offset DrawingBuilder::tooltipOf(std::string_view text)
     const auto isInherited = [tooltip](const Frame& frame) { return !frame.hasTooltip && frame.tooltip == tooltip; };
     const auto begin = m_frames.begin();
     const bool isShared = std::any_of(begin, begin + static_cast<std::ptrdiff_t>(m_depth) - 1, isInherited);
-    return isShared ? m_writer.texts().addApart(text) : tooltip;
+    return isShared ? m_writer.texts().addDistinct(text) : tooltip;
 }
 
 void DrawingBuilder::resolveStyle(const Element& element, Frame& frame)

@@ -149,7 +149,7 @@ bool StyleSheet::parseCompound(std::string_view text, Compound& compound, std::u
     if (text.front() == '*') {
         text.remove_prefix(1);
     } else if (isNameCharacter(text.front())) {
-        compound.type = elementName(Space::Svg, takeName(text));
+        compound.type = elementName(XmlNamespace::Svg, takeName(text));
         if (compound.type == ElementName::Unknown)
             compound.type = ElementName::CharacterData; // a type that is never drawn, so this matches no element
         ++specificity;

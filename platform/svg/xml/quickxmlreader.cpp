@@ -12,7 +12,7 @@ namespace {
 
 [[nodiscard]] const char* skipSpaces(const char* p)
 {
-    return skipXmlBytes(p, XmlByte::Space);
+    return skipXmlBytes(p, XmlByte::XmlNamespace);
 }
 
 [[nodiscard]] std::string_view textOf(const char* begin, const char* end)
@@ -142,7 +142,7 @@ QuickXmlReader::Step QuickXmlReader::readDocumentType(const char* p)
     const char* end = find(p, m_input.end(), '>');
     if (!end)
         return Step::Incomplete;
-    if (m_hasDocumentType || m_hasRoot || !(xmlByte(*p) & XmlByte::Space))
+    if (m_hasDocumentType || m_hasRoot || !(xmlByte(*p) & XmlByte::XmlNamespace))
         return Step::GiveUp;
     const char* name = skipSpaces(p);
     p = skipXmlBytes(name, XmlByte::NamePart);
@@ -169,7 +169,7 @@ QuickXmlReader::Step QuickXmlReader::readComment(const char* p)
     while (true) {
         if (p[0] == '-' && p[1] == '-')
             break;
-        if ((xmlByte(*p) & (XmlByte::InText | XmlByte::InValue | XmlByte::Space)) || *p == '<' || *p == '&') {
+        if ((xmlByte(*p) & (XmlByte::InText | XmlByte::InValue | XmlByte::XmlNamespace)) || *p == '<' || *p == '&') {
             ++p;
         } else {
             const char* next = static_cast<unsigned char>(*p) >= 0x80 ? skipXmlCharacter(p) : nullptr;
@@ -324,7 +324,7 @@ QuickXmlReader::Step QuickXmlReader::readAttribute(const char*& p)
             p = next;
             continue;
         }
-        if (*p == '&' || (xmlByte(*p) & XmlByte::Space))
+        if (*p == '&' || (xmlByte(*p) & XmlByte::XmlNamespace))
             m_rawValues |= bit;
         else if (*p != '"' && *p != '\'')
             return unexpected(p);
@@ -364,7 +364,7 @@ bool QuickXmlReader::completeValues()
                     return false;
                 continue;
             }
-            const bool isSpace = xmlByte(*p) & XmlByte::Space;
+            const bool isSpace = xmlByte(*p) & XmlByte::XmlNamespace;
             const bool isPair = p[0] == '\r' && p[1] == '\n';
             m_values += isSpace ? ' ' : *p;
             p += isPair ? 2 : 1;

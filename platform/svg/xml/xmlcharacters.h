@@ -10,7 +10,7 @@ namespace zelsvg {
 // The classes of bytes of an XML file, one bit each; 0 for bytes that always need a closer look. NUL, which ends every
 // buffer, is in no class.
 namespace XmlByte {
-constexpr std::uint8_t Space = 1;
+constexpr std::uint8_t XmlNamespace = 1;
 constexpr std::uint8_t NameStart = 2; // ASCII only
 constexpr std::uint8_t NamePart = 4;
 constexpr std::uint8_t InText = 8; // stands for itself in text
@@ -31,12 +31,12 @@ constexpr bool isOneOf(int c, const char* list)
 constexpr std::uint8_t xmlByteOf(int c)
 {
     const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
-    const bool isPlain = c >= ' ' && c < 0x80;
-    int bits = isOneOf(c, " \t\n\r") ? XmlByte::Space : 0;
+    const bool canPaintFromList = c >= ' ' && c < 0x80;
+    int bits = isOneOf(c, " \t\n\r") ? XmlByte::XmlNamespace : 0;
     bits |= isLetter ? XmlByte::NameStart : 0;
     bits |= isLetter || (c >= '0' && c <= '9') || isOneOf(c, ":-.") ? XmlByte::NamePart : 0;
-    bits |= (isPlain && !isOneOf(c, "<&]")) || c == '\t' ? XmlByte::InText : 0;
-    bits |= isPlain && !isOneOf(c, "<&\"'") ? XmlByte::InValue : 0;
+    bits |= (canPaintFromList && !isOneOf(c, "<&]")) || c == '\t' ? XmlByte::InText : 0;
+    bits |= canPaintFromList && !isOneOf(c, "<&\"'") ? XmlByte::InValue : 0;
     return static_cast<std::uint8_t>(bits);
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/window/chipsurface.h"
+#include "host/window/drawingarea.h"
 
 #include "chipview/zelchipgui.h"
 #include "chipview/zelchipviewdatabase.h"
@@ -50,7 +50,7 @@ bool hasMoreRowsThan(int limit, QTreeWidget* tree)
 
 } // namespace
 
-ChipSurface::ChipSurface(std::unique_ptr<ProjectSession> session, QWidget* parent)
+DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* parent)
     : m_session(std::move(session))
 {
     m_session->activate();
@@ -70,26 +70,26 @@ ChipSurface::ChipSurface(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_fit->fit();
 }
 
-ChipSurface::~ChipSurface()
+DrawingArea::~DrawingArea()
 {
     if (m_session)
         endChipView();
 }
 
-std::unique_ptr<ProjectSession> ChipSurface::takeSession()
+std::unique_ptr<ProjectSession> DrawingArea::takeSession()
 {
     endChipView();
     m_session->deactivate();
     return std::move(m_session);
 }
 
-void ChipSurface::endChipView()
+void DrawingArea::endChipView()
 {
     m_chipView.reset();
     ZELChipViewDatabase::destoryInstance();
 }
 
-void ChipSurface::showSentence(const QString& text)
+void DrawingArea::showSentence(const QString& text)
 {
     QWidget* viewport = m_graphicsView->viewport();
     auto* label = new QLabel(text, viewport); // owned by the viewport
@@ -100,12 +100,12 @@ void ChipSurface::showSentence(const QString& text)
     layout->addWidget(label);
 }
 
-void ChipSurface::fit()
+void DrawingArea::fit()
 {
     m_fit->fit();
 }
 
-bool ChipSurface::zoomToSelection()
+bool DrawingArea::zoomToSelection()
 {
     const auto* scene = qobject_cast<zelchipview::ZelGraphicsScene*>(m_graphicsView->scene());
     QList<QGraphicsItem*> selected;
@@ -119,7 +119,7 @@ bool ChipSurface::zoomToSelection()
     return !selected.isEmpty();
 }
 
-void ChipSurface::arrangeTree()
+void DrawingArea::arrangeTree()
 {
     auto* tree = m_chipView->findChild<QTreeWidget*>();
     tree->sortByColumn(0, Qt::AscendingOrder);
@@ -127,14 +127,14 @@ void ChipSurface::arrangeTree()
         m_chipView->expandAllTreeItems();
 }
 
-void ChipSurface::arrangeTable()
+void DrawingArea::arrangeTable()
 {
     QHeaderView* rows = m_chipView->findChild<QTableWidget*>()->verticalHeader();
     rows->setMinimumSectionSize(rows->fontMetrics().height());
     rows->setDefaultSectionSize(rows->fontMetrics().height() + UsageRowPadding);
 }
 
-void ChipSurface::addFindBox()
+void DrawingArea::addFindBox()
 {
     auto* dock = m_chipView->findChild<QDockWidget*>(PlacementDock);
     auto* titleBar = new QWidget(dock); // owned by the dock
@@ -148,7 +148,7 @@ void ChipSurface::addFindBox()
     QObject::connect(m_findBox, &FindBox::chosen, m_chipView.get(), [this] { zoomToSelection(); });
 }
 
-void ChipSurface::arrangeDocks()
+void DrawingArea::arrangeDocks()
 {
     auto* placement = m_chipView->findChild<QDockWidget*>(PlacementDock);
     auto* usage = m_chipView->findChild<QDockWidget*>(UsageDock);

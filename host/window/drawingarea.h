@@ -19,20 +19,20 @@ class ProjectSession;
 
 // An open project on the screen: the session and the chip view that shows it, created and deleted in the right order.
 // The main window owns it. Only one exists at a time, because a process has only one controller of the chip view.
-class ChipSurface final
+class DrawingArea final
 {
 public:
     // `parent` becomes the parent of the chip view, which takes part in its layout like any widget.
-    ChipSurface(std::unique_ptr<ProjectSession> session, QWidget* parent);
+    DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* parent);
 
     // Deletes the chip view, then its controller, and closes the session.
-    ~ChipSurface();
+    ~DrawingArea();
 
     // Deletes the chip view and returns the session, deactivated. After that the surface can only be deleted.
     [[nodiscard]] std::unique_ptr<ProjectSession> takeSession();
 
-    ChipSurface(const ChipSurface&) = delete;
-    ChipSurface& operator=(const ChipSurface&) = delete;
+    DrawingArea(const DrawingArea&) = delete;
+    DrawingArea& operator=(const DrawingArea&) = delete;
 
     [[nodiscard]] const ProjectSession& session() const { return *m_session; }
     [[nodiscard]] zelchipview::ZelChipGUI* chipView() const { return m_chipView.get(); }

@@ -6,7 +6,7 @@
 namespace mirn::zelchipview {
 
 // Returns the rect with all four sides moved outwards by `by`, or inwards if `by` is negative.
-inline QRectF grown(const QRectF& rect, double by)
+inline QRectF enlarged(const QRectF& rect, double by)
 {
     return rect.adjusted(-by, -by, by, by);
 }
