@@ -57,7 +57,7 @@ void ChipData::update(const Device& device, const Design& design, const SettingS
             m_bags[i].insert(toEngineText(it.key()), toEngineText(it.value()));
         const int occupant = design.occupant(site.id);
         if (occupant >= 0)
-            describeOccupant(m_bags[i], site, device.kindOf(site), design.resource(occupant), settings.conflict(site));
+            describeOccupant(m_bags[i], site, device.kindOf(site), design.resource(occupant), settings.disablingSetting(site));
         m_records[i].id = static_cast<unsigned int>(site.id);
         m_records[i].attributes = &m_bags[i];
         m_recordPointers.push_back(&m_records[i]);

@@ -193,7 +193,7 @@ void DesignReader::place(const Pending& site)
     }
     const Proposal proposal = PlacementRules(m_device, m_design).propose(site.resource, target->id);
     if (!proposal.isAllowed()) {
-        site.node.fail(proposal.refusal);
+        site.node.fail(proposal.refusal.sentence());
         return;
     }
     m_design.setSite(site.resource, target->id);

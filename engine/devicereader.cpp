@@ -25,7 +25,7 @@ QString fileError(const JsonNode& name, const QString& file)
 {
     const QString error = inputFileError(file, LargestFile);
     return error.isEmpty() ? QString()
-                               : name.located(QStringLiteral("\"%1\" cannot be read: %2").arg(name.text(), error));
+                           : name.located(QStringLiteral("\"%1\" cannot be read: %2").arg(name.text(), error));
 }
 
 class DeviceReader
@@ -199,9 +199,9 @@ void DeviceReader::checkDisabling(const Site& site, const JsonNode& disabledBy) 
 {
     for (auto it = site.disabledBy.begin(); it != site.disabledBy.end(); ++it) {
         for (int i = 0; i < it.value().size(); ++i) {
-            const QString refusal = SettingStore(m_device).setValue(site.id, it.key(), it.value().at(i));
-            if (!refusal.isEmpty())
-                disabledBy.member(it.key()).item(i).fail(refusal);
+            const auto proposal = SettingStore(m_device).propose(site.id, it.key(), it.value().at(i));
+            if (!proposal.isAllowed())
+                disabledBy.member(it.key()).item(i).fail(proposal.refusal.sentence());
         }
     }
 }

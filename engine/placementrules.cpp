@@ -5,6 +5,7 @@
 #include "engine/device.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace mirn::zelengine {
 
@@ -15,9 +16,9 @@ bool contains(const std::vector<int>& list, int value)
     return std::find(list.begin(), list.end(), value) != list.end();
 }
 
-Proposal refused(const QString& sentence)
+Proposal refused(Refusal refusal)
 {
-    return {{}, sentence};
+    return {{}, std::move(refusal)};
 }
 
 } // namespace
@@ -33,17 +34,17 @@ Proposal PlacementRules::propose(int index, int siteId) const
     if (!site)
         return refused(QStringLiteral("there is no site %1").arg(siteId));
     const Resource& resource = m_design.resource(index);
-    const QString refusal = refusalBySite(resource, *site);
+    Refusal refusal = refusalBySite(resource, *site);
     if (!refusal.isEmpty())
-        return refused(refusal);
+        return refused(std::move(refusal));
     if (resource.type == ResourceType::Ip)
         return proposeIp(index, *site);
-    const QString refusalByOthers = refusalByType(index, *site);
-    return refusalByOthers.isEmpty() ? Proposal{{{index, site->id}}, {}} : refused(refusalByOthers);
+    Refusal refusalByOthers = refusalByType(index, *site);
+    return refusalByOthers.isEmpty() ? Proposal{{{index, site->id}}, {}} : refused(std::move(refusalByOthers));
 }
 
 // Applies the rules for the resource's type; the site must accept it.
-QString PlacementRules::refusalByType(int index, const Site& site) const
+Refusal PlacementRules::refusalByType(int index, const Site& site) const
 {
     switch (m_design.resource(index).type) {
     case ResourceType::DcuChannel:
@@ -93,7 +94,7 @@ Proposal PlacementRules::proposeReset(int resource) const
 }
 
 // Applies the rules that hold for every type of resource.
-QString PlacementRules::refusalBySite(const Resource& resource, const Site& site) const
+Refusal PlacementRules::refusalBySite(const Resource& resource, const Site& site) const
 {
     if (resource.fixed)
         return QStringLiteral("%1 is fixed on %2").arg(resource.path, m_device.site(resource.site)->name);
@@ -110,7 +111,7 @@ QString PlacementRules::refusalBySite(const Resource& resource, const Site& site
                                     : QStringLiteral("%1 is occupied by %2").arg(site.name, present);
 }
 
-QString PlacementRules::refusalByChannels(int channel, const Site& site) const
+Refusal PlacementRules::refusalByChannels(int channel, const Site& site) const
 {
     const int ip = m_design.ipOf(channel);
     if (ip < 0)
@@ -125,7 +126,7 @@ QString PlacementRules::refusalByChannels(int channel, const Site& site) const
     return refusalByClocks(ip, site.group);
 }
 
-QString PlacementRules::refusalByServedUnits(int clock, const Site& site) const
+Refusal PlacementRules::refusalByServedUnits(int clock, const Site& site) const
 {
     const bool isInUnit = !site.group.isEmpty() && !site.reaches.isEmpty();
     if (isInUnit && !m_design.isFeeder(clock))
@@ -146,7 +147,7 @@ QString PlacementRules::refusalByServedUnits(int clock, const Site& site) const
     return {};
 }
 
-QString PlacementRules::refusalBySupplies(const Resource& supply, const Site& site) const
+Refusal PlacementRules::refusalBySupplies(const Resource& supply, const Site& site) const
 {
     if (supply.voltage.isEmpty() || site.group.isEmpty())
         return {};
@@ -163,7 +164,7 @@ QString PlacementRules::refusalBySupplies(const Resource& supply, const Site& si
 }
 
 // Checks that all placed clock sources reach the unit in which a channel of the IP would be placed.
-QString PlacementRules::refusalByClocks(int ip, const QString& unit) const
+Refusal PlacementRules::refusalByClocks(int ip, const QString& unit) const
 {
     for (int clock : m_design.clocksOf(ip)) {
         const Site* site = m_device.site(m_design.resource(clock).site);
@@ -197,7 +198,7 @@ bool PlacementRules::isInForce(const Proposal& proposal) const
         [this](const Placement& placement) { return m_design.resource(placement.resource).site == placement.site; });
 }
 
-QString PlacementRules::refusalToRestore(const QString& path) const
+Refusal PlacementRules::refusalToRestore(const QString& path) const
 {
     const int top = m_design.findRemoved(path);
     if (top < 0)
@@ -212,10 +213,14 @@ QString PlacementRules::refusalToRestore(const QString& path) const
             return QStringLiteral("%1 is fixed on %2, which is occupied by %3")
                 .arg(m_design.resource(index).path, site->name, m_design.resource(occupant).path);
     }
-    return {};
+    Design restored = m_design;
+    restored.restore(top);
+    return PlacementRules(m_device, restored).refusalAfterRestoring(top);
 }
 
-QString PlacementRules::refusalAfterRestoring(int top) const
+// Asks the rules about the placements that concern a resource which has just been restored: those of its fixed parts,
+// and those of clock sources elsewhere that feed an IP in it again.
+Refusal PlacementRules::refusalAfterRestoring(int top) const
 {
     const std::vector<int> branch = m_design.subtree(top);
     std::vector<int> concerned = branch;
@@ -227,7 +232,7 @@ QString PlacementRules::refusalAfterRestoring(int top) const
     }
     for (int index : concerned) {
         const Site* site = m_device.site(m_design.resource(index).site);
-        const QString refusal = site ? refusalByType(index, *site) : QString();
+        Refusal refusal = site ? refusalByType(index, *site) : Refusal();
         if (!refusal.isEmpty())
             return refusal;
     }
@@ -276,9 +281,9 @@ Proposal PlacementRules::fillUnits(int ip, const std::vector<int>& channels, con
         }
         if (proposal.placements.empty())
             return refused(QStringLiteral("%1 has no free channel").arg(unit));
-        const QString refusal = refusalByClocks(ip, unit);
+        Refusal refusal = refusalByClocks(ip, unit);
         if (!refusal.isEmpty())
-            return refused(refusal);
+            return refused(std::move(refusal));
     }
     if (proposal.placements.size() < channels.size())
         return refused(

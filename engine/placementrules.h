@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "engine/refusal.h"
+
 #include <QString>
 
 #include <vector>
@@ -22,7 +24,7 @@ struct Placement
 struct Proposal
 {
     std::vector<Placement> placements;
-    QString refusal;
+    Refusal refusal;
 
     [[nodiscard]] bool isAllowed() const { return refusal.isEmpty(); }
 };
@@ -51,20 +53,18 @@ public:
     // fixed.
     [[nodiscard]] Proposal proposeReset(int resource) const;
 
-    // Why Design::restore() of this path is not possible: the resource is not removed, its parent is, or one of its
-    // fixed parts has lost its site to another resource. Empty if it is possible.
-    [[nodiscard]] QString refusalToRestore(const QString& path) const;
-    // Why a resource that restore() has just brought back makes the state illegal, because of one of its fixed parts or
-    // a clock source elsewhere that feeds an IP in it again. Empty if the state is legal.
-    [[nodiscard]] QString refusalAfterRestoring(int resource) const;
+    // Why Design::restore() of this path is not possible: the resource is not removed, its parent is, one of its fixed
+    // parts has lost its site to another resource, or what returns would make the state illegal.
+    [[nodiscard]] Refusal refusalToRestore(const QString& path) const;
 
 private:
-    [[nodiscard]] QString refusalByType(int resource, const Site& site) const;
-    [[nodiscard]] QString refusalBySite(const Resource& resource, const Site& site) const;
-    [[nodiscard]] QString refusalByChannels(int channel, const Site& site) const;
-    [[nodiscard]] QString refusalByServedUnits(int clock, const Site& site) const;
-    [[nodiscard]] QString refusalBySupplies(const Resource& supply, const Site& site) const;
-    [[nodiscard]] QString refusalByClocks(int ip, const QString& unit) const;
+    [[nodiscard]] Refusal refusalByType(int resource, const Site& site) const;
+    [[nodiscard]] Refusal refusalBySite(const Resource& resource, const Site& site) const;
+    [[nodiscard]] Refusal refusalByChannels(int channel, const Site& site) const;
+    [[nodiscard]] Refusal refusalByServedUnits(int clock, const Site& site) const;
+    [[nodiscard]] Refusal refusalBySupplies(const Resource& supply, const Site& site) const;
+    [[nodiscard]] Refusal refusalByClocks(int ip, const QString& unit) const;
+    [[nodiscard]] Refusal refusalAfterRestoring(int resource) const;
     [[nodiscard]] bool areNeighbours(const QString& unit, const QString& other) const;
     [[nodiscard]] std::vector<QString> neighboursOf(const QString& unit) const;
 

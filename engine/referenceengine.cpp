@@ -96,19 +96,19 @@ void ReferenceEngine::setDesign(Design design)
     m_isChanged = true;
 }
 
-QString ReferenceEngine::place(const QString& resource, int site)
+Refusal ReferenceEngine::place(const QString& resource, int site)
 {
     const int index = m_design.find(resource);
     return index < 0 ? noSuchResource(resource) : apply(rules().propose(index, site));
 }
 
-QString ReferenceEngine::reset(const QString& resource)
+Refusal ReferenceEngine::reset(const QString& resource)
 {
     const int index = m_design.find(resource);
     return index < 0 ? noSuchResource(resource) : apply(rules().proposeReset(index));
 }
 
-QString ReferenceEngine::remove(const QString& resource)
+Refusal ReferenceEngine::remove(const QString& resource)
 {
     const int index = m_design.find(resource);
     if (index < 0)
@@ -118,18 +118,14 @@ QString ReferenceEngine::remove(const QString& resource)
     return {};
 }
 
-QString ReferenceEngine::restore(const QString& resource)
+Refusal ReferenceEngine::restore(const QString& resource)
 {
-    const QString refusal = rules().refusalToRestore(resource);
+    Refusal refusal = rules().refusalToRestore(resource);
     if (!refusal.isEmpty())
         return refusal;
-    const int index = m_design.findRemoved(resource);
-    m_design.restore(index);
-    const QString refusal = rules().refusalAfterRestoring(index);
-    if (!refusal.isEmpty())
-        m_design.remove(index);
+    m_design.restore(m_design.findRemoved(resource));
     m_isChanged = true;
-    return refusal;
+    return {};
 }
 
 // All parts leave their sites first, because the parts of an IP may swap sites.
@@ -142,7 +138,7 @@ void ReferenceEngine::setSites(const std::vector<Placement>& placements)
     m_isChanged = true;
 }
 
-QString ReferenceEngine::apply(const Proposal& proposal)
+Refusal ReferenceEngine::apply(const Proposal& proposal)
 {
     if (!proposal.isAllowed())
         return proposal.refusal;
@@ -174,7 +170,7 @@ ReferenceEngine::Configuration ReferenceEngine::proposeConfiguration(
     return result;
 }
 
-QString ReferenceEngine::configure(const QString& resource, const QString& key, const QString& value)
+Refusal ReferenceEngine::configure(const QString& resource, const QString& key, const QString& value)
 {
     const Configuration proposal = proposeConfiguration(resource, key, value);
     if (proposal.isAllowed())
@@ -188,11 +184,12 @@ void ReferenceEngine::setParameter(int resource, const QString& key, const QStri
     m_isChanged = true;
 }
 
-QString ReferenceEngine::setSetting(int site, const QString& key, const QString& value)
+Refusal ReferenceEngine::setSetting(int site, const QString& key, const QString& value)
 {
-    const QString refusal = m_settings.setValue(site, key, value);
-    m_isChanged = m_isChanged || refusal.isEmpty();
-    return refusal;
+    const SettingStore::Proposal proposal = m_settings.propose(site, key, value);
+    if (proposal.isAllowed())
+        setSettingChanges(proposal.carrier, proposal.changes);
+    return proposal.refusal;
 }
 
 void ReferenceEngine::setSettingChanges(int carrier, const SiteSettingChanges& changes)
@@ -296,17 +293,17 @@ int ReferenceEngine::config(const std::string* name)
         const QString value = parameter.accepted(entered).value_or(entered);
         if (value == values.value(parameter.key))
             continue;
-        const QString refusal = write(resource, parameter.key, value);
+        const Refusal refusal = write(resource, parameter.key, value);
         if (refusal.isEmpty())
             changed = 1;
         else
-            showConfigureMessage(refusal);
+            showConfigureMessage(refusal.sentence());
     }
     return changed;
 }
 
 // The resource is found by its name, because the design may have changed while the dialog was open.
-QString ReferenceEngine::write(const QString& resource, const QString& key, const QString& value)
+Refusal ReferenceEngine::write(const QString& resource, const QString& key, const QString& value)
 {
     return m_parameterWriter ? m_parameterWriter(resource, key, value) : configure(resource, key, value);
 }
@@ -333,7 +330,7 @@ int ReferenceEngine::setDynamicDialogValue(
     const int site = elementId(*id);
     const QString keyText = fromEngineText(*key);
     const QString valueText = fromEngineText(*value);
-    const QString refusal
+    const Refusal refusal
         = m_settingWriter ? m_settingWriter(site, keyText, valueText) : setSetting(site, keyText, valueText);
     return refusal.isEmpty() ? 1 : 0;
 }

@@ -45,12 +45,11 @@ public:
     // Goes back to a state that design() returned earlier.
     void setDesign(Design design);
 
-    // Change the design, by resource name. They return an empty text for success, else a sentence that says why nothing
-    // was changed.
-    [[nodiscard]] QString place(const QString& resource, int site);
-    [[nodiscard]] QString reset(const QString& resource);
-    [[nodiscard]] QString remove(const QString& resource);
-    [[nodiscard]] QString restore(const QString& resource); // undoes a removal; only fixed placements come back
+    // Change the design, by resource name.
+    Refusal place(const QString& resource, int site);
+    Refusal reset(const QString& resource);
+    Refusal remove(const QString& resource);
+    Refusal restore(const QString& resource); // undoes a removal; only fixed placements come back
     // Sets placements of an earlier or later state without asking the rules.
     void setSites(const std::vector<Placement>& placements);
 
@@ -60,7 +59,7 @@ public:
         int resource = -1;
         QString key;
         QString value;
-        QString refusal;
+        Refusal refusal;
 
         [[nodiscard]] bool isAllowed() const { return refusal.isEmpty(); }
     };
@@ -68,22 +67,22 @@ public:
     // Checks a change without making it; returns the value in its canonical spelling.
     [[nodiscard]] Configuration proposeConfiguration(
         const QString& resource, const QString& key, const QString& value) const;
-    [[nodiscard]] QString configure(const QString& resource, const QString& key, const QString& value);
+    Refusal configure(const QString& resource, const QString& key, const QString& value);
     // Sets the function that carries out the changes that are requested in the engine's own dialog; it returns what
     // configure() would. Without one the engine makes them itself.
-    using ParameterWriter = std::function<QString(const QString& resource, const QString& key, const QString& value)>;
+    using ParameterWriter = std::function<Refusal(const QString& resource, const QString& key, const QString& value)>;
     void setParameterWriter(ParameterWriter writer) { m_parameterWriter = std::move(writer); }
     // Sets a parameter to a value that proposeConfiguration() returned or that was in force earlier.
     void setParameter(int resource, const QString& key, const QString& value);
 
     [[nodiscard]] const SettingStore& settings() const { return m_settings; }
-    [[nodiscard]] QString setSetting(int site, const QString& key, const QString& value);
+    Refusal setSetting(int site, const QString& key, const QString& value);
     // Sets the function that carries out the changes that the chip view requests through setDynamicDialogValue(), so
     // that they can be journalled and undone; it returns what setSetting() would. Without one the engine makes them
     // itself.
-    using SettingWriter = std::function<QString(int site, const QString& key, const QString& value)>;
+    using SettingWriter = std::function<Refusal(int site, const QString& key, const QString& value)>;
     void setSettingWriter(SettingWriter writer) { m_settingWriter = std::move(writer); }
-    // Goes back to the value that settings().changes() had for a site.
+    // Goes to a value that settings().changes() had for a site or that settings().propose() returned.
     void setSettingChanges(int carrier, const SiteSettingChanges& changes);
 
     [[nodiscard]] zelchipdata* chip() override;
@@ -106,8 +105,8 @@ public:
 
 private:
     ReferenceEngine(Project project, Device device, Design design);
-    [[nodiscard]] QString apply(const Proposal& proposal);
-    [[nodiscard]] QString write(const QString& resource, const QString& key, const QString& value);
+    Refusal apply(const Proposal& proposal);
+    Refusal write(const QString& resource, const QString& key, const QString& value);
     void update();
 
     Project m_project;

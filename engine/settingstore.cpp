@@ -66,11 +66,11 @@ QString SettingStore::value(int siteId, const QString& key) const
     return setting ? valueOf(*site, *setting) : QString();
 }
 
-QString SettingStore::setValue(int siteId, const QString& key, const QString& value)
+SettingStore::Proposal SettingStore::propose(int siteId, const QString& key, const QString& value) const
 {
     const Site* site = carrier(siteId);
     if (!site)
-        return QStringLiteral("element %1 has no settings").arg(siteId);
+        return {-1, {}, QStringLiteral("element %1 has no settings").arg(siteId)};
     const SiteSetting* setting = settingOf(*site, key);
     if (!setting || isCoupled(*setting)) {
         QStringList keys;
@@ -78,21 +78,24 @@ QString SettingStore::setValue(int siteId, const QString& key, const QString& va
             if (!isCoupled(known))
                 keys.append(known.key);
         }
-        return QStringLiteral("%1 has no setting \"%2\", expected %3").arg(site->name, key, quotedAlternatives(keys));
+        return {site->id, {},
+            QStringLiteral("%1 has no setting \"%2\", expected %3").arg(site->name, key, quotedAlternatives(keys))};
     }
     const SiteSetting* coupled = coupledSettingOf(*site, key, value);
     // The value of a fresh device can always be restored, even if it is empty.
     if (!coupled && value != setting->value && !setting->choices.contains(value))
-        return QStringLiteral("%1 cannot be \"%2\", expected %3").arg(key, value, quotedAlternatives(setting->choices));
+        return {site->id, {},
+            QStringLiteral("%1 cannot be \"%2\", expected %3").arg(key, value, quotedAlternatives(setting->choices))};
 
     const QStringList keys = coupled ? coupled->key.split(QLatin1Char(':')) : QStringList(key);
-    for (const QString& changed : keys)
-        leaveCommonValue(*site, changed);
-    for (const QString& changed : keys) {
-        if (const SiteSetting* target = settingOf(*site, changed))
-            store(*site, *target, value);
+    SettingStore changed = *this;
+    for (const QString& each : keys)
+        changed.leaveCommonValue(*site, each);
+    for (const QString& each : keys) {
+        if (const SiteSetting* target = settingOf(*site, each))
+            changed.store(*site, *target, value);
     }
-    return {};
+    return {site->id, changed.m_changes.value(site->id), {}};
 }
 
 // A common value ends for all its keys at once; the others return to the value of a fresh device.
@@ -123,7 +126,7 @@ std::map<std::string, std::vector<std::string>> SettingStore::offers(int siteId)
     return result;
 }
 
-QString SettingStore::obstacle(const Site& site) const
+QString SettingStore::disablingSetting(const Site& site) const
 {
     for (auto it = site.disabledBy.begin(); it != site.disabledBy.end(); ++it) {
         const QString inForce = value(site.id, it.key());

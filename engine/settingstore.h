@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "engine/refusal.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -33,8 +35,17 @@ public:
 
     // The value in force; empty if there is none or no such setting.
     [[nodiscard]] QString value(int site, const QString& key) const;
-    // Returns an empty text for success, else why not.
-    [[nodiscard]] QString setValue(int site, const QString& key, const QString& value);
+    // The answer to "may this setting have that value": what all settings of the carrier would differ in then, or why
+    // not.
+    struct Proposal
+    {
+        int carrier = -1; // site id
+        SiteSettingChanges changes;
+        Refusal refusal;
+
+        [[nodiscard]] bool isAllowed() const { return refusal.isEmpty(); }
+    };
+    [[nodiscard]] Proposal propose(int site, const QString& key, const QString& value) const;
 
     // Returns, for each key, the value in force followed by all choices, as 8-bit text; empty if the site has no
     // settings. The value in force of a key "A:B" is empty while A and B have different values: otherwise a dialog
@@ -42,7 +53,7 @@ public:
     [[nodiscard]] std::map<std::string, std::vector<std::string>> offers(int site) const;
 
     // The setting that puts a site out of use, as "KEY is VALUE"; empty if there is none.
-    [[nodiscard]] QString obstacle(const Site& site) const;
+    [[nodiscard]] QString disablingSetting(const Site& site) const;
 
     [[nodiscard]] const SettingChanges& changes() const { return m_changes; }
     void setChanges(int carrier, const SiteSettingChanges& changes);

@@ -71,7 +71,7 @@ QStringList settingsOfSite(
             const QString value = wanted.value(site.id, known.key);
             if (known.key.contains(couple) || store.value(site.id, known.key) == value)
                 continue;
-            (void)store.setValue(site.id, known.key, value);
+            store.setChanges(site.id, store.propose(site.id, known.key, value).changes);
             commands.append(setting(site.id, known.key, value));
         }
     }

@@ -17,6 +17,7 @@ namespace mirn::zelchip {
 
 using zelengine::Placement;
 using zelengine::Proposal;
+using zelengine::Refusal;
 
 namespace {
 
@@ -120,7 +121,7 @@ QString DesignEditor::placementFile() const
     return m_directory + QLatin1String(PlacementFile);
 }
 
-QString DesignEditor::place(const QString& resource, int site)
+Refusal DesignEditor::place(const QString& resource, int site)
 {
     const int index = m_engine.design().find(resource);
     if (index < 0)
@@ -129,7 +130,7 @@ QString DesignEditor::place(const QString& resource, int site)
         tr("Place %1").arg(resource), designcommands::place(resource, site), m_engine.rules().propose(index, site));
 }
 
-QString DesignEditor::reset(const QString& resource)
+Refusal DesignEditor::reset(const QString& resource)
 {
     const int index = m_engine.design().find(resource);
     if (index < 0)
@@ -138,7 +139,7 @@ QString DesignEditor::reset(const QString& resource)
         tr("Reset %1").arg(resource), designcommands::reset(resource), m_engine.rules().proposeReset(index));
 }
 
-QString DesignEditor::changeSites(const QString& text, const QString& command, const Proposal& proposal)
+Refusal DesignEditor::changeSites(const QString& text, const QString& command, const Proposal& proposal)
 {
     if (!proposal.isAllowed())
         return proposal.refusal;
@@ -150,7 +151,7 @@ QString DesignEditor::changeSites(const QString& text, const QString& command, c
     return commit(change, command);
 }
 
-QString DesignEditor::remove(const QString& resource)
+Refusal DesignEditor::remove(const QString& resource)
 {
     const zelengine::Design& design = m_engine.design();
     const int top = design.find(resource);
@@ -176,13 +177,11 @@ QString DesignEditor::remove(const QString& resource)
     return commit(change, designcommands::remove(resource));
 }
 
-// Only the engine knows whether the resource can be restored, so this tries it and takes it back.
-QString DesignEditor::restore(const QString& resource)
+Refusal DesignEditor::restore(const QString& resource)
 {
-    const QString refusal = m_engine.restore(resource);
+    Refusal refusal = m_engine.rules().refusalToRestore(resource);
     if (!refusal.isEmpty())
         return refusal;
-    (void)m_engine.remove(resource);
     Change change;
     change.text = tr("Restore %1").arg(resource);
     change.branch = Change::Branch::ComesBack;
@@ -190,7 +189,7 @@ QString DesignEditor::restore(const QString& resource)
     return commit(change, designcommands::restore(resource));
 }
 
-QString DesignEditor::configure(const QString& resource, const QString& key, const QString& value)
+Refusal DesignEditor::configure(const QString& resource, const QString& key, const QString& value)
 {
     const auto configuration = m_engine.proposeConfiguration(resource, key, value);
     if (!configuration.isAllowed())
@@ -204,34 +203,32 @@ QString DesignEditor::configure(const QString& resource, const QString& key, con
     return commit(change, designcommands::configure(resource, key, configuration.value));
 }
 
-QString DesignEditor::setSetting(int site, const QString& key, const QString& value)
+Refusal DesignEditor::setSetting(int site, const QString& key, const QString& value)
 {
-    const zelengine::Site* carrier = m_engine.settings().carrier(site);
+    const auto proposal = m_engine.settings().propose(site, key, value);
+    if (!proposal.isAllowed())
+        return proposal.refusal;
     Change change;
     change.text = tr("Set %1").arg(key);
-    change.settingsSite = carrier ? carrier->id : -1;
-    change.settingsBefore = m_engine.settings().changes().value(change.settingsSite);
-    const QString refusal = m_engine.setSetting(site, key, value);
-    if (!refusal.isEmpty())
-        return refusal;
-    change.settingsAfter = m_engine.settings().changes().value(change.settingsSite);
+    change.settingsSite = proposal.carrier;
+    change.settingsBefore = m_engine.settings().changes().value(proposal.carrier);
+    change.settingsAfter = proposal.changes;
     // The dialog writes the channel values again where it offers common ones as well; that changes nothing.
     if (change.settingsAfter == change.settingsBefore)
         return {};
-    m_engine.setSettingChanges(change.settingsSite, change.settingsBefore);
     return commit(change, designcommands::setting(site, key, value));
 }
 
-QString DesignEditor::writeSetting(int site, const QString& key, const QString& value)
+Refusal DesignEditor::writeSetting(int site, const QString& key, const QString& value)
 {
-    const QString refusal = setSetting(site, key, value);
+    Refusal refusal = setSetting(site, key, value);
     if (!refusal.isEmpty())
-        Q_EMIT settingRefused(refusal);
+        Q_EMIT settingRefused(refusal.sentence());
     return refusal;
 }
 
 // The journal comes before the design: a change that was answered must survive a crash.
-QString DesignEditor::commit(const Change& change, const QString& command)
+Refusal DesignEditor::commit(const Change& change, const QString& command)
 {
     const QString error = keep({command});
     if (!error.isEmpty())
@@ -310,17 +307,17 @@ QString DesignEditor::path(int resource) const
     return m_engine.design().resource(resource).path;
 }
 
-QString DesignEditor::undo()
+Refusal DesignEditor::undo()
 {
     return m_undoStack.canUndo() ? step(m_undoStack.index() - 1, false) : tr("there is nothing to undo");
 }
 
-QString DesignEditor::redo()
+Refusal DesignEditor::redo()
 {
     return m_undoStack.canRedo() ? step(m_undoStack.index(), true) : tr("there is nothing to redo");
 }
 
-QString DesignEditor::step(int index, bool isForward)
+Refusal DesignEditor::step(int index, bool isForward)
 {
     const auto* command = static_cast<const ChangeCommand*>(m_undoStack.command(index));
     const QString error = keep(command->commands(isForward));

@@ -26,8 +26,8 @@ namespace mirn::zelchip {
 // before it answers, and keeps the undo steps. It refuses a change that it cannot journal or while another program is
 // changing the project. The project session owns it; it knows no widget.
 //
-// Every operation that returns a text returns an empty one for success, else one sentence for users that says why
-// nothing changed.
+// An operation on files returns an empty text for success, else one sentence for users that says what failed; a change
+// of the design that cannot be recorded is refused with that sentence.
 class DesignEditor final : public QObject
 {
     Q_OBJECT
@@ -43,22 +43,22 @@ public:
     // nothing to say.
     [[nodiscard]] QStringList recover(const TclInterpreter::Command& command);
 
-    QString place(const QString& resource, int site);
-    QString reset(const QString& resource);
-    QString remove(const QString& resource);
-    QString restore(const QString& resource);
-    QString configure(const QString& resource, const QString& key, const QString& value);
-    QString setSetting(int site, const QString& key, const QString& value);
+    zelengine::Refusal place(const QString& resource, int site);
+    zelengine::Refusal reset(const QString& resource);
+    zelengine::Refusal remove(const QString& resource);
+    zelengine::Refusal restore(const QString& resource);
+    zelengine::Refusal configure(const QString& resource, const QString& key, const QString& value);
+    zelengine::Refusal setSetting(int site, const QString& key, const QString& value);
 
-    QString undo();
-    QString redo();
+    zelengine::Refusal undo();
+    zelengine::Refusal redo();
 
     // Writes the placement file and starts a new journal.
-    QString save();
+    [[nodiscard]] QString save();
 
     // Forgets the changes since the last save, for a design that is about to be closed: empties the journal and leaves
     // the engine as it is.
-    QString discard();
+    [[nodiscard]] QString discard();
 
     // lockInDoubt() says why the user has to decide about the lock file: this machine cannot tell whether its owner
     // still runs, or it is not a lock file at all. It is empty when there is nothing to decide. takeOver() removes the
@@ -70,7 +70,7 @@ public:
 
     // Meant for its signals and texts; change it through undo() and redo() only.
     [[nodiscard]] const QUndoStack& undoStack() const { return m_undoStack; }
-    [[nodiscard]] zelengine::ReferenceEngine& engine() const { return m_engine; }
+    [[nodiscard]] const zelengine::ReferenceEngine& engine() const { return m_engine; }
     [[nodiscard]] QString placementFile() const;
 
 Q_SIGNALS:
@@ -85,16 +85,16 @@ private:
     struct Change;
     class ChangeCommand;
 
-    QString writeSetting(int site, const QString& key, const QString& value);
-    QString changeSites(const QString& text, const QString& command, const zelengine::Proposal& proposal);
-    QString commit(const Change& change, const QString& command);
+    zelengine::Refusal writeSetting(int site, const QString& key, const QString& value);
+    zelengine::Refusal changeSites(const QString& text, const QString& command, const zelengine::Proposal& proposal);
+    zelengine::Refusal commit(const Change& change, const QString& command);
     void apply(const Change& change, bool isForward);
     [[nodiscard]] QStringList commandsFor(const Change& change, bool isForward) const;
     [[nodiscard]] QString path(int resource) const;
-    QString step(int index, bool isForward);
+    zelengine::Refusal step(int index, bool isForward);
     [[nodiscard]] QString claim();
     [[nodiscard]] QString claimAgain();
-    QString keep(const QStringList& commands);
+    [[nodiscard]] QString keep(const QStringList& commands);
     [[nodiscard]] QString backUpPlacementFile();
     [[nodiscard]] QByteArray savedContent() const;
     void push(std::vector<Change> changes);
@@ -120,7 +120,8 @@ private:
     const QString m_directory;
     FileLayer& m_files;
     QByteArray m_savedHash; // SHA-256 of the placement file, hexadecimal
-    bool m_isPlacementFilePreserved = true; // whether all of the placement file is in the design, or kept under another name
+    bool m_isPlacementFilePreserved
+        = true; // whether all of the placement file is in the design, or kept under another name
     Journal m_journal;
     QUndoStack m_undoStack;
     zelengine::Design m_pristine; // the design as its file has it

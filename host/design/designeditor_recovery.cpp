@@ -107,7 +107,8 @@ DesignEditor::Replay DesignEditor::replay(const TclInterpreter::Command& command
         if (change.begin < from)
             continue;
         const bool isTold = result.refused < MostRefusalsTold;
-        const QString refusal = isTold || beginsWithCommand(change) ? replayChange(change, command) : QStringLiteral("?");
+        const QString refusal
+            = isTold || beginsWithCommand(change) ? replayChange(change, command) : QStringLiteral("?");
         if (refusal.isEmpty())
             result.keep(change);
         else if (++result.refused <= MostRefusalsTold)
@@ -197,8 +198,8 @@ void DesignEditor::replayJournal(const TclInterpreter::Command& command, QString
     }
     if (held < 0) {
         m_journal.expect(QFileInfo(name).size(), hashOfFile(name));
-        messages.append(
-            tr("%1 belongs to another state of %2 and was not used. %3").arg(name, placementFile(), rewriteJournal({})));
+        messages.append(tr("%1 belongs to another state of %2 and was not used. %3")
+                            .arg(name, placementFile(), rewriteJournal({})));
         return;
     }
     m_journal.expect(journal.size, journal.hash);
@@ -251,7 +252,8 @@ QString DesignEditor::rewriteJournal(const std::vector<FilePart>& kept)
     else if (!content)
         m_journal.block(tr("%1 cannot be read again").arg(m_journal.fileName()));
     else
-        name = m_journal.replaceKeepingBackup(kept.empty() ? *content : journalformat::baseLine(m_savedHash) + *content);
+        name
+            = m_journal.replaceKeepingBackup(kept.empty() ? *content : journalformat::baseLine(m_savedHash) + *content);
     return name.isEmpty() ? tr("No change is accepted: %1").arg(m_journal.appendError())
                           : tr("The journal as it was is kept as %1.").arg(name);
 }

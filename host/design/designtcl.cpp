@@ -27,6 +27,11 @@ const QString KeyOption = QStringLiteral("-key");
 const QString ValueOption = QStringLiteral("-value");
 const QString UnplacedFlag = QStringLiteral("-unplaced");
 
+TclResult resultOf(const zelengine::Refusal& refusal)
+{
+    return mirn::zelchip::resultOf(refusal.sentence());
+}
+
 TclResult noSuchResource(const QString& name)
 {
     return TclResult::error(QStringLiteral("there is no resource \"%1\"").arg(name));
@@ -120,7 +125,7 @@ TclResult configureOrTell(DesignEditor& editor, const QStringList& words)
     if (!arguments.isOk() || arguments.has(ValueOption))
         return configure(editor, words);
     const ReferenceEngine::Configuration inForce = editor.engine().configuration(name, key);
-    return inForce.isAllowed() ? TclResult::value(inForce.value) : TclResult::error(inForce.refusal);
+    return inForce.isAllowed() ? TclResult::value(inForce.value) : TclResult::error(inForce.refusal.sentence());
 }
 
 // Returns a dictionary.
@@ -159,7 +164,7 @@ TclResult sites(const ReferenceEngine& engine, const QString& name)
 TclResult why(const ReferenceEngine& engine, const QString& name, int site)
 {
     const int index = engine.design().find(name);
-    return index < 0 ? noSuchResource(name) : TclResult::value(engine.rules().propose(index, site).refusal);
+    return index < 0 ? noSuchResource(name) : TclResult::value(engine.rules().propose(index, site).refusal.sentence());
 }
 
 Subcommands questions(const ReferenceEngine& engine)

@@ -41,9 +41,8 @@ QString keepBackup(const QString& fileName, FileLayer& files)
     if (!QFileInfo(fileName).isSymLink()
         && files.link(QFile::encodeName(fileName).constData(), QFile::encodeName(name).constData()) == 0)
         return name;
-    return zelengine::inputFileError(fileName, LargestJournal).isEmpty() && QFile::copy(fileName, name)
-        ? name
-        : QString();
+    return zelengine::inputFileError(fileName, LargestJournal).isEmpty() && QFile::copy(fileName, name) ? name
+                                                                                                        : QString();
 }
 
 Journal::Journal(const QString& fileName, FileLayer& files)
@@ -81,7 +80,7 @@ QString Journal::secure()
 journalformat::Checkpoint Journal::content() const
 {
     return entryExists(m_fileName) && m_size > 0 ? journalformat::Checkpoint{m_size, hashOfFile(m_fileName, m_size)}
-                                             : journalformat::Checkpoint();
+                                                 : journalformat::Checkpoint();
 }
 
 void Journal::markSaved()
@@ -107,8 +106,7 @@ QString Journal::claim()
     if (!error.isEmpty())
         return error;
     error = fileError();
-    if (error.isEmpty()
-        && (QFileInfo(m_fileName).size() != m_size || (m_size > 0 && hashOfFile(m_fileName) != m_hash)))
+    if (error.isEmpty() && (QFileInfo(m_fileName).size() != m_size || (m_size > 0 && hashOfFile(m_fileName) != m_hash)))
         error = ChangedByAnother;
     if (!error.isEmpty())
         m_lock.release();
@@ -238,8 +236,9 @@ bool Journal::isOurs() const
 QString Journal::open()
 {
     if (m_file >= 0 && !isOurs())
-        m_appendError = QStringLiteral("%1 has been %2; save to begin a new one")
-                         .arg(m_fileName, entryExists(m_fileName) ? QStringLiteral("changed") : QStringLiteral("removed"));
+        m_appendError
+            = QStringLiteral("%1 has been %2; save to begin a new one")
+                  .arg(m_fileName, entryExists(m_fileName) ? QStringLiteral("changed") : QStringLiteral("removed"));
     if (!m_appendError.isEmpty() || m_file >= 0)
         return m_appendError;
     const QString error = claim();

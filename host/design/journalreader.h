@@ -71,7 +71,8 @@ public:
     // The line where the change begins that lacks some of its commands at the end of the file; 0 if there is none.
     [[nodiscard]] int incompleteChangeLine() const { return m_group.line; }
 
-    // Read the first line of a file. Without such a line, baseOf() returns an empty text and checkpointOf() a size of 0.
+    // Read the first line of a file. Without such a line, baseOf() returns an empty text and checkpointOf() a size of
+    // 0.
     [[nodiscard]] static QByteArray baseOf(const QString& fileName); // hexadecimal
     [[nodiscard]] static journalformat::Checkpoint checkpointOf(const QString& fileName);
 

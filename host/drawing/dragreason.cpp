@@ -64,7 +64,7 @@ QString DragReason::reasonAt(QPoint position) const
         return {};
     if (!m_engine.device().site(element->itemId))
         return tr("%1 takes no resource").arg(describeElement(*element));
-    return m_engine.rules().propose(index, element->itemId).refusal;
+    return m_engine.rules().propose(index, element->itemId).refusal.sentence();
 }
 
 void DragReason::tell(const QString& reason)

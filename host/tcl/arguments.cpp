@@ -66,9 +66,9 @@ TclInterpreter::Command ensemble(Subcommands subcommands)
     };
 }
 
-TclResult resultOf(const QString& refusal)
+TclResult resultOf(const QString& error)
 {
-    return refusal.isEmpty() ? TclResult::value() : TclResult::error(refusal);
+    return error.isEmpty() ? TclResult::value() : TclResult::error(error);
 }
 
 } // namespace mirn::zelchip

@@ -48,6 +48,6 @@ using Subcommands = std::map<QString, std::function<TclResult(const QStringList&
 [[nodiscard]] TclInterpreter::Command ensemble(Subcommands subcommands);
 
 // Converts an error message, which is empty for success, into a result.
-[[nodiscard]] TclResult resultOf(const QString& refusal);
+[[nodiscard]] TclResult resultOf(const QString& error);
 
 } // namespace mirn::zelchip

@@ -68,12 +68,12 @@ void MainWindow::connectActions()
     connect(m_actions.undo, &QAction::triggered, this, [this] { stepDesign(&DesignEditor::undo); });
     connect(m_actions.redo, &QAction::triggered, this, [this] { stepDesign(&DesignEditor::redo); });
     connect(m_actions.find, &QAction::triggered, this, [this] {
-        m_surface->findBox()->setFocus();
-        m_surface->findBox()->selectAll();
+        m_drawingArea->findBox()->setFocus();
+        m_drawingArea->findBox()->selectAll();
     });
     connect(m_actions.quit, &QAction::triggered, this, &QWidget::close);
-    connect(m_actions.zoomIn, &QAction::triggered, this, [this] { m_surface->chipView()->zoomIn(); });
-    connect(m_actions.zoomOut, &QAction::triggered, this, [this] { m_surface->chipView()->zoomOut(); });
+    connect(m_actions.zoomIn, &QAction::triggered, this, [this] { m_drawingArea->chipView()->zoomIn(); });
+    connect(m_actions.zoomOut, &QAction::triggered, this, [this] { m_drawingArea->chipView()->zoomOut(); });
     connect(m_actions.fit, &QAction::triggered, this, &MainWindow::fit);
     connect(m_actions.zoomToSelection, &QAction::triggered, this, &MainWindow::zoomToSelection);
     connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
@@ -87,7 +87,7 @@ void MainWindow::open(const QString& path)
     const LoadProgress progress(path, this, LoadProgress::Cancelling::Possible);
     const QString error = replaceProject(path);
     if (progress.isCancelled())
-        m_statusBar->showMessage(error, MessageMilliseconds);
+        m_statusBar->showMessage(asSentence(error), MessageMilliseconds);
     else if (!error.isEmpty())
         showError(error);
 }
@@ -95,8 +95,8 @@ void MainWindow::open(const QString& path)
 // A project whose lock is in doubt accepts no change, so reopening it loses nothing.
 void MainWindow::takeOver()
 {
-    const LoadProgress progress(m_surface->session().path(), this, LoadProgress::Cancelling::Possible);
-    const QString error = replaceProject(m_surface->session().path(), ProjectSession::DoubtfulLock::IsTakenOver);
+    const LoadProgress progress(m_drawingArea->session().path(), this, LoadProgress::Cancelling::Possible);
+    const QString error = replaceProject(m_drawingArea->session().path(), ProjectSession::DoubtfulLock::IsTakenOver);
     if (!error.isEmpty())
         showError(error);
 }
@@ -146,7 +146,7 @@ void MainWindow::connectShell()
         refreshView();
         return QString();
     };
-    commands.session = [this]() -> const ProjectSession& { return m_surface->session(); };
+    commands.session = [this]() -> const ProjectSession& { return m_drawingArea->session(); };
     addProjectCommands(m_shell.interpreter(), commands);
     addWindowCommands(m_shell.interpreter(), *this);
 }
@@ -155,18 +155,19 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
 {
     openSurface(std::move(session));
     m_shell.setEditor(editor());
-    setCentralWidget(m_surface->chipView());
-    m_surface->chipView()->show(); // shown now, because Qt would show it later and the console would grow into the gap
-    m_actions.addChipActions(*m_surface->chipView()->getActions(), m_surface->session().hasFilter());
+    setCentralWidget(m_drawingArea->chipView());
+    m_drawingArea->chipView()
+        ->show(); // shown now, because Qt would show it later and the console would grow into the gap
+    m_actions.addChipActions(*m_drawingArea->chipView()->getActions(), m_drawingArea->session().hasFilter());
     connectChipView();
     connectDesign();
-    setWindowTitle(tr("%1[*] — zelchip").arg(m_surface->session().title()));
+    setWindowTitle(tr("%1[*] — zelchip").arg(m_drawingArea->session().title()));
     showSummary();
     if (isVisible()) {
         layout()->activate();
-        m_surface->arrangeDocks();
+        m_drawingArea->arrangeDocks();
     }
-    m_surface->graphicsView()->setFocus();
+    m_drawingArea->graphicsView()->setFocus();
     askAboutLock();
 }
 
@@ -175,25 +176,25 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
 void MainWindow::openSurface(std::unique_ptr<ProjectSession> session)
 {
     m_refresh.stop(); // it would use a surface that no longer exists
-    std::unique_ptr<ProjectSession> previous = m_surface ? m_surface->takeSession() : nullptr;
-    m_surface.reset();
+    std::unique_ptr<ProjectSession> previous = m_drawingArea ? m_drawingArea->takeSession() : nullptr;
+    m_drawingArea.reset();
     setCentralWidget(new QWidget(this)); // keeps the space until the new view exists
     centralWidget()->show();
-    m_surface = std::make_unique<DrawingArea>(std::move(session), this);
+    m_drawingArea = std::make_unique<DrawingArea>(std::move(session), this);
     if (LoadProgress::isCurrentCancelled() && previous) {
         const LoadProgress progress(previous->drawingFile(), this, LoadProgress::Cancelling::Impossible);
-        m_surface.reset();
-        m_surface = std::make_unique<DrawingArea>(std::move(previous), this);
+        m_drawingArea.reset();
+        m_drawingArea = std::make_unique<DrawingArea>(std::move(previous), this);
     } else if (LoadProgress::isCurrentCancelled()) {
-        m_surface->showSentence(
+        m_drawingArea->showSentence(
             tr("Opening this drawing was cancelled. The File menu opens it again, or another one."));
     }
 }
 
 void MainWindow::connectChipView()
 {
-    connect(m_surface->chipView(), &ZelChipGUI::sigRunTclCmd, this, &MainWindow::answerView);
-    m_probe = new ViewProbe(m_surface->graphicsView());
+    connect(m_drawingArea->chipView(), &ZelChipGUI::sigRunTclCmd, this, &MainWindow::answerView);
+    m_probe = new ViewProbe(m_drawingArea->graphicsView());
     connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
     connect(m_probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
     connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showScale);
@@ -201,8 +202,8 @@ void MainWindow::connectChipView()
 
 void MainWindow::showSummary()
 {
-    const ProjectSession& session = m_surface->session();
-    const int elements = static_cast<int>(m_surface->graphicsView()->scene()->items().size());
+    const ProjectSession& session = m_drawingArea->session();
+    const int elements = static_cast<int>(m_drawingArea->graphicsView()->scene()->items().size());
     const QString drawing = QFileInfo(session.drawingFile()).fileName();
     const QString count = elements == 1 ? tr("1 element") : tr("%1 elements").arg(locale().toString(elements));
     m_statusBar->setSummary(QStringLiteral("%1: %2").arg(drawing, count));
@@ -211,7 +212,7 @@ void MainWindow::showSummary()
     for (const QString& message : session.recoveryMessages())
         m_console->showOutput(message + QLatin1Char('\n'));
     if (!session.recoveryMessages().isEmpty())
-        m_statusBar->showMessage(session.recoveryMessages().last(), MessageMilliseconds);
+        m_statusBar->showMessage(asSentence(session.recoveryMessages().last()), MessageMilliseconds);
 }
 
 void MainWindow::connectConsole()
@@ -254,7 +255,7 @@ void MainWindow::reportResult(const TclResult& result)
         return;
     }
     m_console->showError(result.text);
-    m_statusBar->showMessage(result.text, MessageMilliseconds);
+    m_statusBar->showMessage(asSentence(result.text), MessageMilliseconds);
 }
 
 void MainWindow::connectDesign()
@@ -268,14 +269,15 @@ void MainWindow::connectDesign()
         m_refresh.start(0); // the view takes the refused setting for written
     });
     auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // owned by the view
-    connect(reason, &DragReason::changed, m_statusBar, [this](const QString& text) { m_statusBar->showMessage(text); });
+    connect(reason, &DragReason::changed, m_statusBar,
+        [this](const QString& text) { m_statusBar->showMessage(asSentence(text)); });
     showDesignState();
 }
 
 void MainWindow::refreshView()
 {
     m_refresh.stop();
-    m_surface->chipView()->refresh(zelchipview::REFRESH_ALL);
+    m_drawingArea->chipView()->refresh(zelchipview::REFRESH_ALL);
     showDesignState();
 }
 
@@ -284,7 +286,7 @@ void MainWindow::refreshView()
 void MainWindow::showDesignState()
 {
     if (!editor().isModified())
-        m_surface->chipView()->clearDirtyFlag();
+        m_drawingArea->chipView()->clearDirtyFlag();
     const QUndoStack& stack = editor().undoStack();
     m_actions.showHistory(
         stack.canUndo() ? stack.undoText() : QString(), stack.canRedo() ? stack.redoText() : QString());
@@ -300,36 +302,36 @@ void MainWindow::save()
         showError(problem);
         return;
     }
-    m_surface->chipView()->clearDirtyFlag();
+    m_drawingArea->chipView()->clearDirtyFlag();
     showDesignState();
     m_statusBar->showMessage(tr("Saved %1").arg(editor().placementFile()), MessageMilliseconds);
 }
 
-void MainWindow::stepDesign(QString (DesignEditor::*step)())
+void MainWindow::stepDesign(zelengine::Refusal (DesignEditor::*step)())
 {
-    const QString problem = (editor().*step)();
-    if (!problem.isEmpty())
-        m_statusBar->showMessage(problem, MessageMilliseconds);
+    const zelengine::Refusal refusal = (editor().*step)();
+    if (!refusal.isEmpty())
+        m_statusBar->showMessage(asSentence(refusal.sentence()), MessageMilliseconds);
 }
 
 DesignEditor& MainWindow::editor() const
 {
-    return m_surface->session().editor();
+    return m_drawingArea->session().editor();
 }
 
 zelchipview::ZelChipGUI* MainWindow::chipView()
 {
-    return m_surface->chipView();
+    return m_drawingArea->chipView();
 }
 
 zelchipview::ZelGraphicsView* MainWindow::graphicsView()
 {
-    return m_surface->graphicsView();
+    return m_drawingArea->graphicsView();
 }
 
 QTreeWidget* MainWindow::tree()
 {
-    return m_surface->chipView()->findChild<QTreeWidget*>();
+    return m_drawingArea->chipView()->findChild<QTreeWidget*>();
 }
 
 QString MainWindow::saveSnapshot(const QString& file)
@@ -344,13 +346,13 @@ QString MainWindow::saveSnapshot(const QString& file)
 
 void MainWindow::fit()
 {
-    m_surface->fit();
+    m_drawingArea->fit();
     m_probe->update();
 }
 
 void MainWindow::zoomToSelection()
 {
-    if (!m_surface->zoomToSelection())
+    if (!m_drawingArea->zoomToSelection())
         m_statusBar->showMessage(tr("No element is selected."), MessageMilliseconds);
 }
 
@@ -361,7 +363,7 @@ void MainWindow::showEvent(QShowEvent* event)
         return;
     m_isArranged = true;
     resizeDocks({m_console}, {ConsoleHeight}, Qt::Vertical);
-    m_surface->arrangeDocks();
+    m_drawingArea->arrangeDocks();
     askAboutLock();
 }
 
@@ -400,7 +402,7 @@ void MainWindow::chooseSnapshot()
 
 void MainWindow::showError(const QString& text)
 {
-    openMessageBox(this, QMessageBox::Critical, tr("zelchip"), text, Qt::PlainText);
+    openMessageBox(this, QMessageBox::Critical, tr("zelchip"), asSentence(text), Qt::PlainText);
 }
 
 void MainWindow::showKeys()

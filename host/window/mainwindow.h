@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "engine/refusal.h"
 #include "host/project/commandshell.h"
 #include "host/project/projectsession.h"
 #include "host/window/hostactions.h"
@@ -65,7 +66,7 @@ private:
     void refreshView();
     void showDesignState();
     void save();
-    void stepDesign(QString (DesignEditor::*step)());
+    void stepDesign(zelengine::Refusal (DesignEditor::*step)());
     [[nodiscard]] DesignEditor& editor() const;
     [[nodiscard]] QString replaceProject(
         const QString& path, ProjectSession::DoubtfulLock lock = ProjectSession::DoubtfulLock::Stays);
@@ -91,7 +92,7 @@ private:
     ConsoleDock* const m_console; // child of the window
     QTimer m_refresh; // updates the view once after a series of changes
     ChipStatusBar* const m_statusBar; // child of the window
-    std::unique_ptr<DrawingArea> m_surface;
+    std::unique_ptr<DrawingArea> m_drawingArea;
     ViewProbe* m_probe = nullptr; // child of the graphics view
     bool m_isArranged = false; // whether the docks have had their initial sizes
 };

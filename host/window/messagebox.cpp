@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QPushButton>
+#include <QRegularExpression>
 
 namespace mirn::zelchip {
 
@@ -14,6 +15,12 @@ QString tr(const char* text)
 }
 
 } // namespace
+
+QString asSentence(const QString& text)
+{
+    static const QRegularExpression plainWord(QStringLiteral("^[a-z]+(?=[ ,:])"));
+    return plainWord.match(text).hasMatch() ? text.left(1).toUpper() + text.mid(1) : text;
+}
 
 void openMessageBox(
     QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text, Qt::TextFormat format)
@@ -28,7 +35,7 @@ void openTakeOverQuestion(QWidget* parent, const QString& doubt, const std::func
 {
     auto* box = new QMessageBox(QMessageBox::Warning, tr("zelchip"),
         tr("It is not certain that nobody else changes this project."), QMessageBox::NoButton, parent);
-    box->setInformativeText(doubt.left(1).toUpper() + doubt.mid(1));
+    box->setInformativeText(asSentence(doubt));
     box->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
     QPushButton* yes = box->addButton(tr("Take Over"), QMessageBox::AcceptRole);

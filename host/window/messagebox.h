@@ -7,6 +7,10 @@
 
 namespace mirn::zelchip {
 
+// Returns the text of a rule or an error as it stands in the window, with a capital letter at its beginning. One that
+// begins with the path of a resource, as in "top/ip is fixed", stays as it is.
+[[nodiscard]] QString asSentence(const QString& text);
+
 // Opens a message box that deletes itself, and returns at once.
 void openMessageBox(
     QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text, Qt::TextFormat format);

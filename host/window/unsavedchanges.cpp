@@ -2,6 +2,7 @@
 #include "host/window/unsavedchanges.h"
 
 #include "host/design/designeditor.h"
+#include "host/window/messagebox.h"
 
 #include <QCoreApplication>
 #include <QMessageBox>
@@ -25,22 +26,22 @@ bool confirmClose(DesignEditor& editor, QWidget* parent)
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
     box.setInformativeText(tr("Do you want to save them?"));
     box.setDefaultButton(QMessageBox::Save);
-    QString problem;
+    QString error;
     switch (box.exec()) {
     case QMessageBox::Save:
-        problem = editor.save();
+        error = editor.save();
         break;
     case QMessageBox::Discard:
-        problem = editor.discard();
+        error = editor.discard();
         break;
     default:
         return false;
     }
-    if (problem.isEmpty())
+    if (error.isEmpty())
         return true;
-    QMessageBox box(QMessageBox::Critical, tr("zelchip"), problem, QMessageBox::Close, parent);
-    box.setTextFormat(Qt::PlainText); // a path may look like mark-up
-    box.exec();
+    QMessageBox failure(QMessageBox::Critical, tr("zelchip"), asSentence(error), QMessageBox::Close, parent);
+    failure.setTextFormat(Qt::PlainText); // a path may look like mark-up
+    failure.exec();
     return false;
 }
 

@@ -40,8 +40,8 @@ ElementDecoder::ElementDecoder(ElementReceiver& receiver, Diagnostics& diagnosti
     , m_diagnostics(diagnostics)
     , m_limits(limits)
     // The prefixes that need no declaration, and those whose declaration some drawings lack.
-    , m_bindings{
-          {"", XmlNamespace::Svg, 0}, {"xml", XmlNamespace::Xml, 0}, {"xlink", XmlNamespace::Xlink, 0}, {"tovanel", XmlNamespace::Tovanel, 0}}
+    , m_bindings{{"", XmlNamespace::Svg, 0}, {"xml", XmlNamespace::Xml, 0}, {"xlink", XmlNamespace::Xlink, 0},
+          {"tovanel", XmlNamespace::Tovanel, 0}}
 { }
 
 void ElementDecoder::startTag(const XmlName& name, const XmlAttribute* attributes, std::size_t count)
