@@ -13,11 +13,6 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// Pixels that pens and antialiasing reach beyond an element's geometry.
-constexpr double Margin = 2.0;
-
-// Pens narrower than this, in pixels, draw thin lines. QPainter's own limit is slightly higher.
-constexpr double WidePenThreshold = 0.999;
 constexpr int FullOpacity = 256;
 
 // Up to this many texts, QPainter draws them faster than the masks of their glyphs are made.
@@ -37,7 +32,7 @@ bool touches(const QRectF& a, const QRectF& b)
 // Returns the area of the scene that a part of the image shows, with the margin.
 QRectF sceneArea(const QTransform& sceneToImage, const QRect& part)
 {
-    return sceneToImage.inverted().mapRect(enlarged(part, Margin));
+    return sceneToImage.inverted().mapRect(enlarged(part, PenMargin));
 }
 
 bool scalesUniformly(const QTransform& transform)
@@ -314,7 +309,7 @@ void ListPainter::visitTouching(const QTransform& sceneToImage, const std::vecto
             const Primitive& primitive = m_list.primitive(place);
             const QRectF bounds = m_list.boundsOf(place);
             if (touches(bounds, area) && layers.contains(m_list.layers()[primitive.layer]))
-                visitor(primitive, enlarged(sceneToImage.mapRect(bounds), Margin), strip);
+                visitor(primitive, enlarged(sceneToImage.mapRect(bounds), PenMargin), strip);
         }
     }
 }

@@ -17,6 +17,12 @@ namespace mirn::zelchipview {
 
 class ElementIdSet;
 
+// Pixels that pens and antialiasing reach beyond an element's geometry.
+constexpr double PenMargin = 2.0;
+
+// Pens narrower than this, in pixels, draw thin lines. QPainter's own limit is slightly higher.
+constexpr double WidePenThreshold = 0.999;
+
 // Paints a display list into an image. The result equals what the elements' items would paint one by one. Frequent
 // shapes go straight into the pixels, everything unusual through QPainter. The view's canvas owns the painter.
 class ListPainter final
@@ -46,7 +52,7 @@ public:
     // `bounds` is what the primitive may cover, in image pixels.
     using TouchVisitor = std::function<void(const Primitive& primitive, const QRectF& bounds, const QRect& strip)>;
 
-    // Visits the primitives of the shown layers, except texts, that touch strips of the image (in image pixels). A
+    // Visits the primitives of the shown layers that touch strips of the image (in image pixels). A
     // primitive that touches several strips is visited once for each.
     void visitTouching(const QTransform& sceneToImage, const std::vector<QRect>& strips, const QList<int>& layers,
         const TouchVisitor& visitor);

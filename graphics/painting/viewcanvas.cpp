@@ -13,11 +13,7 @@ namespace mirn::zelchipview {
 
 namespace {
 
-constexpr int Margin = 2; // pixels that pens and antialiasing reach beyond an element
-
 constexpr int BorderBreadth = 2; // width in pixels of the strips along the picture's borders where cut-off shapes show
-
-constexpr double WidePenThreshold = 0.99; // pixels; QPainter draws wider pens
 
 constexpr double LongEdge = 64; // pixels; the opacity of a cut-off edge depends on the length that is left of it
 
@@ -69,7 +65,7 @@ void ViewCanvas::invalidate(int place)
 {
     if (!m_isValid)
         return;
-    mark(enlarged(m_toPicture.mapRect(m_list.boundsOf(place)), Margin), QPoint());
+    mark(enlarged(m_toPicture.mapRect(m_list.boundsOf(place)), PenMargin), QPoint());
     if (isMostlyDirty())
         invalidate();
 }
@@ -185,11 +181,11 @@ void ViewCanvas::invalidateClippedShapes(const std::vector<QRect>& borders, QPoi
                 mark(bounds, way);
             break;
         case Primitive::Rect:
-            if (penWidth > WidePenThreshold || std::max(bounds.width(), bounds.height()) > LongEdge)
-                markEdges(m_toPicture.mapRect(primitive.rect()), std::max(penWidth, 0.0) / 2 + Margin, way);
+            if (penWidth >= WidePenThreshold || std::max(bounds.width(), bounds.height()) > LongEdge)
+                markEdges(m_toPicture.mapRect(primitive.rect()), std::max(penWidth, 0.0) / 2 + PenMargin, way);
             break;
         default:
-            if (primitive.isSlanted() || penWidth > WidePenThreshold)
+            if (primitive.isSlanted() || penWidth >= WidePenThreshold)
                 mark(bounds, way);
         }
     };

@@ -2,6 +2,7 @@
 #include "host/design/projectlock.h"
 
 #include "engine/inputfile.h"
+#include "host/tcl/translation.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -25,11 +26,6 @@ constexpr unsigned long AttemptMilliseconds = 10;
 
 constexpr int MostCharacters = 64; // longest program or machine name that is shown
 constexpr qint64 LargestLock = 4096; // bytes; a lock file has about a hundred
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ProjectLock", text);
-}
 
 // A lock file may contain anything, so its texts are shortened and control characters replaced.
 QString printable(QString text)

@@ -7,11 +7,11 @@
 #include "host/design/designeditor.h"
 #include "host/design/designtcl.h"
 #include "host/project/preparedparser.h"
+#include "host/tcl/translation.h"
 #include "platform/contract/mirnprojectmanager.h"
 #include "platform/contract/zelproject.h"
 #include "platform/contract/zeltext.h"
 
-#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
@@ -34,11 +34,6 @@ const QString NoKindsFile = QStringLiteral(":/zelchip/nokinds.txt");
 const QString ScratchImplementation = QStringLiteral("scratch");
 
 constexpr int MostWarningsWithAnError = 5;
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ProjectSession", text);
-}
 
 std::string fileNameBytes(const QString& fileName)
 {

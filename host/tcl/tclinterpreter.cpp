@@ -10,6 +10,13 @@
 
 namespace mirn::zelchip {
 
+struct InterpreterDeleter
+{
+    void operator()(Tcl_Interp* interpreter) const { Tcl_DeleteInterp(interpreter); }
+};
+
+using InterpreterPointer = std::unique_ptr<Tcl_Interp, InterpreterDeleter>;
+
 namespace {
 
 // The interval at which a running script calls the busy handler.
@@ -49,13 +56,6 @@ QString escapedWord(const QString& word)
     }
     return text;
 }
-
-struct InterpreterDeleter
-{
-    void operator()(Tcl_Interp* interpreter) const { Tcl_DeleteInterp(interpreter); }
-};
-
-using InterpreterPointer = std::unique_ptr<Tcl_Interp, InterpreterDeleter>;
 
 // Tcl crashes if objects or interpreters are created before this call, which also locates its script library. Once per
 // process is enough.

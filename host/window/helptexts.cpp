@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/window/helptexts.h"
 
+#include "host/tcl/translation.h"
+
 #include <QCoreApplication>
 #include <QList>
 
@@ -9,11 +11,6 @@
 namespace mirn::zelchip {
 
 namespace {
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("HelpTexts", text);
-}
 
 QList<std::pair<QString, QString>> gestures()
 {

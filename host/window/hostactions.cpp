@@ -2,9 +2,9 @@
 #include "host/window/hostactions.h"
 
 #include "graphics/zelconstants.h"
+#include "host/tcl/translation.h"
 
 #include <QAction>
-#include <QCoreApplication>
 #include <QIcon>
 #include <QMainWindow>
 #include <QMenu>
@@ -21,11 +21,6 @@ QToolBar { border: none; border-bottom: 1px solid palette(mid); spacing: 2px; pa
 )";
 
 constexpr int IconSize = 24; // device-independent pixels
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("HostActions", text);
-}
 
 QIcon icon(const char* name)
 {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/window/loadprogress.h"
 
+#include "host/tcl/translation.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QProgressDialog>
@@ -19,11 +21,6 @@ LoadProgress::Pace& pace()
 {
     static LoadProgress::Pace current;
     return current;
-}
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("LoadProgress", text);
 }
 
 } // namespace

@@ -1,20 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "host/window/messagebox.h"
 
-#include <QCoreApplication>
+#include "host/tcl/translation.h"
+
 #include <QPushButton>
 #include <QRegularExpression>
 
 namespace mirn::zelchip {
-
-namespace {
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("MessageBox", text);
-}
-
-} // namespace
 
 QString asSentence(const QString& text)
 {

@@ -2,21 +2,12 @@
 #include "host/window/unsavedchanges.h"
 
 #include "host/design/designeditor.h"
+#include "host/tcl/translation.h"
 #include "host/window/messagebox.h"
 
-#include <QCoreApplication>
 #include <QMessageBox>
 
 namespace mirn::zelchip {
-
-namespace {
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("UnsavedChanges", text);
-}
-
-} // namespace
 
 bool confirmClose(DesignEditor& editor, QWidget* parent)
 {

@@ -12,17 +12,12 @@ namespace {
 
 [[nodiscard]] const char* skipSpaces(const char* p)
 {
-    return skipXmlBytes(p, XmlByte::XmlNamespace);
+    return skipXmlBytes(p, XmlByte::Space);
 }
 
 [[nodiscard]] std::string_view textOf(const char* begin, const char* end)
 {
     return std::string_view(begin, static_cast<std::size_t>(end - begin));
-}
-
-[[nodiscard]] const char* find(const char* begin, const char* end, char c)
-{
-    return static_cast<const char*>(std::memchr(begin, c, static_cast<std::size_t>(end - begin)));
 }
 
 // The text must end in a NUL.
@@ -139,10 +134,10 @@ QuickXmlReader::Step QuickXmlReader::readDeclaration()
 // Reads <!DOCTYPE svg PUBLIC "..." "...">.
 QuickXmlReader::Step QuickXmlReader::readDocumentType(const char* p)
 {
-    const char* end = find(p, m_input.end(), '>');
+    const char* end = findXmlByte(p, m_input.end(), '>');
     if (!end)
         return Step::Incomplete;
-    if (m_hasDocumentType || m_hasRoot || !(xmlByte(*p) & XmlByte::XmlNamespace))
+    if (m_hasDocumentType || m_hasRoot || !(xmlByte(*p) & XmlByte::Space))
         return Step::GiveUp;
     const char* name = skipSpaces(p);
     p = skipXmlBytes(name, XmlByte::NamePart);
@@ -154,7 +149,7 @@ QuickXmlReader::Step QuickXmlReader::readDocumentType(const char* p)
     }
     for (; literals > 0; --literals) {
         const char* quote = skipSpaces(p);
-        const char* close = *quote == '"' || *quote == '\'' ? find(quote + 1, end, *quote) : nullptr;
+        const char* close = *quote == '"' || *quote == '\'' ? findXmlByte(quote + 1, end, *quote) : nullptr;
         if (quote == p || !close || !isPlainIdentifier(textOf(quote + 1, close)))
             return Step::GiveUp;
         p = close + 1;
@@ -169,7 +164,7 @@ QuickXmlReader::Step QuickXmlReader::readComment(const char* p)
     while (true) {
         if (p[0] == '-' && p[1] == '-')
             break;
-        if ((xmlByte(*p) & (XmlByte::InText | XmlByte::InValue | XmlByte::XmlNamespace)) || *p == '<' || *p == '&') {
+        if ((xmlByte(*p) & (XmlByte::InText | XmlByte::InValue | XmlByte::Space)) || *p == '<' || *p == '&') {
             ++p;
         } else {
             const char* next = static_cast<unsigned char>(*p) >= 0x80 ? skipXmlCharacter(p) : nullptr;
@@ -202,7 +197,7 @@ QuickXmlReader::Step QuickXmlReader::readText()
         m_input.moveTo(skipSpaces(m_input.position()));
         return *m_input.position() == '<' || m_input.position() == m_input.end() ? Step::Done : Step::GiveUp;
     }
-    const char* end = find(m_input.position(), m_input.end(), '<');
+    const char* end = findXmlByte(m_input.position(), m_input.end(), '<');
     if (!end)
         return Step::Incomplete;
     if (!handleText(m_input.position(), end, TextKind::Parsed))
@@ -324,7 +319,7 @@ QuickXmlReader::Step QuickXmlReader::readAttribute(const char*& p)
             p = next;
             continue;
         }
-        if (*p == '&' || (xmlByte(*p) & XmlByte::XmlNamespace))
+        if (*p == '&' || (xmlByte(*p) & XmlByte::Space))
             m_rawValues |= bit;
         else if (*p != '"' && *p != '\'')
             return unexpected(p);
@@ -364,7 +359,7 @@ bool QuickXmlReader::completeValues()
                     return false;
                 continue;
             }
-            const bool isSpace = xmlByte(*p) & XmlByte::XmlNamespace;
+            const bool isSpace = xmlByte(*p) & XmlByte::Space;
             const bool isPair = p[0] == '\r' && p[1] == '\n';
             m_values += isSpace ? ' ' : *p;
             p += isPair ? 2 : 1;

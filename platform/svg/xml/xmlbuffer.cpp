@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/svg/xml/xmlbuffer.h"
 
+#include "platform/svg/xml/xmlcharacters.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -10,11 +12,6 @@ namespace {
 
 constexpr std::size_t BlockSize = std::size_t(1) << 18;
 constexpr std::size_t LargestRest = std::size_t(1) << 24;
-
-[[nodiscard]] const char* find(const char* begin, const char* end, char c)
-{
-    return static_cast<const char*>(std::memchr(begin, c, static_cast<std::size_t>(end - begin)));
-}
 
 } // namespace
 
@@ -53,9 +50,9 @@ bool XmlBuffer::fill(ByteSource& source, std::uint64_t largestFile)
 unsigned long XmlBuffer::line() const
 {
     while (m_counted != m_position) {
-        const char* lineFeed = find(m_counted, m_position, '\n');
+        const char* lineFeed = findXmlByte(m_counted, m_position, '\n');
         const char* end = lineFeed ? lineFeed : m_position;
-        for (const char* p = m_counted; (p = find(p, end, '\r')) != nullptr; ++p)
+        for (const char* p = m_counted; (p = findXmlByte(p, end, '\r')) != nullptr; ++p)
             m_line += p + 1 != lineFeed ? 1 : 0;
         m_line += lineFeed ? 1 : 0;
         m_counted = lineFeed ? lineFeed + 1 : m_position;

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <string>
 
 namespace zelsvg {
@@ -10,7 +11,7 @@ namespace zelsvg {
 // The classes of bytes of an XML file, one bit each; 0 for bytes that always need a closer look. NUL, which ends every
 // buffer, is in no class.
 namespace XmlByte {
-constexpr std::uint8_t XmlNamespace = 1;
+constexpr std::uint8_t Space = 1;
 constexpr std::uint8_t NameStart = 2; // ASCII only
 constexpr std::uint8_t NamePart = 4;
 constexpr std::uint8_t InText = 8; // stands for itself in text
@@ -32,7 +33,7 @@ constexpr std::uint8_t xmlByteOf(int c)
 {
     const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
     const bool canPaintFromList = c >= ' ' && c < 0x80;
-    int bits = isOneOf(c, " \t\n\r") ? XmlByte::XmlNamespace : 0;
+    int bits = isOneOf(c, " \t\n\r") ? XmlByte::Space : 0;
     bits |= isLetter ? XmlByte::NameStart : 0;
     bits |= isLetter || (c >= '0' && c <= '9') || isOneOf(c, ":-.") ? XmlByte::NamePart : 0;
     bits |= (canPaintFromList && !isOneOf(c, "<&]")) || c == '\t' ? XmlByte::InText : 0;
@@ -63,6 +64,12 @@ inline constexpr std::array<std::uint8_t, 256> XmlBytes = makeXmlBytes();
     while (xmlByte(*p) & kind)
         ++p;
     return p;
+}
+
+// Returns the first such byte; null if there is none.
+[[nodiscard]] inline const char* findXmlByte(const char* begin, const char* end, char c)
+{
+    return static_cast<const char*>(std::memchr(begin, c, static_cast<std::size_t>(end - begin)));
 }
 
 // `c` must be below 0x110000.

@@ -42,7 +42,7 @@ constexpr std::size_t None = std::string_view::npos;
 
 [[nodiscard]] std::size_t skipSpaces(std::string_view text, std::size_t at)
 {
-    while (isOf(text, at, XmlByte::XmlNamespace))
+    while (isOf(text, at, XmlByte::Space))
         ++at;
     return at;
 }
@@ -232,7 +232,7 @@ bool TagScanner::readWithoutQuotes()
     if (at >= text.size())
         return true;
     if (!isBeyondAscii(text[at]))
-        return text[at] >= ' ' || isOf(text, at, XmlByte::XmlNamespace);
+        return text[at] >= ' ' || isOf(text, at, XmlByte::Space);
     const std::string rest(text.substr(at, 4)); // adds a NUL at the end
     return skipXmlCharacter(rest.c_str()) != nullptr;
 }
