@@ -3,7 +3,7 @@
 
 #include "benchmarks/barepainter.h"
 #include "benchmarks/chipwindow.h"
-#include "engine/generator/benchmarkdrawing.h"
+#include "generator/benchmarkdrawing.h"
 #include "platform/contract/svgparser.h"
 
 #include <QFile>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "engine/generator/sampleproject.h"
+#include "generator/sampleproject.h"
 
-#include "engine/generator/devicefile.h"
-#include "engine/generator/haldenfloorplan.h"
-#include "engine/generator/sampledesign.h"
-#include "engine/generator/sampledrawing.h"
+#include "generator/devicefile.h"
+#include "generator/haldenfloorplan.h"
+#include "generator/sampledesign.h"
+#include "generator/sampledrawing.h"
 
 #include <fstream>
 #include <system_error>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "engine/generator/sampledrawing.h"
+#include "generator/sampledrawing.h"
 
-#include "engine/generator/cells.h"
-#include "engine/generator/haldenfloorplan.h"
-#include "engine/generator/layers.h"
-#include "engine/generator/palette.h"
+#include "generator/cells.h"
+#include "generator/haldenfloorplan.h"
+#include "generator/layers.h"
+#include "generator/palette.h"
 
 #include <map>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "engine/generator/site.h"
+#include "generator/site.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "engine/generator/benchmarkdrawing.h"
-#include "engine/generator/sampleproject.h"
+#include "generator/benchmarkdrawing.h"
+#include "generator/sampleproject.h"
 
 #include <cerrno>
 #include <cstdlib>

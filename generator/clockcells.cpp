@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "engine/generator/cells.h"
-#include "engine/generator/layers.h"
+#include "generator/cells.h"
+#include "generator/layers.h"
 
 namespace mirn::zeldevicegenerator {
 

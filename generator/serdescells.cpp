@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "engine/generator/cells.h"
-#include "engine/generator/haldenfloorplan.h"
-#include "engine/generator/layers.h"
+#include "generator/cells.h"
+#include "generator/haldenfloorplan.h"
+#include "generator/layers.h"
 
 namespace mirn::zeldevicegenerator {
 

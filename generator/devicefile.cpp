@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "engine/generator/devicefile.h"
+#include "generator/devicefile.h"
 
 #include <map>
 

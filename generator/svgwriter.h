@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "engine/generator/geometry.h"
+#include "generator/geometry.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "engine/generator/svgwriter.h"
+#include "generator/svgwriter.h"
 
-#include "engine/generator/layers.h"
+#include "generator/layers.h"
 
 #include <array>
 #include <charconv>

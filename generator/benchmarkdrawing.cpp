@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "engine/generator/benchmarkdrawing.h"
+#include "generator/benchmarkdrawing.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "engine/generator/site.h"
-#include "engine/generator/svgwriter.h"
+#include "generator/site.h"
+#include "generator/svgwriter.h"
 
 // Functions that draw one site of each kind: body, names, and the details that appear at higher scales. The caller has
 // opened the site's element, so that everything they draw carries its id.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "engine/generator/haldenfloorplan.h"
+#include "generator/haldenfloorplan.h"
 
 #include <algorithm>
 #include <cstring>
