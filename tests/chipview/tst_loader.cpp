@@ -53,7 +53,7 @@ private Q_SLOTS:
         QCOMPARE(chip.scene()->items().size(), 3);
         const QList<int> ids{500, 400, -1};
         for (int number = 1; number <= 3; ++number) {
-            const auto* attribute = chip.database()->getGraphicItemAttribute(number);
+            const auto* attribute = chip.attribute(number);
             QCOMPARE(attribute->itemId, ids[number - 1]);
             QCOMPARE(attribute->sequence, number);
             QCOMPARE(chip.item(number)->zValue(), double(number));
@@ -140,7 +140,7 @@ private Q_SLOTS:
             }
             QVERIFY(chip.scene()->items().isEmpty());
             for (int number : {1, 1000, 2000, Many})
-                QVERIFY(!chip.database()->getGraphicItemAttribute(number));
+                QVERIFY(!chip.attribute(number));
             QVERIFY(chip.view()->updatesEnabled());
             QVERIFY(chip.window->initGrahpicView());
             QCOMPARE(static_cast<int>(chip.scene()->items().size()), Many);
@@ -150,15 +150,13 @@ private Q_SLOTS:
     // A drawing loaded on top of another one.
     void cancelledLoadLeavesTheOneBefore()
     {
-        ChipView chip;
-        chip.drawing.addRect(500, 10, 10, 20, 20);
-        chip.open();
-        const ZELGraphicItemAttribute* before = chip.database()->getGraphicItemAttribute(1);
+        ChipView chip({{500, {10, 10, 20, 20}}});
+        const ZELGraphicItemAttribute* before = chip.attribute(1);
         addManyRects(chip.drawing);
         const CancellingProgress progress(zelprogress::BUILDING_VIEW, 0.7);
         QVERIFY(chip.window->initGrahpicView());
         QCOMPARE(static_cast<int>(chip.scene()->items().size()), 1);
-        QCOMPARE(chip.database()->getGraphicItemAttribute(1), before);
+        QCOMPARE(chip.attribute(1), before);
         QCOMPARE(chip.item(1)->sceneBoundingRect().center(), QPointF(20, 20));
     }
 

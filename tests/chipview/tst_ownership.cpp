@@ -2,18 +2,16 @@
 #include "platform/contract/zelproject.h"
 #include "resources/zelrestable.h"
 #include "tests/support/chipviewfixture.h"
+#include "tests/support/events.h"
 
 #include <QAbstractButton>
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
-#include <QDragEnterEvent>
 #include <QMenu>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QTimer>
-#include <QWheelEvent>
 
 using namespace zeltest;
 
@@ -53,7 +51,7 @@ class EndingView : public FullChipView
 {
 public:
     explicit EndingView(const QString& order)
-        : m_order(order.split(QStringLiteral(", ")))
+        : m_order(order.split(", "))
     {
         zelproject::getInstance()->setFlowName("Implementation");
         engine.sitesWithDialog = {"7"};
@@ -71,30 +69,24 @@ public:
     void openDialog(const QString& name)
     {
         engine.onCall = [this] { end(); };
-        if (name == QStringLiteral("config")) {
+        if (name == "config") {
             database()->configIP();
             return;
         }
         QTimer::singleShot(0, qApp, [this, name] { name.startsWith("command") ? chooseDelete() : endAndAnswer(); });
         const QTreeWidget* tree = database()->getTree(nullptr);
         const QPoint site = view()->mapFromScene(20.0, 20.0);
-        if (name == QStringLiteral("question"))
+        if (name == "question")
             database()->removeIP();
-        else if (name == QStringLiteral("settings"))
+        else if (name == "settings")
             QTest::mouseDClick(view()->viewport(), Qt::LeftButton, Qt::NoModifier, site);
-        else if (name == QStringLiteral("filter menu"))
+        else if (name == "filter menu")
             openMenu(view()->viewport(), site);
         else
             openMenu(tree->viewport(), tree->visualItemRect(tree->topLevelItem(0)).center());
     }
 
 private:
-    static void openMenu(QWidget* viewport, QPoint position)
-    {
-        QContextMenuEvent event(QContextMenuEvent::Mouse, position, viewport->mapToGlobal(position));
-        QApplication::sendEvent(viewport, &event);
-    }
-
     void chooseDelete()
     {
         QTimer::singleShot(0, qApp, [this] { endAndAnswer(); });
@@ -112,7 +104,7 @@ private:
         if (auto* question = qobject_cast<QMessageBox*>(modal.data())) {
             question->button(QMessageBox::Yes)->click();
         } else if (auto* settings = qobject_cast<QDialog*>(modal.data())) {
-            settings->findChild<QComboBox*>(QStringLiteral("comboBoxCH0"))->setCurrentIndex(1);
+            settings->findChild<QComboBox*>("comboBoxCH0")->setCurrentIndex(1);
             settings->accept();
         } else if (QWidget* popup = QApplication::activePopupWidget()) {
             popup->close();
@@ -122,11 +114,11 @@ private:
     void end()
     {
         for (const QString& part : m_order) {
-            if (part == QStringLiteral("window"))
+            if (part == "window")
                 delete m_window;
-            else if (part == QStringLiteral("parent"))
+            else if (part == "parent")
                 m_parent.reset();
-            else if (part == QStringLiteral("controller"))
+            else if (part == "controller")
                 ZELChipViewDatabase::destoryInstance();
             else
                 createWindow();
@@ -222,9 +214,9 @@ private Q_SLOTS:
     {
         FullChipView chip;
         chip.openAndUse();
-        QPointer<ZELGraphicItemAttribute> replaced(chip.database()->getGraphicItemAttribute(1));
+        QPointer<ZELGraphicItemAttribute> replaced(chip.attribute(1));
         QVERIFY(chip.window->initGrahpicView());
-        QVERIFY(replaced && replaced != chip.database()->getGraphicItemAttribute(1));
+        QVERIFY(replaced && replaced != chip.attribute(1));
         QCOMPARE(chip.scene()->items().size(), 10);
         chip.database()->selectedIds().insert(7);
         chip.picture();
@@ -249,16 +241,11 @@ private Q_SLOTS:
         }
         for (int key : {Qt::Key_Plus, Qt::Key_Minus, Qt::Key_Left, Qt::Key_Escape})
             QTest::keyClick(view, static_cast<Qt::Key>(key));
-        const QPoint global = viewport->mapToGlobal(point);
-        QContextMenuEvent menu(QContextMenuEvent::Mouse, point, global);
-        QWheelEvent wheel(
-            point, global, QPoint(), QPoint(0, 120), Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
-        QMimeData data;
-        QDragEnterEvent enter(point, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QDragMoveEvent move(point, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QDropEvent drop(point, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        for (QEvent* event : std::initializer_list<QEvent*>{&menu, &wheel, &enter, &move, &drop})
-            QApplication::sendEvent(viewport, event);
+        openMenu(viewport, point);
+        turnWheel(viewport, point, QPoint(0, 120), Qt::ControlModifier);
+        drag<QDragEnterEvent>(viewport, point);
+        drag<QDragMoveEvent>(viewport, point);
+        drag<QDropEvent>(viewport, point);
         viewport->grab();
         view->zoomIn();
         view->zoomOut();
@@ -305,7 +292,7 @@ private Q_SLOTS:
                 ret = 1;
             });
         chip.openDialog(dialog);
-        const bool isControllerLeft = order == QStringLiteral("window");
+        const bool isControllerLeft = order == "window";
         QCOMPARE(ZELChipViewDatabase::existingInstance() != nullptr, isControllerLeft || order.endsWith("new ones"));
         if (!isControllerLeft) {
             QCOMPARE(commands, QStringList());

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/dcupicker.h"
+#include "dialogs/dynamicvalues.h"
 #include "dialogs/zeldcusettingdlg.h"
 #include "graphics/zelrectattribute.h"
 #include "platform/contract/zelgraphicrecords.h"
@@ -22,6 +23,8 @@ namespace {
 
 using Values = std::map<std::string, std::vector<std::string>>;
 using Calls = std::vector<std::string>;
+using Record = std::map<std::string, std::string>;
+using Records = QList<std::pair<unsigned int, Record>>;
 
 constexpr int Site = 70;
 
@@ -52,6 +55,25 @@ QStringList texts(const QComboBox* box)
     return all;
 }
 
+// An engine that notes of which element it is asked for values.
+class AskedEngine final : public FakeEngine
+{
+public:
+    const Values* getDynamicDialogValues(const std::string* id, unsigned int type) override
+    {
+        calls.push_back("values " + *id + " " + std::to_string(type));
+        return FakeEngine::getDynamicDialogValues(id, type);
+    }
+};
+
+QStringList describe(const DynamicValues::GraphicsInfo& info)
+{
+    QStringList texts;
+    for (auto entry = info.cbegin(); entry != info.cend(); ++entry)
+        texts.append(entry.key() + '|' + entry->popup + '|' + entry->fill);
+    return texts;
+}
+
 } // namespace
 
 class TestDcuSettings : public zeltest::Test
@@ -66,7 +88,7 @@ private Q_SLOTS:
         QCOMPARE(texts(box(dialog, "comboBoxCH0")), (QStringList{"A", "A", "B"}));
         QCOMPARE(box(dialog, "comboBoxCH0")->currentIndex(), 0);
         QCOMPARE(texts(box(dialog, "comboBoxCH1")), (QStringList{"B", "A", "B"}));
-        QCOMPARE(box(dialog, "comboBoxCH1")->currentText(), QStringLiteral("B"));
+        QCOMPARE(box(dialog, "comboBoxCH1")->currentText(), "B");
         QCOMPARE(texts(box(dialog, "comboBoxTXPLL")), (QStringList{"X", "X", "Y"}));
     }
 
@@ -75,8 +97,8 @@ private Q_SLOTS:
         for (const bool isChanged : {false, true}) {
             SettingsView chip({{"CH0", {"A", "A", "B"}}, {"TXPLL", {"X", "X", "Y"}}});
             ZELDCUSettingDlg dialog(nullptr, Site);
-            box(dialog, "comboBoxTXPLL")->setCurrentText(isChanged ? QStringLiteral("Y") : QStringLiteral("X"));
-            QTimer::singleShot(0, dialog.findChild<QPushButton*>(QStringLiteral("pushButtonOK")), &QPushButton::click);
+            box(dialog, "comboBoxTXPLL")->setCurrentText(isChanged ? "Y" : "X");
+            QTimer::singleShot(0, dialog.findChild<QPushButton*>("pushButtonOK"), &QPushButton::click);
             QCOMPARE(dialog.exec(), DCUDLGSUCCESS);
             QCOMPARE(chip.engine.calls, isChanged ? (Calls{"set 70 TXPLL=Y", "refresh 3"}) : Calls{"refresh 3"});
             QCOMPARE(chip.window->getDirtyFlag(), isChanged ? 4 : 0);
@@ -91,11 +113,11 @@ private Q_SLOTS:
         ZELDCUSettingDlg dialog(nullptr, Site);
         QComboBox* channel0 = box(dialog, "comboBoxCH0");
         QComboBox* channel1 = box(dialog, "comboBoxCH1");
-        QCOMPARE(channel0->currentText() + channel1->currentText(), QStringLiteral("AB"));
-        channel1->setCurrentIndex(channel1->findText(QStringLiteral("Q")));
-        QCOMPARE(channel0->currentText(), QStringLiteral("Q"));
+        QCOMPARE(channel0->currentText() + channel1->currentText(), "AB");
+        channel1->setCurrentIndex(channel1->findText("Q"));
+        QCOMPARE(channel0->currentText(), "Q");
         channel0->setCurrentIndex(2);
-        QCOMPARE(channel0->currentText() + channel1->currentText(), QStringLiteral("BQ"));
+        QCOMPARE(channel0->currentText() + channel1->currentText(), "BQ");
         dialog.accept();
         // Both were on "Q" when the dialog opened, whatever the single lists said.
         QCOMPARE(chip.engine.calls, (Calls{"set 70 CH0=B", "refresh 3"}));
@@ -133,7 +155,7 @@ private Q_SLOTS:
     {
         SettingsView chip({{"TXPLL", {"X", "X", "Y"}}});
         ZELDCUSettingDlg dialog(nullptr, Site);
-        box(dialog, "comboBoxTXPLL")->setCurrentText(QStringLiteral("Y"));
+        box(dialog, "comboBoxTXPLL")->setCurrentText("Y");
         QTimer::singleShot(0, &dialog, [&] { QTest::keyClick(&dialog, Qt::Key_Escape); });
         QCOMPARE(dialog.exec(), 1);
         QVERIFY(chip.engine.calls.empty());
@@ -162,7 +184,7 @@ private Q_SLOTS:
         dialog.show();
         QCOMPARE(dialog.size(), QSize(252, 238));
         QCOMPARE(dialog.minimumSize(), dialog.maximumSize());
-        QCOMPARE(dialog.windowTitle(), QStringLiteral("DCU Settings"));
+        QCOMPARE(dialog.windowTitle(), "DCU Settings");
         auto* widget = dialog.findChild<QWidget*>(QLatin1String(QTest::currentDataTag()));
         QVERIFY(widget);
         QCOMPARE(widget->geometry(), geometry);
@@ -193,7 +215,7 @@ private Q_SLOTS:
             for (const QLabel* label : dialog.findChildren<QLabel*>())
                 QVERIFY2(fits(label, label->text(), label->width()), qPrintable(label->text()));
             for (const QComboBox* list : dialog.findChildren<QComboBox*>())
-                QVERIFY(fits(list, QStringLiteral("POWER DOWN"), list->width() - 24)); // beside the arrow
+                QVERIFY(fits(list, "POWER DOWN", list->width() - 24)); // beside the arrow
             for (const QPushButton* button : dialog.findChildren<QPushButton*>())
                 QVERIFY(fits(button, button->text(), button->width() - 8));
             for (const QGroupBox* group : dialog.findChildren<QGroupBox*>())
@@ -247,6 +269,78 @@ private Q_SLOTS:
         for (ZELRectAttribute& attribute : attributes)
             attribute.kind = ZEL_GRAPHIC_POLYGON;
         QVERIFY(!dcuAmong(items, attributeOf));
+    }
+
+    void recordsBecomeInfo_data()
+    {
+        const Rows<Records, QStringList> row;
+        const Record both{{"tovanel:popup", "b\xe4r"}, {"fill", "#102030"}};
+        row("none", {}, {});
+        row("both", {{7, both}}, {"7|b\u00e4r|#102030"});
+        row("neither", {{7, {}}}, {"7|EMPTYDYNAMICSTRING|EMPTYDYNAMICSTRING"});
+        row("an empty value is not a missing one", {{7, {{"tovanel:popup", ""}}}}, {"7||EMPTYDYNAMICSTRING"});
+        row("the later of two with one id counts", {{7, both}, {7, {{"fill", "red"}}}}, {"7|EMPTYDYNAMICSTRING|red"});
+        row("ids have no sign", {{4294967295u, {{"fill", "red"}}}}, {"4294967295|EMPTYDYNAMICSTRING|red"});
+    }
+
+    void recordsBecomeInfo()
+    {
+        const auto [records, info] = row<Records, QStringList>();
+        FakeEngine engine;
+        for (const auto& [id, values] : records)
+            engine.device.addRecord(id, values);
+        engine.device.recordList.insert(engine.device.recordList.begin(), nullptr);
+        DynamicValues dynamicValues;
+        dynamicValues.setEngine(&engine);
+        const Calls& trace = traceFromNowOn();
+        QCOMPARE(describe(dynamicValues.graphicsInfo()), info);
+        QCOMPARE(trace, (Calls{"getGraphicsDynamicInfo: call ZEL engine API: chip()", "getGraphicsDynamicInfo: end"}));
+    }
+
+    void infoIsAskedForAnew()
+    {
+        FakeEngine engine;
+        engine.device.addRecord(7, {{"fill", "red"}});
+        DynamicValues dynamicValues;
+        QVERIFY(dynamicValues.graphicsInfo().isEmpty()); // no engine yet
+        dynamicValues.setEngine(&engine);
+        const DynamicValues::GraphicsInfo& info = dynamicValues.graphicsInfo();
+        QCOMPARE(info.size(), 1);
+        engine.device.clearRecords();
+        QVERIFY(dynamicValues.graphicsInfo().isEmpty());
+        QVERIFY(info.isEmpty()); // the one map of the process
+    }
+
+    void valuesKeepTheEnginesOrder()
+    {
+        AskedEngine engine;
+        engine.dialogValues = std::make_unique<Values>();
+        *engine.dialogValues = {{"TXPLL", {"z", "", "a", "z"}}, {"CH0", {"\xb5"}}, {"CH1", {}}};
+        DynamicValues dynamicValues;
+        dynamicValues.setEngine(&engine);
+        const DynamicValues::ValueLists* lists = dynamicValues.valueLists(DYNAMIC_DIALOG_DCU, -5);
+        QVERIFY(lists);
+        QCOMPARE(lists->keys(), (QStringList{"CH0", "TXPLL"})); // a key without a value is none
+        QCOMPARE(lists->value("TXPLL"), (QVector<QString>{"z", "", "a", "z"}));
+        QCOMPARE(lists->value("CH0"), QVector<QString>{"\u00b5"});
+        QCOMPARE(engine.calls, Calls{"values -5 1"});
+    }
+
+    void withoutValuesThereIsNoList()
+    {
+        for (const auto& [type, hasEngine, keptKeys] : // keptKeys: of what was asked for before
+            {std::tuple(0, true, 1), std::tuple(1, true, 0), std::tuple(1, false, 0)}) {
+            FakeEngine engine;
+            engine.dialogValues = std::make_unique<Values>(Values{{"CH0", {"A"}}});
+            DynamicValues dynamicValues;
+            dynamicValues.setEngine(&engine);
+            const DynamicValues::ValueLists* before = dynamicValues.valueLists(DYNAMIC_DIALOG_DCU, 7);
+            QVERIFY(before);
+            engine.dialogValues.reset();
+            dynamicValues.setEngine(hasEngine ? &engine : nullptr);
+            QVERIFY(!dynamicValues.valueLists(static_cast<Enum_Dynamic_Dialog_Type>(type), 7));
+            QCOMPARE(int(before->size()), keptKeys);
+        }
     }
 };
 

@@ -33,56 +33,53 @@ class TestEmbeddingExamples : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void hostAndEngineWorkTogether();
+    void hostAndEngineWorkTogether()
+    {
+        QTemporaryDir folder;
+        QFile drawing(folder.filePath("chip.svg"));
+        QFile filter(folder.filePath("empty.txt"));
+        QVERIFY(drawing.open(QIODevice::WriteOnly) && drawing.write(Drawing) > 0 && filter.open(QIODevice::WriteOnly));
+        drawing.close();
+        TinyEngine engine(QFile::encodeName(drawing.fileName()).toStdString());
+        static_cast<TinyChip*>(engine.chip())->filter = QFile::encodeName(filter.fileName()).toStdString();
+        QMainWindow window;
+        ZelChipGUI* view = openView(&engine, QFile::encodeName(folder.path()).toStdString(), &window);
+        design = &engine;
+        QString command;
+        connect(view, &ZelChipGUI::sigRunTclCmd, this, [&command](const QString& text) { command = text; });
+        window.resize(600, 400);
+        window.show();
+        showWholeDrawing(view);
+        ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+        ZelTree* tree = database->getTree(nullptr);
+        QCOMPARE(database->getScene(nullptr)->items().size(), 2);
+        QVERIFY(database->getView(nullptr)->transform().m11() > 1);
+        QCOMPARE(tree->topLevelItem(0)->text(0), "u1 (not placed)");
+
+        tree->setCurrentItem(tree->topLevelItem(0));
+        QVERIFY(database->selectedIds().isEmpty());
+        QVERIFY(database->canDrop(nullptr, -1));
+        QVERIFY(!database->canDrop(nullptr, 5));
+        QCOMPARE(database->drop(7), 0); // refused by the command too
+        QCOMPARE(database->drop(5), 1);
+        QCOMPARE(command, "zel_resource place -rsc {top/u1} -id 5");
+        QCOMPARE(tree->topLevelItem(0)->text(0) + tree->topLevelItem(0)->text(1), "u1 (placed)5");
+        QCOMPARE(database->getResTable(nullptr)->item(0, 0)->text(), "1");
+        QCOMPARE(database->getGraphicItemAttribute(1)->toolTip, "PLL: top/u1");
+        tree->setCurrentItem(tree->topLevelItem(0));
+        QCOMPARE(database->selectedIds().ids(), QSet<int>{5});
+
+        ZELDCUSettingDlg dialog(&window, 5);
+        dialog.findChild<QComboBox*>("comboBoxTXPLL")->setCurrentIndex(3);
+        dialog.accept();
+        QCOMPARE(database->getDynamicValueList(DYNAMIC_DIALOG_DCU, 5)->value(DYNAMIC_DLG_TXPLL).first(), "X20");
+        QCOMPARE(view->getDirtyFlag(), 4);
+
+        closeView(view);
+        QVERIFY(!ZELChipViewDatabase::existingInstance());
+        QVERIFY(!MirnProjectManager::getProjectManager()->getProject());
+    }
 };
-
-void TestEmbeddingExamples::hostAndEngineWorkTogether()
-{
-    QTemporaryDir folder;
-    QFile drawing(folder.filePath(QStringLiteral("chip.svg")));
-    QFile filter(folder.filePath(QStringLiteral("empty.txt")));
-    QVERIFY(drawing.open(QIODevice::WriteOnly) && drawing.write(Drawing) > 0 && filter.open(QIODevice::WriteOnly));
-    drawing.close();
-    TinyEngine engine(QFile::encodeName(drawing.fileName()).toStdString());
-    static_cast<TinyChip*>(engine.chip())->filter = QFile::encodeName(filter.fileName()).toStdString();
-    QMainWindow window;
-    ZelChipGUI* view = openView(&engine, QFile::encodeName(folder.path()).toStdString(), &window);
-    design = &engine;
-    QString command;
-    connect(view, &ZelChipGUI::sigRunTclCmd, this, [&command](const QString& text) { command = text; });
-    window.resize(600, 400);
-    window.show();
-    showWholeDrawing(view);
-    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
-    ZelTree* tree = database->getTree(nullptr);
-    QCOMPARE(database->getScene(nullptr)->items().size(), 2);
-    QVERIFY(database->getView(nullptr)->transform().m11() > 1);
-    QCOMPARE(tree->topLevelItem(0)->text(0), QStringLiteral("u1 (not placed)"));
-
-    tree->setCurrentItem(tree->topLevelItem(0));
-    QVERIFY(database->selectedIds().isEmpty());
-    QVERIFY(database->canDrop(nullptr, -1));
-    QVERIFY(!database->canDrop(nullptr, 5));
-    QCOMPARE(database->drop(7), 0); // refused by the command too
-    QCOMPARE(database->drop(5), 1);
-    QCOMPARE(command, QStringLiteral("zel_resource place -rsc {top/u1} -id 5"));
-    QCOMPARE(tree->topLevelItem(0)->text(0) + tree->topLevelItem(0)->text(1), QStringLiteral("u1 (placed)5"));
-    QCOMPARE(database->getResTable(nullptr)->item(0, 0)->text(), QStringLiteral("1"));
-    QCOMPARE(database->getGraphicItemAttribute(1)->toolTip, QStringLiteral("PLL: top/u1"));
-    tree->setCurrentItem(tree->topLevelItem(0));
-    QCOMPARE(database->selectedIds().ids(), QSet<int>{5});
-
-    ZELDCUSettingDlg dialog(&window, 5);
-    dialog.findChild<QComboBox*>(QStringLiteral("comboBoxTXPLL"))->setCurrentIndex(3);
-    dialog.accept();
-    QCOMPARE(
-        database->getDynamicValueList(DYNAMIC_DIALOG_DCU, 5)->value(DYNAMIC_DLG_TXPLL).first(), QStringLiteral("X20"));
-    QCOMPARE(view->getDirtyFlag(), 4);
-
-    closeView(view);
-    QVERIFY(!ZELChipViewDatabase::existingInstance());
-    QVERIFY(!MirnProjectManager::getProjectManager()->getProject());
-}
 
 ZEL_TEST_MAIN(TestEmbeddingExamples)
 #include "tst_embeddingexamples.moc"

@@ -13,30 +13,32 @@ inline std::unique_ptr<mirn::zelengine::ReferenceEngine> openEngine(const QStrin
     QStringList warnings;
     auto engine = mirn::zelengine::ReferenceEngine::open(folder, &error, &warnings);
     if (!engine || !warnings.isEmpty())
-        qFatal("%s", qPrintable(error + warnings.join(QLatin1Char('\n'))));
+        qFatal("%s", qPrintable(error + warnings.join('\n')));
     return engine;
 }
 
-// What is where and set how in the design: all that a program that opens the project must find again.
+// Where everything is in the design and how it is set: all that a program that opens the project must find again.
 inline QStringList factsOf(const mirn::zelengine::ReferenceEngine& engine)
 {
     const mirn::zelengine::Design& design = engine.design();
     QStringList facts = design.removedPaths();
     for (int index : design.all()) {
         const auto& resource = design.resource(index);
-        facts.append(resource.path + QLatin1Char('@') + QString::number(resource.site));
+        facts.append(resource.path + '@' + QString::number(resource.site));
         for (const auto& parameter : mirn::zelengine::parametersOf(resource.type))
-            facts.last() += QLatin1Char(',') + design.parameter(index, parameter.key);
+            facts.last() += ',' + design.parameter(index, parameter.key);
     }
     const auto& settings = engine.settings().changes();
+    QStringList set;
     for (auto site = settings.cbegin(); site != settings.cend(); ++site) {
         for (auto setting = site->cbegin(); setting != site->cend(); ++setting)
-            facts.append(QString::number(site.key()) + QLatin1Char(' ') + setting.key() + '=' + setting.value());
+            set.append(QString::number(site.key()) + ' ' + setting.key() + '=' + setting.value());
     }
-    return facts;
+    set.sort(); // their order has no meaning
+    return facts + set;
 }
 
-// What one of two states has and the other has not; empty: nothing.
+// The facts that only one of two states has; empty when they are the same.
 inline QString differenceOf(QStringList found, QStringList expected)
 {
     if (found == expected)

@@ -30,168 +30,154 @@ class TestEngineParameters : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void init();
-    void configuresOrSaysWhyNot_data();
-    void configuresOrSaysWhyNot();
-    void restoredResourcesAreAsInTheFile();
-    void dialogChangesWhatWasTyped_data();
-    void dialogChangesWhatWasTyped();
-    void dialogAsksTheWriter();
-    void dialogSurvivesItsWindow();
-    void nothingToConfigureIsSaid();
+    void init()
+    {
+        zeltest::Test::init();
+        m_engine = openEngine(m_folder.path());
+    }
+
+    void configuresOrSaysWhyNot_data()
+    {
+        zeltest::addRows({
+            {"a frequency", "top/<b>pll", "frequency", "62.5", "62.5"},
+            {"a number is kept to thousandths", "top/<b>pll", "frequency", "33.33333", "33.333"},
+            {"other spellings of one number", "top/<b>pll", "frequency", " 1.000e2", "100"},
+            {"the lowest", "top/<b>pll", "frequency", "5", "5"},
+            {"below the lowest", "top/<b>pll", "frequency", "4.999", "100",
+                "frequency cannot be \"4.999\", expected a number from 5 to 800"},
+            {"beyond the highest", "top/ip/ref", "frequency", "500.001", "156.25",
+                "frequency cannot be \"500.001\", expected a number from 10 to 500"},
+            {"what is no number", "top/<b>pll", "frequency", "nan", "100",
+                "frequency cannot be \"nan\", expected a number from 5 to 800"},
+            {"what is fixed", "top/ip/ref", "frequency", "125", "125"},
+            {"a rate", "top/ip", "rate", "1.250", "1.25"},
+            {"a rate that there is not", "top/ip", "rate", "3", "5",
+                "rate cannot be \"3\", expected 1.25, 2.5, 3.125, 5 or 6.25"},
+            {"a key of another type", "top/ip", "frequency", "100", "",
+                "top/ip has no parameter \"frequency\", expected \"rate\""},
+            {"a supply", "top/v", "voltage", "3", "", "top/v has nothing to configure"},
+            {"a group", "top/group", "rate", "5", "", "top/group has nothing to configure"},
+            {"no such resource", "top/x", "rate", "5", "", "there is no resource \"top/x\""},
+        });
+    }
+
+    void configuresOrSaysWhyNot()
+    {
+        const auto [resource, key, value, inForce, refusal] = zeltest::currentRow<5>();
+        QCOMPARE(m_engine->configure(resource, key, value), refusal);
+        if (m_engine->design().find(resource) >= 0)
+            QCOMPARE(valueOf(resource, key), inForce);
+    }
+
+    void restoredResourcesAreAsInTheFile()
+    {
+        const QString rate = "rate";
+        QCOMPARE(valueOf("top/plain", rate), "2.5");
+        QCOMPARE(m_engine->configure("top/ip", rate, "6.25"), QString());
+        QCOMPARE(m_engine->remove("top/ip"), QString());
+        QVERIFY(!m_engine->configure("top/ip", rate, "1.25").isEmpty());
+        QCOMPARE(m_engine->restore("top/ip"), QString());
+        QCOMPARE(valueOf("top/ip", rate), "5");
+    }
+
+    void dialogChangesWhatWasTyped_data()
+    {
+        zeltest::addRows({
+            {"a number and OK", "top/<b>pll", "62.5", "OK", "62.5", "changed"},
+            {"a number and Cancel", "top/<b>pll", "62.5", "Cancel", "100"},
+            {"OK and nothing else", "top/<b>pll", "", "OK", "100"},
+            {"the same number again", "top/ip/ref", "156.250", "OK", "156.25"},
+            {"keys that would lead out of the bounds are not taken", "top/<b>pll", "x9999", "OK", "99", "changed"},
+            {"a choice and OK", "top/ip", "1", "OK", "1.25", "changed"},
+            {"a choice and Cancel", "top/ip", "1", "Cancel", "5"},
+        });
+    }
+
+    void dialogChangesWhatWasTyped()
+    {
+        const auto [resource, text, button, inForce, answer] = zeltest::currentRow<5>();
+        const auto type = [&typed = text, &pressed = button](QWidget& dialog) {
+            QTest::keyClicks(dialog.focusWidget(), typed);
+            QTest::keyClick(dialog.focusWidget(), pressed == "OK" ? Qt::Key_Return : Qt::Key_Escape);
+        };
+        QCOMPARE(this->answer(resource.toStdString(), type), answer.isEmpty() ? 0 : 1);
+        QCOMPARE(valueOf(resource, resource == "top/ip" ? "rate" : "frequency"), inForce);
+        QVERIFY(!QApplication::activeModalWidget());
+    }
+
+    // A refusal is said, and what was refused is not in force.
+    void dialogAsksTheWriter()
+    {
+        QStringList written;
+        m_engine->setParameterWriter([&](const QString& resource, const QString& key, const QString& value) {
+            written = QStringList{resource, key, value};
+            return "the disk is full";
+        });
+        const auto type = [](QWidget& dialog) {
+            QTest::keyClicks(dialog.focusWidget(), "250");
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        };
+        QCOMPARE(answer("top/<b>pll", type), 0);
+        QCOMPARE(written, (QStringList{"top/<b>pll", "frequency", "250"}));
+        QCOMPARE(valueOf("top/<b>pll", "frequency"), "100");
+        checkBox("the disk is full");
+    }
+
+    // The window over which the dialog stands is closed by something else.
+    void dialogSurvivesItsWindow()
+    {
+        auto window = std::make_unique<QWidget>();
+        window->show();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        const auto closeWindow = [&](QWidget& dialog) {
+            QCOMPARE(dialog.parentWidget(), window.get());
+            window.reset();
+        };
+        QCOMPARE(answer("top/<b>pll", closeWindow), 0);
+        QVERIFY(!QApplication::activeModalWidget());
+    }
+
+    void nothingToConfigureIsSaid()
+    {
+        for (const std::string name : {"top/group", "top/v", "top/ip/a", "top"}) {
+            QCOMPARE(m_engine->config(&name), 0);
+            checkBox(QString::fromStdString(name) + " has nothing to configure.");
+        }
+    }
 
 private:
-    [[nodiscard]] QString valueOf(const QString& resource, const QString& key) const;
-    int answer(const std::string& resource, const std::function<void(QWidget&)>& gesture);
-    static void checkBox(const QString& text);
+    [[nodiscard]] QString valueOf(const QString& resource, const QString& key) const
+    {
+        return m_engine->design().parameter(m_engine->design().find(resource), key);
+    }
+
+    // Asks to configure a resource and makes a gesture in the dialog that opens.
+    int answer(const std::string& resource, const std::function<void(QWidget&)>& gesture)
+    {
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, &timer, [&] {
+            if (QWidget* dialog = QApplication::activeModalWidget()) {
+                timer.stop();
+                gesture(*dialog);
+            }
+        });
+        timer.start(0);
+        return m_engine->config(&resource);
+    }
+
+    static void checkBox(const QString& text)
+    {
+        const QPointer<QMessageBox> box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        QVERIFY(box);
+        QCOMPARE(box->text(), text);
+        QTest::keyClick(box, Qt::Key_Return);
+        QTRY_VERIFY(!box);
+    }
 
     const ProjectFolder m_folder{DESIGN};
     std::unique_ptr<ReferenceEngine> m_engine;
 };
-
-void TestEngineParameters::init()
-{
-    zeltest::Test::init();
-    m_engine = openEngine(m_folder.path());
-}
-
-QString TestEngineParameters::valueOf(const QString& resource, const QString& key) const
-{
-    return m_engine->design().parameter(m_engine->design().find(resource), key);
-}
-
-// Asks to configure a resource and makes a gesture in the dialog that opens.
-int TestEngineParameters::answer(const std::string& resource, const std::function<void(QWidget&)>& gesture)
-{
-    QTimer timer;
-    connect(&timer, &QTimer::timeout, &timer, [&] {
-        if (QWidget* dialog = QApplication::activeModalWidget()) {
-            timer.stop();
-            gesture(*dialog);
-        }
-    });
-    timer.start(0);
-    return m_engine->config(&resource);
-}
-
-void TestEngineParameters::configuresOrSaysWhyNot_data()
-{
-    zeltest::addRows({
-        {"a frequency", "top/<b>pll", "frequency", "62.5", "62.5"},
-        {"a number is kept to thousandths", "top/<b>pll", "frequency", "33.33333", "33.333"},
-        {"other spellings of one number", "top/<b>pll", "frequency", " 1.000e2", "100"},
-        {"the lowest", "top/<b>pll", "frequency", "5", "5"},
-        {"below the lowest", "top/<b>pll", "frequency", "4.999", "100",
-            "frequency cannot be \"4.999\", expected a number from 5 to 800"},
-        {"beyond the highest", "top/ip/ref", "frequency", "500.001", "156.25",
-            "frequency cannot be \"500.001\", expected a number from 10 to 500"},
-        {"what is no number", "top/<b>pll", "frequency", "nan", "100",
-            "frequency cannot be \"nan\", expected a number from 5 to 800"},
-        {"what is fixed", "top/ip/ref", "frequency", "125", "125"},
-        {"a rate", "top/ip", "rate", "1.250", "1.25"},
-        {"a rate that there is not", "top/ip", "rate", "3", "5",
-            "rate cannot be \"3\", expected 1.25, 2.5, 3.125, 5 or 6.25"},
-        {"a key of another type", "top/ip", "frequency", "100", "",
-            "top/ip has no parameter \"frequency\", expected \"rate\""},
-        {"a supply", "top/v", "voltage", "3", "", "top/v has nothing to configure"},
-        {"a group", "top/group", "rate", "5", "", "top/group has nothing to configure"},
-        {"no such resource", "top/x", "rate", "5", "", "there is no resource \"top/x\""},
-    });
-}
-
-void TestEngineParameters::configuresOrSaysWhyNot()
-{
-    const auto [resource, key, value, inForce, refusal] = zeltest::currentRow<5>();
-    QCOMPARE(m_engine->configure(resource, key, value), refusal);
-    if (m_engine->design().find(resource) >= 0)
-        QCOMPARE(valueOf(resource, key), inForce);
-}
-
-void TestEngineParameters::restoredResourcesAreAsInTheFile()
-{
-    const QString rate = "rate";
-    QCOMPARE(valueOf("top/plain", rate), "2.5");
-    QCOMPARE(m_engine->configure("top/ip", rate, "6.25"), QString());
-    QCOMPARE(m_engine->remove("top/ip"), QString());
-    QVERIFY(!m_engine->configure("top/ip", rate, "1.25").isEmpty());
-    QCOMPARE(m_engine->restore("top/ip"), QString());
-    QCOMPARE(valueOf("top/ip", rate), "5");
-}
-
-void TestEngineParameters::dialogChangesWhatWasTyped_data()
-{
-    zeltest::addRows({
-        {"a number and OK", "top/<b>pll", "62.5", "OK", "62.5", "changed"},
-        {"a number and Cancel", "top/<b>pll", "62.5", "Cancel", "100"},
-        {"OK and nothing else", "top/<b>pll", "", "OK", "100"},
-        {"the same number again", "top/ip/ref", "156.250", "OK", "156.25"},
-        {"keys that would lead out of the bounds are not taken", "top/<b>pll", "x9999", "OK", "99", "changed"},
-        {"a choice and OK", "top/ip", "1", "OK", "1.25", "changed"},
-        {"a choice and Cancel", "top/ip", "1", "Cancel", "5"},
-    });
-}
-
-void TestEngineParameters::dialogChangesWhatWasTyped()
-{
-    const auto [resource, text, button, inForce, answer] = zeltest::currentRow<5>();
-    const auto type = [&typed = text, &pressed = button](QWidget& dialog) {
-        QTest::keyClicks(dialog.focusWidget(), typed);
-        QTest::keyClick(dialog.focusWidget(), pressed == "OK" ? Qt::Key_Return : Qt::Key_Escape);
-    };
-    QCOMPARE(this->answer(resource.toStdString(), type), answer.isEmpty() ? 0 : 1);
-    QCOMPARE(valueOf(resource, resource == "top/ip" ? "rate" : "frequency"), inForce);
-    QVERIFY(!QApplication::activeModalWidget());
-}
-
-void TestEngineParameters::checkBox(const QString& text)
-{
-    const QPointer<QMessageBox> box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    QVERIFY(box);
-    QCOMPARE(box->text(), text);
-    QTest::keyClick(box, Qt::Key_Return);
-    QTRY_VERIFY(!box);
-}
-
-// A refusal is said, and what was refused is not in force.
-void TestEngineParameters::dialogAsksTheWriter()
-{
-    QStringList written;
-    m_engine->setParameterWriter([&](const QString& resource, const QString& key, const QString& value) {
-        written = QStringList{resource, key, value};
-        return "the disk is full";
-    });
-    const auto type = [](QWidget& dialog) {
-        QTest::keyClicks(dialog.focusWidget(), "250");
-        QTest::keyClick(&dialog, Qt::Key_Return);
-    };
-    QCOMPARE(answer("top/<b>pll", type), 0);
-    QCOMPARE(written, (QStringList{"top/<b>pll", "frequency", "250"}));
-    QCOMPARE(valueOf("top/<b>pll", "frequency"), "100");
-    checkBox("the disk is full");
-}
-
-// The window over which the dialog stands is closed by something else.
-void TestEngineParameters::dialogSurvivesItsWindow()
-{
-    auto window = std::make_unique<QWidget>();
-    window->show();
-    window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(window.get()));
-    const auto closeWindow = [&](QWidget& dialog) {
-        QCOMPARE(dialog.parentWidget(), window.get());
-        window.reset();
-    };
-    QCOMPARE(answer("top/<b>pll", closeWindow), 0);
-    QVERIFY(!QApplication::activeModalWidget());
-}
-
-void TestEngineParameters::nothingToConfigureIsSaid()
-{
-    for (const std::string name : {"top/group", "top/v", "top/ip/a", "top"}) {
-        QCOMPARE(m_engine->config(&name), 0);
-        checkBox(QString::fromStdString(name) + " has nothing to configure.");
-    }
-}
 
 ZEL_TEST_MAIN(TestEngineParameters)
 #include "tst_engineparameters.moc"

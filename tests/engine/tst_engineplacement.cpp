@@ -43,7 +43,7 @@ QStringList placements(const ReferenceEngine& engine)
     for (int index : engine.design().all()) {
         const auto& resource = engine.design().resource(index);
         if (const auto* site = engine.device().site(resource.site))
-            result.append(resource.path.mid(4) + QLatin1Char('@') + site->name);
+            result.append(resource.path.mid(4) + '@' + site->name);
     }
     return result;
 }
@@ -54,19 +54,205 @@ class TestEnginePlacement : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void init();
-    void removedResourcesComeBackWhereTheyStood();
-    void placesOrSaysWhyNot_data();
-    void placesOrSaysWhyNot();
-    void proposesExactlyTheSitesThatAccept();
-    void fillsUnitsInOrder_data();
-    void fillsUnitsInOrder();
-    void movesWithinItsOwnSites();
-    void resets_data();
-    void resets();
-    void removesWithAllReferences();
-    void whatWouldBreakARuleDoesNotComeBack();
-    void neighboursAreSoBothWays();
+    void init()
+    {
+        zeltest::Test::init();
+        m_engine = openEngine(m_folder.path());
+    }
+
+    void removedResourcesComeBackWhereTheyStood()
+    {
+        const QStringList before = placements(*m_engine);
+        QVERIFY(m_engine->remove("top/duo/a").isEmpty());
+        QVERIFY(m_engine->remove("top/duo").isEmpty());
+        QCOMPARE(m_engine->restore("top/duo/a"), "top/duo/a is part of top/duo, which is removed");
+        QCOMPARE(m_engine->restore("top/mono"), "no resource \"top/mono\" was removed");
+        QVERIFY(place("top/quad/ref", "REF_L").isEmpty());
+        QCOMPARE(m_engine->restore("top/duo"), "top/duo/ref is fixed on REF_L, which is occupied by top/quad/ref");
+        QVERIFY(m_engine->reset("top/quad/ref").isEmpty());
+        QVERIFY(m_engine->restore("top/duo").isEmpty());
+        QVERIFY(m_engine->restore("top/duo/a").isEmpty());
+        QVERIFY(!m_engine->restore("top/duo/a").isEmpty());
+        QVERIFY(placements(*m_engine).contains("duo/ref@REF_L")); // is fixed there
+        QVERIFY(!placements(*m_engine).contains("duo/a@U0_CH0"));
+        QVERIFY(place("top/duo/a", "U0_CH0").isEmpty());
+        QCOMPARE(placements(*m_engine), before);
+    }
+
+    void placesOrSaysWhyNot_data()
+    {
+        zeltest::addRows({
+            {"a free channel of the same unit", "top/duo/b", "U0_CH1"},
+            {"a channel of the unit next to it", "top/duo/b", "U1_CH1"},
+            {"a channel of a unit apart", "top/duo/b", "U2_CH0", "top/duo/a is in U0, which is not next to U2"},
+            {"an occupied channel", "top/mono/a", "U0_CH0", "U0_CH0 is occupied by top/duo/a"},
+            {"the site it is on", "top/duo/a", "U0_CH0", "top/duo/a is already on U0_CH0"},
+            {"a channel beyond the reach of its clock", "top/duo/a", "U2_CH0",
+                "top/duo/ref on REF_L does not reach U2"},
+            {"a site of another kind", "top/duo/b", "P1", "P1 (Pad) does not take resources of type DCUCHANNEL"},
+            {"what is fixed", "top/duo/ref", "REF_R", "top/duo/ref is fixed on REF_L"},
+            {"a folder", "top/quad/parts", "U2", "top/quad/parts only groups others and cannot be placed itself"},
+            {"no such resource", "top/nothing", "U2", "there is no resource \"top/nothing\""},
+            {"no such site", "top/core", "nowhere", "there is no site -1"},
+            {"a transmit PLL in its unit", "top/duo/pll", "U0_PLL"},
+            {"a PLL that reaches the unit", "top/duo/pll", "PLL_EDGE"},
+            {"a PLL that reaches no unit", "top/duo/pll", "PLL_CORE",
+                "PLL_CORE reaches no SerDes unit, but top/duo/pll feeds top/duo"},
+            {"a shared PLL where it reaches all it feeds", "top/shared", "PLL_EDGE"},
+            {"a PLL that feeds nothing in a unit", "top/core", "U0_PLL",
+                "U0_PLL serves only U0, where top/core feeds nothing"},
+            {"a PLL that feeds nothing anywhere else", "top/core", "PLL_EDGE"},
+            {"a supply of the voltage of its bank", "top/v33b", "V0_2"},
+            {"a supply of another voltage", "top/v18", "V0_2", "top/v18 needs 1.8 V, but top/v33 gives 3.3 V to BANK0"},
+            {"a supply beside one that takes any voltage", "top/v18", "V1_1"},
+            {"a supply that takes any voltage", "top/vany", "V0_2"},
+            {"a supply that moves within its bank", "top/v33", "V0_2"},
+        });
+    }
+
+    void placesOrSaysWhyNot()
+    {
+        const auto [resource, site, refusal] = zeltest::currentRow<3>();
+        const int id = idOf(*m_engine, site);
+        const QStringList before = placements(*m_engine);
+        const std::string name = resource.toStdString();
+        const std::string idText = std::to_string(id);
+        QCOMPARE(m_engine->canDrop(&name, &idText), refusal.isEmpty());
+        QCOMPARE(m_engine->place(resource, id), refusal);
+        if (refusal.isEmpty())
+            QVERIFY(placements(*m_engine).contains(resource.mid(4) + '@' + site));
+        else
+            QCOMPARE(placements(*m_engine), before);
+    }
+
+    // Highlight, drop query and command answer alike, for every resource and every site.
+    void proposesExactlyTheSitesThatAccept()
+    {
+        const auto start = m_engine->design();
+        const std::string anywhere = "10";
+        for (int index : start.all()) {
+            const std::string name = start.resource(index).path.toStdString();
+            std::list<std::string> proposed;
+            m_engine->showProbPlaceItem(&name, &anywhere, proposed);
+            for (const auto& site : m_engine->device().sites()) {
+                const std::string id = std::to_string(site.id);
+                const bool isProposed = std::find(proposed.begin(), proposed.end(), id) != proposed.end();
+                QCOMPARE(m_engine->canDrop(&name, &id), isProposed);
+                QCOMPARE(m_engine->place(start.resource(index).path, site.id).isEmpty(), isProposed);
+                m_engine->setDesign(start);
+            }
+        }
+    }
+
+    void fillsUnitsInOrder_data()
+    {
+        zeltest::addRows({
+            {"one channel", "top/mono", "U1", "mono/a@U1_CH0"},
+            {"the free channel of a unit in use", "top/mono", "U0", "mono/a@U0_CH1"},
+            {"one more than fits spills over", "top/quad", "U1",
+                "quad/parts/a@U1_CH0 quad/parts/b@U1_CH1 quad/parts/c@U0_CH1"},
+            {"nowhere to spill over to", "top/quad", "U2", "",
+                "top/quad has 3 channels to place, but 2 are free in U2"},
+            {"moves what is placed", "top/duo", "U1", "duo/a@U1_CH0 duo/b@U1_CH1"},
+            {"against its clock", "top/duo", "U2", "duo/a@U0_CH0", "top/duo/ref on REF_L does not reach U2"},
+            {"onto one of its channels", "top/mono", "U1_CH0", "",
+                "U1_CH0 (Channel) does not take resources of type IP"},
+        });
+    }
+
+    void fillsUnitsInOrder()
+    {
+        const auto [ip, unit, channels, refusal] = zeltest::currentRow<4>();
+        QCOMPARE(place(ip, unit), refusal);
+        QCOMPARE(placements(*m_engine).filter(ip.mid(4) + '/').filter("_CH").join(' '), channels);
+    }
+
+    // The sites of the IP's own channels count as free, and two channels may change places.
+    void movesWithinItsOwnSites()
+    {
+        QCOMPARE(place("top/duo/a", "U0_CH1"), QString());
+        QCOMPARE(place("top/duo/b", "U0_CH0"), QString());
+        QCOMPARE(place("top/duo", "U0"), QString());
+        const QStringList expected{"duo/a@U0_CH0", "duo/b@U0_CH1"};
+        QCOMPARE(placements(*m_engine).filter("_CH"), expected);
+        QCOMPARE(m_engine->design().occupants().size(), 5); // with the reference and v33
+        QCOMPARE(place("top/duo", "U0"), "top/duo is already on U0");
+    }
+
+    void resets_data()
+    {
+        zeltest::addRows({
+            {"what is placed", "top/v33", ""},
+            {"an IP with a fixed part", "top/duo", ""},
+            {"what is not placed", "top/v18", "top/v18 is not placed"},
+            {"what is fixed", "top/duo/ref", "top/duo/ref is fixed on REF_L"},
+            {"what is not there", "top/x", "there is no resource \"top/x\""},
+        });
+    }
+
+    void resets()
+    {
+        const auto [resource, refusal] = zeltest::currentRow<2>();
+        QCOMPARE(m_engine->reset(resource), refusal);
+        if (!refusal.isEmpty())
+            return;
+        const QStringList left = placements(*m_engine).filter(resource.mid(4));
+        QVERIFY(left.isEmpty() || left == QStringList{"duo/ref@REF_L"});
+        QCOMPARE(m_engine->reset(resource).isEmpty(), false);
+    }
+
+    // A removed IP frees its sites and no longer constrains the clock that fed it.
+    void removesWithAllReferences()
+    {
+        QVERIFY(!place("top/shared", "PLL_CORE").isEmpty());
+        QCOMPARE(m_engine->remove("top/duo"), QString());
+        QCOMPARE(m_engine->remove("top/mono"), QString());
+        QCOMPARE(m_engine->design().find("top/duo/a"), -1);
+        QCOMPARE(placements(*m_engine), (QStringList{"v33@V0_1", "vfree@V1_2"}));
+        for (const char* site : {"U0_PLL", "PLL_CORE"})
+            QCOMPARE(place("top/shared", site), QString());
+        QCOMPARE(m_engine->restore("top/mono"), "PLL_CORE reaches no SerDes unit, but top/shared feeds top/mono");
+        QCOMPARE(m_engine->tree()->children->size(), std::size_t(8));
+        QVERIFY(!m_engine->remove("top/duo").isEmpty());
+    }
+
+    // Where a fixed part would be may have become wrong in the meantime.
+    void whatWouldBreakARuleDoesNotComeBack()
+    {
+        const ProjectFolder folder(R"([
+      {"name": "ip", "type": "IP", "children": [
+        {"name": "a", "type": "DCUCHANNEL", "site": "U0_CH0", "fixed": true}]},
+      {"name": "clock", "type": "EXTREF", "feeds": ["ip"], "site": "REF_L"}])");
+        m_engine = openEngine(folder.path());
+        QCOMPARE(m_engine->remove("top/ip"), QString());
+        QCOMPARE(place("top/clock", "REF_R"), QString());
+        QCOMPARE(m_engine->restore("top/ip"), "top/clock on REF_R does not reach U0");
+        QCOMPARE(placements(*m_engine), QStringList{"clock@REF_R"});
+        QCOMPARE(place("top/clock", "REF_L"), QString());
+        QCOMPARE(m_engine->restore("top/ip"), QString());
+        QCOMPARE(placements(*m_engine), (QStringList{"ip/a@U0_CH0", "clock@REF_L"}));
+    }
+
+    // Also where the device file names it on one side only.
+    void neighboursAreSoBothWays()
+    {
+        ProjectFolder folder(R"([{"name": "ip", "type": "IP", "children": [
+      {"name": "a", "type": "DCUCHANNEL"}, {"name": "b", "type": "DCUCHANNEL"}]}])");
+        folder.write("device.json", R"({"name": "D", "drawing": "d.svg",
+      "kinds": [{"name": "UNIT", "accepts": ["IP"]}, {"name": "CHANNEL", "accepts": ["DCUCHANNEL"]}],
+      "sites": [
+        {"id": 1, "name": "U0", "kind": "UNIT", "group": "U0", "neighbours": ["U1"]},
+        {"id": 2, "name": "C0", "kind": "CHANNEL", "group": "U0"},
+        {"id": 3, "name": "U1", "kind": "UNIT", "group": "U1"},
+        {"id": 4, "name": "C1", "kind": "CHANNEL", "group": "U1"},
+        {"id": 5, "name": "alone", "kind": "UNIT"}]})");
+        for (const QStringList& order : {QStringList{"C0", "C1"}, QStringList{"C1", "C0"}}) {
+            m_engine = openEngine(folder.path());
+            QCOMPARE(place("top/ip/a", order[0]), QString());
+            QCOMPARE(place("top/ip/b", order[1]), QString());
+            QCOMPARE(m_engine->place("top/ip", 5), "alone has no channels");
+        }
+    }
 
 private:
     QString place(const QString& resource, const QString& site)
@@ -77,203 +263,6 @@ private:
     const ProjectFolder m_folder{DESIGN};
     std::unique_ptr<ReferenceEngine> m_engine;
 };
-
-void TestEnginePlacement::init()
-{
-    zeltest::Test::init();
-    m_engine = openEngine(m_folder.path());
-}
-
-void TestEnginePlacement::placesOrSaysWhyNot_data()
-{
-    zeltest::addRows({
-        {"a free channel of the same unit", "top/duo/b", "U0_CH1"},
-        {"a channel of the unit next to it", "top/duo/b", "U1_CH1"},
-        {"a channel of a unit apart", "top/duo/b", "U2_CH0", "top/duo/a is in U0, which is not next to U2"},
-        {"an occupied channel", "top/mono/a", "U0_CH0", "U0_CH0 is occupied by top/duo/a"},
-        {"the site it is on", "top/duo/a", "U0_CH0", "top/duo/a is already on U0_CH0"},
-        {"a channel beyond the reach of its clock", "top/duo/a", "U2_CH0", "top/duo/ref on REF_L does not reach U2"},
-        {"a site of another kind", "top/duo/b", "P1", "P1 (Pad) does not take resources of type DCUCHANNEL"},
-        {"what is fixed", "top/duo/ref", "REF_R", "top/duo/ref is fixed on REF_L"},
-        {"a folder", "top/quad/parts", "U2", "top/quad/parts only groups others and cannot be placed itself"},
-        {"no such resource", "top/nothing", "U2", "there is no resource \"top/nothing\""},
-        {"no such site", "top/core", "nowhere", "there is no site -1"},
-        {"a transmit PLL in its unit", "top/duo/pll", "U0_PLL"},
-        {"a PLL that reaches the unit", "top/duo/pll", "PLL_EDGE"},
-        {"a PLL that reaches no unit", "top/duo/pll", "PLL_CORE",
-            "PLL_CORE reaches no SerDes unit, but top/duo/pll feeds top/duo"},
-        {"a shared PLL where it reaches all it feeds", "top/shared", "PLL_EDGE"},
-        {"a PLL that feeds nothing in a unit", "top/core", "U0_PLL",
-            "U0_PLL serves only U0, where top/core feeds nothing"},
-        {"a PLL that feeds nothing anywhere else", "top/core", "PLL_EDGE"},
-        {"a supply of the voltage of its bank", "top/v33b", "V0_2"},
-        {"a supply of another voltage", "top/v18", "V0_2", "top/v18 needs 1.8 V, but top/v33 gives 3.3 V to BANK0"},
-        {"a supply beside one that takes any voltage", "top/v18", "V1_1"},
-        {"a supply that takes any voltage", "top/vany", "V0_2"},
-        {"a supply that moves within its bank", "top/v33", "V0_2"},
-    });
-}
-
-void TestEnginePlacement::placesOrSaysWhyNot()
-{
-    const auto [resource, site, refusal] = zeltest::currentRow<3>();
-    const int id = idOf(*m_engine, site);
-    const QStringList before = placements(*m_engine);
-    const std::string name = resource.toStdString();
-    const std::string idText = std::to_string(id);
-    QCOMPARE(m_engine->canDrop(&name, &idText), refusal.isEmpty());
-    QCOMPARE(m_engine->place(resource, id), refusal);
-    if (refusal.isEmpty())
-        QVERIFY(placements(*m_engine).contains(resource.mid(4) + QLatin1Char('@') + site));
-    else
-        QCOMPARE(placements(*m_engine), before);
-}
-
-// Highlight, drop query and command answer alike, for every resource and every site.
-void TestEnginePlacement::proposesExactlyTheSitesThatAccept()
-{
-    const auto start = m_engine->design();
-    const std::string anywhere = "10";
-    for (int index : start.all()) {
-        const std::string name = start.resource(index).path.toStdString();
-        std::list<std::string> proposed;
-        m_engine->showProbPlaceItem(&name, &anywhere, proposed);
-        for (const auto& site : m_engine->device().sites()) {
-            const std::string id = std::to_string(site.id);
-            const bool isProposed = std::find(proposed.begin(), proposed.end(), id) != proposed.end();
-            QCOMPARE(m_engine->canDrop(&name, &id), isProposed);
-            QCOMPARE(m_engine->place(start.resource(index).path, site.id).isEmpty(), isProposed);
-            m_engine->setDesign(start);
-        }
-    }
-}
-
-void TestEnginePlacement::fillsUnitsInOrder_data()
-{
-    zeltest::addRows({
-        {"one channel", "top/mono", "U1", "mono/a@U1_CH0"},
-        {"the free channel of a unit in use", "top/mono", "U0", "mono/a@U0_CH1"},
-        {"one more than fits spills over", "top/quad", "U1",
-            "quad/parts/a@U1_CH0 quad/parts/b@U1_CH1 quad/parts/c@U0_CH1"},
-        {"nowhere to spill over to", "top/quad", "U2", "", "top/quad has 3 channels to place, but 2 are free in U2"},
-        {"moves what is placed", "top/duo", "U1", "duo/a@U1_CH0 duo/b@U1_CH1"},
-        {"against its clock", "top/duo", "U2", "duo/a@U0_CH0", "top/duo/ref on REF_L does not reach U2"},
-        {"onto one of its channels", "top/mono", "U1_CH0", "", "U1_CH0 (Channel) does not take resources of type IP"},
-    });
-}
-
-void TestEnginePlacement::fillsUnitsInOrder()
-{
-    const auto [ip, unit, channels, refusal] = zeltest::currentRow<4>();
-    QCOMPARE(place(ip, unit), refusal);
-    QCOMPARE(placements(*m_engine).filter(ip.mid(4) + '/').filter("_CH").join(' '), channels);
-}
-
-// The sites of the IP's own channels count as free, and two channels may change places.
-void TestEnginePlacement::movesWithinItsOwnSites()
-{
-    QCOMPARE(place("top/duo/a", "U0_CH1"), QString());
-    QCOMPARE(place("top/duo/b", "U0_CH0"), QString());
-    QCOMPARE(place("top/duo", "U0"), QString());
-    const QStringList expected{"duo/a@U0_CH0", "duo/b@U0_CH1"};
-    QCOMPARE(placements(*m_engine).filter("_CH"), expected);
-    QCOMPARE(m_engine->design().occupants().size(), 5); // with the reference and v33
-    QCOMPARE(place("top/duo", "U0"), "top/duo is already on U0");
-}
-
-void TestEnginePlacement::resets_data()
-{
-    zeltest::addRows({
-        {"what is placed", "top/v33", ""},
-        {"an IP with a fixed part", "top/duo", ""},
-        {"what is not placed", "top/v18", "top/v18 is not placed"},
-        {"what is fixed", "top/duo/ref", "top/duo/ref is fixed on REF_L"},
-        {"what is not there", "top/x", "there is no resource \"top/x\""},
-    });
-}
-
-void TestEnginePlacement::resets()
-{
-    const auto [resource, refusal] = zeltest::currentRow<2>();
-    QCOMPARE(m_engine->reset(resource), refusal);
-    if (!refusal.isEmpty())
-        return;
-    const QStringList left = placements(*m_engine).filter(resource.mid(4));
-    QVERIFY(left.isEmpty() || left == QStringList{"duo/ref@REF_L"});
-    QCOMPARE(m_engine->reset(resource).isEmpty(), false);
-}
-
-// A removed IP frees its sites and no longer constrains the clock that fed it.
-void TestEnginePlacement::removesWithAllReferences()
-{
-    QVERIFY(!place("top/shared", "PLL_CORE").isEmpty());
-    QCOMPARE(m_engine->remove("top/duo"), QString());
-    QCOMPARE(m_engine->remove("top/mono"), QString());
-    QCOMPARE(m_engine->design().find("top/duo/a"), -1);
-    QCOMPARE(placements(*m_engine), (QStringList{"v33@V0_1", "vfree@V1_2"}));
-    for (const char* site : {"U0_PLL", "PLL_CORE"})
-        QCOMPARE(place("top/shared", site), QString());
-    QCOMPARE(m_engine->restore("top/mono"), "PLL_CORE reaches no SerDes unit, but top/shared feeds top/mono");
-    QCOMPARE(m_engine->tree()->children->size(), std::size_t(8));
-    QVERIFY(!m_engine->remove("top/duo").isEmpty());
-}
-
-void TestEnginePlacement::removedResourcesComeBackWhereTheyStood()
-{
-    const QStringList before = placements(*m_engine);
-    QVERIFY(m_engine->remove("top/duo/a").isEmpty());
-    QVERIFY(m_engine->remove("top/duo").isEmpty());
-    QCOMPARE(m_engine->restore("top/duo/a"), "top/duo/a is part of top/duo, which is removed");
-    QCOMPARE(m_engine->restore("top/mono"), "no resource \"top/mono\" was removed");
-    QVERIFY(place("top/quad/ref", "REF_L").isEmpty());
-    QCOMPARE(m_engine->restore("top/duo"), "top/duo/ref is fixed on REF_L, which is occupied by top/quad/ref");
-    QVERIFY(m_engine->reset("top/quad/ref").isEmpty());
-    QVERIFY(m_engine->restore("top/duo").isEmpty());
-    QVERIFY(m_engine->restore("top/duo/a").isEmpty());
-    QVERIFY(!m_engine->restore("top/duo/a").isEmpty());
-    QVERIFY(placements(*m_engine).contains("duo/ref@REF_L")); // is fixed there
-    QVERIFY(!placements(*m_engine).contains("duo/a@U0_CH0"));
-    QVERIFY(place("top/duo/a", "U0_CH0").isEmpty());
-    QCOMPARE(placements(*m_engine), before);
-}
-
-// Where a fixed part would be may have become wrong in the meantime.
-void TestEnginePlacement::whatWouldBreakARuleDoesNotComeBack()
-{
-    const ProjectFolder folder(R"([
-      {"name": "ip", "type": "IP", "children": [
-        {"name": "a", "type": "DCUCHANNEL", "site": "U0_CH0", "fixed": true}]},
-      {"name": "clock", "type": "EXTREF", "feeds": ["ip"], "site": "REF_L"}])");
-    m_engine = openEngine(folder.path());
-    QCOMPARE(m_engine->remove("top/ip"), QString());
-    QCOMPARE(place("top/clock", "REF_R"), QString());
-    QCOMPARE(m_engine->restore("top/ip"), "top/clock on REF_R does not reach U0");
-    QCOMPARE(placements(*m_engine), QStringList{"clock@REF_R"});
-    QCOMPARE(place("top/clock", "REF_L"), QString());
-    QCOMPARE(m_engine->restore("top/ip"), QString());
-    QCOMPARE(placements(*m_engine), (QStringList{"ip/a@U0_CH0", "clock@REF_L"}));
-}
-
-// Also where the device file names it on one side only.
-void TestEnginePlacement::neighboursAreSoBothWays()
-{
-    ProjectFolder folder(R"([{"name": "ip", "type": "IP", "children": [
-      {"name": "a", "type": "DCUCHANNEL"}, {"name": "b", "type": "DCUCHANNEL"}]}])");
-    folder.write("device.json", R"({"name": "D", "drawing": "d.svg",
-      "kinds": [{"name": "UNIT", "accepts": ["IP"]}, {"name": "CHANNEL", "accepts": ["DCUCHANNEL"]}],
-      "sites": [
-        {"id": 1, "name": "U0", "kind": "UNIT", "group": "U0", "neighbours": ["U1"]},
-        {"id": 2, "name": "C0", "kind": "CHANNEL", "group": "U0"},
-        {"id": 3, "name": "U1", "kind": "UNIT", "group": "U1"},
-        {"id": 4, "name": "C1", "kind": "CHANNEL", "group": "U1"},
-        {"id": 5, "name": "alone", "kind": "UNIT"}]})");
-    for (const QStringList& order : {QStringList{"C0", "C1"}, QStringList{"C1", "C0"}}) {
-        m_engine = openEngine(folder.path());
-        QCOMPARE(place("top/ip/a", order[0]), QString());
-        QCOMPARE(place("top/ip/b", order[1]), QString());
-        QCOMPARE(m_engine->place("top/ip", 5), "alone has no channels");
-    }
-}
 
 ZEL_TEST_MAIN(TestEnginePlacement)
 #include "tst_engineplacement.moc"

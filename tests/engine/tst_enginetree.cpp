@@ -22,18 +22,18 @@ const char* const DESIGN = R"([
 // The tree as indented text: name, type, id, flags.
 void describe(const zeltreeviewcell& cell, const QString& indent, QStringList& lines)
 {
-    QString line = indent + fromEngineText(*cell.name) + QLatin1Char(' ');
+    QString line = indent + fromEngineText(*cell.name) + ' ';
     line += cell.type ? fromEngineText(*cell.type) : "-";
     if (cell.ids)
-        line += QLatin1Char(' ') + fromEngineText(*cell.ids->begin()->second);
+        line += ' ' + fromEngineText(*cell.ids->begin()->second);
     if (!cell.columns->empty())
-        line += QLatin1Char(' ') + fromEngineText(*cell.columns->begin()->second);
+        line += ' ' + fromEngineText(*cell.columns->begin()->second);
     line += cell.draggable ? " drag" : QString();
     line += cell.resettable ? " reset" : QString();
     line += cell.uvccio ? " uvccio" : QString();
     lines.append(line);
     for (const zeltreeviewcell* child : *cell.children)
-        describe(*child, indent + QLatin1Char('.'), lines);
+        describe(*child, indent + '.', lines);
 }
 
 } // namespace
@@ -43,201 +43,188 @@ class TestEngineTree : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void init();
-    void makesCells();
-    void summarises_data();
-    void summarises();
-    void codesKinds();
-    void countsUsage();
-    void marksOccupiedSites();
-    void marksConflictingSites();
-    void keepsNamesWithoutARoot();
-    void settings_data();
-    void settings();
-    void offersSettingsForTheWholeUnit();
-    void loadsManyResources();
+    void init()
+    {
+        zeltest::Test::init();
+        m_engine = openEngine(m_folder.path());
+    }
+
+    void makesCells()
+    {
+        QStringList lines;
+        describe(*m_engine->tree(), {}, lines);
+        const QStringList expected{"top -", ".ip IP drag reset", "..a DCUCHANNEL 11 U0_CH0 drag reset",
+            "..b DCUCHANNEL drag", "..ref EXTREF 40 REF_L", ".clk GROUP", "..pll PLL 50 PLL_CORE", ".empty GROUP",
+            QString::fromUtf8(".v\xC3\xA9 UVCCIO drag uvccio")};
+        QCOMPARE(lines, expected);
+        QVERIFY(!m_engine->tree()->children->at(0)->ids); // an IP has no site, its channels have
+        QCOMPARE(m_engine->headers().size(), std::size_t(2));
+    }
+
+    void summarises_data()
+    {
+        zeltest::addRows({
+            {"an IP counts its parts", "top/ip", "2 of 3 placed"},
+            {"what is placed names its site", "top/ip/a", "on U0_CH0"},
+            {"what is fixed says so", "top/ip/ref", "fixed on REF_L, 100 MHz"},
+            {"what is not placed", "top/ip/b", "not placed"},
+            {"a folder counts what is in it", "top/clk", "1 of 1 placed"},
+            {"nothing to count", "top/empty", ""},
+            {"nothing of that name", "top/ip/x", ""},
+        });
+    }
+
+    void summarises()
+    {
+        const auto [name, summary] = zeltest::currentRow<2>();
+        const std::string text = toEngineText(name);
+        QCOMPARE(fromEngineText(m_engine->getResourceSummary(&text)), summary);
+    }
+
+    void codesKinds()
+    {
+        const std::pair<const char*, int> kinds[] = {{"top/ip", ZEL_RESOURCE_IP}, {"top/ip/a", ZEL_RESOURCE_DCUCHANNEL},
+            {"top/ip/ref", ZEL_RESOURCE_EXTREF}, {"top/clk/pll", ZEL_RESOURCE_PLL}, {"top/v\xe9", ZEL_RESOURCE_UVCCIO},
+            {"top", ZEL_RESOURCE_ZEL}, {"top/clk", ZEL_RESOURCE_UNKNOWN}, {"10", ZEL_RESOURCE_IP},
+            {"12", ZEL_RESOURCE_DCUCHANNEL}, {"62", ZEL_RESOURCE_UVCCIO}, {"70", ZEL_RESOURCE_UNKNOWN},
+            {"-3", ZEL_RESOURCE_UNKNOWN}, {"", ZEL_RESOURCE_UNKNOWN}};
+        for (const auto& [name, code] : kinds) {
+            const std::string text = name;
+            QVERIFY2(m_engine->getResourceType(&text) == code, name);
+        }
+    }
+
+    void countsUsage()
+    {
+        using Row = std::vector<std::string>;
+        const std::vector<Row> rows = m_engine->getResources();
+        QCOMPARE(rows.size(), std::size_t(6)); // pads take nothing
+        QCOMPARE(rows.at(0), (Row{"Unit", "1", "3", "33 %"}));
+        QCOMPARE(rows.at(1), (Row{"Channel", "1", "6", "17 %"}));
+        QCOMPARE(rows.at(4), (Row{"Reference", "1", "2", "50 %"}));
+        QCOMPARE(rows.at(5), (Row{"Supply", "0", "4", "0 %"}));
+        QCOMPARE(m_engine->getResourceHeader().size() + 1, rows.front().size());
+    }
+
+    void marksOccupiedSites()
+    {
+        const std::string fill = "fill";
+        const std::string popup = "tovanel:popup";
+        const std::string lane = "lane";
+        const auto bag = [this] { return m_engine->chip()->records().at(1)->attributes; };
+        QCOMPARE(m_engine->chip()->records().size(), m_engine->device().sites().size());
+        QCOMPARE(m_engine->chip()->records().at(1)->id, 11U);
+        QCOMPARE(*bag()->getAttributeValue(&fill), std::string("#a690d2"));
+        QCOMPARE(*bag()->getAttributeValue(&popup), std::string("Channel U0_CH0: top/ip/a"));
+        QCOMPARE(*bag()->getAttributeValue(&lane), std::string("0"));
+        QCOMPARE(m_engine->reset("top/ip/a"), QString());
+        QVERIFY(!bag()->getAttributeValue(&fill));
+        QVERIFY(!bag()->getAttributeValue(&popup));
+        QCOMPARE(*bag()->getAttributeValue(&lane), std::string("0"));
+    }
+
+    void marksConflictingSites()
+    {
+        const std::string fill = "fill";
+        const std::string popup = "tovanel:popup";
+        const auto value = [this](const std::string& key) {
+            const std::string* text = m_engine->chip()->records().at(1)->attributes->getAttributeValue(&key);
+            return text ? *text : std::string();
+        };
+        QCOMPARE(m_engine->setSetting(10, "CH1", "OFF"), QString());
+        QCOMPARE(value(fill), std::string("#d64541"));
+        QCOMPARE(value(popup), std::string("Channel U0_CH0: top/ip/a\nConflict: CH0 is OFF"));
+        m_engine->setSettingChanges(10, {}); // as undo does
+        QCOMPARE(value(fill), std::string("#a690d2"));
+        QCOMPARE(m_engine->reset("top/ip/a"), QString());
+        QCOMPARE(m_engine->setSetting(10, "CH0", "OFF"), QString());
+        QCOMPARE(value(fill), std::string()); // nobody minds
+    }
+
+    void keepsNamesWithoutARoot()
+    {
+        ProjectFolder folder;
+        folder.write("design.json", R"({"resources": [{"name": "a", "type": "PLL"}]})");
+        const auto engine = openEngine(folder.path());
+        QCOMPARE(*engine->tree()->name, std::string());
+        const std::string name = "/a";
+        QCOMPARE(engine->getResourceType(&name), int(ZEL_RESOURCE_PLL));
+        const std::string root;
+        QCOMPARE(engine->getResourceType(&root), int(ZEL_RESOURCE_UNKNOWN));
+    }
+
+    void settings_data()
+    {
+        zeltest::addRows({
+            {"one channel", "CH0", "FAST", "FAST SLOW"},
+            {"what holds for both", "CH1", "OFF", "OFF OFF"},
+            {"no such value", "CH0", "LOUD", "SLOW SLOW", "CH0 cannot be \"LOUD\", expected \"SLOW\" or \"FAST\""},
+            {"no such key", "CH2", "OFF", "SLOW SLOW", "U0 has no setting \"CH2\", expected \"CH0\" or \"CH1\""},
+            {"a key of both", "CH0:CH1", "OFF", "SLOW SLOW",
+                "U0 has no setting \"CH0:CH1\", expected \"CH0\" or \"CH1\""},
+        });
+    }
+
+    void settings()
+    {
+        const auto [key, value, inForce, refusal] = zeltest::currentRow<4>();
+        const auto values
+            = [this] { return m_engine->settings().value(10, "CH0") + ' ' + m_engine->settings().value(10, "CH1"); };
+        QCOMPARE(m_engine->setSetting(10, key, value), refusal);
+        QCOMPARE(values(), inForce);
+        // Leaving a common value by one channel leaves it for the other as well.
+        QCOMPARE(m_engine->setSetting(10, "CH0", "SLOW"), QString());
+        QCOMPARE(values(), "SLOW SLOW");
+        QVERIFY(m_engine->settings().changes().isEmpty());
+    }
+
+    void offersSettingsForTheWholeUnit()
+    {
+        using Values = std::vector<std::string>;
+        const std::string channel = "12";
+        const std::string pad = "70";
+        QVERIFY(m_engine->hasDynamicDialog(&channel));
+        QVERIFY(!m_engine->hasDynamicDialog(&pad));
+        QVERIFY(!m_engine->getDynamicDialogValues(&channel, 0));
+        QVERIFY(!m_engine->getDynamicDialogValues(&pad, 1));
+        const std::string key = "CH0";
+        const std::string value = "FAST";
+        QCOMPARE(m_engine->setDynamicDialogValue(&channel, 1, &key, &value), 1);
+        QCOMPARE(m_engine->setDynamicDialogValue(&pad, 1, &key, &value), 0);
+        const auto* offers = m_engine->getDynamicDialogValues(&channel, 1);
+        QVERIFY(offers);
+        QCOMPARE(offers->at("CH0"), (Values{"FAST", "SLOW", "FAST"}));
+        QCOMPARE(offers->at("CH0:CH1"), (Values{"", "OFF"}));
+        const std::string common = "OFF";
+        QCOMPARE(m_engine->setDynamicDialogValue(&channel, 1, &key, &common), 1);
+        offers = m_engine->getDynamicDialogValues(&channel, 1);
+        QCOMPARE(offers->at("CH1").front(), common);
+        QCOMPARE(offers->at("CH0:CH1"), (Values{"OFF", "OFF"}));
+    }
+
+    void loadsManyResources()
+    {
+        constexpr int GROUPS = 200;
+        constexpr int MEMBERS = 100;
+        QByteArray resources = "[";
+        for (int group = 0; group < GROUPS; ++group) {
+            resources += (group ? ",{\"name\":\"g" : "{\"name\":\"g") + QByteArray::number(group) + "\",\"children\":[";
+            for (int member = 0; member < MEMBERS; ++member)
+                resources += (member ? ",{\"name\":\"" : "{\"name\":\"") + QByteArray::number(member)
+                    + "\",\"type\":\"PLL\"}";
+            resources += "]}";
+        }
+        const ProjectFolder folder(resources + ']');
+        const auto engine = openEngine(folder.path());
+        QCOMPARE(engine->tree()->children->size(), std::size_t(GROUPS));
+        const std::string name = "top/g199/99";
+        QCOMPARE(engine->getResourceSummary(&name), std::string("not placed, 100 MHz"));
+    }
 
 private:
     const ProjectFolder m_folder{DESIGN};
     std::unique_ptr<ReferenceEngine> m_engine;
 };
-
-void TestEngineTree::init()
-{
-    zeltest::Test::init();
-    m_engine = openEngine(m_folder.path());
-}
-
-void TestEngineTree::makesCells()
-{
-    QStringList lines;
-    describe(*m_engine->tree(), {}, lines);
-    const QStringList expected{"top -", ".ip IP drag reset", "..a DCUCHANNEL 11 U0_CH0 drag reset",
-        "..b DCUCHANNEL drag", "..ref EXTREF 40 REF_L", ".clk GROUP", "..pll PLL 50 PLL_CORE", ".empty GROUP",
-        QString::fromUtf8(".v\xC3\xA9 UVCCIO drag uvccio")};
-    QCOMPARE(lines, expected);
-    QVERIFY(!m_engine->tree()->children->at(0)->ids); // an IP has no site, its channels have
-    QCOMPARE(m_engine->headers().size(), std::size_t(2));
-}
-
-void TestEngineTree::summarises_data()
-{
-    zeltest::addRows({
-        {"an IP counts its parts", "top/ip", "2 of 3 placed"},
-        {"what is placed names its site", "top/ip/a", "on U0_CH0"},
-        {"what is fixed says so", "top/ip/ref", "fixed on REF_L, 100 MHz"},
-        {"what is not placed", "top/ip/b", "not placed"},
-        {"a folder counts what is in it", "top/clk", "1 of 1 placed"},
-        {"nothing to count", "top/empty", ""},
-        {"nothing of that name", "top/ip/x", ""},
-    });
-}
-
-void TestEngineTree::summarises()
-{
-    const auto [name, summary] = zeltest::currentRow<2>();
-    const std::string text = toEngineText(name);
-    QCOMPARE(fromEngineText(m_engine->getResourceSummary(&text)), summary);
-}
-
-void TestEngineTree::codesKinds()
-{
-    const std::pair<const char*, int> kinds[] = {{"top/ip", ZEL_RESOURCE_IP}, {"top/ip/a", ZEL_RESOURCE_DCUCHANNEL},
-        {"top/ip/ref", ZEL_RESOURCE_EXTREF}, {"top/clk/pll", ZEL_RESOURCE_PLL}, {"top/v\xe9", ZEL_RESOURCE_UVCCIO},
-        {"top", ZEL_RESOURCE_ZEL}, {"top/clk", ZEL_RESOURCE_UNKNOWN}, {"10", ZEL_RESOURCE_IP},
-        {"12", ZEL_RESOURCE_DCUCHANNEL}, {"62", ZEL_RESOURCE_UVCCIO}, {"70", ZEL_RESOURCE_UNKNOWN},
-        {"-3", ZEL_RESOURCE_UNKNOWN}, {"", ZEL_RESOURCE_UNKNOWN}};
-    for (const auto& [name, code] : kinds) {
-        const std::string text = name;
-        QVERIFY2(m_engine->getResourceType(&text) == code, name);
-    }
-}
-
-void TestEngineTree::countsUsage()
-{
-    using Row = std::vector<std::string>;
-    const std::vector<Row> rows = m_engine->getResources();
-    QCOMPARE(rows.size(), std::size_t(6)); // pads take nothing
-    QCOMPARE(rows.at(0), (Row{"Unit", "1", "3", "33 %"}));
-    QCOMPARE(rows.at(1), (Row{"Channel", "1", "6", "17 %"}));
-    QCOMPARE(rows.at(4), (Row{"Reference", "1", "2", "50 %"}));
-    QCOMPARE(rows.at(5), (Row{"Supply", "0", "4", "0 %"}));
-    QCOMPARE(m_engine->getResourceHeader().size() + 1, rows.front().size());
-}
-
-void TestEngineTree::marksOccupiedSites()
-{
-    const std::string fill = "fill";
-    const std::string popup = "tovanel:popup";
-    const std::string lane = "lane";
-    const auto bag = [this] { return m_engine->chip()->records().at(1)->attributes; };
-    QCOMPARE(m_engine->chip()->records().size(), m_engine->device().sites().size());
-    QCOMPARE(m_engine->chip()->records().at(1)->id, 11U);
-    QCOMPARE(*bag()->getAttributeValue(&fill), std::string("#a690d2"));
-    QCOMPARE(*bag()->getAttributeValue(&popup), std::string("Channel U0_CH0: top/ip/a"));
-    QCOMPARE(*bag()->getAttributeValue(&lane), std::string("0"));
-    QCOMPARE(m_engine->reset("top/ip/a"), QString());
-    QVERIFY(!bag()->getAttributeValue(&fill));
-    QVERIFY(!bag()->getAttributeValue(&popup));
-    QCOMPARE(*bag()->getAttributeValue(&lane), std::string("0"));
-}
-
-void TestEngineTree::marksConflictingSites()
-{
-    const std::string fill = "fill";
-    const std::string popup = "tovanel:popup";
-    const auto value = [this](const std::string& key) {
-        const std::string* text = m_engine->chip()->records().at(1)->attributes->getAttributeValue(&key);
-        return text ? *text : std::string();
-    };
-    QCOMPARE(m_engine->setSetting(10, "CH1", "OFF"), QString());
-    QCOMPARE(value(fill), std::string("#d64541"));
-    QCOMPARE(value(popup), std::string("Channel U0_CH0: top/ip/a\nConflict: CH0 is OFF"));
-    m_engine->setSettingChanges(10, {}); // as undo does
-    QCOMPARE(value(fill), std::string("#a690d2"));
-    QCOMPARE(m_engine->reset("top/ip/a"), QString());
-    QCOMPARE(m_engine->setSetting(10, "CH0", "OFF"), QString());
-    QCOMPARE(value(fill), std::string()); // nobody minds
-}
-
-void TestEngineTree::keepsNamesWithoutARoot()
-{
-    ProjectFolder folder;
-    folder.write("design.json", R"({"resources": [{"name": "a", "type": "PLL"}]})");
-    const auto engine = openEngine(folder.path());
-    QCOMPARE(*engine->tree()->name, std::string());
-    const std::string name = "/a";
-    QCOMPARE(engine->getResourceType(&name), int(ZEL_RESOURCE_PLL));
-    const std::string root;
-    QCOMPARE(engine->getResourceType(&root), int(ZEL_RESOURCE_UNKNOWN));
-}
-
-void TestEngineTree::settings_data()
-{
-    zeltest::addRows({
-        {"one channel", "CH0", "FAST", "FAST SLOW"},
-        {"what holds for both", "CH1", "OFF", "OFF OFF"},
-        {"no such value", "CH0", "LOUD", "SLOW SLOW", "CH0 cannot be \"LOUD\", expected \"SLOW\" or \"FAST\""},
-        {"no such key", "CH2", "OFF", "SLOW SLOW", "U0 has no setting \"CH2\", expected \"CH0\" or \"CH1\""},
-        {"a key of both", "CH0:CH1", "OFF", "SLOW SLOW", "U0 has no setting \"CH0:CH1\", expected \"CH0\" or \"CH1\""},
-    });
-}
-
-void TestEngineTree::settings()
-{
-    const auto [key, value, inForce, refusal] = zeltest::currentRow<4>();
-    const auto values
-        = [this] { return m_engine->settings().value(10, "CH0") + ' ' + m_engine->settings().value(10, "CH1"); };
-    QCOMPARE(m_engine->setSetting(10, key, value), refusal);
-    QCOMPARE(values(), inForce);
-    // Leaving a common value by one channel leaves it for the other as well.
-    QCOMPARE(m_engine->setSetting(10, "CH0", "SLOW"), QString());
-    QCOMPARE(values(), "SLOW SLOW");
-    QVERIFY(m_engine->settings().changes().isEmpty());
-}
-
-void TestEngineTree::offersSettingsForTheWholeUnit()
-{
-    using Values = std::vector<std::string>;
-    const std::string channel = "12";
-    const std::string pad = "70";
-    QVERIFY(m_engine->hasDynamicDialog(&channel));
-    QVERIFY(!m_engine->hasDynamicDialog(&pad));
-    QVERIFY(!m_engine->getDynamicDialogValues(&channel, 0));
-    QVERIFY(!m_engine->getDynamicDialogValues(&pad, 1));
-    const std::string key = "CH0";
-    const std::string value = "FAST";
-    QCOMPARE(m_engine->setDynamicDialogValue(&channel, 1, &key, &value), 1);
-    QCOMPARE(m_engine->setDynamicDialogValue(&pad, 1, &key, &value), 0);
-    const auto* offers = m_engine->getDynamicDialogValues(&channel, 1);
-    QVERIFY(offers);
-    QCOMPARE(offers->at("CH0"), (Values{"FAST", "SLOW", "FAST"}));
-    QCOMPARE(offers->at("CH0:CH1"), (Values{"", "OFF"}));
-    const std::string common = "OFF";
-    QCOMPARE(m_engine->setDynamicDialogValue(&channel, 1, &key, &common), 1);
-    offers = m_engine->getDynamicDialogValues(&channel, 1);
-    QCOMPARE(offers->at("CH1").front(), common);
-    QCOMPARE(offers->at("CH0:CH1"), (Values{"OFF", "OFF"}));
-}
-
-void TestEngineTree::loadsManyResources()
-{
-    constexpr int GROUPS = 200;
-    constexpr int MEMBERS = 100;
-    QByteArray resources = "[";
-    for (int group = 0; group < GROUPS; ++group) {
-        resources += (group ? ",{\"name\":\"g" : "{\"name\":\"g") + QByteArray::number(group) + "\",\"children\":[";
-        for (int member = 0; member < MEMBERS; ++member)
-            resources
-                += (member ? ",{\"name\":\"" : "{\"name\":\"") + QByteArray::number(member) + "\",\"type\":\"PLL\"}";
-        resources += "]}";
-    }
-    const ProjectFolder folder(resources + ']');
-    const auto engine = openEngine(folder.path());
-    QCOMPARE(engine->tree()->children->size(), std::size_t(GROUPS));
-    const std::string name = "top/g199/99";
-    QCOMPARE(engine->getResourceSummary(&name), std::string("not placed, 100 MHz"));
-}
 
 ZEL_TEST_MAIN(TestEngineTree)
 #include "tst_enginetree.moc"

@@ -68,153 +68,143 @@ class TestSampleProject : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void isWhatTheGeneratorMakes();
-    void hasLabelsThatFitAndNoWarnings();
-    void hasNoTextsThatOverlap();
-    void drawsEverySiteAsARect();
-    void filtersKnownElements();
-    void canBePlacedCompletely();
-    void makesBenchmarkDrawings_data();
-    void makesBenchmarkDrawings();
+    void initTestCase()
+    {
+        m_engine = openEngine(m_folder);
+        QVERIFY2(m_drawing.loadSVGElements(m_engine->chip()->drawingFile(), {}), m_drawing.errorString().c_str());
+    }
+
+    void isWhatTheGeneratorMakes()
+    {
+        const std::vector<GeneratedFile> files = sampleProject();
+        const QStringList present = QDir(m_folder).entryList(QDir::Files);
+        QCOMPARE(static_cast<int>(present.size()), static_cast<int>(files.size()));
+        for (const GeneratedFile& file : files) {
+            const QString name = QString::fromStdString(file.name);
+            QVERIFY2(contentOf(m_folder + '/' + name).toStdString() == file.content, qPrintable(name));
+        }
+    }
+
+    void hasLabelsThatFitAndNoWarnings()
+    {
+        for (const std::string& label : sampleDrawing(halden::sites()).misfits)
+            QFAIL(label.c_str());
+        QVERIFY(m_drawing.warnings().empty());
+        const auto count = m_drawing.getGraphicItems().size();
+        QVERIFY2(count > 5000 && count <= 20000, qPrintable(QString::number(count)));
+    }
+
+    // At every scale that can be reached in steps, among the texts of the layers that show there.
+    void hasNoTextsThatOverlap()
+    {
+        const zel_Parameter parameter = m_drawing.getSVGParameter();
+        QMap<int, std::vector<QRectF>> byLayer;
+        for (const zel_SingleGraphItem* item : m_drawing.getGraphicItems()) {
+            if (item->kind == ZEL_GRAPHIC_TEXT)
+                byLayer[item->layer].push_back(extentOf(static_cast<const zel_Text&>(*item)));
+        }
+        for (double scale = parameter.minimumScale; scale <= parameter.maximumScale; scale += parameter.scaleStep) {
+            std::vector<QRectF> shown;
+            for (const auto& [layer, range] : parameter.layerRanges) {
+                if (range.minimum <= scale && scale <= range.maximum)
+                    shown.insert(shown.end(), byLayer[layer].begin(), byLayer[layer].end());
+            }
+            QVERIFY2(countOverlaps(shown) == 0, qPrintable(QString("at %1").arg(scale)));
+        }
+    }
+
+    // Only rects take drops, and an id must not be mistaken for a load number.
+    void drawsEverySiteAsARect()
+    {
+        QSet<int> rects;
+        for (const zel_SingleGraphItem* item : m_drawing.getGraphicItems()) {
+            if (item->kind == ZEL_GRAPHIC_RECT && item->tooltip && *item->tooltip)
+                rects.insert(item->id);
+        }
+        const int elements = static_cast<int>(m_drawing.getGraphicItems().size());
+        for (const auto& site : m_engine->device().sites()) {
+            QVERIFY2(rects.contains(site.id), qPrintable(site.name));
+            QVERIFY(site.id > elements);
+        }
+    }
+
+    void filtersKnownElements()
+    {
+        QSet<QString> kinds;
+        const QRegularExpression pattern("^\"([^\"]+)\" (\\d+)$");
+        const QByteArray content = contentOf(m_engine->device().filterFile());
+        const auto lines = content.trimmed().split('\n');
+        for (const QByteArray& line : lines) {
+            const auto match = pattern.match(QString::fromLatin1(line));
+            QVERIFY2(match.hasMatch(), line.constData());
+            QVERIFY2(m_engine->device().site(match.captured(2).toInt()), line.constData());
+            kinds.insert(match.captured(1));
+        }
+        QVERIFY(kinds.size() >= 8);
+    }
+
+    // What the sample leaves open has a solution, also for the IP that fits in one place only.
+    void canBePlacedCompletely()
+    {
+        const auto start = m_engine->design();
+        const auto place = [this](const char* resource, const char* site) {
+            const auto* target = m_engine->device().site(QString::fromLatin1(site));
+            return m_engine->place("gateway/" + QLatin1String(resource), target->id);
+        };
+        QCOMPARE(place("xaui", "DCU2"), QString());
+        QVERIFY(!place("xaui/txpll", "DCU2_TXPLL").isEmpty()); // does not reach the channels in DCU3
+        const std::pair<const char*, const char*> others[]
+            = {{"xaui/txpll", "PLL_BR0"}, {"xaui/refclk", "EXTREF2"}, {"cpri", "DCU1"}, {"cpri/txpll", "DCU1_TXPLL"},
+                {"clocks/pll_eth", "PLL_BL1"}, {"clocks/pll_video", "PLL_TL1"}, {"supplies/vccio_host_b", "VCCIO0_2"},
+                {"supplies/vccio_ddr_b", "VCCIO3_2"}, {"supplies/vccio_lvds", "VCCIO2_1"}};
+        for (const auto& [resource, site] : others)
+            QCOMPARE(place(resource, site), QString());
+        for (const char* name : {"pcie", "xaui", "sgmii", "cpri", "clocks", "supplies"}) {
+            const std::string path = std::string("gateway/") + name;
+            const QStringList words = fromEngineText(m_engine->getResourceSummary(&path)).split(' ');
+            QCOMPARE(words.at(0), words.at(2)); // "4 of 4 placed"
+        }
+        m_engine->setDesign(start);
+    }
+
+    void makesBenchmarkDrawings_data()
+    {
+        zeltest::addRows({{"a single element", "1", "1"}, {"one layer", "10000", "1"}, {"four layers", "2000", "4"}});
+    }
+
+    void makesBenchmarkDrawings()
+    {
+        const auto [elementText, layerText] = zeltest::currentRow<2>();
+        const int elements = elementText.toInt();
+        const int layers = layerText.toInt();
+        QTemporaryDir folder;
+        const std::string drawing = benchmarkDrawing(elements, layers);
+        QVERIFY(drawing == benchmarkDrawing(elements, layers));
+        QCOMPARE(writeFiles({{"b.svg", drawing}}, folder.path().toStdString()), std::string());
+        SVGParser parser;
+        QVERIFY(parser.loadSVGElements(folder.filePath("b.svg").toStdString(), {}));
+        std::array<int, 4> counts{};
+        QSet<int> usedLayers;
+        const QRectF area(0, 0, parser.getSVGParameter().width, parser.getSVGParameter().height);
+        for (const zel_SingleGraphItem* item : parser.getGraphicItems()) {
+            ++counts[static_cast<std::size_t>(item->kind)];
+            usedLayers.insert(item->layer);
+            if (const auto* rect = dynamic_cast<const zel_Rect*>(item))
+                QVERIFY(area.contains(QRectF(rect->x, rect->y, rect->width, rect->height)));
+        }
+        QCOMPARE(usedLayers.size(), layers);
+        QCOMPARE(counts[0] + counts[1] + counts[2] + counts[3], elements);
+        if (elements > 1) {
+            const std::array<int, 4> expected{elements / 10, elements / 5 * 4, elements / 20, elements / 20};
+            QCOMPARE(counts, expected);
+        }
+    }
 
 private:
     const QString m_folder = QStringLiteral(ZEL_SAMPLE_FOLDER);
     std::unique_ptr<ReferenceEngine> m_engine;
     SVGParser m_drawing;
 };
-
-void TestSampleProject::initTestCase()
-{
-    m_engine = openEngine(m_folder);
-    QVERIFY2(m_drawing.loadSVGElements(m_engine->chip()->drawingFile(), {}), m_drawing.errorString().c_str());
-}
-
-void TestSampleProject::isWhatTheGeneratorMakes()
-{
-    const std::vector<GeneratedFile> files = sampleProject();
-    const QStringList present = QDir(m_folder).entryList(QDir::Files);
-    QCOMPARE(static_cast<int>(present.size()), static_cast<int>(files.size()));
-    for (const GeneratedFile& file : files) {
-        const QString name = QString::fromStdString(file.name);
-        QVERIFY2(contentOf(m_folder + QLatin1Char('/') + name).toStdString() == file.content, qPrintable(name));
-    }
-}
-
-void TestSampleProject::hasLabelsThatFitAndNoWarnings()
-{
-    for (const std::string& label : sampleDrawing(halden::sites()).misfits)
-        QFAIL(label.c_str());
-    QVERIFY(m_drawing.warnings().empty());
-    const auto count = m_drawing.getGraphicItems().size();
-    QVERIFY2(count > 5000 && count <= 20000, qPrintable(QString::number(count)));
-}
-
-// At every scale that can be reached in steps, among the texts of the layers that show there.
-void TestSampleProject::hasNoTextsThatOverlap()
-{
-    const zel_Parameter parameter = m_drawing.getSVGParameter();
-    QMap<int, std::vector<QRectF>> byLayer;
-    for (const zel_SingleGraphItem* item : m_drawing.getGraphicItems()) {
-        if (item->kind == ZEL_GRAPHIC_TEXT)
-            byLayer[item->layer].push_back(extentOf(static_cast<const zel_Text&>(*item)));
-    }
-    for (double scale = parameter.minimumScale; scale <= parameter.maximumScale; scale += parameter.scaleStep) {
-        std::vector<QRectF> shown;
-        for (const auto& [layer, range] : parameter.layerRanges) {
-            if (range.minimum <= scale && scale <= range.maximum)
-                shown.insert(shown.end(), byLayer[layer].begin(), byLayer[layer].end());
-        }
-        QVERIFY2(countOverlaps(shown) == 0, qPrintable(QStringLiteral("at %1").arg(scale)));
-    }
-}
-
-// Only rects take drops, and an id must not be mistaken for a load number.
-void TestSampleProject::drawsEverySiteAsARect()
-{
-    QSet<int> rects;
-    for (const zel_SingleGraphItem* item : m_drawing.getGraphicItems()) {
-        if (item->kind == ZEL_GRAPHIC_RECT && item->tooltip && *item->tooltip)
-            rects.insert(item->id);
-    }
-    const int elements = static_cast<int>(m_drawing.getGraphicItems().size());
-    for (const auto& site : m_engine->device().sites()) {
-        QVERIFY2(rects.contains(site.id), qPrintable(site.name));
-        QVERIFY(site.id > elements);
-    }
-}
-
-void TestSampleProject::filtersKnownElements()
-{
-    QSet<QString> kinds;
-    const QRegularExpression pattern("^\"([^\"]+)\" (\\d+)$");
-    const QByteArray content = contentOf(m_engine->device().filterFile());
-    const auto lines = content.trimmed().split('\n');
-    for (const QByteArray& line : lines) {
-        const auto match = pattern.match(QString::fromLatin1(line));
-        QVERIFY2(match.hasMatch(), line.constData());
-        QVERIFY2(m_engine->device().site(match.captured(2).toInt()), line.constData());
-        kinds.insert(match.captured(1));
-    }
-    QVERIFY(kinds.size() >= 8);
-}
-
-// What the sample leaves open has a solution, also for the IP that fits in one place only.
-void TestSampleProject::canBePlacedCompletely()
-{
-    const auto start = m_engine->design();
-    const auto place = [this](const char* resource, const char* site) {
-        const auto* target = m_engine->device().site(QString::fromLatin1(site));
-        return m_engine->place("gateway/" + QLatin1String(resource), target->id);
-    };
-    QCOMPARE(place("xaui", "DCU2"), QString());
-    QVERIFY(!place("xaui/txpll", "DCU2_TXPLL").isEmpty()); // does not reach the channels in DCU3
-    const std::pair<const char*, const char*> others[]
-        = {{"xaui/txpll", "PLL_BR0"}, {"xaui/refclk", "EXTREF2"}, {"cpri", "DCU1"}, {"cpri/txpll", "DCU1_TXPLL"},
-            {"clocks/pll_eth", "PLL_BL1"}, {"clocks/pll_video", "PLL_TL1"}, {"supplies/vccio_host_b", "VCCIO0_2"},
-            {"supplies/vccio_ddr_b", "VCCIO3_2"}, {"supplies/vccio_lvds", "VCCIO2_1"}};
-    for (const auto& [resource, site] : others)
-        QCOMPARE(place(resource, site), QString());
-    for (const char* name : {"pcie", "xaui", "sgmii", "cpri", "clocks", "supplies"}) {
-        const std::string path = std::string("gateway/") + name;
-        const QStringList words = fromEngineText(m_engine->getResourceSummary(&path)).split(QLatin1Char(' '));
-        QCOMPARE(words.at(0), words.at(2)); // "4 of 4 placed"
-    }
-    m_engine->setDesign(start);
-}
-
-void TestSampleProject::makesBenchmarkDrawings_data()
-{
-    zeltest::addRows({{"a single element", "1", "1"}, {"one layer", "10000", "1"}, {"four layers", "2000", "4"}});
-}
-
-void TestSampleProject::makesBenchmarkDrawings()
-{
-    const auto [elementText, layerText] = zeltest::currentRow<2>();
-    const int elements = elementText.toInt();
-    const int layers = layerText.toInt();
-    QTemporaryDir folder;
-    const std::string drawing = benchmarkDrawing(elements, layers);
-    QVERIFY(drawing == benchmarkDrawing(elements, layers));
-    QCOMPARE(writeFiles({{"b.svg", drawing}}, folder.path().toStdString()), std::string());
-    SVGParser parser;
-    QVERIFY(parser.loadSVGElements(folder.filePath("b.svg").toStdString(), {}));
-    std::array<int, 4> counts{};
-    QSet<int> usedLayers;
-    const QRectF area(0, 0, parser.getSVGParameter().width, parser.getSVGParameter().height);
-    for (const zel_SingleGraphItem* item : parser.getGraphicItems()) {
-        ++counts[static_cast<std::size_t>(item->kind)];
-        usedLayers.insert(item->layer);
-        if (const auto* rect = dynamic_cast<const zel_Rect*>(item))
-            QVERIFY(area.contains(QRectF(rect->x, rect->y, rect->width, rect->height)));
-    }
-    QCOMPARE(usedLayers.size(), layers);
-    QCOMPARE(counts[0] + counts[1] + counts[2] + counts[3], elements);
-    if (elements > 1) {
-        const std::array<int, 4> expected{elements / 10, elements / 5 * 4, elements / 20, elements / 20};
-        QCOMPARE(counts, expected);
-    }
-}
 
 ZEL_TEST_MAIN(TestSampleProject)
 #include "tst_sampleproject.moc"

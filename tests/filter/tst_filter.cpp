@@ -72,9 +72,9 @@ private Q_SLOTS:
         QCOMPARE(chip.boxTexts(), (QStringList{"(Select All)", "IO", "PLL", "R&&D"})); // "&&" shows as "&"
         const QMenu* menu = chip.database()->getViewFilterMenu();
         QCOMPARE(menu->actions().size(), 1);
-        QCOMPARE(menu->actions().first()->text(), QStringLiteral("Filter Graphic Items"));
+        QCOMPARE(menu->actions().first()->text(), "Filter Graphic Items");
         QCOMPARE(chip.boxes()[0]->property("FILTERKEYVALUE").toString(), QString());
-        QCOMPARE(chip.boxes()[3]->property("FILTERKEYVALUE").toString(), QStringLiteral("R&D"));
+        QCOMPARE(chip.boxes()[3]->property("FILTERKEYVALUE").toString(), "R&D");
         QVERIFY(!chip.database()->isFilterEnable());
         QCOMPARE(chip.database()->getViewFilterMenu(), menu);
         QMenu* submenu = menu->actions().first()->menu();
@@ -158,7 +158,7 @@ private Q_SLOTS:
     {
         const auto [content, kinds] = row<QByteArray, FilterKinds>();
         QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("filter.txt"));
+        const QString path = folder.filePath("filter.txt");
         writeFile(path, content);
         QCOMPARE(readFilterFile(path.toStdString()).value_or(FilterKinds{{"not opened", {}}}), kinds);
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/elements/attributeregistry.h"
+#include "graphics/elements/elementidset.h"
 #include "graphics/zellineattribute.h"
 #include "graphics/zelpolygonattribute.h"
 #include "graphics/zelrectattribute.h"
@@ -11,8 +12,10 @@
 #include <QPointer>
 #include <QPolygonF>
 
+#include <limits>
 #include <map>
 #include <memory>
+#include <random>
 #include <vector>
 
 using namespace mirn::zelchipview;
@@ -47,6 +50,7 @@ unsigned int fillOf(ZELGraphicItemAttribute& attribute)
 
 } // namespace
 
+// Attributes of elements, their registry by load numbers, and sets of element ids.
 class TestAttributes : public zeltest::Test
 {
     Q_OBJECT
@@ -84,7 +88,7 @@ private Q_SLOTS:
         const auto polygon = makeAttribute(ZEL_GRAPHIC_POLYGON);
         QCOMPARE(valueOf<QPolygonF>(*polygon, ATTR_POINTS), QPolygonF({{1, 2}, {3, 4}, {5, 6}}));
         const auto text = makeAttribute(ZEL_GRAPHIC_TEXT);
-        QCOMPARE(valueOf<QString>(*text, ATTR_TEXT), QStringLiteral("t\u00e9xt"));
+        QCOMPARE(valueOf<QString>(*text, ATTR_TEXT), "t\u00e9xt");
         QCOMPARE(valueOf<QPointF>(*text, ATTR_POS), QPointF(1, 2));
         QCOMPARE(valueOf<int>(*text, ATTR_ROTATION), -90);
         QCOMPARE(valueOf<double>(*text, ATTR_FONT_SIZE), 6.5);
@@ -103,7 +107,7 @@ private Q_SLOTS:
         QCOMPARE(attribute->kind, 4);
         attribute->setAttribute(record);
         QCOMPARE(attribute->itemId, 4711);
-        QCOMPARE(attribute->elementName, QStringLiteral("PLL \u00b5"));
+        QCOMPARE(attribute->elementName, "PLL \u00b5");
         QVERIFY(attribute->toolTip.isEmpty());
         QCOMPARE(attribute->layer, 3);
         QCOMPARE(attribute->kind, int(ZEL_GRAPHIC_RECT));
@@ -127,10 +131,10 @@ private Q_SLOTS:
         attribute->setAttribute(record);
         record.tooltip = "second";
         attribute->setAttribute(record);
-        QCOMPARE(attribute->toolTip, QStringLiteral("second"));
+        QCOMPARE(attribute->toolTip, "second");
 
         attribute->setFillColor(0x00ff00);
-        attribute->toolTip = QStringLiteral("dynamic");
+        attribute->toolTip = "dynamic";
         QCOMPARE(fillOf(*attribute), recoloured);
         attribute->setToDefaultValue(ATTR_STROKE_COLOR);
         QCOMPARE(fillOf(*attribute), recoloured);
@@ -162,6 +166,67 @@ private Q_SLOTS:
         registry.deleteAll();
         QVERIFY(!last);
         QVERIFY(!registry.find(1));
+    }
+
+    void behavesAsASet()
+    {
+        constexpr int Edge = 1 << 24;
+        const std::vector<int> ids = {std::numeric_limits<int>::min(), -64, -1, 0, 1, 63, 64, 65, 1000, 100000,
+            Edge - 1, Edge, Edge + 1, std::numeric_limits<int>::max()};
+        std::mt19937 random(7);
+        ElementIdSet set;
+        QSet<int> expected;
+        for (int step = 0; step < 400; ++step) {
+            const int id = ids[random() % ids.size()];
+            const int other = ids[random() % ids.size()];
+            switch (random() % 6) {
+            case 0:
+                set.insert(id);
+                expected.insert(id);
+                break;
+            case 1:
+                set.insert(std::vector<int>{id, other, id});
+                expected += {id, other};
+                break;
+            case 2:
+            case 3:
+                set.remove(id);
+                expected.remove(id);
+                break;
+            case 4:
+                if (step % 10 == 0) {
+                    set.assign({id, other});
+                    expected = {id, other};
+                }
+                break;
+            default:
+                if (step % 50 == 0) {
+                    set.clear();
+                    expected.clear();
+                }
+            }
+            QCOMPARE(set.ids(), expected);
+            QCOMPARE(set.isEmpty(), expected.isEmpty());
+            for (int each : ids)
+                QCOMPARE(set.contains(each), expected.contains(each));
+        }
+    }
+
+    void tellsOfRealChangesOnly()
+    {
+        ElementIdSet set;
+        std::vector<std::vector<int>> told;
+        set.setListener([&told](const std::vector<int>& changed) { told.push_back(changed); });
+        set.insert(std::vector<int>{5, -3, 5, 7});
+        set.insert(std::vector<int>{5, 7});
+        set.insert(7);
+        set.remove(8);
+        set.insert(std::vector<int>{7, 9});
+        set.assign({5, 7, 9, 11});
+        set.clear();
+        set.clear();
+        const std::vector<std::vector<int>> expected = {{5, -3, 7}, {9}, {-3, 11}, {5, 7, 9, 11}};
+        QCOMPARE(told, expected);
     }
 };
 

@@ -92,11 +92,10 @@ private Q_SLOTS:
         QCOMPARE(line->pen().width(), 4);
         chip.view()->zoomOut();
         QVERIFY(!isAnythingDrawnIn({0, 0, 200, 100}));
-        chip.engine.device.addRecord(1, {{"tovanel:popup", "new"}}); // of which an item hears when it is shown
-        chip.window->refresh(REFRESH_GRAPHIC);
+        chip.refresh(1, {{"tovanel:popup", "new"}}); // of which an item hears when it is shown
         QVERIFY(line->toolTip().isEmpty());
         chip.view()->zoomIn();
-        QCOMPARE(line->toolTip(), QStringLiteral("new"));
+        QCOMPARE(line->toolTip(), "new");
     }
 
     void textStandsOnItsPosition_data()
@@ -129,7 +128,7 @@ private Q_SLOTS:
         QVERIFY(text->QGraphicsTextItem::toPlainText().isEmpty());
         const QPainterPath measured = text->shape();
         letItemsPaint();
-        QCOMPARE(text->QGraphicsTextItem::toPlainText(), QStringLiteral("HHHH"));
+        QCOMPARE(text->QGraphicsTextItem::toPlainText(), "HHHH");
         QCOMPARE(text->shape(), measured);
         QCOMPARE(text->QGraphicsTextItem::boundingRect(), measured.boundingRect());
     }
@@ -170,9 +169,9 @@ private Q_SLOTS:
         QCOMPARE(fillOf(rect).rgb(), Grey);
         QCOMPARE(rect->pen().widthF(), 2.0);
         QCOMPARE(fillOf(polygon), QColor(0x20, 0x40, 0x60));
-        QCOMPARE(rect->toolTip(), QStringLiteral("free"));
-        QCOMPARE(polygon->toolTip(), QStringLiteral("polygon"));
-        QCOMPARE(isLarge ? text->toPlainText() : text->QGraphicsTextItem::toPlainText(), QStringLiteral("label"));
+        QCOMPARE(rect->toolTip(), "free");
+        QCOMPARE(polygon->toolTip(), "polygon");
+        QCOMPARE(isLarge ? text->toPlainText() : text->QGraphicsTextItem::toPlainText(), "label");
         QCOMPARE(text->font().pixelSize(), 50);
         QCOMPARE(text->defaultTextColor(), QColor(1, 2, 3));
         QCOMPARE(dynamic_cast<ZELLineItem*>(chip.item(4))->pen().width(), 3);
@@ -187,24 +186,22 @@ private Q_SLOTS:
         chip.database()->selectedIds().clear();
         chip.database()->highlightedIds().clear();
 
-        chip.engine.device.addRecord(7, {{"fill", "#FF0000"}, {"tovanel:popup", "occupied"}});
-        chip.window->refresh(REFRESH_GRAPHIC);
+        chip.refresh(7, {{"fill", "#FF0000"}, {"tovanel:popup", "occupied"}});
         QCOMPARE(fillOf(rect), QColor(Qt::red));
-        QCOMPARE(rect->toolTip(), QStringLiteral("occupied"));
+        QCOMPARE(rect->toolTip(), "occupied");
 
         // Nothing of one whose layer is hidden was touched; it is told when it is shown.
         auto* hidden = dynamic_cast<ZELRectItem*>(chip.item(5));
         QCOMPARE(hidden->brush(), QBrush());
         QVERIFY(hidden->toolTip().isEmpty());
-        chip.database()->getGraphicItemAttribute(5)->layer = 0;
-        chip.database()->getGraphicItemAttribute(3)->toolTip = QStringLiteral("written");
-        *static_cast<QString*>(chip.database()->getGraphicItemAttribute(3)->getAttribute(ATTR_TEXT))
-            = QStringLiteral("new");
+        chip.attribute(5)->layer = 0;
+        chip.attribute(3)->toolTip = "written";
+        *static_cast<QString*>(chip.attribute(3)->getAttribute(ATTR_TEXT)) = "new";
         chip.picture();
         QCOMPARE(fillOf(hidden), QColor(Qt::red));
-        QCOMPARE(hidden->toolTip(), QStringLiteral("occupied"));
-        QCOMPARE(text->toolTip(), QStringLiteral("written"));
-        QCOMPARE(text->toPlainText(), QStringLiteral("new"));
+        QCOMPARE(hidden->toolTip(), "occupied");
+        QCOMPARE(text->toolTip(), "written");
+        QCOMPARE(text->toPlainText(), "new");
     }
 
     // A host moves elements from one hidden layer to another, which is shown later.
@@ -216,7 +213,7 @@ private Q_SLOTS:
         chip.drawing.addLine(8, 10, 80, 60, 90, 3).layer = 1;
         chip.open();
         for (int loadNumber : {1, 2})
-            chip.database()->getGraphicItemAttribute(loadNumber)->layer = 2;
+            chip.attribute(loadNumber)->layer = 2;
         auto* rect = dynamic_cast<QAbstractGraphicsShapeItem*>(chip.item(1));
         auto* line = dynamic_cast<QGraphicsLineItem*>(chip.item(2));
         for (const double scale : {1.0, 2.0}) {
@@ -244,23 +241,21 @@ private Q_SLOTS:
             QApplication::sendEvent(chip.view()->viewport(), &event);
             return QToolTip::text();
         };
-        QCOMPARE(toolTipAt({20, 20}), QStringLiteral("site"));
-        QVERIFY(toolTipAt({70, 20}) != QStringLiteral("hidden"));
-        chip.database()->getGraphicItemAttribute(1)->toolTip = QStringLiteral("occupied");
-        QCOMPARE(toolTipAt({20, 20}), QStringLiteral("occupied"));
+        QCOMPARE(toolTipAt({20, 20}), "site");
+        QVERIFY(toolTipAt({70, 20}) != "hidden");
+        chip.attribute(1)->toolTip = "occupied";
+        QCOMPARE(toolTipAt({20, 20}), "occupied");
 
         // An item that paints itself shows it as well.
-        chip.database()->getGraphicItemAttribute(1)->toolTip = QStringLiteral("free");
+        chip.attribute(1)->toolTip = "free";
         letItemsPaint();
-        QCOMPARE(chip.item(1)->toolTip(), QStringLiteral("free"));
+        QCOMPARE(chip.item(1)->toolTip(), "free");
         QVERIFY(chip.item(2)->toolTip().isEmpty());
     }
 
     void paintOutsideOfAChipSceneDrawsNothing()
     {
-        ChipView chip;
-        chip.drawing.addRect(7, 0, 0, 20, 20);
-        chip.open();
+        ChipView chip({{7, {0, 0, 20, 20}}});
         QGraphicsScene plain;
         plain.addItem(new ZELRectItem(1));
         plain.addItem(new ZELRectItem(99)); // has no attribute
@@ -301,7 +296,7 @@ private Q_SLOTS:
         QCOMPARE(chip.database()->findChild<QTimer*>()->isActive(), isPending);
         const auto* hoverText = chip.view()->findChild<QPlainTextEdit*>();
         if (loadNumber == 1)
-            QVERIFY(hoverText->toPlainText() == QStringLiteral("site 70") && hoverText->isVisible());
+            QVERIFY(hoverText->toPlainText() == "site 70" && hoverText->isVisible());
         sendDrag(item, QEvent::GraphicsSceneDragLeave);
         QVERIFY(chip.selected().isEmpty());
     }

@@ -98,9 +98,9 @@ private Q_SLOTS:
     {
         for (const auto& [fontSize, pixelSize] : {std::pair(2.0, 10), std::pair(0.59, 2), std::pair(0.1, 1),
                  std::pair(0.0, 1), std::pair(1e30, 100000)}) { // in whole pixels, at least one, and no font is larger
-            const QFont font = paintrules::textFont(QStringLiteral("DejaVu Sans"), fontSize);
+            const QFont font = paintrules::textFont("DejaVu Sans", fontSize);
             QCOMPARE(font.pixelSize(), pixelSize);
-            QCOMPARE(font.family(), QStringLiteral("DejaVu Sans"));
+            QCOMPARE(font.family(), "DejaVu Sans");
         }
         QCOMPARE(paintrules::TextRenderScale * paintrules::TextItemScale, 1.0);
     }

@@ -8,6 +8,7 @@
 #include "graphics/zeltextattribute.h"
 #include "graphics/zeltextitem.h"
 #include "tests/support/chipviewfixture.h"
+#include "tests/support/itemsview.h"
 #include "tests/support/random.h"
 
 #include <QCheckBox>
@@ -101,21 +102,11 @@ QImage grabbed(QWidget* viewport, qreal ratio)
     return image;
 }
 
-// What Qt's own view shows of the scene: every item painted by itself.
-QImage paintedByItems(QGraphicsScene* scene, const QGraphicsView& like, qreal ratio)
+// The picture of a view of Qt's own, in which every item paints itself.
+QImage paintedByItems(const QGraphicsView& like, qreal ratio)
 {
-    QGraphicsView plain(scene);
-    plain.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    plain.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    plain.setRenderHints(like.renderHints());
-    plain.setFont(like.font());
-    plain.setFrameShape(QFrame::NoFrame);
-    plain.resize(like.viewport()->size());
-    plain.setTransform(like.transform());
-    plain.show();
-    plain.horizontalScrollBar()->setValue(like.horizontalScrollBar()->value());
-    plain.verticalScrollBar()->setValue(like.verticalScrollBar()->value());
-    return grabbed(plain.viewport(), ratio);
+    const ItemsView items(like);
+    return grabbed(items.viewport(), ratio);
 }
 
 // What a host does to an item, and how it takes that back.
@@ -131,8 +122,8 @@ int firstInside(const DisplayList& list, const QRectF& area)
     return place;
 }
 
-const QString ViewIsRight = QStringLiteral("view, 0 wrong");
-const QString QtIsRight = QStringLiteral("Qt, 0 wrong");
+const QString ViewIsRight = "view, 0 wrong";
+const QString QtIsRight = "Qt, 0 wrong";
 
 class PixelView : public ChipView
 {
@@ -142,7 +133,7 @@ public:
         fill(drawing, elements);
         if (addMore)
             addMore(drawing);
-        writeFile(folder.filePath(QStringLiteral("filter.txt")), "some:3,6,9,12,40,41,42,43,44,100\n");
+        writeFile(folder.filePath("filter.txt"), "some:3,6,9,12,40,41,42,43,44,100\n");
         open();
         view()->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         view()->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -152,7 +143,7 @@ public:
 
     static int differing(qreal ratio = 1.0, int levels = 0)
     {
-        const QImage expected = paintedByItems(scene(), *view(), ratio);
+        const QImage expected = paintedByItems(*view(), ratio);
         const int pixels = differingPixels(grabbed(view()->viewport(), ratio), expected, levels);
         return pixels > ThinRects * expected.width() * expected.height() ? pixels : 0;
     }
@@ -161,9 +152,7 @@ public:
     static QString verdict(qreal ratio = 1.0)
     {
         const int wrong = differing(ratio); // after which Qt has told the scene of everything
-        return QStringLiteral("%1, %2 wrong")
-            .arg(scene()->elements().canPaintFromList() ? QStringLiteral("view") : QStringLiteral("Qt"))
-            .arg(wrong);
+        return QString("%1, %2 wrong").arg(scene()->elements().canPaintFromList() ? "view" : "Qt").arg(wrong);
     }
 
     static QString verdictAtRest()
@@ -204,7 +193,7 @@ private Q_SLOTS:
         const Rows<double, double> row;
         for (const double scale : {0.37, 1.0, 1.331, 4.0, 10.0, 30.0}) {
             for (const double ratio : {1.0, 1.5, 2.0})
-                row(qPrintable(QStringLiteral("scale %1, device pixel ratio %2").arg(scale).arg(ratio)), scale, ratio);
+                row(qPrintable(QString("scale %1, device pixel ratio %2").arg(scale).arg(ratio)), scale, ratio);
         }
     }
 
@@ -219,8 +208,7 @@ private Q_SLOTS:
             QCOMPARE(chip.verdict(ratio), ViewIsRight); // else Qt painted both
         }
         chip.database()->selectedIds().clear();
-        chip.engine.device.addRecord(17, {{"fill", "#FF0000"}, {"tovanel:popup", "occupied"}});
-        chip.window->refresh(REFRESH_GRAPHIC);
+        chip.refresh(17, {{"fill", "#FF0000"}, {"tovanel:popup", "occupied"}});
         QCOMPARE(chip.differing(ratio), 0);
     }
 
@@ -355,7 +343,7 @@ private Q_SLOTS:
         second.show();
         for (const double scale : {1.0, 10.0}) { // different layers
             chip.zoom(scale, {170, 120});
-            QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(chip.scene(), second, 1)), 0);
+            QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(second, 1)), 0);
             QVERIFY(chip.scene()->elements().canPaintFromList());
         }
     }
@@ -412,7 +400,7 @@ private Q_SLOTS:
         row("border width", 1, into(ATTR_STROKE_WIDTH, 30.0));
         row("line", 2, into(ATTR_LINE, QLineF(10, 200, 200, 30)));
         row("line width", 2, into(ATTR_STROKE_WIDTH, 20.0));
-        row("text", 4, into(ATTR_TEXT, QStringLiteral("a longer text than before")));
+        row("text", 4, into(ATTR_TEXT, QString("a longer text than before")));
         row("font size", 4, into(ATTR_FONT_SIZE, 25.0));
         row("rotation", 4, into(ATTR_ROTATION, 60));
     }
@@ -436,13 +424,13 @@ private Q_SLOTS:
             second.show();
             QCoreApplication::processEvents();
             for (int i = 1; which == Case::AllHandedOut && i <= 1206; ++i)
-                QVERIFY(chip.database()->getGraphicItemAttribute(i));
+                QVERIFY(chip.attribute(i));
             chip.database()->selectedIds().insert(4711);
-            QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(chip.scene(), second, 1)), 0);
+            QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(second, 1)), 0);
             const QImage before = chip.picture();
             if (which == Case::WhileQtPaints)
                 chip.item(7)->hide();
-            write(*chip.database()->getGraphicItemAttribute(loadNumber));
+            write(*chip.attribute(loadNumber));
             if (which == Case::WhileQtPaints) {
                 chip.picture();
                 chip.item(7)->show();
@@ -450,10 +438,10 @@ private Q_SLOTS:
             const QImage after = chip.picture();
             QVERIFY(before != after);
             QVERIFY(chip.scene()->elements().canPaintFromList());
-            QCOMPARE(differingPixels(after, paintedByItems(chip.scene(), *chip.view(), 1)), 0);
-            QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(chip.scene(), second, 1)), 0);
+            QCOMPARE(differingPixels(after, paintedByItems(*chip.view(), 1)), 0);
+            QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(second, 1)), 0);
             chip.database()->selectedIds().clear();
-            QCOMPARE(differingPixels(chip.picture(), paintedByItems(chip.scene(), *chip.view(), 1)), 0);
+            QCOMPARE(differingPixels(chip.picture(), paintedByItems(*chip.view(), 1)), 0);
         }
     }
 

@@ -110,7 +110,7 @@ private Q_SLOTS:
                 [&](QPainter& painter) { painter.drawLine(QLineF(from, to)); });
             Rasteriser rasteriser(drawn, drawn.rect(), unscaled, instructionsFor(i));
             rasteriser.drawLine(QLineF(from, to), color.rgb(), width == 0 ? 256 : static_cast<int>(width * 256));
-            QVERIFY2(drawn == expected, qPrintable(QStringLiteral("line %1").arg(i)));
+            QVERIFY2(drawn == expected, qPrintable(QString("line %1").arg(i)));
         }
     }
 
@@ -150,7 +150,7 @@ private Q_SLOTS:
             const QImage expected = painted(
                 drawn, mapping, Qt::NoPen, color, [&corners](QPainter& painter) { painter.drawPolygon(corners); });
             Rasteriser(drawn, drawn.rect(), mapping, instructionsFor(i)).drawMask(polygon.mask(), color.rgb());
-            QVERIFY2(drawn == expected, qPrintable(QStringLiteral("polygon %1").arg(i)));
+            QVERIFY2(drawn == expected, qPrintable(QString("polygon %1").arg(i)));
         }
         QVERIFY(left < 200); // those that may be rects
     }

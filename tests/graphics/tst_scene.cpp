@@ -72,25 +72,23 @@ private Q_SLOTS:
         chip.drawing.addRect(7, 10, 10, 40, 40).tooltip = "free";
         chip.drawing.addText(7, "label", 60, 50, 10).fillColor = 0x010203;
         chip.open();
-        auto* rect = chip.database()->getGraphicItemAttribute(1);
-        auto* text = chip.database()->getGraphicItemAttribute(2);
+        auto* rect = chip.attribute(1);
+        auto* text = chip.attribute(2);
 
-        chip.engine.device.addRecord(7, {{"fill", "#FF0000"}, {"tovanel:popup", "occupied"}});
-        chip.window->refresh(REFRESH_GRAPHIC);
+        chip.refresh(7, {{"fill", "#FF0000"}, {"tovanel:popup", "occupied"}});
         QCOMPARE(chip.colorAt({30, 30}), QColor(Qt::red));
-        QCOMPARE(rect->toolTip, QStringLiteral("occupied"));
-        QCOMPARE(text->toolTip, QStringLiteral("occupied"));
+        QCOMPARE(rect->toolTip, "occupied");
+        QCOMPARE(text->toolTip, "occupied");
         QCOMPARE(chip.fillOf(2), 0x010203u);
 
         chip.engine.device.clearRecords();
         chip.window->refresh(REFRESH_GRAPHIC);
         QCOMPARE(chip.colorAt({30, 30}), QColor(Qt::red)); // without any value everything stays as it is
 
-        chip.engine.device.addRecord(7, {});
-        chip.window->refresh(REFRESH_GRAPHIC);
+        chip.refresh(7, {});
         QCOMPARE(chip.colorAt({30, 30}).rgb(), 0xff808080u);
-        QCOMPARE(rect->toolTip, QStringLiteral("free"));
-        QCOMPARE(text->toolTip, QStringLiteral("occupied"));
+        QCOMPARE(rect->toolTip, "free");
+        QCOMPARE(text->toolTip, "occupied");
     }
 
     void refreshOfOddValues()
@@ -105,8 +103,7 @@ private Q_SLOTS:
             {"#green!", 0}, {"#00ff7d", 0x00ff7d}, {"", 0}, // no number is black, nor is the empty text absent
         };
         for (const auto& [text, colour] : values) {
-            chip.engine.device.addRecord(7, {{"fill", text}});
-            chip.window->refresh(REFRESH_GRAPHIC);
+            chip.refresh(7, {{"fill", text}});
             QCOMPARE(chip.fillOf(1), colour);
             QCOMPARE(chip.fillOf(2), 0x808080u);
         }
@@ -114,9 +111,7 @@ private Q_SLOTS:
 
     void selectingNeedsAnAttribute()
     {
-        ChipView chip;
-        chip.drawing.addRect(7, 10, 10, 40, 40);
-        chip.open();
+        ChipView chip({{7, {10, 10, 40, 40}}});
         QGraphicsRectItem stranger;
         stranger.setData(ZEL_GRAPHIC_ITEM_Attribute_KEY, 99);
         chip.scene()->addSelectedItem(nullptr);
@@ -220,9 +215,7 @@ private Q_SLOTS:
 
     void whatLeavesIsRepaintedBesideTheDrawing()
     {
-        ChipView chip;
-        chip.drawing.addRect(7, 10, 10, 40, 40);
-        chip.open();
+        ChipView chip({{7, {10, 10, 40, 40}}});
         auto* item = chip.scene()->addRect(-40, -40, 60, 60); // a host's
         PaintWatch paints(chip.view()->viewport());
         const QRegion beside(chip.view()->mapFromScene(QRectF(-30, -30, 20, 20)).boundingRect());
@@ -238,13 +231,11 @@ private Q_SLOTS:
         chip.open();
         rect.id = 8;
         chip.window->initGrahpicView();
-        chip.engine.device.addRecord(7, {{"fill", "#ff0000"}});
-        chip.window->refresh(REFRESH_GRAPHIC);
+        chip.refresh(7, {{"fill", "#ff0000"}});
         QCOMPARE(chip.colorAt({30, 30}).rgb(), 0xff808080u);
         QCOMPARE(chip.fillOf(1), 0x808080u);
         chip.engine.device.addRecord(8, {{"fill", "#00ff00"}});
-        chip.engine.device.addRecord(8, {{"fill", "#0000ff"}}); // the later of two records counts
-        chip.window->refresh(REFRESH_GRAPHIC);
+        chip.refresh(8, {{"fill", "#0000ff"}}); // the later of two records counts
         QCOMPARE(chip.colorAt({30, 30}), QColor(Qt::blue));
     }
 
@@ -269,23 +260,22 @@ private Q_SLOTS:
 
     void hoverTextFollowsTheDragAndGoesWithIt()
     {
-        ChipView chip;
-        chip.drawing.addRect(7, 10, 10, 20, 20);
-        chip.open();
+        ChipView chip({{7, {10, 10, 20, 20}}});
         auto* hoverText = chip.view()->findChild<QPlainTextEdit*>();
         const auto send = [&](QEvent::Type type) {
             QGraphicsSceneDragDropEvent event(type);
             event.setScreenPos({200, 100});
             QApplication::sendEvent(chip.scene(), &event);
         };
-        chip.database()->hoverText().show(QStringLiteral("site"), nullptr);
+        chip.database()->hoverText().show("site", nullptr);
+        QVERIFY(hoverText->isWindow() && hoverText->size() == QSize(150, 30));
         QVERIFY(hoverText->windowHandle()->flags() & Qt::WindowTransparentForInput);
         QVERIFY(!chip.view()->viewport()->testAttribute(Qt::WA_NativeWindow)); // nor any other widget of the window
         send(QEvent::GraphicsSceneDragMove);
         QCOMPARE(hoverText->pos(), QPoint(230, 130));
         send(QEvent::GraphicsSceneDragLeave);
         QVERIFY(!hoverText->isVisible());
-        chip.database()->hoverText().show(QStringLiteral("site"), nullptr);
+        chip.database()->hoverText().show("site", nullptr);
         send(QEvent::GraphicsSceneDrop);
         QVERIFY(!hoverText->isVisible());
         chip.database()->hoverText().show(QString(), nullptr);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/chipviewfixture.h"
+#include "tests/support/events.h"
 
 #include <QAction>
-#include <QContextMenuEvent>
 #include <QMenu>
 #include <QRubberBand>
 #include <QTimer>
@@ -69,7 +69,7 @@ private Q_SLOTS:
     {
         const auto [root] = row<QByteArray>();
         QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("drawing.svg"));
+        const QString path = folder.filePath("drawing.svg");
         writeFile(path, "<svg xmlns:t='urn:tovanel:chip-drawing' " + root + "/>");
         SVGParser parser;
         QVERIFY(parser.loadSVGElements(path.toStdString(), {}));
@@ -152,9 +152,7 @@ private Q_SLOTS:
 
     void zoomToNothingDoesNothing()
     {
-        ChipView chip;
-        chip.drawing.addRect(1, 10, 10, 4, 4);
-        chip.open();
+        ChipView chip({{1, {10, 10, 4, 4}}});
         const QTransform before = chip.view()->transform();
         chip.window->zoomTo(); // the scene's own list is empty
         for (QList<QGraphicsItem*> items : {QList<QGraphicsItem*>(), QList<QGraphicsItem*>{nullptr, chip.item(1)}})
@@ -251,10 +249,7 @@ private Q_SLOTS:
 
     void zoomModeZoomsToTheBandOrTheElement()
     {
-        ChipView chip;
-        chip.drawing.addRect(1, 10, 10, 20, 20);
-        chip.drawing.addRect(2, 70, 10, 20, 20);
-        chip.open();
+        ChipView chip({{1, {10, 10, 20, 20}}, {2, {70, 10, 20, 20}}});
         chip.database()->addSelctedItem(1, false);
         chip.database()->getAction(ACTION_ZOOM)->trigger();
         QCOMPARE(chip.view()->cursor().shape(), Qt::CrossCursor);
@@ -334,8 +329,7 @@ private Q_SLOTS:
             if (popup)
                 popup->close();
         });
-        QContextMenuEvent event(QContextMenuEvent::Mouse, position, chip.view()->viewport()->mapToGlobal(position));
-        QApplication::sendEvent(chip.view()->viewport(), &event);
+        openMenu(chip.view()->viewport(), position);
         QCOMPARE(popup, static_cast<QWidget*>(chip.database()->getViewFilterMenu()));
         QVERIFY(!chip.view()->findChild<QRubberBand*>()->isVisible());
     }

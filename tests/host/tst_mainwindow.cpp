@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "host/window/chipstatusbar.h"
+#include "host/window/loadprogress.h"
 #include "tests/host/hostfiles.h"
 #include "tests/host/shownwindow.h"
+#include "tests/support/events.h"
 #include "tests/support/testmain.h"
 
 #include <QAction>
@@ -9,18 +11,20 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMouseEvent>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
-#include <QWheelEvent>
 
 using namespace mirn::zelchip;
 using namespace mirn::zelchipview;
 
 namespace {
 
-// With what a person does with it.
+// The window with what a person does with it.
 class UsedWindow : public ShownWindow
 {
 public:
@@ -49,13 +53,11 @@ public:
 
     void zoomWithWheel(QPoint position, int steps)
     {
-        QWidget* viewport = view()->viewport();
-        QWheelEvent event(position, viewport->mapToGlobal(position), QPoint(), QPoint(0, 120 * steps), Qt::NoButton,
-            Qt::ControlModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(viewport, &event);
+        zeltest::turnWheel(view()->viewport(), position, QPoint(0, 120 * steps), Qt::ControlModifier);
         QCoreApplication::processEvents();
     }
 
+    int elements() { return static_cast<int>(view()->scene()->items().size()); }
     QPointF sceneAt(QPointF position) { return view()->viewportTransform().inverted().map(position); }
 
     // The drawing is all to be seen, and takes up the view in one direction.
@@ -70,216 +72,313 @@ public:
     }
 };
 
+constexpr int Many = 20'000;
+
+QByteArray largeDrawing()
+{
+    return "<svg width='100' height='100'>" + QByteArray("<rect width='1' height='1'/>\n").repeated(Many) + "</svg>";
+}
+
+// Someone who watches the progress of loading, which shows at once while this exists, and cancels it when it has come
+// to a text and a value.
+class Watcher
+{
+public:
+    explicit Watcher(const QString& word = QString(), int value = 0)
+    {
+        LoadProgress::setPace({0, 0});
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this, word, value] {
+            auto* dialog = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+            m_texts.append(dialog ? dialog->labelText() : QString());
+            auto* cancel = dialog ? dialog->findChild<QPushButton*>() : nullptr;
+            if (cancel && !word.isEmpty() && dialog->labelText().startsWith(word) && dialog->value() >= value)
+                cancel->click();
+        });
+        m_timer.start(0);
+    }
+
+    ~Watcher() { LoadProgress::setPace({}); }
+
+    [[nodiscard]] bool hasSeen(const QString& word) const { return !m_texts.filter(word).isEmpty(); }
+
+private:
+    QTimer m_timer;
+    QStringList m_texts;
+};
+
 } // namespace
 
 class TestMainWindow : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void writesNumbers();
-    void namesTheElementBelowThePointer();
-    void followsTheScale();
-    void fitsUntilTheUserZooms();
-    void zoomsAtThePointer();
-    void zoomsToTheSelection();
-    void hasTheChipViewsActions();
-    void showsWarnings();
-    void failedCommandsAreAnsweredAndSaid();
-    void opensOneAfterTheOther();
-    void keepsWhatIsOpenWhenTheNextIsRefused();
-};
-
-void TestMainWindow::writesNumbers()
-{
-    QCOMPARE(positionText({12.34, 56.0}), "12.3, 56.0");
-    QCOMPARE(positionText({-0.04, -3.21}), "0.0, -3.2"); // no negative zero
-    QCOMPARE(scaleText(1.0, 2.5), "1x  scale 2.5"); // no zeros behind the point
-    QCOMPARE(scaleText(2.4414, -0.25), "2.44x  scale -0.25");
-    QCOMPARE(scaleText(12345.6, 100), "12346x  scale 100"); // no exponent
-    QCOMPARE(scaleText(1e-20, 0.0), "0x  scale 0");
-    QCOMPARE(scaleText(0.0512, -0.001), "0.0512x  scale -0.001");
-}
-
-void TestMainWindow::namesTheElementBelowThePointer()
-{
-    const std::pair<QPointF, const char*> places[] = {
-        {{12, 12}, "Channel 0  (id 11)"}, // the tooltip's first line
-        {{14.5, 33}, "Channel 0  (id 11)"}, // below a text
-        {{40, 17}, "Channel 0  (id 11)"}, // below an element of a hidden layer
-        {{80, 30}, "wedge"}, // the name without a tooltip, no made-up id
-        {{130, 30}, "Rectangle"}, // the kind without a name
-        {{100, 80}, "Line  (id 14)"}, // where there is nothing else
-        {{180, 30}, "small.svg: 6 elements"},
-    };
-    HostFiles files;
-    UsedWindow shown(files.write("small.svg", smallDrawing()));
-    for (const auto& [position, element] : places) {
-        shown.pointAt(position);
-        QCOMPARE(shown.label("element"), element);
-        const QStringList coordinates = shown.label("position").split(", ");
-        QVERIFY(qAbs(coordinates.value(0).toDouble() - position.x()) < 1.0);
-        QVERIFY(qAbs(coordinates.value(1).toDouble() - position.y()) < 1.0);
+    void writesNumbers()
+    {
+        QCOMPARE(positionText({12.34, 56.0}), "12.3, 56.0");
+        QCOMPARE(positionText({-0.04, -3.21}), "0.0, -3.2"); // no negative zero
+        QCOMPARE(scaleText(1.0, 2.5), "1x  scale 2.5"); // no zeros behind the point
+        QCOMPARE(scaleText(2.4414, -0.25), "2.44x  scale -0.25");
+        QCOMPARE(scaleText(12345.6, 100), "12346x  scale 100"); // no exponent
+        QCOMPARE(scaleText(1e-20, 0.0), "0x  scale 0");
+        QCOMPARE(scaleText(0.0512, -0.001), "0.0512x  scale -0.001");
     }
-    shown.pointAt({12, 12});
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(shown.view()->viewport(), &leave);
-    QCOMPARE(shown.label("element"), "small.svg: 6 elements");
-    QCOMPARE(shown.label("position"), QString());
-}
 
-// Also the element below a pointer at rest, which scrolling changes.
-void TestMainWindow::followsTheScale()
-{
-    HostFiles files;
-    UsedWindow shown(files.write("small.svg", smallDrawing()));
-    const auto expected = [&shown] { return scaleText(shown.view()->transform().m11(), shown.view()->currentScale()); };
-    QTRY_COMPARE(shown.label("scale"), expected());
-    const QString fitted = shown.label("scale");
-    shown.zoomWithWheel(shown.view()->mapFromScene(130, 30), 8);
-    QTRY_COMPARE(shown.label("scale"), expected());
-    QVERIFY(shown.label("scale") != fitted);
-
-    shown.view()->centerOn(170, 65);
-    shown.pointAt({170, 65});
-    QCOMPARE(shown.label("element"), "small.svg: 6 elements");
-    shown.view()->centerOn(130, 30);
-    QTRY_COMPARE(shown.label("element"), "Rectangle");
-}
-
-void TestMainWindow::fitsUntilTheUserZooms()
-{
-    HostFiles files;
-    UsedWindow shown(files.project.path());
-    QTRY_VERIFY(shown.isFitted());
-    shown.window->resize(1200, 500);
-    QTRY_VERIFY(shown.isFitted());
-
-    for (int step = 0; step < 5; ++step)
-        shown.action("Zoom In")->trigger();
-    const QTransform zoomed = shown.view()->transform();
-    const QSize before = shown.view()->viewport()->size();
-    shown.window->resize(1000, 700);
-    QTRY_VERIFY(shown.view()->viewport()->size() != before);
-    QCoreApplication::processEvents();
-    QCOMPARE(shown.view()->transform(), zoomed);
-
-    QVERIFY(shown.view()->horizontalScrollBar()->isVisible());
-    shown.action("Fit Drawing")->trigger();
-    QVERIFY(shown.isFitted()); // at once: nothing moves a second time
-}
-
-void TestMainWindow::zoomsAtThePointer()
-{
-    HostFiles files;
-    UsedWindow shown(files.write("small.svg", smallDrawing()));
-    QTRY_VERIFY(shown.isFitted());
-    const QPoint pointer(150, 220);
-    const QPointF below = shown.sceneAt(pointer);
-    // After the first there is more than the view shows in both directions.
-    for (int steps : {5, 1, 1, 1, 1, 2, 1, -1, -1, -1, -1}) {
-        shown.zoomWithWheel(pointer, steps);
-        const QPointF drift = (shown.sceneAt(pointer) - below) * shown.view()->transform().m11();
-        QVERIFY2(drift.manhattanLength() < 1.5, qPrintable(QString::number(drift.manhattanLength())));
+    void namesTheElementBelowThePointer()
+    {
+        const std::pair<QPointF, const char*> places[] = {
+            {{12, 12}, "Channel 0  (id 11)"}, // the tooltip's first line
+            {{14.5, 33}, "Channel 0  (id 11)"}, // below a text
+            {{40, 17}, "Channel 0  (id 11)"}, // below an element of a hidden layer
+            {{80, 30}, "wedge"}, // the name without a tooltip, no made-up id
+            {{130, 30}, "Rectangle"}, // the kind without a name
+            {{100, 80}, "Line  (id 14)"}, // where there is nothing else
+            {{180, 30}, "small.svg: 6 elements"},
+        };
+        HostFiles files;
+        UsedWindow shown(files.write("small.svg", smallDrawing()));
+        for (const auto& [position, element] : places) {
+            shown.pointAt(position);
+            QCOMPARE(shown.label("element"), element);
+            const QStringList coordinates = shown.label("position").split(", ");
+            QVERIFY(qAbs(coordinates.value(0).toDouble() - position.x()) < 1.0);
+            QVERIFY(qAbs(coordinates.value(1).toDouble() - position.y()) < 1.0);
+        }
+        shown.pointAt({12, 12});
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(shown.view()->viewport(), &leave);
+        QCOMPARE(shown.label("element"), "small.svg: 6 elements");
+        QCOMPARE(shown.label("position"), QString());
     }
-}
 
-void TestMainWindow::zoomsToTheSelection()
-{
-    HostFiles files;
-    UsedWindow shown(files.write("small.svg", smallDrawing()));
-    shown.action("Zoom to Selection")->trigger();
-    QCOMPARE(shown.window->statusBar()->currentMessage(), "No element is selected.");
+    // Scrolling changes the element below a pointer at rest, which the status bar then names.
+    void followsTheScale()
+    {
+        HostFiles files;
+        UsedWindow shown(files.write("small.svg", smallDrawing()));
+        const auto expected
+            = [&shown] { return scaleText(shown.view()->transform().m11(), shown.view()->currentScale()); };
+        QTRY_COMPARE(shown.label("scale"), expected());
+        const QString fitted = shown.label("scale");
+        shown.zoomWithWheel(shown.view()->mapFromScene(130, 30), 8);
+        QTRY_COMPARE(shown.label("scale"), expected());
+        QVERIFY(shown.label("scale") != fitted);
 
-    ZELChipViewDatabase::getInstance()->addSelctedItem(11, false);
-    shown.action("Zoom to Selection")->trigger();
-    const QRectF seen = shown.view()->mapToScene(shown.view()->viewport()->rect()).boundingRect();
-    QVERIFY(seen.contains(QRectF(9.5, 9.5, 41, 41))); // clear of the edges and of scroll bars
-    QVERIFY(seen.height() < 50);
-}
-
-void TestMainWindow::hasTheChipViewsActions()
-{
-    HostFiles files;
-    UsedWindow shown(files.project.path());
-    const ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
-    for (int id : {ACTION_SELECT, ACTION_PAN, ACTION_ZOOM, ACTION_FILTER}) {
-        QAction* action = database->getAction(id);
-        QVERIFY(shown.toolBar()->actions().contains(action));
-        QVERIFY(!action->icon().isNull());
-        QVERIFY(action->isEnabled());
+        shown.view()->centerOn(170, 65);
+        shown.pointAt({170, 65});
+        QCOMPARE(shown.label("element"), "small.svg: 6 elements");
+        shown.view()->centerOn(130, 30);
+        QTRY_COMPARE(shown.label("element"), "Rectangle");
     }
-    const auto* button
-        = qobject_cast<QToolButton*>(shown.toolBar()->widgetForAction(database->getAction(ACTION_FILTER)));
-    QCOMPARE(button->popupMode(), QToolButton::InstantPopup);
 
-    QApplication::setActiveWindow(shown.window.get());
-    const std::pair<Qt::Key, int> keys[]
-        = {{Qt::Key_H, ACTION_PAN}, {Qt::Key_Z, ACTION_ZOOM}, {Qt::Key_S, ACTION_SELECT}};
-    for (const auto& [key, mode] : keys) {
-        QTest::keyClick(shown.window.get(), key);
-        QCOMPARE(database->getMouseMode(), mode);
-    }
-}
-
-void TestMainWindow::showsWarnings()
-{
-    HostFiles files;
-    UsedWindow shown(files.write("odd.svg", drawingWithWarnings()));
-    auto* button = shown.window->findChild<QToolButton*>("warnings");
-    QVERIFY(button->isVisible());
-    QCOMPARE(button->text(), "2 warnings");
-    button->click();
-    auto* box = shown.window->findChild<QMessageBox*>();
-    QVERIFY(box && box->text().contains("gradient"));
-    box->close();
-
-    shown.window->open(files.write("small.svg", smallDrawing()));
-    QVERIFY(!button->isVisible());
-    QVERIFY(!ZELChipViewDatabase::getInstance()->getAction(ACTION_FILTER)->isEnabled());
-}
-
-void TestMainWindow::failedCommandsAreAnsweredAndSaid()
-{
-    HostFiles files;
-    UsedWindow shown(files.project.path());
-    QCOMPARE(ZELChipViewDatabase::getInstance()->place("top/ip", "11"), 0);
-    const QString message = shown.window->statusBar()->currentMessage();
-    QCOMPARE(message, "there is no resource \"top/ip\"");
-}
-
-void TestMainWindow::opensOneAfterTheOther()
-{
-    HostFiles files;
-    UsedWindow shown(files.project.path());
-    QCOMPARE(shown.window->windowTitle(), "Small/Test[*] \u2014 zelchip");
-    const auto tools = shown.toolBar()->actions().size();
-    const QString drawing = files.write("other.svg", drawingWithWarnings());
-    for (const QString& path : {drawing, files.project.path(), drawing}) {
-        shown.window->open(path);
-        QCOMPARE(shown.toolBar()->actions().size(), tools);
-        QCOMPARE(shown.window->findChildren<ZelChipGUI*>().size(), 1);
+    void fitsUntilTheUserZooms()
+    {
+        HostFiles files;
+        UsedWindow shown(files.project.path());
         QTRY_VERIFY(shown.isFitted());
-    }
-    QCOMPARE(shown.window->windowTitle(), "other.svg[*] \u2014 zelchip");
-    QCOMPARE(shown.view()->sceneRect(), QRectF(0, 0, 100, 50));
-    QCOMPARE(shown.label("element"), "other.svg: 1 element");
-}
+        shown.window->resize(1200, 500);
+        QTRY_VERIFY(shown.isFitted());
 
-void TestMainWindow::keepsWhatIsOpenWhenTheNextIsRefused()
-{
-    HostFiles files;
-    UsedWindow shown(files.project.path());
-    const ZelChipGUI* chipView = shown.chipView();
-    shown.window->open(files.write("<b>bad.svg", "bad"));
-    auto* box = shown.window->findChild<QMessageBox*>();
-    QVERIFY(box);
-    QCOMPARE(box->textFormat(), Qt::PlainText);
-    QVERIFY2(box->text().contains("<b>bad.svg:1:1: "), qPrintable(box->text()));
-    QCOMPARE(shown.chipView(), chipView);
-    QCOMPARE(shown.window->windowTitle(), "Small/Test[*] \u2014 zelchip");
-    shown.pointAt({12, 12});
-    QCOMPARE(shown.label("element"), "Channel 0  (id 11)");
-}
+        for (int step = 0; step < 5; ++step)
+            shown.action("Zoom In")->trigger();
+        const QTransform zoomed = shown.view()->transform();
+        const QSize before = shown.view()->viewport()->size();
+        shown.window->resize(1000, 700);
+        QTRY_VERIFY(shown.view()->viewport()->size() != before);
+        QCoreApplication::processEvents();
+        QCOMPARE(shown.view()->transform(), zoomed);
+
+        QVERIFY(shown.view()->horizontalScrollBar()->isVisible());
+        shown.action("Fit Drawing")->trigger();
+        QVERIFY(shown.isFitted()); // at once: nothing moves a second time
+    }
+
+    void zoomsAtThePointer()
+    {
+        HostFiles files;
+        UsedWindow shown(files.write("small.svg", smallDrawing()));
+        QTRY_VERIFY(shown.isFitted());
+        const QPoint pointer(150, 220);
+        const QPointF below = shown.sceneAt(pointer);
+        // After the first there is more than the view shows in both directions.
+        for (int steps : {5, 1, 1, 1, 1, 2, 1, -1, -1, -1, -1}) {
+            shown.zoomWithWheel(pointer, steps);
+            const QPointF drift = (shown.sceneAt(pointer) - below) * shown.view()->transform().m11();
+            QVERIFY2(drift.manhattanLength() < 1.5, qPrintable(QString::number(drift.manhattanLength())));
+        }
+    }
+
+    void zoomsToTheSelection()
+    {
+        HostFiles files;
+        UsedWindow shown(files.write("small.svg", smallDrawing()));
+        shown.action("Zoom to Selection")->trigger();
+        QCOMPARE(shown.window->statusBar()->currentMessage(), "No element is selected.");
+
+        ZELChipViewDatabase::getInstance()->addSelctedItem(11, false);
+        shown.action("Zoom to Selection")->trigger();
+        const QRectF seen = shown.view()->mapToScene(shown.view()->viewport()->rect()).boundingRect();
+        QVERIFY(seen.contains(QRectF(9.5, 9.5, 41, 41))); // clear of the edges and of scroll bars
+        QVERIFY(seen.height() < 50);
+    }
+
+    void hasTheChipViewsActions()
+    {
+        HostFiles files;
+        UsedWindow shown(files.project.path());
+        const ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+        for (int id : {ACTION_SELECT, ACTION_PAN, ACTION_ZOOM, ACTION_FILTER}) {
+            QAction* action = database->getAction(id);
+            QVERIFY(shown.toolBar()->actions().contains(action));
+            QVERIFY(!action->icon().isNull());
+            QVERIFY(action->isEnabled());
+        }
+        const auto* button
+            = qobject_cast<QToolButton*>(shown.toolBar()->widgetForAction(database->getAction(ACTION_FILTER)));
+        QCOMPARE(button->popupMode(), QToolButton::InstantPopup);
+
+        QApplication::setActiveWindow(shown.window.get());
+        const std::pair<Qt::Key, int> keys[]
+            = {{Qt::Key_H, ACTION_PAN}, {Qt::Key_Z, ACTION_ZOOM}, {Qt::Key_S, ACTION_SELECT}};
+        for (const auto& [key, mode] : keys) {
+            QTest::keyClick(shown.window.get(), key);
+            QCOMPARE(database->getMouseMode(), mode);
+        }
+    }
+
+    void showsWarnings()
+    {
+        HostFiles files;
+        UsedWindow shown(files.write("odd.svg", drawingWithWarnings()));
+        auto* button = shown.window->findChild<QToolButton*>("warnings");
+        QVERIFY(button->isVisible());
+        QCOMPARE(button->text(), "2 warnings");
+        button->click();
+        auto* box = shown.window->findChild<QMessageBox*>();
+        QVERIFY(box && box->text().contains("gradient"));
+        box->close();
+
+        shown.window->open(files.write("small.svg", smallDrawing()));
+        QVERIFY(!button->isVisible());
+        QVERIFY(!ZELChipViewDatabase::getInstance()->getAction(ACTION_FILTER)->isEnabled());
+    }
+
+    void failedCommandsAreAnsweredAndSaid()
+    {
+        HostFiles files;
+        UsedWindow shown(files.project.path());
+        QCOMPARE(ZELChipViewDatabase::getInstance()->place("top/ip", "11"), 0);
+        const QString message = shown.window->statusBar()->currentMessage();
+        QCOMPARE(message, "there is no resource \"top/ip\"");
+    }
+
+    void opensOneAfterTheOther()
+    {
+        HostFiles files;
+        UsedWindow shown(files.project.path());
+        QCOMPARE(shown.window->windowTitle(), "Small/Test[*] \u2014 zelchip");
+        const auto tools = shown.toolBar()->actions().size();
+        const QString drawing = files.write("other.svg", drawingWithWarnings());
+        for (const QString& path : {drawing, files.project.path(), drawing}) {
+            shown.window->open(path);
+            QCOMPARE(shown.toolBar()->actions().size(), tools);
+            QCOMPARE(shown.window->findChildren<ZelChipGUI*>().size(), 1);
+            QTRY_VERIFY(shown.isFitted());
+        }
+        QCOMPARE(shown.window->windowTitle(), "other.svg[*] \u2014 zelchip");
+        QCOMPARE(shown.view()->sceneRect(), QRectF(0, 0, 100, 50));
+        QCOMPARE(shown.label("element"), "other.svg: 1 element");
+    }
+
+    void keepsWhatIsOpenWhenTheNextIsRefused()
+    {
+        HostFiles files;
+        UsedWindow shown(files.project.path());
+        const ZelChipGUI* chipView = shown.chipView();
+        shown.window->open(files.write("<b>bad.svg", "bad"));
+        auto* box = shown.window->findChild<QMessageBox*>();
+        QVERIFY(box);
+        QCOMPARE(box->textFormat(), Qt::PlainText);
+        QVERIFY2(box->text().contains("<b>bad.svg:1:1: "), qPrintable(box->text()));
+        QCOMPARE(shown.chipView(), chipView);
+        QCOMPARE(shown.window->windowTitle(), "Small/Test[*] \u2014 zelchip");
+        shown.pointAt({12, 12});
+        QCOMPARE(shown.label("element"), "Channel 0  (id 11)");
+    }
+
+    void progressAppearsForLongLoadsOnly()
+    {
+        HostFiles files;
+        UsedWindow shown(files.write("small.svg", smallDrawing()));
+        const Watcher watcher;
+        shown.window->open(files.write("large.svg", largeDrawing()));
+        QVERIFY(watcher.hasSeen("Reading large.svg") && watcher.hasSeen("Building the view of large.svg"));
+        QCOMPARE(shown.elements(), Many);
+        QVERIFY(!QApplication::activeModalWidget());
+        LoadProgress::setPace({});
+        shown.window->open(files.path("small.svg"));
+        QCOMPARE(shown.elements(), 6);
+        QVERIFY(!watcher.hasSeen("small.svg"));
+    }
+
+    void cancelledLoadLeavesWhatIsOpen_data()
+    {
+        const Rows<QString, int> row;
+        row("while reading", "Reading", 0);
+        row("while items are made", "Building", 400);
+        row("while they are added", "Building", 800);
+    }
+
+    void cancelledLoadLeavesWhatIsOpen()
+    {
+        const auto [word, value] = row<QString, int>();
+        HostFiles files;
+        UsedWindow shown(files.project.path());
+        const QString title = shown.window->windowTitle();
+        {
+            const Watcher watcher(word, value);
+            shown.window->open(files.write("large.svg", largeDrawing()));
+            QVERIFY(watcher.hasSeen(word));
+        }
+        QCOMPARE(shown.window->windowTitle(), title);
+        QCOMPARE(shown.elements(), 6);
+        QCOMPARE(shown.window->statusBar()->currentMessage(), "Opening large.svg was cancelled");
+        QVERIFY(!QApplication::activeModalWidget());
+        shown.window->open(files.path("large.svg"));
+        QCOMPARE(shown.elements(), Many);
+        QVERIFY(shown.window->windowTitle().startsWith("large.svg"));
+        QVERIFY(shown.window->close());
+    }
+
+    void loadCancelledInACommandIsAnError()
+    {
+        HostFiles files;
+        UsedWindow shown(files.write("small.svg", smallDrawing()));
+        files.write("large.svg", largeDrawing());
+        const QString script
+            = files.write("open.tcl", "zel_project open [file join [file dirname [info script]] large.svg]\n");
+        const Watcher watcher("Building", 500);
+        QString error;
+        QVERIFY(!shown.window->runScript(script, &error));
+        QVERIFY2(error.contains("Opening large.svg was cancelled"), qPrintable(error));
+        QCOMPARE(shown.elements(), 6);
+    }
+
+    void loadCancelledAtTheStartLeavesASentence()
+    {
+        HostFiles files;
+        UsedWindow shown;
+        {
+            const Watcher watcher("Building", 500);
+            const LoadProgress progress("large.svg", nullptr, LoadProgress::Cancelling::Possible);
+            shown.show(files.write("large.svg", largeDrawing()), QSize(900, 600));
+        }
+        QCOMPARE(shown.elements(), 0);
+        QVERIFY(shown.window->findChild<QLabel*>("sentence")->isVisible());
+        shown.window->open(files.write("small.svg", smallDrawing()));
+        QCOMPARE(shown.elements(), 6);
+        QVERIFY(!shown.window->findChild<QLabel*>("sentence"));
+    }
+};
 
 ZEL_TEST_MAIN(TestMainWindow)
 #include "tst_mainwindow.moc"

@@ -1,144 +1,82 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/files.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QDirIterator>
-#include <QFile>
 #include <QFont>
+#include <QLibrary>
 #include <QLocale>
 #include <QPalette>
 #include <QProcessEnvironment>
 #include <QStyle>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QVariant>
 
 #include <clocale>
-#include <functional>
 
-#include <dlfcn.h>
 #include <signal.h>
 
 namespace {
 
-QString line(const char* name, const QString& value)
+// What belongs to the whole process and so to its program alone, one line each: environment, locale, working directory,
+// signal handlers, threads, settings written to the home folder, the application object with its look and attributes.
+QStringList processState()
 {
-    return QStringLiteral("%1: %2").arg(QLatin1String(name), value);
-}
-
-template <typename Value> QString line(const char* name, Value value)
-{
-    return line(name, QString::number(static_cast<qlonglong>(value)));
-}
-
-QStringList signalHandlers()
-{
-    QStringList lines;
+    QStringList lines = QProcessEnvironment::systemEnvironment().toStringList();
+    const auto note = [&lines](const char* name, const QVariant& value) {
+        lines.append(QString("%1: %2").arg(name, value.toString()));
+    };
+    note("locale", QString::fromLocal8Bit(std::setlocale(LC_ALL, nullptr)));
+    note("default locale", QLocale().name());
+    note("folder", QDir::currentPath());
+    const QtMessageHandler handler = qInstallMessageHandler(nullptr);
+    qInstallMessageHandler(handler);
+    note("message handler", reinterpret_cast<qulonglong>(handler));
     for (int number = 1; number < SIGRTMIN; ++number) {
         struct sigaction action = {};
         sigaction(number, nullptr, &action);
-        lines.append(line("signal", reinterpret_cast<quintptr>(action.sa_handler)));
+        note("signal", reinterpret_cast<qulonglong>(action.sa_handler));
     }
-    return lines;
-}
-
-quintptr messageHandler()
-{
-    const QtMessageHandler handler = qInstallMessageHandler(nullptr);
-    qInstallMessageHandler(handler);
-    return reinterpret_cast<quintptr>(handler);
-}
-
-QStringList homeFiles()
-{
-    QStringList lines;
+    // Threads are named by what they run. Those of Qt's pool come with its painting, and go when they have had nothing
+    // to do for a while.
+    const QDir tasks("/proc/self/task");
+    for (const QString& id : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+        note("thread", zeltest::contentOf(tasks.filePath(id + "/comm")).trimmed());
+    lines.removeAll("thread: Thread (pooled)");
     QDirIterator files(QDir::homePath(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (files.hasNext())
-        lines.append(line("file", files.next()));
-    return lines;
-}
-
-// Named by what they run. Those of Qt's pool come with its painting, and go when they have had nothing to do for a
-// while.
-QStringList threads()
-{
-    QStringList lines;
-    const QDir tasks(QStringLiteral("/proc/self/task"));
-    for (const QString& id : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        QFile file(tasks.filePath(id + QStringLiteral("/comm")));
-        if (file.open(QIODevice::ReadOnly))
-            lines.append(line("thread", QString::fromLocal8Bit(file.readAll()).trimmed()));
-    }
-    lines.removeAll(QStringLiteral("thread: Thread (pooled)"));
-    return lines;
-}
-
-QStringList applicationState()
-{
-    QStringList lines{line("application", qApp != nullptr)};
+        note("file", files.next());
     for (int attribute = 0; attribute < Qt::AA_AttributeCount; ++attribute)
-        lines.append(
-            line("attribute", QCoreApplication::testAttribute(static_cast<Qt::ApplicationAttribute>(attribute))));
-    lines.append(line("organisation", QCoreApplication::organizationName()));
-    lines.append(line("default locale", QLocale().name()));
+        note("attribute", QCoreApplication::testAttribute(static_cast<Qt::ApplicationAttribute>(attribute)));
+    note("organisation", QCoreApplication::organizationName());
+    note("application", qApp != nullptr);
     if (qApp) {
-        lines.append(line("style", reinterpret_cast<quintptr>(QApplication::style())));
-        lines.append(line("style sheet", qApp->styleSheet()));
-        lines.append(line("palette", QApplication::palette().cacheKey()));
-        lines.append(line("font", QApplication::font().toString()));
-        lines.append(line("quits with the last window", QGuiApplication::quitOnLastWindowClosed()));
-        lines.append(line("cursor", QGuiApplication::overrideCursor() != nullptr));
-        lines.append(line("top-level widgets", QApplication::topLevelWidgets().size()));
+        note("style", reinterpret_cast<qulonglong>(QApplication::style()));
+        note("style sheet", qApp->styleSheet());
+        note("palette", QApplication::palette().cacheKey());
+        note("font", QApplication::font().toString());
+        note("quits with the last window", QGuiApplication::quitOnLastWindowClosed());
+        note("cursor", QGuiApplication::overrideCursor() != nullptr);
+        note("top-level widgets", QApplication::topLevelWidgets().size());
     }
     return lines;
 }
 
-// What belongs to the whole process and so to its program alone, one line each: locale, environment, working directory,
-// signal handlers, threads, the application object with its look and attributes, settings written to the home folder.
-QStringList processState()
+// Whether one of our libraries is in the process's memory map.
+bool isLibraryLoaded()
 {
-    return QStringList{line("locale", QString::fromLocal8Bit(std::setlocale(LC_ALL, nullptr))),
-               line("folder", QDir::currentPath()), line("message handler", messageHandler())}
-    + QProcessEnvironment::systemEnvironment().toStringList() + signalHandlers() + threads() + homeFiles()
-        + applicationState();
+    return zeltest::contentOf("/proc/self/maps").contains("/libzel");
 }
 
-// The lines of libzel* in the process's memory map.
-QStringList loadedLibraries()
-{
-    QFile maps(QStringLiteral("/proc/self/maps"));
-    if (!maps.open(QIODevice::ReadOnly))
-        return {QStringLiteral("the memory map cannot be read")};
-    return QString::fromLocal8Bit(maps.readAll()).split(QLatin1Char('\n')).filter(QStringLiteral("/libzel"));
-}
-
-// Holds the module, and through it the libraries, in memory.
-class Module final
-{
-public:
-    Module()
-        : m_handle(dlopen(ZEL_VIEW_MODULE, RTLD_NOW | RTLD_LOCAL))
-    { }
-    ~Module()
-    {
-        if (m_handle)
-            dlclose(m_handle);
-    }
-    Module(const Module&) = delete;
-    Module& operator=(const Module&) = delete;
-
-    [[nodiscard]] bool isLoaded() const { return m_handle != nullptr; }
-    void useView() const { reinterpret_cast<void (*)()>(dlsym(m_handle, "useView"))(); }
-
-private:
-    void* const m_handle;
-};
-
-// The lines that came or went since.
+// The lines that came or went since then.
 QStringList changesSince(const QStringList& before)
 {
     QStringList changes = processState();
     for (const QString& line : before) {
         if (!changes.removeOne(line))
-            changes.append(QStringLiteral("no longer ") + line);
+            changes.append("no longer " + line);
     }
     return changes;
 }
@@ -151,61 +89,52 @@ class TestNothingGlobal final : public QObject
 {
     Q_OBJECT
 public:
-    TestNothingGlobal() { qputenv("HOME", QFile::encodeName(m_home.path())); }
-
-private Q_SLOTS:
-    void initTestCase()
+    TestNothingGlobal()
     {
+        qputenv("HOME", QFile::encodeName(m_home.path()));
         for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
             qunsetenv(name);
     }
 
+private Q_SLOTS:
     void loadingChangesNothing()
     {
         QVERIFY(!QCoreApplication::instance());
-        comeAndGo([](const Module&) {});
+        comeAndGo();
     }
 
-    void aViewChangesNothingAndCanBeUnloaded()
+    void viewChangesNothingAndCanBeUnloaded()
     {
         int argc = 1;
         char name[] = "tst_nothingglobal";
         char* argv[] = {name, nullptr};
         QApplication application(argc, argv);
-        {
-            // The desktop's own threads and caches come with the first window.
-            QWidget first;
-            first.show();
-            QCoreApplication::processEvents();
-        }
-        comeAndGo([](const Module& module) { module.useView(); });
+        QWidget first; // with which the desktop's own threads and caches come
+        first.show();
+        QCoreApplication::processEvents();
+        comeAndGo("useView");
     }
 
 private:
-    static void comeAndGo(const std::function<void(const Module&)>& use)
+    static void comeAndGo(const char* function = nullptr)
     {
         const QStringList before = processState();
         for (int round = 0; round < 3; ++round) {
-            {
-                const Module module;
-                QVERIFY2(module.isLoaded(), dlerror());
-                QVERIFY(!loadedLibraries().isEmpty());
-                use(module);
-                QCOMPARE(changesSince(before).join(QLatin1Char('\n')), QString());
-            }
+            QLibrary module(ZEL_VIEW_MODULE); // holds the libraries in memory as well
+            QVERIFY2(module.load(), qPrintable(module.errorString()));
+            QVERIFY(isLibraryLoaded());
+            if (function)
+                module.resolve(function)();
+            QCOMPARE(changesSince(before).join('\n'), QString());
+            QVERIFY(module.unload());
             QCoreApplication::processEvents();
-            QCOMPARE(loadedLibraries(), QStringList());
-            QCOMPARE(changesSince(before).join(QLatin1Char('\n')), QString());
+            QVERIFY(!isLibraryLoaded());
+            QCOMPARE(changesSince(before).join('\n'), QString());
         }
     }
 
     QTemporaryDir m_home;
 };
 
-int main(int argc, char** argv)
-{
-    TestNothingGlobal tests;
-    return QTest::qExec(&tests, argc, argv);
-}
-
+QTEST_APPLESS_MAIN(TestNothingGlobal)
 #include "tst_nothingglobal.moc"

@@ -5,15 +5,14 @@
 #include "platform/contract/zelproject.h"
 #include "platform/contract/zeltrace.h"
 #include "tests/support/chipviewfixture.h"
+#include "tests/support/events.h"
 
 #include <QAbstractButton>
 #include <QCursor>
 #include <QDrag>
-#include <QDragEnterEvent>
 #include <QGraphicsSceneDragDropEvent>
 #include <QMenu>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTimer>
 
@@ -49,25 +48,16 @@ public:
             });
     }
 
-    // A drag event at a point of the scene, as the window system delivers it to the viewport. Gives whether it was
-    // accepted.
+    // Sends a drag event at a point of the scene. Returns whether it is accepted.
     template <typename Event> bool send(QPointF scenePoint)
     {
-        const QPoint position = view()->mapFromScene(scenePoint);
-        QCursor::setPos(view()->viewport()->mapToGlobal(position));
-        Event event(position, Qt::CopyAction | Qt::MoveAction, &m_mimeData, Qt::LeftButton, Qt::NoModifier);
-        event.setAccepted(false);
-        QApplication::sendEvent(view()->viewport(), &event);
-        return event.isAccepted();
+        return zeltest::drag<Event>(view()->viewport(), view()->mapFromScene(scenePoint));
     }
 
     bool isCountingDown() const { return database()->findChild<QTimer*>()->isActive(); }
 
     QStringList commands;
     int answer = 1;
-
-private:
-    QMimeData m_mimeData;
 };
 
 // Answers the question that is asked next.
@@ -95,7 +85,7 @@ private Q_SLOTS:
     {
         for (const char* text : {"u1", "my ip", "a[1]$x\"y\"", "%2 %1", "k\u00e4fer"}) {
             const QString name = QString::fromUtf8(text);
-            QCOMPARE(commandtexts::place(name, QStringLiteral("-5")), "zel_resource place -rsc {" + name + "} -id -5");
+            QCOMPARE(commandtexts::place(name, "-5"), "zel_resource place -rsc {" + name + "} -id -5");
             QCOMPARE(commandtexts::reset(name), "zel_resource reset -ip {" + name + "}");
             QCOMPARE(commandtexts::remove(name), "zel_resource remove -ip {" + name + "}");
         }
@@ -106,10 +96,10 @@ private Q_SLOTS:
         FakeEngine engine;
         engine.allowedSites = {"7"};
         DropQuery query;
-        QVERIFY(!query.isAllowed(QStringLiteral("u %2"), QStringLiteral("7"))); // no engine yet
+        QVERIFY(!query.isAllowed("u %2", "7")); // no engine yet
         query.setEngine(&engine);
         const Calls& trace = traceFromNowOn();
-        QVERIFY(query.isAllowed(QStringLiteral("u %2"), QStringLiteral("7")));
+        QVERIFY(query.isAllowed("u %2", "7"));
         QCOMPARE(trace,
             (Calls{"canDrop: call ZEL engine API: canDrop()", "canDrop: The params is u %2, 7", "canDrop: end"}));
     }
@@ -198,8 +188,7 @@ private Q_SLOTS:
         QVERIFY(chip.selected().isEmpty());
         QVERIFY(!chip.view()->findChild<QPlainTextEdit*>()->isVisible());
         chip.database()->highlightedIds().assign({5});
-        QDragLeaveEvent leave;
-        QApplication::sendEvent(chip.view()->viewport(), &leave); // what was shown last stays
+        leaveDrag(chip.view()->viewport()); // what was shown last stays
         QVERIFY(!chip.database()->highlightedIds().isEmpty());
         chip.send<QDragEnterEvent>({2, 2});
         chip.send<QDropEvent>({2, 2}); // on no site
@@ -239,7 +228,7 @@ private Q_SLOTS:
             chip.database()->highlightedIds().assign({5});
             QGraphicsSceneDragDropEvent event(QEvent::GraphicsSceneDrop);
             chip.scene()->sendEvent(chip.item(loadNumber), &event);
-            const QString command = QLatin1String("zel_resource place -rsc {top/u1} -id ") + id;
+            const QString command = QString("zel_resource place -rsc {top/u1} -id ") + id;
             QCOMPARE(chip.commands, *id ? QStringList{command} : QStringList());
             QVERIFY(chip.database()->highlightedIds().isEmpty());
         }
@@ -277,7 +266,7 @@ private Q_SLOTS:
         chip.window->refresh(REFRESH_TREE);
         ZelTree* tree = chip.tree();
         tree->expandAll();
-        QTreeWidgetItem* row = tree->findItems(QStringLiteral("leaf"), Qt::MatchExactly | Qt::MatchRecursive).value(0);
+        QTreeWidgetItem* row = tree->findItems("leaf", Qt::MatchExactly | Qt::MatchRecursive).value(0);
         QVERIFY(row && !leaf->resettable);
         const auto menuAt = [&](QPoint position) {
             QStringList menu;
@@ -289,8 +278,7 @@ private Q_SLOTS:
                     popup->close();
                 }
             });
-            QContextMenuEvent event(QContextMenuEvent::Mouse, position, tree->viewport()->mapToGlobal(position));
-            QApplication::sendEvent(tree->viewport(), &event);
+            openMenu(tree->viewport(), position);
             QCoreApplication::processEvents();
             return menu;
         };
@@ -330,7 +318,7 @@ private Q_SLOTS:
             QString question;
             answerNextQuestion(button, &question);
             chip.database()->removeIP();
-            QCOMPARE(question, QStringLiteral("Are you sure you want to delete top/u1?"));
+            QCOMPARE(question, "Are you sure you want to delete top/u1?");
             const bool isMeant = button == QMessageBox::Yes;
             QCOMPARE(chip.commands, isMeant ? QStringList{"zel_resource remove -ip {top/u1}"} : QStringList());
             QCOMPARE(chip.engine.calls, isMeant ? Calls{"refresh 3"} : Calls());
@@ -346,7 +334,7 @@ private Q_SLOTS:
         chip.engine.configResult = 1;
         chip.engine.calls.clear();
         const Calls& trace = traceFromNowOn();
-        QCOMPARE(chip.database()->configResource(QStringLiteral("top/u1")), 1);
+        QCOMPARE(chip.database()->configResource("top/u1"), 1);
         QCOMPARE(trace,
             (Calls{"configResource: call ZEL engine API: config()", "configResource: The params is top/u1",
                 "configResource: end"}));

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QByteArray>
+#include "tests/support/files.h"
+
 #include <QDir>
-#include <QString>
 #include <QTemporaryDir>
 
 // A copy of the sample project in a temporary folder, for a program that changes it. Scripts and whatever else a test
@@ -11,25 +11,46 @@
 class SampleProject
 {
 public:
-    explicit SampleProject(const QString& where = QDir::tempPath());
+    explicit SampleProject(const QString& where = QDir::tempPath())
+        : m_folder(where + "/zelchip-XXXXXX")
+    {
+        const QDir sample(ZEL_SAMPLE_FOLDER);
+        QDir().mkpath(path());
+        for (const QString& name : sample.entryList(QDir::Files)) {
+            if (!QFile::copy(sample.filePath(name), path() + '/' + name))
+                qFatal("cannot copy %s", qPrintable(name));
+        }
+    }
 
-    [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("project")); }
-    [[nodiscard]] QString implementation() const { return path() + QStringLiteral("/impl1"); }
-    [[nodiscard]] QString journalFile() const { return implementation() + QStringLiteral("/journal.tcl"); }
+    [[nodiscard]] QString path() const { return m_folder.filePath("project"); }
+    [[nodiscard]] QString implementation() const { return path() + "/impl1"; }
+    [[nodiscard]] QString journalFile() const { return implementation() + "/journal.tcl"; }
 
-    // Beside the project.
+    // The path of a file beside the project.
     [[nodiscard]] QString file(const QString& name) const { return m_folder.filePath(name); }
-    QString write(const QString& name, const QByteArray& content) const;
+    QString write(const QString& name, const QByteArray& content) const
+    {
+        return zeltest::writeFile(file(name), content);
+    }
 
-    // Without the comments at its top.
-    [[nodiscard]] QByteArrayList journal() const;
+    // The journal's lines without the comments at its top.
+    [[nodiscard]] QByteArrayList journal() const
+    {
+        QByteArrayList commands;
+        for (const QByteArray& line : zeltest::contentOf(journalFile()).split('\n')) {
+            if (!line.isEmpty() && !line.startsWith('#'))
+                commands.append(line);
+        }
+        return commands;
+    }
 
-    // As if no program had ever opened it.
-    void forgetWork() const;
+    // Brings the project to the state in which no program has ever opened it.
+    void forgetWork() const
+    {
+        QDir(implementation()).removeRecursively();
+        QFile::remove(implementation());
+    }
 
 private:
     QTemporaryDir m_folder;
 };
-
-// Empty where the file cannot be read.
-[[nodiscard]] QByteArray contentOf(const QString& fileName);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/zelconstants.h"
-#include "tests/program/batchprogram.h"
 #include "tests/program/sampleproject.h"
 #include "tests/program/virtualscreen.h"
 #include "tests/support/testmain.h"
@@ -9,15 +8,12 @@
 #include <QPoint>
 #include <QTest>
 
-using mirn::zelchipview::HIGHLIGHT_COLOR;
-
 namespace {
 
 constexpr int StartMilliseconds = 30'000; // of patience, on a busy machine
 constexpr int AnswerMilliseconds = 10'000;
 constexpr int RestMilliseconds = 1'200; // three times as long as the view waits before it highlights
 constexpr int StepPixels = 5; // of a hand that moves
-constexpr QSize SiteSurroundings(16, 16);
 
 // Sites of the sample by their element ids. PLL_TL0 is taken by a PLL that is fixed there.
 constexpr int TakenPll = 5001001;
@@ -25,8 +21,8 @@ constexpr int FreePll = 5002001;
 constexpr int OtherFreePll = 5004002; // in the corner across
 constexpr int FreeSupply = 4007001;
 
-const char Pll[] = "gateway/clocks/pll_video";
-const char Supply[] = "gateway/supplies/vccio_lvds";
+const QByteArray Pll = "gateway/clocks/pll_video";
+const QByteArray Supply = "gateway/supplies/vccio_lvds";
 
 // Writes where everything is, when it is told that the window has come to its place: the window manager moves it there
 // and the program hears of it while the script waits.
@@ -42,39 +38,123 @@ close $out
 file rename positions.part positions
 )";
 
-int countOf(const QImage& picture, const QColor& color)
-{
-    int count = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x)
-            count += picture.pixelColor(x, y) == color ? 1 : 0;
-    }
-    return count;
-}
-
 } // namespace
 
-// zelchip on a screen, and a hand on the mouse.
+// The program on a screen, and a hand on the mouse.
 class TestTrueDrag : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void cleanupTestCase();
-    void refusingSiteChangesNothing();
-    void cancelledDragLightsUpNothing();
-    void allowedSiteTakesTheResource();
-    void quickDropIsNotLost();
-    void whatWasDroppedIsThere();
+    void initTestCase()
+    {
+        const QString problem = m_screen.start();
+        QVERIFY2(problem.isEmpty(), qPrintable(problem));
+        const QString script = m_project.write("positions.tcl", PositionsScript);
+        m_program.setProcessEnvironment(m_screen.environment());
+        m_program.setProcessChannelMode(QProcess::ForwardedChannels);
+        endWithParent(m_program);
+        m_program.start(ZELCHIP_PROGRAM, {m_project.path(), "--size", "1500x1100", "--script", script});
+        QVERIFY2(m_program.waitForStarted(), qPrintable(m_program.errorString()));
+        // The window manager makes it the active one last of all.
+        QTRY_VERIFY_WITH_TIMEOUT(
+            m_screen.xdotool({"getactivewindow", "getwindowname"}).contains("zelchip"), StartMilliseconds);
+        m_project.write("go", {});
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_project.file("positions")), StartMilliseconds);
+        for (const QByteArray& line : zeltest::contentOf(m_project.file("positions")).trimmed().split('\n')) {
+            const QByteArrayList words = line.split(' ');
+            m_positions.insert(words.value(0), {words.value(1).toInt(), words.value(2).toInt()});
+        }
+        QCOMPARE(m_positions.size(), 6);
+        QVERIFY(!m_screen.picture().isNull());
+        QCOMPARE(highlightAnywhere(), 0);
+    }
+
+    void cleanupTestCase()
+    {
+        m_program.kill();
+        m_program.waitForFinished();
+    }
+
+    // The site under the pointer refuses the resource, or the drag is cancelled over a site that would take it.
+    void dragWithoutADropChangesNothing()
+    {
+        for (const bool isCancelled : {false, true}) {
+            press(Pll);
+            moveTo(site(TakenPll));
+            if (isCancelled) {
+                moveTo(site(FreePll));
+                m_screen.xdotool({"key", "Escape"});
+            }
+            QTest::qWait(RestMilliseconds);
+            QCOMPARE(highlightAnywhere(), 0);
+            release();
+            QCOMPARE(m_project.journal(), QByteArrayList());
+        }
+    }
+
+    void allowedSiteTakesTheResource()
+    {
+        press(Pll);
+        moveTo(site(TakenPll));
+        moveTo(site(FreePll));
+        QTRY_VERIFY_WITH_TIMEOUT(highlightAt(OtherFreePll) > 0, AnswerMilliseconds);
+        QCOMPARE(highlightAt(TakenPll), 0);
+        QCOMPARE(m_project.journal(), QByteArrayList());
+        release();
+        const QByteArrayList placed{"zel_resource place -rsc " + Pll + " -id " + QByteArray::number(FreePll)};
+        QTRY_COMPARE_WITH_TIMEOUT(m_project.journal(), placed, AnswerMilliseconds);
+        QTRY_COMPARE_WITH_TIMEOUT(highlightAnywhere(), 0, AnswerMilliseconds);
+    }
+
+    // The button goes up as soon as the pointer is there: the text that comes up at a site must not take the drop.
+    void quickDropIsNotLost()
+    {
+        press(Supply);
+        moveTo(site(FreeSupply));
+        release();
+        const QByteArray placed = "zel_resource place -rsc " + Supply + " -id " + QByteArray::number(FreeSupply);
+        QTRY_COMPARE_WITH_TIMEOUT(m_project.journal().value(1), placed, AnswerMilliseconds);
+    }
 
 private:
-    void readPositions();
-    void moveTo(QPoint target);
-    void press(const char* resource);
+    // Moves in small steps, with the pauses that a hand makes.
+    void moveTo(QPoint target)
+    {
+        const QPoint way = target - m_pointer;
+        const int steps = qMax(1, qMax(qAbs(way.x()), qAbs(way.y())) / StepPixels);
+        QStringList words;
+        for (int i = 1; i <= steps; ++i) {
+            const QPoint at = m_pointer + way * i / steps;
+            words += QStringList{"mousemove", QString::number(at.x()), QString::number(at.y()), "sleep", "0.004"};
+        }
+        m_screen.xdotool(words);
+        m_pointer = target;
+    }
+
+    void press(const QByteArray& resource)
+    {
+        m_pointer = m_positions.value(resource);
+        m_screen.xdotool(
+            {"mousemove", QString::number(m_pointer.x()), QString::number(m_pointer.y()), "mousedown", "1"});
+    }
+
     void release() { m_screen.xdotool({"mouseup", "1"}); }
     QPoint site(int id) const { return m_positions.value(QByteArray::number(id)); }
-    int highlightAt(int id) const;
-    int highlightAnywhere() const;
+
+    // How many pixels are in the colour of probable sites: at a site's middle and around it, or between the two sites
+    // that lie in corners of the drawing.
+    int highlightAt(int id) const { return highlightIn({site(id) - QPoint(8, 8), QSize(16, 16)}); }
+    int highlightAnywhere() const { return highlightIn({site(TakenPll), site(OtherFreePll)}); }
+    int highlightIn(const QRect& area) const
+    {
+        const QImage picture = m_screen.picture();
+        int count = 0;
+        for (int y = area.top(); y <= area.bottom(); ++y) {
+            for (int x = area.left(); x <= area.right(); ++x)
+                count += picture.pixelColor(x, y) == mirn::zelchipview::HIGHLIGHT_COLOR ? 1 : 0;
+        }
+        return count;
+    }
 
     VirtualScreen m_screen;
     SampleProject m_project;
@@ -82,137 +162,6 @@ private:
     QMap<QByteArray, QPoint> m_positions;
     QPoint m_pointer;
 };
-
-void TestTrueDrag::initTestCase()
-{
-    const QString problem = m_screen.start();
-    QVERIFY2(problem.isEmpty(), qPrintable(problem));
-    const QString script = m_project.write("positions.tcl", PositionsScript);
-    m_program.setProcessEnvironment(m_screen.environment());
-    m_program.setProcessChannelMode(QProcess::ForwardedChannels);
-    endWithParent(m_program);
-    m_program.start(ZELCHIP_PROGRAM, {m_project.path(), "--size", "1500x1100", "--script", script});
-    QVERIFY2(m_program.waitForStarted(), qPrintable(m_program.errorString()));
-    // The window manager makes it the active one last of all.
-    QTRY_VERIFY_WITH_TIMEOUT(
-        m_screen.xdotool({"getactivewindow", "getwindowname"}).contains("zelchip"), StartMilliseconds);
-    m_project.write("go", {});
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_project.file("positions")), StartMilliseconds);
-    readPositions();
-    QCOMPARE(m_positions.size(), 6);
-    QVERIFY(!m_screen.picture().isNull());
-    QCOMPARE(highlightAnywhere(), 0);
-}
-
-void TestTrueDrag::readPositions()
-{
-    const QByteArrayList lines = contentOf(m_project.file("positions")).trimmed().split('\n');
-    for (const QByteArray& line : lines) {
-        const QByteArrayList words = line.split(' ');
-        m_positions.insert(words.value(0), {words.value(1).toInt(), words.value(2).toInt()});
-    }
-}
-
-void TestTrueDrag::cleanupTestCase()
-{
-    m_program.kill();
-    m_program.waitForFinished();
-}
-
-// In small steps, with the pauses that a hand makes.
-void TestTrueDrag::moveTo(QPoint target)
-{
-    const QPoint way = target - m_pointer;
-    const int steps = qMax(1, qMax(qAbs(way.x()), qAbs(way.y())) / StepPixels);
-    QStringList words;
-    for (int i = 1; i <= steps; ++i) {
-        const QPoint at = m_pointer + way * i / steps;
-        words += QStringList{"mousemove", QString::number(at.x()), QString::number(at.y()), "sleep", "0.004"};
-    }
-    m_screen.xdotool(words);
-    m_pointer = target;
-}
-
-void TestTrueDrag::press(const char* resource)
-{
-    m_pointer = m_positions.value(resource);
-    m_screen.xdotool({"mousemove", QString::number(m_pointer.x()), QString::number(m_pointer.y()), "mousedown", "1"});
-}
-
-// The pixels in the colour of probable sites, at a site's middle and around it.
-int TestTrueDrag::highlightAt(int id) const
-{
-    QRect around(QPoint(), SiteSurroundings);
-    around.moveCenter(site(id));
-    return countOf(m_screen.picture().copy(around), HIGHLIGHT_COLOR);
-}
-
-// Between the two sites that lie in corners of the drawing.
-int TestTrueDrag::highlightAnywhere() const
-{
-    return countOf(m_screen.picture().copy(QRect(site(TakenPll), site(OtherFreePll))), HIGHLIGHT_COLOR);
-}
-
-void TestTrueDrag::refusingSiteChangesNothing()
-{
-    press(Pll);
-    moveTo(site(TakenPll));
-    QTest::qWait(RestMilliseconds);
-    QCOMPARE(highlightAnywhere(), 0);
-    release();
-    QCOMPARE(m_project.journal(), QByteArrayList());
-}
-
-void TestTrueDrag::cancelledDragLightsUpNothing()
-{
-    press(Pll);
-    moveTo(site(TakenPll));
-    moveTo(site(FreePll));
-    m_screen.xdotool({"key", "Escape"});
-    QTest::qWait(RestMilliseconds);
-    QCOMPARE(highlightAnywhere(), 0);
-    release();
-    QCOMPARE(m_project.journal(), QByteArrayList());
-}
-
-void TestTrueDrag::allowedSiteTakesTheResource()
-{
-    press(Pll);
-    moveTo(site(TakenPll));
-    moveTo(site(FreePll));
-    QTRY_VERIFY_WITH_TIMEOUT(highlightAt(OtherFreePll) > 0, AnswerMilliseconds);
-    QCOMPARE(highlightAt(TakenPll), 0);
-    QCOMPARE(m_project.journal(), QByteArrayList());
-    release();
-    QTRY_COMPARE_WITH_TIMEOUT(m_project.journal(),
-        QByteArrayList{"zel_resource place -rsc " + QByteArray(Pll) + " -id " + QByteArray::number(FreePll)},
-        AnswerMilliseconds);
-    QTRY_COMPARE_WITH_TIMEOUT(highlightAnywhere(), 0, AnswerMilliseconds);
-}
-
-// The button goes up as soon as the pointer is there: the text that comes up at a site must not take the drop.
-void TestTrueDrag::quickDropIsNotLost()
-{
-    const auto count = m_project.journal().size();
-    press(Supply);
-    moveTo(site(FreeSupply));
-    release();
-    QTRY_COMPARE_WITH_TIMEOUT(m_project.journal().size(), count + 1, AnswerMilliseconds);
-    QCOMPARE(m_project.journal().last(),
-        "zel_resource place -rsc " + QByteArray(Supply) + " -id " + QByteArray::number(FreeSupply));
-}
-
-void TestTrueDrag::whatWasDroppedIsThere()
-{
-    m_program.kill();
-    QVERIFY(m_program.waitForFinished());
-    const QString script = m_project.write("sites.tcl",
-        "foreach name {gateway/clocks/pll_video gateway/supplies/vccio_lvds} "
-        "{puts [dict get [zel_resource get -ip $name] id]}\n");
-    BatchProgram batch(m_project.path(), script);
-    QCOMPARE(batch.line(), QByteArray::number(FreePll));
-    QCOMPARE(batch.line(), QByteArray::number(FreeSupply));
-}
 
 ZEL_TEST_MAIN(TestTrueDrag)
 #include "tst_truedrag.moc"

@@ -39,11 +39,11 @@ private Q_SLOTS:
         chip.engine.summaries = {{"top/ip1", "3 of 4"}, {"top/ip1/ch0", "placed"}};
         chip.open();
         const auto described = [](const QTreeWidgetItem* row) {
-            return QStringLiteral("%1|%2|%3|%4")
+            return QString("%1|%2|%3|%4")
                 .arg(row->text(0), row->toolTip(0), row->data(0, DRAGABLE).toString(), row->data(0, RESET).toString());
         };
-        QCOMPARE(described(chip.rowNamed("top/ip1")), QStringLiteral("ip1 (3 of 4)|3 of 4|true|false"));
-        QCOMPARE(described(chip.rowNamed("top/ip1/ch0")), QStringLiteral("ch0|placed|false|true"));
+        QCOMPARE(described(chip.rowNamed("top/ip1")), "ip1 (3 of 4)|3 of 4|true|false");
+        QCOMPARE(described(chip.rowNamed("top/ip1/ch0")), "ch0|placed|false|true");
     }
 
     void columnsShowTheFirstText()
@@ -56,9 +56,9 @@ private Q_SLOTS:
         chip.engine.addCell(nullptr, "empty");
         chip.open();
         const QTreeWidgetItem* full = chip.rowNamed("top/full");
-        QCOMPARE(full->text(1) + full->text(2), QStringLiteral("AA"));
+        QCOMPARE(full->text(1) + full->text(2), "AA");
         QVERIFY(chip.rowNamed("top/empty")->text(1).isEmpty());
-        QCOMPARE(chip.tree()->headerItem()->text(2), QStringLiteral("Site"));
+        QCOMPARE(chip.tree()->headerItem()->text(2), "Site");
     }
 
     void iconsFollowTheType()
@@ -76,8 +76,7 @@ private Q_SLOTS:
             QVERIFY(!icon.isNull());
             QCOMPARE(imageOf(chip.rowNamed((std::string("top/") + type).c_str())->icon(0)), icon);
         }
-        QCOMPARE(
-            imageOf(chip.rowNamed("top/supply")->icon(0)), imageOf(QIcon(QStringLiteral(":/images/dualchannel.png"))));
+        QCOMPARE(imageOf(chip.rowNamed("top/supply")->icon(0)), imageOf(QIcon(":/images/dualchannel.png")));
     }
 
     void idsAreKeptByName_data()
@@ -162,7 +161,7 @@ private Q_SLOTS:
             chip.window->refresh(REFRESH_TREE);
         QCOMPARE(chip.engine.headQuestions, 3);
         QVERIFY(tree->columnCount() == 2 && tree->header()->sortIndicatorSection() == 0);
-        QCOMPARE(tree->headerItem()->text(1), QStringLiteral("Site"));
+        QCOMPARE(tree->headerItem()->text(1), "Site");
         tree->sortItems(0, Qt::AscendingOrder);
         QCOMPARE(topLevelTexts(), (QStringList{"ip1", "ip2"}));
         chip.window->expandAllTreeItems();
@@ -233,7 +232,7 @@ private Q_SLOTS:
         opened.clear();
         connect(tree, &ZelTree::itemExpanded, this, [&opened](QTreeWidgetItem* row) {
             if (opened.size() < 100)
-                new QTreeWidgetItem(row, {QStringLiteral("more")}); // the row's
+                new QTreeWidgetItem(row, {"more"}); // the row's
         });
         chip.database()->expandIP();
         QCOMPARE(opened, (QStringList{"a", "b", "c", "d", "e"}));
@@ -247,7 +246,7 @@ private Q_SLOTS:
         chip.open();
         ZelTree* tree = chip.tree();
         tree->sortItems(1, Qt::AscendingOrder); // column 0 decides whatever column is sorted
-        const QStringList sorted{"Ip3", "ip2", "ip10", QStringLiteral("\u00dcip")};
+        const QStringList sorted{"Ip3", "ip2", "ip10", "\u00dcip"};
         QCOMPARE(topLevelTexts(), sorted);
         chip.window->refresh(REFRESH_TREE);
         QCOMPARE(topLevelTexts(), sorted);
@@ -261,7 +260,7 @@ private Q_SLOTS:
         chip.selectRow(0);
         const QList<QTreeWidgetItem*>& items = chip.database()->getTreeItems(); // the rows that the tree shows go
         QCOMPARE(items.size(), 2);
-        QCOMPARE(items.last()->text(0), QStringLiteral("ip1")); // children stand before their parents
+        QCOMPARE(items.last()->text(0), "ip1"); // children stand before their parents
         QCOMPARE(chip.tree()->topLevelItemCount(), 0);
         QVERIFY(chip.database()->canDrop(nullptr, 7));
         chip.window->refresh(REFRESH_TREE);
@@ -315,11 +314,11 @@ private Q_SLOTS:
         QCOMPARE(tree->topLevelItemCount(), Rows + 1);
         for (int i = 0; i < Rows; ++i)
             chip.database()->addSelctedItem(i, true);
-        QCOMPARE(tree->currentItem()->text(0), QStringLiteral("w2999"));
+        QCOMPARE(tree->currentItem()->text(0), "w2999");
         chip.window->refresh(REFRESH_TREE);
         QCOMPARE(chip.selected().size(), Rows);
 
-        tree->setCurrentItem(tree->findItems(QStringLiteral("n"), Qt::MatchExactly).first());
+        tree->setCurrentItem(tree->findItems("n", Qt::MatchExactly).first());
         chip.database()->expandIP();
         chip.window->refresh(REFRESH_TREE);
         QCoreApplication::processEvents();
@@ -337,16 +336,16 @@ private Q_SLOTS:
         chip.engine.usageRows = {{"IP", "1", "8", "beyond the columns"}, {}, {"PLL", "2"}};
         chip.window->refresh(REFRESH_TABLE);
         QCOMPARE(table->rowCount(), 3);
-        QCOMPARE(table->verticalHeaderItem(0)->text(), QStringLiteral("IP"));
-        QCOMPARE(table->item(0, 0)->text() + table->item(0, 1)->text(), QStringLiteral("18"));
+        QCOMPARE(table->verticalHeaderItem(0)->text(), "IP");
+        QCOMPARE(table->item(0, 0)->text() + table->item(0, 1)->text(), "18");
         QVERIFY(!table->verticalHeaderItem(1) && !table->item(1, 0));
-        QCOMPARE(table->verticalHeaderItem(2)->text() + table->item(2, 0)->text(), QStringLiteral("PLL2"));
+        QCOMPARE(table->verticalHeaderItem(2)->text() + table->item(2, 0)->text(), "PLL2");
         QCOMPARE(table->horizontalHeader()->length(), table->viewport()->width()); // the last column still stretches
         QCOMPARE(table->editTriggers(), QAbstractItemView::NoEditTriggers);
         chip.engine.usageRows.clear();
         chip.window->refresh(REFRESH_TABLE);
         QCOMPARE(table->rowCount(), 0);
-        QCOMPARE(table->horizontalHeaderItem(1)->text(), QStringLiteral("Available"));
+        QCOMPARE(table->horizontalHeaderItem(1)->text(), "Available");
     }
 };
 

@@ -63,11 +63,11 @@ private Q_SLOTS:
         SelectionView chip;
         chip.select("top/ip1/ch0");
         chip.database()->addSelctedItem(8, true);
-        QCOMPARE(chip.currentRow(), QStringLiteral("top/ip1/ch1"));
+        QCOMPARE(chip.currentRow(), "top/ip1/ch1");
         QCOMPARE(chip.selected(), (QSet<int>{7, 8})); // the row's change did not run the other way
         chip.click({95, 25});
         QCOMPARE(chip.selected(), QSet<int>{9});
-        QCOMPARE(chip.currentRow(), QStringLiteral("top/ip1/group/lane"));
+        QCOMPARE(chip.currentRow(), "top/ip1/group/lane");
         QCOMPARE(connectionCount(), 1);
     }
 
@@ -129,10 +129,10 @@ private Q_SLOTS:
             chip.database()->addSelctedItem(7, false);
             announce();
             QCOMPARE(chip.selected(), QSet<int>{8});
-            tree->currentItem()->setData(0, RESOURCENAME, QStringLiteral("top/pll"));
+            tree->currentItem()->setData(0, RESOURCENAME, "top/pll");
             announce();
             QCOMPARE(chip.selected(), QSet<int>{10});
-            tree->currentItem()->setData(0, RESOURCENAME, QStringLiteral("top/ip1/ch1"));
+            tree->currentItem()->setData(0, RESOURCENAME, "top/ip1/ch1");
         }
         connect(tree, &ZelTree::itemSelectionChanged, this, [&chip] { chip.select("top/ip1/group"); });
         chip.select("top/ip1/ch0");
@@ -157,10 +157,10 @@ private Q_SLOTS:
         SelectionView chip;
         chip.drag({35, 5}, {75, 45});
         QCOMPARE(chip.selected(), QSet<int>{8});
-        QCOMPARE(chip.currentRow(), QStringLiteral("top/ip1/ch1"));
+        QCOMPARE(chip.currentRow(), "top/ip1/ch1");
         chip.drag({5, 5}, {155, 45});
         QCOMPARE(chip.selected(), (QSet<int>{7, 8, 9, 10}));
-        QVERIFY(chip.currentRow() != QStringLiteral("top/ip1/ch1")); // nor left where the first band put it
+        QVERIFY(chip.currentRow() != "top/ip1/ch1"); // nor left where the first band put it
     }
 };
 

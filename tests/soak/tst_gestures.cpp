@@ -56,7 +56,7 @@ QString firstWarning; // NOLINT: a message handler has no other place
 void keepWarning(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
     // The offscreen platform says of some window operations that it does not have them.
-    if (type == QtDebugMsg || type == QtInfoMsg || text.startsWith(QLatin1String("This plugin does not support")))
+    if (type == QtDebugMsg || type == QtInfoMsg || text.startsWith("This plugin does not support"))
         return;
     if (firstWarning.isEmpty())
         firstWarning = text;
@@ -64,40 +64,39 @@ void keepWarning(QtMsgType type, const QMessageLogContext&, const QString& text)
         std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 
-// Of the heap, in MB.
+// The heap's memory in use, in MB.
 [[maybe_unused]] double memoryInUse()
 {
     return static_cast<double>(mallinfo2().uordblks) / (1 << 20);
 }
 
-[[maybe_unused]] double middle(std::vector<double>::iterator begin, std::vector<double>::iterator end)
+[[maybe_unused]] double middle(std::vector<double> numbers)
 {
-    const auto half = begin + (end - begin) / 2;
-    std::nth_element(begin, half, end);
+    const auto half = numbers.begin() + numbers.size() / 2;
+    std::nth_element(numbers.begin(), half, numbers.end());
     return *half;
 }
 
-// The rounds' ends, the first half against the second.
-QString growth(std::vector<double> memory)
+// Judges the memory in use at the rounds' ends, the first half of them against the second.
+QString growth(const std::vector<double>& memory)
 {
 #ifdef __SANITIZE_ADDRESS__
     Q_UNUSED(memory);
 #else
     if (memory.size() < 3 * RoundsToWarmUp)
         return {};
-    const std::vector<double> inOrder = memory;
-    const auto begin = memory.begin() + RoundsToWarmUp;
-    const auto half = begin + (memory.end() - begin) / 2;
-    const double before = middle(begin, half);
-    const double after = middle(half, memory.end());
+    const auto begin = memory.cbegin() + RoundsToWarmUp;
+    const auto half = begin + (memory.cend() - begin) / 2;
+    const double before = middle({begin, half});
+    const double after = middle({half, memory.cend()});
     std::printf("memory in use %.2f MB, later %.2f MB\n", before, after);
     if (after - before <= MostGrowth)
         return {};
     std::printf("by round:");
-    for (const double megabytes : inOrder)
+    for (const double megabytes : memory)
         std::printf(" %.2f", megabytes);
     std::printf("\n");
-    return QStringLiteral("the memory in use grows");
+    return QString("the memory in use grows");
 #endif
     return {};
 }
@@ -106,7 +105,7 @@ QString leak()
 {
 #ifdef __SANITIZE_ADDRESS__
     if (__lsan_do_recoverable_leak_check() != 0)
-        return QStringLiteral("memory is lost");
+        return QString("memory is lost");
 #endif
     return {};
 }
@@ -117,31 +116,27 @@ int replay(const QByteArrayList& gestures, int milliseconds)
     std::vector<double> memory;
     QElapsedTimer clock;
     clock.start();
-    QString fault;
+    QString fault; // the first
+    const auto note = [&fault](const auto& judge) { fault = fault.isEmpty() ? judge() : fault; };
+    const auto end = [&window] { return window.end(); };
     for (int done = 0; done < gestures.size() && fault.isEmpty(); ++done) {
         const bool isBegin = gestures[done].startsWith("begin ");
         if (isBegin && milliseconds > 0 && clock.elapsed() > milliseconds)
             break;
         if (isBegin && done > 0) {
-            fault = window.end();
-            if (fault.isEmpty())
-                fault = leak();
+            note(end);
+            note(leak);
             QPixmapCache::clear(); // where Qt's style keeps what it painted for each size of a widget, up to 10 MB
             memory.push_back(memoryInUse());
         }
         std::printf("%s%d\n", Step.constData(), done + 1);
         std::fflush(stdout);
-        if (fault.isEmpty())
-            fault = window.perform(gestures[done]);
-        if (fault.isEmpty() && !firstWarning.isEmpty())
-            fault = "warning: " + firstWarning;
+        note([&] { return window.perform(gestures[done]); });
+        note([] { return firstWarning.isEmpty() ? QString() : "warning: " + firstWarning; });
     }
-    if (fault.isEmpty())
-        fault = window.end();
-    if (fault.isEmpty())
-        fault = leak();
-    if (fault.isEmpty())
-        fault = growth(memory);
+    note(end);
+    note(leak);
+    note([&] { return growth(memory); });
     if (!fault.isEmpty())
         std::printf("%s%s\n", Fault.constData(), qPrintable(fault));
     return fault.isEmpty() ? 0 : 1;
@@ -155,15 +150,15 @@ int replayFile(const QStringList& arguments)
         return 2;
     }
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(QString("Fusion"));
     QApplication::setCursorFlashTime(0); // what blinks makes no two pictures the same
-    QFont font(QStringLiteral("DejaVu Sans"));
+    QFont font(QString("DejaVu Sans"));
     font.setPixelSize(12);
     QApplication::setFont(font);
     return replay(file.readAll().trimmed().split('\n'), arguments.value(3).toInt());
 }
 
-// What came of a list of gestures that a program of its own carried out.
+// The outcome of a list of gestures that a program of its own carried out.
 struct Outcome
 {
     QByteArray fault; // empty: none
@@ -182,10 +177,8 @@ Outcome runApart(const QByteArrayList& gestures, int milliseconds)
     process.start(
         QCoreApplication::applicationFilePath(), {"--replay", list.fileName(), QString::number(milliseconds)});
     const bool hasEnded = process.waitForFinished(milliseconds + Grace);
-    if (!hasEnded) {
-        process.kill();
-        process.waitForFinished();
-    }
+    process.kill();
+    process.waitForFinished();
     Outcome outcome;
     const QByteArrayList lines = process.readAll().split('\n');
     for (const QByteArray& line : lines) {
@@ -205,7 +198,7 @@ Outcome runApart(const QByteArrayList& gestures, int milliseconds)
 
 QString withoutElements(const QByteArray& fault)
 {
-    static const QRegularExpression ids(QStringLiteral("[{0-9].*"));
+    static const QRegularExpression ids(QString("[{0-9].*"));
     return QString::fromUtf8(fault).remove(ids);
 }
 
@@ -233,7 +226,7 @@ int soak()
             return !fewer.isEmpty() && fewer.first().startsWith("begin ")
                 && withoutElements(runApart(fewer, TimeToShorten).fault) == withoutElements(outcome.fault);
         };
-        // Mostly the last window alone is enough.
+        // The gestures in the last window are mostly enough.
         const QByteArrayList done = gestures.mid(0, outcome.done);
         const QByteArrayList last = done.mid((outcome.done - 1) / RoundLength * RoundLength);
         const QByteArrayList shortest = zeltest::shortened(goesWrong(last) ? last : done, goesWrong, TimeToShorten);

@@ -27,93 +27,84 @@ void say(const QByteArray& text)
 
 } // namespace
 
-// What was confirmed is there, whenever the program is killed, whatever the disk refuses, and whoever else has the
-// project. ZEL_SOAK_MINUTES says how long all of it takes, ZEL_SOAK_SEED where its random numbers begin.
+// Whatever was confirmed is there, whenever the program is killed, whatever the disk refuses, and whoever else has the
+// project. ZEL_SOAK_MINUTES says how long the test takes, ZEL_SOAK_SEED where its random numbers begin.
 class TestKills : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void killedAtAnyMoment();
-    void twoProgramsOnOneProject();
-    void diskIsFull();
-    void filesMayNotGrow();
+    void initTestCase()
+    {
+        m_seed = qEnvironmentVariableIsSet("ZEL_SOAK_SEED") ? qEnvironmentVariable("ZEL_SOAK_SEED").toUInt()
+                                                            : QRandomGenerator::global()->generate() / 2;
+        const double minutes = qEnvironmentVariable("ZEL_SOAK_MINUTES").toDouble();
+        if (minutes > 0)
+            m_time = static_cast<qint64>(minutes * 60 * Second);
+    }
+
+    void killedAtAnyMoment()
+    {
+        KillRound round;
+        campaign("killed at any moment", 55, round);
+    }
+
+    void twoProgramsOnOneProject()
+    {
+        SharedRound round;
+        campaign("two programs on one project", 20, round);
+    }
+
+    void diskIsFull()
+    {
+        const QTemporaryDir folder;
+        const Room room = smallDisk(folder.path());
+        if (!room.leave) {
+            say("SKIP: no small file system can be mounted here to be filled");
+            QSKIP("needs to be root");
+        }
+        {
+            KillRound round(room, folder.path());
+            campaign("the disk is full", 15, round);
+        }
+        ::umount2(QFile::encodeName(folder.path()).constData(), MNT_DETACH);
+    }
+
+    void filesMayNotGrow()
+    {
+        KillRound round(fileSizeLimit());
+        campaign("files may not grow", 10, round);
+    }
 
 private:
-    // For a share of the time in percent.
-    void campaign(const char* name, int share, Round& round);
+    // Runs random rounds for a share of the time in percent.
+    void campaign(const char* name, int share, Round& round)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        unsigned int seed = m_seed;
+        for (; timer.elapsed() < m_time * share / 100; ++seed) {
+            zeltest::Random random(seed);
+            const QByteArrayList steps = round.randomSteps(random);
+            const QByteArray problem = round.run(steps);
+            if (problem.isEmpty())
+                continue;
+            const QByteArrayList made = round.made(steps);
+            const auto goesWrong = [&](const QByteArrayList& fewer) { return !round.runAgain(fewer).isEmpty(); };
+            const bool isRepeatable = goesWrong(made);
+            const QByteArrayList shown = isRepeatable ? zeltest::shortened(made, goesWrong, LongestShrinking) : made;
+            const QByteArray report = "ZEL_SOAK_SEED=" + QByteArray::number(seed) + ", after "
+                + QByteArray::number(timer.elapsed() / Second) + " s: " + problem
+                + (isRepeatable ? "\nthe shortest sequence:\n    " : "\nonly at some moment of this sequence:\n    ")
+                + shown.join("\n    ") + (isRepeatable ? "\nwhere: " + round.runAgain(shown) : QByteArray());
+            QFAIL(report.constData());
+        }
+        say(QByteArray(name) + ", seeds " + QByteArray::number(m_seed) + " to " + QByteArray::number(seed - 1) + ": "
+            + round.figures());
+    }
 
     unsigned int m_seed = 0;
     qint64 m_time = ShortRun;
 };
-
-void TestKills::initTestCase()
-{
-    m_seed = qEnvironmentVariableIsSet("ZEL_SOAK_SEED") ? qEnvironmentVariable("ZEL_SOAK_SEED").toUInt()
-                                                        : QRandomGenerator::global()->generate() / 2;
-    bool isGiven = false;
-    const double minutes = qEnvironmentVariable("ZEL_SOAK_MINUTES").toDouble(&isGiven);
-    if (isGiven)
-        m_time = static_cast<qint64>(minutes * 60 * Second);
-}
-
-void TestKills::campaign(const char* name, int share, Round& round)
-{
-    QElapsedTimer timer;
-    timer.start();
-    unsigned int seed = m_seed;
-    for (; timer.elapsed() < m_time * share / 100; ++seed) {
-        zeltest::Random random(seed);
-        const QByteArrayList steps = round.randomSteps(random);
-        const QByteArray problem = round.run(steps);
-        if (problem.isEmpty())
-            continue;
-        const QByteArrayList made = round.made(steps);
-        const auto goesWrong = [&](const QByteArrayList& fewer) { return !round.runAgain(fewer).isEmpty(); };
-        const bool isRepeatable = goesWrong(made);
-        const QByteArrayList shown = isRepeatable ? zeltest::shortened(made, goesWrong, LongestShrinking) : made;
-        const QByteArray report = "ZEL_SOAK_SEED=" + QByteArray::number(seed) + ", after "
-            + QByteArray::number(timer.elapsed() / Second) + " s: " + problem
-            + (isRepeatable ? "\nthe shortest sequence:\n    " : "\nonly at some moment of this sequence:\n    ")
-            + shown.join("\n    ") + (isRepeatable ? "\nwhere: " + round.runAgain(shown) : QByteArray());
-        QFAIL(report.constData());
-    }
-    say(QByteArray(name) + ", seeds " + QByteArray::number(m_seed) + " to " + QByteArray::number(seed - 1) + ": "
-        + round.figures());
-}
-
-void TestKills::killedAtAnyMoment()
-{
-    KillRound round;
-    campaign("killed at any moment", 55, round);
-}
-
-void TestKills::twoProgramsOnOneProject()
-{
-    SharedRound round;
-    campaign("two programs on one project", 20, round);
-}
-
-void TestKills::diskIsFull()
-{
-    const QTemporaryDir folder;
-    const Room room = smallDisk(folder.path());
-    if (!room.leave) {
-        say("SKIP: no small file system can be mounted here to be filled");
-        QSKIP("needs to be root");
-    }
-    {
-        KillRound round(room, folder.path());
-        campaign("the disk is full", 15, round);
-    }
-    ::umount2(QFile::encodeName(folder.path()).constData(), MNT_DETACH);
-}
-
-void TestKills::filesMayNotGrow()
-{
-    KillRound round(fileSizeLimit());
-    campaign("files may not grow", 10, round);
-}
 
 ZEL_TEST_MAIN(TestKills)
 #include "tst_kills.moc"

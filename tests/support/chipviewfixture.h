@@ -27,8 +27,8 @@ namespace zeltest {
 
 using namespace mirn::zelchipview;
 
-// An engine, an open project in a temporary folder, a drawing, and a window on them. Ends as a host does: window, then
-// controller.
+// An engine, an open project in a temporary folder, a drawing, and a window on them. They end as a host ends them:
+// first the window, then the controller.
 class ChipView
 {
 public:
@@ -40,9 +40,18 @@ public:
         project->setDefaultImplementation("impl");
         MirnProjectManager::getProjectManager()->setProject(std::move(project));
         drawing.install();
-        QFile filter(folder.filePath(QStringLiteral("filter.txt")));
-        if (filter.open(QIODevice::WriteOnly))
-            engine.device.filter = QFile::encodeName(filter.fileName()).toStdString();
+        const QString filter = folder.filePath("filter.txt");
+        writeFile(filter, {});
+        engine.device.filter = QFile::encodeName(filter).toStdString();
+    }
+
+    // Opens a view of grey rects, each with its id.
+    ChipView(std::initializer_list<std::pair<int, QRectF>> rects)
+        : ChipView()
+    {
+        for (const auto& [id, rect] : rects)
+            drawing.addRect(id, rect.x(), rect.y(), rect.width(), rect.height());
+        open();
     }
 
     ~ChipView()
@@ -51,7 +60,7 @@ public:
         ZELChipViewDatabase::destoryInstance();
     }
 
-    // Makes the window, loads the drawing and shows it at one device pixel per scene unit.
+    // Makes the window, loads the drawing and shows it, with one device pixel per scene unit.
     void open()
     {
         createWindow();
@@ -64,11 +73,24 @@ public:
 
     void createWindow() { window = std::make_unique<ZelChipGUI>(&engine, nullptr); }
 
+    // The engine has these values for an element from now on, and the drawing is refreshed.
+    void refresh(unsigned int id, std::map<std::string, std::string> values)
+    {
+        engine.device.addRecord(id, std::move(values));
+        window->refresh(REFRESH_GRAPHIC);
+    }
+
     static ZELChipViewDatabase* database() { return ZELChipViewDatabase::getInstance(); }
     static ZelGraphicsScene* scene() { return database()->getScene(nullptr); }
     static ZelGraphicsView* view() { return database()->getView(scene()); }
 
     static ZelTree* tree() { return database()->getTree(nullptr); }
+
+    // The attribute of the element that was loaded as the nth; null when there is none.
+    static ZELGraphicItemAttribute* attribute(int loadNumber)
+    {
+        return database()->getGraphicItemAttribute(loadNumber);
+    }
 
     // The tree's row of a resource; null when there is none.
     static QTreeWidgetItem* rowNamed(const char* resourceName)
@@ -129,21 +151,16 @@ public:
         mouse(QEvent::MouseButtonRelease, position);
     }
 
-    // Where the scroll bars stand, and how far a step of each goes.
+    // Where the scroll bars stand.
     static QPoint scrolled() { return {view()->horizontalScrollBar()->value(), view()->verticalScrollBar()->value()}; }
-    static QPoint scrollStep()
-    {
-        return {view()->horizontalScrollBar()->singleStep(), view()->verticalScrollBar()->singleStep()};
-    }
 
-    // What of the scene the view shows.
+    // The part of the scene that the view shows.
     static QRectF shownPart() { return view()->mapToScene(view()->viewport()->rect()).boundingRect(); }
 
-    // Fill colour of the element that was loaded as the nth.
+    // The fill colour of the element that was loaded as the nth.
     static unsigned int fillOf(int loadNumber)
     {
-        return *static_cast<unsigned int*>(
-            database()->getGraphicItemAttribute(loadNumber)->getAttribute(ATTR_FILL_COLOR));
+        return *static_cast<unsigned int*>(attribute(loadNumber)->getAttribute(ATTR_FILL_COLOR));
     }
 
     // Selects a top-level row of the tree, as a press on it would.

@@ -8,7 +8,6 @@
 #include "platform/contract/zeltrace.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QFont>
 #include <QRegularExpression>
 
@@ -18,7 +17,7 @@ void Test::init()
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 3, 0)
     // The offscreen platform says of some window operations that it does not have them.
-    QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
+    QTest::failOnWarning(QRegularExpression("^(?!This plugin does not support)"));
 #endif
 }
 
@@ -32,20 +31,13 @@ void Test::cleanup()
     MirnProjectManager::getProjectManager()->setProject(nullptr);
 }
 
-void writeFile(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush())
-        qFatal("cannot write %s", qPrintable(path));
-}
-
 int runTests(QObject* tests, int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    QFont font(QStringLiteral("DejaVu Sans"));
+    QApplication::setStyle("Fusion");
+    QFont font("DejaVu Sans");
     font.setPixelSize(12);
     QApplication::setFont(font);
     return QTest::qExec(tests, argc, argv);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tests/support/files.h"
+
 #include <QObject>
 #include <QTest>
 
@@ -50,9 +52,6 @@ private:
         return rows;
     }
 };
-
-// Writes a file anew; ends the program where that cannot be done.
-void writeFile(const QString& path, const QByteArray& content);
 
 // Runs the test object in an offscreen application with a pinned style and font.
 int runTests(QObject* tests, int argc, char** argv);

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/testmain.h"
 #include "tests/svg/drawing.h"
 
 namespace {
@@ -35,10 +34,10 @@ private Q_SLOTS:
 
     void readsLayerRanges()
     {
-        const auto drawing = TestDrawing::fromBody(
-            "<R/><g tovanel:layer='300'><R tovanel:layer='-2'/><R/></g><metadata><tovanel:layer number='5' "
-            "minimum='1.5' maximum='6' name='Sites'/><tovanel:layer number='6' minimum='2'/><r "
-            "xmlns='urn:x'><tovanel:layer number='7'/></r></metadata><tovanel:layer number='8'/>");
+        const auto drawing
+            = TestDrawing::fromBody("<R/><g t:layer='300'><R t:layer='-2'/><R/></g><metadata><t:layer number='5' "
+                                    "minimum='1.5' maximum='6' name='Sites'/><t:layer number='6' minimum='2'/><r "
+                                    "xmlns='urn:x'><t:layer number='7'/></r></metadata><t:layer number='8'/>");
         QVERIFY2(drawing.isRead(), qPrintable(drawing.error()));
         const auto ranges = drawing.parser().getSVGParameter().layerRanges;
         QCOMPARE(ranges.size(), std::size_t(5));
@@ -53,36 +52,28 @@ private Q_SLOTS:
         // The second text: id/layer/name/tooltip of each record, and a '!' for the flag.
         const Rows<QByteArray, QString> row;
         row("without a word of it", "<R/><R id='n'/>", "-1/0//; -2/0/n/");
-        row("all given", "<R xml:id='n' tovanel:id='0' tovanel:layer='3' tovanel:popup='p' tovanel:flag='true'/>",
-            "0/3/n/p!");
+        row("all given", "<R xml:id='n' t:id='0' t:layer='3' t:popup='p' t:flag='true'/>", "0/3/n/p!");
         row("inherited but for name and flag",
-            "<g id='n' tovanel:id='7' tovanel:layer='3' tovanel:popup='p' tovanel:flag='true'><g><R/></g><R "
-            "tovanel:id='8'/></g><R/>",
+            "<g id='n' t:id='7' t:layer='3' t:popup='p' t:flag='true'><g><R/></g><R t:id='8'/></g><R/>",
             "7/3//p; 8/3//p; -1/0//");
-        row("a title where there is no popup", "<g><title> t\n</title><R/><R><title>u</title></R></g>",
-            "-1/0//t; -2/0//u");
-        row("a popup goes before the title", "<R tovanel:popup='p'><title>t</title></R>", "-1/0//p");
-        row("an own title goes before an inherited popup", "<g tovanel:popup='p'><R><title>t</title></R><R/></g>",
-            "-1/0//t; -2/0//p");
-        row("an empty popup silences the inherited one", "<g tovanel:popup='p'><R tovanel:popup=''/></g>", "-1/0//");
-        row("a title behind what it is for", "<g><R/><R tovanel:popup='p'/><title>t</title><R/></g>",
-            "-1/0//t; -2/0//p; -3/0//t");
+        row("a title without popup", "<g><title> t\n</title><R/><R><title>u</title></R></g>", "-1/0//t; -2/0//u");
+        row("a popup goes before the title", "<R t:popup='p'><title>t</title></R>", "-1/0//p");
+        row("an own title, inherited popup", "<g t:popup='p'><R><title>t</title></R><R/></g>", "-1/0//t; -2/0//p");
+        row("an empty popup silences the inherited one", "<g t:popup='p'><R t:popup=''/></g>", "-1/0//");
+        row("a title that comes late", "<g><R/><R t:popup='p'/><title>t</title><R/></g>", "-1/0//t; -2/0//p; -3/0//t");
         row("a popup that reads like the inherited one is an own one",
-            "<g tovanel:popup='p'><g><R tovanel:popup='p'/><R/><title>t</title></g></g>", "-1/0//p; -2/0//t");
-        row("an empty popup is an own one", "<g><R tovanel:popup=''/><R/><title>t</title></g>", "-1/0//; -2/0//t");
-        row("what stands in titles and metadata is not drawn",
-            "<g><title>t<R/></title><metadata><R/></metadata><R/></g>", "-1/0//t");
+            "<g t:popup='p'><g><R t:popup='p'/><R/><title>t</title></g></g>", "-1/0//p; -2/0//t");
+        row("an empty popup is an own one", "<g><R t:popup=''/><R/><title>t</title></g>", "-1/0//; -2/0//t");
+        row("titles and metadata are not drawn", "<g><title>t<R/></title><metadata><R/></metadata><R/></g>", "-1/0//t");
         row("the drawing's own title is nobody's tooltip", "<title>drawing</title><R/>", "-1/0//");
         row("all records of an element have its identity", "<polygon id='n' points='0,0 1,0 1,1' stroke='red'/><R/>",
             "-1/0/n/; -1/0/n/; -1/0/n/; -1/0/n/; -2/0//");
         row("instances are elements of their own",
-            "<defs><R id='n'/></defs><use href='#n' tovanel:id='4'/><use href='#n'><title>t</title></use>",
+            "<defs><R id='n'/></defs><use href='#n' t:id='4'/><use href='#n'><title>t</title></use>",
             "4/0/n/; -1/0/n/t");
         row("texts and their parts",
-            "<text tovanel:popup='p' id='n'>A<tspan tovanel:id='3' tovanel:layer='1' fill='red'>B</tspan></text>",
-            "-1/0/n/p; 3/1/n/p");
-        row("names in ISO 8859-1", "<R id='\xC3\xA4\xE2\x80\x93' tovanel:popup='a\xE2\x84\xA2'/>",
-            "-1/0/\u00E4-/a(TM)");
+            "<text t:popup='p' id='n'>A<tspan t:id='3' t:layer='1' fill='red'>B</tspan></text>", "-1/0/n/p; 3/1/n/p");
+        row("in ISO 8859-1", "<R id='\xC3\xA4\xE2\x80\x93' t:popup='a\xE2\x84\xA2'/>", "-1/0/\u00E4-/a(TM)");
     }
 
     void identifiesElements()
@@ -92,11 +83,10 @@ private Q_SLOTS:
         QVERIFY2(drawing.isRead(), qPrintable(drawing.error()));
         QStringList seen;
         for (const zel_SingleGraphItem* item : drawing.items()) {
-            seen.append(QStringLiteral("%1/%2/").arg(item->id).arg(item->layer) + QString::fromLatin1(item->name)
-                + QLatin1Char('/') + QString::fromLatin1(item->tooltip)
-                + (item->flag ? QStringLiteral("!") : QString()));
+            seen.append(QString("%1/%2/").arg(item->id).arg(item->layer) + QString::fromLatin1(item->name) + '/'
+                + QString::fromLatin1(item->tooltip) + (item->flag ? QString("!") : QString()));
         }
-        QCOMPARE(seen.join(QStringLiteral("; ")), identities);
+        QCOMPARE(seen.join(QString("; ")), identities);
     }
 
     void refusesBadValues_data()
@@ -111,7 +101,7 @@ private Q_SLOTS:
         root("limits the wrong way round", "t:minimum-scale='4' t:maximum-scale='2'",
             "minimum-scale=\"4\", expected at most tovanel:maximum-scale");
         const auto body = [&row](const char* name, const char* element, int column, const QString& error) {
-            row(name, Root + ">\n <g/>" + element + "</svg>", QStringLiteral(":2:%1: found %2").arg(column).arg(error));
+            row(name, Root + ">\n <g/>" + element + "</svg>", QString(":2:%1: found %2").arg(column).arg(error));
         };
         body("a layer that is no number", "<g t:layer='top'/>", 9, "tovanel:layer=\"top\", expected a whole number");
         body("a layer too large", "<g t:layer='99999999999'/>", 9,

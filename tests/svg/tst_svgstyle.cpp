@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/testmain.h"
 #include "tests/svg/drawing.h"
 
 // Which colour and which stroke a shape ends up with.
@@ -9,16 +8,16 @@ class TestSvgStyle : public zeltest::Test
 private Q_SLOTS:
     void readsColors()
     {
-        const std::pair<QByteArray, QString> colors[] = {{"#1aF", "#11aaff"}, {"#12aBf0", "#12abf0"},
-            {"#0008", "#777777"}, {"#00000080", "#7f7f7f"}, {"CornflowerBlue", "#6495ed"}, {"yellowgreen", "#9acd32"},
-            {"aliceblue", "#f0f8ff"}, {"rgb(1,2,3)", "#010203"}, {"rgb( 100%, 50% ,0% )", "#ff8000"},
-            {"rgb(300,-5,0)", "#ff0000"}, {"rgba(0,0,0,0.5)", "#808080"}, {"rgb(0 0 0 / 50%)", "#808080"},
-            {"hsl(120,100%,25%)", "#008000"}, {"hsl(-240 100% 50%)", "#00ff00"},
-            {"hsla(0.5turn, 100%, 50%, 1)", "#00ffff"}, {"currentColor", "#0000ff"}, {"url(#nothing) red", "#ff0000"},
-            {"RGB(" + QByteArray(200, ' ') + "1,2,3)", "#010203"},
-            // What is no colour leaves the inherited one.
-            {"#12", "#008000"}, {"#gggggg", "#008000"}, {"rgb(1,2)", "#008000"}, {"nocolour", "#008000"},
-            {"rgb(1e999,0,0)", "#008000"}};
+        const std::pair<QByteArray, QString> colors[]
+            = {{"#1aF", "#11aaff"}, {"#12aBf0", "#12abf0"}, {"#0008", "#777777"}, {"#00000080", "#7f7f7f"},
+                {"CornflowerBlue", "#6495ed"}, {"yellowgreen", "#9acd32"}, {"aliceblue", "#f0f8ff"},
+                {"rgb(1,2,3)", "#010203"}, {"rgb( 100%, 50% ,0% )", "#ff8000"}, {"rgb(300,-5,0)", "red"},
+                {"rgba(0,0,0,0.5)", "#808080"}, {"rgb(0 0 0 / 50%)", "#808080"}, {"hsl(120,100%,25%)", "#008000"},
+                {"hsl(-240 100% 50%)", "lime"}, {"hsla(0.5turn, 100%, 50%, 1)", "#00ffff"}, {"currentColor", "blue"},
+                {"url(#nothing) red", "red"}, {"RGB(" + QByteArray(200, ' ') + "1,2,3)", "#010203"},
+                // What is no colour leaves the inherited one.
+                {"#12", "#008000"}, {"#gggggg", "#008000"}, {"rgb(1,2)", "#008000"}, {"nocolour", "#008000"},
+                {"rgb(1e999,0,0)", "#008000"}};
         for (const auto& [color, fill] : colors) {
             const QString records = recordsOf("<g fill='green' color='blue'><R fill='" + color + "'/></g>");
             QVERIFY2(records == "R " + fill, color + ": " + records.toUtf8());
@@ -28,37 +27,35 @@ private Q_SLOTS:
     void cascades_data()
     {
         const Rows<QByteArray, QString> row;
+        const QString Border = "line 0,0 1,0 red 1; line 1,0 1,1 red 1; line 1,1 0,1 red 1; line 0,1 0,0 red 1";
         row("the default is black without a stroke", "<R/>", "R");
-        row("a group's style is inherited", "<g fill='red' style='stroke:blue'><R/></g>", "R #ff0000 #0000ff 1");
-        row("the style attribute outweighs the attribute", "<R fill='red' style='fill:blue'/>", "R #0000ff");
-        row("a rule outweighs the attribute", "<style>rect{fill:blue}</style><R fill='red'/>", "R #0000ff");
-        row("the style attribute outweighs a rule", "<style>#a{fill:blue}</style><R id='a' style='fill:red'/>",
-            "R #ff0000");
-        row("an important rule outweighs the style attribute",
-            "<style>rect{fill:blue ! important}</style><R style='fill:red'/>", "R #0000ff");
+        row("a group's style is inherited", "<g fill='red' style='stroke:blue'><R/></g>", "R red blue 1");
+        row("the style attribute outweighs the attribute", "<R fill='red' style='fill:blue'/>", "R blue");
+        row("a rule outweighs the attribute", "<style>rect{fill:blue}</style><R fill='red'/>", "R blue");
+        row("style attributes outweigh rules", "<style>#a{fill:blue}</style><R id='a' style='fill:red'/>", "R red");
+        row("important rules win", "<style>rect{fill:blue ! important}</style><R style='fill:red'/>", "R blue");
         row("id outweighs class outweighs type, whatever the order",
             "<style>#i{fill:red}.c{fill:green;stroke:lime}rect{fill:blue;stroke:navy;stroke-width:3}</style><rect "
-            "id='i' class='b c' width='1' height='1'/>",
-            "R #ff0000 #00ff00 3");
-        row("of two alike the later counts", "<style>.a{fill:red}.b{fill:blue}</style><R class='b a'/>", "R #0000ff");
-        row("a sheet at the end of the drawing", "<R class='a'/><style>.a{fill:red}</style>", "R #ff0000");
+            "id='i' class='b c' size='1x1'/>",
+            "R red lime 3");
+        row("of two alike the later counts", "<style>.a{fill:red}.b{fill:blue}</style><R class='b a'/>", "R blue");
+        row("a sheet at the end of the drawing", "<R class='a'/><style>.a{fill:red}</style>", "R red");
         row("descendants, children and compounds",
             "<style>.p rect{fill:red} .p>rect{stroke:blue} g.p.q #z{stroke-width:2}</style><g class='q p'><R/><g><rect "
-            "id='z' width='2' height='2'/></g></g>",
-            "R #ff0000 #0000ff 1; rect 0,0 2x2 #ff0000");
+            "id='z' size='2x2'/></g></g>",
+            "R red blue 1; rect 0,0 2x2 red");
         row("groups, comments and unknown rules",
             "<style>/* a { */ circle, .a , rect:hover {fill:red} @media print{.a{fill:blue}} .a[b]{fill:blue} <!-- "
             "--></style><R class='a'/>",
-            "R #ff0000");
-        row("a semicolon in quotes ends nothing", "<R style='font-family:\"a;b\";fill:red'/>", "R #ff0000");
+            "R red");
+        row("a semicolon in quotes ends nothing", "<R style='font-family:\"a;b\";fill:red'/>", "R red");
         row("inherit takes what the parent has",
             "<g stroke='red' stroke-width='2'><g stroke='blue'><R "
             "style='stroke:inherit;stroke-width:initial'/></g></g>",
-            "R #000000 #0000ff 1");
+            "R #000000 blue 1");
         row("opacities multiply and blend with white",
             "<g opacity='0.5'><R fill='black' fill-opacity='50%' stroke='red'/></g>", "R #bfbfbf #ff8080 1");
-        row("currentColor is that of the element, not of the group",
-            "<g fill='currentColor' color='red'><R color='blue'/></g>", "R #0000ff");
+        row("currentColor is the element's", "<g fill='currentColor' color='red'><R color='blue'/></g>", "R blue");
         row("a gradient is its middle, through a chain and a rule",
             "<style>.s{stop-color:#ff0}</style><R fill='url(\"#b\")'/><linearGradient id='a'><stop/><stop class='s' "
             "offset='25%' stop-opacity='.5'/><stop offset='.75' stop-color='red'/><stop "
@@ -68,31 +65,39 @@ private Q_SLOTS:
             "<linearGradient id='a'><stop offset='.6' stop-color='red'/><stop "
             "offset='1'/></linearGradient><linearGradient id='b'><stop/><stop offset='.1' "
             "stop-color='lime'/></linearGradient><R fill='url(#a)'/><R fill='url(#b)'/>",
-            "R #ff0000; R #00ff00");
+            "R red; R lime");
         row("a gradient without stops leaves it to the fallback",
-            "<linearGradient id='a'/><R fill='url(#a) red' stroke='url(#a)'/>", "R #ff0000");
+            "<linearGradient id='a'/><R fill='url(#a) red' stroke='url(#a)'/>", "R red");
         row("comments in a style", "<R style='/* a */ fill:red;/* b:c; */ font-family:\"/*\";stroke:/**/blue/*'/>",
-            "R #ff0000 #0000ff 1");
+            "R red blue 1");
         row("sheets in another language and for another medium",
             "<style type=' TEXT/CSS; charset=utf-8' media='print, Screen'>rect{fill:blue}</style><style "
             "type='text/less'>rect{fill:red}</style><style media='print, tty'>rect{stroke:red}</style><R/>",
-            "R #0000ff");
+            "R blue");
         row("an unreadable value leaves the one that it would have overridden",
             "<style>rect{stroke:lime} #a{stroke:1}</style><R id='a' fill='red' stroke='blue' "
             "style='stroke-width:-1;fill:oops;fill:;stroke:2' stroke-width='4'/>",
-            "R #ff0000 #00ff00 4");
-        row("names and words of styles in letters of either case",
-            "<g stroke='red' fill='lime'><R style='FILL:None;Stroke:Inherit;STROKE-width:2 !IMPORTANT'/></g>",
-            "line 0,0 1,0 #ff0000 2; line 1,0 1,1 #ff0000 2; line 1,1 0,1 #ff0000 2; line 0,1 0,0 #ff0000 2");
-        row("opacities with a unit are none", "<g fill-opacity='.5'><R opacity='.1mm' fill-opacity='0.2x'/></g>",
-            "R #808080");
-        row("a pattern is nothing", "<pattern id='p'/><R fill='url(#p) red' stroke='red'/>",
-            "line 0,0 1,0 #ff0000 1; line 1,0 1,1 #ff0000 1; line 1,1 0,1 #ff0000 1; line 0,1 0,0 #ff0000 1");
+            "R red lime 4");
+        row("the case of names and words in a style",
+            "<g stroke='red' fill='lime'><R fill='red' style='FILL:None !IMPORTANT;Stroke:Inherit'/></g>", Border);
+        row("no opacity has a unit", "<g fill-opacity='.5'><R opacity='.1mm' fill-opacity='0.2x'/></g>", "R #808080");
+        row("a pattern is nothing", "<pattern id='p'/><R fill='url(#p) red' stroke='red'/>", Border);
         row("widths in units",
             "<g font-size='10'><line x2='1in' stroke='red' stroke-width='.5em'/><line x2='2ex' stroke='red' "
             "stroke-width='1pc'/><line x2='50%' y2='25.4mm' stroke='red' stroke-width='1%'/></g>",
-            "line 0,0 96,0 #ff0000 5; line 0,0 10,0 #ff0000 16; line 0,0 50,96 #ff0000 1");
-        row("a negative width is no width", "<line x2='1' stroke='red' stroke-width='-2'/>", "line 0,0 1,0 #ff0000 1");
+            "line 0,0 96,0 red 5; line 0,0 10,0 red 16; line 0,0 50,96 red 1");
+        row("a negative width is no width", "<line x2='1' stroke='red' stroke-width='-2'/>", "line 0,0 1,0 red 1");
+        row("display none, with all below", "<g display='none'><g display='inline'><R/></g></g>", "");
+        row("a hidden group with a visible child", "<g visibility='hidden'><R/><R visibility='visible'/></g>", "R");
+        row("no paint at all", "<R fill='none'/>", "");
+        row("fully transparent", "<R opacity='0' stroke='red'/>", "");
+        row("a transparent fill keeps its stroke", "<R fill='transparent' stroke='red'/>", Border);
+        row("a rect without an area", "<rect size='0x1'/><rect size='1x-1'/><rect/>", "");
+        row("what stands in a shape", "<rect size='2x2'><R/><g><text>A</text></g></rect>", "rect 0,0 2x2");
+        row("for reference", "<defs><R/></defs><symbol><R/></symbol><clipPath><R/></clipPath><marker><R/></marker>",
+            "");
+        row("elements of other programs",
+            "<x:g xmlns:x='urn:x'><R/></x:g><unknown><R/></unknown><g xmlns:x='urn:x' x:display='none'><R/></g>", "R");
     }
 
     void cascades()
@@ -101,30 +106,13 @@ private Q_SLOTS:
         QCOMPARE(recordsOf(body), records);
     }
 
-    void hides_data()
+    // The other radius takes the place of a negative one.
+    void negativeRadiiCountAsNone()
     {
-        const Rows<QByteArray, int> row;
-        row("display none, with all below", "<g display='none'><g display='inline'><R/></g></g>", 0);
-        row("a hidden group with a visible child", "<g visibility='hidden'><R/><R visibility='visible'/></g>", 1);
-        row("no paint at all", "<R fill='none'/>", 0);
-        row("fully transparent", "<R opacity='0' stroke='red'/>", 0);
-        row("transparent fill keeps its stroke", "<R fill='transparent' stroke='red'/>", 4);
-        row("a rect without an area", "<rect width='0' height='1'/><rect width='1' height='-1'/><rect/>", 0);
-        row("what stands in a shape", "<rect width='2' height='2'><R/><g><text>A</text></g></rect>", 1);
-        row("ellipses with one or two negative radii",
-            "<ellipse rx='-1' ry='2'/><ellipse rx='2' ry='-1'/><ellipse rx='-1'/><circle r='-1'/>", 2);
-        row("what only others refer to",
-            "<defs><R/></defs><symbol><R/></symbol><clipPath><R/></clipPath><marker><R/></marker>", 0);
-        row("elements of other programs",
-            "<x:g xmlns:x='urn:x'><R/></x:g><unknown><R/></unknown><g xmlns:x='urn:x' x:display='none'><R/></g>", 1);
-    }
-
-    void hides()
-    {
-        const auto [body, count] = row<QByteArray, int>();
-        const auto drawing = TestDrawing::fromBody(body);
+        const auto drawing = TestDrawing::fromBody(
+            "<ellipse rx='-1' ry='2'/><ellipse rx='2' ry='-1'/><ellipse rx='-1'/><circle r='-1'/>");
         QCOMPARE(drawing.error(), QString());
-        QCOMPARE(static_cast<int>(drawing.items().size()), count);
+        QCOMPARE(drawing.items().size(), std::size_t(2));
     }
 
     void warnsOncePerKind_data()
@@ -156,14 +144,13 @@ private Q_SLOTS:
             "font-style='normal' letter-spacing='0px' writing-mode='lr-tb' word-spacing='normal' direction='ltr' "
             "text-decoration='none' baseline-shift='baseline' font-variant='normal'>A</text><rect/></g>",
             "");
-        for (const char* body :
-            {"<svg x='5' width='5' height='5'><rect width='5' height='6'/></svg>",
-                "<svg x='5' width='5' height='5'><g transform='translate(-1)'><line x2='2' stroke='red'/></g></svg>",
-                "<svg width='5' height='5'><svg width='9' height='9'><path d='M6 1h1v1z'/></svg></svg>",
-                "<symbol id='s' viewBox='0 0 9 9'><text x='10'>A</text></symbol><use href='#s' width='9' height='9'/>"})
+        for (const char* body : {"<svg x='5' size='5x5'><rect size='5x6'/></svg>",
+                 "<svg x='5' size='5x5'><g transform='translate(-1)'><line x2='2' stroke='red'/></g></svg>",
+                 "<svg size='5x5'><svg size='9x9'><path d='M6 1h1v1z'/></svg></svg>",
+                 "<symbol id='s' viewBox='0 0 9 9'><text x='10'>A</text></symbol><use href='#s' size='9x9'/>"})
             row(body, "line 2: what reaches beyond nested drawings and symbols is not cut off");
-        row("<svg x='5' width='5' height='5'><rect width='5' height='5'/></svg><rect width='50' height='50'/><svg "
-            "width='5' height='5' overflow='visible'><rect width='9' height='9'/></svg>",
+        row("<svg x='5' size='5x5'><rect size='5x5'/></svg><rect size='50x50'/><svg size='5x5' "
+            "overflow='visible'><rect size='9x9'/></svg>",
             "");
     }
 

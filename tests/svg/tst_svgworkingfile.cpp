@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/svg/reading/drawingreader.h"
 #include "platform/svg/workingfile/workingfile.h"
-#include "tests/support/testmain.h"
 #include "tests/svg/drawing.h"
 
 #include <QDateTime>
@@ -50,7 +49,7 @@ private Q_SLOTS:
     {
         Test::init();
         m_folder = std::make_unique<QTemporaryDir>();
-        const QString inside = m_folder->filePath(QStringLiteral("with blanks and \u00E4\u4E2D"));
+        const QString inside = m_folder->filePath(QString("with blanks and \u00E4\u4E2D"));
         QVERIFY(QDir().mkdir(inside));
         m_drawing = inside + "/dra wing.svg";
         m_working = inside + "/zelsvg.temp";
@@ -79,7 +78,7 @@ private Q_SLOTS:
             QCOMPARE(count, 3);
         }
         const QStringList names = QDir(QFileInfo(m_working).path()).entryList(QDir::Files | QDir::Hidden);
-        QCOMPARE(names, (QStringList{QStringLiteral("dra wing.svg"), QStringLiteral("zelsvg.temp")}));
+        QCOMPARE(names, (QStringList{QString("dra wing.svg"), QString("zelsvg.temp")}));
     }
 
     void noticesChanges_data()

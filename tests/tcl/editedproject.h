@@ -7,8 +7,6 @@
 #include "tests/engine/openengine.h"
 #include "tests/engine/projectfolder.h"
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 namespace zeltest {
@@ -40,25 +38,12 @@ inline const QStringList EachKind{"zel_resource place -rsc {top/my ip/a[1]$x} -i
     "zel_setting -id 10 -key CH1 -value OFF", "zel_resource remove -ip top/core",
     "zel_setting -id 10 -key CH1 -value FAST"};
 
-inline QByteArray contentOf(const QString& fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-inline void write(const QString& fileName, const QByteArray& content)
-{
-    QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write %s", qPrintable(fileName));
-}
-
 // A project whose design can be edited, closed and opened again some thousand times in a few seconds: its device and
 // design are read once, and what it writes lies in memory where there is a file system there.
 class EditedProject
 {
 public:
-    // Of a folder, or of a small device and this design.
+    // The project in a folder, or one with a small device and this design.
     explicit EditedProject(const QString& folder = {}, const QByteArray& design = SmallDesign)
         : m_folder(design)
         , m_engine(openEngine(folder.isEmpty() ? m_folder.path() : folder))
@@ -67,7 +52,8 @@ public:
         open();
     }
 
-    // As a program that is started anew; what the one before did in memory is gone.
+    // Opens the project as a program does that is started anew: what the one before had in memory is gone. Returns what
+    // the program says.
     QStringList open(FileLayer& files = FileLayer::system())
     {
         m_editor.reset();
@@ -80,7 +66,15 @@ public:
         return m_editor->recover(changeCommand(*m_editor));
     }
 
-    // As nobody has changed it yet.
+    // Opens the project, and returns how its state differs from the one before; empty when it does not.
+    QString reopen()
+    {
+        const QStringList before = state();
+        open();
+        return differenceOf(state(), before);
+    }
+
+    // Opens the project as it was before anybody changed it.
     void startOver()
     {
         m_editor.reset();
@@ -88,33 +82,41 @@ public:
         open();
     }
 
-    // A command, or "save", which answers with nothing or with what is wrong.
+    // Runs a command or "save". Returns the answer, which of a change is empty or what is wrong.
     QString run(const QString& script)
     {
-        if (script == QLatin1String("save"))
+        if (script == "save")
             return m_editor->save();
         const TclResult result = m_tcl.evaluate(script);
         return result.isOk ? result.text : "ERROR " + result.text;
+    }
+
+    QString run(const QStringList& scripts)
+    {
+        QString answers;
+        for (const QString& script : scripts)
+            answers += run(script);
+        return answers;
     }
 
     [[nodiscard]] QStringList state() const { return factsOf(*m_engine); }
     [[nodiscard]] QString directory() const { return m_work.path() + "/work/impl"; }
     [[nodiscard]] QString journalFile() const { return directory() + "/journal.tcl"; }
     [[nodiscard]] QByteArray journal() const { return contentOf(journalFile()); }
-    void setJournal(const QByteArray& content) { write(journalFile(), content); }
+    void setJournal(const QByteArray& content) { writeFile(journalFile(), content); }
+
+    // What was set aside of it.
+    [[nodiscard]] QByteArray journalAside() const { return contentOf(journalFile() + ".aside-1"); }
 
     DesignEditor& editor() { return *m_editor; }
     ReferenceEngine& engine() { return *m_engine; }
     [[nodiscard]] const Design& pristine() const { return m_pristine; }
 
 private:
-    [[nodiscard]] static QString memory()
-    {
-        return QFileInfo("/dev/shm").isWritable() ? QStringLiteral("/dev/shm") : QDir::tempPath();
-    }
+    [[nodiscard]] static QString memory() { return QFileInfo("/dev/shm").isWritable() ? "/dev/shm" : QDir::tempPath(); }
 
     const ProjectFolder m_folder;
-    const QTemporaryDir m_work{memory() + QStringLiteral("/zel project \u00e4\u00f6-XXXXXX")};
+    const QTemporaryDir m_work{memory() + "/zel project \u00e4\u00f6-XXXXXX"};
     std::unique_ptr<ReferenceEngine> m_engine;
     const Design m_pristine;
     std::unique_ptr<DesignEditor> m_editor;

@@ -97,88 +97,77 @@ QStringList workingDay()
 
 } // namespace
 
-// Whatever the disk refuses: the answer says so, and what was answered otherwise is there when the project is opened
-// again.
+// Whatever the disk refuses, the answer says so, and everything else is there when the project is opened again.
 class TestFullDisk : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void everyCallMayFail_data();
-    void everyCallMayFail();
-    void whatCannotBeReadIsNotOverwritten();
-};
+    void everyCallMayFail_data()
+    {
+        const Rows<Trouble, bool> row; // true where the program ends as well
+        row("for a moment", Trouble::OneCall, false);
+        row("from then on", Trouble::AllCalls, false);
+        row("in the middle of a write", Trouble::HalfAWrite, false);
+        row("the program ends before it is done", Trouble::KillBefore, true);
+        row("the program ends in the middle of a write", Trouble::HalfAWrite, true);
+        row("the program ends when it is done", Trouble::KillAfter, true);
+    }
 
-void TestFullDisk::everyCallMayFail_data()
-{
-    QTest::addColumn<int>("trouble");
-    QTest::addColumn<bool>("isEnd"); // of the program as well
-    const auto row = [](const char* name, Trouble trouble, bool isEnd) {
-        QTest::newRow(name) << static_cast<int>(trouble) << isEnd;
-    };
-    row("for a moment", Trouble::OneCall, false);
-    row("from then on", Trouble::AllCalls, false);
-    row("in the middle of a write", Trouble::HalfAWrite, false);
-    row("the program ends before it is done", Trouble::KillBefore, true);
-    row("the program ends in the middle of a write", Trouble::HalfAWrite, true);
-    row("the program ends when it is done", Trouble::KillAfter, true);
-}
-
-// Where the program ends, the command that had no answer yet may be there or not.
-void TestFullDisk::everyCallMayFail()
-{
-    QFETCH(int, trouble);
-    QFETCH(bool, isEnd);
-    bool wasReached = true;
-    int call = 0;
-    for (; wasReached; ++call) {
-        EditedProject project;
-        FailingFileLayer files(static_cast<Trouble>(trouble), call);
-        project.open(files);
-        EditedProject untroubled;
-        int refusals = 0;
-        QList<QStringList> mayBe{project.state()};
-        for (const QString& command : workingDay()) {
-            const QString answer = project.run(command);
-            if (isEnd) {
-                (void)untroubled.run(command);
-                mayBe = QList<QStringList>{mayBe.last(), untroubled.state()};
-                if (files.wasReached())
-                    break;
-            } else if (answer.isEmpty()) {
-                mayBe = {project.state()};
-            } else {
-                // Later ones may be refused because this one was.
-                if (refusals++ == 0)
-                    QVERIFY2(answer.contains("No space left on device"), qPrintable(answer));
-                QCOMPARE(project.state(), mayBe.last());
+    // Where the program ends, the change of the command without an answer may be there or not.
+    void everyCallMayFail()
+    {
+        const auto [trouble, isEnd] = row<Trouble, bool>();
+        bool wasReached = true;
+        int call = 0;
+        for (; wasReached; ++call) {
+            EditedProject project;
+            FailingFileLayer files(trouble, call);
+            project.open(files);
+            EditedProject untroubled;
+            int refusals = 0;
+            QList<QStringList> mayBe{project.state()};
+            for (const QString& command : workingDay()) {
+                const QString answer = project.run(command);
+                if (isEnd) {
+                    (void)untroubled.run(command);
+                    mayBe = QList<QStringList>{mayBe.last(), untroubled.state()};
+                    if (files.wasReached())
+                        break;
+                } else if (answer.isEmpty()) {
+                    mayBe = {project.state()};
+                } else {
+                    // Later commands may be refused because this one was.
+                    if (refusals++ == 0)
+                        QVERIFY2(answer.contains("No space left on device"), qPrintable(answer));
+                    QCOMPARE(project.state(), mayBe.last());
+                }
             }
+            wasReached = files.wasReached();
+            const QString said = project.open().join("; ");
+            QVERIFY2(mayBe.contains(project.state()), qPrintable(QString("call %1: %2").arg(call).arg(said)));
+            QVERIFY2(!said.contains("another state"), qPrintable(said));
         }
-        wasReached = files.wasReached();
-        const QString said = project.open().join("; ");
-        QVERIFY2(mayBe.contains(project.state()), qPrintable(QStringLiteral("call %1: %2").arg(call).arg(said)));
-        QVERIFY2(!said.contains("another state"), qPrintable(said));
+        QVERIFY(call > 40); // all of them were tried
     }
-    QVERIFY(call > 40); // all of them were tried
-}
 
-void TestFullDisk::whatCannotBeReadIsNotOverwritten()
-{
-    EditedProject project;
-    for (const QString& command : {EachKind[0], EachKind[1], QStringLiteral("save"), EachKind[2], EachKind[3]})
-        QCOMPARE(project.run(command), QString());
-    const QStringList state = project.state();
-    for (int call = 0; call < 4; ++call) { // each file is read in one piece, and then its end
-        FailingFileLayer files(Trouble::OneRead, call);
-        const QString said = project.open(files).join("");
-        QVERIFY2(said.contains("cannot be read: No space left on device"), qPrintable(said));
-        for (const QString& command : {EachKind[5], QStringLiteral("save")}) {
-            const QString answer = project.run(command);
-            QVERIFY(answer.contains("cannot be read: ") || answer.contains("cannot be kept in "));
+    void whatCannotBeReadIsNotOverwritten()
+    {
+        EditedProject project;
+        QCOMPARE(project.run({EachKind[0], EachKind[1], "save", EachKind[2], EachKind[3]}), QString());
+        const QStringList state = project.state();
+        for (int call = 0; call < 4; ++call) { // each file is read in one piece, and then its end
+            FailingFileLayer files(Trouble::OneRead, call);
+            const QString said = project.open(files).join("");
+            QVERIFY2(said.contains("cannot be read: No space left on device"), qPrintable(said));
+            for (const QString& command : QStringList{EachKind[5], "save"}) {
+                const QString answer = project.run(command);
+                QVERIFY(answer.contains("cannot be read: ") || answer.contains("cannot be kept in "));
+            }
+            project.open();
+            QCOMPARE(project.state(), state);
         }
-        project.open();
-        QCOMPARE(project.state(), state);
     }
-}
+};
 
 ZEL_TEST_MAIN(TestFullDisk)
 #include "tst_fulldisk.moc"

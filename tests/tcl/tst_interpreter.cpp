@@ -10,144 +10,134 @@ class TestInterpreter : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void namesComeThroughBraces_data();
-    void namesComeThroughBraces();
-    void errorsAreTheCommandsOwn();
-    void putsGoesToTheHost();
-    void endlessScriptsCanBeCancelled_data();
-    void endlessScriptsCanBeCancelled();
-    void openBracesWantMore();
-    void argumentsComplainInTclsWords_data();
-    void argumentsComplainInTclsWords();
-};
-
-void TestInterpreter::namesComeThroughBraces_data()
-{
-    zeltest::addRows({
-        {"blank", "my ip"},
-        {"brackets and dollar", "a[exit]$b"},
-        {"place holder and quotes", "\"%2\""},
-        {"a backslash inside", "a\\nb"},
-        {"balanced braces", "a{b}c"},
-        {"beyond ASCII",
-            "k\xc3\xa4"
-            "fer\xc2\xb5"},
-        {"a line end among much else", "{a\n\\b} [c]\t$d\r\";"},
-        {"semicolon and hash", "# a;b"},
-    });
-}
-
-void TestInterpreter::namesComeThroughBraces()
-{
-    const QString name = zeltest::currentRow<1>()[0];
-    TclInterpreter tcl;
-    QStringList seen;
-    tcl.addCommand("take", [&](const QStringList& words) {
-        seen = words;
-        return TclResult::value(words.last());
-    });
-    const QStringList expected{"take", "-rsc", name};
-    if (!name.contains('\n')) {
-        QCOMPARE(tcl.evaluate("take -rsc {" + name + '}').text, name);
-        QCOMPARE(seen, expected);
-        seen.clear();
+    void namesComeThroughBraces_data()
+    {
+        zeltest::addRows({
+            {"blank", "my ip"},
+            {"brackets and dollar", "a[exit]$b"},
+            {"place holder and quotes", "\"%2\""},
+            {"a backslash inside", "a\\nb"},
+            {"balanced braces", "a{b}c"},
+            {"beyond ASCII",
+                "k\xc3\xa4"
+                "fer\xc2\xb5"},
+            {"a line end among much else", "{a\n\\b} [c]\t$d\r\";"},
+            {"semicolon and hash", "# a;b"},
+        });
     }
-    QVERIFY(tcl.evaluate(TclInterpreter::list(expected)).isOk);
-    QCOMPARE(seen, expected);
-    QCOMPARE(TclInterpreter::words(TclInterpreter::list(expected)), expected);
-    QVERIFY(!TclInterpreter::list(expected).contains('\n'));
-}
 
-// Also inside another script.
-void TestInterpreter::errorsAreTheCommandsOwn()
-{
-    TclInterpreter tcl;
-    tcl.addCommand("fail", [](const QStringList&) { return TclResult::error("no"); });
-    tcl.addCommand("inner", [&](const QStringList&) { return tcl.evaluate("error inside"); });
-    QCOMPARE(tcl.evaluate("fail").text, "no");
-    QVERIFY(!tcl.evaluate("fail").isOk);
-    QVERIFY(tcl.errorTrace().contains("while executing"));
-    QCOMPARE(tcl.evaluate("catch {fail} message; set message").text, "no");
-    QVERIFY(!tcl.evaluate("nosuchcommand").isOk);
-    QCOMPARE(tcl.evaluate("expr {6*7}").text, "42");
-    QVERIFY(!TclInterpreter::words("{open"));
-    QVERIFY(!tcl.evaluate("break").text.isEmpty());
-    QCOMPARE(tcl.evaluate("catch inner; set x 5").text, "5");
-    QVERIFY(!tcl.isRunning());
-}
+    void namesComeThroughBraces()
+    {
+        const QString name = zeltest::currentRow<1>()[0];
+        TclInterpreter tcl;
+        QStringList seen;
+        tcl.addCommand("take", [&](const QStringList& words) {
+            seen = words;
+            return TclResult::value(words.last());
+        });
+        const QStringList expected{"take", "-rsc", name};
+        if (!name.contains('\n')) {
+            QCOMPARE(tcl.evaluate("take -rsc {" + name + '}').text, name);
+            QCOMPARE(seen, expected);
+            seen.clear();
+        }
+        QVERIFY(tcl.evaluate(TclInterpreter::list(expected)).isOk);
+        QCOMPARE(seen, expected);
+        QCOMPARE(TclInterpreter::words(TclInterpreter::list(expected)), expected);
+        QVERIFY(!TclInterpreter::list(expected).contains('\n'));
+    }
 
-void TestInterpreter::putsGoesToTheHost()
-{
-    TclInterpreter tcl;
-    QStringList lines;
-    tcl.setOutput([&](const QString& text, TclInterpreter::Channel channel) {
-        lines.append((channel == TclInterpreter::Channel::Error ? "E:" : "") + text);
-    });
-    tcl.evaluate("puts {a b}; puts -nonewline stdout c; puts stderr d");
-    QCOMPARE(lines, (QStringList{"a b\n", "c", "E:d\n"}));
-    QVERIFY(!tcl.evaluate("puts nosuchchannel x").isOk);
-    QVERIFY(!tcl.evaluate("puts").isOk);
-    tcl.evaluate("rename puts say; say e");
-    QCOMPARE(lines.last(), "e\n");
-    const QString answer = tcl.evaluate("say nosuchchannel x").text;
-    QVERIFY2(!answer.contains("command"), qPrintable(answer));
-}
+    // Also inside another script.
+    void errorsAreTheCommandsOwn()
+    {
+        TclInterpreter tcl;
+        tcl.addCommand("fail", [](const QStringList&) { return TclResult::error("no"); });
+        tcl.addCommand("inner", [&](const QStringList&) { return tcl.evaluate("error inside"); });
+        QCOMPARE(tcl.evaluate("fail").text, "no");
+        QVERIFY(!tcl.evaluate("fail").isOk);
+        QVERIFY(tcl.errorTrace().contains("while executing"));
+        QCOMPARE(tcl.evaluate("catch {fail} message; set message").text, "no");
+        QVERIFY(!tcl.evaluate("nosuchcommand").isOk);
+        QCOMPARE(tcl.evaluate("expr {6*7}").text, "42");
+        QVERIFY(!TclInterpreter::words("{open"));
+        QVERIFY(!tcl.evaluate("break").text.isEmpty());
+        QCOMPARE(tcl.evaluate("catch inner; set x 5").text, "5");
+        QVERIFY(!tcl.isRunning());
+    }
 
-void TestInterpreter::endlessScriptsCanBeCancelled_data()
-{
-    zeltest::addRows({
-        {"a loop without a body", "while 1 {}"},
-        {"a loop that catches everything", "while 1 {catch {while 1 {incr i}}}"},
-        {"a wait for what never comes", "vwait never"},
-        {"a long sleep", "after 100000000"},
-        {"an endless recursion of short calls", "proc p {} {after 1}; while 1 {p}"},
-    });
-}
+    void putsGoesToTheHost()
+    {
+        TclInterpreter tcl;
+        QStringList lines;
+        tcl.setOutput([&](const QString& text, TclInterpreter::Channel channel) {
+            lines.append((channel == TclInterpreter::Channel::Error ? "E:" : "") + text);
+        });
+        tcl.evaluate("puts {a b}; puts -nonewline stdout c; puts stderr d");
+        QCOMPARE(lines, (QStringList{"a b\n", "c", "E:d\n"}));
+        QVERIFY(!tcl.evaluate("puts nosuchchannel x").isOk);
+        QVERIFY(!tcl.evaluate("puts").isOk);
+        tcl.evaluate("rename puts say; say e");
+        QCOMPARE(lines.last(), "e\n");
+        const QString answer = tcl.evaluate("say nosuchchannel x").text;
+        QVERIFY2(!answer.contains("command"), qPrintable(answer));
+    }
 
-void TestInterpreter::endlessScriptsCanBeCancelled()
-{
-    TclInterpreter tcl;
-    int calls = 0;
-    tcl.setBusyHandler([&] {
-        if (++calls == 3)
-            tcl.cancel();
-    });
-    const TclResult result = tcl.evaluate(zeltest::currentRow<1>()[0]);
-    QVERIFY(!result.isOk);
-    QCOMPARE(result.text, "cancelled");
-    QCOMPARE(tcl.evaluate("expr 1+1").text, "2");
-}
+    void endlessScriptsCanBeCancelled_data()
+    {
+        zeltest::addRows({
+            {"a loop without a body", "while 1 {}"},
+            {"a loop that catches everything", "while 1 {catch {while 1 {incr i}}}"},
+            {"a wait for what never comes", "vwait never"},
+            {"a long sleep", "after 100000000"},
+            {"an endless recursion of short calls", "proc p {} {after 1}; while 1 {p}"},
+        });
+    }
 
-void TestInterpreter::openBracesWantMore()
-{
-    QVERIFY(TclInterpreter::isComplete("puts {a}"));
-    QVERIFY(!TclInterpreter::isComplete("foreach x {a b} {"));
-}
+    void endlessScriptsCanBeCancelled()
+    {
+        TclInterpreter tcl;
+        int calls = 0;
+        tcl.setBusyHandler([&] {
+            if (++calls == 3)
+                tcl.cancel();
+        });
+        const TclResult result = tcl.evaluate(zeltest::currentRow<1>()[0]);
+        QVERIFY(!result.isOk);
+        QCOMPARE(result.text, "cancelled");
+        QCOMPARE(tcl.evaluate("expr 1+1").text, "2");
+    }
 
-void TestInterpreter::argumentsComplainInTclsWords_data()
-{
-    const char* const usage = "wrong # args: should be \"u\"";
-    zeltest::addRows({
-        {"all there", "-id 5 -rsc -id", ""},
-        {"nothing", "", usage},
-        {"no value", "-rsc a -id", usage},
-        {"twice", "-rsc a -rsc b -id 5", usage},
-        {"something else", "-rsc a -id 5 x", usage},
-        {"no number", "-rsc a -id 5x", "expected integer but got \"5x\""},
-    });
-}
+    void openBracesWantMore()
+    {
+        QVERIFY(TclInterpreter::isComplete("puts {a}"));
+        QVERIFY(!TclInterpreter::isComplete("foreach x {a b} {"));
+    }
 
-void TestInterpreter::argumentsComplainInTclsWords()
-{
-    const auto [words, error] = zeltest::currentRow<2>();
-    Arguments arguments(words.split(' ', Qt::SkipEmptyParts), "u", {"-rsc", "-id"});
-    const QString resource = arguments.text("-rsc");
-    const int id = arguments.number("-id");
-    arguments.positional(0, 0);
-    QCOMPARE(arguments.isOk() ? QString() : arguments.error().text, error);
-    if (error.isEmpty())
-        QCOMPARE(resource + QString::number(id), "-id5");
-}
+    void argumentsComplainInTclsWords_data()
+    {
+        const char* const usage = "wrong # args: should be \"u\"";
+        zeltest::addRows({
+            {"all there", "-id 5 -rsc -id", ""},
+            {"nothing", "", usage},
+            {"no value", "-rsc a -id", usage},
+            {"twice", "-rsc a -rsc b -id 5", usage},
+            {"something else", "-rsc a -id 5 x", usage},
+            {"no number", "-rsc a -id 5x", "expected integer but got \"5x\""},
+        });
+    }
+
+    void argumentsComplainInTclsWords()
+    {
+        const auto [words, error] = zeltest::currentRow<2>();
+        Arguments arguments(words.split(' ', Qt::SkipEmptyParts), "u", {"-rsc", "-id"});
+        const QString resource = arguments.text("-rsc");
+        const int id = arguments.number("-id");
+        arguments.positional(0, 0);
+        QCOMPARE(arguments.isOk() ? QString() : arguments.error().text, error);
+        if (error.isEmpty())
+            QCOMPARE(resource + QString::number(id), "-id5");
+    }
+};
 
 ZEL_TEST_MAIN(TestInterpreter)
 #include "tst_interpreter.moc"

@@ -59,22 +59,141 @@ const char* const Tangle = R"([
 class Replay
 {
 public:
-    Replay(const QString& folder, const QByteArray& design);
+    Replay(const QString& folder, const QByteArray& design)
+        : m_project(folder, design)
+        , m_resources(m_project.pristine().all())
+    {
+        for (const auto& site : m_project.engine().device().sites()) {
+            for (const auto& setting : site.settings) {
+                const QStringList keys = setting.key.split(':');
+                for (const QString& key : keys) {
+                    for (const QString& choice : setting.choices)
+                        m_settings.append(designcommands::setting(site.id, key, choice).toUtf8());
+                }
+            }
+        }
+    }
 
     // Takes random steps, then opens the project without having saved it, saves it and opens it again. The steps up to
     // the one that goes wrong; none when all is well.
-    [[nodiscard]] QByteArrayList stepsThatGoWrong(unsigned int seed);
+    [[nodiscard]] QByteArrayList stepsThatGoWrong(unsigned int seed)
+    {
+        const QByteArrayList end{Reopen, "save", Reopen};
+        Random random(seed);
+        startOver();
+        chooseFew(random);
+        QByteArrayList steps;
+        const int count = 1 + random.below(LongestSequence);
+        while (steps.size() < count + end.size()) {
+            steps.append(steps.size() < count ? randomStep(random) : end[steps.size() - count]);
+            if (!perform(steps.last()).isEmpty())
+                return steps;
+        }
+        return {};
+    }
 
     // What goes wrong when the steps are taken; empty: nothing does.
-    [[nodiscard]] QString faultOf(const QByteArrayList& steps);
+    [[nodiscard]] QString faultOf(const QByteArrayList& steps)
+    {
+        startOver();
+        for (const QByteArray& step : steps) {
+            const QString fault = perform(step);
+            if (!fault.isEmpty())
+                return step + ": " + fault;
+        }
+        return {};
+    }
 
 private:
-    void startOver();
-    void chooseFew(Random& random);
-    [[nodiscard]] QByteArray randomStep(Random& random);
-    [[nodiscard]] QByteArray randomChange(Random& random);
-    [[nodiscard]] QString perform(const QByteArray& step);
-    [[nodiscard]] QString reopen();
+    void startOver()
+    {
+        m_project.startOver();
+        m_states.assign(1, m_project.state());
+    }
+
+    // With what they are part of, and the clock sources that stand against their removal and return.
+    void chooseFew(Random& random)
+    {
+        const Design& design = m_project.pristine();
+        m_few.clear();
+        for (int missing = 1 + random.below(MostOrigins); missing > 0; --missing) {
+            for (int index = random.oneOf(m_resources); index >= 0; index = design.resource(index).parent) {
+                m_few.push_back(index);
+                for (const std::vector<int>& related : {design.fedBy(index), design.clocksOf(index)})
+                    m_few.insert(m_few.end(), related.begin(), related.end());
+            }
+        }
+    }
+
+    [[nodiscard]] QByteArray randomStep(Random& random)
+    {
+        static const QByteArrayList others{"undo", "undo", "undo", "redo", "save", Reopen};
+        return random.below(3) > 0 ? randomChange(random) : random.oneOf(others);
+    }
+
+    [[nodiscard]] QByteArray randomChange(Random& random)
+    {
+        static const QByteArrayList values{"2.5", "5", "10", "62.5", "100", "148.50"};
+        const ReferenceEngine& engine = m_project.engine();
+        const QStringList removed = engine.design().removedPaths();
+        const int index = random.oneOf(m_few);
+        const auto& resource = m_project.pristine().resource(index);
+        switch (random.below(11)) {
+        case 0:
+            return designcommands::reset(resource.path).toUtf8();
+        case 1:
+        case 2:
+            return designcommands::remove(resource.path).toUtf8();
+        case 3:
+        case 4:
+            return designcommands::restore(removed.isEmpty() ? resource.path : random.oneOf(removed)).toUtf8();
+        case 5:
+            for (const auto& parameter : mirn::zelengine::parametersOf(resource.type))
+                return designcommands::configure(resource.path, parameter.key, random.oneOf(values)).toUtf8();
+            [[fallthrough]];
+        case 6:
+            return random.oneOf(m_settings);
+        default:
+            break;
+        }
+        const bool isThere = engine.design().find(resource.path) >= 0;
+        const std::vector<int> sites = isThere ? engine.rules().sitesFor(index) : std::vector<int>();
+        const int site = sites.empty() ? random.oneOf(engine.device().sites()).id : random.oneOf(sites);
+        return designcommands::place(resource.path, site).toUtf8();
+    }
+
+    [[nodiscard]] QString perform(const QByteArray& step)
+    {
+        if (step == Reopen)
+            return reopen();
+        const QUndoStack& history = m_project.editor().undoStack();
+        const int before = history.index();
+        const bool mayBeRefused = step == "undo" ? !history.canUndo()
+            : step == "redo"                     ? !history.canRedo()
+                                                 : step != "save";
+        const QString refusal = m_project.run(QString::fromUtf8(step));
+        if (!refusal.isEmpty() && !mayBeRefused)
+            return "refused: " + refusal;
+        const auto now = static_cast<std::size_t>(history.index());
+        const QStringList state = m_project.state();
+        if (history.index() > before && step != "redo") {
+            m_states.resize(now);
+            m_states.emplace_back(state);
+        }
+        return m_states[now] ? differenceOf(state, *m_states[now]) : QString();
+    }
+
+    [[nodiscard]] QString reopen()
+    {
+        const QStringList before = m_project.state();
+        const QStringList said = m_project.open();
+        const QStringList after = m_project.state();
+        m_states.assign(static_cast<std::size_t>(m_project.editor().undoStack().index()), std::nullopt);
+        m_states.emplace_back(after);
+        // That changes are back is all that there is to say.
+        const QString all = said.join(' ');
+        return said.size() > 1 || all.contains("refused") || all.contains("aside") ? all : differenceOf(after, before);
+    }
 
     EditedProject m_project;
     const std::vector<int> m_resources;
@@ -82,138 +201,6 @@ private:
     QByteArrayList m_settings; // all that can be set
     std::vector<std::optional<QStringList>> m_states; // by position in the undo history; none where it was not seen
 };
-
-Replay::Replay(const QString& folder, const QByteArray& design)
-    : m_project(folder, design)
-    , m_resources(m_project.pristine().all())
-{
-    for (const auto& site : m_project.engine().device().sites()) {
-        for (const auto& setting : site.settings) {
-            const QStringList keys = setting.key.split(QLatin1Char(':'));
-            for (const QString& key : keys) {
-                for (const QString& choice : setting.choices)
-                    m_settings.append(designcommands::setting(site.id, key, choice).toUtf8());
-            }
-        }
-    }
-}
-
-QByteArrayList Replay::stepsThatGoWrong(unsigned int seed)
-{
-    const QByteArrayList end{Reopen, "save", Reopen};
-    Random random(seed);
-    startOver();
-    chooseFew(random);
-    QByteArrayList steps;
-    const int count = 1 + random.below(LongestSequence);
-    while (steps.size() < count + end.size()) {
-        steps.append(steps.size() < count ? randomStep(random) : end[steps.size() - count]);
-        if (!perform(steps.last()).isEmpty())
-            return steps;
-    }
-    return {};
-}
-
-QString Replay::faultOf(const QByteArrayList& steps)
-{
-    startOver();
-    for (const QByteArray& step : steps) {
-        const QString fault = perform(step);
-        if (!fault.isEmpty())
-            return step + ": " + fault;
-    }
-    return {};
-}
-
-void Replay::startOver()
-{
-    m_project.startOver();
-    m_states.assign(1, m_project.state());
-}
-
-// With what they are part of, and the clock sources that stand against their removal and return.
-void Replay::chooseFew(Random& random)
-{
-    const Design& design = m_project.pristine();
-    m_few.clear();
-    for (int missing = 1 + random.below(MostOrigins); missing > 0; --missing) {
-        for (int index = random.oneOf(m_resources); index >= 0; index = design.resource(index).parent) {
-            m_few.push_back(index);
-            for (const std::vector<int>& related : {design.fedBy(index), design.clocksOf(index)})
-                m_few.insert(m_few.end(), related.begin(), related.end());
-        }
-    }
-}
-
-QByteArray Replay::randomStep(Random& random)
-{
-    static const QByteArrayList others{"undo", "undo", "undo", "redo", "save", Reopen};
-    return random.below(3) > 0 ? randomChange(random) : random.oneOf(others);
-}
-
-QByteArray Replay::randomChange(Random& random)
-{
-    static const QByteArrayList values{"2.5", "5", "10", "62.5", "100", "148.50"};
-    const ReferenceEngine& engine = m_project.engine();
-    const QStringList removed = engine.design().removedPaths();
-    const int index = random.oneOf(m_few);
-    const auto& resource = m_project.pristine().resource(index);
-    switch (random.below(11)) {
-    case 0:
-        return designcommands::reset(resource.path).toUtf8();
-    case 1:
-    case 2:
-        return designcommands::remove(resource.path).toUtf8();
-    case 3:
-    case 4:
-        return designcommands::restore(removed.isEmpty() ? resource.path : random.oneOf(removed)).toUtf8();
-    case 5:
-        for (const auto& parameter : mirn::zelengine::parametersOf(resource.type))
-            return designcommands::configure(resource.path, parameter.key, random.oneOf(values)).toUtf8();
-        [[fallthrough]];
-    case 6:
-        return random.oneOf(m_settings);
-    default:
-        break;
-    }
-    const bool isThere = engine.design().find(resource.path) >= 0;
-    const std::vector<int> sites = isThere ? engine.rules().sitesFor(index) : std::vector<int>();
-    const int site = sites.empty() ? random.oneOf(engine.device().sites()).id : random.oneOf(sites);
-    return designcommands::place(resource.path, site).toUtf8();
-}
-
-QString Replay::perform(const QByteArray& step)
-{
-    if (step == Reopen)
-        return reopen();
-    const QUndoStack& history = m_project.editor().undoStack();
-    const int before = history.index();
-    const bool mayBeRefused = step == "undo" ? !history.canUndo()
-        : step == "redo"                     ? !history.canRedo()
-                                             : step != "save";
-    const QString refusal = m_project.run(QString::fromUtf8(step));
-    if (!refusal.isEmpty() && !mayBeRefused)
-        return "refused: " + refusal;
-    const auto now = static_cast<std::size_t>(history.index());
-    const QStringList state = m_project.state();
-    if (history.index() > before && step != "redo") {
-        m_states.resize(now);
-        m_states.emplace_back(state);
-    }
-    return m_states[now] ? differenceOf(state, *m_states[now]) : QString();
-}
-
-QString Replay::reopen()
-{
-    const QStringList before = m_project.state();
-    const QStringList said = m_project.open();
-    const QStringList after = m_project.state();
-    m_states.assign(static_cast<std::size_t>(m_project.editor().undoStack().index()), std::nullopt);
-    m_states.emplace_back(after);
-    // That changes are back is all that there is to say.
-    const QString all = said.join(QLatin1Char(' '));
-    return said.size() > 1 || all.contains("refused") || all.contains("aside") ? all : differenceOf(after, before);
-}
 
 } // namespace
 
@@ -224,38 +211,35 @@ class TestReplay : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void acceptedChangesAreThereAgain_data();
-    void acceptedChangesAreThereAgain();
-};
-
-void TestReplay::acceptedChangesAreThereAgain_data()
-{
-    QTest::addColumn<QString>("folder");
-    QTest::newRow("sample project") << ZEL_SAMPLE_FOLDER;
-    QTest::newRow("small device, tangled design") << QString();
-}
-
-void TestReplay::acceptedChangesAreThereAgain()
-{
-    QFETCH(QString, folder);
-    Replay replay(folder, Tangle);
-    bool isOne = false;
-    const unsigned int only = qEnvironmentVariable("ZEL_REPLAY_SEED").toUInt(&isOne);
-    bool isCounted = false;
-    const int wanted = qEnvironmentVariableIntValue("ZEL_REPLAY_SEQUENCES", &isCounted);
-    const int count = isOne ? 1 : isCounted ? wanted : SequencesOfEach;
-    for (int i = 0; i < count; ++i) {
-        const unsigned int seed = isOne ? only : static_cast<unsigned int>(i);
-        const QByteArrayList steps = replay.stepsThatGoWrong(seed);
-        if (steps.isEmpty())
-            continue;
-        const QByteArrayList shortest = shortened(
-            steps, [&](const QByteArrayList& fewer) { return !replay.faultOf(fewer).isEmpty(); }, LongestShrinking);
-        const QByteArray told = "ZEL_REPLAY_SEED=" + QByteArray::number(seed) + "\n    " + shortest.join("\n    ")
-            + "\n    goes wrong at " + replay.faultOf(shortest).toUtf8();
-        QFAIL(told.constData());
+    void acceptedChangesAreThereAgain_data()
+    {
+        const Rows<QString> row;
+        row("sample project", ZEL_SAMPLE_FOLDER);
+        row("small device, tangled design", {});
     }
-}
+
+    void acceptedChangesAreThereAgain()
+    {
+        const auto [folder] = row<QString>();
+        Replay replay(folder, Tangle);
+        bool isOne = false;
+        const unsigned int only = qEnvironmentVariable("ZEL_REPLAY_SEED").toUInt(&isOne);
+        bool isCounted = false;
+        const int wanted = qEnvironmentVariableIntValue("ZEL_REPLAY_SEQUENCES", &isCounted);
+        const int count = isOne ? 1 : isCounted ? wanted : SequencesOfEach;
+        for (int i = 0; i < count; ++i) {
+            const unsigned int seed = isOne ? only : static_cast<unsigned int>(i);
+            const QByteArrayList steps = replay.stepsThatGoWrong(seed);
+            if (steps.isEmpty())
+                continue;
+            const QByteArrayList shortest = shortened(
+                steps, [&](const QByteArrayList& fewer) { return !replay.faultOf(fewer).isEmpty(); }, LongestShrinking);
+            const QByteArray told = "ZEL_REPLAY_SEED=" + QByteArray::number(seed) + "\n    " + shortest.join("\n    ")
+                + "\n    goes wrong at " + replay.faultOf(shortest).toUtf8();
+            QFAIL(told.constData());
+        }
+    }
+};
 
 ZEL_TEST_MAIN(TestReplay)
 #include "tst_replay.moc"

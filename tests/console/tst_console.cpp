@@ -1,0 +1,511 @@
+// SPDX-License-Identifier: MIT
+#include "host/console/consolecolors.h"
+#include "host/console/consoledock.h"
+#include "host/console/consoleinput.h"
+#include "host/console/consoleoutput.h"
+#include "host/console/tclcompletion.h"
+#include "tests/support/rows.h"
+#include "tests/support/testmain.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTextBlock>
+#include <QTextDocumentFragment>
+#include <QToolButton>
+
+using namespace mirn::zelchip;
+using Channel = TclInterpreter::Channel;
+using Origin = ConsoleDock::Origin;
+
+namespace {
+
+TclCompletion completionWith(const QStringList& resources)
+{
+    const QStringList commands{"foreach", "format", "puts", "zel_project", "zel_resource", "zel_setting"};
+    return TclCompletion([commands] { return commands; }, [resources] { return resources; });
+}
+
+} // namespace
+
+// The console's dock with its output, the input by itself, and the completion of commands.
+class TestConsole final : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        Test::init();
+        m_dock = std::make_unique<ConsoleDock>(nullptr);
+        m_dock->resize(900, 260);
+        m_dock->show();
+        m_entered.clear();
+        m_input = std::make_unique<ConsoleInput>(nullptr);
+        connect(
+            m_input.get(), &ConsoleInput::entered, this, [this](const QString& script) { m_entered.append(script); });
+        m_input->resize(400, 30);
+        m_input->show();
+    }
+
+    void cleanup()
+    {
+        m_dock.reset();
+        m_input.reset();
+        Test::cleanup();
+    }
+
+    void piecesContinueTheirLine()
+    {
+        m_dock->showOutput("a");
+        m_dock->showOutput("b\n\nc");
+        m_dock->showOutput("warning", Channel::Error);
+        m_dock->showOutput("d");
+        QCoreApplication::processEvents();
+        m_dock->showOutput("e\n");
+        m_dock->showOutput("f");
+        m_dock->showResult("result\n");
+        m_dock->showOutput("g");
+        m_dock->showError(QString());
+        QCOMPARE(lines(), QStringList({"ab", "", "c", "warning", "de", "f", "result", "g"}));
+    }
+
+    void showsTextAsItIs_data()
+    {
+        zeltest::addRows({
+            {"HTML", "<img src=\"x\"><b>bold</b>&amp;", "<img src=\"x\"><b>bold</b>&amp;"},
+            {"non-ASCII", u8"\u00e4\u6f22\u5b57\U0001f527", u8"\u00e4\u6f22\u5b57\U0001f527"},
+            {"control characters", u8"a\x1b[31m\rb\x07\tc", u8"a\u241b[31m\u240db\u2407\tc"},
+            {"ends of paragraphs", u8"a\u2029b\u2028c", u8"a\ufffdb\ufffdc"},
+            {"foreign line ends", "a\r\nb\r\n", "a\nb"},
+        });
+    }
+
+    void showsTextAsItIs()
+    {
+        const auto [text, shown] = zeltest::currentRow<2>();
+        m_dock->showError(text);
+        QCOMPARE(output()->toPlainText(), shown);
+        output()->clearAll();
+        m_dock->showOutput(text);
+        QCoreApplication::processEvents();
+        QCOMPARE(output()->toPlainText(), shown);
+    }
+
+    void hugeTextsAreCut()
+    {
+        m_dock->showResult(QString(1'000'000, 'x'));
+        QCOMPARE(lines().size(), 2);
+        QVERIFY(lines().first().endsWith("x \u2026 (line cut)"));
+        QVERIFY(lines().first().size() < ConsoleOutput::LongestLine + 20);
+        QVERIFY(lines().last().contains("more characters left out"));
+        output()->clearAll();
+        for (int i = 0; i < 3; ++i) {
+            m_dock->showOutput(QString(ConsoleOutput::LongestLine, 'y'));
+            QCoreApplication::processEvents();
+        }
+        m_dock->showOutput("\nnext");
+        QCoreApplication::processEvents();
+        QCOMPARE(lines().size(), 2);
+        QVERIFY(lines().first().endsWith("y \u2026 (line cut)"));
+        QVERIFY(lines().first().size() < ConsoleOutput::LongestLine + 20);
+        QCOMPARE(lines().last(), "next");
+    }
+
+    void keepsABoundedNumberOfLines()
+    {
+        for (int i = 0; i < ConsoleOutput::MostLines + 10; ++i)
+            m_dock->showOutput(QString::number(i) + '\n');
+        QCoreApplication::processEvents();
+        QCOMPARE(lines().size(), ConsoleOutput::MostLines);
+        QCOMPARE(lines().last(), QString::number(ConsoleOutput::MostLines + 9));
+        QCOMPARE(output()->verticalScrollBar()->value(), output()->verticalScrollBar()->maximum());
+    }
+
+    void keepsABoundedNumberOfCharacters()
+    {
+        const QString line(ConsoleOutput::LongestLine - 100, ' ');
+        for (int i = 0; i < 450; ++i)
+            m_dock->showResult(line);
+        m_dock->showResult("last");
+        QVERIFY(output()->document()->characterCount() <= ConsoleOutput::MostCharacters);
+        QVERIFY(output()->document()->characterCount() > ConsoleOutput::MostCharacters / 2);
+        QCOMPARE(output()->document()->lastBlock().text(), "last");
+    }
+
+    void colorsAreLegible()
+    {
+        for (const char* name : {"#ffffff", "#f2f3f5", "#1e2023", "#000000", "#777777", "#c41e1e", "#2f6db0"}) {
+            const QColor base{QLatin1String(name)};
+            QPalette palette;
+            palette.setColor(QPalette::Base, base);
+            palette.setColor(QPalette::Text, base.lightness() > 128 ? Qt::black : Qt::white);
+            const ConsoleColors colors(palette);
+            for (const QColor& color : {colors.error, colors.accent, colors.muted})
+                QVERIFY2(contrast(color, base) > 4.4, qPrintable(color.name() + " on " + name));
+        }
+    }
+
+    void colorsFollowThePalette()
+    {
+        m_dock->showResult(QString());
+        m_dock->showOutput("plain\n");
+        m_dock->showError("failed");
+        const QColor onLight = colorOfLine(1);
+        QVERIFY(onLight.red() > 2 * onLight.green());
+        QPalette dark = m_dock->palette();
+        dark.setColor(QPalette::Base, Qt::black);
+        m_dock->setPalette(dark);
+        QVERIFY(colorOfLine(1).lightness() > onLight.lightness());
+        QCOMPARE(colorOfLine(1), ConsoleColors(dark).error);
+    }
+
+    void originsAreToldApart()
+    {
+        const auto picture = [this](Origin origin) {
+            output()->clearAll();
+            m_dock->showCommand("undo", origin);
+            return output()->grab(QRect(0, 0, output()->gutterWidth(), 20)).toImage();
+        };
+        const QImage empty = output()->grab(QRect(0, 0, output()->gutterWidth(), 20)).toImage();
+        const QImage user = picture(Origin::User);
+        const QImage view = picture(Origin::View);
+        QVERIFY(user != empty);
+        QVERIFY(view != empty);
+        QVERIFY(view != user);
+        QCOMPARE(lines(), QStringList{"undo"});
+    }
+
+    void copiesNothingButTheText()
+    {
+        QVERIFY(!action("copy")->isEnabled());
+        m_dock->showCommand("foreach a b {\n}", Origin::User);
+        m_dock->showError("a\u00a0b");
+        action("selectAll")->trigger();
+        action("copy")->trigger();
+        const QMimeData* copied = QApplication::clipboard()->mimeData();
+        QCOMPARE(copied->text(), "foreach a b {\n}\na\u00a0b");
+        QVERIFY(!copied->hasHtml());
+    }
+
+    void aSelectionDoesNotGrow()
+    {
+        m_dock->showResult("first");
+        m_dock->showResult("second");
+        output()->selectAll();
+        m_dock->showResult("third");
+        QCOMPARE(output()->textCursor().selection().toPlainText(), "first\nsecond");
+    }
+
+    void staysWhereTheUserScrolledTo()
+    {
+        for (int i = 0; i < 100; ++i)
+            m_dock->showResult(QString::number(i));
+        output()->verticalScrollBar()->setValue(20);
+        m_dock->showResult("more");
+        QCOMPARE(output()->verticalScrollBar()->value(), 20);
+    }
+
+    void clears()
+    {
+        m_dock->showError("failed");
+        m_dock->showOutput("pending");
+        action("clear")->trigger();
+        QCoreApplication::processEvents();
+        QCOMPARE(output()->toPlainText(), QString());
+        m_dock->showResult("next");
+        QCOMPARE(lines(), QStringList{"next"});
+    }
+
+    void stopIsThereWhileAScriptRuns()
+    {
+        QSignalSpy cancelled(m_dock.get(), &ConsoleDock::cancelRequested);
+        auto* stop = m_dock->findChild<QToolButton*>("stop");
+        QVERIFY(!stop->isVisible());
+        m_dock->setRunning(true);
+        QVERIFY(stop->isVisible());
+        stop->click();
+        QTest::keyClick(input(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(cancelled.count(), 2);
+        m_dock->setRunning(false);
+        QVERIFY(!stop->isVisible());
+    }
+
+    void listsCandidatesInColumns()
+    {
+        QStringList names;
+        for (int i = 0; i < 300; ++i)
+            names.append(QString("top/cell%1").arg(i, 3, 10, QChar('0')));
+        m_dock->setCompleter([names](const QString& before) { return Completion{names, 0, before}; });
+        QTest::keyClick(input(), Qt::Key_Tab);
+        QCOMPARE(output()->toPlainText(), QString());
+        QTest::keyClick(input(), Qt::Key_Tab);
+        QVERIFY(lines().first().startsWith("top/cell000  top/cell001  "));
+        QVERIFY(lines().size() < 50);
+        QCOMPARE(lines().last(), "and 100 more");
+    }
+
+    void takesWhatTheInputEnters()
+    {
+        QSignalSpy entered(m_dock.get(), &ConsoleDock::commandEntered);
+        m_dock->setHistory({"undo", "undo", "redo"});
+        QTest::keyClick(input(), Qt::Key_Up);
+        QTest::keyClick(input(), Qt::Key_Up);
+        QTest::keyClick(input(), Qt::Key_Return);
+        QCOMPARE(entered.value(0).value(0).toString(), "undo");
+        QCOMPARE(m_dock->history(), QStringList({"undo", "redo", "undo"}));
+    }
+
+    void entersWhatIsComplete()
+    {
+        for (const char* typed : {"puts a", "if 1 {puts b}", "", "  "}) { // the last two are nothing
+            type(typed);
+            press(Qt::Key_Return);
+            QCOMPARE(m_input->script(), QString());
+        }
+        QCOMPARE(m_entered, QStringList({"puts a", "if 1 {puts b}"}));
+        QCOMPARE(m_input->history().entries(), m_entered);
+    }
+
+    void continuesWhatIsIncomplete()
+    {
+        type("foreach a b {");
+        press(Qt::Key_Return);
+        type("puts $a");
+        press(Qt::Key_Enter, Qt::KeypadModifier);
+        type("}");
+        press(Qt::Key_Return, Qt::ShiftModifier);
+        QCOMPARE(m_entered, QStringList());
+        type("puts c");
+        press(Qt::Key_Return);
+        QCOMPARE(m_entered, QStringList{"foreach a b {\nputs $a\n}\nputs c"});
+    }
+
+    void growsUpToSomeLines()
+    {
+        const int oneLine = m_input->height();
+        int before = 0;
+        for (int lines = 1; lines <= 8; ++lines) {
+            QTRY_VERIFY(m_input->height() > before);
+            QCOMPARE(m_input->verticalScrollBar()->maximum(), 0);
+            before = m_input->height();
+            press(Qt::Key_Return, Qt::ShiftModifier);
+        }
+        press(Qt::Key_Return, Qt::ShiftModifier);
+        QCOMPARE(m_input->height(), before);
+        press(Qt::Key_Escape);
+        QTRY_COMPARE(m_input->height(), oneLine);
+        type(QString(200, 'x')); // more than is as wide as the input
+        QTRY_VERIFY(m_input->height() > oneLine);
+    }
+
+    void walksFromTheFirstAndLastLine()
+    {
+        m_input->history().setEntries({"oldest", "if 1 {\nb\n}", "newest"});
+        type("unfinished");
+        press(Qt::Key_Up);
+        QCOMPARE(m_input->script(), "newest");
+        press({Qt::Key_Up, Qt::Key_Up, Qt::Key_Up});
+        QCOMPARE(m_input->script(), "oldest");
+        press(Qt::Key_Down);
+        QCOMPARE(m_input->script(), "if 1 {\nb\n}");
+        press(Qt::Key_Up); // to the second line
+        type("!");
+        press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Up});
+        QCOMPARE(m_input->script(), "if 1 {\nb!\n}"); // as it was edited
+        press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down});
+        QCOMPARE(m_input->script(), "unfinished");
+        press({Qt::Key_Return, Qt::Key_Up}); // walks from the newest again
+        QCOMPARE(m_input->script(), "unfinished");
+        QCOMPARE(m_input->history().entries(), QStringList({"oldest", "if 1 {\nb\n}", "newest", "unfinished"}));
+    }
+
+    // Neither blank ones nor equal ones in a row, and only the newest.
+    void historyKeepsWhatIsWorthIt()
+    {
+        const QStringList added{"a", "a", "", "b", " \n\t", "b", "c", "a", "d"};
+        CommandHistory history(3);
+        for (const QString& script : added)
+            history.add(script);
+        QCOMPARE(history.entries(), QStringList({"c", "a", "d"}));
+        history.setEntries(added.mid(0, 6));
+        QCOMPARE(history.entries(), QStringList({"a", "b"}));
+    }
+
+    // Before a shortcut of the window, and it can be undone.
+    void escapeEmpties()
+    {
+        const auto isTaken = [this] {
+            QKeyEvent event(QEvent::ShortcutOverride, Qt::Key_Escape, Qt::NoModifier);
+            event.ignore();
+            QCoreApplication::sendEvent(m_input.get(), &event);
+            return event.isAccepted();
+        };
+        QVERIFY(!isTaken());
+        type("puts a");
+        QVERIFY(isTaken());
+        press(Qt::Key_Escape);
+        QCOMPARE(m_input->script(), QString());
+        m_input->undo();
+        QCOMPARE(m_input->script(), "puts a");
+    }
+
+    void aRunningScriptHoldsEverythingUp()
+    {
+        QSignalSpy cancelled(m_input.get(), &ConsoleInput::cancelRequested);
+        m_input->setCompleter([](const QString&) { return Completion{{"x"}, 0, "completed"}; });
+        type("puts a");
+        press(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(cancelled.count(), 0);
+        m_input->setRunning(true);
+        press({Qt::Key_Return, Qt::Key_Tab});
+        QCOMPARE(m_entered, QStringList());
+        QCOMPARE(m_input->script(), "puts a");
+        press(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(cancelled.count(), 1);
+        m_input->selectAll(); // so it copies
+        press(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(cancelled.count(), 1);
+        m_input->moveCursor(QTextCursor::End);
+        m_input->setRunning(false);
+        press(Qt::Key_Return);
+        QCOMPARE(m_entered, QStringList{"puts a"});
+    }
+
+    void tabCompletes()
+    {
+        QString asked;
+        m_input->setCompleter([&](const QString& before) {
+            asked = before;
+            return Completion{{"place"}, 4, "place "};
+        });
+        type("zel pl -id 3");
+        press({Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left});
+        press(Qt::Key_Tab);
+        QCOMPARE(asked, "zel pl");
+        QCOMPARE(m_input->script(), "zel place -id 3"); // with one blank
+        type("d");
+        QCOMPARE(m_input->script(), "zel placed -id 3");
+    }
+
+    void secondTabAsksForTheCandidates()
+    {
+        QSignalSpy found(m_input.get(), &ConsoleInput::candidatesFound);
+        m_input->setCompleter([](const QString&) { return Completion{{"foreach", "format"}, 0, "fo"}; });
+        type("f");
+        press(Qt::Key_Tab);
+        QCOMPARE(m_input->script(), "fo");
+        QCOMPARE(found.count(), 0);
+        press(Qt::Key_Tab);
+        QCOMPARE(found.value(0).value(0).toStringList(), QStringList({"foreach", "format"}));
+        m_input->setCompleter([](const QString& before) { return Completion{{}, 0, before}; });
+        press({Qt::Key_Tab, Qt::Key_Tab});
+        QCOMPARE(found.count(), 1);
+        QCOMPARE(m_input->script(), "fo");
+    }
+
+    void givesItsTextToTheLetter()
+    {
+        const QString text = QString::fromUtf8("a\xc2\xa0 b \xf0\x9f\x94\xa7 <b>\tc");
+        m_input->insertPlainText(text);
+        press(Qt::Key_Return);
+        QCOMPARE(m_entered, QStringList{text});
+    }
+
+    void completes_data()
+    {
+        zeltest::addRows({
+            {"a command", "pu", "puts ", "puts"},
+            {"what several commands have in common", "zel", "zel_", "zel_project|zel_resource|zel_setting"},
+            {"nothing more in common", "for", "for", "foreach|format"},
+            {"nothing that fits", "xyz", "xyz", ""},
+            {"a command behind a semicolon", "puts a; pu", "puts a; puts ", "puts"},
+            {"a command on the next line", "puts a\npu", "puts a\nputs ", "puts"},
+            {"a command in brackets", "puts [fore", "puts [foreach ", "foreach"},
+            {"a command in quoted brackets", "puts \"a [fore", "puts \"a [foreach ", "foreach"},
+            {"a command in a body", "foreach a {b c} {\n pu", "foreach a {b c} {\n puts ", "puts"},
+            {"behind brackets that are closed", "zel_resource get [format a] -i", "zel_resource get [format a] -ip ",
+                "-ip"},
+            {"behind an escaped line's end", "zel_resource \\\n pl", "zel_resource \\\n place ", "place"},
+            {"no command among arguments", "puts pu", "puts pu", ""},
+            {"a subcommand", "zel_resource pl", "zel_resource place ", "place"},
+            {"subcommands", "zel_resource re", "zel_resource re", "reset|remove|restore"},
+            {"all subcommands", "zel_tree ", "zel_tree ", "where|expand|collapse|select"},
+            {"options", "zel_resource place ", "zel_resource place -", "-rsc|-id"},
+            {"options of a command without subcommands", "zel_setting -", "zel_setting -", "-id|-key|-value"},
+            {"options that are left", "zel_resource place -id 3 ", "zel_resource place -id 3 -rsc ", "-rsc"},
+            {"no option where its value is due", "zel_setting -key ", "zel_setting -key ", ""},
+            {"a mode", "zel_view mode z", "zel_view mode zoom ", "zoom"},
+            {"one mode only", "zel_view mode zoom ", "zel_view mode zoom ", ""},
+            {"a resource", "zel_resource place -rsc to", "zel_resource place -rsc top/", "top/a|top/b 1|top/b 2"},
+            {"a resource to its end", "zel_resource get -ip top/a", "zel_resource get -ip top/a ", "top/a"},
+            {"a resource with a blank", "zel_resource get -ip {top/b 1", "zel_resource get -ip {top/b 1} ", "top/b 1"},
+            {"resources with a blank", "zel_tree where -rsc top/b", "zel_tree where -rsc {top/b ", "top/b 1|top/b 2"},
+            {"a resource in quotes", "zel_tree where -rsc \"top/b 2", "zel_tree where -rsc {top/b 2} ", "top/b 2"},
+            {"a resource in a body", "foreach a b {zel_resource get -ip {top/b 1",
+                "foreach a b {zel_resource get -ip {top/b 1} ", "top/b 1"},
+            {"resources that cannot stand in braces", "zel_resource get -ip o", "zel_resource get -ip odd\\{\\ ",
+                "odd{ 1|odd{ 2"},
+            {"resources behind a backslash", "zel_resource get -ip odd\\{", "zel_resource get -ip odd\\{\\ ",
+                "odd{ 1|odd{ 2"},
+            {"a resource outside the basic characters", "zel_resource get -ip \xc3\xa4",
+                "zel_resource get -ip \xc3\xa4/\xf0\x9f\x94\xa7 ", "\xc3\xa4/\xf0\x9f\x94\xa7"},
+            {"no half characters", "zel_resource get -ip p", "zel_resource get -ip p/",
+                "p/\xf0\x9f\x94\xa7|p/\xf0\x9f\x94\xa8"},
+            {"resources of other commands are unknown", "puts -rsc to", "puts -rsc to", ""},
+        });
+    }
+
+    void completes()
+    {
+        const auto [before, after, candidates] = zeltest::currentRow<3>();
+        const QStringList resources{"top/a", "top/b 1", "top/b 2", "odd{ 1", "odd{ 2",
+            QString::fromUtf8("\xc3\xa4/\xf0\x9f\x94\xa7"), QString::fromUtf8("p/\xf0\x9f\x94\xa7"),
+            QString::fromUtf8("p/\xf0\x9f\x94\xa8")};
+        const Completion completion = completionWith(resources)(before);
+        QCOMPARE(completion.candidates.join('|'), candidates);
+        QCOMPARE(before.left(completion.start) + completion.text, after);
+    }
+
+    void namesAreOneWordForTcl()
+    {
+        TclInterpreter interpreter; // Tcl makes lists only once it runs
+        for (const QString resource :
+            {"u 0", "lane[0]", "$cost", "50%2", "say \"hi\"", "open{", "close}", "back\\", "#1", "a;b"}) {
+            const Completion completion = completionWith({resource})("zel_resource get -ip ");
+            QCOMPARE(interpreter.evaluate("set name " + completion.text).text, resource);
+        }
+    }
+
+private:
+    void type(const QString& text) { QTest::keyClicks(m_input.get(), text); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(m_input.get(), key, modifiers);
+    }
+    void press(std::initializer_list<Qt::Key> keys)
+    {
+        for (Qt::Key key : keys)
+            press(key);
+    }
+
+    std::unique_ptr<ConsoleInput> m_input;
+    QStringList m_entered;
+    [[nodiscard]] QStringList lines() const { return output()->toPlainText().split('\n'); }
+    [[nodiscard]] ConsoleOutput* output() const { return m_dock->findChild<ConsoleOutput*>(); }
+    [[nodiscard]] ConsoleInput* input() const { return m_dock->findChild<ConsoleInput*>(); }
+    [[nodiscard]] QAction* action(const char* name) const { return output()->findChild<QAction*>(QLatin1String(name)); }
+    [[nodiscard]] QColor colorOfLine(int line) const
+    {
+        QTextCursor cursor(output()->document()->findBlockByNumber(line));
+        cursor.movePosition(QTextCursor::EndOfBlock);
+        return cursor.charFormat().foreground().color();
+    }
+
+    std::unique_ptr<ConsoleDock> m_dock;
+};
+
+ZEL_TEST_MAIN(TestConsole)
+#include "tst_console.moc"
