@@ -215,12 +215,10 @@ Refusal PlacementRules::refusalToRestore(const QString& path) const
     }
     Design restored = m_design;
     restored.restore(top);
-    return PlacementRules(m_device, restored).refusalAfterRestoring(top);
+    return PlacementRules(m_device, restored).refusalOfPresent(top);
 }
 
-// Asks the rules about the placements that concern a resource which has just been restored: those of its fixed parts,
-// and those of clock sources elsewhere that feed an IP in it again.
-Refusal PlacementRules::refusalAfterRestoring(int top) const
+Refusal PlacementRules::refusalOfPresent(int top) const
 {
     const std::vector<int> branch = m_design.subtree(top);
     std::vector<int> concerned = branch;

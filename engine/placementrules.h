@@ -56,6 +56,9 @@ public:
     // Why Design::restore() of this path is not possible: the resource is not removed, its parent is, one of its fixed
     // parts has lost its site to another resource, or what returns would make the state illegal.
     [[nodiscard]] Refusal refusalToRestore(const QString& path) const;
+    // Why the present placements of a resource and of everything below it, or of the clock sources that feed an IP
+    // among them, are illegal; empty if they are legal.
+    [[nodiscard]] Refusal refusalOfPresent(int resource) const;
 
 private:
     [[nodiscard]] Refusal refusalByType(int resource, const Site& site) const;
@@ -64,7 +67,6 @@ private:
     [[nodiscard]] Refusal refusalByServedUnits(int clock, const Site& site) const;
     [[nodiscard]] Refusal refusalBySupplies(const Resource& supply, const Site& site) const;
     [[nodiscard]] Refusal refusalByClocks(int ip, const QString& unit) const;
-    [[nodiscard]] Refusal refusalAfterRestoring(int resource) const;
     [[nodiscard]] bool areNeighbours(const QString& unit, const QString& other) const;
     [[nodiscard]] std::vector<QString> neighboursOf(const QString& unit) const;
 

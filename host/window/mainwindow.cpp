@@ -269,8 +269,7 @@ void MainWindow::connectDesign()
         m_refresh.start(0); // the view takes the refused setting for written
     });
     auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // owned by the view
-    connect(reason, &DragReason::changed, m_statusBar,
-        [this](const QString& text) { m_statusBar->showMessage(asSentence(text)); });
+    connect(reason, &DragReason::changed, m_statusBar, [this](const QString& text) { m_statusBar->showMessage(text); });
     showDesignState();
 }
 

@@ -111,7 +111,7 @@ private Q_SLOTS:
         QStringList written;
         m_engine->setParameterWriter([&](const QString& resource, const QString& key, const QString& value) {
             written = QStringList{resource, key, value};
-            return "the disk is full";
+            return QString("the disk is full");
         });
         const auto type = [](QWidget& dialog) {
             QTest::keyClicks(dialog.focusWidget(), "250");

@@ -257,7 +257,7 @@ private Q_SLOTS:
 private:
     QString place(const QString& resource, const QString& site)
     {
-        return m_engine->place(resource, idOf(*m_engine, site));
+        return m_engine->place(resource, idOf(*m_engine, site)).sentence();
     }
 
     const ProjectFolder m_folder{DESIGN};

@@ -268,7 +268,7 @@ private Q_SLOTS:
         UsedWindow shown(files.project.path());
         QCOMPARE(ZELChipViewDatabase::getInstance()->place("top/ip", "11"), 0);
         const QString message = shown.window->statusBar()->currentMessage();
-        QCOMPARE(message, "there is no resource \"top/ip\"");
+        QCOMPARE(message, "There is no resource \"top/ip\"");
     }
 
     void opensOneAfterTheOther()

@@ -284,9 +284,8 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(planning.files.project.path() + "/deux/journal.tcl")); // a folder
         planning.setChannel1("FAST");
         QCOMPARE(planning.editor().engine().settings().value(10, "CH1"), "SLOW");
-        const QString reason = "the change cannot be kept in ";
-        QVERIFY(planning.message().startsWith(reason));
-        QVERIFY(planning.consoleText().contains(reason));
+        QVERIFY(planning.message().startsWith("The change cannot be kept in "));
+        QVERIFY(planning.consoleText().contains("the change cannot be kept in "));
         QCoreApplication::processEvents();
         QVERIFY(!planning.window->isWindowModified());
         QCOMPARE(planning.chipView()->getDirtyFlag(), 0);

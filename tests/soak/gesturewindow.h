@@ -179,7 +179,7 @@ private:
     void takeEverythingBack()
     {
         while (editor().undoStack().canUndo()) {
-            const QString problem = editor().undo();
+            const QString problem = editor().undo().sentence();
             expect(problem.isEmpty(), "undo: " + problem);
             if (!problem.isEmpty())
                 return;
