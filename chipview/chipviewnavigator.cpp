@@ -3,6 +3,7 @@
 
 #include "graphics/zelgraphicsview.h"
 
+#include <QPointer>
 #include <QTransform>
 
 #include <algorithm>
@@ -30,37 +31,43 @@ void repeat(void (ZelGraphicsView::*zoom)(), ZelGraphicsView& view, int count)
 
 } // namespace
 
+struct ChipViewNavigator::Parts
+{
+    QPointer<ZelGraphicsView> view;
+};
+
 ChipViewNavigator::ChipViewNavigator(ZelGraphicsView* view)
     : BaseNavigator(false, view)
-    , m_view(view)
+    , m_parts(std::make_unique<Parts>(Parts{view}))
 { }
 
 ChipViewNavigator::~ChipViewNavigator() = default;
 
 void ChipViewNavigator::updateView(QObject*, BaseNavigator::Navigating how, int count)
 {
-    if (!m_view)
+    ZelGraphicsView* view = m_parts->view;
+    if (!view)
         return;
     count = std::clamp(count, -MostSteps, MostSteps);
     const int distance = ScrollStep * count;
     switch (how) {
     case NavigateZoomIn:
-        repeat(&ZelGraphicsView::zoomIn, *m_view, count);
+        repeat(&ZelGraphicsView::zoomIn, *view, count);
         break;
     case NavigateZoomOut:
-        repeat(&ZelGraphicsView::zoomOut, *m_view, count);
+        repeat(&ZelGraphicsView::zoomOut, *view, count);
         break;
     case NavigateUp:
-        m_view->scrollBy(0, -distance);
+        view->scrollBy(0, -distance);
         break;
     case NavigateDown:
-        m_view->scrollBy(0, distance);
+        view->scrollBy(0, distance);
         break;
     case NavigateLeft:
-        m_view->scrollBy(-distance, 0);
+        view->scrollBy(-distance, 0);
         break;
     case NavigateRight:
-        m_view->scrollBy(distance, 0);
+        view->scrollBy(distance, 0);
         break;
     default:
         break;

@@ -4,7 +4,7 @@
 #include "platform/contract/basenavigator.h"
 #include "platform/contract/zelexport.h"
 
-#include <QPointer>
+#include <memory>
 
 namespace mirn::zelchipview {
 
@@ -26,7 +26,8 @@ public:
     void updateView(QObject* target, BaseNavigator::Navigating how, QRectF area) override;
 
 private:
-    QPointer<ZelGraphicsView> m_view;
+    struct Q_DECL_HIDDEN Parts;
+    const std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace mirn::zelchipview

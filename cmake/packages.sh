@@ -12,6 +12,7 @@ build_packages=(
     libgl-dev
     libexpat1-dev
     zlib1g-dev
+    libxxhash-dev
     tcl-dev
     fonts-dejavu-core # the offscreen platform has no fonts of its own
 )

@@ -10,13 +10,12 @@
 namespace mirn::zelchipview {
 
 ZELRectItem::ZELRectItem(int id)
-    : ChipElement(id, Placing::AtOnce)
+    : FillableItem(id)
 {
     if (attribute()) {
         setRect(value<QRectF>(ATTR_RECT));
         synchronise({});
     }
-    setAcceptDrops(true);
 }
 
 ZELRectItem::~ZELRectItem()
@@ -24,56 +23,10 @@ ZELRectItem::~ZELRectItem()
     leaveScene(scene());
 }
 
-QRectF ZELRectItem::boundingRect() const
-{
-    return QGraphicsRectItem::boundingRect();
-}
-
-void ZELRectItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget)
-{
-    ElementStates states;
-    if (!prepareToPaint(states))
-        return;
-    updateBrush(states);
-    QGraphicsRectItem::paint(painter, option, widget);
-}
-
 paintrules::Look ZELRectItem::look(ElementStates states) const
 {
     return paintrules::rectLook(value<unsigned int>(ATTR_FILL_COLOR), value<unsigned int>(ATTR_STROKE_COLOR),
         value<double>(ATTR_STROKE_WIDTH), states);
-}
-
-bool ZELRectItem::synchronise(ElementStates states)
-{
-    const QPen border = paintrules::borderPen(look(states));
-    if (border == QGraphicsRectItem::pen())
-        return false;
-    setPen(border);
-    return true;
-}
-
-void ZELRectItem::updateBrush(ElementStates states)
-{
-    setBrush(paintrules::fillBrush(look(states)));
-}
-
-QPen ZELRectItem::pen() const
-{
-    const std::optional<ElementStates> states = shownStates();
-    return states ? paintrules::borderPen(look(*states)) : QGraphicsRectItem::pen();
-}
-
-QBrush ZELRectItem::brush() const
-{
-    const std::optional<ElementStates> states = shownStates();
-    return states ? paintrules::fillBrush(look(*states)) : QGraphicsRectItem::brush();
-}
-
-QVariant ZELRectItem::itemChange(GraphicsItemChange change, const QVariant& value)
-{
-    noticeChange(change);
-    return QGraphicsRectItem::itemChange(change, value);
 }
 
 void ZELRectItem::dragEnterEvent(QGraphicsSceneDragDropEvent* event)

@@ -35,8 +35,14 @@ bool hasUsualHeight(const QTreeWidgetItem* item)
 
 } // namespace
 
+struct ZelTree::Parts
+{
+    bool hasHead = false; // whether the columns have titles
+};
+
 ZelTree::ZelTree(QWidget* parent)
     : QTreeWidget(parent)
+    , m_parts(std::make_unique<Parts>())
 {
     fill();
     setDragEnabled(true);
@@ -107,13 +113,13 @@ void ZelTree::fill()
 void ZelTree::showHead()
 {
     const QStringList& head = TreeController::current().getTreeHead();
-    if (m_hasHead || (head.isEmpty() && columnCount() == 0))
+    if (m_parts->hasHead || (head.isEmpty() && columnCount() == 0))
         return;
     setColumnCount(static_cast<int>(head.size()));
     setHeaderLabels(head);
     if (!head.isEmpty() && header()->sortIndicatorSection() < 0) // it was lost with the last column
         header()->setSortIndicator(0, header()->sortIndicatorOrder());
-    m_hasHead = !head.isEmpty();
+    m_parts->hasHead = !head.isEmpty();
 }
 
 void ZelTree::takeItems()

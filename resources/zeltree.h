@@ -8,6 +8,7 @@
 #include <QTreeWidget>
 
 #include <functional>
+#include <memory>
 
 namespace mirn::zelchipview {
 
@@ -47,7 +48,8 @@ private:
     void expandNamed(const QSet<QString>& names);
     void takeItems();
 
-    bool m_hasHead = false;
+    struct Q_DECL_HIDDEN Parts;
+    const std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace mirn::zelchipview

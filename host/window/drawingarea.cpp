@@ -11,14 +11,14 @@
 #include "host/drawing/zoomanchor.h"
 #include "host/project/projectsession.h"
 #include "host/window/findbox.h"
+#include "resources/zelrestable.h"
+#include "resources/zeltree.h"
 
 #include <QDockWidget>
 #include <QGraphicsItem>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QTableWidget>
-#include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 
 namespace mirn::zelchip {
@@ -56,7 +56,11 @@ DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_session->activate();
     m_chipView = std::make_unique<ZelChipGUI>(m_session->engine(), parent);
     m_chipView->setWindowFlags(Qt::Widget);
-    m_graphicsView = qobject_cast<ZelGraphicsView*>(m_chipView->centralWidget());
+    ZELChipViewDatabase& controller = *ZELChipViewDatabase::getInstance();
+    m_scene = controller.getScene(nullptr); // the window has created all four
+    m_graphicsView = controller.getView(m_scene);
+    m_tree = controller.getTree(nullptr);
+    m_table = controller.getResTable(nullptr);
     m_graphicsView->setFrameShape(QFrame::NoFrame);
     m_graphicsView->setBackgroundBrush(Surroundings);
     m_graphicsView->setTransformationAnchor(QGraphicsView::AnchorUnderMouse);
@@ -107,12 +111,11 @@ void DrawingArea::fit()
 
 bool DrawingArea::zoomToSelection()
 {
-    const auto* scene = qobject_cast<zelchipview::ZelGraphicsScene*>(m_graphicsView->scene());
     QList<QGraphicsItem*> selected;
-    const QList<QGraphicsItem*> items = scene->items();
+    const QList<QGraphicsItem*> items = m_scene->items();
     for (QGraphicsItem* item : items) {
         const auto* attribute = attributeOf(item);
-        if (attribute && scene->selectedItemContains(attribute->itemId))
+        if (attribute && m_scene->selectedItemContains(attribute->itemId))
             selected.append(item);
     }
     zoomToItems(*m_graphicsView, selected);
@@ -121,15 +124,14 @@ bool DrawingArea::zoomToSelection()
 
 void DrawingArea::arrangeTree()
 {
-    auto* tree = m_chipView->findChild<QTreeWidget*>();
-    tree->sortByColumn(0, Qt::AscendingOrder);
-    if (!hasMoreRowsThan(RowsExpandedAtStart, tree))
+    m_tree->sortByColumn(0, Qt::AscendingOrder);
+    if (!hasMoreRowsThan(RowsExpandedAtStart, m_tree))
         m_chipView->expandAllTreeItems();
 }
 
 void DrawingArea::arrangeTable()
 {
-    QHeaderView* rows = m_chipView->findChild<QTableWidget*>()->verticalHeader();
+    QHeaderView* rows = m_table->verticalHeader();
     rows->setMinimumSectionSize(rows->fontMetrics().height());
     rows->setDefaultSectionSize(rows->fontMetrics().height() + UsageRowPadding);
 }
@@ -142,7 +144,7 @@ void DrawingArea::addFindBox()
     row->setContentsMargins(6, 3, 3, 3);
     row->addWidget(new QLabel(dock->windowTitle(), titleBar));
     row->addSpacing(12);
-    m_findBox = new FindBox(m_chipView->findChild<QTreeWidget*>(), titleBar);
+    m_findBox = new FindBox(m_tree, titleBar);
     row->addWidget(m_findBox, 1);
     dock->setTitleBarWidget(titleBar);
     QObject::connect(m_findBox, &FindBox::chosen, m_chipView.get(), [this] { zoomToSelection(); });

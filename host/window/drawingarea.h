@@ -8,7 +8,10 @@ class QWidget;
 
 namespace mirn::zelchipview {
 class ZelChipGUI;
+class ZelGraphicsScene;
 class ZelGraphicsView;
+class ZelResTable;
+class ZelTree;
 } // namespace mirn::zelchipview
 
 namespace mirn::zelchip {
@@ -28,7 +31,7 @@ public:
     // Deletes the chip view, then its controller, and closes the session.
     ~DrawingArea();
 
-    // Deletes the chip view and returns the session, deactivated. After that the surface can only be deleted.
+    // Deletes the chip view and returns the session, deactivated. After that the area can only be deleted.
     [[nodiscard]] std::unique_ptr<ProjectSession> takeSession();
 
     DrawingArea(const DrawingArea&) = delete;
@@ -36,7 +39,9 @@ public:
 
     [[nodiscard]] const ProjectSession& session() const { return *m_session; }
     [[nodiscard]] zelchipview::ZelChipGUI* chipView() const { return m_chipView.get(); }
+    [[nodiscard]] zelchipview::ZelGraphicsScene* scene() const { return m_scene; }
     [[nodiscard]] zelchipview::ZelGraphicsView* graphicsView() const { return m_graphicsView; }
+    [[nodiscard]] zelchipview::ZelTree* tree() const { return m_tree; }
 
     // The find box in the title bar of the tree's dock, which owns it.
     [[nodiscard]] FindBox* findBox() const { return m_findBox; }
@@ -61,7 +66,11 @@ private:
 
     std::unique_ptr<ProjectSession> m_session;
     std::unique_ptr<zelchipview::ZelChipGUI> m_chipView;
-    zelchipview::ZelGraphicsView* m_graphicsView; // owned by the chip view
+    // The chip view's parts.
+    zelchipview::ZelGraphicsScene* m_scene;
+    zelchipview::ZelGraphicsView* m_graphicsView;
+    zelchipview::ZelTree* m_tree;
+    zelchipview::ZelResTable* m_table;
     FindBox* m_findBox = nullptr;
     DrawingFit* m_fit; // child of the graphics view
 };

@@ -203,7 +203,7 @@ void MainWindow::connectChipView()
 void MainWindow::showSummary()
 {
     const ProjectSession& session = m_drawingArea->session();
-    const int elements = static_cast<int>(m_drawingArea->graphicsView()->scene()->items().size());
+    const int elements = static_cast<int>(m_drawingArea->scene()->items().size());
     const QString drawing = QFileInfo(session.drawingFile()).fileName();
     const QString count = elements == 1 ? tr("1 element") : tr("%1 elements").arg(locale().toString(elements));
     m_statusBar->setSummary(QStringLiteral("%1: %2").arg(drawing, count));
@@ -323,6 +323,11 @@ zelchipview::ZelChipGUI* MainWindow::chipView()
     return m_drawingArea->chipView();
 }
 
+zelchipview::ZelGraphicsScene* MainWindow::scene()
+{
+    return m_drawingArea->scene();
+}
+
 zelchipview::ZelGraphicsView* MainWindow::graphicsView()
 {
     return m_drawingArea->graphicsView();
@@ -330,7 +335,7 @@ zelchipview::ZelGraphicsView* MainWindow::graphicsView()
 
 QTreeWidget* MainWindow::tree()
 {
-    return m_drawingArea->chipView()->findChild<QTreeWidget*>();
+    return m_drawingArea->tree();
 }
 
 QString MainWindow::saveSnapshot(const QString& file)

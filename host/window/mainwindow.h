@@ -75,6 +75,7 @@ private:
     void openSurface(std::unique_ptr<ProjectSession> session);
 
     zelchipview::ZelChipGUI* chipView() override;
+    zelchipview::ZelGraphicsScene* scene() override;
     zelchipview::ZelGraphicsView* graphicsView() override;
     QTreeWidget* tree() override;
 

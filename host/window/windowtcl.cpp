@@ -35,16 +35,11 @@ const QMap<QString, int>& modes()
     return byName;
 }
 
-ZelGraphicsScene* sceneOf(WindowAccess& window)
-{
-    return qobject_cast<ZelGraphicsScene*>(window.graphicsView()->scene());
-}
-
 // Returns the item that represents an element: the lowest of its rects, which is a site's outline, else its lowest
 // item.
 QGraphicsItem* itemOf(WindowAccess& window, int id)
 {
-    const QList<QGraphicsItem*> items = sceneOf(window)->itemsOf(id);
+    const QList<QGraphicsItem*> items = window.scene()->itemsOf(id);
     const auto isBefore = [](const QGraphicsItem* a, const QGraphicsItem* b) {
         const bool isRect = a->type() == QGraphicsRectItem::Type;
         const bool isOtherRect = b->type() == QGraphicsRectItem::Type;
@@ -102,13 +97,13 @@ void zoomTo(WindowAccess& window, const QList<int>& ids)
 {
     QList<QGraphicsItem*> items;
     for (int id : ids)
-        items += sceneOf(window)->itemsOf(id);
+        items += window.scene()->itemsOf(id);
     zoomToItems(*window.graphicsView(), items);
 }
 
 void select(WindowAccess& window, const QList<int>& ids)
 {
-    sceneOf(window)->clearSelectedItems();
+    window.scene()->clearSelectedItems();
     for (int id : ids)
         ZELChipViewDatabase::getInstance()->addSelctedItem(id, true);
     Q_UNUSED(window)

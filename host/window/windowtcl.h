@@ -7,6 +7,7 @@ class QTreeWidget;
 
 namespace mirn::zelchipview {
 class ZelChipGUI;
+class ZelGraphicsScene;
 class ZelGraphicsView;
 } // namespace mirn::zelchipview
 
@@ -23,6 +24,7 @@ public:
     virtual ~WindowAccess();
 
     [[nodiscard]] virtual zelchipview::ZelChipGUI* chipView() = 0;
+    [[nodiscard]] virtual zelchipview::ZelGraphicsScene* scene() = 0;
     [[nodiscard]] virtual zelchipview::ZelGraphicsView* graphicsView() = 0;
     [[nodiscard]] virtual QTreeWidget* tree() = 0;
     virtual void fit() = 0;

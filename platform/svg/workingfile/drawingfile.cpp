@@ -81,7 +81,7 @@ long DrawingFile::read(char* buffer, std::size_t size)
 
 bool DrawingFile::rewind()
 {
-    m_hash = {};
+    m_hash.reset();
     m_readSize = 0;
     return !m_isCancelled && ::lseek(m_descriptor, 0, SEEK_SET) == 0;
 }

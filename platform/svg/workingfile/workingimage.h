@@ -17,7 +17,7 @@ namespace zelsvg {
 struct ImageHeader
 {
     static constexpr char Magic[8] = {'Z', 'E', 'L', 'S', 'V', 'G', 'W', '\n'};
-    static constexpr std::uint32_t Version = 3;
+    static constexpr std::uint32_t Version = 4;
 
     char magic[8];
     std::uint32_t version;
