@@ -225,6 +225,7 @@ public:
     // controller.
     [[nodiscard]] ElementIdSet& filteredIds() override;
 
+    // Returns this object, for the parts that connect to its signals.
     [[nodiscard]] QObject* asObject() override { return this; }
 
     // Returns the floating text beside a drag. Valid as long as the controller.

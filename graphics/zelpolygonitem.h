@@ -15,9 +15,11 @@ public:
     explicit ZELPolygonItem(int id); // id: the load number
     ~ZELPolygonItem() override;
 
+    // Always this kind.
     [[nodiscard]] zelgraphic_kind kind() const override { return ZEL_GRAPHIC_POLYGON; }
 
 protected:
+    // Returns fill and border as the paint rules have them for this kind.
     [[nodiscard]] paintrules::Look look(ElementStates states) const override;
     void dragEnterEvent(QGraphicsSceneDragDropEvent* event) override;
     void dragLeaveEvent(QGraphicsSceneDragDropEvent* event) override;
