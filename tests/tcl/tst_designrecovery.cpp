@@ -108,6 +108,11 @@ private Q_SLOTS:
         project.setJournal(unnamed); // as if the program had ended before it emptied it
         QCOMPARE(project.open(), QStringList());
         QCOMPARE(project.state(), state);
+        // Directly behind what is saved stands a change whose second command is missing.
+        const QByteArray off = "zel_setting -id 10 -key CH1 -value OFF\n";
+        project.setJournal(unnamed + "# together 2\n" + off + "# together 1\n" + off);
+        const QString where = project.journalFile() + ':' + QString::number(unnamed.count('\n') + 1) + ": refused ";
+        QVERIFY(project.open().first().startsWith(where));
     }
 
     // At first it could not be set aside, because somebody else had the project.
