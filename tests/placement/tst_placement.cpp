@@ -81,16 +81,6 @@ class TestPlacement : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void commandTexts()
-    {
-        for (const char* text : {"u1", "my ip", "a[1]$x\"y\"", "%2 %1", "k\u00e4fer"}) {
-            const QString name = QString::fromUtf8(text);
-            QCOMPARE(commandtexts::place(name, "-5"), "zel_resource place -rsc {" + name + "} -id -5");
-            QCOMPARE(commandtexts::reset(name), "zel_resource reset -ip {" + name + "}");
-            QCOMPARE(commandtexts::remove(name), "zel_resource remove -ip {" + name + "}");
-        }
-    }
-
     void queryTracesThreeLines()
     {
         FakeEngine engine;
@@ -129,7 +119,7 @@ private Q_SLOTS:
         chip.send<QDragEnterEvent>({2, 2});
         QVERIFY(chip.send<QDragMoveEvent>({20, 20}));
         QCOMPARE(chip.selected(), QSet<int>{5});
-        // Clear of the pointer, or the text would take the drop.
+        // The text is clear of the pointer, or it would take the drop.
         const auto* hoverText = chip.view()->findChild<QPlainTextEdit*>();
         QVERIFY(hoverText->isVisible());
         QVERIFY((hoverText->pos() - QCursor::pos() - QPoint(30, 30)).manhattanLength() < 5);
@@ -272,8 +262,7 @@ private Q_SLOTS:
             QStringList menu;
             QTimer::singleShot(0, qApp, [&] {
                 if (auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
-                    const QList<QAction*> actions = popup->actions();
-                    for (const QAction* action : actions)
+                    for (const QAction* action : popup->actions())
                         menu.append(action->text());
                     popup->close();
                 }

@@ -20,7 +20,7 @@ int umaskCalls = 0;
 
 } // namespace
 
-// In the place of the system's, also for the library: whoever sets the mask, even for a moment, sets it for all
+// This takes the place of the system's function, in the library too: whoever sets the mask for a moment sets it for all
 // threads.
 extern "C" __attribute__((visibility("default"))) mode_t umask(mode_t mask) noexcept
 {
@@ -56,7 +56,7 @@ private Q_SLOTS:
         zeltest::writeFile(m_drawing, Content);
     }
 
-    // One after the other, and all together.
+    // The items come one after the other, and all together.
     void handsItemsOutInTwoWays()
     {
         for (bool isFromWorkingFile : {false, true}) {
@@ -140,7 +140,7 @@ private Q_SLOTS:
         }
     }
 
-    // When a drawing has to be read for its hash, and when the file system's word for it is enough.
+    // A drawing is read for its hash only when the file system's word for it is not enough.
     void readsOnlyWhatMayHaveChanged_data()
     {
         const Rows<int, int, bool, bool> row;
@@ -159,7 +159,7 @@ private Q_SLOTS:
         const Outcome first = load(secondsToSettle);
         QCOMPARE(first.isLoaded, isLoaded);
         QCOMPARE(first.isRead, isRead);
-        // What was read once need not be read again, unless it is still too new.
+        // A drawing that was read once need not be read again, unless it is still too new.
         const Outcome second = load(secondsToSettle);
         QCOMPARE(second.isLoaded, isLoaded);
         QCOMPARE(second.isRead, secondsToSettle == InAnHour || !isLoaded);
@@ -252,7 +252,7 @@ private:
 
     bool load(SVGParser& parser) const { return parser.loadSVGElements(bytes(m_drawing), bytes(m_working)); }
 
-    // Also checks that the drawing is right, wherever it comes from.
+    // Checks as well that the drawing is right, wherever it comes from.
     [[nodiscard]] bool isLoadedFromWorkingFile() const
     {
         SVGParser plain;
