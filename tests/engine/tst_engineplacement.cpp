@@ -145,7 +145,8 @@ private Q_SLOTS:
         const Rows<QString, QString, QString, QString> row;
         row("one channel", "top/mono", "U1", "mono/a@U1_CH0", "");
         row("the free channel of a unit in use", "top/mono", "U0", "mono/a@U0_CH1", "");
-        row("one too many spills", "top/quad", "U1", "quad/parts/a@U1_CH0 quad/parts/b@U1_CH1 quad/parts/c@U0_CH1", "");
+        row("one too many spills over", "top/quad", "U1", "quad/parts/a@U1_CH0 quad/parts/b@U1_CH1 quad/parts/c@U0_CH1",
+            "");
         row("nowhere to spill over to", "top/quad", "U2", "", "top/quad has 3 channels to place, but 2 are free in U2");
         row("moves what is placed", "top/duo", "U1", "duo/a@U1_CH0 duo/b@U1_CH1", "");
         row("against its clock", "top/duo", "U2", "duo/a@U0_CH0", "top/duo/ref on REF_L does not reach U2");

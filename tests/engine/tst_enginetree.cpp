@@ -158,7 +158,8 @@ private Q_SLOTS:
         row("what holds for both", "CH1", "OFF", "OFF OFF", "");
         row("no such value", "CH0", "LOUD", "SLOW SLOW", "CH0 cannot be \"LOUD\", expected \"SLOW\" or \"FAST\"");
         row("no such key", "CH2", "OFF", "SLOW SLOW", "U0 has no setting \"CH2\", expected \"CH0\" or \"CH1\"");
-        row("both keys", "CH0:CH1", "OFF", "SLOW SLOW", "U0 has no setting \"CH0:CH1\", expected \"CH0\" or \"CH1\"");
+        row("a key of both", "CH0:CH1", "OFF", "SLOW SLOW",
+            "U0 has no setting \"CH0:CH1\", expected \"CH0\" or \"CH1\"");
     }
 
     void settings()

@@ -130,7 +130,7 @@ private Q_SLOTS:
     // Items tell the values that they would set if they painted themselves.
     void itemsTellWhatTheyShow()
     {
-        // In a small drawing through Qt's classes as well, in a large one, with texts, through their own.
+        // Qt's own classes tell them as well in a small drawing, but not in a large one with texts.
         for (const int more : {0, 6000}) {
             const bool isLarge = more > 0;
             ChipView chip;

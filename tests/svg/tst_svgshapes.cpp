@@ -19,16 +19,20 @@ private Q_SLOTS:
     void placesShapes_data()
     {
         const Rows<QByteArray, QString> row;
-        row("from the right", "<rect size='2x1' transform='translate(10,5) scale(2 3)'/>", "rect 10,5 4x3");
-        row("the group's comes last", "<g transform='scale(2)'><R transform='translate(3)'/></g>", "rect 6,0 2x2");
+        row("transforms apply from the right", "<rect size='2x1' transform='translate(10,5) scale(2 3)'/>",
+            "rect 10,5 4x3");
+        row("a group's transform comes last", "<g transform='scale(2)'><R transform='translate(3)'/></g>",
+            "rect 6,0 2x2");
         row("a quarter turn keeps rects", "<rect x='1' size='4x2' transform='rotate(90)'/>", "rect -2,1 2x4");
-        row("three around a point do so", "<rect size='4x2' transform='rotate(-90 10 10)'/>", "rect 0,16 2x4");
+        row("three quarters around a point do so", "<rect size='4x2' transform='rotate(-90 10 10)'/>", "rect 0,16 2x4");
         row("a mirror does so", "<rect x='1' y='1' size='4x2' transform='matrix(-1 0 0 1 10 0)'/>", "rect 5,1 4x2");
         row("a turned rect is a polygon", "<rect size='10x10' transform='rotate(45)'/>",
             "polygon 0,0 7.071,7.071 0,14.142 -7.071,7.071");
-        row("a skewed rect is one", "<rect size='10x10' transform='skewX(45)'/>", "polygon 0,0 10,0 20,10 10,10");
-        row("skewed otherwise", "<polygon points='0,0 10,0 10,10' transform='skewY(45)'/>", "polygon 0,0 10,10 10,20");
-        row("a style with units", "<R style='transform:translate(1px, 2px)rotate(.25turn)'/>", "rect 0,2 1x1");
+        row("a skewed rect is a polygon", "<rect size='10x10' transform='skewX(45)'/>", "polygon 0,0 10,0 20,10 10,10");
+        row("skewed the other way", "<polygon points='0,0 10,0 10,10' transform='skewY(45)'/>",
+            "polygon 0,0 10,10 10,20");
+        row("transforms as a style, with units", "<R style='transform:translate(1px, 2px)rotate(.25turn)'/>",
+            "rect 0,2 1x1");
         row("a transform that cannot be read is left out", "<R transform='translate(1,2) turn(3)'/>", "R");
         row("strokes scale by their direction",
             "<g stroke='red' stroke-width='2' transform='scale(1 4)'><line x2='1'/><line y2='1'/><line x2='4' "
@@ -48,7 +52,8 @@ private Q_SLOTS:
             "polygon 0,0 4,0 4,3; line 0,0 4,0 red 1; line 4,0 4,3 red 1; line 4,3 0,0 red 1");
         row("a polyline is open", "<polyline points='0,0 4,0 4,3' fill='none' stroke='red'/>",
             "line 0,0 4,0 red 1; line 4,0 4,3 red 1");
-        row("an odd number is lost", "<polyline points='0,0 4,0 4' fill='none' stroke='red'/>", "line 0,0 4,0 red 1");
+        row("an odd coordinate is lost", "<polyline points='0,0 4,0 4' fill='none' stroke='red'/>",
+            "line 0,0 4,0 red 1");
         row("a line has no fill", "<line x2='5' fill='red'/>", "");
         row("corners rounded by next to nothing", "<rect size='10x10' rx='0.1'/>", "rect 0,0 10x10");
         row("a transform to nothing", "<R transform='scale(0)'/>", "");
@@ -56,7 +61,8 @@ private Q_SLOTS:
             "polygon 0,0 9,0 9,9 0,0 1,1 3,1 3,3 1,1 0,0");
         row("a hole that turns the other way is bridged", "<path d='M0 0h9v9zM1 1v2h2z'/>",
             "polygon 0,0 9,0 9,9 0,0 1,1 1,3 3,3 1,1 0,0");
-        row("parts turned alike", "<path d='M0 0h9v9zM1 1h2v2z'/>", "polygon 0,0 9,0 9,9; polygon 1,1 3,1 3,3");
+        row("parts that turn alike overlap", "<path d='M0 0h9v9zM1 1h2v2z'/>",
+            "polygon 0,0 9,0 9,9; polygon 1,1 3,1 3,3");
         row("an open subpath is filled as if closed", "<path d='M0 0h9v9'/>", "polygon 0,0 9,0 9,9");
         row("back at the start is as good as closed", "<path d='M0 0h9v9L0 0'/>", "polygon 0,0 9,0 9,9");
         row("two corners enclose nothing", "<path d='M0 0h9'/>", "");
@@ -308,7 +314,8 @@ private Q_SLOTS:
             "7/3//p; 8/3//p; -1/0//");
         row("a title without popup", "<g><title> t\n</title><R/><R><title>u</title></R></g>", "-1/0//t; -2/0//u");
         row("a popup goes before the title", "<R t:popup='p'><title>t</title></R>", "-1/0//p");
-        row("an own title, inherited popup", "<g t:popup='p'><R><title>t</title></R><R/></g>", "-1/0//t; -2/0//p");
+        row("an own title goes before an inherited popup", "<g t:popup='p'><R><title>t</title></R><R/></g>",
+            "-1/0//t; -2/0//p");
         row("an empty popup silences the inherited one", "<g t:popup='p'><R t:popup=''/></g>", "-1/0//");
         row("a title that comes late", "<g><R/><R t:popup='p'/><title>t</title><R/></g>", "-1/0//t; -2/0//p; -3/0//t");
         row("a popup that reads like the inherited one is an own one",
@@ -323,7 +330,7 @@ private Q_SLOTS:
             "4/0/n/; -1/0/n/t");
         row("texts and their parts",
             "<text t:popup='p' id='n'>A<tspan t:id='3' t:layer='1' fill='red'>B</tspan></text>", "-1/0/n/p; 3/1/n/p");
-        row("in ISO 8859-1", "<R id='\xC3\xA4\xE2\x80\x93' t:popup='a\xE2\x84\xA2'/>", "-1/0/\u00E4-/a(TM)");
+        row("names in ISO 8859-1", "<R id='\xC3\xA4\xE2\x80\x93' t:popup='a\xE2\x84\xA2'/>", "-1/0/\u00E4-/a(TM)");
     }
 
     void identifiesElements()

@@ -30,7 +30,7 @@ private Q_SLOTS:
         }
     }
 
-    // Which records a body becomes: their colours, strokes and places.
+    // A body becomes records with these colours, strokes and places.
     void bodiesBecomeRecords_data()
     {
         const Rows<QByteArray, QString> row;
@@ -95,8 +95,8 @@ private Q_SLOTS:
         row("a transparent fill keeps its stroke", "<R fill='transparent' stroke='red'/>", Border);
         row("a rect without an area", "<rect size='0x1'/><rect size='1x-1'/><rect/>", "");
         row("what stands in a shape", "<rect size='2x2'><R/><g><text>A</text></g></rect>", "rect 0,0 2x2");
-        row("for reference", "<defs><R/></defs><symbol><R/></symbol><clipPath><R/></clipPath><marker><R/></marker>",
-            "");
+        row("what only others refer to",
+            "<defs><R/></defs><symbol><R/></symbol><clipPath><R/></clipPath><marker><R/></marker>", "");
         row("elements of other programs",
             "<x:g xmlns:x='urn:x'><R/></x:g><unknown><R/></unknown><g xmlns:x='urn:x' x:display='none'><R/></g>", "R");
         const auto text = [&row](const char* name, const QByteArray& body, const char* records) {
@@ -112,7 +112,7 @@ private Q_SLOTS:
             "text 'A' 315,0; text 'B' 999,0 red");
         text("a tspan with a place of its own is a chunk of its own",
             "<text x='5' text-anchor='end'>A<tspan x='1000' y='7'>B</tspan></text>", "text 'A' -679,0; text 'B' 314,7");
-        text("shift", "<text x='10' dx='1' dy='2'>A<tspan dy='1em'>B</tspan></text>",
+        text("shifted", "<text x='10' dx='1' dy='2'>A<tspan dy='1em'>B</tspan></text>",
             "text 'A' 11,2; text 'B' 695,1002");
         text("a place for each character", "<text x='1 2,3'>ABBA</text>", "text 'A' 1,0; text 'B' 2,0; text 'BA' 3,0");
         text("a mark counts as a character", "<text x='1 2 3'>A\u0308B</text>", "text '\u00C4' 1,0; text 'B' 3,0");
