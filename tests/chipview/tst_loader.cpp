@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(chip.item(1)->sceneBoundingRect().center(), QPointF(20, 20));
     }
 
-    // Without it a large drawing is slow to close before it was shown, which no other test would notice.
+    // Without that slot a large drawing is slow to close before it was shown, which no other test would notice.
     void knowsHowQtPolishesItems() { QVERIFY(QGraphicsScene().metaObject()->indexOfMethod("_q_polishItems()") >= 0); }
 };
 

@@ -34,8 +34,13 @@ public:
         engine.allowedSites = {"7"};
         writeFile(QFile::decodeName(engine.device.filter.c_str()), "\"site\" 7\n");
     }
+};
 
-    void openAndUse()
+// A full chip view that is open and has been used.
+class UsedChipView : public FullChipView
+{
+public:
+    UsedChipView()
     {
         open();
         window->refresh(REFRESH_ALL);
@@ -140,8 +145,7 @@ class TestOwnership : public zeltest::Test
 private Q_SLOTS:
     void windowThenController()
     {
-        FullChipView chip;
-        chip.openAndUse();
+        UsedChipView chip;
         QPointer<ZelGraphicsScene> scene(chip.scene());
         QPointer<ZelTree> tree(chip.tree());
         QPointer<ZelGraphicsView> view(chip.view());
@@ -159,8 +163,7 @@ private Q_SLOTS:
 
     void controllerThenWindow()
     {
-        FullChipView chip;
-        chip.openAndUse();
+        UsedChipView chip;
         QPointer<ZelGraphicsView> view(chip.view());
         ZELChipViewDatabase::destoryInstance();
         QVERIFY(view && !view->scene());
@@ -176,8 +179,7 @@ private Q_SLOTS:
 
     void oneWindowAfterTheOther()
     {
-        FullChipView chip;
-        chip.openAndUse();
+        UsedChipView chip;
         ZelGraphicsScene* scene = chip.scene();
         chip.database()->getAction(ACTION_PAN)->trigger();
         chip.window.reset();
@@ -198,8 +200,7 @@ private Q_SLOTS:
     void twoWindowsAtOnce()
     {
         for (const bool isFirstDeletedFirst : {true, false}) {
-            FullChipView chip;
-            chip.openAndUse();
+            UsedChipView chip;
             auto second = std::make_unique<ZelChipGUI>(&chip.engine, nullptr);
             second->show();
             QCOMPARE(second->centralWidget(), static_cast<QWidget*>(chip.view())); // shared: the second has it now
@@ -212,8 +213,7 @@ private Q_SLOTS:
 
     void drawingLoadedTwice()
     {
-        FullChipView chip;
-        chip.openAndUse();
+        UsedChipView chip;
         QPointer<ZELGraphicItemAttribute> replaced(chip.attribute(1));
         QVERIFY(chip.window->initGrahpicView());
         QVERIFY(replaced && replaced != chip.attribute(1));
@@ -227,8 +227,7 @@ private Q_SLOTS:
 
     void viewWithoutControllerMakesNone()
     {
-        FullChipView chip;
-        chip.openAndUse();
+        UsedChipView chip;
         ZelGraphicsView* view = chip.view();
         QWidget* viewport = view->viewport();
         ZELChipViewDatabase::destoryInstance();
@@ -259,8 +258,7 @@ private Q_SLOTS:
 
     void treeDiesWithItsRowsShown()
     {
-        FullChipView chip;
-        chip.openAndUse();
+        UsedChipView chip;
         delete chip.tree();
         QCOMPARE(chip.database()->canDrop(nullptr, 7), true);
         QCOMPARE(chip.database()->drop(7), 0);
@@ -269,7 +267,7 @@ private Q_SLOTS:
         QCOMPARE(chip.database()->getTree(chip.window.get())->topLevelItemCount(), 2);
     }
 
-    // What the user answers then changes nothing any more, neither in this view nor in the next one.
+    // The user's answer then changes nothing any more, neither in this view nor in the next one.
     void viewEndsBelowItsDialogs_data()
     {
         const Rows<QString, QString> row;

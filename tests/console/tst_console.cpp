@@ -4,7 +4,6 @@
 #include "host/console/consoleinput.h"
 #include "host/console/consoleoutput.h"
 #include "host/console/tclcompletion.h"
-#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QAction>
@@ -74,18 +73,17 @@ private Q_SLOTS:
 
     void showsTextAsItIs_data()
     {
-        zeltest::addRows({
-            {"HTML", "<img src=\"x\"><b>bold</b>&amp;", "<img src=\"x\"><b>bold</b>&amp;"},
-            {"non-ASCII", u8"\u00e4\u6f22\u5b57\U0001f527", u8"\u00e4\u6f22\u5b57\U0001f527"},
-            {"control characters", u8"a\x1b[31m\rb\x07\tc", u8"a\u241b[31m\u240db\u2407\tc"},
-            {"ends of paragraphs", u8"a\u2029b\u2028c", u8"a\ufffdb\ufffdc"},
-            {"foreign line ends", "a\r\nb\r\n", "a\nb"},
-        });
+        const Rows<QString, QString> row;
+        row("HTML", "<img src=\"x\"><b>bold</b>&amp;", "<img src=\"x\"><b>bold</b>&amp;");
+        row("non-ASCII", u8"\u00e4\u6f22\u5b57\U0001f527", u8"\u00e4\u6f22\u5b57\U0001f527");
+        row("control characters", u8"a\x1b[31m\rb\x07\tc", u8"a\u241b[31m\u240db\u2407\tc");
+        row("ends of paragraphs", u8"a\u2029b\u2028c", u8"a\ufffdb\ufffdc");
+        row("foreign line ends", "a\r\nb\r\n", "a\nb");
     }
 
     void showsTextAsItIs()
     {
-        const auto [text, shown] = zeltest::currentRow<2>();
+        const auto [text, shown] = row<QString, QString>();
         m_dock->showError(text);
         QCOMPARE(output()->toPlainText(), shown);
         output()->clearAll();
@@ -114,7 +112,7 @@ private Q_SLOTS:
         QCOMPARE(lines().last(), "next");
     }
 
-    void keepsABoundedNumberOfLines()
+    void keepsABoundedNumberOfLinesAndCharacters()
     {
         for (int i = 0; i < ConsoleOutput::MostLines + 10; ++i)
             m_dock->showOutput(QString::number(i) + '\n');
@@ -122,10 +120,7 @@ private Q_SLOTS:
         QCOMPARE(lines().size(), ConsoleOutput::MostLines);
         QCOMPARE(lines().last(), QString::number(ConsoleOutput::MostLines + 9));
         QCOMPARE(output()->verticalScrollBar()->value(), output()->verticalScrollBar()->maximum());
-    }
-
-    void keepsABoundedNumberOfCharacters()
-    {
+        output()->clearAll();
         const QString line(ConsoleOutput::LongestLine - 100, ' ');
         for (int i = 0; i < 450; ++i)
             m_dock->showResult(line);
@@ -406,7 +401,7 @@ private Q_SLOTS:
         QCOMPARE(m_input->script(), "fo");
     }
 
-    void givesItsTextToTheLetter()
+    void entersItsTextToTheLetter()
     {
         const QString text = QString::fromUtf8("a\xc2\xa0 b \xf0\x9f\x94\xa7 <b>\tc");
         m_input->insertPlainText(text);
@@ -416,51 +411,47 @@ private Q_SLOTS:
 
     void completes_data()
     {
-        zeltest::addRows({
-            {"a command", "pu", "puts ", "puts"},
-            {"what several commands have in common", "zel", "zel_", "zel_project|zel_resource|zel_setting"},
-            {"nothing more in common", "for", "for", "foreach|format"},
-            {"nothing that fits", "xyz", "xyz", ""},
-            {"a command behind a semicolon", "puts a; pu", "puts a; puts ", "puts"},
-            {"a command on the next line", "puts a\npu", "puts a\nputs ", "puts"},
-            {"a command in brackets", "puts [fore", "puts [foreach ", "foreach"},
-            {"a command in quoted brackets", "puts \"a [fore", "puts \"a [foreach ", "foreach"},
-            {"a command in a body", "foreach a {b c} {\n pu", "foreach a {b c} {\n puts ", "puts"},
-            {"behind brackets that are closed", "zel_resource get [format a] -i", "zel_resource get [format a] -ip ",
-                "-ip"},
-            {"behind an escaped line's end", "zel_resource \\\n pl", "zel_resource \\\n place ", "place"},
-            {"no command among arguments", "puts pu", "puts pu", ""},
-            {"a subcommand", "zel_resource pl", "zel_resource place ", "place"},
-            {"subcommands", "zel_resource re", "zel_resource re", "reset|remove|restore"},
-            {"all subcommands", "zel_tree ", "zel_tree ", "where|expand|collapse|select"},
-            {"options", "zel_resource place ", "zel_resource place -", "-rsc|-id"},
-            {"options of a command without subcommands", "zel_setting -", "zel_setting -", "-id|-key|-value"},
-            {"options that are left", "zel_resource place -id 3 ", "zel_resource place -id 3 -rsc ", "-rsc"},
-            {"no option where its value is due", "zel_setting -key ", "zel_setting -key ", ""},
-            {"a mode", "zel_view mode z", "zel_view mode zoom ", "zoom"},
-            {"one mode only", "zel_view mode zoom ", "zel_view mode zoom ", ""},
-            {"a resource", "zel_resource place -rsc to", "zel_resource place -rsc top/", "top/a|top/b 1|top/b 2"},
-            {"a resource to its end", "zel_resource get -ip top/a", "zel_resource get -ip top/a ", "top/a"},
-            {"a resource with a blank", "zel_resource get -ip {top/b 1", "zel_resource get -ip {top/b 1} ", "top/b 1"},
-            {"resources with a blank", "zel_tree where -rsc top/b", "zel_tree where -rsc {top/b ", "top/b 1|top/b 2"},
-            {"a resource in quotes", "zel_tree where -rsc \"top/b 2", "zel_tree where -rsc {top/b 2} ", "top/b 2"},
-            {"a resource in a body", "foreach a b {zel_resource get -ip {top/b 1",
-                "foreach a b {zel_resource get -ip {top/b 1} ", "top/b 1"},
-            {"resources that cannot stand in braces", "zel_resource get -ip o", "zel_resource get -ip odd\\{\\ ",
-                "odd{ 1|odd{ 2"},
-            {"resources behind a backslash", "zel_resource get -ip odd\\{", "zel_resource get -ip odd\\{\\ ",
-                "odd{ 1|odd{ 2"},
-            {"a resource outside the basic characters", "zel_resource get -ip \xc3\xa4",
-                "zel_resource get -ip \xc3\xa4/\xf0\x9f\x94\xa7 ", "\xc3\xa4/\xf0\x9f\x94\xa7"},
-            {"no half characters", "zel_resource get -ip p", "zel_resource get -ip p/",
-                "p/\xf0\x9f\x94\xa7|p/\xf0\x9f\x94\xa8"},
-            {"resources of other commands are unknown", "puts -rsc to", "puts -rsc to", ""},
-        });
+        const Rows<QString, QString, QString> row;
+        row("a command", "pu", "puts ", "puts");
+        row("what several commands have in common", "zel", "zel_", "zel_project|zel_resource|zel_setting");
+        row("nothing more in common", "for", "for", "foreach|format");
+        row("nothing that fits", "xyz", "xyz", "");
+        row("a command behind a semicolon", "puts a; pu", "puts a; puts ", "puts");
+        row("a command on the next line", "puts a\npu", "puts a\nputs ", "puts");
+        row("a command in brackets", "puts [fore", "puts [foreach ", "foreach");
+        row("a command in quoted brackets", "puts \"a [fore", "puts \"a [foreach ", "foreach");
+        row("a command in a body", "foreach a {b c} {\n pu", "foreach a {b c} {\n puts ", "puts");
+        row("behind closed brackets", "zel_resource get [format a] -i", "zel_resource get [format a] -ip ", "-ip");
+        row("behind an escaped line's end", "zel_resource \\\n pl", "zel_resource \\\n place ", "place");
+        row("no command among arguments", "puts pu", "puts pu", "");
+        row("a subcommand", "zel_resource pl", "zel_resource place ", "place");
+        row("subcommands", "zel_resource re", "zel_resource re", "reset|remove|restore");
+        row("all subcommands", "zel_tree ", "zel_tree ", "where|expand|collapse|select");
+        row("options", "zel_resource place ", "zel_resource place -", "-rsc|-id");
+        row("options of a command without subcommands", "zel_setting -", "zel_setting -", "-id|-key|-value");
+        row("options that are left", "zel_resource place -id 3 ", "zel_resource place -id 3 -rsc ", "-rsc");
+        row("no option where its value is due", "zel_setting -key ", "zel_setting -key ", "");
+        row("a mode", "zel_view mode z", "zel_view mode zoom ", "zoom");
+        row("one mode only", "zel_view mode zoom ", "zel_view mode zoom ", "");
+        row("a resource", "zel_resource place -rsc to", "zel_resource place -rsc top/", "top/a|top/b 1|top/b 2");
+        row("a resource to its end", "zel_resource get -ip top/a", "zel_resource get -ip top/a ", "top/a");
+        row("a resource with a blank", "zel_resource get -ip {top/b 1", "zel_resource get -ip {top/b 1} ", "top/b 1");
+        row("resources with a blank", "zel_tree where -rsc top/b", "zel_tree where -rsc {top/b ", "top/b 1|top/b 2");
+        row("a resource in quotes", "zel_tree where -rsc \"top/b 2", "zel_tree where -rsc {top/b 2} ", "top/b 2");
+        row("a resource in a body", "foreach a b {zel_resource get -ip {top/b 1",
+            "foreach a b {zel_resource get -ip {top/b 1} ", "top/b 1");
+        row("resources not for braces", "zel_resource get -ip o", "zel_resource get -ip odd\\{\\ ", "odd{ 1|odd{ 2");
+        row("behind a backslash", "zel_resource get -ip odd\\{", "zel_resource get -ip odd\\{\\ ", "odd{ 1|odd{ 2");
+        row("a resource outside the basic characters", "zel_resource get -ip \xc3\xa4",
+            "zel_resource get -ip \xc3\xa4/\xf0\x9f\x94\xa7 ", "\xc3\xa4/\xf0\x9f\x94\xa7");
+        row("no half characters", "zel_resource get -ip p", "zel_resource get -ip p/",
+            "p/\xf0\x9f\x94\xa7|p/\xf0\x9f\x94\xa8");
+        row("resources of other commands are unknown", "puts -rsc to", "puts -rsc to", "");
     }
 
     void completes()
     {
-        const auto [before, after, candidates] = zeltest::currentRow<3>();
+        const auto [before, after, candidates] = row<QString, QString, QString>();
         const QStringList resources{"top/a", "top/b 1", "top/b 2", "odd{ 1", "odd{ 2",
             QString::fromUtf8("\xc3\xa4/\xf0\x9f\x94\xa7"), QString::fromUtf8("p/\xf0\x9f\x94\xa7"),
             QString::fromUtf8("p/\xf0\x9f\x94\xa8")};

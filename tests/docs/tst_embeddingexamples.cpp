@@ -12,7 +12,6 @@
 #include "tests/support/testmain.h"
 
 #include <QComboBox>
-#include <QFile>
 #include <QTemporaryDir>
 
 using namespace mirn::zelchipview;
@@ -28,7 +27,7 @@ const char Drawing[]
 
 } // namespace
 
-// What docs/embedding.md shows does what it says.
+// The examples of docs/embedding.md do what the text says.
 class TestEmbeddingExamples : public zeltest::Test
 {
     Q_OBJECT
@@ -36,12 +35,9 @@ private Q_SLOTS:
     void hostAndEngineWorkTogether()
     {
         QTemporaryDir folder;
-        QFile drawing(folder.filePath("chip.svg"));
-        QFile filter(folder.filePath("empty.txt"));
-        QVERIFY(drawing.open(QIODevice::WriteOnly) && drawing.write(Drawing) > 0 && filter.open(QIODevice::WriteOnly));
-        drawing.close();
-        TinyEngine engine(QFile::encodeName(drawing.fileName()).toStdString());
-        static_cast<TinyChip*>(engine.chip())->filter = QFile::encodeName(filter.fileName()).toStdString();
+        TinyEngine engine(zeltest::writeFile(folder.filePath("chip.svg"), Drawing).toStdString());
+        static_cast<TinyChip*>(engine.chip())->filter
+            = zeltest::writeFile(folder.filePath("empty.txt"), {}).toStdString();
         QMainWindow window;
         ZelChipGUI* view = openView(&engine, QFile::encodeName(folder.path()).toStdString(), &window);
         design = &engine;

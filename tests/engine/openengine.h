@@ -17,7 +17,7 @@ inline std::unique_ptr<mirn::zelengine::ReferenceEngine> openEngine(const QStrin
     return engine;
 }
 
-// Where everything is in the design and how it is set: all that a program that opens the project must find again.
+// The place and settings of everything in the design: all that a program that opens the project must find again.
 inline QStringList factsOf(const mirn::zelengine::ReferenceEngine& engine)
 {
     const mirn::zelengine::Design& design = engine.design();

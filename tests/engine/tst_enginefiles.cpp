@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/engine/openengine.h"
 #include "tests/engine/projectfolder.h"
-#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QDir>
@@ -13,7 +12,7 @@
 
 using mirn::zelengine::ReferenceEngine;
 
-// What is wrong with project, device and design files, and where.
+// The engine says what is wrong with project, device and design files, and where.
 class TestEngineFiles : public zeltest::Test
 {
     Q_OBJECT
@@ -32,6 +31,10 @@ private Q_SLOTS:
         const QByteArray drawing = QFile::encodeName(folder.path() + "/small.svg");
         QCOMPARE(QByteArray::fromStdString(engine->chip()->drawingFile()), drawing);
         QVERIFY(!engine->chip()->filterFile().empty());
+        QString error;
+        QStringList warnings;
+        QVERIFY(!ReferenceEngine::open("/nowhere", &error, &warnings));
+        QCOMPARE(error, "/nowhere: there is no such folder");
     }
 
     void opensABareDrawing()
@@ -47,16 +50,6 @@ private Q_SLOTS:
         QCOMPARE(engine->getResourceType(&name), -1);
         QVERIFY(!engine->hasDynamicDialog(&name));
         QVERIFY(!engine->canDrop(&name, &name));
-    }
-
-    void namesMissingFiles()
-    {
-        QString error;
-        QStringList warnings;
-        QVERIFY(!ReferenceEngine::open("/nowhere", &error, &warnings));
-        QCOMPARE(error, "/nowhere: there is no such folder");
-        error = errorOf("project.json", "{\"name\": \"p\",\n \"device\": \"gone.json\"}");
-        QVERIFY2(error.startsWith("project.json:2:12: \"gone.json\" cannot be read: No such file"), qPrintable(error));
     }
 
     void pointsAtBrokenJson_data()
@@ -95,6 +88,8 @@ private Q_SLOTS:
         project("two implementations of one name",
             "{'name': 'p', 'device': 'd', 'implementations': [\n{'name': 'a'},\n{'name': 'a'}]}",
             "3:10: the implementation 'a' is there twice");
+        project("a device file that is missing", "{'name': 'p',\n 'device': 'gone.json'}",
+            "2:12: 'gone.json' cannot be read: No such file or directory");
         project("a folder as device file", "{'name': 'p', 'device': '..'}",
             "1:25: '..' cannot be read: it is a folder, expected a regular file");
         project("a design without an end", "{'name': 'p', 'device': 'device.json', 'design': '/dev/zero'}",
@@ -103,29 +98,24 @@ private Q_SLOTS:
             "1:25: '" + QString(80, 'd') + "...' cannot be read: File name too long");
 
         const char* const pad = "{'name': 'PAD'}";
-        const auto device
-            = [&row](const char* name, const QByteArray& kinds, const QByteArray& sites, const char* error) {
-                  const QByteArray begin = "{'name': 'd', 'drawing': 'd.svg',\n'kinds': [\n";
-                  row(name, "device.json", begin + kinds + "],\n'sites': [\n" + sites + "]}", error);
-              };
+        const auto device = [&row](auto name, const QByteArray& kinds, const QByteArray& sites, const char* error) {
+            const QByteArray begin = "{'name': 'd', 'drawing': 'd.svg',\n'kinds': [\n";
+            row(name, "device.json", begin + kinds + "],\n'sites': [\n" + sites + "]}", error);
+        };
         device("an unknown kind of site", "{'name': 'PAD'}, {'name': 'DCU'}", "{'id': 1, 'name': 'a', 'kind': 'DCX'}",
             "5:32: unknown kind 'DCX', expected one of 'PAD' or 'DCU'");
         device("no kinds at all", "", "{'id': 1, 'name': 'a', 'kind': 'PAD'}",
             "5:32: unknown kind 'PAD', for the file has no 'kinds'");
         device("a kind without a name", "{}", "", "3:1: 'name' is missing, expected a text");
-        device(
-            "a kind that is there twice", "{'name': 'PAD'},{'name': 'PAD'}", "", "3:26: the kind 'PAD' is there twice");
+        device("a kind twice", "{'name': 'PAD'},{'name': 'PAD'}", "", "3:26: the kind 'PAD' is there twice");
         device("an unknown resource type", "{'name': 'A', 'accepts': ['PLL', 'PL']}", "",
             "3:34: unknown resource type 'PL', expected 'IP', 'DCUCHANNEL', 'EXTREF', 'PLL' or 'UVCCIO'");
-        device("a colour that is none", "{'name': 'A', 'occupiedFill': 'red'}", "",
-            "3:31: expected a colour as '#rrggbb'");
-        device("a site without an id", pad, "{'name': 'a', 'kind': 'PAD'}",
-            "5:1: 'id' is missing, expected a whole number");
+        device("no colour", "{'name': 'A', 'occupiedFill': 'red'}", "", "3:31: expected a colour as '#rrggbb'");
+        device("no id", pad, "{'name': 'a', 'kind': 'PAD'}", "5:1: 'id' is missing, expected a whole number");
         device("a negative id", pad, "{'name': 'a', 'kind': 'PAD', 'id': -1}",
             "5:36: expected a whole number from 0 to 2147483647");
         device("an id that is not whole", pad, "{'id': 1.5}", "5:8: expected a whole number from 0 to 2147483647");
-        device(
-            "an id that is too large", pad, "{'id': 2147483648}", "5:8: expected a whole number from 0 to 2147483647");
+        device("an id too large", pad, "{'id': 2147483648}", "5:8: expected a whole number from 0 to 2147483647");
         device("two sites with one id", pad,
             "{'id': 1, 'name': 'a', 'kind': 'PAD'}, {'id': 1, 'name': 'b', 'kind': 'PAD'}",
             "5:47: another site has this id");
@@ -145,8 +135,7 @@ private Q_SLOTS:
             "{'id': 1, 'name': 'a', 'settings': {'K': {'choices': ['b']}}, 'kind': 'PAD',\n'disabledBy': {'K': ['b', "
             "'x']}}",
             "6:27: K cannot be 'x', expected 'b'");
-        device("attributes that are no object", pad, "{'id': 1, 'name': 'a', 'attributes': [1]}",
-            "5:38: expected an object");
+        device("attributes in an array", pad, "{'id': 1, 'name': 'a', 'attributes': [1]}", "5:38: expected an object");
 
         const auto design = [&row](const char* name, const QByteArray& resources, const char* error) {
             row(name, "design.json", designWith(resources), error);
@@ -156,12 +145,10 @@ private Q_SLOTS:
         };
         resource("an unknown type", "'type': 'PAL'",
             "2:24: unknown type 'PAL', expected 'IP', 'DCUCHANNEL', 'EXTREF', 'PLL' or 'UVCCIO'");
-        design("a name that is there twice", "[{'name': 'a'},\n {'name': 'a'}]",
-            "3:11: the name 'a' is there twice at this level");
+        design("a name twice", "[{'name': 'a'},\n {'name': 'a'}]", "3:11: the name 'a' is there twice at this level");
         design("an open brace", "[{'name': 'a{b'}]", "2:11: the braces in the name do not pair up");
         design("a closing brace first", "[{'name': '}{'}]", "2:11: the braces in the name do not pair up");
-        design("a brace that pairs only with an escaped one", "[{'name': '{\\\\}'}]",
-            "2:11: the braces in the name do not pair up");
+        design("an escaped brace that closes", "[{'name': '{\\\\}'}]", "2:11: the braces in the name do not pair up");
         design("a backslash at the end", "[{'name': 'a\\\\'}]", "2:11: the name ends in a backslash");
         design("a newline", "[{'name': 'a\\nb'}]", "2:11: the name holds a control character");
         design("a slash", "[{'name': 'a/b'}]", "2:11: the name holds '/', which separates names");
@@ -172,13 +159,11 @@ private Q_SLOTS:
         design("an empty name", "[{'name': ''}]", "2:11: 'name' must not be empty");
         resource("a site that is not there", "'type': 'PLL', 'site': 'X'", "2:39: the device 'Small' has no site 'X'");
         resource("an IP with a site", "'type': 'IP', 'site': 'U0'", "2:38: only the parts of 'a' have sites");
-        resource(
-            "a PLL with children", "'type': 'PLL', 'children': []", "2:43: a resource of type PLL has no children");
+        resource("a PLL with parts", "'type': 'PLL', 'children': []", "2:43: a resource of type PLL has no children");
         resource("a channel that feeds", "'type': 'DCUCHANNEL', 'feeds': []",
             "2:47: only a resource of type PLL or EXTREF feeds others");
         resource("a clock that feeds what is no IP", "'type': 'PLL', 'feeds': ['a']", "2:41: there is no IP 'a'");
-        resource("a frequency beyond the bounds", "'type': 'PLL', 'frequency': 1e3",
-            "2:44: expected a number from 5 to 800");
+        resource("a frequency too high", "'type': 'PLL', 'frequency': 1e3", "2:44: expected a number from 5 to 800");
         resource("a frequency that is a text", "'type': 'PLL', 'frequency': '100'", "2:44: expected a number");
         resource("a rate that there is not", "'type': 'IP', 'rate': 4", "2:38: expected 1.25, 2.5, 3.125, 5 or 6.25");
         resource("a rate of a clock", "'type': 'PLL', 'rate': 5", "2:39: a resource of type PLL has no rate");
@@ -228,24 +213,23 @@ private Q_SLOTS:
     void schemasNameTheSameKeys_data()
     {
         // The content has ' for each ". The last text is the path to the object's description in the schema.
-        zeltest::addRows({
-            {"project", "project", "{'?': 0}"},
-            {"implementation", "project", "{'implementations': [{'?': 0}]}", "properties implementations items"},
-            {"device", "device", "{'?': 0}"},
-            {"kind", "device", "{'name': 'd', 'drawing': 'd', 'kinds': [{'?': 0}]}", "properties kinds items"},
-            {"site", "device", "{'name': 'd', 'drawing': 'd', 'sites': [{'?': 0}]}", "properties sites items"},
-            {"setting", "device",
-                "{'name': 'd', 'drawing': 'd', 'sites': [{'id': 1, 'name': 'a', 'settings': {'K': {'?': 0}}}]}",
-                "properties sites items properties settings additionalProperties"},
-            {"design", "design", "{'?': 0}"},
-            {"resource", "design", "{'resources': [{'?': 0}]}", "$defs resource"},
-        });
+        const Rows<QString, QString, QString> row;
+        row("project", "project", "{'?': 0}", "");
+        row("implementation", "project", "{'implementations': [{'?': 0}]}", "properties implementations items");
+        row("device", "device", "{'?': 0}", "");
+        row("kind", "device", "{'name': 'd', 'drawing': 'd', 'kinds': [{'?': 0}]}", "properties kinds items");
+        row("site", "device", "{'name': 'd', 'drawing': 'd', 'sites': [{'?': 0}]}", "properties sites items");
+        row("setting", "device",
+            "{'name': 'd', 'drawing': 'd', 'sites': [{'id': 1, 'name': 'a', 'settings': {'K': {'?': 0}}}]}",
+            "properties sites items properties settings additionalProperties");
+        row("design", "design", "{'?': 0}", "");
+        row("resource", "design", "{'resources': [{'?': 0}]}", "$defs resource");
     }
 
     // The reader lists the keys it knows when it meets one that it does not.
     void schemasNameTheSameKeys()
     {
-        const auto [file, content, schemaPath] = zeltest::currentRow<3>();
+        const auto [file, content, schemaPath] = row<QString, QString, QString>();
         ProjectFolder folder;
         folder.write(file + ".json", content.toUtf8().replace('\'', '"'));
         QString error;
@@ -282,7 +266,7 @@ private Q_SLOTS:
     }
 
 private:
-    // Of a project in which this file is another one; without the folder's path.
+    // The error of a project in which this file is another one, without the folder's path.
     static QString errorOf(const QString& fileName, const QByteArray& content)
     {
         ProjectFolder folder;

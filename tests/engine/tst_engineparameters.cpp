@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/engine/openengine.h"
 #include "tests/engine/projectfolder.h"
-#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QApplication>
@@ -25,7 +24,7 @@ const char* const DESIGN = R"([
 
 } // namespace
 
-// What can be configured about resources: through the engine and through its dialog.
+// Resources are configured through the engine and through its dialog.
 class TestEngineParameters : public zeltest::Test
 {
     Q_OBJECT
@@ -38,32 +37,30 @@ private Q_SLOTS:
 
     void configuresOrSaysWhyNot_data()
     {
-        zeltest::addRows({
-            {"a frequency", "top/<b>pll", "frequency", "62.5", "62.5"},
-            {"a number is kept to thousandths", "top/<b>pll", "frequency", "33.33333", "33.333"},
-            {"other spellings of one number", "top/<b>pll", "frequency", " 1.000e2", "100"},
-            {"the lowest", "top/<b>pll", "frequency", "5", "5"},
-            {"below the lowest", "top/<b>pll", "frequency", "4.999", "100",
-                "frequency cannot be \"4.999\", expected a number from 5 to 800"},
-            {"beyond the highest", "top/ip/ref", "frequency", "500.001", "156.25",
-                "frequency cannot be \"500.001\", expected a number from 10 to 500"},
-            {"what is no number", "top/<b>pll", "frequency", "nan", "100",
-                "frequency cannot be \"nan\", expected a number from 5 to 800"},
-            {"what is fixed", "top/ip/ref", "frequency", "125", "125"},
-            {"a rate", "top/ip", "rate", "1.250", "1.25"},
-            {"a rate that there is not", "top/ip", "rate", "3", "5",
-                "rate cannot be \"3\", expected 1.25, 2.5, 3.125, 5 or 6.25"},
-            {"a key of another type", "top/ip", "frequency", "100", "",
-                "top/ip has no parameter \"frequency\", expected \"rate\""},
-            {"a supply", "top/v", "voltage", "3", "", "top/v has nothing to configure"},
-            {"a group", "top/group", "rate", "5", "", "top/group has nothing to configure"},
-            {"no such resource", "top/x", "rate", "5", "", "there is no resource \"top/x\""},
-        });
+        const Rows<QString, QString, QString, QString, QString> row;
+        row("a frequency", "top/<b>pll", "frequency", "62.5", "62.5", "");
+        row("a number is kept to thousandths", "top/<b>pll", "frequency", "33.33333", "33.333", "");
+        row("other spellings of one number", "top/<b>pll", "frequency", " 1.000e2", "100", "");
+        row("the lowest", "top/<b>pll", "frequency", "5", "5", "");
+        row("below the lowest", "top/<b>pll", "frequency", "4.999", "100",
+            "frequency cannot be \"4.999\", expected a number from 5 to 800");
+        row("beyond the highest", "top/ip/ref", "frequency", "500.001", "156.25",
+            "frequency cannot be \"500.001\", expected a number from 10 to 500");
+        row("what is no number", "top/<b>pll", "frequency", "nan", "100",
+            "frequency cannot be \"nan\", expected a number from 5 to 800");
+        row("what is fixed", "top/ip/ref", "frequency", "125", "125", "");
+        row("a rate", "top/ip", "rate", "1.250", "1.25", "");
+        row("no such rate", "top/ip", "rate", "3", "5", "rate cannot be \"3\", expected 1.25, 2.5, 3.125, 5 or 6.25");
+        row("a key of another type", "top/ip", "frequency", "100", "",
+            "top/ip has no parameter \"frequency\", expected \"rate\"");
+        row("a supply", "top/v", "voltage", "3", "", "top/v has nothing to configure");
+        row("a group", "top/group", "rate", "5", "", "top/group has nothing to configure");
+        row("no such resource", "top/x", "rate", "5", "", "there is no resource \"top/x\"");
     }
 
     void configuresOrSaysWhyNot()
     {
-        const auto [resource, key, value, inForce, refusal] = zeltest::currentRow<5>();
+        const auto [resource, key, value, inForce, refusal] = row<QString, QString, QString, QString, QString>();
         QCOMPARE(m_engine->configure(resource, key, value), refusal);
         if (m_engine->design().find(resource) >= 0)
             QCOMPARE(valueOf(resource, key), inForce);
@@ -82,20 +79,19 @@ private Q_SLOTS:
 
     void dialogChangesWhatWasTyped_data()
     {
-        zeltest::addRows({
-            {"a number and OK", "top/<b>pll", "62.5", "OK", "62.5", "changed"},
-            {"a number and Cancel", "top/<b>pll", "62.5", "Cancel", "100"},
-            {"OK and nothing else", "top/<b>pll", "", "OK", "100"},
-            {"the same number again", "top/ip/ref", "156.250", "OK", "156.25"},
-            {"keys that would lead out of the bounds are not taken", "top/<b>pll", "x9999", "OK", "99", "changed"},
-            {"a choice and OK", "top/ip", "1", "OK", "1.25", "changed"},
-            {"a choice and Cancel", "top/ip", "1", "Cancel", "5"},
-        });
+        const Rows<QString, QString, QString, QString, QString> row;
+        row("a number and OK", "top/<b>pll", "62.5", "OK", "62.5", "changed");
+        row("a number and Cancel", "top/<b>pll", "62.5", "Cancel", "100", "");
+        row("OK and nothing else", "top/<b>pll", "", "OK", "100", "");
+        row("the same number again", "top/ip/ref", "156.250", "OK", "156.25", "");
+        row("keys that would lead out of the bounds are not taken", "top/<b>pll", "x9999", "OK", "99", "changed");
+        row("a choice and OK", "top/ip", "1", "OK", "1.25", "changed");
+        row("a choice and Cancel", "top/ip", "1", "Cancel", "5", "");
     }
 
     void dialogChangesWhatWasTyped()
     {
-        const auto [resource, text, button, inForce, answer] = zeltest::currentRow<5>();
+        const auto [resource, text, button, inForce, answer] = row<QString, QString, QString, QString, QString>();
         const auto type = [&typed = text, &pressed = button](QWidget& dialog) {
             QTest::keyClicks(dialog.focusWidget(), typed);
             QTest::keyClick(dialog.focusWidget(), pressed == "OK" ? Qt::Key_Return : Qt::Key_Escape);

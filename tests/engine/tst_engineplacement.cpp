@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/engine/openengine.h"
 #include "tests/engine/projectfolder.h"
-#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <list>
@@ -36,7 +35,7 @@ int idOf(const ReferenceEngine& engine, const QString& site)
     return found ? found->id : -1;
 }
 
-// Where everything is: "path@SITE", in the order of the tree.
+// The place of every resource as "path@SITE", in the order of the tree.
 QStringList placements(const ReferenceEngine& engine)
 {
     QStringList result;
@@ -81,38 +80,35 @@ private Q_SLOTS:
 
     void placesOrSaysWhyNot_data()
     {
-        zeltest::addRows({
-            {"a free channel of the same unit", "top/duo/b", "U0_CH1"},
-            {"a channel of the unit next to it", "top/duo/b", "U1_CH1"},
-            {"a channel of a unit apart", "top/duo/b", "U2_CH0", "top/duo/a is in U0, which is not next to U2"},
-            {"an occupied channel", "top/mono/a", "U0_CH0", "U0_CH0 is occupied by top/duo/a"},
-            {"the site it is on", "top/duo/a", "U0_CH0", "top/duo/a is already on U0_CH0"},
-            {"a channel beyond the reach of its clock", "top/duo/a", "U2_CH0",
-                "top/duo/ref on REF_L does not reach U2"},
-            {"a site of another kind", "top/duo/b", "P1", "P1 (Pad) does not take resources of type DCUCHANNEL"},
-            {"what is fixed", "top/duo/ref", "REF_R", "top/duo/ref is fixed on REF_L"},
-            {"a folder", "top/quad/parts", "U2", "top/quad/parts only groups others and cannot be placed itself"},
-            {"no such resource", "top/nothing", "U2", "there is no resource \"top/nothing\""},
-            {"no such site", "top/core", "nowhere", "there is no site -1"},
-            {"a transmit PLL in its unit", "top/duo/pll", "U0_PLL"},
-            {"a PLL that reaches the unit", "top/duo/pll", "PLL_EDGE"},
-            {"a PLL that reaches no unit", "top/duo/pll", "PLL_CORE",
-                "PLL_CORE reaches no SerDes unit, but top/duo/pll feeds top/duo"},
-            {"a shared PLL where it reaches all it feeds", "top/shared", "PLL_EDGE"},
-            {"a PLL that feeds nothing in a unit", "top/core", "U0_PLL",
-                "U0_PLL serves only U0, where top/core feeds nothing"},
-            {"a PLL that feeds nothing anywhere else", "top/core", "PLL_EDGE"},
-            {"a supply of the voltage of its bank", "top/v33b", "V0_2"},
-            {"a supply of another voltage", "top/v18", "V0_2", "top/v18 needs 1.8 V, but top/v33 gives 3.3 V to BANK0"},
-            {"a supply beside one that takes any voltage", "top/v18", "V1_1"},
-            {"a supply that takes any voltage", "top/vany", "V0_2"},
-            {"a supply that moves within its bank", "top/v33", "V0_2"},
-        });
+        const Rows<QString, QString, QString> row;
+        row("a free channel of the same unit", "top/duo/b", "U0_CH1", "");
+        row("a channel of the unit next to it", "top/duo/b", "U1_CH1", "");
+        row("a channel of a unit apart", "top/duo/b", "U2_CH0", "top/duo/a is in U0, which is not next to U2");
+        row("an occupied channel", "top/mono/a", "U0_CH0", "U0_CH0 is occupied by top/duo/a");
+        row("the site it is on", "top/duo/a", "U0_CH0", "top/duo/a is already on U0_CH0");
+        row("a channel beyond the reach of its clock", "top/duo/a", "U2_CH0", "top/duo/ref on REF_L does not reach U2");
+        row("a site of another kind", "top/duo/b", "P1", "P1 (Pad) does not take resources of type DCUCHANNEL");
+        row("what is fixed", "top/duo/ref", "REF_R", "top/duo/ref is fixed on REF_L");
+        row("a folder", "top/quad/parts", "U2", "top/quad/parts only groups others and cannot be placed itself");
+        row("no such resource", "top/nothing", "U2", "there is no resource \"top/nothing\"");
+        row("no such site", "top/core", "nowhere", "there is no site -1");
+        row("a transmit PLL in its unit", "top/duo/pll", "U0_PLL", "");
+        row("a PLL that reaches the unit", "top/duo/pll", "PLL_EDGE", "");
+        row("a PLL that reaches no unit", "top/duo/pll", "PLL_CORE",
+            "PLL_CORE reaches no SerDes unit, but top/duo/pll feeds top/duo");
+        row("a shared PLL where it reaches all it feeds", "top/shared", "PLL_EDGE", "");
+        row("an idle PLL in a unit", "top/core", "U0_PLL", "U0_PLL serves only U0, where top/core feeds nothing");
+        row("an idle PLL elsewhere", "top/core", "PLL_EDGE", "");
+        row("a supply of the voltage of its bank", "top/v33b", "V0_2", "");
+        row("a supply of another voltage", "top/v18", "V0_2", "top/v18 needs 1.8 V, but top/v33 gives 3.3 V to BANK0");
+        row("a supply beside one that takes any voltage", "top/v18", "V1_1", "");
+        row("a supply that takes any voltage", "top/vany", "V0_2", "");
+        row("a supply that moves within its bank", "top/v33", "V0_2", "");
     }
 
     void placesOrSaysWhyNot()
     {
-        const auto [resource, site, refusal] = zeltest::currentRow<3>();
+        const auto [resource, site, refusal] = row<QString, QString, QString>();
         const int id = idOf(*m_engine, site);
         const QStringList before = placements(*m_engine);
         const std::string name = resource.toStdString();
@@ -146,23 +142,20 @@ private Q_SLOTS:
 
     void fillsUnitsInOrder_data()
     {
-        zeltest::addRows({
-            {"one channel", "top/mono", "U1", "mono/a@U1_CH0"},
-            {"the free channel of a unit in use", "top/mono", "U0", "mono/a@U0_CH1"},
-            {"one more than fits spills over", "top/quad", "U1",
-                "quad/parts/a@U1_CH0 quad/parts/b@U1_CH1 quad/parts/c@U0_CH1"},
-            {"nowhere to spill over to", "top/quad", "U2", "",
-                "top/quad has 3 channels to place, but 2 are free in U2"},
-            {"moves what is placed", "top/duo", "U1", "duo/a@U1_CH0 duo/b@U1_CH1"},
-            {"against its clock", "top/duo", "U2", "duo/a@U0_CH0", "top/duo/ref on REF_L does not reach U2"},
-            {"onto one of its channels", "top/mono", "U1_CH0", "",
-                "U1_CH0 (Channel) does not take resources of type IP"},
-        });
+        const Rows<QString, QString, QString, QString> row;
+        row("one channel", "top/mono", "U1", "mono/a@U1_CH0", "");
+        row("the free channel of a unit in use", "top/mono", "U0", "mono/a@U0_CH1", "");
+        row("one too many spills over", "top/quad", "U1", "quad/parts/a@U1_CH0 quad/parts/b@U1_CH1 quad/parts/c@U0_CH1",
+            "");
+        row("nowhere to spill over to", "top/quad", "U2", "", "top/quad has 3 channels to place, but 2 are free in U2");
+        row("moves what is placed", "top/duo", "U1", "duo/a@U1_CH0 duo/b@U1_CH1", "");
+        row("against its clock", "top/duo", "U2", "duo/a@U0_CH0", "top/duo/ref on REF_L does not reach U2");
+        row("onto a channel of it", "top/mono", "U1_CH0", "", "U1_CH0 (Channel) does not take resources of type IP");
     }
 
     void fillsUnitsInOrder()
     {
-        const auto [ip, unit, channels, refusal] = zeltest::currentRow<4>();
+        const auto [ip, unit, channels, refusal] = row<QString, QString, QString, QString>();
         QCOMPARE(place(ip, unit), refusal);
         QCOMPARE(placements(*m_engine).filter(ip.mid(4) + '/').filter("_CH").join(' '), channels);
     }
@@ -181,18 +174,17 @@ private Q_SLOTS:
 
     void resets_data()
     {
-        zeltest::addRows({
-            {"what is placed", "top/v33", ""},
-            {"an IP with a fixed part", "top/duo", ""},
-            {"what is not placed", "top/v18", "top/v18 is not placed"},
-            {"what is fixed", "top/duo/ref", "top/duo/ref is fixed on REF_L"},
-            {"what is not there", "top/x", "there is no resource \"top/x\""},
-        });
+        const Rows<QString, QString> row;
+        row("what is placed", "top/v33", "");
+        row("an IP with a fixed part", "top/duo", "");
+        row("what is not placed", "top/v18", "top/v18 is not placed");
+        row("what is fixed", "top/duo/ref", "top/duo/ref is fixed on REF_L");
+        row("what is not there", "top/x", "there is no resource \"top/x\"");
     }
 
     void resets()
     {
-        const auto [resource, refusal] = zeltest::currentRow<2>();
+        const auto [resource, refusal] = row<QString, QString>();
         QCOMPARE(m_engine->reset(resource), refusal);
         if (!refusal.isEmpty())
             return;
@@ -216,7 +208,7 @@ private Q_SLOTS:
         QVERIFY(!m_engine->remove("top/duo").isEmpty());
     }
 
-    // Where a fixed part would be may have become wrong in the meantime.
+    // The place of a fixed part may have become wrong in the meantime.
     void whatWouldBreakARuleDoesNotComeBack()
     {
         const ProjectFolder folder(R"([
@@ -233,7 +225,7 @@ private Q_SLOTS:
         QCOMPARE(placements(*m_engine), (QStringList{"ip/a@U0_CH0", "clock@REF_L"}));
     }
 
-    // Also where the device file names it on one side only.
+    // The device file may name it on one side only.
     void neighboursAreSoBothWays()
     {
         ProjectFolder folder(R"([{"name": "ip", "type": "IP", "children": [

@@ -2,7 +2,6 @@
 #include "platform/contract/zeltext.h"
 #include "tests/engine/openengine.h"
 #include "tests/engine/projectfolder.h"
-#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 using mirn::zelengine::ReferenceEngine;
@@ -38,7 +37,7 @@ void describe(const zeltreeviewcell& cell, const QString& indent, QStringList& l
 
 } // namespace
 
-// What the chip view gets to see of a design: cells, summaries, kind codes, usage, chip records, settings.
+// The chip view's side of a design: cells, summaries, kind codes, usage, chip records, settings.
 class TestEngineTree : public zeltest::Test
 {
     Q_OBJECT
@@ -63,20 +62,19 @@ private Q_SLOTS:
 
     void summarises_data()
     {
-        zeltest::addRows({
-            {"an IP counts its parts", "top/ip", "2 of 3 placed"},
-            {"what is placed names its site", "top/ip/a", "on U0_CH0"},
-            {"what is fixed says so", "top/ip/ref", "fixed on REF_L, 100 MHz"},
-            {"what is not placed", "top/ip/b", "not placed"},
-            {"a folder counts what is in it", "top/clk", "1 of 1 placed"},
-            {"nothing to count", "top/empty", ""},
-            {"nothing of that name", "top/ip/x", ""},
-        });
+        const Rows<QString, QString> row;
+        row("an IP counts its parts", "top/ip", "2 of 3 placed");
+        row("what is placed names its site", "top/ip/a", "on U0_CH0");
+        row("what is fixed says so", "top/ip/ref", "fixed on REF_L, 100 MHz");
+        row("what is not placed", "top/ip/b", "not placed");
+        row("a folder counts what is in it", "top/clk", "1 of 1 placed");
+        row("nothing to count", "top/empty", "");
+        row("nothing of that name", "top/ip/x", "");
     }
 
     void summarises()
     {
-        const auto [name, summary] = zeltest::currentRow<2>();
+        const auto [name, summary] = row<QString, QString>();
         const std::string text = toEngineText(name);
         QCOMPARE(fromEngineText(m_engine->getResourceSummary(&text)), summary);
     }
@@ -155,19 +153,18 @@ private Q_SLOTS:
 
     void settings_data()
     {
-        zeltest::addRows({
-            {"one channel", "CH0", "FAST", "FAST SLOW"},
-            {"what holds for both", "CH1", "OFF", "OFF OFF"},
-            {"no such value", "CH0", "LOUD", "SLOW SLOW", "CH0 cannot be \"LOUD\", expected \"SLOW\" or \"FAST\""},
-            {"no such key", "CH2", "OFF", "SLOW SLOW", "U0 has no setting \"CH2\", expected \"CH0\" or \"CH1\""},
-            {"a key of both", "CH0:CH1", "OFF", "SLOW SLOW",
-                "U0 has no setting \"CH0:CH1\", expected \"CH0\" or \"CH1\""},
-        });
+        const Rows<QString, QString, QString, QString> row;
+        row("one channel", "CH0", "FAST", "FAST SLOW", "");
+        row("what holds for both", "CH1", "OFF", "OFF OFF", "");
+        row("no such value", "CH0", "LOUD", "SLOW SLOW", "CH0 cannot be \"LOUD\", expected \"SLOW\" or \"FAST\"");
+        row("no such key", "CH2", "OFF", "SLOW SLOW", "U0 has no setting \"CH2\", expected \"CH0\" or \"CH1\"");
+        row("a key of both", "CH0:CH1", "OFF", "SLOW SLOW",
+            "U0 has no setting \"CH0:CH1\", expected \"CH0\" or \"CH1\"");
     }
 
     void settings()
     {
-        const auto [key, value, inForce, refusal] = zeltest::currentRow<4>();
+        const auto [key, value, inForce, refusal] = row<QString, QString, QString, QString>();
         const auto values
             = [this] { return m_engine->settings().value(10, "CH0") + ' ' + m_engine->settings().value(10, "CH1"); };
         QCOMPARE(m_engine->setSetting(10, key, value), refusal);

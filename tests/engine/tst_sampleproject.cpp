@@ -6,7 +6,6 @@
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zeltext.h"
 #include "tests/engine/openengine.h"
-#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QDir>
@@ -28,15 +27,7 @@ using namespace mirn::zeldevicegenerator;
 
 namespace {
 
-QByteArray contentOf(const QString& fileName)
-{
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(fileName));
-    return file.readAll();
-}
-
-// What a text covers in the scene, as the view draws it.
+// The part of the scene that a text covers, as the view draws it.
 QRectF extentOf(const zel_Text& text)
 {
     QFont font(fromEngineText(text.fontFamily));
@@ -81,7 +72,7 @@ private Q_SLOTS:
         QCOMPARE(static_cast<int>(present.size()), static_cast<int>(files.size()));
         for (const GeneratedFile& file : files) {
             const QString name = QString::fromStdString(file.name);
-            QVERIFY2(contentOf(m_folder + '/' + name).toStdString() == file.content, qPrintable(name));
+            QVERIFY2(zeltest::contentOf(m_folder + '/' + name).toStdString() == file.content, qPrintable(name));
         }
     }
 
@@ -94,7 +85,7 @@ private Q_SLOTS:
         QVERIFY2(count > 5000 && count <= 20000, qPrintable(QString::number(count)));
     }
 
-    // At every scale that can be reached in steps, among the texts of the layers that show there.
+    // The texts are compared at every scale that can be reached in steps, on the layers that show there.
     void hasNoTextsThatOverlap()
     {
         const zel_Parameter parameter = m_drawing.getSVGParameter();
@@ -132,9 +123,8 @@ private Q_SLOTS:
     {
         QSet<QString> kinds;
         const QRegularExpression pattern("^\"([^\"]+)\" (\\d+)$");
-        const QByteArray content = contentOf(m_engine->device().filterFile());
-        const auto lines = content.trimmed().split('\n');
-        for (const QByteArray& line : lines) {
+        const QByteArray content = zeltest::contentOf(m_engine->device().filterFile());
+        for (const QByteArray& line : content.trimmed().split('\n')) {
             const auto match = pattern.match(QString::fromLatin1(line));
             QVERIFY2(match.hasMatch(), line.constData());
             QVERIFY2(m_engine->device().site(match.captured(2).toInt()), line.constData());
@@ -143,7 +133,7 @@ private Q_SLOTS:
         QVERIFY(kinds.size() >= 8);
     }
 
-    // What the sample leaves open has a solution, also for the IP that fits in one place only.
+    // The sample can be solved, even for the IP that fits in one place only.
     void canBePlacedCompletely()
     {
         const auto start = m_engine->design();
@@ -167,36 +157,30 @@ private Q_SLOTS:
         m_engine->setDesign(start);
     }
 
-    void makesBenchmarkDrawings_data()
-    {
-        zeltest::addRows({{"a single element", "1", "1"}, {"one layer", "10000", "1"}, {"four layers", "2000", "4"}});
-    }
-
     void makesBenchmarkDrawings()
     {
-        const auto [elementText, layerText] = zeltest::currentRow<2>();
-        const int elements = elementText.toInt();
-        const int layers = layerText.toInt();
-        QTemporaryDir folder;
-        const std::string drawing = benchmarkDrawing(elements, layers);
-        QVERIFY(drawing == benchmarkDrawing(elements, layers));
-        QCOMPARE(writeFiles({{"b.svg", drawing}}, folder.path().toStdString()), std::string());
-        SVGParser parser;
-        QVERIFY(parser.loadSVGElements(folder.filePath("b.svg").toStdString(), {}));
-        std::array<int, 4> counts{};
-        QSet<int> usedLayers;
-        const QRectF area(0, 0, parser.getSVGParameter().width, parser.getSVGParameter().height);
-        for (const zel_SingleGraphItem* item : parser.getGraphicItems()) {
-            ++counts[static_cast<std::size_t>(item->kind)];
-            usedLayers.insert(item->layer);
-            if (const auto* rect = dynamic_cast<const zel_Rect*>(item))
-                QVERIFY(area.contains(QRectF(rect->x, rect->y, rect->width, rect->height)));
-        }
-        QCOMPARE(usedLayers.size(), layers);
-        QCOMPARE(counts[0] + counts[1] + counts[2] + counts[3], elements);
-        if (elements > 1) {
-            const std::array<int, 4> expected{elements / 10, elements / 5 * 4, elements / 20, elements / 20};
-            QCOMPARE(counts, expected);
+        for (const auto& [elements, layers] : {std::pair(1, 1), std::pair(10000, 1), std::pair(2000, 4)}) {
+            QTemporaryDir folder;
+            const std::string drawing = benchmarkDrawing(elements, layers);
+            QVERIFY(drawing == benchmarkDrawing(elements, layers));
+            QCOMPARE(writeFiles({{"b.svg", drawing}}, folder.path().toStdString()), std::string());
+            SVGParser parser;
+            QVERIFY(parser.loadSVGElements(folder.filePath("b.svg").toStdString(), {}));
+            std::array<int, 4> counts{};
+            QSet<int> usedLayers;
+            const QRectF area(0, 0, parser.getSVGParameter().width, parser.getSVGParameter().height);
+            for (const zel_SingleGraphItem* item : parser.getGraphicItems()) {
+                ++counts[static_cast<std::size_t>(item->kind)];
+                usedLayers.insert(item->layer);
+                if (const auto* rect = dynamic_cast<const zel_Rect*>(item))
+                    QVERIFY(area.contains(QRectF(rect->x, rect->y, rect->width, rect->height)));
+            }
+            QCOMPARE(usedLayers.size(), layers);
+            QCOMPARE(counts[0] + counts[1] + counts[2] + counts[3], elements);
+            if (elements > 1) {
+                const std::array<int, 4> expected{elements / 10, elements / 5 * 4, elements / 20, elements / 20};
+                QCOMPARE(counts, expected);
+            }
         }
     }
 

@@ -42,7 +42,7 @@ public:
     static QSet<int> filtered() { return database()->filteredIds().ids(); }
 };
 
-// What the process writes on standard output meanwhile, below all buffers.
+// The output that the process writes meanwhile, below all buffers.
 QByteArray writtenDuring(const std::function<void()>& deed)
 {
     QTemporaryFile file;
@@ -144,8 +144,7 @@ private Q_SLOTS:
         QByteArray everyByte = "\"";
         for (int i = 0; i < 256; ++i)
             everyByte.append(i == '\n' || i == '"' ? ' ' : static_cast<char>(i));
-        row("any bytes in a name", everyByte + "\" 3",
-            {{QString::fromLatin1(everyByte.data() + 1, everyByte.size() - 1), {3}}});
+        row("any bytes", everyByte + "\" 3", {{QString::fromLatin1(everyByte.data() + 1, everyByte.size() - 1), {3}}});
         const QByteArray longName(65535 - 5, 'x');
         row("the longest line", "\"" + longName + "\" 3\n" + TwoKinds, {{longName, {3}}, {"IO", {5, 7}}, {"PLL", {9}}});
         // Read in pieces, the first with a quote and no blank, the last with one quote.

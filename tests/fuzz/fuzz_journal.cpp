@@ -40,7 +40,7 @@ std::vector<Change> changesIn(const QString& fileName, qint64 size)
     return changes;
 }
 
-// As the program writes them: texts, one line each.
+// The program writes commands as texts, one line each.
 bool canBeWritten(const Change& change)
 {
     return change.isWhole && !change.isTooLong

@@ -56,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     QStringList warnings;
     const auto device
         = readDevice(zelfuzz::inputFile("device.json", deviceText.data(), deviceText.size()), &error, &warnings);
-    // What is refused is refused with a reason, and what is read comes without one.
+    // A device is either refused with a reason or read without one.
     check(device.has_value() == error.isEmpty());
     if (!device || border == std::string_view::npos)
         return 0;

@@ -11,7 +11,7 @@
 
 namespace {
 
-// So that a small input cannot be slow.
+// With these limits a small input cannot be slow.
 [[nodiscard]] zelsvg::Limits smallLimits()
 {
     zelsvg::Limits limits;

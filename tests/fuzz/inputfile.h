@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QFile>
-#include <QString>
+#include "tests/support/files.h"
+
 #include <QTemporaryDir>
 
 #include <cstdlib>
@@ -19,9 +19,7 @@ inline void check(bool isRight)
 inline QString inputFile(const char* name, const char* data, std::size_t size)
 {
     static const QTemporaryDir folder;
-    QFile file(folder.filePath(QLatin1String(name)));
-    check(file.open(QIODevice::WriteOnly) && file.write(data, static_cast<qint64>(size)) == static_cast<qint64>(size));
-    return file.fileName();
+    return zeltest::writeFile(folder.filePath(name), QByteArray(data, static_cast<int>(size)));
 }
 
 } // namespace zelfuzz

@@ -23,7 +23,7 @@ void runFile(const path& file)
     std::printf("%s\n", file.c_str());
     std::fflush(stdout);
     const auto size = static_cast<std::size_t>(std::filesystem::file_size(file));
-    // No longer than the input, so that AddressSanitizer sees whoever reads beyond it.
+    // The buffer is no longer than the input, so that AddressSanitizer sees whoever reads beyond it.
     const std::unique_ptr<char[]> bytes(new char[size]);
     std::ifstream stream(file, std::ios::binary);
     if (!stream.read(bytes.get(), static_cast<std::streamsize>(size)))

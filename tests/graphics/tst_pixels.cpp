@@ -26,7 +26,7 @@ namespace {
 constexpr int Width = 420;
 constexpr int Height = 310;
 
-// What share of a picture's pixels may be wrong: Qt 5 draws a rect within one column of pixels too faint.
+// The share of a picture's pixels that may be wrong: Qt 5 draws a rect within one column of pixels too faint.
 constexpr double ThinRects = QT_VERSION < QT_VERSION_CHECK(6, 0, 0) ? 0.01 : 0;
 
 // All kinds of elements, tiny and large, with every sort of pen, on three layers and partly outside.
@@ -109,7 +109,7 @@ QImage paintedByItems(const QGraphicsView& like, qreal ratio)
     return grabbed(items.viewport(), ratio);
 }
 
-// What a host does to an item, and how it takes that back.
+// A host's change to an item, and how it is taken back.
 using Change = std::function<void(QGraphicsItem*, bool isDone)>;
 using FontChange = std::function<void(QFont&)>;
 using Writing = std::function<void(ZELGraphicItemAttribute&)>;
@@ -212,7 +212,7 @@ private Q_SLOTS:
         QCOMPARE(chip.differing(ratio), 0);
     }
 
-    // As many texts as QPainter draws one by one, and as many as are put together from glyphs.
+    // There are as many texts as QPainter draws one by one, and as many as are put together from glyphs.
     void labelsHaveTheTraitsOfTheViewsFont_data()
     {
         const Rows<FontChange> row;
@@ -316,7 +316,7 @@ private Q_SLOTS:
         QCOMPARE(chip.verdictAtRest(), ViewIsRight);
     }
 
-    // Without a record an attribute is of no kind.
+    // An attribute that has no record is of no kind.
     void elementsOfAHostArePaintedAsTheirClass()
     {
         PixelView chip(60);
@@ -381,7 +381,7 @@ private Q_SLOTS:
         }
     }
 
-    // In every view of the scene, and however many attributes it has asked for.
+    // Every view of the scene shows it, however many attributes the host has asked for.
     void whatAHostWritesIntoAnAttributeIsShown_data()
     {
         // The load number of a rect, a line, a polygon, a text.
@@ -489,7 +489,7 @@ private Q_SLOTS:
             const QTransform toViewport = chip.view()->viewportTransform();
             const DisplayList& list = chip.scene()->elements().displayList();
             for (int i = 0; i < 3000; ++i) {
-                // In or near an element, some of the points on a border or in a corner.
+                // The point lies in or near an element, sometimes on a border or in a corner.
                 const QRectF near = list.boundsOf(random.below(list.size())).adjusted(-1, -1, 1, 1);
                 QPointF point{near.left() + random.upTo(near.width()), near.top() + random.upTo(near.height())};
                 if (i % 3 == 0)

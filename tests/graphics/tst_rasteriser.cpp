@@ -39,7 +39,7 @@ QImage painted(const QImage& image, const Rasteriser::Mapping& mapping, const QP
 
 } // namespace
 
-// Held against QPainter, shape by shape.
+// The rasteriser is held against QPainter, shape by shape.
 class TestRasteriser : public zeltest::Test
 {
     Q_OBJECT

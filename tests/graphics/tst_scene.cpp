@@ -17,7 +17,7 @@ using namespace zeltest;
 
 namespace {
 
-// Which parts of a widget were painted.
+// Watches which parts of a widget are painted.
 class PaintWatch final : public QObject
 {
 public:
@@ -40,7 +40,8 @@ public:
         return false;
     }
 
-    // What was painted since the last time, together with what is due now: a pixel is, too, and with it all of that.
+    // Returns what was painted since the last time and what is due now: a pixel is updated, and everything due is
+    // painted with it.
     QRegion takeArea()
     {
         const QRect pixel(m_widget->rect().bottomRight(), QSize(1, 1));
@@ -57,7 +58,7 @@ private:
     QRegion m_area;
 };
 
-// What a host does before the state of an element changes.
+// A host's deed before the state of an element changes.
 using Step = std::function<void(ChipView&)>;
 
 } // namespace

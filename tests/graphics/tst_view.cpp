@@ -14,7 +14,7 @@ using namespace zeltest;
 
 namespace {
 
-// What a host does to an item.
+// A host's change to an item.
 using Change = std::function<void(QGraphicsItem*)>;
 
 } // namespace

@@ -17,7 +17,7 @@
 
 #include <memory>
 
-// Of a project or drawing with which nothing is wrong.
+// The session of a project or drawing with which nothing is wrong.
 inline std::unique_ptr<mirn::zelchip::ProjectSession> openSession(const QString& path)
 {
     QString error;
@@ -27,15 +27,12 @@ inline std::unique_ptr<mirn::zelchip::ProjectSession> openSession(const QString&
     return session;
 }
 
-// The program's window, and its parts, on what it is given.
+// The program's window on a project or drawing, and the parts of the window.
 class ShownWindow
 {
 public:
-    ShownWindow() = default;
-    explicit ShownWindow(const QString& path) { show(path, QSize(900, 600)); }
-
-    // In a new window.
-    void show(const QString& path, QSize size)
+    // Opens a project or drawing in a new window.
+    void show(const QString& path, QSize size = {900, 600})
     {
         window.reset();
         auto opened = openSession(path);
@@ -46,7 +43,7 @@ public:
         QCoreApplication::processEvents();
     }
 
-    // As typed into the console.
+    // Runs a script as if it were typed into the console.
     void run(const QString& script) const
     {
         Q_EMIT console()->commandEntered(script);

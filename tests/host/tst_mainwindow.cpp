@@ -24,18 +24,27 @@ using namespace mirn::zelchipview;
 
 namespace {
 
+enum Opened { Drawing, Project };
+
 // The window with what a person does with it.
 class UsedWindow : public ShownWindow
 {
 public:
-    using ShownWindow::ShownWindow;
+    UsedWindow() = default;
+    // Opens the small drawing, or the project with it.
+    explicit UsedWindow(Opened opened)
+    {
+        show(opened == Project ? files.project.path() : files.write("small.svg", smallDrawing()));
+    }
+    ~UsedWindow() { window.reset(); } // before its files go
+
+    HostFiles files;
 
     QToolBar* toolBar() { return window->findChild<QToolBar*>("tools"); }
 
     QAction* action(const QString& text)
     {
-        const QList<QAction*> actions = window->findChildren<QAction*>() + toolBar()->actions();
-        for (QAction* action : actions) {
+        for (QAction* action : window->findChildren<QAction*>() + toolBar()->actions()) {
             if (action->text().remove('&') == text)
                 return action;
         }
@@ -134,8 +143,7 @@ private Q_SLOTS:
             {{100, 80}, "Line  (id 14)"}, // where there is nothing else
             {{180, 30}, "small.svg: 6 elements"},
         };
-        HostFiles files;
-        UsedWindow shown(files.write("small.svg", smallDrawing()));
+        UsedWindow shown(Drawing);
         for (const auto& [position, element] : places) {
             shown.pointAt(position);
             QCOMPARE(shown.label("element"), element);
@@ -153,8 +161,7 @@ private Q_SLOTS:
     // Scrolling changes the element below a pointer at rest, which the status bar then names.
     void followsTheScale()
     {
-        HostFiles files;
-        UsedWindow shown(files.write("small.svg", smallDrawing()));
+        UsedWindow shown(Drawing);
         const auto expected
             = [&shown] { return scaleText(shown.view()->transform().m11(), shown.view()->currentScale()); };
         QTRY_COMPARE(shown.label("scale"), expected());
@@ -172,8 +179,7 @@ private Q_SLOTS:
 
     void fitsUntilTheUserZooms()
     {
-        HostFiles files;
-        UsedWindow shown(files.project.path());
+        UsedWindow shown(Project);
         QTRY_VERIFY(shown.isFitted());
         shown.window->resize(1200, 500);
         QTRY_VERIFY(shown.isFitted());
@@ -194,8 +200,7 @@ private Q_SLOTS:
 
     void zoomsAtThePointer()
     {
-        HostFiles files;
-        UsedWindow shown(files.write("small.svg", smallDrawing()));
+        UsedWindow shown(Drawing);
         QTRY_VERIFY(shown.isFitted());
         const QPoint pointer(150, 220);
         const QPointF below = shown.sceneAt(pointer);
@@ -209,8 +214,7 @@ private Q_SLOTS:
 
     void zoomsToTheSelection()
     {
-        HostFiles files;
-        UsedWindow shown(files.write("small.svg", smallDrawing()));
+        UsedWindow shown(Drawing);
         shown.action("Zoom to Selection")->trigger();
         QCOMPARE(shown.window->statusBar()->currentMessage(), "No element is selected.");
 
@@ -223,8 +227,7 @@ private Q_SLOTS:
 
     void hasTheChipViewsActions()
     {
-        HostFiles files;
-        UsedWindow shown(files.project.path());
+        UsedWindow shown(Project);
         const ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
         for (int id : {ACTION_SELECT, ACTION_PAN, ACTION_ZOOM, ACTION_FILTER}) {
             QAction* action = database->getAction(id);
@@ -247,8 +250,8 @@ private Q_SLOTS:
 
     void showsWarnings()
     {
-        HostFiles files;
-        UsedWindow shown(files.write("odd.svg", drawingWithWarnings()));
+        UsedWindow shown;
+        shown.show(shown.files.write("odd.svg", drawingWithWarnings()));
         auto* button = shown.window->findChild<QToolButton*>("warnings");
         QVERIFY(button->isVisible());
         QCOMPARE(button->text(), "2 warnings");
@@ -257,15 +260,14 @@ private Q_SLOTS:
         QVERIFY(box && box->text().contains("gradient"));
         box->close();
 
-        shown.window->open(files.write("small.svg", smallDrawing()));
+        shown.window->open(shown.files.write("small.svg", smallDrawing()));
         QVERIFY(!button->isVisible());
         QVERIFY(!ZELChipViewDatabase::getInstance()->getAction(ACTION_FILTER)->isEnabled());
     }
 
     void failedCommandsAreAnsweredAndSaid()
     {
-        HostFiles files;
-        UsedWindow shown(files.project.path());
+        UsedWindow shown(Project);
         QCOMPARE(ZELChipViewDatabase::getInstance()->place("top/ip", "11"), 0);
         const QString message = shown.window->statusBar()->currentMessage();
         QCOMPARE(message, "There is no resource \"top/ip\"");
@@ -273,12 +275,11 @@ private Q_SLOTS:
 
     void opensOneAfterTheOther()
     {
-        HostFiles files;
-        UsedWindow shown(files.project.path());
+        UsedWindow shown(Project);
         QCOMPARE(shown.window->windowTitle(), "Small/Test[*] \u2014 zelchip");
         const auto tools = shown.toolBar()->actions().size();
-        const QString drawing = files.write("other.svg", drawingWithWarnings());
-        for (const QString& path : {drawing, files.project.path(), drawing}) {
+        const QString drawing = shown.files.write("other.svg", drawingWithWarnings());
+        for (const QString& path : {drawing, shown.files.project.path(), drawing}) {
             shown.window->open(path);
             QCOMPARE(shown.toolBar()->actions().size(), tools);
             QCOMPARE(shown.window->findChildren<ZelChipGUI*>().size(), 1);
@@ -291,10 +292,9 @@ private Q_SLOTS:
 
     void keepsWhatIsOpenWhenTheNextIsRefused()
     {
-        HostFiles files;
-        UsedWindow shown(files.project.path());
+        UsedWindow shown(Project);
         const ZelChipGUI* chipView = shown.chipView();
-        shown.window->open(files.write("<b>bad.svg", "bad"));
+        shown.window->open(shown.files.write("<b>bad.svg", "bad"));
         auto* box = shown.window->findChild<QMessageBox*>();
         QVERIFY(box);
         QCOMPARE(box->textFormat(), Qt::PlainText);
@@ -307,15 +307,14 @@ private Q_SLOTS:
 
     void progressAppearsForLongLoadsOnly()
     {
-        HostFiles files;
-        UsedWindow shown(files.write("small.svg", smallDrawing()));
+        UsedWindow shown(Drawing);
         const Watcher watcher;
-        shown.window->open(files.write("large.svg", largeDrawing()));
+        shown.window->open(shown.files.write("large.svg", largeDrawing()));
         QVERIFY(watcher.hasSeen("Reading large.svg") && watcher.hasSeen("Building the view of large.svg"));
         QCOMPARE(shown.elements(), Many);
         QVERIFY(!QApplication::activeModalWidget());
         LoadProgress::setPace({});
-        shown.window->open(files.path("small.svg"));
+        shown.window->open(shown.files.path("small.svg"));
         QCOMPARE(shown.elements(), 6);
         QVERIFY(!watcher.hasSeen("small.svg"));
     }
@@ -331,19 +330,18 @@ private Q_SLOTS:
     void cancelledLoadLeavesWhatIsOpen()
     {
         const auto [word, value] = row<QString, int>();
-        HostFiles files;
-        UsedWindow shown(files.project.path());
+        UsedWindow shown(Project);
         const QString title = shown.window->windowTitle();
         {
             const Watcher watcher(word, value);
-            shown.window->open(files.write("large.svg", largeDrawing()));
+            shown.window->open(shown.files.write("large.svg", largeDrawing()));
             QVERIFY(watcher.hasSeen(word));
         }
         QCOMPARE(shown.window->windowTitle(), title);
         QCOMPARE(shown.elements(), 6);
         QCOMPARE(shown.window->statusBar()->currentMessage(), "Opening large.svg was cancelled");
         QVERIFY(!QApplication::activeModalWidget());
-        shown.window->open(files.path("large.svg"));
+        shown.window->open(shown.files.path("large.svg"));
         QCOMPARE(shown.elements(), Many);
         QVERIFY(shown.window->windowTitle().startsWith("large.svg"));
         QVERIFY(shown.window->close());
@@ -351,11 +349,10 @@ private Q_SLOTS:
 
     void loadCancelledInACommandIsAnError()
     {
-        HostFiles files;
-        UsedWindow shown(files.write("small.svg", smallDrawing()));
-        files.write("large.svg", largeDrawing());
+        UsedWindow shown(Drawing);
+        shown.files.write("large.svg", largeDrawing());
         const QString script
-            = files.write("open.tcl", "zel_project open [file join [file dirname [info script]] large.svg]\n");
+            = shown.files.write("open.tcl", "zel_project open [file join [file dirname [info script]] large.svg]\n");
         const Watcher watcher("Building", 500);
         QString error;
         QVERIFY(!shown.window->runScript(script, &error));
@@ -365,16 +362,15 @@ private Q_SLOTS:
 
     void loadCancelledAtTheStartLeavesASentence()
     {
-        HostFiles files;
         UsedWindow shown;
         {
             const Watcher watcher("Building", 500);
             const LoadProgress progress("large.svg", nullptr, LoadProgress::Cancelling::Possible);
-            shown.show(files.write("large.svg", largeDrawing()), QSize(900, 600));
+            shown.show(shown.files.write("large.svg", largeDrawing()));
         }
         QCOMPARE(shown.elements(), 0);
         QVERIFY(shown.window->findChild<QLabel*>("sentence")->isVisible());
-        shown.window->open(files.write("small.svg", smallDrawing()));
+        shown.window->open(shown.files.write("small.svg", smallDrawing()));
         QCOMPARE(shown.elements(), 6);
         QVERIFY(!shown.window->findChild<QLabel*>("sentence"));
     }

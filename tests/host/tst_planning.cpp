@@ -4,7 +4,6 @@
 #include "tests/host/hostfiles.h"
 #include "tests/host/shownwindow.h"
 #include "tests/support/events.h"
-#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QAbstractButton>
@@ -161,8 +160,7 @@ private Q_SLOTS:
     {
         Planning planning;
         QAction* undo = nullptr;
-        const QList<QAction*> actions = planning.window->findChildren<QAction*>();
-        for (QAction* action : actions)
+        for (QAction* action : planning.window->findChildren<QAction*>())
             undo = action->shortcut() == QKeySequence(QKeySequence::Undo) ? action : undo;
         QVERIFY(undo && !undo->isEnabled());
         planning.run("zel_resource place -rsc top/core -id 50");
@@ -224,45 +222,40 @@ private Q_SLOTS:
         QCOMPARE(legend->geometry(), place);
     }
 
-    void lockInDoubtIsAskedAbout_data()
-    {
-        zeltest::addRows({{"taken over", "Take Over", "50"}, {"only looked at", "Only Look", "{}"}});
-    }
-
     void lockInDoubtIsAskedAbout()
     {
-        const auto [text, site] = zeltest::currentRow<2>();
-        Planning planning;
-        QVERIFY(!planning.window->findChild<QMessageBox*>());
-        planning.window.reset();
-        planning.files.project.write("deux/journal.tcl.lock", "4711\nzelchip\nfarhost\n\n\n");
-        planning.open();
-        auto* box = planning.window->findChild<QMessageBox*>();
-        QVERIFY(box && box->informativeText().contains("4711 on farhost"));
-        const QList<QAbstractButton*> buttons = box->buttons();
-        for (QAbstractButton* button : buttons) {
-            if (button->text().remove('&') == text)
-                button->click();
+        // The project is taken over or only looked at.
+        for (const auto& [text, site] : {std::pair("Take Over", "50"), std::pair("Only Look", "{}")}) {
+            Planning planning;
+            QVERIFY(!planning.window->findChild<QMessageBox*>());
+            planning.window.reset();
+            planning.files.project.write("deux/journal.tcl.lock", "4711\nzelchip\nfarhost\n\n\n");
+            planning.open();
+            auto* box = planning.window->findChild<QMessageBox*>();
+            QVERIFY(box && box->informativeText().contains("4711 on farhost"));
+            for (QAbstractButton* button : box->buttons()) {
+                if (button->text().remove('&') == text)
+                    button->click();
+            }
+            QTRY_VERIFY(!planning.window->findChild<QMessageBox*>());
+            planning.run("zel_resource place -rsc top/core -id 50");
+            QVERIFY(planning.answerTo("zel_resource get -ip top/core")
+                        .startsWith(QString("name top/core id %1 ").arg(site)));
         }
-        QTRY_VERIFY(!planning.window->findChild<QMessageBox*>());
-        planning.run("zel_resource place -rsc top/core -id 50");
-        QVERIFY(planning.answerTo("zel_resource get -ip top/core").startsWith("name top/core id " + site + ' '));
     }
 
     void settingsDialogChangesOneThing_data()
     {
-        zeltest::addRows({
-            {"nothing", "SLOW", "SLOW SLOW"},
-            {"a value of its own", "FAST", "SLOW FAST", "one step"},
-            {"a value for both channels", "OFF", "OFF OFF", "one step"},
-        });
+        const Rows<QString, QString, int> row;
+        row("nothing", "SLOW", "SLOW SLOW", 0);
+        row("a value of its own", "FAST", "SLOW FAST", 1);
+        row("a value for both channels", "OFF", "OFF OFF", 1);
     }
 
     // The user chooses in the list of channel 1.
     void settingsDialogChangesOneThing()
     {
-        const auto [chosen, channels, step] = zeltest::currentRow<3>();
-        const int steps = step.isEmpty() ? 0 : 1;
+        const auto [chosen, channels, steps] = row<QString, QString, int>();
         Planning planning;
         planning.setChannel1(chosen);
         DesignEditor& editor = planning.editor();

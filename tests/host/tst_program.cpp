@@ -2,7 +2,7 @@
 #include "host/commandline/commandline.h"
 #include "tests/host/hostfiles.h"
 #include "tests/program/batchprogram.h"
-#include "tests/support/rows.h"
+#include "tests/support/pixels.h"
 #include "tests/support/testmain.h"
 
 #include <QImage>
@@ -12,7 +12,7 @@ using mirn::zelchip::CommandLine;
 
 namespace {
 
-// Without a display, without a choice of platform, and in the poorest locale.
+// Runs the program without a display or a choice of platform, and in the poorest locale.
 Outcome runProgram(const QStringList& arguments, const QString& scaleFactor = QString())
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -22,20 +22,10 @@ Outcome runProgram(const QStringList& arguments, const QString& scaleFactor = QS
     if (!scaleFactor.isEmpty())
         environment.insert("QT_SCALE_FACTOR", scaleFactor);
     Outcome outcome = run(ZELCHIP_PROGRAM, arguments, environment);
-    // Without an argument it is the sample of this build, in which somebody may be at work.
+    // Without an argument the program opens the sample of this build, in which somebody may be at work.
     static const QRegularExpression Recovered("^zelchip: \\d+ changes? that w\\w+ not saved \\w+ back\\.\n");
     outcome.errors = QString::fromUtf8(outcome.errors).remove(Recovered).toUtf8();
     return outcome;
-}
-
-QSet<QRgb> colorsOf(const QImage& image)
-{
-    QSet<QRgb> colors;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            colors.insert(image.pixel(x, y));
-    }
-    return colors;
 }
 
 } // namespace
@@ -48,22 +38,21 @@ private Q_SLOTS:
     void answers_data()
     {
         // Arguments, status, output and errors, both as patterns.
-        zeltest::addRows({
-            {"version", "--version", "0", "^zelchip " ZELCHIP_VERSION "\n$", "^$"},
-            {"help", "--help", "0", "^Usage: zelchip .*--snapshot", "^$"},
-            {"unknown option", "--colour", "2", "^$", "^zelchip: .*colour.*--help"},
-            {"no display", "", "1", "^$", "^zelchip: There is no display.*--snapshot"},
-            {"nothing to open", "no\xc3\xa4.svg --snapshot x.png", "1", "^$",
-                "^zelchip: no\xc3\xa4.svg: there is no such file or folder.\n$"},
-            {"a place that cannot be written", "--snapshot /nowhere/x.png", "1", "^$",
-                "^zelchip: /nowhere/x.png: the image cannot be written: [^\n]+\n$"},
-            {"an unknown image format", "--snapshot x.doc", "1", "^$", "^zelchip: x.doc: .*'doc'.*png"},
-        });
+        const Rows<QString, QString, QString, QString> row;
+        row("version", "--version", "0", "^zelchip " ZELCHIP_VERSION "\n$", "^$");
+        row("help", "--help", "0", "^Usage: zelchip .*--snapshot", "^$");
+        row("unknown option", "--colour", "2", "^$", "^zelchip: .*colour.*--help");
+        row("no display", "", "1", "^$", "^zelchip: There is no display.*--snapshot");
+        row("nothing to open", "no\xc3\xa4.svg --snapshot x.png", "1", "^$",
+            "^zelchip: no\xc3\xa4.svg: there is no such file or folder.\n$");
+        row("a place that cannot be written", "--snapshot /nowhere/x.png", "1", "^$",
+            "^zelchip: /nowhere/x.png: the image cannot be written: [^\n]+\n$");
+        row("an unknown image format", "--snapshot x.doc", "1", "^$", "^zelchip: x.doc: .*'doc'.*png");
     }
 
     void answers()
     {
-        const auto [arguments, status, output, errors] = zeltest::currentRow<4>();
+        const auto [arguments, status, output, errors] = row<QString, QString, QString, QString>();
         HostFiles files;
         const auto dot = QRegularExpression::DotMatchesEverythingOption;
         const Outcome outcome = runProgram(arguments.split(' ', Qt::SkipEmptyParts));
@@ -104,7 +93,8 @@ private Q_SLOTS:
             QCOMPARE(outcome.output + outcome.errors, QByteArray());
             const QImage image(snapshot);
             QCOMPARE(image.size(), pixels);
-            QVERIFY(colorsOf(image).contains(qRgb(0xa0, 0xc0, 0xe0))); // the channel of the drawing
+            QVERIFY(
+                zeltest::colorsIn(image, image.rect()).contains(qRgb(0xa0, 0xc0, 0xe0))); // the channel of the drawing
         }
     }
 
@@ -117,30 +107,25 @@ private Q_SLOTS:
         QCOMPARE(outcome.status, 0);
         const QImage image(snapshot);
         QCOMPARE(image.size(), QSize(1600, 1000));
-        QVERIFY(colorsOf(image).size() > 100);
-    }
-
-    void scriptsWriteToTheStreams_data()
-    {
-        const Rows<QStringList> row; // the options before the script's name
-        row("a batch", {"--batch"});
-        row("in the window", {"--snapshot", "never.png", "--script"});
+        QVERIFY(zeltest::colorsIn(image, image.rect()).size() > 100);
     }
 
     // The program ends with the script's status.
     void scriptsWriteToTheStreams()
     {
-        const auto [options] = row<QStringList>();
         HostFiles files;
         const QString script = files.write("streams.tcl",
             "puts {out \303\244}\nputs stderr err\nputs -nonewline {the }\nputs rest\nexit 3\nputs never\n");
-        const Outcome outcome = runProgram(QStringList{files.project.path()} + options + QStringList{script});
-        QCOMPARE(outcome.status, 3);
-        QCOMPARE(outcome.output, "out \u00e4\nthe rest\n");
-        QCOMPARE(outcome.errors, "err\n");
+        for (const char* option : {"--batch", "--snapshot never.png --script"}) {
+            const QStringList options = QString(option).split(' ');
+            const Outcome outcome = runProgram(QStringList{files.project.path()} + options + QStringList{script});
+            QCOMPARE(outcome.status, 3);
+            QCOMPARE(outcome.output, "out \u00e4\nthe rest\n");
+            QCOMPARE(outcome.errors, "err\n");
+        }
     }
 
-    // So does the snapshot that the script itself takes.
+    // A snapshot that the script itself takes shows it as well.
     void snapshotShowsWhatAScriptWrote()
     {
         HostFiles files;
@@ -161,24 +146,22 @@ private Q_SLOTS:
 
     void understandsArguments_data()
     {
-        zeltest::addRows({
-            {"nothing opens the sample", "--", "window  1600x1000"},
-            {"a path", "project", "window project 1600x1000"},
-            {"a path that looks like an option, after two dashes", "-- -x.svg", "window -x.svg 1600x1000"},
-            {"a size", "--size 800x600", "window  800x600"},
-            {"the smallest size", "--size=640x400", "window  640x400"},
-            {"a snapshot, options behind the path", "a.svg --snapshot b.png --size 1000x700",
-                "snapshot a.svg 1000x700 b.png"},
-            {"help", "-h", "help  1600x1000"},
-            {"help goes before the version", "--version --help", "help  1600x1000"},
-            {"the version goes before a snapshot", "--snapshot b.png --version", "version  1600x1000 b.png"},
-        });
+        const Rows<QString, QString> row;
+        row("nothing opens the sample", "--", "window  1600x1000");
+        row("a path", "project", "window project 1600x1000");
+        row("a path that looks like an option, after two dashes", "-- -x.svg", "window -x.svg 1600x1000");
+        row("a size", "--size 800x600", "window  800x600");
+        row("the smallest size", "--size=640x400", "window  640x400");
+        row("a snapshot, options last", "a.svg --snapshot b.png --size 1000x700", "snapshot a.svg 1000x700 b.png");
+        row("help", "-h", "help  1600x1000");
+        row("help goes before the version", "--version --help", "help  1600x1000");
+        row("the version goes before a snapshot", "--snapshot b.png --version", "version  1600x1000 b.png");
     }
 
     void understandsArguments()
     {
         using Task = CommandLine::Task;
-        const auto [arguments, expected] = zeltest::currentRow<2>();
+        const auto [arguments, expected] = row<QString, QString>();
         const CommandLine found = parsed(arguments);
         const QMap<Task, QString> tasks{{Task::ShowWindow, "window"}, {Task::SaveSnapshot, "snapshot"},
             {Task::PrintHelp, "help"}, {Task::PrintVersion, "version"}};
@@ -191,26 +174,25 @@ private Q_SLOTS:
     void refusesArguments_data()
     {
         // The arguments, and what the message must name.
-        zeltest::addRows({
-            {"an unknown option", "--colour", "colour"},
-            {"two paths", "a.svg b.svg", "b.svg"},
-            {"an empty path", "''", "empty"},
-            {"a snapshot without a file", "--snapshot", "--snapshot"},
-            {"a snapshot with an empty file name", "--snapshot ''", "--snapshot"},
-            {"a batch with a window", "--batch a.tcl --snapshot b.png", "--batch shows no window"},
-            {"a script without a file", "--script ''", "--script"},
-            {"a size that is one number", "--size 800", "800"},
-            {"a size with something behind it", "--size 800x600px", "800x600px"},
-            {"a negative size", "--size=-800x600", "-800x600"},
-            {"a size below the window's parts", "--size 639x400", "640x400"},
-            {"a size beyond memory", "--size 16385x1000", "16384"},
-            {"a size beyond integers", "--size 99999999999x1000", "99999999999"},
-        });
+        const Rows<QString, QString> row;
+        row("an unknown option", "--colour", "colour");
+        row("two paths", "a.svg b.svg", "b.svg");
+        row("an empty path", "''", "empty");
+        row("a snapshot without a file", "--snapshot", "--snapshot");
+        row("a snapshot with an empty file name", "--snapshot ''", "--snapshot");
+        row("a batch with a window", "--batch a.tcl --snapshot b.png", "--batch shows no window");
+        row("a script without a file", "--script ''", "--script");
+        row("a size that is one number", "--size 800", "800");
+        row("a size with something behind it", "--size 800x600px", "800x600px");
+        row("a negative size", "--size=-800x600", "-800x600");
+        row("a size below the window's parts", "--size 639x400", "640x400");
+        row("a size beyond memory", "--size 16385x1000", "16384");
+        row("a size beyond integers", "--size 99999999999x1000", "99999999999");
     }
 
     void refusesArguments()
     {
-        const auto [arguments, about] = zeltest::currentRow<2>();
+        const auto [arguments, about] = row<QString, QString>();
         const CommandLine commandLine = parsed(arguments);
         QCOMPARE(commandLine.task, CommandLine::Task::ReportError);
         QVERIFY2(commandLine.error.contains(about), qPrintable(commandLine.error));

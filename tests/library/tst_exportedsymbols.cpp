@@ -11,7 +11,7 @@ using namespace zeltest;
 
 namespace {
 
-// What a library exports: functions by the class or scope that they belong to, under an empty key, and classes by the
+// The exports of a library: functions by the class or scope that they belong to, under an empty key, and classes by the
 // kind of the symbol that the linker has of them, such as "vtable" or "typeinfo".
 QMap<QString, QSet<QString>> exportedBy(const QString& library)
 {
@@ -42,7 +42,7 @@ QString sorted(const QSet<QString>& names)
 
 } // namespace
 
-// What leaves the libraries is what hosts may use, and has to be kept.
+// The libraries export what hosts may use, which has to be kept.
 class TestExportedSymbols final : public zeltest::Test
 {
     Q_OBJECT

@@ -20,8 +20,9 @@
 
 namespace {
 
-// What belongs to the whole process and so to its program alone, one line each: environment, locale, working directory,
-// signal handlers, threads, settings written to the home folder, the application object with its look and attributes.
+// The state of the whole process, which belongs to its program alone, one line each: environment, locale, working
+// directory, signal handlers, threads, settings written to the home folder, the application object with its look and
+// attributes.
 QStringList processState()
 {
     QStringList lines = QProcessEnvironment::systemEnvironment().toStringList();

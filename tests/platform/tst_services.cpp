@@ -94,7 +94,7 @@ private Q_SLOTS:
         QVERIFY(!project->getImplementation("c"));
     }
 
-    // What they hold is still there when they go on.
+    // Everything that a sink holds is still there when it goes on.
     void sinksMayRemoveThemselves()
     {
         QVERIFY(!isDiagTraceEnabled());

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/program/batchprogram.h"
 #include "tests/program/sampleproject.h"
-#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 #include <QRandomGenerator>
@@ -170,18 +169,17 @@ private Q_SLOTS:
     void changeThatCannotBeKeptIsAnError_data()
     {
         // The obstacle: commands of the shell, in the project's folder.
-        zeltest::addRows({
-            {"the implementation's folder is a file", "touch impl1", "Not a directory"},
-            {"the journal is a folder", "mkdir -p impl1/journal.tcl", "it is a folder"},
-            {"the journal is a pipe", "mkdir impl1 && mkfifo impl1/journal.tcl", "it is a pipe"},
-            {"the journal leads to a device", "mkdir impl1 && ln -s /dev/full impl1/journal.tcl", "it is a device"},
-            {"no file may be so large", "ulimit -f 0", "File too large"},
-        });
+        const Rows<QString, QString> row;
+        row("the implementation's folder is a file", "touch impl1", "Not a directory");
+        row("the journal is a folder", "mkdir -p impl1/journal.tcl", "it is a folder");
+        row("the journal is a pipe", "mkdir impl1 && mkfifo impl1/journal.tcl", "it is a pipe");
+        row("the journal leads to a device", "mkdir impl1 && ln -s /dev/full impl1/journal.tcl", "it is a device");
+        row("no file may be so large", "ulimit -f 0", "File too large");
     }
 
     void changeThatCannotBeKeptIsAnError()
     {
-        const auto [obstacle, reason] = zeltest::currentRow<2>();
+        const auto [obstacle, reason] = row<QString, QString>();
         QCOMPARE(QProcess::execute("sh", {"-c", "cd \"$1\" && " + obstacle, "sh", m_project.path()}), 0);
         const QString limit = obstacle.startsWith("ulimit") ? obstacle : "true";
         const auto runLimited = [this, &limit](const QByteArray& script) {
@@ -202,22 +200,21 @@ private Q_SLOTS:
     void errorsHaveAPlace_data()
     {
         // %1: the script's file
-        zeltest::addRows({
-            {"a command refuses", "puts a\n\nzel_resource place -rsc gateway/clocks/pll_video -id 7\n",
-                "%1:3: there is no site 7"},
-            {"no such command", "zel_nothing", "%1:1: invalid command name \"zel_nothing\""},
-            {"in a procedure", "proc p {} {\n error oops\n}\n\np", "%1:5: oops"},
-            {"a brace is missing", "puts a\nforeach x {1 2} {", "%1:2: missing close-brace"},
-            {"in another file", "\nsource [file join [file dirname [info script]] inner.tcl]", "%1:2: inside"},
-            {"no window in a batch", "zel_view fit", "%1:1: zel_view: this run has no window"},
-            // Of such a name Tcl tells only the beginning.
-            {"in a file with a long name", "\nzel_nothing", "%1:2: invalid command name \"zel_nothing\"", "long"},
-        });
+        const Rows<QString, QString, QString> row;
+        row("a command refuses", "puts a\n\nzel_resource place -rsc gateway/clocks/pll_video -id 7\n",
+            "%1:3: there is no site 7", "");
+        row("no such command", "zel_nothing", "%1:1: invalid command name \"zel_nothing\"", "");
+        row("in a procedure", "proc p {} {\n error oops\n}\n\np", "%1:5: oops", "");
+        row("a brace is missing", "puts a\nforeach x {1 2} {", "%1:2: missing close-brace", "");
+        row("in another file", "\nsource [file join [file dirname [info script]] inner.tcl]", "%1:2: inside", "");
+        row("no window in a batch", "zel_view fit", "%1:1: zel_view: this run has no window", "");
+        // Tcl tells only the beginning of such a name.
+        row("in a file with a long name", "\nzel_nothing", "%1:2: invalid command name \"zel_nothing\"", "long");
     }
 
     void errorsHaveAPlace()
     {
-        const auto [script, error, length] = zeltest::currentRow<3>();
+        const auto [script, error, length] = row<QString, QString, QString>();
         m_project.write("inner.tcl", "\n\n\nerror inside");
         const QString file = m_project.write(QString(length.isEmpty() ? 5 : 200, 'n') + ".tcl", script.toUtf8());
         const Outcome outcome = run({m_project.path(), "--batch", file});

@@ -2,6 +2,7 @@
 #include "graphics/zelconstants.h"
 #include "tests/program/sampleproject.h"
 #include "tests/program/virtualscreen.h"
+#include "tests/support/pixels.h"
 #include "tests/support/testmain.h"
 
 #include <QMap>
@@ -147,13 +148,7 @@ private:
     int highlightAnywhere() const { return highlightIn({site(TakenPll), site(OtherFreePll)}); }
     int highlightIn(const QRect& area) const
     {
-        const QImage picture = m_screen.picture();
-        int count = 0;
-        for (int y = area.top(); y <= area.bottom(); ++y) {
-            for (int x = area.left(); x <= area.right(); ++x)
-                count += picture.pixelColor(x, y) == mirn::zelchipview::HIGHLIGHT_COLOR ? 1 : 0;
-        }
-        return count;
+        return zeltest::colorsIn(m_screen.picture(), area).value(mirn::zelchipview::HIGHLIGHT_COLOR.rgb());
     }
 
     VirtualScreen m_screen;

@@ -77,7 +77,7 @@ public:
     // The environment of a program that shall show its windows here.
     [[nodiscard]] QProcessEnvironment environment() const { return m_environment; }
 
-    // What the screen shows; null when that cannot be read. The pixels stand at the end of the server's dump.
+    // The picture on the screen; null when it cannot be read. Its pixels stand at the end of the server's dump.
     [[nodiscard]] QImage picture() const
     {
         const QByteArray pixels = zeltest::contentOf(m_folder.filePath("Xvfb_screen0")).right(4 * Width * Height);

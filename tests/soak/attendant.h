@@ -71,13 +71,11 @@ private:
             buttons[choose(static_cast<int>(buttons.size()))]->click();
             return;
         }
-        const QList<QComboBox*> lists = dialog.findChildren<QComboBox*>();
-        for (QComboBox* list : lists) {
+        for (QComboBox* list : dialog.findChildren<QComboBox*>()) {
             if (choose(2) == 0 && list->isEnabled())
                 list->setCurrentIndex(choose(list->count()));
         }
-        const QList<QLineEdit*> fields = dialog.findChildren<QLineEdit*>();
-        for (QLineEdit* field : fields)
+        for (QLineEdit* field : dialog.findChildren<QLineEdit*>())
             field->setText(QString::number(choose(400)));
         const QList<QPushButton*> buttons = dialog.findChildren<QPushButton*>();
         if (buttons.isEmpty() || ++m_turns > MostTurns)

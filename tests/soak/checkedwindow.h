@@ -46,8 +46,7 @@ protected:
     {
         QSet<int> ids;
         const QRectF area = view()->mapToScene(band).boundingRect();
-        const QList<QGraphicsItem*> items = view()->scene()->items(area, Qt::IntersectsItemShape);
-        for (const QGraphicsItem* item : items) {
+        for (const QGraphicsItem* item : view()->scene()->items(area, Qt::IntersectsItemShape)) {
             if (const ZELGraphicItemAttribute* attribute = attributeOf(item))
                 ids.insert(attribute->itemId);
         }
@@ -56,8 +55,7 @@ protected:
 
     [[nodiscard]] QSet<int> idsClickedAt(QPoint position) const
     {
-        const QList<QGraphicsItem*> items = view()->items(position);
-        for (const QGraphicsItem* item : items) {
+        for (const QGraphicsItem* item : view()->items(position)) {
             const ZELGraphicItemAttribute* attribute = attributeOf(item);
             if (attribute && attribute->kind != ZEL_GRAPHIC_TEXT)
                 return {attribute->itemId};

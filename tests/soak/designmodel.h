@@ -230,8 +230,7 @@ private:
         const bool isRemoved = words[1] == "remove";
         if (isRemoved)
             next.removed.insert(path);
-        const QByteArrayList parts = m_plan->below(path);
-        for (const QByteArray& part : parts) {
+        for (const QByteArray& part : m_plan->below(path)) {
             if (!m_plan->fixed.contains(part))
                 next.sites[part] = -1;
             if (isRemoved && m_plan->fresh.values.contains(part))
@@ -246,15 +245,13 @@ private:
             next.sites[path] = site;
             return {};
         }
-        const QByteArrayList parts = m_plan->below(path);
-        for (const QByteArray& part : parts) {
+        for (const QByteArray& part : m_plan->below(path)) {
             if (m_plan->types[part] == "DCUCHANNEL" && !m_plan->fixed.contains(part) && next.has(part))
                 next.sites[part] = Somewhere;
         }
         if (told.isEmpty())
             m_unknown = path;
-        const QByteArrayList facts = told.mid(3).split('|');
-        for (const QByteArray& fact : facts) {
+        for (const QByteArray& fact : told.mid(3).split('|')) {
             const QByteArrayList words = fact.split('=');
             if (words.size() > 1 && next.sites.value(words[0]) == Somewhere)
                 next.sites[words[0]] = words[1].toInt();
@@ -313,8 +310,7 @@ private:
     [[nodiscard]] QByteArrayList facts() const
     {
         QByteArrayList result;
-        const QByteArrayList paths = m_plan->types.keys();
-        for (const QByteArray& path : paths) {
+        for (const QByteArray& path : m_plan->types.keys()) {
             const int site = state().sites[path];
             if (state().has(path))
                 result.append(path + '=' + (site < 0 ? "" : QByteArray::number(site)) + '=' + state().values[path]);

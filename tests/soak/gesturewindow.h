@@ -51,8 +51,7 @@ public:
             const bool isPhrase = random.bounded(3) == 0;
             const auto phrases = static_cast<int>(Phrases.size());
             const int lot = isPhrase ? random.bounded(phrases) : random.bounded(phrases, static_cast<int>(lots.size()));
-            const QByteArrayList names = lots[lot].split(' ');
-            for (const QByteArray& name : names) {
+            for (const QByteArray& name : lots[lot].split(' ')) {
                 if (gestures.size() % round == 0)
                     gestures.append("begin 0 0 0");
                 gestures.append(name);
@@ -156,7 +155,7 @@ private:
 
     void open()
     {
-        show(m_project->path(), QSize(900, 600));
+        show(m_project->path());
         noteOpening();
         settle();
         // A button may have been down when the window before went away.
@@ -380,8 +379,7 @@ private:
     void triggerAction()
     {
         QList<QAction*> actions;
-        const QList<QAction*> all = window->findChildren<QAction*>();
-        for (QAction* action : all) {
+        for (QAction* action : window->findChildren<QAction*>()) {
             if (action->isEnabled() && !action->menu() && !action->text().endsWith("...")
                 && !action->text().endsWith(QChar(0x2026)) && action->shortcut() != QKeySequence(QKeySequence::Quit))
                 actions.append(action);

@@ -14,7 +14,7 @@
 
 namespace soak {
 
-// What makes room scarce for a program.
+// Makes room scarce for a program.
 struct Room
 {
     // Leaves so many bytes, and enough of them for a number below 0. Empty where room cannot be made scarce.

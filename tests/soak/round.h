@@ -70,7 +70,7 @@ public:
     // The steps that were really made when these were run.
     [[nodiscard]] virtual QByteArrayList made(const QByteArrayList& steps) const { return steps; }
 
-    // What the rounds came to.
+    // The figures that the rounds came to.
     [[nodiscard]] QByteArray figures() const
     {
         QByteArrayList texts;

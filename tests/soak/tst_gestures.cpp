@@ -180,8 +180,7 @@ Outcome runApart(const QByteArrayList& gestures, int milliseconds)
     process.kill();
     process.waitForFinished();
     Outcome outcome;
-    const QByteArrayList lines = process.readAll().split('\n');
-    for (const QByteArray& line : lines) {
+    for (const QByteArray& line : process.readAll().split('\n')) {
         if (line.startsWith(Step))
             outcome.done = line.mid(Step.size()).toInt();
         else

@@ -16,7 +16,6 @@ using namespace soak;
 namespace {
 
 constexpr qint64 Second = 1000; // ms
-constexpr qint64 ShortRun = 20 * Second; // of all campaigns together
 constexpr qint64 LongestShrinking = 60 * Second;
 
 void say(const QByteArray& text)
@@ -33,15 +32,6 @@ class TestKills : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase()
-    {
-        m_seed = qEnvironmentVariableIsSet("ZEL_SOAK_SEED") ? qEnvironmentVariable("ZEL_SOAK_SEED").toUInt()
-                                                            : QRandomGenerator::global()->generate() / 2;
-        const double minutes = qEnvironmentVariable("ZEL_SOAK_MINUTES").toDouble();
-        if (minutes > 0)
-            m_time = static_cast<qint64>(minutes * 60 * Second);
-    }
-
     void killedAtAnyMoment()
     {
         KillRound round;
@@ -82,7 +72,7 @@ private:
         QElapsedTimer timer;
         timer.start();
         unsigned int seed = m_seed;
-        for (; timer.elapsed() < m_time * share / 100; ++seed) {
+        for (; timer.elapsed() < m_minutes * 60 * Second * share / 100; ++seed) {
             zeltest::Random random(seed);
             const QByteArrayList steps = round.randomSteps(random);
             const QByteArray problem = round.run(steps);
@@ -102,8 +92,10 @@ private:
             + round.figures());
     }
 
-    unsigned int m_seed = 0;
-    qint64 m_time = ShortRun;
+    const unsigned int m_seed = qEnvironmentVariableIsSet("ZEL_SOAK_SEED")
+        ? qEnvironmentVariable("ZEL_SOAK_SEED").toUInt()
+        : QRandomGenerator::global()->generate() / 2;
+    const double m_minutes = qEnvironmentVariable("ZEL_SOAK_MINUTES", "0.33").toDouble(); // of all campaigns together
 };
 
 ZEL_TEST_MAIN(TestKills)

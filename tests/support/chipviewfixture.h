@@ -105,15 +105,14 @@ public:
     // The item that was loaded as the nth, from 1; null when there is none.
     static QGraphicsItem* item(int loadNumber)
     {
-        const QList<QGraphicsItem*> items = scene()->items();
-        for (QGraphicsItem* candidate : items) {
+        for (QGraphicsItem* candidate : scene()->items()) {
             if (candidate->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt() == loadNumber)
                 return candidate;
         }
         return nullptr;
     }
 
-    // What the view shows, one image pixel per device pixel.
+    // The picture that the view shows, one image pixel per device pixel.
     static QImage picture()
     {
         QImage image(view()->viewport()->size(), QImage::Format_RGB32);
@@ -151,7 +150,7 @@ public:
         mouse(QEvent::MouseButtonRelease, position);
     }
 
-    // Where the scroll bars stand.
+    // The values of the scroll bars.
     static QPoint scrolled() { return {view()->horizontalScrollBar()->value(), view()->verticalScrollBar()->value()}; }
 
     // The part of the scene that the view shows.

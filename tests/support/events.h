@@ -9,7 +9,7 @@
 #include <QWheelEvent>
 #include <QWidget>
 
-// What the window system sends to a viewport, and a person does.
+// Events as the window system sends them to a viewport when a person does something.
 namespace zeltest {
 
 inline void turnWheel(QWidget* viewport, QPoint position, QPoint angleDelta, Qt::KeyboardModifiers modifiers = {})

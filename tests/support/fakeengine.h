@@ -16,7 +16,7 @@
 
 namespace zeltest {
 
-// What is traced from now on to the end of the test function, as "function: text".
+// The lines that are traced from now on to the end of the test function, as "function: text".
 inline const std::vector<std::string>& traceFromNowOn()
 {
     static std::vector<std::string> lines;
@@ -135,7 +135,7 @@ public:
     // A null cell at the top level.
     void addHole() { rootChildren.push_back(nullptr); }
 
-    // Back to a tree without rows.
+    // Empties the tree.
     void clearCells()
     {
         rootChildren.clear();

@@ -75,7 +75,7 @@ public:
         return drawing;
     }
 
-    // What stands within a root element of 100 x 100, with the namespaces declared and some abbreviations: <R is a rect
+    // The body of a root element of 100 x 100, with the namespaces declared and some abbreviations: <R is a rect
     // of 1 x 1, and size='2x3' stands for a width of 2 and a height of 3.
     static TestDrawing fromBody(const QByteArray& body)
     {

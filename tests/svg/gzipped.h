@@ -5,7 +5,7 @@
 
 #include <zlib.h>
 
-// As gzip compresses it.
+// The content as gzip compresses it.
 [[nodiscard]] inline QByteArray gzipped(const QByteArray& content)
 {
     constexpr int GzipWindow = 15 + 16;

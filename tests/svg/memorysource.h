@@ -41,7 +41,7 @@ private:
     std::size_t m_blockSize;
 };
 
-// Everything that reading a drawing in this way gives, as bytes to compare.
+// The result of reading a drawing in this way, as bytes to compare.
 [[nodiscard]] inline std::string everythingRead(
     MemorySource& source, const zelsvg::Limits& limits, zelsvg::XmlReading reading)
 {

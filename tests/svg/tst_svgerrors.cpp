@@ -189,8 +189,7 @@ private Q_SLOTS:
     {
         const QByteArray whole = "<?xml version='1.0'?><!DOCTYPE svg [<!ENTITY c 'red'>]><svg viewBox='0 0 9 "
                                  "9'><style>.a{fill:&c;}</style><g class='a'><title>t</title><path d='M0 0a1 1 0 0 1 2 "
-                                 "2z'/><text x='1 2'>\xC3\xA4"
-                                 "b<![CDATA[<]]></text></g><use href='#x'/></svg>";
+                                 "2z'/><text x='1 2'>\u00E4b<![CDATA[<]]></text></g><use href='#x'/></svg>";
         for (int length = 0; length < whole.size(); ++length) {
             const auto drawing = TestDrawing::fromFile(whole.left(length));
             QVERIFY2(!drawing.isRead(), qPrintable(QString::number(length)));
@@ -240,10 +239,10 @@ private Q_SLOTS:
         QCOMPARE(parser.graphicItemCount(), std::size_t(40'000));
     }
 
-    // What a drawing may cost, with limits that a small one reaches.
+    // The limits of what a drawing may cost are here so low that a small one reaches them.
     void limitsEndReading_data()
     {
-        // What may still be read, what may not, and the message.
+        // The drawing that may still be read, the one that may not, and the message.
         const Rows<zelsvg::Limits, QByteArray, QByteArray, QByteArray> add;
         const auto row = [&add](const char* name, auto member, int limit, const QByteArray& most,
                              const QByteArray& more, const char* error) {

@@ -41,7 +41,7 @@ class TestSvgReadings : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    void giveTheSame_data()
+    void readingsAgree_data()
     {
         const Rows<QByteArray, bool> row;
         const auto quick = [&row](const char* name, const QByteArray& file) { row(name, file, true); };
@@ -126,7 +126,7 @@ private Q_SLOTS:
         slow("a NUL in a tag", body(QByteArray("<g\0/>", 5)));
     }
 
-    void giveTheSame()
+    void readingsAgree()
     {
         const auto [file, quick] = row<QByteArray, bool>();
         for (std::size_t blockSize : {1, 2, 3, 5, 1 << 20}) {
@@ -136,7 +136,7 @@ private Q_SLOTS:
         QCOMPARE(isQuick(file), quick);
     }
 
-    void giveTheSameForEveryDamage()
+    void readingsAgreeOnEveryDamage()
     {
         const QByteArray whole = "<?xml version='1.0'?>\n<!DOCTYPE svg SYSTEM 'a'>" + Svg
             + "<!-- c --><g t:id='3'><title>a&amp;b</title>" + Rect
@@ -156,8 +156,8 @@ private Q_SLOTS:
         }
     }
 
-    // Longer than the blocks in which files are read.
-    void giveTheSameForLongTags()
+    // The tags are longer than the blocks in which files are read.
+    void readingsAgreeOnLongTags()
     {
         const QByteArray path = "<path d='M0 0" + QByteArray("h1v1H0z").repeated(150'000) + "'/>";
         const QByteArray comment = "<!--" + QByteArray(700'000, 'c') + "-->";

@@ -58,8 +58,7 @@ public:
     {
         m_editor.reset();
         m_engine->setDesign(m_pristine);
-        const QList<int> carriers = m_engine->settings().changes().keys();
-        for (int carrier : carriers)
+        for (int carrier : m_engine->settings().changes().keys())
             m_engine->setSettingChanges(carrier, {});
         m_editor = std::make_unique<DesignEditor>(*m_engine, directory(), nullptr, files);
         addDesignCommands(m_tcl, *m_editor);
@@ -105,7 +104,7 @@ public:
     [[nodiscard]] QByteArray journal() const { return contentOf(journalFile()); }
     void setJournal(const QByteArray& content) { writeFile(journalFile(), content); }
 
-    // What was set aside of it.
+    // The journal that was set aside; empty when none was.
     [[nodiscard]] QByteArray journalAside() const { return contentOf(journalFile() + ".aside-1"); }
 
     DesignEditor& editor() { return *m_editor; }

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 #include "tests/tcl/editedproject.h"
 
@@ -68,21 +67,28 @@ private Q_SLOTS:
         QVERIFY(!project.editor().isModified());
     }
 
-    // The program may end between writing the placements and emptying the journal, or go on after that because the
-    // journal could not be emptied.
-    void journalThatWasSavedIsNotMadeAgain()
+    // The journal may have the line ends of another system, and then no first line either. The program may end between
+    // writing the placements and emptying the journal, or go on after that because the journal could not be emptied.
+    void journalIsReadOnceWhateverItsForm()
     {
         EditedProject project;
         project.run(EachKind);
-        const QByteArray journal = project.journal();
+        const QByteArray written = project.journal();
         const QStringList state = project.state();
-        QCOMPARE(project.run("save"), QString());
-        project.setJournal(journal);
-        QCOMPARE(project.open(), QStringList());
-        QCOMPARE(project.state(), state);
-        QVERIFY(!project.editor().isModified());
-
-        project.setJournal(journal + "zel_setting -id 10 -key CH1 -value SLOW\n");
+        const QByteArray foreign = QByteArray(written).replace("\n", "\r\n");
+        for (const QByteArray& journal : {foreign.mid(foreign.indexOf('\n') + 1), foreign, written}) {
+            project.startOver();
+            project.run(EachKind[0]); // there is a journal
+            project.setJournal(journal);
+            QCOMPARE(project.open().size(), 1);
+            QCOMPARE(project.state(), state);
+            QCOMPARE(project.run("save"), QString());
+            project.setJournal(journal);
+            QCOMPARE(project.open(), QStringList());
+            QCOMPARE(project.state(), state);
+            QVERIFY(!project.editor().isModified());
+        }
+        project.setJournal(written + "zel_setting -id 10 -key CH1 -value SLOW\n");
         QCOMPARE(project.open(), QStringList("1 change that was not saved is back."));
         QVERIFY(project.editor().isModified());
         QCOMPARE(project.run("undo"), QString());
@@ -91,27 +97,16 @@ private Q_SLOTS:
         QCOMPARE(project.journalAside(), QByteArray());
     }
 
-    // The journal has the line ends of another system, and then no first line either.
-    void journalOfAnotherHandIsRead()
+    // Right behind what is saved stands a change whose second command is missing.
+    void incompleteChangeAfterWhatIsSavedIsSaid()
     {
         EditedProject project;
         project.run(EachKind);
-        const QByteArray written = project.journal();
-        const QStringList state = project.state();
-        for (QByteArray journal : {written, written.mid(written.indexOf('\n') + 1)}) {
-            project.setJournal(journal.replace("\n", "\r\n"));
-            QCOMPARE(project.open().size(), 1);
-            QCOMPARE(project.state(), state);
-        }
-        const QByteArray unnamed = project.journal();
+        const QByteArray saved = project.journal();
         QCOMPARE(project.run("save"), QString());
-        project.setJournal(unnamed); // as if the program had ended before it emptied it
-        QCOMPARE(project.open(), QStringList());
-        QCOMPARE(project.state(), state);
-        // Directly behind what is saved stands a change whose second command is missing.
         const QByteArray off = "zel_setting -id 10 -key CH1 -value OFF\n";
-        project.setJournal(unnamed + "# together 2\n" + off + "# together 1\n" + off);
-        const QString where = project.journalFile() + ':' + QString::number(unnamed.count('\n') + 1) + ": refused ";
+        project.setJournal(saved + "# together 2\n" + off + "# together 1\n" + off);
+        const QString where = project.journalFile() + ':' + QString::number(saved.count('\n') + 1) + ": refused ";
         QVERIFY(project.open().first().startsWith(where));
     }
 
@@ -121,7 +116,7 @@ private Q_SLOTS:
         EditedProject project;
         project.run(EachKind[0]);
         const QByteArray journal = project.journal() + "zel_resource place -rsc top/precious -id 50\n";
-        project.open(); // gives its lock back
+        project.open(); // returns its lock
         project.setJournal(journal);
         writeFile(project.journalFile() + ".lock", "1\nzelchip\nfarhost\n");
         const QString said = project.open().join('\n');
@@ -253,7 +248,7 @@ private Q_SLOTS:
         QVERIFY(!project.editor().undoStack().canRedo()); // what was refused can be done again no more
     }
 
-    // What the program says of it can be read by a person.
+    // A person can read what the program says of it.
     void fileThatIsNoJournalIsSaidInAFewLines()
     {
         EditedProject project;
@@ -321,57 +316,42 @@ private Q_SLOTS:
         QCOMPARE(contentOf(journal + ".outside"), kept);
     }
 
-    void refusalsSayWhy_data()
+    void commandsAnswer_data()
     {
-        addRows({
-            {"no such resource", "zel_resource place -rsc nobody -id 11", "there is no resource \"nobody\""},
-            {"no number", "zel_resource place -rsc top/core -id x", "expected integer but got \"x\""},
-            {"too little", "zel_resource place -rsc top/core",
-                "wrong # args: should be \"zel_resource place -rsc NAME -id N\""},
-            {"unknown verb", "zel_resource put",
-                "unknown subcommand \"put\" of zel_resource: must be configure, get, list, place, remove, reset, "
-                "restore, sites, why"},
-            {"no key", "zel_resource configure -ip top/duo",
-                "wrong # args: should be \"zel_resource configure -ip NAME -key K ?-value V?\""},
-            {"no such key", "zel_setting -id 10 -key CH7", "U0 has no setting \"CH7\""},
-            {"nothing to undo", "undo", "there is nothing to undo"},
-            {"nothing to redo", "redo", "there is nothing to redo"},
-            {"too much", "undo 3", "wrong # args: should be \"undo\""},
-        });
+        const Rows<QString, QString> row;
+        row("some", "zel_resource list top/duo*", "top/duo top/duo/a top/duo/b top/duo/ref");
+        row("those not placed", "zel_resource list -unplaced */b", "top/duo/b");
+        row("a range that never ends", "zel_resource list {*[}", "");
+        row("an awkward name", "lindex [zel_resource list {*/a\\[1\\]$x}] 0", "top/my ip/a[1]$x");
+        row("a site", "dict get [zel_resource get -ip top/duo/a] site", "U0_CH0");
+        row("where it may go", "zel_resource sites -rsc top/core", "50 51");
+        row("nothing against it", "zel_resource why -rsc top/core -id 50", "");
+        row("why not", "zel_resource why -rsc top/core -id 10", "U0 (Unit) does not take resources of type PLL");
+        row("a setting", "zel_setting -id 10 -key CH0", "SLOW");
+        row("a parameter", "zel_resource configure -ip top/duo -key rate", "2.5");
+        row("all parameters", "dict get [zel_resource get -ip top/core] parameters frequency", "100");
+        row("no such resource", "zel_resource place -rsc nobody -id 11", "ERROR there is no resource \"nobody\"");
+        row("no number", "zel_resource place -rsc top/core -id x", "ERROR expected integer but got \"x\"");
+        row("too little", "zel_resource place -rsc top/core",
+            "ERROR wrong # args: should be \"zel_resource place -rsc NAME -id N\"");
+        row("unknown verb", "zel_resource put",
+            "ERROR unknown subcommand \"put\" of zel_resource: must be configure, get, list, place, remove, reset, "
+            "restore, sites, why");
+        row("no key", "zel_resource configure -ip top/duo",
+            "ERROR wrong # args: should be \"zel_resource configure -ip NAME -key K ?-value V?\"");
+        row("no such key", "zel_setting -id 10 -key CH7", "ERROR U0 has no setting \"CH7\"");
+        row("nothing to undo", "undo", "ERROR there is nothing to undo");
+        row("nothing to redo", "redo", "ERROR there is nothing to redo");
+        row("too much", "undo 3", "ERROR wrong # args: should be \"undo\"");
     }
 
-    void refusalsSayWhy()
+    void commandsAnswer()
     {
-        const auto [command, answer] = currentRow<2>();
+        const auto [question, answer] = row<QString, QString>();
         EditedProject project;
         const QStringList state = project.state();
-        QCOMPARE(project.run(command), "ERROR " + answer);
-        QCOMPARE(project.state(), state);
-        QVERIFY(project.journal().isEmpty());
-    }
-
-    void questionsAreAnswered_data()
-    {
-        addRows({
-            {"some", "zel_resource list top/duo*", "top/duo top/duo/a top/duo/b top/duo/ref"},
-            {"those not placed", "zel_resource list -unplaced */b", "top/duo/b"},
-            {"a range that never ends", "zel_resource list {*[}", ""},
-            {"an awkward name", "lindex [zel_resource list {*/a\\[1\\]$x}] 0", "top/my ip/a[1]$x"},
-            {"a site", "dict get [zel_resource get -ip top/duo/a] site", "U0_CH0"},
-            {"where it may go", "zel_resource sites -rsc top/core", "50 51"},
-            {"nothing against it", "zel_resource why -rsc top/core -id 50", ""},
-            {"why not", "zel_resource why -rsc top/core -id 10", "U0 (Unit) does not take resources of type PLL"},
-            {"a setting", "zel_setting -id 10 -key CH0", "SLOW"},
-            {"a parameter", "zel_resource configure -ip top/duo -key rate", "2.5"},
-            {"all parameters", "dict get [zel_resource get -ip top/core] parameters frequency", "100"},
-        });
-    }
-
-    void questionsAreAnswered()
-    {
-        const auto [question, answer] = currentRow<2>();
-        EditedProject project;
         QCOMPARE(project.run(question), answer);
+        QCOMPARE(project.state(), state);
         QVERIFY(project.journal().isEmpty());
     }
 
@@ -398,7 +378,7 @@ private Q_SLOTS:
             project.run(beforeAndAfterUndo.arg("zel_resource configure -ip top/core -key frequency")), "75 {} 100");
     }
 
-    // Where nothing changes there is nothing to undo.
+    // There is nothing to undo when nothing changes.
     void configuringTheSameValueIsNoChange()
     {
         EditedProject project;

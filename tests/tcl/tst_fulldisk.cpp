@@ -113,7 +113,7 @@ private Q_SLOTS:
         row("the program ends when it is done", Trouble::KillAfter, true);
     }
 
-    // Where the program ends, the change of the command without an answer may be there or not.
+    // When the program ends, the change of the command without an answer may be there or not.
     void everyCallMayFail()
     {
         const auto [trouble, isEnd] = row<Trouble, bool>();

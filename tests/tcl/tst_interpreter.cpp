@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/tcl/arguments.h"
 #include "host/tcl/tclinterpreter.h"
-#include "tests/support/rows.h"
 #include "tests/support/testmain.h"
 
 using namespace mirn::zelchip;
@@ -12,23 +11,20 @@ class TestInterpreter : public zeltest::Test
 private Q_SLOTS:
     void namesComeThroughBraces_data()
     {
-        zeltest::addRows({
-            {"blank", "my ip"},
-            {"brackets and dollar", "a[exit]$b"},
-            {"place holder and quotes", "\"%2\""},
-            {"a backslash inside", "a\\nb"},
-            {"balanced braces", "a{b}c"},
-            {"beyond ASCII",
-                "k\xc3\xa4"
-                "fer\xc2\xb5"},
-            {"a line end among much else", "{a\n\\b} [c]\t$d\r\";"},
-            {"semicolon and hash", "# a;b"},
-        });
+        const Rows<QString> row;
+        row("blank", "my ip");
+        row("brackets and dollar", "a[exit]$b");
+        row("place holder and quotes", "\"%2\"");
+        row("a backslash inside", "a\\nb");
+        row("balanced braces", "a{b}c");
+        row("beyond ASCII", "k\u00e4fer\u00b5");
+        row("a line end among much else", "{a\n\\b} [c]\t$d\r\";");
+        row("semicolon and hash", "# a;b");
     }
 
     void namesComeThroughBraces()
     {
-        const QString name = zeltest::currentRow<1>()[0];
+        const auto [name] = row<QString>();
         TclInterpreter tcl;
         QStringList seen;
         tcl.addCommand("take", [&](const QStringList& words) {
@@ -47,7 +43,7 @@ private Q_SLOTS:
         QVERIFY(!TclInterpreter::list(expected).contains('\n'));
     }
 
-    // Also inside another script.
+    // That holds inside another script as well.
     void errorsAreTheCommandsOwn()
     {
         TclInterpreter tcl;
@@ -84,13 +80,12 @@ private Q_SLOTS:
 
     void endlessScriptsCanBeCancelled_data()
     {
-        zeltest::addRows({
-            {"a loop without a body", "while 1 {}"},
-            {"a loop that catches everything", "while 1 {catch {while 1 {incr i}}}"},
-            {"a wait for what never comes", "vwait never"},
-            {"a long sleep", "after 100000000"},
-            {"an endless recursion of short calls", "proc p {} {after 1}; while 1 {p}"},
-        });
+        const Rows<QString> row;
+        row("a loop without a body", "while 1 {}");
+        row("a loop that catches everything", "while 1 {catch {while 1 {incr i}}}");
+        row("a wait for what never comes", "vwait never");
+        row("a long sleep", "after 100000000");
+        row("an endless recursion of short calls", "proc p {} {after 1}; while 1 {p}");
     }
 
     void endlessScriptsCanBeCancelled()
@@ -101,7 +96,8 @@ private Q_SLOTS:
             if (++calls == 3)
                 tcl.cancel();
         });
-        const TclResult result = tcl.evaluate(zeltest::currentRow<1>()[0]);
+        const auto [script] = row<QString>();
+        const TclResult result = tcl.evaluate(script);
         QVERIFY(!result.isOk);
         QCOMPARE(result.text, "cancelled");
         QCOMPARE(tcl.evaluate("expr 1+1").text, "2");
@@ -116,19 +112,18 @@ private Q_SLOTS:
     void argumentsComplainInTclsWords_data()
     {
         const char* const usage = "wrong # args: should be \"u\"";
-        zeltest::addRows({
-            {"all there", "-id 5 -rsc -id", ""},
-            {"nothing", "", usage},
-            {"no value", "-rsc a -id", usage},
-            {"twice", "-rsc a -rsc b -id 5", usage},
-            {"something else", "-rsc a -id 5 x", usage},
-            {"no number", "-rsc a -id 5x", "expected integer but got \"5x\""},
-        });
+        const Rows<QString, QString> row;
+        row("all there", "-id 5 -rsc -id", "");
+        row("nothing", "", usage);
+        row("no value", "-rsc a -id", usage);
+        row("twice", "-rsc a -rsc b -id 5", usage);
+        row("something else", "-rsc a -id 5 x", usage);
+        row("no number", "-rsc a -id 5x", "expected integer but got \"5x\"");
     }
 
     void argumentsComplainInTclsWords()
     {
-        const auto [words, error] = zeltest::currentRow<2>();
+        const auto [words, error] = row<QString, QString>();
         Arguments arguments(words.split(' ', Qt::SkipEmptyParts), "u", {"-rsc", "-id"});
         const QString resource = arguments.text("-rsc");
         const int id = arguments.number("-id");

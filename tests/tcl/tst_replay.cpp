@@ -65,8 +65,7 @@ public:
     {
         for (const auto& site : m_project.engine().device().sites()) {
             for (const auto& setting : site.settings) {
-                const QStringList keys = setting.key.split(':');
-                for (const QString& key : keys) {
+                for (const QString& key : setting.key.split(':')) {
                     for (const QString& choice : setting.choices)
                         m_settings.append(designcommands::setting(site.id, key, choice).toUtf8());
                 }
@@ -92,7 +91,7 @@ public:
         return {};
     }
 
-    // What goes wrong when the steps are taken; empty: nothing does.
+    // Returns what goes wrong when the steps are taken; empty when nothing does.
     [[nodiscard]] QString faultOf(const QByteArrayList& steps)
     {
         startOver();
@@ -111,7 +110,8 @@ private:
         m_states.assign(1, m_project.state());
     }
 
-    // With what they are part of, and the clock sources that stand against their removal and return.
+    // Chooses as well what the resources are part of, and the clock sources that stand against their removal and
+    // return.
     void chooseFew(Random& random)
     {
         const Design& design = m_project.pristine();
@@ -204,8 +204,8 @@ private:
 
 } // namespace
 
-// What the editor accepts is the same after the next opening, saved or not, whatever was done before. The seed of a
-// sequence that goes wrong is printed with the shortest part of it that still does; ZEL_REPLAY_SEED takes it alone,
+// A change that the editor accepts is there after the next opening, saved or not, whatever was done before. The seed of
+// a sequence that goes wrong is printed with the shortest part of it that still does; ZEL_REPLAY_SEED takes it alone,
 // ZEL_REPLAY_SEQUENCES says how many there are to be.
 class TestReplay : public zeltest::Test
 {
