@@ -4,7 +4,6 @@
 #include "benchmarks/chipwindow.h"
 #include "benchmarks/device.h"
 #include "benchmarks/measure.h"
-#include "benchmarks/memory.h"
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelgraphicsview.h"
 
@@ -15,6 +14,10 @@
 #include <QSet>
 #include <QTimer>
 
+#include <malloc.h>
+#include <unistd.h>
+
+#include <fstream>
 #include <string>
 
 using namespace mirn::zelchipview;
@@ -22,6 +25,16 @@ using namespace mirn::zelchipview;
 namespace zelbench {
 
 namespace {
+
+// Returns the resident bytes of this process, after freed memory has been returned to the system.
+double residentBytes()
+{
+    malloc_trim(0);
+    double total = 0.0;
+    double resident = 0.0;
+    std::ifstream("/proc/self/statm") >> total >> resident; // in pages
+    return resident * static_cast<double>(sysconf(_SC_PAGESIZE));
+}
 
 constexpr int IdleTime = 500; // milliseconds
 

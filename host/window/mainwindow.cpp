@@ -19,7 +19,6 @@
 #include "host/window/helptexts.h"
 #include "host/window/loadprogress.h"
 #include "host/window/messagebox.h"
-#include "host/window/unsavedchanges.h"
 
 #include <QAction>
 #include <QApplication>

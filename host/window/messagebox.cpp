@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/window/messagebox.h"
 
+#include "host/design/designeditor.h"
 #include "host/tcl/translation.h"
 
 #include <QPushButton>
@@ -35,6 +36,33 @@ void openTakeOverQuestion(QWidget* parent, const QString& doubt, const std::func
     // runs after the box has closed
     QObject::connect(yes, &QAbstractButton::clicked, parent, takeOver, Qt::QueuedConnection);
     box->open();
+}
+
+bool confirmClose(DesignEditor& editor, QWidget* parent)
+{
+    if (!editor.isModified())
+        return true;
+    QMessageBox box(QMessageBox::Question, tr("zelchip"), tr("The placements have changed."),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
+    box.setInformativeText(tr("Do you want to save them?"));
+    box.setDefaultButton(QMessageBox::Save);
+    QString error;
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        error = editor.save();
+        break;
+    case QMessageBox::Discard:
+        error = editor.discard();
+        break;
+    default:
+        return false;
+    }
+    if (error.isEmpty())
+        return true;
+    QMessageBox failure(QMessageBox::Critical, tr("zelchip"), asSentence(error), QMessageBox::Close, parent);
+    failure.setTextFormat(Qt::PlainText); // a path may look like mark-up
+    failure.exec();
+    return false;
 }
 
 } // namespace mirn::zelchip

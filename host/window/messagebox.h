@@ -7,6 +7,8 @@
 
 namespace mirn::zelchip {
 
+class DesignEditor;
+
 // Returns the text of a rule or an error as it stands in the window, with a capital letter at its beginning. One that
 // begins with the path of a resource, as in "top/ip is fixed", stays as it is.
 [[nodiscard]] QString asSentence(const QString& text);
@@ -18,5 +20,9 @@ void openMessageBox(
 // Asks whether to take over a project whose lock is in doubt, and calls the function if the user agrees. Returns at
 // once.
 void openTakeOverQuestion(QWidget* parent, const QString& doubt, const std::function<void()>& takeOver);
+
+// Call it before a design is closed: if it has unsaved changes, this asks whether to save or to discard them, and does
+// so. Returns false if the user cancels or if that fails; a failure is shown.
+[[nodiscard]] bool confirmClose(DesignEditor& editor, QWidget* parent);
 
 } // namespace mirn::zelchip
