@@ -55,7 +55,9 @@ private Q_SLOTS:
                 + " of the compressed file: found something behind");
         row("compressed in another way", "\x1F\x9D\x90<svg/>",
             ":1:1: at byte 2 of the compressed file: found damaged data");
-        row("an unknown encoding", "<?xml version='1.0' encoding='EBCDIC-XX'?><svg/>", ":1:31: found an encoding");
+        row("an unknown encoding", "<?xml version='1.0' encoding='EBCDIC-XX'?><svg/>",
+            ":1:31: found an encoding that is not known, expected UTF-8, UTF-16, ISO-8859-1, US-ASCII, windows-1250 or "
+            "windows-1252; it is \"EBCDIC-XX\"");
         in("an unknown entity", "\n &foo;",
             ":2:2: found an entity that is not defined, expected one of this file or of XML; it is \"&foo;\"");
         row("an entity of a foreign file", "<!DOCTYPE svg [<!ENTITY f SYSTEM '/etc/passwd'>]>\n<svg>&f;</svg>",

@@ -111,11 +111,13 @@ struct Context
     return {whole.substr(0, static_cast<std::size_t>(split)), whole.substr(static_cast<std::size_t>(split))};
 }
 
-int onUnknownEncoding(void*, const char* name, XML_Encoding* map)
+int onUnknownEncoding(void* unknown, const char* name, XML_Encoding* map)
 {
     const XmlEncoding encoding = xmlEncoding(name);
-    if (!isWindows(encoding))
+    if (!isWindows(encoding)) {
+        *static_cast<std::string*>(unknown) = name;
         return XML_STATUS_ERROR;
+    }
     fillWindowsMap(encoding, map->map);
     map->data = nullptr;
     map->convert = nullptr;
@@ -144,7 +146,7 @@ XmlReader::XmlReader(XmlHandler& handler, Diagnostics& diagnostics, const Limits
     XML_SetCharacterDataHandler(parser, onText);
     XML_SetDefaultHandlerExpand(parser, onAnythingElse);
     XML_SetXmlDeclHandler(parser, onDeclaration);
-    XML_SetUnknownEncodingHandler(parser, onUnknownEncoding, nullptr);
+    XML_SetUnknownEncodingHandler(parser, onUnknownEncoding, &m_unknownEncoding);
     XML_SetEntityDeclHandler(parser, onEntity);
     XML_SetExternalEntityRefHandler(parser, onForeignEntity);
     XML_SetSkippedEntityHandler(parser, onSkippedEntity);
@@ -260,9 +262,11 @@ void XmlReader::reportXmlError()
     const XML_Error code = XML_GetErrorCode(parser);
     if (code == XML_ERROR_INVALID_TOKEN && reportMistake())
         return;
+    constexpr std::size_t LongestName = 40;
     std::string message = describe(code);
+    if (!m_unknownEncoding.empty())
+        message += "; it is " + quoted(m_unknownEncoding.substr(0, LongestName));
     if (code == XML_ERROR_UNDEFINED_ENTITY) {
-        constexpr std::size_t LongestName = 40;
         const auto bytes = contextAt(parser, XML_GetCurrentByteIndex(parser)).behind.substr(0, LongestName);
         const std::string text = decodedXml(bytes, m_encoding);
         message += "; it is " + quoted(text.substr(0, text.find(';')) + ';');

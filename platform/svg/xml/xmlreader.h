@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 struct XML_ParserStruct;
@@ -64,6 +65,7 @@ private:
     std::vector<XmlAttribute> m_attributes; // attributes of the tag being handled
     mutable std::vector<Position> m_attributePositions; // their positions; found when one is first asked for
     XmlEncoding m_encoding = XmlEncoding::Utf8;
+    std::string m_unknownEncoding; // the one that the file names, if it cannot be read
     bool m_hasMark = false; // whether the file begins with a byte order mark, which is no character
     std::uint64_t m_size = 0; // bytes taken from the source
     std::int64_t m_end = 0; // the end of what was handled last, in bytes
