@@ -337,7 +337,7 @@ private Q_SLOTS:
             seen.append(QString("%1/%2/").arg(item->id).arg(item->layer) + QString::fromLatin1(item->name) + '/'
                 + QString::fromLatin1(item->tooltip) + (item->flag ? QString("!") : QString()));
         }
-        QCOMPARE(seen.join(QString("; ")), identities);
+        QCOMPARE(seen.join("; "), identities);
     }
 
     void refusesBadValues_data()
