@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "engine/generator/benchmarkdrawing.h"
-#include "engine/generator/haldenfloorplan.h"
-#include "engine/generator/sampledrawing.h"
-#include "engine/generator/sampleproject.h"
+#include "generator/benchmarkdrawing.h"
+#include "generator/haldenfloorplan.h"
+#include "generator/sampledrawing.h"
+#include "generator/sampleproject.h"
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zeltext.h"
 #include "tests/engine/openengine.h"

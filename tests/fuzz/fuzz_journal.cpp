@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const QString input = zelfuzz::inputFile("journal.tcl", reinterpret_cast<const char*>(data), size);
     const std::vector<Change> read = changesIn(input, static_cast<qint64>(size));
     (void)JournalReader::baseOf(input);
-    (void)JournalReader::holdingOf(input);
+    (void)JournalReader::checkpointOf(input);
 
     const QString name = zelfuzz::inputFile("again.tcl", nullptr, 0);
     std::vector<Change> written;

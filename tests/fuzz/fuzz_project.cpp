@@ -24,7 +24,7 @@ void checkPlaced(const Device& device, const Design& design)
 {
     const PlacementRules rules(device, design);
     for (int resource : design.topLevel())
-        check(rules.objectionToReturned(resource).isEmpty());
+        check(rules.refusalAfterRestoring(resource).isEmpty());
 }
 
 void checkRules(const Device& device, const Design& design)

@@ -146,7 +146,7 @@ public:
     static QString verdict(qreal ratio = 1.0)
     {
         const int wrong = differing(ratio); // after which Qt has told the scene of everything
-        return QString("%1, %2 wrong").arg(scene()->elements().isPlain() ? "view" : "Qt").arg(wrong);
+        return QString("%1, %2 wrong").arg(scene()->elements().canPaintFromList() ? "view" : "Qt").arg(wrong);
     }
 
     static QString verdictAtRest()
@@ -346,7 +346,7 @@ private Q_SLOTS:
         for (const double scale : {1.0, 10.0}) { // different layers
             chip.zoom(scale, {170, 120});
             QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(second, 1)), 0);
-            QVERIFY(chip.scene()->elements().isPlain());
+            QVERIFY(chip.scene()->elements().canPaintFromList());
         }
     }
 
@@ -439,7 +439,7 @@ private Q_SLOTS:
             }
             const QImage after = chip.picture();
             QVERIFY(before != after);
-            QVERIFY(chip.scene()->elements().isPlain());
+            QVERIFY(chip.scene()->elements().canPaintFromList());
             QCOMPARE(differingPixels(after, paintedByItems(*chip.view(), 1)), 0);
             QCOMPARE(differingPixels(grabbed(second.viewport(), 1), paintedByItems(second, 1)), 0);
             chip.database()->selectedIds().clear();
