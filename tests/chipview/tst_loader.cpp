@@ -10,20 +10,15 @@ using namespace zeltest;
 
 namespace {
 
-// Collects the debug lines until it ends.
-class DebugLog
+// The debug lines from now on to the end of the test function, each behind its mode.
+const std::vector<std::string>& debugFromNowOn()
 {
-public:
-    DebugLog()
-    {
-        TRQDebug::getInstance()->setSink(
-            [this](const std::string& text, const std::string& mode) { lines.push_back(mode + " " + text); });
-    }
-
-    ~DebugLog() { TRQDebug::getInstance()->setSink(nullptr); }
-
-    std::vector<std::string> lines;
-};
+    static std::vector<std::string> lines;
+    lines.clear();
+    TRQDebug::getInstance()->setSink(
+        [](const std::string& text, const std::string& mode) { lines.push_back(mode + " " + text); });
+    return lines;
+}
 
 constexpr int Many = 5000; // more than are loaded between two steps
 
@@ -83,9 +78,9 @@ private Q_SLOTS:
         chip.engine.calls.clear();
         MirnProjectManager::getProjectManager()->getProject()->setDefaultImplementation("other");
         for (int round = 0; round < 2; ++round) {
-            DebugLog log;
+            const std::vector<std::string>& lines = debugFromNowOn();
             QVERIFY(!chip.window->initGrahpicView());
-            QCOMPARE(log.lines, std::vector<std::string>{"a ZelChipGUI::initGrahpicView svfgile: chip.svg"});
+            QCOMPARE(lines, std::vector<std::string>{"a ZelChipGUI::initGrahpicView svfgile: chip.svg"});
             QVERIFY(chip.scene()->items().isEmpty());
             QVERIFY(chip.view()->getVisibleLayers().isEmpty());
             QVERIFY(chip.engine.calls.empty());
@@ -101,11 +96,11 @@ private Q_SLOTS:
             chip.drawing.install(isLoaded);
             chip.drawing.addRect(7, 10, 10, 20, 20);
             chip.engine.device.drawing = "/d/chip %1.svg";
-            DebugLog log;
+            const std::vector<std::string>& lines = debugFromNowOn();
             chip.open();
             const std::string path = QFile::encodeName(chip.folder.path()).toStdString() + "/zelsvg.temp";
             const std::string prefix = "a ZelChipGUI::initGrahpicView ";
-            QCOMPARE(log.lines,
+            QCOMPARE(lines,
                 (std::vector<std::string>{prefix + "svfgile: /d/chip %1.svg", prefix + "filePath: " + path,
                     prefix + "loadSVGElements " + (isLoaded ? "FINISHED" : "FAILED") + "  " + path}));
             QCOMPARE(chip.colorAt({20, 20}).rgb(), 0xff808080u);

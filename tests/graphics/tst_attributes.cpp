@@ -187,31 +187,22 @@ private Q_SLOTS:
         for (int step = 0; step < 400; ++step) {
             const int id = ids[random() % ids.size()];
             const int other = ids[random() % ids.size()];
-            switch (random() % 6) {
-            case 0:
+            const auto deed = random() % 6;
+            if (deed == 0) {
                 set.insert(id);
                 expected.insert(id);
-                break;
-            case 1:
+            } else if (deed == 1) {
                 set.insert(std::vector<int>{id, other, id});
                 expected += {id, other};
-                break;
-            case 2:
-            case 3:
+            } else if (deed <= 3) {
                 set.remove(id);
                 expected.remove(id);
-                break;
-            case 4:
-                if (step % 10 == 0) {
-                    set.assign({id, other});
-                    expected = {id, other};
-                }
-                break;
-            default:
-                if (step % 50 == 0) {
-                    set.clear();
-                    expected.clear();
-                }
+            } else if (deed == 4 && step % 10 == 0) {
+                set.assign({id, other});
+                expected = {id, other};
+            } else if (deed == 5 && step % 50 == 0) {
+                set.clear();
+                expected.clear();
             }
             QCOMPARE(set.ids(), expected);
             QCOMPARE(set.isEmpty(), expected.isEmpty());
@@ -237,29 +228,35 @@ private Q_SLOTS:
         QCOMPARE(told, expected);
     }
 
-    void rectByState_data()
+    void colorsByState_data()
     {
-        const Rows<ElementStates, QColor, QColor> row;
-        row("plain", ElementStates(), Stroke, Fill);
-        row("selected", Selected, SELECTED_COLOR, SELECTED_FILL_COLOR);
-        row("filtered", Filtered, FILTERCOLOR, FILTER_FILL_COLOR);
-        row("highlighted keeps its pen", Highlighted, Stroke, HIGHLIGHT_COLOR);
-        row("filter over selection", Selected | Filtered, FILTERCOLOR, FILTER_FILL_COLOR);
-        row("highlight over selection", Selected | Highlighted, SELECTED_COLOR, HIGHLIGHT_COLOR);
-        row("all three", Selected | Filtered | Highlighted, FILTERCOLOR, HIGHLIGHT_COLOR);
+        const Rows<bool, ElementStates, QColor, QColor> row; // whether it is a polygon, its pen and its brush
+        row("plain", false, ElementStates(), Stroke, Fill);
+        row("selected", false, Selected, SELECTED_COLOR, SELECTED_FILL_COLOR);
+        row("filtered", false, Filtered, FILTERCOLOR, FILTER_FILL_COLOR);
+        row("highlighted keeps its pen", false, Highlighted, Stroke, HIGHLIGHT_COLOR);
+        row("filter over selection", false, Selected | Filtered, FILTERCOLOR, FILTER_FILL_COLOR);
+        row("highlight over selection", false, Selected | Highlighted, SELECTED_COLOR, HIGHLIGHT_COLOR);
+        row("all three", false, Selected | Filtered | Highlighted, FILTERCOLOR, HIGHLIGHT_COLOR);
+        const QColor NoBorder(255, 0, 0, 0);
+        row("a plain polygon", true, {}, NoBorder, Fill);
+        row("a filtered polygon", true, Filtered, NoBorder, Fill);
+        row("a selected polygon", true, Selected, SELECTED_COLOR, SELECTED_FILL_COLOR);
+        row("a polygon, highlight over selection", true, Selected | Highlighted, SELECTED_COLOR, HIGHLIGHT_COLOR);
     }
 
-    void rectByState()
+    void colorsByState()
     {
-        const auto [states, penColor, brushColor] = row<ElementStates, QColor, QColor>();
+        const auto [isPolygon, states, penColor, brushColor] = row<bool, ElementStates, QColor, QColor>();
         // Bits above the 24 of a colour are ignored.
-        const auto look = paintrules::rectLook(0x12345678, 0xff010203, 0.5, states);
+        const auto look = isPolygon ? paintrules::polygonLook(0x345678, states)
+                                    : paintrules::rectLook(0x12345678, 0xff010203, 0.5, states);
         const QPen pen = paintrules::borderPen(look);
         const QBrush brush = paintrules::fillBrush(look);
         QCOMPARE(pen.color(), penColor);
         QCOMPARE(brush.color(), brushColor);
         QCOMPARE(brush.style(), Qt::SolidPattern);
-        QCOMPARE(pen.widthF(), states.testFlag(Selected) ? 0.0 : 0.5);
+        QCOMPARE(pen.widthF(), isPolygon || states.testFlag(Selected) ? 0.0 : 0.5);
     }
 
     void rectBorderByWidth_data()
@@ -279,24 +276,6 @@ private Q_SLOTS:
         const QPen pen = paintrules::borderPen(paintrules::rectLook(0, 0x010203, width, {}));
         QCOMPARE(pen.color(), color);
         QCOMPARE(pen.widthF(), penWidth);
-    }
-
-    void polygonByState_data()
-    {
-        const Rows<ElementStates, QColor, QColor> row;
-        row("plain", {}, QColor(255, 0, 0, 0), Fill);
-        row("filtered", Filtered, QColor(255, 0, 0, 0), Fill);
-        row("selected", Selected, SELECTED_COLOR, SELECTED_FILL_COLOR);
-        row("highlight over selection", Selected | Highlighted, SELECTED_COLOR, HIGHLIGHT_COLOR);
-    }
-
-    void polygonByState()
-    {
-        const auto [states, penColor, brushColor] = row<ElementStates, QColor, QColor>();
-        const auto look = paintrules::polygonLook(0x345678, states);
-        QCOMPARE(paintrules::borderPen(look).color(), penColor);
-        QCOMPARE(paintrules::borderPen(look).widthF(), 0.0);
-        QCOMPARE(paintrules::fillBrush(look).color(), brushColor);
     }
 
     void linePenIsCutToWholeUnits()

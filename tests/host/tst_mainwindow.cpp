@@ -319,32 +319,27 @@ private Q_SLOTS:
         QVERIFY(!watcher.hasSeen("small.svg"));
     }
 
-    void cancelledLoadLeavesWhatIsOpen_data()
-    {
-        const Rows<QString, int> row;
-        row("while reading", "Reading", 0);
-        row("while items are made", "Building", 400);
-        row("while they are added", "Building", 800);
-    }
-
     void cancelledLoadLeavesWhatIsOpen()
     {
-        const auto [word, value] = row<QString, int>();
-        UsedWindow shown(Project);
-        const QString title = shown.window->windowTitle();
-        {
-            const Watcher watcher(word, value);
-            shown.window->open(shown.files.write("large.svg", largeDrawing()));
-            QVERIFY(watcher.hasSeen(word));
+        // The load is cancelled while it reads, while items are made, while they are added.
+        for (const auto& [word, value] :
+            {std::pair("Reading", 0), std::pair("Building", 400), std::pair("Building", 800)}) {
+            UsedWindow shown(Project);
+            const QString title = shown.window->windowTitle();
+            {
+                const Watcher watcher(word, value);
+                shown.window->open(shown.files.write("large.svg", largeDrawing()));
+                QVERIFY(watcher.hasSeen(word));
+            }
+            QCOMPARE(shown.window->windowTitle(), title);
+            QCOMPARE(shown.elements(), 6);
+            QCOMPARE(shown.window->statusBar()->currentMessage(), "Opening large.svg was cancelled");
+            QVERIFY(!QApplication::activeModalWidget());
+            shown.window->open(shown.files.path("large.svg"));
+            QCOMPARE(shown.elements(), Many);
+            QVERIFY(shown.window->windowTitle().startsWith("large.svg"));
+            QVERIFY(shown.window->close());
         }
-        QCOMPARE(shown.window->windowTitle(), title);
-        QCOMPARE(shown.elements(), 6);
-        QCOMPARE(shown.window->statusBar()->currentMessage(), "Opening large.svg was cancelled");
-        QVERIFY(!QApplication::activeModalWidget());
-        shown.window->open(shown.files.path("large.svg"));
-        QCOMPARE(shown.elements(), Many);
-        QVERIFY(shown.window->windowTitle().startsWith("large.svg"));
-        QVERIFY(shown.window->close());
     }
 
     void loadCancelledInACommandIsAnError()

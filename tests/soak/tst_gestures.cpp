@@ -96,7 +96,7 @@ QString growth(const std::vector<double>& memory)
     for (const double megabytes : memory)
         std::printf(" %.2f", megabytes);
     std::printf("\n");
-    return QString("the memory in use grows");
+    return "the memory in use grows";
 #endif
     return {};
 }
@@ -105,7 +105,7 @@ QString leak()
 {
 #ifdef __SANITIZE_ADDRESS__
     if (__lsan_do_recoverable_leak_check() != 0)
-        return QString("memory is lost");
+        return "memory is lost";
 #endif
     return {};
 }
@@ -150,9 +150,9 @@ int replayFile(const QStringList& arguments)
         return 2;
     }
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setStyle(QString("Fusion"));
+    QApplication::setStyle("Fusion");
     QApplication::setCursorFlashTime(0); // what blinks makes no two pictures the same
-    QFont font(QString("DejaVu Sans"));
+    QFont font("DejaVu Sans");
     font.setPixelSize(12);
     QApplication::setFont(font);
     return replay(file.readAll().trimmed().split('\n'), arguments.value(3).toInt());
@@ -197,7 +197,7 @@ Outcome runApart(const QByteArrayList& gestures, int milliseconds)
 
 QString withoutElements(const QByteArray& fault)
 {
-    static const QRegularExpression ids(QString("[{0-9].*"));
+    static const QRegularExpression ids("[{0-9].*");
     return QString::fromUtf8(fault).remove(ids);
 }
 

@@ -207,38 +207,30 @@ private Q_SLOTS:
         }
     }
 
-    void returnsNothingWhenCancelled_data()
-    {
-        const Rows<QByteArray, double> row;
-        row("at once", "", 0.0);
-        row("on the way", "", 0.3);
-        row("late", "", 1.0);
-        // The last step that reports a share near 1 is then one of drawing what was read.
-        row("kept: at once", "<use href='#none'/>", 0.0);
-        row("kept: on the way", "<use href='#none'/>", 0.3);
-        row("kept: late", "<use href='#none'/>", 0.98);
-    }
-
+    // A drawing with <use> is kept before it is drawn. It is cancelled at once, on the way and late.
     void returnsNothingWhenCancelled()
     {
-        const auto [start, share] = row<QByteArray, double>();
-        QTemporaryDir folder;
-        const std::string path = folder.filePath(QString("large.svg")).toStdString();
-        const std::string workingPath = folder.filePath(QString("zelsvg.temp")).toStdString();
-        zeltest::writeFile(QString::fromStdString(path),
-            "<svg>" + start + QByteArray("<rect width='1' height='1'/>").repeated(40'000) + "</svg>");
-        SVGParser parser;
-        {
-            const zeltest::CancellingProgress progress(zelprogress::READING_DRAWING, share);
-            QVERIFY(!parser.loadSVGElements(path, workingPath));
-            QVERIFY(progress.isCancelled());
-            QVERIFY(!parser.loadSVGElements(path, workingPath));
+        const QByteArray None;
+        const QByteArray Use = "<use href='#none'/>"; // the last step near a share of 1 draws what was read
+        for (const auto& [start, share] : {std::pair(None, 0.0), std::pair(None, 0.3), std::pair(None, 1.0),
+                 std::pair(Use, 0.0), std::pair(Use, 0.3), std::pair(Use, 0.98)}) {
+            QTemporaryDir folder;
+            const std::string path = folder.filePath("large.svg").toStdString();
+            const std::string workingPath = folder.filePath("zelsvg.temp").toStdString();
+            zeltest::writeFile(QString::fromStdString(path), "<svg>" + start + Rect.repeated(40'000) + "</svg>");
+            SVGParser parser;
+            {
+                const zeltest::CancellingProgress progress(zelprogress::READING_DRAWING, share);
+                QVERIFY(!parser.loadSVGElements(path, workingPath));
+                QVERIFY(progress.isCancelled());
+                QVERIFY(!parser.loadSVGElements(path, workingPath));
+            }
+            QCOMPARE(parser.errorString(), path + ": reading it was cancelled");
+            QCOMPARE(parser.graphicItemCount(), std::size_t(0));
+            QVERIFY(!QFile::exists(QString::fromStdString(workingPath)));
+            QVERIFY(parser.loadSVGElements(path, workingPath));
+            QCOMPARE(parser.graphicItemCount(), std::size_t(40'000));
         }
-        QCOMPARE(parser.errorString(), path + ": reading it was cancelled");
-        QCOMPARE(parser.graphicItemCount(), std::size_t(0));
-        QVERIFY(!QFile::exists(QString::fromStdString(workingPath)));
-        QVERIFY(parser.loadSVGElements(path, workingPath));
-        QCOMPARE(parser.graphicItemCount(), std::size_t(40'000));
     }
 
     // The limits of what a drawing may cost are here so low that a small one reaches them.

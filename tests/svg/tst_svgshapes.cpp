@@ -246,26 +246,20 @@ private Q_SLOTS:
     }
 
     // Ten levels, each drawing the next ten times.
-    void boundsMultiplication_data()
-    {
-        const Rows<QByteArray> row;
-        row("of shapes", "<R/>");
-        row("of nothing at all", QByteArray());
-        row("of long paths", "<path d='M0 0" + QByteArray(100000, ' ') + "'/>");
-        row("of texts", "<text>" + QByteArray(100000, 'x') + "</text>");
-    }
-
     void boundsMultiplication()
     {
-        const auto [leaf] = row<QByteArray>();
-        QByteArray body = "<g id='l0'>" + leaf + "</g>";
-        for (int level = 1; level <= 10; ++level) {
-            const QByteArray use = "<use href='#l" + QByteArray::number(level - 1) + "'/>";
-            body += "<g id='l" + QByteArray::number(level) + "'>" + use.repeated(10) + "</g>\n";
+        // The leaf is a shape, nothing at all, a long path, a text.
+        for (const QByteArray& leaf : {QByteArray("<R/>"), QByteArray(),
+                 "<path d='M0 0" + QByteArray(100000, ' ') + "'/>", "<text>" + QByteArray(100000, 'x') + "</text>"}) {
+            QByteArray body = "<g id='l0'>" + leaf + "</g>";
+            for (int level = 1; level <= 10; ++level) {
+                const QByteArray use = "<use href='#l" + QByteArray::number(level - 1) + "'/>";
+                body += "<g id='l" + QByteArray::number(level) + "'>" + use.repeated(10) + "</g>\n";
+            }
+            const auto drawing = TestDrawing::fromBody("<defs>" + body + "</defs><use href='#l10'/>");
+            QVERIFY(!drawing.isRead());
+            QVERIFY2(drawing.error().contains(", expected "), qPrintable(drawing.error()));
         }
-        const auto drawing = TestDrawing::fromBody("<defs>" + body + "</defs><use href='#l10'/>");
-        QVERIFY(!drawing.isRead());
-        QVERIFY2(drawing.error().contains(", expected "), qPrintable(drawing.error()));
     }
 
     void readsParameters()
@@ -343,7 +337,7 @@ private Q_SLOTS:
             seen.append(QString("%1/%2/").arg(item->id).arg(item->layer) + QString::fromLatin1(item->name) + '/'
                 + QString::fromLatin1(item->tooltip) + (item->flag ? QString("!") : QString()));
         }
-        QCOMPARE(seen.join(QString("; ")), identities);
+        QCOMPARE(seen.join("; "), identities);
     }
 
     void refusesBadValues_data()

@@ -261,7 +261,7 @@ private Q_SLOTS:
             + "</text></svg>");
         const auto* record = drawing.record<zel_Text>(0);
         QVERIFY(record);
-        QFont font(QString("DejaVu Sans"));
+        QFont font("DejaVu Sans");
         font.setPixelSize(100);
         font.setKerning(false);
         const double width = QFontMetricsF(font).horizontalAdvance(QString::fromLatin1(label));

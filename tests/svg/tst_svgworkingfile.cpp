@@ -48,7 +48,7 @@ private Q_SLOTS:
     {
         Test::init();
         m_folder = std::make_unique<QTemporaryDir>();
-        const QString inside = m_folder->filePath(QString("with blanks and \u00E4\u4E2D"));
+        const QString inside = m_folder->filePath("with blanks and \u00E4\u4E2D");
         QVERIFY(QDir().mkdir(inside));
         m_drawing = inside + "/dra wing.svg";
         m_working = inside + "/zelsvg.temp";
@@ -77,7 +77,7 @@ private Q_SLOTS:
             QCOMPARE(count, 3);
         }
         const QStringList names = QDir(QFileInfo(m_working).path()).entryList(QDir::Files | QDir::Hidden);
-        QCOMPARE(names, (QStringList{QString("dra wing.svg"), QString("zelsvg.temp")}));
+        QCOMPARE(names, (QStringList{"dra wing.svg", "zelsvg.temp"}));
     }
 
     // Any bit of the file matters, and each is there. Each load writes it anew, which takes the file system's time, so
