@@ -3,6 +3,7 @@
 
 #include "chipview/zelchipgui.h"
 #include "engine/referenceengine.h"
+#include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/console/consoledock.h"
 #include "host/console/tclcompletion.h"
@@ -19,6 +20,7 @@
 #include "host/window/helptexts.h"
 #include "host/window/loadprogress.h"
 #include "host/window/messagebox.h"
+#include "resources/zeltree.h"
 
 #include <QAction>
 #include <QApplication>
