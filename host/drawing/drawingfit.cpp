@@ -15,6 +15,8 @@ namespace {
 constexpr double DrawingMargin = 0.01; // on each side, as a fraction of the larger side
 constexpr double ItemsMargin = 0.04; // more than the scroll bars that appear with the zoom take away
 
+} // namespace
+
 void zoomToArea(zelchipview::ZelGraphicsView& view, const QRectF& area, double marginShare)
 {
     const double margin = marginShare * qMax(area.width(), area.height());
@@ -23,8 +25,6 @@ void zoomToArea(zelchipview::ZelGraphicsView& view, const QRectF& area, double m
     QList<QGraphicsItem*> items{&frame};
     view.zoomTo(&items);
 }
-
-} // namespace
 
 void zoomToItems(zelchipview::ZelGraphicsView& view, const QList<QGraphicsItem*>& items)
 {

@@ -34,6 +34,9 @@ private:
     QTimer m_refit; // fits once after a series of resizes
 };
 
+// Zooms to an area of the scene with a margin on each side, as a fraction of the larger side.
+void zoomToArea(zelchipview::ZelGraphicsView& view, const QRectF& area, double marginShare);
+
 // Zooms to the items with a small margin. Without items the view stays as it is.
 void zoomToItems(zelchipview::ZelGraphicsView& view, const QList<QGraphicsItem*>& items);
 

@@ -8,6 +8,7 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/drawingfit.h"
 #include "host/drawing/elementprobe.h"
+#include "host/drawing/pointergestures.h"
 #include "host/drawing/zoomanchor.h"
 #include "host/project/projectsession.h"
 #include "host/window/findbox.h"
@@ -70,6 +71,7 @@ DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* paren
     arrangeTable();
     addFindBox();
     new ZoomAnchor(m_graphicsView); // child of the view
+    new PointerGestures(m_graphicsView); // child of the view
     m_fit = new DrawingFit(m_graphicsView); // child of the view
     m_fit->fit();
 }

@@ -212,6 +212,51 @@ private Q_SLOTS:
         }
     }
 
+    // A drag shows the rectangle that was dragged, whatever lies in it; a click zooms in there.
+    void zoomsToTheDraggedArea()
+    {
+        UsedWindow shown(Drawing);
+        QTRY_VERIFY(shown.isFitted());
+        QWidget* viewport = shown.view()->viewport();
+        shown.action("Zoom Area")->trigger();
+        shown.zoomWithWheel({150, 120}, 5); // there is more than the view shows
+        const QPointF clicked = shown.sceneAt({150, 120});
+        const double before = shown.view()->transform().m11();
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, {150, 120});
+        QVERIFY(shown.view()->transform().m11() < 2 * before && shown.view()->transform().m11() > before);
+        QVERIFY((shown.view()->viewportTransform().map(clicked) - QPointF(150, 120)).manhattanLength() < 2);
+        for (const QSize& size : {QSize(120, 60), QSize(20, 10), QSize(12, 12)}) {
+            const QRectF area = shown.view()->mapToScene(QRect({100, 80}, size)).boundingRect();
+            QTest::mousePress(viewport, Qt::LeftButton, {}, {100, 80});
+            QTest::mouseMove(viewport, QPoint(100, 80) + QPoint(size.width(), size.height()));
+            QTest::mouseRelease(viewport, Qt::LeftButton, {}, QPoint(100, 80) + QPoint(size.width(), size.height()));
+            const QRectF seen = shown.view()->mapToScene(viewport->rect()).boundingRect();
+            QVERIFY(seen.adjusted(-1, -1, 1, 1).contains(area));
+            const double factor = shown.view()->transform().m11();
+            shown.view()->zoomOut();
+            QVERIFY(shown.view()->transform().m11() < factor); // never beyond the limits
+        }
+    }
+
+    void middleButtonPansInEveryMode()
+    {
+        UsedWindow shown(Drawing);
+        for (int step = 0; step < 5; ++step)
+            shown.action("Zoom In")->trigger();
+        for (const char* mode : {"Select", "Zoom Area", "Pan"}) {
+            shown.action(mode)->trigger();
+            const QPointF held = shown.sceneAt({150, 120});
+            QTest::mousePress(shown.view()->viewport(), Qt::MiddleButton, {}, {150, 120});
+            QMouseEvent move(QEvent::MouseMove, QPointF(130, 100), QPointF(), Qt::NoButton, Qt::MiddleButton, {});
+            QApplication::sendEvent(shown.view()->viewport(), &move);
+            QTest::mouseRelease(shown.view()->viewport(), Qt::MiddleButton, {}, {130, 100});
+            QVERIFY((shown.sceneAt({130, 100}) - held).manhattanLength() < 0.1);
+        }
+        const int column = shown.view()->horizontalScrollBar()->value();
+        zeltest::turnWheel(shown.view()->viewport(), {150, 120}, {0, -120}, Qt::ShiftModifier);
+        QVERIFY(shown.view()->horizontalScrollBar()->value() > column);
+    }
+
     void zoomsToTheSelection()
     {
         UsedWindow shown(Drawing);
