@@ -24,25 +24,25 @@ class SVGParserPrivate
 public:
     bool load(const std::string& drawingFile, const std::string& workingPath);
 
-    zelsvg::Drawing drawing;
-    std::unique_ptr<zelsvg::RecordObjects> objects; // created when first asked for
+    mirn::zelsvg::Drawing drawing;
+    std::unique_ptr<mirn::zelsvg::RecordObjects> objects; // created when first asked for
     std::string error;
     bool isFromWorkingFile = false;
 };
 
 bool SVGParserPrivate::load(const std::string& drawingFile, const std::string& workingPath)
 {
-    zelsvg::Diagnostics diagnostics(drawingFile);
-    zelsvg::DrawingFile file;
+    mirn::zelsvg::Diagnostics diagnostics(drawingFile);
+    mirn::zelsvg::DrawingFile file;
     std::string reason;
     if (file.open(drawingFile, reason)) {
-        const zelsvg::WorkingFile workingFile(workingPath);
+        const mirn::zelsvg::WorkingFile workingFile(workingPath);
         isFromWorkingFile = workingFile.load(file, drawing);
         if (isFromWorkingFile)
             return true;
-        zelsvg::GunzipSource source(file);
+        mirn::zelsvg::GunzipSource source(file);
         if (source.rewind())
-            zelsvg::readDrawing(source, diagnostics, zelsvg::Limits(), drawing);
+            mirn::zelsvg::readDrawing(source, diagnostics, mirn::zelsvg::Limits(), drawing);
         if (file.isCancelled()) {
             drawing = {};
             error = drawingFile + ": reading it was cancelled";
@@ -86,7 +86,7 @@ const std::vector<zel_SingleGraphItem*>& SVGParser::getGraphicItems() const
     static const std::vector<zel_SingleGraphItem*> none;
     try {
         if (!d->objects)
-            d->objects = std::make_unique<zelsvg::RecordObjects>(d->drawing.records);
+            d->objects = std::make_unique<mirn::zelsvg::RecordObjects>(d->drawing.records);
         return d->objects->items();
     } catch (const std::bad_alloc&) {
         return none;
@@ -107,9 +107,9 @@ void SVGParser::visitGraphicItems(const Visitor& visit) const
             goesOn = goesOn && (!item || visit(*item));
         return;
     }
-    zelsvg::RecordUnpacker unpacker(d->drawing.records);
+    mirn::zelsvg::RecordUnpacker unpacker(d->drawing.records);
     d->drawing.records.records().forEach(
-        [&](const zelsvg::PackedRecord& record) { goesOn = goesOn && visit(unpacker.unpacked(record)); });
+        [&](const mirn::zelsvg::PackedRecord& record) { goesOn = goesOn && visit(unpacker.unpacked(record)); });
 }
 
 std::string SVGParser::errorString() const

@@ -12,9 +12,9 @@
 namespace {
 
 // With these limits a small input cannot be slow.
-[[nodiscard]] zelsvg::Limits smallLimits()
+[[nodiscard]] mirn::zelsvg::Limits smallLimits()
 {
-    zelsvg::Limits limits;
+    mirn::zelsvg::Limits limits;
     limits.records = 20'000;
     limits.points = 100'000;
     limits.instances = 20'000;
@@ -23,13 +23,13 @@ namespace {
     return limits;
 }
 
-void checkDrawing(const zelsvg::Drawing& drawing)
+void checkDrawing(const mirn::zelsvg::Drawing& drawing)
 {
     const zel_Parameter& parameter = drawing.parameter;
     if (!(parameter.width > 0.0 && parameter.height > 0.0 && parameter.initialScale > 0.0 && parameter.scaleStep > 0.0))
         std::abort();
-    zelsvg::RecordUnpacker unpacker(drawing.records);
-    drawing.records.records().forEach([&](const zelsvg::PackedRecord& record) {
+    mirn::zelsvg::RecordUnpacker unpacker(drawing.records);
+    drawing.records.records().forEach([&](const mirn::zelsvg::PackedRecord& record) {
         const zel_SingleGraphItem& item = unpacker.unpacked(record);
         if (parameter.layerRanges.count(item.layer) == 0 || !item.name || !item.tooltip)
             std::abort();
@@ -41,19 +41,19 @@ void checkDrawing(const zelsvg::Drawing& drawing)
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
 {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    const zelsvg::Limits limits = smallLimits();
+    const mirn::zelsvg::Limits limits = smallLimits();
     MemorySource whole(bytes);
-    zelsvg::Diagnostics diagnostics("input");
-    zelsvg::Drawing drawing;
-    zelsvg::GunzipSource unpacked(whole);
+    mirn::zelsvg::Diagnostics diagnostics("input");
+    mirn::zelsvg::Drawing drawing;
+    mirn::zelsvg::GunzipSource unpacked(whole);
     readDrawing(unpacked, diagnostics, limits, drawing);
     checkDrawing(drawing);
     // Tags end with a block or go on in the next one.
     for (std::size_t blockSize : {size + 1, 1 + size % 61}) {
         MemorySource quick(bytes, blockSize);
         MemorySource thorough(bytes, blockSize);
-        if (everythingRead(quick, limits, zelsvg::XmlReading::Quick)
-            != everythingRead(thorough, limits, zelsvg::XmlReading::Thorough))
+        if (everythingRead(quick, limits, mirn::zelsvg::XmlReading::Quick)
+            != everythingRead(thorough, limits, mirn::zelsvg::XmlReading::Thorough))
             std::abort();
     }
     return 0;

@@ -10,15 +10,15 @@
 #include <cstdlib>
 #include <cstring>
 
-using zelsvg::ImageHeader;
+using mirn::zelsvg::ImageHeader;
 
 namespace {
 
 // Reads what every record refers to.
-[[nodiscard]] std::size_t lengthOfTexts(const zelsvg::Drawing& drawing)
+[[nodiscard]] std::size_t lengthOfTexts(const mirn::zelsvg::Drawing& drawing)
 {
     std::size_t length = 0;
-    const zelsvg::RecordObjects objects(drawing.records);
+    const mirn::zelsvg::RecordObjects objects(drawing.records);
     for (const zel_SingleGraphItem* item : objects.items()) {
         length += std::strlen(item->name) + std::strlen(item->tooltip);
         if (const auto* text = dynamic_cast<const zel_Text*>(item))
@@ -37,7 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     ImageHeader header{};
     std::memcpy(header.magic, ImageHeader::Magic, sizeof header.magic);
     header.version = ImageHeader::Version;
-    header.recordSize = sizeof(zelsvg::PackedRecord);
+    header.recordSize = sizeof(mirn::zelsvg::PackedRecord);
     header.width = header.height = header.initialScale = 1.0;
     header.minimumScale = header.maximumScale = header.scaleStep = 1.0;
     std::uint64_t* counts[]
@@ -46,9 +46,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
         *counts[i] = data[i] % 16;
     // The text section takes what the others leave, or something else.
     const std::size_t bodySize = size - CountSize;
-    const std::uint64_t taken = header.records * sizeof(zelsvg::PackedRecord) + header.points * sizeof(zel_Point)
-        + header.looks * sizeof(zelsvg::PackedLook) + header.spans * sizeof(zelsvg::PackedSpan)
-        + header.layers * sizeof(zelsvg::ImageLayer) + header.warnings * sizeof(zelsvg::ImageText);
+    const std::uint64_t taken = header.records * sizeof(mirn::zelsvg::PackedRecord) + header.points * sizeof(zel_Point)
+        + header.looks * sizeof(mirn::zelsvg::PackedLook) + header.spans * sizeof(mirn::zelsvg::PackedSpan)
+        + header.layers * sizeof(mirn::zelsvg::ImageLayer) + header.warnings * sizeof(mirn::zelsvg::ImageText);
     header.textBytes = bodySize > taken ? bodySize - taken + data[6] % 2 : data[6];
     const std::size_t imageSize = sizeof header + bodySize;
     const std::shared_ptr<char> image(new char[imageSize], std::default_delete<char[]>());
@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     std::memcpy(image.get(), &header, sizeof header);
 
     ImageHeader read;
-    zelsvg::Drawing drawing;
+    mirn::zelsvg::Drawing drawing;
     if (!readHeader({image.get(), imageSize}, imageSize, read) || !showImage(read, image, drawing))
         return 0;
     if (lengthOfTexts(drawing) > imageSize * imageSize)

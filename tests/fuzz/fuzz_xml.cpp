@@ -13,13 +13,14 @@
 namespace {
 
 // Writes down what it is told.
-class Recorder final : public zelsvg::XmlHandler
+class Recorder final : public mirn::zelsvg::XmlHandler
 {
 public:
-    void setReader(const zelsvg::TagReader* reader) { m_reader = reader; }
+    void setReader(const mirn::zelsvg::TagReader* reader) { m_reader = reader; }
     [[nodiscard]] const std::string& events() const { return m_events; }
 
-    void startTag(const zelsvg::XmlName& name, const zelsvg::XmlAttribute* attributes, std::size_t count) override
+    void startTag(
+        const mirn::zelsvg::XmlName& name, const mirn::zelsvg::XmlAttribute* attributes, std::size_t count) override
     {
         addPlace('<');
         m_events.append(name.text());
@@ -47,18 +48,18 @@ private:
         m_isInLine = false;
     }
 
-    const zelsvg::TagReader* m_reader = nullptr;
+    const mirn::zelsvg::TagReader* m_reader = nullptr;
     std::string m_events;
     bool m_isInLine = false; // of a text
 };
 
 // The tags and texts that a reader tells of; none where it does not accept the input.
 [[nodiscard]] std::optional<std::string> eventsOf(
-    zelsvg::XmlReading reading, std::string_view bytes, std::size_t blockSize)
+    mirn::zelsvg::XmlReading reading, std::string_view bytes, std::size_t blockSize)
 {
     Recorder recorder;
-    zelsvg::Diagnostics diagnostics("input");
-    const zelsvg::Limits limits;
+    mirn::zelsvg::Diagnostics diagnostics("input");
+    const mirn::zelsvg::Limits limits;
     MemorySource source(bytes, blockSize);
     const auto reader = makeTagReader(reading, recorder, diagnostics, limits);
     recorder.setReader(reader.get());
@@ -72,8 +73,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     const std::size_t whole = size + 1;
     for (std::size_t blockSize : {whole, 1 + size % 61}) {
-        const auto quick = eventsOf(zelsvg::XmlReading::Quick, bytes, blockSize);
-        if (quick && eventsOf(zelsvg::XmlReading::Thorough, bytes, whole) != quick)
+        const auto quick = eventsOf(mirn::zelsvg::XmlReading::Quick, bytes, blockSize);
+        if (quick && eventsOf(mirn::zelsvg::XmlReading::Thorough, bytes, whole) != quick)
             std::abort();
     }
     return 0;

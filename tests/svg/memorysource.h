@@ -10,7 +10,7 @@
 #include <string_view>
 
 // A drawing that comes from memory, in blocks of at most so many bytes.
-class MemorySource final : public zelsvg::DrawingSource
+class MemorySource final : public mirn::zelsvg::DrawingSource
 {
 public:
     explicit MemorySource(std::string_view bytes, std::size_t blockSize = ~std::size_t(0))
@@ -43,10 +43,10 @@ private:
 
 // The result of reading a drawing in this way, as bytes to compare.
 [[nodiscard]] inline std::string everythingRead(
-    MemorySource& source, const zelsvg::Limits& limits, zelsvg::XmlReading reading)
+    MemorySource& source, const mirn::zelsvg::Limits& limits, mirn::zelsvg::XmlReading reading)
 {
-    zelsvg::Diagnostics diagnostics("input");
-    zelsvg::Drawing drawing;
+    mirn::zelsvg::Diagnostics diagnostics("input");
+    mirn::zelsvg::Drawing drawing;
     readDrawing(source, diagnostics, limits, drawing, reading);
     std::string everything = diagnostics.error() + '\n';
     writeImage({}, drawing, [&everything](std::string_view bytes) {

@@ -12,12 +12,12 @@ namespace {
 
 const QByteArray Rect = "<rect width='1' height='1'/>";
 
-[[nodiscard]] QByteArray errorOf(const QByteArray& file, const zelsvg::Limits& limits)
+[[nodiscard]] QByteArray errorOf(const QByteArray& file, const mirn::zelsvg::Limits& limits)
 {
-    zelsvg::Diagnostics diagnostics({});
-    zelsvg::Drawing drawing;
+    mirn::zelsvg::Diagnostics diagnostics({});
+    mirn::zelsvg::Drawing drawing;
     MemorySource source(std::string_view(file.constData(), static_cast<std::size_t>(file.size())));
-    zelsvg::GunzipSource unpacked(source);
+    mirn::zelsvg::GunzipSource unpacked(source);
     readDrawing(unpacked, diagnostics, limits, drawing);
     return QByteArray::fromStdString(diagnostics.error());
 }
@@ -237,14 +237,14 @@ private Q_SLOTS:
     void limitsEndReading_data()
     {
         // The drawing that may still be read, the one that may not, and the message.
-        const Rows<zelsvg::Limits, QByteArray, QByteArray, QByteArray> add;
+        const Rows<mirn::zelsvg::Limits, QByteArray, QByteArray, QByteArray> add;
         const auto row = [&add](const char* name, auto member, int limit, const QByteArray& most,
                              const QByteArray& more, const char* error) {
-            zelsvg::Limits limits;
+            mirn::zelsvg::Limits limits;
             limits.*member = static_cast<std::decay_t<decltype(limits.*member)>>(limit);
             add(name, limits, most, more, error);
         };
-        using zelsvg::Limits;
+        using mirn::zelsvg::Limits;
         const QByteArray tree = "<use href='#none'/>";
         row("bytes", &Limits::fileSize, 100, Rect, Rect.repeated(4), "the file is too large");
         row("nesting", &Limits::nesting, 3, "<g><g/></g>", "<g><g><g/></g></g>", "found elements nested too deep");
@@ -272,7 +272,7 @@ private Q_SLOTS:
 
     void limitsEndReading()
     {
-        const auto [limits, most, more, error] = row<zelsvg::Limits, QByteArray, QByteArray, QByteArray>();
+        const auto [limits, most, more, error] = row<mirn::zelsvg::Limits, QByteArray, QByteArray, QByteArray>();
         QCOMPARE(errorOf("<svg>" + most + "</svg>", limits), QByteArray());
         const QByteArray found = errorOf("<svg>" + more + "</svg>", limits);
         QVERIFY2(found.contains(error), found.constData());
@@ -286,7 +286,7 @@ private Q_SLOTS:
             QElapsedTimer timer;
             timer.start();
             const QByteArray file = "<svg><style>" + rule.repeated(1'500'000) + "</style></svg>";
-            QCOMPARE(errorOf(file, zelsvg::Limits()), QByteArray());
+            QCOMPARE(errorOf(file, mirn::zelsvg::Limits()), QByteArray());
             QVERIFY2(timer.elapsed() < 20'000, qPrintable(rule + QByteArray::number(timer.elapsed())));
         }
     }

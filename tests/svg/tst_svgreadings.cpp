@@ -9,16 +9,16 @@ const QByteArray Svg
     = "<svg xmlns='http://www.w3.org/2000/svg' xmlns:t='urn:tovanel:chip-drawing' width='9' height='9'>";
 const QByteArray Rect = "<rect width='1' height='1'/>";
 
-[[nodiscard]] std::string everything(const QByteArray& file, zelsvg::XmlReading reading, std::size_t blockSize)
+[[nodiscard]] std::string everything(const QByteArray& file, mirn::zelsvg::XmlReading reading, std::size_t blockSize)
 {
     MemorySource source(std::string_view(file.constData(), static_cast<std::size_t>(file.size())), blockSize);
-    return everythingRead(source, zelsvg::Limits(), reading);
+    return everythingRead(source, mirn::zelsvg::Limits(), reading);
 }
 
-class Ignorer final : public zelsvg::XmlHandler
+class Ignorer final : public mirn::zelsvg::XmlHandler
 {
 public:
-    void startTag(const zelsvg::XmlName&, const zelsvg::XmlAttribute*, std::size_t) override { }
+    void startTag(const mirn::zelsvg::XmlName&, const mirn::zelsvg::XmlAttribute*, std::size_t) override { }
     void endTag() override { }
     void text(std::string_view) override { }
     [[nodiscard]] bool isFinished() const override { return false; }
@@ -28,10 +28,10 @@ public:
 [[nodiscard]] bool isQuick(const QByteArray& file)
 {
     Ignorer ignorer;
-    zelsvg::Diagnostics diagnostics("");
+    mirn::zelsvg::Diagnostics diagnostics("");
     MemorySource source(std::string_view(file.constData(), static_cast<std::size_t>(file.size())));
-    const zelsvg::Limits limits;
-    return makeTagReader(zelsvg::XmlReading::Quick, ignorer, diagnostics, limits)->read(source);
+    const mirn::zelsvg::Limits limits;
+    return makeTagReader(mirn::zelsvg::XmlReading::Quick, ignorer, diagnostics, limits)->read(source);
 }
 
 } // namespace
@@ -130,8 +130,8 @@ private Q_SLOTS:
     {
         const auto [file, quick] = row<QByteArray, bool>();
         for (std::size_t blockSize : {1, 2, 3, 5, 1 << 20}) {
-            QCOMPARE(everything(file, zelsvg::XmlReading::Quick, blockSize),
-                everything(file, zelsvg::XmlReading::Thorough, blockSize));
+            QCOMPARE(everything(file, mirn::zelsvg::XmlReading::Quick, blockSize),
+                everything(file, mirn::zelsvg::XmlReading::Thorough, blockSize));
         }
         QCOMPARE(isQuick(file), quick);
     }
@@ -149,8 +149,8 @@ private Q_SLOTS:
                     damaged[i] = replacements[j];
                 else
                     damaged.remove(i, 1);
-                if (everything(damaged, zelsvg::XmlReading::Quick, 1 << 20)
-                    != everything(damaged, zelsvg::XmlReading::Thorough, 1 << 20))
+                if (everything(damaged, mirn::zelsvg::XmlReading::Quick, 1 << 20)
+                    != everything(damaged, mirn::zelsvg::XmlReading::Thorough, 1 << 20))
                     QFAIL(damaged.constData());
             }
         }
@@ -164,8 +164,8 @@ private Q_SLOTS:
         const QByteArray text = "<text>" + QByteArray("\xC3\xA4 b").repeated(80'000) + "</text>";
         const QByteArray file = comment + Svg + text + comment + path + "\n<image/>" + text + "</svg>";
         QVERIFY(isQuick(file));
-        QCOMPARE(everything(file, zelsvg::XmlReading::Quick, 1 << 16),
-            everything(file, zelsvg::XmlReading::Thorough, ~std::size_t(0)));
+        QCOMPARE(everything(file, mirn::zelsvg::XmlReading::Quick, 1 << 16),
+            everything(file, mirn::zelsvg::XmlReading::Thorough, ~std::size_t(0)));
     }
 };
 

@@ -175,23 +175,23 @@ private:
 
     [[nodiscard]] Outcome load(int secondsToSettle) const
     {
-        zelsvg::DrawingFile file(secondsToSettle);
-        zelsvg::Drawing drawing;
+        mirn::zelsvg::DrawingFile file(secondsToSettle);
+        mirn::zelsvg::Drawing drawing;
         std::string reason;
         const bool isLoaded
-            = file.open(bytes(m_drawing), reason) && zelsvg::WorkingFile(bytes(m_working)).load(file, drawing);
+            = file.open(bytes(m_drawing), reason) && mirn::zelsvg::WorkingFile(bytes(m_working)).load(file, drawing);
         return {isLoaded, file.isComplete()};
     }
 
     void save(int secondsToSettle) const
     {
-        zelsvg::DrawingFile file(secondsToSettle);
-        zelsvg::Diagnostics diagnostics(bytes(m_drawing));
-        zelsvg::Drawing drawing;
+        mirn::zelsvg::DrawingFile file(secondsToSettle);
+        mirn::zelsvg::Diagnostics diagnostics(bytes(m_drawing));
+        mirn::zelsvg::Drawing drawing;
         std::string reason;
         QVERIFY(file.open(bytes(m_drawing), reason));
-        readDrawing(file, diagnostics, zelsvg::Limits(), drawing);
-        zelsvg::WorkingFile(bytes(m_working)).save(file.key(), drawing);
+        readDrawing(file, diagnostics, mirn::zelsvg::Limits(), drawing);
+        mirn::zelsvg::WorkingFile(bytes(m_working)).save(file.key(), drawing);
     }
 
     // Leaves size and time as they are, unless they are to change.

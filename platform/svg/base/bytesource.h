@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // A source of a drawing's bytes, read once from beginning to end. The readers use it and do not own it.
 class ByteSource
@@ -30,4 +30,4 @@ public:
     virtual bool isWanted(double share) = 0;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // An array of plain entries. It either owns them and grows in chunks, so that nothing is ever copied, or is a view of
 // entries stored elsewhere.
@@ -65,4 +65,4 @@ private:
     std::size_t m_size = 0;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

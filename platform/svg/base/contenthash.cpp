@@ -5,7 +5,7 @@
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 struct ContentHash::State
 {
@@ -40,4 +40,4 @@ std::uint64_t hashOf(std::string_view text)
     return XXH3_64bits(text.data(), text.size());
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The 64-bit XXH3 hash of a stream of bytes, about as fast as reading memory. It detects changes and damage; it is not
 // cryptographic and gives no protection against constructed collisions.
@@ -30,4 +30,4 @@ private:
 // Returns the hash of a text.
 [[nodiscard]] std::uint64_t hashOf(std::string_view text);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

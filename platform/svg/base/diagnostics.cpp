@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -103,4 +103,4 @@ std::string quoted(std::string_view text)
     return result + (length < text.size() ? "...\"" : "\"");
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

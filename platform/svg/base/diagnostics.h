@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // A position in the drawing file; both numbers count from 1, the column in characters. Line 0 means that it is unknown.
 struct Position
@@ -96,4 +96,4 @@ private:
 // Returns a piece of the drawing for a message: shortened, without control characters, in double quotes.
 [[nodiscard]] std::string quoted(std::string_view text);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

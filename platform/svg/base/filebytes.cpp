@@ -12,7 +12,7 @@
 #include <cerrno>
 #include <iterator>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -96,4 +96,4 @@ std::shared_ptr<const char> bytesOf(const FileDescriptor& file, std::size_t size
     return isLocal(file) ? mapped(file, size) : copied(file, size);
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // Owns the descriptor of an open file and closes it on destruction. It does not open files itself.
 class FileDescriptor
@@ -34,4 +34,4 @@ private:
 // be changed in place. Elsewhere the file may vanish while it is open, so its bytes are copied.
 [[nodiscard]] std::shared_ptr<const char> bytesOf(const FileDescriptor& file, std::size_t size);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -188,4 +188,4 @@ std::string_view toLatin1(std::string_view utf8, std::string& buffer, Diagnostic
     return buffer;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

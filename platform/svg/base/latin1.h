@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 
@@ -24,4 +24,4 @@ bool addMark(char32_t mark, std::string& latin1);
 // unknown ones.
 [[nodiscard]] std::string_view latin1Of(char32_t character, char (&buffer)[2]);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

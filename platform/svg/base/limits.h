@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // Limits for the cost of a drawing; one that exceeds a limit fails with a message. The defaults leave ample space for
 // any device floorplan and restrict a hostile file to about half a gigabyte and one or two seconds.
@@ -25,4 +25,4 @@ struct Limits
 // The largest magnitude of a number in the drawing or of a resulting coordinate.
 constexpr double LargestNumber = 1e9;
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <limits>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -188,4 +188,4 @@ bool Scanner::nextNumber(double& value)
     return false;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

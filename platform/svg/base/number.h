@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 
@@ -52,4 +52,4 @@ private:
     Diagnostics& m_diagnostics;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

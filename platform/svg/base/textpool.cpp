@@ -6,7 +6,7 @@
 #include <limits>
 #include <new>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -75,4 +75,4 @@ void TextPool::setView(const char* texts, std::size_t size)
     m_size = size;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

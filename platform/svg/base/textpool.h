@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // Stores NUL-terminated texts at fixed addresses, as the owner or as a view. A text is identified by its offset, as if
 // the pool were one block that begins with an empty text. Texts are never removed.
@@ -68,4 +68,4 @@ private:
     std::vector<Recent> m_recent; // indexed by the hash
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <functional>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -150,4 +150,4 @@ void DocumentTree::addAttribute(AttributeName name, std::string_view value)
     node.bytes += value.size() + 1;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // A drawing that is stored as a whole, for drawings whose elements refer to each other: `use`, gradients, style sheets.
 // It owns copies of all texts. Nodes are numbered in document order; the root is 0.
@@ -88,4 +88,4 @@ private:
     std::unordered_map<std::string_view, unsigned> m_ids;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

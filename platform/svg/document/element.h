@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // One element with those of its attributes that are known here, while the decoder or the tree passes it to a receiver.
 // It does not own the values of the attributes.
@@ -74,4 +74,4 @@ public:
     [[nodiscard]] virtual bool isFinished() const = 0;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

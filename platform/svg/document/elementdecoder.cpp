@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -124,7 +124,7 @@ ElementName ElementDecoder::elementName(const XmlName& name)
 {
     return m_elementNames.meaning(name, [&] {
         const QualifiedName qualified = splitName(name.text());
-        return zelsvg::elementName(spaceOf(qualified.prefix), qualified.local);
+        return mirn::zelsvg::elementName(spaceOf(qualified.prefix), qualified.local);
     });
 }
 
@@ -133,7 +133,8 @@ AttributeName ElementDecoder::attributeName(const XmlName& name)
     return m_attributeNames.meaning(name, [&] {
         const QualifiedName qualified = splitName(name.text());
         const XmlNamespace space = qualified.prefix.empty() ? XmlNamespace::None : spaceOf(qualified.prefix);
-        return space == XmlNamespace::Other ? AttributeName::Unknown : zelsvg::attributeName(space, qualified.local);
+        return space == XmlNamespace::Other ? AttributeName::Unknown
+                                            : mirn::zelsvg::attributeName(space, qualified.local);
     });
 }
 
@@ -149,4 +150,4 @@ void ElementDecoder::checkRoot(std::string_view name)
     m_diagnostics.fail(message);
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

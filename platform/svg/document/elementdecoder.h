@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 struct Limits;
@@ -52,4 +52,4 @@ private:
     int m_skippedDepth = 0; // the depth of the element being skipped, 0 for none
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

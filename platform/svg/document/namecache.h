@@ -5,7 +5,7 @@
 
 #include <array>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // Caches the meanings of recently used names. The decoder owns one for elements and one for attributes, and clears both
 // when the namespaces in scope change.
@@ -39,4 +39,4 @@ private:
     std::array<Slot, SlotCount> m_slots{};
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

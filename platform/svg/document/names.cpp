@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -221,4 +221,4 @@ XmlNamespace namespaceOfUri(std::string_view uri)
     return uri == "urn:tovanel:chip-drawing" ? XmlNamespace::Tovanel : XmlNamespace::Other;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 enum class ElementName : std::uint8_t {
     Unknown,
@@ -151,4 +151,4 @@ enum class XmlNamespace : std::uint8_t { None, Svg, Xlink, Xml, Tovanel, Other }
 // Returns the namespace with this URI.
 [[nodiscard]] XmlNamespace namespaceOfUri(std::string_view uri);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -220,4 +220,4 @@ double signedArea(const zel_Point* points, std::size_t count)
     return area;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 
@@ -67,4 +67,4 @@ private:
 // Returns twice the area that a closed outline encloses; its sign is the direction.
 [[nodiscard]] double signedArea(const zel_Point* points, std::size_t count);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

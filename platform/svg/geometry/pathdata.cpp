@@ -5,7 +5,7 @@
 #include "platform/svg/base/number.h"
 #include "platform/svg/geometry/flatpath.h"
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -202,4 +202,4 @@ void readPoints(std::string_view text, FlatPath& path, Diagnostics& diagnostics)
         diagnostics.warn(Unsupported::Path);
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 class FlatPath;
@@ -14,4 +14,4 @@ void readPathData(std::string_view text, FlatPath& path, Diagnostics& diagnostic
 // Does the same for a list of points (the attribute points).
 void readPoints(std::string_view text, FlatPath& path, Diagnostics& diagnostics);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -234,4 +234,4 @@ Matrix viewBoxTransform(const ViewBox& box, ViewportSize size, std::string_view 
         alignY * (size.height - box.height * scaleY) - box.y * scaleY};
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -6,7 +6,7 @@
 
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 
@@ -68,4 +68,4 @@ bool parseViewBox(std::string_view text, Diagnostics& diagnostics, ViewBox& box)
 // (empty for its default).
 [[nodiscard]] Matrix viewBoxTransform(const ViewBox& box, ViewportSize size, std::string_view preserveAspectRatio);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

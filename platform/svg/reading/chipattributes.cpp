@@ -8,7 +8,7 @@
 #include <charconv>
 #include <cmath>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -127,4 +127,4 @@ bool readFlag(const Element& element, Diagnostics& diagnostics)
     return value == "true";
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 
@@ -25,4 +25,4 @@ void readLayerRange(const Element& element, Diagnostics& diagnostics, zel_Parame
 [[nodiscard]] std::optional<int> readId(const Element& element, Diagnostics& diagnostics);
 [[nodiscard]] bool readFlag(const Element& element, Diagnostics& diagnostics);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -340,4 +340,4 @@ bool DrawingBuilder::serverColor(std::string_view name, Color& color, bool& isFo
     return false;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

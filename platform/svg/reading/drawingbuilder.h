@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // Follows the elements of a drawing, tracks what they inherit, and passes the graphic ones to the classes that turn
 // them into records.
@@ -92,4 +92,4 @@ private:
     TreeFollower* m_follower = nullptr; // null while the drawing is being read
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

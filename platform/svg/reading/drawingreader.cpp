@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <initializer_list>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -172,4 +172,4 @@ void readDrawing(
         drawing.warnings = diagnostics.warnings();
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

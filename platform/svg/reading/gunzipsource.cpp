@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <new>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -153,4 +153,4 @@ void GunzipSource::fail(const char* message)
     m_error = "at byte " + std::to_string(m_size - m_stream->avail_in) + " of the compressed file: " + message;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -10,7 +10,7 @@
 
 struct z_stream_s;
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // Decompresses a gzip-compressed drawing (.svgz) while it is read, and passes any other drawing on unchanged. It needs
 // a fixed amount of memory, whatever the decompressed size; limiting that is up to the reader.
@@ -53,4 +53,4 @@ private:
     std::string m_error;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -112,4 +112,4 @@ TreeFollower::Instance TreeFollower::takeInstance()
     return std::exchange(m_instance, {});
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

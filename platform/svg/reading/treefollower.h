@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class ElementReceiver;
 
@@ -74,4 +74,4 @@ private:
     std::size_t m_instanceBytes = 0;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -52,4 +52,4 @@ void completeZoomLimits(zel_Parameter& parameter, GivenLimits given)
             = std::max({defaults.maximumScale, initial, parameter.minimumScale, highest + most * parameter.scaleStep});
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

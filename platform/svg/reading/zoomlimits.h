@@ -3,7 +3,7 @@
 
 #include "platform/contract/zelparameter.h"
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The zoom limits that a drawing specifies itself.
 struct GivenLimits
@@ -16,4 +16,4 @@ struct GivenLimits
 // drawing in a small window, 64-fold detail of it in a large one, and the defaults of zel_Parameter.
 void completeZoomLimits(zel_Parameter& parameter, GivenLimits given);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The result of reading a drawing, from the drawing itself or from its working file.
 struct Drawing
@@ -17,4 +17,4 @@ struct Drawing
     std::vector<std::string> warnings;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -45,4 +45,4 @@ void LookSet::grow()
     }
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The looks of a drawing's records without duplicates, numbered in order of their first use. The record store owns it;
 // looks are never removed.
@@ -27,4 +27,4 @@ private:
     std::vector<std::uint32_t> m_slots; // indexed by hash: a look's number plus 1, or 0
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <type_traits>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The stored form of records: all have one size and no pointers, so that a million of them need little memory and the
 // working file can hold them as they are in memory. What many records have in common is stored once, as a look. Texts
@@ -62,4 +62,4 @@ struct PackedSpan
 
 static_assert(sizeof(PackedRecord) == 48 && sizeof(PackedLook) == 40 && sizeof(PackedSpan) == 24);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

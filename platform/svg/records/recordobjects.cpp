@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/svg/records/recordobjects.h"
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -121,4 +121,4 @@ RecordObjects::RecordObjects(const RecordStore& store)
     });
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

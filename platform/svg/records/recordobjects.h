@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // Converts packed records to the contract's objects, one at a time: an object is reused for the next record of its
 // kind. The texts they point at belong to the store.
@@ -42,4 +42,4 @@ private:
     std::vector<zel_SingleGraphItem*> m_items;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

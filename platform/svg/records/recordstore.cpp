@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/svg/records/recordstore.h"
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 void RecordStore::add(PackedRecord record, const PackedLook& look)
 {
@@ -33,4 +33,4 @@ void RecordStore::setView(const View& view, std::shared_ptr<const void> bytes)
     m_bytes = std::move(bytes);
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -9,7 +9,7 @@
 
 #include <memory>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The records of a drawing in packed form and paint order, with the texts and corners that they refer to. It either
 // owns them, added one by one, or is a view of a working file.
@@ -60,4 +60,4 @@ private:
     std::shared_ptr<const void> m_bytes; // keeps a view's data alive
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

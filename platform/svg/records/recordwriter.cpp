@@ -7,7 +7,7 @@
 #include <cmath>
 #include <iterator>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -220,4 +220,4 @@ void RecordWriter::add(zelgraphic_kind kind, const Identity& identity, PackedRec
         m_otherLayers.insert(identity.layer);
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

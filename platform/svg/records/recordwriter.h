@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 
@@ -95,4 +95,4 @@ private:
     std::set<int> m_otherLayers;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

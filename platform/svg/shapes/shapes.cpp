@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -298,4 +298,4 @@ void Shapes::writeLine(const Identity& identity, zel_Point from, zel_Point to, b
     m_writer.addLine(identity, from, to, stroke);
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

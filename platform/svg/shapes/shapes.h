@@ -6,7 +6,7 @@
 #include "platform/svg/records/recordwriter.h"
 #include "platform/svg/style/style.h"
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // How and where a shape is drawn.
 struct ShapeContext
@@ -72,4 +72,4 @@ private:
     double m_height = 0.0;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -11,7 +11,7 @@
 #include <cmath>
 #include <cstring>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -287,4 +287,4 @@ void TextLayout::replaceTooltip(TextPool::Offset replaced, TextPool::Offset tool
     }
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

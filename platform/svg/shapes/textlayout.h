@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 
@@ -91,4 +91,4 @@ private:
     bool m_endsWithSpace = true; // whether a further blank collapses: at the beginning and after a blank
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

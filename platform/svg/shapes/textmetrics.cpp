@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/svg/shapes/textmetrics.h"
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -40,4 +40,4 @@ double textAdvance(std::string_view latin1)
     return sum / 1000.0;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -76,4 +76,4 @@ bool enterViewport(const Element& element, std::string_view width, std::string_v
     return true;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -4,7 +4,7 @@
 #include "platform/svg/document/element.h"
 #include "platform/svg/geometry/transform.h"
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 
@@ -30,4 +30,4 @@ void enterViewBox(const Element& element, Diagnostics& diagnostics, Viewport& vi
 [[nodiscard]] bool enterViewport(const Element& element, std::string_view width, std::string_view height,
     double fontSize, Diagnostics& diagnostics, Viewport& frame, Viewport& viewport);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

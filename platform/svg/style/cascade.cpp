@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 void Cascade::addAttributes(const Element& element)
 {
@@ -42,4 +42,4 @@ std::vector<Cascade::Declared> Cascade::overridden(AttributeName property) const
     return found;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The weight of a declaration against others for the same property. It is ordered by importance, then origin, then the
 // specificity of the selector, then order. The heaviest declaration wins; of equal ones the later.
@@ -97,4 +97,4 @@ private:
     std::string m_withoutComments; // a copy of the style attribute, if it has comments
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <string>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -165,4 +165,4 @@ unsigned int blendedWithWhite(unsigned int rgb, double alpha)
     return blended(16) | blended(8) | blended(0);
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // A colour with an opacity.
 struct Color
@@ -19,4 +19,4 @@ bool parseColor(std::string_view text, Color& color);
 // Returns `rgb` blended over white with the given opacity.
 [[nodiscard]] unsigned int blendedWithWhite(unsigned int rgb, double alpha);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -177,4 +177,4 @@ std::optional<unsigned int> namedColor(std::string_view lowerCaseName)
     return found->rgb;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

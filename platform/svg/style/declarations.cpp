@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -81,4 +81,4 @@ bool takeDeclaration(std::string_view& text, Declaration& declaration)
     return true;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

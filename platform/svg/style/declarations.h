@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // One "name: value" of a style.
 struct Declaration
@@ -23,4 +23,4 @@ bool takeDeclaration(std::string_view& text, Declaration& declaration);
 // Replaces comments by spaces, so that offsets do not change. Quoted strings contain no comments.
 [[nodiscard]] std::string withoutComments(std::string text);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -129,4 +129,4 @@ Color GradientColors::stopColor(unsigned stop)
     return color;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

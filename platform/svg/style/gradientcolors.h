@@ -7,7 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 class DocumentTree;
@@ -38,4 +38,4 @@ private:
     std::unordered_map<unsigned, std::optional<Color>> m_middles; // by node, for the gradients used so far
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 double LengthContext::percentBase(LengthAxis axis) const
 {
@@ -77,4 +77,4 @@ void warnOfNegative(Diagnostics& diagnostics)
     diagnostics.warn(Unsupported::Number);
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 
@@ -50,4 +50,4 @@ inline bool parseSize(
     return false;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

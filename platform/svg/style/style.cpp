@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 struct StyleResolver::Context
 {
@@ -379,4 +379,4 @@ bool parseOpacity(std::string_view text, Diagnostics& diagnostics, double& opaci
     return true;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

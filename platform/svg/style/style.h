@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class Diagnostics;
 class TextPool;
@@ -105,4 +105,4 @@ private:
 // Reads an opacity, clamped to 0 to 1. Returns false, with a warning, for anything else.
 bool parseOpacity(std::string_view text, Diagnostics& diagnostics, double& opacity);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -253,4 +253,4 @@ bool StyleSheet::matchesCompound(const Compound& compound, const DocumentTree& t
     return true;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

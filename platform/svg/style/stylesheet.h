@@ -11,7 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The rules of a drawing's style sheets. It supports type, class, id and universal selectors, compounds of them, and
 // the descendant and child combinators. Rules with other selectors and at-rules are ignored with a warning.
@@ -84,4 +84,4 @@ template <typename Function> void forEachClass(std::string_view classes, Functio
     }
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

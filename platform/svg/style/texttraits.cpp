@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <charconv>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -85,4 +85,4 @@ void applyFontTraits(std::string_view words, std::uint8_t& traits)
     }
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // Properties of a text that are not drawn, one bit each.
 namespace TextTrait {
@@ -28,4 +28,4 @@ void setTrait(std::uint8_t trait, bool isSet, std::uint8_t& traits);
 // Applies the words before the size of the font shorthand; without such words letters are neither bold nor italic.
 void applyFontTraits(std::string_view words, std::uint8_t& traits);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

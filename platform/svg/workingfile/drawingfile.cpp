@@ -13,7 +13,7 @@
 #include <ctime>
 #include <memory>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -109,4 +109,4 @@ bool DrawingFile::hashToEnd()
     return length == 0;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

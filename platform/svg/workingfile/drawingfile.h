@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // A time stamp of the file system.
 struct FileTime
@@ -80,4 +80,4 @@ private:
     bool m_isCancelled = false;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -12,7 +12,7 @@
 #include <cstdio>
 #include <random>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -125,4 +125,4 @@ void WorkingFile::save(const DrawingKey& key, const Drawing& drawing) const
         ::unlink(beside.c_str());
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

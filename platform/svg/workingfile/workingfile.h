@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The working file of a drawing: its parsed records as a binary image. The object holds only the path; each operation
 // opens the file anew. docs/formats.md describes the layout.
@@ -31,4 +31,4 @@ private:
     std::string m_path;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -10,7 +10,7 @@
 #include <limits>
 #include <type_traits>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 static_assert(std::is_trivially_copyable_v<ImageHeader> && sizeof(ImageHeader) % alignof(PackedRecord) == 0);
 
@@ -316,4 +316,4 @@ bool showImage(const ImageHeader& header, std::shared_ptr<const char> image, Dra
     return true;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -9,7 +9,7 @@
 #include <memory>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The layout of a working file: a header, then the sections with entries as they are in memory. All numbers are in
 // native byte order; a file in the other order has a different version number and is thus invalid. Increment the
@@ -72,4 +72,4 @@ bool readHeader(std::string_view image, std::uint64_t fileSize, ImageHeader& hea
 // `drawing` must then be discarded. All numbers that refer to other parts of the image are checked.
 bool showImage(const ImageHeader& header, std::shared_ptr<const char> image, Drawing& drawing);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -387,4 +387,4 @@ QuickXmlReader::Step QuickXmlReader::readEndTag()
     return Step::Done;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // Reads the XML that nearly all drawings use, several times as fast as XmlReader: UTF-8, a document type that at most
 // names another file, and no entities but XML's own five. Within that it is strict. If it meets anything else,
@@ -74,4 +74,4 @@ private:
     std::string m_reference; // the expansion of a reference
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

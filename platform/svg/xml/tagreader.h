@@ -3,7 +3,7 @@
 
 #include "platform/svg/base/diagnostics.h"
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class ByteSource;
 
@@ -17,4 +17,4 @@ public:
     [[nodiscard]] virtual bool read(ByteSource& source) = 0;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

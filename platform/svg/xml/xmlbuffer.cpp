@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -60,4 +60,4 @@ unsigned long XmlBuffer::line() const
     return m_line;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

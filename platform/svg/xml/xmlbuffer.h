@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <memory>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The part of a file that is being read. The bytes that were read and not handled yet are between position() and end(),
 // followed by a NUL, which never occurs in XML. It counts the lines it has passed.
@@ -42,4 +42,4 @@ private:
     mutable unsigned long m_line = 1;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

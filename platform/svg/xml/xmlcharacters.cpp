@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -99,4 +99,4 @@ const char* readXmlReference(const char* p, std::string& text)
     return nullptr;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

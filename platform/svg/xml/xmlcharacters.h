@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The classes of bytes of an XML file, one bit each; 0 for bytes that always need a closer look. NUL, which ends every
 // buffer, is in no class.
@@ -84,4 +84,4 @@ void appendUtf8(char32_t c, std::string& text);
 // in a NUL.
 [[nodiscard]] const char* readXmlReference(const char* p, std::string& text);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -6,7 +6,7 @@
 
 #include <iterator>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -116,4 +116,4 @@ std::string decodedXml(std::string_view bytes, XmlEncoding encoding)
     return text;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // The encodings of drawings that are understood.
 enum class XmlEncoding : std::uint8_t { Utf8, Utf16Little, Utf16Big, Latin1, Windows1250, Windows1252 };
@@ -23,4 +23,4 @@ void fillWindowsMap(XmlEncoding encoding, int (&map)[256]);
 // allow.
 [[nodiscard]] std::string decodedXml(std::string_view bytes, XmlEncoding encoding);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 struct XmlAttribute
 {
@@ -31,4 +31,4 @@ public:
     [[nodiscard]] virtual bool isFinished() const = 0;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

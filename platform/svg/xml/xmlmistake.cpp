@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -258,4 +258,4 @@ std::vector<std::size_t> attributeOffsets(std::string_view tag)
     return offsets;
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // A mistake in XML, explained to the author of the drawing.
 struct XmlMistake
@@ -24,4 +24,4 @@ struct XmlMistake
 // Returns where the attributes of a well-formed start tag (UTF-8) begin; empty for anything else.
 [[nodiscard]] std::vector<std::size_t> attributeOffsets(std::string_view tag);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

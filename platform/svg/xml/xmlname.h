@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // A name in an XML file; a view that does not own its text. Nearly all names have at most 16 characters; they are
 // compared and hashed as two words, which are computed once.
@@ -66,4 +66,4 @@ private:
     std::uint64_t m_last = 0;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -12,7 +12,7 @@
 #include <new>
 #include <string>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 namespace {
 
@@ -387,4 +387,4 @@ void XmlReader::onSkippedEntity(void* reader, const char* name, int isParameter)
     });
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

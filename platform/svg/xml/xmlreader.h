@@ -13,7 +13,7 @@
 
 struct XML_ParserStruct;
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 // Reads any XML from a byte source: checks that it is well-formed, refuses entities that multiply, and never opens
 // another file. Errors are reported to the diagnostics with their position.
@@ -72,4 +72,4 @@ private:
     int m_entities = 0;
 };
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

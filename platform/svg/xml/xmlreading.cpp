@@ -4,7 +4,7 @@
 #include "platform/svg/xml/quickxmlreader.h"
 #include "platform/svg/xml/xmlreader.h"
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 std::unique_ptr<TagReader> makeTagReader(
     XmlReading reading, XmlHandler& handler, Diagnostics& diagnostics, const Limits& limits)
@@ -14,4 +14,4 @@ std::unique_ptr<TagReader> makeTagReader(
     return std::make_unique<XmlReader>(handler, diagnostics, limits);
 }
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-namespace zelsvg {
+namespace mirn::zelsvg {
 
 class XmlHandler;
 struct Limits;
@@ -17,4 +17,4 @@ enum class XmlReading { Quick, Thorough };
 [[nodiscard]] std::unique_ptr<TagReader> makeTagReader(
     XmlReading reading, XmlHandler& handler, Diagnostics& diagnostics, const Limits& limits);
 
-} // namespace zelsvg
+} // namespace mirn::zelsvg
