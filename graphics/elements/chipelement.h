@@ -34,14 +34,8 @@ public:
     // type.
     template <typename Value> [[nodiscard]] Value value(zelgraphic_attribute_key key) const
     {
-        const Value* data = valueAt<Value>(key);
-        return data ? *data : Value();
-    }
-
-    // The same value in its place; null if the attribute does not serve the key.
-    template <typename Value> [[nodiscard]] const Value* valueAt(zelgraphic_attribute_key key) const
-    {
-        return m_attribute ? static_cast<const Value*>(m_attribute->getAttribute(key)) : nullptr;
+        const void* data = m_attribute ? m_attribute->getAttribute(key) : nullptr;
+        return data ? *static_cast<const Value*>(data) : Value();
     }
 
     // Returns the kind that the item draws. It may differ from the attribute's kind, which is none until a record is

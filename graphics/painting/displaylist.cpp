@@ -40,19 +40,6 @@ QRectF textBounds(const Primitive& text)
     return enlarged(QRectF(text.a, text.b, 0, 0), length + tabs + DocumentMargin);
 }
 
-// Qt's own comparison allows for differences.
-bool isSameLine(const QLineF& line, const Primitive& primitive)
-{
-    return line.x1() == primitive.a && line.y1() == primitive.b && line.x2() == primitive.c && line.y2() == primitive.d;
-}
-
-// Whether the element's attribute serves exactly this value.
-template <typename Value> bool hasValue(const ChipElement& element, zelgraphic_attribute_key key, const Value& value)
-{
-    const Value* present = element.valueAt<Value>(key);
-    return present && *present == value;
-}
-
 } // namespace
 
 void DisplayList::update(ElementIndex& index)
@@ -135,51 +122,21 @@ void DisplayList::readLook(const ChipElement& element, Primitive& primitive)
 
 void DisplayList::readText(const ChipElement& element, Primitive& primitive)
 {
+    const auto text = element.value<QString>(ATTR_TEXT);
+    const auto family = element.value<QString>(ATTR_FONT_FAMILY);
     const auto fontSize = element.value<double>(ATTR_FONT_SIZE);
     primitive.c = element.value<int>(ATTR_ROTATION);
     primitive.d = paintrules::textPixelSize(fontSize);
-    if (!primitive.label || !hasLabel(element, *primitive.label))
-        primitive.label
-            = m_labels.label(element.value<QString>(ATTR_TEXT), element.value<QString>(ATTR_FONT_FAMILY), fontSize);
-}
-
-// Whether the element's text and font are those of the label.
-bool DisplayList::hasLabel(const ChipElement& element, const TextLabel& label)
-{
-    return hasValue(element, ATTR_TEXT, label.text) && hasValue(element, ATTR_FONT_FAMILY, label.family)
-        && paintrules::textPixelSize(element.value<double>(ATTR_FONT_SIZE)) == label.pixelSize;
-}
-
-// Whether reading the element's attribute again would change nothing. May be false for values that are no numbers.
-bool DisplayList::isUpToDate(const ChipElement& element, const Primitive& primitive) const
-{
-    const ZELGraphicItemAttribute& attribute = *element.attribute();
-    if (attribute.itemId != primitive.elementId || m_layers[primitive.layer] != attribute.layer)
-        return false;
-    if (primitive.kind != Primitive::Line && !hasValue(element, ATTR_FILL_COLOR, primitive.fillColor))
-        return false;
-    switch (primitive.kind) {
-    case Primitive::Polygon:
-        return true;
-    case Primitive::Text:
-        return hasLabel(element, *primitive.label) && hasValue(element, ATTR_ROTATION, static_cast<int>(primitive.c));
-    case Primitive::Line:
-        if (!isSameLine(element.value<QLineF>(ATTR_LINE), primitive))
-            return false;
-        break;
-    case Primitive::Rect:
-        break;
-    }
-    return hasValue(element, ATTR_STROKE_COLOR, primitive.strokeColor)
-        && hasValue(element, ATTR_STROKE_WIDTH, primitive.strokeWidth);
+    const TextLabel* label = primitive.label;
+    if (!label || label->text != text || m_labels.font(label->font).pixelSize() != primitive.d
+        || m_labels.font(label->font).family() != family)
+        primitive.label = m_labels.label(text, family, fontSize);
 }
 
 bool DisplayList::takeOver(ElementIndex& index, ChipElement& element)
 {
     const int place = placeOf(element);
     if (place < 0)
-        return false;
-    if (isUpToDate(element, m_primitives[place]))
         return false;
     const Primitive before = m_primitives[place];
     Primitive now = before;
@@ -210,29 +167,12 @@ std::vector<ChipElement*> DisplayList::takeOver(ElementIndex& index, const QRect
         }
         return changed;
     }
-    const std::vector<int>& places = placesIn(area);
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        prefetch(places, i);
-        ChipElement* element = m_elements[places[i]];
+    for (int place : placesIn(area)) {
+        ChipElement* element = m_elements[place];
         if (element->m_isWatched && takeOver(index, *element))
             changed.push_back(element);
     }
     return changed;
-}
-
-// Comparing many attributes is mostly waiting for memory, and this halves it. Elements and attributes are requested
-// some steps before they are read; an element has to be there before its attribute can be requested.
-void DisplayList::prefetch(const std::vector<int>& places, std::size_t step) const
-{
-    constexpr std::size_t ElementSteps = 96;
-    constexpr std::size_t AttributeSteps = 48;
-    constexpr std::size_t LookOffset = 100; // bytes from the beginning of an attribute to its colours and widths
-    if (step + ElementSteps >= places.size())
-        return;
-    __builtin_prefetch(m_elements[places[step + ElementSteps]]);
-    const auto* attribute = reinterpret_cast<const char*>(m_elements[places[step + AttributeSteps]]->m_attribute);
-    __builtin_prefetch(attribute);
-    __builtin_prefetch(attribute + LookOffset);
 }
 
 unsigned DisplayList::layerIndex(int layer)

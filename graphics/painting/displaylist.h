@@ -100,9 +100,6 @@ private:
     void append(ChipElement* element);
     void readLook(const ChipElement& element, Primitive& primitive);
     void readText(const ChipElement& element, Primitive& primitive);
-    [[nodiscard]] static bool hasLabel(const ChipElement& element, const TextLabel& label);
-    [[nodiscard]] bool isUpToDate(const ChipElement& element, const Primitive& primitive) const;
-    void prefetch(const std::vector<int>& places, std::size_t step) const;
     [[nodiscard]] unsigned layerIndex(int layer);
 
     std::vector<Primitive> m_primitives;

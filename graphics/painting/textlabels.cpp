@@ -23,8 +23,7 @@ TextLabel* TextLabels::label(const QString& text, const QString& family, double 
     std::shared_ptr<TextLabel>& label = m_labels[key];
     if (!label) {
         const bool isSingleLine = std::none_of(text.begin(), text.end(), [](QChar c) { return isBreakOrTab(c); });
-        label = std::make_shared<TextLabel>(TextLabel{
-            text, family, paintrules::textPixelSize(fontSize), number, fontIndex(family, fontSize), isSingleLine});
+        label = std::make_shared<TextLabel>(TextLabel{text, number, fontIndex(family, fontSize), isSingleLine});
     }
     return label.get();
 }

@@ -14,8 +14,6 @@ namespace mirn::zelchipview {
 struct TextLabel
 {
     QString text;
-    QString family; // of the font, as the drawing names it
-    int pixelSize;
     int number; // counts from 0
     int font; // index for TextLabels::font()
     bool isSingleLine; // without line breaks and tabs
