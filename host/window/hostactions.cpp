@@ -63,7 +63,8 @@ void HostActions::createActions(QMainWindow* window)
     openProject = newAction(window, QString(), QKeySequence::Open);
     decorate(openProject, tr("&Open Project..."), "open", tr("Open a project folder"));
     openDrawing = newAction(window, tr("Open &Drawing..."), Qt::CTRL | Qt::SHIFT | Qt::Key_O);
-    save = newAction(window, tr("&Save"), QKeySequence::Save);
+    save = newAction(window, QString(), QKeySequence::Save);
+    decorate(save, tr("&Save"), "save", tr("Save the placement"));
     undo = newAction(window, QString(), QKeySequence::Undo);
     redo = newAction(window, QString(), QKeySequence::Redo);
     showHistory({}, {});
@@ -117,7 +118,9 @@ void HostActions::fillToolBar(QMainWindow* window)
     m_toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
     m_toolBar->setIconSize(QSize(IconSize, IconSize));
     m_toolBar->setStyleSheet(QString::fromLatin1(ToolBarStyle));
-    m_toolBar->addAction(openProject);
+    m_toolBar->addActions({openProject, save});
+    m_toolBar->addSeparator();
+    m_toolBar->addActions({undo, redo});
     m_toolBar->addSeparator();
     m_endOfModesInToolBar = m_toolBar->addSeparator();
     m_toolBar->addActions({zoomIn, zoomOut, fit});
@@ -131,9 +134,11 @@ void HostActions::addToggle(QAction* toggle)
 
 void HostActions::showHistory(const QString& undoText, const QString& redoText)
 {
-    undo->setText(undoText.isEmpty() ? tr("&Undo") : tr("&Undo %1").arg(undoText));
+    decorate(undo, undoText.isEmpty() ? tr("&Undo") : tr("&Undo %1").arg(undoText), "undo",
+        undoText.isEmpty() ? tr("Undo") : tr("Undo: %1").arg(undoText));
     undo->setEnabled(!undoText.isEmpty());
-    redo->setText(redoText.isEmpty() ? tr("&Redo") : tr("&Redo %1").arg(redoText));
+    decorate(redo, redoText.isEmpty() ? tr("&Redo") : tr("&Redo %1").arg(redoText), "redo",
+        redoText.isEmpty() ? tr("Redo") : tr("Redo: %1").arg(redoText));
     redo->setEnabled(!redoText.isEmpty());
 }
 

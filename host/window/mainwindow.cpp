@@ -66,8 +66,10 @@ void MainWindow::connectActions()
     connect(m_actions.openDrawing, &QAction::triggered, this, &MainWindow::chooseDrawing);
     connect(m_actions.saveSnapshot, &QAction::triggered, this, &MainWindow::chooseSnapshot);
     connect(m_actions.save, &QAction::triggered, this, &MainWindow::save);
-    connect(m_actions.undo, &QAction::triggered, this, [this] { stepDesign(&DesignEditor::undo); });
-    connect(m_actions.redo, &QAction::triggered, this, [this] { stepDesign(&DesignEditor::redo); });
+    connect(m_actions.undo, &QAction::triggered, this,
+        [this] { stepDesign(&DesignEditor::undo, tr("Undone: %1").arg(editor().undoStack().undoText())); });
+    connect(m_actions.redo, &QAction::triggered, this,
+        [this] { stepDesign(&DesignEditor::redo, tr("Done again: %1").arg(editor().undoStack().redoText())); });
     connect(m_actions.find, &QAction::triggered, this, [this] {
         m_drawingArea->findBox()->setFocus();
         m_drawingArea->findBox()->selectAll();
@@ -307,11 +309,10 @@ void MainWindow::save()
     m_statusBar->showMessage(tr("Saved %1").arg(editor().placementFile()), MessageMilliseconds);
 }
 
-void MainWindow::stepDesign(zelengine::Refusal (DesignEditor::*step)())
+void MainWindow::stepDesign(zelengine::Refusal (DesignEditor::*step)(), const QString& done)
 {
     const zelengine::Refusal refusal = (editor().*step)();
-    if (!refusal.isEmpty())
-        m_statusBar->showMessage(asSentence(refusal.sentence()), MessageMilliseconds);
+    m_statusBar->showMessage(refusal.isEmpty() ? done : asSentence(refusal.sentence()), MessageMilliseconds);
 }
 
 DesignEditor& MainWindow::editor() const

@@ -66,7 +66,7 @@ private:
     void refreshView();
     void showDesignState();
     void save();
-    void stepDesign(zelengine::Refusal (DesignEditor::*step)());
+    void stepDesign(zelengine::Refusal (DesignEditor::*step)(), const QString& done);
     [[nodiscard]] DesignEditor& editor() const;
     [[nodiscard]] QString replaceProject(
         const QString& path, ProjectSession::DoubtfulLock lock = ProjectSession::DoubtfulLock::Stays);

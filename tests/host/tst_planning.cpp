@@ -166,7 +166,9 @@ private Q_SLOTS:
         planning.run("zel_resource place -rsc top/core -id 50");
         QVERIFY(undo->isEnabled());
         QVERIFY(undo->text().contains("top/core"));
+        QVERIFY(undo->toolTip().startsWith("Undo: Place top/core ("));
         undo->trigger();
+        QCOMPARE(planning.message(), "Undone: Place top/core");
         QCOMPARE(planning.siteOf("top/core"), -1);
         QVERIFY(!undo->isEnabled());
         QTRY_VERIFY(planning.row("top/core")->text(1).isEmpty());
