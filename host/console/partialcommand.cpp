@@ -1,192 +1,144 @@
 // SPDX-License-Identifier: MIT
 #include "host/console/partialcommand.h"
 
-#include <algorithm>
+#include <QByteArray>
+
+#include <tcl.h>
 
 namespace mirn::zelchip {
 
 namespace {
 
-constexpr QChar Backslash = QLatin1Char('\\');
-constexpr QChar Newline = QLatin1Char('\n');
-constexpr QChar Quote = QLatin1Char('"');
-constexpr QChar OpenBrace = QLatin1Char('{');
-constexpr QChar CloseBrace = QLatin1Char('}');
-constexpr QChar OpenBracket = QLatin1Char('[');
-constexpr QChar CloseBracket = QLatin1Char(']');
-
-// Reads a script to its end and keeps one level for each open bracket and brace.
-class Scanner final
+// Reads the end of a script with Tcl's own parser, which says where a brace, bracket or quote is open but keeps nothing
+// of the command around it. What stands before that place is therefore parsed once more.
+class PartialReader final
 {
 public:
-    explicit Scanner(const QString& script)
-        : m_script(script)
+    explicit PartialReader(const QString& script)
+        : m_bytes(script.toUtf8())
     { }
 
-    [[nodiscard]] std::vector<PartialCommand> scan();
+    [[nodiscard]] std::vector<PartialCommand> read() const;
 
 private:
-    struct Level
-    {
-        QChar closer; // null for the script itself
-        int begin = 0; // offset of its content
-        PartialCommand command;
-        bool isInWord = false;
-        bool isInQuotes = false;
-    };
+    [[nodiscard]] PartialCommand lastCommand(int begin, int end, std::vector<int>& opened) const;
+    [[nodiscard]] PartialCommand commandOf(const Tcl_Parse& parse, int end) const;
+    [[nodiscard]] PartialCommand withQuotedWord(PartialCommand command, int quote) const;
+    [[nodiscard]] int offsetOf(const char* position) const { return static_cast<int>(position - m_bytes.constData()); }
+    [[nodiscard]] int characters(int bytes) const { return static_cast<int>(text(0, bytes).size()); }
+    [[nodiscard]] QString text(int begin, int end) const { return QString::fromUtf8(m_bytes.mid(begin, end - begin)); }
 
-    [[nodiscard]] Level& level() { return m_levels.back(); }
-    void step();
-    void takeEscape();
-    void takeBraces();
-    void open(QChar closer);
-    void closeBracket();
-    void take(QChar character);
-    void beginWord(int start);
-    void beginWord() { beginWord(m_at); }
-    void endWord();
-    void endCommand();
-    [[nodiscard]] int matchingBrace() const;
-
-    const QString& m_script;
-    int m_at = 0;
-    std::vector<Level> m_levels;
+    const QByteArray m_bytes; // all offsets are in here
 };
 
-std::vector<PartialCommand> Scanner::scan()
+QString textOf(const Tcl_Token& token)
 {
-    m_levels.push_back({});
-    while (m_at < m_script.size())
-        step();
-    if (!level().isInWord)
-        level().command.start = m_at;
-    std::vector<PartialCommand> readings{level().command};
-    for (std::size_t i = m_levels.size() - 1; m_levels[i].closer == CloseBrace; --i) {
-        readings.push_back(m_levels[i - 1].command);
-        readings.back().word = m_script.mid(m_levels[i].begin);
+    char character[TCL_UTF_MAX + 1] = {};
+    if (token.type == TCL_TOKEN_BS)
+        return QString::fromUtf8(character, Tcl_UtfBackslash(token.start, nullptr, character));
+    return QString::fromUtf8(token.start, token.size);
+}
+
+// The result of a variable or of a command in brackets is unknown, so its text stands for it.
+QString textOfWord(const Tcl_Token* word)
+{
+    QString result;
+    for (const Tcl_Token* part = word + 1; part <= word + word->numComponents; part += 1 + part->numComponents)
+        result += textOf(*part);
+    return result;
+}
+
+std::vector<PartialCommand> PartialReader::read() const
+{
+    std::vector<PartialCommand> readings;
+    const int size = static_cast<int>(m_bytes.size());
+    for (int begin = 0;;) {
+        std::vector<int> opened; // the innermost first
+        PartialCommand command = lastCommand(begin, size, opened);
+        if (opened.empty()) {
+            readings.push_back(command);
+            return readings;
+        }
+        const int outermost = opened.back();
+        begin = outermost + 1;
+        if (m_bytes.at(outermost) == '{') {
+            command.word += text(begin, size);
+            readings.push_back(command);
+        } else if (m_bytes.at(outermost) == '"' && opened.size() > 1) {
+            begin = opened[opened.size() - 2] + 1; // a bracket in the quotes
+        } else if (m_bytes.at(outermost) == '"') {
+            readings.push_back(withQuotedWord(command, outermost));
+            return readings;
+        }
     }
-    std::reverse(readings.begin(), readings.end());
-    return readings;
 }
 
-void Scanner::step()
+// Returns the last command between two offsets, up to where its outermost brace, bracket or quote is open.
+PartialCommand PartialReader::lastCommand(int begin, int end, std::vector<int>& opened) const
 {
-    const QChar character = m_script.at(m_at);
-    const bool isInQuotes = level().isInQuotes;
-    if (character == Backslash)
-        takeEscape();
-    else if (character == OpenBracket)
-        open(CloseBracket);
-    else if (isInQuotes && character == Quote)
-        level().isInQuotes = false;
-    else if (isInQuotes)
-        take(character);
-    else if (character == CloseBracket && level().closer == CloseBracket)
-        closeBracket();
-    else if (character == Newline || character == QLatin1Char(';'))
-        endCommand();
-    else if (character.isSpace())
-        endWord();
-    else if (!level().isInWord && character == OpenBrace)
-        takeBraces();
-    else if (!level().isInWord && character == Quote) {
-        beginWord();
-        level().isInQuotes = true;
-    } else
-        take(character);
-    ++m_at;
-}
-
-// A backslash at the end of a line continues the command and is not part of a word.
-void Scanner::takeEscape()
-{
-    if (++m_at < m_script.size() && m_script.at(m_at) == Newline && !level().isInQuotes) {
-        endWord();
-        return;
+    PartialCommand command;
+    while (begin < end) {
+        Tcl_Parse parse;
+        if (Tcl_ParseCommand(nullptr, m_bytes.constData() + begin, end - begin, 0, &parse) != TCL_OK) {
+            const int mistake = offsetOf(parse.term);
+            if (mistake >= end)
+                break;
+            end = mistake;
+            if (parse.incomplete)
+                opened.push_back(end);
+            continue;
+        }
+        const int next = offsetOf(parse.commandStart) + parse.commandSize;
+        const char last = m_bytes.at(next - 1);
+        command = commandOf(parse, end);
+        const bool isEnded
+            = command.word.isEmpty() && command.start == characters(end) && (last == '\n' || last == ';');
+        Tcl_FreeParse(&parse);
+        if (isEnded || next < end)
+            command = {};
+        if (next >= end)
+            break;
+        begin = next;
     }
-    beginWord(m_at - 1);
-    level().command.word += m_script.mid(m_at, 1);
+    if (command.words.isEmpty() && command.word.isEmpty())
+        command.start = characters(end);
+    return command;
 }
 
-void Scanner::takeBraces()
+// A word that reaches to the end is not finished.
+PartialCommand PartialReader::commandOf(const Tcl_Parse& parse, int end) const
 {
-    const int end = matchingBrace();
-    if (end < 0) {
-        open(CloseBrace);
-        return;
+    PartialCommand command;
+    command.start = characters(end);
+    const Tcl_Token* word = parse.tokenPtr;
+    for (int i = 0; i < parse.numWords; ++i, word += 1 + word->numComponents) {
+        const bool isFinished = offsetOf(word->start) + word->size < end;
+        if (isFinished) {
+            command.words.append(textOfWord(word));
+        } else {
+            command.word = textOfWord(word);
+            command.start = characters(offsetOf(word->start));
+        }
     }
-    beginWord();
-    level().command.word += m_script.mid(m_at + 1, end - m_at - 1);
-    m_at = end;
+    return command;
 }
 
-void Scanner::open(QChar closer)
+PartialCommand PartialReader::withQuotedWord(PartialCommand command, int quote) const
 {
-    beginWord();
-    Level inner;
-    inner.closer = closer;
-    inner.begin = m_at + 1;
-    m_levels.push_back(inner);
-}
-
-// The result of a command in brackets is unknown, so its text stands for it.
-void Scanner::closeBracket()
-{
-    const int begin = level().begin;
-    m_levels.pop_back();
-    level().command.word += m_script.mid(begin - 1, m_at + 1 - (begin - 1));
-}
-
-void Scanner::take(QChar character)
-{
-    beginWord();
-    level().command.word += character;
-}
-
-void Scanner::beginWord(int start)
-{
-    if (level().isInWord)
-        return;
-    level().isInWord = true;
-    level().command.start = start;
-}
-
-void Scanner::endWord()
-{
-    if (!level().isInWord)
-        return;
-    level().isInWord = false;
-    level().command.words.append(level().command.word);
-    level().command.word.clear();
-}
-
-void Scanner::endCommand()
-{
-    level().isInWord = false;
-    level().command = {};
-}
-
-// Returns the brace that closes the one at the current position, -1 if none does. Between them only braces count.
-int Scanner::matchingBrace() const
-{
-    int depth = 0;
-    for (int i = m_at; i < m_script.size(); ++i) {
-        const QChar character = m_script.at(i);
-        if (character == Backslash)
-            ++i;
-        else if (character == OpenBrace)
-            ++depth;
-        else if (character == CloseBrace && --depth == 0)
-            return i;
+    const QByteArray closed = m_bytes.mid(quote) + '"';
+    Tcl_Parse parse;
+    if (Tcl_ParseCommand(nullptr, closed.constData(), static_cast<int>(closed.size()), 0, &parse) == TCL_OK) {
+        command.word = parse.numWords > 0 ? textOfWord(parse.tokenPtr) : QString();
+        Tcl_FreeParse(&parse);
     }
-    return -1;
+    return command;
 }
 
 } // namespace
 
 std::vector<PartialCommand> partialCommands(const QString& script)
 {
-    return Scanner(script).scan();
+    return PartialReader(script).read();
 }
 
 } // namespace mirn::zelchip
