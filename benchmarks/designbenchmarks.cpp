@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/benchmarks.h"
-#include "benchmarks/designproject.h"
-#include "benchmarks/measure.h"
+#include "benchmarks/results/measure.h"
+#include "benchmarks/subjects/designproject.h"
 #include "engine/referenceengine.h"
 #include "host/design/designeditor.h"
 #include "host/design/designtcl.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/benchmarks.h"
-#include "benchmarks/device.h"
-#include "benchmarks/layoutviewer.h"
 #include "benchmarks/options.h"
-#include "benchmarks/resulttable.h"
+#include "benchmarks/results/resulttable.h"
+#include "benchmarks/subjects/device.h"
+#include "benchmarks/subjects/layoutviewer.h"
 
 #include <QApplication>
 #include <QFont>

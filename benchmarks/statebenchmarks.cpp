@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/benchmarks.h"
-#include "benchmarks/chipwindow.h"
-#include "benchmarks/device.h"
-#include "benchmarks/measure.h"
+#include "benchmarks/results/measure.h"
+#include "benchmarks/subjects/chipwindow.h"
+#include "benchmarks/subjects/device.h"
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/elements/graphicitemdynamicattribute.h"
 #include "graphics/zelconstants.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "benchmarks/barepainter.h"
 #include "benchmarks/benchmarks.h"
-#include "benchmarks/chipwindow.h"
-#include "benchmarks/device.h"
-#include "benchmarks/measure.h"
+#include "benchmarks/results/measure.h"
+#include "benchmarks/subjects/barepainter.h"
+#include "benchmarks/subjects/chipwindow.h"
+#include "benchmarks/subjects/device.h"
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelgraphicsview.h"
 

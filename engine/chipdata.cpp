@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "engine/chipdata.h"
 
-#include "engine/design.h"
-#include "engine/device.h"
-#include "engine/settingstore.h"
+#include "engine/model/design.h"
+#include "engine/model/device.h"
+#include "engine/rules/settingstore.h"
 #include "platform/contract/zeltext.h"
 
 #include <QFile>
@@ -57,7 +57,8 @@ void ChipData::update(const Device& device, const Design& design, const SettingS
             m_bags[i].insert(toEngineText(it.key()), toEngineText(it.value()));
         const int occupant = design.occupant(site.id);
         if (occupant >= 0)
-            describeOccupant(m_bags[i], site, device.kindOf(site), design.resource(occupant), settings.disablingSetting(site));
+            describeOccupant(
+                m_bags[i], site, device.kindOf(site), design.resource(occupant), settings.disablingSetting(site));
         m_records[i].id = static_cast<unsigned int>(site.id);
         m_records[i].attributes = &m_bags[i];
         m_recordPointers.push_back(&m_records[i]);

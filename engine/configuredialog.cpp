@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "engine/configuredialog.h"
 
-#include "engine/resourceparameter.h"
+#include "engine/model/resourceparameter.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "engine/designreader.h"
 
-#include "engine/design.h"
-#include "engine/device.h"
-#include "engine/jsonnode.h"
-#include "engine/placementrules.h"
-#include "engine/resourcename.h"
-#include "engine/resourceparameter.h"
+#include "engine/input/jsonnode.h"
+#include "engine/model/design.h"
+#include "engine/model/device.h"
+#include "engine/model/resourcename.h"
+#include "engine/model/resourceparameter.h"
+#include "engine/rules/placementrules.h"
 
 #include <utility>
 #include <vector>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "engine/devicereader.h"
 
-#include "engine/device.h"
-#include "engine/inputfile.h"
-#include "engine/jsonnode.h"
-#include "engine/resourcename.h"
-#include "engine/settingstore.h"
+#include "engine/input/inputfile.h"
+#include "engine/input/jsonnode.h"
+#include "engine/model/device.h"
+#include "engine/model/resourcename.h"
+#include "engine/rules/settingstore.h"
 
 #include <QDir>
 #include <QFileInfo>

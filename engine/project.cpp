@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "engine/project.h"
 
-#include "engine/jsonnode.h"
+#include "engine/input/jsonnode.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -4,8 +4,8 @@
 #include "engine/configuredialog.h"
 #include "engine/designreader.h"
 #include "engine/devicereader.h"
-#include "engine/jsonnode.h"
-#include "engine/resourceparameter.h"
+#include "engine/input/jsonnode.h"
+#include "engine/model/resourceparameter.h"
 #include "engine/usagetable.h"
 #include "platform/contract/zeltext.h"
 

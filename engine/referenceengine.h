@@ -2,12 +2,12 @@
 #pragma once
 
 #include "engine/chipdata.h"
-#include "engine/design.h"
-#include "engine/device.h"
-#include "engine/placementrules.h"
+#include "engine/model/design.h"
+#include "engine/model/device.h"
 #include "engine/project.h"
 #include "engine/resourcetree.h"
-#include "engine/settingstore.h"
+#include "engine/rules/placementrules.h"
+#include "engine/rules/settingstore.h"
 #include "platform/contract/zelchipengine.h"
 
 #include <QString>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "engine/resourcetree.h"
 
-#include "engine/design.h"
-#include "engine/device.h"
-#include "engine/resourceparameter.h"
+#include "engine/model/design.h"
+#include "engine/model/device.h"
+#include "engine/model/resourceparameter.h"
 #include "platform/contract/zeltext.h"
 
 namespace mirn::zelengine {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "engine/usagetable.h"
 
-#include "engine/design.h"
-#include "engine/device.h"
+#include "engine/model/design.h"
+#include "engine/model/device.h"
 #include "platform/contract/zeltext.h"
 
 #include <algorithm>

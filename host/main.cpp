@@ -5,7 +5,7 @@
 #include "host/commandline/standardstreams.h"
 #include "host/project/projectsession.h"
 #include "host/project/sampleproject.h"
-#include "host/window/loadprogress.h"
+#include "host/widgets/loadprogress.h"
 #include "host/window/mainwindow.h"
 #include "host/window/theme.h"
 

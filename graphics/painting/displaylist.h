@@ -2,7 +2,7 @@
 #pragma once
 
 #include "graphics/painting/elementgrid.h"
-#include "graphics/painting/textlabels.h"
+#include "graphics/painting/text/textlabels.h"
 
 #include <QPointF>
 #include <QRectF>

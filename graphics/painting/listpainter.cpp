@@ -3,8 +3,8 @@
 
 #include "graphics/elements/elementidset.h"
 #include "graphics/elements/enlarged.h"
-#include "graphics/painting/picturedevice.h"
-#include "graphics/painting/polygoncoverage.h"
+#include "graphics/painting/raster/picturedevice.h"
+#include "graphics/painting/raster/polygoncoverage.h"
 
 #include <algorithm>
 #include <cmath>

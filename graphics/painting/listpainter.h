@@ -3,8 +3,8 @@
 
 #include "graphics/elements/paintrules.h"
 #include "graphics/painting/displaylist.h"
-#include "graphics/painting/glyphmasks.h"
-#include "graphics/painting/rasteriser.h"
+#include "graphics/painting/raster/rasteriser.h"
+#include "graphics/painting/text/glyphmasks.h"
 
 #include <QImage>
 #include <QPainter>

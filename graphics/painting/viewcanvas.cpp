@@ -2,7 +2,7 @@
 #include "graphics/painting/viewcanvas.h"
 
 #include "graphics/elements/enlarged.h"
-#include "graphics/painting/picturedevice.h"
+#include "graphics/painting/raster/picturedevice.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/design/designcommands.h"
 
-#include "engine/device.h"
-#include "engine/resourceparameter.h"
+#include "engine/model/device.h"
+#include "engine/model/resourceparameter.h"
 #include "host/tcl/tclinterpreter.h"
 
 #include <algorithm>

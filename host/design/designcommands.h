@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "engine/design.h"
-#include "engine/settingstore.h"
+#include "engine/model/design.h"
+#include "engine/rules/settingstore.h"
 
 #include <QString>
 #include <QStringList>

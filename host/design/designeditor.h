@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "engine/design.h"
-#include "engine/placementrules.h"
-#include "engine/settingstore.h"
+#include "engine/model/design.h"
+#include "engine/rules/placementrules.h"
+#include "engine/rules/settingstore.h"
 #include "host/design/journal.h"
 #include "host/design/journalreader.h"
 #include "host/tcl/tclinterpreter.h"

@@ -2,7 +2,7 @@
 // The part of the editor that runs once, when a project opens: it brings back the saved state and replays the journal.
 #include "host/design/designeditor.h"
 
-#include "engine/inputfile.h"
+#include "engine/input/inputfile.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/design/designtcl.h"
 
+#include "engine/model/resourceparameter.h"
 #include "engine/referenceengine.h"
-#include "engine/resourceparameter.h"
 #include "host/design/designeditor.h"
 #include "host/tcl/arguments.h"
 

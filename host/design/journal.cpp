@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/design/journal.h"
 
-#include "engine/inputfile.h"
+#include "engine/input/inputfile.h"
 #include "host/design/filereplacement.h"
 #include "host/design/journalreader.h"
 

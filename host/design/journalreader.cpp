@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/design/journalreader.h"
 
-#include "engine/inputfile.h"
+#include "engine/input/inputfile.h"
 
 #include <QCryptographicHash>
 #include <QFile>

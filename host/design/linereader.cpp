@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/design/linereader.h"
 
-#include "engine/inputfile.h"
+#include "engine/input/inputfile.h"
 
 #include <unistd.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/design/projectlock.h"
 
-#include "engine/inputfile.h"
+#include "engine/input/inputfile.h"
 #include "host/tcl/translation.h"
 
 #include <QCoreApplication>

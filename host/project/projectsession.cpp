@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/project/projectsession.h"
 
-#include "engine/device.h"
+#include "engine/model/device.h"
 #include "engine/project.h"
 #include "engine/referenceengine.h"
 #include "host/design/designeditor.h"

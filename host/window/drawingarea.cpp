@@ -11,7 +11,7 @@
 #include "host/drawing/pointergestures.h"
 #include "host/drawing/zoomanchor.h"
 #include "host/project/projectsession.h"
-#include "host/window/findbox.h"
+#include "host/widgets/findbox.h"
 #include "resources/zelrestable.h"
 #include "resources/zeltree.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "engine/refusal.h"
+#include "engine/rules/refusal.h"
 #include "host/project/commandshell.h"
 #include "host/project/projectsession.h"
 #include "host/window/hostactions.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "engine/model/resourceparameter.h"
 #include "engine/referenceengine.h"
-#include "engine/resourceparameter.h"
 
 #include <memory>
 

@@ -3,11 +3,11 @@
 // Reads the input as a device file and, behind a line of four dashes, a design file for that device. Whatever
 // the rules allow in the design that was read, they must still allow when it is there: it comes back from a saved file.
 
-#include "engine/design.h"
 #include "engine/designreader.h"
-#include "engine/device.h"
 #include "engine/devicereader.h"
-#include "engine/placementrules.h"
+#include "engine/model/design.h"
+#include "engine/model/device.h"
+#include "engine/rules/placementrules.h"
 #include "tests/fuzz/inputfile.h"
 
 #include <QStringList>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "graphics/painting/polygoncoverage.h"
-#include "graphics/painting/rasteriser.h"
+#include "graphics/painting/raster/polygoncoverage.h"
+#include "graphics/painting/raster/rasteriser.h"
 #include "tests/support/random.h"
 #include "tests/support/testmain.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "host/window/chipstatusbar.h"
-#include "host/window/loadprogress.h"
+#include "host/widgets/chipstatusbar.h"
+#include "host/widgets/loadprogress.h"
 #include "tests/host/hostfiles.h"
 #include "tests/host/shownwindow.h"
 #include "tests/support/events.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/console/tclcompletion.h"
-#include "host/window/findbox.h"
+#include "host/widgets/findbox.h"
 #include "tests/host/hostfiles.h"
 #include "tests/host/shownwindow.h"
 #include "tests/support/events.h"

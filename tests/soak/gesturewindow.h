@@ -2,7 +2,7 @@
 #pragma once
 
 #include "graphics/zelgraphicsscene.h"
-#include "host/window/findbox.h"
+#include "host/widgets/findbox.h"
 #include "tests/soak/attendant.h"
 #include "tests/soak/checkedwindow.h"
 #include "tests/support/events.h"

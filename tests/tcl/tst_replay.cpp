@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "engine/resourceparameter.h"
+#include "engine/model/resourceparameter.h"
 #include "host/design/designcommands.h"
 #include "tests/support/random.h"
 #include "tests/support/shortened.h"

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "benchmarks/results/paintcounter.h"
+
+#include <benchmark/benchmark.h>
+
+#include <ctime>
+#include <string>
+#include <utility>
+
+// Each benchmark times by hand the part that counts and repeats it; the table takes the medians of the repetitions.
+// Time is the processor time of the process, with all of its threads and the system's work for it. On a busy machine it
+// varies less than the wall-clock time, and on an idle one it is the same, since nothing measured here waits.
+namespace zelbench {
+
+constexpr double ShortestRun = 0.05; // the least seconds that one repetition lasts
+constexpr int Repetitions = 5;
+constexpr int FewRepetitions = 3; // for benchmarks that last long and vary little
+
+// Returns the name under which a result is kept: the benchmark and the size of its drawing.
+[[nodiscard]] inline std::string benchmarkName(const std::string& what, int elements)
+{
+    return what + '/' + std::to_string(elements);
+}
+
+// Adds a benchmark with as many iterations as ShortestRun needs.
+template <typename Function> benchmark::internal::Benchmark* add(const char* what, int elements, Function function)
+{
+    return benchmark::RegisterBenchmark(benchmarkName(what, elements).c_str(), std::move(function))
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->MinTime(ShortestRun)
+        ->Repetitions(Repetitions);
+}
+
+// Adds a benchmark with a fixed number of iterations, because each iteration leaves more work for the next.
+template <typename Function>
+benchmark::internal::Benchmark* addCounted(const char* what, int elements, int iterations, Function function)
+{
+    return benchmark::RegisterBenchmark(benchmarkName(what, elements).c_str(), std::move(function))
+        ->UseManualTime()
+        ->Unit(benchmark::kMicrosecond)
+        ->Iterations(iterations)
+        ->Repetitions(Repetitions);
+}
+
+[[nodiscard]] inline double processorSeconds()
+{
+    timespec used{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) * 1e-9;
+}
+
+// A painting benchmark is worthless if nothing was painted, or something twice.
+inline void checkPaintedOnce(benchmark::State& state, const PaintCounter::Count& painted)
+{
+    if (painted.paints != 1)
+        state.SkipWithError("not painted exactly once");
+    state.counters["pixels"] = painted.pixels;
+}
+
+template <typename Action> [[nodiscard]] double secondsOf(Action&& action)
+{
+    const double start = processorSeconds();
+    action();
+    return processorSeconds() - start;
+}
+
+} // namespace zelbench

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+#include "engine/model/design.h"
+
+#include "engine/model/resourceparameter.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace mirn::zelengine {
+
+namespace {
+
+// The list must be in ascending order and contain the value.
+void erase(std::vector<int>& list, int value)
+{
+    list.erase(std::lower_bound(list.begin(), list.end(), value));
+}
+
+} // namespace
+
+Design::Design(QString rootName)
+    : m_name(std::move(rootName))
+{ }
+
+int Design::add(int parent, Resource resource)
+{
+    resource.parent = parent;
+    resource.path = (parent < 0 ? m_name : at(parent).path) + QLatin1Char('/') + resource.name;
+    if (m_byPath.contains(resource.path))
+        return -1;
+    const int index = static_cast<int>(m_resources.size());
+    m_byPath.insert(resource.path, index);
+    (parent < 0 ? m_topLevel : at(parent).children).push_back(index);
+    const int site = std::exchange(resource.site, -1);
+    m_resources.push_back(std::move(resource));
+    if (site >= 0)
+        setSite(index, site);
+    return index;
+}
+
+void Design::addFeed(int clock, int ip)
+{
+    at(clock).feeds.push_back(ip);
+    std::vector<int>& feeders = m_feeders[ip];
+    const auto place = std::lower_bound(feeders.begin(), feeders.end(), clock);
+    if (place == feeders.end() || *place != clock)
+        feeders.insert(place, clock);
+}
+
+void Design::remove(int resource)
+{
+    erase(siblings(resource), resource);
+    for (int index : subtree(resource)) {
+        if (at(index).fixed && at(index).site >= 0)
+            m_fixedSites.insert(index, at(index).site);
+        setSite(index, -1);
+        m_configured.remove(index);
+        m_byPath.remove(at(index).path);
+    }
+    m_removed.insert(at(resource).path, resource);
+}
+
+void Design::restore(int resource)
+{
+    m_removed.remove(at(resource).path);
+    std::vector<int>& list = siblings(resource);
+    // Resources are numbered in the order of the file, so this is the old position.
+    list.insert(std::lower_bound(list.begin(), list.end(), resource), resource);
+    for (int index : subtree(resource)) {
+        m_byPath.insert(at(index).path, index);
+        setSite(index, restoredSite(index));
+    }
+}
+
+std::vector<int>& Design::siblings(int resource)
+{
+    const int parent = at(resource).parent;
+    return parent < 0 ? m_topLevel : at(parent).children;
+}
+
+std::vector<int> Design::all() const
+{
+    std::vector<int> result;
+    result.reserve(static_cast<std::size_t>(m_byPath.size()));
+    std::vector<int> pending(m_topLevel.rbegin(), m_topLevel.rend());
+    while (!pending.empty()) {
+        const int index = pending.back();
+        pending.pop_back();
+        result.push_back(index);
+        pending.insert(pending.end(), resource(index).children.rbegin(), resource(index).children.rend());
+    }
+    return result;
+}
+
+std::vector<int> Design::subtree(int top) const
+{
+    std::vector<int> result;
+    std::vector<int> pending{top};
+    while (!pending.empty()) {
+        const int index = pending.back();
+        pending.pop_back();
+        result.push_back(index);
+        pending.insert(pending.end(), resource(index).children.rbegin(), resource(index).children.rend());
+    }
+    return result;
+}
+
+void Design::setSite(int index, int site)
+{
+    Resource& changed = at(index);
+    if (changed.site >= 0)
+        m_occupants.remove(changed.site);
+    changed.site = site;
+    if (site >= 0)
+        m_occupants.insert(site, index);
+}
+
+QString Design::parameter(int index, const QString& key) const
+{
+    const auto configured = m_configured.constFind(index);
+    if (configured != m_configured.constEnd() && configured->contains(key))
+        return configured->value(key);
+    return originalParameter(index, key);
+}
+
+QString Design::originalParameter(int index, const QString& key) const
+{
+    const ResourceParameter* known = findParameter(resource(index).type, key);
+    return resource(index).parameters.value(key, known ? known->preset : QString());
+}
+
+void Design::setParameter(int index, const QString& key, const QString& value)
+{
+    if (value != originalParameter(index, key)) {
+        m_configured[index].insert(key, value);
+        return;
+    }
+    const auto configured = m_configured.find(index);
+    if (configured == m_configured.end())
+        return;
+    configured->remove(key);
+    if (configured->isEmpty())
+        m_configured.erase(configured);
+}
+
+int Design::ipOf(int index) const
+{
+    int above = resource(index).parent;
+    while (above >= 0 && resource(above).type != ResourceType::Ip)
+        above = resource(above).parent;
+    return above;
+}
+
+std::vector<int> Design::partsOf(int ip, ResourceType type) const
+{
+    std::vector<int> result;
+    std::vector<int> pending{ip};
+    while (!pending.empty()) {
+        const int index = pending.back();
+        pending.pop_back();
+        if (index != ip && resource(index).type == type)
+            result.push_back(index);
+        if (index == ip || resource(index).type != ResourceType::Ip)
+            pending.insert(pending.end(), resource(index).children.rbegin(), resource(index).children.rend());
+    }
+    return result;
+}
+
+std::vector<int> Design::fedBy(int clock) const
+{
+    std::vector<int> result;
+    for (int fed : resource(clock).feeds) {
+        if (find(resource(fed).path) == fed) // left out while it is removed
+            result.push_back(fed);
+    }
+    const int ip = ipOf(clock);
+    if (ip >= 0 && std::find(result.begin(), result.end(), ip) == result.end())
+        result.push_back(ip);
+    return result;
+}
+
+std::vector<int> Design::clocksOf(int ip) const
+{
+    std::vector<int> result = partsOf(ip, ResourceType::Pll);
+    const std::vector<int> references = partsOf(ip, ResourceType::ExtRef);
+    result.insert(result.end(), references.begin(), references.end());
+    const std::vector<int> feeders = m_feeders.value(ip);
+    result.insert(result.end(), feeders.begin(), feeders.end());
+    return result;
+}
+
+} // namespace mirn::zelengine

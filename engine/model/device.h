@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "engine/model/resourcetype.h"
+
+#include <QHash>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <utility>
+#include <vector>
+
+namespace mirn::zelengine {
+
+struct SiteKind
+{
+    QString name;
+    QString title; // for users
+    std::vector<ResourceType> accepts;
+    QString occupiedFill; // colour of an occupied site as "#rrggbb"; empty if it keeps the drawing's
+};
+
+// One setting of a site and its possible values.
+struct SiteSetting
+{
+    QString key;
+    QString value; // in force on a fresh device; empty if there is none
+    QStringList choices;
+};
+
+struct Site
+{
+    int id = 0; // its element id in the drawing
+    QString name;
+    int kind = 0; // index into Device::kinds()
+    QString group; // the bank or dual-channel unit that it belongs to; empty if none
+    QStringList neighbours; // groups next to this site's group, where the channels of one IP may also be placed
+    QStringList reaches; // groups that a clock source on this site can feed
+    QMap<QString, QString> attributes;
+    std::vector<SiteSetting> settings;
+    QMap<QString, QStringList> disabledBy; // by key of the group's settings: the values that put this site out of use
+};
+
+// The device as its file describes it: the kinds and the sites, found by id and by name. The engine owns it; it knows
+// no design.
+class Device
+{
+public:
+    void setName(const QString& name) { m_name = name; }
+    void setDrawingFile(const QString& fileName) { m_drawingFile = fileName; }
+    void setFilterFile(const QString& fileName) { m_filterFile = fileName; }
+    void setDrawingError(const QString& sentence) { m_drawingError = sentence; }
+    void setFilterError(const QString& sentence) { m_filterError = sentence; }
+    void addKind(SiteKind kind) { m_kinds.push_back(std::move(kind)); }
+    // Returns false and adds nothing if the id or the name is taken.
+    bool addSite(Site site);
+
+    [[nodiscard]] const QString& name() const { return m_name; }
+    [[nodiscard]] const QString& drawingFile() const { return m_drawingFile; } // absolute; empty if none
+    [[nodiscard]] const QString& filterFile() const { return m_filterFile; }
+    // Why the drawing or the filter file could not be read when the device file was read, with the position that names
+    // it; empty if it could.
+    [[nodiscard]] const QString& drawingError() const { return m_drawingError; }
+    [[nodiscard]] const QString& filterError() const { return m_filterError; }
+    [[nodiscard]] const std::vector<SiteKind>& kinds() const { return m_kinds; }
+    [[nodiscard]] const std::vector<Site>& sites() const { return m_sites; }
+
+    // Returns -1 if there is no such kind.
+    [[nodiscard]] int kindIndex(const QString& name) const;
+    [[nodiscard]] const SiteKind& kindOf(const Site& site) const;
+    [[nodiscard]] bool accepts(const Site& site, ResourceType type) const;
+
+    // Returns null if there is no such site; the pointer is valid until a site is added.
+    [[nodiscard]] const Site* site(int id) const;
+    [[nodiscard]] const Site* site(const QString& name) const;
+
+    [[nodiscard]] bool hasGroup(const QString& name) const { return m_groups.contains(name); }
+    // Both return the sites in the order of the file.
+    [[nodiscard]] std::vector<const Site*> sitesOfGroup(const QString& group) const;
+    [[nodiscard]] std::vector<const Site*> sitesAccepting(ResourceType type) const;
+
+private:
+    QString m_name;
+    QString m_drawingFile;
+    QString m_filterFile;
+    QString m_drawingError;
+    QString m_filterError;
+    std::vector<SiteKind> m_kinds;
+    std::vector<Site> m_sites;
+    QHash<int, int> m_byId; // indices into m_sites, here and in the next two
+    QHash<QString, int> m_byName;
+    QHash<QString, std::vector<int>> m_groups;
+};
+
+} // namespace mirn::zelengine

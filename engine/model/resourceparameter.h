@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "engine/model/resourcetype.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace mirn::zelengine {
+
+// A parameter that every resource of a type has: a number within bounds, or one of a few numbers. Values are texts in a
+// canonical spelling, so that equal values are equal texts.
+struct ResourceParameter
+{
+    QString key; // in files and commands
+    QString title; // for users
+    QString unit;
+    QString preset; // the value unless the design file or the user sets another
+    double minimum = 0;
+    double maximum = 0;
+    QStringList choices; // if not empty, the only values allowed
+
+    // Returns the value in its canonical spelling, rounded to thousandths: "100" for "100.0". Returns nothing if the
+    // value is not allowed.
+    [[nodiscard]] std::optional<QString> accepted(const QString& value) const;
+
+    // Describes the allowed values, for example "a number from 10 to 500".
+    [[nodiscard]] QString expectation() const;
+
+    // Returns, for example, "100 MHz".
+    [[nodiscard]] QString withUnit(const QString& value) const { return value + QLatin1Char(' ') + unit; }
+};
+
+// Empty for types without parameters.
+[[nodiscard]] const std::vector<ResourceParameter>& parametersOf(ResourceType type);
+
+// Returns null if the type has no such parameter.
+[[nodiscard]] const ResourceParameter* findParameter(ResourceType type, const QString& key);
+
+// The keys of the parameters of all types.
+[[nodiscard]] const QStringList& parameterKeys();
+
+} // namespace mirn::zelengine

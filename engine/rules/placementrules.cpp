@@ -1,0 +1,306 @@
+// SPDX-License-Identifier: MIT
+#include "engine/rules/placementrules.h"
+
+#include "engine/model/design.h"
+#include "engine/model/device.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace mirn::zelengine {
+
+namespace {
+
+bool contains(const std::vector<int>& list, int value)
+{
+    return std::find(list.begin(), list.end(), value) != list.end();
+}
+
+Proposal refused(Refusal refusal)
+{
+    return {{}, std::move(refusal)};
+}
+
+} // namespace
+
+PlacementRules::PlacementRules(const Device& device, const Design& design)
+    : m_device(device)
+    , m_design(design)
+{ }
+
+Proposal PlacementRules::propose(int index, int siteId) const
+{
+    const Site* site = m_device.site(siteId);
+    if (!site)
+        return refused(QStringLiteral("there is no site %1").arg(siteId));
+    const Resource& resource = m_design.resource(index);
+    Refusal refusal = refusalBySite(resource, *site);
+    if (!refusal.isEmpty())
+        return refused(std::move(refusal));
+    if (resource.type == ResourceType::Ip)
+        return proposeIp(index, *site);
+    Refusal refusalByOthers = refusalByType(index, *site);
+    return refusalByOthers.isEmpty() ? Proposal{{{index, site->id}}, {}} : refused(std::move(refusalByOthers));
+}
+
+// Applies the rules for the resource's type; the site must accept it.
+Refusal PlacementRules::refusalByType(int index, const Site& site) const
+{
+    switch (m_design.resource(index).type) {
+    case ResourceType::DcuChannel:
+        return refusalByChannels(index, site);
+    case ResourceType::ExtRef:
+    case ResourceType::Pll:
+        return refusalByServedUnits(index, site);
+    case ResourceType::Uvccio:
+        return refusalBySupplies(m_design.resource(index), site);
+    case ResourceType::Ip:
+    case ResourceType::Folder:
+        break;
+    }
+    return {};
+}
+
+std::vector<int> PlacementRules::sitesFor(int resource) const
+{
+    std::vector<int> result;
+    const ResourceType type = m_design.resource(resource).type;
+    if (type == ResourceType::Folder)
+        return result;
+    for (const Site* site : m_device.sitesAccepting(type)) {
+        if (propose(resource, site->id).isAllowed())
+            result.push_back(site->id);
+    }
+    return result;
+}
+
+Proposal PlacementRules::proposeReset(int resource) const
+{
+    Proposal proposal;
+    int fixed = -1;
+    for (int index : m_design.subtree(resource)) {
+        const Resource& part = m_design.resource(index);
+        if (part.fixed)
+            fixed = index;
+        else if (part.site >= 0)
+            proposal.placements.push_back({index, -1});
+    }
+    if (!proposal.placements.empty())
+        return proposal;
+    if (fixed < 0)
+        return refused(QStringLiteral("%1 is not placed").arg(m_design.resource(resource).path));
+    return refused(QStringLiteral("%1 is fixed on %2")
+                       .arg(m_design.resource(fixed).path, m_device.site(m_design.resource(fixed).site)->name));
+}
+
+// Applies the rules that hold for every type of resource.
+Refusal PlacementRules::refusalBySite(const Resource& resource, const Site& site) const
+{
+    if (resource.fixed)
+        return QStringLiteral("%1 is fixed on %2").arg(resource.path, m_device.site(resource.site)->name);
+    if (resource.type == ResourceType::Folder)
+        return QStringLiteral("%1 only groups others and cannot be placed itself").arg(resource.path);
+    if (!m_device.accepts(site, resource.type))
+        return QStringLiteral("%1 (%2) does not take resources of type %3")
+            .arg(site.name, m_device.kindOf(site).title, resourceTypeName(resource.type));
+    const int occupant = m_design.occupant(site.id);
+    if (occupant < 0)
+        return {};
+    const QString& present = m_design.resource(occupant).path;
+    return present == resource.path ? QStringLiteral("%1 is already on %2").arg(present, site.name)
+                                    : QStringLiteral("%1 is occupied by %2").arg(site.name, present);
+}
+
+Refusal PlacementRules::refusalByChannels(int channel, const Site& site) const
+{
+    const int ip = m_design.ipOf(channel);
+    if (ip < 0)
+        return {};
+    for (int other : m_design.partsOf(ip, ResourceType::DcuChannel)) {
+        const Site* otherSite = m_device.site(m_design.resource(other).site);
+        if (other == channel || !otherSite || areNeighbours(otherSite->group, site.group))
+            continue;
+        return QStringLiteral("%1 is in %2, which is not next to %3")
+            .arg(m_design.resource(other).path, otherSite->group, site.group);
+    }
+    return refusalByClocks(ip, site.group);
+}
+
+Refusal PlacementRules::refusalByServedUnits(int clock, const Site& site) const
+{
+    const bool isInUnit = !site.group.isEmpty() && !site.reaches.isEmpty();
+    if (isInUnit && !m_design.isFeeder(clock))
+        return QStringLiteral("%1 serves only %2, where %3 feeds nothing")
+            .arg(site.name, site.group, m_design.resource(clock).path);
+    const std::vector<int> ips = m_design.fedBy(clock);
+    if (site.reaches.isEmpty() && !ips.empty())
+        return QStringLiteral("%1 reaches no SerDes unit, but %2 feeds %3")
+            .arg(site.name, m_design.resource(clock).path, m_design.resource(ips.front()).path);
+    for (int ip : ips) {
+        for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
+            const Site* channelSite = m_device.site(m_design.resource(channel).site);
+            if (channelSite && !site.reaches.contains(channelSite->group))
+                return QStringLiteral("%1 does not reach %2, where %3 is")
+                    .arg(site.name, channelSite->group, m_design.resource(channel).path);
+        }
+    }
+    return {};
+}
+
+Refusal PlacementRules::refusalBySupplies(const Resource& supply, const Site& site) const
+{
+    if (supply.voltage.isEmpty() || site.group.isEmpty())
+        return {};
+    for (const Site* other : m_device.sitesOfGroup(site.group)) {
+        const int occupant = m_design.occupant(other->id);
+        if (occupant < 0 || m_design.resource(occupant).path == supply.path)
+            continue;
+        const Resource& present = m_design.resource(occupant);
+        if (!present.voltage.isEmpty() && present.voltage != supply.voltage)
+            return QStringLiteral("%1 needs %2, but %3 gives %4 to %5")
+                .arg(supply.path, supply.voltage, present.path, present.voltage, site.group);
+    }
+    return {};
+}
+
+// Checks that all placed clock sources reach the unit in which a channel of the IP would be placed.
+Refusal PlacementRules::refusalByClocks(int ip, const QString& unit) const
+{
+    for (int clock : m_design.clocksOf(ip)) {
+        const Site* site = m_device.site(m_design.resource(clock).site);
+        if (site && !site->reaches.contains(unit))
+            return QStringLiteral("%1 on %2 does not reach %3").arg(m_design.resource(clock).path, site->name, unit);
+    }
+    return {};
+}
+
+// The device file may name the neighbour on either side, because the order of placing must not matter.
+bool PlacementRules::areNeighbours(const QString& unit, const QString& other) const
+{
+    const auto isNamed = [this](const QString& name, const QString& by) {
+        const std::vector<QString> neighbours = neighboursOf(by);
+        return std::find(neighbours.begin(), neighbours.end(), name) != neighbours.end();
+    };
+    return unit == other || isNamed(unit, other) || isNamed(other, unit);
+}
+
+std::vector<QString> PlacementRules::neighboursOf(const QString& unit) const
+{
+    std::vector<QString> result;
+    for (const Site* site : m_device.sitesOfGroup(unit))
+        result.insert(result.end(), site->neighbours.begin(), site->neighbours.end());
+    return result;
+}
+
+bool PlacementRules::isInForce(const Proposal& proposal) const
+{
+    return std::all_of(proposal.placements.begin(), proposal.placements.end(),
+        [this](const Placement& placement) { return m_design.resource(placement.resource).site == placement.site; });
+}
+
+Refusal PlacementRules::refusalToRestore(const QString& path) const
+{
+    const int top = m_design.findRemoved(path);
+    if (top < 0)
+        return QStringLiteral("no resource \"%1\" was removed").arg(path);
+    const int parent = m_design.resource(top).parent;
+    if (parent >= 0 && m_design.find(m_design.resource(parent).path) < 0)
+        return QStringLiteral("%1 is part of %2, which is removed").arg(path, m_design.resource(parent).path);
+    for (int index : m_design.subtree(top)) {
+        const Site* site = m_device.site(m_design.restoredSite(index));
+        const int occupant = site ? m_design.occupant(site->id) : -1;
+        if (occupant >= 0)
+            return QStringLiteral("%1 is fixed on %2, which is occupied by %3")
+                .arg(m_design.resource(index).path, site->name, m_design.resource(occupant).path);
+    }
+    Design restored = m_design;
+    restored.restore(top);
+    return PlacementRules(m_device, restored).refusalOfPresent(top);
+}
+
+Refusal PlacementRules::refusalOfPresent(int top) const
+{
+    const std::vector<int> branch = m_design.subtree(top);
+    std::vector<int> concerned = branch;
+    for (int index : branch) {
+        if (m_design.resource(index).type != ResourceType::Ip)
+            continue;
+        const std::vector<int> clocks = m_design.clocksOf(index);
+        concerned.insert(concerned.end(), clocks.begin(), clocks.end());
+    }
+    for (int index : concerned) {
+        const Site* site = m_device.site(m_design.resource(index).site);
+        Refusal refusal = site ? refusalByType(index, *site) : Refusal();
+        if (!refusal.isEmpty())
+            return refusal;
+    }
+    return {};
+}
+
+// Uses the unit alone if all channels fit into it, else together with the first neighbour for which they fit.
+Proposal PlacementRules::proposeIp(int ip, const Site& site) const
+{
+    std::vector<int> channels;
+    for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
+        if (!m_design.resource(channel).fixed)
+            channels.push_back(channel);
+    }
+    const QString& path = m_design.resource(ip).path;
+    if (channels.empty())
+        return refused(QStringLiteral("%1 has no channel that could be moved").arg(path));
+    if (site.group.isEmpty())
+        return refused(QStringLiteral("%1 has no channels").arg(site.name));
+
+    Proposal proposal = fillUnits(ip, channels, {site.group});
+    if (proposal.isAllowed())
+        return isInForce(proposal) ? refused(QStringLiteral("%1 is already on %2").arg(path, site.name)) : proposal;
+    for (const QString& neighbour : neighboursOf(site.group)) {
+        Proposal wider = fillUnits(ip, channels, {site.group, neighbour});
+        if (wider.isAllowed())
+            return isInForce(wider) ? refused(QStringLiteral("%1 is already on %2").arg(path, site.name)) : wider;
+        proposal.refusal = wider.refusal;
+    }
+    return proposal;
+}
+
+// Assigns the channels to the free channel sites of the units, in order. A site that one of these channels occupies
+// counts as free. At least one channel goes into the first unit.
+Proposal PlacementRules::fillUnits(int ip, const std::vector<int>& channels, const std::vector<QString>& units) const
+{
+    const QString& path = m_design.resource(ip).path;
+    Proposal proposal;
+    for (const QString& unit : units) {
+        for (const Site* site : m_device.sitesOfGroup(unit)) {
+            const int occupant = m_design.occupant(site->id);
+            const bool free = occupant < 0 || contains(channels, occupant);
+            const std::size_t next = proposal.placements.size();
+            if (free && next < channels.size() && m_device.accepts(*site, ResourceType::DcuChannel))
+                proposal.placements.push_back({channels[next], site->id});
+        }
+        if (proposal.placements.empty())
+            return refused(QStringLiteral("%1 has no free channel").arg(unit));
+        Refusal refusal = refusalByClocks(ip, unit);
+        if (!refusal.isEmpty())
+            return refused(std::move(refusal));
+    }
+    if (proposal.placements.size() < channels.size())
+        return refused(
+            QStringLiteral("%1 has %2 channels to place, but %3 free in %4")
+                .arg(path, QString::number(channels.size()),
+                    proposal.placements.size() == 1 ? QStringLiteral("1 is")
+                                                    : QStringLiteral("%1 are").arg(proposal.placements.size()),
+                    units.size() == 1 ? units.front() : units.front() + QStringLiteral(" and ") + units.back()));
+    for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
+        const Site* fixed = m_device.site(m_design.resource(channel).site);
+        if (!m_design.resource(channel).fixed || !fixed)
+            continue;
+        for (const QString& unit : units) {
+            if (!areNeighbours(fixed->group, unit))
+                return refused(QStringLiteral("%1 is fixed in %2, which is not next to %3")
+                                   .arg(m_design.resource(channel).path, fixed->group, unit));
+        }
+    }
+    return proposal;
+}
+
+} // namespace mirn::zelengine

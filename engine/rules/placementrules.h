@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "engine/rules/refusal.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace mirn::zelengine {
+
+class Design;
+class Device;
+struct Resource;
+struct Site;
+
+struct Placement
+{
+    int resource = -1;
+    int site = -1; // id
+};
+
+// The answer to "may this go there": the placements it would cause, or one sentence that says why not.
+struct Proposal
+{
+    std::vector<Placement> placements;
+    Refusal refusal;
+
+    [[nodiscard]] bool isAllowed() const { return refusal.isEmpty(); }
+};
+
+// Decides where a resource may be placed; every question and every change goes through propose(). A site must be free
+// and of a kind that accepts the resource. The channels of one IP share one unit or neighbouring ones. A clock source
+// must reach every unit in which a channel that it serves is placed. The supplies of one bank have one voltage. An IP
+// is placed on a unit by placing its channels there, and in one neighbouring unit if that unit is too small.
+//
+// A state is legal if every placement in it is allowed. Every part of a legal state is legal, because no rule requires
+// that something is placed or exists. Therefore resets and removals are never refused, only placements and
+// restorations; and the placements of a legal state can be made in any order. Placement files rely on both: they hold
+// the removals, then the placements. A rule that breaks this loses saved work.
+class PlacementRules
+{
+public:
+    // Both must outlive the rules.
+    PlacementRules(const Device& device, const Design& design);
+
+    [[nodiscard]] Proposal propose(int resource, int siteId) const;
+
+    // The ids of all sites for which propose() has no objection.
+    [[nodiscard]] std::vector<int> sitesFor(int resource) const;
+
+    // The placements that a reset would remove: the resource and everything below it, as far as it is placed and not
+    // fixed.
+    [[nodiscard]] Proposal proposeReset(int resource) const;
+
+    // Why Design::restore() of this path is not possible: the resource is not removed, its parent is, one of its fixed
+    // parts has lost its site to another resource, or what returns would make the state illegal.
+    [[nodiscard]] Refusal refusalToRestore(const QString& path) const;
+    // Why the present placements of a resource and of everything below it, or of the clock sources that feed an IP
+    // among them, are illegal; empty if they are legal.
+    [[nodiscard]] Refusal refusalOfPresent(int resource) const;
+
+private:
+    [[nodiscard]] Refusal refusalByType(int resource, const Site& site) const;
+    [[nodiscard]] Refusal refusalBySite(const Resource& resource, const Site& site) const;
+    [[nodiscard]] Refusal refusalByChannels(int channel, const Site& site) const;
+    [[nodiscard]] Refusal refusalByServedUnits(int clock, const Site& site) const;
+    [[nodiscard]] Refusal refusalBySupplies(const Resource& supply, const Site& site) const;
+    [[nodiscard]] Refusal refusalByClocks(int ip, const QString& unit) const;
+    [[nodiscard]] bool areNeighbours(const QString& unit, const QString& other) const;
+    [[nodiscard]] std::vector<QString> neighboursOf(const QString& unit) const;
+
+    [[nodiscard]] bool isInForce(const Proposal& proposal) const;
+    [[nodiscard]] Proposal proposeIp(int ip, const Site& site) const;
+    [[nodiscard]] Proposal fillUnits(int ip, const std::vector<int>& channels, const std::vector<QString>& units) const;
+
+    const Device& m_device;
+    const Design& m_design;
+};
+
+} // namespace mirn::zelengine

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/painting/text/glyphmasks.h"
+
+#include "graphics/painting/raster/rasteriser.h"
+#include "graphics/painting/text/glyphpicture.h"
+
+#include <QImage>
+
+#include <algorithm>
+#include <cmath>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+// QPainter measures positions in 1/64 of a pixel, takes the nearest quarter of a pixel to the left, and rounds base
+// lines to whole pixels.
+constexpr int PositionUnit = 64;
+constexpr int PhaseBits = 2;
+
+struct PixelPosition
+{
+    PixelPosition(double x, double y)
+        : quarters((static_cast<int>(x * PositionUnit) + 1) >> 4)
+        , row(static_cast<int>(std::floor(y + 0.5)))
+    { }
+
+    [[nodiscard]] int column() const { return quarters >> PhaseBits; }
+    [[nodiscard]] int phase() const { return quarters & ((1 << PhaseBits) - 1); }
+
+    int quarters;
+    int row;
+};
+
+// The glyph is black on white, so its coverage is the difference from white.
+std::uint8_t coverageOf(QRgb pixel)
+{
+    return static_cast<std::uint8_t>(255 - qRed(pixel));
+}
+
+const QRgb* lineOf(const QImage& image, int y)
+{
+    return reinterpret_cast<const QRgb*>(image.constScanLine(y));
+}
+
+// Returns the part of the image that is not white.
+QRect coveredPart(const QImage& image)
+{
+    QRect covered;
+    for (int y = 0; y < image.height(); ++y) {
+        const QRgb* line = lineOf(image, y);
+        for (int x = 0; x < image.width(); ++x) {
+            if (coverageOf(line[x]) != 0)
+                covered |= QRect(x, y, 1, 1);
+        }
+    }
+    return covered;
+}
+
+} // namespace
+
+GlyphMasks::GlyphMasks(TextShaper& shaper)
+    : m_shaper(shaper)
+{ }
+
+void GlyphMasks::clear()
+{
+    m_masks.clear();
+    m_coverage.clear();
+}
+
+void GlyphMasks::setScale(double scale)
+{
+    if (scale == m_scale)
+        return;
+    m_scale = scale;
+    clear();
+}
+
+bool GlyphMasks::isReadyFor(const TextLabel& label, double x, double y) const
+{
+    const ShapedText* text = m_shaper.find(label);
+    const auto isMade = [&](const PlacedGlyph& glyph) {
+        const PixelPosition position(m_scale * glyph.x + x, m_scale * glyph.y + y);
+        const std::size_t index = static_cast<std::size_t>(glyph.number) * Phases + position.phase();
+        return index < m_masks.size() && m_masks[index].isMade;
+    };
+    return text && std::all_of(text->glyphs.begin(), text->glyphs.end(), isMade);
+}
+
+bool GlyphMasks::draw(const TextLabel& label, double x, double y, QRgb color, Rasteriser& rasteriser)
+{
+    const ShapedText& text = m_shaper.shape(label);
+    if (!text.isUsual)
+        return false;
+    for (const PlacedGlyph& glyph : text.glyphs) {
+        const PixelPosition position(m_scale * glyph.x + x, m_scale * glyph.y + y);
+        const Mask& shape = mask(glyph.number, position.phase());
+        if (shape.width > 0)
+            rasteriser.drawMask({position.column() + shape.left, position.row + shape.top, shape.width, shape.height,
+                                    m_coverage.data() + shape.coverage},
+                color);
+    }
+    return true;
+}
+
+const GlyphMasks::Mask& GlyphMasks::mask(int glyph, int phase)
+{
+    const std::size_t index = static_cast<std::size_t>(glyph) * Phases + phase;
+    if (index >= m_masks.size())
+        m_masks.resize(static_cast<std::size_t>(m_shaper.glyphCount()) * Phases);
+    Mask& found = m_masks[index];
+    if (!found.isMade)
+        make(found, glyph, phase);
+    return found;
+}
+
+void GlyphMasks::make(Mask& mask, int glyph, int phase)
+{
+    mask.isMade = true;
+    const TextShaper::Glyph& which = m_shaper.glyph(glyph);
+    const GlyphPicture picture
+        = glyphPicture(m_shaper.rawFont(which.font), which.index, m_scale, phase / double(Phases));
+    const QImage& image = picture.image;
+    if (image.isNull())
+        return;
+    const QRect covered = coveredPart(image);
+    mask.left = static_cast<std::int16_t>(covered.left() - picture.origin.x());
+    mask.top = static_cast<std::int16_t>(covered.top() - picture.origin.y());
+    mask.width = static_cast<std::int16_t>(CoverageMask::paddedWidth(covered.width()));
+    mask.height = static_cast<std::int16_t>(covered.height());
+    mask.coverage = m_coverage.size();
+    for (int y = covered.top(); y <= covered.bottom(); ++y) {
+        const QRgb* line = lineOf(image, y);
+        for (int x = covered.left(); x <= covered.right(); ++x)
+            m_coverage.push_back(coverageOf(line[x]));
+        m_coverage.insert(m_coverage.end(), mask.width - covered.width(), 0);
+    }
+}
+
+} // namespace mirn::zelchipview

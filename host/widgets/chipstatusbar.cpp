@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+#include "host/widgets/chipstatusbar.h"
+
+#include "host/widgets/legend.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QMessageBox>
+#include <QToolButton>
+
+#include <cmath>
+
+namespace mirn::zelchip {
+
+namespace {
+
+const char StyleSheet[] = R"(
+QStatusBar { border-top: 1px solid palette(mid); }
+QStatusBar::item { border: none; }
+QLabel { padding: 2px 8px; }
+QToolButton { border: none; padding: 2px 8px; color: #9a5b00; }
+)";
+
+constexpr int SignificantDigits = 3;
+constexpr int LargestPrecision = 9; // digits after the decimal point
+constexpr int ListedWarnings = 20; // with more, a message box could be taller than the screen
+
+// Formats with three significant digits, no exponent and no trailing zeros.
+QString plainNumber(double value)
+{
+    const int magnitude = value == 0 ? 0 : static_cast<int>(std::floor(std::log10(qAbs(value))));
+    QString text = QString::number(value, 'f', qBound(0, SignificantDigits - 1 - magnitude, LargestPrecision));
+    if (!text.contains(QLatin1Char('.')))
+        return text;
+    while (text.endsWith(QLatin1Char('0')))
+        text.chop(1);
+    return text.endsWith(QLatin1Char('.')) ? text.chopped(1) : text;
+}
+
+QString coordinateText(double value)
+{
+    const QString text = QString::number(value, 'f', 1);
+    return text == QLatin1String("-0.0") ? QStringLiteral("0.0") : text;
+}
+
+} // namespace
+
+QString positionText(const QPointF& position)
+{
+    return QStringLiteral("%1, %2").arg(coordinateText(position.x()), coordinateText(position.y()));
+}
+
+QString scaleText(double factor, double scale)
+{
+    return ChipStatusBar::tr("%1x  scale %2").arg(plainNumber(factor), plainNumber(scale));
+}
+
+ChipStatusBar::ChipStatusBar(QWidget* parent)
+    : QStatusBar(parent)
+    , m_element(new QLabel(this))
+    , m_warningButton(new QToolButton(this))
+{
+    setStyleSheet(QString::fromLatin1(StyleSheet));
+    setSizeGripEnabled(false);
+    m_element->setObjectName(QStringLiteral("element"));
+    m_element->setTextFormat(Qt::PlainText);
+    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long tooltip must not widen the window
+    policy.setRetainSizeWhenHidden(true); // and a message must not move the legend
+    m_element->setSizePolicy(policy);
+    addWidget(m_element, 1);
+    // Qt hides the widget itself, but only once the bar is shown, and shows it again at every new layout.
+    connect(this, &QStatusBar::messageChanged, m_element,
+        [this](const QString& message) { m_element->setVisible(message.isEmpty()); });
+    m_warningButton->setObjectName(QStringLiteral("warnings"));
+    m_warningButton->setToolTip(tr("What is drawn differently or not at all"));
+    m_warningButton->hide();
+    connect(m_warningButton, &QToolButton::clicked, this, &ChipStatusBar::showWarnings);
+    addPermanentWidget(m_warningButton);
+    addPermanentWidget(new Legend(this));
+    m_position = addSegment(QStringLiteral("position"), positionText(QPointF(-88888.8, -88888.8)));
+    m_scale = addSegment(QStringLiteral("scale"), scaleText(-0.888, -88.88));
+}
+
+// Adds a permanent part after a separator line. Its width is fixed, so that nothing moves when its text changes.
+QLabel* ChipStatusBar::addSegment(const QString& name, const QString& widestText)
+{
+    auto* label = new QLabel(this);
+    label->setObjectName(name);
+    label->setAlignment(Qt::AlignCenter);
+    label->setText(widestText);
+    label->ensurePolished();
+    label->setMinimumWidth(label->sizeHint().width());
+    label->clear();
+    auto* line = new QFrame(this);
+    line->setFrameStyle(QFrame::VLine | QFrame::Plain);
+    line->setForegroundRole(QPalette::Mid);
+    addPermanentWidget(line);
+    addPermanentWidget(label);
+    return label;
+}
+
+void ChipStatusBar::setSummary(const QString& summary)
+{
+    m_summary = summary;
+    clearPointer();
+}
+
+void ChipStatusBar::setWarnings(const QStringList& warnings)
+{
+    m_warnings = warnings;
+    m_warningButton->setText(warnings.size() == 1 ? tr("1 warning") : tr("%1 warnings").arg(warnings.size()));
+    m_warningButton->setVisible(!warnings.isEmpty());
+}
+
+void ChipStatusBar::showWarnings()
+{
+    auto* box = new QMessageBox(QMessageBox::Warning, tr("Warnings"),
+        m_warnings.mid(0, ListedWarnings).join(QLatin1Char('\n')), QMessageBox::Close, window());
+    if (m_warnings.size() > ListedWarnings)
+        box->setInformativeText(tr("and %1 more").arg(m_warnings.size() - ListedWarnings));
+    box->setTextFormat(Qt::PlainText);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void ChipStatusBar::showPointer(const QPointF& position, const QString& element)
+{
+    m_position->setText(positionText(position));
+    m_element->setText(element.isEmpty() ? m_summary : element);
+}
+
+void ChipStatusBar::clearPointer()
+{
+    m_position->clear();
+    m_element->setText(m_summary);
+}
+
+void ChipStatusBar::showScale(double factor, double scale)
+{
+    m_scale->setText(scaleText(factor, scale));
+}
+
+} // namespace mirn::zelchip
