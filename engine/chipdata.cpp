@@ -12,12 +12,12 @@ namespace mirn::zelengine {
 
 namespace {
 
-const std::string POPUP_KEY = "tovanel:popup";
-const std::string FILL_KEY = "fill";
+const std::string PopupKey = "tovanel:popup";
+const std::string FillKey = "fill";
 
 // The colour of a site that is occupied although a setting puts it out of use. Only the designer knows which of the two
 // is wrong.
-const std::string CONFLICT_FILL = "#d64541";
+const std::string ConflictFill = "#d64541";
 
 void describeOccupant(
     AttributeBag& bag, const Site& site, const SiteKind& kind, const Resource& occupant, const QString& conflict)
@@ -25,11 +25,11 @@ void describeOccupant(
     QString popup = QStringLiteral("%1 %2: %3").arg(kind.title, site.name, occupant.path);
     if (!conflict.isEmpty())
         popup += QStringLiteral("\nConflict: %1").arg(conflict);
-    bag.insert(POPUP_KEY, toEngineText(popup));
+    bag.insert(PopupKey, toEngineText(popup));
     if (!conflict.isEmpty())
-        bag.insert(FILL_KEY, CONFLICT_FILL);
+        bag.insert(FillKey, ConflictFill);
     else if (!kind.occupiedFill.isEmpty())
-        bag.insert(FILL_KEY, toEngineText(kind.occupiedFill));
+        bag.insert(FillKey, toEngineText(kind.occupiedFill));
 }
 
 } // namespace

@@ -18,7 +18,7 @@ namespace mirn::zelengine {
 
 namespace {
 
-constexpr unsigned int DCU_SETTINGS = 1; // the only kind of settings dialog
+constexpr unsigned int DcuSettings = 1; // the only kind of settings dialog
 
 QString noSuchResource(const QString& name)
 {
@@ -316,7 +316,7 @@ bool ReferenceEngine::hasDynamicDialog(const std::string* id)
 const std::map<std::string, std::vector<std::string>>* ReferenceEngine::getDynamicDialogValues(
     const std::string* id, unsigned int type)
 {
-    if (type != DCU_SETTINGS)
+    if (type != DcuSettings)
         return nullptr;
     m_offers = m_settings.offers(elementId(*id));
     return m_offers.empty() ? nullptr : &m_offers;
@@ -325,7 +325,7 @@ const std::map<std::string, std::vector<std::string>>* ReferenceEngine::getDynam
 int ReferenceEngine::setDynamicDialogValue(
     const std::string* id, unsigned int type, const std::string* key, const std::string* value)
 {
-    if (type != DCU_SETTINGS)
+    if (type != DcuSettings)
         return 0;
     const int site = elementId(*id);
     const QString keyText = fromEngineText(*key);

@@ -10,7 +10,7 @@ namespace mirn::zelengine {
 
 namespace {
 
-constexpr int SITE_COLUMN = 1;
+constexpr int SiteColumn = 1;
 
 // The view does not know the type "GROUP" and shows its general icon for it. Without a type the row would have no icon
 // and not line up with the others.
@@ -59,7 +59,7 @@ zeltreeviewcell* ResourceTree::root()
 
 const std::map<int, std::string>& ResourceTree::headers()
 {
-    static const std::map<int, std::string> headers{{0, "Resource"}, {SITE_COLUMN, "Site"}};
+    static const std::map<int, std::string> headers{{0, "Resource"}, {SiteColumn, "Site"}};
     return headers;
 }
 
@@ -125,7 +125,7 @@ ResourceTree::Node& ResourceTree::makeNode(const Design& design, const Device& d
     if (const Site* site = device.site(resource.site)) {
         node.site = toEngineText(site->name);
         node.id = std::to_string(site->id);
-        node.columns[SITE_COLUMN] = &node.site;
+        node.columns[SiteColumn] = &node.site;
         node.ids[0] = &node.id;
         node.cell.ids = &node.ids;
     }

@@ -11,8 +11,8 @@ namespace mirn::zeldevicegenerator {
 
 namespace {
 
-constexpr double LAYER_SCALE_STEP = 0.75; // between the scales at which successive layers appear
-constexpr double GAP = 0.1; // on each side, as a fraction of the cell
+constexpr double LayerScaleStep = 0.75; // between the scales at which successive layers appear
+constexpr double Gap = 0.1; // on each side, as a fraction of the cell
 
 // A generator of its own, because the standard distributions differ between libraries.
 class Random
@@ -74,14 +74,14 @@ private:
 void BenchmarkWriter::header()
 {
     append("<svg xmlns=\"http://www.w3.org/2000/svg\" xmlns:tovanel=\"urn:tovanel:chip-drawing\"");
-    attribute("width", BENCHMARK_SIZE);
-    attribute("height", BENCHMARK_SIZE);
+    attribute("width", BenchmarkSize);
+    attribute("height", BenchmarkSize);
     append(" tovanel:maximum-scale=\"6\">\n<metadata>\n");
     for (int layer = 0; layer < m_layers; ++layer) {
         append("<tovanel:layer number=\"");
         append(layer);
         append("\"");
-        attribute("minimum", layer == 0 ? 0.0 : 1.0 + layer * LAYER_SCALE_STEP);
+        attribute("minimum", layer == 0 ? 0.0 : 1.0 + layer * LayerScaleStep);
         append(" maximum=\"100\"/>\n");
     }
     append("</metadata>\n");
@@ -90,10 +90,10 @@ void BenchmarkWriter::header()
 // Of every twenty elements sixteen are rects, two lines, one a polygon and one a text.
 void BenchmarkWriter::element(int number)
 {
-    const double pitch = BENCHMARK_SIZE / m_columns;
+    const double pitch = BenchmarkSize / m_columns;
     const double shrink = 0.5 + m_random.below(50) / 100.0;
     const Cell cell{
-        (number % m_columns + GAP) * pitch, (number / m_columns + GAP) * pitch, (1 - 2 * GAP) * pitch * shrink};
+        (number % m_columns + Gap) * pitch, (number / m_columns + Gap) * pitch, (1 - 2 * Gap) * pitch * shrink};
     const int kind = number % 20;
     if (kind == 5 || kind == 15) {
         append("<line");

@@ -12,6 +12,6 @@ namespace mirn::zeldevicegenerator {
 [[nodiscard]] std::string benchmarkDrawing(int elements, int layers = 1);
 
 // The side of the square drawing, in scene units.
-inline constexpr double BENCHMARK_SIZE = 1000;
+inline constexpr double BenchmarkSize = 1000;
 
 } // namespace mirn::zeldevicegenerator

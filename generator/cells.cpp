@@ -7,15 +7,15 @@ namespace mirn::zeldevicegenerator {
 
 namespace {
 
-constexpr double CLOSE_SIZE = 1.2; // font size of names that are read close up
-constexpr double CLOSE_HEADER = 1.6;
-constexpr double CORNER = 2; // height of the strip that a name in the corner occupies
-constexpr double GAP = 0.5; // around the blocks inside a part
+constexpr double CloseSize = 1.2; // font size of names that are read close up
+constexpr double CloseHeader = 1.6;
+constexpr double Corner = 2; // height of the strip that a name in the corner occupies
+constexpr double Gap = 0.5; // around the blocks inside a part
 
 // Draws a label in the upper left corner of a box.
 void drawCornerName(SvgWriter& svg, const Box& box, const std::string& name)
 {
-    svg.label(box.inner(GAP, GAP, textWidth(name) * CLOSE_SIZE, CLOSE_SIZE), CLOSE_SIZE, name);
+    svg.label(box.inner(Gap, Gap, textWidth(name) * CloseSize, CloseSize), CloseSize, name);
 }
 
 void drawInside(SvgWriter& svg, const Part& part)
@@ -25,15 +25,15 @@ void drawInside(SvgWriter& svg, const Part& part)
         return;
     const int columns = part.columns;
     const int rows = (static_cast<int>(part.inside.size()) + columns - 1) / columns;
-    const double width = (part.box.width - GAP) / columns;
-    const double height = (part.box.height - CORNER - GAP) / rows;
+    const double width = (part.box.width - Gap) / columns;
+    const double height = (part.box.height - Corner - Gap) / rows;
     const std::string style = std::string(part.family) + "-fine";
     for (std::size_t i = 0; i < part.inside.size(); ++i) {
         const int column = static_cast<int>(i) % columns;
         const int row = static_cast<int>(i) / columns;
-        const Box place = part.box.inner(GAP + column * width, CORNER + row * height, width - GAP, height - GAP);
+        const Box place = part.box.inner(Gap + column * width, Corner + row * height, width - Gap, height - Gap);
         svg.rect(style.c_str(), place);
-        svg.label(place, CLOSE_SIZE, part.inside[i]);
+        svg.label(place, CloseSize, part.inside[i]);
     }
 }
 
@@ -71,7 +71,7 @@ void drawName(SvgWriter& svg, int layer, const Box& box, double size, const std:
 void drawHeader(SvgWriter& svg, const Box& box, double size, const std::string& name)
 {
     drawName(svg, LAYER_DETAIL_NAMES, box, size, name);
-    drawName(svg, LAYER_CLOSE_UP, box, CLOSE_HEADER, name);
+    drawName(svg, LAYER_CLOSE_UP, box, CloseHeader, name);
 }
 
 void drawWires(SvgWriter& svg, const char* style, const std::vector<std::pair<Point, Point>>& wires)

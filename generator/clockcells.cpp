@@ -138,7 +138,7 @@ void drawClockHub(SvgWriter& svg, const Site& site)
 // Draws a driver that taps the spine and drives the tiles on both sides.
 void drawRowClock(SvgWriter& svg, const Site& site)
 {
-    constexpr double REACH = 11; // drawing units from the driver to the tiles
+    constexpr double Reach = 11; // drawing units from the driver to the tiles
     const Box& box = site.box;
     const double middle = box.y + 8.25;
     drawBody(svg, LAYER_SITES, "clock", box);
@@ -149,8 +149,8 @@ void drawRowClock(SvgWriter& svg, const Site& site)
         svg.rect("clock-part", box.inner(7.5, 4.5, 5.5, 7.5));
     }
     drawWires(svg, "clock-wire",
-        {{{box.x - REACH, middle}, {box.x + 1, middle}}, {{box.x + 6.5, middle}, {box.x + 7.5, middle}},
-            {{box.x + 13, middle}, {box.right() + REACH, middle}}});
+        {{{box.x - Reach, middle}, {box.x + 1, middle}}, {{box.x + 6.5, middle}, {box.x + 7.5, middle}},
+            {{box.x + 13, middle}, {box.right() + Reach, middle}}});
     const auto layer = svg.layer(LAYER_FINE_NAMES);
     svg.label(box.inner(1, 4.5, 5.5, 7.5), 1.2, "LEFT");
     svg.label(box.inner(7.5, 4.5, 5.5, 7.5), 1.2, "RIGHT");

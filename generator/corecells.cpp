@@ -8,18 +8,18 @@ namespace {
 
 using Turn = SvgWriter::Turn;
 
-constexpr double LOGIC_HEADER = 3.6; // height of the strip with the tile's name
-constexpr int SLICES = 4;
-constexpr double SLICE_PITCH = 6.75;
+constexpr double LogicHeader = 3.6; // height of the strip with the tile's name
+constexpr int Slices = 4;
+constexpr double SlicePitch = 6.75;
 
 // Defines the switch box on the left and four slices, each with its look-up tables and registers.
 void defineLogic(SvgWriter& svg)
 {
     const auto definition = svg.definition("logic");
-    const Box switchBox{1, LOGIC_HEADER, 6, 26.4};
+    const Box switchBox{1, LogicHeader, 6, 26.4};
     std::vector<Box> slices;
-    for (int slice = 0; slice < SLICES; ++slice)
-        slices.push_back({9, LOGIC_HEADER + slice * SLICE_PITCH, 19, 6.15});
+    for (int slice = 0; slice < Slices; ++slice)
+        slices.push_back({9, LogicHeader + slice * SlicePitch, 19, 6.15});
     {
         const auto layer = svg.layer(LAYER_DETAIL);
         svg.rect("switch", switchBox);
@@ -43,12 +43,12 @@ void defineLogic(SvgWriter& svg)
 // Draws one half of the cell array of a block RAM with its word and bit lines.
 void drawArray(SvgWriter& svg, const Box& box)
 {
-    constexpr int LINES = 4;
+    constexpr int Lines = 4;
     drawBody(svg, LAYER_DETAIL, "memory-array", box);
     std::vector<std::pair<Point, Point>> wires;
-    for (int line = 1; line < LINES; ++line) {
-        const double x = box.x + line * box.width / LINES;
-        const double y = box.y + line * box.height / LINES;
+    for (int line = 1; line < Lines; ++line) {
+        const double x = box.x + line * box.width / Lines;
+        const double y = box.y + line * box.height / Lines;
         wires.push_back({{box.x, y}, {box.right(), y}});
         wires.push_back({{x, box.y}, {x, box.bottom()}});
     }

@@ -10,17 +10,17 @@ namespace {
 
 constexpr char POWER_DOWN[] = "POWER DOWN"; // a setting of both channels of a unit
 
-constexpr double RING_DEPTH = 54; // depth of the pad ring
-constexpr double PAD_PITCH = 17;
-constexpr double PAD_LENGTH = 15;
-constexpr double PAD_DEPTH = 28;
+constexpr double RingDepth = 54; // depth of the pad ring
+constexpr double PadPitch = 17;
+constexpr double PadLength = 15;
+constexpr double PadDepth = 28;
 
-constexpr int TILE_ROWS = 18;
-constexpr double TILE_WIDTH = 31; // pitch
-constexpr double TILE_HEIGHT = 33;
-constexpr double MACRO_WIDTH = 52; // pitch of the block RAM and DSP columns
-constexpr int MACRO_HEIGHT = 3; // in tiles
-constexpr double SPINE_GAP = 32; // between the tiles above and below the horizontal spine
+constexpr int TileRows = 18;
+constexpr double TileWidth = 31; // pitch
+constexpr double TileHeight = 33;
+constexpr double MacroWidth = 52; // pitch of the block RAM and DSP columns
+constexpr int MacroHeight = 3; // in tiles
+constexpr double SpineGap = 32; // between the tiles above and below the horizontal spine
 constexpr const char* COLUMNS[]
     = {"LLELLLDLLLELLL", "LLLELLLDLLLELL"}; // logic, block RAM, DSP; on each side of the spine
 
@@ -35,12 +35,12 @@ struct Bank
 };
 
 constexpr Bank BANKS[] = {
-    {"0", Side::Top, {80, 16, 515, RING_DEPTH}, 1, 30, "3.3 V"},
-    {"1", Side::Top, {605, 16, 515, RING_DEPTH}, 15, 30, "3.3 V"},
-    {"2", Side::Right, {1130, 80, RING_DEPTH, 316}, 1, 18, "2.5 V"},
-    {"3", Side::Right, {1130, 406, RING_DEPTH, 316}, 9, 18, "1.8 V"},
-    {"6", Side::Left, {16, 406, RING_DEPTH, 316}, 9, 18, "1.8 V"},
-    {"7", Side::Left, {16, 80, RING_DEPTH, 316}, 1, 18, "2.5 V"},
+    {"0", Side::Top, {80, 16, 515, RingDepth}, 1, 30, "3.3 V"},
+    {"1", Side::Top, {605, 16, 515, RingDepth}, 15, 30, "3.3 V"},
+    {"2", Side::Right, {1130, 80, RingDepth, 316}, 1, 18, "2.5 V"},
+    {"3", Side::Right, {1130, 406, RingDepth, 316}, 9, 18, "1.8 V"},
+    {"6", Side::Left, {16, 406, RingDepth, 316}, 9, 18, "1.8 V"},
+    {"7", Side::Left, {16, 80, RingDepth, 316}, 1, 18, "2.5 V"},
     {"8", Side::Bottom, {80, 732, 136, 112}, 1, 8, "3.3 V"},
 };
 
@@ -105,7 +105,7 @@ void Planner::regions()
     for (int row = 0; row < 2; ++row) {
         for (int column = 0; column < 2; ++column) {
             const std::string name = "Q" + std::to_string(row * 2 + column);
-            const Box box{CORE.x + 2 + column * 530.0, CORE.y + 2 + row * 330.0, halfWidth, halfHeight};
+            const Box box{Core.x + 2 + column * 530.0, Core.y + 2 + row * 330.0, halfWidth, halfHeight};
             add("REGION", row + 1, column + 1, name, name, box);
         }
     }
@@ -131,13 +131,13 @@ void Planner::padsOf(const Bank& bank)
     const int sideNumber = static_cast<int>(bank.side);
     const bool horizontal = bank.side == Side::Top || bank.side == Side::Bottom;
     const double length = horizontal ? bank.box.width : bank.box.height;
-    const double start = (length - bank.positions * PAD_PITCH) / 2 + (PAD_PITCH - PAD_LENGTH) / 2;
+    const double start = (length - bank.positions * PadPitch) / 2 + (PadPitch - PadLength) / 2;
     const EdgeCell ring{bank.side, bank.box};
     const std::string group = std::string("BANK") + bank.number;
     int pad = 0;
     int supply = 0;
     for (int position = 0; position < bank.positions; ++position) {
-        const Box box = ring.part(start + position * PAD_PITCH, 2, PAD_LENGTH, PAD_DEPTH);
+        const Box box = ring.part(start + position * PadPitch, 2, PadLength, PadDepth);
         if (position == bank.positions / 3 || position == bank.positions - 1 - bank.positions / 3) {
             ++supply;
             Site& site = add("VCCIO", std::stoi(bank.number) + 1, supply,
@@ -208,12 +208,12 @@ void Planner::channelsOf(int unit)
     for (int channel = 0; channel < 2; ++channel) {
         const std::string name = "CH" + std::to_string(channel);
         Site& site = add(
-            "CHANNEL", unit, channel, group + '_' + name, group, box.inner(4 + channel * 118, UNIT_HEADER, 62, 91));
+            "CHANNEL", unit, channel, group + '_' + name, group, box.inner(4 + channel * 118, UnitHeader, 62, 91));
         site.popup = "SerDes channel " + std::to_string(channel) + " of " + group;
         site.attributes = {{"channel", std::to_string(channel)}};
         site.disabledBy = {{name, {POWER_DOWN}}};
     }
-    Site& pll = add("TXPLL", unit, 0, group + "_TXPLL", group, box.inner(69, UNIT_HEADER, 50, 58));
+    Site& pll = add("TXPLL", unit, 0, group + "_TXPLL", group, box.inner(69, UnitHeader, 50, 58));
     pll.popup = "Transmit PLL of " + group;
     pll.reaches = {group};
 }
@@ -229,28 +229,28 @@ void Planner::references()
 
 void Planner::tiles()
 {
-    const double lefts[] = {CORE.x + 6, VERTICAL_SPINE.right() + 9};
+    const double lefts[] = {Core.x + 6, VerticalSpine.right() + 9};
     int logicColumn = 0;
     for (int half = 0; half < 2; ++half) {
         double x = lefts[half];
         for (const char* type = COLUMNS[half]; *type; ++type) {
             const bool logic = *type == 'L';
             tileColumn(*type, logic ? ++logicColumn : ++m_macroColumns[*type == 'D'], x);
-            x += logic ? TILE_WIDTH : MACRO_WIDTH;
+            x += logic ? TileWidth : MacroWidth;
         }
     }
 }
 
 void Planner::tileColumn(char type, int column, double x)
 {
-    const int height = type == 'L' ? 1 : MACRO_HEIGHT;
-    for (int row = 0; row < TILE_ROWS; row += height) {
-        const bool below = row >= TILE_ROWS / 2;
+    const int height = type == 'L' ? 1 : MacroHeight;
+    for (int row = 0; row < TileRows; row += height) {
+        const bool below = row >= TileRows / 2;
         const double y = tileTop(row);
         const std::string place = "R" + std::to_string(row / height + 1) + "C" + std::to_string(column);
-        const std::string region = "Q" + std::to_string((below ? 2 : 0) + (x > VERTICAL_SPINE.x ? 1 : 0));
-        const Box tile{x + 1, y + 1, TILE_WIDTH - 2, TILE_HEIGHT - 2};
-        const Box macro{x + 2, y + 1, MACRO_WIDTH - 4, TILE_HEIGHT * MACRO_HEIGHT - 2};
+        const std::string region = "Q" + std::to_string((below ? 2 : 0) + (x > VerticalSpine.x ? 1 : 0));
+        const Box tile{x + 1, y + 1, TileWidth - 2, TileHeight - 2};
+        const Box macro{x + 2, y + 1, MacroWidth - 4, TileHeight * MacroHeight - 2};
         const int number = row / height + 1;
         if (type == 'L')
             add("PFU", number, column, place, region, tile).popup
@@ -265,7 +265,7 @@ void Planner::tileColumn(char type, int column, double x)
 
 double Planner::tileTop(int row)
 {
-    return CORE.y + 8 + row * TILE_HEIGHT + (row >= TILE_ROWS / 2 ? SPINE_GAP : 0);
+    return Core.y + 8 + row * TileHeight + (row >= TileRows / 2 ? SpineGap : 0);
 }
 
 // Adds the hub where the spines cross, and a driver beside each row of tiles.
@@ -273,9 +273,9 @@ void Planner::clocks()
 {
     add("CLOCK", 0, 0, "CLKHUB", {}, {540, 391, 120, 20}).popup
         = "Clock hub: primary clock selection of the four regions";
-    for (int row = 0; row < TILE_ROWS; ++row) {
+    for (int row = 0; row < TileRows; ++row) {
         const std::string number = std::to_string(row + 1);
-        const Box box{VERTICAL_SPINE.x + 1, tileTop(row) + TILE_HEIGHT / 2 - 6.5, VERTICAL_SPINE.width - 2, 13};
+        const Box box{VerticalSpine.x + 1, tileTop(row) + TileHeight / 2 - 6.5, VerticalSpine.width - 2, 13};
         add("ROWCLOCK", row + 1, 0, "RCLK" + number, {}, box).popup = "Clock driver of row " + number;
     }
 }

@@ -16,14 +16,14 @@
 namespace mirn::zeldevicegenerator::halden {
 
 inline constexpr const char* DEVICE_NAME = "Halden H40";
-inline constexpr double WIDTH = 1200;
-inline constexpr double HEIGHT = 860;
+inline constexpr double Width = 1200;
+inline constexpr double Height = 860;
 
-inline constexpr Box DIE{6, 6, 1188, 848};
-inline constexpr Box CORE{80, 80, 1040, 642};
-inline constexpr Box VERTICAL_SPINE{592, 84, 16, 634};
-inline constexpr Box HORIZONTAL_SPINE{84, 393, 1032, 16};
-inline constexpr double UNIT_HEADER = 17; // height of the strip with the name of a dual-channel unit
+inline constexpr Box Die{6, 6, 1188, 848};
+inline constexpr Box Core{80, 80, 1040, 642};
+inline constexpr Box VerticalSpine{592, 84, 16, 634};
+inline constexpr Box HorizontalSpine{84, 393, 1032, 16};
+inline constexpr double UnitHeader = 17; // height of the strip with the name of a dual-channel unit
 
 // The kinds in the order in which they must be drawn: a site that contains others comes before them.
 [[nodiscard]] const std::vector<SiteKind>& siteKinds();

@@ -27,26 +27,26 @@ struct LayerRange
     double maximum;
 };
 
-inline constexpr double SCALE_STEP = 0.25;
-inline constexpr double MINIMUM_SCALE = 0.25;
-inline constexpr double MAXIMUM_SCALE = 5.0;
+inline constexpr double ScaleStep = 0.25;
+inline constexpr double MinimumScale = 0.25;
+inline constexpr double MaximumScale = 5.0;
 // Exceeds any scale that zooming to an element or fitting into a small window reaches.
-inline constexpr double ALWAYS = 100.0;
+inline constexpr double Always = 100.0;
 
 // Scale value s shows the drawing enlarged (1 + step)^((s - 1) / step) times: 1.5 is 1.6x, 2.5 is 3.8x, 3.5 is 9.3x,
 // 4.25 is 18x and 5 is 36x. A layer of names begins where its letters become about 8 pixels high.
 inline constexpr LayerRange LAYERS[LAYER_COUNT] = {
-    {"Outline", -ALWAYS, ALWAYS},
-    {"Sites", -ALWAYS, ALWAYS},
+    {"Outline", -Always, Always},
+    {"Sites", -Always, Always},
     {"Block names", 0.75, 2.25},
     {"Short names", 0.75, 1.25},
     {"Tile names", 1.5, 2.25},
-    {"Detail", 2.5, ALWAYS},
+    {"Detail", 2.5, Always},
     {"Detail names", 2.5, 3.75},
-    {"Headers", 2.5, ALWAYS},
-    {"Fine names", 3.5, ALWAYS},
-    {"Close-up", 4.0, ALWAYS},
-    {"Pin names", 4.25, ALWAYS},
+    {"Headers", 2.5, Always},
+    {"Fine names", 3.5, Always},
+    {"Close-up", 4.0, Always},
+    {"Pin names", 4.25, Always},
 };
 
 } // namespace mirn::zeldevicegenerator

@@ -11,9 +11,9 @@ using namespace mirn::zeldevicegenerator;
 
 namespace {
 
-constexpr int MAXIMUM_ELEMENTS = 10'000'000;
-constexpr int MAXIMUM_LAYERS = 100;
-constexpr int USAGE_ERROR = 2;
+constexpr int MaximumElements = 10'000'000;
+constexpr int MaximumLayers = 100;
+constexpr int UsageError = 2;
 
 int usage()
 {
@@ -21,7 +21,7 @@ int usage()
                  "       zelchip-device-generator benchmark ELEMENTS FOLDER [LAYERS]\n"
                  "sample writes the sample project into FOLDER, benchmark a drawing of that many elements\n"
                  "(benchmark-ELEMENTS.svg).\n";
-    return USAGE_ERROR;
+    return UsageError;
 }
 
 // Returns 0 if the text is not a number from 1 to `maximum`.
@@ -50,8 +50,8 @@ int main(int argc, char** argv)
         return write(sampleProject(), argv[2]);
     if ((argc != 4 && argc != 5) || std::strcmp(argv[1], "benchmark") != 0)
         return usage();
-    const int elements = countFrom(argv[2], MAXIMUM_ELEMENTS);
-    const int layers = argc == 5 ? countFrom(argv[4], MAXIMUM_LAYERS) : 1;
+    const int elements = countFrom(argv[2], MaximumElements);
+    const int layers = argc == 5 ? countFrom(argv[4], MaximumLayers) : 1;
     if (elements == 0 || layers == 0)
         return usage();
     return write({{"benchmark-" + std::to_string(elements) + ".svg", benchmarkDrawing(elements, layers)}}, argv[3]);

@@ -48,7 +48,7 @@ const char* padStyle(const Site& site)
 // Draws the strip between pads and core: the bank's name, or its I/O lanes at higher scales.
 void drawBank(SvgWriter& svg, const Site& site)
 {
-    constexpr double LANE = 60;
+    constexpr double Lane = 60;
     const EdgeCell cell{site.side, site.box};
     const double length = isUpright(site) ? site.box.height : site.box.width;
     const std::string number = site.name.substr(4);
@@ -56,7 +56,7 @@ void drawBank(SvgWriter& svg, const Site& site)
     drawBody(svg, LAYER_BASE, "bank", site.box);
     drawName(svg, LAYER_BLOCK_NAMES, cell.part(0, 32, length, 20), 10, "Bank " + number, turn);
 
-    const int lanes = static_cast<int>(length / LANE);
+    const int lanes = static_cast<int>(length / Lane);
     const double pitch = length / lanes;
     {
         const auto layer = svg.layer(LAYER_DETAIL);

@@ -39,15 +39,15 @@ DrawSite drawerOf(const std::string& kind)
 
 void drawGround(SvgWriter& svg)
 {
-    constexpr double TRACKS = 4;
+    constexpr double Tracks = 4;
     const auto layer = svg.layer(LAYER_BASE);
-    svg.rect("die", halden::DIE);
-    svg.rect("core", halden::CORE);
-    const Box& across = halden::HORIZONTAL_SPINE;
-    const Box& down = halden::VERTICAL_SPINE;
+    svg.rect("die", halden::Die);
+    svg.rect("core", halden::Core);
+    const Box& across = halden::HorizontalSpine;
+    const Box& down = halden::VerticalSpine;
     svg.rect("spine", across);
     svg.rect("spine", down);
-    for (int track = 0; track < TRACKS; ++track) {
+    for (int track = 0; track < Tracks; ++track) {
         const double offset = 3.5 + 3 * track;
         svg.line("clock-wire", {across.x, across.y + offset}, {across.right(), across.y + offset});
         svg.line("clock-wire", {down.x + offset, down.y}, {down.x + offset, down.bottom()});
@@ -58,7 +58,7 @@ void drawGround(SvgWriter& svg)
 
 SampleDrawing sampleDrawing(const std::vector<Site>& sites)
 {
-    SvgWriter svg(halden::WIDTH, halden::HEIGHT, halden::DEVICE_NAME, STYLE_SHEET);
+    SvgWriter svg(halden::Width, halden::Height, halden::DEVICE_NAME, STYLE_SHEET);
     {
         const auto definitions = svg.definitions();
         defineTiles(svg);

@@ -7,8 +7,8 @@ namespace mirn::zeldevicegenerator {
 
 namespace {
 
-constexpr double LANE_WIDTH = 27; // width of the receive or transmit half of a channel
-constexpr int PARALLEL_BITS = 8;
+constexpr double LaneWidth = 27; // width of the receive or transmit half of a channel
+constexpr int ParallelBits = 8;
 
 // Draws the coding sublayer of one direction: a frame with its name and four blocks.
 void drawCodingBlock(SvgWriter& svg, const Box& box, const std::string& name, const std::vector<std::string>& blocks)
@@ -31,9 +31,9 @@ void drawCodingBlock(SvgWriter& svg, const Box& box, const std::string& name, co
 // Draws the parallel data pins above a coding block.
 void drawBits(SvgWriter& svg, const Box& box, const char* prefix)
 {
-    const double pitch = box.width / PARALLEL_BITS;
+    const double pitch = box.width / ParallelBits;
     const auto layer = svg.layer(LAYER_PIN_NAMES);
-    for (int bit = 0; bit < PARALLEL_BITS; ++bit) {
+    for (int bit = 0; bit < ParallelBits; ++bit) {
         const Box place = box.inner(bit * pitch, 0, pitch, box.height);
         svg.label(place.inner(0, 0, pitch, 1), 0.8, prefix + std::to_string(bit));
         svg.line("channel-wire", {place.centerX(), place.y + 1.1}, {place.centerX(), place.bottom()});
@@ -55,7 +55,7 @@ void drawLane(SvgWriter& svg, const Box& lane, const std::vector<Part>& parts)
 void drawUnit(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
-    const Box header = box.inner(0, 0, box.width, halden::UNIT_HEADER);
+    const Box header = box.inner(0, 0, box.width, halden::UnitHeader);
     const Box auxiliary = box.inner(69, 78, 50, 30);
     drawBody(svg, LAYER_BASE, "unit", box);
     drawBody(svg, LAYER_BASE, "unit-part", auxiliary);
@@ -78,12 +78,12 @@ void drawChannel(SvgWriter& svg, const Site& site)
     drawName(svg, LAYER_BLOCK_NAMES, box, 11, site.name.substr(site.name.find('_') + 1));
     drawHeader(svg, box.inner(0, 0.5, box.width, 5), 4, site.name);
 
-    const Box receive = box.inner(3, 0, LANE_WIDTH, box.height);
-    const Box transmit = box.inner(32, 0, LANE_WIDTH, box.height);
-    drawCodingBlock(svg, receive.inner(0, 8, LANE_WIDTH, 30), "RX PCS", {"FIFO", "CTC", "ALIGN", "8B10B"});
-    drawCodingBlock(svg, transmit.inner(0, 8, LANE_WIDTH, 30), "TX PCS", {"FIFO", "8B10B", "PRBS", "POLAR"});
-    drawBits(svg, receive.inner(0, 5.6, LANE_WIDTH, 2.4), "RD");
-    drawBits(svg, transmit.inner(0, 5.6, LANE_WIDTH, 2.4), "TD");
+    const Box receive = box.inner(3, 0, LaneWidth, box.height);
+    const Box transmit = box.inner(32, 0, LaneWidth, box.height);
+    drawCodingBlock(svg, receive.inner(0, 8, LaneWidth, 30), "RX PCS", {"FIFO", "CTC", "ALIGN", "8B10B"});
+    drawCodingBlock(svg, transmit.inner(0, 8, LaneWidth, 30), "TX PCS", {"FIFO", "8B10B", "PRBS", "POLAR"});
+    drawBits(svg, receive.inner(0, 5.6, LaneWidth, 2.4), "RD");
+    drawBits(svg, transmit.inner(0, 5.6, LaneWidth, 2.4), "TD");
     drawLane(svg, receive,
         {{"channel", receive.inner(0, 41, 27, 11), 3.6, "DES", {"SAMPLER", "DEMUX", "CLOCK"}, 3},
             {"channel", receive.inner(0, 54, 27, 11), 3.6, "CDR", {"PHASE", "FILTER", "ROTATOR"}, 3},

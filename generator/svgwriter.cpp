@@ -11,8 +11,8 @@ namespace mirn::zeldevicegenerator {
 
 namespace {
 
-constexpr double CAP_HEIGHT = 0.73; // fraction of the font size, like LINE_HEIGHT
-constexpr double LINE_HEIGHT = 1.0;
+constexpr double CapHeight = 0.73; // fraction of the font size, like LineHeight
+constexpr double LineHeight = 1.0;
 
 std::string escaped(const std::string& text)
 {
@@ -99,8 +99,8 @@ SvgWriter::SvgWriter(double width, double height, const std::string& title, cons
              " xmlns:xlink=\"http://www.w3.org/1999/xlink\" xmlns:tovanel=\"urn:tovanel:chip-drawing\"\n    "
         + attribute("width", width) + attribute("height", height)
         + attribute("viewBox", "0 0 " + formatNumber(width) + ' ' + formatNumber(height)) + "\n    "
-        + attribute("tovanel:initial-scale", 1) + attribute("tovanel:minimum-scale", MINIMUM_SCALE)
-        + attribute("tovanel:maximum-scale", MAXIMUM_SCALE) + attribute("tovanel:scale-step", SCALE_STEP) + ">\n"
+        + attribute("tovanel:initial-scale", 1) + attribute("tovanel:minimum-scale", MinimumScale)
+        + attribute("tovanel:maximum-scale", MaximumScale) + attribute("tovanel:scale-step", ScaleStep) + ">\n"
         + " <title>" + escaped(title) + "</title>\n <metadata>\n" + layerTable() + " </metadata>\n <style>\n"
         + styleSheet + " </style>\n";
 }
@@ -162,12 +162,12 @@ void SvgWriter::label(const Box& box, double size, const std::string& text, Turn
 {
     const bool upright = turn == Turn::None;
     if (textWidth(text) * size > (upright ? box.width : box.height)
-        || LINE_HEIGHT * size > (upright ? box.height : box.width))
+        || LineHeight * size > (upright ? box.height : box.width))
         m_misfits.push_back(text);
 
     const Point center{box.centerX(), box.centerY()};
     indent();
-    m_text += "<text" + attribute("x", center.x) + attribute("y", center.y + CAP_HEIGHT / 2 * size)
+    m_text += "<text" + attribute("x", center.x) + attribute("y", center.y + CapHeight / 2 * size)
         + attribute("font-size", size);
     if (!upright)
         m_text += attribute("transform",

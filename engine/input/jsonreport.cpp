@@ -12,23 +12,23 @@ namespace mirn::zelengine {
 
 namespace {
 
-constexpr int MAXIMUM_WARNINGS = 20;
-constexpr int MAXIMUM_VALUE_LENGTH = 80; // characters of a quoted value in a message
-constexpr int MAXIMUM_MESSAGE_LENGTH = 1000;
+constexpr int MaximumWarnings = 20;
+constexpr int MaximumValueLength = 80; // characters of a quoted value in a message
+constexpr int MaximumMessageLength = 1000;
 
 // A value may be as long as the file, and so may the list of what is expected.
 QString withShortValues(const QString& message)
 {
     QStringList parts = message.split(QLatin1Char('"'));
     for (int i = 1; i < parts.size(); i += 2) {
-        if (parts.at(i).size() > MAXIMUM_VALUE_LENGTH)
-            parts[i] = parts.at(i).left(MAXIMUM_VALUE_LENGTH) + QStringLiteral("...");
+        if (parts.at(i).size() > MaximumValueLength)
+            parts[i] = parts.at(i).left(MaximumValueLength) + QStringLiteral("...");
     }
     const QString result = parts.join(QLatin1Char('"'));
     // The reason is at the beginning or at the end of the message, so the middle can go.
-    return result.size() <= MAXIMUM_MESSAGE_LENGTH
+    return result.size() <= MaximumMessageLength
         ? result
-        : result.left(MAXIMUM_MESSAGE_LENGTH / 2) + QStringLiteral("...") + result.right(MAXIMUM_MESSAGE_LENGTH / 2);
+        : result.left(MaximumMessageLength / 2) + QStringLiteral("...") + result.right(MaximumMessageLength / 2);
 }
 
 QString reasonOf(const QJsonParseError& error)
@@ -67,7 +67,7 @@ void JsonReport::fail(const JsonPath& path, const QString& message)
 
 void JsonReport::warn(const JsonPath& path, JsonLocator::Target target, const QString& message)
 {
-    if (m_warnings.size() < MAXIMUM_WARNINGS)
+    if (m_warnings.size() < MaximumWarnings)
         m_warnings.append(located(JsonLocator(m_text).locate(path, target), message));
 }
 
