@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QString>
 
+#include <cstddef>
+
 class zel_SingleGraphItem;
 
 namespace mirn::zelchipview {
@@ -34,6 +36,10 @@ public:
     ZELGraphicItemAttribute();
     ~ZELGraphicItemAttribute() override = 0;
 
+    // Attributes lie together in memory, in the order of their making: each full repaint reads those that a host holds.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* attribute, std::size_t size);
+
     // Returns a pointer to the member that holds the value for `key`, or null if this kind of element does not serve
     // the key. The attribute keeps the ownership.
     [[nodiscard]] virtual void* getAttribute(zelgraphic_attribute_key key);
@@ -55,6 +61,7 @@ public:
 
 private:
     friend class AttributeRegistry;
+    friend class DisplayList;
     friend class ElementIndex;
 
     bool m_isHandedOut = false; // a host holds a pointer to it and may change the values at any time

@@ -97,7 +97,6 @@ private:
     ZELGraphicItemAttribute* const m_attribute;
     int m_place = Nowhere; // index in the scene's DisplayList
     bool m_isPending;
-    bool m_isWatched = false; // the scene's ElementIndex checks the attribute for changes
 };
 
 } // namespace mirn::zelchipview

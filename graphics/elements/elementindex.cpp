@@ -64,7 +64,6 @@ void ElementIndex::remove(ChipElement* element)
     m_textCount -= element->kind() == ZEL_GRAPHIC_TEXT ? 1 : 0;
     element->m_slot = ChipElement::Nowhere;
     element->m_place = ChipElement::Nowhere;
-    element->m_isWatched = false;
     m_qtPainted.remove(element);
     ++m_gaps;
     ++m_version;
@@ -92,8 +91,7 @@ void ElementIndex::watch(int loadNumber, int elementId)
 
 void ElementIndex::watch(ChipElement* element)
 {
-    if (!std::exchange(element->m_isWatched, true))
-        m_watched.push_back(element->m_slot);
+    m_watched.push_back(element->m_slot);
 }
 
 std::vector<ChipElement*> ElementIndex::watched() const

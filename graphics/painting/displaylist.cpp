@@ -5,6 +5,7 @@
 #include "graphics/elements/elementindex.h"
 #include "graphics/elements/enlarged.h"
 #include "graphics/elements/paintrules.h"
+#include "graphics/zelgraphicitemattribute.h"
 
 #include <QLineF>
 #include <QPolygonF>
@@ -40,6 +41,19 @@ QRectF textBounds(const Primitive& text)
     return enlarged(QRectF(text.a, text.b, 0, 0), length + tabs + DocumentMargin);
 }
 
+// Returns the value that the attribute serves under `key`, or a default-constructed one.
+template <typename Value> Value valueOf(ZELGraphicItemAttribute& attribute, zelgraphic_attribute_key key)
+{
+    const void* data = attribute.getAttribute(key);
+    return data ? *static_cast<const Value*>(data) : Value();
+}
+
+// Comparing bytes treats an unchanged NaN as unchanged.
+bool isSame(const Primitive& one, const Primitive& other)
+{
+    return std::memcmp(&one, &other, sizeof(Primitive)) == 0;
+}
+
 } // namespace
 
 void DisplayList::update(ElementIndex& index)
@@ -58,9 +72,11 @@ void DisplayList::take(ElementIndex& index)
     m_indexVersion = index.version();
     m_elements = index.inPaintOrder();
     m_primitives.clear();
+    m_attributes.clear();
     m_corners.clear();
     m_textCount = 0;
     m_primitives.reserve(m_elements.size());
+    m_attributes.reserve(m_elements.size());
     m_layers.clear();
     m_layerIndexes.clear();
     for (ChipElement* element : m_elements)
@@ -95,37 +111,37 @@ void DisplayList::append(ChipElement* element)
         made.kind = Primitive::Rect;
         setRect(made, element->value<QRectF>(ATTR_RECT));
     }
-    readLook(*element, made);
+    readLook(*element->m_attribute, made);
     m_primitives.push_back(made);
+    m_attributes.push_back(element->m_attribute);
 }
 
 // Reads the values that an item's own paint() reads at every paint.
-void DisplayList::readLook(const ChipElement& element, Primitive& primitive)
+void DisplayList::readLook(ZELGraphicItemAttribute& attribute, Primitive& primitive)
 {
-    const ZELGraphicItemAttribute& attribute = *element.attribute();
     primitive.elementId = attribute.itemId;
     if (m_layers.empty() || primitive.layer >= m_layers.size() || m_layers[primitive.layer] != attribute.layer)
         primitive.layer = layerIndex(attribute.layer);
     if (primitive.kind != Primitive::Line)
-        primitive.fillColor = element.value<unsigned int>(ATTR_FILL_COLOR);
+        primitive.fillColor = valueOf<unsigned int>(attribute, ATTR_FILL_COLOR);
     if (primitive.kind == Primitive::Text) {
-        readText(element, primitive);
+        readText(attribute, primitive);
     } else if (primitive.kind != Primitive::Polygon) {
-        primitive.strokeColor = element.value<unsigned int>(ATTR_STROKE_COLOR);
-        primitive.strokeWidth = element.value<double>(ATTR_STROKE_WIDTH);
+        primitive.strokeColor = valueOf<unsigned int>(attribute, ATTR_STROKE_COLOR);
+        primitive.strokeWidth = valueOf<double>(attribute, ATTR_STROKE_WIDTH);
     }
     if (primitive.kind == Primitive::Line) {
-        const auto line = element.value<QLineF>(ATTR_LINE);
+        const auto line = valueOf<QLineF>(attribute, ATTR_LINE);
         setRect(primitive, QRectF(line.x1(), line.y1(), line.x2(), line.y2()));
     }
 }
 
-void DisplayList::readText(const ChipElement& element, Primitive& primitive)
+void DisplayList::readText(ZELGraphicItemAttribute& attribute, Primitive& primitive)
 {
-    const auto text = element.value<QString>(ATTR_TEXT);
-    const auto family = element.value<QString>(ATTR_FONT_FAMILY);
-    const auto fontSize = element.value<double>(ATTR_FONT_SIZE);
-    primitive.c = element.value<int>(ATTR_ROTATION);
+    const auto text = valueOf<QString>(attribute, ATTR_TEXT);
+    const auto family = valueOf<QString>(attribute, ATTR_FONT_FAMILY);
+    const auto fontSize = valueOf<double>(attribute, ATTR_FONT_SIZE);
+    primitive.c = valueOf<int>(attribute, ATTR_ROTATION);
     primitive.d = paintrules::textPixelSize(fontSize);
     const TextLabel* label = primitive.label;
     if (!label || label->text != text || m_labels.font(label->font).pixelSize() != primitive.d
@@ -140,9 +156,8 @@ bool DisplayList::takeOver(ElementIndex& index, ChipElement& element)
         return false;
     const Primitive before = m_primitives[place];
     Primitive now = before;
-    readLook(element, now);
-    // Comparing bytes treats an unchanged NaN as unchanged.
-    if (std::memcmp(&before, &now, sizeof(Primitive)) == 0)
+    readLook(*element.m_attribute, now);
+    if (isSame(before, now))
         return false;
     const QRectF boundsBefore = boundsOf(place);
     m_primitives[place] = now;
@@ -152,6 +167,13 @@ bool DisplayList::takeOver(ElementIndex& index, ChipElement& element)
     if (now.layer != before.layer)
         index.changeLayer(&element);
     return true;
+}
+
+bool DisplayList::isOutdated(int place)
+{
+    Primitive now = m_primitives[place];
+    readLook(*m_attributes[place], now);
+    return !isSame(m_primitives[place], now);
 }
 
 std::vector<ChipElement*> DisplayList::takeOver(ElementIndex& index, const QRectF& area)
@@ -168,9 +190,8 @@ std::vector<ChipElement*> DisplayList::takeOver(ElementIndex& index, const QRect
         return changed;
     }
     for (int place : placesIn(area)) {
-        ChipElement* element = m_elements[place];
-        if (element->m_isWatched && takeOver(index, *element))
-            changed.push_back(element);
+        if (m_attributes[place]->m_isHandedOut && isOutdated(place) && takeOver(index, *m_elements[place]))
+            changed.push_back(m_elements[place]);
     }
     return changed;
 }

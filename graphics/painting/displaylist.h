@@ -13,6 +13,7 @@ namespace mirn::zelchipview {
 
 class ChipElement;
 class ElementIndex;
+class ZELGraphicItemAttribute;
 
 // The values that painting an element needs, packed so that the frequent kinds are painted without following a pointer.
 struct Primitive
@@ -98,12 +99,14 @@ public:
 private:
     void take(ElementIndex& index);
     void append(ChipElement* element);
-    void readLook(const ChipElement& element, Primitive& primitive);
-    void readText(const ChipElement& element, Primitive& primitive);
+    void readLook(ZELGraphicItemAttribute& attribute, Primitive& primitive);
+    void readText(ZELGraphicItemAttribute& attribute, Primitive& primitive);
+    [[nodiscard]] bool isOutdated(int place);
     [[nodiscard]] unsigned layerIndex(int layer);
 
     std::vector<Primitive> m_primitives;
     std::vector<ChipElement*> m_elements; // the element of the primitive at the same place
+    std::vector<ZELGraphicItemAttribute*> m_attributes; // that element's attribute, to compare it without the element
     std::vector<QPointF> m_corners; // the corners of all polygons
     int m_textCount = 0;
     std::vector<int> m_layers;
