@@ -2,7 +2,9 @@
 #include "graphics/hovertext.h"
 
 #include <QPlainTextEdit>
+#include <QTextDocument>
 #include <QWindow>
+#include <QtMath>
 
 namespace mirn::zelchipview {
 
@@ -26,6 +28,14 @@ protected:
     }
 };
 
+// Returns the size at which the window shows all of its text.
+QSize sizeFor(const QPlainTextEdit& window)
+{
+    const int border = qCeil(window.document()->documentMargin()) + window.frameWidth();
+    const QSize text = window.fontMetrics().size(0, window.toPlainText());
+    return text + QSize(2 * border, 2 * border);
+}
+
 } // namespace
 
 void HoverText::create(QWidget* view)
@@ -36,6 +46,9 @@ void HoverText::create(QWidget* view)
     m_window->setAttribute(Qt::WA_ShowWithoutActivating);
     m_window->setFocusPolicy(Qt::NoFocus);
     m_window->setAcceptDrops(false);
+    m_window->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_window->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_window->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_window->resize(WindowSize);
 }
 
@@ -44,8 +57,10 @@ void HoverText::show(const QString& text, const void* owner)
     if (!m_window)
         return;
     m_owner = owner;
-    if (m_window->toPlainText() != text) // laying out the document costs more than the rest of a drag move
+    if (m_window->toPlainText() != text) { // laying out the document costs more than the rest of a drag move
         m_window->setPlainText(text);
+        m_window->resize(WindowSize.expandedTo(sizeFor(*m_window)));
+    }
     m_window->setVisible(!text.isEmpty());
 }
 

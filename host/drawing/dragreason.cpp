@@ -8,6 +8,7 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/elementprobe.h"
 
+#include <QCursor>
 #include <QDragMoveEvent>
 #include <QTreeWidget>
 
@@ -33,46 +34,102 @@ DragReason::DragReason(zelchipview::ZelGraphicsView* view, QTreeWidget* tree, co
     , m_engine(engine)
 {
     view->viewport()->installEventFilter(this);
+    tree->viewport()->installEventFilter(this);
 }
 
 bool DragReason::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == m_view->viewport())
+        watchDrawing(event);
+    else
+        watchTree(event);
+    return QObject::eventFilter(watched, event);
+}
+
+void DragReason::watchDrawing(QEvent* event)
+{
     switch (event->type()) {
-    case QEvent::DragMove:
-        tell(reasonAt(positionOf(*static_cast<QDragMoveEvent*>(event))));
+    case QEvent::DragMove: {
+        const QPoint position = positionOf(*static_cast<QDragMoveEvent*>(event));
+        tell(reasonAt(position), m_view->viewport()->mapToGlobal(position));
         break;
-    case QEvent::DragLeave: // also sent when a drag is cancelled
+    }
+    case QEvent::DragLeave: // also sent when a drag is cancelled, and instead of a drop that is refused
+        end(m_view->viewport()->rect().contains(m_view->viewport()->mapFromGlobal(QCursor::pos())));
+        break;
     case QEvent::Drop:
-        zelchipview::ZELChipViewDatabase::getInstance()->clearHighlightedProbPlaceItems();
-        tell({});
+        end(true);
         break;
     default:
         break;
     }
-    return QObject::eventFilter(watched, event);
+}
+
+// The tree ignores the pointer on a row that cannot be dragged.
+void DragReason::watchTree(QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease)
+        m_isRowToldAbout = false;
+    if (event->type() != QEvent::MouseMove || m_isRowToldAbout)
+        return;
+    const auto* move = static_cast<QMouseEvent*>(event);
+    const QList<QTreeWidgetItem*> rows = m_tree->selectedItems();
+    if (!(move->buttons() & Qt::LeftButton) || rows.isEmpty() || rows.first()->data(0, zelchipview::DRAGABLE).toBool())
+        return;
+    m_isRowToldAbout = true;
+    const QString reason = reasonToStay();
+    if (!reason.isEmpty())
+        Q_EMIT refused(reason, m_tree->viewport()->mapToGlobal(move->pos()));
+}
+
+int DragReason::draggedResource() const
+{
+    const QList<QTreeWidgetItem*> rows = m_tree->selectedItems();
+    return rows.isEmpty() ? -1 : m_engine.design().find(rows.first()->data(0, zelchipview::RESOURCENAME).toString());
 }
 
 QString DragReason::reasonAt(QPoint position) const
 {
-    const QList<QTreeWidgetItem*> rows = m_tree->selectedItems();
     const zelchipview::ZELGraphicItemAttribute* element = elementAt(*m_view, position);
-    if (rows.isEmpty() || !element)
-        return {};
-    const QString resource = rows.first()->data(0, zelchipview::RESOURCENAME).toString();
-    const int index = m_engine.design().find(resource);
-    if (index < 0)
+    const int resource = draggedResource();
+    if (resource < 0 || !element)
         return {};
     if (!m_engine.device().site(element->itemId))
         return tr("%1 takes no resource").arg(describeElement(*element));
-    return m_engine.rules().propose(index, element->itemId).refusal.sentence();
+    return m_engine.rules().propose(resource, element->itemId).refusal.sentence();
 }
 
-void DragReason::tell(const QString& reason)
+// Why the selected row cannot be dragged.
+QString DragReason::reasonToStay() const
 {
-    if (reason == m_reason)
-        return;
+    const int index = draggedResource();
+    if (index < 0)
+        return tr("This row holds resources. Drag one of them.");
+    const zelengine::Resource& resource = m_engine.design().resource(index);
+    const zelengine::Site* site = m_engine.device().site(resource.site);
+    if (site && resource.fixed)
+        return tr("%1 is fixed on %2 by the design").arg(resource.path, site->name);
+    if (site)
+        return tr("%1 is placed on %2. Reset it to place it elsewhere").arg(resource.path, site->name);
+    return tr("%1 cannot be dragged while parts of it are placed").arg(resource.path);
+}
+
+void DragReason::tell(const QString& reason, QPoint position)
+{
+    m_position = position;
+    const bool isNew = reason != m_reason;
     m_reason = reason;
-    Q_EMIT changed(reason);
+    if (isNew || !reason.isEmpty())
+        Q_EMIT changed(reason, position);
+}
+
+void DragReason::end(bool isOverDrawing)
+{
+    zelchipview::ZELChipViewDatabase::getInstance()->clearHighlightedProbPlaceItems();
+    const QString reason = m_reason;
+    tell({}, m_position);
+    if (isOverDrawing && !reason.isEmpty())
+        Q_EMIT refused(reason, m_position);
 }
 
 } // namespace mirn::zelchip

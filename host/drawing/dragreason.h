@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPoint>
 #include <QString>
 
 class QTreeWidget;
@@ -15,8 +16,9 @@ class ZelGraphicsView;
 
 namespace mirn::zelchip {
 
-// Watches drags over the drawing. It reports why the site under the pointer does not accept the resource, and clears
-// the highlighted probable sites when the drag ends. It is a child of the view; engine and tree must live as long.
+// Watches drags from the tree to the drawing. It reports why the site under the pointer does not accept the resource,
+// or why a row cannot be dragged, and clears the highlighted probable sites when the drag ends. It is a child of the
+// view; engine and tree must live as long.
 class DragReason final : public QObject
 {
     Q_OBJECT
@@ -28,16 +30,26 @@ public:
 Q_SIGNALS:
     // Emitted with an empty text if there is nothing to say: the site accepts the resource, there is no site, or the
     // drag ended.
-    void changed(const QString& reason);
+    void changed(const QString& reason, QPoint globalPosition);
+
+    // Emitted after the last change() of a drag that ended with nothing placed for this reason.
+    void refused(const QString& reason, QPoint globalPosition);
 
 private:
+    void watchDrawing(QEvent* event);
+    void watchTree(QEvent* event);
+    [[nodiscard]] int draggedResource() const;
     [[nodiscard]] QString reasonAt(QPoint position) const;
-    void tell(const QString& reason);
+    [[nodiscard]] QString reasonToStay() const;
+    void tell(const QString& reason, QPoint position);
+    void end(bool isOverDrawing);
 
     zelchipview::ZelGraphicsView* const m_view;
     QTreeWidget* const m_tree;
     const zelengine::ReferenceEngine& m_engine;
     QString m_reason;
+    QPoint m_position; // of the pointer on the screen
+    bool m_isRowToldAbout = false; // since the button went down on it
 };
 
 } // namespace mirn::zelchip

@@ -5,6 +5,7 @@
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/drawingfit.h"
+#include "host/drawing/viewhistory.h"
 #include "platform/contract/zelparameter.h"
 
 #include <QApplication>
@@ -134,11 +135,9 @@ void PointerGestures::zoomToBand(const QRect& band, QMouseEvent& release)
 void PointerGestures::zoomInAt(QPoint position, QMouseEvent& release)
 {
     const QPointF place = m_view->mapToScene(position);
-    const QTransform transform = m_view->transform();
-    const double scale = m_view->currentScale();
+    const ViewedPart before = viewedPart(*m_view);
     letTheViewFinish(release);
-    m_view->setTransform(transform * QTransform::fromScale(1 / scale, 1 / scale));
-    m_view->setCurrentScale(scale); // multiplies the transform
+    showPart(*m_view, before);
     m_view->zoomIn();
     const QPoint way = m_view->mapFromScene(place) - position;
     scrollBy(m_view->horizontalScrollBar(), way.x());

@@ -1,16 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "host/drawing/viewprobe.h"
 
+#include "engine/model/device.h"
+#include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/elementprobe.h"
+#include "host/drawing/sitetext.h"
 
 #include <QMouseEvent>
 
 namespace mirn::zelchip {
 
-ViewProbe::ViewProbe(zelchipview::ZelGraphicsView* view)
+ViewProbe::ViewProbe(zelchipview::ZelGraphicsView* view, const zelengine::Device& device)
     : QObject(view)
     , m_view(view)
+    , m_device(device)
 {
     m_view->viewport()->setMouseTracking(true);
     m_view->viewport()->installEventFilter(this);
@@ -40,7 +44,9 @@ bool ViewProbe::eventFilter(QObject* watched, QEvent* event)
 void ViewProbe::probe()
 {
     const zelchipview::ZELGraphicItemAttribute* element = elementAt(*m_view, m_pointer);
-    Q_EMIT pointerMoved(m_view->mapToScene(m_pointer), element ? describeElement(*element) : QString());
+    const zelengine::Site* site = element ? m_device.site(element->itemId) : nullptr;
+    Q_EMIT pointerMoved(m_view->mapToScene(m_pointer), element ? describeElement(*element) : QString(),
+        site ? placeOf(*site) : QString());
 }
 
 // Zooming and scrolling always end in a paint, and both move the drawing under a pointer that does not move.

@@ -6,6 +6,9 @@
 #include <QString>
 #include <QTransform>
 
+namespace mirn::zelengine {
+class Device;
+}
 namespace mirn::zelchipview {
 class ZelGraphicsView;
 }
@@ -18,7 +21,8 @@ class ViewProbe final : public QObject
 {
     Q_OBJECT
 public:
-    explicit ViewProbe(zelchipview::ZelGraphicsView* view);
+    // The device must live as long as the view.
+    ViewProbe(zelchipview::ZelGraphicsView* view, const zelengine::Device& device);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -26,8 +30,9 @@ public:
     void update();
 
 Q_SIGNALS:
-    // `position` is in scene units; `element` is empty if there is none.
-    void pointerMoved(const QPointF& position, const QString& element);
+    // `position` is in scene units; `element` is empty if there is none, and `site`, its place in the device, if it is
+    // not a site.
+    void pointerMoved(const QPointF& position, const QString& element, const QString& site);
     void pointerLeft();
 
     // `factor` is screen pixels per scene unit; `scale` is the value that the ranges of layers are compared with.
@@ -37,6 +42,7 @@ private:
     void probe();
 
     zelchipview::ZelGraphicsView* const m_view;
+    const zelengine::Device& m_device;
     QPoint m_pointer; // last seen position, in viewport coordinates
     bool m_isInside = false;
     QTransform m_transform; // at the last paint, including scrolling

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "host/widgets/chipstatusbar.h"
 
+#include "host/widgets/elidedlabel.h"
 #include "host/widgets/legend.h"
 
 #include <QFrame>
-#include <QLabel>
 #include <QMessageBox>
 #include <QToolButton>
 
@@ -17,7 +17,7 @@ namespace {
 const char StyleSheet[] = R"(
 QStatusBar { border-top: 1px solid palette(mid); }
 QStatusBar::item { border: none; }
-QLabel { padding: 2px 8px; }
+QLabel { padding: 2px 0; }
 QToolButton { border: none; padding: 2px 8px; color: #9a5b00; }
 )";
 
@@ -57,46 +57,65 @@ QString scaleText(double factor, double scale)
 
 ChipStatusBar::ChipStatusBar(QWidget* parent)
     : QStatusBar(parent)
-    , m_element(new QLabel(this))
+    , m_element(new ElidedLabel(this))
     , m_warningButton(new QToolButton(this))
+    , m_legend(new Legend(this))
 {
     setStyleSheet(QString::fromLatin1(StyleSheet));
     setSizeGripEnabled(false);
     m_element->setObjectName(QStringLiteral("element"));
-    m_element->setTextFormat(Qt::PlainText);
-    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long tooltip must not widen the window
-    policy.setRetainSizeWhenHidden(true); // and a message must not move the legend
-    m_element->setSizePolicy(policy);
-    addWidget(m_element, 1);
-    // Qt hides the widget itself, but only once the bar is shown, and shows it again at every new layout.
-    connect(this, &QStatusBar::messageChanged, m_element,
-        [this](const QString& message) { m_element->setVisible(message.isEmpty()); });
+    // Qt hides what is not permanent, and paints the message itself, without dots at the end of one that is too long.
+    addPermanentWidget(m_element, 1);
+    connect(this, &QStatusBar::messageChanged, this, &ChipStatusBar::showFirstPart);
     m_warningButton->setObjectName(QStringLiteral("warnings"));
     m_warningButton->setToolTip(tr("What is drawn differently or not at all"));
     m_warningButton->hide();
     connect(m_warningButton, &QToolButton::clicked, this, &ChipStatusBar::showWarnings);
     addPermanentWidget(m_warningButton);
-    addPermanentWidget(new Legend(this));
-    m_position = addSegment(QStringLiteral("position"), positionText(QPointF(-88888.8, -88888.8)));
+    addPermanentWidget(m_legend);
+    m_place = addSegment(QStringLiteral("position"), positionText(QPointF(-88888.8, -88888.8)));
+    m_place->setToolTip(tr("Click to switch between the site and drawing units"));
+    connect(m_place, &ElidedLabel::clicked, this, [this] {
+        m_areUnitsShown = !m_areUnitsShown;
+        showPlace();
+    });
     m_scale = addSegment(QStringLiteral("scale"), scaleText(-0.888, -88.88));
 }
 
 // Adds a permanent part after a separator line. Its width is fixed, so that nothing moves when its text changes.
-QLabel* ChipStatusBar::addSegment(const QString& name, const QString& widestText)
+ElidedLabel* ChipStatusBar::addSegment(const QString& name, const QString& widestText)
 {
-    auto* label = new QLabel(this);
+    auto* label = new ElidedLabel(this);
     label->setObjectName(name);
     label->setAlignment(Qt::AlignCenter);
-    label->setText(widestText);
     label->ensurePolished();
-    label->setMinimumWidth(label->sizeHint().width());
-    label->clear();
+    label->setFixedWidth(label->widthOf(widestText));
     auto* line = new QFrame(this);
     line->setFrameStyle(QFrame::VLine | QFrame::Plain);
     line->setForegroundRole(QPalette::Mid);
     addPermanentWidget(line);
     addPermanentWidget(label);
     return label;
+}
+
+// A message replaces the element. If it is too long, the legend yields.
+void ChipStatusBar::showFirstPart()
+{
+    const QString message = currentMessage();
+    m_element->setText(!message.isEmpty() ? message : m_elementText.isEmpty() ? m_summary : m_elementText);
+    const int room = m_element->width() - (m_legend->isHidden() ? m_legend->sizeHint().width() : 0);
+    m_legend->setVisible(message.isEmpty() || m_element->widthOf(message) <= room);
+}
+
+void ChipStatusBar::showPlace()
+{
+    m_place->setText(m_site.isEmpty() || m_areUnitsShown ? m_positionText : m_site);
+}
+
+void ChipStatusBar::resizeEvent(QResizeEvent* event)
+{
+    QStatusBar::resizeEvent(event);
+    showFirstPart();
 }
 
 void ChipStatusBar::setSummary(const QString& summary)
@@ -123,16 +142,22 @@ void ChipStatusBar::showWarnings()
     box->open();
 }
 
-void ChipStatusBar::showPointer(const QPointF& position, const QString& element)
+void ChipStatusBar::showPointer(const QPointF& position, const QString& element, const QString& site)
 {
-    m_position->setText(positionText(position));
-    m_element->setText(element.isEmpty() ? m_summary : element);
+    m_elementText = element;
+    m_site = site;
+    m_positionText = positionText(position);
+    showFirstPart();
+    showPlace();
 }
 
 void ChipStatusBar::clearPointer()
 {
-    m_position->clear();
-    m_element->setText(m_summary);
+    m_elementText.clear();
+    m_site.clear();
+    m_positionText.clear();
+    showFirstPart();
+    showPlace();
 }
 
 void ChipStatusBar::showScale(double factor, double scale)

@@ -10,8 +10,12 @@ class QToolButton;
 
 namespace mirn::zelchip {
 
+class ElidedLabel;
+class Legend;
+
 // The main window's status bar and its child: the element under the pointer, the parser's warnings if there are any,
-// the pointer's position and the scale. Messages cover the first part for some seconds.
+// the pointer's place and the scale. Messages replace the first part for some seconds; a long one also takes the room
+// of the legend.
 class ChipStatusBar final : public QStatusBar
 {
     Q_OBJECT
@@ -25,19 +29,31 @@ public:
     void setWarnings(const QStringList& warnings);
 
 public Q_SLOTS:
-    void showPointer(const QPointF& position, const QString& element);
+    // `site` is the place in the device's own terms. Without one, and after a click on it, the position is shown, which
+    // is in scene units.
+    void showPointer(const QPointF& position, const QString& element, const QString& site);
     void clearPointer();
     void showScale(double factor, double scale);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
-    QLabel* addSegment(const QString& name, const QString& widestText);
+    ElidedLabel* addSegment(const QString& name, const QString& widestText);
     void showWarnings();
+    void showFirstPart();
+    void showPlace();
 
     QString m_summary;
+    QString m_elementText;
+    QString m_site;
+    QString m_positionText;
+    bool m_areUnitsShown = false;
     QStringList m_warnings;
-    QLabel* m_element; // these are children of the status bar
+    ElidedLabel* m_element; // these are children of the status bar
     QToolButton* m_warningButton;
-    QLabel* m_position;
+    Legend* m_legend;
+    ElidedLabel* m_place;
     QLabel* m_scale;
 };
 

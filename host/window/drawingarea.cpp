@@ -6,9 +6,12 @@
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
+#include "host/drawing/dragnavigation.h"
 #include "host/drawing/drawingfit.h"
 #include "host/drawing/elementprobe.h"
 #include "host/drawing/pointergestures.h"
+#include "host/drawing/rowkeeper.h"
+#include "host/drawing/viewhistory.h"
 #include "host/drawing/zoomanchor.h"
 #include "host/project/projectsession.h"
 #include "host/widgets/findbox.h"
@@ -72,8 +75,12 @@ DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* paren
     addFindBox();
     new ZoomAnchor(m_graphicsView); // child of the view
     new PointerGestures(m_graphicsView); // child of the view
+    new DragNavigation(m_graphicsView); // child of the view
     m_fit = new DrawingFit(m_graphicsView); // child of the view
     m_fit->fit();
+    m_history = new ViewHistory(m_graphicsView); // child of the view
+    m_rows = new RowKeeper(m_tree); // child of the tree
+    QObject::connect(m_rows, &RowKeeper::clickedAgain, &controller, &ZELChipViewDatabase::treeItemClicked);
 }
 
 DrawingArea::~DrawingArea()
@@ -104,6 +111,12 @@ void DrawingArea::showSentence(const QString& text)
     label->setWordWrap(true);
     auto* layout = new QVBoxLayout(viewport); // owned by the viewport
     layout->addWidget(label);
+}
+
+void DrawingArea::refresh()
+{
+    m_chipView->refresh(zelchipview::REFRESH_ALL);
+    m_rows->restore();
 }
 
 void DrawingArea::fit()

@@ -19,6 +19,8 @@ namespace mirn::zelchip {
 class DrawingFit;
 class FindBox;
 class ProjectSession;
+class RowKeeper;
+class ViewHistory;
 
 // An open project on the screen: the session and the chip view that shows it, created and deleted in the right order.
 // The main window owns it. Only one exists at a time, because a process has only one controller of the chip view.
@@ -46,6 +48,11 @@ public:
     // The find box in the title bar of the tree's dock, which owns it.
     [[nodiscard]] FindBox* findBox() const { return m_findBox; }
 
+    [[nodiscard]] ViewHistory* history() const { return m_history; }
+
+    // Brings tree, drawing and table up to date with the design. The selected row stays selected.
+    void refresh();
+
     // Shows the whole drawing.
     void fit();
 
@@ -72,7 +79,9 @@ private:
     zelchipview::ZelTree* m_tree;
     zelchipview::ZelResTable* m_table;
     FindBox* m_findBox = nullptr;
-    DrawingFit* m_fit; // child of the graphics view
+    DrawingFit* m_fit; // child of the graphics view, like the history
+    ViewHistory* m_history;
+    RowKeeper* m_rows; // child of the tree
 };
 
 } // namespace mirn::zelchip

@@ -83,6 +83,10 @@ void HostActions::createActions(QMainWindow* window)
     decorate(fit, tr("&Fit Drawing"), "zoom-fit", tr("Show the whole drawing"));
     zoomToSelection = newAction(window, tr("Zoom to S&election"), Qt::SHIFT | Qt::Key_F);
 
+    viewBack = newAction(window, tr("Pre&vious View"));
+    viewBack->setShortcuts({Qt::ALT | Qt::Key_Left, Qt::Key_Backspace});
+    viewForth = newAction(window, tr("Ne&xt View"), Qt::ALT | Qt::Key_Right);
+
     keys = newAction(window, tr("&Keys and Gestures"), QKeySequence::HelpContents);
     about = newAction(window, tr("&About zelchip"));
     about->setMenuRole(QAction::AboutRole);
@@ -105,6 +109,8 @@ void HostActions::fillMenus(QMainWindow* window)
     m_viewMenu = window->menuBar()->addMenu(tr("&View"));
     m_endOfModesInMenu = m_viewMenu->addSeparator();
     m_viewMenu->addActions({zoomIn, zoomOut, fit, zoomToSelection});
+    m_viewMenu->addSeparator();
+    m_viewMenu->addActions({viewBack, viewForth});
 
     QMenu* help = window->menuBar()->addMenu(tr("&Help"));
     help->addActions({keys, about});

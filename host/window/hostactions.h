@@ -41,6 +41,8 @@ public:
     QAction* zoomOut;
     QAction* fit;
     QAction* zoomToSelection;
+    QAction* viewBack;
+    QAction* viewForth;
     QAction* keys;
     QAction* about;
 

@@ -10,12 +10,14 @@
 #include "host/design/designeditor.h"
 #include "host/drawing/dragreason.h"
 #include "host/drawing/snapshot.h"
+#include "host/drawing/viewhistory.h"
 #include "host/drawing/viewprobe.h"
 #include "host/project/projectsession.h"
 #include "host/project/projecttcl.h"
 #include "host/widgets/chipstatusbar.h"
 #include "host/widgets/findbox.h"
 #include "host/widgets/loadprogress.h"
+#include "host/widgets/pointernote.h"
 #include "host/window/busyscript.h"
 #include "host/window/drawingarea.h"
 #include "host/window/helptexts.h"
@@ -47,6 +49,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_busyScript(new BusyScript(m_shell, this))
     , m_console(new ConsoleDock(this))
     , m_statusBar(new ChipStatusBar(this))
+    , m_note(new PointerNote(this))
 {
     setWindowIcon(QIcon(QStringLiteral(":/zelchip/zelchip.png")));
     setStatusBar(m_statusBar);
@@ -79,6 +82,8 @@ void MainWindow::connectActions()
     connect(m_actions.zoomOut, &QAction::triggered, this, [this] { m_drawingArea->chipView()->zoomOut(); });
     connect(m_actions.fit, &QAction::triggered, this, &MainWindow::fit);
     connect(m_actions.zoomToSelection, &QAction::triggered, this, &MainWindow::zoomToSelection);
+    connect(m_actions.viewBack, &QAction::triggered, this, [this] { m_drawingArea->history()->back(); });
+    connect(m_actions.viewForth, &QAction::triggered, this, [this] { m_drawingArea->history()->forth(); });
     connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
     connect(m_actions.about, &QAction::triggered, this, &MainWindow::showAbout);
 }
@@ -197,7 +202,7 @@ void MainWindow::openSurface(std::unique_ptr<ProjectSession> session)
 void MainWindow::connectChipView()
 {
     connect(m_drawingArea->chipView(), &ZelChipGUI::sigRunTclCmd, this, &MainWindow::answerView);
-    m_probe = new ViewProbe(m_drawingArea->graphicsView());
+    m_probe = new ViewProbe(m_drawingArea->graphicsView(), editor().engine().device());
     connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
     connect(m_probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
     connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showScale);
@@ -272,14 +277,22 @@ void MainWindow::connectDesign()
         m_refresh.start(0); // the view takes the refused setting for written
     });
     auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // owned by the view
-    connect(reason, &DragReason::changed, m_statusBar, [this](const QString& text) { m_statusBar->showMessage(text); });
+    connect(reason, &DragReason::changed, this, [this](const QString& text, QPoint position) {
+        m_statusBar->showMessage(text);
+        m_note->showAt(text, position);
+    });
+    connect(reason, &DragReason::refused, this, [this](const QString& text, QPoint position) {
+        m_statusBar->showMessage(text, MessageMilliseconds);
+        m_note->showAt(text, position);
+        m_note->fade();
+    });
     showDesignState();
 }
 
 void MainWindow::refreshView()
 {
     m_refresh.stop();
-    m_drawingArea->chipView()->refresh(zelchipview::REFRESH_ALL);
+    m_drawingArea->refresh();
     showDesignState();
 }
 

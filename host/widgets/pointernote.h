@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLabel>
+#include <QTimer>
+
+namespace mirn::zelchip {
+
+// A short text beside the pointer that lets all input through. It is a child of the window that it is shown in.
+class PointerNote final : public QLabel
+{
+    Q_OBJECT
+public:
+    explicit PointerNote(QWidget* window);
+
+    // Shows the text beside a position on the screen, inside the window. An empty text hides the note at once.
+    void showAt(const QString& text, QPoint globalPosition);
+
+    // Hides the note when there was time to read it.
+    void fade();
+
+private:
+    QTimer m_fading;
+};
+
+} // namespace mirn::zelchip
