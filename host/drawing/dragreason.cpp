@@ -99,19 +99,14 @@ QString DragReason::reasonAt(QPoint position) const
     return m_engine.rules().propose(resource, element->itemId).refusal.sentence();
 }
 
-// Why the selected row cannot be dragged.
+// Why the selected row cannot be dragged: no site takes it, each for the same reason.
 QString DragReason::reasonToStay() const
 {
-    const int index = draggedResource();
-    if (index < 0)
-        return tr("This row holds resources. Drag one of them.");
-    const zelengine::Resource& resource = m_engine.design().resource(index);
-    const zelengine::Site* site = m_engine.device().site(resource.site);
-    if (site && resource.fixed)
-        return tr("%1 is fixed on %2 by the design").arg(resource.path, site->name);
-    if (site)
-        return tr("%1 is placed on %2. Reset it to place it elsewhere").arg(resource.path, site->name);
-    return tr("%1 cannot be dragged while parts of it are placed").arg(resource.path);
+    const int resource = draggedResource();
+    const std::vector<zelengine::Site>& sites = m_engine.device().sites();
+    if (resource < 0 || sites.empty())
+        return {};
+    return m_engine.rules().propose(resource, sites.front().id).refusal.sentence();
 }
 
 void DragReason::tell(const QString& reason, QPoint position)

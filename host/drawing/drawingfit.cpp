@@ -41,7 +41,10 @@ DrawingFit::DrawingFit(zelchipview::ZelGraphicsView* view)
 {
     m_refit.setSingleShot(true);
     m_refit.setInterval(0);
-    connect(&m_refit, &QTimer::timeout, this, &DrawingFit::fit);
+    connect(&m_refit, &QTimer::timeout, this, [this] {
+        fit();
+        Q_EMIT refitted();
+    });
     m_view->viewport()->installEventFilter(this);
 }
 

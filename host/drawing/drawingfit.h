@@ -26,6 +26,10 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+Q_SIGNALS:
+    // Emitted after the drawing was fitted to another size of the view.
+    void refitted();
+
 private:
     void setScrollBarPolicy(Qt::ScrollBarPolicy policy);
 

@@ -68,6 +68,12 @@ void ViewHistory::note()
     m_current = m_parts.size() - 1;
 }
 
+void ViewHistory::replace()
+{
+    m_rest.stop();
+    m_parts[m_current] = viewedPart(*m_view);
+}
+
 void ViewHistory::back()
 {
     note();

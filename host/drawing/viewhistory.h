@@ -40,6 +40,9 @@ public:
     void back();
     void forth();
 
+    // Takes the present part in place of the one before, because it shows the same in a view of another size.
+    void replace();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

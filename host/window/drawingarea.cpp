@@ -79,6 +79,7 @@ DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_fit = new DrawingFit(m_graphicsView); // child of the view
     m_fit->fit();
     m_history = new ViewHistory(m_graphicsView); // child of the view
+    QObject::connect(m_fit, &DrawingFit::refitted, m_history, &ViewHistory::replace);
     m_rows = new RowKeeper(m_tree); // child of the tree
     QObject::connect(m_rows, &RowKeeper::clickedAgain, &controller, &ZELChipViewDatabase::treeItemClicked);
 }

@@ -238,6 +238,26 @@ private Q_SLOTS:
         }
     }
 
+    void earlierViewsComeBack()
+    {
+        UsedWindow shown(Drawing);
+        QTRY_VERIFY(shown.isFitted());
+        const auto seen = [&shown] { return shown.view()->viewportTransform(); };
+        const QTransform fitted = seen();
+        shown.zoomWithWheel({150, 120}, 5);
+        const QTransform near = seen();
+        shown.view()->horizontalScrollBar()->triggerAction(QAbstractSlider::SliderPageStepAdd);
+        QTest::qWait(600); // it is a view of its own when it was looked at
+        for (int step = 0; step < 2; ++step) { // there is only one to go back to
+            shown.action("Previous View")->trigger();
+            QCOMPARE(shown.view()->transform().m11(), fitted.m11());
+            QVERIFY(std::abs(seen().dx() - fitted.dx()) <= 1 && std::abs(seen().dy() - fitted.dy()) <= 1);
+        }
+        shown.action("Next View")->trigger();
+        QCOMPARE(shown.view()->transform().m11(), near.m11());
+        QVERIFY(seen() != near && shown.view()->currentScale() > 1);
+    }
+
     void middleButtonPansInEveryMode()
     {
         UsedWindow shown(Drawing);

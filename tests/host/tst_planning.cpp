@@ -31,7 +31,7 @@ namespace {
 const QByteArray Design = R"([
   {"name": "duo", "type": "IP", "children": [
     {"name": "a", "type": "DCUCHANNEL"}, {"name": "b", "type": "DCUCHANNEL"}]},
-  {"name": "core", "type": "PLL"}
+  {"name": "core", "type": "PLL"}, {"name": "held", "type": "PLL", "site": "PLL_EDGE", "fixed": true}
 ])";
 
 // The program's window on a project with something to place.
@@ -114,6 +114,7 @@ private Q_SLOTS:
         planning.drag<QDropEvent>({13, 13});
         QCOMPARE(planning.siteOf("top/duo/a"), 11);
         QTRY_COMPARE(planning.row("top/duo/a")->text(1), "U0_CH0");
+        QVERIFY(planning.row("top/duo/a")->isSelected()); // it was made anew
         QVERIFY(planning.consoleText().contains("zel_resource place -rsc {top/duo/a} -id 11"));
         QVERIFY(planning.window->isWindowModified());
 
@@ -125,6 +126,56 @@ private Q_SLOTS:
         planning.drag<QDropEvent>({13, 13});
         QCOMPARE(planning.message(), "U0_CH0 (Channel) does not take resources of type PLL");
         QCOMPARE(planning.siteOf("top/core"), -1);
+    }
+
+    void rowThatStaysSaysWhy()
+    {
+        Planning planning;
+        planning.tree()->setCurrentItem(planning.row("top/held"));
+        QMouseEvent move(QEvent::MouseMove, QPointF(5, 5), QPointF(), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(planning.tree()->viewport(), &move);
+        QCOMPARE(planning.message(), "top/held is fixed on PLL_EDGE");
+        const auto* note = planning.window->findChild<QLabel*>("pointerNote");
+        QVERIFY(note->isVisible() && note->text() == planning.message());
+    }
+
+    void clickOnTheSelectedRowMarksItsElements()
+    {
+        Planning planning;
+        planning.run("zel_resource place -rsc top/core -id 50");
+        auto& selected = ZELChipViewDatabase::getInstance()->selectedIds();
+        const auto click = [&planning] {
+            const QPoint row = planning.tree()->visualItemRect(planning.row("top/core")).center();
+            QTest::mouseClick(planning.tree()->viewport(), Qt::LeftButton, {}, row);
+        };
+        QTRY_VERIFY(!planning.row("top/core")->text(1).isEmpty());
+        click();
+        QVERIFY(selected.contains(50));
+        planning.view()->scene()->clearSelection();
+        ZELChipViewDatabase::getInstance()->removeSelectedItem(50);
+        QVERIFY(!selected.contains(50));
+        click();
+        QVERIFY(selected.contains(50));
+    }
+
+    // The drawing scrolls while the drag is held at a border, and the wheel works as it does without a drag.
+    void drawingMovesBelowADrag()
+    {
+        Planning planning;
+        for (int step = 0; step < 5; ++step)
+            planning.view()->zoomIn();
+        QScrollBar* bar = planning.view()->verticalScrollBar();
+        QWidget* viewport = planning.view()->viewport();
+        const int start = bar->value();
+        planning.tree()->setCurrentItem(planning.row("top/core"));
+        zeltest::drag<QDragEnterEvent>(viewport, viewport->rect().center());
+        zeltest::drag<QDragMoveEvent>(viewport, {viewport->width() / 2, viewport->height() - 4});
+        QTRY_VERIFY(bar->value() > start + 100);
+        zeltest::drag<QDragMoveEvent>(viewport, viewport->rect().center());
+        const int held = bar->value();
+        QTest::qWait(60);
+        QCOMPARE(bar->value(), held);
+        planning.leave();
     }
 
     // The view is told in the same way that the pointer has left and that the drag was cancelled.

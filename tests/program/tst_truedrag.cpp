@@ -21,9 +21,11 @@ constexpr int TakenPll = 5001001;
 constexpr int FreePll = 5002001;
 constexpr int OtherFreePll = 5004002; // in the corner across
 constexpr int FreeSupply = 4007001;
+constexpr int OtherFreeSupply = 4003001;
 
 const QByteArray Pll = "gateway/clocks/pll_video";
 const QByteArray Supply = "gateway/supplies/vccio_lvds";
+const QByteArray OtherSupply = "gateway/supplies/vccio_ddr_b";
 
 // Writes where everything is, when it is told that the window has come to its place: the window manager moves it there
 // and the program hears of it while the script waits.
@@ -33,8 +35,8 @@ while {![file exists go]} {after 20}
 after 300
 zel_tree expand
 set out [open positions.part w]
-foreach name {gateway/clocks/pll_video gateway/supplies/vccio_lvds} {puts $out "$name [zel_tree where -rsc $name]"}
-foreach id {5001001 5002001 5004002 4007001} {puts $out "$id [zel_view where -id $id]"}
+foreach name {gateway/clocks/pll_video gateway/supplies/vccio_lvds gateway/supplies/vccio_ddr_b} {puts $out "$name [zel_tree where -rsc $name]"}
+foreach id {5001001 5002001 5004002 4007001 4003001} {puts $out "$id [zel_view where -id $id]"}
 close $out
 file rename positions.part positions
 )";
@@ -65,7 +67,7 @@ private Q_SLOTS:
             const QByteArrayList words = line.split(' ');
             m_positions.insert(words.value(0), {words.value(1).toInt(), words.value(2).toInt()});
         }
-        QCOMPARE(m_positions.size(), 6);
+        QCOMPARE(m_positions.size(), 8);
         QVERIFY(!m_screen.picture().isNull());
         QCOMPARE(highlightAnywhere(), 0);
     }
@@ -115,6 +117,27 @@ private Q_SLOTS:
         release();
         const QByteArray placed = "zel_resource place -rsc " + Supply + " -id " + QByteArray::number(FreeSupply);
         QTRY_COMPARE_WITH_TIMEOUT(m_project.journal().value(1), placed, AnswerMilliseconds);
+    }
+
+    // Neither the wheel nor the view's border ends the drag, and the drop goes where the pointer then is.
+    void drawingMovesBelowTheDrag()
+    {
+        press(OtherSupply);
+        moveTo(site(OtherFreeSupply));
+        const QRect around(site(OtherFreeSupply) - QPoint(100, 100), QSize(200, 200));
+        const QImage fitted = m_screen.picture().copy(around);
+        m_screen.xdotool({"keydown", "ctrl", "click", "--repeat", "5", "4", "keyup", "ctrl"});
+        QTRY_VERIFY_WITH_TIMEOUT(m_screen.picture().copy(around) != fitted, AnswerMilliseconds);
+        QTest::qWait(RestMilliseconds);
+        const QImage zoomed = m_screen.picture().copy(around);
+        m_screen.xdotool({"click", "--repeat", "3", "5"});
+        QTRY_VERIFY_WITH_TIMEOUT(m_screen.picture().copy(around) != zoomed, AnswerMilliseconds);
+        m_screen.xdotool({"click", "--repeat", "3", "4"});
+        QTRY_COMPARE_WITH_TIMEOUT(m_screen.picture().copy(around), zoomed, AnswerMilliseconds);
+        release();
+        const QByteArray placed
+            = "zel_resource place -rsc " + OtherSupply + " -id " + QByteArray::number(OtherFreeSupply);
+        QTRY_COMPARE_WITH_TIMEOUT(m_project.journal().value(2), placed, AnswerMilliseconds);
     }
 
 private:
