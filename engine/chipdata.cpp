@@ -17,7 +17,7 @@ const std::string FillKey = "fill";
 
 // The colour of a site that is occupied although a setting puts it out of use. Only the designer knows which of the two
 // is wrong.
-const std::string ConflictFill = "#d64541";
+const std::string ConflictFill = "#ff4a2e";
 
 void describeOccupant(
     AttributeBag& bag, const Site& site, const SiteKind& kind, const Resource& occupant, const QString& conflict)

@@ -67,7 +67,7 @@ void drawPll(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
     drawBody(svg, LAYER_SITES, "pll", box);
-    drawName(svg, LAYER_BLOCK_NAMES, box, 9, site.name);
+    drawName(svg, LAYER_BLOCK_NAMES, box, 13, site.name.substr(site.name.find('_') + 1));
     drawHeader(svg, box.inner(0, 1, box.width, 5), 4, site.name);
     drawLoop(svg, box);
 }
@@ -76,7 +76,7 @@ void drawTransmitPll(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
     drawBody(svg, LAYER_SITES, "pll", box);
-    drawName(svg, LAYER_BLOCK_NAMES, box, 9, "TXPLL");
+    drawName(svg, LAYER_BLOCK_NAMES, box, 13, "TXPLL");
     drawHeader(svg, box.inner(0, 1, box.width, 6), 4, site.name);
     drawParts(svg,
         {{"pll", box.inner(5, 10, 17, 11), 3.6, "PFD", {"UP", "DOWN"}, 2},
@@ -99,7 +99,7 @@ void drawReference(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
     drawBody(svg, LAYER_SITES, "reference", box);
-    drawName(svg, LAYER_BLOCK_NAMES, box, 9, site.name);
+    drawName(svg, LAYER_BLOCK_NAMES, box, 13, site.name.substr(3)); // without EXT
     drawHeader(svg, box.inner(0, 1, box.width, 6), 4, site.name);
     drawParts(svg,
         {{"reference", box.inner(6, 40, 16, 11), 3.6, "REFP", {"BOND PAD"}, 1},
@@ -129,7 +129,7 @@ void drawClockHub(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
     drawBody(svg, LAYER_SITES, "clock", box);
-    drawName(svg, LAYER_BLOCK_NAMES, box, 9, "CLOCK HUB");
+    drawName(svg, LAYER_BLOCK_NAMES, box, 12, "CLOCK HUB");
     drawHeader(svg, box.inner(0, 1, box.width, 5), 3.6, "CLOCK HUB");
     for (int number = 0; number < 4; ++number)
         drawSelector(svg, box.inner(3 + number * 29, 6, 27, 13), number);

@@ -85,7 +85,7 @@ void drawMacro(SvgWriter& svg, const Site& site, const char* style, const char* 
 {
     const Box& box = site.box;
     drawBody(svg, LAYER_SITES, style, box);
-    drawName(svg, LAYER_SHORT_NAMES, box, 9, shortName);
+    drawName(svg, LAYER_SHORT_NAMES, box, 14, shortName);
     drawName(svg, LAYER_TILE_NAMES, box, 6, site.name);
     svg.use(definition, {box.x, box.y});
     drawHeader(svg, box.inner(0, 1, box.width, 5), 3.4, site.name);

@@ -54,7 +54,7 @@ void drawBank(SvgWriter& svg, const Site& site)
     const std::string number = site.name.substr(4);
     const Turn turn = alongEdge(site);
     drawBody(svg, LAYER_BASE, "bank", site.box);
-    drawName(svg, LAYER_BLOCK_NAMES, cell.part(0, 32, length, 20), 10, "Bank " + number, turn);
+    drawName(svg, LAYER_BLOCK_NAMES, cell.part(0, 32, length, 20), 13, "Bank " + number, turn);
 
     const int lanes = static_cast<int>(length / Lane);
     const double pitch = length / lanes;

@@ -12,8 +12,7 @@ inline constexpr const char* STYLE_SHEET = R"css(
   text { font-family: 'DejaVu Sans'; text-anchor: middle; fill: #000000 }
   line, polygon { stroke-width: 0.1 }
   rect { stroke-width: 0.06 }
-  .die { fill: #f4f2ec; stroke: #a39f92; stroke-width: 2 }
-  .core { fill: #e9e7df; stroke: #cfccc0; stroke-width: 0.5 }
+  .die { stroke: #a39f92; stroke-width: 2 }
   .region { fill: #efede6; stroke: #d9d6cb; stroke-width: 0.2 }
   .spine { fill: #dcd8ca; stroke: #c3bead; stroke-width: 0.2 }
   .clock { fill: #cfc8b2; stroke: #a49c80; stroke-width: 0.2 }

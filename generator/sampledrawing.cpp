@@ -37,12 +37,20 @@ DrawSite drawerOf(const std::string& kind)
     return drawers.at(kind);
 }
 
+// Lines, and no rectangle: selecting with the rubber band marks every element that it touches, which would be all of
+// the ground.
+void drawOutline(SvgWriter& svg, const char* style, const Box& box)
+{
+    const Point corners[] = {{box.x, box.y}, {box.right(), box.y}, {box.right(), box.bottom()}, {box.x, box.bottom()}};
+    for (int side = 0; side < 4; ++side)
+        svg.line(style, corners[side], corners[(side + 1) % 4]);
+}
+
 void drawGround(SvgWriter& svg)
 {
     constexpr double Tracks = 4;
     const auto layer = svg.layer(LAYER_BASE);
-    svg.rect("die", halden::Die);
-    svg.rect("core", halden::Core);
+    drawOutline(svg, "die", halden::Die);
     const Box& across = halden::HorizontalSpine;
     const Box& down = halden::VerticalSpine;
     svg.rect("spine", across);

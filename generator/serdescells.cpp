@@ -59,8 +59,8 @@ void drawUnit(SvgWriter& svg, const Site& site)
     const Box auxiliary = box.inner(69, 78, 50, 30);
     drawBody(svg, LAYER_BASE, "unit", box);
     drawBody(svg, LAYER_BASE, "unit-part", auxiliary);
-    drawName(svg, LAYER_BLOCK_NAMES, header, 11, site.name);
-    drawName(svg, LAYER_BLOCK_NAMES, auxiliary, 9, "AUX");
+    drawName(svg, LAYER_BLOCK_NAMES, header, 13, site.name);
+    drawName(svg, LAYER_BLOCK_NAMES, auxiliary, 13, "AUX");
     drawHeader(svg, header, 6, site.name + " dual-channel unit");
     drawHeader(svg, auxiliary.inner(0, 1, 50, 6), 4, "AUX");
     drawParts(svg,
@@ -75,7 +75,7 @@ void drawChannel(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
     drawBody(svg, LAYER_SITES, "channel", box);
-    drawName(svg, LAYER_BLOCK_NAMES, box, 11, site.name.substr(site.name.find('_') + 1));
+    drawName(svg, LAYER_BLOCK_NAMES, box, 16, site.name.substr(site.name.find('_') + 1));
     drawHeader(svg, box.inner(0, 0.5, box.width, 5), 4, site.name);
 
     const Box receive = box.inner(3, 0, LaneWidth, box.height);
@@ -102,7 +102,7 @@ void drawSystemBlock(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
     drawBody(svg, LAYER_SITES, "system", box);
-    drawName(svg, LAYER_BLOCK_NAMES, box, 10, site.name);
+    drawName(svg, LAYER_BLOCK_NAMES, box, 13, site.name);
     drawHeader(svg, box.inner(0, 1, box.width, 6), 4, site.name);
     const Box left = box.inner(5, 10, 20, 21);
     const Box right = box.inner(30, 10, 19, 21);
@@ -121,7 +121,7 @@ void drawConfiguration(SvgWriter& svg, const Site& site)
 {
     const Box& box = site.box;
     drawBody(svg, LAYER_SITES, "system", box);
-    drawName(svg, LAYER_BLOCK_NAMES, box, 10, site.name);
+    drawName(svg, LAYER_BLOCK_NAMES, box, 13, site.name);
     drawHeader(svg, box.inner(0, 2, box.width, 7), 5, site.name);
     drawParts(svg,
         {{"system", box.inner(4, 14, 28.5, 34), 4.4, "JTAG", {"TAP", "IR", "BYPASS", "DR"}, 2},

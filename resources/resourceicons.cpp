@@ -3,16 +3,29 @@
 
 namespace mirn::zelchipview {
 
-ResourceIcons::ResourceIcons()
-    : m_fallback(QStringLiteral(":/images/design.png"))
+namespace {
+
+// The colour of an icon says what the resource is, so a style must not tint the icon of a selected row.
+QIcon load(const char* name)
 {
-    m_icons.insert(QStringLiteral("ZEL"), QIcon(QStringLiteral(":/images/design.png")));
-    m_icons.insert(QStringLiteral("IP"), QIcon(QStringLiteral(":/images/ip.png")));
-    m_icons.insert(QStringLiteral("DCUCHANNEL"), QIcon(QStringLiteral(":/images/dualchannel.png")));
-    m_icons.insert(QStringLiteral("EXTREF"), QIcon(QStringLiteral(":/images/extref.png")));
-    m_icons.insert(QStringLiteral("PLL"), QIcon(QStringLiteral(":/images/dcupll.png")));
+    const QString file = QStringLiteral(":/images/%1.png").arg(QLatin1String(name));
+    QIcon icon(file);
+    icon.addFile(file, QSize(), QIcon::Selected);
+    return icon;
+}
+
+} // namespace
+
+ResourceIcons::ResourceIcons()
+    : m_fallback(load("design"))
+{
+    m_icons.insert(QStringLiteral("ZEL"), load("design"));
+    m_icons.insert(QStringLiteral("IP"), load("ip"));
+    m_icons.insert(QStringLiteral("DCUCHANNEL"), load("dualchannel"));
+    m_icons.insert(QStringLiteral("EXTREF"), load("extref"));
+    m_icons.insert(QStringLiteral("PLL"), load("dcupll"));
     // I/O supplies have no icon of their own on purpose.
-    m_icons.insert(QStringLiteral("UVCCIO"), QIcon(QStringLiteral(":/images/dualchannel.png")));
+    m_icons.insert(QStringLiteral("UVCCIO"), load("dualchannel"));
 }
 
 QIcon& ResourceIcons::icon(const QString& type)

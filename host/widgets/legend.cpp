@@ -18,7 +18,7 @@ constexpr int SwatchSize = 11; // device-independent pixels
 // Colours of free and occupied sites of the sample: an occupied site has the darker shade of its kind's colour.
 const QColor FreeSite(0xc9, 0xbc, 0xe0);
 const QColor OccupiedSite(0xa6, 0x90, 0xd2);
-const QColor ConflictingSite(0xd6, 0x45, 0x41);
+const QColor ConflictingSite(0xff, 0x4a, 0x2e);
 
 QPixmap swatch(const QColor& fill, const QColor& border, qreal ratio)
 {

@@ -130,7 +130,7 @@ private Q_SLOTS:
             return text ? *text : std::string();
         };
         QCOMPARE(m_engine->setSetting(10, "CH1", "OFF"), QString());
-        QCOMPARE(value(fill), std::string("#d64541"));
+        QCOMPARE(value(fill), std::string("#ff4a2e"));
         QCOMPARE(value(popup), std::string("Channel U0_CH0: top/ip/a\nConflict: CH0 is OFF"));
         m_engine->setSettingChanges(10, {}); // as undo does
         QCOMPARE(value(fill), std::string("#a690d2"));
