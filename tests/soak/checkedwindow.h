@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QGraphicsItem>
+#include <QLabel>
 #include <QRubberBand>
 #include <QScreen>
 #include <QWindow>
@@ -116,6 +117,8 @@ protected:
     // Checks that the screen shows what the view keeps, what the view would paint anew, and what the items paint.
     void checkPicture()
     {
+        window->findChild<QLabel*>("pointerNote")->hide(); // it covers a part of the drawing
+        QCoreApplication::processEvents();
         QWidget* viewport = view()->viewport();
         QWindow* handle = window->windowHandle();
         const QRect part(viewport->mapTo(window.get(), QPoint()), viewport->size());
