@@ -78,10 +78,32 @@ private Q_SLOTS:
         m_program.waitForFinished();
     }
 
+    // A drag over an area shows it, and the key for the view before takes that back.
+    void zoomsToTheDraggedArea()
+    {
+        m_screen.xdotool({"mousemove", QString::number(site(FreePll).x()), QString::number(site(FreePll).y())});
+        m_screen.xdotool({"key", "z", "sleep", "1"});
+        const QImage fitted = m_screen.picture();
+        m_pointer = site(TakenPll) - QPoint(10, 8);
+        m_screen.xdotool(
+            {"mousemove", QString::number(m_pointer.x()), QString::number(m_pointer.y()), "mousedown", "1"});
+        moveTo(site(TakenPll) + QPoint(10, 8));
+        release();
+        // The site alone fills the middle of the view now.
+        const QRect middle((site(TakenPll) + site(OtherFreePll)) / 2 - QPoint(30, 30), QSize(60, 60));
+        const QRgb color = fitted.pixel(site(TakenPll) - QPoint(8, 6));
+        QTRY_VERIFY_WITH_TIMEOUT(zeltest::colorsIn(m_screen.picture(), middle).value(color) > 1000, AnswerMilliseconds);
+        QTest::qWait(RestMilliseconds);
+        m_screen.xdotool({"key", "alt+Left", "key", "s"});
+        QTRY_VERIFY_WITH_TIMEOUT(m_screen.picture().copy(middle) == fitted.copy(middle), AnswerMilliseconds);
+    }
+
     // The site under the pointer refuses the resource, or the drag is cancelled over a site that would take it.
     void dragWithoutADropChangesNothing()
     {
         for (const bool isCancelled : {false, true}) {
+            const QRect beside(site(TakenPll) + QPoint(40, 75), QSize(60, 6));
+            const QImage before = m_screen.picture().copy(beside);
             press(Pll);
             moveTo(site(TakenPll));
             if (isCancelled) {
@@ -92,6 +114,9 @@ private Q_SLOTS:
             QCOMPARE(highlightAnywhere(), 0);
             release();
             QCOMPARE(m_project.journal(), QByteArrayList());
+            // The reason stays for a while.
+            QCOMPARE(m_screen.picture().copy(beside) == before, isCancelled);
+            QTRY_COMPARE_WITH_TIMEOUT(m_screen.picture().copy(beside), before, AnswerMilliseconds);
         }
     }
 
