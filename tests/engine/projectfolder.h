@@ -39,6 +39,7 @@ inline constexpr char SmallDevice[] = R"({
       "B:C": {"choices": ["OFF", "PAIR"]}}},
     {"id": 31, "name": "U2_CH0", "kind": "CHANNEL", "group": "U2"},
     {"id": 32, "name": "U2_CH1", "kind": "CHANNEL", "group": "U2"},
+    {"id": 33, "name": "U3", "kind": "UNIT"},
     {"id": 40, "name": "REF_L", "kind": "REF", "reaches": ["U0", "U1"]},
     {"id": 41, "name": "REF_R", "kind": "REF", "reaches": ["U2"]},
     {"id": 50, "name": "PLL_CORE", "kind": "PLL"},
@@ -69,8 +70,8 @@ inline QByteArray designWith(const QByteArray& resources)
 }
 
 // A project in a temporary folder. It begins as the smallest one that has everything: two neighbouring units of two
-// channels and a transmit PLL each, a third unit apart, two reference clocks, two banks of two supplies, and a design
-// of these resources. Tests replace what they are about.
+// channels and a transmit PLL each, a third unit apart, one without channels, two reference clocks, two banks of two
+// supplies, and a design of these resources. Tests replace what they are about.
 class ProjectFolder
 {
 public:

@@ -150,6 +150,7 @@ private Q_SLOTS:
         row("nowhere to spill over to", "top/quad", "U2", "", "top/quad has 3 channels to place, but 2 are free in U2");
         row("moves what is placed", "top/duo", "U1", "duo/a@U1_CH0 duo/b@U1_CH1", "");
         row("against its clock", "top/duo", "U2", "duo/a@U0_CH0", "top/duo/ref on REF_L does not reach U2");
+        row("a unit without channels", "top/mono", "U3", "", "U3 has no channels");
         row("onto a channel of it", "top/mono", "U1_CH0", "", "U1_CH0 (Channel) does not take resources of type IP");
     }
 
@@ -228,21 +229,12 @@ private Q_SLOTS:
     // The device file may name it on one side only.
     void neighboursAreSoBothWays()
     {
-        ProjectFolder folder(R"([{"name": "ip", "type": "IP", "children": [
-      {"name": "a", "type": "DCUCHANNEL"}, {"name": "b", "type": "DCUCHANNEL"}]}])");
-        folder.write("device.json", R"({"name": "D", "drawing": "d.svg",
-      "kinds": [{"name": "UNIT", "accepts": ["IP"]}, {"name": "CHANNEL", "accepts": ["DCUCHANNEL"]}],
-      "sites": [
-        {"id": 1, "name": "U0", "kind": "UNIT", "group": "U0", "neighbours": ["U1"]},
-        {"id": 2, "name": "C0", "kind": "CHANNEL", "group": "U0"},
-        {"id": 3, "name": "U1", "kind": "UNIT", "group": "U1"},
-        {"id": 4, "name": "C1", "kind": "CHANNEL", "group": "U1"},
-        {"id": 5, "name": "alone", "kind": "UNIT"}]})");
-        for (const QStringList& order : {QStringList{"C0", "C1"}, QStringList{"C1", "C0"}}) {
+        ProjectFolder folder(DESIGN);
+        folder.write("device.json", QByteArray(SmallDevice).replace(R"(, "neighbours": ["U0"])", ""));
+        for (const auto& [a, b] : {std::pair("U0_CH1", "U1_CH0"), std::pair("U1_CH0", "U0_CH1")}) {
             m_engine = openEngine(folder.path());
-            QCOMPARE(place("top/ip/a", order[0]), QString());
-            QCOMPARE(place("top/ip/b", order[1]), QString());
-            QCOMPARE(m_engine->place("top/ip", 5), "alone has no channels");
+            QCOMPARE(place("top/duo/a", a), QString());
+            QCOMPARE(place("top/duo/b", b), QString());
         }
     }
 
