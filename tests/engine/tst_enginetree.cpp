@@ -183,6 +183,10 @@ private Q_SLOTS:
         offers = m_engine->getDynamicDialogValues(&channel, 1);
         QCOMPARE(offers->at("CH1").front(), common);
         QCOMPARE(offers->at("CH0:CH1"), (Values{"OFF", "OFF"}));
+        for (const QString value : {"X", ""}) { // what was empty at first can be so again
+            QCOMPARE(m_engine->setSetting(30, "D", value), QString());
+            QCOMPARE(m_engine->settings().value(30, "D"), value);
+        }
     }
 
 private:

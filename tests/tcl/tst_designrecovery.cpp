@@ -32,7 +32,7 @@ private Q_SLOTS:
         for (const bool isSaved : {false, true}) {
             for (auto i = states.size() - 2; i >= 0; --i) {
                 QCOMPARE(project.run("undo"), QString());
-                QVERIFY(project.editor().isModified());
+                QCOMPARE(project.editor().isModified(), isSaved || i > 0);
                 QCOMPARE(project.state(), states[i]);
             }
             QVERIFY(!project.editor().undoStack().canUndo());
@@ -134,16 +134,24 @@ private Q_SLOTS:
         QCOMPARE(contentOf(project.editor().placementFile()), saved);
     }
 
-    // The placement file may hold something that the design does not know any more.
-    void placementsThatAreRefusedAreKept()
+    // The placement file may hold something that the design does not know any more, or end in the middle of a line.
+    void placementsThatAreNotReadAreKept()
     {
-        EditedProject project;
-        QCOMPARE(project.run({EachKind[0], "save"}), QString());
-        const QByteArray saved = contentOf(project.editor().placementFile()) + "zel_resource reset -ip top/nobody\n";
-        writeFile(project.editor().placementFile(), saved);
-        QCOMPARE(project.open().last(), "The next save keeps the file as it is under another name.");
-        QCOMPARE(project.run("save"), QString());
-        QCOMPARE(contentOf(project.editor().placementFile() + ".aside-1"), saved);
+        for (const auto& [end, said] : {std::pair("zel_resource reset -ip top/nobody\n", ":3: refused "),
+                 std::pair("zel_resource res", ": the last line is cut off and was not read.")}) {
+            EditedProject project;
+            QCOMPARE(project.run({EachKind[0], "save"}), QString());
+            const QString placement = project.editor().placementFile();
+            const QByteArray saved = contentOf(placement) + end;
+            writeFile(placement, saved);
+            const QStringList messages = project.open();
+            QVERIFY2(messages.first().startsWith(placement + said), qPrintable(messages.first()));
+            QCOMPARE(messages.last(), "The next save keeps the file as it is under another name.");
+            QVERIFY(project.editor().isModified());
+            QCOMPARE(project.run("save"), QString());
+            QVERIFY(!project.editor().isModified());
+            QCOMPARE(contentOf(placement + ".aside-1"), saved);
+        }
     }
 
     void journalOfAnotherStateIsSetAside()
