@@ -161,6 +161,8 @@ private Q_SLOTS:
         const auto [ip, unit, channels, refusal] = row<QString, QString, QString, QString>();
         QCOMPARE(place(ip, unit), refusal);
         QCOMPARE(placements(*m_engine).filter(ip.mid(4) + '/').filter("_CH").join(' '), channels);
+        if (refusal.isEmpty())
+            QCOMPARE(place(ip, unit), ip + " is already on " + unit);
     }
 
     // The sites of the IP's own channels count as free, and two channels may change places.

@@ -248,23 +248,15 @@ private Q_SLOTS:
         QCOMPARE(pen.widthF(), isPolygon || states.testFlag(Selected) ? 0.0 : 0.5);
     }
 
-    void rectBorderByWidth_data()
-    {
-        const Rows<double, QColor, double> row;
-        row("no width", 0.0, RECT_BORDER_COLOR, 0.0);
-        row("less than anything visible", 1e-17, RECT_BORDER_COLOR, 0.0);
-        row("negative and less than anything visible", -1e-17, RECT_BORDER_COLOR, 0.0);
-        row("no number", std::numeric_limits<double>::quiet_NaN(), RECT_BORDER_COLOR, 0.0);
-        row("half a unit", 0.5, Stroke, 0.5);
-        row("three and a half", 3.5, Stroke, 3.5);
-    }
-
+    // What is less than anything visible is no width, nor is what is no number.
     void rectBorderByWidth()
     {
-        const auto [width, color, penWidth] = row<double, QColor, double>();
-        const QPen pen = paintrules::borderPen(paintrules::rectLook(0, 0x010203, width, {}));
-        QCOMPARE(pen.color(), color);
-        QCOMPARE(pen.widthF(), penWidth);
+        for (const double width : {0.0, 1e-17, -1e-17, std::numeric_limits<double>::quiet_NaN(), 0.5, 3.5}) {
+            const bool isVisible = width > 0.1;
+            const QPen pen = paintrules::borderPen(paintrules::rectLook(0, 0x010203, width, {}));
+            QCOMPARE(pen.color(), isVisible ? Stroke : RECT_BORDER_COLOR);
+            QCOMPARE(pen.widthF(), isVisible ? width : 0.0);
+        }
     }
 
     void linePenIsCutToWholeUnits()
@@ -288,22 +280,15 @@ private Q_SLOTS:
         QCOMPARE(paintrules::TextRenderScale * paintrules::TextItemScale, 1.0);
     }
 
-    void layersByScale_data()
-    {
-        const Rows<double, QList<int>> row;
-        row("below all", 0.5, QList<int>{7});
-        row("both ends belong to a range", 1.0, QList<int>{1, 3, 7});
-        row("beside a range of one value", 1.01, QList<int>{3, 7});
-        row("above all", 20.0, QList<int>{7});
-        row("no number hides nothing", std::numeric_limits<double>::quiet_NaN(), QList<int>{1, 3, 7});
-    }
-
     void layersByScale()
     {
-        const auto [scale, layers] = row<double, QList<int>>();
         const std::map<int, RangeScale> ranges{{7, {0.0, 100.0}}, {1, {1.0, 1.0}}, {3, {1.0, 4.0}}};
-        QCOMPARE(visibleLayersAt(ranges, scale), layers);
-        QVERIFY(visibleLayersAt({}, scale).isEmpty());
+        const std::pair<double, QList<int>> expected[] = {{0.5, {7}}, {20.0, {7}}, // below and above the others
+            {1.0, {1, 3, 7}}, // both ends belong to a range
+            {1.01, {3, 7}}, {std::numeric_limits<double>::quiet_NaN(), {1, 3, 7}}}; // no number hides nothing
+        for (const auto& [scale, layers] : expected)
+            QCOMPARE(visibleLayersAt(ranges, scale), layers);
+        QVERIFY(visibleLayersAt({}, 1.0).isEmpty());
     }
 };
 
