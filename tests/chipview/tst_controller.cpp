@@ -183,29 +183,23 @@ private Q_SLOTS:
         QCOMPARE(actions->value(ACTION_FILTER)->menu(), database->getViewFilterMenu());
     }
 
-    void refreshReachesWhatTheKindNames_data()
-    {
-        const Rows<int, bool, bool, bool> row;
-        row("tree", 0, true, false, false);
-        row("drawing", 1, false, true, false);
-        row("table", 2, false, false, true);
-        row("all", 3, true, true, true);
-        row("a kind of the host's own", 17, false, false, false);
-    }
-
     void refreshReachesWhatTheKindNames()
     {
-        const auto [kind, tree, graphic, table] = row<int, bool, bool, bool>();
-        ChipView chip({{7, {0, 0, 10, 10}}});
-        chip.engine.addCell(nullptr, "ip1");
-        chip.engine.device.addRecord(7, {{"tovanel:popup", "new"}});
-        chip.engine.usageRows = {{"IP", "1", "8"}};
-        chip.engine.calls.clear();
-        QVERIFY(chip.window->refresh(static_cast<Enum_ChipView_Refresh_Type>(kind)));
-        QCOMPARE(chip.engine.calls, std::vector<std::string>{"refresh " + std::to_string(kind)});
-        QCOMPARE(chip.tree()->topLevelItemCount() == 1, tree);
-        QCOMPARE(chip.attribute(1)->toolTip == "new", graphic);
-        QCOMPARE(chip.database()->getResTable(nullptr)->rowCount() == 1, table);
+        constexpr int HostsOwn = 17; // which says nothing to the component
+        for (const int kind :
+            {int(REFRESH_TREE), int(REFRESH_GRAPHIC), int(REFRESH_TABLE), int(REFRESH_ALL), HostsOwn}) {
+            ChipView chip({{7, {0, 0, 10, 10}}});
+            chip.engine.addCell(nullptr, "ip1");
+            chip.engine.device.addRecord(7, {{"tovanel:popup", "new"}});
+            chip.engine.usageRows = {{"IP", "1", "8"}};
+            chip.engine.calls.clear();
+            QVERIFY(chip.window->refresh(static_cast<Enum_ChipView_Refresh_Type>(kind)));
+            QCOMPARE(chip.engine.calls, std::vector<std::string>{"refresh " + std::to_string(kind)});
+            const auto isMeant = [kind = kind](int part) { return kind == part || kind == REFRESH_ALL; };
+            QCOMPARE(chip.tree()->topLevelItemCount() == 1, isMeant(REFRESH_TREE));
+            QCOMPARE(chip.attribute(1)->toolTip == "new", isMeant(REFRESH_GRAPHIC));
+            QCOMPARE(chip.database()->getResTable(nullptr)->rowCount() == 1, isMeant(REFRESH_TABLE));
+        }
     }
 
     void commandsReachTheHostAndItsAnswerComesBack()

@@ -30,7 +30,7 @@ TclCompletion completionWith(const QStringList& resources)
 
 } // namespace
 
-// The console's dock with its output, the input by itself, and the completion of commands.
+// The console's dock with its output and its input, and the completion of commands.
 class TestConsole final : public zeltest::Test
 {
     Q_OBJECT
@@ -42,17 +42,13 @@ private Q_SLOTS:
         m_dock->resize(900, 260);
         m_dock->show();
         m_entered.clear();
-        m_input = std::make_unique<ConsoleInput>(nullptr);
-        connect(
-            m_input.get(), &ConsoleInput::entered, this, [this](const QString& script) { m_entered.append(script); });
-        m_input->resize(400, 30);
-        m_input->show();
+        connect(m_dock.get(), &ConsoleDock::commandEntered, this,
+            [this](const QString& script) { m_entered.append(script); });
     }
 
     void cleanup()
     {
         m_dock.reset();
-        m_input.reset();
         Test::cleanup();
     }
 
@@ -214,20 +210,6 @@ private Q_SLOTS:
         QCOMPARE(lines(), QStringList{"next"});
     }
 
-    void stopIsThereWhileAScriptRuns()
-    {
-        QSignalSpy cancelled(m_dock.get(), &ConsoleDock::cancelRequested);
-        auto* stop = m_dock->findChild<QToolButton*>("stop");
-        QVERIFY(!stop->isVisible());
-        m_dock->setRunning(true);
-        QVERIFY(stop->isVisible());
-        stop->click();
-        QTest::keyClick(input(), Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(cancelled.count(), 2);
-        m_dock->setRunning(false);
-        QVERIFY(!stop->isVisible());
-    }
-
     void listsCandidatesInColumns()
     {
         QStringList names;
@@ -242,26 +224,15 @@ private Q_SLOTS:
         QCOMPARE(lines().last(), "and 100 more");
     }
 
-    void takesWhatTheInputEnters()
-    {
-        QSignalSpy entered(m_dock.get(), &ConsoleDock::commandEntered);
-        m_dock->setHistory({"undo", "undo", "redo"});
-        QTest::keyClick(input(), Qt::Key_Up);
-        QTest::keyClick(input(), Qt::Key_Up);
-        QTest::keyClick(input(), Qt::Key_Return);
-        QCOMPARE(entered.value(0).value(0).toString(), "undo");
-        QCOMPARE(m_dock->history(), QStringList({"undo", "redo", "undo"}));
-    }
-
     void entersWhatIsComplete()
     {
         for (const char* typed : {"puts a", "if 1 {puts b}", "", "  "}) { // the last two are nothing
             type(typed);
             press(Qt::Key_Return);
-            QCOMPARE(m_input->script(), QString());
+            QCOMPARE(input()->script(), QString());
         }
         QCOMPARE(m_entered, QStringList({"puts a", "if 1 {puts b}"}));
-        QCOMPARE(m_input->history().entries(), m_entered);
+        QCOMPARE(m_dock->history(), m_entered);
     }
 
     void continuesWhatIsIncomplete()
@@ -280,41 +251,41 @@ private Q_SLOTS:
 
     void growsUpToSomeLines()
     {
-        const int oneLine = m_input->height();
+        const int oneLine = input()->height();
         int before = 0;
         for (int lines = 1; lines <= 8; ++lines) {
-            QTRY_VERIFY(m_input->height() > before);
-            QCOMPARE(m_input->verticalScrollBar()->maximum(), 0);
-            before = m_input->height();
+            QTRY_VERIFY(input()->height() > before);
+            QCOMPARE(input()->verticalScrollBar()->maximum(), 0);
+            before = input()->height();
             press(Qt::Key_Return, Qt::ShiftModifier);
         }
         press(Qt::Key_Return, Qt::ShiftModifier);
-        QCOMPARE(m_input->height(), before);
+        QCOMPARE(input()->height(), before);
         press(Qt::Key_Escape);
-        QTRY_COMPARE(m_input->height(), oneLine);
+        QTRY_COMPARE(input()->height(), oneLine);
         type(QString(200, 'x')); // more than is as wide as the input
-        QTRY_VERIFY(m_input->height() > oneLine);
+        QTRY_VERIFY(input()->height() > oneLine);
     }
 
     void walksFromTheFirstAndLastLine()
     {
-        m_input->history().setEntries({"oldest", "if 1 {\nb\n}", "newest"});
+        m_dock->setHistory({"oldest", "if 1 {\nb\n}", "newest"});
         type("unfinished");
         press(Qt::Key_Up);
-        QCOMPARE(m_input->script(), "newest");
+        QCOMPARE(input()->script(), "newest");
         press({Qt::Key_Up, Qt::Key_Up, Qt::Key_Up});
-        QCOMPARE(m_input->script(), "oldest");
+        QCOMPARE(input()->script(), "oldest");
         press(Qt::Key_Down);
-        QCOMPARE(m_input->script(), "if 1 {\nb\n}");
+        QCOMPARE(input()->script(), "if 1 {\nb\n}");
         press(Qt::Key_Up); // to the second line
         type("!");
         press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Up});
-        QCOMPARE(m_input->script(), "if 1 {\nb!\n}"); // as it was edited
+        QCOMPARE(input()->script(), "if 1 {\nb!\n}"); // as it was edited
         press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down});
-        QCOMPARE(m_input->script(), "unfinished");
+        QCOMPARE(input()->script(), "unfinished");
         press({Qt::Key_Return, Qt::Key_Up}); // walks from the newest again
-        QCOMPARE(m_input->script(), "unfinished");
-        QCOMPARE(m_input->history().entries(), QStringList({"oldest", "if 1 {\nb\n}", "newest", "unfinished"}));
+        QCOMPARE(input()->script(), "unfinished");
+        QCOMPARE(m_dock->history(), QStringList({"oldest", "if 1 {\nb\n}", "newest", "unfinished"}));
     }
 
     // Neither blank ones nor equal ones in a row, and only the newest.
@@ -335,36 +306,41 @@ private Q_SLOTS:
         const auto isTaken = [this] {
             QKeyEvent event(QEvent::ShortcutOverride, Qt::Key_Escape, Qt::NoModifier);
             event.ignore();
-            QCoreApplication::sendEvent(m_input.get(), &event);
+            QCoreApplication::sendEvent(input(), &event);
             return event.isAccepted();
         };
         QVERIFY(!isTaken());
         type("puts a");
         QVERIFY(isTaken());
         press(Qt::Key_Escape);
-        QCOMPARE(m_input->script(), QString());
-        m_input->undo();
-        QCOMPARE(m_input->script(), "puts a");
+        QCOMPARE(input()->script(), QString());
+        input()->undo();
+        QCOMPARE(input()->script(), "puts a");
     }
 
     void aRunningScriptHoldsEverythingUp()
     {
-        QSignalSpy cancelled(m_input.get(), &ConsoleInput::cancelRequested);
-        m_input->setCompleter([](const QString&) { return Completion{{"x"}, 0, "completed"}; });
+        QSignalSpy cancelled(m_dock.get(), &ConsoleDock::cancelRequested);
+        auto* stop = m_dock->findChild<QToolButton*>("stop");
+        m_dock->setCompleter([](const QString&) { return Completion{{"x"}, 0, "completed"}; });
         type("puts a");
         press(Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(cancelled.count(), 0);
-        m_input->setRunning(true);
+        QVERIFY(cancelled.isEmpty() && !stop->isVisible());
+        m_dock->setRunning(true);
         press({Qt::Key_Return, Qt::Key_Tab});
         QCOMPARE(m_entered, QStringList());
-        QCOMPARE(m_input->script(), "puts a");
+        QCOMPARE(input()->script(), "puts a");
         press(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(cancelled.count(), 1);
-        m_input->selectAll(); // so it copies
+        input()->selectAll(); // so it copies
         press(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(cancelled.count(), 1);
-        m_input->moveCursor(QTextCursor::End);
-        m_input->setRunning(false);
+        QVERIFY(stop->isVisible());
+        stop->click();
+        QCOMPARE(cancelled.count(), 2);
+        input()->moveCursor(QTextCursor::End);
+        m_dock->setRunning(false);
+        QVERIFY(!stop->isVisible());
         press(Qt::Key_Return);
         QCOMPARE(m_entered, QStringList{"puts a"});
     }
@@ -372,7 +348,7 @@ private Q_SLOTS:
     void tabCompletes()
     {
         QString asked;
-        m_input->setCompleter([&](const QString& before) {
+        input()->setCompleter([&](const QString& before) {
             asked = before;
             return Completion{{"place"}, 4, "place "};
         });
@@ -380,31 +356,31 @@ private Q_SLOTS:
         press({Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left});
         press(Qt::Key_Tab);
         QCOMPARE(asked, "zel pl");
-        QCOMPARE(m_input->script(), "zel place -id 3"); // with one blank
+        QCOMPARE(input()->script(), "zel place -id 3"); // with one blank
         type("d");
-        QCOMPARE(m_input->script(), "zel placed -id 3");
+        QCOMPARE(input()->script(), "zel placed -id 3");
     }
 
     void secondTabAsksForTheCandidates()
     {
-        QSignalSpy found(m_input.get(), &ConsoleInput::candidatesFound);
-        m_input->setCompleter([](const QString&) { return Completion{{"foreach", "format"}, 0, "fo"}; });
+        QSignalSpy found(input(), &ConsoleInput::candidatesFound);
+        input()->setCompleter([](const QString&) { return Completion{{"foreach", "format"}, 0, "fo"}; });
         type("f");
         press(Qt::Key_Tab);
-        QCOMPARE(m_input->script(), "fo");
+        QCOMPARE(input()->script(), "fo");
         QCOMPARE(found.count(), 0);
         press(Qt::Key_Tab);
         QCOMPARE(found.value(0).value(0).toStringList(), QStringList({"foreach", "format"}));
-        m_input->setCompleter([](const QString& before) { return Completion{{}, 0, before}; });
+        input()->setCompleter([](const QString& before) { return Completion{{}, 0, before}; });
         press({Qt::Key_Tab, Qt::Key_Tab});
         QCOMPARE(found.count(), 1);
-        QCOMPARE(m_input->script(), "fo");
+        QCOMPARE(input()->script(), "fo");
     }
 
     void entersItsTextToTheLetter()
     {
         const QString text = QString::fromUtf8("a\xc2\xa0 b \xf0\x9f\x94\xa7 <b>\tc");
-        m_input->insertPlainText(text);
+        input()->insertPlainText(text);
         press(Qt::Key_Return);
         QCOMPARE(m_entered, QStringList{text});
     }
@@ -471,10 +447,10 @@ private Q_SLOTS:
     }
 
 private:
-    void type(const QString& text) { QTest::keyClicks(m_input.get(), text); }
+    void type(const QString& text) { QTest::keyClicks(input(), text); }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
-        QTest::keyClick(m_input.get(), key, modifiers);
+        QTest::keyClick(input(), key, modifiers);
     }
     void press(std::initializer_list<Qt::Key> keys)
     {
@@ -482,8 +458,6 @@ private:
             press(key);
     }
 
-    std::unique_ptr<ConsoleInput> m_input;
-    QStringList m_entered;
     [[nodiscard]] QStringList lines() const { return output()->toPlainText().split('\n'); }
     [[nodiscard]] ConsoleOutput* output() const { return m_dock->findChild<ConsoleOutput*>(); }
     [[nodiscard]] ConsoleInput* input() const { return m_dock->findChild<ConsoleInput*>(); }
@@ -496,6 +470,7 @@ private:
     }
 
     std::unique_ptr<ConsoleDock> m_dock;
+    QStringList m_entered;
 };
 
 ZEL_TEST_MAIN(TestConsole)

@@ -286,24 +286,18 @@ private Q_SLOTS:
             engine.device.addRecord(id, values);
         engine.device.recordList.insert(engine.device.recordList.begin(), nullptr);
         DynamicValues dynamicValues;
-        dynamicValues.setEngine(&engine);
-        const Calls& trace = traceFromNowOn();
-        QCOMPARE(describe(dynamicValues.graphicsInfo()), info);
-        QCOMPARE(trace, (Calls{"getGraphicsDynamicInfo: call ZEL engine API: chip()", "getGraphicsDynamicInfo: end"}));
-    }
-
-    void infoIsAskedForAnew()
-    {
-        FakeEngine engine;
-        engine.device.addRecord(7, {{"fill", "red"}});
-        DynamicValues dynamicValues;
         QVERIFY(dynamicValues.graphicsInfo().isEmpty()); // no engine yet
         dynamicValues.setEngine(&engine);
-        const DynamicValues::GraphicsInfo& info = dynamicValues.graphicsInfo();
-        QCOMPARE(info.size(), 1);
+        engine.device.addRecord(99, {});
+        QVERIFY(dynamicValues.graphicsInfo().contains("99"));
+        engine.device.recordList.pop_back(); // which is noticed
+        const Calls& trace = traceFromNowOn();
+        const DynamicValues::GraphicsInfo& found = dynamicValues.graphicsInfo();
+        QCOMPARE(describe(found), info);
+        QCOMPARE(trace, (Calls{"getGraphicsDynamicInfo: call ZEL engine API: chip()", "getGraphicsDynamicInfo: end"}));
         engine.device.clearRecords();
-        QVERIFY(dynamicValues.graphicsInfo().isEmpty());
-        QVERIFY(info.isEmpty()); // the one map of the process
+        QVERIFY(dynamicValues.graphicsInfo().isEmpty()); // asked for anew
+        QVERIFY(found.isEmpty()); // the one map of the process
     }
 
     void valuesKeepTheEnginesOrder()

@@ -92,11 +92,8 @@ private Q_SLOTS:
     void dialogChangesWhatWasTyped()
     {
         const auto [resource, text, button, inForce, answer] = row<QString, QString, QString, QString, QString>();
-        const auto type = [&typed = text, &pressed = button](QWidget& dialog) {
-            QTest::keyClicks(dialog.focusWidget(), typed);
-            QTest::keyClick(dialog.focusWidget(), pressed == "OK" ? Qt::Key_Return : Qt::Key_Escape);
-        };
-        QCOMPARE(this->answer(resource.toStdString(), type), answer.isEmpty() ? 0 : 1);
+        const Qt::Key key = button == "OK" ? Qt::Key_Return : Qt::Key_Escape;
+        QCOMPARE(typeInto(resource.toStdString(), text, key), answer.isEmpty() ? 0 : 1);
         QCOMPARE(valueOf(resource, resource == "top/ip" ? "rate" : "frequency"), inForce);
         QVERIFY(!QApplication::activeModalWidget());
     }
@@ -109,11 +106,7 @@ private Q_SLOTS:
             written = QStringList{resource, key, value};
             return QString("the disk is full");
         });
-        const auto type = [](QWidget& dialog) {
-            QTest::keyClicks(dialog.focusWidget(), "250");
-            QTest::keyClick(&dialog, Qt::Key_Return);
-        };
-        QCOMPARE(answer("top/<b>pll", type), 0);
+        QCOMPARE(typeInto("top/<b>pll", "250", Qt::Key_Return), 0);
         QCOMPARE(written, (QStringList{"top/<b>pll", "frequency", "250"}));
         QCOMPARE(valueOf("top/<b>pll", "frequency"), "100");
         checkBox("the disk is full");
@@ -160,6 +153,14 @@ private:
         });
         timer.start(0);
         return m_engine->config(&resource);
+    }
+
+    int typeInto(const std::string& resource, const QString& text, Qt::Key key)
+    {
+        return answer(resource, [&](QWidget& dialog) {
+            QTest::keyClicks(dialog.focusWidget(), text);
+            QTest::keyClick(dialog.focusWidget(), key);
+        });
     }
 
     static void checkBox(const QString& text)

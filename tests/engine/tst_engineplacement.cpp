@@ -26,7 +26,8 @@ const char* const DESIGN = R"([
   {"name": "v33b", "type": "UVCCIO", "voltage": "3.3 V"},
   {"name": "v18", "type": "UVCCIO", "voltage": "1.8 V"},
   {"name": "vfree", "type": "UVCCIO", "site": "V1_2"},
-  {"name": "vany", "type": "UVCCIO"}
+  {"name": "vany", "type": "UVCCIO"},
+  {"name": "bare", "type": "IP"}
 ])";
 
 int idOf(const ReferenceEngine& engine, const QString& site)
@@ -150,6 +151,8 @@ private Q_SLOTS:
         row("nowhere to spill over to", "top/quad", "U2", "", "top/quad has 3 channels to place, but 2 are free in U2");
         row("moves what is placed", "top/duo", "U1", "duo/a@U1_CH0 duo/b@U1_CH1", "");
         row("against its clock", "top/duo", "U2", "duo/a@U0_CH0", "top/duo/ref on REF_L does not reach U2");
+        row("nothing to move", "top/bare", "U1", "", "top/bare has no channel that could be moved");
+        row("a unit without channels", "top/mono", "U3", "", "U3 has no channels");
         row("onto a channel of it", "top/mono", "U1_CH0", "", "U1_CH0 (Channel) does not take resources of type IP");
     }
 
@@ -158,6 +161,8 @@ private Q_SLOTS:
         const auto [ip, unit, channels, refusal] = row<QString, QString, QString, QString>();
         QCOMPARE(place(ip, unit), refusal);
         QCOMPARE(placements(*m_engine).filter(ip.mid(4) + '/').filter("_CH").join(' '), channels);
+        if (refusal.isEmpty())
+            QCOMPARE(place(ip, unit), ip + " is already on " + unit);
     }
 
     // The sites of the IP's own channels count as free, and two channels may change places.
@@ -170,6 +175,10 @@ private Q_SLOTS:
         QCOMPARE(placements(*m_engine).filter("_CH"), expected);
         QCOMPARE(m_engine->design().occupants().size(), 5); // with the reference and v33
         QCOMPARE(place("top/duo", "U0"), "top/duo is already on U0");
+        QCOMPARE(place("top/mono", "U0"), "U0 has no free channel");
+        QCOMPARE(place("top/quad", "U1"), "top/quad has 3 channels to place, but 2 are free in U1 and U0");
+        QCOMPARE(place("top/mono/a", "U2_CH0"), QString());
+        QCOMPARE(place("top/quad", "U2"), "top/quad has 3 channels to place, but 1 is free in U2");
     }
 
     void resets_data()
@@ -204,7 +213,7 @@ private Q_SLOTS:
         for (const char* site : {"U0_PLL", "PLL_CORE"})
             QCOMPARE(place("top/shared", site), QString());
         QCOMPARE(m_engine->restore("top/mono"), "PLL_CORE reaches no SerDes unit, but top/shared feeds top/mono");
-        QCOMPARE(m_engine->tree()->children->size(), std::size_t(8));
+        QCOMPARE(m_engine->tree()->children->size(), std::size_t(9));
         QVERIFY(!m_engine->remove("top/duo").isEmpty());
     }
 
@@ -228,21 +237,12 @@ private Q_SLOTS:
     // The device file may name it on one side only.
     void neighboursAreSoBothWays()
     {
-        ProjectFolder folder(R"([{"name": "ip", "type": "IP", "children": [
-      {"name": "a", "type": "DCUCHANNEL"}, {"name": "b", "type": "DCUCHANNEL"}]}])");
-        folder.write("device.json", R"({"name": "D", "drawing": "d.svg",
-      "kinds": [{"name": "UNIT", "accepts": ["IP"]}, {"name": "CHANNEL", "accepts": ["DCUCHANNEL"]}],
-      "sites": [
-        {"id": 1, "name": "U0", "kind": "UNIT", "group": "U0", "neighbours": ["U1"]},
-        {"id": 2, "name": "C0", "kind": "CHANNEL", "group": "U0"},
-        {"id": 3, "name": "U1", "kind": "UNIT", "group": "U1"},
-        {"id": 4, "name": "C1", "kind": "CHANNEL", "group": "U1"},
-        {"id": 5, "name": "alone", "kind": "UNIT"}]})");
-        for (const QStringList& order : {QStringList{"C0", "C1"}, QStringList{"C1", "C0"}}) {
+        ProjectFolder folder(DESIGN);
+        folder.write("device.json", smallDevice().replace(R"(, "neighbours": ["U0"])", ""));
+        for (const auto& [a, b] : {std::pair("U0_CH1", "U1_CH0"), std::pair("U1_CH0", "U0_CH1")}) {
             m_engine = openEngine(folder.path());
-            QCOMPARE(place("top/ip/a", order[0]), QString());
-            QCOMPARE(place("top/ip/b", order[1]), QString());
-            QCOMPARE(m_engine->place("top/ip", 5), "alone has no channels");
+            QCOMPARE(place("top/duo/a", a), QString());
+            QCOMPARE(place("top/duo/b", b), QString());
         }
     }
 

@@ -97,46 +97,32 @@ private Q_SLOTS:
         using Row = std::vector<std::string>;
         const std::vector<Row> rows = m_engine->getResources();
         QCOMPARE(rows.size(), std::size_t(6)); // pads take nothing
-        QCOMPARE(rows.at(0), (Row{"Unit", "1", "3", "33 %"}));
+        QCOMPARE(rows.at(0), (Row{"Unit", "1", "4", "25 %"}));
         QCOMPARE(rows.at(1), (Row{"Channel", "1", "6", "17 %"}));
         QCOMPARE(rows.at(4), (Row{"Reference", "1", "2", "50 %"}));
         QCOMPARE(rows.at(5), (Row{"Supply", "0", "4", "0 %"}));
         QCOMPARE(m_engine->getResourceHeader().size() + 1, rows.front().size());
     }
 
-    void marksOccupiedSites()
+    void marksOccupiedAndConflictingSites()
     {
-        const std::string fill = "fill";
-        const std::string popup = "tovanel:popup";
-        const std::string lane = "lane";
-        const auto bag = [this] { return m_engine->chip()->records().at(1)->attributes; };
         QCOMPARE(m_engine->chip()->records().size(), m_engine->device().sites().size());
         QCOMPARE(m_engine->chip()->records().at(1)->id, 11U);
-        QCOMPARE(*bag()->getAttributeValue(&fill), std::string("#a690d2"));
-        QCOMPARE(*bag()->getAttributeValue(&popup), std::string("Channel U0_CH0: top/ip/a"));
-        QCOMPARE(*bag()->getAttributeValue(&lane), std::string("0"));
-        QCOMPARE(m_engine->reset("top/ip/a"), QString());
-        QVERIFY(!bag()->getAttributeValue(&fill));
-        QVERIFY(!bag()->getAttributeValue(&popup));
-        QCOMPARE(*bag()->getAttributeValue(&lane), std::string("0"));
-    }
-
-    void marksConflictingSites()
-    {
-        const std::string fill = "fill";
-        const std::string popup = "tovanel:popup";
         const auto value = [this](const std::string& key) {
             const std::string* text = m_engine->chip()->records().at(1)->attributes->getAttributeValue(&key);
-            return text ? *text : std::string();
+            return text ? *text : std::string("none");
         };
+        const auto look = [&value] { return value("fill") + ' ' + value("tovanel:popup") + ' ' + value("lane"); };
+        const std::string occupied = "#a690d2 Channel U0_CH0: top/ip/a 0";
+        QCOMPARE(look(), occupied);
         QCOMPARE(m_engine->setSetting(10, "CH1", "OFF"), QString());
-        QCOMPARE(value(fill), std::string("#ff4a2e"));
-        QCOMPARE(value(popup), std::string("Channel U0_CH0: top/ip/a\nConflict: CH0 is OFF"));
+        QCOMPARE(look(), std::string("#ff4a2e Channel U0_CH0: top/ip/a\nConflict: CH0 is OFF 0"));
         m_engine->setSettingChanges(10, {}); // as undo does
-        QCOMPARE(value(fill), std::string("#a690d2"));
+        QCOMPARE(look(), occupied);
         QCOMPARE(m_engine->reset("top/ip/a"), QString());
+        QCOMPARE(look(), std::string("none none 0"));
         QCOMPARE(m_engine->setSetting(10, "CH0", "OFF"), QString());
-        QCOMPARE(value(fill), std::string()); // nobody minds
+        QCOMPARE(look(), std::string("none none 0")); // nobody minds
     }
 
     void keepsNamesWithoutARoot()
@@ -197,25 +183,10 @@ private Q_SLOTS:
         offers = m_engine->getDynamicDialogValues(&channel, 1);
         QCOMPARE(offers->at("CH1").front(), common);
         QCOMPARE(offers->at("CH0:CH1"), (Values{"OFF", "OFF"}));
-    }
-
-    void loadsManyResources()
-    {
-        constexpr int GROUPS = 200;
-        constexpr int MEMBERS = 100;
-        QByteArray resources = "[";
-        for (int group = 0; group < GROUPS; ++group) {
-            resources += (group ? ",{\"name\":\"g" : "{\"name\":\"g") + QByteArray::number(group) + "\",\"children\":[";
-            for (int member = 0; member < MEMBERS; ++member)
-                resources += (member ? ",{\"name\":\"" : "{\"name\":\"") + QByteArray::number(member)
-                    + "\",\"type\":\"PLL\"}";
-            resources += "]}";
+        for (const QString value : {"X", ""}) { // what was empty at first can be so again
+            QCOMPARE(m_engine->setSetting(30, "D", value), QString());
+            QCOMPARE(m_engine->settings().value(30, "D"), value);
         }
-        const ProjectFolder folder(resources + ']');
-        const auto engine = openEngine(folder.path());
-        QCOMPARE(engine->tree()->children->size(), std::size_t(GROUPS));
-        const std::string name = "top/g199/99";
-        QCOMPARE(engine->getResourceSummary(&name), std::string("not placed, 100 MHz"));
     }
 
 private:

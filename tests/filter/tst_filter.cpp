@@ -197,9 +197,7 @@ private Q_SLOTS:
         QVERIFY(!submenu->rect().contains(boxes.last()->geometry()));
         QWidget* lowest = submenu->childAt(20, submenu->height() - 3);
         const QPoint edge = lowest->mapFrom(submenu, QPoint(20, submenu->height() - 3));
-        QMouseEvent move(
-            QEvent::MouseMove, edge, lowest->mapToGlobal(edge), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(lowest, &move);
+        sendMouse(lowest, QEvent::MouseMove, edge, Qt::NoButton, Qt::NoButton);
         QTRY_VERIFY(!submenu->rect().contains(boxes.first()->geometry()));
         QTest::keyClick(submenu, Qt::Key_End);
         QVERIFY(submenu->rect().contains(boxes.last()->geometry()));

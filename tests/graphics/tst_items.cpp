@@ -273,6 +273,7 @@ private Q_SLOTS:
         chip.engine.types["70"] = type;
         chip.drawing.addRect(70, 10, 10, 40, 40).tooltip = "site 70";
         chip.drawing.addPolygon(80, {{60, 10}, {90, 10}, {60, 60}});
+        chip.drawing.addText(90, "label", 10, 90, 10);
         if (isAllowed)
             chip.engine.allowedSites = {"70", "80"};
         chip.open();
@@ -288,15 +289,8 @@ private Q_SLOTS:
             QVERIFY(hoverText->toPlainText() == "site 70" && hoverText->isVisible());
         sendDrag(item, QEvent::GraphicsSceneDragLeave);
         QVERIFY(chip.selected().isEmpty());
-    }
-
-    void textEndsAHighlight()
-    {
-        ChipView chip;
-        chip.drawing.addText(5, "label", 10, 50, 10);
-        chip.open();
         chip.database()->highlightedIds().assign({1, 2});
-        sendDrag(chip.item(1), QEvent::GraphicsSceneDragEnter);
+        sendDrag(chip.item(3), QEvent::GraphicsSceneDragEnter); // a text only ends the highlight
         QVERIFY(chip.database()->highlightedIds().isEmpty());
     }
 };

@@ -114,14 +114,6 @@ using Change = std::function<void(QGraphicsItem*, bool isDone)>;
 using FontChange = std::function<void(QFont&)>;
 using Writing = std::function<void(ZELGraphicItemAttribute&)>;
 
-int firstInside(const DisplayList& list, const QRectF& area)
-{
-    int place = 0;
-    while (place + 1 < list.size() && !area.contains(list.boundsOf(place)))
-        ++place;
-    return place;
-}
-
 const QString ViewIsRight = "view, 0 wrong";
 const QString QtIsRight = "Qt, 0 wrong";
 
@@ -468,7 +460,10 @@ private Q_SLOTS:
         QCOMPARE(painted, 1);
         canvas.update(scene);
         QCOMPARE(painted, 1); // nothing changed
-        canvas.invalidate(firstInside(list, {20, 20, 160, 90}));
+        int place = 0; // of an element well inside
+        while (!QRectF(20, 20, 160, 90).contains(list.boundsOf(place)))
+            ++place;
+        canvas.invalidate(place);
         widest = 0;
         canvas.update(scene);
         QCOMPARE(painted, 2);

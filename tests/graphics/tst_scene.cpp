@@ -72,6 +72,7 @@ private Q_SLOTS:
         ChipView chip;
         chip.drawing.addRect(7, 10, 10, 40, 40).tooltip = "free";
         chip.drawing.addText(7, "label", 60, 50, 10).fillColor = 0x010203;
+        chip.drawing.addRect(8, 60, 10, 40, 40);
         chip.open();
         auto* rect = chip.attribute(1);
         auto* text = chip.attribute(2);
@@ -90,23 +91,16 @@ private Q_SLOTS:
         QCOMPARE(chip.colorAt({30, 30}).rgb(), 0xff808080u);
         QCOMPARE(rect->toolTip, "free");
         QCOMPARE(text->toolTip, "occupied");
-    }
 
-    void refreshOfOddValues()
-    {
-        ChipView chip;
-        chip.drawing.addRect(7, 10, 10, 40, 40);
-        chip.drawing.addRect(8, 60, 10, 40, 40);
-        chip.engine.device.addRecord(4711, {{"fill", "#ff0000"}});
-        chip.open();
-        const std::pair<const char*, unsigned int> values[] = {
+        const std::pair<const char*, unsigned int> oddValues[] = {
             {"#00ff7f", 0x00ff7f}, {"x00ff7e", 0x00ff7e}, // the first character is dropped whatever it is
             {"#green!", 0}, {"#00ff7d", 0x00ff7d}, {"", 0}, // no number is black, nor is the empty text absent
         };
-        for (const auto& [text, colour] : values) {
-            chip.refresh(7, {{"fill", text}});
+        chip.engine.device.addRecord(4711, {{"fill", "#ff0000"}}); // of no element
+        for (const auto& [value, colour] : oddValues) {
+            chip.refresh(7, {{"fill", value}});
             QCOMPARE(chip.fillOf(1), colour);
-            QCOMPARE(chip.fillOf(2), 0x808080u);
+            QCOMPARE(chip.fillOf(3), 0x808080u);
         }
     }
 

@@ -141,6 +141,11 @@ private Q_SLOTS:
         chip.drawing.parameter.layerRanges = {{0, {2.0, 100.0}}};
         chip.open();
         QVERIFY(chip.view()->getVisibleLayers().isEmpty());
+        const QTransform before = chip.view()->transform();
+        chip.window->zoomTo(); // the scene's own list is empty
+        for (QList<QGraphicsItem*> items : {QList<QGraphicsItem*>(), QList<QGraphicsItem*>{nullptr, chip.item(1)}})
+            chip.view()->zoomTo(&items);
+        QCOMPARE(chip.view()->transform(), before);
         QList<QGraphicsItem*> items{chip.item(1), nullptr, chip.item(2)};
         chip.view()->zoomTo(&items);
         const QRectF shown = chip.shownPart();
@@ -148,19 +153,9 @@ private Q_SLOTS:
         QVERIFY(shown.height() < 20 || shown.width() < 24);
         QCOMPARE(chip.view()->currentScale(), chip.view()->getScaleTimes() * 0.25 + 1.0);
         QCOMPARE(chip.view()->getVisibleLayers(), QList<int>{0});
-    }
-
-    void zoomToNothingDoesNothing()
-    {
-        ChipView chip({{1, {10, 10, 4, 4}}});
-        const QTransform before = chip.view()->transform();
-        chip.window->zoomTo(); // the scene's own list is empty
-        for (QList<QGraphicsItem*> items : {QList<QGraphicsItem*>(), QList<QGraphicsItem*>{nullptr, chip.item(1)}})
-            chip.view()->zoomTo(&items);
-        QCOMPARE(chip.view()->transform(), before);
         chip.scene()->zoomItems().append(chip.item(1));
         chip.window->zoomTo();
-        QVERIFY(chip.view()->transform().m11() > 10);
+        QVERIFY(chip.shownPart().contains(QRectF(10, 10, 4, 4)) && chip.shownPart().width() < 20);
     }
 
     void clickSelectsTheTopmostElement()
@@ -323,14 +318,9 @@ private Q_SLOTS:
         chip.open();
         const QPoint position(20, 20);
         chip.mouse(QEvent::MouseButtonPress, position);
-        QWidget* popup = nullptr;
-        QTimer::singleShot(0, qApp, [&] {
-            popup = QApplication::activePopupWidget();
-            if (popup)
-                popup->close();
-        });
-        openMenu(chip.view()->viewport(), position);
-        QCOMPARE(popup, static_cast<QWidget*>(chip.database()->getViewFilterMenu()));
+        const QList<QAction*> actions = actionsOfMenuAt(chip.view()->viewport(), position);
+        QVERIFY(!actions.isEmpty());
+        QCOMPARE(actions, chip.database()->getViewFilterMenu()->actions());
         QVERIFY(!chip.view()->findChild<QRubberBand*>()->isVisible());
     }
 };

@@ -53,11 +53,8 @@ public:
 
     void pointAt(QPointF scenePosition)
     {
-        const QPoint position = view()->mapFromScene(scenePosition);
-        QWidget* viewport = view()->viewport();
-        QMouseEvent event(
-            QEvent::MouseMove, position, viewport->mapToGlobal(position), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(viewport, &event);
+        zeltest::sendMouse(
+            view()->viewport(), QEvent::MouseMove, view()->mapFromScene(scenePosition), Qt::NoButton, Qt::NoButton);
     }
 
     void zoomWithWheel(QPoint position, int steps)
@@ -267,8 +264,7 @@ private Q_SLOTS:
             shown.action(mode)->trigger();
             const QPointF held = shown.sceneAt({150, 120});
             QTest::mousePress(shown.view()->viewport(), Qt::MiddleButton, {}, {150, 120});
-            QMouseEvent move(QEvent::MouseMove, QPointF(130, 100), QPointF(), Qt::NoButton, Qt::MiddleButton, {});
-            QApplication::sendEvent(shown.view()->viewport(), &move);
+            zeltest::sendMouse(shown.view()->viewport(), QEvent::MouseMove, {130, 100}, Qt::NoButton, Qt::MiddleButton);
             QTest::mouseRelease(shown.view()->viewport(), Qt::MiddleButton, {}, {130, 100});
             QVERIFY((shown.sceneAt({130, 100}) - held).manhattanLength() < 0.1);
         }

@@ -93,14 +93,6 @@ public:
     HostFiles files{Design};
 };
 
-void answerNextQuestion(QMessageBox::StandardButton answer)
-{
-    QTimer::singleShot(0, qApp, [answer] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-            box->button(answer)->click();
-    });
-}
-
 } // namespace
 
 class TestPlanning : public zeltest::Test
@@ -242,11 +234,11 @@ private Q_SLOTS:
         QVERIFY(planning.window->close()); // nothing changed, nothing asked
         planning.window->show();
         planning.run("zel_resource place -rsc top/core -id 50");
-        answerNextQuestion(QMessageBox::Cancel);
+        zeltest::answerNextQuestion(QMessageBox::Cancel);
         planning.run("exit");
         QVERIFY(planning.consoleText().endsWith("the program goes on"));
         QVERIFY(planning.window->isWindowModified());
-        answerNextQuestion(answer);
+        zeltest::answerNextQuestion(answer);
         QCOMPARE(planning.window->close(), isClosed);
         planning.open();
         QCOMPARE(planning.siteOf("top/core"), site);

@@ -60,21 +60,6 @@ public:
     int answer = 1;
 };
 
-// Answers the question that is asked next.
-void answerNextQuestion(QMessageBox::StandardButton button, QString* text)
-{
-    QTimer::singleShot(0, qApp, [=] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box)
-            return;
-        *text = box->text();
-        if (button == QMessageBox::NoButton)
-            QTest::keyClick(box, Qt::Key_Escape);
-        else
-            box->button(button)->click();
-    });
-}
-
 } // namespace
 
 class TestPlacement : public zeltest::Test
@@ -229,11 +214,7 @@ private Q_SLOTS:
         PlacementView chip;
         ZelTree* tree = chip.tree();
         const QPoint row = tree->visualItemRect(tree->topLevelItem(0)).center();
-        const auto move = [&](Qt::MouseButton button) {
-            QMouseEvent event(
-                QEvent::MouseMove, row, tree->viewport()->mapToGlobal(row), Qt::NoButton, button, Qt::NoModifier);
-            QApplication::sendEvent(tree->viewport(), &event);
-        };
+        const auto move = [&](Qt::MouseButton b) { sendMouse(tree->viewport(), QEvent::MouseMove, row, {}, b); };
         const auto drags = [tree] { return tree->findChildren<QDrag*>().size(); };
         move(Qt::LeftButton);
         QCOMPARE(drags(), 1);
@@ -258,18 +239,7 @@ private Q_SLOTS:
         tree->expandAll();
         QTreeWidgetItem* row = tree->findItems("leaf", Qt::MatchExactly | Qt::MatchRecursive).value(0);
         QVERIFY(row && !leaf->resettable);
-        const auto actionsAt = [&](QPoint position) {
-            int actions = 0;
-            QTimer::singleShot(0, qApp, [&] {
-                if (auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
-                    actions = static_cast<int>(popup->actions().size());
-                    popup->close();
-                }
-            });
-            openMenu(tree->viewport(), position);
-            QCoreApplication::processEvents();
-            return actions;
-        };
+        const auto actionsAt = [tree](QPoint position) { return actionsOfMenuAt(tree->viewport(), position).size(); };
         const QPoint leafPosition = tree->visualItemRect(row).center();
         QCOMPARE(actionsAt(tree->visualItemRect(tree->topLevelItem(0)).center()), 6);
         QCOMPARE(actionsAt(leafPosition), 0);

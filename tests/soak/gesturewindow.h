@@ -122,18 +122,18 @@ private:
         using W = GestureWindow;
         static const std::vector<Kind> all{
             {"begin", 0, [](W&) {}},
-            {"press", 3, [](W& w) { w.stroke(QEvent::MouseButtonPress); }},
-            {"move", 6, [](W& w) { w.stroke(QEvent::MouseMove); }},
-            {"release", 3, [](W& w) { w.stroke(QEvent::MouseButtonRelease); }},
-            {"double-click", 3, [](W& w) { w.stroke(QEvent::MouseButtonDblClick); }},
+            {"press", 3, [](W& w) { w.stroke(QTest::MousePress); }},
+            {"move", 6, [](W& w) { w.stroke(QTest::MouseMove); }},
+            {"release", 3, [](W& w) { w.stroke(QTest::MouseRelease); }},
+            {"double-click", 3, [](W& w) { w.stroke(QTest::MouseDClick); }},
             {"wheel", 8, [](W& w) { w.turnWheel(); }},
             {"key", 6, [](W& w) { w.pressKey(); }},
             {"mode", 4, [](W& w) { database().getAction(pick(Modes, w.number(0)))->trigger(); }},
             {"select-row", 6, [](W& w) { w.selectRow(); }},
-            {"expand-row", 3, [](W& w) { w.expandRow(); }},
-            {"press-row", 2, [](W& w) { w.onRow(QEvent::MouseButtonPress); }},
-            {"move-on-row", 2, [](W& w) { w.onRow(QEvent::MouseMove); }},
-            {"release-row", 2, [](W& w) { w.onRow(QEvent::MouseButtonRelease); }},
+            {"expand-row", 3, [](W& w) { w.toggle(w.anyRow()); }},
+            {"press-row", 2, [](W& w) { w.onRow(QTest::MousePress); }},
+            {"move-on-row", 2, [](W& w) { w.onRow(QTest::MouseMove); }},
+            {"release-row", 2, [](W& w) { w.onRow(QTest::MouseRelease); }},
             {"row-menu", 3, [](W& w) { w.openRowMenu(); }},
             {"filter-menu", 3, [](W& w) { zeltest::openMenu(w.view()->viewport(), w.place()); }},
             {"drag-move", 4, [](W& w) { w.drag(true); }}, // enters the view where nothing is being dragged
@@ -160,7 +160,7 @@ private:
         settle();
         // A button may have been down when the window before went away.
         if (m_isPressed)
-            mouse(QEvent::MouseButtonRelease, view()->viewport(), view()->viewport()->rect().center());
+            mouse(QTest::MouseRelease, view()->viewport(), view()->viewport()->rect().center());
     }
 
     // Waits until everything that the gesture has set off is over.
@@ -188,7 +188,7 @@ private:
     }
 
     // Sends the pointer's event as the window system does: to the window, which finds the widget.
-    void mouse(QEvent::Type type, QWidget* target, QPoint position, Qt::MouseButton button = Qt::LeftButton)
+    void mouse(QTest::MouseAction action, QWidget* target, QPoint position, Qt::MouseButton button = Qt::LeftButton)
     {
         QWindow* handle = target->window()->windowHandle();
         if (!target->isVisible() || !handle)
@@ -196,42 +196,36 @@ private:
         const QPoint inWindow = target->mapTo(target->window(), position);
         if (!target->window()->rect().contains(inWindow) || inWindow.isNull())
             return;
-        const bool isPress = type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick;
+        const bool isMove = action == QTest::MouseMove;
+        const bool isPress = action == QTest::MousePress || action == QTest::MouseDClick;
         if (isPress && !target->isActiveWindow()) { // as window managers do
             target->activateWindow();
             QCoreApplication::processEvents();
         }
         if (isPress && m_isPressed)
             QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, inWindow);
-        if (type == QEvent::MouseButtonPress)
-            QTest::mousePress(handle, button, Qt::NoModifier, inWindow);
-        else if (type == QEvent::MouseMove)
-            QTest::mouseMove(handle, inWindow);
-        else if (type == QEvent::MouseButtonDblClick)
-            QTest::mouseDClick(handle, button, Qt::NoModifier, inWindow);
-        else
-            QTest::mouseRelease(handle, button, Qt::NoModifier, inWindow);
-        if (button == Qt::LeftButton && type != QEvent::MouseMove)
-            m_isPressed = type == QEvent::MouseButtonPress;
+        QTest::mouseEvent(action, handle, isMove ? Qt::NoButton : button, Qt::NoModifier, inWindow);
+        if (button == Qt::LeftButton && !isMove)
+            m_isPressed = action == QTest::MousePress;
     }
 
-    void stroke(QEvent::Type type)
+    void stroke(QTest::MouseAction action)
     {
         QWidget* viewport = view()->viewport();
-        if (type == QEvent::MouseButtonPress && !m_isPressed && number(2) % 16 == 0) {
-            mouse(type, viewport, place(), Qt::MiddleButton);
-            mouse(QEvent::MouseButtonRelease, viewport, place(), Qt::MiddleButton);
-        } else if (type == QEvent::MouseButtonRelease && m_isPressed) {
+        if (action == QTest::MousePress && !m_isPressed && number(2) % 16 == 0) {
+            mouse(action, viewport, place(), Qt::MiddleButton);
+            mouse(QTest::MouseRelease, viewport, place(), Qt::MiddleButton);
+        } else if (action == QTest::MouseRelease && m_isPressed) {
             finishStroke();
         } else {
-            mouse(type, viewport, place());
+            mouse(action, viewport, place());
         }
     }
 
     void finishStroke()
     {
         const auto* band = view()->findChild<QRubberBand*>();
-        mouse(QEvent::MouseMove, view()->viewport(), place()); // as Qt has it before a release elsewhere
+        mouse(QTest::MouseMove, view()->viewport(), place()); // as Qt has it before a release elsewhere
         settle();
         const bool isSelecting = database().getMouseMode() == ACTION_SELECT && band->isVisible();
         const QPoint position = place();
@@ -248,7 +242,7 @@ private:
         const QSet<int> expected = touchedBy(0);
         const QSet<int> inside = touchedBy(-1);
         const QSet<int> outside = touchedBy(1);
-        mouse(QEvent::MouseButtonRelease, view()->viewport(), position);
+        mouse(QTest::MouseRelease, view()->viewport(), position);
         if (!isSelecting || band->isVisible())
             return;
         const QSet<int> selected = database().selectedIds().ids();
@@ -286,18 +280,18 @@ private:
         expectIds("the row selects ", database().selectedIds().ids(), idsOf(*row));
     }
 
-    void expandRow()
+    static void toggle(QTreeWidgetItem* row)
     {
-        if (QTreeWidgetItem* row = anyRow())
+        if (row)
             row->setExpanded(!row->isExpanded());
     }
 
-    void onRow(QEvent::Type type)
+    void onRow(QTest::MouseAction action)
     {
-        QTreeWidgetItem* row = anyRow();
+        const QTreeWidgetItem* row = anyRow();
         const QPoint middle = row ? tree()->visualItemRect(row).center() : QPoint();
         if (row && tree()->isVisible() && tree()->viewport()->rect().contains(middle))
-            mouse(type, tree()->viewport(), middle);
+            mouse(action, tree()->viewport(), middle);
     }
 
     void openRowMenu()
@@ -307,8 +301,7 @@ private:
             return;
         tree()->setCurrentItem(row);
         tree()->scrollToItem(row);
-        const QPoint middle = tree()->visualItemRect(row).center();
-        zeltest::openMenu(tree()->viewport(), middle);
+        zeltest::openMenu(tree()->viewport(), tree()->visualItemRect(row).center());
     }
 
     void drag(bool isOver)
@@ -323,12 +316,10 @@ private:
         const bool isAccepted = zeltest::drag<QDragMoveEvent>(viewport, position);
         if (isOver)
             return;
-        if (!isAccepted) {
-            leave();
-            return;
-        }
-        zeltest::drag<QDropEvent>(viewport, position);
         m_isDragging = false;
+        if (!isAccepted)
+            return zeltest::leaveDrag(viewport);
+        zeltest::drag<QDropEvent>(viewport, position);
         expect(database().highlightedIds().isEmpty(), "sites are lit after a drop");
     }
 

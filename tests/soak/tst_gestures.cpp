@@ -16,10 +16,10 @@
 // AddressSanitizer, each round of gestures must leave no leak; built without, the memory in use must stay level.
 #include "tests/soak/gesturewindow.h"
 #include "tests/support/shortened.h"
+#include "tests/support/testmain.h"
 
 #include <QApplication>
 #include <QFile>
-#include <QFont>
 #include <QPixmapCache>
 #include <QProcess>
 #include <QRandomGenerator>
@@ -62,12 +62,6 @@ void keepWarning(QtMsgType type, const QMessageLogContext&, const QString& text)
         firstWarning = text;
     if (type == QtFatalMsg)
         std::fprintf(stderr, "%s\n", qPrintable(text));
-}
-
-// The heap's memory in use, in MB.
-[[maybe_unused]] double memoryInUse()
-{
-    return static_cast<double>(mallinfo2().uordblks) / (1 << 20);
 }
 
 [[maybe_unused]] double middle(std::vector<double> numbers)
@@ -127,7 +121,7 @@ int replay(const QByteArrayList& gestures, int milliseconds)
             note(end);
             note(leak);
             QPixmapCache::clear(); // where Qt's style keeps what it painted for each size of a widget, up to 10 MB
-            memory.push_back(memoryInUse());
+            memory.push_back(static_cast<double>(mallinfo2().uordblks) / (1 << 20));
         }
         std::printf("%s%d\n", Step.constData(), done + 1);
         std::fflush(stdout);
@@ -150,11 +144,8 @@ int replayFile(const QStringList& arguments)
         return 2;
     }
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setStyle("Fusion");
+    zeltest::pinLook();
     QApplication::setCursorFlashTime(0); // what blinks makes no two pictures the same
-    QFont font("DejaVu Sans");
-    font.setPixelSize(12);
-    QApplication::setFont(font);
     return replay(file.readAll().trimmed().split('\n'), arguments.value(3).toInt());
 }
 

@@ -9,6 +9,7 @@
 #include "platform/contract/mirnprojectmanager.h"
 #include "resources/zeltree.h"
 #include "tests/support/drawing.h"
+#include "tests/support/events.h"
 #include "tests/support/fakeengine.h"
 #include "tests/support/testmain.h"
 
@@ -16,7 +17,6 @@
 #include <QFile>
 #include <QGraphicsItem>
 #include <QImage>
-#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -126,9 +126,7 @@ public:
     static void mouse(QEvent::Type type, QPoint position, Qt::MouseButton button = Qt::LeftButton)
     {
         const Qt::MouseButtons buttons = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
-        QMouseEvent event(type, position, view()->viewport()->mapToGlobal(position),
-            type == QEvent::MouseMove ? Qt::NoButton : button, buttons, Qt::NoModifier);
-        QApplication::sendEvent(view()->viewport(), &event);
+        sendMouse(view()->viewport(), type, position, type == QEvent::MouseMove ? Qt::NoButton : button, buttons);
     }
 
     static void drag(QPointF fromScene, QPointF toScene)

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QCursor>
 #include <QDragMoveEvent>
+#include <QMessageBox>
 #include <QMimeData>
+#include <QMouseEvent>
+#include <QTest>
+#include <QTimer>
 #include <QWheelEvent>
 #include <QWidget>
 
@@ -41,6 +46,45 @@ inline void leaveDrag(QWidget* viewport)
 {
     QDragLeaveEvent event;
     QApplication::sendEvent(viewport, &event);
+}
+
+// A mouse button's event at a position of a widget, which need not be the pointer's.
+inline void sendMouse(
+    QWidget* widget, QEvent::Type type, QPoint position, Qt::MouseButton button, Qt::MouseButtons buttons)
+{
+    QMouseEvent event(type, position, widget->mapToGlobal(position), button, buttons, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
+
+// Answers the question that is asked next, with Escape where no button is named, and keeps its text.
+inline void answerNextQuestion(QMessageBox::StandardButton button, QString* text = nullptr)
+{
+    QTimer::singleShot(0, qApp, [=] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        if (text)
+            *text = box->text();
+        if (button == QMessageBox::NoButton)
+            QTest::keyClick(box, Qt::Key_Escape);
+        else
+            box->button(button)->click();
+    });
+}
+
+// Opens the context menu at a position and closes it again. Returns its actions; none where no menu comes up.
+inline QList<QAction*> actionsOfMenuAt(QWidget* viewport, QPoint position)
+{
+    QList<QAction*> actions;
+    QTimer::singleShot(0, qApp, [&actions] {
+        if (auto* popup = QApplication::activePopupWidget()) {
+            actions = popup->actions();
+            popup->close();
+        }
+    });
+    openMenu(viewport, position);
+    QCoreApplication::processEvents();
+    return actions;
 }
 
 } // namespace zeltest

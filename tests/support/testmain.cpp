@@ -31,15 +31,20 @@ void Test::cleanup()
     MirnProjectManager::getProjectManager()->setProject(nullptr);
 }
 
+void pinLook()
+{
+    QApplication::setStyle("Fusion");
+    QFont font("DejaVu Sans");
+    font.setPixelSize(12);
+    QApplication::setFont(font);
+}
+
 int runTests(QObject* tests, int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    QApplication::setStyle("Fusion");
-    QFont font("DejaVu Sans");
-    font.setPixelSize(12);
-    QApplication::setFont(font);
+    pinLook();
     return QTest::qExec(tests, argc, argv);
 }
 

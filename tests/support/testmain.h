@@ -53,6 +53,9 @@ private:
     }
 };
 
+// Gives the application a style and a font that are the same on every machine.
+void pinLook();
+
 // Runs the test object in an offscreen application with a pinned style and font.
 int runTests(QObject* tests, int argc, char** argv);
 

@@ -19,83 +19,8 @@ private Q_SLOTS:
     void placesShapes_data()
     {
         const Rows<QByteArray, QString> row;
-        row("transforms apply from the right", "<rect size='2x1' transform='translate(10,5) scale(2 3)'/>",
-            "rect 10,5 4x3");
-        row("a group's transform comes last", "<g transform='scale(2)'><R transform='translate(3)'/></g>",
-            "rect 6,0 2x2");
-        row("a quarter turn keeps rects", "<rect x='1' size='4x2' transform='rotate(90)'/>", "rect -2,1 2x4");
-        row("three quarters around a point do so", "<rect size='4x2' transform='rotate(-90 10 10)'/>", "rect 0,16 2x4");
-        row("a mirror does so", "<rect x='1' y='1' size='4x2' transform='matrix(-1 0 0 1 10 0)'/>", "rect 5,1 4x2");
-        row("a turned rect is a polygon", "<rect size='10x10' transform='rotate(45)'/>",
-            "polygon 0,0 7.071,7.071 0,14.142 -7.071,7.071");
-        row("a skewed rect is a polygon", "<rect size='10x10' transform='skewX(45)'/>", "polygon 0,0 10,0 20,10 10,10");
-        row("skewed the other way", "<polygon points='0,0 10,0 10,10' transform='skewY(45)'/>",
-            "polygon 0,0 10,10 10,20");
-        row("transforms as a style, with units", "<R style='transform:translate(1px, 2px)rotate(.25turn)'/>",
-            "rect 0,2 1x1");
-        row("a transform that cannot be read is left out", "<R transform='translate(1,2) turn(3)'/>", "R");
-        row("strokes scale by their direction",
-            "<g stroke='red' stroke-width='2' transform='scale(1 4)'><line x2='1'/><line y2='1'/><line x2='4' "
-            "y2='1'/></g>",
-            "line 0,0 1,0 red 8; line 0,0 0,4 red 2; line 0,0 4,4 red 5.875");
-        row("also those of rects and turned ones",
-            "<g fill='none' stroke='red'><R transform='scale(1 4)'/><line x2='1' transform='rotate(90) scale(1 "
-            "4)'/></g>",
-            "line 0,0 1,0 red 4; line 1,0 1,4 red 1; line 1,4 0,4 red 4; line 0,4 0,0 red 1; line 0,0 0,1 red 4");
-        row("a border by the axes' mean", "<R stroke='red' transform='scale(1 4)'/>", "rect 0,0 1x4 #000000 red 2");
-        row("unless they are fixed",
-            "<line x2='1' stroke='red' vector-effect='non-scaling-stroke' transform='scale(4)'/>",
-            "line 0,0 4,0 red 1");
-        row("a rect without fill is its border", "<rect size='2x1' fill='none' stroke='red'/>",
-            "line 0,0 2,0 red 1; line 2,0 2,1 red 1; line 2,1 0,1 red 1; line 0,1 0,0 red 1");
-        row("a stroked polygon is a polygon and then lines", "<polygon points='0 0,4 0 4,3' stroke='red'/>",
-            "polygon 0,0 4,0 4,3; line 0,0 4,0 red 1; line 4,0 4,3 red 1; line 4,3 0,0 red 1");
-        row("a polyline is open", "<polyline points='0,0 4,0 4,3' fill='none' stroke='red'/>",
-            "line 0,0 4,0 red 1; line 4,0 4,3 red 1");
-        row("an odd coordinate is lost", "<polyline points='0,0 4,0 4' fill='none' stroke='red'/>",
-            "line 0,0 4,0 red 1");
-        row("a line has no fill", "<line x2='5' fill='red'/>", "");
-        row("corners rounded by next to nothing", "<rect size='10x10' rx='0.1'/>", "rect 0,0 10x10");
-        row("a transform to nothing", "<R transform='scale(0)'/>", "");
-        row("a hole by the even-odd rule is bridged", "<path fill-rule='evenodd' d='M0 0h9v9zM1 1h2v2z'/>",
-            "polygon 0,0 9,0 9,9 0,0 1,1 3,1 3,3 1,1 0,0");
-        row("a hole that turns the other way is bridged", "<path d='M0 0h9v9zM1 1v2h2z'/>",
-            "polygon 0,0 9,0 9,9 0,0 1,1 1,3 3,3 1,1 0,0");
-        row("parts that turn alike overlap", "<path d='M0 0h9v9zM1 1h2v2z'/>",
-            "polygon 0,0 9,0 9,9; polygon 1,1 3,1 3,3");
-        row("an open subpath is filled as if closed", "<path d='M0 0h9v9'/>", "polygon 0,0 9,0 9,9");
-        row("back at the start is as good as closed", "<path d='M0 0h9v9L0 0'/>", "polygon 0,0 9,0 9,9");
-        row("two corners enclose nothing", "<path d='M0 0h9'/>", "");
-        // These are drawn by <use>.
-        row("of what comes later, by either reference",
-            "<use href='#r' x='5'/><use xlink:href='#r' y='5'/><defs><R id='r'/></defs>", "rect 5,0 1x1; rect 0,5 1x1");
-        row("by an identifier of XML", "<R xml:id='r'/><use href='#r' x='3'/>", "R; rect 3,0 1x1");
-        row("of what is drawn itself", "<R id='r'/><use href='#r' transform='scale(2)' x='3'/>", "R; rect 6,0 2x2");
-        row("inherits from its use", "<g fill='red'><R id='r'/></g><use href='#r' fill='blue'/>", "R red; R blue");
-        row("selectors look at where it stands",
-            "<style>.there rect{fill:red} .here rect{fill:blue}</style><defs class='there'><rect id='r' width='1' "
-            "height='1'/></defs><g class='here'><use href='#r'/></g>",
-            "R red");
-        row("a symbol with a view box fills the size of the use",
-            "<symbol id='s' viewBox='0 0 10 10'><rect size='5x10'/></symbol><use href='#s' width='20' height='20'/>",
-            "rect 0,0 10x20");
-        row("a symbol without one is drawn as it is",
-            "<symbol id='s'><rect size='5x10'/></symbol><use href='#s' x='1' size='20x20'/>", "rect 1,0 5x10");
-        row("percentages are of the symbol's view box",
-            "<symbol id='s' viewBox='0 0 10 10'><rect size='50%x10%'/></symbol><use href='#s' width='20' height='20'/>",
-            "rect 0,0 10x2");
-        row("a nested drawing takes its size from the use",
-            "<defs><svg id='s' size='5x5' viewBox='0 0 1 1'><R/></svg></defs><use href='#s'/><use href='#s' "
-            "size='7x7'/>",
-            "rect 0,0 5x5; rect 0,0 7x7");
-        row("nested uses add up", "<defs><g id='a'><use href='#b' x='1'/></g><R id='b'/></defs><use href='#a' x='10'/>",
-            "rect 11,0 1x1");
-        row("a nested drawing lies in its own viewport",
-            "<svg x='10' y='20' size='50x50' viewBox='0 0 100 100'><rect size='10%x10'/></svg>", "rect 10,20 5x5");
-        row("texts", "<defs><text id='t'>A</text></defs><use href='#t' x='2'/>", "text 'A' 2,0");
-        row("a hidden target is not drawn, one in something hidden is",
-            "<R id='a' display='none'/><g display='none'><rect id='b' size='2x2'/></g><use href='#a'/><use href='#b'/>",
-            "rect 0,0 2x2");
+        for (const TextCase& each : casesIn("shapes.txt"))
+            row(each.name.constData(), each.content, each.result);
     }
 
     void placesShapes()
@@ -301,29 +226,8 @@ private Q_SLOTS:
     {
         // The second text: id/layer/name/tooltip of each record, and a '!' for the flag.
         const Rows<QByteArray, QString> row;
-        row("without a word of it", "<R/><R id='n'/>", "-1/0//; -2/0/n/");
-        row("all given", "<R xml:id='n' t:id='0' t:layer='3' t:popup='p' t:flag='true'/>", "0/3/n/p!");
-        row("inherited but for name and flag",
-            "<g id='n' t:id='7' t:layer='3' t:popup='p' t:flag='true'><g><R/></g><R t:id='8'/></g><R/>",
-            "7/3//p; 8/3//p; -1/0//");
-        row("a title without popup", "<g><title> t\n</title><R/><R><title>u</title></R></g>", "-1/0//t; -2/0//u");
-        row("a popup goes before the title", "<R t:popup='p'><title>t</title></R>", "-1/0//p");
-        row("an own title goes before an inherited popup", "<g t:popup='p'><R><title>t</title></R><R/></g>",
-            "-1/0//t; -2/0//p");
-        row("an empty popup silences the inherited one", "<g t:popup='p'><R t:popup=''/></g>", "-1/0//");
-        row("a title that comes late", "<g><R/><R t:popup='p'/><title>t</title><R/></g>", "-1/0//t; -2/0//p; -3/0//t");
-        row("a popup that reads like the inherited one is an own one",
-            "<g t:popup='p'><g><R t:popup='p'/><R/><title>t</title></g></g>", "-1/0//p; -2/0//t");
-        row("an empty popup is an own one", "<g><R t:popup=''/><R/><title>t</title></g>", "-1/0//; -2/0//t");
-        row("titles and metadata are not drawn", "<g><title>t<R/></title><metadata><R/></metadata><R/></g>", "-1/0//t");
-        row("the drawing's own title is nobody's tooltip", "<title>drawing</title><R/>", "-1/0//");
-        row("all records of an element have its identity", "<polygon id='n' points='0,0 1,0 1,1' stroke='red'/><R/>",
-            "-1/0/n/; -1/0/n/; -1/0/n/; -1/0/n/; -2/0//");
-        row("instances are elements of their own",
-            "<defs><R id='n'/></defs><use href='#n' t:id='4'/><use href='#n'><title>t</title></use>",
-            "4/0/n/; -1/0/n/t");
-        row("texts and their parts",
-            "<text t:popup='p' id='n'>A<tspan t:id='3' t:layer='1' fill='red'>B</tspan></text>", "-1/0/n/p; 3/1/n/p");
+        for (const TextCase& each : casesIn("identities.txt"))
+            row(each.name.constData(), each.content, each.result);
         row("names in ISO 8859-1", "<R id='\xC3\xA4\xE2\x80\x93' t:popup='a\xE2\x84\xA2'/>", "-1/0/\u00E4-/a(TM)");
     }
 
@@ -343,33 +247,8 @@ private Q_SLOTS:
     void refusesBadValues_data()
     {
         const Rows<QByteArray, QString> row;
-        const auto root = [&row](const char* name, const char* attributes, const QString& error) {
-            row(name, Root + attributes + "/>", ":1:76: found tovanel:" + error);
-        };
-        root("a scale of zero", "t:initial-scale='0'", "initial-scale=\"0\", expected a number above 0");
-        root("a scale that is none", "t:scale-step='1x'", "scale-step=\"1x\", expected a number above 0");
-        root("a scale without end", "t:maximum-scale='inf'", "maximum-scale=\"inf\", expected a number above 0");
-        root("limits the wrong way round", "t:minimum-scale='4' t:maximum-scale='2'",
-            "minimum-scale=\"4\", expected at most tovanel:maximum-scale");
-        const auto body = [&row](const char* name, const char* element, int column, const QString& error) {
-            row(name, Root + ">\n <g/>" + element + "</svg>", QString(":2:%1: found %2").arg(column).arg(error));
-        };
-        body("a layer that is no number", "<g t:layer='top'/>", 9, "tovanel:layer=\"top\", expected a whole number");
-        body("a layer too large", "<g t:layer='99999999999'/>", 9,
-            "tovanel:layer=\"99999999999\", expected a whole number");
-        body("a negative id", "<g t:id='-4'/>", 9, "tovanel:id=\"-4\", expected a whole number from 0 to 2147483647");
-        body("a fractional id", "<g t:id='4.5'/>", 9,
-            "tovanel:id=\"4.5\", expected a whole number from 0 to 2147483647");
-        body("a flag that is neither", "<rect width='1' height='1' t:flag='yes'/>", 33,
-            "tovanel:flag=\"yes\", expected true or false");
-        body("a range without its layer", "<metadata><t:layer minimum='1'/></metadata>", 16,
-            "number=\"\", expected the layer's whole number");
-        body("a range the wrong way round", "<metadata><t:layer number='1' minimum='3' maximum='2'/></metadata>", 36,
-            "minimum=\"3\", expected at most the layer's maximum");
-        body("a range that is none", "<metadata><t:layer number='1' maximum='nan'/></metadata>", 36,
-            "maximum=\"nan\", expected a number");
-        body("a layer with two ranges", "<metadata><t:layer number='1'/><t:layer number='1'/></metadata>", 46,
-            "number=\"1\", expected each layer once");
+        for (const TextCase& each : casesIn("values.txt"))
+            row(each.name.constData(), each.content, each.result);
     }
 
     void refusesBadValues()

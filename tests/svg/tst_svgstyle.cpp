@@ -34,122 +34,16 @@ private Q_SLOTS:
     void bodiesBecomeRecords_data()
     {
         const Rows<QByteArray, QString> row;
-        const QString Border = "line 0,0 1,0 red 1; line 1,0 1,1 red 1; line 1,1 0,1 red 1; line 0,1 0,0 red 1";
-        row("the default is black without a stroke", "<R/>", "R");
-        row("a group's style is inherited", "<g fill='red' style='stroke:blue'><R/></g>", "R red blue 1");
-        row("the style attribute outweighs the attribute", "<R fill='red' style='fill:blue'/>", "R blue");
-        row("a rule outweighs the attribute", "<style>rect{fill:blue}</style><R fill='red'/>", "R blue");
-        row("style attributes outweigh rules", "<style>#a{fill:blue}</style><R id='a' style='fill:red'/>", "R red");
-        row("important rules win", "<style>rect{fill:blue ! important}</style><R style='fill:red'/>", "R blue");
-        row("id outweighs class outweighs type, whatever the order",
-            "<style>#i{fill:red}.c{fill:green;stroke:lime}rect{fill:blue;stroke:navy;stroke-width:3}</style><rect "
-            "id='i' class='b c' size='1x1'/>",
-            "R red lime 3");
-        row("of two alike the later counts", "<style>.a{fill:red}.b{fill:blue}</style><R class='b a'/>", "R blue");
-        row("a sheet at the end of the drawing", "<R class='a'/><style>.a{fill:red}</style>", "R red");
-        row("descendants, children and compounds",
-            "<style>.p rect{fill:red} .p>rect{stroke:blue} g.p.q #z{stroke-width:2}</style><g class='q p'><R/><g><rect "
-            "id='z' size='2x2'/></g></g>",
-            "R red blue 1; rect 0,0 2x2 red");
-        row("groups, comments and unknown rules",
-            "<style>/* a { */ circle, .a , rect:hover {fill:red} @media print{.a{fill:blue}} .a[b]{fill:blue} <!-- "
-            "--></style><R class='a'/>",
-            "R red");
-        row("a semicolon in quotes ends nothing", "<R style='font-family:\"a;b\";fill:red'/>", "R red");
-        row("inherit takes what the parent has",
-            "<g stroke='red' stroke-width='2'><g stroke='blue'><R "
-            "style='stroke:inherit;stroke-width:initial'/></g></g>",
-            "R #000000 blue 1");
-        row("opacities multiply and blend with white",
-            "<g opacity='0.5'><R fill='black' fill-opacity='50%' stroke='red'/></g>", "R #bfbfbf #ff8080 1");
-        row("currentColor is the element's", "<g fill='currentColor' color='red'><R color='blue'/></g>", "R blue");
-        row("a gradient is its middle, through a chain and a rule",
-            "<style>.s{stop-color:#ff0}</style><R fill='url(\"#b\")'/><linearGradient id='a'><stop/><stop class='s' "
-            "offset='25%' stop-opacity='.5'/><stop offset='.75' stop-color='red'/><stop "
-            "offset='1'/></linearGradient><radialGradient id='b' xlink:href='#a'/>",
-            "R #ffa040");
-        row("a gradient with all stops on one side is the nearest",
-            "<linearGradient id='a'><stop offset='.6' stop-color='red'/><stop "
-            "offset='1'/></linearGradient><linearGradient id='b'><stop/><stop offset='.1' "
-            "stop-color='lime'/></linearGradient><R fill='url(#a)'/><R fill='url(#b)'/>",
-            "R red; R lime");
-        row("a gradient without stops leaves it to the fallback",
-            "<linearGradient id='a'/><R fill='url(#a) red' stroke='url(#a)'/>", "R red");
-        row("comments in a style", "<R style='/* a */ fill:red;/* b:c; */ font-family:\"/*\";stroke:/**/blue/*'/>",
-            "R red blue 1");
-        row("sheets in another language and for another medium",
-            "<style type=' TEXT/CSS; charset=utf-8' media='print, Screen'>rect{fill:blue}</style><style "
-            "type='text/less'>rect{fill:red}</style><style media='print, tty'>rect{stroke:red}</style><R/>",
-            "R blue");
-        row("an unreadable value leaves the one that it would have overridden",
-            "<style>rect{stroke:lime} #a{stroke:1}</style><R id='a' fill='red' stroke='blue' "
-            "style='stroke-width:-1;fill:oops;fill:;stroke:2' stroke-width='4'/>",
-            "R red lime 4");
-        row("the case of names and words in a style",
-            "<g stroke='red' fill='lime'><R fill='red' style='FILL:None !IMPORTANT;Stroke:Inherit'/></g>", Border);
-        row("no opacity has a unit", "<g fill-opacity='.5'><R opacity='.1mm' fill-opacity='0.2x'/></g>", "R #808080");
-        row("a pattern is nothing", "<pattern id='p'/><R fill='url(#p) red' stroke='red'/>", Border);
-        row("widths in units",
-            "<g font-size='10'><line x2='1in' stroke='red' stroke-width='.5em'/><line x2='2ex' stroke='red' "
-            "stroke-width='1pc'/><line x2='50%' y2='25.4mm' stroke='red' stroke-width='1%'/></g>",
-            "line 0,0 96,0 red 5; line 0,0 10,0 red 16; line 0,0 50,96 red 1");
-        row("a negative width is no width", "<line x2='1' stroke='red' stroke-width='-2'/>", "line 0,0 1,0 red 1");
-        row("display none, with all below", "<g display='none'><g display='inline'><R/></g></g>", "");
-        row("a hidden group with a visible child", "<g visibility='hidden'><R/><R visibility='visible'/></g>", "R");
-        row("no paint at all", "<R fill='none'/>", "");
-        row("fully transparent", "<R opacity='0' stroke='red'/>", "");
-        row("a transparent fill keeps its stroke", "<R fill='transparent' stroke='red'/>", Border);
-        row("a rect without an area", "<rect size='0x1'/><rect size='1x-1'/><rect/>", "");
-        row("what stands in a shape", "<rect size='2x2'><R/><g><text>A</text></g></rect>", "rect 0,0 2x2");
-        row("what only others refer to",
-            "<defs><R/></defs><symbol><R/></symbol><clipPath><R/></clipPath><marker><R/></marker>", "");
-        row("elements of other programs",
-            "<x:g xmlns:x='urn:x'><R/></x:g><unknown><R/></unknown><g xmlns:x='urn:x' x:display='none'><R/></g>", "R");
-        const auto text = [&row](const char* name, const QByteArray& body, const char* records) {
+        for (const TextCase& each : casesIn("styles.txt"))
+            row(each.name.constData(), each.content, each.result);
+        const auto text = [&row](const char* name, const QByteArray& body, const QString& records) {
             row(name, "<g font-size='1000'>" + body + "</g>", records);
         };
         // At a font size of 1000 in DejaVu Sans "A" is 684 wide, "B" 686, a blank 318.
-        text("at its place", "<text x='1' y='2'>A</text>", "text 'A' 1,2");
-        text("in the middle", "<text x='1000' text-anchor='middle'>AB</text>", "text 'AB' 315,0");
-        text("at the end", "<g text-anchor='end'><text x='2000'>AB</text></g>", "text 'AB' 630,0");
-        text("a tspan of the same look goes on", "<text>A<tspan fill='red'>B</tspan>A</text>",
-            "text 'A' 0,0; text 'B' 684,0 red; text 'A' 1370,0");
-        text("anchored as a whole", "<text x='1000' text-anchor='middle'>A<tspan fill='red'>B</tspan></text>",
-            "text 'A' 315,0; text 'B' 999,0 red");
-        text("a tspan with a place of its own is a chunk of its own",
-            "<text x='5' text-anchor='end'>A<tspan x='1000' y='7'>B</tspan></text>", "text 'A' -679,0; text 'B' 314,7");
-        text("shifted", "<text x='10' dx='1' dy='2'>A<tspan dy='1em'>B</tspan></text>",
-            "text 'A' 11,2; text 'B' 695,1002");
-        text("a place for each character", "<text x='1 2,3'>ABBA</text>", "text 'A' 1,0; text 'B' 2,0; text 'BA' 3,0");
+        for (const TextCase& each : casesIn("texts.txt"))
+            text(each.name.constData(), each.content, each.result);
         text("a mark counts as a character", "<text x='1 2 3'>A\u0308B</text>", "text '\u00C4' 1,0; text 'B' 3,0");
         text("blanks fold", "<text>\n  A \t\n <tspan> B</tspan>  \n</text>", "text 'A ' 0,0; text 'B' 1002,0");
-        text("unless they are kept", "<text xml:space='preserve'> A  B </text>", "text ' A  B ' 0,0");
-        text("blanks alone are nothing", "<text>  </text><text/>", "");
-        text("a title is no text", "<text><title>T</title>A<desc>d</desc></text>", "text 'A' 0,0");
-        text("hidden parts take no room", "<text>A<tspan display='none'>B</tspan>A</text>", "text 'AA' 0,0");
-        text("no fill, no text", "<text fill='none'>A<tspan stroke='red' stroke-width='0'>B</tspan></text>", "");
-        text("no fill, but an outline", "<text fill='none' stroke='red'>A<tspan stroke='blue'>B</tspan></text>",
-            "text 'A' 0,0 red; text 'B' 684,0 blue");
-        text("from right to left it is turned round in its room",
-            "<g transform='scale(-1 1)'><text x='10'>AB</text><text x='10' text-anchor='end'>A</text></g>",
-            "text 'AB' -1380,0; text 'A' -10,0");
-        text("with all its parts",
-            "<g transform='scale(-1 1)'><text>A<tspan fill='red'>B</tspan></text><text x='0 700'>AB</text></g>",
-            "text 'A' -1370,0; text 'B' -686,0 red; text 'A' -1386,0; text 'B' -686,0");
-        text("columns and lines by themselves",
-            "<g transform='scale(-1 1)'><text x='0 5000' y='0'>AB<tspan x='0' y='5'>A</tspan></text></g>",
-            "text 'A' -684,0; text 'B' -5686,0; text 'A' -684,5");
-        text("upside down it is stood up in its room",
-            "<g transform='scale(1 -1)'><text y='5'>A</text><text dominant-baseline='hanging'>A</text></g>",
-            "text 'A' 0,724; text 'A' 0,0");
-        text("in a mirror that turns it",
-            "<text transform='matrix(0 -1 -1 0 0 0)'>A</text><text transform='rotate(90) scale(1 -1)'>A</text>",
-            "text 'A' 0,-684 turned 90; text 'A' -729,0 turned 90");
-        text(
-            "turned by half, it stands on its head", "<text transform='scale(-1)'>A</text>", "text 'A' 0,0 turned 180");
-        text("no size, no text", "<text font-size='0'>A</text>", "");
-        text("central", "<text dominant-baseline='central'>A</text>", "text 'A' 0,346");
-        text("a link is a tspan", "<text><a>A</a></text>", "text 'A' 0,0");
     }
 
     void bodiesBecomeRecords()

@@ -15,55 +15,42 @@ class TestDesignRecovery : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    // The program may end between any two commands, and only the journal is left. It is the undo history as well.
+    // The program may end between any two commands, and only the journal is left. It is the undo history as well. What
+    // is saved needs no journal, and undoing past it is a change.
     void everyStateComesBackAfterACrash()
     {
         EditedProject project;
-        QList<QStringList> states;
+        QList<QStringList> states{project.state()};
         for (const QString& command : EachKind) {
-            states.append(project.state());
             QCOMPARE(project.run(command), QString());
+            states.append(project.state());
             const auto commands = project.journal().count('\n');
             QCOMPARE(project.reopen(), QString());
             QVERIFY(project.editor().isModified());
             QCOMPARE(project.journal().count('\n'), commands);
         }
-        const QStringList last = project.state();
-        while (!states.isEmpty()) {
-            QCOMPARE(project.run("undo"), QString());
-            QCOMPARE(project.state(), states.takeLast());
+        for (const bool isSaved : {false, true}) {
+            for (auto i = states.size() - 2; i >= 0; --i) {
+                QCOMPARE(project.run("undo"), QString());
+                QCOMPARE(project.editor().isModified(), isSaved || i > 0);
+                QCOMPARE(project.state(), states[i]);
+            }
+            QVERIFY(!project.editor().undoStack().canUndo());
+            if (isSaved)
+                break;
+            while (project.editor().undoStack().canRedo())
+                QCOMPARE(project.run("redo"), QString());
+            QCOMPARE(project.state(), states.last());
+            QSignalSpy changes(&project.editor(), &DesignEditor::changed);
+            QCOMPARE(project.run("save"), QString());
+            QCOMPARE(changes.size(), 1);
+            QVERIFY(!project.editor().isModified());
+            QVERIFY(project.journal().isEmpty());
         }
-        QVERIFY(!project.editor().undoStack().canUndo());
-        while (project.editor().undoStack().canRedo())
-            QCOMPARE(project.run("redo"), QString());
-        QCOMPARE(project.state(), last);
-    }
-
-    // No journal is needed for that, and undoing past the saved state is a change.
-    void savedStateIsWhereOneStarts()
-    {
-        EditedProject project;
-        QList<QStringList> states;
-        for (const QString& command : EachKind) {
-            states.append(project.state());
-            project.run(command);
-        }
-        const QStringList state = project.state();
-        QSignalSpy changes(&project.editor(), &DesignEditor::changed);
-        QCOMPARE(project.run("save"), QString());
-        QCOMPARE(changes.size(), 1);
-        QVERIFY(!project.editor().isModified());
-        QVERIFY(project.journal().isEmpty());
-        for (int i = states.size() - 1; i >= 0; --i) {
-            QCOMPARE(project.run("undo"), QString());
-            QVERIFY(project.editor().isModified());
-            QCOMPARE(project.state(), states[i]);
-        }
-        project.open();
-        QCOMPARE(project.state(), states.first());
+        QCOMPARE(project.reopen(), QString());
         project.setJournal({});
         QCOMPARE(project.open(), QStringList());
-        QCOMPARE(project.state(), state);
+        QCOMPARE(project.state(), states.last());
         QVERIFY(!project.editor().isModified());
     }
 
@@ -147,16 +134,24 @@ private Q_SLOTS:
         QCOMPARE(contentOf(project.editor().placementFile()), saved);
     }
 
-    // The placement file may hold something that the design does not know any more.
-    void placementsThatAreRefusedAreKept()
+    // The placement file may hold something that the design does not know any more, or end in the middle of a line.
+    void placementsThatAreNotReadAreKept()
     {
-        EditedProject project;
-        QCOMPARE(project.run({EachKind[0], "save"}), QString());
-        const QByteArray saved = contentOf(project.editor().placementFile()) + "zel_resource reset -ip top/nobody\n";
-        writeFile(project.editor().placementFile(), saved);
-        QCOMPARE(project.open().last(), "The next save keeps the file as it is under another name.");
-        QCOMPARE(project.run("save"), QString());
-        QCOMPARE(contentOf(project.editor().placementFile() + ".aside-1"), saved);
+        for (const auto& [end, said] : {std::pair("zel_resource reset -ip top/nobody\n", ":3: refused "),
+                 std::pair("zel_resource res", ": the last line is cut off and was not read.")}) {
+            EditedProject project;
+            QCOMPARE(project.run({EachKind[0], "save"}), QString());
+            const QString placement = project.editor().placementFile();
+            const QByteArray saved = contentOf(placement) + end;
+            writeFile(placement, saved);
+            const QStringList messages = project.open();
+            QVERIFY2(messages.first().startsWith(placement + said), qPrintable(messages.first()));
+            QCOMPARE(messages.last(), "The next save keeps the file as it is under another name.");
+            QVERIFY(project.editor().isModified());
+            QCOMPARE(project.run("save"), QString());
+            QVERIFY(!project.editor().isModified());
+            QCOMPARE(contentOf(placement + ".aside-1"), saved);
+        }
     }
 
     void journalOfAnotherStateIsSetAside()
@@ -334,6 +329,18 @@ private Q_SLOTS:
         row("no number", "zel_resource place -rsc top/core -id x", "ERROR expected integer but got \"x\"");
         row("too little", "zel_resource place -rsc top/core",
             "ERROR wrong # args: should be \"zel_resource place -rsc NAME -id N\"");
+        row("no value", "zel_resource place -rsc top/core -id",
+            "ERROR wrong # args: should be \"zel_resource place -rsc NAME -id N\"");
+        row("an option twice", "zel_resource why -id 50 -rsc top/core -rsc top/core",
+            "ERROR wrong # args: should be \"zel_resource why -rsc NAME -id N\"");
+        row("something else", "zel_resource reset -ip top/duo x",
+            "ERROR wrong # args: should be \"zel_resource reset -ip NAME\"");
+        row("two patterns", "zel_resource list a b",
+            "ERROR wrong # args: should be \"zel_resource list ?-unplaced? ?PATTERN?\"");
+        row("a name like an option", "zel_resource why -rsc -id -id 50", "ERROR there is no resource \"-id\"");
+        row("nothing of that name", "zel_resource sites -rsc x", "ERROR there is no resource \"x\"");
+        row("no settings", "zel_setting -id 70 -key CH0", "ERROR element 70 has no settings");
+        row("the value that is in force", "zel_resource configure -ip top/duo -key rate -value 2.50", "");
         row("unknown verb", "zel_resource put",
             "ERROR unknown subcommand \"put\" of zel_resource: must be configure, get, list, place, remove, reset, "
             "restore, sites, why");
@@ -353,6 +360,7 @@ private Q_SLOTS:
         QCOMPARE(project.run(question), answer);
         QCOMPARE(project.state(), state);
         QVERIFY(project.journal().isEmpty());
+        QVERIFY(!project.editor().undoStack().canUndo());
     }
 
     // Dialogs write through the engine, and not through a command.
@@ -376,15 +384,6 @@ private Q_SLOTS:
         QCOMPARE(project.run(beforeAndAfterUndo.arg("zel_setting -id 10 -key CH0")), "FAST {} SLOW");
         QCOMPARE(
             project.run(beforeAndAfterUndo.arg("zel_resource configure -ip top/core -key frequency")), "75 {} 100");
-    }
-
-    // There is nothing to undo when nothing changes.
-    void configuringTheSameValueIsNoChange()
-    {
-        EditedProject project;
-        QCOMPARE(project.run("zel_resource configure -ip top/duo -key rate -value 2.50"), QString());
-        QVERIFY(project.journal().isEmpty());
-        QVERIFY(!project.editor().undoStack().canUndo());
     }
 };
 

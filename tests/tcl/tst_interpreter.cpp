@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "host/tcl/arguments.h"
 #include "host/tcl/tclinterpreter.h"
 #include "tests/support/testmain.h"
 
@@ -101,36 +100,6 @@ private Q_SLOTS:
         QVERIFY(!result.isOk);
         QCOMPARE(result.text, "cancelled");
         QCOMPARE(tcl.evaluate("expr 1+1").text, "2");
-    }
-
-    void openBracesWantMore()
-    {
-        QVERIFY(TclInterpreter::isComplete("puts {a}"));
-        QVERIFY(!TclInterpreter::isComplete("foreach x {a b} {"));
-    }
-
-    void argumentsComplainInTclsWords_data()
-    {
-        const char* const usage = "wrong # args: should be \"u\"";
-        const Rows<QString, QString> row;
-        row("all there", "-id 5 -rsc -id", "");
-        row("nothing", "", usage);
-        row("no value", "-rsc a -id", usage);
-        row("twice", "-rsc a -rsc b -id 5", usage);
-        row("something else", "-rsc a -id 5 x", usage);
-        row("no number", "-rsc a -id 5x", "expected integer but got \"5x\"");
-    }
-
-    void argumentsComplainInTclsWords()
-    {
-        const auto [words, error] = row<QString, QString>();
-        Arguments arguments(words.split(' ', Qt::SkipEmptyParts), "u", {"-rsc", "-id"});
-        const QString resource = arguments.text("-rsc");
-        const int id = arguments.number("-id");
-        arguments.positional(0, 0);
-        QCOMPARE(arguments.isOk() ? QString() : arguments.error().text, error);
-        if (error.isEmpty())
-            QCOMPARE(resource + QString::number(id), "-id5");
     }
 };
 

@@ -27,32 +27,6 @@ constexpr int SequencesOfEach = 500;
 constexpr int SequencesOfEach = 5000;
 #endif
 
-// Everything that the rules know, and parts of it fixed: an IP inside an IP, clocks that feed each other's IPs, removed
-// things inside removed things.
-const char* const Tangle = R"([
-  {"name": "outer", "type": "IP", "children": [
-    {"name": "a", "type": "DCUCHANNEL", "site": "U0_CH0", "fixed": true},
-    {"name": "b", "type": "DCUCHANNEL"},
-    {"name": "inner", "type": "IP", "children": [
-      {"name": "c", "type": "DCUCHANNEL"},
-      {"name": "ref", "type": "EXTREF", "feeds": ["outer"]}]},
-    {"name": "pll", "type": "PLL", "site": "PLL_EDGE"}]},
-  {"name": "my group", "children": [
-    {"name": "h", "children": [
-      {"name": "duo", "type": "IP", "rate": 5, "children": [
-        {"name": "a", "type": "DCUCHANNEL"}, {"name": "b", "type": "DCUCHANNEL"},
-        {"name": "ref", "type": "EXTREF", "site": "REF_R", "fixed": true}]},
-      {"name": "core", "type": "PLL", "site": "PLL_CORE", "fixed": true}]},
-    {"name": "shared", "type": "PLL", "feeds": ["outer/inner", "my group/h/duo"]},
-    {"name": "v33", "type": "UVCCIO", "voltage": "3.3 V", "site": "V0_1", "fixed": true}]},
-  {"name": "ref", "type": "EXTREF", "feeds": ["my group/h/duo"]},
-  {"name": "a[1]{$x}", "type": "DCUCHANNEL"},
-  {"name": "spare", "type": "PLL", "frequency": 62.5},
-  {"name": "v18", "type": "UVCCIO", "voltage": "1.8 V"},
-  {"name": "v33b", "type": "UVCCIO", "voltage": "3.3 V"},
-  {"name": "vany", "type": "UVCCIO"}
-])";
-
 // Takes steps in a project, each as one would type it into the console, and says which of them goes wrong: after which
 // a state is there that saving, undoing, redoing or opening did not keep or bring back. A change that the editor
 // refuses is not wrong.
@@ -221,7 +195,9 @@ private Q_SLOTS:
     void acceptedChangesAreThereAgain()
     {
         const auto [folder] = row<QString>();
-        Replay replay(folder, Tangle);
+        // Everything that the rules know, and parts of it fixed: an IP inside an IP, clocks that feed each other's IPs,
+        // removed things inside removed things.
+        Replay replay(folder, dataFile("tcl/tangle.json"));
         bool isOne = false;
         const unsigned int only = qEnvironmentVariable("ZEL_REPLAY_SEED").toUInt(&isOne);
         bool isCounted = false;
