@@ -84,6 +84,7 @@ void HostActions::createActions(QMainWindow* window)
     zoomToSelection = newAction(window, tr("Zoom to S&election"), Qt::SHIFT | Qt::Key_F);
 
     keys = newAction(window, tr("&Keys and Gestures"), QKeySequence::HelpContents);
+    commands = newAction(window, tr("&Commands"));
     about = newAction(window, tr("&About zelchip"));
     about->setMenuRole(QAction::AboutRole);
 }
@@ -107,7 +108,7 @@ void HostActions::fillMenus(QMainWindow* window)
     m_viewMenu->addActions({zoomIn, zoomOut, fit, zoomToSelection});
 
     QMenu* help = window->menuBar()->addMenu(tr("&Help"));
-    help->addActions({keys, about});
+    help->addActions({keys, commands, about});
 }
 
 void HostActions::fillToolBar(QMainWindow* window)

@@ -42,6 +42,7 @@ public:
     QAction* fit;
     QAction* zoomToSelection;
     QAction* keys;
+    QAction* commands;
     QAction* about;
 
 private:

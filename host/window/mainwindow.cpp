@@ -8,6 +8,7 @@
 #include "host/console/consoledock.h"
 #include "host/console/tclcompletion.h"
 #include "host/design/designeditor.h"
+#include "host/design/elementname.h"
 #include "host/drawing/dragreason.h"
 #include "host/drawing/snapshot.h"
 #include "host/drawing/viewprobe.h"
@@ -17,6 +18,7 @@
 #include "host/widgets/findbox.h"
 #include "host/widgets/loadprogress.h"
 #include "host/window/busyscript.h"
+#include "host/window/commandswindow.h"
 #include "host/window/drawingarea.h"
 #include "host/window/helptexts.h"
 #include "host/window/messagebox.h"
@@ -80,6 +82,7 @@ void MainWindow::connectActions()
     connect(m_actions.fit, &QAction::triggered, this, &MainWindow::fit);
     connect(m_actions.zoomToSelection, &QAction::triggered, this, &MainWindow::zoomToSelection);
     connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
+    connect(m_actions.commands, &QAction::triggered, this, [this] { openCommandsWindow(this); });
     connect(m_actions.about, &QAction::triggered, this, &MainWindow::showAbout);
 }
 
@@ -229,7 +232,8 @@ void MainWindow::connectConsole()
             paths.append(design.resource(index).path);
         return paths;
     };
-    m_console->setCompleter(TclCompletion([this] { return m_shell.interpreter().commandNames(); }, resources));
+    const auto sites = [this] { return siteNames(device()); };
+    m_console->setCompleter(TclCompletion([this] { return m_shell.interpreter().commandNames(); }, resources, sites));
     connect(m_console, &ConsoleDock::commandEntered, this,
         [this](const QString& script) { m_shell.run(script, CommandShell::Origin::User); });
     connect(m_console, &ConsoleDock::cancelRequested, &m_shell, &CommandShell::cancel);
@@ -338,6 +342,11 @@ zelchipview::ZelGraphicsView* MainWindow::graphicsView()
 QTreeWidget* MainWindow::tree()
 {
     return m_drawingArea->tree();
+}
+
+const zelengine::Device& MainWindow::device() const
+{
+    return editor().engine().device();
 }
 
 QString MainWindow::saveSnapshot(const QString& file)

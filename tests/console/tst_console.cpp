@@ -25,7 +25,8 @@ namespace {
 TclCompletion completionWith(const QStringList& resources)
 {
     const QStringList commands{"foreach", "format", "puts", "zel_project", "zel_resource", "zel_setting"};
-    return TclCompletion([commands] { return commands; }, [resources] { return resources; });
+    const QStringList sites{"DCU0", "DCU1", "my site"};
+    return TclCompletion([=] { return commands; }, [=] { return resources; }, [=] { return sites; });
 }
 
 } // namespace
@@ -433,6 +434,12 @@ private Q_SLOTS:
         row("no option where its value is due", "zel_setting -key ", "zel_setting -key ", "");
         row("a mode", "zel_view mode z", "zel_view mode zoom ", "zoom");
         row("one mode only", "zel_view mode zoom ", "zel_view mode zoom ", "");
+        row("a site", "zel_setting -id D", "zel_setting -id DCU", "DCU0|DCU1");
+        row("a site to its end", "zel_resource place -id DCU1", "zel_resource place -id DCU1 ", "DCU1");
+        row("a site with a blank", "zel_view where -id {my", "zel_view where -id {my site} ", "my site");
+        row("one more site", "zel_view zoom DCU0 m", "zel_view zoom DCU0 {my site} ", "my site");
+        row("a command to explain", "help zel_p", "help zel_project ", "zel_project");
+        row("a subcommand to explain", "help zel_project i", "help zel_project info ", "info");
         row("a resource", "zel_resource place -rsc to", "zel_resource place -rsc top/", "top/a|top/b 1|top/b 2");
         row("a resource to its end", "zel_resource get -ip top/a", "zel_resource get -ip top/a ", "top/a");
         row("a resource with a blank", "zel_resource get -ip {top/b 1", "zel_resource get -ip {top/b 1} ", "top/b 1");
