@@ -243,7 +243,7 @@ void MainWindow::connectConsole()
     });
     connect(&m_shell, &CommandShell::wrote, m_console, &ConsoleDock::showOutput);
     connect(m_busyScript, &BusyScript::changed, m_console, &ConsoleDock::setRunning);
-    m_busyScript->setStopWidget(m_console->stopWidget());
+    m_busyScript->setConsole(m_console, m_console->stopWidget());
 }
 
 // This is the opposite of Tcl's own codes: non-zero means success.

@@ -204,6 +204,43 @@ private Q_SLOTS:
         QCOMPARE(output()->verticalScrollBar()->value(), 20);
     }
 
+    // Whatever changes the room for the output: the input that grows and shrinks, the window, and being hidden.
+    void endStaysInSight()
+    {
+        QScrollBar* bar = output()->verticalScrollBar();
+        const auto isAtEnd = [bar] {
+            QCoreApplication::processEvents();
+            return bar->maximum() > 0 && bar->value() == bar->maximum();
+        };
+        for (int i = 0; i < 100; ++i)
+            m_dock->showResult(QString::number(i) + QString(i % 7 * 30, 'x')); // some need several lines
+        QVERIFY(isAtEnd());
+        QTest::keyClicks(input(), "if 1 {");
+        for (int line = 0; line < 6; ++line)
+            QTest::keyClick(input(), Qt::Key_Return);
+        QVERIFY(isAtEnd());
+        QTest::keyClicks(input(), "}");
+        QTest::keyClick(input(), Qt::Key_Return);
+        m_dock->showCommand("if 1 {\n\n\n\n\n\n}", Origin::User);
+        QVERIFY(isAtEnd());
+        for (const QSize& size : {QSize(900, 160), QSize(300, 160), QSize(300, 400), QSize(1200, 200)}) {
+            m_dock->resize(size);
+            QVERIFY(isAtEnd());
+        }
+        m_dock->hide();
+        m_dock->showResult("unseen");
+        m_dock->resize(500, 180);
+        m_dock->show();
+        QVERIFY(isAtEnd());
+        bar->setValue(bar->maximum() / 2); // the user looks at something
+        m_dock->resize(500, 150);
+        m_dock->showResult("more");
+        QVERIFY(!isAtEnd());
+        bar->setValue(bar->maximum());
+        m_dock->resize(500, 120);
+        QVERIFY(isAtEnd());
+    }
+
     void clears()
     {
         m_dock->showError("failed");
@@ -330,7 +367,7 @@ private Q_SLOTS:
         QCOMPARE(history.entries(), QStringList({"a", "b"}));
     }
 
-    // Before a shortcut of the window, and it can be undone.
+    // Before a shortcut of the window, and the text can be brought back.
     void escapeEmpties()
     {
         const auto isTaken = [this] {
@@ -344,7 +381,7 @@ private Q_SLOTS:
         QVERIFY(isTaken());
         press(Qt::Key_Escape);
         QCOMPARE(m_input->script(), QString());
-        m_input->undo();
+        press(Qt::Key_Up);
         QCOMPARE(m_input->script(), "puts a");
     }
 

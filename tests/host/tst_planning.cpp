@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
@@ -378,15 +379,59 @@ private Q_SLOTS:
         QCOMPARE(planning.answerTo("zel_tree where -rsc top/r20x"), "the row of \"top/r20x\" is not shown");
     }
 
+    void longScriptsCanBeStopped_data()
+    {
+        const Rows<QString, QKeySequence> row; // the widget that gets the key, and the key
+        row("by Escape in the drawing", "", QKeySequence("Esc"));
+        row("by Ctrl+C in the input", "consoleInput", QKeySequence("Ctrl+C"));
+        row("by Ctrl+C in the output", "consoleOutput", QKeySequence("Ctrl+C"));
+    }
+
     void longScriptsCanBeStopped()
     {
+        const auto [name, key] = row<QString, QKeySequence>();
         Planning planning;
-        QTimer::singleShot(250, qApp, [&] { QTest::keyClick(planning.window.get(), Qt::Key_Escape); });
+        QWidget* widget = planning.console()->findChild<QWidget*>(name);
+        QTimer::singleShot(250, qApp,
+            [&, receiver = name.isEmpty() ? planning.view() : widget] { QTest::keySequence(receiver, key); });
         QElapsedTimer clock;
         clock.start();
         QVERIFY(planning.answerTo("while 1 {}").contains("cancelled"));
         QVERIFY(clock.elapsed() < 10000);
         QCOMPARE(planning.answerTo("expr 40+2"), "42");
+    }
+
+    void copyingStopsNoScript()
+    {
+        Planning planning;
+        planning.run("puts {to be copied}");
+        auto* output = planning.console()->findChild<QPlainTextEdit*>("consoleOutput");
+        output->selectAll();
+        QApplication::clipboard()->clear();
+        for (QWidget* widget : {planning.view()->viewport(), static_cast<QWidget*>(output)})
+            QTimer::singleShot(250, qApp, [=] { QTest::keySequence(widget, QKeySequence("Ctrl+C")); });
+        QCOMPARE(planning.answerTo("after 500; expr 40+2"), "42");
+        QVERIFY(QApplication::clipboard()->text().contains("to be copied"));
+    }
+
+    // Also after something was typed and taken back.
+    void undoInAnEmptyInputIsTheWindows()
+    {
+        Planning planning;
+        QApplication::setActiveWindow(planning.window.get());
+        auto* input = planning.console()->findChild<QPlainTextEdit*>("consoleInput");
+        input->setFocus();
+        planning.run("zel_resource place -rsc top/core -id 50");
+        QTest::keyClicks(input, "zel");
+        QTest::keySequence(input, QKeySequence("Ctrl+Z"));
+        QCOMPARE(planning.siteOf("top/core"), 50);
+        QVERIFY(input->document()->isEmpty());
+        QTest::keySequence(input, QKeySequence("Ctrl+Z"));
+        QCOMPARE(planning.siteOf("top/core"), -1);
+        QTest::keySequence(input, QKeySequence("Ctrl+Z")); // nothing to undo
+        QVERIFY(input->document()->isEmpty());
+        QTest::keySequence(input, QKeySequence(QKeySequence::Redo));
+        QCOMPARE(planning.siteOf("top/core"), 50);
     }
 
     void anotherProjectOpensFromAScript()
