@@ -139,9 +139,13 @@ void DeviceReader::readSite(const JsonNode& node)
         node.member(QStringLiteral("name")).fail(error);
     if (m_report.isFailed())
         return;
+    const QString name = site.name;
     const QString key = m_device.site(site.id) ? QStringLiteral("id") : QStringLiteral("name");
     if (!m_device.addSite(std::move(site)))
         node.member(key).fail(QStringLiteral("another site has this %1").arg(key));
+    else if (readsAsId(name))
+        node.member(key).warn(
+            QStringLiteral("commands take \"%1\" for an id, so this site can only be reached by its id").arg(name));
 }
 
 // Returns -1, and reports an error, for a kind that the file does not describe.

@@ -151,6 +151,11 @@ QString JsonNode::inputFile(const QDir& folder) const
     return file;
 }
 
+void JsonNode::warn(const QString& message) const
+{
+    m_report->warn(path(), JsonLocator::Target::Value, message);
+}
+
 void JsonNode::warnAboutKey(const QString& message) const
 {
     m_report->warn(path(), JsonLocator::Target::Key, message);

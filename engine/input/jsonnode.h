@@ -51,6 +51,7 @@ public:
     [[nodiscard]] QString located(const QString& message) const { return m_report->located(path(), message); }
     // Returns the absolute path of the file in the folder that this text names. Fails if that file cannot be read.
     [[nodiscard]] QString inputFile(const QDir& folder) const;
+    void warn(const QString& message) const;
     void warnAboutKey(const QString& message) const;
 
 private:

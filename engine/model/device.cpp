@@ -1,9 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "engine/model/device.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 
 namespace mirn::zelengine {
+
+bool readsAsId(const QString& text)
+{
+    static const QRegularExpression Number(QStringLiteral("^\\s*[+-]?\\d+\\s*$"));
+    return Number.match(text).hasMatch();
+}
 
 bool Device::addSite(Site site)
 {

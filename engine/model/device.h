@@ -42,6 +42,9 @@ struct Site
     QMap<QString, QStringList> disabledBy; // by key of the group's settings: the values that put this site out of use
 };
 
+// Whether people and commands take a text for a number, and so for the id of a site and not for its name.
+[[nodiscard]] bool readsAsId(const QString& text);
+
 // The device as its file describes it: the kinds and the sites, found by id and by name. The engine owns it; it knows
 // no design.
 class Device

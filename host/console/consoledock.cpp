@@ -59,6 +59,7 @@ ConsoleDock::ConsoleDock(QWidget* parent)
 
     connect(m_input, &ConsoleInput::entered, this, &ConsoleDock::commandEntered);
     connect(m_input, &ConsoleInput::cancelRequested, this, &ConsoleDock::cancelRequested);
+    connect(m_output, &ConsoleOutput::cancelRequested, this, &ConsoleDock::cancelRequested);
     connect(m_input, &ConsoleInput::candidatesFound, m_output, &ConsoleOutput::appendCandidates);
     connect(m_stopButton, &QToolButton::clicked, this, &ConsoleDock::cancelRequested);
 }

@@ -26,6 +26,11 @@ int lineHeight(const QPlainTextEdit& edit)
     return layout->lineCount() > 0 ? qCeil(layout->lineAt(0).height()) : edit.fontMetrics().lineSpacing();
 }
 
+bool isHistoryKey(const QKeyEvent& event)
+{
+    return event.matches(QKeySequence::Undo) || event.matches(QKeySequence::Redo);
+}
+
 } // namespace
 
 ConsoleInput::ConsoleInput(QWidget* parent)
@@ -57,17 +62,19 @@ QString ConsoleInput::script() const
     return text;
 }
 
-// A window shortcut for Escape must not fire while there is text to clear.
+// A window shortcut for Escape must not fire while there is text to clear, and those for undo and redo must fire while
+// there is none.
 bool ConsoleInput::event(QEvent* event)
 {
-    if (event->type() == QEvent::ShortcutOverride) {
-        const auto* keyEvent = static_cast<QKeyEvent*>(event);
-        if (keyEvent->key() == Qt::Key_Escape && !document()->isEmpty()) {
-            event->accept();
-            return true;
-        }
-    }
-    return QPlainTextEdit::event(event);
+    if (event->type() != QEvent::ShortcutOverride)
+        return QPlainTextEdit::event(event);
+    const auto& keyEvent = *static_cast<QKeyEvent*>(event);
+    const bool isForWindow = isHistoryKey(keyEvent) && document()->isEmpty();
+    const bool isForInput = keyEvent.key() == Qt::Key_Escape && !document()->isEmpty();
+    if (!isForWindow && !isForInput)
+        return QPlainTextEdit::event(event);
+    event->setAccepted(isForInput);
+    return true;
 }
 
 void ConsoleInput::keyPressEvent(QKeyEvent* event)
@@ -85,6 +92,8 @@ bool ConsoleInput::handleKey(const QKeyEvent& event)
         Q_EMIT cancelRequested();
         return true;
     }
+    if (isHistoryKey(event) && document()->isEmpty())
+        return true; // the window had nothing to undo
     const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     if (isReturn && modifiers == Qt::ShiftModifier) {
         textCursor().insertText(QStringLiteral("\n"));
@@ -104,8 +113,7 @@ bool ConsoleInput::handleKey(const QKeyEvent& event)
     case Qt::Key_Tab:
         return complete();
     case Qt::Key_Escape:
-        replace(0, document()->characterCount() - 1, {});
-        return true;
+        return discard();
     default:
         return false;
     }
@@ -126,6 +134,15 @@ bool ConsoleInput::enter()
     clear();
     if (!entered.trimmed().isEmpty())
         Q_EMIT this->entered(entered);
+    return true;
+}
+
+// What is discarded can be brought back from the history.
+bool ConsoleInput::discard()
+{
+    if (!m_history.entries().contains(script()))
+        m_history.add(script());
+    replace(0, document()->characterCount() - 1, {});
     return true;
 }
 

@@ -12,7 +12,8 @@ namespace mirn::zelchip {
 
 // The field in which scripts are typed. Return enters a complete script and adds a line to an incomplete one;
 // Shift+Return always adds a line. Up and Down walk through the history from the first and the last line. Tab
-// completes, and pressing it again requests the candidates. Escape clears the input.
+// completes, and pressing it again requests the candidates. Escape clears the input; its text is then in the history.
+// Undo and redo are the window's while the input is empty.
 class ConsoleInput final : public QPlainTextEdit
 {
     Q_OBJECT
@@ -48,6 +49,7 @@ private:
 
     bool handleKey(const QKeyEvent& event);
     bool enter();
+    bool discard();
     bool walk(Direction direction);
     bool complete();
     void replace(int begin, int end, const QString& text);

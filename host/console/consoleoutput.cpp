@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
@@ -113,6 +114,8 @@ ConsoleOutput::ConsoleOutput(QWidget* parent)
     connect(&m_flushTimer, &QTimer::timeout, this, &ConsoleOutput::flush);
     m_gutter->installEventFilter(this);
     connect(this, &QPlainTextEdit::updateRequest, m_gutter, QOverload<>::of(&QWidget::update));
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this,
+        [this](int value) { m_isAtEnd = value >= verticalScrollBar()->maximum(); });
     addMenuActions();
     layOutGutter();
 }
@@ -194,9 +197,23 @@ void ConsoleOutput::clearAll()
     m_isLineOpen = false;
 }
 
+// The scroll bar moves with every new layout; only what moves it otherwise is the user's.
+void ConsoleOutput::keepEndDuring(const std::function<void()>& change)
+{
+    const bool isAtEnd = m_isAtEnd;
+    change();
+    if (isAtEnd)
+        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+    m_isAtEnd = isAtEnd || verticalScrollBar()->value() >= verticalScrollBar()->maximum();
+}
+
 void ConsoleOutput::write(Kind kind, const QString& text, bool isContinued)
 {
-    const bool followsEnd = verticalScrollBar()->value() >= verticalScrollBar()->maximum();
+    keepEndDuring([&] { insert(kind, text, isContinued); });
+}
+
+void ConsoleOutput::insert(Kind kind, const QString& text, bool isContinued)
+{
     QString shown = text;
     if (shown.endsWith(QLatin1Char('\n')))
         shown.chop(1);
@@ -217,8 +234,6 @@ void ConsoleOutput::write(Kind kind, const QString& text, bool isContinued)
     dropOldest();
     if (isSelectedToEnd)
         deselectLast(added);
-    if (followsEnd)
-        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
 // Qt extends a selection that ends at the insertion point; the new text is not meant to be copied.
@@ -312,19 +327,35 @@ void ConsoleOutput::paintGutter()
     }
 }
 
+void ConsoleOutput::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy) && !textCursor().hasSelection())
+        Q_EMIT cancelRequested();
+    QPlainTextEdit::keyPressEvent(event);
+}
+
 void ConsoleOutput::resizeEvent(QResizeEvent* event)
 {
-    QPlainTextEdit::resizeEvent(event);
-    layOutGutter();
+    keepEndDuring([&] {
+        QPlainTextEdit::resizeEvent(event);
+        layOutGutter();
+    });
+}
+
+void ConsoleOutput::showEvent(QShowEvent* event)
+{
+    keepEndDuring([&] { QPlainTextEdit::showEvent(event); });
 }
 
 void ConsoleOutput::changeEvent(QEvent* event)
 {
-    QPlainTextEdit::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
-        recolor();
-    else if (event->type() == QEvent::FontChange)
-        layOutGutter();
+    keepEndDuring([&] {
+        QPlainTextEdit::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange)
+            recolor();
+        else if (event->type() == QEvent::FontChange)
+            layOutGutter();
+    });
 }
 
 bool ConsoleOutput::eventFilter(QObject* watched, QEvent* event)

@@ -4,10 +4,13 @@
 #include <QPlainTextEdit>
 #include <QTimer>
 
+#include <functional>
+
 namespace mirn::zelchip {
 
 // The text that the console has shown so far. It is bounded, so that no script can fill the memory; it is plain text
-// and is copied without the marks in front of it. It scrolls to new text unless the user has scrolled up.
+// and is copied without the marks in front of it. The end stays in sight, also when the size changes, unless the user
+// has scrolled up.
 class ConsoleOutput final : public QPlainTextEdit
 {
     Q_OBJECT
@@ -42,8 +45,14 @@ public:
     // The width of the area to the left of the text, in pixels.
     [[nodiscard]] int gutterWidth() const;
 
+Q_SIGNALS:
+    // Emitted when "copy" is pressed and nothing is selected.
+    void cancelRequested();
+
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     QMimeData* createMimeDataFromSelection() const override;
@@ -51,6 +60,8 @@ protected:
 private:
     void addMenuActions();
     void write(Kind kind, const QString& text, bool isContinued);
+    void insert(Kind kind, const QString& text, bool isContinued);
+    void keepEndDuring(const std::function<void()>& change);
     void beginLine(QTextCursor* cursor, Kind kind, bool isFirst);
     void writeLine(QTextCursor* cursor, Kind kind, const QString& line);
     void deselectLast(int count);
@@ -63,6 +74,7 @@ private:
     QTimer m_flushTimer;
     QString m_pending; // text not yet shown
     Kind m_pendingKind = Kind::Output;
+    bool m_isAtEnd = true; // whether the end is in sight, or shall be after the present change
     bool m_isLineOpen = false; // whether the last line has no line end yet
 };
 

@@ -2,6 +2,7 @@
 #include "host/console/tclcompletion.h"
 
 #include "host/console/partialcommand.h"
+#include "host/tcl/commandtable.h"
 #include "host/tcl/tclinterpreter.h"
 
 #include <algorithm>
@@ -11,84 +12,56 @@ namespace mirn::zelchip {
 
 namespace {
 
-// The words that may follow a command and its subcommand; the subcommand is empty if it has none.
-struct Syntax
+// The values of arguments that can be completed, as the table of commands has them.
+const QString ResourceValue = QStringLiteral("NAME");
+const QString SiteValue = QStringLiteral("SITE");
+const QString CommandValue = QStringLiteral("COMMAND");
+const QString SubcommandValue = QStringLiteral("SUBCOMMAND");
+
+// What may come next behind the finished words of a command.
+struct Expected
 {
-    const char* command;
-    const char* subcommand;
-    const char* words;
+    QStringList words; // fixed ones
+    QString value; // what stands for a value in the table of commands; empty if none may come
 };
 
-const Syntax Syntaxes[] = {
-    {"zel_resource", "place", "-rsc -id"},
-    {"zel_resource", "reset", "-ip"},
-    {"zel_resource", "remove", "-ip"},
-    {"zel_resource", "restore", "-ip"},
-    {"zel_resource", "configure", "-ip -key -value"},
-    {"zel_resource", "list", "-unplaced"},
-    {"zel_resource", "get", "-ip"},
-    {"zel_resource", "sites", "-rsc"},
-    {"zel_resource", "why", "-rsc -id"},
-    {"zel_setting", "", "-id -key -value"},
-    {"zel_view", "fit", ""},
-    {"zel_view", "in", ""},
-    {"zel_view", "out", ""},
-    {"zel_view", "zoom", ""},
-    {"zel_view", "select", ""},
-    {"zel_view", "selected", ""},
-    {"zel_view", "mode", "select zoom pan"},
-    {"zel_view", "snapshot", ""},
-    {"zel_view", "where", "-id"},
-    {"zel_tree", "where", "-rsc"},
-    {"zel_tree", "expand", ""},
-    {"zel_tree", "collapse", ""},
-    {"zel_tree", "select", "-rsc"},
-    {"zel_project", "open", ""},
-    {"zel_project", "save", ""},
-    {"zel_project", "info", ""},
-    {"zel_project", "refresh", ""},
-};
-
-bool isOption(const QString& word)
+// `words` are those behind the command and its subcommand.
+Expected expectedArgument(const CommandSyntax& syntax, const QStringList& words)
 {
-    return word.startsWith(QLatin1Char('-'));
-}
-
-bool takesResource(const QString& option)
-{
-    return option == QLatin1String("-rsc") || option == QLatin1String("-ip");
-}
-
-bool takesOtherValue(const QString& option)
-{
-    return option == QLatin1String("-id") || option == QLatin1String("-key") || option == QLatin1String("-value");
-}
-
-bool isOwn(const QString& command)
-{
-    return std::any_of(std::begin(Syntaxes), std::end(Syntaxes),
-        [&](const Syntax& syntax) { return command == QLatin1String(syntax.command); });
-}
-
-// Returns subcommands, options that are not used yet, or the words that may directly follow a subcommand.
-QStringList wordsBehind(const QStringList& words)
-{
-    QStringList result;
-    for (const Syntax& syntax : Syntaxes) {
-        const QString subcommand = QString::fromLatin1(syntax.subcommand);
-        const int head = subcommand.isEmpty() ? 1 : 2;
-        if (words.first() != QLatin1String(syntax.command))
-            continue;
-        if (words.size() < head)
-            result.append(subcommand);
-        else if (head == 1 || words.at(1) == subcommand) {
-            for (const QString& word : QString::fromLatin1(syntax.words).split(QLatin1Char(' '))) {
-                if (isOption(word) ? !words.contains(word) : !word.isEmpty() && words.size() == head)
-                    result.append(word);
-            }
-        }
+    int values = 0;
+    for (int i = 0; i < words.size(); ++i) {
+        const CommandSyntax::Option* option = syntax.option(words.at(i));
+        if (option && !option->value.isEmpty() && ++i == words.size())
+            return {{}, option->value};
+        values += option ? 0 : 1;
     }
-    return result;
+    Expected expected;
+    for (const CommandSyntax::Option& option : syntax.options) {
+        if (!words.contains(option.name))
+            expected.words.append(option.name);
+    }
+    if (const CommandSyntax::Value* value = syntax.valueAt(values))
+        expected.value = value->text;
+    return expected;
+}
+
+Expected expectedBehind(const QStringList& words)
+{
+    if (words.isEmpty())
+        return {};
+    if (const CommandEntry* entry = commandEntry(words.first()))
+        return expectedArgument(entry->syntax(), words.mid(1));
+    if (words.size() == 1)
+        return {subcommandsOf(words.first()), {}};
+    const CommandEntry* entry = commandEntry(words.first(), words.at(1));
+    return entry ? expectedArgument(entry->syntax(), words.mid(2)) : Expected();
+}
+
+// Whether the next word is a name, so that a brace is part of it and holds no script.
+bool isNameDue(const PartialCommand& command)
+{
+    const QString value = expectedBehind(command.words).value;
+    return value == ResourceValue || value == SiteValue;
 }
 
 QString commonBeginning(const QStringList& texts)
@@ -143,31 +116,39 @@ Completion completionOf(const QString& script, const PartialCommand& command, co
 
 } // namespace
 
-TclCompletion::TclCompletion(Names commands, Names resources)
+TclCompletion::TclCompletion(Names commands, Names resources, Names sites)
     : m_commands(std::move(commands))
     , m_resources(std::move(resources))
+    , m_sites(std::move(sites))
 { }
 
 Completion TclCompletion::operator()(const QString& textBeforeCursor) const
 {
     const std::vector<PartialCommand> readings = partialCommands(textBeforeCursor);
-    const auto isResource = [](const PartialCommand& reading) {
-        return !reading.words.isEmpty() && takesResource(reading.words.last()) && isOwn(reading.words.first());
-    };
-    // A brace after such an option is part of a name; any other one holds a script.
-    const auto found = std::find_if(readings.begin(), readings.end(), isResource);
-    if (found != readings.end())
-        return completionOf(textBeforeCursor, *found, m_resources());
-    return completionOf(textBeforeCursor, readings.back(), wordsFor(readings.back()));
+    const auto found = std::find_if(readings.begin(), readings.end(), isNameDue);
+    const PartialCommand& reading = found == readings.end() ? readings.back() : *found;
+    return completionOf(textBeforeCursor, reading, wordsFor(reading));
 }
 
 QStringList TclCompletion::wordsFor(const PartialCommand& command) const
 {
     if (command.words.isEmpty())
         return m_commands();
-    if (takesOtherValue(command.words.last()))
-        return {};
-    return wordsBehind(command.words);
+    const Expected expected = expectedBehind(command.words);
+    return expected.words + valuesFor(expected.value, command.words.last());
+}
+
+QStringList TclCompletion::valuesFor(const QString& value, const QString& previousWord) const
+{
+    if (value == ResourceValue)
+        return m_resources();
+    if (value == SiteValue)
+        return m_sites();
+    if (value == CommandValue)
+        return tableCommands();
+    if (value == SubcommandValue)
+        return subcommandsOf(previousWord);
+    return value.contains(QLatin1Char('|')) ? value.split(QLatin1Char('|')) : QStringList();
 }
 
 } // namespace mirn::zelchip

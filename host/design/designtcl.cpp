@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "host/design/designtcl.h"
 
+#include "engine/model/device.h"
 #include "engine/model/resourceparameter.h"
 #include "engine/referenceengine.h"
 #include "host/design/designeditor.h"
+#include "host/design/elementname.h"
 #include "host/tcl/arguments.h"
 
 #include <algorithm>
-#include <limits>
+#include <utility>
 
 namespace mirn::zelchip {
 
@@ -20,6 +22,8 @@ using zelengine::Site;
 
 const QString ResourceCommand = QStringLiteral("zel_resource");
 const QString SettingCommand = QStringLiteral("zel_setting");
+const QString UndoCommand = QStringLiteral("undo");
+const QString RedoCommand = QStringLiteral("redo");
 const QString ResourceOption = QStringLiteral("-rsc");
 const QString IpOption = QStringLiteral("-ip");
 const QString IdOption = QStringLiteral("-id");
@@ -37,72 +41,47 @@ TclResult noSuchResource(const QString& name)
     return TclResult::error(QStringLiteral("there is no resource \"%1\"").arg(name));
 }
 
-// For the subcommands "place" and "why", which take a resource and a site.
-template <typename Function>
-TclResult withResourceAndSite(const QStringList& words, const char* verb, const Function& function)
+// Returns the element that -id means. The files of a project name elements by their ids only.
+enum class Naming { IdsAndNames, IdsOnly };
+NamedElement elementOf(const DesignEditor& editor, const Arguments& arguments, Naming naming = Naming::IdsAndNames)
 {
-    Arguments arguments(
-        words, QStringLiteral("zel_resource %1 -rsc NAME -id N").arg(QLatin1String(verb)), {ResourceOption, IdOption});
-    const QString resource = arguments.text(ResourceOption);
-    const int site = arguments.number(IdOption);
-    arguments.positional(0, 0);
-    return arguments.isOk() ? function(resource, site) : arguments.error();
+    const QString text = arguments.text(IdOption);
+    return naming == Naming::IdsOnly ? NamedElement::fromId(text) : NamedElement::find(editor.engine().device(), text);
 }
 
-template <typename Function>
-TclResult withName(const QStringList& words, const char* verb, const QString& option, const Function& function)
+TclResult place(DesignEditor& editor, const Arguments& arguments, Naming naming)
 {
-    Arguments arguments(words, QStringLiteral("zel_resource %1 %2 NAME").arg(QLatin1String(verb), option), {option});
-    const QString name = arguments.text(option);
-    arguments.positional(0, 0);
-    return arguments.isOk() ? function(name) : arguments.error();
+    const NamedElement site = elementOf(editor, arguments, naming);
+    return site.error.isEmpty() ? resultOf(editor.place(arguments.text(ResourceOption), site.id))
+                                : TclResult::error(site.error);
 }
 
-const char ConfigureUsage[] = "zel_resource configure -ip NAME -key K ?-value V?";
-
-TclResult configure(DesignEditor& editor, const QStringList& words)
+TclResult configure(DesignEditor& editor, const Arguments& arguments)
 {
-    Arguments arguments(words, QLatin1String(ConfigureUsage), {IpOption, KeyOption, ValueOption});
-    const QString resource = arguments.text(IpOption);
-    const QString key = arguments.text(KeyOption);
-    const QString value = arguments.text(ValueOption);
-    arguments.positional(0, 0);
-    return arguments.isOk() ? resultOf(editor.configure(resource, key, value)) : arguments.error();
+    return arguments.has(ValueOption)
+        ? resultOf(editor.configure(arguments.text(IpOption), arguments.text(KeyOption), arguments.text(ValueOption)))
+        : arguments.error();
 }
 
-Subcommands changes(DesignEditor& editor)
+Subcommands changes(DesignEditor& editor, Naming naming)
 {
+    const auto step = [&editor](zelengine::Refusal (DesignEditor::*change)(const QString&)) {
+        return [&editor, change](
+                   const Arguments& arguments) { return resultOf((editor.*change)(arguments.text(IpOption))); };
+    };
     return {
-        {QStringLiteral("configure"), [&](const QStringList& words) { return configure(editor, words); }},
+        {QStringLiteral("configure"), [&](const Arguments& arguments) { return configure(editor, arguments); }},
         {QStringLiteral("place"),
-            [&](const QStringList& words) {
-                return withResourceAndSite(words, "place",
-                    [&](const QString& resource, int site) { return resultOf(editor.place(resource, site)); });
-            }},
-        {QStringLiteral("reset"),
-            [&](const QStringList& words) {
-                return withName(
-                    words, "reset", IpOption, [&](const QString& name) { return resultOf(editor.reset(name)); });
-            }},
-        {QStringLiteral("remove"),
-            [&](const QStringList& words) {
-                return withName(
-                    words, "remove", IpOption, [&](const QString& name) { return resultOf(editor.remove(name)); });
-            }},
-        {QStringLiteral("restore"),
-            [&](const QStringList& words) {
-                return withName(
-                    words, "restore", IpOption, [&](const QString& name) { return resultOf(editor.restore(name)); });
-            }},
+            [&editor, naming](const Arguments& arguments) { return place(editor, arguments, naming); }},
+        {QStringLiteral("reset"), step(&DesignEditor::reset)},
+        {QStringLiteral("remove"), step(&DesignEditor::remove)},
+        {QStringLiteral("restore"), step(&DesignEditor::restore)},
     };
 }
 
-TclResult list(const ReferenceEngine& engine, const QStringList& words)
+TclResult list(const ReferenceEngine& engine, const Arguments& arguments)
 {
-    Arguments arguments(words, QStringLiteral("zel_resource list ?-unplaced? ?PATTERN?"), {}, {UnplacedFlag});
-    const QStringList pattern = arguments.positional(0, 1);
-    if (!arguments.isOk())
-        return arguments.error();
+    const QStringList& pattern = arguments.positional();
     QStringList names;
     for (int index : engine.design().all()) {
         const Resource& resource = engine.design().resource(index);
@@ -116,24 +95,18 @@ TclResult list(const ReferenceEngine& engine, const QStringList& words)
 }
 
 // Without -value it returns the value in force; with -value it changes it.
-TclResult configureOrTell(DesignEditor& editor, const QStringList& words)
+TclResult configureOrTell(DesignEditor& editor, const Arguments& arguments)
 {
-    Arguments arguments(words, QLatin1String(ConfigureUsage), {IpOption, KeyOption, ValueOption});
-    const QString name = arguments.text(IpOption);
-    const QString key = arguments.text(KeyOption);
-    arguments.positional(0, 0);
-    if (!arguments.isOk() || arguments.has(ValueOption))
-        return configure(editor, words);
-    const ReferenceEngine::Configuration inForce = editor.engine().configuration(name, key);
+    if (arguments.has(ValueOption))
+        return configure(editor, arguments);
+    const ReferenceEngine::Configuration inForce
+        = editor.engine().configuration(arguments.text(IpOption), arguments.text(KeyOption));
     return inForce.isAllowed() ? TclResult::value(inForce.value) : TclResult::error(inForce.refusal.sentence());
 }
 
 // Returns a dictionary.
-TclResult get(const ReferenceEngine& engine, const QString& name)
+TclResult get(const ReferenceEngine& engine, int index)
 {
-    const int index = engine.design().find(name);
-    if (index < 0)
-        return noSuchResource(name);
     const Resource& resource = engine.design().resource(index);
     const Site* site = engine.device().site(resource.site);
     QStringList children;
@@ -149,11 +122,8 @@ TclResult get(const ReferenceEngine& engine, const QString& name)
     return TclResult::value(TclInterpreter::list(facts));
 }
 
-TclResult sites(const ReferenceEngine& engine, const QString& name)
+TclResult sites(const ReferenceEngine& engine, int index)
 {
-    const int index = engine.design().find(name);
-    if (index < 0)
-        return noSuchResource(name);
     QStringList ids;
     for (int id : engine.rules().sitesFor(index))
         ids.append(QString::number(id));
@@ -161,46 +131,46 @@ TclResult sites(const ReferenceEngine& engine, const QString& name)
 }
 
 // Returns an empty value when the resource may be placed there.
-TclResult why(const ReferenceEngine& engine, const QString& name, int site)
+TclResult why(const DesignEditor& editor, int index, const Arguments& arguments)
 {
-    const int index = engine.design().find(name);
-    return index < 0 ? noSuchResource(name) : TclResult::value(engine.rules().propose(index, site).refusal.sentence());
+    const NamedElement site = elementOf(editor, arguments);
+    return site.error.isEmpty() ? TclResult::value(editor.engine().rules().propose(index, site.id).refusal.sentence())
+                                : TclResult::error(site.error);
 }
 
-Subcommands questions(const ReferenceEngine& engine)
+// Calls the function with the index of the resource that an option names.
+template <typename Function>
+TclResult withResource(const DesignEditor& editor, const QString& name, const Function& function)
 {
+    const int index = editor.engine().design().find(name);
+    return index < 0 ? noSuchResource(name) : function(index);
+}
+
+Subcommands questions(const DesignEditor& editor)
+{
+    const ReferenceEngine& engine = editor.engine();
     return {
-        {QStringLiteral("list"), [&](const QStringList& words) { return list(engine, words); }},
+        {QStringLiteral("list"), [&](const Arguments& arguments) { return list(engine, arguments); }},
         {QStringLiteral("get"),
-            [&](const QStringList& words) {
-                return withName(words, "get", IpOption, [&](const QString& name) { return get(engine, name); });
+            [&](const Arguments& arguments) {
+                return withResource(
+                    editor, arguments.text(IpOption), [&](int resource) { return get(engine, resource); });
             }},
         {QStringLiteral("sites"),
-            [&](const QStringList& words) {
-                return withName(
-                    words, "sites", ResourceOption, [&](const QString& name) { return sites(engine, name); });
+            [&](const Arguments& arguments) {
+                return withResource(
+                    editor, arguments.text(ResourceOption), [&](int resource) { return sites(engine, resource); });
             }},
         {QStringLiteral("why"),
-            [&](const QStringList& words) {
-                return withResourceAndSite(
-                    words, "why", [&](const QString& name, int site) { return why(engine, name, site); });
+            [&](const Arguments& arguments) {
+                return withResource(editor, arguments.text(ResourceOption),
+                    [&](int resource) { return why(editor, resource, arguments); });
             }},
     };
 }
 
-TclResult setting(DesignEditor& editor, const QStringList& words, bool mayRead)
+TclResult settingInForce(const DesignEditor& editor, int site, const QString& key)
 {
-    Arguments arguments(
-        words.mid(1), QStringLiteral("zel_setting -id N -key K ?-value V?"), {IdOption, KeyOption, ValueOption});
-    const int site = arguments.number(IdOption);
-    const QString key = arguments.text(KeyOption);
-    arguments.positional(0, 0);
-    if (!mayRead)
-        (void)arguments.text(ValueOption);
-    if (!arguments.isOk())
-        return arguments.error();
-    if (arguments.has(ValueOption))
-        return resultOf(editor.setSetting(site, key, arguments.text(ValueOption)));
     const Site* carrier = editor.engine().settings().carrier(site);
     if (!carrier)
         return TclResult::error(QStringLiteral("element %1 has no settings").arg(site));
@@ -210,37 +180,57 @@ TclResult setting(DesignEditor& editor, const QStringList& words, bool mayRead)
     return TclResult::value(editor.engine().settings().value(site, key));
 }
 
-template <typename Function> TclInterpreter::Command withoutArguments(const Function& function)
+TclResult setSetting(DesignEditor& editor, const Arguments& arguments, Naming naming)
 {
-    return [function](const QStringList& words) {
-        return words.size() == 1 ? resultOf(function())
-                                 : TclResult::error(QStringLiteral("wrong # args: should be \"%1\"").arg(words[0]));
-    };
+    const NamedElement site = elementOf(editor, arguments, naming);
+    if (!site.error.isEmpty())
+        return TclResult::error(site.error);
+    return arguments.has(ValueOption)
+        ? resultOf(editor.setSetting(site.id, arguments.text(KeyOption), arguments.text(ValueOption)))
+        : arguments.error();
+}
+
+TclResult setOrTellSetting(DesignEditor& editor, const Arguments& arguments)
+{
+    const NamedElement site = elementOf(editor, arguments);
+    return arguments.has(ValueOption) || !site.error.isEmpty()
+        ? setSetting(editor, arguments, Naming::IdsAndNames)
+        : settingInForce(editor, site.id, arguments.text(KeyOption));
+}
+
+TclInterpreter::Command historyCommand(
+    const QString& name, DesignEditor& editor, zelengine::Refusal (DesignEditor::*step)())
+{
+    return single(name, [&editor, step](const Arguments&) { return resultOf((editor.*step)()); });
 }
 
 } // namespace
 
 TclInterpreter::Command changeCommand(DesignEditor& editor)
 {
-    return [&editor, resource = ensemble(changes(editor))](const QStringList& words) {
+    const auto resource = ensemble(ResourceCommand, changes(editor, Naming::IdsOnly));
+    const auto setting = single(SettingCommand,
+        [&editor](const Arguments& arguments) { return setSetting(editor, arguments, Naming::IdsOnly); });
+    return [resource, setting](const QStringList& words) {
         if (words.value(0) == ResourceCommand)
             return resource(words);
         return words.value(0) == SettingCommand
-            ? setting(editor, words, false)
+            ? setting(words)
             : TclResult::error(QStringLiteral("expected %1 or %2").arg(ResourceCommand, SettingCommand));
     };
 }
 
 void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor)
 {
-    Subcommands all = changes(editor);
-    all.merge(questions(editor.engine()));
-    all[QStringLiteral("configure")] = [&](const QStringList& words) { return configureOrTell(editor, words); };
-    interpreter.addCommand(ResourceCommand, ensemble(std::move(all)));
-    interpreter.addCommand(
-        SettingCommand, [&editor](const QStringList& words) { return setting(editor, words, true); });
-    interpreter.addCommand(QStringLiteral("undo"), withoutArguments([&editor] { return editor.undo(); }));
-    interpreter.addCommand(QStringLiteral("redo"), withoutArguments([&editor] { return editor.redo(); }));
+    Subcommands all = changes(editor, Naming::IdsAndNames);
+    all.merge(questions(editor));
+    all[QStringLiteral("configure")] = [&](const Arguments& arguments) { return configureOrTell(editor, arguments); };
+    interpreter.addCommand(ResourceCommand, ensemble(ResourceCommand, std::move(all)));
+    interpreter.addCommand(SettingCommand,
+        single(SettingCommand, [&editor](const Arguments& arguments) { return setOrTellSetting(editor, arguments); }));
+    for (const auto& [name, step] :
+        {std::pair(UndoCommand, &DesignEditor::undo), std::pair(RedoCommand, &DesignEditor::redo)})
+        interpreter.addCommand(name, historyCommand(name, editor, step));
 }
 
 } // namespace mirn::zelchip

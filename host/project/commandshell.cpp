@@ -2,6 +2,7 @@
 #include "host/project/commandshell.h"
 
 #include "host/design/designtcl.h"
+#include "host/tcl/commandhelp.h"
 
 #include <QFile>
 
@@ -13,6 +14,7 @@ CommandShell::CommandShell(QObject* parent)
     m_interpreter.setOutput(
         [this](const QString& text, TclInterpreter::Channel channel) { Q_EMIT wrote(text, channel); });
     m_interpreter.setBusyHandler([this] { Q_EMIT busy(); });
+    addHelpCommand(m_interpreter);
 }
 
 CommandShell::~CommandShell() = default;

@@ -6,14 +6,13 @@
 #include "host/project/projectsession.h"
 #include "host/tcl/arguments.h"
 
+#include <utility>
+
 namespace mirn::zelchip {
 
 namespace {
 
-TclResult wrongArguments(const char* usage)
-{
-    return TclResult::error(QStringLiteral("wrong # args: should be \"%1\"").arg(QLatin1String(usage)));
-}
+const QString ProjectCommand = QStringLiteral("zel_project");
 
 TclResult info(const ProjectSession& session)
 {
@@ -29,25 +28,15 @@ TclResult info(const ProjectSession& session)
 
 void addProjectCommands(TclInterpreter& interpreter, const ProjectCommands& commands)
 {
-    interpreter.addCommand(QStringLiteral("zel_project"),
-        ensemble({
-            {QStringLiteral("open"),
-                [open = commands.open](const QStringList& words) {
-                    return words.size() == 1 ? resultOf(open(words.first())) : wrongArguments("zel_project open DIR");
-                }},
-            {QStringLiteral("save"),
-                [save = commands.save](const QStringList& words) {
-                    return words.isEmpty() ? resultOf(save()) : wrongArguments("zel_project save");
-                }},
-            {QStringLiteral("refresh"),
-                [refresh = commands.refresh](const QStringList& words) {
-                    return words.isEmpty() ? resultOf(refresh()) : wrongArguments("zel_project refresh");
-                }},
-            {QStringLiteral("info"),
-                [session = commands.session](const QStringList& words) {
-                    return words.isEmpty() ? info(session()) : wrongArguments("zel_project info");
-                }},
-        }));
+    Subcommands subcommands{
+        {QStringLiteral("open"),
+            [open = commands.open](
+                const Arguments& arguments) { return resultOf(open(arguments.positional().first())); }},
+        {QStringLiteral("save"), [save = commands.save](const Arguments&) { return resultOf(save()); }},
+        {QStringLiteral("refresh"), [refresh = commands.refresh](const Arguments&) { return resultOf(refresh()); }},
+        {QStringLiteral("info"), [session = commands.session](const Arguments&) { return info(session()); }},
+    };
+    interpreter.addCommand(ProjectCommand, ensemble(ProjectCommand, std::move(subcommands)));
 }
 
 } // namespace mirn::zelchip

@@ -1,69 +1,92 @@
 // SPDX-License-Identifier: MIT
 #include "host/tcl/arguments.h"
 
+#include "host/tcl/commandtable.h"
+
+#include <algorithm>
+#include <utility>
+
 namespace mirn::zelchip {
 
-Arguments::Arguments(
-    const QStringList& words, const QString& usage, const QStringList& options, const QStringList& flags)
+namespace {
+
+TclResult wrongArguments(const QString& usage)
+{
+    return TclResult::error(QStringLiteral("wrong # args: should be \"%1\"").arg(usage));
+}
+
+TclResult call(const CommandHandler& handler, const CommandEntry& entry, const QStringList& words)
+{
+    const Arguments arguments(words, entry.usage(), entry.syntax());
+    return arguments.isOk() ? handler(arguments) : arguments.error();
+}
+
+} // namespace
+
+Arguments::Arguments(const QStringList& words, const QString& usage, const CommandSyntax& syntax)
     : m_usage(usage)
 {
+    sort(words, syntax);
+    m_isOk = m_isOk && isComplete(syntax);
+}
+
+void Arguments::sort(const QStringList& words, const CommandSyntax& syntax)
+{
     for (int i = 0; i < words.size(); ++i) {
-        if (flags.contains(words[i]))
-            m_values.insert(words[i], QString());
-        else if (!options.contains(words[i]))
+        const CommandSyntax::Option* option = syntax.option(words[i]);
+        if (!option)
             m_positional.append(words[i]);
+        else if (option->value.isEmpty())
+            m_values.insert(words[i], QString());
         else if (i + 1 < words.size() && !m_values.contains(words[i]))
             m_values.insert(words[i], words[i + 1]), ++i;
         else
-            failUsage();
+            m_isOk = false;
     }
 }
 
-QString Arguments::text(const QString& option)
+bool Arguments::isComplete(const CommandSyntax& syntax) const
 {
-    if (!m_values.contains(option))
-        failUsage();
-    return m_values.value(option);
+    const auto isThere = [this](const CommandSyntax::Option& option) { return !option.isRequired || has(option.name); };
+    const auto least = std::count_if(
+        syntax.values.begin(), syntax.values.end(), [](const CommandSyntax::Value& value) { return value.isRequired; });
+    const auto count = static_cast<int>(m_positional.size());
+    return std::all_of(syntax.options.begin(), syntax.options.end(), isThere) && count >= least
+        && (count == 0 || syntax.valueAt(count - 1));
 }
 
-int Arguments::number(const QString& option)
+TclResult Arguments::error() const
 {
-    const QString value = text(option);
-    bool isNumber = false;
-    const int number = value.toInt(&isNumber);
-    if (!isNumber && isOk())
-        m_error = QStringLiteral("expected integer but got \"%1\"").arg(value);
-    return number;
+    return wrongArguments(m_usage);
 }
 
-QStringList Arguments::positional(int least, int most)
+TclInterpreter::Command ensemble(const QString& command, Subcommands subcommands)
 {
-    if (m_positional.size() < least || m_positional.size() > most)
-        failUsage();
-    return m_positional;
-}
-
-void Arguments::failUsage()
-{
-    if (m_error.isEmpty())
-        m_error = QStringLiteral("wrong # args: should be \"%1\"").arg(m_usage);
-}
-
-TclInterpreter::Command ensemble(Subcommands subcommands)
-{
-    return [subcommands = std::move(subcommands)](const QStringList& words) {
-        const auto found = subcommands.find(words.value(1));
-        if (found != subcommands.end())
-            return found->second(words.mid(2));
+    return [command, subcommands = std::move(subcommands)](const QStringList& words) {
+        const QString name = words.value(1);
+        const auto found = subcommands.find(name);
+        const CommandEntry* entry = commandEntry(command, name);
+        if (found != subcommands.end() && entry)
+            return call(found->second, *entry, words.mid(2));
         QStringList names;
         for (const auto& subcommand : subcommands)
             names.append(subcommand.first);
+        const QString expected = names.join(QStringLiteral(", "));
         if (words.size() < 2)
             return TclResult::error(
-                QStringLiteral("wrong # args: should be \"%1 subcommand ?arg ...?\"").arg(words.value(0)));
-        return TclResult::error(QStringLiteral("unknown subcommand \"%1\" of %2: must be %3")
-                                    .arg(words[1], words[0], names.join(QStringLiteral(", "))));
+                QStringLiteral("wrong # args: should be \"%1 subcommand ?arg ...?\"; the subcommand must be %2")
+                    .arg(command, expected));
+        return TclResult::error(
+            QStringLiteral("unknown subcommand \"%1\" of %2: must be %3").arg(name, command, expected));
     };
+}
+
+TclInterpreter::Command single(const QString& command, CommandHandler handler)
+{
+    const CommandEntry* entry = commandEntry(command);
+    Q_ASSERT(entry);
+    return
+        [entry, handler = std::move(handler)](const QStringList& words) { return call(handler, *entry, words.mid(1)); };
 }
 
 TclResult resultOf(const QString& error)

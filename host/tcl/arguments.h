@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/tcl/commandsyntax.h"
 #include "host/tcl/tclinterpreter.h"
 
 #include <QHash>
@@ -12,40 +13,42 @@
 
 namespace mirn::zelchip {
 
-// The arguments of a command, such as "-rsc NAME -id N". Only the first error is kept; error() returns it in Tcl's own
-// words.
+// The arguments of a command, such as "-rsc NAME -id SITE", checked against its syntax. Only the first error is kept;
+// error() returns it in Tcl's own words.
 class Arguments final
 {
 public:
     // `words` is without the command itself. `usage` is the whole command with its arguments, for the error message.
-    // `options` take a value, `flags` do not; everything else is positional.
-    Arguments(
-        const QStringList& words, const QString& usage, const QStringList& options, const QStringList& flags = {});
+    Arguments(const QStringList& words, const QString& usage, const CommandSyntax& syntax);
 
-    [[nodiscard]] bool isOk() const { return m_error.isEmpty(); }
-    [[nodiscard]] TclResult error() const { return TclResult::error(m_error); }
+    [[nodiscard]] bool isOk() const { return m_isOk; }
+    [[nodiscard]] TclResult error() const;
 
     [[nodiscard]] bool has(const QString& option) const { return m_values.contains(option); }
-    // Fails if the option is missing.
-    QString text(const QString& option);
-    // Fails also if the value is not an integer.
-    int number(const QString& option);
-
-    // Fails if there are more than `most` or fewer than `least`.
-    QStringList positional(int least, int most);
+    // Returns an empty text for an option that is not there.
+    [[nodiscard]] QString text(const QString& option) const { return m_values.value(option); }
+    [[nodiscard]] const QStringList& positional() const { return m_positional; }
 
 private:
-    void failUsage();
+    void sort(const QStringList& words, const CommandSyntax& syntax);
+    [[nodiscard]] bool isComplete(const CommandSyntax& syntax) const;
 
     const QString m_usage;
     QHash<QString, QString> m_values;
     QStringList m_positional;
-    QString m_error;
+    bool m_isOk = true;
 };
 
-// The subcommands of a command by their names, each called with the words after its name.
-using Subcommands = std::map<QString, std::function<TclResult(const QStringList& words)>>;
-[[nodiscard]] TclInterpreter::Command ensemble(Subcommands subcommands);
+// Carries out a command whose arguments fit its syntax.
+using CommandHandler = std::function<TclResult(const Arguments& arguments)>;
+
+// The subcommands of a command by their names. Their syntax is in the table of commands, and a call that does not fit
+// is an error.
+using Subcommands = std::map<QString, CommandHandler>;
+[[nodiscard]] TclInterpreter::Command ensemble(const QString& command, Subcommands subcommands);
+
+// The same for a command without subcommands.
+[[nodiscard]] TclInterpreter::Command single(const QString& command, CommandHandler handler);
 
 // Converts an error message, which is empty for success, into a result.
 [[nodiscard]] TclResult resultOf(const QString& error);

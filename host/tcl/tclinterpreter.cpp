@@ -223,6 +223,11 @@ void TclInterpreter::setOutput(Output output)
     d->output = std::move(output);
 }
 
+void TclInterpreter::write(const QString& line)
+{
+    d->puts({QStringLiteral("puts"), line});
+}
+
 void TclInterpreter::setExitGuard(std::function<bool()> mayExit)
 {
     d->mayExit = std::move(mayExit);

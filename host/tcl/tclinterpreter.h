@@ -49,6 +49,9 @@ public:
     // Sets the receiver of what `puts` writes to the standard channels; without one the channels receive it.
     void setOutput(Output output);
 
+    // Writes a line to the standard output, as `puts` does.
+    void write(const QString& line);
+
     // Sets the function that is asked before "exit" ends the program; "exit" is an error if it returns false.
     void setExitGuard(std::function<bool()> mayExit);
 

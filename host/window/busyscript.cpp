@@ -17,6 +17,12 @@ BusyScript::BusyScript(CommandShell& shell, QObject* parent)
     connect(&shell, &CommandShell::idle, this, &BusyScript::end);
 }
 
+void BusyScript::setConsole(QWidget* console, QWidget* stopWidget)
+{
+    m_console = console;
+    m_stopWidget = stopWidget;
+}
+
 void BusyScript::processEvents()
 {
     // A dialog that the script opened runs its own event loop and receives its own input.
@@ -39,15 +45,24 @@ void BusyScript::end()
     Q_EMIT changed(false);
 }
 
+// A window passes its keys on to the widget that has the focus.
+bool BusyScript::isInConsole(const QObject* watched) const
+{
+    const auto* widget = watched->isWindowType() ? QApplication::focusWidget() : qobject_cast<const QWidget*>(watched);
+    return m_console && widget && m_console->isAncestorOf(widget);
+}
+
 bool BusyScript::eventFilter(QObject* watched, QEvent* event)
 {
     if (QApplication::activeModalWidget())
         return QObject::eventFilter(watched, event);
     switch (event->type()) {
-    case QEvent::KeyPress:
-        if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+    case QEvent::KeyPress: {
+        const auto* keyEvent = static_cast<QKeyEvent*>(event);
+        if (keyEvent->key() == Qt::Key_Escape)
             m_shell.cancel();
-        return true;
+        return !keyEvent->matches(QKeySequence::Copy) || !isInConsole(watched);
+    }
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick: {

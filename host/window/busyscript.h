@@ -8,15 +8,16 @@ namespace mirn::zelchip {
 class CommandShell;
 
 // Keeps the window responsive while a script runs long: it is painted, and Escape or the stop widget cancels the
-// script. All other user input is discarded until the script has ended. It is a child of the main window.
+// script. The console receives the key for copying, for which it cancels the script if nothing is selected. All other
+// user input is discarded until the script has ended. It is a child of the main window.
 class BusyScript final : public QObject
 {
     Q_OBJECT
 public:
-    // Owns neither. The stop widget, which may be null, is the only one that still receives the mouse.
-    BusyScript(CommandShell& shell, QObject* parent);
+    BusyScript(CommandShell& shell, QObject* parent); // does not own the shell
 
-    void setStopWidget(QWidget* widget) { m_stopWidget = widget; }
+    // Sets the console, and the widget in it which is the only one that still receives the mouse. Owns neither.
+    void setConsole(QWidget* console, QWidget* stopWidget);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -26,8 +27,10 @@ Q_SIGNALS:
 private:
     void processEvents();
     void end();
+    [[nodiscard]] bool isInConsole(const QObject* watched) const;
 
     CommandShell& m_shell;
+    QWidget* m_console = nullptr;
     QWidget* m_stopWidget = nullptr;
     bool m_isBusy = false;
 };

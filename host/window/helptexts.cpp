@@ -34,6 +34,7 @@ QList<std::pair<QString, QString>> gestures()
         {tr("Ctrl + Z, Ctrl + Shift + Z"), tr("undo, redo")},
         {tr("Ctrl + S"), tr("save the placement")},
         {tr("Tab, Up, Down, Escape"), tr("in the console: complete, earlier commands, clear or stop")},
+        {tr("Ctrl + C"), tr("in the console: copy; stop the script if nothing is selected")},
     };
 }
 

@@ -88,6 +88,7 @@ void HostActions::createActions(QMainWindow* window)
     viewForth = newAction(window, tr("Ne&xt View"), Qt::ALT | Qt::Key_Right);
 
     keys = newAction(window, tr("&Keys and Gestures"), QKeySequence::HelpContents);
+    commands = newAction(window, tr("&Commands"));
     about = newAction(window, tr("&About zelchip"));
     about->setMenuRole(QAction::AboutRole);
 }
@@ -113,7 +114,7 @@ void HostActions::fillMenus(QMainWindow* window)
     m_viewMenu->addActions({viewBack, viewForth});
 
     QMenu* help = window->menuBar()->addMenu(tr("&Help"));
-    help->addActions({keys, about});
+    help->addActions({keys, commands, about});
 }
 
 void HostActions::fillToolBar(QMainWindow* window)

@@ -44,6 +44,7 @@ public:
     QAction* viewBack;
     QAction* viewForth;
     QAction* keys;
+    QAction* commands;
     QAction* about;
 
 private:

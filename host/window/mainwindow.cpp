@@ -8,6 +8,7 @@
 #include "host/console/consoledock.h"
 #include "host/console/tclcompletion.h"
 #include "host/design/designeditor.h"
+#include "host/design/elementname.h"
 #include "host/drawing/dragreason.h"
 #include "host/drawing/snapshot.h"
 #include "host/drawing/viewhistory.h"
@@ -19,6 +20,7 @@
 #include "host/widgets/loadprogress.h"
 #include "host/widgets/pointernote.h"
 #include "host/window/busyscript.h"
+#include "host/window/commandswindow.h"
 #include "host/window/drawingarea.h"
 #include "host/window/helptexts.h"
 #include "host/window/messagebox.h"
@@ -85,6 +87,7 @@ void MainWindow::connectActions()
     connect(m_actions.viewBack, &QAction::triggered, this, [this] { m_drawingArea->history()->back(); });
     connect(m_actions.viewForth, &QAction::triggered, this, [this] { m_drawingArea->history()->forth(); });
     connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
+    connect(m_actions.commands, &QAction::triggered, this, [this] { openCommandsWindow(this); });
     connect(m_actions.about, &QAction::triggered, this, &MainWindow::showAbout);
 }
 
@@ -234,7 +237,8 @@ void MainWindow::connectConsole()
             paths.append(design.resource(index).path);
         return paths;
     };
-    m_console->setCompleter(TclCompletion([this] { return m_shell.interpreter().commandNames(); }, resources));
+    const auto sites = [this] { return siteNames(device()); };
+    m_console->setCompleter(TclCompletion([this] { return m_shell.interpreter().commandNames(); }, resources, sites));
     connect(m_console, &ConsoleDock::commandEntered, this,
         [this](const QString& script) { m_shell.run(script, CommandShell::Origin::User); });
     connect(m_console, &ConsoleDock::cancelRequested, &m_shell, &CommandShell::cancel);
@@ -244,7 +248,7 @@ void MainWindow::connectConsole()
     });
     connect(&m_shell, &CommandShell::wrote, m_console, &ConsoleDock::showOutput);
     connect(m_busyScript, &BusyScript::changed, m_console, &ConsoleDock::setRunning);
-    m_busyScript->setStopWidget(m_console->stopWidget());
+    m_busyScript->setConsole(m_console, m_console->stopWidget());
 }
 
 // This is the opposite of Tcl's own codes: non-zero means success.
@@ -351,6 +355,11 @@ zelchipview::ZelGraphicsView* MainWindow::graphicsView()
 QTreeWidget* MainWindow::tree()
 {
     return m_drawingArea->tree();
+}
+
+const zelengine::Device& MainWindow::device() const
+{
+    return editor().engine().device();
 }
 
 QString MainWindow::saveSnapshot(const QString& file)

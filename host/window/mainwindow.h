@@ -79,6 +79,7 @@ private:
     zelchipview::ZelGraphicsScene* scene() override;
     zelchipview::ZelGraphicsView* graphicsView() override;
     QTreeWidget* tree() override;
+    const zelengine::Device& device() const override;
 
     void chooseProject();
     void chooseDrawing();

@@ -5,6 +5,7 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
+#include "host/design/elementname.h"
 #include "host/drawing/drawingfit.h"
 #include "host/tcl/arguments.h"
 
@@ -15,6 +16,8 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace mirn::zelchip {
 
@@ -25,6 +28,8 @@ WindowAccess::~WindowAccess() = default;
 
 namespace {
 
+const QString ViewCommand = QStringLiteral("zel_view");
+const QString TreeCommand = QStringLiteral("zel_tree");
 const QString ResourceOption = QStringLiteral("-rsc");
 const QString IdOption = QStringLiteral("-id");
 
@@ -59,38 +64,41 @@ TclResult screenPosition(QWidget* viewport, QPoint position, const QString& what
         QStringLiteral("%1 %2").arg(QString::number(qRound(global.x())), QString::number(qRound(global.y()))));
 }
 
-TclResult where(WindowAccess& window, const QStringList& words)
+TclResult noSuchElement(const QString& text)
 {
-    Arguments arguments(words, QStringLiteral("zel_view where -id N"), {IdOption});
-    const int id = arguments.number(IdOption);
-    arguments.positional(0, 0);
-    if (!arguments.isOk())
-        return arguments.error();
-    const QGraphicsItem* item = itemOf(window, id);
-    if (!item)
-        return TclResult::error(QStringLiteral("there is no element %1").arg(id));
-    zelchipview::ZelGraphicsView* view = window.graphicsView();
-    return screenPosition(
-        view->viewport(), view->mapFromScene(item->sceneBoundingRect().center()), QStringLiteral("element %1").arg(id));
+    return TclResult::error(QStringLiteral("there is no element %1").arg(text));
 }
 
-// Converts the words to element ids and calls the function with them; an unknown id is an error.
-TclResult withIds(WindowAccess& window, const QStringList& words, const char* verb, int least,
-    const std::function<void(const QList<int>&)>& function)
+TclResult where(WindowAccess& window, const Arguments& arguments)
 {
-    QList<int> ids;
-    for (const QString& word : words) {
-        bool isNumber = false;
-        ids.append(word.toInt(&isNumber));
-        if (!isNumber)
-            return TclResult::error(QStringLiteral("expected integer but got \"%1\"").arg(word));
-        if (!itemOf(window, ids.last()))
-            return TclResult::error(QStringLiteral("there is no element %1").arg(word));
-    }
-    if (ids.size() < least)
-        return TclResult::error(QStringLiteral("wrong # args: should be \"zel_view %1 ID ?ID ...?\"").arg(verb));
-    function(ids);
-    return TclResult::value();
+    const QString text = arguments.text(IdOption);
+    const NamedElement element = NamedElement::find(window.device(), text);
+    if (!element.error.isEmpty())
+        return TclResult::error(element.error);
+    const QGraphicsItem* item = itemOf(window, element.id);
+    if (!item)
+        return noSuchElement(text);
+    zelchipview::ZelGraphicsView* view = window.graphicsView();
+    return screenPosition(view->viewport(), view->mapFromScene(item->sceneBoundingRect().center()),
+        QStringLiteral("element %1").arg(text));
+}
+
+// Calls the function with the ids of the elements; an unknown one is an error.
+CommandHandler withElements(WindowAccess& window, void (*function)(WindowAccess& window, const QList<int>& ids))
+{
+    return [&window, function](const Arguments& arguments) {
+        QList<int> ids;
+        for (const QString& text : arguments.positional()) {
+            const NamedElement element = NamedElement::find(window.device(), text);
+            if (!element.error.isEmpty())
+                return TclResult::error(element.error);
+            if (!itemOf(window, element.id))
+                return noSuchElement(text);
+            ids.append(element.id);
+        }
+        function(window, ids);
+        return TclResult::value();
+    };
 }
 
 void zoomTo(WindowAccess& window, const QList<int>& ids)
@@ -120,75 +128,54 @@ TclResult selected()
 }
 
 // Without an argument this returns the mode.
-TclResult mode(const QStringList& words)
+TclResult mode(const Arguments& arguments)
 {
     ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
-    if (words.isEmpty())
+    if (arguments.positional().isEmpty())
         return TclResult::value(modes().key(database->getMouseMode()));
-    if (words.size() > 1 || !modes().contains(words.first()))
-        return TclResult::error(QStringLiteral("wrong # args: should be \"zel_view mode ?select|zoom|pan?\""));
-    database->getAction(modes().value(words.first()))->trigger();
+    if (!modes().contains(arguments.positional().first()))
+        return arguments.error();
+    database->getAction(modes().value(arguments.positional().first()))->trigger();
     return TclResult::value();
 }
 
-std::function<TclResult(const QStringList&)> plain(const QString& usage, const std::function<void()>& function)
+CommandHandler plain(const std::function<void()>& function)
 {
-    return [=](const QStringList& words) {
-        if (!words.isEmpty())
-            return TclResult::error(QStringLiteral("wrong # args: should be \"%1\"").arg(usage));
+    return [function](const Arguments&) {
         function();
         return TclResult::value();
-    };
-}
-
-std::function<TclResult(const QStringList&)> withFile(
-    const QString& usage, const std::function<QString(const QString&)>& function)
-{
-    return [=](const QStringList& words) {
-        return words.size() == 1 ? resultOf(function(words.first()))
-                                 : TclResult::error(QStringLiteral("wrong # args: should be \"%1\"").arg(usage));
     };
 }
 
 Subcommands viewCommands(WindowAccess& window)
 {
     return {
-        {QStringLiteral("fit"), plain(QStringLiteral("zel_view fit"), [&] { window.fit(); })},
-        {QStringLiteral("in"), plain(QStringLiteral("zel_view in"), [&] { window.chipView()->zoomIn(); })},
-        {QStringLiteral("out"), plain(QStringLiteral("zel_view out"), [&] { window.chipView()->zoomOut(); })},
-        {QStringLiteral("zoom"),
-            [&](const QStringList& words) {
-                return withIds(window, words, "zoom", 1, [&](const QList<int>& ids) { zoomTo(window, ids); });
-            }},
-        {QStringLiteral("select"),
-            [&](const QStringList& words) {
-                return withIds(window, words, "select", 0, [&](const QList<int>& ids) { select(window, ids); });
-            }},
-        {QStringLiteral("selected"), [](const QStringList&) { return selected(); }},
-        {QStringLiteral("mode"), [](const QStringList& words) { return mode(words); }},
+        {QStringLiteral("fit"), plain([&] { window.fit(); })},
+        {QStringLiteral("in"), plain([&] { window.chipView()->zoomIn(); })},
+        {QStringLiteral("out"), plain([&] { window.chipView()->zoomOut(); })},
+        {QStringLiteral("zoom"), withElements(window, &zoomTo)},
+        {QStringLiteral("select"), withElements(window, &select)},
+        {QStringLiteral("selected"), [](const Arguments&) { return selected(); }},
+        {QStringLiteral("mode"), &mode},
         {QStringLiteral("snapshot"),
-            withFile(QStringLiteral("zel_view snapshot FILE"),
-                [&](const QString& file) { return window.saveSnapshot(file); })},
-        {QStringLiteral("where"), [&](const QStringList& words) { return where(window, words); }},
+            [&](const Arguments& arguments) { return resultOf(window.saveSnapshot(arguments.positional().first())); }},
+        {QStringLiteral("where"), [&](const Arguments& arguments) { return where(window, arguments); }},
     };
 }
 
 // Finds a row of the tree by its resource name, scrolls to it and calls the function with it.
-TclResult withRow(WindowAccess& window, const QStringList& words, const char* verb,
-    const std::function<TclResult(QTreeWidgetItem*)>& function)
+CommandHandler withRow(WindowAccess& window, TclResult (*function)(WindowAccess& window, QTreeWidgetItem* row))
 {
-    Arguments arguments(words, QStringLiteral("zel_tree %1 -rsc NAME").arg(QLatin1String(verb)), {ResourceOption});
-    const QString name = arguments.text(ResourceOption);
-    arguments.positional(0, 0);
-    if (!arguments.isOk())
-        return arguments.error();
-    for (QTreeWidgetItemIterator row(window.tree()); *row; ++row) {
-        if ((*row)->data(0, zelchipview::RESOURCENAME).toString() != name)
-            continue;
-        window.tree()->scrollToItem(*row);
-        return function(*row);
-    }
-    return TclResult::error(QStringLiteral("there is no resource \"%1\"").arg(name));
+    return [&window, function](const Arguments& arguments) {
+        const QString name = arguments.text(ResourceOption);
+        for (QTreeWidgetItemIterator row(window.tree()); *row; ++row) {
+            if ((*row)->data(0, zelchipview::RESOURCENAME).toString() != name)
+                continue;
+            window.tree()->scrollToItem(*row);
+            return function(window, *row);
+        }
+        return TclResult::error(QStringLiteral("there is no resource \"%1\"").arg(name));
+    };
 }
 
 // Returns a point in the visible part of the row, near its name, in device pixels of the screen.
@@ -202,24 +189,19 @@ TclResult whereRow(WindowAccess& window, QTreeWidgetItem* row)
     return screenPosition(viewport, {area.left() + area.width() / 8, area.center().y()}, what);
 }
 
+TclResult selectRow(WindowAccess& window, QTreeWidgetItem* row)
+{
+    window.tree()->setCurrentItem(row);
+    return TclResult::value();
+}
+
 Subcommands treeCommands(WindowAccess& window)
 {
     return {
-        {QStringLiteral("where"),
-            [&](const QStringList& words) {
-                return withRow(window, words, "where", [&](QTreeWidgetItem* row) { return whereRow(window, row); });
-            }},
-        {QStringLiteral("select"),
-            [&](const QStringList& words) {
-                return withRow(window, words, "select", [&](QTreeWidgetItem* row) {
-                    window.tree()->setCurrentItem(row);
-                    return TclResult::value();
-                });
-            }},
-        {QStringLiteral("expand"),
-            plain(QStringLiteral("zel_tree expand"), [&] { window.chipView()->expandAllTreeItems(); })},
-        {QStringLiteral("collapse"),
-            plain(QStringLiteral("zel_tree collapse"), [&] { window.chipView()->collapseAllTreeItems(); })},
+        {QStringLiteral("where"), withRow(window, &whereRow)},
+        {QStringLiteral("select"), withRow(window, &selectRow)},
+        {QStringLiteral("expand"), plain([&] { window.chipView()->expandAllTreeItems(); })},
+        {QStringLiteral("collapse"), plain([&] { window.chipView()->collapseAllTreeItems(); })},
     };
 }
 
@@ -227,14 +209,14 @@ Subcommands treeCommands(WindowAccess& window)
 
 void addWindowCommands(TclInterpreter& interpreter, WindowAccess& window)
 {
-    interpreter.addCommand(QStringLiteral("zel_view"), ensemble(viewCommands(window)));
-    interpreter.addCommand(QStringLiteral("zel_tree"), ensemble(treeCommands(window)));
+    interpreter.addCommand(ViewCommand, ensemble(ViewCommand, viewCommands(window)));
+    interpreter.addCommand(TreeCommand, ensemble(TreeCommand, treeCommands(window)));
 }
 
 void addWindowlessCommands(TclInterpreter& interpreter)
 {
-    for (const char* name : {"zel_view", "zel_tree"}) {
-        interpreter.addCommand(QLatin1String(name), [](const QStringList& words) {
+    for (const QString& name : {ViewCommand, TreeCommand}) {
+        interpreter.addCommand(name, [](const QStringList& words) {
             return TclResult::error(QStringLiteral("%1: this run has no window").arg(words.first()));
         });
     }

@@ -5,6 +5,10 @@
 
 class QTreeWidget;
 
+namespace mirn::zelengine {
+class Device;
+}
+
 namespace mirn::zelchipview {
 class ZelChipGUI;
 class ZelGraphicsScene;
@@ -27,6 +31,7 @@ public:
     [[nodiscard]] virtual zelchipview::ZelGraphicsScene* scene() = 0;
     [[nodiscard]] virtual zelchipview::ZelGraphicsView* graphicsView() = 0;
     [[nodiscard]] virtual QTreeWidget* tree() = 0;
+    [[nodiscard]] virtual const zelengine::Device& device() const = 0;
     virtual void fit() = 0;
     virtual QString saveSnapshot(const QString& file) = 0;
 };

@@ -25,7 +25,8 @@ namespace {
 TclCompletion completionWith(const QStringList& resources)
 {
     const QStringList commands{"foreach", "format", "puts", "zel_project", "zel_resource", "zel_setting"};
-    return TclCompletion([commands] { return commands; }, [resources] { return resources; });
+    const QStringList sites{"DCU0", "DCU1", "my site"};
+    return TclCompletion([=] { return commands; }, [=] { return resources; }, [=] { return sites; });
 }
 
 } // namespace
@@ -199,6 +200,43 @@ private Q_SLOTS:
         QCOMPARE(output()->verticalScrollBar()->value(), 20);
     }
 
+    // Whatever changes the room for the output: the input that grows and shrinks, the window, and being hidden.
+    void endStaysInSight()
+    {
+        QScrollBar* bar = output()->verticalScrollBar();
+        const auto isAtEnd = [bar] {
+            QCoreApplication::processEvents();
+            return bar->maximum() > 0 && bar->value() == bar->maximum();
+        };
+        for (int i = 0; i < 100; ++i)
+            m_dock->showResult(QString::number(i) + QString(i % 7 * 30, 'x')); // some need several lines
+        QVERIFY(isAtEnd());
+        QTest::keyClicks(input(), "if 1 {");
+        for (int line = 0; line < 6; ++line)
+            QTest::keyClick(input(), Qt::Key_Return);
+        QVERIFY(isAtEnd());
+        QTest::keyClicks(input(), "}");
+        QTest::keyClick(input(), Qt::Key_Return);
+        m_dock->showCommand("if 1 {\n\n\n\n\n\n}", Origin::User);
+        QVERIFY(isAtEnd());
+        for (const QSize& size : {QSize(900, 160), QSize(300, 160), QSize(300, 400), QSize(1200, 200)}) {
+            m_dock->resize(size);
+            QVERIFY(isAtEnd());
+        }
+        m_dock->hide();
+        m_dock->showResult("unseen");
+        m_dock->resize(500, 180);
+        m_dock->show();
+        QVERIFY(isAtEnd());
+        bar->setValue(bar->maximum() / 2); // the user looks at something
+        m_dock->resize(500, 150);
+        m_dock->showResult("more");
+        QVERIFY(!isAtEnd());
+        bar->setValue(bar->maximum());
+        m_dock->resize(500, 120);
+        QVERIFY(isAtEnd());
+    }
+
     void clears()
     {
         m_dock->showError("failed");
@@ -300,7 +338,7 @@ private Q_SLOTS:
         QCOMPARE(history.entries(), QStringList({"a", "b"}));
     }
 
-    // Before a shortcut of the window, and it can be undone.
+    // Before a shortcut of the window, and the text can be brought back.
     void escapeEmpties()
     {
         const auto isTaken = [this] {
@@ -314,7 +352,7 @@ private Q_SLOTS:
         QVERIFY(isTaken());
         press(Qt::Key_Escape);
         QCOMPARE(input()->script(), QString());
-        input()->undo();
+        press(Qt::Key_Up);
         QCOMPARE(input()->script(), "puts a");
     }
 
@@ -409,6 +447,12 @@ private Q_SLOTS:
         row("no option where its value is due", "zel_setting -key ", "zel_setting -key ", "");
         row("a mode", "zel_view mode z", "zel_view mode zoom ", "zoom");
         row("one mode only", "zel_view mode zoom ", "zel_view mode zoom ", "");
+        row("a site", "zel_setting -id D", "zel_setting -id DCU", "DCU0|DCU1");
+        row("a site to its end", "zel_resource place -id DCU1", "zel_resource place -id DCU1 ", "DCU1");
+        row("a site with a blank", "zel_view where -id {my", "zel_view where -id {my site} ", "my site");
+        row("one more site", "zel_view zoom DCU0 m", "zel_view zoom DCU0 {my site} ", "my site");
+        row("a command to explain", "help zel_p", "help zel_project ", "zel_project");
+        row("a subcommand to explain", "help zel_project i", "help zel_project info ", "info");
         row("a resource", "zel_resource place -rsc to", "zel_resource place -rsc top/", "top/a|top/b 1|top/b 2");
         row("a resource to its end", "zel_resource get -ip top/a", "zel_resource get -ip top/a ", "top/a");
         row("a resource with a blank", "zel_resource get -ip {top/b 1", "zel_resource get -ip {top/b 1} ", "top/b 1");

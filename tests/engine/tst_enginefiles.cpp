@@ -210,6 +210,19 @@ private Q_SLOTS:
                 .replace('\'', '"'));
     }
 
+    void warnsOfSitesNamedLikeNumbers()
+    {
+        for (const auto& [name, warning] : {std::pair("-07", true), std::pair("4711", true), std::pair("7a", false)}) {
+            ProjectFolder folder;
+            folder.write("device.json", QByteArray(SmallDevice).replace("\"P1\"", QByteArray("\"") + name + '"'));
+            QString error;
+            QStringList warnings;
+            QVERIFY(ReferenceEngine::open(folder.path(), &error, &warnings));
+            QCOMPARE(warnings.size(), warning ? 1 : 0);
+            QVERIFY(!warning || folder.withoutPath(warnings.first()).startsWith("device.json:42:24: commands take \""));
+        }
+    }
+
     void schemasNameTheSameKeys_data()
     {
         // The content has ' for each ". The last text is the path to the object's description in the schema.

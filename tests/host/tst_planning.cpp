@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/console/tclcompletion.h"
+#include "host/tcl/commandtable.h"
 #include "host/widgets/findbox.h"
 #include "tests/host/hostfiles.h"
 #include "tests/host/shownwindow.h"
@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
@@ -417,15 +418,59 @@ private Q_SLOTS:
         QCOMPARE(planning.answerTo("zel_tree where -rsc top/r20x"), "the row of \"top/r20x\" is not shown");
     }
 
+    void longScriptsCanBeStopped_data()
+    {
+        const Rows<QString, QKeySequence> row; // the widget that gets the key, and the key
+        row("by Escape in the drawing", "", QKeySequence("Esc"));
+        row("by Ctrl+C in the input", "consoleInput", QKeySequence("Ctrl+C"));
+        row("by Ctrl+C in the output", "consoleOutput", QKeySequence("Ctrl+C"));
+    }
+
     void longScriptsCanBeStopped()
     {
+        const auto [name, key] = row<QString, QKeySequence>();
         Planning planning;
-        QTimer::singleShot(250, qApp, [&] { QTest::keyClick(planning.window.get(), Qt::Key_Escape); });
+        QWidget* widget = planning.console()->findChild<QWidget*>(name);
+        QTimer::singleShot(250, qApp,
+            [&, receiver = name.isEmpty() ? planning.view() : widget] { QTest::keySequence(receiver, key); });
         QElapsedTimer clock;
         clock.start();
         QVERIFY(planning.answerTo("while 1 {}").contains("cancelled"));
         QVERIFY(clock.elapsed() < 10000);
         QCOMPARE(planning.answerTo("expr 40+2"), "42");
+    }
+
+    void copyingStopsNoScript()
+    {
+        Planning planning;
+        planning.run("puts {to be copied}");
+        auto* output = planning.console()->findChild<QPlainTextEdit*>("consoleOutput");
+        output->selectAll();
+        QApplication::clipboard()->clear();
+        for (QWidget* widget : {planning.view()->viewport(), static_cast<QWidget*>(output)})
+            QTimer::singleShot(250, qApp, [=] { QTest::keySequence(widget, QKeySequence("Ctrl+C")); });
+        QCOMPARE(planning.answerTo("after 500; expr 40+2"), "42");
+        QVERIFY(QApplication::clipboard()->text().contains("to be copied"));
+    }
+
+    // Also after something was typed and taken back.
+    void undoInAnEmptyInputIsTheWindows()
+    {
+        Planning planning;
+        QApplication::setActiveWindow(planning.window.get());
+        auto* input = planning.console()->findChild<QPlainTextEdit*>("consoleInput");
+        input->setFocus();
+        planning.run("zel_resource place -rsc top/core -id 50");
+        QTest::keyClicks(input, "zel");
+        QTest::keySequence(input, QKeySequence("Ctrl+Z"));
+        QCOMPARE(planning.siteOf("top/core"), 50);
+        QVERIFY(input->document()->isEmpty());
+        QTest::keySequence(input, QKeySequence("Ctrl+Z"));
+        QCOMPARE(planning.siteOf("top/core"), -1);
+        QTest::keySequence(input, QKeySequence("Ctrl+Z")); // nothing to undo
+        QVERIFY(input->document()->isEmpty());
+        QTest::keySequence(input, QKeySequence(QKeySequence::Redo));
+        QCOMPARE(planning.siteOf("top/core"), 50);
     }
 
     void anotherProjectOpensFromAScript()
@@ -444,45 +489,45 @@ private Q_SLOTS:
         QVERIFY(planning.window->windowTitle().contains("other drawing.svg"));
     }
 
-    // Each command that the program adds to Tcl's says how it is to be called, whoever defines it.
-    void completionKnowsAllCommands()
+    // What is handled is in the table of commands, and the other way round.
+    void tableHasAllCommands()
     {
         Planning planning;
-        // The words in the answer to a wrong call, in order: subcommands, or the options of the usage.
-        const auto wordsIn = [&planning](const QString& call, const char* list, const char* word) {
-            const QString answer = QRegularExpression(list).match(planning.answerTo(call)).captured(1);
-            QStringList words;
-            for (auto found = QRegularExpression(word).globalMatch(answer); found.hasNext();)
-                words.append(found.next().captured());
+        const auto sorted = [](QStringList words) {
             words.sort();
             return words;
         };
-        const auto optionsOf = [&](const QString& command) {
-            return wordsIn(command + " a b c d e f g h i", "wrong # args: should be \"(.*)\"", "(?<=[ ?])-[a-z]+");
-        };
-        const TclCompletion complete([] { return QStringList(); }, [] { return QStringList(); });
-        const auto candidates = [&complete](const QString& before) {
-            QStringList texts = complete(before).candidates;
-            texts.sort();
-            return texts;
-        };
-        int commands = 0;
         const QStringList ofTcl = TclInterpreter().commandNames();
+        QStringList added;
         for (const QString& command : planning.answerTo("info commands").split(' ')) {
-            if (ofTcl.contains(command))
-                continue;
-            const QStringList subcommands = wordsIn(command + " no-such-subcommand", "must be (.*)", "\\w+");
-            if (subcommands.isEmpty() && optionsOf(command).isEmpty())
-                continue; // there is nothing to complete
-            ++commands;
-            QCOMPARE(candidates(command + ' '), subcommands.isEmpty() ? optionsOf(command) : subcommands);
-            for (const QString& subcommand : subcommands) {
-                const QString whole = command + ' ' + subcommand;
-                const QStringList options = candidates(whole + ' ').filter(QRegularExpression("^-"));
-                QVERIFY2(options == optionsOf(whole), qPrintable(whole));
-            }
+            if (!ofTcl.contains(command))
+                added.append(command);
         }
-        QCOMPARE(commands, 5);
+        QCOMPARE(sorted(added), sorted(tableCommands()));
+        for (const QString& command : added) {
+            if (!subcommandsOf(command).isEmpty())
+                QCOMPARE(planning.answerTo(command + " nothing").section("must be ", 1).split(", "),
+                    sorted(subcommandsOf(command)));
+        }
+    }
+
+    // A number is an id, and anything else a name; the journal has ids.
+    void sitesAreNamed()
+    {
+        Planning planning;
+        planning.files.project.write("device.json", QByteArray(SmallDevice).replace("\"PLL_EDGE\"", "\"50\""));
+        planning.open();
+        QCOMPARE(planning.answerTo("expr {[zel_view where -id U0_CH0] eq [zel_view where -id 11]}"), "1");
+        QCOMPARE(planning.answerTo("zel_view select U0_CH0 U0_CH1; zel_view selected"), "11 12");
+        QCOMPARE(planning.answerTo("zel_view zoom U7"), "there is no site \"U7\"");
+        QCOMPARE(planning.answerTo("zel_view where -id P1"), "there is no element P1");
+        planning.run("zel_resource place -rsc top/duo/a -id U0_CH0; zel_resource place -rsc top/core -id 50");
+        planning.run("zel_setting -id U0 -key CH1 -value FAST");
+        QCOMPARE(planning.siteOf("top/core"), 50);
+        const QString journal = zeltest::contentOf(planning.files.project.path() + "/deux/journal.tcl");
+        QCOMPARE(journal.section('\n', 1),
+            "zel_resource place -rsc top/duo/a -id 11\nzel_resource place -rsc top/core -id 50\n"
+            "zel_setting -id 10 -key CH1 -value FAST\n");
     }
 };
 

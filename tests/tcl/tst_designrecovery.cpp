@@ -326,13 +326,18 @@ private Q_SLOTS:
         row("a parameter", "zel_resource configure -ip top/duo -key rate", "2.5");
         row("all parameters", "dict get [zel_resource get -ip top/core] parameters frequency", "100");
         row("no such resource", "zel_resource place -rsc nobody -id 11", "ERROR there is no resource \"nobody\"");
-        row("no number", "zel_resource place -rsc top/core -id x", "ERROR expected integer but got \"x\"");
+        row("a site by its name", "zel_resource why -rsc top/core -id U0",
+            "U0 (Unit) does not take resources of type PLL");
+        row("a setting of a site by its name", "zel_setting -id U0 -key CH0", "SLOW");
+        row("no such site", "zel_resource place -rsc top/core -id x", "ERROR there is no site \"x\"");
+        row("a number that is no id", "zel_setting -id 99999999999 -key CH0 -value FAST",
+            "ERROR expected integer but got \"99999999999\"");
         row("too little", "zel_resource place -rsc top/core",
-            "ERROR wrong # args: should be \"zel_resource place -rsc NAME -id N\"");
+            "ERROR wrong # args: should be \"zel_resource place -rsc NAME -id SITE\"");
         row("no value", "zel_resource place -rsc top/core -id",
-            "ERROR wrong # args: should be \"zel_resource place -rsc NAME -id N\"");
+            "ERROR wrong # args: should be \"zel_resource place -rsc NAME -id SITE\"");
         row("an option twice", "zel_resource why -id 50 -rsc top/core -rsc top/core",
-            "ERROR wrong # args: should be \"zel_resource why -rsc NAME -id N\"");
+            "ERROR wrong # args: should be \"zel_resource why -rsc NAME -id SITE\"");
         row("something else", "zel_resource reset -ip top/duo x",
             "ERROR wrong # args: should be \"zel_resource reset -ip NAME\"");
         row("two patterns", "zel_resource list a b",

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "host/tcl/arguments.h"
+#include "host/tcl/commandhelp.h"
+#include "host/tcl/commandtable.h"
 #include "host/tcl/tclinterpreter.h"
 #include "tests/support/testmain.h"
 
@@ -100,6 +103,57 @@ private Q_SLOTS:
         QVERIFY(!result.isOk);
         QCOMPARE(result.text, "cancelled");
         QCOMPARE(tcl.evaluate("expr 1+1").text, "2");
+    }
+
+    void argumentsComplainInTclsWords_data()
+    {
+        const Rows<QString, QString, bool> row; // the syntax, the words, whether they fit
+        const auto place = [&row](const char* name, const QString& words, bool fits) {
+            row(name, "-rsc NAME -id SITE ?-value V?", words, fits);
+        };
+        place("all that must be there", "-id 5 -rsc -id", true);
+        place("all that may be there", "-value x -id 5 -rsc a", true);
+        place("nothing", "", false);
+        place("no value", "-rsc a -id", false);
+        place("twice", "-rsc a -rsc b -id 5", false);
+        place("something else", "-rsc a -id 5 x", false);
+        row("neither a flag nor a word", "?-unplaced? ?PATTERN?", "", true);
+        row("a flag and a word", "?-unplaced? ?PATTERN?", "a* -unplaced", true);
+        row("a word too many", "?-unplaced? ?PATTERN?", "a b", false);
+        row("at least one word", "SITE ?SITE ...?", "", false);
+        row("any number of words", "SITE ?SITE ...?", "a b c", true);
+        row("no arguments", "", "a", false);
+    }
+
+    void argumentsComplainInTclsWords()
+    {
+        const auto [syntax, words, fits] = row<QString, QString, bool>();
+        const Arguments arguments(words.split(' ', Qt::SkipEmptyParts), "u", CommandSyntax(syntax));
+        QCOMPARE(arguments.isOk(), fits);
+        QCOMPARE(arguments.error().text, "wrong # args: should be \"u\"");
+        if (fits && words.contains("-rsc"))
+            QCOMPARE(arguments.text("-rsc") + arguments.text("-id"), words.startsWith("-id") ? "-id5" : "a5");
+    }
+
+    // On the commands and on their subcommands.
+    void helpIsWritten()
+    {
+        TclInterpreter tcl;
+        QString text;
+        tcl.setOutput([&](const QString& written, TclInterpreter::Channel) { text = written; });
+        addHelpCommand(tcl);
+        QVERIFY(tcl.evaluate("help").isOk);
+        for (const CommandEntry& entry : commandTable())
+            QVERIFY(text.contains(entry.name()) && text.contains(entry.summary));
+        QVERIFY(tcl.evaluate("help zel_tree").isOk);
+        QVERIFY(text.contains("zel_tree where -rsc NAME") && text.contains("zel_tree expand"));
+        QVERIFY(tcl.evaluate("help zel_view where").isOk);
+        QVERIFY(text.startsWith("zel_view where -id SITE\n") && !text.contains("zel_view fit"));
+        QVERIFY(text.contains("Example: zel_view where -id DCU0"));
+        QVERIFY(tcl.evaluate("help nothing").text.startsWith("unknown command \"nothing\": must be zel_resource, "));
+        QCOMPARE(tcl.evaluate("help zel_tree fit").text,
+            "unknown subcommand \"fit\" of zel_tree: must be where, expand, collapse, select");
+        QCOMPARE(tcl.evaluate("help undo it").text, "undo has no subcommands");
     }
 };
 

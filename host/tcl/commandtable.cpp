@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+#include "host/tcl/commandtable.h"
+
+namespace mirn::zelchip {
+
+const std::vector<CommandEntry>& commandTable()
+{
+    static const std::vector<CommandEntry> Table{
+        {"zel_resource", "place", "-rsc NAME -id SITE",
+            "Places a resource on a site; the error says why a site refuses it.",
+            "zel_resource place -rsc gateway/clocks/pll_video -id PLL_TR1", ""},
+        {"zel_resource", "reset", "-ip NAME", "Takes a resource, and everything below it, off its site.",
+            "zel_resource reset -ip gateway/clocks/pll_video", ""},
+        {"zel_resource", "remove", "-ip NAME", "Removes a resource and everything below it from the design.",
+            "zel_resource remove -ip gateway/cpri", ""},
+        {"zel_resource", "restore", "-ip NAME", "Brings back a resource that was removed.",
+            "zel_resource restore -ip gateway/cpri", ""},
+        {"zel_resource", "configure", "-ip NAME -key K ?-value V?",
+            "Changes a parameter of a resource; without a value it returns the one in force.",
+            "zel_resource configure -ip gateway/clocks/pll_video -key frequency -value 74.25", ""},
+        {"zel_resource", "list", "?-unplaced? ?PATTERN?",
+            "Returns the names of resources: all, those without a site, those that match a pattern with * and ?.",
+            "zel_resource list -unplaced *pll*",
+            "gateway/xaui/txpll gateway/cpri/txpll gateway/clocks/pll_eth "
+            "gateway/clocks/pll_video"},
+        {"zel_resource", "get", "-ip NAME",
+            "Returns a dictionary with name, id and site, whether it is fixed, its parameters and its children.",
+            "dict get [zel_resource get -ip gateway/clocks/pll_ddr] site", "PLL_TR0"},
+        {"zel_resource", "sites", "-rsc NAME", "Returns the ids of the sites that would accept a resource now.",
+            "zel_resource sites -rsc gateway/xaui/refclk", "11001002 11001003"},
+        {"zel_resource", "why", "-rsc NAME -id SITE",
+            "Returns why a site refuses a resource; nothing if it accepts it.",
+            "zel_resource why -rsc gateway/clocks/pll_video -id PLL_TR0",
+            "PLL_TR0 is occupied by gateway/clocks/pll_ddr"},
+        {"zel_setting", "", "-id SITE -key K ?-value V?",
+            "Changes a setting of a site; without a value it returns the one in force.",
+            "zel_setting -id DCU2 -key CH0 -value {EXTREF B}", ""},
+        {"zel_view", "fit", "", "Shows the whole drawing.", "zel_view fit", ""},
+        {"zel_view", "in", "", "Zooms in by one step.", "zel_view in", ""},
+        {"zel_view", "out", "", "Zooms out by one step.", "zel_view out", ""},
+        {"zel_view", "zoom", "SITE ?SITE ...?", "Zooms to one or more elements.", "zel_view zoom DCU0 DCU1", ""},
+        {"zel_view", "select", "?SITE ...?", "Selects these elements and no others.", "zel_view select PLL_TL0 PLL_TR0",
+            ""},
+        {"zel_view", "selected", "", "Returns the ids of the selected elements.", "zel_view selected",
+            "5001001 5001002"},
+        {"zel_view", "mode", "?select|zoom|pan?",
+            "Chooses what a drag in the drawing does; without a word it returns the mode in force.",
+            "zel_view mode select", ""},
+        {"zel_view", "snapshot", "FILE", "Writes a picture of the window into an image file.",
+            "zel_view snapshot floorplan.png", ""},
+        {"zel_view", "where", "-id SITE",
+            "Returns the middle of an element on the screen, as x and y in pixels of the device.",
+            "zel_view where -id DCU0", ""},
+        {"zel_tree", "where", "-rsc NAME",
+            "Scrolls to the row of a resource and returns a point in it on the screen, as x and y.",
+            "zel_tree where -rsc gateway/pcie", ""},
+        {"zel_tree", "expand", "", "Opens all rows of the tree.", "zel_tree expand", ""},
+        {"zel_tree", "collapse", "", "Closes all rows of the tree.", "zel_tree collapse", ""},
+        {"zel_tree", "select", "-rsc NAME", "Selects a resource in the tree.", "zel_tree select -rsc gateway/pcie", ""},
+        {"zel_project", "open", "PATH", "Opens a project folder or a drawing instead of what is open.",
+            "zel_project open [dict get [zel_project info] directory]", ""},
+        {"zel_project", "save", "", "Saves the placement.", "zel_project save", ""},
+        {"zel_project", "info", "",
+            "Returns a dictionary with name, device, design, flow and directory, and whether something is unsaved.",
+            "dict get [zel_project info] device", "Halden H40"},
+        {"zel_project", "refresh", "", "Brings the window up to date with the design.", "zel_project refresh", ""},
+        {"undo", "", "", "Takes back the last change of the design.",
+            "zel_resource reset -ip gateway/clocks/pll_ddr; undo", ""},
+        {"redo", "", "", "Makes the change again that was taken back.", "redo", ""},
+        {"help", "", "?COMMAND? ?SUBCOMMAND?", "Prints the commands, or the arguments and an example of one.",
+            "help zel_view where", ""},
+    };
+    return Table;
+}
+
+QString CommandEntry::name() const
+{
+    const QString first = QString::fromLatin1(command);
+    return *subcommand ? first + QLatin1Char(' ') + QLatin1String(subcommand) : first;
+}
+
+QString CommandEntry::usage() const
+{
+    return *arguments ? name() + QLatin1Char(' ') + QLatin1String(arguments) : name();
+}
+
+const CommandEntry* commandEntry(const QString& command, const QString& subcommand)
+{
+    for (const CommandEntry& entry : commandTable()) {
+        if (command == QLatin1String(entry.command) && subcommand == QLatin1String(entry.subcommand))
+            return &entry;
+    }
+    return nullptr;
+}
+
+std::vector<const CommandEntry*> commandEntries(const QString& command)
+{
+    std::vector<const CommandEntry*> result;
+    for (const CommandEntry& entry : commandTable()) {
+        if (command.isEmpty() || command == QLatin1String(entry.command))
+            result.push_back(&entry);
+    }
+    return result;
+}
+
+QStringList tableCommands()
+{
+    QStringList names;
+    for (const CommandEntry& entry : commandTable())
+        names.append(QString::fromLatin1(entry.command));
+    names.removeDuplicates();
+    return names;
+}
+
+QStringList subcommandsOf(const QString& command)
+{
+    QStringList names;
+    for (const CommandEntry* entry : commandEntries(command)) {
+        if (*entry->subcommand)
+            names.append(QString::fromLatin1(entry->subcommand));
+    }
+    return names;
+}
+
+} // namespace mirn::zelchip
