@@ -11,7 +11,7 @@ class QToolButton;
 namespace mirn::zelchip {
 
 // The main window's status bar and its child: the element under the pointer, the parser's warnings if there are any,
-// the pointer's position and the scale. Messages cover the first part for some seconds.
+// the pointer's position and the magnification. Messages cover the first part for some seconds.
 class ChipStatusBar final : public QStatusBar
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ public:
 public Q_SLOTS:
     void showPointer(const QPointF& position, const QString& element);
     void clearPointer();
-    void showScale(double factor, double scale);
+    void showMagnification(double factor);
 
 private:
     QLabel* addSegment(const QString& name, const QString& widestText);
@@ -38,14 +38,13 @@ private:
     QLabel* m_element; // these are children of the status bar
     QToolButton* m_warningButton;
     QLabel* m_position;
-    QLabel* m_scale;
+    QLabel* m_magnification;
 };
 
 // Formats scene units with one decimal, as in "12.3, -4.0".
 [[nodiscard]] QString positionText(const QPointF& position);
 
-// Formats the factor of the view's transform and the value that the ranges of layers are compared with, as in "2.4x
-// scale 1.5".
-[[nodiscard]] QString scaleText(double factor, double scale);
+// Formats the factor of the view's transform, as in "2.4x".
+[[nodiscard]] QString magnificationText(double factor);
 
 } // namespace mirn::zelchip

@@ -10,6 +10,7 @@
 #include "host/design/designeditor.h"
 #include "host/drawing/dragreason.h"
 #include "host/drawing/snapshot.h"
+#include "host/drawing/snapshotdialog.h"
 #include "host/drawing/viewprobe.h"
 #include "host/project/projectsession.h"
 #include "host/project/projecttcl.h"
@@ -200,7 +201,7 @@ void MainWindow::connectChipView()
     m_probe = new ViewProbe(m_drawingArea->graphicsView());
     connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
     connect(m_probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
-    connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showScale);
+    connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showMagnification);
 }
 
 void MainWindow::showSummary()
@@ -395,8 +396,7 @@ void MainWindow::chooseDrawing()
 
 void MainWindow::chooseSnapshot()
 {
-    const QString filter = tr("Images (*.png)");
-    const QString file = QFileDialog::getSaveFileName(this, tr("Save Snapshot"), QStringLiteral("zelchip.png"), filter);
+    const QString file = chooseSnapshotFile(this, QString());
     if (file.isEmpty())
         return;
     const QString error = saveSnapshot(file);
