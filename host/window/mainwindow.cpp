@@ -21,6 +21,7 @@
 #include "host/window/drawingarea.h"
 #include "host/window/helptexts.h"
 #include "host/window/messagebox.h"
+#include "host/window/projectnotice.h"
 #include "resources/zeltree.h"
 
 #include <QAction>
@@ -48,6 +49,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_busyScript(new BusyScript(m_shell, this))
     , m_console(new ConsoleDock(this))
     , m_statusBar(new ChipStatusBar(this))
+    , m_notice(new ProjectNotice(this))
 {
     setWindowIcon(QIcon(QStringLiteral(":/zelchip/zelchip.png")));
     setStatusBar(m_statusBar);
@@ -82,6 +84,7 @@ void MainWindow::connectActions()
     connect(m_actions.zoomToSelection, &QAction::triggered, this, &MainWindow::zoomToSelection);
     connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
     connect(m_actions.about, &QAction::triggered, this, &MainWindow::showAbout);
+    connect(m_notice, &ProjectNotice::reloadRequested, this, [this] { open(m_drawingArea->session().path()); });
 }
 
 void MainWindow::open(const QString& path)
@@ -115,8 +118,11 @@ void MainWindow::askAboutLock()
 QString MainWindow::replaceProject(const QString& path, ProjectSession::DoubtfulLock lock)
 {
     QString error;
+    m_notice->end(); // the same project may be opened again
     if (std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error, lock))
         showSession(std::move(session));
+    else
+        watchProject();
     return LoadProgress::isCurrentCancelled() ? tr("Opening %1 was cancelled").arg(QFileInfo(path).fileName()) : error;
 }
 
@@ -173,6 +179,14 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
     }
     m_drawingArea->graphicsView()->setFocus();
     askAboutLock();
+    watchProject();
+}
+
+// A window that is only rendered into a file leaves the project to others.
+void MainWindow::watchProject()
+{
+    if (isVisible() && !testAttribute(Qt::WA_DontShowOnScreen))
+        m_notice->begin(m_drawingArea->session());
 }
 
 // The old surface is deleted first, because there can be only one controller of the chip view. If loading the new
@@ -372,6 +386,7 @@ void MainWindow::showEvent(QShowEvent* event)
     resizeDocks({m_console}, {ConsoleHeight}, Qt::Vertical);
     m_drawingArea->arrangeDocks();
     askAboutLock();
+    watchProject();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

@@ -18,6 +18,7 @@ class BusyScript;
 class ChipStatusBar;
 class DrawingArea;
 class ConsoleDock;
+class ProjectNotice;
 class ViewProbe;
 
 // The program's window: menus, tool bar, console and status bar around the chip view of the open project. It owns the
@@ -71,6 +72,7 @@ private:
     [[nodiscard]] QString replaceProject(
         const QString& path, ProjectSession::DoubtfulLock lock = ProjectSession::DoubtfulLock::Stays);
     void askAboutLock();
+    void watchProject();
     void takeOver();
     void openSurface(std::unique_ptr<ProjectSession> session);
 
@@ -93,6 +95,7 @@ private:
     ConsoleDock* const m_console; // child of the window
     QTimer m_refresh; // updates the view once after a series of changes
     ChipStatusBar* const m_statusBar; // child of the window
+    ProjectNotice* const m_notice; // child of the window
     std::unique_ptr<DrawingArea> m_drawingArea;
     ViewProbe* m_probe = nullptr; // child of the graphics view
     bool m_isArranged = false; // whether the docks have had their initial sizes
