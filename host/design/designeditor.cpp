@@ -328,7 +328,8 @@ Refusal DesignEditor::step(int index, bool isForward)
     return {};
 }
 
-// The lock is taken at the first change only, so that a project that another program has open can still be looked at.
+// At the latest, the lock is taken at the first change, so that a project that another program has open can still be
+// looked at.
 QString DesignEditor::claim()
 {
     if (m_isClaimed)
@@ -341,6 +342,24 @@ QString DesignEditor::claim()
         return {};
     m_journal.release();
     return tr("another program has changed the project; open it again");
+}
+
+void DesignEditor::release()
+{
+    m_isClaimed = false;
+    m_journal.release();
+}
+
+bool DesignEditor::isOutdated() const
+{
+    if (m_journal.isDisabled())
+        return false; // a file could not be read, which is said already
+    return !m_journal.isAsKnown() || !m_journal.lock().isUndisputed() || hashOfFile(placementFile()) != m_savedHash;
+}
+
+bool DesignEditor::isOfAnother() const
+{
+    return !m_isClaimed && (m_journal.lock().isOfAnother() || isOutdated());
 }
 
 QString DesignEditor::keep(const QStringList& commands)

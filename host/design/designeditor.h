@@ -60,6 +60,17 @@ public:
     // the engine as it is.
     [[nodiscard]] QString discard();
 
+    // Takes the project for this program until release() or the end of this object, as the first change does by itself.
+    // Returns an empty text for success, else one sentence that says who has the project or why it cannot be had.
+    [[nodiscard]] QString claim();
+    void release();
+    [[nodiscard]] bool isClaimed() const { return m_isClaimed; }
+    // Whether nothing has been changed here, and what is not saved is the concern of another program, which has the
+    // project or has changed it since.
+    [[nodiscard]] bool isOfAnother() const;
+    // Whether somebody else has changed the project's files, or taken it over, since they were read or written here.
+    [[nodiscard]] bool isOutdated() const;
+
     // lockInDoubt() says why the user has to decide about the lock file: this machine cannot tell whether its owner
     // still runs, or it is not a lock file at all. It is empty when there is nothing to decide. takeOver() removes the
     // file; it returns an empty text for success.
@@ -72,6 +83,7 @@ public:
     [[nodiscard]] const QUndoStack& undoStack() const { return m_undoStack; }
     [[nodiscard]] const zelengine::ReferenceEngine& engine() const { return m_engine; }
     [[nodiscard]] QString placementFile() const;
+    [[nodiscard]] const QString& journalFile() const { return m_journal.fileName(); }
 
 Q_SIGNALS:
     // Emitted after each change, undo, redo and save, and after recover().
@@ -92,7 +104,6 @@ private:
     [[nodiscard]] QStringList commandsFor(const Change& change, bool isForward) const;
     [[nodiscard]] QString path(int resource) const;
     zelengine::Refusal step(int index, bool isForward);
-    [[nodiscard]] QString claim();
     [[nodiscard]] QString claimAgain();
     [[nodiscard]] QString keep(const QStringList& commands);
     [[nodiscard]] QString backUpPlacementFile();

@@ -88,7 +88,7 @@ QStringList DesignEditor::recover(const TclInterpreter::Command& command)
     replayJournal(command, messages);
     m_isReplaying = false;
     if (!m_isClaimed)
-        m_journal.release();
+        m_journal.release(); // knows what was read
     Q_EMIT changed();
     return messages;
 }

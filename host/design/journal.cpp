@@ -5,6 +5,7 @@
 #include "host/design/filereplacement.h"
 #include "host/design/journalreader.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -62,6 +63,25 @@ void Journal::close()
         m_files.close(std::exchange(m_file, -1));
 }
 
+// The hash lets claim() find out whether another program changes the file from here on.
+void Journal::release()
+{
+    if (m_file >= 0)
+        m_hash = isOurs() ? hashOfFile(m_fileName) : QByteArray();
+    close();
+    m_lock.release();
+}
+
+bool Journal::isAsKnown() const
+{
+    if (isDisabled())
+        return true;
+    if (m_file >= 0)
+        return isOurs();
+    return QFileInfo(m_fileName).size() == m_size
+        && (m_size == 0 || m_hash.isEmpty() || hashOfFile(m_fileName) == m_hash);
+}
+
 void Journal::expect(qint64 size, const QByteArray& hash)
 {
     m_size = size;
@@ -85,6 +105,8 @@ journalformat::Checkpoint Journal::content() const
 
 void Journal::markSaved()
 {
+    if (m_file >= 0)
+        m_hash = isOurs() ? hashOfFile(m_fileName) : QByteArray();
     close();
     m_appendError.clear();
     m_isSaved = true;
@@ -208,6 +230,7 @@ QString Journal::replaceKeepingBackup(const QByteArray& content)
         replacement = replaceFile(m_fileName, content, m_files, Leftovers::AreRemoved);
     if (replacement.isDone) {
         m_size = content.size();
+        m_hash = QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex();
         m_hasUnsavedContent = false;
         return name;
     }

@@ -46,8 +46,13 @@ public:
     // Returns an empty text for success, else why not, for example because another program holds the lock or has
     // changed the file since it was read. The lock is held until release() or the end of this object.
     [[nodiscard]] QString claim();
-    void release() { m_lock.release(); }
+    void release();
     [[nodiscard]] ProjectLock& lock() { return m_lock; }
+    [[nodiscard]] const ProjectLock& lock() const { return m_lock; }
+
+    // Returns false if the file is no longer as this program read or left it. A file that could not be read counts as
+    // unchanged.
+    [[nodiscard]] bool isAsKnown() const;
 
     // Appends the commands of one change; each must be a single line. Returns an empty text for success, else why none
     // of them was recorded.
@@ -83,7 +88,7 @@ private:
     ProjectLock m_lock; // for the file beside the journal
     int m_file = -1;
     qint64 m_size = 0; // bytes that this program knows
-    QByteArray m_hash; // SHA-256 of what was read, until the first change
+    QByteArray m_hash; // SHA-256 of these bytes while the file is not open; empty if unknown
     bool m_isSaved = false;
     bool m_hasUnsavedContent = false; // whether the file has content that is in no other file and not in the design
     QByteArray m_base; // the first line of a new journal, with its line end; set before anything is appended

@@ -38,6 +38,16 @@ QString printable(QString text)
     return text;
 }
 
+// Returns the name of the program that a process runs; empty if there is no such process or the system does not tell.
+QString runningProgram(qint64 process)
+{
+    QString target = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(process));
+    const QString removed = QStringLiteral(" (deleted)"); // after an update of the program
+    if (target.endsWith(removed))
+        target.chop(static_cast<int>(removed.size()));
+    return QFileInfo(target).fileName();
+}
+
 } // namespace
 
 ProjectLock::ProjectLock(const QString& fileName)
@@ -85,7 +95,7 @@ QString ProjectLock::claim()
         return question;
     const Holder other = holder();
     if (isOfRunningProgram())
-        return tr("the project is being changed by another program (%1, process %2)")
+        return tr("the project is open in another program (%1, process %2)")
             .arg(other.program, QString::number(other.process));
     // A lock that cannot be made for another reason is an error: other programs could change the project at the same
     // time.
@@ -94,12 +104,21 @@ QString ProjectLock::claim()
         : tr("the lock %1 cannot be made: %2").arg(m_fileName, qt_error_string(problem));
 }
 
-// Whether the lock belongs to a program that runs on this machine.
+// Whether the lock belongs to a program that runs on this machine. The system may have given the process number of one
+// that has ended to another program; where the folder cannot be written, such a lock stays for ever.
 bool ProjectLock::isOfRunningProgram() const
 {
     const Holder other = holder();
     const bool isHere = other.machine.isEmpty() || other.machine == QSysInfo::machineHostName();
-    return other.process > 0 && isHere && (::kill(static_cast<pid_t>(other.process), 0) == 0 || errno != ESRCH);
+    if (other.process <= 0 || !isHere || (::kill(static_cast<pid_t>(other.process), 0) != 0 && errno == ESRCH))
+        return false;
+    const QString program = runningProgram(other.process);
+    return program.isEmpty() || printable(program) == QFileInfo(other.program).fileName();
+}
+
+bool ProjectLock::isOfAnother() const
+{
+    return !m_lock.isLocked() && holder().process != QCoreApplication::applicationPid() && isOfRunningProgram();
 }
 
 ProjectLock::Holder ProjectLock::holder() const
@@ -132,7 +151,7 @@ QString ProjectLock::doubt() const
         return tr("the lock %1 of %2 does not say which program has the project; it is %3. %4")
             .arg(m_fileName, time, file.size() == 0 ? tr("empty") : tr("damaged"), way);
     if (!other.machine.isEmpty() && other.machine != QSysInfo::machineHostName())
-        return tr("the project is being changed by a program on another machine (%1, process %2 on %3, since %4), says "
+        return tr("the project is open in a program on another machine (%1, process %2 on %3, since %4), says "
                   "the lock %5. %6")
             .arg(other.program, QString::number(other.process), other.machine, time, m_fileName, way);
     return {};

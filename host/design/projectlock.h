@@ -24,6 +24,8 @@ public:
     void release() { m_lock.unlock(); }
     // Returns false if the lock is held, but its file names another program by now.
     [[nodiscard]] bool isUndisputed() const;
+    // Whether another program that runs on this machine holds the lock.
+    [[nodiscard]] bool isOfAnother() const;
 
     // Says, in one sentence, why this machine cannot tell whether the existing lock is still in use; names the file,
     // the machine and the time. Empty if there is no such doubt.

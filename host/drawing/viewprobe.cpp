@@ -57,7 +57,7 @@ void ViewProbe::update()
         return;
     m_transform = transform;
     m_scale = m_view->currentScale();
-    Q_EMIT scaleChanged(m_transform.m11(), m_scale);
+    Q_EMIT scaleChanged(m_transform.m11());
     if (m_isInside)
         probe();
 }

@@ -35,8 +35,8 @@ Q_SIGNALS:
     void pointerMoved(const QPointF& position, const QString& element, const QString& site);
     void pointerLeft();
 
-    // `factor` is screen pixels per scene unit; `scale` is the value that the ranges of layers are compared with.
-    void scaleChanged(double factor, double scale);
+    // `factor` is screen pixels per scene unit.
+    void scaleChanged(double factor);
 
 private:
     void probe();

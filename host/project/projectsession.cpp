@@ -116,6 +116,7 @@ bool ProjectSession::openProject(const QString& directory, QString* error)
 
 bool ProjectSession::openDrawing(const QString& file, QString* error)
 {
+    m_isBareDrawing = true;
     m_engine = zelengine::ReferenceEngine::forDrawing(file);
     m_drawingFile = file;
     m_title = QFileInfo(file).fileName();

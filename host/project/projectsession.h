@@ -59,6 +59,9 @@ public:
     // "DEVICE/PROJECT", or the drawing's file name.
     [[nodiscard]] const QString& title() const { return m_title; }
 
+    // Whether it was opened from a drawing, without a project.
+    [[nodiscard]] bool isBareDrawing() const { return m_isBareDrawing; }
+
     [[nodiscard]] const QString& drawingFile() const { return m_drawingFile; }
 
     // Whether the device has a filter file, which names kinds of elements that can be marked.
@@ -89,6 +92,7 @@ private:
     QString m_implementationDirectory;
     QStringList m_warnings;
     QStringList m_recoveryMessages;
+    bool m_isBareDrawing = false;
     bool m_isActive = false;
 };
 

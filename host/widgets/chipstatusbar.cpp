@@ -50,9 +50,9 @@ QString positionText(const QPointF& position)
     return QStringLiteral("%1, %2").arg(coordinateText(position.x()), coordinateText(position.y()));
 }
 
-QString scaleText(double factor, double scale)
+QString magnificationText(double factor)
 {
-    return ChipStatusBar::tr("%1x  scale %2").arg(plainNumber(factor), plainNumber(scale));
+    return ChipStatusBar::tr("%1x").arg(plainNumber(factor));
 }
 
 ChipStatusBar::ChipStatusBar(QWidget* parent)
@@ -79,7 +79,7 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
         m_areUnitsShown = !m_areUnitsShown;
         showPlace();
     });
-    m_scale = addSegment(QStringLiteral("scale"), scaleText(-0.888, -88.88));
+    m_magnification = addSegment(QStringLiteral("magnification"), magnificationText(-0.00888));
 }
 
 // Adds a permanent part after a separator line. Its width is fixed, so that nothing moves when its text changes.
@@ -160,9 +160,9 @@ void ChipStatusBar::clearPointer()
     showPlace();
 }
 
-void ChipStatusBar::showScale(double factor, double scale)
+void ChipStatusBar::showMagnification(double factor)
 {
-    m_scale->setText(scaleText(factor, scale));
+    m_magnification->setText(magnificationText(factor));
 }
 
 } // namespace mirn::zelchip

@@ -14,7 +14,7 @@ class ElidedLabel;
 class Legend;
 
 // The main window's status bar and its child: the element under the pointer, the parser's warnings if there are any,
-// the pointer's place and the scale. Messages replace the first part for some seconds; a long one also takes the room
+// the pointer's place and the magnification. Messages replace the first part for some seconds; a long one also takes the room
 // of the legend.
 class ChipStatusBar final : public QStatusBar
 {
@@ -33,7 +33,7 @@ public Q_SLOTS:
     // is in scene units.
     void showPointer(const QPointF& position, const QString& element, const QString& site);
     void clearPointer();
-    void showScale(double factor, double scale);
+    void showMagnification(double factor);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -54,14 +54,13 @@ private:
     QToolButton* m_warningButton;
     Legend* m_legend;
     ElidedLabel* m_place;
-    QLabel* m_scale;
+    QLabel* m_magnification;
 };
 
 // Formats scene units with one decimal, as in "12.3, -4.0".
 [[nodiscard]] QString positionText(const QPointF& position);
 
-// Formats the factor of the view's transform and the value that the ranges of layers are compared with, as in "2.4x
-// scale 1.5".
-[[nodiscard]] QString scaleText(double factor, double scale);
+// Formats the factor of the view's transform, as in "2.4x".
+[[nodiscard]] QString magnificationText(double factor);
 
 } // namespace mirn::zelchip

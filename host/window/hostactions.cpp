@@ -161,7 +161,7 @@ void HostActions::addChipActions(const QMap<int, QAction*>& actions, bool hasFil
     decorate(filter, tr("&Filter"), "filter", tr("Mark kinds of elements"));
     filter->setEnabled(hasFilter);
 
-    m_viewMenu->insertActions(m_endOfModesInMenu, {select, pan, zoom});
+    m_viewMenu->insertActions(m_endOfModesInMenu, {select, pan, zoom, filter});
     m_toolBar->insertActions(m_endOfModesInToolBar, {select, pan, zoom, filter});
     if (auto* button = qobject_cast<QToolButton*>(m_toolBar->widgetForAction(filter)))
         button->setPopupMode(QToolButton::InstantPopup);

@@ -12,6 +12,7 @@
 #include "host/drawing/dragreason.h"
 #include "host/drawing/snapshot.h"
 #include "host/drawing/viewhistory.h"
+#include "host/drawing/snapshotdialog.h"
 #include "host/drawing/viewprobe.h"
 #include "host/project/projectsession.h"
 #include "host/project/projecttcl.h"
@@ -24,6 +25,7 @@
 #include "host/window/drawingarea.h"
 #include "host/window/helptexts.h"
 #include "host/window/messagebox.h"
+#include "host/window/projectnotice.h"
 #include "resources/zeltree.h"
 
 #include <QAction>
@@ -51,7 +53,8 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_busyScript(new BusyScript(m_shell, this))
     , m_console(new ConsoleDock(this))
     , m_statusBar(new ChipStatusBar(this))
-    , m_note(new PointerNote(this))
+    , m_dragNote(new PointerNote(this))
+    , m_notice(new ProjectNotice(this))
 {
     setWindowIcon(QIcon(QStringLiteral(":/zelchip/zelchip.png")));
     setStatusBar(m_statusBar);
@@ -89,6 +92,7 @@ void MainWindow::connectActions()
     connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
     connect(m_actions.commands, &QAction::triggered, this, [this] { openCommandsWindow(this); });
     connect(m_actions.about, &QAction::triggered, this, &MainWindow::showAbout);
+    connect(m_notice, &ProjectNotice::reloadRequested, this, [this] { open(m_drawingArea->session().path()); });
 }
 
 void MainWindow::open(const QString& path)
@@ -122,8 +126,11 @@ void MainWindow::askAboutLock()
 QString MainWindow::replaceProject(const QString& path, ProjectSession::DoubtfulLock lock)
 {
     QString error;
+    m_notice->end(); // the same project may be opened again
     if (std::unique_ptr<ProjectSession> session = ProjectSession::open(path, &error, lock))
         showSession(std::move(session));
+    else
+        watchProject();
     return LoadProgress::isCurrentCancelled() ? tr("Opening %1 was cancelled").arg(QFileInfo(path).fileName()) : error;
 }
 
@@ -180,6 +187,14 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
     }
     m_drawingArea->graphicsView()->setFocus();
     askAboutLock();
+    watchProject();
+}
+
+// A window that is only rendered into a file leaves the project to others.
+void MainWindow::watchProject()
+{
+    if (isVisible() && !testAttribute(Qt::WA_DontShowOnScreen))
+        m_notice->begin(m_drawingArea->session());
 }
 
 // The old surface is deleted first, because there can be only one controller of the chip view. If loading the new
@@ -208,7 +223,7 @@ void MainWindow::connectChipView()
     m_probe = new ViewProbe(m_drawingArea->graphicsView(), editor().engine().device());
     connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
     connect(m_probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
-    connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showScale);
+    connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showMagnification);
 }
 
 void MainWindow::showSummary()
@@ -283,12 +298,12 @@ void MainWindow::connectDesign()
     auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // owned by the view
     connect(reason, &DragReason::changed, this, [this](const QString& text, QPoint position) {
         m_statusBar->showMessage(text);
-        m_note->showAt(text, position);
+        m_dragNote->showAt(text, position);
     });
     connect(reason, &DragReason::refused, this, [this](const QString& text, QPoint position) {
         m_statusBar->showMessage(text, MessageMilliseconds);
-        m_note->showAt(text, position);
-        m_note->fade();
+        m_dragNote->showAt(text, position);
+        m_dragNote->fade();
     });
     showDesignState();
 }
@@ -393,6 +408,7 @@ void MainWindow::showEvent(QShowEvent* event)
     resizeDocks({m_console}, {ConsoleHeight}, Qt::Vertical);
     m_drawingArea->arrangeDocks();
     askAboutLock();
+    watchProject();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
@@ -417,8 +433,7 @@ void MainWindow::chooseDrawing()
 
 void MainWindow::chooseSnapshot()
 {
-    const QString filter = tr("Images (*.png)");
-    const QString file = QFileDialog::getSaveFileName(this, tr("Save Snapshot"), QStringLiteral("zelchip.png"), filter);
+    const QString file = chooseSnapshotFile(this, QString());
     if (file.isEmpty())
         return;
     const QString error = saveSnapshot(file);

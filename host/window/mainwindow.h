@@ -19,6 +19,7 @@ class ChipStatusBar;
 class DrawingArea;
 class ConsoleDock;
 class PointerNote;
+class ProjectNotice;
 class ViewProbe;
 
 // The program's window: menus, tool bar, console and status bar around the chip view of the open project. It owns the
@@ -72,6 +73,7 @@ private:
     [[nodiscard]] QString replaceProject(
         const QString& path, ProjectSession::DoubtfulLock lock = ProjectSession::DoubtfulLock::Stays);
     void askAboutLock();
+    void watchProject();
     void takeOver();
     void openSurface(std::unique_ptr<ProjectSession> session);
 
@@ -95,7 +97,8 @@ private:
     ConsoleDock* const m_console; // child of the window
     QTimer m_refresh; // updates the view once after a series of changes
     ChipStatusBar* const m_statusBar; // child of the window
-    PointerNote* const m_note; // child of the window
+    PointerNote* const m_dragNote; // child of the window
+    ProjectNotice* const m_notice; // child of the window
     std::unique_ptr<DrawingArea> m_drawingArea;
     ViewProbe* m_probe = nullptr; // child of the graphics view
     bool m_isArranged = false; // whether the docks have had their initial sizes

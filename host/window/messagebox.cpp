@@ -38,31 +38,49 @@ void openTakeOverQuestion(QWidget* parent, const QString& doubt, const std::func
     box->open();
 }
 
+namespace {
+
+void showProblem(QWidget* parent, QMessageBox::Icon icon, const QString& text, const QString& reason = QString())
+{
+    QMessageBox box(icon, tr("zelchip"), text, QMessageBox::Close, parent);
+    box.setInformativeText(reason);
+    box.setTextFormat(Qt::PlainText); // a path may look like mark-up
+    box.exec();
+}
+
+bool saveBeforeClosing(DesignEditor& editor, QWidget* parent)
+{
+    const QString error = editor.save();
+    if (!error.isEmpty())
+        showProblem(parent, QMessageBox::Critical, asSentence(error));
+    return error.isEmpty();
+}
+
+void discardBeforeClosing(DesignEditor& editor, QWidget* parent)
+{
+    const QString error = editor.discard();
+    if (!error.isEmpty())
+        showProblem(parent, QMessageBox::Information, tr("What was not saved stays in %1.").arg(editor.journalFile()),
+            asSentence(error));
+}
+
+} // namespace
+
+// What another program has not saved is its own concern.
 bool confirmClose(DesignEditor& editor, QWidget* parent)
 {
-    if (!editor.isModified())
+    if (!editor.isModified() || editor.isOfAnother())
         return true;
     QMessageBox box(QMessageBox::Question, tr("zelchip"), tr("The placements have changed."),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
     box.setInformativeText(tr("Do you want to save them?"));
     box.setDefaultButton(QMessageBox::Save);
-    QString error;
-    switch (box.exec()) {
-    case QMessageBox::Save:
-        error = editor.save();
-        break;
-    case QMessageBox::Discard:
-        error = editor.discard();
-        break;
-    default:
-        return false;
-    }
-    if (error.isEmpty())
-        return true;
-    QMessageBox failure(QMessageBox::Critical, tr("zelchip"), asSentence(error), QMessageBox::Close, parent);
-    failure.setTextFormat(Qt::PlainText); // a path may look like mark-up
-    failure.exec();
-    return false;
+    const int answer = box.exec();
+    if (answer == QMessageBox::Save)
+        return saveBeforeClosing(editor, parent);
+    if (answer == QMessageBox::Discard)
+        discardBeforeClosing(editor, parent);
+    return answer == QMessageBox::Discard;
 }
 
 } // namespace mirn::zelchip

@@ -22,7 +22,8 @@ void openMessageBox(
 void openTakeOverQuestion(QWidget* parent, const QString& doubt, const std::function<void()>& takeOver);
 
 // Call it before a design is closed: if it has unsaved changes, this asks whether to save or to discard them, and does
-// so. Returns false if the user cancels or if that fails; a failure is shown.
+// so. Returns false if the user cancels or if saving fails; a failure is shown. Changes that cannot be discarded stay
+// in the journal, which is said, and the user can leave.
 [[nodiscard]] bool confirmClose(DesignEditor& editor, QWidget* parent);
 
 } // namespace mirn::zelchip

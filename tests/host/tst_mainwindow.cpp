@@ -8,6 +8,8 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMouseEvent>
@@ -122,11 +124,11 @@ private Q_SLOTS:
     {
         QCOMPARE(positionText({12.34, 56.0}), "12.3, 56.0");
         QCOMPARE(positionText({-0.04, -3.21}), "0.0, -3.2"); // no negative zero
-        QCOMPARE(scaleText(1.0, 2.5), "1x  scale 2.5"); // no zeros behind the point
-        QCOMPARE(scaleText(2.4414, -0.25), "2.44x  scale -0.25");
-        QCOMPARE(scaleText(12345.6, 100), "12346x  scale 100"); // no exponent
-        QCOMPARE(scaleText(1e-20, 0.0), "0x  scale 0");
-        QCOMPARE(scaleText(0.0512, -0.001), "0.0512x  scale -0.001");
+        QCOMPARE(magnificationText(1.0), "1x"); // no zeros behind the point
+        QCOMPARE(magnificationText(2.4414), "2.44x");
+        QCOMPARE(magnificationText(12345.6), "12346x"); // no exponent
+        QCOMPARE(magnificationText(1e-20), "0x");
+        QCOMPARE(magnificationText(0.0512), "0.0512x");
     }
 
     void namesTheElementBelowThePointer()
@@ -156,16 +158,15 @@ private Q_SLOTS:
     }
 
     // Scrolling changes the element below a pointer at rest, which the status bar then names.
-    void followsTheScale()
+    void followsTheMagnification()
     {
         UsedWindow shown(Drawing);
-        const auto expected
-            = [&shown] { return scaleText(shown.view()->transform().m11(), shown.view()->currentScale()); };
-        QTRY_COMPARE(shown.label("scale"), expected());
-        const QString fitted = shown.label("scale");
+        const auto expected = [&shown] { return magnificationText(shown.view()->transform().m11()); };
+        QTRY_COMPARE(shown.label("magnification"), expected());
+        const QString fitted = shown.label("magnification");
         shown.zoomWithWheel(shown.view()->mapFromScene(130, 30), 8);
-        QTRY_COMPARE(shown.label("scale"), expected());
-        QVERIFY(shown.label("scale") != fitted);
+        QTRY_COMPARE(shown.label("magnification"), expected());
+        QVERIFY(shown.label("magnification") != fitted);
 
         shown.view()->centerOn(170, 65);
         shown.pointAt({170, 65});
@@ -299,6 +300,7 @@ private Q_SLOTS:
         const auto* button
             = qobject_cast<QToolButton*>(shown.toolBar()->widgetForAction(database->getAction(ACTION_FILTER)));
         QCOMPARE(button->popupMode(), QToolButton::InstantPopup);
+        QVERIFY(shown.action("View")->menu()->actions().contains(database->getAction(ACTION_FILTER)));
 
         QApplication::setActiveWindow(shown.window.get());
         const std::pair<Qt::Key, int> keys[]
@@ -307,6 +309,31 @@ private Q_SLOTS:
             QTest::keyClick(shown.window.get(), key);
             QCOMPARE(database->getMouseMode(), mode);
         }
+    }
+
+    void snapshotGetsItsSuffix_data()
+    {
+        const Rows<QString, QString, QString> row; // typed, written, told
+        row("none", "shot", "shot.png", "");
+        row("another known one", "shot.bmp", "shot.bmp", "");
+        row("an unknown one", "shot.doc", "", "'doc' is no known image format; use .png");
+    }
+
+    void snapshotGetsItsSuffix()
+    {
+        const auto [typed, written, told] = row<QString, QString, QString>();
+        UsedWindow shown(Drawing);
+        QTimer::singleShot(0, shown.window.get(), [&shown, typed = typed] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            dialog->findChild<QLineEdit*>("fileNameEdit")->setText(shown.files.path(typed));
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        shown.action("Save Snapshot...")->trigger();
+        const auto* box = shown.window->findChild<QMessageBox*>();
+        QVERIFY2(box ? !told.isEmpty() && box->text().contains(told) : told.isEmpty(), qPrintable(typed));
+        QVERIFY(!QFile::exists(shown.files.path("shot")) && !QFile::exists(shown.files.path("shot.doc")));
+        if (!written.isEmpty())
+            QVERIFY(!QImage(shown.files.path(written)).isNull());
     }
 
     void showsWarnings()

@@ -161,7 +161,7 @@ private:
     [[nodiscard]] QByteArray objection(int which, const QByteArray& command, const QByteArray& answer)
     {
         View& view = m_known.views[which];
-        const bool isTaken = answer.contains("is being changed by another program");
+        const bool isTaken = answer.contains("is open in another program");
         const bool isPassed = answer.contains("another program has changed the project");
         m_figures["refusals because of the other program"] += isTaken || isPassed ? 1 : 0;
         if (isTaken)
