@@ -12,7 +12,8 @@ namespace mirn::zelchip {
 
 // The field in which scripts are typed. Return enters a complete script and adds a line to an incomplete one;
 // Shift+Return always adds a line. Up and Down walk through the history from the first and the last line. Tab
-// completes, and pressing it again requests the candidates. Escape clears the input.
+// completes, and pressing it again requests the candidates; where no text is before the cursor it leaves the input.
+// Escape clears the input.
 class ConsoleInput final : public QPlainTextEdit
 {
     Q_OBJECT
@@ -49,6 +50,7 @@ private:
     bool handleKey(const QKeyEvent& event);
     bool enter();
     bool walk(Direction direction);
+    [[nodiscard]] bool isAfterText() const;
     bool complete();
     void replace(int begin, int end, const QString& text);
     void adjustHeight();
