@@ -19,6 +19,7 @@
 #include "host/window/busyscript.h"
 #include "host/window/drawingarea.h"
 #include "host/window/helptexts.h"
+#include "host/window/keyboardaccess.h"
 #include "host/window/messagebox.h"
 #include "resources/zeltree.h"
 
@@ -273,6 +274,10 @@ void MainWindow::connectDesign()
     });
     auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // owned by the view
     connect(reason, &DragReason::changed, m_statusBar, [this](const QString& text) { m_statusBar->showMessage(text); });
+    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, m_console); // owned by the view
+    connect(keyboard, &KeyboardAccess::pointed, m_statusBar, &ChipStatusBar::showPointer);
+    connect(keyboard, &KeyboardAccess::told, m_statusBar,
+        [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); });
     showDesignState();
 }
 

@@ -6,10 +6,11 @@
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/drawingfit.h"
+#include "host/drawing/siteplaces.h"
 #include "host/tcl/arguments.h"
 
 #include <QAction>
-#include <QGraphicsRectItem>
+#include <QGraphicsItem>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QWindow>
@@ -35,20 +36,6 @@ const QMap<QString, int>& modes()
     return byName;
 }
 
-// Returns the item that represents an element: the lowest of its rects, which is a site's outline, else its lowest
-// item.
-QGraphicsItem* itemOf(WindowAccess& window, int id)
-{
-    const QList<QGraphicsItem*> items = window.scene()->itemsOf(id);
-    const auto isBefore = [](const QGraphicsItem* a, const QGraphicsItem* b) {
-        const bool isRect = a->type() == QGraphicsRectItem::Type;
-        const bool isOtherRect = b->type() == QGraphicsRectItem::Type;
-        return isRect != isOtherRect ? isRect : a->zValue() < b->zValue();
-    };
-    const auto lowest = std::min_element(items.begin(), items.end(), isBefore);
-    return lowest != items.end() ? *lowest : nullptr;
-}
-
 // Returns the position on the screen in device pixels, as a list of two numbers.
 TclResult screenPosition(QWidget* viewport, QPoint position, const QString& what)
 {
@@ -66,7 +53,7 @@ TclResult where(WindowAccess& window, const QStringList& words)
     arguments.positional(0, 0);
     if (!arguments.isOk())
         return arguments.error();
-    const QGraphicsItem* item = itemOf(window, id);
+    const QGraphicsItem* item = outlineOf(*window.scene(), id);
     if (!item)
         return TclResult::error(QStringLiteral("there is no element %1").arg(id));
     zelchipview::ZelGraphicsView* view = window.graphicsView();
@@ -84,7 +71,7 @@ TclResult withIds(WindowAccess& window, const QStringList& words, const char* ve
         ids.append(word.toInt(&isNumber));
         if (!isNumber)
             return TclResult::error(QStringLiteral("expected integer but got \"%1\"").arg(word));
-        if (!itemOf(window, ids.last()))
+        if (!outlineOf(*window.scene(), ids.last()))
             return TclResult::error(QStringLiteral("there is no element %1").arg(word));
     }
     if (ids.size() < least)
