@@ -67,7 +67,11 @@ SiteList::SiteList(
     narrow({});
 }
 
-SiteList::~SiteList() = default;
+// The children outlive this part of the dialog and report that their rows go.
+SiteList::~SiteList()
+{
+    m_list->selectionModel()->disconnect(this);
+}
 
 void SiteList::arrange(const QString& order)
 {

@@ -187,6 +187,16 @@ private Q_SLOTS:
         }
     }
 
+    void listGoesWithTheProject()
+    {
+        Desk& desk = freshDesk();
+        desk.openList(Video);
+        QVERIFY(desk.list());
+        desk.run(QString("zel_project open {%1}").arg(SampleProject().path()));
+        QVERIFY(!desk.list());
+        freshDesk();
+    }
+
     void whatCannotBePlacedIsSaid_data()
     {
         const Rows<QString, QString> row;
