@@ -43,6 +43,7 @@ ConsoleDock::ConsoleDock(QWidget* parent)
     m_output = new ConsoleOutput(content);
     m_output->setMinimumHeight(SmallestOutputHeight);
     m_output->setObjectName(QStringLiteral("consoleOutput"));
+    m_output->setAccessibleName(tr("Console output"));
     m_output->setFrameShape(QFrame::NoFrame);
     auto* line = new QFrame(content);
     line->setFrameStyle(QFrame::HLine | QFrame::Plain);
@@ -71,6 +72,7 @@ QWidget* ConsoleDock::newInputRow(QWidget* parent)
     m_input->setObjectName(QStringLiteral("consoleInput"));
     m_input->setFrameShape(QFrame::NoFrame);
     m_input->setPlaceholderText(tr("Tcl command"));
+    m_input->setAccessibleName(tr("Tcl command"));
     auto* prompt = new QLabel(QStringLiteral(">"), row);
     prompt->setContentsMargins(0, qRound(m_input->document()->documentMargin()), ConsoleOutput::GutterPadding, 0);
     prompt->setAlignment(Qt::AlignRight | Qt::AlignTop);
@@ -127,6 +129,16 @@ void ConsoleDock::setRunning(bool isRunning)
 QWidget* ConsoleDock::stopWidget() const
 {
     return m_stopButton;
+}
+
+QWidget* ConsoleDock::output() const
+{
+    return m_output;
+}
+
+QWidget* ConsoleDock::input() const
+{
+    return m_input;
 }
 
 void ConsoleDock::setCompleter(Completer completer)

@@ -41,6 +41,10 @@ public:
     // The widget that stops a running script; the dock owns it.
     [[nodiscard]] QWidget* stopWidget() const;
 
+    // The parts that take the focus; the dock owns them.
+    [[nodiscard]] QWidget* output() const;
+    [[nodiscard]] QWidget* input() const;
+
     void setCompleter(Completer completer);
 
     // The entered scripts, oldest first; limited to CommandHistory's capacity.

@@ -111,7 +111,7 @@ bool ConsoleInput::handleKey(const QKeyEvent& event)
     case Qt::Key_Down:
         return walk(Direction::Newer);
     case Qt::Key_Tab:
-        return complete();
+        return !isAfterText() || complete();
     case Qt::Key_Escape:
         return discard();
     default:
@@ -209,10 +209,15 @@ void ConsoleInput::changeEvent(QEvent* event)
         adjustHeight();
 }
 
-// Tab completes, so only Shift+Tab leaves the input.
+// Whoever walks through the window with Tab must come out of here again, so an empty input completes nothing.
+bool ConsoleInput::isAfterText() const
+{
+    return !script().left(textCursor().position()).trimmed().isEmpty();
+}
+
 bool ConsoleInput::focusNextPrevChild(bool next)
 {
-    return !next && QWidget::focusNextPrevChild(next);
+    return (!next || !isAfterText()) && QWidget::focusNextPrevChild(next);
 }
 
 void ConsoleInput::adjustHeight()

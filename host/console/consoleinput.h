@@ -12,8 +12,8 @@ namespace mirn::zelchip {
 
 // The field in which scripts are typed. Return enters a complete script and adds a line to an incomplete one;
 // Shift+Return always adds a line. Up and Down walk through the history from the first and the last line. Tab
-// completes, and pressing it again requests the candidates. Escape clears the input; its text is then in the history.
-// Undo and redo are the window's while the input is empty.
+// completes, and pressing it again requests the candidates; where no text is before the cursor it leaves the input.
+// Escape clears the input; its text is then in the history. Undo and redo are the window's while the input is empty.
 class ConsoleInput final : public QPlainTextEdit
 {
     Q_OBJECT
@@ -51,6 +51,7 @@ private:
     bool enter();
     bool discard();
     bool walk(Direction direction);
+    [[nodiscard]] bool isAfterText() const;
     bool complete();
     void replace(int begin, int end, const QString& text);
     void adjustHeight();

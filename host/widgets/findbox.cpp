@@ -3,21 +3,35 @@
 
 #include "graphics/zelconstants.h"
 
-#include <QAction>
+#include <QAccessible>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
+#include <QVBoxLayout>
+
+#include <utility>
 
 namespace mirn::zelchip {
 
 FindBox::FindBox(QTreeWidget* tree, QWidget* parent)
     : QLineEdit(parent)
     , m_tree(tree)
+    , m_nothing(new QLabel(tree->viewport()))
 {
     setObjectName(QStringLiteral("find"));
     setPlaceholderText(tr("Find (Ctrl+F)"));
     setClearButtonEnabled(true);
-    setToolTip(tr("Show only the resources whose name contains this; Enter selects and zooms to the next one"));
+    setAccessibleName(tr("Find resource"));
+    setToolTip(tr("Show only the resources with this name, kind or site; Enter selects and zooms to the next one"));
+    m_nothing->setObjectName(QStringLiteral("nothingFound"));
+    m_nothing->setTextFormat(Qt::PlainText);
+    m_nothing->setWordWrap(true);
+    m_nothing->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    m_nothing->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_nothing->hide();
+    auto* layout = new QVBoxLayout(tree->viewport()); // owned by the viewport
+    layout->addWidget(m_nothing);
     m_narrowAgain.setSingleShot(true);
     connect(&m_narrowAgain, &QTimer::timeout, this, &FindBox::narrow);
     connect(this, &QLineEdit::textChanged, this, &FindBox::narrow);
@@ -27,16 +41,28 @@ FindBox::FindBox(QTreeWidget* tree, QWidget* parent)
     });
 }
 
+void FindBox::setMatcher(Matcher matcher)
+{
+    m_matcher = std::move(matcher);
+    narrow();
+}
+
 QString FindBox::sought() const
 {
     return text().trimmed();
+}
+
+QString FindBox::nothingMatches() const
+{
+    return tr("No resource has “%1” in its name, kind or site.").arg(sought());
 }
 
 bool FindBox::isMatch(const QTreeWidgetItem* item) const
 {
     // The first component is the design's own name, which all paths have in common.
     const QString path = item->data(0, zelchipview::RESOURCENAME).toString();
-    return path.indexOf(sought(), path.indexOf(QLatin1Char('/')), Qt::CaseInsensitive) >= 0;
+    const bool isInPath = path.indexOf(sought(), path.indexOf(QLatin1Char('/')), Qt::CaseInsensitive) >= 0;
+    return isInPath || (m_matcher && m_matcher(path, sought()));
 }
 
 QList<QTreeWidgetItem*> FindBox::matches() const
@@ -51,10 +77,24 @@ QList<QTreeWidgetItem*> FindBox::matches() const
 
 void FindBox::narrow()
 {
+    bool isFound = false;
     m_tree->setUpdatesEnabled(false);
     for (int i = 0; i < m_tree->topLevelItemCount(); ++i)
-        narrowBranch(m_tree->topLevelItem(i));
+        isFound = narrowBranch(m_tree->topLevelItem(i)) || isFound;
     m_tree->setUpdatesEnabled(true);
+    showWhetherFound(isFound || sought().isEmpty());
+}
+
+// Who listens instead of looking hears the sentence, because the label is announced as an alert.
+void FindBox::showWhetherFound(bool isFound)
+{
+    m_nothing->setText(isFound ? QString() : nothingMatches());
+    m_nothing->setVisible(!isFound);
+    setAccessibleDescription(m_nothing->text());
+    if (isFound)
+        return;
+    QAccessibleEvent alert(m_nothing, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
 // Returns whether any row of the branch stays visible.
@@ -73,9 +113,13 @@ bool FindBox::narrowBranch(QTreeWidgetItem* item)
 
 void FindBox::choose()
 {
-    const QList<QTreeWidgetItem*> rows = sought().isEmpty() ? QList<QTreeWidgetItem*>() : matches();
-    if (rows.isEmpty())
+    if (sought().isEmpty())
         return;
+    const QList<QTreeWidgetItem*> rows = matches();
+    if (rows.isEmpty()) {
+        Q_EMIT notFound(nothingMatches());
+        return;
+    }
     const auto current = rows.indexOf(m_tree->currentItem());
     m_tree->setCurrentItem(rows[(current + 1) % rows.size()]);
     m_tree->scrollToItem(m_tree->currentItem());

@@ -44,6 +44,7 @@ public:
     [[nodiscard]] zelchipview::ZelGraphicsScene* scene() const { return m_scene; }
     [[nodiscard]] zelchipview::ZelGraphicsView* graphicsView() const { return m_graphicsView; }
     [[nodiscard]] zelchipview::ZelTree* tree() const { return m_tree; }
+    [[nodiscard]] zelchipview::ZelResTable* table() const { return m_table; }
 
     // The find box in the title bar of the tree's dock, which owns it.
     [[nodiscard]] FindBox* findBox() const { return m_findBox; }

@@ -19,6 +19,9 @@ QList<std::pair<QString, QString>> gestures()
         {tr("F, Ctrl + 0"), tr("show the whole drawing")},
         {tr("Shift + F"), tr("zoom to the selected elements")},
         {tr("wheel, arrow keys"), tr("scroll; with Shift or Alt the wheel scrolls sideways")},
+        {tr("arrow keys"), tr("while no scroll bar needs them: move the keyboard cursor from site to site")},
+        {tr("Ctrl + arrow keys"), tr("move the keyboard cursor in any case")},
+        {tr("Enter, Space"), tr("settings of the site with the keyboard cursor")},
         {tr("S"), tr("select: click an element, or drag a rectangle")},
         {tr("H"), tr("pan: drag the drawing")},
         {tr("Z"), tr("zoom area: drag a rectangle, or click to zoom in there")},
@@ -30,10 +33,13 @@ QList<std::pair<QString, QString>> gestures()
         {tr("drag a resource"),
             tr("place it; a note says why a site refuses it. Near a border the drawing "
                "scrolls; the wheel scrolls and zooms")},
-        {tr("Ctrl + F"), tr("find a resource; Enter selects and zooms to it")},
+        {tr("Ctrl + P"), tr("place the selected resource: type to narrow the list of its sites, Enter places")},
+        {tr("Menu"), tr("in the tree: the menu of the current row, with \"Place on...\"")},
+        {tr("Ctrl + F"), tr("find a resource by name, kind or site; Enter selects and zooms to it")},
         {tr("Ctrl + Z, Ctrl + Shift + Z"), tr("undo, redo")},
         {tr("Ctrl + S"), tr("save the placement")},
-        {tr("Tab, Up, Down, Escape"), tr("in the console: complete, earlier commands, clear or stop")},
+        {tr("Tab"), tr("go to the next of find box, tree, table, drawing and console")},
+        {tr("Tab, Up, Down, Escape"), tr("in a console with text: complete, earlier commands, clear or stop")},
         {tr("Ctrl + C"), tr("in the console: copy; stop the script if nothing is selected")},
     };
 }

@@ -69,6 +69,7 @@ void HostActions::createActions(QMainWindow* window)
     redo = newAction(window, QString(), QKeySequence::Redo);
     showHistory({}, {});
     find = newAction(window, tr("&Find Resource"), QKeySequence::Find);
+    placeOn = newAction(window, tr("&Place on..."), Qt::CTRL | Qt::Key_P);
     saveSnapshot = newAction(window, tr("Save S&napshot..."), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     quit = newAction(window, tr("&Quit"), QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
@@ -105,7 +106,7 @@ void HostActions::fillMenus(QMainWindow* window)
     QMenu* edit = window->menuBar()->addMenu(tr("&Edit"));
     edit->addActions({undo, redo});
     edit->addSeparator();
-    edit->addAction(find);
+    edit->addActions({find, placeOn});
 
     m_viewMenu = window->menuBar()->addMenu(tr("&View"));
     m_endOfModesInMenu = m_viewMenu->addSeparator();

@@ -36,6 +36,7 @@ public:
     QAction* quit;
     QAction* undo;
     QAction* find;
+    QAction* placeOn;
     QAction* redo;
     QAction* zoomIn;
     QAction* zoomOut;

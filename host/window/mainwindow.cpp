@@ -11,8 +11,8 @@
 #include "host/design/elementname.h"
 #include "host/drawing/dragreason.h"
 #include "host/drawing/snapshot.h"
-#include "host/drawing/viewhistory.h"
 #include "host/drawing/snapshotdialog.h"
+#include "host/drawing/viewhistory.h"
 #include "host/drawing/viewprobe.h"
 #include "host/project/projectsession.h"
 #include "host/project/projecttcl.h"
@@ -24,6 +24,7 @@
 #include "host/window/commandswindow.h"
 #include "host/window/drawingarea.h"
 #include "host/window/helptexts.h"
+#include "host/window/keyboardaccess.h"
 #include "host/window/messagebox.h"
 #include "host/window/projectnotice.h"
 #include "resources/zeltree.h"
@@ -305,6 +306,11 @@ void MainWindow::connectDesign()
         m_dragNote->showAt(text, position);
         m_dragNote->fade();
     });
+    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, m_console); // owned by the view
+    connect(keyboard, &KeyboardAccess::pointed, m_statusBar,
+        [this](const QPointF& middle, const QString& site) { m_statusBar->showPointer(middle, site, {}); });
+    connect(keyboard, &KeyboardAccess::told, m_statusBar,
+        [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); });
     showDesignState();
 }
 

@@ -7,10 +7,11 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/design/elementname.h"
 #include "host/drawing/drawingfit.h"
+#include "host/drawing/siteplaces.h"
 #include "host/tcl/arguments.h"
 
 #include <QAction>
-#include <QGraphicsRectItem>
+#include <QGraphicsItem>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QWindow>
@@ -40,20 +41,6 @@ const QMap<QString, int>& modes()
     return byName;
 }
 
-// Returns the item that represents an element: the lowest of its rects, which is a site's outline, else its lowest
-// item.
-QGraphicsItem* itemOf(WindowAccess& window, int id)
-{
-    const QList<QGraphicsItem*> items = window.scene()->itemsOf(id);
-    const auto isBefore = [](const QGraphicsItem* a, const QGraphicsItem* b) {
-        const bool isRect = a->type() == QGraphicsRectItem::Type;
-        const bool isOtherRect = b->type() == QGraphicsRectItem::Type;
-        return isRect != isOtherRect ? isRect : a->zValue() < b->zValue();
-    };
-    const auto lowest = std::min_element(items.begin(), items.end(), isBefore);
-    return lowest != items.end() ? *lowest : nullptr;
-}
-
 // Returns the position on the screen in device pixels, as a list of two numbers.
 TclResult screenPosition(QWidget* viewport, QPoint position, const QString& what)
 {
@@ -75,7 +62,7 @@ TclResult where(WindowAccess& window, const Arguments& arguments)
     const NamedElement element = NamedElement::find(window.device(), text);
     if (!element.error.isEmpty())
         return TclResult::error(element.error);
-    const QGraphicsItem* item = itemOf(window, element.id);
+    const QGraphicsItem* item = outlineOf(*window.scene(), element.id);
     if (!item)
         return noSuchElement(text);
     zelchipview::ZelGraphicsView* view = window.graphicsView();
@@ -92,7 +79,7 @@ CommandHandler withElements(WindowAccess& window, void (*function)(WindowAccess&
             const NamedElement element = NamedElement::find(window.device(), text);
             if (!element.error.isEmpty())
                 return TclResult::error(element.error);
-            if (!itemOf(window, element.id))
+            if (!outlineOf(*window.scene(), element.id))
                 return noSuchElement(text);
             ids.append(element.id);
         }

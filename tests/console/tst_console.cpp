@@ -254,6 +254,7 @@ private Q_SLOTS:
         for (int i = 0; i < 300; ++i)
             names.append(QString("top/cell%1").arg(i, 3, 10, QChar('0')));
         m_dock->setCompleter([names](const QString& before) { return Completion{names, 0, before}; });
+        QTest::keyClicks(input(), "top");
         QTest::keyClick(input(), Qt::Key_Tab);
         QCOMPARE(output()->toPlainText(), QString());
         QTest::keyClick(input(), Qt::Key_Tab);

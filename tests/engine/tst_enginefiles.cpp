@@ -214,7 +214,7 @@ private Q_SLOTS:
     {
         for (const auto& [name, warning] : {std::pair("-07", true), std::pair("4711", true), std::pair("7a", false)}) {
             ProjectFolder folder;
-            folder.write("device.json", QByteArray(SmallDevice).replace("\"P1\"", QByteArray("\"") + name + '"'));
+            folder.write("device.json", smallDevice().replace("\"P1\"", QByteArray("\"") + name + '"'));
             QString error;
             QStringList warnings;
             QVERIFY(ReferenceEngine::open(folder.path(), &error, &warnings));

@@ -515,7 +515,7 @@ private Q_SLOTS:
     void sitesAreNamed()
     {
         Planning planning;
-        planning.files.project.write("device.json", QByteArray(SmallDevice).replace("\"PLL_EDGE\"", "\"50\""));
+        planning.files.project.write("device.json", smallDevice().replace("\"PLL_EDGE\"", "\"50\""));
         planning.open();
         QCOMPARE(planning.answerTo("expr {[zel_view where -id U0_CH0] eq [zel_view where -id 11]}"), "1");
         QCOMPARE(planning.answerTo("zel_view select U0_CH0 U0_CH1; zel_view selected"), "11 12");

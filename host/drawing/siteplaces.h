@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPointF>
+#include <QRectF>
+
+#include <vector>
+
+class QGraphicsItem;
+
+namespace mirn::zelchipview {
+class ZelGraphicsScene;
+}
+
+namespace mirn::zelchip {
+
+// Where a site is in the drawing, in scene coordinates.
+struct SitePlace
+{
+    int id = 0; // element id
+    QRectF area;
+};
+
+enum class Direction { Left, Right, Up, Down };
+
+// Returns the item that represents an element: the lowest of its rects, which is a site's outline, else its lowest
+// item. Null if the drawing has no such element.
+[[nodiscard]] QGraphicsItem* outlineOf(zelchipview::ZelGraphicsScene& scene, int id);
+
+// Returns the places of those elements that the drawing has on a visible layer, in the order of the ids.
+[[nodiscard]] std::vector<SitePlace> visiblePlaces(zelchipview::ZelGraphicsScene& scene, const std::vector<int>& ids);
+
+// Returns the next place in a direction from the middle of an area, or null if there is none. A place counts only if
+// its middle is less than 45 degrees off the direction; one that lies straight ahead is preferred to a nearer one
+// aside.
+[[nodiscard]] const SitePlace* nextPlace(
+    const std::vector<SitePlace>& places, const QPointF& middle, Direction direction);
+
+// Returns the place whose middle is nearest to a point; null only without places.
+[[nodiscard]] const SitePlace* nearestPlace(const std::vector<SitePlace>& places, const QPointF& point);
+
+} // namespace mirn::zelchip

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QPointF>
+#include <QString>
+
+class QAction;
+
+namespace mirn::zelengine {
+class ReferenceEngine;
+}
+
+namespace mirn::zelchip {
+
+class ConsoleDock;
+class DrawingArea;
+class PlaceOn;
+
+// All that the program does for people who use it without a mouse or without seeing it: the keyboard cursor in the
+// drawing, "Place on...", the menu of a row, the order of Tab, accessible names, and what Find knows of a resource. It
+// wires the parts of one open project together and is a child of its graphics view.
+class KeyboardAccess final : public QObject
+{
+    Q_OBJECT
+public:
+    // `placeOn` opens the list for the selected row of the tree. The area, the action and the console must live as
+    // long.
+    KeyboardAccess(DrawingArea& area, QAction* placeOn, ConsoleDock* console);
+
+Q_SIGNALS:
+    // The keyboard cursor has come to a site; `middle` is in scene units.
+    void pointed(const QPointF& middle, const QString& description);
+    // Something was asked for that is not possible; a sentence for users. Empty if an earlier one does not hold any
+    // more.
+    void told(const QString& sentence);
+
+private:
+    void makeCursorAndList(QAction* placeOn);
+    void makeRowMenu();
+    void nameWidgets();
+    void connectFindBox();
+    void orderTabs(ConsoleDock* console);
+    void sayWhetherPlaced();
+    [[nodiscard]] bool matches(const QString& resource, const QString& sought) const;
+
+    DrawingArea& m_area;
+    const zelengine::ReferenceEngine& m_engine;
+    PlaceOn* m_placeOn = nullptr; // child of the view
+};
+
+} // namespace mirn::zelchip
