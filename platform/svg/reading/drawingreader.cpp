@@ -10,6 +10,10 @@
 #include <algorithm>
 #include <initializer_list>
 
+// The stages of reading, each of which calls the next: a TagReader passes tags to the ElementDecoder, which passes
+// elements to the DrawingBuilder. That has Shapes and TextLayout add records through its RecordWriter. If elements
+// refer to each other, the decoder fills a DocumentTree first, and a TreeFollower passes its elements to the builder.
+
 namespace mirn::zelsvg {
 
 namespace {
