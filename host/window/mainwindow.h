@@ -73,7 +73,7 @@ private:
         const QString& path, ProjectSession::DoubtfulLock lock = ProjectSession::DoubtfulLock::Stays);
     void askAboutLock();
     void takeOver();
-    void openSurface(std::unique_ptr<ProjectSession> session);
+    void replaceDrawingArea(std::unique_ptr<ProjectSession> session);
 
     zelchipview::ZelChipGUI* chipView() override;
     zelchipview::ZelGraphicsScene* scene() override;
