@@ -42,7 +42,7 @@ public:
     QAction* fit;
     QAction* zoomToSelection;
     QAction* viewBack;
-    QAction* viewForth;
+    QAction* viewForward;
     QAction* keys;
     QAction* about;
 

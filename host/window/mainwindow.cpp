@@ -83,7 +83,7 @@ void MainWindow::connectActions()
     connect(m_actions.fit, &QAction::triggered, this, &MainWindow::fit);
     connect(m_actions.zoomToSelection, &QAction::triggered, this, &MainWindow::zoomToSelection);
     connect(m_actions.viewBack, &QAction::triggered, this, [this] { m_drawingArea->history()->back(); });
-    connect(m_actions.viewForth, &QAction::triggered, this, [this] { m_drawingArea->history()->forth(); });
+    connect(m_actions.viewForward, &QAction::triggered, this, [this] { m_drawingArea->history()->forward(); });
     connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
     connect(m_actions.about, &QAction::triggered, this, &MainWindow::showAbout);
 }
