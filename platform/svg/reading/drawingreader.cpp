@@ -129,8 +129,8 @@ public:
         StyleSheet sheet(m_diagnostics, m_limits);
         addStyleSheets(reader.tree(), sheet, m_diagnostics);
         DrawingBuilder builder(m_drawing, m_diagnostics, m_limits);
-        const auto isWanted = [this](double share) { return m_source.isWanted(share); };
-        TreeFollower follower(reader.tree(), sheet, builder, m_diagnostics, m_limits, isWanted);
+        const auto reportProgress = [this](double share) { return m_source.reportProgress(share); };
+        TreeFollower follower(reader.tree(), sheet, builder, m_diagnostics, m_limits, reportProgress);
         builder.setFollower(&follower);
         follower.follow();
         builder.setFollower(nullptr);
