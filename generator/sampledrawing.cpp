@@ -37,8 +37,8 @@ DrawSite drawerOf(const std::string& kind)
     return drawers.at(kind);
 }
 
-// Lines, and no rectangle: selecting with the rubber band marks every element that it touches, which would be all of
-// the ground.
+// Draws lines and not a rectangle, because the rubber band selects every element that it touches, and it would always
+// touch a rectangle as large as the die.
 void drawOutline(SvgWriter& svg, const char* style, const Box& box)
 {
     const Point corners[] = {{box.x, box.y}, {box.right(), box.y}, {box.right(), box.bottom()}, {box.x, box.bottom()}};

@@ -7,7 +7,7 @@
 
 namespace mirn::zelchipview {
 
-// The scene's interface to the picture that a view has cached of it. The view owns the implementation.
+// The scene's interface to the picture that a view has cached of it. ViewPicture implements it.
 class ScenePicture
 {
 public:

@@ -14,8 +14,9 @@ namespace mirn::zelchipview {
 
 class ZelGraphicsScene;
 
-// The picture of the chip scene that one view caches: the layers it shows, the parts that are out of date, and painting
-// it without Qt's items. The view owns it. How an element looks is decided by the paint rules.
+// One view's painting without Qt's items. It decides whether that is possible, collects what the picture depends on
+// from the view, the scene and the controller, and schedules repaints of what has changed; the pixels themselves are in
+// its ViewCanvas. It also holds the layers that the view shows. The view owns it.
 class ViewPicture final : public ScenePicture
 {
 public:

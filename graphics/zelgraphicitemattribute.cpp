@@ -12,8 +12,9 @@ namespace mirn::zelchipview {
 
 namespace {
 
-// The memory of all attributes. It exists while there is one: a host may delete its last attribute when the library's
-// static objects have gone already, and a library that is unloaded leaves nothing behind.
+// The memory of all attributes. The pool exists only while there are attributes: it is not a static object, because a
+// host may delete its last attribute after the library's static objects are gone, and it ends with that attribute, so
+// that a library that is unloaded leaves nothing behind.
 class AttributeMemory final
 {
 public:
@@ -48,7 +49,7 @@ ZELGraphicItemAttribute::ZELGraphicItemAttribute() = default;
 ZELGraphicItemAttribute::~ZELGraphicItemAttribute() = default;
 
 #ifdef __SANITIZE_ADDRESS__
-// The sanitizer can tell only the blocks of its own heap apart.
+// AddressSanitizer finds mistakes only with blocks of its own heap.
 void* ZELGraphicItemAttribute::operator new(std::size_t size)
 {
     return ::operator new(size);

@@ -36,7 +36,8 @@ public:
     ZELGraphicItemAttribute();
     ~ZELGraphicItemAttribute() override = 0;
 
-    // Attributes lie together in memory, in the order of their making: each full repaint reads those that a host holds.
+    // Attributes lie together in memory, in the order in which they were made, because each full repaint reads all that
+    // a host holds.
     static void* operator new(std::size_t size);
     static void operator delete(void* attribute, std::size_t size);
 

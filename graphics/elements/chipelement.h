@@ -87,7 +87,7 @@ private:
     friend class DisplayList;
     friend class ElementIndex;
 
-    // A static data member that the library's code refers to would become a symbol that keeps the library loaded.
+    // A static data member would become a symbol that keeps the library loaded; an enumerator does not.
     enum : int { Nowhere = -1 };
 
     void enterScene(QGraphicsScene* scene);

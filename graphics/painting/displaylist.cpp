@@ -61,13 +61,13 @@ void DisplayList::update(ElementIndex& index)
     if (m_indexVersion == index.version() && !m_areBoundsOld)
         return;
     if (m_indexVersion != index.version())
-        take(index);
+        rebuild(index);
     m_grid.build(size(), [this](int place) { return boundsOf(place); });
     m_areBoundsOld = false;
     ++m_version;
 }
 
-void DisplayList::take(ElementIndex& index)
+void DisplayList::rebuild(ElementIndex& index)
 {
     m_indexVersion = index.version();
     m_elements = index.inPaintOrder();
@@ -132,7 +132,7 @@ void DisplayList::readLook(ZELGraphicItemAttribute& attribute, Primitive& primit
     }
     if (primitive.kind == Primitive::Line) {
         const auto line = valueOf<QLineF>(attribute, ATTR_LINE);
-        setRect(primitive, QRectF(line.x1(), line.y1(), line.x2(), line.y2()));
+        setRect(primitive, QRectF(line.x1(), line.y1(), line.x2(), line.y2())); // both ends, not a rect
     }
 }
 

@@ -68,7 +68,8 @@ public:
     // spatial index is right again after update().
     bool takeOver(ElementIndex& index, ChipElement& element);
 
-    // Does the same for all watched elements in an area, and maybe for others. Returns those that look different.
+    // Does the same for the watched elements in an area; if only few elements are watched, for all of them. Returns
+    // those that look different.
     [[nodiscard]] std::vector<ChipElement*> takeOver(ElementIndex& index, const QRectF& area);
 
     [[nodiscard]] int size() const { return static_cast<int>(m_primitives.size()); }
@@ -97,7 +98,7 @@ public:
     [[nodiscard]] const TextLabels& labels() const { return m_labels; }
 
 private:
-    void take(ElementIndex& index);
+    void rebuild(ElementIndex& index);
     void append(ChipElement* element);
     void readLook(ZELGraphicItemAttribute& attribute, Primitive& primitive);
     void readText(ZELGraphicItemAttribute& attribute, Primitive& primitive);

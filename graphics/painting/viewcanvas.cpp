@@ -168,9 +168,9 @@ bool ViewCanvas::crossesZero(const QPointF& point, QPoint way) const
 }
 
 // How QPainter cuts off a slanted shape or a wide border depends on where the picture's border is, and it changes
-// pixels along the whole shape; the position of a text it rounds towards zero. Such shapes cannot be moved with the
-// picture; they are repainted. `way` leads from m_toPicture to where the shapes are now in the picture, `other` to
-// where they were or will be.
+// pixels along the whole shape. The position of a text is rounded towards zero. Such shapes cannot be moved with the
+// picture, so they are repainted. Both distances begin where m_toPicture maps a shape: `way` leads to where its pixels
+// are now, `other` to where it was before the scroll or will be after it.
 void ViewCanvas::invalidateClippedShapes(const std::vector<QRect>& borders, QPoint way, QPoint other)
 {
     const auto markShape = [&](const Primitive& primitive, const QRectF& bounds, const QRect&) {

@@ -17,14 +17,15 @@ namespace mirn::zelchipview {
 
 // The picture that a view shows, cached from one paint to the next. A scroll moves it and paints only what comes into
 // sight; a changed element repaints only the area where it lies. Everything else, such as another scale, repaints all.
-// After a scroll a pixel at an edge may differ by one level from a fresh picture, for QPainter rounds by where the
-// border is. ViewPicture owns the canvas.
+// After a scroll, a pixel at an edge may differ by one level from a fresh picture, because QPainter's rounding depends
+// on where the picture's border is. ViewPicture owns the canvas.
 class ViewCanvas final
 {
 public:
     // Draws what lies behind the elements into an area of the scene.
     using Background = std::function<void(QPainter& painter, const QRectF& sceneArea)>;
 
+    // What to paint, and how: all that the picture depends on.
     struct Scene
     {
         QTransform toPicture; // from scene coordinates to pixels of the picture

@@ -11,8 +11,8 @@
 
 namespace mirn::zelchip {
 
-// Builds the Tcl commands for changes to a design, in the form in which they are sent, journalled and read. They are
-// built as Tcl lists: no name is ever pasted into a text.
+// Builds the Tcl commands for changes to a design, in the form in which the journal and the placement file hold them.
+// They are built as Tcl lists: no name is ever pasted into a text. designtcl.h carries such commands out.
 namespace designcommands {
 
 [[nodiscard]] QString place(const QString& resource, int site);

@@ -24,7 +24,8 @@ namespace mirn::zelchip {
 
 // All changes to the design go through this class. It asks the engine, writes each accepted change to the journal
 // before it answers, and keeps the undo steps. It refuses a change that it cannot journal or while another program is
-// changing the project. The project session owns it; it knows no widget.
+// changing the project. The project session owns it; it knows no widget. What brings a design back when its project is
+// opened is in designeditor_recovery.cpp.
 //
 // An operation on files returns an empty text for success, else one sentence for users that says what failed; a change
 // of the design that cannot be recorded is refused with that sentence.
@@ -131,8 +132,8 @@ private:
     const QString m_directory;
     FileLayer& m_files;
     QByteArray m_savedHash; // SHA-256 of the placement file, hexadecimal
-    bool m_isPlacementFilePreserved
-        = true; // whether all of the placement file is in the design, or kept under another name
+    // Whether all of the placement file is in the design, or kept under another name.
+    bool m_isPlacementFilePreserved = true;
     Journal m_journal;
     QUndoStack m_undoStack;
     zelengine::Design m_pristine; // the design as its file has it

@@ -7,7 +7,8 @@ namespace mirn::zelchip {
 
 class DesignEditor;
 
-// The Tcl commands on resources and settings. Their error messages are sentences for users.
+// The Tcl commands on resources and settings: they read their words and call the DesignEditor. Their error messages are
+// sentences for users. designcommands.h builds the texts of such commands.
 
 // Returns the command that carries out changes, which are all that a journal may hold: zel_resource place, reset,
 // remove, restore and configure with a value, and zel_setting with a value. Its words begin with the command's name and

@@ -64,7 +64,7 @@ public:
     [[nodiscard]] QString restart(const QByteArray& base);
 
     // Renames the file and returns its new name, or an empty text if that failed. In that case no further change is
-    // accepted, and blockage() says why.
+    // accepted, and appendError() says why.
     QString setAside();
     [[nodiscard]] const QString& appendError() const { return m_appendError; }
 

@@ -105,7 +105,7 @@ void DragNavigation::scroll()
         nudgePointer();
 }
 
-// The event belongs to the window, because nothing below it is told of the wheel during a drag.
+// The event was sent to the window, because no widget receives wheel events during a drag.
 bool DragNavigation::turnWheel(const QWheelEvent& event)
 {
     QWidget* viewport = m_view->viewport();
@@ -119,7 +119,7 @@ bool DragNavigation::turnWheel(const QWheelEvent& event)
     return true;
 }
 
-// Qt asks what is below the pointer only when it moves.
+// Qt looks for the site under the pointer only when the pointer moves, but it was the drawing that moved.
 void DragNavigation::nudgePointer()
 {
     if (!m_isDragging)

@@ -34,7 +34,7 @@ private:
     zelchipview::ZelGraphicsView* const m_view;
     QTimer m_scrolling; // runs while the pointer is near a border
     QPoint m_speed; // pixels per step of the timer
-    int m_nudge = 1; // pixels
+    int m_nudge = 1; // pixels; to the right and to the left in turn
     bool m_isDragging = false;
 };
 

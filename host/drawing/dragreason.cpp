@@ -65,18 +65,18 @@ void DragReason::watchDrawing(QEvent* event)
     }
 }
 
-// The tree ignores the pointer on a row that cannot be dragged.
+// The tree starts no drag from a row that cannot be dragged, so nothing else would tell the user why.
 void DragReason::watchTree(QEvent* event)
 {
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease)
-        m_isRowToldAbout = false;
-    if (event->type() != QEvent::MouseMove || m_isRowToldAbout)
+        m_isRowChecked = false;
+    if (event->type() != QEvent::MouseMove || m_isRowChecked)
         return;
     const auto* move = static_cast<QMouseEvent*>(event);
     const QList<QTreeWidgetItem*> rows = m_tree->selectedItems();
     if (!(move->buttons() & Qt::LeftButton) || rows.isEmpty() || rows.first()->data(0, zelchipview::DRAGABLE).toBool())
         return;
-    m_isRowToldAbout = true;
+    m_isRowChecked = true;
     const QString reason = reasonToStay();
     if (!reason.isEmpty())
         Q_EMIT refused(reason, m_tree->viewport()->mapToGlobal(move->pos()));
@@ -99,7 +99,8 @@ QString DragReason::reasonAt(QPoint position) const
     return m_engine.rules().propose(resource, element->itemId).refusal.sentence();
 }
 
-// Why the selected row cannot be dragged: no site takes it, each for the same reason.
+// Returns why the selected row cannot be dragged. Every site refuses such a resource for the same reason, so the first
+// site is asked.
 QString DragReason::reasonToStay() const
 {
     const int resource = draggedResource();

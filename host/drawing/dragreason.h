@@ -32,7 +32,8 @@ Q_SIGNALS:
     // drag ended.
     void changed(const QString& reason, QPoint globalPosition);
 
-    // Emitted after the last change() of a drag that ended with nothing placed for this reason.
+    // Emitted when a drag has ended and placed nothing, or a row cannot be dragged, for this reason. After a drag it
+    // follows the last changed().
     void refused(const QString& reason, QPoint globalPosition);
 
 private:
@@ -49,7 +50,7 @@ private:
     const zelengine::ReferenceEngine& m_engine;
     QString m_reason;
     QPoint m_position; // of the pointer on the screen
-    bool m_isRowToldAbout = false; // since the button went down on it
+    bool m_isRowChecked = false; // whether the row was looked at since the button went down on it
 };
 
 } // namespace mirn::zelchip

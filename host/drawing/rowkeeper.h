@@ -8,16 +8,17 @@ class QTreeWidget;
 
 namespace mirn::zelchip {
 
-// Lets work go on from the row that is selected in the resource tree: a row that a refresh made anew is selected again,
-// and a click on a row that is selected already marks its elements again. It is a child of the tree.
+// Keeps the selected row of the resource tree in use. A refresh makes all rows anew; restore() then selects the row of
+// the same resource. A click on a row that is selected already changes no selection; it is reported, so that the row's
+// elements can be selected again. It is a child of the tree.
 class RowKeeper final : public QObject
 {
     Q_OBJECT
 public:
     explicit RowKeeper(QTreeWidget* tree);
 
-    // Selects the row that was selected last, unless one is. Call it after a refresh. The selected elements stay as
-    // they are.
+    // Selects the row that was selected last, unless a row is selected. Call it after a refresh. The selected elements
+    // stay as they are.
     void restore();
 
 Q_SIGNALS:
@@ -26,7 +27,7 @@ Q_SIGNALS:
 
 private:
     QTreeWidget* const m_tree;
-    QString m_resource; // the selected row's; a refresh removes all rows without a signal
+    QString m_resource; // of the row that was selected last; a refresh removes all rows without a signal
     bool m_isChanged = false; // whether the selection has changed since the last click
 };
 

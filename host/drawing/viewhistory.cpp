@@ -16,7 +16,7 @@ constexpr std::size_t MostParts = 100;
 
 bool ViewedPart::operator==(const ViewedPart& other) const
 {
-    // Scroll bars move by whole pixels, so that a part that is shown again may lie up to a pixel beside its place.
+    // Scroll bars move by whole pixels, so a part that is shown again may be up to a pixel off in each direction.
     const QPointF way = transform.map(center) - transform.map(other.center);
     return transform == other.transform && currentScale == other.currentScale && way.manhattanLength() <= 2.0;
 }
@@ -81,7 +81,7 @@ void ViewHistory::back()
         show(m_current - 1);
 }
 
-void ViewHistory::forth()
+void ViewHistory::forward()
 {
     note();
     if (m_current + 1 < m_parts.size())

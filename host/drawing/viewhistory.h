@@ -28,7 +28,7 @@ struct ViewedPart
 [[nodiscard]] ViewedPart viewedPart(const zelchipview::ZelGraphicsView& view);
 void showPart(zelchipview::ZelGraphicsView& view, const ViewedPart& part);
 
-// Remembers the parts of the drawing at which the view came to rest, so that a user can go back to them, and forth
+// Remembers the parts of the drawing at which the view came to rest, so that a user can go back to them and forward
 // again. It is a child of the view.
 class ViewHistory final : public QObject
 {
@@ -38,9 +38,10 @@ public:
 
     // These do nothing at either end.
     void back();
-    void forth();
+    void forward();
 
-    // Takes the present part in place of the one before, because it shows the same in a view of another size.
+    // Replaces the current part by the one that the view shows now. Call it when only the size of the view has changed
+    // what it shows.
     void replace();
 
     bool eventFilter(QObject* watched, QEvent* event) override;

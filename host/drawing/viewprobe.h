@@ -30,8 +30,8 @@ public:
     void update();
 
 Q_SIGNALS:
-    // `position` is in scene units; `element` is empty if there is none, and `site`, its place in the device, if it is
-    // not a site.
+    // `position` is in scene units. `element` describes the element, `site` says its place in the device. Both are
+    // empty if there is no element, and `site` also if the element is not a site.
     void pointerMoved(const QPointF& position, const QString& element, const QString& site);
     void pointerLeft();
 

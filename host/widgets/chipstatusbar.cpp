@@ -64,7 +64,8 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     setStyleSheet(QString::fromLatin1(StyleSheet));
     setSizeGripEnabled(false);
     m_element->setObjectName(QStringLiteral("element"));
-    // Qt hides what is not permanent, and paints the message itself, without dots at the end of one that is too long.
+    // While there is a message, Qt hides the parts that are not permanent and paints the message there, without dots at
+    // the end of one that is too long. This part is permanent and shows the message itself.
     addPermanentWidget(m_element, 1);
     connect(this, &QStatusBar::messageChanged, this, &ChipStatusBar::showFirstPart);
     m_warningButton->setObjectName(QStringLiteral("warnings"));

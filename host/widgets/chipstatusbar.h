@@ -14,8 +14,8 @@ class ElidedLabel;
 class Legend;
 
 // The main window's status bar and its child: the element under the pointer, the parser's warnings if there are any,
-// the pointer's place and the magnification. Messages replace the first part for some seconds; a long one also takes the room
-// of the legend.
+// the pointer's place and the magnification. Messages replace the first part for some seconds; a long one also takes
+// the room of the legend.
 class ChipStatusBar final : public QStatusBar
 {
     Q_OBJECT
@@ -29,8 +29,8 @@ public:
     void setWarnings(const QStringList& warnings);
 
 public Q_SLOTS:
-    // `site` is the place in the device's own terms. Without one, and after a click on it, the position is shown, which
-    // is in scene units.
+    // `position` is in scene units, `site` is the place in the device's own terms. The bar shows the site if there is
+    // one, else the position; a click on it switches to the position and back.
     void showPointer(const QPointF& position, const QString& element, const QString& site);
     void clearPointer();
     void showMagnification(double factor);
@@ -48,7 +48,7 @@ private:
     QString m_elementText;
     QString m_site;
     QString m_positionText;
-    bool m_areUnitsShown = false;
+    bool m_areUnitsShown = false; // whether the position is shown even where there is a site
     QStringList m_warnings;
     ElidedLabel* m_element; // these are children of the status bar
     QToolButton* m_warningButton;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int ReadingMilliseconds = 5000;
 constexpr int WidestText = 340; // pixels; longer texts get more lines
-constexpr QPoint BesidePointer(30, 66); // below the text of the site under the pointer
+constexpr QPoint BesidePointer(30, 66); // below the chip view's own text about the site
 
 } // namespace
 

@@ -6,7 +6,8 @@
 
 namespace mirn::zelchip {
 
-// A short text beside the pointer that lets all input through. It is a child of the window that it is shown in.
+// A short text beside the pointer that lets all input through: why a site refuses a resource. What the site is, the
+// chip view says in a text of its own. It is a child of the window that it is shown in.
 class PointerNote final : public QLabel
 {
     Q_OBJECT
@@ -16,7 +17,7 @@ public:
     // Shows the text beside a position on the screen, inside the window. An empty text hides the note at once.
     void showAt(const QString& text, QPoint globalPosition);
 
-    // Hides the note when there was time to read it.
+    // Hides the note after some seconds, so that there is time to read it.
     void fade();
 
 private:

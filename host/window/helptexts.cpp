@@ -25,7 +25,7 @@ QList<std::pair<QString, QString>> gestures()
         {tr("S"), tr("select: click an element, or drag a rectangle")},
         {tr("H"), tr("pan: drag the drawing")},
         {tr("Z"), tr("zoom area: drag a rectangle, or click to zoom in there")},
-        {tr("Backspace, Alt + Left"), tr("go back to the view before; Alt + Right goes forth again")},
+        {tr("Backspace, Alt + Left"), tr("show the previous view; Alt + Right shows the next one")},
         {tr("middle button"), tr("drag: pan in every mode")},
         {tr("right button"), tr("on the drawing: mark kinds of elements")},
         {QString(), tr("on a resource: reset, delete, configure")},

@@ -86,7 +86,7 @@ void HostActions::createActions(QMainWindow* window)
 
     viewBack = newAction(window, tr("Pre&vious View"));
     viewBack->setShortcuts({Qt::ALT | Qt::Key_Left, Qt::Key_Backspace});
-    viewForth = newAction(window, tr("Ne&xt View"), Qt::ALT | Qt::Key_Right);
+    viewForward = newAction(window, tr("Ne&xt View"), Qt::ALT | Qt::Key_Right);
 
     keys = newAction(window, tr("&Keys and Gestures"), QKeySequence::HelpContents);
     commands = newAction(window, tr("&Commands"));
@@ -112,7 +112,7 @@ void HostActions::fillMenus(QMainWindow* window)
     m_endOfModesInMenu = m_viewMenu->addSeparator();
     m_viewMenu->addActions({zoomIn, zoomOut, fit, zoomToSelection});
     m_viewMenu->addSeparator();
-    m_viewMenu->addActions({viewBack, viewForth});
+    m_viewMenu->addActions({viewBack, viewForward});
 
     QMenu* help = window->menuBar()->addMenu(tr("&Help"));
     help->addActions({keys, commands, about});

@@ -43,7 +43,7 @@ public:
     QAction* fit;
     QAction* zoomToSelection;
     QAction* viewBack;
-    QAction* viewForth;
+    QAction* viewForward;
     QAction* keys;
     QAction* commands;
     QAction* about;

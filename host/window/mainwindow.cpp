@@ -89,7 +89,7 @@ void MainWindow::connectActions()
     connect(m_actions.fit, &QAction::triggered, this, &MainWindow::fit);
     connect(m_actions.zoomToSelection, &QAction::triggered, this, &MainWindow::zoomToSelection);
     connect(m_actions.viewBack, &QAction::triggered, this, [this] { m_drawingArea->history()->back(); });
-    connect(m_actions.viewForth, &QAction::triggered, this, [this] { m_drawingArea->history()->forth(); });
+    connect(m_actions.viewForward, &QAction::triggered, this, [this] { m_drawingArea->history()->forward(); });
     connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
     connect(m_actions.commands, &QAction::triggered, this, [this] { openCommandsWindow(this); });
     connect(m_actions.about, &QAction::triggered, this, &MainWindow::showAbout);
@@ -172,11 +172,11 @@ void MainWindow::connectShell()
 
 void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
 {
-    openSurface(std::move(session));
+    replaceDrawingArea(std::move(session));
     m_shell.setEditor(editor());
     setCentralWidget(m_drawingArea->chipView());
-    m_drawingArea->chipView()
-        ->show(); // shown now, because Qt would show it later and the console would grow into the gap
+    // Qt would show it later, and until then the console would grow into the gap.
+    m_drawingArea->chipView()->show();
     m_actions.addChipActions(*m_drawingArea->chipView()->getActions(), m_drawingArea->session().hasFilter());
     connectChipView();
     connectDesign();
@@ -198,11 +198,11 @@ void MainWindow::watchProject()
         m_notice->begin(m_drawingArea->session());
 }
 
-// The old surface is deleted first, because there can be only one controller of the chip view. If loading the new
-// drawing is cancelled, the old session gets a new surface; without an old session a sentence replaces the drawing.
-void MainWindow::openSurface(std::unique_ptr<ProjectSession> session)
+// The old drawing area is deleted first, because there can be only one controller of the chip view. If loading the new
+// drawing is cancelled, the old session gets a new area; without an old session a sentence replaces the drawing.
+void MainWindow::replaceDrawingArea(std::unique_ptr<ProjectSession> session)
 {
-    m_refresh.stop(); // it would use a surface that no longer exists
+    m_refresh.stop(); // it would use an area that no longer exists
     std::unique_ptr<ProjectSession> previous = m_drawingArea ? m_drawingArea->takeSession() : nullptr;
     m_drawingArea.reset();
     setCentralWidget(new QWidget(this)); // keeps the space until the new view exists

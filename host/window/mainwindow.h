@@ -75,7 +75,7 @@ private:
     void askAboutLock();
     void watchProject();
     void takeOver();
-    void openSurface(std::unique_ptr<ProjectSession> session);
+    void replaceDrawingArea(std::unique_ptr<ProjectSession> session);
 
     zelchipview::ZelChipGUI* chipView() override;
     zelchipview::ZelGraphicsScene* scene() override;

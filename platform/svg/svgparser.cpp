@@ -9,6 +9,9 @@
 
 #include <new>
 
+// Where the parser begins. DrawingFile and GunzipSource deliver the drawing's bytes, readDrawing() makes records of
+// them, and WorkingFile keeps the records for the next load. reading/drawingreader.cpp is the next file to read.
+
 namespace {
 
 SVGParser::Factory& parserFactory()

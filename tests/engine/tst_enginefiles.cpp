@@ -219,7 +219,7 @@ private Q_SLOTS:
             QStringList warnings;
             QVERIFY(ReferenceEngine::open(folder.path(), &error, &warnings));
             QCOMPARE(warnings.size(), warning ? 1 : 0);
-            QVERIFY(!warning || folder.withoutPath(warnings.first()).startsWith("device.json:42:24: commands take \""));
+            QVERIFY(!warning || folder.withoutPath(warnings.first()).startsWith("device.json:44:24: commands take \""));
         }
     }
 

@@ -192,9 +192,10 @@ private Q_SLOTS:
         Desk& desk = freshDesk();
         desk.openList(Video);
         QVERIFY(desk.list());
-        desk.run(QString("zel_project open {%1}").arg(SampleProject().path()));
+        const SampleProject other;
+        desk.run(QString("zel_project open {%1}").arg(other.path()));
         QVERIFY(!desk.list());
-        freshDesk();
+        freshDesk(); // before the other project's files go
     }
 
     void whatCannotBePlacedIsSaid_data()

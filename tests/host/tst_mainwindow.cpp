@@ -245,7 +245,7 @@ private Q_SLOTS:
         shown.zoomWithWheel({150, 120}, 5);
         const QTransform near = seen();
         shown.view()->horizontalScrollBar()->triggerAction(QAbstractSlider::SliderPageStepAdd);
-        QTest::qWait(600); // it is a view of its own when it was looked at
+        QTest::qWait(600); // a view that rests for a moment is remembered
         for (int step = 0; step < 2; ++step) { // there is only one to go back to
             shown.action("Previous View")->trigger();
             QCOMPARE(shown.view()->transform().m11(), fitted.m11());

@@ -33,7 +33,7 @@ public:
         return true;
     }
 
-    bool isWanted(double) override { return true; }
+    bool reportProgress(double) override { return true; }
 
 private:
     std::string_view m_bytes;

@@ -27,7 +27,7 @@ public:
 
     // Reports progress between the steps of processing what has been read; `share` is the fraction done. Returns false
     // once the load is cancelled; reading then fails as well.
-    virtual bool isWanted(double share) = 0;
+    virtual bool reportProgress(double share) = 0;
 };
 
 } // namespace mirn::zelsvg

@@ -10,6 +10,10 @@
 #include <algorithm>
 #include <initializer_list>
 
+// The stages of reading, each of which calls the next: a TagReader passes tags to the ElementDecoder, which passes
+// elements to the DrawingBuilder. That has Shapes and TextLayout add records through its RecordWriter. If elements
+// refer to each other, the decoder fills a DocumentTree first, and a TreeFollower passes its elements to the builder.
+
 namespace mirn::zelsvg {
 
 namespace {
@@ -125,8 +129,8 @@ public:
         StyleSheet sheet(m_diagnostics, m_limits);
         addStyleSheets(reader.tree(), sheet, m_diagnostics);
         DrawingBuilder builder(m_drawing, m_diagnostics, m_limits);
-        const auto isWanted = [this](double share) { return m_source.isWanted(share); };
-        TreeFollower follower(reader.tree(), sheet, builder, m_diagnostics, m_limits, isWanted);
+        const auto reportProgress = [this](double share) { return m_source.reportProgress(share); };
+        TreeFollower follower(reader.tree(), sheet, builder, m_diagnostics, m_limits, reportProgress);
         builder.setFollower(&follower);
         follower.follow();
         builder.setFollower(nullptr);

@@ -27,7 +27,7 @@ public:
     long read(char* buffer, std::size_t size) override;
     [[nodiscard]] std::string readError() const override;
     bool rewind() override;
-    bool isWanted(double share) override { return m_packed.isWanted(share); }
+    bool reportProgress(double share) override { return m_packed.reportProgress(share); }
 
 private:
     enum class State { Begin, Plain, Packed, Behind, Damaged };

@@ -15,14 +15,14 @@ constexpr std::size_t NodesPerStep = 4096;
 } // namespace
 
 TreeFollower::TreeFollower(const DocumentTree& tree, StyleSheet& sheet, ElementReceiver& receiver,
-    Diagnostics& diagnostics, const Limits& limits, IsWanted isWanted)
+    Diagnostics& diagnostics, const Limits& limits, ReportProgress reportProgress)
     : m_tree(tree)
     , m_sheet(sheet)
     , m_receiver(receiver)
     , m_diagnostics(diagnostics)
     , m_limits(limits)
     , m_gradients(tree, sheet, diagnostics)
-    , m_isWanted(std::move(isWanted))
+    , m_reportProgress(std::move(reportProgress))
 {
     m_diagnostics.setPositionSource(this);
 }
@@ -63,7 +63,7 @@ void TreeFollower::follow(unsigned node)
 
 void TreeFollower::countNode(unsigned node)
 {
-    if (++m_followed % NodesPerStep == 0 && !m_isWanted(static_cast<double>(node) / m_tree.size()))
+    if (++m_followed % NodesPerStep == 0 && !m_reportProgress(static_cast<double>(node) / m_tree.size()))
         m_diagnostics.fail("reading it was cancelled");
     if (m_openInstances.empty())
         return;

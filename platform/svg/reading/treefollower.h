@@ -20,11 +20,11 @@ class TreeFollower final : private PositionSource
 {
 public:
     // Called between steps with the fraction of the tree that is done. Returning false cancels, which is an error.
-    using IsWanted = std::function<bool(double share)>;
+    using ReportProgress = std::function<bool(double share)>;
 
     // Nothing is owned. `sheet` holds the drawing's style rules.
     TreeFollower(const DocumentTree& tree, StyleSheet& sheet, ElementReceiver& receiver, Diagnostics& diagnostics,
-        const Limits& limits, IsWanted isWanted);
+        const Limits& limits, ReportProgress reportProgress);
     ~TreeFollower() override;
     TreeFollower(const TreeFollower&) = delete;
     TreeFollower& operator=(const TreeFollower&) = delete;
@@ -65,7 +65,7 @@ private:
     Diagnostics& m_diagnostics;
     const Limits& m_limits;
     GradientColors m_gradients;
-    const IsWanted m_isWanted;
+    const ReportProgress m_reportProgress;
     unsigned m_node = 0; // the node at which the builder is
     Instance m_instance;
     std::vector<unsigned> m_openInstances; // the elements that are being drawn through `use`

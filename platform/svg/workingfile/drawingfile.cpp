@@ -67,7 +67,7 @@ long DrawingFile::read(char* buffer, std::size_t size)
 {
     ssize_t length = -1;
     const std::uint64_t whole = std::max<std::uint64_t>(m_key.stamp.size, 1);
-    if (!isWanted(static_cast<double>(m_readSize) / static_cast<double>(whole)))
+    if (!reportProgress(static_cast<double>(m_readSize) / static_cast<double>(whole)))
         return -1;
     do {
         length = ::read(m_descriptor, buffer, size);
@@ -86,7 +86,7 @@ bool DrawingFile::rewind()
     return !m_isCancelled && ::lseek(m_descriptor, 0, SEEK_SET) == 0;
 }
 
-bool DrawingFile::isWanted(double share)
+bool DrawingFile::reportProgress(double share)
 {
     m_isCancelled = m_isCancelled || !zelprogress::step(zelprogress::READING_DRAWING, std::min(share, 1.0));
     return !m_isCancelled;

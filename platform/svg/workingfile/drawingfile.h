@@ -39,8 +39,8 @@ struct DrawingKey
     std::uint64_t isSettled = 0; // 1 if any later change would show in the stamp
 };
 
-// A drawing file that is open for reading; it owns the descriptor. Its content is hashed while it is read, and the
-// process's progress is reported.
+// A drawing file that is open for reading; it owns the descriptor. Its content is hashed while it is read, because the
+// hash says whether a working file belongs to it, and progress is reported to the current zelprogress.
 class DrawingFile final : public DrawingSource
 {
 public:
@@ -58,7 +58,7 @@ public:
 
     long read(char* buffer, std::size_t size) override;
     bool rewind() override;
-    bool isWanted(double share) override;
+    bool reportProgress(double share) override;
     [[nodiscard]] bool isCancelled() const { return m_isCancelled; }
 
     // The stamp at the time of open(), and the hash of what has been read since then or since rewind().
