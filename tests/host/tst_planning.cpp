@@ -32,7 +32,7 @@ namespace {
 const QByteArray Design = R"([
   {"name": "duo", "type": "IP", "children": [
     {"name": "a", "type": "DCUCHANNEL"}, {"name": "b", "type": "DCUCHANNEL"}]},
-  {"name": "core", "type": "PLL"}, {"name": "held", "type": "PLL", "site": "PLL_EDGE", "fixed": true}
+  {"name": "core", "type": "PLL"}, {"name": "held", "type": "PLL", "site": "U0_PLL", "fixed": true}
 ])";
 
 // The program's window on a project with something to place.
@@ -127,7 +127,7 @@ private Q_SLOTS:
         planning.tree()->setCurrentItem(planning.row("top/held"));
         QMouseEvent move(QEvent::MouseMove, QPointF(5, 5), QPointF(), Qt::NoButton, Qt::LeftButton, {});
         QApplication::sendEvent(planning.tree()->viewport(), &move);
-        QCOMPARE(planning.message(), "top/held is fixed on PLL_EDGE");
+        QCOMPARE(planning.message(), "top/held is fixed on U0_PLL");
         const auto* note = planning.window->findChild<QLabel*>("pointerNote");
         QVERIFY(note->isVisible() && note->text() == planning.message());
     }
