@@ -24,9 +24,13 @@ public:
 
     void fit();
 
+    // Carries out at once a fit that is due because the view was resized.
+    void settle();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void refit();
     void setScrollBarPolicy(Qt::ScrollBarPolicy policy);
 
     zelchipview::ZelGraphicsView* const m_view;

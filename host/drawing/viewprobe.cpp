@@ -43,6 +43,12 @@ void ViewProbe::probe()
     Q_EMIT pointerMoved(m_view->mapToScene(m_pointer), element ? describeElement(*element) : QString());
 }
 
+void ViewProbe::refresh()
+{
+    if (m_isInside)
+        probe();
+}
+
 // Zooming and scrolling always end in a paint, and both move the drawing under a pointer that does not move.
 void ViewProbe::update()
 {
@@ -52,8 +58,7 @@ void ViewProbe::update()
     m_transform = transform;
     m_scale = m_view->currentScale();
     Q_EMIT scaleChanged(m_transform.m11(), m_scale);
-    if (m_isInside)
-        probe();
+    refresh();
 }
 
 } // namespace mirn::zelchip
