@@ -8,11 +8,11 @@
 #include "host/widgets/loadprogress.h"
 #include "host/window/mainwindow.h"
 #include "host/window/theme.h"
+#include "host/window/windowarrival.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QStandardPaths>
-#include <QTimer>
 
 #include <clocale>
 #include <csignal>
@@ -129,7 +129,7 @@ int run(const CommandLine& commandLine)
         return saveSnapshotOf(window, commandLine.snapshotFile, commandLine.scriptFile);
     window.show();
     if (!commandLine.scriptFile.isEmpty())
-        QTimer::singleShot(0, &window, [&] { runScriptIn(window, commandLine.scriptFile); });
+        new WindowArrival(&window, [&] { runScriptIn(window, commandLine.scriptFile); }); // deletes itself
     return QApplication::exec();
 }
 

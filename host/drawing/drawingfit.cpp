@@ -41,10 +41,7 @@ DrawingFit::DrawingFit(zelchipview::ZelGraphicsView* view)
 {
     m_refit.setSingleShot(true);
     m_refit.setInterval(0);
-    connect(&m_refit, &QTimer::timeout, this, [this] {
-        fit();
-        Q_EMIT refitted();
-    });
+    connect(&m_refit, &QTimer::timeout, this, &DrawingFit::refit);
     m_view->viewport()->installEventFilter(this);
 }
 
@@ -56,6 +53,22 @@ void DrawingFit::fit()
     setScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_fittedTransform = m_view->transform();
     m_refit.stop();
+}
+
+// Whatever has zoomed since the view was resized has the last word.
+void DrawingFit::refit()
+{
+    m_refit.stop();
+    if (m_view->transform() != m_fittedTransform)
+        return;
+    fit();
+    Q_EMIT refitted();
+}
+
+void DrawingFit::settle()
+{
+    if (m_refit.isActive())
+        refit();
 }
 
 void DrawingFit::setScrollBarPolicy(Qt::ScrollBarPolicy policy)

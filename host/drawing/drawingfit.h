@@ -24,6 +24,9 @@ public:
 
     void fit();
 
+    // Carries out at once a fit that is due because the view was resized.
+    void settle();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
@@ -31,6 +34,7 @@ Q_SIGNALS:
     void refitted();
 
 private:
+    void refit();
     void setScrollBarPolicy(Qt::ScrollBarPolicy policy);
 
     zelchipview::ZelGraphicsView* const m_view;

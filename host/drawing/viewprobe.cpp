@@ -49,6 +49,12 @@ void ViewProbe::probe()
         site ? placeOf(*site) : QString());
 }
 
+void ViewProbe::refresh()
+{
+    if (m_isInside)
+        probe();
+}
+
 // Zooming and scrolling always end in a paint, and both move the drawing under a pointer that does not move.
 void ViewProbe::update()
 {
@@ -58,8 +64,7 @@ void ViewProbe::update()
     m_transform = transform;
     m_scale = m_view->currentScale();
     Q_EMIT scaleChanged(m_transform.m11());
-    if (m_isInside)
-        probe();
+    refresh();
 }
 
 } // namespace mirn::zelchip

@@ -26,6 +26,9 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+    // Reports what is under the pointer again, because the elements have changed.
+    void refresh();
+
     // Reports a change of the scale or of what is under the pointer at once, without waiting for the next paint.
     void update();
 

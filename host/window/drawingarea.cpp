@@ -18,7 +18,9 @@
 #include "resources/zelrestable.h"
 #include "resources/zeltree.h"
 
+#include <QCoreApplication>
 #include <QDockWidget>
+#include <QEvent>
 #include <QGraphicsItem>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -68,6 +70,9 @@ DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_graphicsView->setFrameShape(QFrame::NoFrame);
     m_graphicsView->setBackgroundBrush(Surroundings);
     m_graphicsView->setTransformationAnchor(QGraphicsView::AnchorUnderMouse);
+    // Otherwise a pointer that rests on the drawing would drag along what it last moved over, wherever a command has
+    // zoomed since.
+    m_graphicsView->setResizeAnchor(QGraphicsView::AnchorViewCenter);
     m_chipView->initGrahpicView();
     m_chipView->refresh(zelchipview::REFRESH_ALL);
     arrangeTree();
@@ -123,6 +128,12 @@ void DrawingArea::refresh()
 void DrawingArea::fit()
 {
     m_fit->fit();
+}
+
+void DrawingArea::settle()
+{
+    QCoreApplication::sendPostedEvents(m_graphicsView, QEvent::MetaCall); // scroll bars come and go
+    m_fit->settle();
 }
 
 bool DrawingArea::zoomToSelection()

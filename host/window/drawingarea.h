@@ -57,6 +57,9 @@ public:
     // Shows the whole drawing.
     void fit();
 
+    // Does at once what is due since the view was resized or zoomed.
+    void settle();
+
     // Shows a sentence instead of a drawing.
     void showSentence(const QString& text);
 

@@ -318,6 +318,7 @@ void MainWindow::refreshView()
 {
     m_refresh.stop();
     m_drawingArea->refresh();
+    m_probe->refresh();
     showDesignState();
 }
 
@@ -383,11 +384,19 @@ const zelengine::Device& MainWindow::device() const
     return editor().engine().device();
 }
 
+void MainWindow::settle()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    m_drawingArea->settle();
+    m_probe->update();
+}
+
 QString MainWindow::saveSnapshot(const QString& file)
 {
     if (m_refresh.isActive())
         refreshView();
     m_console->showPending();
+    settle();
     QString error;
     zelchip::saveSnapshot(*this, file, &error);
     return error;

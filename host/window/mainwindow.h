@@ -82,6 +82,7 @@ private:
     zelchipview::ZelGraphicsView* graphicsView() override;
     QTreeWidget* tree() override;
     const zelengine::Device& device() const override;
+    void settle() override;
 
     void chooseProject();
     void chooseDrawing();

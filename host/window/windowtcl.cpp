@@ -192,12 +192,21 @@ Subcommands treeCommands(WindowAccess& window)
     };
 }
 
+// Places and sizes are those that the user would see now.
+TclInterpreter::Command settled(WindowAccess& window, TclInterpreter::Command command)
+{
+    return [&window, command = std::move(command)](const QStringList& words) {
+        window.settle();
+        return command(words);
+    };
+}
+
 } // namespace
 
 void addWindowCommands(TclInterpreter& interpreter, WindowAccess& window)
 {
-    interpreter.addCommand(ViewCommand, ensemble(ViewCommand, viewCommands(window)));
-    interpreter.addCommand(TreeCommand, ensemble(TreeCommand, treeCommands(window)));
+    interpreter.addCommand(ViewCommand, settled(window, ensemble(ViewCommand, viewCommands(window))));
+    interpreter.addCommand(TreeCommand, settled(window, ensemble(TreeCommand, treeCommands(window))));
 }
 
 void addWindowlessCommands(TclInterpreter& interpreter)

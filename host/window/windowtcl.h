@@ -32,6 +32,8 @@ public:
     [[nodiscard]] virtual zelchipview::ZelGraphicsView* graphicsView() = 0;
     [[nodiscard]] virtual QTreeWidget* tree() = 0;
     [[nodiscard]] virtual const zelengine::Device& device() const = 0;
+    // Does at once what would otherwise happen when the program is next idle: new sizes, and what depends on them.
+    virtual void settle() = 0;
     virtual void fit() = 0;
     virtual QString saveSnapshot(const QString& file) = 0;
 };

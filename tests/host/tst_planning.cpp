@@ -16,6 +16,7 @@
 #include <QElapsedTimer>
 #include <QMenu>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QScrollBar>
@@ -32,7 +33,7 @@ namespace {
 const QByteArray Design = R"([
   {"name": "duo", "type": "IP", "children": [
     {"name": "a", "type": "DCUCHANNEL"}, {"name": "b", "type": "DCUCHANNEL"}]},
-  {"name": "core", "type": "PLL"}, {"name": "held", "type": "PLL", "site": "U0_PLL", "fixed": true}
+  {"name": "core", "type": "PLL"}, {"name": "held", "type": "UVCCIO", "site": "V0_1", "fixed": true}
 ])";
 
 // The program's window on a project with something to place.
@@ -127,7 +128,7 @@ private Q_SLOTS:
         planning.tree()->setCurrentItem(planning.row("top/held"));
         QMouseEvent move(QEvent::MouseMove, QPointF(5, 5), QPointF(), Qt::NoButton, Qt::LeftButton, {});
         QApplication::sendEvent(planning.tree()->viewport(), &move);
-        QCOMPARE(planning.message(), "top/held is fixed on U0_PLL");
+        QCOMPARE(planning.message(), "top/held is fixed on V0_1");
         const auto* note = planning.window->findChild<QLabel*>("pointerNote");
         QVERIFY(note->isVisible() && note->text() == planning.message());
     }
@@ -347,6 +348,39 @@ private Q_SLOTS:
         planning.run("undo");
         kinds.last()->click();
         QCOMPARE(colorInSnapshot(), QColor(0xa0, 0xc0, 0xe0));
+    }
+
+    // The scale and what lies under the pointer, both changed by the script that takes the snapshot.
+    void snapshotHasAnUpToDateStatusBar()
+    {
+        Planning planning;
+        QMouseEvent move(QEvent::MouseMove, QPointF(planning.view()->mapFromScene(13.0, 13.0)), QPointF(), Qt::NoButton,
+            Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(planning.view()->viewport(), &move);
+        const QString before = planning.label("element");
+        const QString file = planning.files.path("status.png");
+        planning.run("zel_resource place -rsc top/duo/a -id 11; zel_view in; zel_view snapshot {" + file + '}');
+        QVERIFY(planning.label("element") != before);
+        const QImage picture(file);
+        for (const char* name : {"element", "scale"}) {
+            auto* label = planning.window->findChild<QLabel*>(name);
+            const QPoint corner = label->mapTo(planning.window.get(), QPoint());
+            QCOMPARE(picture.copy(QRect(corner, label->size())),
+                planning.window->grab(QRect(corner, label->size())).toImage().convertToFormat(picture.format()));
+        }
+    }
+
+    // Layouts and fits that were due when the script zoomed do not move anything behind its back.
+    void placesStayWhatACommandSays()
+    {
+        Planning planning;
+        const QString drawing = planning.files.write("other.svg", smallDrawing());
+        for (const QString& before : {QString(), QString("zel_project open {%1};").arg(drawing)}) {
+            planning.window->resize(planning.window->size() + QSize(90, 50));
+            const QString zoomed = planning.answerTo(before + "zel_view zoom 11 12; zel_view where -id 11");
+            QTest::qWait(50);
+            QCOMPARE(planning.answerTo("zel_view where -id 11"), zoomed);
+        }
     }
 
     void findBoxNarrowsTheTree()

@@ -118,6 +118,19 @@ private Q_SLOTS:
         }
     }
 
+    // The window has its size when the script begins, and what the script zooms stays zoomed.
+    void scriptsFindTheWindowInPlace()
+    {
+        HostFiles files;
+        const QByteArray script = "zel_view zoom 11\nset a [zel_view where -id 11]\nafter 500\n"
+                                  "puts [expr {$a eq [zel_view where -id 11]}]\nexit\n";
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_QPA_PLATFORM", "offscreen");
+        const Outcome outcome
+            = run(ZELCHIP_PROGRAM, {files.project.path(), "--script", files.write("zoom.tcl", script)}, environment);
+        QCOMPARE(outcome.errors + outcome.output, "1\n");
+    }
+
     // A snapshot that the script itself takes shows it as well.
     void snapshotShowsWhatAScriptWrote()
     {

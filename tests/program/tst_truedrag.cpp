@@ -27,12 +27,9 @@ const QByteArray Pll = "gateway/clocks/pll_video";
 const QByteArray Supply = "gateway/supplies/vccio_lvds";
 const QByteArray OtherSupply = "gateway/supplies/vccio_ddr_b";
 
-// Writes where everything is, when it is told that the window has come to its place: the window manager moves it there
-// and the program hears of it while the script waits.
+// Writes where everything is.
 const char PositionsScript[] = R"(
 cd [file dirname [info script]]
-while {![file exists go]} {after 20}
-after 300
 zel_tree expand
 set out [open positions.part w]
 foreach name {gateway/clocks/pll_video gateway/supplies/vccio_lvds gateway/supplies/vccio_ddr_b} {puts $out "$name [zel_tree where -rsc $name]"}
@@ -61,7 +58,6 @@ private Q_SLOTS:
         // The window manager makes it the active one last of all.
         QTRY_VERIFY_WITH_TIMEOUT(
             m_screen.xdotool({"getactivewindow", "getwindowname"}).contains("zelchip"), StartMilliseconds);
-        m_project.write("go", {});
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_project.file("positions")), StartMilliseconds);
         for (const QByteArray& line : zeltest::contentOf(m_project.file("positions")).trimmed().split('\n')) {
             const QByteArrayList words = line.split(' ');
