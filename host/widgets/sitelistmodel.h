@@ -28,8 +28,8 @@ struct SiteChoice
     [[nodiscard]] bool isLegal() const { return fit == Fit::Legal; }
 };
 
-// The rows of a SiteList: first the legal sites, then the others, which are greyed, all by fit and then by distance. The
-// second column says the kind of a legal site and the reason against any other.
+// The rows of a SiteList: first the legal sites, then the others, which are greyed, all by fit and then by distance.
+// The second column says the kind of a legal site and the reason against any other.
 class SiteListModel final : public QAbstractTableModel
 {
     Q_OBJECT
