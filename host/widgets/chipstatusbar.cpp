@@ -91,6 +91,7 @@ ElidedLabel* ChipStatusBar::addSegment(const QString& name, const QString& wides
     label->setAlignment(Qt::AlignCenter);
     label->ensurePolished();
     label->setFixedWidth(label->widthOf(widestText));
+    label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     auto* line = new QFrame(this);
     line->setFrameStyle(QFrame::VLine | QFrame::Plain);
     line->setForegroundRole(QPalette::Mid);
@@ -99,13 +100,17 @@ ElidedLabel* ChipStatusBar::addSegment(const QString& name, const QString& wides
     return label;
 }
 
-// A message replaces the element. If it is too long, the legend yields.
+// A message replaces the element. If the text is too long, the legend yields: first its words, then, for a message, all
+// of it.
 void ChipStatusBar::showFirstPart()
 {
     const QString message = currentMessage();
     m_element->setText(!message.isEmpty() ? message : m_elementText.isEmpty() ? m_summary : m_elementText);
-    const int room = m_element->width() - (m_legend->isHidden() ? m_legend->sizeHint().width() : 0);
-    m_legend->setVisible(message.isEmpty() || m_element->widthOf(message) <= room);
+    const int together = m_element->width() + (m_legend->isHidden() ? 0 : m_legend->width());
+    const int room = together - m_element->widthOf(m_element->text());
+    const bool hasWords = room >= m_legend->sizeHint().width();
+    m_legend->setMaximumWidth(hasWords ? QWIDGETSIZE_MAX : m_legend->minimumSizeHint().width());
+    m_legend->setVisible(message.isEmpty() || room >= m_legend->minimumSizeHint().width());
 }
 
 void ChipStatusBar::showPlace()

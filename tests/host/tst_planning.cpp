@@ -362,7 +362,7 @@ private Q_SLOTS:
         planning.run("zel_resource place -rsc top/duo/a -id 11; zel_view in; zel_view snapshot {" + file + '}');
         QVERIFY(planning.label("element") != before);
         const QImage picture(file);
-        for (const char* name : {"element", "scale"}) {
+        for (const char* name : {"element", "magnification"}) {
             auto* label = planning.window->findChild<QLabel*>(name);
             const QPoint corner = label->mapTo(planning.window.get(), QPoint());
             QCOMPARE(picture.copy(QRect(corner, label->size())),
