@@ -84,11 +84,10 @@ TclResult help(TclInterpreter& interpreter, const QStringList& words)
 
 QString sectionOf(const CommandEntry& entry)
 {
-    QString text = QStringLiteral("\n### `%1`\n\n%2\n\n    %3\n")
-                       .arg(entry.usage(), QLatin1String(entry.summary), QLatin1String(entry.example));
-    if (*entry.answer)
-        text += QStringLiteral("\nreturns `%1`\n").arg(QLatin1String(entry.answer));
-    return text;
+    const QString answer = *entry.answer ? QStringLiteral(" returns `%1`").arg(QLatin1String(entry.answer)) : QString();
+    return QStringLiteral("\n%1 %2\n\n    %3\n\n%4\n\nExample: `%5`%6\n")
+        .arg(*entry.subcommand ? QStringLiteral("###") : QStringLiteral("##"), entry.name(), entry.usage(),
+            QLatin1String(entry.summary), QLatin1String(entry.example), answer);
 }
 
 } // namespace
@@ -104,7 +103,8 @@ QString commandReference()
 {
     QString text = QLatin1String(Introduction);
     for (const QString& command : tableCommands()) {
-        text += QStringLiteral("\n## %1\n").arg(command);
+        if (!subcommandsOf(command).isEmpty())
+            text += QStringLiteral("\n## %1\n").arg(command);
         for (const CommandEntry* entry : commandEntries(command))
             text += sectionOf(*entry);
     }

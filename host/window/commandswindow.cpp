@@ -6,6 +6,7 @@
 
 #include <QDialog>
 #include <QTextBrowser>
+#include <QTextDocument>
 #include <QVBoxLayout>
 
 namespace mirn::zelchip {
@@ -13,6 +14,7 @@ namespace mirn::zelchip {
 namespace {
 
 const QString CommandsWindowName = QStringLiteral("commandsWindow");
+constexpr double CommandsMargin = 16; // device-independent pixels
 constexpr QSize CommandsWindowSize(820, 640); // device-independent pixels
 
 QDialog* newCommandsWindow(QWidget* parent)
@@ -26,6 +28,7 @@ QDialog* newCommandsWindow(QWidget* parent)
     auto* text = new QTextBrowser(window);
     text->setFrameShape(QFrame::NoFrame);
     text->setMarkdown(commandReference());
+    text->document()->setDocumentMargin(CommandsMargin);
     layout->addWidget(text);
     window->resize(CommandsWindowSize);
     return window;
