@@ -91,10 +91,12 @@ private Q_SLOTS:
 
     void hugeTextsAreCut()
     {
+        const auto isFirstLineCut = [this] {
+            const QString line = lines().first();
+            return line.endsWith(" \u2026 (line cut)") && line.size() < ConsoleOutput::LongestLine + 20;
+        };
         m_dock->showResult(QString(1'000'000, 'x'));
-        QCOMPARE(lines().size(), 2);
-        QVERIFY(lines().first().endsWith("x \u2026 (line cut)"));
-        QVERIFY(lines().first().size() < ConsoleOutput::LongestLine + 20);
+        QVERIFY(lines().size() == 2 && isFirstLineCut());
         QVERIFY(lines().last().contains("more characters left out"));
         output()->clearAll();
         for (int i = 0; i < 3; ++i) {
@@ -103,9 +105,7 @@ private Q_SLOTS:
         }
         m_dock->showOutput("\nnext");
         QCoreApplication::processEvents();
-        QCOMPARE(lines().size(), 2);
-        QVERIFY(lines().first().endsWith("y \u2026 (line cut)"));
-        QVERIFY(lines().first().size() < ConsoleOutput::LongestLine + 20);
+        QVERIFY(lines().size() == 2 && isFirstLineCut());
         QCOMPARE(lines().last(), "next");
     }
 

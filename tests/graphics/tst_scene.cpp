@@ -94,7 +94,7 @@ private Q_SLOTS:
 
         const std::pair<const char*, unsigned int> oddValues[] = {
             {"#00ff7f", 0x00ff7f}, {"x00ff7e", 0x00ff7e}, // the first character is dropped whatever it is
-            {"#green!", 0}, {"#00ff7d", 0x00ff7d}, {"", 0}, // no number is black, nor is the empty text absent
+            {"#green!", 0}, {"#ff7d", 0x00ff7d}, {"", 0}, // no number is black, nor is the empty text absent
         };
         chip.engine.device.addRecord(4711, {{"fill", "#ff0000"}}); // of no element
         for (const auto& [value, colour] : oddValues) {

@@ -5,23 +5,17 @@
 #include <QAction>
 #include <QMenu>
 #include <QRubberBand>
-#include <QTimer>
 
 #include <cmath>
 #include <functional>
 
 using namespace zeltest;
 
-namespace {
-
-// A host's change to an item.
-using Change = std::function<void(QGraphicsItem*)>;
-
-} // namespace
-
 class TestView : public zeltest::Test
 {
     Q_OBJECT
+    using Change = std::function<void(QGraphicsItem*)>; // a host's, to an item
+
 private Q_SLOTS:
     void stepsStayWithinTheLimits_data()
     {

@@ -353,14 +353,6 @@ private Q_SLOTS:
         QVERIFY(!ZELChipViewDatabase::getInstance()->getAction(ACTION_FILTER)->isEnabled());
     }
 
-    void failedCommandsAreAnsweredAndSaid()
-    {
-        UsedWindow shown(Project);
-        QCOMPARE(ZELChipViewDatabase::getInstance()->place("top/ip", "11"), 0);
-        const QString message = shown.window->statusBar()->currentMessage();
-        QCOMPARE(message, "There is no resource \"top/ip\"");
-    }
-
     void opensOneAfterTheOther()
     {
         UsedWindow shown(Project);

@@ -120,6 +120,8 @@ private Q_SLOTS:
         planning.drag<QDropEvent>({13, 13});
         QCOMPARE(planning.message(), "U0_CH0 (Channel) does not take resources of type PLL");
         QCOMPARE(planning.siteOf("top/core"), -1);
+        QCOMPARE(ZELChipViewDatabase::getInstance()->place("top/ip", "11"), 0); // a failed command is answered and said
+        QCOMPARE(planning.message(), "There is no resource \"top/ip\"");
     }
 
     void rowThatStaysSaysWhy()

@@ -86,8 +86,8 @@ private Q_SLOTS:
         QCOMPARE(second.status, 1);
         QCOMPARE(second.output.trimmed(), m_states[1]);
         const QByteArray program = QFileInfo(ZELCHIP_PROGRAM).fileName().toLocal8Bit();
-        QVERIFY2(second.errors.contains("is open in another program (" + program + ", process "),
-            second.errors.constData());
+        QVERIFY2(
+            second.errors.contains("is open in another program (" + program + ", process "), second.errors.constData());
         QVERIFY(runBatch(m_project, "zel_project save").errors.contains("is open in another program"));
         const QString script = m_project.write("batch.tcl", Steps[1]);
         QCOMPARE(run({m_project.path(), "--take-over", "--batch", script}).status, 1); // it runs

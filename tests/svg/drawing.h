@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/contract/svgparser.h"
-#include "tests/support/datafile.h"
 #include "tests/support/testmain.h"
+#include "tests/support/textcases.h"
 
 #include <QFile>
 #include <QMap>
@@ -136,26 +136,4 @@ private:
 {
     const TestDrawing drawing = TestDrawing::fromBody(body);
     return drawing.isRead() ? drawing.records() : drawing.error();
-}
-
-// A case of a table that is kept as text: what is read, and what becomes of it.
-struct TextCase
-{
-    QByteArray name;
-    QByteArray content;
-    QString result;
-};
-
-// The cases in a file of the folder cases, with a blank line between two: a line with the name, the content, and a line
-// with the result, which is "nothing" where there is none.
-[[nodiscard]] inline std::vector<TextCase> casesIn(const QString& fileName)
-{
-    std::vector<TextCase> cases;
-    for (const QString& block : QString::fromUtf8(zeltest::dataFile("svg/cases/" + fileName)).trimmed().split("\n\n")) {
-        QStringList lines = block.split('\n');
-        const QByteArray name = lines.takeFirst().toUtf8();
-        const QString result = lines.takeLast();
-        cases.push_back({name, lines.join('\n').toUtf8(), result == "nothing" ? QString() : result});
-    }
-    return cases;
 }

@@ -32,16 +32,13 @@ private Q_SLOTS:
     {
         // The file, and how the message begins, without the file name.
         const Rows<QByteArray, QString> row;
-        const auto in = [&row](const char* name, const QByteArray& body, const char* begin) {
-            row(name, "<svg>" + body + "</svg>", begin);
-        };
-        for (const TextCase& each : casesIn("errors.txt"))
+        for (const auto& each : zeltest::casesIn("svg/cases/errors.txt"))
             row(each.name.constData(), each.content, each.result);
         row("empty", "", ":1:1: found the end of the file, expected an <svg> element");
         row("a picture", QByteArray("\x89PNG\r\n\x1a\n\0\0\0", 11), ":1:1: found bytes that are no XML text");
         row("truncated between tags", "<svg>\n <g>\n", ":3:1: found the end of the file, expected");
-        in("bytes that are no UTF-8", "\n<text>\xFF\xFE</text>", ":2:7: found bytes that are no XML text");
-        in("a control character", "\n<text>\x01</text>", ":2:7: found bytes that are no XML text");
+        row("bytes that are no UTF-8", "<svg>\n<text>\xFF\xFE</text></svg>", ":2:7: found bytes that are no XML text");
+        row("a control character", "<svg>\n<text>\x01</text></svg>", ":2:7: found bytes that are no XML text");
         const QByteArray packed = gzipped("<svg>\n<rect width='1' height='1'/></svg>");
         row("compressed, with a damaged end", packed.left(packed.size() - 8) + QByteArray(8, 'x'),
             ":2:35: at byte " + QByteArray::number(packed.size() - 4) + " of the compressed file: found damaged data");
@@ -50,8 +47,9 @@ private Q_SLOTS:
                 + " of the compressed file: found something behind");
         row("compressed in another way", "\x1F\x9D\x90<svg/>",
             ":1:1: at byte 2 of the compressed file: found damaged data");
-        in("in the third line of a tag kept with others",
-            "<use href='#x'/>\r\n<rect y='1'\r\n \xC3\xA4='\xC3\xA4' width='inf'/>", ":3:8: found the number \"inf\"");
+        row("in the third line of a tag kept with others",
+            "<svg><use href='#x'/>\r\n<rect y='1'\r\n \xC3\xA4='\xC3\xA4' width='inf'/></svg>",
+            ":3:8: found the number \"inf\"");
         row("an attribute without quotes behind a byte order mark", "\xEF\xBB\xBF<svg x=5/>",
             ":1:6: found x=5 without");
         const QString wide = QChar(0xFEFF) + QString::fromUtf8("<svg>\n\xC3\xA4\xF0\x9F\x98\x80 \xC3\xA4& b</svg>");

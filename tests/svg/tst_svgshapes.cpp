@@ -19,7 +19,7 @@ private Q_SLOTS:
     void placesShapes_data()
     {
         const Rows<QByteArray, QString> row;
-        for (const TextCase& each : casesIn("shapes.txt"))
+        for (const auto& each : zeltest::casesIn("svg/cases/shapes.txt"))
             row(each.name.constData(), each.content, each.result);
     }
 
@@ -226,7 +226,7 @@ private Q_SLOTS:
     {
         // The second text: id/layer/name/tooltip of each record, and a '!' for the flag.
         const Rows<QByteArray, QString> row;
-        for (const TextCase& each : casesIn("identities.txt"))
+        for (const auto& each : zeltest::casesIn("svg/cases/identities.txt"))
             row(each.name.constData(), each.content, each.result);
         row("names in ISO 8859-1", "<R id='\xC3\xA4\xE2\x80\x93' t:popup='a\xE2\x84\xA2'/>", "-1/0/\u00E4-/a(TM)");
     }
@@ -247,7 +247,7 @@ private Q_SLOTS:
     void refusesBadValues_data()
     {
         const Rows<QByteArray, QString> row;
-        for (const TextCase& each : casesIn("values.txt"))
+        for (const auto& each : zeltest::casesIn("svg/cases/values.txt"))
             row(each.name.constData(), each.content, each.result);
     }
 

@@ -34,13 +34,13 @@ private Q_SLOTS:
     void bodiesBecomeRecords_data()
     {
         const Rows<QByteArray, QString> row;
-        for (const TextCase& each : casesIn("styles.txt"))
+        for (const auto& each : zeltest::casesIn("svg/cases/styles.txt"))
             row(each.name.constData(), each.content, each.result);
         const auto text = [&row](const char* name, const QByteArray& body, const QString& records) {
             row(name, "<g font-size='1000'>" + body + "</g>", records);
         };
         // At a font size of 1000 in DejaVu Sans "A" is 684 wide, "B" 686, a blank 318.
-        for (const TextCase& each : casesIn("texts.txt"))
+        for (const auto& each : zeltest::casesIn("svg/cases/texts.txt"))
             text(each.name.constData(), each.content, each.result);
         text("a mark counts as a character", "<text x='1 2 3'>A\u0308B</text>", "text '\u00C4' 1,0; text 'B' 3,0");
         text("blanks fold", "<text>\n  A \t\n <tspan> B</tspan>  \n</text>", "text 'A ' 0,0; text 'B' 1002,0");

@@ -17,18 +17,6 @@ namespace {
 
 int umaskCalls = 0;
 
-} // namespace
-
-// This takes the place of the system's function, in the library too: whoever sets the mask for a moment sets it for all
-// threads.
-extern "C" __attribute__((visibility("default"))) mode_t umask(mode_t mask) noexcept
-{
-    ++umaskCalls;
-    return static_cast<mode_t>(::syscall(SYS_umask, mask));
-}
-
-namespace {
-
 const QByteArray Content
     = "<svg xmlns='http://www.w3.org/2000/svg' xmlns:tovanel='urn:tovanel:chip-drawing' width='30' height='40' "
       "tovanel:initial-scale='2'><metadata><tovanel:layer number='-3' minimum='1' maximum='2'/></metadata><image/><g "
@@ -38,6 +26,14 @@ const QByteArray Content
       "stroke='red'/></svg>";
 
 } // namespace
+
+// This takes the place of the system's function, in the library too: whoever sets the mask for a moment sets it for all
+// threads.
+extern "C" __attribute__((visibility("default"))) mode_t umask(mode_t mask) noexcept
+{
+    ++umaskCalls;
+    return static_cast<mode_t>(::syscall(SYS_umask, mask));
+}
 
 // The image of the records that spares the next load the parsing.
 class TestSvgWorkingFile : public zeltest::Test
