@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/widgets/noticebar.h"
 
+#include "host/look/palettes.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -77,9 +79,7 @@ void NoticeBar::changeEvent(QEvent* event)
 
 void NoticeBar::chooseColors()
 {
-    const bool isDark
-        = palette().color(QPalette::Window).lightness() < palette().color(QPalette::WindowText).lightness();
-    const QString style = QString::fromLatin1(isDark ? DarkNotice : LightNotice);
+    const QString style = QString::fromLatin1(isDark(palette()) ? DarkNotice : LightNotice);
     if (styleSheet() != style)
         setStyleSheet(style);
 }

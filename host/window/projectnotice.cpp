@@ -24,9 +24,8 @@ ProjectNotice::ProjectNotice(QMainWindow* window)
 
 void ProjectNotice::begin(const ProjectSession& session)
 {
-    if (session.isBareDrawing())
-        return;
-    m_watch.begin(session.editor());
+    if (!session.isBareDrawing())
+        m_watch.begin(session.editor());
     show();
 }
 
