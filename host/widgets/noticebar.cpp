@@ -12,7 +12,8 @@ namespace mirn::zelchip {
 
 namespace {
 
-constexpr int NoticeMargin = 6; // device-independent pixels
+constexpr int NoticeMargin = 6; // device-independent pixels, as is the next
+constexpr int NoticeGap = 3; // above and below
 
 const char LightNotice[] = "QToolBar { background: #fff1cc; border: none; border-bottom: 1px solid #d9bd74; }"
                            "QLabel { color: #453200; }";
@@ -30,7 +31,7 @@ NoticeBar::NoticeBar(QWidget* parent)
     toggleViewAction()->setVisible(false); // it shows and hides itself
     auto* content = new QWidget(this);
     auto* row = new QHBoxLayout(content);
-    row->setContentsMargins(NoticeMargin, NoticeMargin, NoticeMargin, NoticeMargin);
+    row->setContentsMargins(NoticeMargin, NoticeGap, NoticeMargin, NoticeGap);
     m_text = new QLabel(content);
     m_text->setObjectName(QStringLiteral("noticeText"));
     m_text->setTextFormat(Qt::PlainText); // a path may look like mark-up
@@ -60,7 +61,7 @@ void NoticeBar::show(const QString& text, const QString& button)
 void NoticeBar::adjustHeight()
 {
     const int room = width() - (m_button->text().isEmpty() ? 0 : m_button->sizeHint().width()) - 4 * NoticeMargin;
-    const int height = qMax(m_text->heightForWidth(qMax(room, 1)), m_button->sizeHint().height()) + 2 * NoticeMargin;
+    const int height = qMax(m_text->heightForWidth(qMax(room, 1)), m_button->sizeHint().height()) + 2 * NoticeGap;
     m_text->parentWidget()->setFixedHeight(height);
 }
 

@@ -38,10 +38,7 @@ void ProjectNotice::end()
 void ProjectNotice::show()
 {
     if (m_watch.state() == ProjectWatch::State::Outdated)
-        m_bar->show(
-            tr("Another program has changed this project's files since they were read here. Until they are read "
-               "again, no change is accepted."),
-            tr("Reload"));
+        m_bar->show(tr("Another program has changed the files of this project."), tr("Reload"));
     else if (m_watch.state() == ProjectWatch::State::LookOnly)
         m_bar->show(tr("Nothing can be changed here: %1.").arg(m_watch.reason()), QString());
     else
