@@ -9,6 +9,8 @@
 #include "host/window/mainwindow.h"
 #include "host/window/theme.h"
 #include "host/window/windowarrival.h"
+#include "host/window/windowmemory.h"
+#include "host/window/windowsettings.h"
 
 #include <QApplication>
 #include <QFile>
@@ -28,6 +30,7 @@ namespace {
 
 constexpr int Failure = 1;
 constexpr int UsageError = 2;
+constexpr QSize SnapshotSize(1600, 1000); // device-independent pixels
 
 const char SamplePath[] = "/" ZELCHIP_DATA_FOLDER "/sample"; // relative to the program's folder
 
@@ -90,6 +93,13 @@ int saveSnapshotOf(MainWindow& window, const QString& file, const QString& scrip
     return error.isEmpty() ? EXIT_SUCCESS : fail(Failure, error);
 }
 
+// Only a person's window remembers anything: what a script does must depend on nothing but its arguments.
+std::unique_ptr<WindowSettings> settingsFor(const CommandLine& commandLine)
+{
+    const bool isRemembered = commandLine.scriptFile.isEmpty() && !commandLine.isFresh;
+    return isRemembered ? std::make_unique<WindowSettings>(WindowSettings::userFile()) : nullptr;
+}
+
 // After an error the window stays open, so that the user sees how far the script came.
 void runScriptIn(MainWindow& window, const QString& file)
 {
@@ -123,10 +133,12 @@ int run(const CommandLine& commandLine)
         return runBatch(std::move(session), commandLine.scriptFile);
     MainWindow window(std::move(session));
     progress.reset();
-    window.resize(commandLine.windowSize);
     QObject::connect(&window, &MainWindow::scriptWrote, &window, &writeToStream);
-    if (commandLine.task == CommandLine::Task::SaveSnapshot)
+    if (commandLine.task == CommandLine::Task::SaveSnapshot) {
+        window.resize(commandLine.windowSize.isEmpty() ? SnapshotSize : commandLine.windowSize);
         return saveSnapshotOf(window, commandLine.snapshotFile, commandLine.scriptFile);
+    }
+    window.memory().begin(settingsFor(commandLine), commandLine.windowSize);
     window.show();
     if (!commandLine.scriptFile.isEmpty())
         new WindowArrival(&window, [&] { runScriptIn(window, commandLine.scriptFile); }); // deletes itself
@@ -164,7 +176,7 @@ int main(int argc, char** argv)
     case CommandLine::Task::ReportError:
         return fail(UsageError, commandLine.error + QStringLiteral("\nzelchip --help says what there is."));
     case CommandLine::Task::PrintHelp:
-        print(helpText());
+        print(helpText(WindowSettings::userFile()));
         return EXIT_SUCCESS;
     case CommandLine::Task::PrintVersion:
         print(QStringLiteral("zelchip " ZELCHIP_VERSION "\n"));

@@ -16,6 +16,7 @@ const QString ScriptName = QStringLiteral("script");
 const QString BatchName = QStringLiteral("batch");
 const QString SizeName = QStringLiteral("size");
 const QString TakeOverName = QStringLiteral("take-over");
+const QString FreshName = QStringLiteral("fresh");
 
 // The window's parts do not fit into less than the smallest size, nor an image of more than the largest size into
 // memory.
@@ -56,6 +57,7 @@ void addOptions(QCommandLineParser& parser)
     parser.addOption(QCommandLineOption(BatchName, QString(), QStringLiteral("FILE")));
     parser.addOption(QCommandLineOption(SizeName, QString(), QStringLiteral("SIZE")));
     parser.addOption(QCommandLineOption(TakeOverName));
+    parser.addOption(QCommandLineOption(FreshName));
 }
 
 // Help and version take precedence over everything else.
@@ -72,6 +74,7 @@ CommandLine taskOf(const QCommandLineParser& parser)
         result.task = CommandLine::Task::SaveSnapshot;
     result.snapshotFile = parser.value(SnapshotName);
     result.takesOver = parser.isSet(TakeOverName);
+    result.isFresh = parser.isSet(FreshName);
     result.scriptFile = parser.value(parser.isSet(BatchName) ? BatchName : ScriptName);
     return result;
 }
@@ -105,7 +108,7 @@ CommandLine parseCommandLine(const QStringList& arguments)
     return result;
 }
 
-QString helpText()
+QString helpText(const QString& settingsFile)
 {
     return QStringLiteral("Usage: zelchip [PROJECT_DIR | DRAWING.svg] [OPTION]...\n"
                           "\n"
@@ -119,14 +122,22 @@ QString helpText()
                           "  --batch FILE.tcl       run a Tcl script without a window and end\n"
                           "  --snapshot FILE.png    render the window into an image file and end;\n"
                           "                         needs no display\n"
-                          "  --size WIDTHxHEIGHT    size of the window (1600x1000)\n"
+                          "  --size WIDTHxHEIGHT    size of the window (as it was left, at first 1600x1000\n"
+                          "                         or the screen's)\n"
+                          "  --fresh                remember nothing: neither bring back the window as it was\n"
+                          "                         left nor keep how this run leaves it\n"
                           "  --take-over            change a project whose lock is damaged or of another\n"
                           "                         machine; only when nobody there changes it any more\n"
                           "  --version              print the version and end\n"
                           "  -h, --help             print this help and end\n"
                           "\n"
+                          "A window without a script remembers its size, place and docks, the console's\n"
+                          "history, the last folder and the recent projects in\n"
+                          "  %1\n"
+                          "\n"
                           "Exit status: 0 success, 1 something could not be opened or written or\n"
-                          "the script of a batch failed, 2 unknown arguments.\n");
+                          "the script of a batch failed, 2 unknown arguments.\n")
+        .arg(settingsFile);
 }
 
 } // namespace mirn::zelchip

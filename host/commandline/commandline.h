@@ -17,14 +17,15 @@ struct CommandLine
     QString snapshotFile;
     QString scriptFile; // to run in the window, or without one for RunBatch; empty for none
     bool takesOver = false; // whether to take over a lock that may no longer be in use
-    QSize windowSize = QSize(1600, 1000); // device-independent pixels
+    QSize windowSize; // device-independent pixels; empty if none is given
+    bool isFresh = false; // whether nothing is remembered from earlier runs
     QString error; // one sentence, for ReportError
 };
 
 // Parses `arguments`, which begins with the program's name. Needs no application object.
 [[nodiscard]] CommandLine parseCommandLine(const QStringList& arguments);
 
-// The text ends with a line break.
-[[nodiscard]] QString helpText();
+// The text ends with a line break. `settingsFile` is where the program remembers its window.
+[[nodiscard]] QString helpText(const QString& settingsFile);
 
 } // namespace mirn::zelchip

@@ -9,8 +9,8 @@
 namespace mirn::zelchip {
 
 // The scripts that were entered, oldest first, and a walk through them. Texts that are edited during the walk,
-// including the unfinished one at its newest end, are kept until add() ends the walk. The console input owns it; it is
-// not saved.
+// including the unfinished one at its newest end, are kept until add() ends the walk. The console input owns it,
+// and whoever keeps it for the next run takes and sets the entries.
 class CommandHistory final
 {
 public:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/widgets/chipstatusbar.h"
 
+#include "host/look/palettes.h"
 #include "host/widgets/elidedlabel.h"
 #include "host/widgets/legend.h"
 
@@ -18,8 +19,11 @@ const char StyleSheet[] = R"(
 QStatusBar { border-top: 1px solid palette(mid); }
 QStatusBar::item { border: none; }
 QLabel { padding: 2px 0; }
-QToolButton { border: none; padding: 2px 8px; color: #9a5b00; }
+QToolButton { border: none; padding: 2px 8px; color: %1; }
 )";
+
+const char Amber[] = "#9a5b00"; // of the warnings
+const char DarkAmber[] = "#f0b357"; // of the warnings, in a dark window
 
 constexpr int SignificantDigits = 3;
 constexpr int LargestPrecision = 9; // digits after the decimal point
@@ -61,7 +65,7 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     , m_warningButton(new QToolButton(this))
     , m_legend(new Legend(this))
 {
-    setStyleSheet(QString::fromLatin1(StyleSheet));
+    setStyleSheet(QString::fromLatin1(StyleSheet).arg(QLatin1String(isDark(palette()) ? DarkAmber : Amber)));
     setSizeGripEnabled(false);
     m_element->setObjectName(QStringLiteral("element"));
     // While there is a message, Qt hides the parts that are not permanent and paints the message there, without dots at

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/widgets/noticebar.h"
 
+#include "host/look/palettes.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -10,7 +12,8 @@ namespace mirn::zelchip {
 
 namespace {
 
-constexpr int NoticeMargin = 6; // device-independent pixels
+constexpr int NoticeMargin = 6; // device-independent pixels, as is the next
+constexpr int NoticeGap = 3; // above and below
 
 const char LightNotice[] = "QToolBar { background: #fff1cc; border: none; border-bottom: 1px solid #d9bd74; }"
                            "QLabel { color: #453200; }";
@@ -28,7 +31,7 @@ NoticeBar::NoticeBar(QWidget* parent)
     toggleViewAction()->setVisible(false); // it shows and hides itself
     auto* content = new QWidget(this);
     auto* row = new QHBoxLayout(content);
-    row->setContentsMargins(NoticeMargin, NoticeMargin, NoticeMargin, NoticeMargin);
+    row->setContentsMargins(NoticeMargin, NoticeGap, NoticeMargin, NoticeGap);
     m_text = new QLabel(content);
     m_text->setObjectName(QStringLiteral("noticeText"));
     m_text->setTextFormat(Qt::PlainText); // a path may look like mark-up
@@ -58,7 +61,7 @@ void NoticeBar::show(const QString& text, const QString& button)
 void NoticeBar::adjustHeight()
 {
     const int room = width() - (m_button->text().isEmpty() ? 0 : m_button->sizeHint().width()) - 4 * NoticeMargin;
-    const int height = qMax(m_text->heightForWidth(qMax(room, 1)), m_button->sizeHint().height()) + 2 * NoticeMargin;
+    const int height = qMax(m_text->heightForWidth(qMax(room, 1)), m_button->sizeHint().height()) + 2 * NoticeGap;
     m_text->parentWidget()->setFixedHeight(height);
 }
 
@@ -77,9 +80,7 @@ void NoticeBar::changeEvent(QEvent* event)
 
 void NoticeBar::chooseColors()
 {
-    const bool isDark
-        = palette().color(QPalette::Window).lightness() < palette().color(QPalette::WindowText).lightness();
-    const QString style = QString::fromLatin1(isDark ? DarkNotice : LightNotice);
+    const QString style = QString::fromLatin1(isDark(palette()) ? DarkNotice : LightNotice);
     if (styleSheet() != style)
         setStyleSheet(style);
 }

@@ -8,6 +8,7 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/dragnavigation.h"
 #include "host/drawing/drawingfit.h"
+#include "host/drawing/drawingground.h"
 #include "host/drawing/elementprobe.h"
 #include "host/drawing/pointergestures.h"
 #include "host/drawing/rowkeeper.h"
@@ -42,7 +43,6 @@ constexpr int DockWidth = 330;
 constexpr double UsageShare = 0.3; // fraction of the docks' height
 constexpr int UsageRowPadding = 6; // pixels added to the font height of a row
 constexpr int RowsExpandedAtStart = 200; // a larger design opens with only its top level
-const QColor Surroundings(0xfb, 0xfb, 0xfc); // the background around the drawing
 
 bool hasMoreRowsThan(int limit, QTreeWidget* tree)
 {
@@ -68,7 +68,7 @@ DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_tree = controller.getTree(nullptr);
     m_table = controller.getResTable(nullptr);
     m_graphicsView->setFrameShape(QFrame::NoFrame);
-    m_graphicsView->setBackgroundBrush(Surroundings);
+    new DrawingGround(m_graphicsView); // child of the view
     m_graphicsView->setTransformationAnchor(QGraphicsView::AnchorUnderMouse);
     // Otherwise a pointer that rests on the drawing would drag along what it last moved over, wherever a command has
     // zoomed since.

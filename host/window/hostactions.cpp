@@ -2,9 +2,11 @@
 #include "host/window/hostactions.h"
 
 #include "graphics/zelconstants.h"
+#include "host/look/icons.h"
 #include "host/tcl/translation.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QIcon>
 #include <QMainWindow>
 #include <QMenu>
@@ -24,7 +26,8 @@ constexpr int IconSize = 24; // device-independent pixels
 
 QIcon icon(const char* name)
 {
-    return QIcon(QStringLiteral(":/zelchip/%1.png").arg(QLatin1String(name)));
+    const QIcon drawn(QStringLiteral(":/zelchip/%1.png").arg(QLatin1String(name)));
+    return fittingIcon(drawn, QApplication::palette());
 }
 
 QAction* newAction(QMainWindow* window, const QString& text, const QKeySequence& shortcut = {})
@@ -98,6 +101,7 @@ void HostActions::fillMenus(QMainWindow* window)
 {
     QMenu* file = window->menuBar()->addMenu(tr("&File"));
     file->addActions({openProject, openDrawing});
+    openRecent = file->addMenu(tr("Open &Recent"));
     file->addSeparator();
     file->addActions({save, saveSnapshot});
     file->addSeparator();

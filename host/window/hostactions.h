@@ -31,6 +31,7 @@ public:
 
     QAction* openProject;
     QAction* openDrawing;
+    QMenu* openRecent; // filled by the window
     QAction* save;
     QAction* saveSnapshot;
     QAction* quit;

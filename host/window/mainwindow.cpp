@@ -27,6 +27,8 @@
 #include "host/window/keyboardaccess.h"
 #include "host/window/messagebox.h"
 #include "host/window/projectnotice.h"
+#include "host/window/recentprojects.h"
+#include "host/window/windowmemory.h"
 #include "resources/zeltree.h"
 
 #include <QAction>
@@ -56,6 +58,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_statusBar(new ChipStatusBar(this))
     , m_dragNote(new PointerNote(this))
     , m_notice(new ProjectNotice(this))
+    , m_memory(new WindowMemory(this, m_console, m_actions.openRecent))
 {
     setWindowIcon(QIcon(QStringLiteral(":/zelchip/zelchip.png")));
     setStatusBar(m_statusBar);
@@ -93,7 +96,9 @@ void MainWindow::connectActions()
     connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
     connect(m_actions.commands, &QAction::triggered, this, [this] { openCommandsWindow(this); });
     connect(m_actions.about, &QAction::triggered, this, &MainWindow::showAbout);
-    connect(m_notice, &ProjectNotice::reloadRequested, this, [this] { open(m_drawingArea->session().path()); });
+    connect(&m_memory->recent(), &RecentProjects::chosen, this, &MainWindow::open);
+    connect(
+        m_notice, &ProjectNotice::reloadRequested, this, [this] { open(QString(m_drawingArea->session().path())); });
 }
 
 void MainWindow::open(const QString& path)
@@ -102,6 +107,8 @@ void MainWindow::open(const QString& path)
         return;
     const LoadProgress progress(path, this, LoadProgress::Cancelling::Possible);
     const QString error = replaceProject(path);
+    if (!QFileInfo::exists(path))
+        m_memory->recent().remove(path);
     if (progress.isCancelled())
         m_statusBar->showMessage(asSentence(error), MessageMilliseconds);
     else if (!error.isEmpty())
@@ -111,8 +118,9 @@ void MainWindow::open(const QString& path)
 // A project whose lock is in doubt accepts no change, so reopening it loses nothing.
 void MainWindow::takeOver()
 {
-    const LoadProgress progress(m_drawingArea->session().path(), this, LoadProgress::Cancelling::Possible);
-    const QString error = replaceProject(m_drawingArea->session().path(), ProjectSession::DoubtfulLock::IsTakenOver);
+    const QString path = m_drawingArea->session().path(); // the session ends
+    const LoadProgress progress(path, this, LoadProgress::Cancelling::Possible);
+    const QString error = replaceProject(path, ProjectSession::DoubtfulLock::IsTakenOver);
     if (!error.isEmpty())
         showError(error);
 }
@@ -151,7 +159,7 @@ void MainWindow::connectShell()
 {
     connect(&m_shell, &CommandShell::finished, this, &MainWindow::reportResult);
     // A script from a file is not stopped by a question; its changes are in the journal.
-    m_shell.interpreter().setExitGuard([this] { return !m_shell.isAnsweringUser() || confirmClose(editor(), this); });
+    m_shell.interpreter().setExitGuard([this] { return !m_shell.isAnsweringUser() || mayClose(); });
     ProjectCommands commands;
     commands.open = [this](const QString& path) {
         // The view would be deleted while its own command is running.
@@ -185,6 +193,7 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
     if (isVisible()) {
         layout()->activate();
         m_drawingArea->arrangeDocks();
+        m_memory->arrange(*m_drawingArea->chipView());
     }
     m_drawingArea->graphicsView()->setFocus();
     askAboutLock();
@@ -194,8 +203,10 @@ void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
 // A window that is only rendered into a file leaves the project to others.
 void MainWindow::watchProject()
 {
-    if (isVisible() && !testAttribute(Qt::WA_DontShowOnScreen))
-        m_notice->begin(m_drawingArea->session());
+    if (!isVisible() || testAttribute(Qt::WA_DontShowOnScreen))
+        return;
+    m_notice->begin(m_drawingArea->session());
+    m_memory->recent().add(m_drawingArea->session().path());
 }
 
 // The old drawing area is deleted first, because there can be only one controller of the chip view. If loading the new
@@ -203,6 +214,8 @@ void MainWindow::watchProject()
 void MainWindow::replaceDrawingArea(std::unique_ptr<ProjectSession> session)
 {
     m_refresh.stop(); // it would use an area that no longer exists
+    if (m_drawingArea && isVisible())
+        m_memory->leave(*m_drawingArea->chipView());
     std::unique_ptr<ProjectSession> previous = m_drawingArea ? m_drawingArea->takeSession() : nullptr;
     m_drawingArea.reset();
     setCentralWidget(new QWidget(this)); // keeps the space until the new view exists
@@ -422,35 +435,50 @@ void MainWindow::showEvent(QShowEvent* event)
     m_isArranged = true;
     resizeDocks({m_console}, {ConsoleHeight}, Qt::Vertical);
     m_drawingArea->arrangeDocks();
+    m_memory->arrangeWindow();
+    m_memory->arrange(*m_drawingArea->chipView());
     askAboutLock();
     watchProject();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    event->setAccepted(confirmClose(editor(), this));
+    event->setAccepted(mayClose());
+}
+
+bool MainWindow::mayClose()
+{
+    if (!confirmClose(editor(), this))
+        return false;
+    m_memory->save(*m_drawingArea->chipView());
+    return true;
 }
 
 void MainWindow::chooseProject()
 {
-    const QString directory = QFileDialog::getExistingDirectory(this, tr("Open Project"));
-    if (!directory.isEmpty())
-        open(directory);
+    const QString directory = QFileDialog::getExistingDirectory(this, tr("Open Project"), m_memory->folder());
+    if (directory.isEmpty())
+        return;
+    m_memory->setFolderOf(directory);
+    open(directory);
 }
 
 void MainWindow::chooseDrawing()
 {
     const QString filter = tr("Drawings (*.svg *.svgz);;All files (*)");
-    const QString file = QFileDialog::getOpenFileName(this, tr("Open Drawing"), QString(), filter);
-    if (!file.isEmpty())
-        open(file);
+    const QString file = QFileDialog::getOpenFileName(this, tr("Open Drawing"), m_memory->folder(), filter);
+    if (file.isEmpty())
+        return;
+    m_memory->setFolderOf(file);
+    open(file);
 }
 
 void MainWindow::chooseSnapshot()
 {
-    const QString file = chooseSnapshotFile(this, QString());
+    const QString file = chooseSnapshotFile(this, m_memory->folder());
     if (file.isEmpty())
         return;
+    m_memory->setFolderOf(file);
     const QString error = saveSnapshot(file);
     if (error.isEmpty())
         m_statusBar->showMessage(tr("Saved %1").arg(file), MessageMilliseconds);

@@ -20,6 +20,7 @@ class DrawingArea;
 class ConsoleDock;
 class PointerNote;
 class ProjectNotice;
+class WindowMemory;
 class ViewProbe;
 
 // The program's window: menus, tool bar, console and status bar around the chip view of the open project. It owns the
@@ -44,6 +45,9 @@ public:
     QString saveSnapshot(const QString& file) override;
 
     void showSession(std::unique_ptr<ProjectSession> session);
+
+    // How the window is brought back as it was left; call its begin() before the window is shown.
+    [[nodiscard]] WindowMemory& memory() { return *m_memory; }
 
     // Shows the whole drawing.
     void fit() override;
@@ -74,6 +78,7 @@ private:
         const QString& path, ProjectSession::DoubtfulLock lock = ProjectSession::DoubtfulLock::Stays);
     void askAboutLock();
     void watchProject();
+    [[nodiscard]] bool mayClose();
     void takeOver();
     void replaceDrawingArea(std::unique_ptr<ProjectSession> session);
 
@@ -100,6 +105,7 @@ private:
     ChipStatusBar* const m_statusBar; // child of the window
     PointerNote* const m_dragNote; // child of the window
     ProjectNotice* const m_notice; // child of the window
+    WindowMemory* const m_memory; // child of the window
     std::unique_ptr<DrawingArea> m_drawingArea;
     ViewProbe* m_probe = nullptr; // child of the graphics view
     bool m_isArranged = false; // whether the docks have had their initial sizes

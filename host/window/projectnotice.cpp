@@ -24,9 +24,8 @@ ProjectNotice::ProjectNotice(QMainWindow* window)
 
 void ProjectNotice::begin(const ProjectSession& session)
 {
-    if (session.isBareDrawing())
-        return;
-    m_watch.begin(session.editor());
+    if (!session.isBareDrawing())
+        m_watch.begin(session.editor());
     show();
 }
 
@@ -39,10 +38,7 @@ void ProjectNotice::end()
 void ProjectNotice::show()
 {
     if (m_watch.state() == ProjectWatch::State::Outdated)
-        m_bar->show(
-            tr("Another program has changed this project's files since they were read here. Until they are read "
-               "again, no change is accepted."),
-            tr("Reload"));
+        m_bar->show(tr("Another program has changed the files of this project."), tr("Reload"));
     else if (m_watch.state() == ProjectWatch::State::LookOnly)
         m_bar->show(tr("Nothing can be changed here: %1.").arg(m_watch.reason()), QString());
     else

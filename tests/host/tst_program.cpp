@@ -40,7 +40,7 @@ private Q_SLOTS:
         // Arguments, where %1 is a folder, the status, output and errors, both as patterns.
         const Rows<QString, QString, QString, QString> row;
         row("version", "--version", "0", "^zelchip " ZELCHIP_VERSION "\n$", "^$");
-        row("help", "--help", "0", "^Usage: zelchip .*--snapshot", "^$");
+        row("help", "--help", "0", "^Usage: zelchip .*--snapshot.*--fresh.*/zelchip/zelchip.ini\\n", "^$");
         row("unknown option", "--colour", "2", "^$", "^zelchip: .*colour.*--help");
         row("no display", "", "1", "^$", "^zelchip: There is no display.*--snapshot");
         row("nothing to open", "no\xc3\xa4.svg --snapshot x.png", "1", "^$",
@@ -153,15 +153,15 @@ private Q_SLOTS:
     void understandsArguments_data()
     {
         const Rows<QString, QString> row; // the arguments, and what they mean or what the error must name
-        row("nothing opens the sample", "--", "window  1600x1000");
-        row("a path", "project", "window project 1600x1000");
-        row("a path that looks like an option, after two dashes", "-- -x.svg", "window -x.svg 1600x1000");
+        row("nothing opens the sample", "--", "window  -1x-1");
+        row("a path", "project", "window project -1x-1");
+        row("a path that looks like an option, after two dashes", "-- -x.svg", "window -x.svg -1x-1");
         row("a size", "--size 800x600", "window  800x600");
         row("the smallest size", "--size=640x400", "window  640x400");
         row("a snapshot, options last", "a.svg --snapshot b.png --size 1000x700", "snapshot a.svg 1000x700 b.png");
-        row("help", "-h", "help  1600x1000");
-        row("help goes before the version", "--version --help", "help  1600x1000");
-        row("the version goes before a snapshot", "--snapshot b.png --version", "version  1600x1000 b.png");
+        row("help", "-h", "help  -1x-1");
+        row("help goes before the version", "--version --help", "help  -1x-1");
+        row("the version goes before a snapshot", "--snapshot b.png --version", "version  -1x-1 b.png");
         row("an unknown option", "--colour", "error: colour");
         row("two paths", "a.svg b.svg", "error: b.svg");
         row("an empty path", "''", "error: empty");
