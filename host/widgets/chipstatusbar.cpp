@@ -78,7 +78,7 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     connect(m_warningButton, &QToolButton::clicked, this, &ChipStatusBar::showWarnings);
     addPermanentWidget(m_warningButton);
     addPermanentWidget(m_legend);
-    m_place = addSegment(QStringLiteral("position"), positionText(QPointF(-88888.8, -88888.8)));
+    m_place = addSegment(QStringLiteral("position"), tr("Q8 > row 88, column 88"));
     m_place->setToolTip(tr("Click to switch between the site and drawing units"));
     connect(m_place, &ElidedLabel::clicked, this, [this] {
         m_areUnitsShown = !m_areUnitsShown;
