@@ -3,14 +3,14 @@
 #include "host/commandline/commandline.h"
 #include "host/commandline/qtmessages.h"
 #include "host/commandline/standardstreams.h"
+#include "host/look/theme.h"
+#include "host/memory/windowmemory.h"
+#include "host/memory/windowsettings.h"
 #include "host/project/projectsession.h"
 #include "host/project/sampleproject.h"
 #include "host/widgets/loadprogress.h"
 #include "host/window/mainwindow.h"
-#include "host/window/theme.h"
 #include "host/window/windowarrival.h"
-#include "host/window/windowmemory.h"
-#include "host/window/windowsettings.h"
 
 #include <QApplication>
 #include <QFile>

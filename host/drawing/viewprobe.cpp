@@ -5,7 +5,7 @@
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/elementprobe.h"
-#include "host/drawing/sitetext.h"
+#include "host/sites/sitetext.h"
 
 #include <QMouseEvent>
 

@@ -6,10 +6,10 @@
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
-#include "host/drawing/sitecursor.h"
-#include "host/drawing/siteplaces.h"
+#include "host/dialogs/messagebox.h"
+#include "host/sites/sitecursor.h"
+#include "host/sites/siteplaces.h"
 #include "host/widgets/sitelist.h"
-#include "host/window/messagebox.h"
 
 #include <QGraphicsItem>
 #include <QTreeWidget>

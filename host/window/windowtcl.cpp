@@ -7,7 +7,7 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/design/elementname.h"
 #include "host/drawing/drawingfit.h"
-#include "host/drawing/siteplaces.h"
+#include "host/sites/siteplaces.h"
 #include "host/tcl/arguments.h"
 
 #include <QAction>

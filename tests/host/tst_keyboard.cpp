@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/zelgraphicsscene.h"
-#include "host/drawing/siteplaces.h"
+#include "host/sites/siteplaces.h"
 #include "host/widgets/findbox.h"
 #include "tests/host/shownwindow.h"
 #include "tests/program/sampleproject.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "host/console/consolecolors.h"
 #include "host/look/palettes.h"
-#include "host/window/windowmemory.h"
-#include "host/window/windowplace.h"
-#include "host/window/windowsettings.h"
+#include "host/memory/windowmemory.h"
+#include "host/memory/windowplace.h"
+#include "host/memory/windowsettings.h"
 #include "tests/host/hostfiles.h"
 #include "tests/host/shownwindow.h"
 #include "tests/program/batchprogram.h"

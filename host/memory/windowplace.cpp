@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/window/windowplace.h"
+#include "host/memory/windowplace.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/drawing/dragnavigation.h"
+#include "host/gestures/dragnavigation.h"
 
 #include "graphics/zelgraphicsview.h"
 

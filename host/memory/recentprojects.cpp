@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "host/window/recentprojects.h"
+#include "host/memory/recentprojects.h"
 
-#include "host/window/windowsettings.h"
+#include "host/memory/windowsettings.h"
 
 #include <QAction>
 #include <QDir>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "host/window/windowmemory.h"
+#include "host/memory/windowmemory.h"
 
 #include "host/console/consoledock.h"
-#include "host/window/recentprojects.h"
-#include "host/window/windowplace.h"
-#include "host/window/windowsettings.h"
+#include "host/memory/recentprojects.h"
+#include "host/memory/windowplace.h"
+#include "host/memory/windowsettings.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/window/theme.h"
+#include "host/look/theme.h"
 
 #include "host/look/icons.h"
 #include "host/look/palettes.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/drawing/sitecursor.h"
+#include "host/sites/sitecursor.h"
 
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/elements/chipelement.h"
@@ -7,7 +7,7 @@
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
-#include "host/drawing/siteframe.h"
+#include "host/sites/siteframe.h"
 
 #include <QGraphicsRectItem>
 #include <QKeyEvent>

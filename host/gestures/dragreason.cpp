@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/drawing/dragreason.h"
+#include "host/gestures/dragreason.h"
 
 #include "chipview/zelchipviewdatabase.h"
 #include "engine/referenceengine.h"

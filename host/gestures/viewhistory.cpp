@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/drawing/viewhistory.h"
+#include "host/gestures/viewhistory.h"
 
 #include "graphics/zelgraphicsview.h"
 

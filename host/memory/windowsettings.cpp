@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/window/windowsettings.h"
+#include "host/memory/windowsettings.h"
 
 #include <QCryptographicHash>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/drawing/siteplaces.h"
+#include "host/sites/siteplaces.h"
 
 #include <QList>
 #include <QObject>

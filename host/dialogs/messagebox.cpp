@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/window/messagebox.h"
+#include "host/dialogs/messagebox.h"
 
 #include "host/design/designeditor.h"
 #include "host/tcl/translation.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/window/commandswindow.h"
+#include "host/dialogs/commandswindow.h"
 
 #include "host/tcl/commandhelp.h"
 #include "host/tcl/translation.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/drawing/siteplaces.h"
+#include "host/sites/siteplaces.h"
 
 #include "graphics/elements/chipelement.h"
 #include "graphics/zelgraphicitemattribute.h"

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "host/window/projectnotice.h"
+#include "host/dialogs/projectnotice.h"
 
 #include "host/design/designeditor.h"
+#include "host/dialogs/messagebox.h"
 #include "host/project/projectsession.h"
 #include "host/widgets/noticebar.h"
-#include "host/window/messagebox.h"
 
 #include <QMainWindow>
 

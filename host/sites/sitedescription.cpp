@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/drawing/sitedescription.h"
+#include "host/sites/sitedescription.h"
 
 #include "engine/referenceengine.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/drawing/siteframe.h"
+#include "host/sites/siteframe.h"
 
 #include <QAccessibleWidget>
 #include <QPainter>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/drawing/zoomanchor.h"
+#include "host/gestures/zoomanchor.h"
 
 #include "graphics/zelgraphicsview.h"
 

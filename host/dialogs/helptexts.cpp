@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/window/helptexts.h"
+#include "host/dialogs/helptexts.h"
 
 #include "host/tcl/translation.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/drawing/sitetext.h"
+#include "host/sites/sitetext.h"
 
 #include "engine/model/device.h"
 #include "host/tcl/translation.h"

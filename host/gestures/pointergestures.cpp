@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "host/drawing/pointergestures.h"
+#include "host/gestures/pointergestures.h"
 
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/drawingfit.h"
-#include "host/drawing/viewhistory.h"
+#include "host/gestures/viewhistory.h"
 #include "platform/contract/zelparameter.h"
 
 #include <QApplication>
