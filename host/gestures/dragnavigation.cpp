@@ -2,6 +2,7 @@
 #include "host/gestures/dragnavigation.h"
 
 #include "graphics/zelgraphicsview.h"
+#include "host/gestures/dropposition.h"
 
 #include <QCoreApplication>
 #include <QCursor>
@@ -18,15 +19,6 @@ namespace {
 constexpr int BorderPixels = 32; // the drawing scrolls while the pointer is so near to the border, or nearer
 constexpr int StepMilliseconds = 20;
 constexpr int MostPixels = 24; // per step, at the border itself
-
-QPoint positionIn(const QDropEvent& event)
-{
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    return event.position().toPoint();
-#else
-    return event.pos();
-#endif
-}
 
 // Returns the speed along one axis: 0 in the middle, faster the nearer the pointer is to one of the ends.
 int speedAt(int position, int length)
@@ -73,7 +65,7 @@ bool DragNavigation::eventFilter(QObject* watched, QEvent* event)
 
 void DragNavigation::follow(const QDropEvent& event)
 {
-    const QPoint position = positionIn(event);
+    const QPoint position = dropPosition(event);
     const QSize size = m_view->viewport()->size();
     m_speed = {speedAt(position.x(), size.width()), speedAt(position.y(), size.height())};
     if (m_speed.isNull())

@@ -7,25 +7,13 @@
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/elementprobe.h"
+#include "host/gestures/dropposition.h"
 
 #include <QCursor>
 #include <QDragMoveEvent>
 #include <QTreeWidget>
 
 namespace mirn::zelchip {
-
-namespace {
-
-QPoint positionOf(const QDropEvent& event)
-{
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    return event.position().toPoint();
-#else
-    return event.pos();
-#endif
-}
-
-} // namespace
 
 DragReason::DragReason(zelchipview::ZelGraphicsView* view, QTreeWidget* tree, const zelengine::ReferenceEngine& engine)
     : QObject(view)
@@ -50,7 +38,7 @@ void DragReason::watchDrawing(QEvent* event)
 {
     switch (event->type()) {
     case QEvent::DragMove: {
-        const QPoint position = positionOf(*static_cast<QDragMoveEvent*>(event));
+        const QPoint position = dropPosition(*static_cast<QDragMoveEvent*>(event));
         tell(reasonAt(position), m_view->viewport()->mapToGlobal(position));
         break;
     }
