@@ -43,7 +43,9 @@ void RecentProjects::setSettings(WindowSettings* settings)
 
 QStringList RecentProjects::paths() const
 {
-    return m_settings ? m_settings->recent().mid(0, MostRecent) : m_paths;
+    if (!m_settings)
+        return m_paths;
+    return m_settings->recent().mid(0, MostRecent);
 }
 
 void RecentProjects::setPaths(const QStringList& paths)

@@ -97,7 +97,9 @@ void WindowSettings::setArrangement(const QString& window, const QByteArray& sta
 
 QStringList WindowSettings::history() const
 {
-    return m_file ? m_file->value(QLatin1String(HistoryKey)).toStringList().mid(0, MostScripts) : QStringList();
+    if (!m_file)
+        return {};
+    return m_file->value(QLatin1String(HistoryKey)).toStringList().mid(0, MostScripts);
 }
 
 void WindowSettings::setHistory(const QStringList& history)
@@ -107,7 +109,8 @@ void WindowSettings::setHistory(const QStringList& history)
         if (script.size() <= LongestScript)
             scripts.append(script);
     }
-    set(HistoryKey, scripts.mid(qMax(0, static_cast<int>(scripts.size()) - MostScripts)));
+    const QStringList newest = scripts.mid(qMax(0, static_cast<int>(scripts.size()) - MostScripts));
+    set(HistoryKey, newest);
 }
 
 QString WindowSettings::folder() const

@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTest>
 
 #include <sys/stat.h>
