@@ -423,6 +423,10 @@ private Q_SLOTS:
         QVERIFY(planning.view()->transform().m11() > before);
         QCOMPARE(planning.tree()->currentItem(), planning.row("top/core"));
         QCOMPARE(planning.answerTo("zel_view where -id 4711"), "there is no element 4711");
+        // A script need not wait until the window is up to date.
+        planning.run("zel_resource remove -ip top/duo; zel_project refresh");
+        planning.run("zel_resource restore -ip top/duo; zel_tree select -rsc top/duo/b");
+        QCOMPARE(planning.tree()->currentItem(), planning.row("top/duo/b"));
         planning.run("zel_view zoom 11; zel_view where -id 12; zel_view fit");
         QCOMPARE(planning.view()->transform().m11(), before);
     }
