@@ -52,6 +52,7 @@ bool DragNavigation::eventFilter(QObject* watched, QEvent* event)
         break;
     case QEvent::DragLeave:
     case QEvent::Drop:
+    case QEvent::WindowBlocked: // by a dialog: the end of the drag is not reported any more
         if (watched == m_view->viewport())
             end();
         break;

@@ -43,6 +43,7 @@ void DragReason::watchDrawing(QEvent* event)
         break;
     }
     case QEvent::DragLeave: // also sent when a drag is cancelled, and instead of a drop that is refused
+    case QEvent::WindowBlocked: // by a dialog: the end of the drag is not reported any more
         end(m_view->viewport()->rect().contains(m_view->viewport()->mapFromGlobal(QCursor::pos())));
         break;
     case QEvent::Drop:

@@ -3,6 +3,7 @@
 
 #include "graphics/zelgraphicsview.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 
 namespace mirn::zelchip {
@@ -91,7 +92,10 @@ void ViewHistory::forward()
 void ViewHistory::show(std::size_t index)
 {
     m_current = index;
-    showPart(*m_view, m_parts[index]);
+    const ViewedPart part = m_parts[index];
+    showPart(*m_view, part);
+    QCoreApplication::sendPostedEvents(m_view, QEvent::MetaCall); // scroll bars come and go, and move the drawing
+    showPart(*m_view, part);
     m_parts[index] = viewedPart(*m_view);
     m_rest.stop();
 }

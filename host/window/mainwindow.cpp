@@ -399,6 +399,8 @@ const zelengine::Device& MainWindow::device() const
 
 void MainWindow::settle()
 {
+    if (m_refresh.isActive())
+        refreshView();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     m_drawingArea->settle();
     m_probe->update();
@@ -406,8 +408,6 @@ void MainWindow::settle()
 
 QString MainWindow::saveSnapshot(const QString& file)
 {
-    if (m_refresh.isActive())
-        refreshView();
     m_console->showPending();
     settle();
     QString error;

@@ -171,7 +171,14 @@ private Q_SLOTS:
         const int held = bar->value();
         QTest::qWait(60);
         QCOMPARE(bar->value(), held);
-        planning.leave();
+        // A dialog takes away the events that end the drag.
+        zeltest::drag<QDragMoveEvent>(viewport, {viewport->width() / 2, 4});
+        QTRY_VERIFY(bar->value() < held);
+        QEvent blocked(QEvent::WindowBlocked);
+        QApplication::sendEvent(planning.window.get(), &blocked);
+        const int left = bar->value();
+        QTest::qWait(60);
+        QCOMPARE(bar->value(), left);
     }
 
     // The view is told in the same way that the pointer has left and that the drag was cancelled.
@@ -416,6 +423,10 @@ private Q_SLOTS:
         QVERIFY(planning.view()->transform().m11() > before);
         QCOMPARE(planning.tree()->currentItem(), planning.row("top/core"));
         QCOMPARE(planning.answerTo("zel_view where -id 4711"), "there is no element 4711");
+        // A script need not wait until the window is up to date.
+        planning.run("zel_resource remove -ip top/duo; zel_project refresh");
+        planning.run("zel_resource restore -ip top/duo; zel_tree select -rsc top/duo/b");
+        QCOMPARE(planning.tree()->currentItem(), planning.row("top/duo/b"));
         planning.run("zel_view zoom 11; zel_view where -id 12; zel_view fit");
         QCOMPARE(planning.view()->transform().m11(), before);
     }
