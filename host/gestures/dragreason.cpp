@@ -13,6 +13,8 @@
 #include <QDragMoveEvent>
 #include <QTreeWidget>
 
+#include <utility>
+
 namespace mirn::zelchip {
 
 DragReason::DragReason(zelchipview::ZelGraphicsView* view, QTreeWidget* tree, const zelengine::ReferenceEngine& engine)
@@ -37,7 +39,11 @@ bool DragReason::eventFilter(QObject* watched, QEvent* event)
 void DragReason::watchDrawing(QEvent* event)
 {
     switch (event->type()) {
+    case QEvent::DragEnter:
+        m_isDragging = true;
+        break;
     case QEvent::DragMove: {
+        m_isDragging = true;
         const QPoint position = dropPosition(*static_cast<QDragMoveEvent*>(event));
         tell(reasonAt(position), m_view->viewport()->mapToGlobal(position));
         break;
@@ -110,6 +116,8 @@ void DragReason::tell(const QString& reason, QPoint position)
 
 void DragReason::end(bool isOverDrawing)
 {
+    if (!std::exchange(m_isDragging, false))
+        return;
     zelchipview::ZELChipViewDatabase::getInstance()->clearHighlightedProbPlaceItems();
     const QString reason = m_reason;
     tell({}, m_position);

@@ -50,6 +50,7 @@ private:
     const zelengine::ReferenceEngine& m_engine;
     QString m_reason;
     QPoint m_position; // of the pointer on the screen
+    bool m_isDragging = false; // over the drawing
     bool m_isRowChecked = false; // whether the row was looked at since the button went down on it
 };
 
