@@ -21,6 +21,8 @@ QLabel { padding: 2px 0; }
 QToolButton { border: none; padding: 2px 8px; color: #9a5b00; }
 )";
 
+const char ErrorStyle[] = "color: #b3261e";
+
 constexpr int SignificantDigits = 3;
 constexpr int LargestPrecision = 9; // digits after the decimal point
 constexpr int ListedWarnings = 20; // with more, a message box could be taller than the screen
@@ -59,6 +61,7 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     : QStatusBar(parent)
     , m_element(new ElidedLabel(this))
     , m_warningButton(new QToolButton(this))
+    , m_problemButton(new QToolButton(this))
     , m_legend(new Legend(this))
 {
     setStyleSheet(QString::fromLatin1(StyleSheet));
@@ -73,6 +76,10 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     m_warningButton->hide();
     connect(m_warningButton, &QToolButton::clicked, this, &ChipStatusBar::showWarnings);
     addPermanentWidget(m_warningButton);
+    m_problemButton->setObjectName(QStringLiteral("problems"));
+    m_problemButton->hide();
+    connect(m_problemButton, &QToolButton::clicked, this, &ChipStatusBar::problemsRequested);
+    addPermanentWidget(m_problemButton);
     addPermanentWidget(m_legend);
     m_place = addSegment(QStringLiteral("position"), positionText(QPointF(-88888.8, -88888.8)));
     m_place->setToolTip(tr("Click to switch between the site and drawing units"));
@@ -135,6 +142,17 @@ void ChipStatusBar::setWarnings(const QStringList& warnings)
     m_warnings = warnings;
     m_warningButton->setText(warnings.size() == 1 ? tr("1 warning") : tr("%1 warnings").arg(warnings.size()));
     m_warningButton->setVisible(!warnings.isEmpty());
+}
+
+void ChipStatusBar::setProblems(int errors, int warnings)
+{
+    const int count = errors + warnings;
+    m_problemButton->setText(count == 1 ? tr("1 problem") : tr("%1 problems").arg(locale().toString(count)));
+    const QString errorText = errors == 1 ? tr("1 error") : tr("%1 errors").arg(locale().toString(errors));
+    const QString warningText = warnings == 1 ? tr("1 warning") : tr("%1 warnings").arg(locale().toString(warnings));
+    m_problemButton->setToolTip(tr("%1, %2; a click lists them").arg(errorText, warningText));
+    m_problemButton->setStyleSheet(QString::fromLatin1(errors > 0 ? ErrorStyle : ""));
+    m_problemButton->setVisible(count > 0);
 }
 
 void ChipStatusBar::showWarnings()

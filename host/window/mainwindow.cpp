@@ -26,6 +26,7 @@
 #include "host/window/helptexts.h"
 #include "host/window/keyboardaccess.h"
 #include "host/window/messagebox.h"
+#include "host/window/problemsdock.h"
 #include "host/window/projectnotice.h"
 #include "resources/zeltree.h"
 
@@ -53,6 +54,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     : m_actions(this)
     , m_busyScript(new BusyScript(m_shell, this))
     , m_console(new ConsoleDock(this))
+    , m_problems(new ProblemsDock(this, m_console, [this] { return m_drawingArea.get(); }))
     , m_statusBar(new ChipStatusBar(this))
     , m_dragNote(new PointerNote(this))
     , m_notice(new ProjectNotice(this))
@@ -244,8 +246,9 @@ void MainWindow::showSummary()
 
 void MainWindow::connectConsole()
 {
-    addDockWidget(Qt::BottomDockWidgetArea, m_console);
-    m_actions.addToggle(m_console->toggleViewAction());
+    m_actions.addToggles({m_console->toggleViewAction(), m_problems->toggleViewAction()});
+    connect(m_problems, &ProblemsDock::counted, m_statusBar, &ChipStatusBar::setProblems);
+    connect(m_statusBar, &ChipStatusBar::problemsRequested, m_problems, &ProblemsDock::come);
     const auto resources = [this] {
         QStringList paths;
         const zelengine::Design& design = editor().engine().design();
@@ -306,12 +309,13 @@ void MainWindow::connectDesign()
         m_dragNote->showAt(text, position);
         m_dragNote->fade();
     });
-    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, m_console); // owned by the view
+    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, m_console, m_problems); // owned by the view
     connect(keyboard, &KeyboardAccess::pointed, m_statusBar,
         [this](const QPointF& middle, const QString& site) { m_statusBar->showPointer(middle, site, {}); });
     connect(keyboard, &KeyboardAccess::told, m_statusBar,
         [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); });
     showDesignState();
+    m_problems->refresh();
 }
 
 void MainWindow::refreshView()
@@ -319,6 +323,7 @@ void MainWindow::refreshView()
     m_refresh.stop();
     m_drawingArea->refresh();
     m_probe->refresh();
+    m_problems->refresh();
     showDesignState();
 }
 
