@@ -77,6 +77,7 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     connect(m_warningButton, &QToolButton::clicked, this, &ChipStatusBar::showWarnings);
     addPermanentWidget(m_warningButton);
     m_problemButton->setObjectName(QStringLiteral("problems"));
+    m_problemButton->setFocusPolicy(Qt::NoFocus); // the menu opens the list without a mouse
     m_problemButton->hide();
     connect(m_problemButton, &QToolButton::clicked, this, &ChipStatusBar::problemsRequested);
     addPermanentWidget(m_problemButton);

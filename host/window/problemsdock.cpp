@@ -38,6 +38,7 @@ std::vector<ListedProblem> listed(const std::vector<zelengine::Problem>& problem
 
 ProblemsDock::ProblemsDock(QMainWindow* window, QDockWidget* console, Area area)
     : QDockWidget(window)
+    , m_console(console)
     , m_area(std::move(area))
     , m_list(new ProblemList([this](const ListedProblem& problem) { show(problem); }, this))
 {
@@ -46,7 +47,6 @@ ProblemsDock::ProblemsDock(QMainWindow* window, QDockWidget* console, Area area)
     setCount(0);
     window->addDockWidget(Qt::BottomDockWidgetArea, console);
     window->addDockWidget(Qt::BottomDockWidgetArea, this);
-    window->tabifyDockWidget(console, this);
     hide();
     connect(toggleViewAction(), &QAction::triggered, this, [this](bool isShown) {
         if (isShown)
@@ -68,8 +68,12 @@ void ProblemsDock::refresh()
     Q_EMIT counted(errors, count - errors);
 }
 
+// A tab bar takes the focus even while it has but one tab and is not seen. Therefore there is none before.
 void ProblemsDock::come()
 {
+    if (!m_hasCome)
+        qobject_cast<QMainWindow*>(parentWidget())->tabifyDockWidget(m_console, this);
+    m_hasCome = true;
     QDockWidget::show();
     raise();
     m_list->setFocus();

@@ -44,8 +44,10 @@ private:
     void setCount(int count);
     void show(const ListedProblem& problem);
 
+    QDockWidget* const m_console; // child of the window
     const Area m_area;
     ProblemList* m_list; // child of the dock
+    bool m_hasCome = false; // whether it has been put beside the console; later it stays where people move it
 };
 
 } // namespace mirn::zelchip
