@@ -26,6 +26,7 @@ namespace zelbench {
 namespace {
 
 constexpr int Commands = 10000; // in a batch
+constexpr int CheckedSupplies = 2000; // placed ones; the other resources are not
 constexpr int DropQueries = 10000;
 constexpr int MostSites = 100000; // a device file of a million sites would be 80 megabytes
 
@@ -120,6 +121,24 @@ void probableSites(benchmark::State& state, PlannedDevice& device)
         taken.push_back({device.engine->design().find(DesignProject::supply(n)), DesignProject::supplySite(2 * n)});
     device.engine->setSites(taken);
     showProbableSites(state, device, DesignProject::supply(0));
+    for (mirn::zelengine::Placement& placement : taken)
+        placement.site = -1;
+    device.engine->setSites(taken);
+}
+
+// Places all supplies that are checked one beside the other, some of them in banks of another voltage, before asking.
+void checkDesign(benchmark::State& state, PlannedDevice& device)
+{
+    std::vector<mirn::zelengine::Placement> taken;
+    for (int n = 0; n < CheckedSupplies; ++n)
+        taken.push_back({device.engine->design().find(DesignProject::supply(n)), DesignProject::supplySite(n + 1)});
+    device.engine->setSites(taken);
+    std::size_t found = 0;
+    for (auto _ : state)
+        state.SetIterationTime(secondsOf([&] { found = device.engine->problems().size(); }));
+    if (found == 0)
+        state.SkipWithError("no problem was found");
+    state.counters["problems"] = static_cast<double>(found);
     for (mirn::zelengine::Placement& placement : taken)
         placement.site = -1;
     device.engine->setSites(taken);
@@ -237,6 +256,8 @@ void addDesignBenchmarks(int elements)
         [=](benchmark::State& state) { probableSites(state, PlannedDevice::ofSize(sites)); });
     add("probable sites of an IP", elements,
         [=](benchmark::State& state) { showProbableSites(state, PlannedDevice::ofSize(sites), DesignProject::ip()); });
+    add("check of a design", elements,
+        [=](benchmark::State& state) { checkDesign(state, PlannedDevice::ofSize(sites)); });
     add("10,000 empty commands", elements, [](benchmark::State& state) { runEmptyCommands(state); });
     add("10,000 place commands", elements,
         [=](benchmark::State& state) { runBatch(state, PlannedDevice::ofSize(sites)); });

@@ -6,6 +6,7 @@
 #include "engine/model/device.h"
 #include "engine/project.h"
 #include "engine/resourcetree.h"
+#include "engine/rules/designcheck.h"
 #include "engine/rules/placementrules.h"
 #include "engine/rules/settingstore.h"
 #include "platform/contract/zelchipengine.h"
@@ -16,6 +17,7 @@
 #include <functional>
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace mirn::zelengine {
 
@@ -41,6 +43,11 @@ public:
     [[nodiscard]] const Device& device() const { return m_device; }
     [[nodiscard]] const Design& design() const { return m_design; }
     [[nodiscard]] PlacementRules rules() const { return {m_device, m_design}; }
+    // What is wrong with the present state, and what is still to be done.
+    [[nodiscard]] std::vector<Problem> problems() const
+    {
+        return DesignCheck(m_device, m_design, m_settings).problems();
+    }
 
     // Goes back to a state that design() returned earlier.
     void setDesign(Design design);

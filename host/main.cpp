@@ -130,7 +130,8 @@ int run(const CommandLine& commandLine)
     for (const QString& message : session->recoveryMessages())
         say(message);
     if (commandLine.task == CommandLine::Task::RunBatch)
-        return runBatch(std::move(session), commandLine.scriptFile);
+        return runBatch(
+            std::move(session), commandLine.scriptFile, commandLine.checks ? BatchEnd::Checks : BatchEnd::Plain);
     MainWindow window(std::move(session));
     progress.reset();
     QObject::connect(&window, &MainWindow::scriptWrote, &window, &writeToStream);

@@ -120,8 +120,9 @@ Refusal PlacementRules::refusalByChannels(int channel, const Site& site) const
         const Site* otherSite = m_device.site(m_design.resource(other).site);
         if (other == channel || !otherSite || areNeighbours(otherSite->group, site.group))
             continue;
-        return QStringLiteral("%1 is in %2, which is not next to %3")
-            .arg(m_design.resource(other).path, otherSite->group, site.group);
+        return {QStringLiteral("%1 is in %2, which is not next to %3")
+                    .arg(m_design.resource(other).path, otherSite->group, site.group),
+            other};
     }
     return refusalByClocks(ip, site.group);
 }
@@ -140,8 +141,9 @@ Refusal PlacementRules::refusalByServedUnits(int clock, const Site& site) const
         for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
             const Site* channelSite = m_device.site(m_design.resource(channel).site);
             if (channelSite && !site.reaches.contains(channelSite->group))
-                return QStringLiteral("%1 does not reach %2, where %3 is")
-                    .arg(site.name, channelSite->group, m_design.resource(channel).path);
+                return {QStringLiteral("%1 does not reach %2, where %3 is")
+                            .arg(site.name, channelSite->group, m_design.resource(channel).path),
+                    channel};
         }
     }
     return {};
@@ -157,8 +159,9 @@ Refusal PlacementRules::refusalBySupplies(const Resource& supply, const Site& si
             continue;
         const Resource& present = m_design.resource(occupant);
         if (!present.voltage.isEmpty() && present.voltage != supply.voltage)
-            return QStringLiteral("%1 needs %2, but %3 gives %4 to %5")
-                .arg(supply.path, supply.voltage, present.path, present.voltage, site.group);
+            return {QStringLiteral("%1 needs %2, but %3 gives %4 to %5")
+                        .arg(supply.path, supply.voltage, present.path, present.voltage, site.group),
+                occupant};
     }
     return {};
 }
@@ -169,7 +172,8 @@ Refusal PlacementRules::refusalByClocks(int ip, const QString& unit) const
     for (int clock : m_design.clocksOf(ip)) {
         const Site* site = m_device.site(m_design.resource(clock).site);
         if (site && !site->reaches.contains(unit))
-            return QStringLiteral("%1 on %2 does not reach %3").arg(m_design.resource(clock).path, site->name, unit);
+            return {QStringLiteral("%1 on %2 does not reach %3").arg(m_design.resource(clock).path, site->name, unit),
+                clock};
     }
     return {};
 }

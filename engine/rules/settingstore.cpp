@@ -136,6 +136,38 @@ QString SettingStore::disablingSetting(const Site& site) const
     return {};
 }
 
+QStringList SettingStore::contradictions(const Site& site) const
+{
+    QStringList sentences;
+    for (const SiteSetting& setting : site.settings) {
+        const SiteSetting* coupled = isCoupled(setting) ? nullptr : brokenCoupling(site, setting);
+        if (coupled)
+            sentences.append(QStringLiteral("%1 of %2 is %3, which is possible for %4 together only")
+                                 .arg(setting.key, site.name, valueOf(site, setting),
+                                     QString(coupled->key).replace(QLatin1Char(':'), QLatin1String(" and "))));
+    }
+    return sentences;
+}
+
+// Returns a setting that offers the value in force for this key and others together, if none of these is in force and
+// the key alone may not have it; null otherwise.
+const SiteSetting* SettingStore::brokenCoupling(const Site& site, const SiteSetting& setting) const
+{
+    const QString inForce = valueOf(site, setting);
+    const SiteSetting* broken = nullptr;
+    if (inForce == setting.value || setting.choices.contains(inForce))
+        return broken;
+    for (const SiteSetting& coupled : site.settings) {
+        if (!isCoupled(coupled) || !coupled.key.split(QLatin1Char(':')).contains(setting.key))
+            continue;
+        if (commonValueOf(site, coupled) == inForce)
+            return nullptr;
+        if (coupled.choices.contains(inForce))
+            broken = &coupled;
+    }
+    return broken;
+}
+
 void SettingStore::setChanges(int carrier, const SiteSettingChanges& changes)
 {
     if (changes.isEmpty())

@@ -55,11 +55,16 @@ public:
     // The setting that puts a site out of use, as "KEY is VALUE"; empty if there is none.
     [[nodiscard]] QString disablingSetting(const Site& site) const;
 
+    // One sentence for each setting of a site that has a value which is offered for several keys together only, but is
+    // not in force for all of them. propose() never causes that, setChanges() may.
+    [[nodiscard]] QStringList contradictions(const Site& carrier) const;
+
     [[nodiscard]] const SettingChanges& changes() const { return m_changes; }
     void setChanges(int carrier, const SiteSettingChanges& changes);
 
 private:
     [[nodiscard]] QString valueOf(const Site& site, const SiteSetting& setting) const;
+    [[nodiscard]] const SiteSetting* brokenCoupling(const Site& site, const SiteSetting& setting) const;
     [[nodiscard]] QString commonValueOf(const Site& site, const SiteSetting& coupled) const;
     void leaveCommonValue(const Site& site, const QString& key);
     void store(const Site& site, const SiteSetting& setting, const QString& value);

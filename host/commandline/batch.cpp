@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/commandline/batch.h"
 
+#include "engine/referenceengine.h"
 #include "host/commandline/standardstreams.h"
 #include "host/design/designeditor.h"
 #include "host/project/commandshell.h"
@@ -12,7 +13,25 @@
 
 namespace mirn::zelchip {
 
-int runBatch(std::unique_ptr<ProjectSession> session, const QString& scriptFile)
+namespace {
+
+// Returns whether there is no error among the problems.
+bool listProblems(const zelengine::ReferenceEngine& engine)
+{
+    bool isSound = true;
+    for (const zelengine::Problem& problem : engine.problems()) {
+        const bool isError = problem.severity == zelengine::Problem::Severity::Error;
+        isSound = isSound && !isError;
+        writeToStream(QStringLiteral("zelchip: %1: %2\n")
+                          .arg(isError ? QStringLiteral("error") : QStringLiteral("warning"), problem.sentence),
+            TclInterpreter::Channel::Error);
+    }
+    return isSound;
+}
+
+} // namespace
+
+int runBatch(std::unique_ptr<ProjectSession> session, const QString& scriptFile, BatchEnd end)
 {
     CommandShell shell;
     QObject::connect(&shell, &CommandShell::wrote, &shell, &writeToStream);
@@ -33,10 +52,11 @@ int runBatch(std::unique_ptr<ProjectSession> session, const QString& scriptFile)
     addWindowlessCommands(shell.interpreter());
     shell.setEditor(session->editor());
 
-    const TclResult result = shell.runFile(scriptFile);
+    const TclResult result = scriptFile.isEmpty() ? TclResult::value() : shell.runFile(scriptFile);
     if (!result.isOk)
         writeToStream(QStringLiteral("zelchip: %1\n").arg(result.text), TclInterpreter::Channel::Error);
-    return result.isOk ? EXIT_SUCCESS : EXIT_FAILURE;
+    const bool isSound = end == BatchEnd::Plain || listProblems(session->editor().engine());
+    return result.isOk && isSound ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 } // namespace mirn::zelchip

@@ -14,6 +14,7 @@ const QString VersionName = QStringLiteral("version");
 const QString SnapshotName = QStringLiteral("snapshot");
 const QString ScriptName = QStringLiteral("script");
 const QString BatchName = QStringLiteral("batch");
+const QString CheckName = QStringLiteral("check");
 const QString SizeName = QStringLiteral("size");
 const QString TakeOverName = QStringLiteral("take-over");
 const QString FreshName = QStringLiteral("fresh");
@@ -55,6 +56,7 @@ void addOptions(QCommandLineParser& parser)
     parser.addOption(QCommandLineOption(SnapshotName, QString(), QStringLiteral("FILE")));
     parser.addOption(QCommandLineOption(ScriptName, QString(), QStringLiteral("FILE")));
     parser.addOption(QCommandLineOption(BatchName, QString(), QStringLiteral("FILE")));
+    parser.addOption(QCommandLineOption(CheckName));
     parser.addOption(QCommandLineOption(SizeName, QString(), QStringLiteral("SIZE")));
     parser.addOption(QCommandLineOption(TakeOverName));
     parser.addOption(QCommandLineOption(FreshName));
@@ -68,11 +70,12 @@ CommandLine taskOf(const QCommandLineParser& parser)
         result.task = CommandLine::Task::PrintHelp;
     else if (parser.isSet(VersionName))
         result.task = CommandLine::Task::PrintVersion;
-    else if (parser.isSet(BatchName))
+    else if (parser.isSet(BatchName) || parser.isSet(CheckName))
         result.task = CommandLine::Task::RunBatch;
     else if (parser.isSet(SnapshotName))
         result.task = CommandLine::Task::SaveSnapshot;
     result.snapshotFile = parser.value(SnapshotName);
+    result.checks = parser.isSet(CheckName);
     result.takesOver = parser.isSet(TakeOverName);
     result.isFresh = parser.isSet(FreshName);
     result.scriptFile = parser.value(parser.isSet(BatchName) ? BatchName : ScriptName);
@@ -90,8 +93,9 @@ CommandLine parseCommandLine(const QStringList& arguments)
     CommandLine result = taskOf(parser);
     if (result.task == CommandLine::Task::SaveSnapshot && result.snapshotFile.isEmpty())
         return usageError(QStringLiteral("--snapshot takes the name of the image file to write."));
-    if (parser.isSet(BatchName) && (parser.isSet(SnapshotName) || parser.isSet(ScriptName)))
-        return usageError(QStringLiteral("--batch shows no window; --script and --snapshot need one."));
+    const QString windowless = parser.isSet(BatchName) ? BatchName : parser.isSet(CheckName) ? CheckName : QString();
+    if (!windowless.isEmpty() && (parser.isSet(SnapshotName) || parser.isSet(ScriptName)))
+        return usageError(QStringLiteral("--%1 shows no window; --script and --snapshot need one.").arg(windowless));
     if ((parser.isSet(BatchName) || parser.isSet(ScriptName)) && result.scriptFile.isEmpty())
         return usageError(QStringLiteral("--script and --batch take the name of the Tcl file to run."));
     if (parser.isSet(SizeName)) {
@@ -120,6 +124,8 @@ QString helpText(const QString& settingsFile)
                           "\n"
                           "  --script FILE.tcl      run a Tcl script in the window\n"
                           "  --batch FILE.tcl       run a Tcl script without a window and end\n"
+                          "  --check                list the problems of the design, after the script\n"
+                          "                         of a batch if there is one, and end\n"
                           "  --snapshot FILE.png    render the window into an image file and end;\n"
                           "                         needs no display\n"
                           "  --size WIDTHxHEIGHT    size of the window (as it was left, at first 1600x1000\n"
@@ -136,7 +142,7 @@ QString helpText(const QString& settingsFile)
                           "  %1\n"
                           "\n"
                           "Exit status: 0 success, 1 something could not be opened or written or\n"
-                          "the script of a batch failed, 2 unknown arguments.\n")
+                          "the script of a batch failed or --check found an error, 2 unknown arguments.\n")
         .arg(settingsFile);
 }
 

@@ -16,6 +16,7 @@ struct CommandLine
     QString path; // a project folder or a drawing; empty for the sample project
     QString snapshotFile;
     QString scriptFile; // to run in the window, or without one for RunBatch; empty for none
+    bool checks = false; // whether RunBatch ends with a check of the design
     bool takesOver = false; // whether to take over a lock that may no longer be in use
     QSize windowSize; // device-independent pixels; empty if none is given
     bool isFresh = false; // whether nothing is remembered from earlier runs

@@ -38,7 +38,8 @@ QList<std::pair<QString, QString>> gestures()
         {tr("Ctrl + F"), tr("find a resource by name, kind or site; Enter selects and zooms to it")},
         {tr("Ctrl + Z, Ctrl + Shift + Z"), tr("undo, redo")},
         {tr("Ctrl + S"), tr("save the placement")},
-        {tr("Tab"), tr("go to the next of find box, tree, table, drawing and console")},
+        {tr("Enter, double click"), tr("in the problems (View menu): select what one concerns and zoom to it")},
+        {tr("Tab"), tr("go to the next of find box, tree, table, drawing, console and problems")},
         {tr("Tab, Up, Down, Escape"), tr("in a console with text: complete, earlier commands, clear or stop")},
         {tr("Ctrl + C"), tr("in the console: copy; stop the script if nothing is selected")},
     };

@@ -24,6 +24,26 @@ TclResult info(const ProjectSession& session)
         QString::number(session.editor().isModified() ? 1 : 0)}));
 }
 
+QString problemWords(const zelengine::Problem& problem)
+{
+    QStringList sites;
+    for (int id : problem.sites)
+        sites.append(QString::number(id));
+    const bool isError = problem.severity == zelengine::Problem::Severity::Error;
+    return TclInterpreter::list(
+        {QStringLiteral("severity"), isError ? QStringLiteral("error") : QStringLiteral("warning"),
+            QStringLiteral("sentence"), problem.sentence, QStringLiteral("resources"),
+            TclInterpreter::list(problem.resources), QStringLiteral("sites"), TclInterpreter::list(sites)});
+}
+
+TclResult check(const ProjectSession& session)
+{
+    QStringList problems;
+    for (const zelengine::Problem& problem : session.editor().engine().problems())
+        problems.append(problemWords(problem));
+    return TclResult::value(TclInterpreter::list(problems));
+}
+
 } // namespace
 
 void addProjectCommands(TclInterpreter& interpreter, const ProjectCommands& commands)
@@ -35,6 +55,7 @@ void addProjectCommands(TclInterpreter& interpreter, const ProjectCommands& comm
         {QStringLiteral("save"), [save = commands.save](const Arguments&) { return resultOf(save()); }},
         {QStringLiteral("refresh"), [refresh = commands.refresh](const Arguments&) { return resultOf(refresh()); }},
         {QStringLiteral("info"), [session = commands.session](const Arguments&) { return info(session()); }},
+        {QStringLiteral("check"), [session = commands.session](const Arguments&) { return check(session()); }},
     };
     interpreter.addCommand(ProjectCommand, ensemble(ProjectCommand, std::move(subcommands)));
 }

@@ -20,7 +20,7 @@ struct ProjectCommands
     std::function<const ProjectSession&()> session; // returns the open session
 };
 
-// Adds zel_project open, save, info (which returns a dictionary) and refresh.
+// Adds zel_project open, save, refresh, info, which returns a dictionary, and check, which returns a list of them.
 void addProjectCommands(TclInterpreter& interpreter, const ProjectCommands& commands);
 
 } // namespace mirn::zelchip

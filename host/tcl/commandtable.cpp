@@ -63,6 +63,11 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_project", "info", "",
             "Returns a dictionary with name, device, design, flow and directory, and whether something is unsaved.",
             "dict get [zel_project info] device", "Halden H40"},
+        {"zel_project", "check", "",
+            "Returns the problems of the design, errors first: a list of dictionaries with severity, sentence, "
+            "resources "
+            "and sites.",
+            "dict get [lindex [zel_project check] 0] sentence", "gateway/xaui/lane0 is not placed"},
         {"zel_project", "refresh", "", "Brings the window up to date with the design.", "zel_project refresh", ""},
         {"undo", "", "", "Takes back the last change of the design.",
             "zel_resource reset -ip gateway/clocks/pll_ddr; undo", ""},

@@ -24,6 +24,8 @@ QToolButton { border: none; padding: 2px 8px; color: %1; }
 
 const char Amber[] = "#9a5b00"; // of the warnings
 const char DarkAmber[] = "#f0b357"; // of the warnings, in a dark window
+const char ErrorRed[] = "#b3261e";
+const char DarkErrorRed[] = "#ff8a80"; // in a dark window
 
 constexpr int SignificantDigits = 3;
 constexpr int LargestPrecision = 9; // digits after the decimal point
@@ -63,6 +65,7 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     : QStatusBar(parent)
     , m_element(new ElidedLabel(this))
     , m_warningButton(new QToolButton(this))
+    , m_problemButton(new QToolButton(this))
     , m_legend(new Legend(this))
 {
     setStyleSheet(QString::fromLatin1(StyleSheet).arg(QLatin1String(isDark(palette()) ? DarkAmber : Amber)));
@@ -77,6 +80,11 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     m_warningButton->hide();
     connect(m_warningButton, &QToolButton::clicked, this, &ChipStatusBar::showWarnings);
     addPermanentWidget(m_warningButton);
+    m_problemButton->setObjectName(QStringLiteral("problems"));
+    m_problemButton->setFocusPolicy(Qt::NoFocus); // the menu opens the list without a mouse
+    m_problemButton->hide();
+    connect(m_problemButton, &QToolButton::clicked, this, &ChipStatusBar::problemsRequested);
+    addPermanentWidget(m_problemButton);
     addPermanentWidget(m_legend);
     m_place = addSegment(QStringLiteral("position"), tr("Q8 > row 88, column 88"));
     m_place->setToolTip(tr("Click to switch between the site and drawing units"));
@@ -139,6 +147,18 @@ void ChipStatusBar::setWarnings(const QStringList& warnings)
     m_warnings = warnings;
     m_warningButton->setText(warnings.size() == 1 ? tr("1 warning") : tr("%1 warnings").arg(warnings.size()));
     m_warningButton->setVisible(!warnings.isEmpty());
+}
+
+void ChipStatusBar::setProblems(int errors, int warnings)
+{
+    const int count = errors + warnings;
+    m_problemButton->setText(count == 1 ? tr("1 problem") : tr("%1 problems").arg(locale().toString(count)));
+    const QString errorText = errors == 1 ? tr("1 error") : tr("%1 errors").arg(locale().toString(errors));
+    const QString warningText = warnings == 1 ? tr("1 warning") : tr("%1 warnings").arg(locale().toString(warnings));
+    m_problemButton->setToolTip(tr("%1, %2; a click lists them").arg(errorText, warningText));
+    const QString red = QLatin1String(isDark(palette()) ? DarkErrorRed : ErrorRed);
+    m_problemButton->setStyleSheet(errors > 0 ? QStringLiteral("color: %1").arg(red) : QString());
+    m_problemButton->setVisible(count > 0);
 }
 
 void ChipStatusBar::showWarnings()

@@ -13,9 +13,9 @@ namespace mirn::zelchip {
 class ElidedLabel;
 class Legend;
 
-// The main window's status bar and its child: the element under the pointer, the parser's warnings if there are any,
-// the pointer's place and the magnification. Messages replace the first part for some seconds; a long one also takes
-// the room of the legend.
+// The main window's status bar and its child: the element under the pointer, the parser's warnings and the number of
+// the design's problems if there are any, the pointer's place and the magnification. Messages replace the first part
+// for some seconds; a long one also takes the room of the legend.
 class ChipStatusBar final : public QStatusBar
 {
     Q_OBJECT
@@ -27,6 +27,13 @@ public:
 
     // An empty list hides the warnings.
     void setWarnings(const QStringList& warnings);
+
+    // Nothing is shown where there are none.
+    void setProblems(int errors, int warnings);
+
+Q_SIGNALS:
+    // Emitted by a click on the count of problems.
+    void problemsRequested();
 
 public Q_SLOTS:
     // `position` is in scene units, `site` is the place in the device's own terms. The bar shows the site if there is
@@ -52,6 +59,7 @@ private:
     QStringList m_warnings;
     ElidedLabel* m_element; // these are children of the status bar
     QToolButton* m_warningButton;
+    QToolButton* m_problemButton;
     Legend* m_legend;
     ElidedLabel* m_place;
     QLabel* m_magnification;

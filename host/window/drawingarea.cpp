@@ -149,6 +149,27 @@ bool DrawingArea::zoomToSelection()
     return !selected.isEmpty();
 }
 
+void DrawingArea::selectAndZoom(const std::vector<int>& ids)
+{
+    m_scene->clearSelectedItems();
+    for (int id : ids) {
+        if (!m_scene->itemsOf(id).isEmpty())
+            ZELChipViewDatabase::getInstance()->addSelctedItem(id, true);
+    }
+    zoomToSelection();
+}
+
+void DrawingArea::selectRow(const QString& resource)
+{
+    for (QTreeWidgetItemIterator row(m_tree); *row; ++row) {
+        if (m_tree->getResourceName(*row) != resource)
+            continue;
+        m_tree->setCurrentItem(*row);
+        m_tree->scrollToItem(*row);
+        return;
+    }
+}
+
 void DrawingArea::arrangeTree()
 {
     m_tree->sortByColumn(0, Qt::AscendingOrder);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 class QString;
 class QWidget;
@@ -65,6 +66,12 @@ public:
 
     // Zooms to the selected elements; returns false if none is selected.
     bool zoomToSelection();
+
+    // Selects these elements and no others, and zooms to them; leaves out those that the drawing has not.
+    void selectAndZoom(const std::vector<int>& ids);
+
+    // Selects the row of a resource in the tree, if there is one.
+    void selectRow(const QString& resource);
 
     // Sets the initial sizes of the docks. Call it once the chip view is visible.
     void arrangeDocks();

@@ -138,10 +138,10 @@ void HostActions::fillToolBar(QMainWindow* window)
     m_toolBar->addActions({zoomIn, zoomOut, fit});
 }
 
-void HostActions::addToggle(QAction* toggle)
+void HostActions::addToggles(const QList<QAction*>& toggles)
 {
     m_viewMenu->addSeparator();
-    m_viewMenu->addAction(toggle);
+    m_viewMenu->addActions(toggles);
 }
 
 void HostActions::showHistory(const QString& undoText, const QString& redoText)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
 #include <QMap>
 
 class QAction;
@@ -23,8 +24,8 @@ public:
     // disabled.
     void addChipActions(const QMap<int, QAction*>& actions, bool hasFilter);
 
-    // Adds an action that shows or hides a part of the window to the View menu.
-    void addToggle(QAction* toggle);
+    // Adds actions that show or hide parts of the window to the View menu.
+    void addToggles(const QList<QAction*>& toggles);
 
     // Sets the texts of the changes that undo and redo would make; an empty text disables the action.
     void showHistory(const QString& undoText, const QString& redoText);

@@ -14,6 +14,7 @@
 #include "host/widgets/findbox.h"
 #include "host/window/drawingarea.h"
 #include "host/window/placeon.h"
+#include "host/window/problemsdock.h"
 #include "host/window/rowmenu.h"
 #include "host/window/taborder.h"
 #include "resources/zelrestable.h"
@@ -39,7 +40,7 @@ bool hasWordBeginningWith(const QString& text, const QString& sought)
 
 } // namespace
 
-KeyboardAccess::KeyboardAccess(DrawingArea& area, QAction* placeOn, ConsoleDock* console)
+KeyboardAccess::KeyboardAccess(DrawingArea& area, QAction* placeOn, ConsoleDock* console, ProblemsDock* problems)
     : QObject(area.graphicsView())
     , m_area(area)
     , m_engine(area.session().editor().engine())
@@ -48,7 +49,7 @@ KeyboardAccess::KeyboardAccess(DrawingArea& area, QAction* placeOn, ConsoleDock*
     makeCursorAndList(placeOn);
     makeRowMenu();
     connectFindBox();
-    orderTabs(console);
+    orderTabs(console, problems);
 }
 
 void KeyboardAccess::nameWidgets()
@@ -128,13 +129,17 @@ void KeyboardAccess::sayWhetherPlaced()
     Q_EMIT told(isPlaced ? QString() : tr("%1 is not placed.").arg(name));
 }
 
-void KeyboardAccess::orderTabs(ConsoleDock* console)
+void KeyboardAccess::orderTabs(ConsoleDock* console, ProblemsDock* problems)
 {
     QList<QWidget*> widgets{
         m_area.findBox(), m_area.tree(), m_area.table(), m_area.graphicsView(), console->output(), console->input()};
-    const auto order = [this, widgets] { orderTabsByEye(widgets, m_area.graphicsView()->window()); };
+    const auto order = [this, widgets, problems] {
+        // Where it has never been shown, it has no place yet.
+        orderTabsByEye(problems->isVisible() ? widgets + QList<QWidget*>{problems->list()} : widgets,
+            m_area.graphicsView()->window());
+    };
     QList<QDockWidget*> docks = m_area.chipView()->findChildren<QDockWidget*>();
-    docks.append(console);
+    docks.append({console, problems});
     for (QDockWidget* dock : std::as_const(docks)) {
         // Queued, because the dock has not come to its place yet.
         connect(dock, &QDockWidget::dockLocationChanged, this, order, Qt::QueuedConnection);

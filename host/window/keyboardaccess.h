@@ -16,6 +16,7 @@ namespace mirn::zelchip {
 class ConsoleDock;
 class DrawingArea;
 class PlaceOn;
+class ProblemsDock;
 
 // All that the program does for people who use it without a mouse or without seeing it: the keyboard cursor in the
 // drawing, "Place on...", the menu of a row, the order of Tab, accessible names, and what Find knows of a resource. It
@@ -24,9 +25,9 @@ class KeyboardAccess final : public QObject
 {
     Q_OBJECT
 public:
-    // `placeOn` opens the list for the selected row of the tree. The area, the action and the console must live as
+    // `placeOn` opens the list for the selected row of the tree. The area, the action and the docks must live as
     // long.
-    KeyboardAccess(DrawingArea& area, QAction* placeOn, ConsoleDock* console);
+    KeyboardAccess(DrawingArea& area, QAction* placeOn, ConsoleDock* console, ProblemsDock* problems);
 
 Q_SIGNALS:
     // The keyboard cursor has come to a site; `middle` is in scene units.
@@ -40,7 +41,7 @@ private:
     void makeRowMenu();
     void nameWidgets();
     void connectFindBox();
-    void orderTabs(ConsoleDock* console);
+    void orderTabs(ConsoleDock* console, ProblemsDock* problems);
     void sayWhetherPlaced();
     [[nodiscard]] bool matches(const QString& resource, const QString& sought) const;
 

@@ -29,6 +29,7 @@
 #include "host/window/busyscript.h"
 #include "host/window/drawingarea.h"
 #include "host/window/keyboardaccess.h"
+#include "host/window/problemsdock.h"
 #include "resources/zeltree.h"
 
 #include <QAction>
@@ -55,6 +56,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     : m_actions(this)
     , m_busyScript(new BusyScript(m_shell, this))
     , m_console(new ConsoleDock(this))
+    , m_problems(new ProblemsDock(this, m_console, [this] { return m_drawingArea.get(); }))
     , m_statusBar(new ChipStatusBar(this))
     , m_dragNote(new PointerNote(this))
     , m_notice(new ProjectNotice(this))
@@ -257,8 +259,9 @@ void MainWindow::showSummary()
 
 void MainWindow::connectConsole()
 {
-    addDockWidget(Qt::BottomDockWidgetArea, m_console);
-    m_actions.addToggle(m_console->toggleViewAction());
+    m_actions.addToggles({m_console->toggleViewAction(), m_problems->toggleViewAction()});
+    connect(m_problems, &ProblemsDock::counted, m_statusBar, &ChipStatusBar::setProblems);
+    connect(m_statusBar, &ChipStatusBar::problemsRequested, m_problems, &ProblemsDock::come);
     const auto resources = [this] {
         QStringList paths;
         const zelengine::Design& design = editor().engine().design();
@@ -319,12 +322,13 @@ void MainWindow::connectDesign()
         m_dragNote->showAt(text, position);
         m_dragNote->fade();
     });
-    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, m_console); // owned by the view
+    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, m_console, m_problems); // owned by the view
     connect(keyboard, &KeyboardAccess::pointed, m_statusBar,
         [this](const QPointF& middle, const QString& site) { m_statusBar->showPointer(middle, site, {}); });
     connect(keyboard, &KeyboardAccess::told, m_statusBar,
         [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); });
     showDesignState();
+    m_problems->refresh();
 }
 
 void MainWindow::refreshView()
@@ -332,6 +336,7 @@ void MainWindow::refreshView()
     m_refresh.stop();
     m_drawingArea->refresh();
     m_probe->refresh();
+    m_problems->refresh();
     showDesignState();
 }
 

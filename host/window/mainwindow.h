@@ -19,6 +19,7 @@ class ChipStatusBar;
 class DrawingArea;
 class ConsoleDock;
 class PointerNote;
+class ProblemsDock;
 class ProjectNotice;
 class WindowMemory;
 class ViewProbe;
@@ -102,6 +103,7 @@ private:
     BusyScript* const m_busyScript; // child of the window
     ConsoleDock* const m_console; // child of the window
     QTimer m_refresh; // updates the view once after a series of changes
+    ProblemsDock* const m_problems; // child of the window
     ChipStatusBar* const m_statusBar; // child of the window
     PointerNote* const m_dragNote; // child of the window
     ProjectNotice* const m_notice; // child of the window

@@ -20,6 +20,7 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
+#include <QTreeView>
 
 using namespace mirn::zelchip;
 using namespace mirn::zelchipview;
@@ -448,6 +449,32 @@ private Q_SLOTS:
         shown.window->open(shown.files.write("small.svg", smallDrawing()));
         QCOMPARE(shown.elements(), 6);
         QVERIFY(!shown.window->findChild<QLabel*>("sentence"));
+    }
+
+    // The list is hidden until the click, follows the design, and Enter shows what a problem concerns.
+    void problemsAreListedAndShown()
+    {
+        UsedWindow used;
+        used.files.project.write("design.json", designWith(R"([{"name": "b", "type": "PLL"},
+            {"name": "a", "type": "DCUCHANNEL", "site": "U0_CH0"}])"));
+        used.show(used.files.project.path());
+        auto* count = used.window->findChild<QToolButton*>("problems");
+        auto* list = used.window->findChild<QTreeView*>("problemList");
+        QCOMPARE(count->text(), "1 problem");
+        QVERIFY(!list->isVisible());
+        count->click();
+        QVERIFY(list->isVisible());
+        QCOMPARE(list->model()->index(0, 1).data().toString(), "top/b is not placed");
+        used.run("zel_setting -id U0 -key CH0 -value OFF");
+        QTRY_COMPARE(count->text(), "2 problems");
+        QCOMPARE(list->parentWidget()->windowTitle(), "Problems (2)");
+        list->setCurrentIndex(list->model()->index(0, 0));
+        QTest::keyClick(list, Qt::Key_Return);
+        QCOMPARE(used.tree()->currentItem(), used.row("top/a"));
+        QVERIFY(ZELChipViewDatabase::getInstance()->selectedIds().ids().contains(11));
+        used.run("undo; zel_resource remove -ip top/b");
+        QTRY_COMPARE(list->model()->rowCount(), 0);
+        QVERIFY(!count->isVisible());
     }
 };
 

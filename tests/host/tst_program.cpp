@@ -118,6 +118,21 @@ private Q_SLOTS:
         }
     }
 
+    void checkTellsErrorsByTheStatus()
+    {
+        HostFiles files(R"([{"name": "a", "type": "DCUCHANNEL", "site": "U0_CH0"}, {"name": "b", "type": "PLL"}])");
+        QStringList arguments{files.project.path(), "--check"};
+        const Outcome sound = runProgram(arguments);
+        QCOMPARE(sound.errors, "zelchip: warning: top/b is not placed\n");
+        QCOMPARE(sound.status, 0);
+        arguments += {"--batch", files.write("off.tcl", "zel_setting -id U0 -key CH0 -value OFF\n")};
+        const Outcome broken = runProgram(arguments);
+        QCOMPARE(broken.errors,
+            "zelchip: error: top/a is on U0_CH0, which is out of use because CH0 is OFF\n"
+            "zelchip: warning: top/b is not placed\n");
+        QCOMPARE(broken.status, 1);
+    }
+
     // The window has its size when the script begins, and what the script zooms stays zoomed.
     void scriptsFindTheWindowInPlace()
     {
@@ -168,6 +183,8 @@ private Q_SLOTS:
         row("a snapshot without a file", "--snapshot", "error: --snapshot");
         row("a snapshot with an empty file name", "--snapshot ''", "error: --snapshot");
         row("a batch with a window", "--batch a.tcl --snapshot b.png", "error: --batch shows no window");
+        row("a check with a window", "--check --script a.tcl", "error: --check shows no window");
+        row("a check without a script", "project --check", "check project -1x-1");
         row("a script without a file", "--script ''", "error: --script");
         row("a size that is one number", "--size 800", "error: 800");
         row("a size with something behind it", "--size 800x600px", "error: 800x600px");
@@ -188,7 +205,7 @@ private Q_SLOTS:
             return;
         }
         const QMap<Task, QString> tasks{{Task::ShowWindow, "window"}, {Task::SaveSnapshot, "snapshot"},
-            {Task::PrintHelp, "help"}, {Task::PrintVersion, "version"}};
+            {Task::RunBatch, "check"}, {Task::PrintHelp, "help"}, {Task::PrintVersion, "version"}};
         const QString size = QString("%1x%2").arg(found.windowSize.width()).arg(found.windowSize.height());
         QCOMPARE(
             (QStringList{tasks.value(found.task), found.path, size, found.snapshotFile}.join(' ').trimmed()), expected);
