@@ -20,6 +20,7 @@ namespace mirn::zelchip {
 DragReason::DragReason(zelchipview::ZelGraphicsView* view, QTreeWidget* tree, const zelengine::ReferenceEngine& engine)
     : QObject(view)
     , m_view(view)
+    , m_viewport(view->viewport())
     , m_tree(tree)
     , m_engine(engine)
 {
@@ -29,7 +30,7 @@ DragReason::DragReason(zelchipview::ZelGraphicsView* view, QTreeWidget* tree, co
 
 bool DragReason::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_view->viewport())
+    if (watched == m_viewport)
         watchDrawing(event);
     else
         watchTree(event);

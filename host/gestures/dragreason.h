@@ -46,6 +46,7 @@ private:
     void end(bool isOverDrawing);
 
     zelchipview::ZelGraphicsView* const m_view;
+    const QObject* const m_viewport; // outlives the view's own part of the view
     QTreeWidget* const m_tree;
     const zelengine::ReferenceEngine& m_engine;
     QString m_reason;
