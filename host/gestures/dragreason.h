@@ -46,7 +46,7 @@ private:
     void end(bool isOverDrawing);
 
     zelchipview::ZelGraphicsView* const m_view;
-    const QObject* const m_viewport; // outlives the view's own part of the view
+    const QObject* const m_viewport; // only compared: the view is half destroyed when its viewport goes
     QTreeWidget* const m_tree;
     const zelengine::ReferenceEngine& m_engine;
     QString m_reason;
