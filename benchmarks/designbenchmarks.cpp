@@ -221,6 +221,7 @@ void runBatch(benchmark::State& state, const PlannedDevice& device)
     for (auto _ : state) {
         {
             Session session(device);
+            (void)session.editor().recover(changeCommand(session.editor())); // of what the run before has discarded
             state.SetIterationTime(session.secondsOfScript(state, place));
         }
         Session session(device);

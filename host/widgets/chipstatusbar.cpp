@@ -6,6 +6,7 @@
 #include "host/widgets/legend.h"
 
 #include <QFrame>
+#include <QLocale>
 #include <QMessageBox>
 #include <QToolButton>
 
