@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/commandline/batch.h"
 #include "host/commandline/commandline.h"
-#include "host/commandline/qtmessages.h"
 #include "host/commandline/standardstreams.h"
 #include "host/look/theme.h"
 #include "host/memory/windowmemory.h"

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "host/commandline/standardstreams.h"
 
+#include <QString>
+#include <QtGlobal>
+
 #include <cstdio>
 
 namespace mirn::zelchip {
@@ -11,6 +14,31 @@ void writeToStream(const QString& text, TclInterpreter::Channel channel)
     const QByteArray bytes = text.toLocal8Bit();
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
     std::fflush(stream);
+}
+
+namespace {
+
+const char* const PlatformMessages[] = {
+    "QStandardPaths: XDG_RUNTIME_DIR not set",
+    "This plugin does not support propagateSizeHints()",
+};
+
+QtMessageHandler previousHandler = nullptr;
+
+void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    for (const char* message : PlatformMessages) {
+        if (text.startsWith(QLatin1String(message)))
+            return;
+    }
+    previousHandler(type, context, text);
+}
+
+} // namespace
+
+void silencePlatformMessages()
+{
+    previousHandler = qInstallMessageHandler(handleMessage);
 }
 
 } // namespace mirn::zelchip

@@ -5,6 +5,7 @@
 
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QImageWriter>
 #include <QPixmap>
@@ -43,6 +44,18 @@ bool saveSnapshot(QWidget& window, const QString& file, QString* error)
     if (!replacement.error.isEmpty())
         *error = cannotWrite(file, replacement.error);
     return replacement.error.isEmpty();
+}
+
+QString chooseSnapshotFile(QWidget* parent, const QString& folder)
+{
+    QFileDialog dialog(parent, QCoreApplication::translate("Snapshot", "Save Snapshot"), folder);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setNameFilters({QCoreApplication::translate("Snapshot", "Images (*.png *.jpg *.jpeg *.bmp)"),
+        QCoreApplication::translate("Snapshot", "All files (*)")});
+    dialog.setDefaultSuffix(QStringLiteral("png"));
+    dialog.selectFile(QStringLiteral("zelchip.png"));
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
 } // namespace mirn::zelchip

@@ -6,9 +6,9 @@
 #include "engine/referenceengine.h"
 #include "host/design/designeditor.h"
 #include "host/design/designtcl.h"
-#include "host/project/preparedparser.h"
 #include "host/tcl/translation.h"
 #include "platform/contract/mirnprojectmanager.h"
+#include "platform/contract/svgparser.h"
 #include "platform/contract/zelproject.h"
 #include "platform/contract/zeltext.h"
 
@@ -19,6 +19,35 @@
 #include <QTemporaryDir>
 
 namespace mirn::zelchip {
+
+// A parser that reads its drawing before the chip view asks for it. The host thus learns of errors while the previous
+// project is still on the screen, and no drawing is read twice. The session owns it until the controller takes it over.
+class PreparedParser final : public SVGParser
+{
+public:
+    // Reads the drawing. The next loadSVGElements(), if it is for the same file, returns this result at once.
+    bool prepare(const std::string& drawingFile, const std::string& workingPath);
+
+    bool loadSVGElements(const std::string& drawingFile, const std::string& workingPath) override;
+
+private:
+    std::string m_preparedFile; // empty if there is none
+    bool m_isLoaded = false;
+};
+
+bool PreparedParser::prepare(const std::string& drawingFile, const std::string& workingPath)
+{
+    m_isLoaded = SVGParser::loadSVGElements(drawingFile, workingPath);
+    m_preparedFile = drawingFile;
+    return m_isLoaded;
+}
+
+bool PreparedParser::loadSVGElements(const std::string& drawingFile, const std::string& workingPath)
+{
+    const bool isPrepared = !m_preparedFile.empty() && m_preparedFile == drawingFile;
+    m_preparedFile.clear();
+    return isPrepared ? m_isLoaded : SVGParser::loadSVGElements(drawingFile, workingPath);
+}
 
 namespace {
 

@@ -2,8 +2,10 @@
 #include "host/sites/sitetext.h"
 
 #include "engine/model/device.h"
+#include "engine/referenceengine.h"
 #include "host/tcl/translation.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -32,6 +34,70 @@ QString placeOf(const zelengine::Site& site)
     const bool isNamedAfterGroup = site.name.startsWith(site.group + QLatin1Char('_'));
     return site.group + Separator
         + withRowAndColumn(isNamedAfterGroup ? site.name.mid(site.group.size() + 1) : site.name);
+}
+
+using zelengine::ReferenceEngine;
+using zelengine::Resource;
+using zelengine::ResourceType;
+using zelengine::Site;
+
+namespace {
+
+QString describingTr(const char* text)
+{
+    return QCoreApplication::translate("SiteDescription", text);
+}
+
+QString occupantOf(const ReferenceEngine& engine, const Site& site)
+{
+    const int occupant = engine.design().occupant(site.id);
+    if (occupant < 0)
+        return {};
+    const Resource& resource = engine.design().resource(occupant);
+    return resource.fixed ? describingTr("%1, which is fixed").arg(resource.path) : resource.path;
+}
+
+// An IP is placed on a unit by placing its channels there.
+QString stateOfUnit(const ReferenceEngine& engine, const Site& unit)
+{
+    int channels = 0;
+    QStringList occupants;
+    for (const Site* site : engine.device().sitesOfGroup(unit.group)) {
+        if (!engine.device().accepts(*site, ResourceType::DcuChannel))
+            continue;
+        ++channels;
+        const QString occupant = occupantOf(engine, *site);
+        if (!occupant.isEmpty())
+            occupants.append(occupant);
+    }
+    if (occupants.isEmpty())
+        return describingTr("free");
+    return describingTr("%1 of %2 channels occupied by %3")
+        .arg(QString::number(occupants.size()), QString::number(channels), occupants.join(QStringLiteral(", ")));
+}
+
+QString stateOf(const ReferenceEngine& engine, const Site& site)
+{
+    const QString occupant = occupantOf(engine, site);
+    if (!occupant.isEmpty())
+        return describingTr("occupied by %1").arg(occupant);
+    if (engine.device().kindOf(site).accepts.empty())
+        return describingTr("takes no resource");
+    return engine.device().accepts(site, ResourceType::Ip) ? stateOfUnit(engine, site) : describingTr("free");
+}
+
+} // namespace
+
+QString describeSite(const ReferenceEngine& engine, int id)
+{
+    const Site* site = engine.device().site(id);
+    if (!site)
+        return {};
+    QStringList parts{site->name, engine.device().kindOf(*site).title, stateOf(engine, *site)};
+    const QString disabling = engine.settings().disablingSetting(*site);
+    if (!disabling.isEmpty())
+        parts.append(describingTr("out of use, because %1").arg(disabling));
+    return parts.join(QStringLiteral(", "));
 }
 
 } // namespace mirn::zelchip

@@ -10,7 +10,7 @@
 #include "host/design/designeditor.h"
 #include "host/project/projectsession.h"
 #include "host/sites/sitecursor.h"
-#include "host/sites/sitedescription.h"
+#include "host/sites/sitetext.h"
 #include "host/widgets/findbox.h"
 #include "host/window/drawingarea.h"
 #include "host/window/placeon.h"

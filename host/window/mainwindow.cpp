@@ -14,7 +14,6 @@
 #include "host/dialogs/messagebox.h"
 #include "host/dialogs/projectnotice.h"
 #include "host/drawing/snapshot.h"
-#include "host/drawing/snapshotdialog.h"
 #include "host/drawing/viewprobe.h"
 #include "host/gestures/dragreason.h"
 #include "host/gestures/viewhistory.h"
