@@ -50,6 +50,8 @@ public:
     // it in the undo menu; -1 as a site takes a resource off its site. Moving what is where it should be changes
     // nothing.
     zelengine::Refusal move(const QString& text, const std::vector<zelengine::Placement>& placements);
+    // Two placed resources exchange their sites, as one step.
+    zelengine::Refusal swap(const QString& resource, const QString& other);
     zelengine::Refusal remove(const QString& resource);
     zelengine::Refusal restore(const QString& resource);
     zelengine::Refusal configure(const QString& resource, const QString& key, const QString& value);

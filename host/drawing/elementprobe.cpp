@@ -4,7 +4,6 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
-#include "graphics/zelgraphicsview.h"
 #include "platform/contract/zelgraphicrecords.h"
 
 #include <QCoreApplication>
@@ -16,20 +15,6 @@ using zelchipview::ZELChipViewDatabase;
 using zelchipview::ZELGraphicItemAttribute;
 
 namespace {
-
-// Areas rank before lines, lines before texts.
-int rankOf(int kind)
-{
-    switch (kind) {
-    case ZEL_GRAPHIC_RECT:
-    case ZEL_GRAPHIC_POLYGON:
-        return 0;
-    case ZEL_GRAPHIC_LINE:
-        return 1;
-    default:
-        return 2;
-    }
-}
 
 QString kindName(int kind)
 {
@@ -51,21 +36,6 @@ const ZELGraphicItemAttribute* attributeOf(const QGraphicsItem* item)
 {
     const int loadNumber = item->data(zelchipview::ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
     return ZELChipViewDatabase::getInstance()->getGraphicItemAttribute(loadNumber);
-}
-
-const ZELGraphicItemAttribute* elementAt(zelchipview::ZelGraphicsView& view, QPoint position)
-{
-    const ZELGraphicItemAttribute* best = nullptr;
-    const QList<QGraphicsItem*> items = view.items(position); // topmost first
-    for (const QGraphicsItem* item : items) {
-        const ZELGraphicItemAttribute* attribute = attributeOf(item);
-        // Elements of hidden layers are still in the scene and are found as well.
-        if (!attribute || !view.getVisibleLayers().contains(attribute->layer))
-            continue;
-        if (!best || rankOf(attribute->kind) < rankOf(best->kind))
-            best = attribute;
-    }
-    return best;
 }
 
 QString describeElement(const ZELGraphicItemAttribute& element)

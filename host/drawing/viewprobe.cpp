@@ -6,6 +6,7 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/elementprobe.h"
 #include "host/sites/sitetext.h"
+#include "planning/drawnelement.h"
 
 #include <QMouseEvent>
 
@@ -43,7 +44,7 @@ bool ViewProbe::eventFilter(QObject* watched, QEvent* event)
 
 void ViewProbe::probe()
 {
-    const zelchipview::ZELGraphicItemAttribute* element = elementAt(*m_view, m_pointer);
+    const zelchipview::ZELGraphicItemAttribute* element = zelchipview::elementUnder(*m_view, m_pointer);
     const zelengine::Site* site = element ? m_device.site(element->itemId) : nullptr;
     Q_EMIT pointerMoved(m_view->mapToScene(m_pointer), element ? describeElement(*element) : QString(),
         site ? placeOf(*site) : QString());

@@ -7,58 +7,35 @@
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/elementprobe.h"
-#include "host/gestures/dropposition.h"
+#include "planning/dragwatch.h"
+#include "planning/drawnelement.h"
 
-#include <QCursor>
-#include <QDragMoveEvent>
+#include <QMouseEvent>
 #include <QTreeWidget>
-
-#include <utility>
 
 namespace mirn::zelchip {
 
-DragReason::DragReason(zelchipview::ZelGraphicsView* view, QTreeWidget* tree, const zelengine::ReferenceEngine& engine)
+DragReason::DragReason(zelchipview::ZelGraphicsView* view, QTreeWidget* tree, const zelchipview::DragWatch* watch,
+    const zelengine::ReferenceEngine& engine)
     : QObject(view)
     , m_view(view)
-    , m_viewport(view->viewport())
     , m_tree(tree)
     , m_engine(engine)
 {
-    view->viewport()->installEventFilter(this);
+    connect(watch, &zelchipview::DragWatch::moved, this, &DragReason::follow);
+    connect(watch, &zelchipview::DragWatch::ended, this, &DragReason::end);
     tree->viewport()->installEventFilter(this);
 }
 
 bool DragReason::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_viewport)
-        watchDrawing(event);
-    else
-        watchTree(event);
+    watchTree(event);
     return QObject::eventFilter(watched, event);
 }
 
-void DragReason::watchDrawing(QEvent* event)
+void DragReason::follow(const zelchipview::DropPlan& plan, QPoint position)
 {
-    switch (event->type()) {
-    case QEvent::DragEnter:
-        m_isDragging = true;
-        break;
-    case QEvent::DragMove: {
-        m_isDragging = true;
-        const QPoint position = dropPosition(*static_cast<QDragMoveEvent*>(event));
-        tell(reasonAt(position), m_view->viewport()->mapToGlobal(position));
-        break;
-    }
-    case QEvent::DragLeave: // also sent when a drag is cancelled, and instead of a drop that is refused
-    case QEvent::WindowBlocked: // by a dialog: the end of the drag is not reported any more
-        end(m_view->viewport()->rect().contains(m_view->viewport()->mapFromGlobal(QCursor::pos())));
-        break;
-    case QEvent::Drop:
-        end(true);
-        break;
-    default:
-        break;
-    }
+    tell(reasonFor(plan, position), plan.command, position);
 }
 
 // The tree starts no drag from a row that cannot be dragged, so nothing else would tell the user why.
@@ -84,15 +61,14 @@ int DragReason::draggedResource() const
     return rows.isEmpty() ? -1 : m_engine.design().find(rows.first()->data(0, zelchipview::RESOURCENAME).toString());
 }
 
-QString DragReason::reasonAt(QPoint position) const
+QString DragReason::reasonFor(const zelchipview::DropPlan& plan, QPoint position) const
 {
-    const zelchipview::ZELGraphicItemAttribute* element = elementAt(*m_view, position);
-    const int resource = draggedResource();
-    if (resource < 0 || !element)
+    if (plan.kind != zelchipview::DropPlan::Kind::Refused || m_engine.design().find(plan.resource) < 0)
         return {};
-    if (!m_engine.device().site(element->itemId))
-        return tr("%1 takes no resource").arg(describeElement(*element));
-    return m_engine.rules().propose(resource, element->itemId).refusal.sentence();
+    const QPoint inView = m_view->viewport()->mapFromGlobal(position);
+    const zelchipview::ZELGraphicItemAttribute* element = zelchipview::elementUnder(*m_view, inView);
+    return element && !m_engine.device().site(plan.site) ? tr("%1 takes no resource").arg(describeElement(*element))
+                                                         : plan.refusal;
 }
 
 // Returns why the selected row cannot be dragged. Every site refuses such a resource for the same reason, so the first
@@ -106,22 +82,21 @@ QString DragReason::reasonToStay() const
     return m_engine.rules().propose(resource, sites.front().id).refusal.sentence();
 }
 
-void DragReason::tell(const QString& reason, QPoint position)
+void DragReason::tell(const QString& reason, const QString& command, QPoint position)
 {
     m_position = position;
-    const bool isNew = reason != m_reason;
+    const bool isNew = reason != m_reason || command != m_command;
     m_reason = reason;
+    m_command = command;
     if (isNew || !reason.isEmpty())
-        Q_EMIT changed(reason, position);
+        Q_EMIT changed(reason, command, position);
 }
 
 void DragReason::end(bool isOverDrawing)
 {
-    if (!std::exchange(m_isDragging, false))
-        return;
     zelchipview::ZELChipViewDatabase::getInstance()->clearHighlightedProbPlaceItems();
     const QString reason = m_reason;
-    tell({}, m_position);
+    tell({}, {}, m_position);
     if (isOverDrawing && !reason.isEmpty())
         Q_EMIT refused(reason, m_position);
 }

@@ -56,18 +56,6 @@ template <typename Cost> const SitePlace* cheapest(const std::vector<SitePlace>&
 
 } // namespace
 
-QGraphicsItem* outlineOf(zelchipview::ZelGraphicsScene& scene, int id)
-{
-    const QList<QGraphicsItem*> items = scene.itemsOf(id);
-    const auto isBefore = [](const QGraphicsItem* a, const QGraphicsItem* b) {
-        const bool isRect = a->type() == QGraphicsRectItem::Type;
-        const bool isOtherRect = b->type() == QGraphicsRectItem::Type;
-        return isRect != isOtherRect ? isRect : a->zValue() < b->zValue();
-    };
-    const auto lowest = std::min_element(items.begin(), items.end(), isBefore);
-    return lowest != items.end() ? *lowest : nullptr;
-}
-
 std::vector<SitePlace> visiblePlaces(zelchipview::ZelGraphicsScene& scene, const std::vector<int>& ids)
 {
     std::vector<SitePlace> places;

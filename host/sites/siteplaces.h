@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "planning/drawnelement.h"
+
 #include <QPointF>
 #include <QRectF>
 
 #include <vector>
-
-class QGraphicsItem;
-
-namespace mirn::zelchipview {
-class ZelGraphicsScene;
-}
 
 namespace mirn::zelchip {
 
@@ -23,9 +19,7 @@ struct SitePlace
 
 enum class Direction { Left, Right, Up, Down };
 
-// Returns the item that represents an element: the lowest of its rects, which is a site's outline, else its lowest
-// item. Null if the drawing has no such element.
-[[nodiscard]] QGraphicsItem* outlineOf(zelchipview::ZelGraphicsScene& scene, int id);
+using zelchipview::outlineOf;
 
 // Returns the places of those elements that the drawing has on a visible layer, in the order of the ids.
 [[nodiscard]] std::vector<SitePlace> visiblePlaces(zelchipview::ZelGraphicsScene& scene, const std::vector<int>& ids);

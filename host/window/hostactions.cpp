@@ -91,6 +91,11 @@ void HostActions::createActions(QMainWindow* window)
     viewBack->setShortcuts({Qt::ALT | Qt::Key_Left, Qt::Key_Backspace});
     viewForward = newAction(window, tr("Ne&xt View"), Qt::ALT | Qt::Key_Right);
 
+    names = newAction(window, tr("&Names on Sites"));
+    names->setObjectName(QStringLiteral("names"));
+    names->setCheckable(true);
+    names->setChecked(true);
+
     keys = newAction(window, tr("&Keys and Gestures"), QKeySequence::HelpContents);
     commands = newAction(window, tr("&Commands"));
     about = newAction(window, tr("&About zelchip"));

@@ -15,7 +15,6 @@
 #include "host/dialogs/projectnotice.h"
 #include "host/drawing/snapshot.h"
 #include "host/drawing/viewprobe.h"
-#include "host/gestures/dragreason.h"
 #include "host/gestures/viewhistory.h"
 #include "host/memory/recentprojects.h"
 #include "host/memory/windowmemory.h"
@@ -28,6 +27,7 @@
 #include "host/window/busyscript.h"
 #include "host/window/drawingarea.h"
 #include "host/window/keyboardaccess.h"
+#include "host/window/moveaids.h"
 #include "host/window/problemsdock.h"
 #include "resources/zeltree.h"
 
@@ -258,7 +258,8 @@ void MainWindow::showSummary()
 
 void MainWindow::connectConsole()
 {
-    m_actions.addToggles({m_console->toggleViewAction(), m_problems->toggleViewAction()});
+    m_memory->keep(m_actions.names);
+    m_actions.addToggles({m_actions.names, m_console->toggleViewAction(), m_problems->toggleViewAction()});
     connect(m_problems, &ProblemsDock::counted, m_statusBar, &ChipStatusBar::setProblems);
     connect(m_statusBar, &ChipStatusBar::problemsRequested, m_problems, &ProblemsDock::come);
     const auto resources = [this] {
@@ -311,12 +312,12 @@ void MainWindow::connectDesign()
         reportResult(TclResult::error(reason));
         m_refresh.start(0); // the view takes the refused setting for written
     });
-    auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // owned by the view
-    connect(reason, &DragReason::changed, this, [this](const QString& text, QPoint position) {
-        m_statusBar->showMessage(text);
+    m_moveAids = new MoveAids(*m_drawingArea, m_actions.names);
+    connect(m_moveAids, &MoveAids::changed, this, [this](const QString& text, const QString& command, QPoint position) {
+        m_statusBar->showMessage(text.isEmpty() ? command : text);
         m_dragNote->showAt(text, position);
     });
-    connect(reason, &DragReason::refused, this, [this](const QString& text, QPoint position) {
+    connect(m_moveAids, &MoveAids::refused, this, [this](const QString& text, QPoint position) {
         m_statusBar->showMessage(text, MessageMilliseconds);
         m_dragNote->showAt(text, position);
         m_dragNote->fade();
@@ -335,6 +336,7 @@ void MainWindow::refreshView()
     m_refresh.stop();
     m_drawingArea->refresh();
     m_probe->refresh();
+    m_moveAids->refresh();
     m_problems->refresh();
     showDesignState();
 }
@@ -399,6 +401,11 @@ QTreeWidget* MainWindow::tree()
 const zelengine::Device& MainWindow::device() const
 {
     return editor().engine().device();
+}
+
+QAction* MainWindow::toggle(const QString& name)
+{
+    return findChild<QAction*>(name, Qt::FindDirectChildrenOnly);
 }
 
 void MainWindow::settle()

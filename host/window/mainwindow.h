@@ -18,6 +18,7 @@ class BusyScript;
 class ChipStatusBar;
 class DrawingArea;
 class ConsoleDock;
+class MoveAids;
 class PointerNote;
 class ProblemsDock;
 class ProjectNotice;
@@ -88,6 +89,7 @@ private:
     zelchipview::ZelGraphicsView* graphicsView() override;
     QTreeWidget* tree() override;
     const zelengine::Device& device() const override;
+    QAction* toggle(const QString& name) override;
     void settle() override;
 
     void chooseProject();
@@ -109,7 +111,8 @@ private:
     ProjectNotice* const m_notice; // child of the window
     WindowMemory* const m_memory; // child of the window
     std::unique_ptr<DrawingArea> m_drawingArea;
-    ViewProbe* m_probe = nullptr; // child of the graphics view
+    ViewProbe* m_probe = nullptr; // child of the graphics view, like the aids
+    MoveAids* m_moveAids = nullptr;
     bool m_isArranged = false; // whether the docks have had their initial sizes
 };
 

@@ -134,6 +134,21 @@ CommandHandler plain(const std::function<void()>& function)
     };
 }
 
+// Switches what the View menu shows or hides; without an argument it returns whether that is on.
+CommandHandler toggled(WindowAccess& window, const QString& name)
+{
+    return [&window, name](const Arguments& arguments) {
+        QAction* action = window.toggle(name);
+        const QString wanted = arguments.positional().value(0);
+        if (wanted.isEmpty())
+            return TclResult::value(action->isChecked() ? QStringLiteral("1") : QStringLiteral("0"));
+        if (wanted != QLatin1String("0") && wanted != QLatin1String("1"))
+            return arguments.error();
+        action->setChecked(wanted == QLatin1String("1"));
+        return TclResult::value();
+    };
+}
+
 Subcommands viewCommands(WindowAccess& window)
 {
     return {
@@ -144,6 +159,7 @@ Subcommands viewCommands(WindowAccess& window)
         {QStringLiteral("select"), withElements(window, &select)},
         {QStringLiteral("selected"), [](const Arguments&) { return selected(); }},
         {QStringLiteral("mode"), &mode},
+        {QStringLiteral("names"), toggled(window, QStringLiteral("names"))},
         {QStringLiteral("snapshot"),
             [&](const Arguments& arguments) { return resultOf(window.saveSnapshot(arguments.positional().first())); }},
         {QStringLiteral("where"), [&](const Arguments& arguments) { return where(window, arguments); }},

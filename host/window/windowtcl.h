@@ -3,6 +3,7 @@
 
 #include <QString>
 
+class QAction;
 class QTreeWidget;
 
 namespace mirn::zelengine {
@@ -32,6 +33,8 @@ public:
     [[nodiscard]] virtual zelchipview::ZelGraphicsView* graphicsView() = 0;
     [[nodiscard]] virtual QTreeWidget* tree() = 0;
     [[nodiscard]] virtual const zelengine::Device& device() const = 0;
+    // Returns the action of the View menu that shows or hides something, by its object name.
+    [[nodiscard]] virtual QAction* toggle(const QString& name) = 0;
     // Does at once what would otherwise happen when the program is next idle: new sizes, and what depends on them.
     virtual void settle() = 0;
     virtual void fit() = 0;

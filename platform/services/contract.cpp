@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 
 // The out-of-line destructors of the contract's interfaces: they keep each class's type information in this library,
-// so that dynamic_cast works across library borders. And the answers of an engine to optional questions that it does not know.
+// so that dynamic_cast works across library borders. And the answers of an engine to optional questions that it does
+// not know.
 
 #include "platform/contract/zelattributes.h"
 #include "platform/contract/zelchipdata.h"
@@ -37,6 +38,11 @@ std::vector<int> zelplanengine::sitesFor(const std::string* /*rsc*/)
 std::vector<zelplacement> zelplanengine::placementsOf(const std::string* /*rsc*/, const std::string* /*site*/)
 {
     return {};
+}
+
+bool zelplanengine::maySwap(const std::string* /*rsc*/, const std::string* /*other*/, std::string* /*reason*/)
+{
+    return false;
 }
 
 std::string zelplanengine::occupant(const std::string* /*site*/)

@@ -105,6 +105,7 @@ private Q_SLOTS:
             shown.console()->setHistory({"set answer 42"});
             shown.chipView()->resizeDocks({shown.dock("Placement")}, {250}, Qt::Horizontal);
             shown.console()->hide();
+            shown.run("zel_view names 0");
             QCoreApplication::processEvents();
             // From one project to the next the docks stay as well.
             width = shown.dock("Placement")->width();
@@ -118,6 +119,7 @@ private Q_SLOTS:
         QCOMPARE(shown.dock("Placement")->width(), width);
         QVERIFY(!shown.console()->isVisible());
         QCOMPARE(shown.console()->history(), QStringList("set answer 42"));
+        QVERIFY(!shown.window->findChild<QAction*>("names")->isChecked());
         QCOMPARE(shown.recent(), QStringList({files.project.path(), drawing}));
         QFile::remove(drawing);
         shown.window->open(drawing);

@@ -61,7 +61,9 @@ private Q_SLOTS:
             "ChipElement ChipViewNavigator ElementIdSet ZELChipViewDatabase ZELChipViewTreeItem ZELDCUSettingDlg "
             "ZELFillableAttribute ZELGraphicItemAttribute ZELLineAttribute ZELLineItem ZELPolygonAttribute "
             "ZELPolygonItem ZELRectAttribute ZELRectItem ZELTextAttribute ZELTextItem ZelChipGUI ZelGraphicsScene "
-            "ZelGraphicsView ZelResTable ZelTree ChipScene DrawingController TreeController SettingsController");
+            "ZelGraphicsView ZelResTable ZelTree ZelViewLayer ChipScene DrawingController TreeController "
+            "SettingsController DragWatch GhostLayer MoveGesture NameLayer ResourceTip SwapQuestion elementUnder "
+            "outlineOf");
     }
 
     void onlyTheInterfaceIsExported()
