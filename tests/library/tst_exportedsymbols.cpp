@@ -54,7 +54,8 @@ private Q_SLOTS:
         row("the platform exports the contract", ZELPLATFORM_LIBRARY, "mirn::itemviewgui::",
             "::BaseAction ::BaseNavigator ::MirnImplementation ::MirnProject ::MirnProjectManager ::SVGParser "
             "::TRQDebug ::UT_FILEMANAGER ::UT_STREAM ::zel_Line ::zel_Polygon ::zel_Rect ::zel_SingleGraphItem "
-            "::zel_Text ::zelattributes ::zelchipdata ::zelchipengine ::zelprogress ::zelproject ::diagTrace "
+            "::zel_Text ::zelattributes ::zelchipdata ::zelchipengine ::zelplanengine ::zelprogress ::zelproject "
+            "::diagTrace "
             "::isDiagTraceEnabled ::setDiagTraceSink ::ut_file ::zelchipguiVersion GridItem");
         row("the component exports its window, controller, graphics and widgets", ZELCHIPGUI_LIBRARY,
             "mirn::zelchipview::",
@@ -62,8 +63,8 @@ private Q_SLOTS:
             "ZELFillableAttribute ZELGraphicItemAttribute ZELLineAttribute ZELLineItem ZELPolygonAttribute "
             "ZELPolygonItem ZELRectAttribute ZELRectItem ZELTextAttribute ZELTextItem ZelChipGUI ZelGraphicsScene "
             "ZelGraphicsView ZelResTable ZelTree ZelViewLayer ChipScene DrawingController TreeController "
-            "SettingsController DragWatch GhostLayer MoveGesture NameLayer ResourceTip SwapQuestion elementUnder "
-            "outlineOf");
+            "SettingsController DragWatch GhostLayer MoveGesture NameLayer ResourceTip SwapQuestion "
+            "::mirn::zelchipview"); // its functions
     }
 
     void onlyTheInterfaceIsExported()
