@@ -34,14 +34,15 @@ constexpr int PaintMilliseconds = 8; // in one go; input is handled in between
 
 struct OverviewMap::Parts
 {
-    Parts(ZelGraphicsView& shown, std::function<void()> outdated)
+    Parts(OverviewMap& map, ZelGraphicsView& shown, std::function<void()> outdated)
         : view(shown)
         , picture(shown, std::move(outdated))
+        , later(*new QTimer(&map))
     { }
 
     ZelGraphicsView& view;
     OverviewPicture picture;
-    QTimer later; // runs out when there is nothing else to do
+    QTimer& later; // child of the map; runs out when there is nothing else to do
     QRect place; // on the viewport; the map itself is moved when the view scrolls
     QRectF frame; // as it was painted last
     QPointF grip; // from the pointer to the middle of the frame while that is dragged
@@ -52,7 +53,7 @@ struct OverviewMap::Parts
 
 OverviewMap::OverviewMap(ZelGraphicsView* view)
     : QWidget(view->viewport())
-    , m_parts(std::make_unique<Parts>(*view, [this] { schedule(); }))
+    , m_parts(std::make_unique<Parts>(*this, *view, [this] { schedule(); }))
 {
     setObjectName(QStringLiteral("overviewMap"));
     setAccessibleName(tr("Overview"));
@@ -63,12 +64,18 @@ OverviewMap::OverviewMap(ZelGraphicsView* view)
     setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::ArrowCursor);
     hide();
+    m_parts->later.setObjectName(QStringLiteral("later"));
     m_parts->later.setSingleShot(true);
     m_parts->later.setInterval(0);
     connect(&m_parts->later, &QTimer::timeout, this, [this] { follow(PaintMilliseconds); });
     for (const QScrollBar* bar : {view->horizontalScrollBar(), view->verticalScrollBar()})
         connect(bar, &QScrollBar::valueChanged, this, &OverviewMap::stay);
     view->viewport()->installEventFilter(this);
+    const QObjectList others = view->viewport()->children();
+    for (QObject* child : others) {
+        if (child != this)
+            child->installEventFilter(this);
+    }
     schedule();
 }
 
@@ -103,7 +110,14 @@ void OverviewMap::schedule()
 bool OverviewMap::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
+    case QEvent::ChildAdded:
+        if (watched == m_parts->view.viewport())
+            static_cast<QChildEvent*>(event)->child()->installEventFilter(this); // it may want the map's corner
+        break;
     case QEvent::Paint: // zooming and scrolling always end in one
+    case QEvent::Show:
+    case QEvent::Hide:
+    case QEvent::Move:
     case QEvent::Resize:
     case QEvent::PaletteChange:
         schedule();
@@ -113,7 +127,8 @@ bool OverviewMap::eventFilter(QObject* watched, QEvent* event)
     case QEvent::DragLeave:
     case QEvent::Drop:
     case QEvent::WindowBlocked: // by a dialog: the end of the drag is not reported any more
-        followDrag(*event);
+        if (watched == m_parts->view.viewport())
+            followDrag(*event);
         break;
     default:
         break;
