@@ -9,6 +9,7 @@
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
+#include "graphics/zelviewlayer.h"
 #include "platform/contract/zelgraphicrecords.h"
 
 #include <QApplication>
@@ -346,10 +347,27 @@ void ZelGraphicsView::paintEvent(QPaintEvent* event)
     if (m_parts->picture.canPaintOn(painter)) {
         m_parts->picture.paint(painter, [this](QPainter& on, const QRectF& area) { drawBackground(&on, area); });
         drawForeground(&painter, mapToScene(viewport()->rect()).boundingRect());
+        paintLayers(painter, event->rect());
         return;
     }
     painter.end();
     paintByItems(event);
+    QPainter over(viewport());
+    paintLayers(over, event->rect());
+}
+
+void ZelGraphicsView::paintLayers(QPainter& painter, const QRect& exposed)
+{
+    const QObjectList& parts = children();
+    for (QObject* part : parts) {
+        auto* layer = qobject_cast<ZelViewLayer*>(part);
+        if (!layer || !layer->isShown())
+            continue;
+        painter.save();
+        painter.resetTransform();
+        layer->paint(painter, exposed);
+        painter.restore();
+    }
 }
 
 void ZelGraphicsView::paintByItems(QPaintEvent* event)

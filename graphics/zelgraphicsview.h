@@ -74,6 +74,7 @@ private:
     void finishSelecting(QPoint position);
     void finishZooming(QPoint position);
     void paintByItems(QPaintEvent* event);
+    void paintLayers(QPainter& painter, const QRect& exposed);
 
     struct Q_DECL_HIDDEN Parts;
     const std::unique_ptr<Parts> m_parts;
