@@ -63,7 +63,7 @@ private Q_SLOTS:
             "ZELFillableAttribute ZELGraphicItemAttribute ZELLineAttribute ZELLineItem ZELPolygonAttribute "
             "ZELPolygonItem ZELRectAttribute ZELRectItem ZELTextAttribute ZELTextItem ZelChipGUI ZelGraphicsScene "
             "ZelGraphicsView ZelResTable ZelTree ZelViewLayer ChipScene DrawingController TreeController "
-            "SettingsController DragWatch GhostLayer MoveGesture NameLayer ResourceTip SwapQuestion "
+            "SettingsController OverviewMap DragWatch GhostLayer MoveGesture NameLayer ResourceTip SwapQuestion "
             "::mirn::zelchipview"); // its functions
     }
 
