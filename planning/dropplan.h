@@ -12,11 +12,13 @@ namespace mirn::zelchipview {
 // What would follow if a resource were dropped on an element now.
 struct DropPlan
 {
+    // Nothing: there is no element or no resource, or the resource is where it was taken from. Swap: the resource of
+    // the element goes where the dropped one is now.
     enum class Kind { Nothing, Place, Swap, Refused };
 
-    Kind kind = Kind::Nothing;
-    QString resource; // empty if nothing is dragged
-    int site = -1; // element id
+    Kind kind = Kind::Nothing; // what a drop would do
+    QString resource; // that is dragged; empty if there is none
+    int site = -1; // element id; -1 if there is no element
     QString other; // with which a swap exchanges the sites
     std::vector<zelplacement> placements; // that the drop would make
     QString command; // that it would send to the host

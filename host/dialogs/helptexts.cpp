@@ -33,6 +33,9 @@ QList<std::pair<QString, QString>> gestures()
         {tr("drag a resource"),
             tr("place it; a note says why a site refuses it. Near a border the drawing "
                "scrolls; the wheel scrolls and zooms")},
+        {tr("drag a selected site"),
+            tr("move its resource, or, if an IP is the selected row, all parts of the IP; on an occupied site a question "
+               "offers to swap, with Shift they swap at once")},
         {tr("Ctrl + P"), tr("place the selected resource: type to narrow the list of its sites, Enter places")},
         {tr("Menu"), tr("in the tree: the menu of the current row, with \"Place on...\"")},
         {tr("Ctrl + F"), tr("find a resource by name, kind or site; Enter selects and zooms to it")},

@@ -46,6 +46,7 @@ private Q_SLOTS:
         window.resize(600, 400);
         window.show();
         showWholeDrawing(view);
+        addPlanningAids(view, engine); // which knows nothing that they ask
         ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
         ZelTree* tree = database->getTree(nullptr);
         QCOMPARE(database->getScene(nullptr)->items().size(), 2);

@@ -20,12 +20,13 @@ constexpr int StepPixels = 5; // of a hand that moves
 constexpr int TakenPll = 5001001;
 constexpr int FreePll = 5002001;
 constexpr int OtherFreePll = 5004002; // in the corner across
-constexpr int PlacedPll = 5001002; // has a PLL that may move
+constexpr int NearFreePll = 5004001; // in the corner below
+constexpr int PlacedPll = 5003001; // beside it, with a PLL that may move
 constexpr int FreeSupply = 4007001;
 constexpr int OtherFreeSupply = 4003001;
 
 const QByteArray Pll = "gateway/clocks/pll_video";
-const QByteArray OtherPll = "gateway/clocks/pll_ddr";
+const QByteArray OtherPll = "gateway/clocks/pll_serdes";
 const QByteArray Supply = "gateway/supplies/vccio_lvds";
 const QByteArray OtherSupply = "gateway/supplies/vccio_ddr_b";
 
@@ -35,7 +36,7 @@ cd [file dirname [info script]]
 zel_tree expand
 set out [open positions.part w]
 foreach name {gateway/clocks/pll_video gateway/supplies/vccio_lvds gateway/supplies/vccio_ddr_b} {puts $out "$name [zel_tree where -rsc $name]"}
-foreach id {5001001 5001002 5002001 5004002 4007001 4003001} {puts $out "$id [zel_view where -id $id]"}
+foreach id {5001001 5003001 5004001 5002001 5004002 4007001 4003001} {puts $out "$id [zel_view where -id $id]"}
 close $out
 file rename positions.part positions
 )";
@@ -65,7 +66,7 @@ private Q_SLOTS:
             const QByteArrayList words = line.split(' ');
             m_positions.insert(words.value(0), {words.value(1).toInt(), words.value(2).toInt()});
         }
-        QCOMPARE(m_positions.size(), 9);
+        QCOMPARE(m_positions.size(), 10);
         QVERIFY(!m_screen.picture().isNull());
         QCOMPARE(highlightAnywhere(), 0);
     }
@@ -139,21 +140,21 @@ private Q_SLOTS:
         m_screen.xdotool({"mousemove", QString::number(site(FreePll).x()), QString::number(site(FreePll).y())});
         m_screen.xdotool({"click", "1"});
         QTRY_VERIFY_WITH_TIMEOUT(selectionAt(FreePll) > 0, AnswerMilliseconds);
-        const QRect target(site(OtherFreePll) - QPoint(8, 8), QSize(16, 16));
+        const QRect target(site(NearFreePll) - QPoint(8, 8), QSize(16, 16));
         const QImage free = m_screen.picture().copy(target);
         for (const bool isCancelled : {true, false}) {
             QTest::qWait(RestMilliseconds); // else the press makes a double click
             press(QByteArray::number(FreePll));
-            moveTo(site(OtherFreePll));
+            moveTo(site(NearFreePll));
             if (isCancelled) {
                 QTRY_VERIFY_WITH_TIMEOUT(m_screen.picture().copy(target) != free, AnswerMilliseconds);
                 m_screen.xdotool({"key", "Escape"});
             }
             release();
-            QTRY_COMPARE_WITH_TIMEOUT(selectionAt(OtherFreePll) > 0, !isCancelled, AnswerMilliseconds);
+            QTRY_COMPARE_WITH_TIMEOUT(selectionAt(NearFreePll) > 0, !isCancelled, AnswerMilliseconds);
             QTRY_COMPARE_WITH_TIMEOUT(selectionAt(FreePll) > 0, isCancelled, AnswerMilliseconds);
             QTRY_COMPARE_WITH_TIMEOUT(
-                m_project.journal(), isCancelled ? before : before + placedOn(OtherFreePll), AnswerMilliseconds);
+                m_project.journal(), isCancelled ? before : before + placedOn(NearFreePll), AnswerMilliseconds);
         }
     }
 
@@ -161,8 +162,8 @@ private Q_SLOTS:
     void resourcesSwapInTheDrawing()
     {
         for (const bool isAsked : {true, false}) {
-            const int from = isAsked ? OtherFreePll : PlacedPll;
-            const int to = isAsked ? PlacedPll : OtherFreePll;
+            const int from = isAsked ? NearFreePll : PlacedPll;
+            const int to = isAsked ? PlacedPll : NearFreePll;
             const QByteArrayList before = m_project.journal();
             QTest::qWait(RestMilliseconds);
             press(QByteArray::number(from));
