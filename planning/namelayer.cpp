@@ -27,6 +27,7 @@ constexpr double NameMargin = 3.0; // pixels between a name and the border of it
 constexpr double BrightnessOfDarkText = 0.5; // of the fill, from 0 to 1, above which a text is dark
 const QColor DarkText(20, 24, 32);
 const QColor LightText(250, 250, 250);
+constexpr double LeadingShare = 0.2; // of the height of a text's bounds, above its letters and below
 constexpr int PlateOpacity = 225; // of 255
 
 // The brightness that people see.
@@ -61,9 +62,15 @@ std::vector<QRectF> labelsIn(ZelGraphicsScene& scene, const QRectF& area)
     return labels;
 }
 
+// A text's bounds are higher than its letters.
+QRectF withoutLeading(const QRectF& label)
+{
+    return label.adjusted(0, label.height() * LeadingShare, 0, -label.height() * LeadingShare);
+}
+
 // Returns where a name stands on its site: in the middle, else at the lower or upper border, whichever keeps it off
-// the labels.
-QRectF placeOf(QSizeF size, const QRectF& site, const std::vector<QRectF>& labels)
+// the labels; nothing if none does.
+std::optional<QRectF> placeOf(QSizeF size, const QRectF& site, const std::vector<QRectF>& labels)
 {
     const double left = site.center().x() - size.width() / 2;
     const double middle = site.center().y() - size.height() / 2;
@@ -75,7 +82,7 @@ QRectF placeOf(QSizeF size, const QRectF& site, const std::vector<QRectF>& label
         if (std::none_of(labels.begin(), labels.end(), isCovering))
             return place;
     }
-    return {QPointF(left, lowest), size};
+    return {};
 }
 
 } // namespace
@@ -160,17 +167,19 @@ void NameLayer::paintName(QPainter& painter, ZelGraphicsScene& scene, const Name
         return;
     std::vector<QRectF> labels = labelsIn(scene, name.area);
     for (QRectF& label : labels)
-        label = view()->viewportTransform().mapRect(label);
+        label = withoutLeading(view()->viewportTransform().mapRect(label));
     const int which = site.width() >= name.widths[0] + 2 * NameMargin ? 0 : 1;
-    const QRectF place = placeOf({name.widths[which], m_height}, site, labels);
+    const std::optional<QRectF> place = placeOf({name.widths[which], m_height}, site, labels);
+    if (!place)
+        return;
     if (!labels.empty()) {
         QColor plate = *fill;
         plate.setAlpha(PlateOpacity);
-        painter.fillRect(place.adjusted(-NameMargin, 0, NameMargin, 0), plate);
+        painter.fillRect(place->adjusted(-NameMargin, 0, NameMargin, 0), plate);
     }
     painter.setPen(brightnessOf(*fill) > BrightnessOfDarkText ? DarkText : LightText);
-    painter.drawText(
-        QPointF(std::round(place.left()), std::round(place.top() + QFontMetricsF(m_font).ascent())), name.texts[which]);
+    painter.drawText(QPointF(std::round(place->left()), std::round(place->top() + QFontMetricsF(m_font).ascent())),
+        name.texts[which]);
 }
 
 } // namespace mirn::zelchipview

@@ -18,8 +18,8 @@ class ZelGraphicsScene;
 
 // Writes the name of its resource on every occupied site that has room for it: the last two components of the path, or
 // the last one. A name is never cut. Where the drawing has texts of its own on the site, the name keeps off them, on a
-// plate in the site's colour. The engine has to be a zelplanengine, else there are no names; it is asked once after
-// each refresh().
+// plate in the site's colour, or is left out. The engine has to be a zelplanengine, else there are no names; it is
+// asked once after each refresh().
 class ZELCHIPGUI_EXPORT NameLayer final : public ZelViewLayer
 {
     Q_OBJECT

@@ -44,7 +44,7 @@ void SwapQuestion::ask(const DropPlan& plan, QPoint globalPosition)
     QAction* yes = menu->addAction(tr("&Swap"));
     menu->addAction(tr("&Leave as They Are"));
     connect(yes, &QAction::triggered, this, [plan] { swap(plan); });
-    menu->popup(globalPosition);
+    menu->popup(globalPosition, yes); // under the pointer, which would choose what it is on
     menu->setActiveAction(yes);
 }
 
