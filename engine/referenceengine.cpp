@@ -264,8 +264,7 @@ std::string ReferenceEngine::refusalReason(const std::string* rsc, const std::st
 {
     const QString name = fromEngineText(*rsc);
     const int index = m_design.find(name);
-    return toEngineText(
-        index < 0 ? noSuchResource(name) : rules().propose(index, elementId(*site)).refusal.sentence());
+    return toEngineText(index < 0 ? noSuchResource(name) : rules().propose(index, elementId(*site)).refusal.sentence());
 }
 
 bool ReferenceEngine::showProbPlaceItem(
@@ -280,6 +279,32 @@ std::vector<int> ReferenceEngine::sitesFor(const std::string* rsc)
 {
     const int index = m_design.find(fromEngineText(*rsc));
     return index < 0 ? std::vector<int>() : rules().sitesFor(index);
+}
+
+std::vector<zelsite> ReferenceEngine::sites()
+{
+    std::vector<zelsite> result;
+    for (const Site& site : m_device.sites())
+        result.push_back({site.id, toEngineText(site.name), toEngineText(m_device.kindOf(site).title)});
+    return result;
+}
+
+std::vector<int> ReferenceEngine::sitesOfKind(const std::string* rsc)
+{
+    std::vector<int> result;
+    const int index = m_design.find(fromEngineText(*rsc));
+    if (index < 0 || m_design.resource(index).type == ResourceType::Folder)
+        return result;
+    for (const Site* site : m_device.sitesAccepting(m_design.resource(index).type))
+        result.push_back(site->id);
+    return result;
+}
+
+std::string ReferenceEngine::refusalToPlace(const std::string* rsc)
+{
+    const QString name = fromEngineText(*rsc);
+    const int index = m_design.find(name);
+    return toEngineText(index < 0 ? noSuchResource(name) : rules().refusalToPlace(index).sentence());
 }
 
 std::vector<zelplacement> ReferenceEngine::placementsOf(const std::string* rsc, const std::string* site)

@@ -113,6 +113,9 @@ public:
     void refresh(int kind) override;
 
     [[nodiscard]] std::vector<int> sitesFor(const std::string* rsc) override;
+    [[nodiscard]] std::vector<zelsite> sites() override;
+    [[nodiscard]] std::vector<int> sitesOfKind(const std::string* rsc) override;
+    [[nodiscard]] std::string refusalToPlace(const std::string* rsc) override;
     [[nodiscard]] std::vector<zelplacement> placementsOf(const std::string* rsc, const std::string* site) override;
     [[nodiscard]] std::string occupant(const std::string* site) override;
     [[nodiscard]] int siteOf(const std::string* rsc) override;

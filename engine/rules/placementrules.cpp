@@ -34,7 +34,7 @@ Proposal PlacementRules::propose(int index, int siteId) const
     if (!site)
         return refused(QStringLiteral("there is no site %1").arg(siteId));
     const Resource& resource = m_design.resource(index);
-    Refusal refusal = refusalBySite(resource, *site);
+    Refusal refusal = refusalBySite(index, *site);
     if (!refusal.isEmpty())
         return refused(std::move(refusal));
     if (resource.type == ResourceType::Ip)
@@ -113,13 +113,23 @@ Proposal PlacementRules::proposeReset(int resource) const
                        .arg(m_design.resource(fixed).path, m_device.site(m_design.resource(fixed).site)->name));
 }
 
-// Applies the rules that hold for every type of resource.
-Refusal PlacementRules::refusalBySite(const Resource& resource, const Site& site) const
+Refusal PlacementRules::refusalToPlace(int index) const
 {
+    const Resource& resource = m_design.resource(index);
     if (resource.fixed)
         return QStringLiteral("%1 is fixed on %2").arg(resource.path, m_device.site(resource.site)->name);
     if (resource.type == ResourceType::Folder)
         return QStringLiteral("%1 only groups others and cannot be placed itself").arg(resource.path);
+    return {};
+}
+
+// Applies the rules that hold for every type of resource.
+Refusal PlacementRules::refusalBySite(int index, const Site& site) const
+{
+    Refusal refusal = refusalToPlace(index);
+    if (!refusal.isEmpty())
+        return refusal;
+    const Resource& resource = m_design.resource(index);
     if (!m_device.accepts(site, resource.type))
         return QStringLiteral("%1 (%2) does not take resources of type %3")
             .arg(site.name, m_device.kindOf(site).title, resourceTypeName(resource.type));

@@ -46,6 +46,9 @@ public:
 
     [[nodiscard]] Proposal propose(int resource, int siteId) const;
 
+    // Why propose() objects to every site, whichever it is.
+    [[nodiscard]] Refusal refusalToPlace(int resource) const;
+
     // The ids of all sites for which propose() has no objection.
     [[nodiscard]] std::vector<int> sitesFor(int resource) const;
 
@@ -66,7 +69,7 @@ public:
 
 private:
     [[nodiscard]] Refusal refusalByType(int resource, const Site& site) const;
-    [[nodiscard]] Refusal refusalBySite(const Resource& resource, const Site& site) const;
+    [[nodiscard]] Refusal refusalBySite(int index, const Site& site) const;
     [[nodiscard]] Refusal refusalByChannels(int channel, const Site& site) const;
     [[nodiscard]] Refusal refusalByServedUnits(int clock, const Site& site) const;
     [[nodiscard]] Refusal refusalBySupplies(const Resource& supply, const Site& site) const;

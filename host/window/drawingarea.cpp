@@ -8,7 +8,6 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/drawingfit.h"
 #include "host/drawing/drawingground.h"
-#include "host/drawing/elementprobe.h"
 #include "host/drawing/rowkeeper.h"
 #include "host/gestures/dragnavigation.h"
 #include "host/gestures/pointergestures.h"
@@ -16,6 +15,7 @@
 #include "host/gestures/zoomanchor.h"
 #include "host/project/projectsession.h"
 #include "host/widgets/findbox.h"
+#include "planning/elementprobe.h"
 #include "planning/overviewmap.h"
 #include "resources/zelrestable.h"
 #include "resources/zeltree.h"
@@ -144,7 +144,7 @@ bool DrawingArea::zoomToSelection()
     QList<QGraphicsItem*> selected;
     const QList<QGraphicsItem*> items = m_scene->items();
     for (QGraphicsItem* item : items) {
-        const auto* attribute = attributeOf(item);
+        const auto* attribute = zelchipview::attributeOf(item);
         if (attribute && m_scene->selectedItemContains(attribute->itemId))
             selected.append(item);
     }

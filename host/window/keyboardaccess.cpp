@@ -9,14 +9,14 @@
 #include "host/console/consoledock.h"
 #include "host/design/designeditor.h"
 #include "host/project/projectsession.h"
-#include "host/sites/sitecursor.h"
 #include "host/sites/sitetext.h"
 #include "host/widgets/findbox.h"
 #include "host/window/drawingarea.h"
-#include "host/window/placeon.h"
 #include "host/window/problemsdock.h"
 #include "host/window/rowmenu.h"
 #include "host/window/taborder.h"
+#include "planning/placeon.h"
+#include "planning/sitecursor.h"
 #include "resources/zelrestable.h"
 #include "resources/zeltree.h"
 
@@ -29,6 +29,9 @@
 #include <vector>
 
 namespace mirn::zelchip {
+
+using zelchipview::PlaceOn;
+using zelchipview::SiteCursor;
 
 namespace {
 
@@ -76,7 +79,8 @@ void KeyboardAccess::makeCursorAndList(QAction* placeOn)
         Q_EMIT pointed(middle, description);
     });
     connect(cursor, &SiteCursor::refused, this, &KeyboardAccess::told);
-    m_placeOn = new PlaceOn(m_area.graphicsView(), m_area.scene(), m_area.tree(), m_engine, cursor);
+    m_placeOn = new PlaceOn(
+        m_area.graphicsView(), m_area.scene(), m_area.tree(), *m_area.session().engine(), cursor); // child of the view
     connect(m_placeOn, &PlaceOn::refused, this, &KeyboardAccess::told);
     connect(placeOn, &QAction::triggered, m_placeOn, &PlaceOn::openForRow);
 }

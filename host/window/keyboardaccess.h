@@ -10,12 +10,14 @@ class QAction;
 namespace mirn::zelengine {
 class ReferenceEngine;
 }
+namespace mirn::zelchipview {
+class PlaceOn;
+}
 
 namespace mirn::zelchip {
 
 class ConsoleDock;
 class DrawingArea;
-class PlaceOn;
 class ProblemsDock;
 
 // All that the program does for people who use it without a mouse or without seeing it: the keyboard cursor in the
@@ -47,7 +49,7 @@ private:
 
     DrawingArea& m_area;
     const zelengine::ReferenceEngine& m_engine;
-    PlaceOn* m_placeOn = nullptr; // child of the view
+    zelchipview::PlaceOn* m_placeOn = nullptr; // child of the view
 };
 
 } // namespace mirn::zelchip

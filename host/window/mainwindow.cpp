@@ -15,7 +15,6 @@
 #include "host/dialogs/projectnotice.h"
 #include "host/drawing/snapshot.h"
 #include "host/drawing/viewprobe.h"
-#include "host/gestures/dragreason.h"
 #include "host/gestures/viewhistory.h"
 #include "host/memory/recentprojects.h"
 #include "host/memory/windowmemory.h"
@@ -24,12 +23,13 @@
 #include "host/widgets/chipstatusbar.h"
 #include "host/widgets/findbox.h"
 #include "host/widgets/loadprogress.h"
-#include "host/widgets/pointernote.h"
 #include "host/window/busyscript.h"
 #include "host/window/drawingarea.h"
 #include "host/window/keyboardaccess.h"
 #include "host/window/problemsdock.h"
+#include "planning/dragreason.h"
 #include "planning/overviewmap.h"
+#include "planning/pointernote.h"
 #include "resources/zeltree.h"
 
 #include <QAction>
@@ -43,6 +43,7 @@
 
 namespace mirn::zelchip {
 
+using zelchipview::DragReason;
 using zelchipview::ZelChipGUI;
 
 namespace {
@@ -58,7 +59,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_console(new ConsoleDock(this))
     , m_problems(new ProblemsDock(this, m_console, [this] { return m_drawingArea.get(); }))
     , m_statusBar(new ChipStatusBar(this))
-    , m_dragNote(new PointerNote(this))
+    , m_dragNote(new zelchipview::PointerNote(this))
     , m_notice(new ProjectNotice(this))
     , m_memory(new WindowMemory(this, m_console, m_actions.openRecent))
 {
@@ -315,15 +316,14 @@ void MainWindow::connectDesign()
         reportResult(TclResult::error(reason));
         m_refresh.start(0); // the view takes the refused setting for written
     });
-    auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // owned by the view
+    auto* reason = new DragReason(graphicsView(), tree(), *m_drawingArea->session().engine()); // owned by the view
     connect(reason, &DragReason::changed, this, [this](const QString& text, QPoint position) {
         m_statusBar->showMessage(text);
         m_dragNote->showAt(text, position);
     });
     connect(reason, &DragReason::refused, this, [this](const QString& text, QPoint position) {
         m_statusBar->showMessage(text, MessageMilliseconds);
-        m_dragNote->showAt(text, position);
-        m_dragNote->fade();
+        m_dragNote->showForAWhile(text, position);
     });
     auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, m_console, m_problems); // owned by the view
     connect(keyboard, &KeyboardAccess::pointed, m_statusBar,

@@ -12,13 +12,16 @@
 
 #include <memory>
 
+namespace mirn::zelchipview {
+class PointerNote;
+}
+
 namespace mirn::zelchip {
 
 class BusyScript;
 class ChipStatusBar;
 class DrawingArea;
 class ConsoleDock;
-class PointerNote;
 class ProblemsDock;
 class ProjectNotice;
 class WindowMemory;
@@ -105,7 +108,7 @@ private:
     QTimer m_refresh; // updates the view once after a series of changes
     ProblemsDock* const m_problems; // child of the window
     ChipStatusBar* const m_statusBar; // child of the window
-    PointerNote* const m_dragNote; // child of the window
+    zelchipview::PointerNote* const m_dragNote; // child of the window
     ProjectNotice* const m_notice; // child of the window
     WindowMemory* const m_memory; // child of the window
     std::unique_ptr<DrawingArea> m_drawingArea;

@@ -23,6 +23,14 @@ struct zelconnection
     std::string broken; // one sentence for users: the rule that the present places break; empty if they break none
 };
 
+// An element on which resources may be placed, or a part of the device beside them.
+struct zelsite
+{
+    int id = -1; // element id
+    std::string name; // of this site
+    std::string kind; // for users, as in "PLL"
+};
+
 // What an engine may answer besides the questions of the chip view, so that the aids in planning/ can show what decides
 // a placement. An engine that derives from it as well as from zelchipengine overrides what it knows; the answers here
 // are empty, and an aid without an answer shows nothing. The rules for texts, ids and threads are those of
@@ -40,6 +48,18 @@ public:
 
     // Returns the ids of the elements on which a resource may be placed now.
     [[nodiscard]] virtual std::vector<int> sitesFor(const std::string* rsc);
+
+    // Returns all sites of the device, in the order of its own documents.
+    [[nodiscard]] virtual std::vector<zelsite> sites();
+
+    // Returns the ids of the elements that are made for resources such as this one, whether it may be placed there now
+    // or not.
+    [[nodiscard]] virtual std::vector<int> sitesOfKind(const std::string* rsc);
+
+    // Returns one sentence for users that says why a resource cannot be placed on any element now, whichever it is: it
+    // only groups others, or is fixed where it is. Empty otherwise, even if all elements refuse it for reasons of their
+    // own.
+    [[nodiscard]] virtual std::string refusalToPlace(const std::string* rsc);
 
     // Returns all placements that the placing of a resource on an element would cause: one, or those of the parts of an
     // IP or a group; none if it may not be placed there.

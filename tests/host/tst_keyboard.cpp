@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/zelgraphicsscene.h"
-#include "host/sites/siteplaces.h"
+#include "planning/siteplaces.h"
 #include "host/widgets/findbox.h"
 #include "tests/host/shownwindow.h"
 #include "tests/program/sampleproject.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "graphics/zelgraphicitemattribute.h"
-#include "host/drawing/elementprobe.h"
+#include "planning/elementprobe.h"
 #include "platform/contract/zelgraphicrecords.h"
 #include "tests/engine/openengine.h"
 #include "tests/host/shownwindow.h"

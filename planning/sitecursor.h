@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/sites/siteplaces.h"
+#include "planning/siteplaces.h"
 
 #include <QList>
 #include <QObject>
@@ -10,13 +10,12 @@
 #include <vector>
 
 class QKeyEvent;
+class zelchipengine;
 
 namespace mirn::zelchipview {
+
 class ZelGraphicsScene;
 class ZelGraphicsView;
-} // namespace mirn::zelchipview
-
-namespace mirn::zelchip {
 
 class SiteFrame;
 
@@ -25,7 +24,7 @@ class SiteFrame;
 // double click would. It appears when Tab comes to the drawing and at the first of these keys: at a selected site, else
 // where it was, else in the middle of the view. It is hidden while the focus is in another widget and after a click
 // into the drawing. It is a child of the view.
-class SiteCursor final : public QObject
+class ZELCHIPGUI_EXPORT SiteCursor final : public QObject
 {
     Q_OBJECT
 public:
@@ -35,7 +34,11 @@ public:
         std::function<QString(int id)> describe; // kind, state and occupant of a site, in one line
     };
 
-    SiteCursor(zelchipview::ZelGraphicsView* view, zelchipview::ZelGraphicsScene* scene, Host host);
+    SiteCursor(ZelGraphicsView* view, ZelGraphicsScene* scene, Host host);
+
+    // Asks the engine, which must live as long, for the sites and says their names, kinds and occupants. It finds none
+    // if the engine does not derive from zelplanengine.
+    SiteCursor(ZelGraphicsView* view, ZelGraphicsScene* scene, zelchipengine& engine);
 
     // Goes to a site, scrolls the drawing until it is visible, and shows the cursor whatever has the focus. If the
     // drawing does not show the site, the cursor is hidden.
@@ -64,8 +67,8 @@ private:
     [[nodiscard]] const std::vector<SitePlace>& places();
     [[nodiscard]] QPoint pointOn(const SitePlace& place) const;
 
-    zelchipview::ZelGraphicsView* const m_view;
-    zelchipview::ZelGraphicsScene* const m_scene;
+    ZelGraphicsView* const m_view;
+    ZelGraphicsScene* const m_scene;
     const Host m_host;
     SiteFrame* const m_frame; // child of the viewport
     std::vector<SitePlace> m_places; // of all sites on the layers below
@@ -74,4 +77,4 @@ private:
     bool m_hasCurrent = false;
 };
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/widgets/sitelistmodel.h"
+#include "planning/sitelistmodel.h"
 
 #include <QDialog>
 
@@ -14,7 +14,7 @@ class QPushButton;
 class QSortFilterProxyModel;
 class QTreeView;
 
-namespace mirn::zelchip {
+namespace mirn::zelchipview {
 
 // A dialog that lists the sites for one resource, to place it without a mouse. The list has the focus: the arrow keys
 // move in it, whatever is typed narrows it, Enter places and Escape closes. It knows no window, no engine and no
@@ -61,4 +61,4 @@ private:
     const Host m_host;
 };
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "host/sites/siteframe.h"
+#include "planning/siteframe.h"
 
 #include <QAccessibleWidget>
 #include <QPainter>
 
-namespace mirn::zelchip {
+namespace mirn::zelchipview {
 
 namespace {
 
@@ -95,4 +95,4 @@ void SiteFrame::paintEvent(QPaintEvent*)
         painter.fillRect(part, Qt::black);
 }
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

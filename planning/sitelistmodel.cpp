@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/widgets/sitelistmodel.h"
+#include "planning/sitelistmodel.h"
 
 #include <QGuiApplication>
 #include <QPalette>
@@ -8,7 +8,7 @@
 #include <tuple>
 #include <utility>
 
-namespace mirn::zelchip {
+namespace mirn::zelchipview {
 
 SiteListModel::SiteListModel(std::vector<SiteChoice> sites, Reason reason, QObject* parent)
     : QAbstractTableModel(parent)
@@ -78,4 +78,4 @@ QVariant SiteListModel::headerData(int section, Qt::Orientation orientation, int
     return section == NameColumn ? tr("Site") : tr("Kind, or why not");
 }
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/sites/sitecursor.h"
+#include "planning/sitecursor.h"
 
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/elements/chipelement.h"
@@ -7,7 +7,9 @@
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
-#include "host/sites/siteframe.h"
+#include "planning/planengine.h"
+#include "planning/siteframe.h"
+#include "platform/contract/zeltext.h"
 
 #include <QGraphicsRectItem>
 #include <QKeyEvent>
@@ -17,9 +19,7 @@
 #include <optional>
 #include <utility>
 
-namespace mirn::zelchip {
-
-using zelchipview::ZELChipViewDatabase;
+namespace mirn::zelchipview {
 
 namespace {
 
@@ -42,6 +42,27 @@ std::optional<Direction> directionOf(int key)
     }
 }
 
+std::vector<int> idsOf(const std::vector<zelsite>& sites)
+{
+    std::vector<int> ids;
+    for (const zelsite& site : sites)
+        ids.push_back(site.id);
+    return ids;
+}
+
+QString describeSite(zelplanengine& engine, int id)
+{
+    const std::vector<zelsite> sites = engine.sites();
+    const auto site = std::find_if(sites.begin(), sites.end(), [id](const zelsite& other) { return other.id == id; });
+    if (site == sites.end())
+        return {};
+    const std::string idText = std::to_string(id);
+    const QString occupant = fromEngineText(engine.occupant(&idText));
+    const QStringList parts{fromEngineText(site->name), fromEngineText(site->kind),
+        occupant.isEmpty() ? SiteCursor::tr("free") : SiteCursor::tr("occupied by %1").arg(occupant)};
+    return parts.join(QStringLiteral(", "));
+}
+
 // A menu or a dialog, which may be about the site with the cursor, returns the focus.
 bool isForAWhile(Qt::FocusReason reason)
 {
@@ -59,7 +80,7 @@ bool hasRange(const QScrollBar* bar)
 }
 
 // Returns the id of the element whose settings a double click opens at a point of the scene.
-int settingsElementAt(const zelchipview::ZelGraphicsScene& scene, const QPointF& point)
+int settingsElementAt(const ZelGraphicsScene& scene, const QPointF& point)
 {
     const QGraphicsItem* highest = nullptr;
     const QList<QGraphicsItem*> items = scene.items(point);
@@ -67,7 +88,7 @@ int settingsElementAt(const zelchipview::ZelGraphicsScene& scene, const QPointF&
         if (item->type() == QGraphicsRectItem::Type && (!highest || item->zValue() > highest->zValue()))
             highest = item;
     }
-    const auto* element = dynamic_cast<const zelchipview::ChipElement*>(highest);
+    const auto* element = dynamic_cast<const ChipElement*>(highest);
     return element && element->attribute() ? element->attribute()->itemId : -1;
 }
 
@@ -83,7 +104,7 @@ std::vector<double> fromTheMiddle()
 
 } // namespace
 
-SiteCursor::SiteCursor(zelchipview::ZelGraphicsView* view, zelchipview::ZelGraphicsScene* scene, Host host)
+SiteCursor::SiteCursor(ZelGraphicsView* view, ZelGraphicsScene* scene, Host host)
     : QObject(view)
     , m_view(view)
     , m_scene(scene)
@@ -94,6 +115,12 @@ SiteCursor::SiteCursor(zelchipview::ZelGraphicsView* view, zelchipview::ZelGraph
     m_view->installEventFilter(this);
     m_view->viewport()->installEventFilter(this);
 }
+
+SiteCursor::SiteCursor(ZelGraphicsView* view, ZelGraphicsScene* scene, zelchipengine& engine)
+    : SiteCursor(view, scene,
+        Host{[&engine] { return idsOf(planEngineOf(engine).sites()); },
+            [&engine](int id) { return describeSite(planEngineOf(engine), id); }})
+{ }
 
 bool SiteCursor::eventFilter(QObject* watched, QEvent* event)
 {
@@ -223,7 +250,7 @@ void SiteCursor::open()
 {
     if (site() < 0)
         return;
-    const auto type = zelchipview::DYNAMIC_DIALOG_DCU;
+    const auto type = DYNAMIC_DIALOG_DCU;
     ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
     const auto* values = database->getDynamicValueList(type, m_current.id);
     if (!values || values->isEmpty()) {
@@ -249,4 +276,4 @@ QPoint SiteCursor::pointOn(const SitePlace& place) const
     return m_view->mapFromScene(place.area.center());
 }
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

@@ -7,7 +7,7 @@
 #include <functional>
 #include <vector>
 
-namespace mirn::zelchip {
+namespace mirn::zelchipview {
 
 // A site that a person can choose in a SiteList.
 struct SiteChoice
@@ -58,4 +58,4 @@ private:
     const Reason m_reason;
 };
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/widgets/sitelist.h"
+#include "planning/sitelist.h"
 
 #include <QAccessible>
 #include <QCoreApplication>
@@ -16,7 +16,7 @@
 
 #include <utility>
 
-namespace mirn::zelchip {
+namespace mirn::zelchipview {
 
 namespace {
 
@@ -194,4 +194,4 @@ void SiteList::done(int result)
     QDialog::done(result);
 }
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-namespace mirn::zelchip {
+namespace mirn::zelchipview {
 
 // The visible keyboard cursor: a frame around a site. It is a child of the viewport and takes up the pixels of the
 // frame only, so that moving it repaints little of the drawing and its presence nothing. Screen readers see it as the
@@ -29,4 +29,4 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/contract/zelexport.h"
+
 #include <QPointF>
 #include <QRectF>
 
@@ -9,10 +11,8 @@
 class QGraphicsItem;
 
 namespace mirn::zelchipview {
-class ZelGraphicsScene;
-}
 
-namespace mirn::zelchip {
+class ZelGraphicsScene;
 
 // Where a site is in the drawing, in scene coordinates.
 struct SitePlace
@@ -25,18 +25,20 @@ enum class Direction { Left, Right, Up, Down };
 
 // Returns the item that represents an element: the lowest of its rects, which is a site's outline, else its lowest
 // item. Null if the drawing has no such element.
-[[nodiscard]] QGraphicsItem* outlineOf(zelchipview::ZelGraphicsScene& scene, int id);
+[[nodiscard]] ZELCHIPGUI_EXPORT QGraphicsItem* outlineOf(ZelGraphicsScene& scene, int id);
 
 // Returns the places of those elements that the drawing has on a visible layer, in the order of the ids.
-[[nodiscard]] std::vector<SitePlace> visiblePlaces(zelchipview::ZelGraphicsScene& scene, const std::vector<int>& ids);
+[[nodiscard]] ZELCHIPGUI_EXPORT std::vector<SitePlace> visiblePlaces(
+    ZelGraphicsScene& scene, const std::vector<int>& ids);
 
 // Returns the next place in a direction from the middle of an area, or null if there is none. A place counts only if
 // its middle is less than 45 degrees off the direction; one that lies straight ahead is preferred to a nearer one
 // aside.
-[[nodiscard]] const SitePlace* nextPlace(
+[[nodiscard]] ZELCHIPGUI_EXPORT const SitePlace* nextPlace(
     const std::vector<SitePlace>& places, const QPointF& middle, Direction direction);
 
 // Returns the place whose middle is nearest to a point; null only without places.
-[[nodiscard]] const SitePlace* nearestPlace(const std::vector<SitePlace>& places, const QPointF& point);
+[[nodiscard]] ZELCHIPGUI_EXPORT const SitePlace* nearestPlace(
+    const std::vector<SitePlace>& places, const QPointF& point);
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

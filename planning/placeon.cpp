@@ -1,30 +1,28 @@
 // SPDX-License-Identifier: MIT
-#include "host/window/placeon.h"
+#include "planning/placeon.h"
 
 #include "chipview/zelchipviewdatabase.h"
-#include "engine/referenceengine.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
-#include "host/dialogs/messagebox.h"
-#include "host/sites/sitecursor.h"
-#include "host/sites/siteplaces.h"
-#include "host/widgets/sitelist.h"
+#include "planning/planengine.h"
+#include "planning/sentence.h"
+#include "planning/sitecursor.h"
+#include "planning/sitelist.h"
+#include "planning/sitelistmodel.h"
+#include "planning/siteplaces.h"
+#include "platform/contract/zeltext.h"
 
 #include <QGraphicsItem>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <set>
 
-namespace mirn::zelchip {
-
-using zelchipview::ZELChipViewDatabase;
-using zelengine::Resource;
-using zelengine::ResourceType;
-using zelengine::Site;
+namespace mirn::zelchipview {
 
 namespace {
 
@@ -43,14 +41,14 @@ double distanceToNearest(const std::vector<QPointF>& origins, const QGraphicsIte
 
 } // namespace
 
-PlaceOn::PlaceOn(zelchipview::ZelGraphicsView* view, zelchipview::ZelGraphicsScene* scene, QTreeWidget* tree,
-    const zelengine::ReferenceEngine& engine, SiteCursor* cursor)
+PlaceOn::PlaceOn(
+    ZelGraphicsView* view, ZelGraphicsScene* scene, QTreeWidget* tree, zelchipengine& engine, SiteCursor* cursor)
     : QObject(view)
     , m_view(view)
     , m_scene(scene)
     , m_tree(tree)
     , m_engine(engine)
-    , m_cursor(cursor)
+    , m_cursor(cursor ? cursor : new SiteCursor(view, scene, engine)) // child of the view
 { }
 
 // The selected row, which the component's commands work on; after the tree was refilled only the current one is known.
@@ -58,7 +56,7 @@ void PlaceOn::openForRow()
 {
     const QList<QTreeWidgetItem*> selected = m_tree->selectedItems();
     const QTreeWidgetItem* row = selected.isEmpty() ? m_tree->currentItem() : selected.first();
-    open(row ? row->data(0, zelchipview::RESOURCENAME).toString() : QString());
+    open(row ? row->data(0, RESOURCENAME).toString() : QString());
 }
 
 void PlaceOn::open(const QString& resource)
@@ -68,8 +66,7 @@ void PlaceOn::open(const QString& resource)
         Q_EMIT refused(problem);
         return;
     }
-    const int index = m_engine.design().find(resource);
-    std::vector<QPointF> origins = placedNeighbours(index);
+    std::vector<QPointF> origins = placedNeighbours(resource);
     const QString order = origins.empty()
         ? tr("The nearest to the middle of what the drawing shows come first.")
         : tr("The nearest to what is placed of %1 come first.").arg(resource.section(QLatin1Char('/'), 0, -2));
@@ -80,7 +77,7 @@ void PlaceOn::open(const QString& resource)
     host.show = [this](const SiteChoice* site) { show(site); };
     host.place = [this, resource](int site) { return place(resource, site); };
     // A child of the tree, so that it goes with the project.
-    auto* list = new SiteList(resource, order, choices(index, origins), std::move(host), m_tree);
+    auto* list = new SiteList(resource, order, choices(toEngineText(resource), origins), std::move(host), m_tree);
     list->resize(m_tree->size().expandedTo(SmallestList));
     if (m_tree->isVisible()) // the drawing beside it stays visible
         list->move(m_tree->mapToGlobal(QPoint()));
@@ -89,23 +86,33 @@ void PlaceOn::open(const QString& resource)
 
 QString PlaceOn::refusal(const QString& resource) const
 {
-    const int index = m_engine.design().find(resource);
-    if (index < 0)
+    if (resource.isEmpty())
         return tr("No resource is chosen in the tree.");
-    const Resource& chosen = m_engine.design().resource(index);
-    if (chosen.type == ResourceType::Folder)
-        return tr("%1 only groups others and cannot be placed itself.").arg(resource);
-    const Site* site = m_engine.device().site(chosen.site);
-    return chosen.fixed && site ? tr("%1 is fixed on %2.").arg(resource, site->name) : QString();
+    const std::string name = toEngineText(resource);
+    const QString reason = asSentence(fromEngineText(planEngineOf(m_engine).refusalToPlace(&name)));
+    const bool isWhole = reason.isEmpty() || reason.endsWith(QLatin1Char('.'));
+    return isWhole ? reason : QString(reason + QLatin1Char('.'));
 }
 
-std::vector<QPointF> PlaceOn::placedNeighbours(int resource) const
+QTreeWidgetItem* PlaceOn::rowOf(const QString& resource) const
 {
-    const zelengine::Design& design = m_engine.design();
-    const int parent = design.resource(resource).parent;
+    for (QTreeWidgetItemIterator row(m_tree); *row; ++row) {
+        if ((*row)->data(0, RESOURCENAME).toString() == resource)
+            return *row;
+    }
+    return nullptr;
+}
+
+std::vector<QPointF> PlaceOn::placedNeighbours(const QString& resource) const
+{
+    QTreeWidgetItem* row = rowOf(resource);
+    if (!row)
+        return {};
+    QTreeWidgetItem* parent = row->parent() ? row->parent() : m_tree->invisibleRootItem();
     std::vector<QPointF> middles;
-    for (int sibling : parent < 0 ? design.topLevel() : design.resource(parent).children) {
-        const int site = sibling == resource ? -1 : design.resource(sibling).site;
+    for (int i = 0; i < parent->childCount(); ++i) {
+        const std::string sibling = toEngineText(parent->child(i)->data(0, RESOURCENAME).toString());
+        const int site = parent->child(i) == row ? -1 : planEngineOf(m_engine).siteOf(&sibling);
         // Negative ids are those of elements without one.
         const QGraphicsItem* item = site < 0 ? nullptr : outlineOf(*m_scene, site);
         if (item)
@@ -114,31 +121,36 @@ std::vector<QPointF> PlaceOn::placedNeighbours(int resource) const
     return middles;
 }
 
-std::vector<SiteChoice> PlaceOn::choices(int resource, const std::vector<QPointF>& origins) const
+std::vector<SiteChoice> PlaceOn::choices(const std::string& resource, const std::vector<QPointF>& origins) const
 {
-    const std::vector<int> legalIds = m_engine.rules().sitesFor(resource);
+    zelplanengine& engine = planEngineOf(m_engine);
+    const std::vector<int> legalIds = engine.sitesFor(&resource);
+    const std::vector<int> kindIds = engine.sitesOfKind(&resource);
     const std::set<int> legal(legalIds.begin(), legalIds.end());
-    const ResourceType type = m_engine.design().resource(resource).type;
-    std::vector<SiteChoice> sites;
-    for (const Site& site : m_engine.device().sites()) {
+    const std::set<int> ofKind(kindIds.begin(), kindIds.end());
+    std::vector<SiteChoice> choices;
+    for (const zelsite& site : engine.sites()) {
         SiteChoice choice;
         choice.id = site.id;
-        choice.name = site.name;
-        choice.kind = m_engine.device().kindOf(site).title;
+        choice.name = fromEngineText(site.name);
+        choice.kind = fromEngineText(site.kind);
         choice.distance = distanceToNearest(origins, outlineOf(*m_scene, site.id));
-        if (m_engine.device().accepts(site, type))
-            choice.fit = legal.count(site.id) > 0 ? SiteChoice::Fit::Legal : SiteChoice::Fit::Refused;
-        sites.push_back(std::move(choice));
+        if (legal.count(site.id) > 0)
+            choice.fit = SiteChoice::Fit::Legal;
+        else if (ofKind.count(site.id) > 0)
+            choice.fit = SiteChoice::Fit::Refused;
+        choices.push_back(std::move(choice));
     }
-    return sites;
+    return choices;
 }
 
 QString PlaceOn::reason(const QString& resource, int site) const
 {
-    const int index = m_engine.design().find(resource); // a script may have removed it meanwhile
-    if (index < 0)
+    const std::string name = toEngineText(resource);
+    if (m_engine.getResourceType(&name) == ZEL_RESOURCE_UNKNOWN) // a script may have removed it meanwhile
         return tr("There is no resource %1 any more.").arg(resource);
-    return asSentence(m_engine.rules().propose(index, site).refusal.sentence());
+    const std::string id = std::to_string(site);
+    return asSentence(fromEngineText(m_engine.refusalReason(&name, &id)));
 }
 
 QString PlaceOn::place(const QString& resource, int site) const
@@ -163,4 +175,4 @@ void PlaceOn::show(const SiteChoice* site) const
         m_cursor->hide();
 }
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/contract/zelexport.h"
+
 #include <QLabel>
 #include <QTimer>
 
-namespace mirn::zelchip {
+namespace mirn::zelchipview {
 
 // A short text beside the pointer that lets all input through: why a site refuses a resource. What the site is, the
 // chip view says in a text of its own. It is a child of the window that it is shown in.
-class PointerNote final : public QLabel
+class ZELCHIPGUI_EXPORT PointerNote final : public QLabel
 {
     Q_OBJECT
 public:
@@ -17,6 +19,9 @@ public:
     // Shows the text beside a position on the screen, inside the window. An empty text hides the note at once.
     void showAt(const QString& text, QPoint globalPosition);
 
+    // Does the same, and hides the note after some seconds.
+    void showForAWhile(const QString& text, QPoint globalPosition);
+
     // Hides the note after some seconds, so that there is time to read it.
     void fade();
 
@@ -24,4 +29,4 @@ private:
     QTimer m_fading;
 };
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

@@ -1,23 +1,25 @@
 // SPDX-License-Identifier: MIT
-#include "host/gestures/dragreason.h"
+#include "planning/dragreason.h"
 
 #include "chipview/zelchipviewdatabase.h"
-#include "engine/referenceengine.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
-#include "host/drawing/elementprobe.h"
 #include "planning/dropposition.h"
+#include "planning/elementprobe.h"
+#include "planning/planengine.h"
+#include "platform/contract/zeltext.h"
 
 #include <QCursor>
 #include <QDragMoveEvent>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <utility>
 
-namespace mirn::zelchip {
+namespace mirn::zelchipview {
 
-DragReason::DragReason(zelchipview::ZelGraphicsView* view, QTreeWidget* tree, const zelengine::ReferenceEngine& engine)
+DragReason::DragReason(ZelGraphicsView* view, QTreeWidget* tree, zelchipengine& engine)
     : QObject(view)
     , m_view(view)
     , m_viewport(view->viewport())
@@ -41,11 +43,12 @@ void DragReason::watchDrawing(QEvent* event)
 {
     switch (event->type()) {
     case QEvent::DragEnter:
-        m_isDragging = true;
+        beginDrag();
         break;
     case QEvent::DragMove: {
-        m_isDragging = true;
-        const QPoint position = zelchipview::dropPosition(*static_cast<QDragMoveEvent*>(event));
+        if (!m_isDragging)
+            beginDrag();
+        const QPoint position = dropPosition(*static_cast<QDragMoveEvent*>(event));
         tell(reasonAt(position), m_view->viewport()->mapToGlobal(position));
         break;
     }
@@ -70,7 +73,7 @@ void DragReason::watchTree(QEvent* event)
         return;
     const auto* move = static_cast<QMouseEvent*>(event);
     const QList<QTreeWidgetItem*> rows = m_tree->selectedItems();
-    if (!(move->buttons() & Qt::LeftButton) || rows.isEmpty() || rows.first()->data(0, zelchipview::DRAGABLE).toBool())
+    if (!(move->buttons() & Qt::LeftButton) || rows.isEmpty() || rows.first()->data(0, DRAGABLE).toBool())
         return;
     m_isRowChecked = true;
     const QString reason = reasonToStay();
@@ -78,32 +81,44 @@ void DragReason::watchTree(QEvent* event)
         Q_EMIT refused(reason, m_tree->viewport()->mapToGlobal(move->pos()));
 }
 
-int DragReason::draggedResource() const
+void DragReason::beginDrag()
+{
+    m_isDragging = true;
+    m_sites.clear();
+    for (const zelsite& site : planEngineOf(m_engine).sites())
+        m_sites.push_back(site.id);
+    std::sort(m_sites.begin(), m_sites.end());
+}
+
+bool DragReason::isSite(int id) const
+{
+    return m_sites.empty() || std::binary_search(m_sites.begin(), m_sites.end(), id);
+}
+
+// Empty if no row is selected.
+std::string DragReason::draggedResource() const
 {
     const QList<QTreeWidgetItem*> rows = m_tree->selectedItems();
-    return rows.isEmpty() ? -1 : m_engine.design().find(rows.first()->data(0, zelchipview::RESOURCENAME).toString());
+    return rows.isEmpty() ? std::string() : toEngineText(rows.first()->data(0, RESOURCENAME).toString());
 }
 
 QString DragReason::reasonAt(QPoint position) const
 {
-    const zelchipview::ZELGraphicItemAttribute* element = elementAt(*m_view, position);
-    const int resource = draggedResource();
-    if (resource < 0 || !element)
+    const ZELGraphicItemAttribute* element = elementAt(*m_view, position);
+    const std::string resource = draggedResource();
+    if (resource.empty() || !element)
         return {};
-    if (!m_engine.device().site(element->itemId))
+    if (!isSite(element->itemId))
         return tr("%1 takes no resource").arg(describeElement(*element));
-    return m_engine.rules().propose(resource, element->itemId).refusal.sentence();
+    const std::string site = std::to_string(element->itemId);
+    return fromEngineText(m_engine.refusalReason(&resource, &site));
 }
 
-// Returns why the selected row cannot be dragged. Every site refuses such a resource for the same reason, so the first
-// site is asked.
+// Returns why the selected row cannot be dragged.
 QString DragReason::reasonToStay() const
 {
-    const int resource = draggedResource();
-    const std::vector<zelengine::Site>& sites = m_engine.device().sites();
-    if (resource < 0 || sites.empty())
-        return {};
-    return m_engine.rules().propose(resource, sites.front().id).refusal.sentence();
+    const std::string resource = draggedResource();
+    return resource.empty() ? QString() : fromEngineText(planEngineOf(m_engine).refusalToPlace(&resource));
 }
 
 void DragReason::tell(const QString& reason, QPoint position)
@@ -119,11 +134,11 @@ void DragReason::end(bool isOverDrawing)
 {
     if (!std::exchange(m_isDragging, false))
         return;
-    zelchipview::ZELChipViewDatabase::getInstance()->clearHighlightedProbPlaceItems();
+    ZELChipViewDatabase::getInstance()->clearHighlightedProbPlaceItems();
     const QString reason = m_reason;
     tell({}, m_position);
     if (isOverDrawing && !reason.isEmpty())
         Q_EMIT refused(reason, m_position);
 }
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

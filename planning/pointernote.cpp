@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "host/widgets/pointernote.h"
+#include "planning/pointernote.h"
 
 #include <QToolTip>
 
 #include <algorithm>
 
-namespace mirn::zelchip {
+namespace mirn::zelchipview {
 
 namespace {
 
@@ -53,10 +53,16 @@ void PointerNote::showAt(const QString& text, QPoint globalPosition)
     raise();
 }
 
+void PointerNote::showForAWhile(const QString& text, QPoint globalPosition)
+{
+    showAt(text, globalPosition);
+    fade();
+}
+
 void PointerNote::fade()
 {
     if (!isHidden())
         m_fading.start();
 }
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

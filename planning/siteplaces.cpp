@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/sites/siteplaces.h"
+#include "planning/siteplaces.h"
 
 #include "graphics/elements/chipelement.h"
 #include "graphics/zelgraphicitemattribute.h"
@@ -11,7 +11,7 @@
 #include <cmath>
 #include <limits>
 
-namespace mirn::zelchip {
+namespace mirn::zelchipview {
 
 namespace {
 
@@ -56,7 +56,7 @@ template <typename Cost> const SitePlace* cheapest(const std::vector<SitePlace>&
 
 } // namespace
 
-QGraphicsItem* outlineOf(zelchipview::ZelGraphicsScene& scene, int id)
+QGraphicsItem* outlineOf(ZelGraphicsScene& scene, int id)
 {
     const QList<QGraphicsItem*> items = scene.itemsOf(id);
     const auto isBefore = [](const QGraphicsItem* a, const QGraphicsItem* b) {
@@ -68,13 +68,13 @@ QGraphicsItem* outlineOf(zelchipview::ZelGraphicsScene& scene, int id)
     return lowest != items.end() ? *lowest : nullptr;
 }
 
-std::vector<SitePlace> visiblePlaces(zelchipview::ZelGraphicsScene& scene, const std::vector<int>& ids)
+std::vector<SitePlace> visiblePlaces(ZelGraphicsScene& scene, const std::vector<int>& ids)
 {
     std::vector<SitePlace> places;
     for (int id : ids) {
         const QGraphicsItem* item = outlineOf(scene, id);
         // The controller would take an attribute that it returns for one that the host may change.
-        const auto* element = dynamic_cast<const zelchipview::ChipElement*>(item);
+        const auto* element = dynamic_cast<const ChipElement*>(item);
         if (element && element->attribute() && scene.isLayerVisible(element->attribute()->layer))
             places.push_back({id, item->sceneBoundingRect()});
     }
@@ -96,4 +96,4 @@ const SitePlace* nearestPlace(const std::vector<SitePlace>& places, const QPoint
         places, [&](const QPointF& other) { return std::hypot(other.x() - point.x(), other.y() - point.y()); });
 }
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview

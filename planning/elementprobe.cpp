@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/drawing/elementprobe.h"
+#include "planning/elementprobe.h"
 
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelconstants.h"
@@ -10,10 +10,7 @@
 #include <QCoreApplication>
 #include <QGraphicsItem>
 
-namespace mirn::zelchip {
-
-using zelchipview::ZELChipViewDatabase;
-using zelchipview::ZELGraphicItemAttribute;
+namespace mirn::zelchipview {
 
 namespace {
 
@@ -49,11 +46,11 @@ QString kindName(int kind)
 
 const ZELGraphicItemAttribute* attributeOf(const QGraphicsItem* item)
 {
-    const int loadNumber = item->data(zelchipview::ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
+    const int loadNumber = item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
     return ZELChipViewDatabase::getInstance()->getGraphicItemAttribute(loadNumber);
 }
 
-const ZELGraphicItemAttribute* elementAt(zelchipview::ZelGraphicsView& view, QPoint position)
+const ZELGraphicItemAttribute* elementAt(ZelGraphicsView& view, QPoint position)
 {
     const ZELGraphicItemAttribute* best = nullptr;
     const QList<QGraphicsItem*> items = view.items(position); // topmost first
@@ -76,4 +73,4 @@ QString describeElement(const ZELGraphicItemAttribute& element)
     return element.itemId < 0 ? text : QStringLiteral("%1  (id %2)").arg(text, QString::number(element.itemId));
 }
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview
