@@ -27,6 +27,7 @@ public:
     // The engine's own sentences are reported as they are; an engine that does not say why reports none.
     DragReason(ZelGraphicsView* view, QTreeWidget* tree, zelchipengine& engine);
 
+    // Watches the viewports of view and tree.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:

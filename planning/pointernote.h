@@ -14,6 +14,7 @@ class ZELCHIPGUI_EXPORT PointerNote final : public QLabel
 {
     Q_OBJECT
 public:
+    // The window becomes the owner.
     explicit PointerNote(QWidget* window);
 
     // Shows the text beside a position on the screen, inside the window. An empty text hides the note at once.

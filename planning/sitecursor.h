@@ -28,12 +28,14 @@ class ZELCHIPGUI_EXPORT SiteCursor final : public QObject
 {
     Q_OBJECT
 public:
+    // What the cursor asks of its host.
     struct Host
     {
         std::function<std::vector<int>()> sites; // the element ids of all sites; asked when the visible layers change
         std::function<QString(int id)> describe; // kind, state and occupant of a site, in one line
     };
 
+    // The view becomes the owner.
     SiteCursor(ZelGraphicsView* view, ZelGraphicsScene* scene, Host host);
 
     // Asks the engine, which must live as long, for the sites and says their names, kinds and occupants. It finds none
@@ -48,6 +50,7 @@ public:
     // The element id of the site with the cursor, or -1 if the cursor is hidden.
     [[nodiscard]] int site() const;
 
+    // Watches the view and its viewport.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:

@@ -18,9 +18,10 @@ class ZelGraphicsScene;
 struct SitePlace
 {
     int id = 0; // element id
-    QRectF area;
+    QRectF area; // of its outline
 };
 
+// On the screen.
 enum class Direction { Left, Right, Up, Down };
 
 // Returns the item that represents an element: the lowest of its rects, which is a site's outline, else its lowest

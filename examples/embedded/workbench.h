@@ -7,6 +7,7 @@
 
 class QListWidget;
 class QPlainTextEdit;
+class QToolBar;
 
 namespace mirn::zelchipview {
 class ZelChipGUI;
@@ -31,6 +32,7 @@ private:
     void addTabs();
     void addDocks();
     void addTools();
+    void addPlanningAids();
     void answer(const QString& command, int& ret, QString& result);
     void refresh();
 
@@ -38,4 +40,5 @@ private:
     std::unique_ptr<mirn::zelchipview::ZelChipGUI> m_chipView;
     QListWidget* m_unplaced; // owned by a dock
     QPlainTextEdit* m_log; // owned by a dock
+    QToolBar* m_tools; // owned by the window
 };

@@ -17,6 +17,7 @@ QList<std::pair<QString, QString>> gestures()
     return {
         {tr("Ctrl + wheel, + and -"), tr("zoom at the pointer")},
         {tr("F, Ctrl + 0"), tr("show the whole drawing")},
+        {tr("map in the corner"), tr("click or drag: move the view; View > Overview switches the map on and off")},
         {tr("Shift + F"), tr("zoom to the selected elements")},
         {tr("wheel, arrow keys"), tr("scroll; with Shift or Alt the wheel scrolls sideways")},
         {tr("arrow keys"), tr("while no scroll bar needs them: move the keyboard cursor from site to site")},

@@ -9,7 +9,7 @@
 // A resource on a site, or to be placed on it.
 struct zelplacement
 {
-    std::string resource;
+    std::string resource; // its name
     int site = -1; // element id
 };
 
@@ -17,9 +17,9 @@ struct zelplacement
 struct zelconnection
 {
     std::string from; // the one that feeds or supplies, such as a clock source
-    std::string to;
-    int fromSite = -1; // element ids; -1 if not placed
-    int toSite = -1;
+    std::string to; // the one that is fed
+    int fromSite = -1; // element id; -1 if not placed
+    int toSite = -1; // the same for the other
     std::string broken; // one sentence for users: the rule that the present places break; empty if they break none
 };
 

@@ -115,6 +115,7 @@ private Q_SLOTS:
         const std::string name = resource.toStdString();
         const std::string idText = std::to_string(id);
         QCOMPARE(m_engine->canDrop(&name, &idText), refusal.isEmpty());
+        QCOMPARE(QString::fromStdString(m_engine->refusalReason(&name, &idText)), refusal);
         QCOMPARE(m_engine->place(resource, id), refusal);
         if (refusal.isEmpty())
             QVERIFY(placements(*m_engine).contains(resource.mid(4) + '@' + site));
@@ -131,9 +132,12 @@ private Q_SLOTS:
             const std::string name = start.resource(index).path.toStdString();
             std::list<std::string> proposed;
             m_engine->showProbPlaceItem(&name, &anywhere, proposed);
+            QVERIFY(proposed.empty() || m_engine->refusalToPlace(&name).empty());
+            const std::vector<int> ofKind = m_engine->sitesOfKind(&name);
             for (const auto& site : m_engine->device().sites()) {
                 const std::string id = std::to_string(site.id);
                 const bool isProposed = std::find(proposed.begin(), proposed.end(), id) != proposed.end();
+                QVERIFY(!isProposed || std::find(ofKind.begin(), ofKind.end(), site.id) != ofKind.end());
                 QCOMPARE(m_engine->canDrop(&name, &id), isProposed);
                 QCOMPARE(m_engine->place(start.resource(index).path, site.id).isEmpty(), isProposed);
                 m_engine->setDesign(start);
