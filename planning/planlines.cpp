@@ -46,8 +46,8 @@ std::vector<PlanLine> PlanLines::linesOf(
         const QRectF to = isFromPlaced && isToPlaced ? m_areas.areaOf(connection.toSite) : QRectF();
         PlanLine line{from.center(), to.center(), static_cast<int>(n), kindOf(connection.from),
             !connection.broken.empty(), !isFromPlaced || !isToPlaced};
-        if (!from.isNull() && (line.isStub ? findNearest(isFromPlaced ? connection.to : connection.from, line)
-                                           : !to.isNull()))
+        if (!from.isNull()
+            && (line.isStub ? findNearest(isFromPlaced ? connection.to : connection.from, line) : !to.isNull()))
             lines.push_back(line);
     }
     return lines;

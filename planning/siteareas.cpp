@@ -36,7 +36,8 @@ int siteAt(ZelGraphicsView& view, QPoint position)
 {
     const QList<QGraphicsItem*> items = view.items(position); // topmost first
     for (const QGraphicsItem* item : items) {
-        const auto* element = item->type() == QGraphicsRectItem::Type ? dynamic_cast<const ChipElement*>(item) : nullptr;
+        const auto* element
+            = item->type() == QGraphicsRectItem::Type ? dynamic_cast<const ChipElement*>(item) : nullptr;
         const ZELGraphicItemAttribute* attribute = element ? element->attribute() : nullptr;
         // Elements of hidden layers are in the scene as well.
         if (attribute && attribute->itemId >= 0 && view.getVisibleLayers().contains(attribute->layer))

@@ -6,6 +6,7 @@
 #include "host/memory/windowplace.h"
 #include "host/memory/windowsettings.h"
 
+#include <QAction>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMainWindow>
@@ -51,6 +52,17 @@ void WindowMemory::begin(std::unique_ptr<WindowSettings> settings, QSize size)
     m_console->setHistory(m_settings->history());
     m_folder = m_settings->folder();
     m_chipDocks = m_settings->arrangement(ChipDocks);
+    restoreChoices();
+}
+
+// One of a group is checked in any case, so that a damaged file leaves none of them unchecked.
+void WindowMemory::restoreChoices()
+{
+    for (QAction* choice : std::as_const(m_choices)) {
+        const std::optional<bool> isChecked = m_settings->choice(choice->objectName());
+        if (isChecked && (*isChecked || !choice->actionGroup()))
+            choice->setChecked(*isChecked);
+    }
 }
 
 void WindowMemory::place(QSize size)
@@ -99,6 +111,8 @@ void WindowMemory::save(const QMainWindow& chipView)
     m_settings->setArrangement(MainDocks, m_window->saveState());
     m_settings->setArrangement(ChipDocks, chipView.saveState());
     m_settings->setHistory(m_console->history());
+    for (const QAction* choice : std::as_const(m_choices))
+        m_settings->setChoice(choice->objectName(), choice->isChecked());
     m_settings->write();
 }
 

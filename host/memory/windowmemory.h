@@ -2,11 +2,13 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QObject>
 #include <QString>
 
 #include <memory>
 
+class QAction;
 class QMainWindow;
 class QMenu;
 
@@ -32,6 +34,9 @@ public:
     // Keeps the docks of a chip view that is about to be deleted.
     void leave(const QMainWindow& chipView);
 
+    // Keeps which of these checkable actions are checked, by their object names. Call it before begin().
+    void remember(const QList<QAction*>& choices) { m_choices += choices; }
+
     // Arranges the docks as they were. Call it when window and chip view have been arranged in the usual way.
     void arrangeWindow();
     void arrange(QMainWindow& chipView);
@@ -47,11 +52,13 @@ public:
 
 private:
     void place(QSize size);
+    void restoreChoices();
 
     QMainWindow* const m_window;
     ConsoleDock* const m_console;
     RecentProjects* const m_recent; // child
     std::unique_ptr<WindowSettings> m_settings;
+    QList<QAction*> m_choices; // children of the window
     QByteArray m_chipDocks; // of the last chip view
     QString m_folder;
 };

@@ -19,6 +19,7 @@ const char MaximizedKey[] = "window/maximized";
 const char HistoryKey[] = "console/history";
 const char FolderKey[] = "files/folder";
 const char RecentKey[] = "files/recent";
+const QString ChoiceKeys = QStringLiteral("view/");
 
 QByteArray checksum(const QByteArray& bytes)
 {
@@ -93,6 +94,20 @@ void WindowSettings::setArrangement(const QString& window, const QByteArray& sta
     if (m_file)
         m_file->setValue(
             window + QStringLiteral("/docks"), QString::fromLatin1(checksum(state) + ' ' + state.toBase64()));
+}
+
+std::optional<bool> WindowSettings::choice(const QString& name) const
+{
+    const QString value = m_file ? m_file->value(ChoiceKeys + name).toString() : QString();
+    if (value != QLatin1String("true") && value != QLatin1String("false"))
+        return std::nullopt;
+    return value == QLatin1String("true");
+}
+
+void WindowSettings::setChoice(const QString& name, bool isMade)
+{
+    if (m_file)
+        m_file->setValue(ChoiceKeys + name, isMade);
 }
 
 QStringList WindowSettings::history() const

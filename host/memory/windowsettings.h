@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
 namespace mirn::zelchip {
 
@@ -32,6 +33,10 @@ public:
     // The arrangement of the docks of a window, as QMainWindow::saveState() returns it.
     [[nodiscard]] QByteArray arrangement(const QString& window) const;
     void setArrangement(const QString& window, const QByteArray& state);
+
+    // Whether a choice of a menu was made; nothing if that is not remembered.
+    [[nodiscard]] std::optional<bool> choice(const QString& name) const;
+    void setChoice(const QString& name, bool isMade);
 
     // The scripts that were entered into the console, oldest first. Very long ones are not remembered.
     [[nodiscard]] QStringList history() const;

@@ -28,6 +28,7 @@
 #include "host/window/busyscript.h"
 #include "host/window/drawingarea.h"
 #include "host/window/keyboardaccess.h"
+#include "host/window/planningmenu.h"
 #include "host/window/problemsdock.h"
 #include "resources/zeltree.h"
 
@@ -58,6 +59,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_problems(new ProblemsDock(this, m_console, [this] { return m_drawingArea.get(); }))
     , m_statusBar(new ChipStatusBar(this))
     , m_dragNote(new PointerNote(this))
+    , m_planning(new PlanningMenu(this))
     , m_notice(new ProjectNotice(this))
     , m_memory(new WindowMemory(this, m_console, m_actions.openRecent))
 {
@@ -239,6 +241,7 @@ void MainWindow::connectChipView()
     connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
     connect(m_probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
     connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showMagnification);
+    m_planning->begin(*m_drawingArea);
 }
 
 void MainWindow::showSummary()
@@ -258,6 +261,8 @@ void MainWindow::showSummary()
 
 void MainWindow::connectConsole()
 {
+    m_actions.addToggles(m_planning->menuActions());
+    m_memory->remember(m_planning->choices());
     m_actions.addToggles({m_console->toggleViewAction(), m_problems->toggleViewAction()});
     connect(m_problems, &ProblemsDock::counted, m_statusBar, &ChipStatusBar::setProblems);
     connect(m_statusBar, &ChipStatusBar::problemsRequested, m_problems, &ProblemsDock::come);
@@ -335,6 +340,7 @@ void MainWindow::refreshView()
     m_refresh.stop();
     m_drawingArea->refresh();
     m_probe->refresh();
+    m_planning->refresh();
     m_problems->refresh();
     showDesignState();
 }
@@ -407,6 +413,7 @@ void MainWindow::settle()
         refreshView();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     m_drawingArea->settle();
+    m_planning->settle();
     m_probe->update();
 }
 

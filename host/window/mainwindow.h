@@ -18,6 +18,7 @@ class BusyScript;
 class ChipStatusBar;
 class DrawingArea;
 class ConsoleDock;
+class PlanningMenu;
 class PointerNote;
 class ProblemsDock;
 class ProjectNotice;
@@ -88,6 +89,7 @@ private:
     zelchipview::ZelGraphicsView* graphicsView() override;
     QTreeWidget* tree() override;
     const zelengine::Device& device() const override;
+    PlanningMenu& planning() override { return *m_planning; }
     void settle() override;
 
     void chooseProject();
@@ -106,6 +108,7 @@ private:
     ProblemsDock* const m_problems; // child of the window
     ChipStatusBar* const m_statusBar; // child of the window
     PointerNote* const m_dragNote; // child of the window
+    PlanningMenu* const m_planning; // child of the window
     ProjectNotice* const m_notice; // child of the window
     WindowMemory* const m_memory; // child of the window
     std::unique_ptr<DrawingArea> m_drawingArea;
