@@ -21,10 +21,33 @@ bool isWholePixel(double distance)
     return std::abs(distance - std::round(distance)) < 1e-6;
 }
 
-int roundedPixel(double coordinate)
+// Maps one coordinate to a pixel. The whole pixels of the offset are added at the end, so that rounding is the same
+// after a scroll: many coordinates lie right between two pixels.
+class PixelMap
 {
-    return static_cast<int>(std::floor(coordinate));
-}
+public:
+    PixelMap(double scale, double offset)
+        : m_scale(scale)
+    {
+        const double parts = std::round(offset * Parts);
+        const double whole = std::floor(parts / Parts);
+        m_whole = static_cast<int>(whole);
+        m_fraction = parts / Parts - whole;
+    }
+
+    [[nodiscard]] double position(double coordinate) const { return coordinate * m_scale + m_fraction + m_whole; }
+    [[nodiscard]] int pixel(double coordinate) const
+    {
+        return static_cast<int>(std::floor(coordinate * m_scale + m_fraction)) + m_whole;
+    }
+
+private:
+    static constexpr double Parts = 1024; // of a pixel
+
+    double m_scale;
+    double m_fraction;
+    int m_whole;
+};
 
 // Draws the pixels of a line that lie in `part`. They do not depend on the part: each is computed from the ends alone.
 class ThinLine
@@ -148,27 +171,28 @@ void LinePicture::move(QPoint way)
 
 void LinePicture::draw(const std::vector<PlanLine>& lines, const QRect& part)
 {
-    for (int y = part.top(); y <= part.bottom(); ++y)
-        std::memset(m_image.scanLine(y) + sizeof(QRgb) * static_cast<std::size_t>(part.left()), 0,
+    for (int row = part.top(); row <= part.bottom(); ++row)
+        std::memset(m_image.scanLine(row) + sizeof(QRgb) * static_cast<std::size_t>(part.left()), 0,
             sizeof(QRgb) * static_cast<std::size_t>(part.width()));
     const ThinLine pen(m_image, part);
     const QRectF near = QRectF(part).adjusted(-1, -1, 1, 1);
     const QRectF drawable(-FarthestPixel, -FarthestPixel, 2 * FarthestPixel, 2 * FarthestPixel);
-    const double scale = m_toImage.m11();
-    const double dx = m_toImage.dx();
-    const double dy = m_toImage.dy();
+    const PixelMap x(m_toImage.m11(), m_toImage.dx());
+    const PixelMap y(m_toImage.m22(), m_toImage.dy());
     for (const bool isBroken : {false, true}) {
         for (const PlanLine& line : lines) {
             if (line.isBroken != isBroken || line.isStub)
                 continue;
-            const QPointF from(line.from.x() * scale + dx, line.from.y() * scale + dy);
-            const QPointF to(line.to.x() * scale + dx, line.to.y() * scale + dy);
+            const QPointF from(x.position(line.from.x()), y.position(line.from.y()));
+            const QPointF to(x.position(line.to.x()), y.position(line.to.y()));
             if (std::max(from.x(), to.x()) < near.left() || std::min(from.x(), to.x()) > near.right()
                 || std::max(from.y(), to.y()) < near.top() || std::min(from.y(), to.y()) > near.bottom())
                 continue;
-            const QPoint first(roundedPixel(from.x()), roundedPixel(from.y()));
-            const QPoint last(roundedPixel(to.x()), roundedPixel(to.y()));
-            if (first == last || !drawable.contains(from) || !drawable.contains(to))
+            if (!drawable.contains(from) || !drawable.contains(to))
+                continue;
+            const QPoint first(x.pixel(line.from.x()), y.pixel(line.from.y()));
+            const QPoint last(x.pixel(line.to.x()), y.pixel(line.to.y()));
+            if (first == last)
                 continue;
             QColor color = colorOf(line);
             color.setAlpha(ThinLineAlpha);
