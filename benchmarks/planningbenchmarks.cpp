@@ -9,6 +9,7 @@
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
+#include "graphics/zelviewlayer.h"
 #include "planning/planaids.h"
 #include "platform/contract/zelplanengine.h"
 #include "tests/support/fakeengine.h"
