@@ -52,17 +52,13 @@ void WindowMemory::begin(std::unique_ptr<WindowSettings> settings, QSize size)
     m_console->setHistory(m_settings->history());
     m_folder = m_settings->folder();
     m_chipDocks = m_settings->arrangement(ChipDocks);
-    restoreChoices();
+    for (QAction* toggle : std::as_const(m_toggles))
+        toggle->setChecked(m_settings->isOn(toggle->objectName(), toggle->isChecked()));
 }
 
-// One of a group is checked in any case, so that a damaged file leaves none of them unchecked.
-void WindowMemory::restoreChoices()
+void WindowMemory::keep(QAction* toggle)
 {
-    for (QAction* choice : std::as_const(m_choices)) {
-        const std::optional<bool> isChecked = m_settings->choice(choice->objectName());
-        if (isChecked && (*isChecked || !choice->actionGroup()))
-            choice->setChecked(*isChecked);
-    }
+    m_toggles.append(toggle);
 }
 
 void WindowMemory::place(QSize size)
@@ -110,9 +106,9 @@ void WindowMemory::save(const QMainWindow& chipView)
         m_settings->setPlace(place, isMaximized);
     m_settings->setArrangement(MainDocks, m_window->saveState());
     m_settings->setArrangement(ChipDocks, chipView.saveState());
+    for (const QAction* toggle : std::as_const(m_toggles))
+        m_settings->setOn(toggle->objectName(), toggle->isChecked());
     m_settings->setHistory(m_console->history());
-    for (const QAction* choice : std::as_const(m_choices))
-        m_settings->setChoice(choice->objectName(), choice->isChecked());
     m_settings->write();
 }
 

@@ -18,7 +18,8 @@ class ConsoleDock;
 class RecentProjects;
 class WindowSettings;
 
-// Brings the main window back as it was left: its place, its docks, the console's history, the folder and the projects.
+// Brings the main window back as it was left: its place, its docks, what its menus
+// switch on, the console's history, the folder and the projects.
 // Without settings it does so from one project to the next only. The main window owns it.
 class WindowMemory final : public QObject
 {
@@ -31,11 +32,12 @@ public:
     // remember nothing.
     void begin(std::unique_ptr<WindowSettings> settings, QSize size);
 
+    // Remembers whether an action that can be checked is, under its object name. Call it before begin(); the action
+    // must live as long as the window.
+    void keep(QAction* toggle);
+
     // Keeps the docks of a chip view that is about to be deleted.
     void leave(const QMainWindow& chipView);
-
-    // Keeps which of these checkable actions are checked, by their object names. Call it before begin().
-    void remember(const QList<QAction*>& choices) { m_choices += choices; }
 
     // Arranges the docks as they were. Call it when window and chip view have been arranged in the usual way.
     void arrangeWindow();
@@ -52,13 +54,12 @@ public:
 
 private:
     void place(QSize size);
-    void restoreChoices();
 
     QMainWindow* const m_window;
     ConsoleDock* const m_console;
     RecentProjects* const m_recent; // child
     std::unique_ptr<WindowSettings> m_settings;
-    QList<QAction*> m_choices; // children of the window
+    QList<QAction*> m_toggles;
     QByteArray m_chipDocks; // of the last chip view
     QString m_folder;
 };

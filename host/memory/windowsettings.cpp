@@ -16,10 +16,10 @@ constexpr int LongestScript = 2000; // characters
 
 const char PlaceKey[] = "window/place";
 const char MaximizedKey[] = "window/maximized";
+const QString ToggleGroup = QStringLiteral("view/");
 const char HistoryKey[] = "console/history";
 const char FolderKey[] = "files/folder";
 const char RecentKey[] = "files/recent";
-const QString ChoiceKeys = QStringLiteral("view/");
 
 QByteArray checksum(const QByteArray& bytes)
 {
@@ -96,18 +96,16 @@ void WindowSettings::setArrangement(const QString& window, const QByteArray& sta
             window + QStringLiteral("/docks"), QString::fromLatin1(checksum(state) + ' ' + state.toBase64()));
 }
 
-std::optional<bool> WindowSettings::choice(const QString& name) const
+bool WindowSettings::isOn(const QString& name, bool usually) const
 {
-    const QString value = m_file ? m_file->value(ChoiceKeys + name).toString() : QString();
-    if (value != QLatin1String("true") && value != QLatin1String("false"))
-        return std::nullopt;
-    return value == QLatin1String("true");
+    const QString stored = m_file ? m_file->value(ToggleGroup + name).toString() : QString();
+    return stored == QLatin1String("true") || (usually && stored != QLatin1String("false"));
 }
 
-void WindowSettings::setChoice(const QString& name, bool isMade)
+void WindowSettings::setOn(const QString& name, bool isOn)
 {
     if (m_file)
-        m_file->setValue(ChoiceKeys + name, isMade);
+        m_file->setValue(ToggleGroup + name, isOn);
 }
 
 QStringList WindowSettings::history() const

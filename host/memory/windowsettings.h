@@ -7,7 +7,6 @@
 #include <QStringList>
 
 #include <memory>
-#include <optional>
 
 namespace mirn::zelchip {
 
@@ -34,9 +33,9 @@ public:
     [[nodiscard]] QByteArray arrangement(const QString& window) const;
     void setArrangement(const QString& window, const QByteArray& state);
 
-    // Whether a choice of a menu was made; nothing if that is not remembered.
-    [[nodiscard]] std::optional<bool> choice(const QString& name) const;
-    void setChoice(const QString& name, bool isMade);
+    // Whether something that a menu switches is on; `usually` if that is not remembered.
+    [[nodiscard]] bool isOn(const QString& name, bool usually) const;
+    void setOn(const QString& name, bool isOn);
 
     // The scripts that were entered into the console, oldest first. Very long ones are not remembered.
     [[nodiscard]] QStringList history() const;

@@ -30,6 +30,7 @@
 #include "host/window/keyboardaccess.h"
 #include "host/window/planningmenu.h"
 #include "host/window/problemsdock.h"
+#include "planning/overviewmap.h"
 #include "resources/zeltree.h"
 
 #include <QAction>
@@ -63,6 +64,9 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_notice(new ProjectNotice(this))
     , m_memory(new WindowMemory(this, m_console, m_actions.openRecent))
 {
+    m_memory->keep(m_actions.overview);
+    for (QAction* choice : m_planning->choices())
+        m_memory->keep(choice);
     setWindowIcon(QIcon(QStringLiteral(":/zelchip/zelchip.png")));
     setStatusBar(m_statusBar);
     m_refresh.setSingleShot(true);
@@ -96,6 +100,7 @@ void MainWindow::connectActions()
     connect(m_actions.zoomToSelection, &QAction::triggered, this, &MainWindow::zoomToSelection);
     connect(m_actions.viewBack, &QAction::triggered, this, [this] { m_drawingArea->history()->back(); });
     connect(m_actions.viewForward, &QAction::triggered, this, [this] { m_drawingArea->history()->forward(); });
+    connect(m_actions.overview, &QAction::toggled, this, [this](bool isOn) { m_drawingArea->overview()->setOn(isOn); });
     connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
     connect(m_actions.commands, &QAction::triggered, this, [this] { openCommandsWindow(this); });
     connect(m_actions.about, &QAction::triggered, this, &MainWindow::showAbout);
@@ -236,6 +241,7 @@ void MainWindow::replaceDrawingArea(std::unique_ptr<ProjectSession> session)
 
 void MainWindow::connectChipView()
 {
+    m_drawingArea->overview()->setOn(m_actions.overview->isChecked());
     connect(m_drawingArea->chipView(), &ZelChipGUI::sigRunTclCmd, this, &MainWindow::answerView);
     m_probe = new ViewProbe(m_drawingArea->graphicsView(), editor().engine().device());
     connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
@@ -262,8 +268,7 @@ void MainWindow::showSummary()
 void MainWindow::connectConsole()
 {
     m_actions.addToggles(m_planning->menuActions());
-    m_memory->remember(m_planning->choices());
-    m_actions.addToggles({m_console->toggleViewAction(), m_problems->toggleViewAction()});
+    m_actions.addToggles({m_actions.overview, m_console->toggleViewAction(), m_problems->toggleViewAction()});
     connect(m_problems, &ProblemsDock::counted, m_statusBar, &ChipStatusBar::setProblems);
     connect(m_statusBar, &ChipStatusBar::problemsRequested, m_problems, &ProblemsDock::come);
     const auto resources = [this] {
