@@ -5,6 +5,8 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "commands.h"
 #include "engine/referenceengine.h"
+#include "graphics/zelgraphicsview.h"
+#include "planning/planaids.h"
 #include "platform/contract/zeltext.h"
 
 #include <QAction>
@@ -15,6 +17,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
+#include <QTreeWidget>
 
 #include <utility>
 
@@ -49,6 +52,8 @@ void Workbench::addTabs()
     connect(m_chipView.get(), &ZelChipGUI::sigRunTclCmd, this, &Workbench::answer);
     m_chipView->initGrahpicView();
     tabs->addTab(m_chipView.get(), QStringLiteral("Floorplan"));
+    auto* drawing = qobject_cast<ZelGraphicsView*>(m_chipView->centralWidget());
+    m_aids = new PlanAids(drawing, m_chipView->findChild<QTreeWidget*>(), *m_engine); // owned by the drawing's view
 
     auto* source = new QPlainTextEdit(tabs);
     QFile file(m_engine->project().designFile);
@@ -101,6 +106,7 @@ void Workbench::answer(const QString& command, int& ret, QString& result)
 void Workbench::refresh()
 {
     m_chipView->refresh(REFRESH_ALL);
+    m_aids->refresh();
     m_unplaced->clear();
     for (const int index : m_engine->design().all()) {
         const auto& resource = m_engine->design().resource(index);

@@ -9,8 +9,9 @@ class QListWidget;
 class QPlainTextEdit;
 
 namespace mirn::zelchipview {
+class PlanAids;
 class ZelChipGUI;
-}
+} // namespace mirn::zelchipview
 
 namespace mirn::zelengine {
 class ReferenceEngine;
@@ -36,6 +37,7 @@ private:
 
     std::unique_ptr<mirn::zelengine::ReferenceEngine> m_engine;
     std::unique_ptr<mirn::zelchipview::ZelChipGUI> m_chipView;
+    mirn::zelchipview::PlanAids* m_aids = nullptr; // owned by the chip view
     QListWidget* m_unplaced; // owned by a dock
     QPlainTextEdit* m_log; // owned by a dock
 };
