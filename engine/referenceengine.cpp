@@ -6,6 +6,7 @@
 #include "engine/devicereader.h"
 #include "engine/input/jsonnode.h"
 #include "engine/model/resourceparameter.h"
+#include "engine/rules/connections.h"
 #include "engine/usagetable.h"
 #include "platform/contract/zeltext.h"
 
@@ -93,7 +94,7 @@ void ReferenceEngine::setFilterFile(const QString& fileName)
 void ReferenceEngine::setDesign(Design design)
 {
     m_design = std::move(design);
-    m_isChanged = true;
+    designChanged();
 }
 
 Refusal ReferenceEngine::place(const QString& resource, int site)
@@ -114,7 +115,7 @@ Refusal ReferenceEngine::remove(const QString& resource)
     if (index < 0)
         return noSuchResource(resource);
     m_design.remove(index);
-    m_isChanged = true;
+    designChanged();
     return {};
 }
 
@@ -124,7 +125,7 @@ Refusal ReferenceEngine::restore(const QString& resource)
     if (!refusal.isEmpty())
         return refusal;
     m_design.restore(m_design.findRemoved(resource));
-    m_isChanged = true;
+    designChanged();
     return {};
 }
 
@@ -135,7 +136,7 @@ void ReferenceEngine::setSites(const std::vector<Placement>& placements)
         m_design.setSite(placement.resource, -1);
     for (const Placement& placement : placements)
         m_design.setSite(placement.resource, placement.site);
-    m_isChanged = true;
+    designChanged();
 }
 
 Refusal ReferenceEngine::apply(const Proposal& proposal)
@@ -181,7 +182,7 @@ Refusal ReferenceEngine::configure(const QString& resource, const QString& key, 
 void ReferenceEngine::setParameter(int resource, const QString& key, const QString& value)
 {
     m_design.setParameter(resource, key, value);
-    m_isChanged = true;
+    designChanged();
 }
 
 Refusal ReferenceEngine::setSetting(int site, const QString& key, const QString& value)
@@ -196,6 +197,12 @@ void ReferenceEngine::setSettingChanges(int carrier, const SiteSettingChanges& c
 {
     m_settings.setChanges(carrier, changes);
     m_isChanged = true;
+}
+
+void ReferenceEngine::designChanged()
+{
+    m_isChanged = true;
+    m_connections.reset();
 }
 
 void ReferenceEngine::update()
@@ -273,6 +280,20 @@ bool ReferenceEngine::showProbPlaceItem(
     for (int id : sitesFor(rsc))
         items.push_back(std::to_string(id));
     return m_design.find(fromEngineText(*rsc)) >= 0;
+}
+
+std::vector<zelconnection> ReferenceEngine::connections()
+{
+    if (!m_connections) {
+        m_connections.emplace();
+        for (const Connection& connection : connectionsOf(m_device, m_design)) {
+            const Resource& from = m_design.resource(connection.from);
+            const Resource& to = m_design.resource(connection.to);
+            m_connections->push_back(
+                {toEngineText(from.path), toEngineText(to.path), from.site, to.site, toEngineText(connection.broken)});
+        }
+    }
+    return *m_connections;
 }
 
 std::vector<int> ReferenceEngine::sitesFor(const std::string* rsc)

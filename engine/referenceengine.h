@@ -17,6 +17,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -112,6 +113,7 @@ public:
         const std::string* id, unsigned int type, const std::string* key, const std::string* value) override;
     void refresh(int kind) override;
 
+    [[nodiscard]] std::vector<zelconnection> connections() override;
     [[nodiscard]] std::vector<int> sitesFor(const std::string* rsc) override;
     [[nodiscard]] std::vector<zelsite> sites() override;
     [[nodiscard]] std::vector<int> sitesOfKind(const std::string* rsc) override;
@@ -125,6 +127,7 @@ private:
     Refusal apply(const Proposal& proposal);
     Refusal write(const QString& resource, const QString& key, const QString& value);
     void update();
+    void designChanged();
 
     Project m_project;
     Device m_device;
@@ -135,6 +138,7 @@ private:
     ChipData m_chip;
     ResourceTree m_tree;
     bool m_isChanged = true; // whether the design or the settings changed since the last update()
+    std::optional<std::vector<zelconnection>> m_connections; // of the present design, once they were asked for
     std::map<std::string, std::vector<std::string>> m_offers;
 };
 

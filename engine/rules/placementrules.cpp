@@ -147,14 +147,22 @@ Refusal PlacementRules::refusalByChannels(int channel, const Site& site) const
     if (ip < 0)
         return {};
     for (int other : m_design.partsOf(ip, ResourceType::DcuChannel)) {
-        const Site* otherSite = m_device.site(m_design.resource(other).site);
-        if (other == channel || !otherSite || areNeighbours(otherSite->group, site.group))
-            continue;
-        return {QStringLiteral("%1 is in %2, which is not next to %3")
-                    .arg(m_design.resource(other).path, otherSite->group, site.group),
-            other};
+        Refusal refusal = other == channel ? Refusal() : refusalByChannel(other, site.group);
+        if (!refusal.isEmpty())
+            return refusal;
     }
     return refusalByClocks(ip, site.group);
+}
+
+// Checks that a channel of the IP does not forbid another one in the unit.
+Refusal PlacementRules::refusalByChannel(int channel, const QString& unit) const
+{
+    const Site* site = m_device.site(m_design.resource(channel).site);
+    if (!site || areNeighbours(site->group, unit))
+        return {};
+    return {
+        QStringLiteral("%1 is in %2, which is not next to %3").arg(m_design.resource(channel).path, site->group, unit),
+        channel};
 }
 
 Refusal PlacementRules::refusalByServedUnits(int clock, const Site& site) const
@@ -165,18 +173,31 @@ Refusal PlacementRules::refusalByServedUnits(int clock, const Site& site) const
             .arg(site.name, site.group, m_design.resource(clock).path);
     const std::vector<int> ips = m_design.fedBy(clock);
     if (site.reaches.isEmpty() && !ips.empty())
-        return QStringLiteral("%1 reaches no SerDes unit, but %2 feeds %3")
-            .arg(site.name, m_design.resource(clock).path, m_design.resource(ips.front()).path);
+        return refusalToServe(clock, ips.front(), site);
     for (int ip : ips) {
         for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
-            const Site* channelSite = m_device.site(m_design.resource(channel).site);
-            if (channelSite && !site.reaches.contains(channelSite->group))
-                return {QStringLiteral("%1 does not reach %2, where %3 is")
-                            .arg(site.name, channelSite->group, m_design.resource(channel).path),
-                    channel};
+            Refusal refusal = refusalByServedChannel(channel, site);
+            if (!refusal.isEmpty())
+                return refusal;
         }
     }
     return {};
+}
+
+Refusal PlacementRules::refusalToServe(int clock, int ip, const Site& site) const
+{
+    return QStringLiteral("%1 reaches no SerDes unit, but %2 feeds %3")
+        .arg(site.name, m_design.resource(clock).path, m_design.resource(ip).path);
+}
+
+Refusal PlacementRules::refusalByServedChannel(int channel, const Site& clockSite) const
+{
+    const Site* site = m_device.site(m_design.resource(channel).site);
+    if (!site || clockSite.reaches.contains(site->group))
+        return {};
+    return {QStringLiteral("%1 does not reach %2, where %3 is")
+                .arg(clockSite.name, site->group, m_design.resource(channel).path),
+        channel};
 }
 
 Refusal PlacementRules::refusalBySupplies(const Resource& supply, const Site& site) const
@@ -187,13 +208,21 @@ Refusal PlacementRules::refusalBySupplies(const Resource& supply, const Site& si
         const int occupant = m_design.occupant(other->id);
         if (occupant < 0 || m_design.resource(occupant).path == supply.path)
             continue;
-        const Resource& present = m_design.resource(occupant);
-        if (!present.voltage.isEmpty() && present.voltage != supply.voltage)
-            return {QStringLiteral("%1 needs %2, but %3 gives %4 to %5")
-                        .arg(supply.path, supply.voltage, present.path, present.voltage, site.group),
-                occupant};
+        Refusal refusal = refusalBySupply(occupant, supply, site.group);
+        if (!refusal.isEmpty())
+            return refusal;
     }
     return {};
+}
+
+Refusal PlacementRules::refusalBySupply(int present, const Resource& supply, const QString& bank) const
+{
+    const Resource& other = m_design.resource(present);
+    if (other.voltage.isEmpty() || supply.voltage.isEmpty() || other.voltage == supply.voltage)
+        return {};
+    return {QStringLiteral("%1 needs %2, but %3 gives %4 to %5")
+                .arg(supply.path, supply.voltage, other.path, other.voltage, bank),
+        present};
 }
 
 // Checks that all placed clock sources reach the unit in which a channel of the IP would be placed.
@@ -211,19 +240,7 @@ Refusal PlacementRules::refusalByClocks(int ip, const QString& unit) const
 // The device file may name the neighbour on either side, because the order of placing must not matter.
 bool PlacementRules::areNeighbours(const QString& unit, const QString& other) const
 {
-    const auto isNamed = [this](const QString& name, const QString& by) {
-        const std::vector<QString> neighbours = neighboursOf(by);
-        return std::find(neighbours.begin(), neighbours.end(), name) != neighbours.end();
-    };
-    return unit == other || isNamed(unit, other) || isNamed(other, unit);
-}
-
-std::vector<QString> PlacementRules::neighboursOf(const QString& unit) const
-{
-    std::vector<QString> result;
-    for (const Site* site : m_device.sitesOfGroup(unit))
-        result.insert(result.end(), site->neighbours.begin(), site->neighbours.end());
-    return result;
+    return unit == other || m_device.neighboursOf(unit).contains(other) || m_device.neighboursOf(other).contains(unit);
 }
 
 bool PlacementRules::isInForce(const Proposal& proposal) const
@@ -271,6 +288,28 @@ Refusal PlacementRules::refusalOfPresent(int top) const
     return {};
 }
 
+Refusal PlacementRules::refusalOfPair(int index, int other) const
+{
+    const Resource& resource = m_design.resource(index);
+    const Site* site = m_device.site(resource.site);
+    if (!site)
+        return {};
+    switch (resource.type) {
+    case ResourceType::DcuChannel:
+        return refusalByChannel(other, site->group);
+    case ResourceType::ExtRef:
+    case ResourceType::Pll:
+        return site->reaches.isEmpty() ? refusalToServe(index, m_design.ipOf(other), *site)
+                                       : refusalByServedChannel(other, *site);
+    case ResourceType::Uvccio:
+        return m_design.resource(other).site < 0 ? Refusal() : refusalBySupply(other, resource, site->group);
+    case ResourceType::Ip:
+    case ResourceType::Folder:
+        break;
+    }
+    return {};
+}
+
 // Uses the unit alone if all channels fit into it, else together with the first neighbour for which they fit.
 Proposal PlacementRules::proposeIp(int ip, const Site& site) const
 {
@@ -288,7 +327,7 @@ Proposal PlacementRules::proposeIp(int ip, const Site& site) const
     Proposal proposal = fillUnits(ip, channels, {site.group});
     if (proposal.isAllowed())
         return isInForce(proposal) ? refused(QStringLiteral("%1 is already on %2").arg(path, site.name)) : proposal;
-    for (const QString& neighbour : neighboursOf(site.group)) {
+    for (const QString& neighbour : m_device.neighboursOf(site.group)) {
         Proposal wider = fillUnits(ip, channels, {site.group, neighbour});
         if (wider.isAllowed())
             return isInForce(wider) ? refused(QStringLiteral("%1 is already on %2").arg(path, site.name)) : wider;

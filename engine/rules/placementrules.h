@@ -66,6 +66,10 @@ public:
     // Why the present placements of a resource and of everything below it, or of the clock sources that feed an IP
     // among them, are illegal; empty if they are legal.
     [[nodiscard]] Refusal refusalOfPresent(int resource) const;
+    // Why the present sites of two resources exclude each other: two channels of one IP, a clock source and a channel
+    // that it serves, or two supplies. Empty if they do not, or if one has no site; but a clock source on a site that
+    // reaches no unit is wrong wherever the channel will be.
+    [[nodiscard]] Refusal refusalOfPair(int resource, int other) const;
 
 private:
     [[nodiscard]] Refusal refusalByType(int resource, const Site& site) const;
@@ -74,8 +78,11 @@ private:
     [[nodiscard]] Refusal refusalByServedUnits(int clock, const Site& site) const;
     [[nodiscard]] Refusal refusalBySupplies(const Resource& supply, const Site& site) const;
     [[nodiscard]] Refusal refusalByClocks(int ip, const QString& unit) const;
+    [[nodiscard]] Refusal refusalByChannel(int channel, const QString& unit) const;
+    [[nodiscard]] Refusal refusalToServe(int clock, int ip, const Site& site) const;
+    [[nodiscard]] Refusal refusalByServedChannel(int channel, const Site& clockSite) const;
+    [[nodiscard]] Refusal refusalBySupply(int present, const Resource& supply, const QString& bank) const;
     [[nodiscard]] bool areNeighbours(const QString& unit, const QString& other) const;
-    [[nodiscard]] std::vector<QString> neighboursOf(const QString& unit) const;
 
     [[nodiscard]] bool isInForce(const Proposal& proposal) const;
     [[nodiscard]] Proposal proposeIp(int ip, const Site& site) const;

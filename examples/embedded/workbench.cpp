@@ -10,6 +10,7 @@
 #include "planning/dragreason.h"
 #include "planning/overviewmap.h"
 #include "planning/placeon.h"
+#include "planning/planaids.h"
 #include "planning/pointernote.h"
 #include "platform/contract/zeltext.h"
 #include "resources/zeltree.h"
@@ -22,6 +23,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
+#include <QTreeWidget>
 
 #include <utility>
 
@@ -58,6 +60,8 @@ void Workbench::addTabs()
     connect(m_chipView.get(), &ZelChipGUI::sigRunTclCmd, this, &Workbench::answer);
     m_chipView->initGrahpicView();
     tabs->addTab(m_chipView.get(), QStringLiteral("Floorplan"));
+    auto* drawing = qobject_cast<ZelGraphicsView*>(m_chipView->centralWidget());
+    m_aids = new PlanAids(drawing, m_chipView->findChild<QTreeWidget*>(), *m_engine); // owned by the drawing's view
 
     auto* source = new QPlainTextEdit(tabs);
     QFile file(m_engine->project().designFile);
@@ -131,6 +135,7 @@ void Workbench::answer(const QString& command, int& ret, QString& result)
 void Workbench::refresh()
 {
     m_chipView->refresh(REFRESH_ALL);
+    m_aids->refresh();
     m_unplaced->clear();
     for (const int index : m_engine->design().all()) {
         const auto& resource = m_engine->design().resource(index);

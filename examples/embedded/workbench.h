@@ -10,8 +10,9 @@ class QPlainTextEdit;
 class QToolBar;
 
 namespace mirn::zelchipview {
+class PlanAids;
 class ZelChipGUI;
-}
+} // namespace mirn::zelchipview
 
 namespace mirn::zelengine {
 class ReferenceEngine;
@@ -38,6 +39,7 @@ private:
 
     std::unique_ptr<mirn::zelengine::ReferenceEngine> m_engine;
     std::unique_ptr<mirn::zelchipview::ZelChipGUI> m_chipView;
+    mirn::zelchipview::PlanAids* m_aids = nullptr; // owned by the chip view
     QListWidget* m_unplaced; // owned by a dock
     QPlainTextEdit* m_log; // owned by a dock
     QToolBar* m_tools; // owned by the window

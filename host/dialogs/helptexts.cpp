@@ -34,6 +34,9 @@ QList<std::pair<QString, QString>> gestures()
         {tr("drag a resource"),
             tr("place it; a note says why a site refuses it. Near a border the drawing "
                "scrolls; the wheel scrolls and zooms")},
+        {tr("select a resource"),
+            tr("lines show what it needs and feeds, and the sites that take an unplaced one are tinted (View menu)")},
+        {QString(), tr("rest on a line or on another site: names and length, or why the site does not take it")},
         {tr("Ctrl + P"), tr("place the selected resource: type to narrow the list of its sites, Enter places")},
         {tr("Menu"), tr("in the tree: the menu of the current row, with \"Place on...\"")},
         {tr("Ctrl + F"), tr("find a resource by name, kind or site; Enter selects and zooms to it")},

@@ -46,6 +46,14 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_view", "mode", "?select|zoom|pan?",
             "Chooses what a drag in the drawing does; without a word it returns the mode in force.",
             "zel_view mode select", ""},
+        {"zel_view", "connections", "?off|selected|all?",
+            "Shows the connections of no resource, of the selected ones or of all; without a word it returns what is "
+            "shown.",
+            "zel_view connections all", ""},
+        {"zel_view", "candidates", "?0|1?",
+            "Tints the sites that a selected unplaced resource may go to, or does not; without a digit it returns "
+            "which.",
+            "zel_view candidates 1", ""},
         {"zel_view", "snapshot", "FILE", "Writes a picture of the window into an image file.",
             "zel_view snapshot floorplan.png", ""},
         {"zel_view", "where", "-id SITE",

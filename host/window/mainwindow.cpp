@@ -26,6 +26,7 @@
 #include "host/window/busyscript.h"
 #include "host/window/drawingarea.h"
 #include "host/window/keyboardaccess.h"
+#include "host/window/planningmenu.h"
 #include "host/window/problemsdock.h"
 #include "planning/dragreason.h"
 #include "planning/overviewmap.h"
@@ -60,10 +61,13 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_problems(new ProblemsDock(this, m_console, [this] { return m_drawingArea.get(); }))
     , m_statusBar(new ChipStatusBar(this))
     , m_dragNote(new zelchipview::PointerNote(this))
+    , m_planning(new PlanningMenu(this))
     , m_notice(new ProjectNotice(this))
     , m_memory(new WindowMemory(this, m_console, m_actions.openRecent))
 {
     m_memory->keep(m_actions.overview);
+    for (QAction* choice : m_planning->choices())
+        m_memory->keep(choice);
     setWindowIcon(QIcon(QStringLiteral(":/zelchip/zelchip.png")));
     setStatusBar(m_statusBar);
     m_refresh.setSingleShot(true);
@@ -244,6 +248,7 @@ void MainWindow::connectChipView()
     connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
     connect(m_probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
     connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showMagnification);
+    m_planning->begin(*m_drawingArea);
 }
 
 void MainWindow::showSummary()
@@ -263,6 +268,7 @@ void MainWindow::showSummary()
 
 void MainWindow::connectConsole()
 {
+    m_actions.addToggles(m_planning->menuActions());
     m_actions.addToggles({m_actions.overview, m_console->toggleViewAction(), m_problems->toggleViewAction()});
     connect(m_problems, &ProblemsDock::counted, m_statusBar, &ChipStatusBar::setProblems);
     connect(m_statusBar, &ChipStatusBar::problemsRequested, m_problems, &ProblemsDock::come);
@@ -339,6 +345,7 @@ void MainWindow::refreshView()
     m_refresh.stop();
     m_drawingArea->refresh();
     m_probe->refresh();
+    m_planning->refresh();
     m_problems->refresh();
     showDesignState();
 }
@@ -411,6 +418,7 @@ void MainWindow::settle()
         refreshView();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     m_drawingArea->settle();
+    m_planning->settle();
     m_probe->update();
 }
 

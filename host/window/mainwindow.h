@@ -22,6 +22,7 @@ class BusyScript;
 class ChipStatusBar;
 class DrawingArea;
 class ConsoleDock;
+class PlanningMenu;
 class ProblemsDock;
 class ProjectNotice;
 class WindowMemory;
@@ -91,6 +92,7 @@ private:
     zelchipview::ZelGraphicsView* graphicsView() override;
     QTreeWidget* tree() override;
     const zelengine::Device& device() const override;
+    PlanningMenu& planning() override { return *m_planning; }
     void settle() override;
 
     void chooseProject();
@@ -109,6 +111,7 @@ private:
     ProblemsDock* const m_problems; // child of the window
     ChipStatusBar* const m_statusBar; // child of the window
     zelchipview::PointerNote* const m_dragNote; // child of the window
+    PlanningMenu* const m_planning; // child of the window
     ProjectNotice* const m_notice; // child of the window
     WindowMemory* const m_memory; // child of the window
     std::unique_ptr<DrawingArea> m_drawingArea;

@@ -8,6 +8,7 @@
 #include "host/design/elementname.h"
 #include "host/drawing/drawingfit.h"
 #include "host/tcl/arguments.h"
+#include "host/window/planningmenu.h"
 #include "planning/siteplaces.h"
 
 #include <QAction>
@@ -126,6 +127,30 @@ TclResult mode(const Arguments& arguments)
     return TclResult::value();
 }
 
+// Without an argument this returns what is shown.
+TclResult connections(WindowAccess& window, const Arguments& arguments)
+{
+    if (arguments.positional().isEmpty())
+        return TclResult::value(window.planning().connections());
+    const QString word = arguments.positional().first();
+    if (!PlanningMenu::connectionWords().contains(word))
+        return arguments.error();
+    window.planning().setConnections(word);
+    return TclResult::value();
+}
+
+// The same for an aid that is on or off.
+TclResult toggle(QAction* action, const Arguments& arguments)
+{
+    if (arguments.positional().isEmpty())
+        return TclResult::value(action->isChecked() ? QStringLiteral("1") : QStringLiteral("0"));
+    const QString word = arguments.positional().first();
+    if (word != QLatin1String("0") && word != QLatin1String("1"))
+        return arguments.error();
+    action->setChecked(word == QLatin1String("1"));
+    return TclResult::value();
+}
+
 CommandHandler plain(const std::function<void()>& function)
 {
     return [function](const Arguments&) {
@@ -144,6 +169,9 @@ Subcommands viewCommands(WindowAccess& window)
         {QStringLiteral("select"), withElements(window, &select)},
         {QStringLiteral("selected"), [](const Arguments&) { return selected(); }},
         {QStringLiteral("mode"), &mode},
+        {QStringLiteral("connections"), [&](const Arguments& arguments) { return connections(window, arguments); }},
+        {QStringLiteral("candidates"),
+            [&](const Arguments& arguments) { return toggle(window.planning().candidates(), arguments); }},
         {QStringLiteral("snapshot"),
             [&](const Arguments& arguments) { return resultOf(window.saveSnapshot(arguments.positional().first())); }},
         {QStringLiteral("where"), [&](const Arguments& arguments) { return where(window, arguments); }},

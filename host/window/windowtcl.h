@@ -17,6 +17,7 @@ class ZelGraphicsView;
 
 namespace mirn::zelchip {
 
+class PlanningMenu;
 class TclInterpreter;
 
 // The parts of the window that the commands on the view and on the project need. The pointers belong to the project
@@ -32,6 +33,7 @@ public:
     [[nodiscard]] virtual zelchipview::ZelGraphicsView* graphicsView() = 0;
     [[nodiscard]] virtual QTreeWidget* tree() = 0;
     [[nodiscard]] virtual const zelengine::Device& device() const = 0;
+    [[nodiscard]] virtual PlanningMenu& planning() = 0;
     // Does at once what would otherwise happen when the program is next idle: new sizes, and what depends on them.
     virtual void settle() = 0;
     virtual void fit() = 0;

@@ -62,7 +62,7 @@ private Q_SLOTS:
             "ChipElement ChipViewNavigator ElementIdSet ZELChipViewDatabase ZELChipViewTreeItem ZELDCUSettingDlg "
             "ZELFillableAttribute ZELGraphicItemAttribute ZELLineAttribute ZELLineItem ZELPolygonAttribute "
             "ZELPolygonItem ZELRectAttribute ZELRectItem ZELTextAttribute ZELTextItem ZelChipGUI ZelGraphicsScene "
-            "ZelGraphicsView ZelViewLayer DragReason OverviewMap PlaceOn PointerNote SiteCursor ZelResTable "
+            "ZelGraphicsView ZelViewLayer DragReason OverviewMap PlaceOn PlanAids PointerNote SiteCursor ZelResTable "
             "::mirn::zelchipview "
             "ZelTree ChipScene DrawingController TreeController SettingsController");
     }
