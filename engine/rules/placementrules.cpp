@@ -23,9 +23,10 @@ Proposal refused(Refusal refusal)
 
 } // namespace
 
-PlacementRules::PlacementRules(const Device& device, const Design& design)
+PlacementRules::PlacementRules(const Device& device, const Design& design, Rules inForce)
     : m_device(device)
     , m_design(design)
+    , m_inForce(inForce)
 { }
 
 Proposal PlacementRules::propose(int index, int siteId) const
@@ -118,7 +119,8 @@ Refusal PlacementRules::refusalByChannels(int channel, const Site& site) const
         return {};
     for (int other : m_design.partsOf(ip, ResourceType::DcuChannel)) {
         const Site* otherSite = m_device.site(m_design.resource(other).site);
-        if (other == channel || !otherSite || areNeighbours(otherSite->group, site.group))
+        if (other == channel || !otherSite || !m_inForce.testFlag(ChannelsTogether)
+            || areNeighbours(otherSite->group, site.group))
             continue;
         return {QStringLiteral("%1 is in %2, which is not next to %3")
                     .arg(m_design.resource(other).path, otherSite->group, site.group),
@@ -130,10 +132,10 @@ Refusal PlacementRules::refusalByChannels(int channel, const Site& site) const
 Refusal PlacementRules::refusalByServedUnits(int clock, const Site& site) const
 {
     const bool isInUnit = !site.group.isEmpty() && !site.reaches.isEmpty();
-    if (isInUnit && !m_design.isFeeder(clock))
+    if (isInUnit && !m_design.isFeeder(clock) && m_inForce.testFlag(NoIdleClocks))
         return QStringLiteral("%1 serves only %2, where %3 feeds nothing")
             .arg(site.name, site.group, m_design.resource(clock).path);
-    const std::vector<int> ips = m_design.fedBy(clock);
+    const std::vector<int> ips = m_inForce.testFlag(Reach) ? m_design.fedBy(clock) : std::vector<int>();
     if (site.reaches.isEmpty() && !ips.empty())
         return QStringLiteral("%1 reaches no SerDes unit, but %2 feeds %3")
             .arg(site.name, m_design.resource(clock).path, m_design.resource(ips.front()).path);
@@ -151,7 +153,7 @@ Refusal PlacementRules::refusalByServedUnits(int clock, const Site& site) const
 
 Refusal PlacementRules::refusalBySupplies(const Resource& supply, const Site& site) const
 {
-    if (supply.voltage.isEmpty() || site.group.isEmpty())
+    if (supply.voltage.isEmpty() || site.group.isEmpty() || !m_inForce.testFlag(Voltages))
         return {};
     for (const Site* other : m_device.sitesOfGroup(site.group)) {
         const int occupant = m_design.occupant(other->id);
@@ -171,7 +173,7 @@ Refusal PlacementRules::refusalByClocks(int ip, const QString& unit) const
 {
     for (int clock : m_design.clocksOf(ip)) {
         const Site* site = m_device.site(m_design.resource(clock).site);
-        if (site && !site->reaches.contains(unit))
+        if (site && m_inForce.testFlag(Reach) && !site->reaches.contains(unit))
             return {QStringLiteral("%1 on %2 does not reach %3").arg(m_design.resource(clock).path, site->name, unit),
                 clock};
     }
