@@ -75,6 +75,26 @@ std::vector<int> PlacementRules::sitesFor(int resource) const
     return result;
 }
 
+// Places them one after the other, because the placements of a legal state can be made in any order.
+Refusal PlacementRules::refusalToMove(const std::vector<Placement>& moves) const
+{
+    Design after = m_design;
+    for (const Placement& move : moves) {
+        const Resource& resource = m_design.resource(move.resource);
+        if (resource.fixed)
+            return QStringLiteral("%1 is fixed on %2").arg(resource.path, m_device.site(resource.site)->name);
+        after.setSite(move.resource, -1);
+    }
+    const PlacementRules rules(m_device, after);
+    for (const Placement& move : moves) {
+        Proposal proposal = move.site < 0 ? Proposal() : rules.propose(move.resource, move.site);
+        if (!proposal.isAllowed())
+            return std::move(proposal.refusal);
+        after.setSite(move.resource, move.site);
+    }
+    return {};
+}
+
 Proposal PlacementRules::proposeReset(int resource) const
 {
     Proposal proposal;
