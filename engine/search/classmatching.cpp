@@ -13,7 +13,7 @@ ClassMatching::ClassMatching(
     , m_classes(domains.size(), -1)
     , m_members(m_room.size())
     , m_isWaiting(domains.size(), 0)
-    , m_loose(resources)
+    , m_loose(resources.rbegin(), resources.rend()) // the first is the last here
     , m_reachedFrom(m_room.size(), -1)
 {
     for (int resource : resources)
