@@ -13,7 +13,7 @@ namespace mirn::zelengine {
 
 namespace {
 
-constexpr int MostRounds = 8;
+constexpr int MostRounds = 4;
 constexpr double LeastGain = 1e-6; // scene units; less is rounding
 
 double distanceBetween(const QPointF& a, const QPointF& b)
@@ -37,10 +37,18 @@ double sumOfDistances(const QPointF& point, const std::vector<QPointF>& origins)
     return sum;
 }
 
-// No place has a smaller sum of distances than its distance to their middle, once for each of them.
-double leastSum(const QPointF& point, const QPointF& middle, const std::vector<QPointF>& origins)
+double squareOfDistance(const QPointF& a, const QPointF& b)
 {
-    return distanceBetween(point, middle) * static_cast<double>(origins.size());
+    const QPointF way = a - b;
+    return QPointF::dotProduct(way, way);
+}
+
+// The square of the distance from the middle of the origins beyond which no sum of distances to them is less than the
+// cost: no such sum is less than the distance to their middle, once for each of them.
+double squareOfReach(double cost, const std::vector<QPointF>& origins)
+{
+    const double reach = origins.empty() ? 0.0 : cost / static_cast<double>(origins.size());
+    return reach * reach;
 }
 
 } // namespace
@@ -95,7 +103,7 @@ NearSites::Offer NearSites::nearest(int siteClass, const std::vector<QPointF>& o
         const Seat& seat = seats[index];
         if (seat.occupant >= 0)
             continue;
-        const double cost = origins.empty() || !seat.hasPoint ? 0.0 : leastSum(seat.point, middle, origins);
+        const double cost = origins.empty() || !seat.hasPoint ? 0.0 : squareOfDistance(seat.point, middle);
         if (cost < best.cost)
             best = {{siteClass, static_cast<int>(index)}, cost};
         if (cost == 0.0)
@@ -184,15 +192,18 @@ bool NearSites::moveNearer(int wanted)
         return false;
     const QPointF middle = middleOf(origins);
     Offer best{{}, costOf(wanted, origins) - LeastGain};
+    double reach = squareOfReach(best.cost, origins);
     legalClasses(wanted).forEach([&](int siteClass) {
         const std::vector<Seat>& seats = m_seats[static_cast<std::size_t>(siteClass)];
         for (std::size_t index = 0; index < seats.size(); ++index) {
             const Seat& seat = seats[index];
-            if (seat.occupant >= 0 || !seat.hasPoint || leastSum(seat.point, middle, origins) >= best.cost)
+            if (seat.occupant >= 0 || !seat.hasPoint || squareOfDistance(seat.point, middle) >= reach)
                 continue;
             const double cost = sumOfDistances(seat.point, origins);
-            if (cost < best.cost)
-                best = {{siteClass, static_cast<int>(index)}, cost};
+            if (cost >= best.cost)
+                continue;
+            best = {{siteClass, static_cast<int>(index)}, cost};
+            reach = squareOfReach(cost, origins);
         }
     });
     if (best.place.seat < 0)
@@ -208,9 +219,10 @@ bool NearSites::swapNearer(int wanted)
     const std::vector<QPointF> origins = partnerPoints(wanted);
     const QPointF middle = middleOf(origins);
     const double own = costOf(wanted, origins);
+    const double reach = squareOfReach(own, origins);
     for (const Seat& seat : m_seats[static_cast<std::size_t>(placeOf(wanted).siteClass)]) {
         const int other = seat.occupant;
-        if (other < 0 || other == wanted || !seat.hasPoint || leastSum(seat.point, middle, origins) >= own)
+        if (other < 0 || other == wanted || !seat.hasPoint || squareOfDistance(seat.point, middle) >= reach)
             continue;
         const double before = own + costOf(other);
         swap(wanted, other);

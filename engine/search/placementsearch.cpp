@@ -19,7 +19,6 @@ namespace {
 using Time = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds TimeForWords(1000); // to narrow a conflict
-constexpr std::chrono::milliseconds TimeForNearness(1000); // to move and swap in the end
 constexpr std::chrono::milliseconds TimeBetweenReports(50);
 constexpr int MostLeftOut = 16; // resources, one after the other, until the rest of an impossible placement is found
 
@@ -45,6 +44,11 @@ public:
             m_nextReport = now + TimeBetweenReports;
         }
         return now < m_end && !isCancelled();
+    }
+
+    [[nodiscard]] std::function<bool()> rest() const
+    {
+        return [this] { return Time::now() < m_end && !isCancelled(); };
     }
 
     // Returns a clock for a part of the search, which has no more time than this.
@@ -146,7 +150,7 @@ PlacementAnswer PlacementSearch::search(const SearchTables& tables, Clock& clock
             answer.kind = PlacementAnswer::Kind::NotFound;
         if (end != ClassSearch::End::Complete)
             search.takeBest();
-        sites.improve(clock.part(TimeForNearness));
+        sites.improve(clock.rest());
         answer.placements = sites.placements();
         return answer;
     }

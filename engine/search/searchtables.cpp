@@ -103,6 +103,7 @@ void SearchTables::addUnits()
                 pairs.push_back({unitOf(site.group), unitOf(neighbour)});
         }
     }
+    m_noUnit = m_units.value(QString(), -1);
     m_neighbours.resize(at(static_cast<int>(m_units.size())));
     for (const auto& [unit, neighbour] : pairs) {
         m_neighbours[at(unit)].push_back(neighbour);
@@ -254,7 +255,7 @@ const BitSet& SearchTables::classesBeside(int number, int siteClass, int related
     const int unit = present.unit;
     const bool isChannel = wanted(number).type == ResourceType::DcuChannel;
     if (wanted(number).type == ResourceType::Uvccio) {
-        const bool isBank = unit != m_units.value(QString(), -1); // sites without a group share no supply
+        const bool isBank = unit != m_noUnit; // sites without a group share no supply
         return filled(m_elsewhere[at(unit)], [&](const SiteClass& each) { return !isBank || each.unit != unit; });
     }
     if (!isChannel)

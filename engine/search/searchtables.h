@@ -81,6 +81,7 @@ private:
     const Device& m_device; // both are used by the constructor only
     const Design& m_design;
     QHash<QString, int> m_units;
+    int m_noUnit = -1; // the unit of sites without a group, if there are any
     std::vector<std::vector<int>> m_neighbours; // by unit; without the unit itself
     std::vector<SiteClass> m_classes;
     std::vector<Wanted> m_wanted;
