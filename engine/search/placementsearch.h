@@ -51,6 +51,8 @@ public:
 
     // `position` is asked now and not later; without it no place is nearer than another.
     PlacementSearch(const Device& device, const Design& design, const SettingStore& settings, const Position& position);
+    PlacementSearch(const PlacementSearch&) = delete;
+    PlacementSearch& operator=(const PlacementSearch&) = delete;
 
     // The unplaced resources that have sites of their own, in the order of the design: all of them, or those among
     // these resources and what is below them.

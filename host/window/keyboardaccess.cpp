@@ -12,6 +12,7 @@
 #include "host/sites/sitecursor.h"
 #include "host/sites/sitetext.h"
 #include "host/widgets/findbox.h"
+#include "host/window/autoplace.h"
 #include "host/window/drawingarea.h"
 #include "host/window/placeon.h"
 #include "host/window/problemsdock.h"
@@ -40,10 +41,12 @@ bool hasWordBeginningWith(const QString& text, const QString& sought)
 
 } // namespace
 
-KeyboardAccess::KeyboardAccess(DrawingArea& area, QAction* placeOn, ConsoleDock* console, ProblemsDock* problems)
+KeyboardAccess::KeyboardAccess(
+    DrawingArea& area, QAction* placeOn, AutoPlace* autoPlace, ConsoleDock* console, ProblemsDock* problems)
     : QObject(area.graphicsView())
     , m_area(area)
     , m_engine(area.session().editor().engine())
+    , m_autoPlace(autoPlace)
 {
     nameWidgets();
     makeCursorAndList(placeOn);
@@ -87,6 +90,9 @@ void KeyboardAccess::makeRowMenu()
         QAction* action = menu.addAction(tr("Place on..."));
         action->setEnabled(m_placeOn->refusal(resource).isEmpty());
         connect(action, &QAction::triggered, m_placeOn, [this, resource] { m_placeOn->open(resource); });
+        QAction* automatic = menu.addAction(tr("Place Automatically"));
+        automatic->setEnabled(m_autoPlace->hasUnplaced(resource));
+        connect(automatic, &QAction::triggered, m_autoPlace, [this, resource] { m_autoPlace->placeBelow(resource); });
     });
 }
 

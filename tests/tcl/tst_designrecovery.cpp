@@ -347,8 +347,9 @@ private Q_SLOTS:
         row("no settings", "zel_setting -id 70 -key CH0", "ERROR element 70 has no settings");
         row("the value that is in force", "zel_resource configure -ip top/duo -key rate -value 2.50", "");
         row("unknown verb", "zel_resource put",
-            "ERROR unknown subcommand \"put\" of zel_resource: must be configure, get, list, place, remove, reset, "
-            "restore, sites, why");
+            "ERROR unknown subcommand \"put\" of zel_resource: must be configure, get, list, place, place -auto, "
+            "remove, "
+            "reset, restore, sites, why");
         row("no key", "zel_resource configure -ip top/duo",
             "ERROR wrong # args: should be \"zel_resource configure -ip NAME -key K ?-value V?\"");
         row("no such key", "zel_setting -id 10 -key CH7", "ERROR U0 has no setting \"CH7\"");
