@@ -34,7 +34,8 @@ QList<std::pair<QString, QString>> gestures()
             tr("place it; a note says why a site refuses it. Near a border the drawing "
                "scrolls; the wheel scrolls and zooms")},
         {tr("Ctrl + P"), tr("place the selected resource: type to narrow the list of its sites, Enter places")},
-        {tr("Menu"), tr("in the tree: the menu of the current row, with \"Place on...\"")},
+        {tr("Ctrl + Shift + P"), tr("place everything that is unplaced, or say what stands against it")},
+        {tr("Menu"), tr("in the tree: the menu of the current row, with \"Place on...\" and \"Place Automatically\"")},
         {tr("Ctrl + F"), tr("find a resource by name, kind or site; Enter selects and zooms to it")},
         {tr("Ctrl + Z, Ctrl + Shift + Z"), tr("undo, redo")},
         {tr("Ctrl + S"), tr("save the placement")},
