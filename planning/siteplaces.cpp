@@ -68,6 +68,12 @@ QGraphicsItem* outlineOf(ZelGraphicsScene& scene, int id)
     return lowest != items.end() ? *lowest : nullptr;
 }
 
+std::optional<QPointF> middleOf(ZelGraphicsScene& scene, int id)
+{
+    const QGraphicsItem* item = outlineOf(scene, id);
+    return item ? std::make_optional(item->sceneBoundingRect().center()) : std::nullopt;
+}
+
 std::vector<SitePlace> visiblePlaces(ZelGraphicsScene& scene, const std::vector<int>& ids)
 {
     std::vector<SitePlace> places;

@@ -6,6 +6,7 @@
 #include <QPointF>
 #include <QRectF>
 
+#include <optional>
 #include <vector>
 
 class QGraphicsItem;
@@ -27,6 +28,9 @@ enum class Direction { Left, Right, Up, Down };
 // Returns the item that represents an element: the lowest of its rects, which is a site's outline, else its lowest
 // item. Null if the drawing has no such element.
 [[nodiscard]] ZELCHIPGUI_EXPORT QGraphicsItem* outlineOf(ZelGraphicsScene& scene, int id);
+
+// Returns the middle of an element's outline; nothing if the drawing has no such element.
+[[nodiscard]] std::optional<QPointF> middleOf(zelchipview::ZelGraphicsScene& scene, int id);
 
 // Returns the places of those elements that the drawing has on a visible layer, in the order of the ids.
 [[nodiscard]] ZELCHIPGUI_EXPORT std::vector<SitePlace> visiblePlaces(

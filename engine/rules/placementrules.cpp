@@ -23,9 +23,10 @@ Proposal refused(Refusal refusal)
 
 } // namespace
 
-PlacementRules::PlacementRules(const Device& device, const Design& design)
+PlacementRules::PlacementRules(const Device& device, const Design& design, Rules inForce)
     : m_device(device)
     , m_design(design)
+    , m_inForce(inForce)
 { }
 
 Proposal PlacementRules::propose(int index, int siteId) const
@@ -147,7 +148,9 @@ Refusal PlacementRules::refusalByChannels(int channel, const Site& site) const
     if (ip < 0)
         return {};
     for (int other : m_design.partsOf(ip, ResourceType::DcuChannel)) {
-        Refusal refusal = other == channel ? Refusal() : refusalByChannel(other, site.group);
+        Refusal refusal = other == channel || !m_inForce.testFlag(ChannelsTogether)
+            ? Refusal()
+            : refusalByChannel(other, site.group);
         if (!refusal.isEmpty())
             return refusal;
     }
@@ -168,10 +171,10 @@ Refusal PlacementRules::refusalByChannel(int channel, const QString& unit) const
 Refusal PlacementRules::refusalByServedUnits(int clock, const Site& site) const
 {
     const bool isInUnit = !site.group.isEmpty() && !site.reaches.isEmpty();
-    if (isInUnit && !m_design.isFeeder(clock))
+    if (isInUnit && !m_design.isFeeder(clock) && m_inForce.testFlag(NoIdleClocks))
         return QStringLiteral("%1 serves only %2, where %3 feeds nothing")
             .arg(site.name, site.group, m_design.resource(clock).path);
-    const std::vector<int> ips = m_design.fedBy(clock);
+    const std::vector<int> ips = m_inForce.testFlag(Reach) ? m_design.fedBy(clock) : std::vector<int>();
     if (site.reaches.isEmpty() && !ips.empty())
         return refusalToServe(clock, ips.front(), site);
     for (int ip : ips) {
@@ -202,7 +205,7 @@ Refusal PlacementRules::refusalByServedChannel(int channel, const Site& clockSit
 
 Refusal PlacementRules::refusalBySupplies(const Resource& supply, const Site& site) const
 {
-    if (supply.voltage.isEmpty() || site.group.isEmpty())
+    if (supply.voltage.isEmpty() || site.group.isEmpty() || !m_inForce.testFlag(Voltages))
         return {};
     for (const Site* other : m_device.sitesOfGroup(site.group)) {
         const int occupant = m_design.occupant(other->id);
@@ -230,7 +233,7 @@ Refusal PlacementRules::refusalByClocks(int ip, const QString& unit) const
 {
     for (int clock : m_design.clocksOf(ip)) {
         const Site* site = m_device.site(m_design.resource(clock).site);
-        if (site && !site->reaches.contains(unit))
+        if (site && m_inForce.testFlag(Reach) && !site->reaches.contains(unit))
             return {QStringLiteral("%1 on %2 does not reach %3").arg(m_design.resource(clock).path, site->name, unit),
                 clock};
     }

@@ -3,6 +3,7 @@
 
 #include "engine/rules/refusal.h"
 
+#include <QFlags>
 #include <QString>
 
 #include <vector>
@@ -41,8 +42,19 @@ struct Proposal
 class PlacementRules
 {
 public:
+    // The rules that concern two resources, or a resource and what it feeds. Whoever asks what stands against a
+    // placement leaves some of them out.
+    enum Rule : unsigned {
+        ChannelsTogether = 1, // the channels of one IP
+        Reach = 2, // clock sources and the units that they serve
+        NoIdleClocks = 4, // a clock site inside a unit takes no source that feeds nothing
+        Voltages = 8, // of the supplies of one bank
+        AllRules = 15,
+    };
+    Q_DECLARE_FLAGS(Rules, Rule)
+
     // Both must outlive the rules.
-    PlacementRules(const Device& device, const Design& design);
+    PlacementRules(const Device& device, const Design& design, Rules inForce = AllRules);
 
     [[nodiscard]] Proposal propose(int resource, int siteId) const;
 
@@ -90,6 +102,7 @@ private:
 
     const Device& m_device;
     const Design& m_design;
+    const Rules m_inForce;
 };
 
 } // namespace mirn::zelengine

@@ -220,11 +220,12 @@ TclInterpreter::Command changeCommand(DesignEditor& editor)
     };
 }
 
-void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor)
+void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor, PositionSource positions)
 {
     Subcommands all = changes(editor, Naming::IdsAndNames);
     all.merge(questions(editor));
     all[QStringLiteral("configure")] = [&](const Arguments& arguments) { return configureOrTell(editor, arguments); };
+    all[QStringLiteral("place -auto")] = autoPlaceHandler(interpreter, editor, std::move(positions));
     interpreter.addCommand(ResourceCommand, ensemble(ResourceCommand, std::move(all)));
     interpreter.addCommand(SettingCommand,
         single(SettingCommand, [&editor](const Arguments& arguments) { return setOrTellSetting(editor, arguments); }));

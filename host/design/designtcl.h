@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/design/autoplacetcl.h"
 #include "host/tcl/tclinterpreter.h"
 
 namespace mirn::zelchip {
@@ -15,7 +16,8 @@ class DesignEditor;
 // pass through no interpreter. The editor must outlive the function.
 [[nodiscard]] TclInterpreter::Command changeCommand(DesignEditor& editor);
 
-// Adds the whole of zel_resource and zel_setting, undo and redo. The editor must outlive the interpreter.
-void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor);
+// Adds the whole of zel_resource and zel_setting, undo and redo. The editor must outlive the interpreter. Without
+// positions the automatic placement takes all sites for equally near.
+void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor, PositionSource positions = {});
 
 } // namespace mirn::zelchip

@@ -9,6 +9,14 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_resource", "place", "-rsc NAME -id SITE",
             "Places a resource on a site; the error says why a site refuses it.",
             "zel_resource place -rsc gateway/clocks/pll_video -id PLL_TR1", ""},
+        {"zel_resource", "place -auto", "?-rsc NAME ...? ?-seconds N? ?-partial?",
+            "Finds sites for all resources that have none, or for those named and what is below them, near to what "
+            "they "
+            "are connected with; nothing that is placed moves. Returns a dictionary. Its answer is placed, impossible "
+            "(proven: conflict has resources that cannot be placed together, reason says why) or partial (not found in "
+            "10 seconds or those given); placed has names and ids of sites, missing what has none. Unless all can be "
+            "placed, nothing is, or with -partial what can.",
+            "dict get [zel_resource place -auto -rsc gateway/supplies] answer", "placed"},
         {"zel_resource", "reset", "-ip NAME", "Takes a resource, and everything below it, off its site.",
             "zel_resource reset -ip gateway/clocks/pll_video", ""},
         {"zel_resource", "remove", "-ip NAME", "Removes a resource and everything below it from the design.",
@@ -93,6 +101,11 @@ QString CommandEntry::name() const
     return *subcommand ? first + QLatin1Char(' ') + QLatin1String(subcommand) : first;
 }
 
+int CommandEntry::wordCount() const
+{
+    return static_cast<int>(name().count(QLatin1Char(' '))) + 1;
+}
+
 QString CommandEntry::usage() const
 {
     return *arguments ? name() + QLatin1Char(' ') + QLatin1String(arguments) : name();
@@ -105,6 +118,15 @@ const CommandEntry* commandEntry(const QString& command, const QString& subcomma
             return &entry;
     }
     return nullptr;
+}
+
+const CommandEntry* commandEntryOf(const QStringList& words)
+{
+    const QString two = words.value(1) + QLatin1Char(' ') + words.value(2);
+    const CommandEntry* entry = commandEntry(words.value(0), two);
+    if (!entry)
+        entry = commandEntry(words.value(0), words.value(1));
+    return entry ? entry : commandEntry(words.value(0));
 }
 
 std::vector<const CommandEntry*> commandEntries(const QString& command)

@@ -73,6 +73,7 @@ void HostActions::createActions(QMainWindow* window)
     showHistory({}, {});
     find = newAction(window, tr("&Find Resource"), QKeySequence::Find);
     placeOn = newAction(window, tr("&Place on..."), Qt::CTRL | Qt::Key_P);
+    placeRest = newAction(window, tr("Place the &Rest"), Qt::CTRL | Qt::SHIFT | Qt::Key_P);
     saveSnapshot = newAction(window, tr("Save S&napshot..."), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     quit = newAction(window, tr("&Quit"), QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
@@ -115,7 +116,7 @@ void HostActions::fillMenus(QMainWindow* window)
     QMenu* edit = window->menuBar()->addMenu(tr("&Edit"));
     edit->addActions({undo, redo});
     edit->addSeparator();
-    edit->addActions({find, placeOn});
+    edit->addActions({find, placeOn, placeRest});
 
     m_viewMenu = window->menuBar()->addMenu(tr("&View"));
     m_endOfModesInMenu = m_viewMenu->addSeparator();

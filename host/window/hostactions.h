@@ -39,6 +39,7 @@ public:
     QAction* undo;
     QAction* find;
     QAction* placeOn;
+    QAction* placeRest;
     QAction* redo;
     QAction* zoomIn;
     QAction* zoomOut;

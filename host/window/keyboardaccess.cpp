@@ -11,6 +11,7 @@
 #include "host/project/projectsession.h"
 #include "host/sites/sitetext.h"
 #include "host/widgets/findbox.h"
+#include "host/window/autoplace.h"
 #include "host/window/drawingarea.h"
 #include "host/window/problemsdock.h"
 #include "host/window/rowmenu.h"
@@ -43,10 +44,12 @@ bool hasWordBeginningWith(const QString& text, const QString& sought)
 
 } // namespace
 
-KeyboardAccess::KeyboardAccess(DrawingArea& area, QAction* placeOn, ConsoleDock* console, ProblemsDock* problems)
+KeyboardAccess::KeyboardAccess(
+    DrawingArea& area, QAction* placeOn, AutoPlace* autoPlace, ConsoleDock* console, ProblemsDock* problems)
     : QObject(area.graphicsView())
     , m_area(area)
     , m_engine(area.session().editor().engine())
+    , m_autoPlace(autoPlace)
 {
     nameWidgets();
     makeCursorAndList(placeOn);
@@ -91,6 +94,9 @@ void KeyboardAccess::makeRowMenu()
         QAction* action = menu.addAction(tr("Place on..."));
         action->setEnabled(m_placeOn->refusal(resource).isEmpty());
         connect(action, &QAction::triggered, m_placeOn, [this, resource] { m_placeOn->open(resource); });
+        QAction* automatic = menu.addAction(tr("Place Automatically"));
+        automatic->setEnabled(m_autoPlace->hasUnplaced(resource));
+        connect(automatic, &QAction::triggered, m_autoPlace, [this, resource] { m_autoPlace->placeBelow(resource); });
     });
 }
 

@@ -16,6 +16,7 @@ class PlaceOn;
 
 namespace mirn::zelchip {
 
+class AutoPlace;
 class ConsoleDock;
 class DrawingArea;
 class ProblemsDock;
@@ -27,9 +28,10 @@ class KeyboardAccess final : public QObject
 {
     Q_OBJECT
 public:
-    // `placeOn` opens the list for the selected row of the tree. The area, the action and the docks must live as
-    // long.
-    KeyboardAccess(DrawingArea& area, QAction* placeOn, ConsoleDock* console, ProblemsDock* problems);
+    // `placeOn` opens the list for the selected row of the tree. The area, the action, the other way of placing and the
+    // docks must live as long.
+    KeyboardAccess(
+        DrawingArea& area, QAction* placeOn, AutoPlace* autoPlace, ConsoleDock* console, ProblemsDock* problems);
 
 Q_SIGNALS:
     // The keyboard cursor has come to a site; `middle` is in scene units.
@@ -50,6 +52,7 @@ private:
     DrawingArea& m_area;
     const zelengine::ReferenceEngine& m_engine;
     zelchipview::PlaceOn* m_placeOn = nullptr; // child of the view
+    AutoPlace* const m_autoPlace;
 };
 
 } // namespace mirn::zelchip

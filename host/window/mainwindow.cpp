@@ -20,9 +20,11 @@
 #include "host/memory/windowmemory.h"
 #include "host/project/projectsession.h"
 #include "host/project/projecttcl.h"
+#include "host/sites/siteplaces.h"
 #include "host/widgets/chipstatusbar.h"
 #include "host/widgets/findbox.h"
 #include "host/widgets/loadprogress.h"
+#include "host/window/autoplace.h"
 #include "host/window/busyscript.h"
 #include "host/window/drawingarea.h"
 #include "host/window/keyboardaccess.h"
@@ -190,7 +192,7 @@ void MainWindow::connectShell()
 void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
 {
     replaceDrawingArea(std::move(session));
-    m_shell.setEditor(editor());
+    m_shell.setEditor(editor(), [this] { return [this](int site) { return middleOf(*scene(), site); }; });
     setCentralWidget(m_drawingArea->chipView());
     // Qt would show it later, and until then the console would grow into the gap.
     m_drawingArea->chipView()->show();
@@ -331,11 +333,14 @@ void MainWindow::connectDesign()
         m_statusBar->showMessage(text, MessageMilliseconds);
         m_dragNote->showForAWhile(text, position);
     });
-    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, m_console, m_problems); // owned by the view
+    const auto tell = [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); };
+    auto* autoPlace = new AutoPlace(*m_drawingArea); // owned by the view, as the next one
+    connect(m_actions.placeRest, &QAction::triggered, autoPlace, &AutoPlace::placeRest);
+    connect(autoPlace, &AutoPlace::told, m_statusBar, tell);
+    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, autoPlace, m_console, m_problems);
     connect(keyboard, &KeyboardAccess::pointed, m_statusBar,
         [this](const QPointF& middle, const QString& site) { m_statusBar->showPointer(middle, site, {}); });
-    connect(keyboard, &KeyboardAccess::told, m_statusBar,
-        [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); });
+    connect(keyboard, &KeyboardAccess::told, m_statusBar, tell);
     showDesignState();
     m_problems->refresh();
 }

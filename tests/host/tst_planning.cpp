@@ -40,7 +40,11 @@ const QByteArray Design = R"([
 class Planning : public ShownWindow
 {
 public:
-    Planning() { open(); }
+    explicit Planning(const QByteArray& resources = Design)
+        : files(resources)
+    {
+        open();
+    }
     ~Planning() { window.reset(); } // before its files go
 
     void open() { show(files.project.path(), QSize(1000, 700)); }
@@ -65,6 +69,14 @@ public:
     template <typename Event> void drag(QPointF scenePosition)
     {
         zeltest::drag<Event>(view()->viewport(), view()->mapFromScene(scenePosition));
+    }
+
+    void placeRest()
+    {
+        for (QAction* action : window->findChildren<QAction*>()) {
+            if (action->text() == "Place the &Rest")
+                action->trigger();
+        }
     }
 
     void leave() { zeltest::leaveDrag(view()->viewport()); }
@@ -92,7 +104,7 @@ public:
         QTest::mouseDClick(view()->viewport(), Qt::LeftButton, Qt::NoModifier, site);
     }
 
-    HostFiles files{Design};
+    HostFiles files;
 };
 
 } // namespace
@@ -122,6 +134,38 @@ private Q_SLOTS:
         QCOMPARE(planning.siteOf("top/core"), -1);
         QCOMPARE(ZELChipViewDatabase::getInstance()->place("top/ip", "11"), 0); // a failed command is answered and said
         QCOMPARE(planning.message(), "There is no resource \"top/ip\"");
+    }
+
+    // The search is in a thread, so the answer comes later.
+    void theRestIsPlacedFromTheMenu()
+    {
+        Planning planning;
+        planning.placeRest();
+        QTRY_COMPARE(planning.message(), "3 resources were placed.");
+        QVERIFY(planning.siteOf("top/duo/a") == 11 || planning.siteOf("top/duo/a") == 12);
+        planning.placeRest();
+        QCOMPARE(planning.message(), "Everything is placed.");
+        planning.run("undo");
+        QCOMPARE(planning.siteOf("top/core"), -1);
+    }
+
+    void whatCannotBePlacedIsSaid()
+    {
+        Planning planning(QByteArray(Design).replace("\"core\"",
+            "\"p\", \"type\": \"PLL\"}, {\"name\": \"q\", "
+            "\"type\": \"PLL\"}, {\"name\": \"core\""));
+        planning.placeRest();
+        QTRY_VERIFY(planning.window->findChild<QMessageBox*>("autoPlaceAnswer"));
+        auto* box = planning.window->findChild<QMessageBox*>("autoPlaceAnswer");
+        QVERIFY2(box->informativeText().startsWith("top/p, top/q and top/core cannot be placed together"),
+            qPrintable(box->informativeText()));
+        QVERIFY(box->informativeText().endsWith("4 of 5 resources can be placed."));
+        for (QAbstractButton* button : box->buttons()) {
+            if (button->text() == "Place These")
+                button->click();
+        }
+        QCOMPARE(planning.message(), "4 resources were placed.");
+        QVERIFY(planning.siteOf("top/duo/b") >= 0);
     }
 
     void rowThatStaysSaysWhy()
