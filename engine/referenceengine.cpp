@@ -128,6 +128,25 @@ Refusal ReferenceEngine::restore(const QString& resource)
     return {};
 }
 
+LockProposal ReferenceEngine::proposeLock(const QString& resource) const
+{
+    const int index = m_design.find(resource);
+    return index < 0 ? LockProposal{{}, noSuchResource(resource)} : lockrules::proposeLock(m_device, m_design, index);
+}
+
+LockProposal ReferenceEngine::proposeUnlock(const QString& resource) const
+{
+    const int index = m_design.find(resource);
+    return index < 0 ? LockProposal{{}, noSuchResource(resource)} : lockrules::proposeUnlock(m_device, m_design, index);
+}
+
+void ReferenceEngine::setLocked(const std::vector<int>& resources, bool isLocked)
+{
+    for (int resource : resources)
+        m_design.setLocked(resource, isLocked);
+    m_isChanged = true;
+}
+
 // All parts leave their sites first, because the parts of an IP may swap sites.
 void ReferenceEngine::setSites(const std::vector<Placement>& placements)
 {

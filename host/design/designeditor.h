@@ -48,6 +48,9 @@ public:
     zelengine::Refusal reset(const QString& resource);
     zelengine::Refusal remove(const QString& resource);
     zelengine::Refusal restore(const QString& resource);
+    // Keep a resource, and everything below it that is placed, on its site, and let it go again.
+    zelengine::Refusal lock(const QString& resource);
+    zelengine::Refusal unlock(const QString& resource);
     zelengine::Refusal configure(const QString& resource, const QString& key, const QString& value);
     zelengine::Refusal setSetting(int site, const QString& key, const QString& value);
 

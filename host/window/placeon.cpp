@@ -95,8 +95,8 @@ QString PlaceOn::refusal(const QString& resource) const
     const Resource& chosen = m_engine.design().resource(index);
     if (chosen.type == ResourceType::Folder)
         return tr("%1 only groups others and cannot be placed itself.").arg(resource);
-    const Site* site = m_engine.device().site(chosen.site);
-    return chosen.fixed && site ? tr("%1 is fixed on %2.").arg(resource, site->name) : QString();
+    const QString reason = zelengine::lockrules::refusalToMove(m_engine.device(), chosen).sentence();
+    return reason.isEmpty() ? QString() : reason + QLatin1Char('.');
 }
 
 std::vector<QPointF> PlaceOn::placedNeighbours(int resource) const
