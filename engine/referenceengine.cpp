@@ -279,15 +279,50 @@ bool ReferenceEngine::canDrop(const std::string* rsc, const std::string* site)
     return index >= 0 && rules().propose(index, elementId(*site)).isAllowed();
 }
 
+std::string ReferenceEngine::refusalReason(const std::string* rsc, const std::string* site)
+{
+    const QString name = fromEngineText(*rsc);
+    const int index = m_design.find(name);
+    return toEngineText(
+        index < 0 ? noSuchResource(name) : rules().propose(index, elementId(*site)).refusal.sentence());
+}
+
 bool ReferenceEngine::showProbPlaceItem(
     const std::string* rsc, const std::string* /*site*/, std::list<std::string>& items)
 {
-    const int index = m_design.find(fromEngineText(*rsc));
-    if (index < 0)
-        return false;
-    for (int id : rules().sitesFor(index))
+    for (int id : sitesFor(rsc))
         items.push_back(std::to_string(id));
-    return true;
+    return m_design.find(fromEngineText(*rsc)) >= 0;
+}
+
+std::vector<int> ReferenceEngine::sitesFor(const std::string* rsc)
+{
+    const int index = m_design.find(fromEngineText(*rsc));
+    return index < 0 ? std::vector<int>() : rules().sitesFor(index);
+}
+
+std::vector<zelplacement> ReferenceEngine::placementsOf(const std::string* rsc, const std::string* site)
+{
+    std::vector<zelplacement> result;
+    const int index = m_design.find(fromEngineText(*rsc));
+    const Proposal proposal = index < 0 ? Proposal() : rules().propose(index, elementId(*site));
+    if (proposal.isAllowed()) {
+        for (const Placement& placement : proposal.placements)
+            result.push_back({toEngineText(m_design.resource(placement.resource).path), placement.site});
+    }
+    return result;
+}
+
+std::string ReferenceEngine::occupant(const std::string* site)
+{
+    const int index = m_design.occupant(elementId(*site));
+    return index < 0 ? std::string() : toEngineText(m_design.resource(index).path);
+}
+
+int ReferenceEngine::siteOf(const std::string* rsc)
+{
+    const int index = m_design.find(fromEngineText(*rsc));
+    return index < 0 ? -1 : m_design.resource(index).site;
 }
 
 int ReferenceEngine::config(const std::string* name)

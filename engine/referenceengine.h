@@ -11,6 +11,7 @@
 #include "engine/rules/placementrules.h"
 #include "engine/rules/settingstore.h"
 #include "platform/contract/zelchipengine.h"
+#include "platform/contract/zelplanengine.h"
 
 #include <QString>
 #include <QStringList>
@@ -24,7 +25,7 @@ namespace mirn::zelengine {
 
 // The engine that makes the chip view work out of the box: device and design come from files, placements from commands.
 // The host owns it. It is a facade: the classes of its members hold the logic.
-class ReferenceEngine final : public zelchipengine
+class ReferenceEngine final : public zelchipengine, public zelplanengine
 {
 public:
     // Opens a project folder. Returns null, with a message in *error, on failure; *warnings receives what was ignored.
@@ -106,6 +107,7 @@ public:
     [[nodiscard]] std::string getResourceSummary(const std::string* name) override;
     [[nodiscard]] int getResourceType(const std::string* name) override;
     [[nodiscard]] bool canDrop(const std::string* rsc, const std::string* site) override;
+    [[nodiscard]] std::string refusalReason(const std::string* rsc, const std::string* site) override;
     bool showProbPlaceItem(const std::string* rsc, const std::string* site, std::list<std::string>& items) override;
     // Opens a dialog, or a message that there is nothing to configure. Returns 1 if something changed, else 0.
     int config(const std::string* name) override;
@@ -115,6 +117,11 @@ public:
     int setDynamicDialogValue(
         const std::string* id, unsigned int type, const std::string* key, const std::string* value) override;
     void refresh(int kind) override;
+
+    [[nodiscard]] std::vector<int> sitesFor(const std::string* rsc) override;
+    [[nodiscard]] std::vector<zelplacement> placementsOf(const std::string* rsc, const std::string* site) override;
+    [[nodiscard]] std::string occupant(const std::string* site) override;
+    [[nodiscard]] int siteOf(const std::string* rsc) override;
 
 private:
     ReferenceEngine(Project project, Device device, Design design);

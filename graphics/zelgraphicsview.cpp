@@ -9,6 +9,7 @@
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
+#include "graphics/zelviewlayer.h"
 #include "platform/contract/zelgraphicrecords.h"
 
 #include <QApplication>
@@ -25,6 +26,7 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 namespace mirn::zelchipview {
 
@@ -66,6 +68,7 @@ struct ZelGraphicsView::Parts
     int horizontalScrollStart = 0;
     int verticalScrollStart = 0;
     bool isPanning = false;
+    std::vector<ZelViewLayer*> layers; // children of the view
 };
 
 ZelGraphicsView::ZelGraphicsView(QGraphicsScene* scene, QWidget* parent)
@@ -346,10 +349,38 @@ void ZelGraphicsView::paintEvent(QPaintEvent* event)
     if (m_parts->picture.canPaintOn(painter)) {
         m_parts->picture.paint(painter, [this](QPainter& on, const QRectF& area) { drawBackground(&on, area); });
         drawForeground(&painter, mapToScene(viewport()->rect()).boundingRect());
+        paintLayers(painter, event->rect());
         return;
     }
     painter.end();
     paintByItems(event);
+    QPainter over(viewport());
+    paintLayers(over, event->rect());
+}
+
+void ZelGraphicsView::addLayer(ZelViewLayer* layer)
+{
+    m_parts->layers.push_back(layer);
+    viewport()->update();
+}
+
+void ZelGraphicsView::removeLayer(ZelViewLayer* layer)
+{
+    std::vector<ZelViewLayer*>& layers = m_parts->layers;
+    layers.erase(std::remove(layers.begin(), layers.end(), layer), layers.end());
+    viewport()->update();
+}
+
+void ZelGraphicsView::paintLayers(QPainter& painter, const QRect& exposed)
+{
+    for (ZelViewLayer* layer : m_parts->layers) {
+        if (!layer->isShown())
+            continue;
+        painter.save();
+        painter.resetTransform();
+        layer->paint(painter, exposed);
+        painter.restore();
+    }
 }
 
 void ZelGraphicsView::paintByItems(QPaintEvent* event)

@@ -57,7 +57,7 @@ LockProposal proposeUnlock(const Device& device, const Design& design, int resou
     return {{}, QStringLiteral("%1 is not locked").arg(top.path)};
 }
 
-Refusal refusalToMove(const Device& device, const Resource& resource)
+Refusal refusalToLeave(const Device& device, const Resource& resource)
 {
     if (resource.fixed)
         return QStringLiteral("%1 is fixed on %2").arg(resource.path, siteNameOf(device, resource));

@@ -31,7 +31,7 @@ namespace lockrules {
 [[nodiscard]] LockProposal proposeUnlock(const Device& device, const Design& design, int resource);
 
 // Why a resource cannot leave its site; empty if it can.
-[[nodiscard]] Refusal refusalToMove(const Device& device, const Resource& resource);
+[[nodiscard]] Refusal refusalToLeave(const Device& device, const Resource& resource);
 
 } // namespace lockrules
 } // namespace mirn::zelengine

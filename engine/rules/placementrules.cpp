@@ -75,6 +75,26 @@ std::vector<int> PlacementRules::sitesFor(int resource) const
     return result;
 }
 
+// Places them one after the other, because the placements of a legal state can be made in any order.
+Refusal PlacementRules::refusalToMove(const std::vector<Placement>& moves) const
+{
+    Design after = m_design;
+    for (const Placement& move : moves) {
+        const Resource& resource = m_design.resource(move.resource);
+        if (resource.isHeld())
+            return lockrules::refusalToLeave(m_device, resource);
+        after.setSite(move.resource, -1);
+    }
+    const PlacementRules rules(m_device, after);
+    for (const Placement& move : moves) {
+        Proposal proposal = move.site < 0 ? Proposal() : rules.propose(move.resource, move.site);
+        if (!proposal.isAllowed())
+            return std::move(proposal.refusal);
+        after.setSite(move.resource, move.site);
+    }
+    return {};
+}
+
 Proposal PlacementRules::proposeReset(int resource) const
 {
     Proposal proposal;
@@ -89,14 +109,14 @@ Proposal PlacementRules::proposeReset(int resource) const
     if (!proposal.placements.empty())
         return proposal;
     return refused(held < 0 ? QStringLiteral("%1 is not placed").arg(m_design.resource(resource).path)
-                            : lockrules::refusalToMove(m_device, m_design.resource(held)));
+                            : lockrules::refusalToLeave(m_device, m_design.resource(held)));
 }
 
 // Applies the rules that hold for every type of resource.
 Refusal PlacementRules::refusalBySite(const Resource& resource, const Site& site) const
 {
     if (resource.isHeld())
-        return lockrules::refusalToMove(m_device, resource);
+        return lockrules::refusalToLeave(m_device, resource);
     if (resource.type == ResourceType::Folder)
         return QStringLiteral("%1 only groups others and cannot be placed itself").arg(resource.path);
     if (!m_device.accepts(site, resource.type))
@@ -250,7 +270,7 @@ Proposal PlacementRules::proposeIp(int ip, const Site& site) const
         if (!part.isHeld())
             channels.push_back(channel);
         else if (part.locked)
-            refusalByLock = lockrules::refusalToMove(m_device, part);
+            refusalByLock = lockrules::refusalToLeave(m_device, part);
     }
     const QString& path = m_design.resource(ip).path;
     if (channels.empty() && !refusalByLock.isEmpty())

@@ -50,6 +50,10 @@ public:
     // The ids of all sites for which propose() has no objection.
     [[nodiscard]] std::vector<int> sitesFor(int resource) const;
 
+    // Whether several resources may change their places together, such as two that swap their sites: what may stay on
+    // no site (-1), what the rules say of the state that follows. An IP takes part by its channels.
+    [[nodiscard]] Refusal refusalToMove(const std::vector<Placement>& moves) const;
+
     // The placements that a reset would remove: the resource and everything below it, as far as it is placed and
     // neither fixed nor locked.
     [[nodiscard]] Proposal proposeReset(int resource) const;

@@ -147,10 +147,30 @@ Refusal DesignEditor::changeSites(const QString& text, const QString& command, c
         return proposal.refusal;
     Change change;
     change.text = text;
-    change.sitesAfter = proposal.placements;
-    for (const Placement& placement : proposal.placements)
-        change.sitesBefore.push_back({placement.resource, m_engine.design().resource(placement.resource).site});
-    return commit(change, command);
+    takeSites(change, proposal.placements);
+    return commit(change, {command});
+}
+
+void DesignEditor::takeSites(Change& change, const std::vector<Placement>& placements) const
+{
+    for (const Placement& placement : placements) {
+        const int before = m_engine.design().resource(placement.resource).site;
+        if (before == placement.site)
+            continue;
+        change.sitesBefore.push_back({placement.resource, before});
+        change.sitesAfter.push_back(placement);
+    }
+}
+
+Refusal DesignEditor::move(const QString& text, const std::vector<Placement>& placements)
+{
+    Change change;
+    change.text = text;
+    takeSites(change, placements);
+    if (change.sitesAfter.empty())
+        return {};
+    Refusal refusal = m_engine.rules().refusalToMove(change.sitesAfter);
+    return refusal.isEmpty() ? commit(change, commandsFor(change, true)) : refusal;
 }
 
 Refusal DesignEditor::remove(const QString& resource)
@@ -178,7 +198,7 @@ Refusal DesignEditor::remove(const QString& resource)
                 change.parameters.push_back({index, parameter.key, value, original});
         }
     }
-    return commit(change, designcommands::remove(resource));
+    return commit(change, {designcommands::remove(resource)});
 }
 
 Refusal DesignEditor::restore(const QString& resource)
@@ -190,7 +210,7 @@ Refusal DesignEditor::restore(const QString& resource)
     change.text = tr("Restore %1").arg(resource);
     change.branch = Change::Branch::ComesBack;
     change.branchPath = resource;
-    return commit(change, designcommands::restore(resource));
+    return commit(change, {designcommands::restore(resource)});
 }
 
 Refusal DesignEditor::lock(const QString& resource)
@@ -201,7 +221,7 @@ Refusal DesignEditor::lock(const QString& resource)
     Change change;
     change.text = tr("Lock %1").arg(resource);
     change.lockedAfter = std::move(proposal.resources);
-    return commit(change, designcommands::lock(resource));
+    return commit(change, {designcommands::lock(resource)});
 }
 
 Refusal DesignEditor::unlock(const QString& resource)
@@ -212,7 +232,7 @@ Refusal DesignEditor::unlock(const QString& resource)
     Change change;
     change.text = tr("Unlock %1").arg(resource);
     change.lockedBefore = std::move(proposal.resources);
-    return commit(change, designcommands::unlock(resource));
+    return commit(change, {designcommands::unlock(resource)});
 }
 
 Refusal DesignEditor::configure(const QString& resource, const QString& key, const QString& value)
@@ -226,7 +246,7 @@ Refusal DesignEditor::configure(const QString& resource, const QString& key, con
     Change change;
     change.text = tr("Configure %1").arg(resource);
     change.parameters.push_back({configuration.resource, key, before, configuration.value});
-    return commit(change, designcommands::configure(resource, key, configuration.value));
+    return commit(change, {designcommands::configure(resource, key, configuration.value)});
 }
 
 Refusal DesignEditor::setSetting(int site, const QString& key, const QString& value)
@@ -242,7 +262,7 @@ Refusal DesignEditor::setSetting(int site, const QString& key, const QString& va
     // The dialog writes the channel values again where it offers common ones as well; that changes nothing.
     if (change.settingsAfter == change.settingsBefore)
         return {};
-    return commit(change, designcommands::setting(site, key, value));
+    return commit(change, {designcommands::setting(site, key, value)});
 }
 
 Refusal DesignEditor::writeSetting(int site, const QString& key, const QString& value)
@@ -254,9 +274,9 @@ Refusal DesignEditor::writeSetting(int site, const QString& key, const QString& 
 }
 
 // The journal comes before the design: a change that was answered must survive a crash.
-Refusal DesignEditor::commit(const Change& change, const QString& command)
+Refusal DesignEditor::commit(const Change& change, const QStringList& commands)
 {
-    const QString error = keep({command});
+    const QString error = keep(commands);
     if (!error.isEmpty())
         return error;
     apply(change, true);

@@ -46,6 +46,10 @@ public:
 
     zelengine::Refusal place(const QString& resource, int site);
     zelengine::Refusal reset(const QString& resource);
+    // Changes the places of several resources in one step, which either happens as a whole or is refused. `text` names
+    // it in the undo menu; -1 as a site takes a resource off its site. Moving what is where it should be changes
+    // nothing.
+    zelengine::Refusal move(const QString& text, const std::vector<zelengine::Placement>& placements);
     zelengine::Refusal remove(const QString& resource);
     zelengine::Refusal restore(const QString& resource);
     // Keep a resource, and everything below it that is placed, on its site, and let it go again.
@@ -103,7 +107,8 @@ private:
 
     zelengine::Refusal writeSetting(int site, const QString& key, const QString& value);
     zelengine::Refusal changeSites(const QString& text, const QString& command, const zelengine::Proposal& proposal);
-    zelengine::Refusal commit(const Change& change, const QString& command);
+    zelengine::Refusal commit(const Change& change, const QStringList& commands);
+    void takeSites(Change& change, const std::vector<zelengine::Placement>& placements) const;
     void apply(const Change& change, bool isForward);
     [[nodiscard]] QStringList commandsFor(const Change& change, bool isForward) const;
     [[nodiscard]] QString path(int resource) const;

@@ -95,7 +95,7 @@ QString PlaceOn::refusal(const QString& resource) const
     const Resource& chosen = m_engine.design().resource(index);
     if (chosen.type == ResourceType::Folder)
         return tr("%1 only groups others and cannot be placed itself.").arg(resource);
-    const QString reason = zelengine::lockrules::refusalToMove(m_engine.device(), chosen).sentence();
+    const QString reason = zelengine::lockrules::refusalToLeave(m_engine.device(), chosen).sentence();
     return reason.isEmpty() ? QString() : reason + QLatin1Char('.');
 }
 

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 
 // The out-of-line destructors of the contract's interfaces: they keep each class's type information in this library,
-// so that dynamic_cast works across library borders.
+// so that dynamic_cast works across library borders. And the answers of an engine to optional questions that it does not know.
 
 #include "platform/contract/zelattributes.h"
 #include "platform/contract/zelchipdata.h"
 #include "platform/contract/zelchipengine.h"
 #include "platform/contract/zelgraphicrecords.h"
+#include "platform/contract/zelplanengine.h"
 
 zelattributes::~zelattributes() = default;
 
@@ -14,6 +15,44 @@ zelchipdata::~zelchipdata() = default;
 
 zelchipengine::zelchipengine() = default;
 zelchipengine::~zelchipengine() = default;
+
+std::string zelchipengine::refusalReason(const std::string* /*rsc*/, const std::string* /*site*/)
+{
+    return {};
+}
+
+zelplanengine::zelplanengine() = default;
+zelplanengine::~zelplanengine() = default;
+
+std::vector<zelconnection> zelplanengine::connections()
+{
+    return {};
+}
+
+std::vector<int> zelplanengine::sitesFor(const std::string* /*rsc*/)
+{
+    return {};
+}
+
+std::vector<zelplacement> zelplanengine::placementsOf(const std::string* /*rsc*/, const std::string* /*site*/)
+{
+    return {};
+}
+
+std::string zelplanengine::occupant(const std::string* /*site*/)
+{
+    return {};
+}
+
+int zelplanengine::siteOf(const std::string* /*rsc*/)
+{
+    return -1;
+}
+
+std::string zelplanengine::describe(const std::string* /*rsc*/)
+{
+    return {};
+}
 
 zel_SingleGraphItem::zel_SingleGraphItem(int graphicKind)
     : kind(graphicKind)

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/contract/zelexport.h"
+
+#include <string>
+#include <vector>
+
+// A resource on a site, or to be placed on it.
+struct zelplacement
+{
+    std::string resource;
+    int site = -1; // element id
+};
+
+// Two resources of which one needs the other, or that belong together.
+struct zelconnection
+{
+    std::string from; // the one that feeds or supplies, such as a clock source
+    std::string to;
+    int fromSite = -1; // element ids; -1 if not placed
+    int toSite = -1;
+    std::string broken; // one sentence for users: the rule that the present places break; empty if they break none
+};
+
+// What an engine may answer besides the questions of the chip view, so that the aids in planning/ can show what decides
+// a placement. An engine that derives from it as well as from zelchipengine overrides what it knows; the answers here
+// are empty, and an aid without an answer shows nothing. The rules for texts, ids and threads are those of
+// zelchipengine.
+class ZELPLATFORM_EXPORT zelplanengine
+{
+public:
+    zelplanengine();
+    virtual ~zelplanengine();
+    zelplanengine(const zelplanengine&) = delete;
+    zelplanengine& operator=(const zelplanengine&) = delete;
+
+    // Returns all connections of the design. Every two resources that are connected for the same reason are there once.
+    [[nodiscard]] virtual std::vector<zelconnection> connections();
+
+    // Returns the ids of the elements on which a resource may be placed now.
+    [[nodiscard]] virtual std::vector<int> sitesFor(const std::string* rsc);
+
+    // Returns all placements that the placing of a resource on an element would cause: one, or those of the parts of an
+    // IP or a group; none if it may not be placed there.
+    [[nodiscard]] virtual std::vector<zelplacement> placementsOf(const std::string* rsc, const std::string* site);
+
+    // Returns the name of the resource on an element; empty if there is none.
+    [[nodiscard]] virtual std::string occupant(const std::string* site);
+
+    // Returns the id of the element on which a resource is placed; -1 if it is not.
+    [[nodiscard]] virtual int siteOf(const std::string* rsc);
+
+    // Returns lines for users about a resource: its name and kind, what it is connected to, what is wrong with it.
+    // Empty if there is no such resource.
+    [[nodiscard]] virtual std::string describe(const std::string* rsc);
+};
