@@ -26,7 +26,6 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
-#include <vector>
 
 namespace mirn::zelchipview {
 
@@ -68,7 +67,6 @@ struct ZelGraphicsView::Parts
     int horizontalScrollStart = 0;
     int verticalScrollStart = 0;
     bool isPanning = false;
-    std::vector<ZelViewLayer*> layers; // children of the view
 };
 
 ZelGraphicsView::ZelGraphicsView(QGraphicsScene* scene, QWidget* parent)
@@ -358,23 +356,12 @@ void ZelGraphicsView::paintEvent(QPaintEvent* event)
     paintLayers(over, event->rect());
 }
 
-void ZelGraphicsView::addLayer(ZelViewLayer* layer)
-{
-    m_parts->layers.push_back(layer);
-    viewport()->update();
-}
-
-void ZelGraphicsView::removeLayer(ZelViewLayer* layer)
-{
-    std::vector<ZelViewLayer*>& layers = m_parts->layers;
-    layers.erase(std::remove(layers.begin(), layers.end(), layer), layers.end());
-    viewport()->update();
-}
-
 void ZelGraphicsView::paintLayers(QPainter& painter, const QRect& exposed)
 {
-    for (ZelViewLayer* layer : m_parts->layers) {
-        if (!layer->isShown())
+    const QObjectList& parts = children();
+    for (QObject* part : parts) {
+        auto* layer = qobject_cast<ZelViewLayer*>(part);
+        if (!layer || !layer->isShown())
             continue;
         painter.save();
         painter.resetTransform();

@@ -10,8 +10,6 @@
 
 namespace mirn::zelchipview {
 
-class ZelViewLayer;
-
 // The view of the chip scene. It zooms in steps between the drawing's limits, decides from the scale which layers are
 // shown, and selects, zooms or pans with the mouse according to the controller's mouse mode. The window owns it; it
 // does not own the scene.
@@ -57,10 +55,6 @@ public:
 
     // Sets the cursor of the controller's mouse mode.
     void changeMouseCursor();
-
-    // Called by the layer itself, at its beginning and end. The view does not own it through this list.
-    void addLayer(ZelViewLayer* layer);
-    void removeLayer(ZelViewLayer* layer);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;

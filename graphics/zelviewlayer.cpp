@@ -1,23 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/zelviewlayer.h"
 
-#include "graphics/zelgraphicsview.h"
-
-#include <QWidget>
+#include <QGraphicsView>
 
 namespace mirn::zelchipview {
 
-ZelViewLayer::ZelViewLayer(ZelGraphicsView* view)
+ZelViewLayer::ZelViewLayer(QGraphicsView* view)
     : QObject(view)
     , m_view(view)
+    , m_viewport(view->viewport())
 {
-    view->addLayer(this);
+    m_viewport->update();
 }
 
 ZelViewLayer::~ZelViewLayer()
 {
-    if (m_view)
-        m_view->removeLayer(this);
+    if (m_viewport)
+        m_viewport->update();
 }
 
 void ZelViewLayer::setShown(bool isShown)
@@ -25,22 +24,22 @@ void ZelViewLayer::setShown(bool isShown)
     if (m_isShown == isShown)
         return;
     m_isShown = isShown;
-    if (m_view)
-        m_view->viewport()->update();
+    if (m_viewport)
+        m_viewport->update();
 }
 
 void ZelViewLayer::update()
 {
-    if (m_view && m_isShown)
-        m_view->viewport()->update();
+    if (m_viewport && m_isShown)
+        m_viewport->update();
 }
 
 void ZelViewLayer::update(const QRectF& area, int margin)
 {
-    if (!m_view || !m_isShown)
+    if (!m_viewport || !m_isShown)
         return;
     const QRect pixels = m_view->viewportTransform().mapRect(area).toAlignedRect();
-    m_view->viewport()->update(pixels.adjusted(-margin, -margin, margin, margin));
+    m_viewport->update(pixels.adjusted(-margin, -margin, margin, margin));
 }
 
 } // namespace mirn::zelchipview

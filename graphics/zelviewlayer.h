@@ -6,22 +6,23 @@
 #include <QObject>
 #include <QPointer>
 
+class QGraphicsView;
 class QPainter;
 class QRect;
 class QRectF;
+class QWidget;
 
 namespace mirn::zelchipview {
 
-class ZelGraphicsView;
-
 // Something that a view paints over its drawing: lines, tints, names. It is no part of the scene and takes no part in
-// picking, and the drawing below it is painted as fast as without it. Layers are painted in the order in which they
-// were created. A layer is a child of its view; it may also be deleted earlier.
+// picking, and the drawing below it is painted as fast as without it. A layer is a child of its view, which paints its
+// layers in the order in which they were created; it may also be deleted earlier.
 class ZELCHIPGUI_EXPORT ZelViewLayer : public QObject
 {
     Q_OBJECT
 public:
-    explicit ZelViewLayer(ZelGraphicsView* view);
+    // `view` should be a ZelGraphicsView; no other view paints layers.
+    explicit ZelViewLayer(QGraphicsView* view);
     ~ZelViewLayer() override;
 
     // A new layer is shown. A hidden layer is not asked to paint.
@@ -34,14 +35,15 @@ public:
 
 protected:
     // Null while the view is being destroyed.
-    [[nodiscard]] ZelGraphicsView* view() const { return m_view; }
+    [[nodiscard]] QGraphicsView* view() const { return m_viewport ? m_view : nullptr; }
 
     // Both have the view paint again, everything or an area in scene units and a margin in pixels around it.
     void update();
     void update(const QRectF& area, int margin);
 
 private:
-    const QPointer<ZelGraphicsView> m_view;
+    QGraphicsView* const m_view;
+    const QPointer<QWidget> m_viewport; // goes before its view does
     bool m_isShown = true;
 };
 

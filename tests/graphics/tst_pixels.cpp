@@ -7,6 +7,7 @@
 #include "graphics/zelpolygonitem.h"
 #include "graphics/zeltextattribute.h"
 #include "graphics/zeltextitem.h"
+#include "graphics/zelviewlayer.h"
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/itemsview.h"
 #include "tests/support/random.h"
@@ -175,6 +176,22 @@ public:
 };
 
 } // namespace
+
+class Stripe final : public ZelViewLayer
+{
+public:
+    explicit Stripe(ZelGraphicsView* view, const QColor& color)
+        : ZelViewLayer(view)
+        , m_color(color)
+    { }
+
+    void paint(QPainter& painter, const QRect&) override { painter.fillRect(Place, m_color); }
+
+    static constexpr QRect Place{20, 30, 40, 10}; // pixels in the viewport
+
+private:
+    const QColor m_color;
+};
 
 class TestPixels : public zeltest::Test
 {
@@ -471,6 +488,30 @@ private Q_SLOTS:
         scene.toPicture = QTransform::fromScale(1.5, 1.5) * QTransform::fromTranslate(0.5, 0);
         canvas.update(scene);
         QCOMPARE(painted, 3); // between two pixels nothing can be moved
+    }
+
+    // Whether the view or Qt paints the drawing below them.
+    void layersLieOverTheDrawing()
+    {
+        PixelView chip(500);
+        const auto picture = [&] { return grabbed(chip.view()->viewport(), 2); };
+        const auto color = [&] { return picture().pixelColor(2 * Stripe::Place.center()); };
+        const QImage bare = picture();
+        new Stripe(chip.view(), Qt::red); // child of the view
+        QGraphicsEllipseItem ofHost(0, 0, 10, 10);
+        for (const bool isByQt : {false, true}) {
+            if (isByQt)
+                chip.scene()->addItem(&ofHost);
+            QCoreApplication::processEvents();
+            auto upper = std::make_unique<Stripe>(chip.view(), Qt::blue);
+            QCOMPARE(color(), QColor(Qt::blue));
+            QCOMPARE(chip.scene()->elements().canPaintFromList(), !isByQt);
+            upper->setShown(false);
+            QCOMPARE(color(), QColor(Qt::red));
+        }
+        chip.scene()->removeItem(&ofHost);
+        delete chip.view()->findChild<ZelViewLayer*>(QString(), Qt::FindDirectChildrenOnly);
+        QCOMPARE(differingPixels(picture(), bare), 0);
     }
 
     void topmostItemIsTheOneThatQtFinds()
