@@ -75,6 +75,12 @@ std::unique_ptr<ReferenceEngine> ReferenceEngine::forDrawing(const QString& draw
         new ReferenceEngine(std::move(project), std::move(device), Design())); // private constructor
 }
 
+std::unique_ptr<ReferenceEngine> ReferenceEngine::copyWith(Design design) const
+{
+    return std::unique_ptr<ReferenceEngine>(
+        new ReferenceEngine(m_project, m_device, std::move(design))); // private constructor
+}
+
 ReferenceEngine::ReferenceEngine(Project project, Device device, Design design)
     : m_project(std::move(project))
     , m_device(std::move(device))
@@ -283,8 +289,7 @@ std::string ReferenceEngine::refusalReason(const std::string* rsc, const std::st
 {
     const QString name = fromEngineText(*rsc);
     const int index = m_design.find(name);
-    return toEngineText(
-        index < 0 ? noSuchResource(name) : rules().propose(index, elementId(*site)).refusal.sentence());
+    return toEngineText(index < 0 ? noSuchResource(name) : rules().propose(index, elementId(*site)).refusal.sentence());
 }
 
 bool ReferenceEngine::showProbPlaceItem(

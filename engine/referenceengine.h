@@ -36,6 +36,9 @@ public:
     // Returns an engine for a drawing without device and design: nothing can be placed.
     [[nodiscard]] static std::unique_ptr<ReferenceEngine> forDrawing(const QString& drawingFile);
 
+    // Returns an engine for the same project and device with a state of the same design and no changed settings.
+    [[nodiscard]] std::unique_ptr<ReferenceEngine> copyWith(Design design) const;
+
     ~ReferenceEngine() override;
 
     // Sets the filter file that chip() names, for a host whose device has none.

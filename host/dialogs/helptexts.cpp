@@ -34,12 +34,16 @@ QList<std::pair<QString, QString>> gestures()
             tr("place it; a note says why a site refuses it. Near a border the drawing "
                "scrolls; the wheel scrolls and zooms")},
         {tr("Ctrl + P"), tr("place the selected resource: type to narrow the list of its sites, Enter places")},
-        {tr("Menu"), tr("in the tree: the menu of the current row, with \"Place on...\"")},
+        {tr("Ctrl + L, Ctrl + Shift + L"),
+            tr("lock the selected resource, and what is placed below it, on its site; unlock it")},
+        {tr("Menu"), tr("in the tree: the menu of the current row, with \"Place on...\", Lock and Unlock")},
         {tr("Ctrl + F"), tr("find a resource by name, kind or site; Enter selects and zooms to it")},
         {tr("Ctrl + Z, Ctrl + Shift + Z"), tr("undo, redo")},
         {tr("Ctrl + S"), tr("save the placement")},
         {tr("Enter, double click"), tr("in the problems (View menu): select what one concerns and zoom to it")},
-        {tr("Tab"), tr("go to the next of find box, tree, table, drawing, console and problems")},
+        {tr("Up, Down, Enter"),
+            tr("in the comparison (File menu): select the two sites of a difference and zoom to them")},
+        {tr("Tab"), tr("go to the next of find box, tree, table, drawing, console, problems and comparison")},
         {tr("Tab, Up, Down, Escape"), tr("in a console with text: complete, earlier commands, clear or stop")},
         {tr("Ctrl + C"), tr("in the console: copy; stop the script if nothing is selected")},
     };

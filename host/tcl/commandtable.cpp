@@ -67,6 +67,12 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_project", "open", "PATH", "Opens a project folder or a drawing instead of what is open.",
             "zel_project open [dict get [zel_project info] directory]", ""},
         {"zel_project", "save", "", "Saves the placement.", "zel_project save", ""},
+        {"zel_project", "diff", "?FILE?",
+            "Returns how the placement differs from the saved one, or from another placement file of the same design: "
+            "a list of dictionaries with name, what (existence, place, lock, parameter or setting), key, from and to. "
+            "FILE may be an implementation's folder.",
+            "zel_resource reset -ip gateway/sgmii; lindex [zel_project diff] 0",
+            "name gateway/sgmii/lane0 what place key {} from DCU1_CH0 to {}"},
         {"zel_project", "info", "",
             "Returns a dictionary with name, device, design, flow and directory, and whether something is unsaved.",
             "dict get [zel_project info] device", "Halden H40"},

@@ -18,6 +18,7 @@ class ZelTree;
 namespace mirn::zelchip {
 
 class DrawingFit;
+class LockMarks;
 class FindBox;
 class ProjectSession;
 class RowKeeper;
@@ -93,6 +94,7 @@ private:
     DrawingFit* m_fit; // child of the graphics view, like the history
     ViewHistory* m_history;
     RowKeeper* m_rows; // child of the tree
+    LockMarks* m_locks; // child of the graphics view
 };
 
 } // namespace mirn::zelchip

@@ -26,8 +26,10 @@
 #include "host/widgets/loadprogress.h"
 #include "host/widgets/pointernote.h"
 #include "host/window/busyscript.h"
+#include "host/window/comparedock.h"
 #include "host/window/drawingarea.h"
 #include "host/window/keyboardaccess.h"
+#include "host/window/lockactions.h"
 #include "host/window/problemsdock.h"
 #include "resources/zeltree.h"
 
@@ -56,6 +58,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_busyScript(new BusyScript(m_shell, this))
     , m_console(new ConsoleDock(this))
     , m_problems(new ProblemsDock(this, m_console, [this] { return m_drawingArea.get(); }))
+    , m_compare(new CompareDock(this, m_console, [this] { return m_drawingArea.get(); }))
     , m_statusBar(new ChipStatusBar(this))
     , m_dragNote(new PointerNote(this))
     , m_notice(new ProjectNotice(this))
@@ -258,7 +261,9 @@ void MainWindow::showSummary()
 
 void MainWindow::connectConsole()
 {
-    m_actions.addToggles({m_console->toggleViewAction(), m_problems->toggleViewAction()});
+    m_actions.addToggles(
+        {m_console->toggleViewAction(), m_problems->toggleViewAction(), m_compare->toggleViewAction()});
+    m_compare->setMenu(m_actions.comparePlacement);
     connect(m_problems, &ProblemsDock::counted, m_statusBar, &ChipStatusBar::setProblems);
     connect(m_statusBar, &ChipStatusBar::problemsRequested, m_problems, &ProblemsDock::come);
     const auto resources = [this] {
@@ -321,13 +326,20 @@ void MainWindow::connectDesign()
         m_dragNote->showAt(text, position);
         m_dragNote->fade();
     });
-    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, m_console, m_problems); // owned by the view
+    auto* keyboard
+        = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, m_console, m_problems, m_compare); // owned by the view
     connect(keyboard, &KeyboardAccess::pointed, m_statusBar,
         [this](const QPointF& middle, const QString& site) { m_statusBar->showPointer(middle, site, {}); });
     connect(keyboard, &KeyboardAccess::told, m_statusBar,
         [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); });
+    auto* locks = new LockActions(*m_drawingArea, m_actions.lock, m_actions.unlock, keyboard->rowMenu());
+    connect(locks, &LockActions::commandRequested, this,
+        [this](const QString& command) { m_shell.run(command, CommandShell::Origin::View); });
+    connect(locks, &LockActions::refused, m_statusBar,
+        [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); });
     showDesignState();
     m_problems->refresh();
+    m_compare->refresh();
 }
 
 void MainWindow::refreshView()
@@ -336,6 +348,7 @@ void MainWindow::refreshView()
     m_drawingArea->refresh();
     m_probe->refresh();
     m_problems->refresh();
+    m_compare->refresh();
     showDesignState();
 }
 

@@ -16,6 +16,7 @@ namespace mirn::zelchip {
 
 class BusyScript;
 class ChipStatusBar;
+class CompareDock;
 class DrawingArea;
 class ConsoleDock;
 class PointerNote;
@@ -104,6 +105,7 @@ private:
     ConsoleDock* const m_console; // child of the window
     QTimer m_refresh; // updates the view once after a series of changes
     ProblemsDock* const m_problems; // child of the window
+    CompareDock* const m_compare; // child of the window
     ChipStatusBar* const m_statusBar; // child of the window
     PointerNote* const m_dragNote; // child of the window
     ProjectNotice* const m_notice; // child of the window
