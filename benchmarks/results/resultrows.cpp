@@ -27,6 +27,8 @@ const std::vector<ResultRow>& resultRows()
         {"KLayout, full repaint at 4x", "KLayout", "at 4x", "bare QPainter at 4x"},
         {"KLayout, full repaint at 30x", "KLayout", "at 30x", "bare QPainter at 30x"},
         {"pan by 50 pixels at 4x", "pan by 50 pixels at 4x", "", "bare QPainter at 4x"},
+        {"the same with the overview map", "pan with the overview map", "", "bare QPainter at 4x"},
+        {"overview map, its first picture", "overview map", "", "bare QPainter at fit"},
         {"repaint with nothing changed, at fit", "repaint, nothing changed", "", "bare QPainter at fit"},
         {"items one by one at fit", "items one by one at fit", "", "bare QPainter at fit"},
         {"select one element, at fit", "select one element", "", "items one by one at fit"},

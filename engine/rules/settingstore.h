@@ -56,7 +56,7 @@ public:
     [[nodiscard]] QString disablingSetting(const Site& site) const;
 
     // One sentence for each setting of a site that has a value which is offered for several keys together only, but is
-    // not in force for all of them. propose() never causes that, setChanges() may.
+    // not in force for all of them. propose() causes that only by going back to a fresh device that has it.
     [[nodiscard]] QStringList contradictions(const Site& carrier) const;
 
     [[nodiscard]] const SettingChanges& changes() const { return m_changes; }

@@ -15,6 +15,8 @@ namespace {
 
 constexpr int BorderBreadth = 2; // width in pixels of the strips along the picture's borders where cut-off shapes show
 
+constexpr int BandHeight = 8; // pixels; what updateSome() paints at least
+
 constexpr double LongEdge = 64; // pixels; the opacity of a cut-off edge depends on the length that is left of it
 
 // Above this dirty share of the picture, repainting all of it is no more work than repainting the parts.
@@ -75,7 +77,25 @@ void ViewCanvas::update(const Scene& scene)
     if (!m_isValid || !differsOnlyByScroll(scene) || !scroll(scene) || isMostlyDirty())
         paintAll(scene);
     else
-        paintDirtyParts(scene);
+        paintDirtyParts(scene, QDeadlineTimer(QDeadlineTimer::Forever));
+}
+
+ViewCanvas::Work ViewCanvas::updateSome(const Scene& scene, const QDeadlineTimer& deadline)
+{
+    if (!m_isValid || !differsOnlyByScroll(scene) || scene.toPicture != m_toPicture) {
+        const bool isElsewhere = scene.size != m_picture.size() || scene.toPicture != m_toPicture;
+        begin(scene);
+        if (isElsewhere)
+            m_picture.fill(scene.background);
+        for (int bottom = m_picture.height(); bottom > 0; bottom -= BandHeight) {
+            const int top = std::max(0, bottom - BandHeight);
+            m_dirty.emplace_back(0, top, m_picture.width(), bottom - top);
+        }
+    } else if (m_dirty.empty()) {
+        return Work::None;
+    }
+    paintDirtyParts(scene, deadline);
+    return m_dirty.empty() ? Work::Done : Work::Left;
 }
 
 void ViewCanvas::drawOn(QPainter& painter, const QPointF& position, qreal ratio) const
@@ -220,7 +240,8 @@ bool ViewCanvas::isMostlyDirty() const
     return m_dirtyPixels > MostDirty * m_picture.width() * m_picture.height();
 }
 
-void ViewCanvas::paintAll(const Scene& scene)
+// Takes over what the picture depends on; all of it has to be painted then.
+void ViewCanvas::begin(const Scene& scene)
 {
     if (m_picture.size() != scene.size)
         m_picture = QImage(scene.size, QImage::Format_RGB32);
@@ -235,25 +256,33 @@ void ViewCanvas::paintAll(const Scene& scene)
     invalidate();
     m_origin = QPoint();
     m_isValid = true;
+}
+
+void ViewCanvas::paintAll(const Scene& scene)
+{
+    begin(scene);
     if (!m_picture.isNull())
         paint(scene, m_picture, m_picture.rect());
 }
 
-void ViewCanvas::paintDirtyParts(const Scene& scene)
+void ViewCanvas::paintDirtyParts(const Scene& scene, const QDeadlineTimer& deadline)
 {
-    const std::vector<QRect> dirty = std::exchange(m_dirty, {});
-    m_dirtyPixels = 0;
-    if (!dirty.empty() && m_scratch.size() != m_picture.size())
+    if (!m_dirty.empty() && m_scratch.size() != m_picture.size())
         m_scratch = QImage(m_picture.size(), QImage::Format_RGB32);
     QRect last;
-    for (auto raw = dirty.rbegin(); raw != dirty.rend(); ++raw) { // the large parts come last
-        const QRect part = *raw & m_picture.rect();
+    while (!m_dirty.empty()) { // from the back: the large parts come last
+        const QRect part = m_dirty.back() & m_picture.rect();
+        m_dirty.pop_back();
         if (part.isEmpty() || last.contains(part))
             continue;
         last = part;
         paint(scene, m_scratch, part);
         copyFromScratch(part);
+        if (deadline.hasExpired())
+            break;
     }
+    if (m_dirty.empty())
+        m_dirtyPixels = 0;
 }
 
 void ViewCanvas::copyFromScratch(const QRect& part)
@@ -281,8 +310,8 @@ void ViewCanvas::paint(const Scene& scene, QImage& image, const QRect& part)
         painter.setTransform(scene.toPicture);
         scene.drawBackground(painter, scene.toPicture.inverted().mapRect(QRectF(part)));
     }
-    m_painter.paint(
-        {&image, part, scene.toPicture, scene.hints, scene.textPen, scene.viewFont}, scene.layers, scene.states);
+    m_painter.paint({&image, part, scene.toPicture, scene.hints, scene.textPen, scene.viewFont, scene.smallestText},
+        scene.layers, scene.states);
 }
 
 } // namespace mirn::zelchipview

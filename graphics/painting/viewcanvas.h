@@ -5,6 +5,7 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QDeadlineTimer>
 #include <QFont>
 #include <QImage>
 #include <QList>
@@ -40,6 +41,7 @@ public:
         QBrush backgroundBrush; // what drawBackground() fills with
         Background drawBackground;
         bool isScaled = false; // a pixel of the picture is not a unit of the painter
+        double smallestText = 0; // pixels; texts in a smaller size are left out
     };
 
     explicit ViewCanvas(DisplayList& list); // not owned
@@ -52,6 +54,11 @@ public:
 
     // Brings the picture up to date.
     void update(const Scene& scene);
+
+    // Does a part of the work of update(): stops after the first part of the picture that ends later than `deadline`. A
+    // new picture comes in bands from top to bottom; meanwhile the old one stays where it fits.
+    enum class Work { None, Done, Left }; // the picture was up to date, is up to date now, or is not yet
+    [[nodiscard]] Work updateSome(const Scene& scene, const QDeadlineTimer& deadline);
 
     // Draws the picture with its top left corner at `position`; a unit of the painter is `ratio` pixels of the picture.
     void drawOn(QPainter& painter, const QPointF& position, qreal ratio) const;
@@ -66,8 +73,9 @@ private:
     void mark(const QRectF& part, QPoint way);
     void mark(const QRect& part);
     [[nodiscard]] bool isMostlyDirty() const;
+    void begin(const Scene& scene);
     void paintAll(const Scene& scene);
-    void paintDirtyParts(const Scene& scene);
+    void paintDirtyParts(const Scene& scene, const QDeadlineTimer& deadline);
     void paint(const Scene& scene, QImage& image, const QRect& part);
     void copyFromScratch(const QRect& part);
 

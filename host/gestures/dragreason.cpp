@@ -7,7 +7,7 @@
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/elementprobe.h"
-#include "host/gestures/dropposition.h"
+#include "planning/dropposition.h"
 
 #include <QCursor>
 #include <QDragMoveEvent>
@@ -45,7 +45,7 @@ void DragReason::watchDrawing(QEvent* event)
         break;
     case QEvent::DragMove: {
         m_isDragging = true;
-        const QPoint position = dropPosition(*static_cast<QDragMoveEvent*>(event));
+        const QPoint position = zelchipview::dropPosition(*static_cast<QDragMoveEvent*>(event));
         tell(reasonAt(position), m_view->viewport()->mapToGlobal(position));
         break;
     }

@@ -34,7 +34,7 @@ const std::vector<CommandEntry>& commandTable()
             "children.",
             "dict get [zel_resource get -ip gateway/clocks/pll_ddr] site", "PLL_TR0"},
         {"zel_resource", "sites", "-rsc NAME", "Returns the ids of the sites that would accept a resource now.",
-            "zel_resource sites -rsc gateway/xaui/refclk", "11001002 11001003"},
+            "zel_resource sites -rsc gateway/xaui/refclk", "11001002 11001003 11001005"},
         {"zel_resource", "why", "-rsc NAME -id SITE",
             "Returns why a site refuses a resource; nothing if it accepts it.",
             "zel_resource why -rsc gateway/clocks/pll_video -id PLL_TR0",
@@ -80,7 +80,8 @@ const std::vector<CommandEntry>& commandTable()
             "Returns the problems of the design, errors first: a list of dictionaries with severity, sentence, "
             "resources "
             "and sites.",
-            "dict get [lindex [zel_project check] 0] sentence", "gateway/xaui/lane0 is not placed"},
+            "dict get [lindex [zel_project check] 0] sentence",
+            "gateway/hdmi/txpll is on DCU4_TXPLL, which is out of use because TXPLL is OFF"},
         {"zel_project", "refresh", "", "Brings the window up to date with the design.", "zel_project refresh", ""},
         {"undo", "", "", "Takes back the last change of the design.",
             "zel_resource reset -ip gateway/clocks/pll_ddr; undo", ""},

@@ -19,6 +19,7 @@
 #include "host/gestures/zoomanchor.h"
 #include "host/project/projectsession.h"
 #include "host/widgets/findbox.h"
+#include "planning/overviewmap.h"
 #include "resources/zelrestable.h"
 #include "resources/zeltree.h"
 
@@ -87,6 +88,7 @@ DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_fit = new DrawingFit(m_graphicsView); // child of the view
     m_fit->fit();
     m_history = new ViewHistory(m_graphicsView); // child of the view
+    m_overview = new zelchipview::OverviewMap(m_graphicsView); // child of the viewport
     QObject::connect(m_fit, &DrawingFit::refitted, m_history, &ViewHistory::replace);
     m_locks = new LockMarks(m_graphicsView, m_tree, m_session->editor().engine().design()); // child of the view
     m_rows = new RowKeeper(m_tree); // child of the tree
@@ -139,6 +141,7 @@ void DrawingArea::settle()
 {
     QCoreApplication::sendPostedEvents(m_graphicsView, QEvent::MetaCall); // scroll bars come and go
     m_fit->settle();
+    m_overview->settle();
 }
 
 bool DrawingArea::zoomToSelection()

@@ -93,6 +93,11 @@ void HostActions::createActions(QMainWindow* window)
     viewBack->setShortcuts({Qt::ALT | Qt::Key_Left, Qt::Key_Backspace});
     viewForward = newAction(window, tr("Ne&xt View"), Qt::ALT | Qt::Key_Right);
 
+    overview = newAction(window, tr("&Overview"));
+    overview->setObjectName(QStringLiteral("overview"));
+    overview->setCheckable(true);
+    overview->setChecked(true);
+
     keys = newAction(window, tr("&Keys and Gestures"), QKeySequence::HelpContents);
     commands = newAction(window, tr("&Commands"));
     about = newAction(window, tr("&About zelchip"));

@@ -49,6 +49,7 @@ public:
     QAction* zoomToSelection;
     QAction* viewBack;
     QAction* viewForward;
+    QAction* overview; // can be checked
     QAction* keys;
     QAction* commands;
     QAction* about;

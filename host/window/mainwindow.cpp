@@ -31,6 +31,7 @@
 #include "host/window/keyboardaccess.h"
 #include "host/window/lockactions.h"
 #include "host/window/problemsdock.h"
+#include "planning/overviewmap.h"
 #include "resources/zeltree.h"
 
 #include <QAction>
@@ -64,6 +65,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_notice(new ProjectNotice(this))
     , m_memory(new WindowMemory(this, m_console, m_actions.openRecent))
 {
+    m_memory->keep(m_actions.overview);
     setWindowIcon(QIcon(QStringLiteral(":/zelchip/zelchip.png")));
     setStatusBar(m_statusBar);
     m_refresh.setSingleShot(true);
@@ -97,6 +99,7 @@ void MainWindow::connectActions()
     connect(m_actions.zoomToSelection, &QAction::triggered, this, &MainWindow::zoomToSelection);
     connect(m_actions.viewBack, &QAction::triggered, this, [this] { m_drawingArea->history()->back(); });
     connect(m_actions.viewForward, &QAction::triggered, this, [this] { m_drawingArea->history()->forward(); });
+    connect(m_actions.overview, &QAction::toggled, this, [this](bool isOn) { m_drawingArea->overview()->setOn(isOn); });
     connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
     connect(m_actions.commands, &QAction::triggered, this, [this] { openCommandsWindow(this); });
     connect(m_actions.about, &QAction::triggered, this, &MainWindow::showAbout);
@@ -237,6 +240,7 @@ void MainWindow::replaceDrawingArea(std::unique_ptr<ProjectSession> session)
 
 void MainWindow::connectChipView()
 {
+    m_drawingArea->overview()->setOn(m_actions.overview->isChecked());
     connect(m_drawingArea->chipView(), &ZelChipGUI::sigRunTclCmd, this, &MainWindow::answerView);
     m_probe = new ViewProbe(m_drawingArea->graphicsView(), editor().engine().device());
     connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
@@ -261,8 +265,8 @@ void MainWindow::showSummary()
 
 void MainWindow::connectConsole()
 {
-    m_actions.addToggles(
-        {m_console->toggleViewAction(), m_problems->toggleViewAction(), m_compare->toggleViewAction()});
+    m_actions.addToggles({m_actions.overview, m_console->toggleViewAction(), m_problems->toggleViewAction(),
+        m_compare->toggleViewAction()});
     m_compare->setMenu(m_actions.comparePlacement);
     connect(m_problems, &ProblemsDock::counted, m_statusBar, &ChipStatusBar::setProblems);
     connect(m_statusBar, &ChipStatusBar::problemsRequested, m_problems, &ProblemsDock::come);

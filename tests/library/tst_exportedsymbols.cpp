@@ -61,7 +61,7 @@ private Q_SLOTS:
             "ChipElement ChipViewNavigator ElementIdSet ZELChipViewDatabase ZELChipViewTreeItem ZELDCUSettingDlg "
             "ZELFillableAttribute ZELGraphicItemAttribute ZELLineAttribute ZELLineItem ZELPolygonAttribute "
             "ZELPolygonItem ZELRectAttribute ZELRectItem ZELTextAttribute ZELTextItem ZelChipGUI ZelGraphicsScene "
-            "ZelGraphicsView ZelResTable ZelTree ChipScene DrawingController TreeController SettingsController");
+            "ZelGraphicsView OverviewMap ZelResTable ZelTree ChipScene DrawingController TreeController SettingsController");
     }
 
     void onlyTheInterfaceIsExported()

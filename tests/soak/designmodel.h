@@ -283,7 +283,10 @@ private:
     QByteArray set(const QByteArray& site, const QByteArray& key, const QByteArray& value, State& next) const
     {
         const bool isOfChannel = key.startsWith("CH");
-        const bool isLeft = isOfChannel && next.values[site + ' ' + key] == OffForBoth;
+        const auto isOff = [&](const QByteArray& channel) { return next.values[site + ' ' + channel] == OffForBoth; };
+        const bool isLeft = isOfChannel && isOff("CH0") && isOff("CH1");
+        if (isOfChannel && value == OffForBoth && isOff(key))
+            return {}; // for both, or on a fresh device for one that shall not take the other with it
         for (const QByteArray& channel : {site + " CH0", site + " CH1"}) {
             if (isOfChannel && value == OffForBoth)
                 next.values[channel] = value;

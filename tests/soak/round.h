@@ -22,7 +22,7 @@ proc fact name {
 proc state {} {
     set facts {}
     foreach name [zel_resource list] {lappend facts [fact $name]}
-    foreach id {8000000 8001000 8002000 8003000} {
+    foreach id {8000000 8001000 8002000 8003000 8004000 8005000} {
         foreach key {CH0 CH1 TXPLL} {lappend facts "$id $key=[zel_setting -id $id -key $key]"}
     }
     return "state [join $facts |]"

@@ -3,7 +3,7 @@
 
 #include <QDropEvent>
 
-namespace mirn::zelchip {
+namespace mirn::zelchipview {
 
 // Returns where a drag is, in the coordinates of the widget that the event belongs to.
 [[nodiscard]] inline QPoint dropPosition(const QDropEvent& event)
@@ -15,4 +15,4 @@ namespace mirn::zelchip {
 #endif
 }
 
-} // namespace mirn::zelchip
+} // namespace mirn::zelchipview
