@@ -3,6 +3,7 @@
 
 #include "engine/model/design.h"
 #include "engine/model/device.h"
+#include "engine/rules/lockrules.h"
 
 #include <algorithm>
 #include <utility>
@@ -81,8 +82,8 @@ Refusal PlacementRules::refusalToMove(const std::vector<Placement>& moves) const
     Design after = m_design;
     for (const Placement& move : moves) {
         const Resource& resource = m_design.resource(move.resource);
-        if (resource.fixed)
-            return QStringLiteral("%1 is fixed on %2").arg(resource.path, m_device.site(resource.site)->name);
+        if (resource.isHeld())
+            return lockrules::refusalToLeave(m_device, resource);
         after.setSite(move.resource, -1);
     }
     const PlacementRules rules(m_device, after);
@@ -98,27 +99,25 @@ Refusal PlacementRules::refusalToMove(const std::vector<Placement>& moves) const
 Proposal PlacementRules::proposeReset(int resource) const
 {
     Proposal proposal;
-    int fixed = -1;
+    int held = -1;
     for (int index : m_design.subtree(resource)) {
         const Resource& part = m_design.resource(index);
-        if (part.fixed)
-            fixed = index;
-        else if (part.site >= 0)
+        if (part.site >= 0 && !part.isHeld())
             proposal.placements.push_back({index, -1});
+        else if (part.locked || (part.fixed && held < 0)) // a lock is told first, because it can be taken off
+            held = index;
     }
     if (!proposal.placements.empty())
         return proposal;
-    if (fixed < 0)
-        return refused(QStringLiteral("%1 is not placed").arg(m_design.resource(resource).path));
-    return refused(QStringLiteral("%1 is fixed on %2")
-                       .arg(m_design.resource(fixed).path, m_device.site(m_design.resource(fixed).site)->name));
+    return refused(held < 0 ? QStringLiteral("%1 is not placed").arg(m_design.resource(resource).path)
+                            : lockrules::refusalToLeave(m_device, m_design.resource(held)));
 }
 
 Refusal PlacementRules::refusalToPlace(int index) const
 {
     const Resource& resource = m_design.resource(index);
-    if (resource.fixed)
-        return QStringLiteral("%1 is fixed on %2").arg(resource.path, m_device.site(resource.site)->name);
+    if (resource.isHeld())
+        return lockrules::refusalToLeave(m_device, resource);
     if (resource.type == ResourceType::Folder)
         return QStringLiteral("%1 only groups others and cannot be placed itself").arg(resource.path);
     return {};
@@ -317,11 +316,17 @@ Refusal PlacementRules::refusalOfPair(int index, int other) const
 Proposal PlacementRules::proposeIp(int ip, const Site& site) const
 {
     std::vector<int> channels;
+    Refusal refusalByLock;
     for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
-        if (!m_design.resource(channel).fixed)
+        const Resource& part = m_design.resource(channel);
+        if (!part.isHeld())
             channels.push_back(channel);
+        else if (part.locked)
+            refusalByLock = lockrules::refusalToLeave(m_device, part);
     }
     const QString& path = m_design.resource(ip).path;
+    if (channels.empty() && !refusalByLock.isEmpty())
+        return refused(std::move(refusalByLock));
     if (channels.empty())
         return refused(QStringLiteral("%1 has no channel that could be moved").arg(path));
     if (site.group.isEmpty())
@@ -367,13 +372,15 @@ Proposal PlacementRules::fillUnits(int ip, const std::vector<int>& channels, con
                                                     : QStringLiteral("%1 are").arg(proposal.placements.size()),
                     units.size() == 1 ? units.front() : units.front() + QStringLiteral(" and ") + units.back()));
     for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
-        const Site* fixed = m_device.site(m_design.resource(channel).site);
-        if (!m_design.resource(channel).fixed || !fixed)
+        const Resource& part = m_design.resource(channel);
+        const Site* kept = m_device.site(part.site);
+        if (!part.isHeld() || !kept)
             continue;
+        const QString sentence = part.fixed ? QStringLiteral("%1 is fixed in %2, which is not next to %3")
+                                            : QStringLiteral("%1 is locked in %2, which is not next to %3");
         for (const QString& unit : units) {
-            if (!areNeighbours(fixed->group, unit))
-                return refused(QStringLiteral("%1 is fixed in %2, which is not next to %3")
-                                   .arg(m_design.resource(channel).path, fixed->group, unit));
+            if (!areNeighbours(kept->group, unit))
+                return refused(sentence.arg(part.path, kept->group, unit));
         }
     }
     return proposal;

@@ -34,11 +34,12 @@ struct Proposal
 // and of a kind that accepts the resource. The channels of one IP share one unit or neighbouring ones. A clock source
 // must reach every unit in which a channel that it serves is placed. The supplies of one bank have one voltage. An IP
 // is placed on a unit by placing its channels there, and in one neighbouring unit if that unit is too small.
+// What is fixed or locked stays on its site.
 //
 // A state is legal if every placement in it is allowed. Every part of a legal state is legal, because no rule requires
-// that something is placed or exists. Therefore resets and removals are never refused, only placements and
-// restorations; and the placements of a legal state can be made in any order. Placement files rely on both: they hold
-// the removals, then the placements. A rule that breaks this loses saved work.
+// that something is placed or exists. Therefore resets and removals of what is not held on its site are never refused,
+// only placements and restorations; and the placements of a legal state can be made in any order. Placement files rely
+// on both: they hold the removals, then the placements, then the locks. A rule that breaks this loses saved work.
 class PlacementRules
 {
 public:
@@ -68,8 +69,8 @@ public:
     // no site (-1), what the rules say of the state that follows. An IP takes part by its channels.
     [[nodiscard]] Refusal refusalToMove(const std::vector<Placement>& moves) const;
 
-    // The placements that a reset would remove: the resource and everything below it, as far as it is placed and not
-    // fixed.
+    // The placements that a reset would remove: the resource and everything below it, as far as it is placed and
+    // neither fixed nor locked.
     [[nodiscard]] Proposal proposeReset(int resource) const;
 
     // Why Design::restore() of this path is not possible: the resource is not removed, its parent is, one of its fixed

@@ -7,7 +7,7 @@
 #include "host/design/designeditor.h"
 #include "host/dialogs/messagebox.h"
 #include "host/project/projectsession.h"
-#include "host/sites/siteplaces.h"
+#include "planning/siteplaces.h"
 #include "host/window/drawingarea.h"
 #include "host/window/searchthread.h"
 

@@ -20,14 +20,16 @@
 #include "host/memory/windowmemory.h"
 #include "host/project/projectsession.h"
 #include "host/project/projecttcl.h"
-#include "host/sites/siteplaces.h"
+#include "planning/siteplaces.h"
 #include "host/widgets/chipstatusbar.h"
 #include "host/widgets/findbox.h"
 #include "host/widgets/loadprogress.h"
 #include "host/window/autoplace.h"
 #include "host/window/busyscript.h"
+#include "host/window/comparedock.h"
 #include "host/window/drawingarea.h"
 #include "host/window/keyboardaccess.h"
+#include "host/window/lockactions.h"
 #include "host/window/planningmenu.h"
 #include "host/window/problemsdock.h"
 #include "planning/dragreason.h"
@@ -61,6 +63,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_busyScript(new BusyScript(m_shell, this))
     , m_console(new ConsoleDock(this))
     , m_problems(new ProblemsDock(this, m_console, [this] { return m_drawingArea.get(); }))
+    , m_compare(new CompareDock(this, m_console, [this] { return m_drawingArea.get(); }))
     , m_statusBar(new ChipStatusBar(this))
     , m_dragNote(new zelchipview::PointerNote(this))
     , m_planning(new PlanningMenu(this))
@@ -271,7 +274,9 @@ void MainWindow::showSummary()
 void MainWindow::connectConsole()
 {
     m_actions.addToggles(m_planning->menuActions());
-    m_actions.addToggles({m_actions.overview, m_console->toggleViewAction(), m_problems->toggleViewAction()});
+    m_actions.addToggles({m_actions.overview, m_console->toggleViewAction(), m_problems->toggleViewAction(),
+        m_compare->toggleViewAction()});
+    m_compare->setMenu(m_actions.comparePlacement);
     connect(m_problems, &ProblemsDock::counted, m_statusBar, &ChipStatusBar::setProblems);
     connect(m_statusBar, &ChipStatusBar::problemsRequested, m_problems, &ProblemsDock::come);
     const auto resources = [this] {
@@ -337,12 +342,17 @@ void MainWindow::connectDesign()
     auto* autoPlace = new AutoPlace(*m_drawingArea); // owned by the view, as the next one
     connect(m_actions.placeRest, &QAction::triggered, autoPlace, &AutoPlace::placeRest);
     connect(autoPlace, &AutoPlace::told, m_statusBar, tell);
-    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, autoPlace, m_console, m_problems);
+    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, autoPlace, m_console, m_problems, m_compare);
     connect(keyboard, &KeyboardAccess::pointed, m_statusBar,
         [this](const QPointF& middle, const QString& site) { m_statusBar->showPointer(middle, site, {}); });
     connect(keyboard, &KeyboardAccess::told, m_statusBar, tell);
+    auto* locks = new LockActions(*m_drawingArea, m_actions.lock, m_actions.unlock, keyboard->rowMenu());
+    connect(locks, &LockActions::commandRequested, this,
+        [this](const QString& command) { m_shell.run(command, CommandShell::Origin::View); });
+    connect(locks, &LockActions::refused, m_statusBar, tell);
     showDesignState();
     m_problems->refresh();
+    m_compare->refresh();
 }
 
 void MainWindow::refreshView()
@@ -352,6 +362,7 @@ void MainWindow::refreshView()
     m_probe->refresh();
     m_planning->refresh();
     m_problems->refresh();
+    m_compare->refresh();
     showDesignState();
 }
 

@@ -20,6 +20,7 @@ namespace mirn::zelchip {
 
 class BusyScript;
 class ChipStatusBar;
+class CompareDock;
 class DrawingArea;
 class ConsoleDock;
 class PlanningMenu;
@@ -109,6 +110,7 @@ private:
     ConsoleDock* const m_console; // child of the window
     QTimer m_refresh; // updates the view once after a series of changes
     ProblemsDock* const m_problems; // child of the window
+    CompareDock* const m_compare; // child of the window
     ChipStatusBar* const m_statusBar; // child of the window
     zelchipview::PointerNote* const m_dragNote; // child of the window
     PlanningMenu* const m_planning; // child of the window

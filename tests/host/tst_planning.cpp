@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/tcl/commandtable.h"
 #include "host/widgets/findbox.h"
+#include "planning/locklayer.h"
 #include "tests/host/hostfiles.h"
 #include "tests/host/shownwindow.h"
 #include "tests/support/events.h"
@@ -177,6 +178,43 @@ private Q_SLOTS:
         QCOMPARE(planning.message(), "top/held is fixed on V0_1");
         const auto* note = planning.window->findChild<QLabel*>("pointerNote");
         QVERIFY(note->isVisible() && note->text() == planning.message());
+    }
+
+    void lockIsSeenAndHeardAndHolds()
+    {
+        Planning planning;
+        planning.run("zel_resource place -rsc top/duo/a -id 11");
+        QTRY_COMPARE(planning.row("top/duo/a")->text(1), "U0_CH0");
+        planning.tree()->setCurrentItem(planning.row("top/duo/a"));
+        const auto trigger = [&planning](const QString& text) {
+            for (QAction* action : planning.window->findChildren<QAction*>()) {
+                if (action->text() == text)
+                    action->trigger();
+            }
+        };
+        const auto picture = [&planning] {
+            const QRect row = planning.tree()->visualItemRect(planning.row("top/duo/a"));
+            return planning.tree()->viewport()->grab(row).toImage();
+        };
+        const QImage unlockedRow = picture();
+        trigger("&Lock");
+        QTRY_COMPARE(planning.row("top/duo/a")->toolTip(0), "locked on U0_CH0");
+        QCOMPARE(planning.row("top/duo/a")->data(0, Qt::AccessibleDescriptionRole), "locked on U0_CH0");
+        QVERIFY(planning.consoleText().contains("zel_resource lock -ip top/duo/a"));
+        QVERIFY(picture() != unlockedRow);
+        auto* layer = planning.view()->findChild<LockLayer*>();
+        QCOMPARE(layer->elements(), std::vector<int>{11});
+        const QImage marked = planning.view()->viewport()->grab().toImage();
+        layer->setShown(false);
+        QVERIFY(planning.view()->viewport()->grab().toImage() != marked);
+        planning.dragTo("top/duo/a", {13, 13});
+        QCOMPARE(planning.message(), "top/duo/a is locked on U0_CH0; unlock it first");
+        planning.leave();
+        trigger("Unl&ock");
+        QTRY_COMPARE(picture(), unlockedRow);
+        QVERIFY(layer->elements().empty());
+        trigger("Unl&ock");
+        QCOMPARE(planning.message(), "top/duo/a is not locked");
     }
 
     void clickOnTheSelectedRowMarksItsElements()

@@ -334,6 +334,9 @@ private Q_SLOTS:
             "ERROR expected integer but got \"99999999999\"");
         row("too little", "zel_resource place -rsc top/core",
             "ERROR wrong # args: should be \"zel_resource place -rsc NAME -id SITE\"");
+        row("a lock on what is not placed", "zel_resource lock -ip top/core",
+            "ERROR top/core is not placed, and only what is placed can be locked");
+        row("nothing locked", "zel_resource list -locked", "");
         row("no value", "zel_resource place -rsc top/core -id",
             "ERROR wrong # args: should be \"zel_resource place -rsc NAME -id SITE\"");
         row("an option twice", "zel_resource why -id 50 -rsc top/core -rsc top/core",
@@ -341,15 +344,14 @@ private Q_SLOTS:
         row("something else", "zel_resource reset -ip top/duo x",
             "ERROR wrong # args: should be \"zel_resource reset -ip NAME\"");
         row("two patterns", "zel_resource list a b",
-            "ERROR wrong # args: should be \"zel_resource list ?-unplaced? ?PATTERN?\"");
+            "ERROR wrong # args: should be \"zel_resource list ?-unplaced? ?-locked? ?PATTERN?\"");
         row("a name like an option", "zel_resource why -rsc -id -id 50", "ERROR there is no resource \"-id\"");
         row("nothing of that name", "zel_resource sites -rsc x", "ERROR there is no resource \"x\"");
         row("no settings", "zel_setting -id 70 -key CH0", "ERROR element 70 has no settings");
         row("the value that is in force", "zel_resource configure -ip top/duo -key rate -value 2.50", "");
         row("unknown verb", "zel_resource put",
-            "ERROR unknown subcommand \"put\" of zel_resource: must be configure, get, list, place, place -auto, "
-            "remove, "
-            "reset, restore, sites, why");
+            "ERROR unknown subcommand \\"put\\" of zel_resource: must be configure, get, list, lock, place, place -auto, "
+            "remove, reset, restore, sites, unlock, why");
         row("no key", "zel_resource configure -ip top/duo",
             "ERROR wrong # args: should be \"zel_resource configure -ip NAME -key K ?-value V?\"");
         row("no such key", "zel_setting -id 10 -key CH7", "ERROR U0 has no setting \"CH7\"");
