@@ -42,7 +42,7 @@ QList<std::pair<QString, QString>> gestures()
         {tr("Ctrl + L, Ctrl + Shift + L"),
             tr("lock the selected resource, and what is placed below it, on its site; unlock it")},
         {tr("Menu"),
-            tr("in the tree: the menu of the current row, with \\"Place on...\\", \\"Place Automatically\\", Lock and "
+            tr("in the tree: the menu of the current row, with \"Place on...\", \"Place Automatically\", Lock and "
                "Unlock")},
         {tr("Ctrl + F"), tr("find a resource by name, kind or site; Enter selects and zooms to it")},
         {tr("Ctrl + Z, Ctrl + Shift + Z"), tr("undo, redo")},

@@ -350,7 +350,7 @@ private Q_SLOTS:
         row("no settings", "zel_setting -id 70 -key CH0", "ERROR element 70 has no settings");
         row("the value that is in force", "zel_resource configure -ip top/duo -key rate -value 2.50", "");
         row("unknown verb", "zel_resource put",
-            "ERROR unknown subcommand \\"put\\" of zel_resource: must be configure, get, list, lock, place, place -auto, "
+            "ERROR unknown subcommand \"put\" of zel_resource: must be configure, get, list, lock, place, place -auto, "
             "remove, reset, restore, sites, unlock, why");
         row("no key", "zel_resource configure -ip top/duo",
             "ERROR wrong # args: should be \"zel_resource configure -ip NAME -key K ?-value V?\"");
