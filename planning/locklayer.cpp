@@ -4,7 +4,6 @@
 #include "graphics/elements/chipelement.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
-#include "planning/padlock.h"
 
 #include <QColor>
 #include <QGraphicsItem>

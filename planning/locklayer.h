@@ -9,6 +9,8 @@
 
 #include <vector>
 
+class QColor;
+
 namespace mirn::zelchipview {
 
 // Marks elements, such as the sites of locked resources, by a small padlock in their top right corner. An element that
@@ -27,6 +29,10 @@ public:
     [[nodiscard]] const std::vector<int>& elements() const { return m_ids; }
 
     void paint(QPainter& painter, const QRect& exposed) override;
+
+    // Paints the mark itself, a padlock that fills the height of the area, in one colour: for other places that show
+    // what is locked.
+    static void paintPadlock(QPainter& painter, const QRectF& area, const QColor& color);
 
 private:
     struct Place

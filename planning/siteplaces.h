@@ -30,7 +30,7 @@ enum class Direction { Left, Right, Up, Down };
 [[nodiscard]] ZELCHIPGUI_EXPORT QGraphicsItem* outlineOf(ZelGraphicsScene& scene, int id);
 
 // Returns the middle of an element's outline; nothing if the drawing has no such element.
-[[nodiscard]] std::optional<QPointF> middleOf(zelchipview::ZelGraphicsScene& scene, int id);
+[[nodiscard]] ZELCHIPGUI_EXPORT std::optional<QPointF> middleOf(ZelGraphicsScene& scene, int id);
 
 // Returns the places of those elements that the drawing has on a visible layer, in the order of the ids.
 [[nodiscard]] ZELCHIPGUI_EXPORT std::vector<SitePlace> visiblePlaces(

@@ -5,7 +5,6 @@
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsview.h"
 #include "planning/locklayer.h"
-#include "planning/padlock.h"
 
 #include <QIcon>
 #include <QPainter>
@@ -28,7 +27,7 @@ QIcon padlockIcon(const QColor& color)
     QPixmap pixmap(PadlockPixels, PadlockPixels);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    zelchipview::paintPadlock(painter, QRectF(0, 0, PadlockPixels, PadlockPixels), color);
+    zelchipview::LockLayer::paintPadlock(painter, QRectF(0, 0, PadlockPixels, PadlockPixels), color);
     painter.end();
     QIcon icon(pixmap);
     icon.addPixmap(pixmap, QIcon::Selected); // no style tints it

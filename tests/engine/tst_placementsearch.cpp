@@ -152,7 +152,7 @@ private Q_SLOTS:
         for (int n = 0; n < 10; ++n)
             device.addSite({n, QString("V%1").arg(n), 0, QString("B%1").arg(n), {}, {}, {}, {}, {}});
         for (const char* const name : {"a", "b", "c"}) {
-            const Resource supply{name, {}, ResourceType::Uvccio, -1, {}, -1, false, "1.8 V", {}, {}};
+            const Resource supply{name, {}, ResourceType::Uvccio, -1, {}, -1, false, false, "1.8 V", {}, {}};
             design.add(-1, supply);
         }
         design.setSite(0, 6);
@@ -202,8 +202,8 @@ private:
             for (int n = 0; n < 11 * 4; ++n) {
                 const bool isIp = n % 4 == 0;
                 design.add(isIp ? -1 : n - n % 4,
-                    {QString::number(n), {}, isIp ? ResourceType::Ip : ResourceType::DcuChannel, -1, {}, -1, false, {},
-                        {}, {}});
+                    {QString::number(n), {}, isIp ? ResourceType::Ip : ResourceType::DcuChannel, -1, {}, -1, false,
+                        false, {}, {}, {}});
             }
         }
         Device device;

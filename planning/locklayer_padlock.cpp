@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "planning/padlock.h"
+// The shape of the padlock.
+#include "planning/locklayer.h"
 
 #include <QColor>
 #include <QPainter>
@@ -20,7 +21,7 @@ constexpr double BodyRounding = 0.08;
 
 } // namespace
 
-void paintPadlock(QPainter& painter, const QRectF& area, const QColor& color)
+void LockLayer::paintPadlock(QPainter& painter, const QRectF& area, const QColor& color)
 {
     const double height = area.height();
     const double middle = area.center().x();
