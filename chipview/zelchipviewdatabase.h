@@ -266,6 +266,9 @@ Q_SIGNALS:
     // Must be answered synchronously; see ZelChipGUI::sigRunTclCmd().
     void sigRunTclCmd(const QString& cmd, int& ret, QString& result);
 
+    // The set of selected elements has changed. Many changes in a row emit it once for each.
+    void selectedElementsChanged();
+
 private:
     ZELChipViewDatabase();
     ~ZELChipViewDatabase() override;

@@ -7,6 +7,7 @@
 #include "engine/input/jsonnode.h"
 #include "engine/model/resourceparameter.h"
 #include "engine/resourcedescription.h"
+#include "engine/rules/connections.h"
 #include "engine/usagetable.h"
 #include "platform/contract/zeltext.h"
 
@@ -76,6 +77,12 @@ std::unique_ptr<ReferenceEngine> ReferenceEngine::forDrawing(const QString& draw
         new ReferenceEngine(std::move(project), std::move(device), Design())); // private constructor
 }
 
+std::unique_ptr<ReferenceEngine> ReferenceEngine::copyWith(Design design) const
+{
+    return std::unique_ptr<ReferenceEngine>(
+        new ReferenceEngine(m_project, m_device, std::move(design))); // private constructor
+}
+
 ReferenceEngine::ReferenceEngine(Project project, Device device, Design design)
     : m_project(std::move(project))
     , m_device(std::move(device))
@@ -94,7 +101,7 @@ void ReferenceEngine::setFilterFile(const QString& fileName)
 void ReferenceEngine::setDesign(Design design)
 {
     m_design = std::move(design);
-    m_isChanged = true;
+    designChanged();
 }
 
 Refusal ReferenceEngine::place(const QString& resource, int site)
@@ -115,7 +122,7 @@ Refusal ReferenceEngine::remove(const QString& resource)
     if (index < 0)
         return noSuchResource(resource);
     m_design.remove(index);
-    m_isChanged = true;
+    designChanged();
     return {};
 }
 
@@ -125,8 +132,27 @@ Refusal ReferenceEngine::restore(const QString& resource)
     if (!refusal.isEmpty())
         return refusal;
     m_design.restore(m_design.findRemoved(resource));
-    m_isChanged = true;
+    designChanged();
     return {};
+}
+
+LockProposal ReferenceEngine::proposeLock(const QString& resource) const
+{
+    const int index = m_design.find(resource);
+    return index < 0 ? LockProposal{{}, noSuchResource(resource)} : lockrules::proposeLock(m_device, m_design, index);
+}
+
+LockProposal ReferenceEngine::proposeUnlock(const QString& resource) const
+{
+    const int index = m_design.find(resource);
+    return index < 0 ? LockProposal{{}, noSuchResource(resource)} : lockrules::proposeUnlock(m_device, m_design, index);
+}
+
+void ReferenceEngine::setLocked(const std::vector<int>& resources, bool isLocked)
+{
+    for (int resource : resources)
+        m_design.setLocked(resource, isLocked);
+    m_isChanged = true;
 }
 
 // All parts leave their sites first, because the parts of an IP may swap sites.
@@ -136,7 +162,7 @@ void ReferenceEngine::setSites(const std::vector<Placement>& placements)
         m_design.setSite(placement.resource, -1);
     for (const Placement& placement : placements)
         m_design.setSite(placement.resource, placement.site);
-    m_isChanged = true;
+    designChanged();
 }
 
 Refusal ReferenceEngine::apply(const Proposal& proposal)
@@ -182,7 +208,7 @@ Refusal ReferenceEngine::configure(const QString& resource, const QString& key, 
 void ReferenceEngine::setParameter(int resource, const QString& key, const QString& value)
 {
     m_design.setParameter(resource, key, value);
-    m_isChanged = true;
+    designChanged();
 }
 
 Refusal ReferenceEngine::setSetting(int site, const QString& key, const QString& value)
@@ -197,6 +223,12 @@ void ReferenceEngine::setSettingChanges(int carrier, const SiteSettingChanges& c
 {
     m_settings.setChanges(carrier, changes);
     m_isChanged = true;
+}
+
+void ReferenceEngine::designChanged()
+{
+    m_isChanged = true;
+    m_connections.reset();
 }
 
 void ReferenceEngine::update()
@@ -276,10 +308,50 @@ bool ReferenceEngine::showProbPlaceItem(
     return m_design.find(fromEngineText(*rsc)) >= 0;
 }
 
+std::vector<zelconnection> ReferenceEngine::connections()
+{
+    if (!m_connections) {
+        m_connections.emplace();
+        for (const Connection& connection : connectionsOf(m_device, m_design)) {
+            const Resource& from = m_design.resource(connection.from);
+            const Resource& to = m_design.resource(connection.to);
+            m_connections->push_back(
+                {toEngineText(from.path), toEngineText(to.path), from.site, to.site, toEngineText(connection.broken)});
+        }
+    }
+    return *m_connections;
+}
+
 std::vector<int> ReferenceEngine::sitesFor(const std::string* rsc)
 {
     const int index = m_design.find(fromEngineText(*rsc));
     return index < 0 ? std::vector<int>() : rules().sitesFor(index);
+}
+
+std::vector<zelsite> ReferenceEngine::sites()
+{
+    std::vector<zelsite> result;
+    for (const Site& site : m_device.sites())
+        result.push_back({site.id, toEngineText(site.name), toEngineText(m_device.kindOf(site).title)});
+    return result;
+}
+
+std::vector<int> ReferenceEngine::sitesOfKind(const std::string* rsc)
+{
+    std::vector<int> result;
+    const int index = m_design.find(fromEngineText(*rsc));
+    if (index < 0 || m_design.resource(index).type == ResourceType::Folder)
+        return result;
+    for (const Site* site : m_device.sitesAccepting(m_design.resource(index).type))
+        result.push_back(site->id);
+    return result;
+}
+
+std::string ReferenceEngine::refusalToPlace(const std::string* rsc)
+{
+    const QString name = fromEngineText(*rsc);
+    const int index = m_design.find(name);
+    return toEngineText(index < 0 ? noSuchResource(name) : rules().refusalToPlace(index).sentence());
 }
 
 std::vector<zelplacement> ReferenceEngine::placementsOf(const std::string* rsc, const std::string* site)

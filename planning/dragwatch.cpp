@@ -4,8 +4,8 @@
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
-#include "planning/drawnelement.h"
 #include "planning/dropposition.h"
+#include "planning/elementprobe.h"
 #include "planning/planquery.h"
 
 #include <QCoreApplication>
@@ -120,7 +120,7 @@ void DragWatch::end(bool isOverView)
 // The engine is asked once for each element that the pointer comes to.
 void DragWatch::plan(const QDropEvent& event)
 {
-    const ZELGraphicItemAttribute* element = elementUnder(*m_parts->view, dropPosition(event));
+    const ZELGraphicItemAttribute* element = elementAt(*m_parts->view, dropPosition(event));
     const QString resource = draggedResource();
     const int site = element ? element->itemId : NoElement;
     if (resource == m_parts->plan.resource && site == m_parts->plan.site)

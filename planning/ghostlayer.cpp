@@ -4,7 +4,7 @@
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "planning/dragwatch.h"
-#include "planning/drawnelement.h"
+#include "planning/siteplaces.h"
 #include "platform/contract/zeltext.h"
 
 #include <QFontMetricsF>

@@ -6,7 +6,7 @@
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
-#include "planning/drawnelement.h"
+#include "planning/elementprobe.h"
 #include "planning/planquery.h"
 
 #include <QApplication>
@@ -124,7 +124,7 @@ bool MoveGesture::press(const QMouseEvent& event)
     m_parts->isSpent = false;
     if (event.buttons() != Qt::LeftButton || ZELChipViewDatabase::getInstance()->getMouseMode() != ACTION_SELECT)
         return false;
-    const ZELGraphicItemAttribute* element = elementUnder(*m_parts->view, event.pos());
+    const ZELGraphicItemAttribute* element = elementAt(*m_parts->view, event.pos());
     if (!element || !std::as_const(selection()).contains(element->itemId))
         return false;
     const QString resource = m_parts->query.occupant(element->itemId);
@@ -170,14 +170,11 @@ void MoveGesture::begin(QPoint globalPosition)
     const QString resource = std::exchange(m_parts->press, std::nullopt)->resource;
     m_parts->isSpent = true;
     QTreeWidgetItem* row = rowFor(resource);
-    if (row && row->data(0, DRAGABLE).toBool()) {
-        drag(row);
-        return;
-    }
-    // Every site refuses such a resource for the same reason, so its own is asked.
-    QString reason;
-    if (!m_parts->query.mayPlace(resource, m_parts->query.siteOf(resource), &reason) && !reason.isEmpty())
+    const QString reason = m_parts->query.refusalToPlace(row ? resourceOfRow(row) : resource);
+    if (!reason.isEmpty())
         Q_EMIT refused(reason, globalPosition);
+    else if (row && row->data(0, DRAGABLE).toBool())
+        drag(row);
 }
 
 // Returns the row of what moves: the selected one if the resource is part of it, else that of the resource itself.

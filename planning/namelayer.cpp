@@ -7,8 +7,8 @@
 #include "graphics/zelgraphicsview.h"
 #include "graphics/zelpolygonitem.h"
 #include "graphics/zelrectitem.h"
-#include "planning/drawnelement.h"
 #include "planning/planquery.h"
+#include "planning/siteplaces.h"
 #include "platform/contract/zelchipdata.h"
 #include "platform/contract/zelchipengine.h"
 

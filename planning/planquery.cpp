@@ -2,6 +2,7 @@
 #include "planning/planquery.h"
 
 #include "placement/commandtexts.h"
+#include "planning/planengine.h"
 #include "platform/contract/zelchipengine.h"
 #include "platform/contract/zelplanengine.h"
 #include "platform/contract/zeltext.h"
@@ -10,7 +11,7 @@ namespace mirn::zelchipview {
 
 PlanQuery::PlanQuery(zelchipengine& engine)
     : m_engine(engine)
-    , m_plans(dynamic_cast<zelplanengine*>(&engine))
+    , m_plans(planEngineOf(engine))
 { }
 
 bool PlanQuery::mayPlace(const QString& resource, int site, QString* refusal) const
@@ -28,35 +29,41 @@ bool PlanQuery::maySwap(const QString& resource, const QString& other, QString* 
     const std::string name = toEngineText(resource);
     const std::string otherName = toEngineText(other);
     std::string reason;
-    if (m_plans && m_plans->maySwap(&name, &otherName, &reason))
+    if (m_plans.maySwap(&name, &otherName, &reason))
         return true;
     *refusal = fromEngineText(reason);
     return false;
+}
+
+QString PlanQuery::refusalToPlace(const QString& resource) const
+{
+    const std::string name = toEngineText(resource);
+    return fromEngineText(m_plans.refusalToPlace(&name));
 }
 
 std::vector<zelplacement> PlanQuery::placementsOf(const QString& resource, int site) const
 {
     const std::string name = toEngineText(resource);
     const std::string id = std::to_string(site);
-    return m_plans ? m_plans->placementsOf(&name, &id) : std::vector<zelplacement>();
+    return m_plans.placementsOf(&name, &id);
 }
 
 QString PlanQuery::occupant(int site) const
 {
     const std::string id = std::to_string(site);
-    return m_plans ? fromEngineText(m_plans->occupant(&id)) : QString();
+    return fromEngineText(m_plans.occupant(&id));
 }
 
 int PlanQuery::siteOf(const QString& resource) const
 {
     const std::string name = toEngineText(resource);
-    return m_plans ? m_plans->siteOf(&name) : -1;
+    return m_plans.siteOf(&name);
 }
 
 QString PlanQuery::describe(const QString& resource) const
 {
     const std::string name = toEngineText(resource);
-    return m_plans ? fromEngineText(m_plans->describe(&name)) : QString();
+    return fromEngineText(m_plans.describe(&name));
 }
 
 DropPlan PlanQuery::dropOf(const QString& resource, int site) const

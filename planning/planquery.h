@@ -22,6 +22,7 @@ public:
     // Returns whether a resource may be placed on an element; if not, *refusal is the engine's sentence, if it has one.
     [[nodiscard]] bool mayPlace(const QString& resource, int site, QString* refusal) const;
     [[nodiscard]] bool maySwap(const QString& resource, const QString& other, QString* refusal) const;
+    [[nodiscard]] QString refusalToPlace(const QString& resource) const; // that holds for every element
     [[nodiscard]] std::vector<zelplacement> placementsOf(const QString& resource, int site) const;
     [[nodiscard]] QString occupant(int site) const;
     [[nodiscard]] int siteOf(const QString& resource) const; // -1 if it is not placed
@@ -35,7 +36,7 @@ private:
     void planSwap(DropPlan& plan) const;
 
     zelchipengine& m_engine;
-    zelplanengine* const m_plans; // the same engine; null if it answers no such questions
+    zelplanengine& m_plans; // the same engine, or one without answers
 };
 
 } // namespace mirn::zelchipview

@@ -3,7 +3,7 @@
 
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
-#include "planning/drawnelement.h"
+#include "planning/elementprobe.h"
 #include "planning/planquery.h"
 
 #include <QHelpEvent>
@@ -24,7 +24,7 @@ ResourceTip::ResourceTip(ZelGraphicsView* view, zelchipengine& engine)
 
 QString ResourceTip::textAt(QPoint position) const
 {
-    const ZELGraphicItemAttribute* element = elementUnder(*m_view, position);
+    const ZELGraphicItemAttribute* element = elementAt(*m_view, position);
     const PlanQuery query(m_engine);
     const QString resource = element ? query.occupant(element->itemId) : QString();
     const QString description = resource.isEmpty() ? QString() : query.describe(resource);

@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "host/window/moveaids.h"
 
-#include "engine/referenceengine.h"
 #include "graphics/zelgraphicsview.h"
-#include "host/design/designeditor.h"
-#include "host/gestures/dragreason.h"
 #include "host/project/projectsession.h"
 #include "host/window/drawingarea.h"
+#include "planning/dragreason.h"
 #include "planning/dragwatch.h"
 #include "planning/ghostlayer.h"
 #include "planning/movegesture.h"
 #include "planning/namelayer.h"
-#include "planning/resourcetip.h"
 #include "planning/swapquestion.h"
 #include "resources/zeltree.h"
 
@@ -27,14 +24,14 @@ MoveAids::MoveAids(DrawingArea& area, QAction* names)
     m_names = new zelchipview::NameLayer(view, engine);
     m_names->setShown(names->isChecked());
     connect(names, &QAction::toggled, m_names, &zelchipview::NameLayer::setShown);
-    new zelchipview::ResourceTip(view, engine);
 
     auto* watch = new zelchipview::DragWatch(view, area.tree(), engine);
     new zelchipview::GhostLayer(view, watch);
     new zelchipview::SwapQuestion(watch, view);
-    auto* reason = new DragReason(view, area.tree(), watch, area.session().editor().engine());
-    connect(reason, &DragReason::changed, this, &MoveAids::changed);
-    connect(reason, &DragReason::refused, this, &MoveAids::refused);
+    auto* reason = new zelchipview::DragReason(view, area.tree(), watch, engine);
+    connect(reason, &zelchipview::DragReason::changed, this, &MoveAids::changed);
+    connect(reason, &zelchipview::DragReason::commandChanged, this, &MoveAids::commandChanged);
+    connect(reason, &zelchipview::DragReason::refused, this, &MoveAids::refused);
     auto* gesture = new zelchipview::MoveGesture(view, area.tree(), engine);
     connect(gesture, &zelchipview::MoveGesture::refused, this, &MoveAids::refused);
 }

@@ -28,8 +28,9 @@ public:
     void refresh();
 
 Q_SIGNALS:
-    // What a drop would do now; see DragReason.
-    void changed(const QString& reason, const QString& command, QPoint globalPosition);
+    // Why a drop would do nothing, and which command it would send; see DragReason.
+    void changed(const QString& reason, QPoint globalPosition);
+    void commandChanged(const QString& command);
     // Why nothing was moved.
     void refused(const QString& reason, QPoint globalPosition);
 

@@ -18,6 +18,7 @@ class ZelGraphicsView;
 
 namespace mirn::zelchip {
 
+class PlanningMenu;
 class TclInterpreter;
 
 // The parts of the window that the commands on the view and on the project need. The pointers belong to the project
@@ -33,8 +34,9 @@ public:
     [[nodiscard]] virtual zelchipview::ZelGraphicsView* graphicsView() = 0;
     [[nodiscard]] virtual QTreeWidget* tree() = 0;
     [[nodiscard]] virtual const zelengine::Device& device() const = 0;
-    // Returns the action of the View menu that shows or hides something, by its object name.
-    [[nodiscard]] virtual QAction* toggle(const QString& name) = 0;
+    // Shows and hides the names on sites.
+    [[nodiscard]] virtual QAction* names() = 0;
+    [[nodiscard]] virtual PlanningMenu& planning() = 0;
     // Does at once what would otherwise happen when the program is next idle: new sizes, and what depends on them.
     virtual void settle() = 0;
     virtual void fit() = 0;

@@ -43,6 +43,7 @@ public:
     {
         files.project.write("small.svg", zeltest::dataFile("host/drawings/sites.svg"));
         show(files.project.path(), QSize(1100, 800));
+        run("zel_view candidates 0; zel_view connections off");
     }
     ~Moving() { window.reset(); } // before its files go
 
@@ -122,12 +123,14 @@ private Q_SLOTS:
         row("on a selected site without one", "select", "22", "U1_CH1", true, "22");
         row("in another mode there is none to drag", "zoom", "11", "U0_CH0", true, "");
         row("what is fixed stays", "select", "40", "REF_L", false, "40");
+        row("what is locked as well", "select", "31", "U2_CH0", false, "31");
     }
 
     void pressBeginsADragOrABand()
     {
         const auto [mode, selected, pressed, hasBand, after] = row<QString, QString, QString, bool, QString>();
         Moving moving;
+        moving.run("zel_resource lock -ip top/far/a");
         moving.run("zel_view select " + selected);
         moving.run("zel_view mode " + mode);
         QCOMPARE(moving.dragByMouse(pressed, "U1_CH1"), hasBand);
@@ -135,8 +138,10 @@ private Q_SLOTS:
             QCOMPARE(moving.selected(), after);
         else if (mode == "select")
             QVERIFY(moving.selected().contains(after.section(' ', -1)));
-        QCOMPARE(moving.journal(), QStringList());
-        QCOMPARE(moving.message(), pressed == "REF_L" ? "top/duo/ref is fixed on REF_L" : "");
+        QCOMPARE(moving.journal(), QStringList("zel_resource lock -ip top/far/a"));
+        const QMap<QString, QString> reasons{
+            {"REF_L", "top/duo/ref is fixed on REF_L"}, {"U2_CH0", "top/far/a is locked on U2_CH0; unlock it first"}};
+        QCOMPARE(moving.message(), reasons.value(pressed));
         QCOMPARE(moving.note(), moving.message());
     }
 

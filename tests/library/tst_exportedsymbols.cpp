@@ -62,9 +62,9 @@ private Q_SLOTS:
             "ChipElement ChipViewNavigator ElementIdSet ZELChipViewDatabase ZELChipViewTreeItem ZELDCUSettingDlg "
             "ZELFillableAttribute ZELGraphicItemAttribute ZELLineAttribute ZELLineItem ZELPolygonAttribute "
             "ZELPolygonItem ZELRectAttribute ZELRectItem ZELTextAttribute ZELTextItem ZelChipGUI ZelGraphicsScene "
-            "ZelGraphicsView ZelResTable ZelTree ZelViewLayer ChipScene DrawingController TreeController "
-            "SettingsController OverviewMap DragWatch GhostLayer MoveGesture NameLayer ResourceTip SwapQuestion "
-            "::mirn::zelchipview"); // its functions
+            "ZelGraphicsView ZelViewLayer DragReason DragWatch GhostLayer LockLayer MoveGesture NameLayer OverviewMap "
+            "PlaceOn PlanAids PointerNote ResourceTip SiteCursor SwapQuestion ZelResTable ::mirn::zelchipview ZelTree "
+            "ChipScene DrawingController TreeController SettingsController");
     }
 
     void onlyTheInterfaceIsExported()

@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+#include "benchmarks/benchmarks.h"
+#include "benchmarks/results/measure.h"
+#include "benchmarks/subjects/chipwindow.h"
+#include "benchmarks/subjects/designproject.h"
+#include "benchmarks/subjects/device.h"
+#include "chipview/zelchipviewdatabase.h"
+#include "engine/referenceengine.h"
+#include "graphics/zelconstants.h"
+#include "graphics/zelgraphicsscene.h"
+#include "graphics/zelgraphicsview.h"
+#include "graphics/zelviewlayer.h"
+#include "planning/planaids.h"
+#include "platform/contract/zelplanengine.h"
+#include "tests/support/fakeengine.h"
+
+#include <QScrollBar>
+#include <QTreeWidget>
+
+#include <memory>
+
+using namespace mirn::zelchipview;
+
+namespace zelbench {
+
+namespace {
+
+constexpr int PanDistance = 50; // pixels
+constexpr int CandidateSites = 10000;
+constexpr int Supplies = 2000;
+constexpr int NearElements = 40; // how far apart, in the drawing's order, most connected elements are
+constexpr int FarEvery = 20; // one of so many connections leads anywhere
+
+// As many connections as the drawing has elements: nearly all of them between elements near each other, as the parts of
+// an IP are, and some through the whole drawing.
+class ConnectedEngine final : public zeltest::FakeEngine, public zelplanengine
+{
+public:
+    explicit ConnectedEngine(const Device& device)
+    {
+        for (int n = 0; n < device.elements(); ++n) {
+            const int other
+                = n % FarEvery == 0 ? device.scatteredId(n) : 1 + (n + n % NearElements) % device.elements();
+            m_connections.push_back({"top/r" + std::to_string(n), "top/s" + std::to_string(n), 1 + n, other, {}});
+        }
+    }
+
+    [[nodiscard]] std::vector<zelconnection> connections() override { return m_connections; }
+
+private:
+    std::vector<zelconnection> m_connections;
+};
+
+// The aids on the window of a drawing, for as long as this exists.
+class AidedWindow
+{
+public:
+    AidedWindow(Device& device, PlanAids::Connections shown)
+        : window(device.window())
+        , m_engine(device)
+        , m_aids(std::make_unique<PlanAids>(window.view(), nullptr, m_engine))
+    {
+        m_aids->setConnections(shown);
+    }
+
+    ~AidedWindow()
+    {
+        m_aids.reset();
+        const QObjectList parts = window.view()->children();
+        for (QObject* part : parts) {
+            if (qobject_cast<ZelViewLayer*>(part))
+                delete part;
+        }
+    }
+
+    ChipWindow& window;
+
+private:
+    ConnectedEngine m_engine;
+    std::unique_ptr<PlanAids> m_aids;
+};
+
+void repaint(benchmark::State& state, Device& device, PlanAids::Connections shown)
+{
+    AidedWindow aided(device, shown);
+    ChipWindow& window = aided.window;
+    window.show(1.0);
+    window.settle();
+    for (auto _ : state) {
+        state.SetIterationTime(secondsOf([&window] {
+            window.changeScaleALittle();
+            window.repaint();
+        }));
+        checkPaintedOnce(state, window.painted().take());
+        window.settle();
+    }
+}
+
+void pan(benchmark::State& state, Device& device)
+{
+    AidedWindow aided(device, PlanAids::Connections::All);
+    ChipWindow& window = aided.window;
+    window.show(4.0);
+    window.repaint();
+    window.settle();
+    QScrollBar* bar = window.view()->horizontalScrollBar();
+    const int start = bar->value();
+    int step = 0;
+    for (auto _ : state) {
+        // Far enough that the margin of the picture of the lines is used up now and then.
+        step = (step + 1) % 40;
+        const int distance = PanDistance * (step < 20 ? step : 40 - step);
+        state.SetIterationTime(secondsOf([&] {
+            bar->setValue(start + distance);
+            window.deliver();
+        }));
+        checkPaintedOnce(state, window.painted().take());
+    }
+}
+
+// A click with the picture that shows it.
+void click(benchmark::State& state, ChipWindow& window)
+{
+    window.show(4.0);
+    window.repaint();
+    window.settle();
+    int number = 0;
+    for (auto _ : state) {
+        ++number;
+        const QPoint position((number * 619) % ChipWindow::Width, (number * 367) % ChipWindow::Height);
+        state.SetIterationTime(secondsOf([&] {
+            window.click(position);
+            window.deliver();
+        }));
+    }
+    window.scene()->clearSelectedItems();
+    window.settle();
+}
+
+// From the selection of a resource to the picture with its candidates, when the engine was not asked before.
+void showCandidates(benchmark::State& state, Device& device)
+{
+    const DesignProject project(CandidateSites, Supplies);
+    QString error;
+    QStringList warnings;
+    const auto engine = mirn::zelengine::ReferenceEngine::open(project.path(), &error, &warnings);
+    ChipWindow& window = device.window();
+    window.show(1.0);
+    window.repaint();
+    window.settle();
+    QTreeWidget tree;
+    auto* row = new QTreeWidgetItem(&tree); // owned by the tree
+    row->setData(0, RESOURCENAME, DesignProject::supply(0));
+    tree.setCurrentItem(row);
+    PlanAids aids(window.view(), &tree, *engine);
+    aids.setConnections(PlanAids::Connections::Off);
+    window.settle();
+    for (auto _ : state) {
+        state.SetIterationTime(secondsOf([&] {
+            aids.refresh();
+            window.deliver();
+        }));
+        checkPaintedOnce(state, window.painted().take());
+    }
+    tree.clear();
+    aids.settle();
+}
+
+} // namespace
+
+void addPlanningBenchmarks(int elements)
+{
+    const auto device = [elements]() -> Device& { return Device::ofSize(elements); };
+    add("full repaint, aids off", elements,
+        [=](benchmark::State& state) { repaint(state, device(), PlanAids::Connections::Off); });
+    add("full repaint, all connections", elements,
+        [=](benchmark::State& state) { repaint(state, device(), PlanAids::Connections::All); });
+    add("pan, all connections", elements, [=](benchmark::State& state) { pan(state, device()); });
+    add("click and paint", elements, [=](benchmark::State& state) { click(state, device().window()); });
+    add("click and paint, all connections", elements, [=](benchmark::State& state) {
+        AidedWindow aided(device(), PlanAids::Connections::All);
+        click(state, aided.window);
+    });
+    add("candidates", elements, [=](benchmark::State& state) { showCandidates(state, device()); });
+}
+
+} // namespace zelbench

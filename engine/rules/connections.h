@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+namespace mirn::zelengine {
+
+class Design;
+class Device;
+
+// Two resources that the rules about placements look at together.
+struct Connection
+{
+    int from = -1; // the clock source, else the one that comes first
+    int to = -1;
+    QString broken; // one sentence for users: the rule that the present sites break; empty if they break none
+};
+
+// Finds all connections of a design, placed or not: from each clock source to the channels of each IP that it serves,
+// among the channels of one IP, and among the placed supplies of one bank. An unplaced supply belongs to no bank yet,
+// so that nothing is connected to it.
+//
+// Channels of one IP and supplies of one bank form a chain instead of all pairs. Pairs that break a rule and are not
+// neighbours in the chain are there as well, once for every two units or voltages that exclude each other. Each
+// unplaced channel is connected to the first placed one.
+[[nodiscard]] std::vector<Connection> connectionsOf(const Device& device, const Design& design);
+
+} // namespace mirn::zelengine

@@ -1,0 +1,268 @@
+// SPDX-License-Identifier: MIT
+#include "planning/planaids.h"
+
+#include "chipview/zelchipviewdatabase.h"
+#include "graphics/elements/elementidset.h"
+#include "graphics/zelconstants.h"
+#include "graphics/zelgraphicsscene.h"
+#include "graphics/zelgraphicsview.h"
+#include "planning/candidatelayer.h"
+#include "planning/connectionlayer.h"
+#include "planning/planlines.h"
+#include "planning/siteareas.h"
+#include "platform/contract/zelchipengine.h"
+#include "platform/contract/zelplanengine.h"
+#include "platform/contract/zeltext.h"
+
+#include <QHash>
+#include <QHelpEvent>
+#include <QPointer>
+#include <QTimer>
+#include <QToolTip>
+#include <QTreeWidget>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+constexpr int ToolTipReach = 4; // pixels that the pointer may move while a tool tip stays
+
+bool isPartOf(const std::string& resource, const std::string& branch)
+{
+    return resource.compare(0, branch.size(), branch) == 0
+        && (resource.size() == branch.size() || resource[branch.size()] == '/');
+}
+
+// Texts of the engine may look like markup.
+QString asToolTip(const QString& text)
+{
+    return QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
+}
+
+} // namespace
+
+struct PlanAids::Parts
+{
+    Parts(ZelGraphicsView* shown, QTreeWidget* rows, zelchipengine& source)
+        : view(shown)
+        , viewport(shown->viewport())
+        , tree(rows)
+        , engine(source)
+        , plan(dynamic_cast<zelplanengine*>(&source))
+        , areas(*ZELChipViewDatabase::getInstance()->getScene(nullptr))
+        , planLines(source, areas, [this](const std::string& resource) { return candidatesFor(resource); })
+        , candidateLayer(new CandidateLayer(shown))
+        , connectionLayer(new ConnectionLayer(shown))
+    { }
+
+    // The answers of the engine, which are asked for once until the design changes.
+    const std::vector<zelconnection>& allConnections()
+    {
+        if (!answers)
+            answers = plan ? plan->connections() : std::vector<zelconnection>();
+        return *answers;
+    }
+
+    const std::vector<int>& candidatesFor(const std::string& resource)
+    {
+        const QByteArray key(resource.data(), static_cast<int>(resource.size()));
+        auto known = sites.find(key);
+        if (known == sites.end())
+            known = sites.insert(key, plan ? plan->sitesFor(&resource) : std::vector<int>());
+        return *known;
+    }
+
+    [[nodiscard]] std::string selectedRow() const
+    {
+        const QList<QTreeWidgetItem*> rows = tree ? tree->selectedItems() : QList<QTreeWidgetItem*>();
+        return rows.isEmpty() ? std::string() : toEngineText(rows.first()->data(0, RESOURCENAME).toString());
+    }
+
+    // Whether the resource has a place to go to. An IP has none of its own: it is placed by its parts.
+    [[nodiscard]] bool isUnplaced(const std::string& resource)
+    {
+        if (!plan || resource.empty() || plan->siteOf(&resource) >= 0)
+            return false;
+        const int type = engine.getResourceType(&resource);
+        if (type != ZEL_RESOURCE_IP)
+            return type != ZEL_RESOURCE_UNKNOWN && type != ZEL_RESOURCE_ZEL;
+        const std::vector<int>& candidates = candidatesFor(resource);
+        if (candidates.empty())
+            return true;
+        const std::string site = std::to_string(candidates.front());
+        const std::vector<zelplacement> parts = plan->placementsOf(&resource, &site);
+        return std::any_of(
+            parts.begin(), parts.end(), [this](const zelplacement& part) { return plan->siteOf(&part.resource) < 0; });
+    }
+
+    ZelGraphicsView* const view;
+    const QObject* const viewport; // only compared: the view is half destroyed when its viewport goes
+    const QPointer<QTreeWidget> tree;
+    zelchipengine& engine;
+    zelplanengine* const plan; // null if the engine is none
+    SiteAreas areas;
+    PlanLines planLines;
+    CandidateLayer* const candidateLayer; // children of the view
+    ConnectionLayer* const connectionLayer;
+    QTimer soon; // brings the aids up to date once after a series of changes
+    std::optional<std::vector<zelconnection>> answers;
+    QHash<QByteArray, std::vector<int>> sites; // by resource
+    std::string candidate; // the resource whose sites are tinted; empty if none is
+    Connections connections = Connections::OfSelection;
+    bool areAllCurrent = false; // whether the lines of all connections are shown as they are
+    bool areCandidatesShown = true;
+};
+
+PlanAids::PlanAids(ZelGraphicsView* view, QTreeWidget* tree, zelchipengine& engine)
+    : QObject(view)
+    , m_parts(std::make_unique<Parts>(view, tree, engine))
+{
+    m_parts->soon.setSingleShot(true);
+    m_parts->soon.setInterval(0);
+    connect(&m_parts->soon, &QTimer::timeout, this, &PlanAids::update);
+    connect(ZELChipViewDatabase::getInstance(), &ZELChipViewDatabase::selectedElementsChanged, &m_parts->soon,
+        qOverload<>(&QTimer::start));
+    if (tree)
+        connect(tree->selectionModel(), &QItemSelectionModel::selectionChanged, &m_parts->soon,
+            qOverload<>(&QTimer::start));
+    view->viewport()->installEventFilter(this);
+    m_parts->soon.start();
+}
+
+PlanAids::~PlanAids() = default;
+
+PlanAids::Connections PlanAids::connections() const
+{
+    return m_parts->connections;
+}
+
+void PlanAids::setConnections(Connections shown)
+{
+    m_parts->connections = shown;
+    m_parts->areAllCurrent = false;
+    update();
+}
+
+bool PlanAids::areCandidatesShown() const
+{
+    return m_parts->areCandidatesShown;
+}
+
+void PlanAids::setCandidatesShown(bool areShown)
+{
+    m_parts->areCandidatesShown = areShown;
+    update();
+}
+
+void PlanAids::refresh()
+{
+    m_parts->answers.reset();
+    m_parts->sites.clear();
+    m_parts->areAllCurrent = false;
+    update();
+}
+
+void PlanAids::settle()
+{
+    if (m_parts->soon.isActive())
+        update();
+}
+
+void PlanAids::update()
+{
+    m_parts->soon.stop();
+    showConnections();
+    showCandidates();
+}
+
+void PlanAids::showConnections()
+{
+    Parts& parts = *m_parts;
+    if (parts.connections == Connections::All) {
+        if (!std::exchange(parts.areAllCurrent, true))
+            parts.connectionLayer->setLines(
+                parts.planLines.linesOf(parts.allConnections(), [](const zelconnection&) { return true; }),
+                ConnectionLayer::Style::Thin);
+        return;
+    }
+    const ElementIdSet& selected = ZELChipViewDatabase::getInstance()->selectedIds();
+    const std::string row = parts.selectedRow();
+    if (parts.connections == Connections::Off || (selected.isEmpty() && row.empty())) {
+        parts.connectionLayer->setLines({}, ConnectionLayer::Style::Strong);
+        return;
+    }
+    const auto isSelected = [&](const std::string& resource, int site) {
+        return (site >= 0 && selected.contains(site)) || (!row.empty() && isPartOf(resource, row));
+    };
+    const auto isWanted = [&](const zelconnection& connection) {
+        return isSelected(connection.from, connection.fromSite) || isSelected(connection.to, connection.toSite);
+    };
+    parts.connectionLayer->setLines(
+        parts.planLines.linesOf(parts.allConnections(), isWanted), ConnectionLayer::Style::Strong);
+}
+
+void PlanAids::showCandidates()
+{
+    Parts& parts = *m_parts;
+    const std::string row = parts.areCandidatesShown ? parts.selectedRow() : std::string();
+    parts.candidate = parts.isUnplaced(row) ? row : std::string();
+    std::vector<QRectF> areas;
+    if (!parts.candidate.empty()) {
+        for (int site : parts.candidatesFor(parts.candidate)) {
+            const QRectF area = parts.areas.areaOf(site);
+            if (!area.isNull())
+                areas.push_back(area);
+        }
+    }
+    parts.candidateLayer->setAreas(std::move(areas));
+}
+
+QString PlanAids::toolTipAt(QPoint position)
+{
+    Parts& parts = *m_parts;
+    if (const PlanLine* line = parts.connectionLayer->lineAt(position))
+        return describe(*line, parts.allConnections()[static_cast<std::size_t>(line->connection)]);
+    if (parts.candidate.empty() || !parts.candidateLayer->isShown())
+        return {};
+    const int site = siteAt(*parts.view, position);
+    const std::vector<int>& candidates = parts.candidatesFor(parts.candidate);
+    if (site < 0 || std::find(candidates.begin(), candidates.end(), site) != candidates.end())
+        return {};
+    const std::string id = std::to_string(site);
+    const QString reason = fromEngineText(parts.engine.refusalReason(&parts.candidate, &id));
+    return reason.left(1).toUpper() + reason.mid(1);
+}
+
+bool PlanAids::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_parts->viewport)
+        return QObject::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::ToolTip: {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QString text = toolTipAt(help->pos());
+        if (text.isEmpty())
+            break;
+        const QRect near(help->pos() - QPoint(ToolTipReach, ToolTipReach), QSize(2 * ToolTipReach, 2 * ToolTipReach));
+        QToolTip::showText(help->globalPos(), asToolTip(text), m_parts->view->viewport(), near);
+        return true;
+    }
+    case QEvent::DragEnter:
+        m_parts->candidateLayer->setShown(false); // the probable sites light up instead
+        break;
+    case QEvent::DragLeave:
+    case QEvent::Drop:
+    case QEvent::WindowBlocked: // by a dialog: the end of the drag is not reported any more
+        m_parts->candidateLayer->setShown(true);
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPointF>
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+class zelchipengine;
+struct zelconnection;
+
+namespace mirn::zelchipview {
+
+class SiteAreas;
+
+// A connection as a line on the drawing.
+struct PlanLine
+{
+    enum class Kind : unsigned char { Clock, Ip, Supply };
+
+    QPointF from; // scene coordinates
+    QPointF to;
+    int connection = -1; // index into the list that it was made from
+    Kind kind = Kind::Clock;
+    bool isBroken = false;
+    bool isStub = false; // it leads from the placed end towards the nearest site that would take the other one
+};
+
+// Turns connections into lines. An unplaced end is somewhere among the sites that would take it: each takes the nearest
+// one to the placed end that no other unplaced one has taken. Without such a site, or without a placed end, there is no
+// line. Only the first 256 unplaced resources are asked about, because each answer goes through all sites.
+class PlanLines final
+{
+public:
+    // Returns the ids of the elements on which a resource may be placed.
+    using Candidates = std::function<std::vector<int>(const std::string& resource)>;
+
+    PlanLines(zelchipengine& engine, SiteAreas& areas, Candidates candidates); // engine and areas are not owned
+
+    // Returns the lines of those connections that `isWanted` accepts.
+    [[nodiscard]] std::vector<PlanLine> linesOf(
+        const std::vector<zelconnection>& connections, const std::function<bool(const zelconnection&)>& isWanted);
+
+private:
+    [[nodiscard]] PlanLine::Kind kindOf(const std::string& resource);
+    [[nodiscard]] bool findNearest(const std::string& resource, PlanLine& line);
+
+    zelchipengine& m_engine;
+    SiteAreas& m_areas;
+    const Candidates m_candidates;
+    std::string m_lastResource; // whose kind was asked last: connections of one resource follow each other
+    PlanLine::Kind m_lastKind = PlanLine::Kind::Clock;
+    struct Place
+    {
+        std::string resource;
+        QPointF middle;
+        int site = -1;
+    };
+    std::vector<Place> m_places; // of the unplaced resources that were asked about
+};
+
+// Returns what a line says: the names, what they are to each other, the length in scene units, and a broken rule.
+[[nodiscard]] QString describe(const PlanLine& line, const zelconnection& connection);
+
+} // namespace mirn::zelchipview
