@@ -13,6 +13,7 @@
 #include "platform/contract/zelchipengine.h"
 
 #include <QFontMetricsF>
+#include <QGraphicsItem>
 #include <QPainter>
 
 #include <algorithm>
@@ -48,16 +49,19 @@ std::optional<QColor> shownFill(ZelGraphicsScene& scene, const QGraphicsItem* it
     return polygon ? std::optional(polygon->brush().color()) : std::nullopt;
 }
 
-// Returns what the drawing's own texts cover of an area, in scene coordinates.
+// Returns what the drawing's own texts cover of an area, in scene coordinates. The list's bounds are larger than
+// needed, because they are made without laying out the texts.
 std::vector<QRectF> labelsIn(ZelGraphicsScene& scene, const QRectF& area)
 {
     std::vector<QRectF> labels;
     DisplayList& list = scene.elements().displayList();
     for (int place : list.placesIn(area)) {
         const Primitive& primitive = list.primitive(place);
-        if (primitive.kind == Primitive::Text && scene.isLayerVisible(list.layers()[primitive.layer])
-            && list.boundsOf(place).intersects(area))
-            labels.push_back(list.boundsOf(place));
+        if (primitive.kind != Primitive::Text || !scene.isLayerVisible(list.layers()[primitive.layer]))
+            continue;
+        const QRectF label = list.element(place)->graphicsItem()->sceneBoundingRect();
+        if (label.intersects(area))
+            labels.push_back(label);
     }
     return labels;
 }
@@ -74,8 +78,8 @@ std::optional<QRectF> placeOf(QSizeF size, const QRectF& site, const std::vector
 {
     const double left = site.center().x() - size.width() / 2;
     const double middle = site.center().y() - size.height() / 2;
-    const double lowest = site.bottom() - size.height() - NameMargin;
-    const double highest = site.top() + NameMargin;
+    const double lowest = site.bottom() - size.height() - 1; // a text's height has a margin of its own
+    const double highest = site.top() + 1;
     for (const double top : {middle, lowest, highest}) {
         const QRectF place(QPointF(left, top), size);
         const auto isCovering = [&place](const QRectF& label) { return label.intersects(place); };

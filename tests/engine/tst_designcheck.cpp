@@ -115,7 +115,7 @@ private Q_SLOTS:
         const std::string name = "top/" + std::string(QTest::currentDataTag());
         const auto [lines] = row<QStringList>();
         m_engine = openEngine(m_folder.path());
-        enter({"duo/a@U2_CH0", "v33@V0_1", "v18@V0_2"});
+        enterState(*m_engine, {"duo/a@U2_CH0", "v33@V0_1", "v18@V0_2"});
         QCOMPARE(QString::fromStdString(m_engine->describe(&name)).split('\n'),
             QStringList(QString::fromStdString(name)) + lines);
     }
