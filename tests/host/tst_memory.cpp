@@ -105,6 +105,8 @@ private Q_SLOTS:
             shown.console()->setHistory({"set answer 42"});
             shown.chipView()->resizeDocks({shown.dock("Placement")}, {250}, Qt::Horizontal);
             shown.console()->hide();
+            shown.window->findChild<QAction*>("connections-all")->trigger();
+            shown.window->findChild<QAction*>("candidates")->trigger();
             QCoreApplication::processEvents();
             // From one project to the next the docks stay as well.
             width = shown.dock("Placement")->width();
@@ -117,6 +119,9 @@ private Q_SLOTS:
         QCOMPARE(shown.window->size(), size);
         QCOMPARE(shown.dock("Placement")->width(), width);
         QVERIFY(!shown.console()->isVisible());
+        QVERIFY(shown.window->findChild<QAction*>("connections-all")->isChecked());
+        QVERIFY(!shown.window->findChild<QAction*>("connections-selected")->isChecked());
+        QVERIFY(!shown.window->findChild<QAction*>("candidates")->isChecked());
         QCOMPARE(shown.console()->history(), QStringList("set answer 42"));
         QCOMPARE(shown.recent(), QStringList({files.project.path(), drawing}));
         QFile::remove(drawing);
