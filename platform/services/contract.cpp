@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 
 // The out-of-line destructors of the contract's interfaces: they keep each class's type information in this library,
-// so that dynamic_cast works across library borders. And the answers of an engine to optional questions that it does not know.
+// so that dynamic_cast works across library borders. And the answers of an engine to optional questions that it does
+// not know.
 
 #include "platform/contract/zelattributes.h"
 #include "platform/contract/zelchipdata.h"
