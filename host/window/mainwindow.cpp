@@ -20,7 +20,6 @@
 #include "host/memory/windowmemory.h"
 #include "host/project/projectsession.h"
 #include "host/project/projecttcl.h"
-#include "planning/siteplaces.h"
 #include "host/widgets/chipstatusbar.h"
 #include "host/widgets/findbox.h"
 #include "host/widgets/loadprogress.h"
@@ -35,6 +34,7 @@
 #include "planning/dragreason.h"
 #include "planning/overviewmap.h"
 #include "planning/pointernote.h"
+#include "planning/siteplaces.h"
 #include "resources/zeltree.h"
 
 #include <QAction>

@@ -108,6 +108,8 @@ private Q_SLOTS:
             shown.chipView()->resizeDocks({shown.dock("Placement")}, {250}, Qt::Horizontal);
             shown.console()->hide();
             shown.overview()->setChecked(false);
+            shown.window->findChild<QAction*>("connections-all")->trigger();
+            shown.window->findChild<QAction*>("candidates")->trigger();
             QCoreApplication::processEvents();
             // From one project to the next the docks stay as well.
             width = shown.dock("Placement")->width();
@@ -121,6 +123,9 @@ private Q_SLOTS:
         QCOMPARE(shown.dock("Placement")->width(), width);
         QVERIFY(!shown.console()->isVisible() && !shown.overview()->isChecked());
         QVERIFY(!shown.window->findChild<mirn::zelchipview::OverviewMap*>()->isOn());
+        QVERIFY(shown.window->findChild<QAction*>("connections-all")->isChecked());
+        QVERIFY(!shown.window->findChild<QAction*>("connections-selected")->isChecked());
+        QVERIFY(!shown.window->findChild<QAction*>("candidates")->isChecked());
         QCOMPARE(shown.console()->history(), QStringList("set answer 42"));
         QCOMPARE(shown.recent(), QStringList({files.project.path(), drawing}));
         QFile::remove(drawing);
