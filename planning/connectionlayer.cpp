@@ -4,8 +4,10 @@
 #include <QGraphicsView>
 #include <QLineF>
 #include <QLinearGradient>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
+#include <QRegion>
 
 #include <algorithm>
 #include <cmath>
@@ -17,6 +19,7 @@ namespace mirn::zelchipview {
 namespace {
 
 constexpr std::size_t MostCurves = 400;
+constexpr int MostParts = 16; // that are painted one by one
 constexpr double ReachOfPointer = 4; // pixels; all that follow as well
 
 constexpr double StrongWidth = 1.8;
@@ -66,7 +69,8 @@ void ConnectionLayer::setLines(std::vector<PlanLine> lines, Style style)
     // A broken rule is not to be covered by lines that are in order.
     std::stable_partition(m_lines.begin(), m_lines.end(), [](const PlanLine& line) { return !line.isBroken; });
     m_style = style;
-    m_picture = hasFewLines() ? LinePicture() : std::move(m_picture);
+    if (hasFewLines())
+        m_picture = LinePicture(); // which takes much memory
     m_picture.invalidate();
     update();
 }
@@ -125,23 +129,27 @@ void ConnectionLayer::paint(QPainter& painter, const QRect& exposed)
     }
 }
 
-// The picture has the device's pixels, and the widget's origin may lie between two of them.
+// A click exposes two small areas far apart. Painting all between them takes long, even though it is clipped.
 void ConnectionLayer::paintPicture(QPainter& painter, const QRect& exposed)
 {
     const QTransform device = painter.deviceTransform();
     const double ratio = device.m11();
-    const QSize size(static_cast<int>(std::ceil(view()->viewport()->width() * ratio)),
-        static_cast<int>(std::ceil(view()->viewport()->height() * ratio)));
-    m_picture.update(m_lines, view()->viewportTransform() * QTransform::fromScale(ratio, ratio), size);
-    const QRect part
-        = QRectF(exposed.x() * ratio, exposed.y() * ratio, exposed.width() * ratio, exposed.height() * ratio)
-              .toAlignedRect()
-        & QRect(QPoint(), size);
-    const QImage& all = m_picture.image();
-    // This image shares the pixels; changing the device pixel ratio of a copy would copy them.
-    QImage image(all.constBits(), all.width(), all.height(), all.bytesPerLine(), all.format());
-    image.setDevicePixelRatio(ratio);
-    painter.drawImage(QPointF(part.topLeft()) / ratio, image, QRectF(part.translated(m_picture.origin())));
+    const auto inPixels = [ratio](const QRect& area) {
+        return QRectF(QPointF(area.topLeft()) * ratio, QSizeF(area.size()) * ratio).toAlignedRect();
+    };
+    LinePicture::Target target;
+    target.toPixels = view()->viewportTransform() * QTransform::fromScale(ratio, ratio);
+    target.viewport = inPixels(view()->viewport()->rect());
+    target.ratio = ratio;
+    const QRect whole = inPixels(exposed) & target.viewport;
+    const QRegion clip = painter.paintEngine() ? painter.paintEngine()->systemClip() : QRegion();
+    const QPoint widget(qRound(device.dx()), qRound(device.dy()));
+    const QRegion parts
+        = clip.isEmpty() || clip.rectCount() > MostParts ? QRegion(whole) : clip.translated(-widget) & whole;
+    for (const QRect& part : parts) {
+        target.part = part;
+        m_picture.paint(painter, m_lines, target);
+    }
 }
 
 QPainterPath ConnectionLayer::curveOf(const PlanLine& line) const

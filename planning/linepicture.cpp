@@ -2,52 +2,48 @@
 #include "planning/linepicture.h"
 
 #include <QColor>
+#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
+#include <utility>
 
 namespace mirn::zelchipview {
 
 namespace {
 
-constexpr int ScrollMargin = 256; // device pixels around the viewport
+constexpr int TileSize = 512; // device pixels
+constexpr std::size_t MostSpare = 12; // tiles
 constexpr double FarthestPixel = 1 << 28; // what is further away is not drawn, so that no sum overflows
 constexpr int ThinLineAlpha = 200;
 
-bool isWholePixel(double distance)
+// Splits a distance into whole pixels and a fraction, which is the same after every scroll: many coordinates lie right
+// between two pixels, and would fall to the one side or the other.
+double splitOff(double distance, int& wholePixels)
 {
-    return std::abs(distance - std::round(distance)) < 1e-6;
+    constexpr double Parts = 1024; // of a pixel
+    const double parts = std::round(distance * Parts);
+    const double whole = std::floor(parts / Parts);
+    wholePixels = static_cast<int>(whole);
+    return parts / Parts - whole;
 }
 
-// Maps one coordinate to a pixel. The whole pixels of the offset are added at the end, so that rounding is the same
-// after a scroll: many coordinates lie right between two pixels.
-class PixelMap
+int tileOf(int pixel)
 {
-public:
-    PixelMap(double scale, double offset)
-        : m_scale(scale)
-    {
-        const double parts = std::round(offset * Parts);
-        const double whole = std::floor(parts / Parts);
-        m_whole = static_cast<int>(whole);
-        m_fraction = parts / Parts - whole;
-    }
+    return pixel >= 0 ? pixel / TileSize : -((TileSize - 1 - pixel) / TileSize);
+}
 
-    [[nodiscard]] double position(double coordinate) const { return coordinate * m_scale + m_fraction + m_whole; }
-    [[nodiscard]] int pixel(double coordinate) const
-    {
-        return static_cast<int>(std::floor(coordinate * m_scale + m_fraction)) + m_whole;
-    }
+// The tiles that an area touches, as a rectangle of columns and rows.
+QRect tilesOf(const QRect& area)
+{
+    return QRect(QPoint(tileOf(area.left()), tileOf(area.top())), QPoint(tileOf(area.right()), tileOf(area.bottom())));
+}
 
-private:
-    static constexpr double Parts = 1024; // of a pixel
-
-    double m_scale;
-    double m_fraction;
-    int m_whole;
-};
+QRect areaOf(const QRect& tiles)
+{
+    return QRect(tiles.topLeft() * TileSize, tiles.size() * TileSize);
+}
 
 // Draws the pixels of a line that lie in `part`. They do not depend on the part: each is computed from the ends alone.
 class ThinLine
@@ -113,90 +109,116 @@ QColor colorOf(const PlanLine& line)
     return QColor(0x0b, 0x6e, 0x75);
 }
 
-void LinePicture::update(const std::vector<PlanLine>& lines, const QTransform& toPixels, QSize size)
+void LinePicture::paint(QPainter& painter, const std::vector<PlanLine>& lines, const Target& target)
 {
-    if (m_isValid && size == m_size && scroll(lines, toPixels))
+    QPoint scrolled;
+    const Grid grid{target.toPixels.m11(), splitOff(target.toPixels.dx(), scrolled.rx()),
+        splitOff(target.toPixels.dy(), scrolled.ry())};
+    if (!(grid == m_grid))
+        m_tiles.clear();
+    m_grid = grid;
+    forgetFarTiles(target.viewport.translated(-scrolled));
+    const QRect part = target.part.translated(-scrolled);
+    const QRect tiles = tilesOf(part);
+    drawMissingTiles(lines, tiles);
+    for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
+        for (int column = tiles.left(); column <= tiles.right(); ++column) {
+            const QImage& tile = m_tiles[{column, row}];
+            const QRect area = areaOf(QRect(column, row, 1, 1));
+            const QRect shown = area & part;
+            if (tile.isNull() || shown.isEmpty())
+                continue;
+            // This image shares the pixels; changing the device pixel ratio of a copy would copy them.
+            QImage image(tile.constBits(), TileSize, TileSize, tile.bytesPerLine(), tile.format());
+            image.setDevicePixelRatio(target.ratio);
+            painter.drawImage(
+                QPointF(shown.topLeft() + scrolled) / target.ratio, image, shown.translated(-area.topLeft()));
+        }
+    }
+}
+
+// Those next to the viewport stay, for the way back. The memory of the others is used again, because fresh memory costs
+// more time than the lines.
+void LinePicture::forgetFarTiles(const QRect& viewport)
+{
+    const QRect near = tilesOf(viewport).adjusted(-1, -1, 1, 1);
+    for (auto tile = m_tiles.begin(); tile != m_tiles.end();) {
+        if (near.contains(tile.key().first, tile.key().second)) {
+            ++tile;
+            continue;
+        }
+        if (!tile->isNull() && m_spare.size() < MostSpare)
+            m_spare.push_back(std::move(*tile));
+        tile = m_tiles.erase(tile);
+    }
+}
+
+QImage LinePicture::newTile()
+{
+    QImage tile(
+        m_spare.empty() ? QImage(TileSize, TileSize, QImage::Format_ARGB32_Premultiplied) : std::move(m_spare.back()));
+    if (!m_spare.empty())
+        m_spare.pop_back();
+    tile.fill(Qt::transparent);
+    return tile;
+}
+
+// Draws all of them in one go, because each drawing goes through all lines.
+void LinePicture::drawMissingTiles(const std::vector<PlanLine>& lines, const QRect& tiles)
+{
+    QRect missing;
+    for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
+        for (int column = tiles.left(); column <= tiles.right(); ++column) {
+            if (!m_tiles.contains({column, row}))
+                missing |= QRect(column, row, 1, 1);
+        }
+    }
+    if (missing.isEmpty())
         return;
-    const QSize whole = size + 2 * QSize(ScrollMargin, ScrollMargin);
-    if (m_image.size() != whole)
-        m_image = QImage(whole, QImage::Format_ARGB32_Premultiplied);
-    m_size = size;
-    m_origin = QPoint(ScrollMargin, ScrollMargin);
-    m_toImage = toPixels * QTransform::fromTranslate(ScrollMargin, ScrollMargin);
-    m_isValid = true;
-    draw(lines, m_image.rect());
-}
-
-// Returns false if nothing can be reused.
-bool LinePicture::scroll(const std::vector<PlanLine>& lines, const QTransform& toPixels)
-{
-    // The scale is compared as it is: after a scroll it is the same number.
-    if (toPixels.m11() != m_toImage.m11() || toPixels.m22() != m_toImage.m22())
-        return false;
-    const QPointF exact(m_toImage.dx() - toPixels.dx(), m_toImage.dy() - toPixels.dy());
-    const QPoint origin = exact.toPoint();
-    if (!isWholePixel(exact.x()) || !isWholePixel(exact.y()))
-        return false;
-    if (m_image.rect().contains(QRect(origin, m_size))) {
-        m_origin = origin;
-        return true;
-    }
-    const QPoint way = QPoint(ScrollMargin, ScrollMargin) - origin;
-    if (std::abs(way.x()) >= m_image.width() || std::abs(way.y()) >= m_image.height())
-        return false;
-    m_toImage *= QTransform::fromTranslate(way.x(), way.y());
-    m_origin = QPoint(ScrollMargin, ScrollMargin);
-    move(way);
-    const int width = m_image.width();
-    const int height = m_image.height();
-    if (way.x() != 0)
-        draw(lines, QRect(way.x() > 0 ? 0 : width + way.x(), 0, std::abs(way.x()), height));
-    if (way.y() != 0)
-        draw(lines, QRect(0, way.y() > 0 ? 0 : height + way.y(), width, std::abs(way.y())));
-    return true;
-}
-
-void LinePicture::move(QPoint way)
-{
-    const int width = m_image.width();
-    const int height = m_image.height();
-    const int from = std::max(0, -way.x());
-    const std::size_t bytes = sizeof(QRgb) * static_cast<std::size_t>(width - std::abs(way.x()));
-    for (int n = 0; n < height - std::abs(way.y()); ++n) {
-        const int y = way.y() > 0 ? height - 1 - n : n; // no row is overwritten before it is moved
-        const auto* source = reinterpret_cast<const QRgb*>(m_image.constScanLine(y - way.y())) + from;
-        std::memmove(reinterpret_cast<QRgb*>(m_image.scanLine(y)) + from + way.x(), source, bytes);
-    }
-}
-
-void LinePicture::draw(const std::vector<PlanLine>& lines, const QRect& part)
-{
-    for (int row = part.top(); row <= part.bottom(); ++row)
-        std::memset(m_image.scanLine(row) + sizeof(QRgb) * static_cast<std::size_t>(part.left()), 0,
-            sizeof(QRgb) * static_cast<std::size_t>(part.width()));
-    const ThinLine pen(m_image, part);
-    const QRectF near = QRectF(part).adjusted(-1, -1, 1, 1);
-    const QRectF drawable(-FarthestPixel, -FarthestPixel, 2 * FarthestPixel, 2 * FarthestPixel);
-    const PixelMap x(m_toImage.m11(), m_toImage.dx());
-    const PixelMap y(m_toImage.m22(), m_toImage.dy());
+    std::vector<QImage> images(static_cast<std::size_t>(missing.width()) * static_cast<std::size_t>(missing.height()));
     for (const bool isBroken : {false, true}) {
         for (const PlanLine& line : lines) {
-            if (line.isBroken != isBroken || line.isStub)
-                continue;
-            const QPointF from(x.position(line.from.x()), y.position(line.from.y()));
-            const QPointF to(x.position(line.to.x()), y.position(line.to.y()));
-            if (std::max(from.x(), to.x()) < near.left() || std::min(from.x(), to.x()) > near.right()
-                || std::max(from.y(), to.y()) < near.top() || std::min(from.y(), to.y()) > near.bottom())
-                continue;
-            if (!drawable.contains(from) || !drawable.contains(to))
-                continue;
-            const QPoint first(x.pixel(line.from.x()), y.pixel(line.from.y()));
-            const QPoint last(x.pixel(line.to.x()), y.pixel(line.to.y()));
-            if (first == last)
-                continue;
-            QColor color = colorOf(line);
-            color.setAlpha(ThinLineAlpha);
-            pen.draw(first, last, qPremultiply(color.rgba()));
+            if (line.isBroken == isBroken && !line.isStub)
+                draw(line, missing, images);
+        }
+    }
+    auto image = images.begin();
+    for (int row = missing.top(); row <= missing.bottom(); ++row) {
+        for (int column = missing.left(); column <= missing.right(); ++column)
+            m_tiles.insert({column, row}, std::move(*image++));
+    }
+}
+
+// `images` are those of the tiles, row by row; one is made when the first line comes.
+void LinePicture::draw(const PlanLine& line, const QRect& tiles, std::vector<QImage>& images)
+{
+    const double x1 = line.from.x() * m_grid.scale + m_grid.xFraction;
+    const double x2 = line.to.x() * m_grid.scale + m_grid.xFraction;
+    const double y1 = line.from.y() * m_grid.scale + m_grid.yFraction;
+    const double y2 = line.to.y() * m_grid.scale + m_grid.yFraction;
+    const QRect area = areaOf(tiles);
+    if (std::max(x1, x2) < area.left() || std::min(x1, x2) >= area.right() + 1 || std::max(y1, y2) < area.top()
+        || std::min(y1, y2) >= area.bottom() + 1
+        || std::max({std::abs(x1), std::abs(x2), std::abs(y1), std::abs(y2)}) >= FarthestPixel)
+        return;
+    const QPoint from(static_cast<int>(std::floor(x1)), static_cast<int>(std::floor(y1)));
+    const QPoint to(static_cast<int>(std::floor(x2)), static_cast<int>(std::floor(y2)));
+    if (from == to)
+        return;
+    QColor color = colorOf(line);
+    color.setAlpha(ThinLineAlpha);
+    const QRgb pixel = qPremultiply(color.rgba());
+    const QPoint topLeft(std::min(from.x(), to.x()), std::min(from.y(), to.y()));
+    const QPoint bottomRight(std::max(from.x(), to.x()), std::max(from.y(), to.y()));
+    const QRect touched = tilesOf(QRect(topLeft, bottomRight)) & tiles;
+    for (int row = touched.top(); row <= touched.bottom(); ++row) {
+        for (int column = touched.left(); column <= touched.right(); ++column) {
+            QImage& image
+                = images[static_cast<std::size_t>((row - tiles.top()) * tiles.width() + column - tiles.left())];
+            if (image.isNull())
+                image = newTile();
+            const QPoint origin(column * TileSize, row * TileSize);
+            ThinLine(image, image.rect()).draw(from - origin, to - origin, pixel);
         }
     }
 }

@@ -3,41 +3,62 @@
 
 #include "planning/planlines.h"
 
+#include <QHash>
 #include <QImage>
-#include <QPoint>
+#include <QPair>
 #include <QTransform>
 
 #include <vector>
 
+class QPainter;
+
 namespace mirn::zelchipview {
 
-// A picture of very many lines, one device pixel thin and without antialiasing. It is larger than the viewport by a
-// margin, so that a scroll of less than the margin paints nothing; a longer one moves the pixels and paints what is
-// uncovered, and another scale paints everything. A later line covers an earlier one, and broken ones cover all.
+// A picture of very many lines, one device pixel thin and without antialiasing. It is kept in tiles that move along
+// when the view is scrolled, so that a scroll draws only those tiles that come into sight; another scale draws all of
+// them. A later line covers an earlier one, and broken ones cover all.
 class LinePicture final
 {
 public:
-    // The lines are drawn anew at the next update().
-    void invalidate() { m_isValid = false; }
+    // The lines are drawn anew at the next paint().
+    void invalidate() { m_tiles.clear(); }
 
-    // Brings the picture up to date for a viewport of this size in device pixels. `toPixels` maps scene coordinates to
-    // them; it scales evenly. `lines` must be the same until invalidate().
-    void update(const std::vector<PlanLine>& lines, const QTransform& toPixels, QSize size);
+    // What is painted on, in device pixels.
+    struct Target
+    {
+        QTransform toPixels; // from the scene; scales evenly
+        QRect viewport;
+        QRect part; // of the viewport: what is to be painted
+        double ratio = 1; // device pixels for one of the painter
+    };
 
-    // The picture (Format_ARGB32_Premultiplied), and where the viewport's origin is in it.
-    [[nodiscard]] const QImage& image() const { return m_image; }
-    [[nodiscard]] QPoint origin() const { return m_origin; }
+    // `lines` must be the same until invalidate().
+    void paint(QPainter& painter, const std::vector<PlanLine>& lines, const Target& target);
 
 private:
-    [[nodiscard]] bool scroll(const std::vector<PlanLine>& lines, const QTransform& toPixels);
-    void move(QPoint way);
-    void draw(const std::vector<PlanLine>& lines, const QRect& part);
+    using Place = QPair<int, int>; // column and row of a tile
 
-    QImage m_image;
-    QTransform m_toImage; // from the scene to the picture's pixels
-    QPoint m_origin;
-    QSize m_size; // of the viewport
-    bool m_isValid = false;
+    // Where the picture's own pixels are: those of the device without the whole pixels of the scroll.
+    struct Grid
+    {
+        double scale = 0;
+        double xFraction = 0;
+        double yFraction = 0;
+
+        [[nodiscard]] bool operator==(const Grid& other) const
+        {
+            return scale == other.scale && xFraction == other.xFraction && yFraction == other.yFraction;
+        }
+    };
+
+    void forgetFarTiles(const QRect& viewport);
+    void drawMissingTiles(const std::vector<PlanLine>& lines, const QRect& tiles);
+    void draw(const PlanLine& line, const QRect& tiles, std::vector<QImage>& images);
+    [[nodiscard]] QImage newTile();
+
+    Grid m_grid;
+    QHash<Place, QImage> m_tiles; // null where there is no line
+    std::vector<QImage> m_spare; // to be drawn on again
 };
 
 // The colour of a line, for everybody who draws one.

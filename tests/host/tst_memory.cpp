@@ -109,6 +109,8 @@ private Q_SLOTS:
             shown.console()->hide();
             shown.run("zel_view names 0");
             shown.overview()->setChecked(false);
+            shown.window->findChild<QAction*>("connections-all")->trigger();
+            shown.window->findChild<QAction*>("candidates")->trigger();
             QCoreApplication::processEvents();
             // From one project to the next the docks stay as well.
             width = shown.dock("Placement")->width();
@@ -122,6 +124,9 @@ private Q_SLOTS:
         QCOMPARE(shown.dock("Placement")->width(), width);
         QVERIFY(!shown.console()->isVisible() && !shown.overview()->isChecked());
         QVERIFY(!shown.window->findChild<mirn::zelchipview::OverviewMap*>()->isOn());
+        QVERIFY(shown.window->findChild<QAction*>("connections-all")->isChecked());
+        QVERIFY(!shown.window->findChild<QAction*>("connections-selected")->isChecked());
+        QVERIFY(!shown.window->findChild<QAction*>("candidates")->isChecked());
         QCOMPARE(shown.console()->history(), QStringList("set answer 42"));
         QVERIFY(!shown.window->findChild<QAction*>("names")->isChecked());
         QCOMPARE(shown.recent(), QStringList({files.project.path(), drawing}));

@@ -513,6 +513,28 @@ private Q_SLOTS:
         QCOMPARE(planning.view()->transform().m11(), before);
     }
 
+    void aidsAreDrivenByCommandsAndFollowTheDesign()
+    {
+        Planning planning;
+        const auto picture = [&planning](const QString& script) {
+            planning.run(script);
+            QCoreApplication::processEvents();
+            return planning.view()->viewport()->grab().toImage();
+        };
+        QCOMPARE(planning.answerTo("zel_view connections"), "selected");
+        QCOMPARE(planning.answerTo("zel_view connections all; zel_view connections"), "all");
+        QVERIFY(planning.answerTo("zel_view connections most").contains("off|selected|all"));
+        QVERIFY(planning.answerTo("zel_view candidates yes").contains("0|1"));
+        QCOMPARE(planning.answerTo("zel_view candidates"), "1");
+        planning.run("zel_tree select -rsc top/duo/a");
+        const QImage untinted = picture("zel_view candidates 0");
+        QVERIFY(picture("zel_view candidates 1") != untinted);
+        const QImage placed = picture("zel_resource place -rsc top/duo/a -id 11");
+        QVERIFY(picture("zel_view candidates 0") == placed);
+        planning.run("zel_view candidates 1; undo");
+        QTRY_VERIFY(picture({}) != untinted);
+    }
+
     // The tree shows a few rows only, some of which are wider than itself.
     void rowsAreFoundWhereverTheyAre()
     {
