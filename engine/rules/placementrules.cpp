@@ -82,6 +82,8 @@ Refusal PlacementRules::refusalToMove(const std::vector<Placement>& moves) const
     Design after = m_design;
     for (const Placement& move : moves) {
         const Resource& resource = m_design.resource(move.resource);
+        if (m_design.find(resource.path) != move.resource) // its index is still valid
+            return QStringLiteral("%1 was removed").arg(resource.path);
         if (resource.isHeld())
             return lockrules::refusalToLeave(m_device, resource);
         after.setSite(move.resource, -1);

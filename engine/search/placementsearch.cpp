@@ -146,6 +146,8 @@ PlacementAnswer PlacementSearch::search(const SearchTables& tables, Clock& clock
             numbers.erase(std::find(numbers.begin(), numbers.end(), search.core().back()));
             continue;
         }
+        if (clock.isCancelled())
+            return answer; // nothing of it will be used
         if (end == ClassSearch::End::Stopped && leftOut == 0)
             answer.kind = PlacementAnswer::Kind::NotFound;
         if (end != ClassSearch::End::Complete)
@@ -154,6 +156,17 @@ PlacementAnswer PlacementSearch::search(const SearchTables& tables, Clock& clock
         answer.placements = sites.placements();
         return answer;
     }
+}
+
+std::vector<Placement> PlacementSearch::ofUnplaced(const Design& design, const std::vector<Placement>& placements)
+{
+    std::vector<Placement> result;
+    std::copy_if(
+        placements.begin(), placements.end(), std::back_inserter(result), [&design](const Placement& placement) {
+            const Resource& resource = design.resource(placement.resource);
+            return resource.site < 0 && design.find(resource.path) == placement.resource;
+        });
+    return result;
 }
 
 void PlacementSearch::explain(

@@ -69,6 +69,11 @@ public:
     // Each of the resources must be one of unplaced().
     [[nodiscard]] PlacementAnswer run(const std::vector<int>& resources, const Limits& limits) const;
 
+    // Returns the placements of those resources that are in the design and unplaced now, after a search during which
+    // others may have changed it.
+    [[nodiscard]] static std::vector<Placement> ofUnplaced(
+        const Design& design, const std::vector<Placement>& placements);
+
 private:
     class Clock;
 

@@ -112,6 +112,7 @@ TclResult placeRest(
         answer.placements.clear();
         answer.missing = meant.resources;
     }
+    answer.placements = PlacementSearch::ofUnplaced(engine.design(), answer.placements);
     const zelengine::Refusal refusal = editor.move(DesignEditor::tr("Place the rest"), answer.placements);
     return refusal.isEmpty() ? dictionaryOf(answer, engine.design()) : TclResult::error(refusal.sentence());
 }

@@ -103,8 +103,9 @@ void AutoPlace::search(const std::vector<int>& tops)
 // The thread has the dialog deleted.
 void AutoPlace::showProgress(SearchThread* thread)
 {
-    auto* dialog = new QProgressDialog(tr("Placing %1 resources...").arg(thread->wanted()), tr("Cancel"), 0,
-        thread->wanted() + 1, m_area.graphicsView()->window());
+    const QString text
+        = thread->wanted() == 1 ? tr("Placing 1 resource...") : tr("Placing %1 resources...").arg(thread->wanted());
+    auto* dialog = new QProgressDialog(text, tr("Cancel"), 0, thread->wanted() + 1, m_area.graphicsView()->window());
     dialog->setObjectName(QStringLiteral("autoPlaceProgress"));
     dialog->setWindowModality(Qt::WindowModal);
     dialog->setMinimumDuration(PatienceMilliseconds);
@@ -113,6 +114,7 @@ void AutoPlace::showProgress(SearchThread* thread)
     connect(dialog, &QProgressDialog::canceled, thread, [thread] { thread->cancel(); });
     auto* look = new QTimer(dialog);
     connect(look, &QTimer::timeout, dialog, [dialog, thread] { dialog->setValue(thread->placed()); });
+    connect(dialog, &QProgressDialog::canceled, look, &QTimer::stop); // a new value would show the dialog again
     look->start(UpdateMilliseconds);
     connect(thread, &QThread::finished, dialog, [dialog, look] {
         look->stop();
@@ -133,11 +135,14 @@ void AutoPlace::finish(const SearchThread* thread)
         explain(answer);
 }
 
-// The rules are asked again, because the design may have changed during the search.
+// The design may have changed during the search. What somebody has placed meanwhile stays where it is; of the others
+// the rules are asked again.
 void AutoPlace::place(const PlacementAnswer& answer)
 {
-    const zelengine::Refusal refusal = editor().move(tr("Place the rest"), answer.placements);
-    const auto count = static_cast<int>(answer.placements.size());
+    const std::vector<zelengine::Placement> placements
+        = PlacementSearch::ofUnplaced(editor().engine().design(), answer.placements);
+    const zelengine::Refusal refusal = editor().move(tr("Place the rest"), placements);
+    const auto count = static_cast<int>(placements.size());
     if (!refusal.isEmpty())
         Q_EMIT told(asSentence(refusal.sentence()) + QLatin1Char('.'));
     else

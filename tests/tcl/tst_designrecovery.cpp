@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "engine/search/placementsearch.h"
 #include "tests/support/testmain.h"
 #include "tests/tcl/editedproject.h"
 
@@ -10,6 +11,8 @@
 #include <algorithm>
 
 using namespace zeltest;
+using mirn::zelengine::Placement;
+using mirn::zelengine::PlacementSearch;
 
 class TestDesignRecovery : public zeltest::Test
 {
@@ -113,6 +116,22 @@ private Q_SLOTS:
         QCOMPARE(project.run("save"), QString());
         QCOMPARE(project.journalAside(), journal);
         QCOMPARE(project.run(EachKind[1]), QString());
+    }
+
+    // Whoever has searched for places works with indices, which outlive a removal; a line of the journal that is
+    // refused later would take its whole group with it.
+    void whatWasRemovedMeanwhileTakesNoPlace()
+    {
+        EditedProject project;
+        const Design& design = project.editor().engine().design();
+        const std::vector<Placement> found{{design.find("top/core"), 50}, {design.find("top/{br}%2"), 51}};
+        project.run("zel_resource remove -ip top/core");
+        QCOMPARE(project.editor().move("Place", found).sentence(), "top/core was removed");
+        const std::vector<Placement> left = PlacementSearch::ofUnplaced(design, found);
+        QCOMPARE(left.size(), std::size_t(1));
+        QCOMPARE(project.editor().move("Place", left).sentence(), QString());
+        QVERIFY(PlacementSearch::ofUnplaced(design, found).empty()); // somebody has placed it by now
+        QCOMPARE(project.reopen(), QString());
     }
 
     // Somebody changes the files without asking for the lock, and even keeps their size.
@@ -351,7 +370,7 @@ private Q_SLOTS:
         row("the value that is in force", "zel_resource configure -ip top/duo -key rate -value 2.50", "");
         row("unknown verb", "zel_resource put",
             "ERROR unknown subcommand \"put\" of zel_resource: must be configure, get, list, lock, place, place -auto, "
-            "remove, reset, restore, sites, unlock, why");
+            "remove, reset, restore, sites, swap, unlock, why");
         row("no key", "zel_resource configure -ip top/duo",
             "ERROR wrong # args: should be \"zel_resource configure -ip NAME -key K ?-value V?\"");
         row("no such key", "zel_setting -id 10 -key CH7", "ERROR U0 has no setting \"CH7\"");
