@@ -2,6 +2,7 @@
 #pragma once
 
 #include "graphics/zelgraphicitemattribute.h"
+#include "graphics/zelviewlayer.h"
 #include "planning/elementprobe.h"
 #include "planning/overviewmap.h"
 #include "platform/contract/zelgraphicrecords.h"
@@ -13,6 +14,7 @@
 #include <QAction>
 #include <QGraphicsItem>
 #include <QLabel>
+#include <QPainter>
 #include <QRubberBand>
 #include <QScreen>
 #include <QWindow>
@@ -139,7 +141,7 @@ protected:
         expect(areAlike(kept, anew), "the picture that the view keeps is out of date");
         const zeltest::ItemsView items(*view());
         if (items.viewportTransform() == view()->viewportTransform())
-            expect(imageOf(items.viewport()->grab()) == anew, "the view paints otherwise than its items");
+            expect(withLayers(imageOf(items.viewport()->grab())) == anew, "the view paints otherwise than its items");
         map->setOn(true);
         window->activateWindow();
     }
@@ -149,6 +151,18 @@ protected:
     bool m_isPressed = false; // the left button
 
 private:
+    // What lies over the drawing is no item.
+    [[nodiscard]] QImage withLayers(QImage picture) const
+    {
+        for (ZelViewLayer* layer : view()->findChildren<ZelViewLayer*>(QString(), Qt::FindDirectChildrenOnly)) {
+            QPainter painter(&picture);
+            painter.setFont(view()->viewport()->font());
+            if (layer->isShown())
+                layer->paint(painter, view()->viewport()->rect());
+        }
+        return picture;
+    }
+
     // A scrolled edge between two pixels may be off by one level of a colour for each element that ends there.
     static bool areAlike(const QImage& one, const QImage& other)
     {
