@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "planning/namelayer.h"
 
+#include "graphics/elements/paintrules.h"
 #include "graphics/painting/displaylist.h"
 #include "graphics/sceneelements.h"
 #include "graphics/zelgraphicsscene.h"
@@ -15,6 +16,7 @@
 #include <QFontMetricsF>
 #include <QGraphicsItem>
 #include <QPainter>
+#include <QTransform>
 
 #include <algorithm>
 #include <cmath>
@@ -28,7 +30,6 @@ constexpr double NameMargin = 3.0; // pixels between a name and the border of it
 constexpr double BrightnessOfDarkText = 0.5; // of the fill, from 0 to 1, above which a text is dark
 const QColor DarkText(20, 24, 32);
 const QColor LightText(250, 250, 250);
-constexpr double LeadingShare = 0.2; // of the height of a text's bounds, above its letters and below
 constexpr int PlateOpacity = 225; // of 255
 
 // The brightness that people see.
@@ -49,8 +50,16 @@ std::optional<QColor> shownFill(ZelGraphicsScene& scene, const QGraphicsItem* it
     return polygon ? std::optional(polygon->brush().color()) : std::nullopt;
 }
 
-// Returns what the drawing's own texts cover of an area, in scene coordinates. The list's bounds are larger than
-// needed, because they are made without laying out the texts.
+// Returns what the letters of a text cover, in scene coordinates, turned with the text.
+QRectF lettersOf(const Primitive& text, const TextLabels& labels)
+{
+    const QRectF upright = QFontMetricsF(labels.font(text.label->font)).tightBoundingRect(text.label->text);
+    QTransform transform = QTransform::fromTranslate(text.a, text.b);
+    transform.scale(paintrules::TextItemScale, paintrules::TextItemScale);
+    return transform.rotate(text.c).mapRect(upright);
+}
+
+// Returns what the letters of the drawing's own texts cover of an area, in scene coordinates.
 std::vector<QRectF> labelsIn(ZelGraphicsScene& scene, const QRectF& area)
 {
     std::vector<QRectF> labels;
@@ -59,17 +68,11 @@ std::vector<QRectF> labelsIn(ZelGraphicsScene& scene, const QRectF& area)
         const Primitive& primitive = list.primitive(place);
         if (primitive.kind != Primitive::Text || !scene.isLayerVisible(list.layers()[primitive.layer]))
             continue;
-        const QRectF label = list.element(place)->graphicsItem()->sceneBoundingRect();
-        if (label.intersects(area))
-            labels.push_back(label);
+        const QRectF letters = lettersOf(primitive, list.labels());
+        if (letters.intersects(area))
+            labels.push_back(letters);
     }
     return labels;
-}
-
-// A text's bounds are higher than its letters.
-QRectF withoutLeading(const QRectF& label)
-{
-    return label.adjusted(0, label.height() * LeadingShare, 0, -label.height() * LeadingShare);
 }
 
 // Returns where a name stands on its site: in the middle, else at the lower or upper border, whichever keeps it off
@@ -171,7 +174,7 @@ void NameLayer::paintName(QPainter& painter, ZelGraphicsScene& scene, const Name
         return;
     std::vector<QRectF> labels = labelsIn(scene, name.area);
     for (QRectF& label : labels)
-        label = withoutLeading(view()->viewportTransform().mapRect(label));
+        label = view()->viewportTransform().mapRect(label);
     const int which = site.width() >= name.widths[0] + 2 * NameMargin ? 0 : 1;
     const std::optional<QRectF> place = placeOf({name.widths[which], m_height}, site, labels);
     if (!place)

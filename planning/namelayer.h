@@ -15,6 +15,7 @@ class zelchipengine;
 namespace mirn::zelchipview {
 
 class ZelGraphicsScene;
+class ZelGraphicsView;
 
 // Writes the name of its resource on every occupied site that has room for it: the last two components of the path, or
 // the last one. A name is never cut. Where the drawing has texts of its own on the site, the name keeps off them, on a
