@@ -9,11 +9,17 @@ namespace {
 
 constexpr unsigned int Fill = 0x808080;
 
-// Every site but those below 10 has a resource.
+// Every site has a resource.
 class OccupyingEngine final : public FakeEngine, public zelplanengine
 {
 public:
-    std::string occupant(const std::string* site) override { return std::stoi(*site) < 10 ? "" : "top/r" + *site; }
+    std::string occupant(const std::string* site) override
+    {
+        asked.push_back(*site);
+        return "top/r" + *site;
+    }
+
+    std::vector<std::string> asked;
 };
 
 } // namespace
@@ -38,8 +44,6 @@ private Q_SLOTS:
         ChipView chip;
         chip.drawing.addRect(10, 10, 10, 180, 80, Fill);
         chip.drawing.addText(0, "HHHHHHHH", start.x(), start.y(), 12).rotation = rotation;
-        chip.engine.device.addRecord(10, {});
-        engine.device.addRecord(10, {});
         chip.open();
         const QImage before = ChipView::picture();
         new NameLayer(ChipView::view(), engine); // owned by the view
@@ -54,6 +58,30 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(written > 10, isNamed);
+    }
+
+    void asksOnceForWhatHasRoom_data()
+    {
+        const Rows<QRectF, bool> row;
+        row("a large site", {10, 10, 180, 80}, true);
+        row("a low one", {10, 10, 180, 8}, false);
+        row("a narrow one", {10, 10, 4, 80}, false);
+        row("one out of sight", {9000, 10, 180, 80}, false);
+    }
+
+    void asksOnceForWhatHasRoom()
+    {
+        const auto [site, isAsked] = row<QRectF, bool>();
+        OccupyingEngine engine;
+        ChipView chip({{10, site}});
+        const std::size_t questions = isAsked ? 1 : 0;
+        auto* names = new NameLayer(ChipView::view(), engine); // owned by the view
+        (void)ChipView::picture();
+        (void)ChipView::picture();
+        QCOMPARE(engine.asked.size(), questions);
+        names->refresh();
+        (void)ChipView::picture();
+        QCOMPARE(engine.asked.size(), 2 * questions);
     }
 };
 
