@@ -152,7 +152,7 @@ void ReferenceEngine::setLocked(const std::vector<int>& resources, bool isLocked
 {
     for (int resource : resources)
         m_design.setLocked(resource, isLocked);
-    m_isChanged = true;
+    stateChanged();
 }
 
 // All parts leave their sites first, because the parts of an IP may swap sites.
@@ -222,13 +222,26 @@ Refusal ReferenceEngine::setSetting(int site, const QString& key, const QString&
 void ReferenceEngine::setSettingChanges(int carrier, const SiteSettingChanges& changes)
 {
     m_settings.setChanges(carrier, changes);
-    m_isChanged = true;
+    stateChanged();
 }
 
 void ReferenceEngine::designChanged()
 {
-    m_isChanged = true;
+    stateChanged();
     m_connections.reset();
+}
+
+void ReferenceEngine::stateChanged()
+{
+    m_isChanged = true;
+    m_problems.reset();
+}
+
+const std::vector<Problem>& ReferenceEngine::problems() const
+{
+    if (!m_problems)
+        m_problems = DesignCheck(m_device, m_design, m_settings).problems();
+    return *m_problems;
 }
 
 void ReferenceEngine::update()

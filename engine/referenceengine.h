@@ -49,11 +49,8 @@ public:
     [[nodiscard]] const Device& device() const { return m_device; }
     [[nodiscard]] const Design& design() const { return m_design; }
     [[nodiscard]] PlacementRules rules() const { return {m_device, m_design}; }
-    // What is wrong with the present state, and what is still to be done.
-    [[nodiscard]] std::vector<Problem> problems() const
-    {
-        return DesignCheck(m_device, m_design, m_settings).problems();
-    }
+    // What is wrong with the present state, and what is still to be done. Valid until the next change.
+    [[nodiscard]] const std::vector<Problem>& problems() const;
 
     // Goes back to a state that design() returned earlier.
     void setDesign(Design design);
@@ -139,6 +136,7 @@ private:
     Refusal write(const QString& resource, const QString& key, const QString& value);
     void update();
     void designChanged();
+    void stateChanged();
 
     Project m_project;
     Device m_device;
@@ -149,6 +147,7 @@ private:
     ChipData m_chip;
     ResourceTree m_tree;
     bool m_isChanged = true; // whether the design or the settings changed since the last update()
+    mutable std::optional<std::vector<Problem>> m_problems; // of the present state, once they were asked for
     std::optional<std::vector<zelconnection>> m_connections; // of the present design, once they were asked for
     std::map<std::string, std::vector<std::string>> m_offers;
 };
