@@ -7,7 +7,6 @@
 #include "engine/input/jsonnode.h"
 #include "engine/model/resourceparameter.h"
 #include "engine/resourcedescription.h"
-#include "engine/rules/connections.h"
 #include "engine/usagetable.h"
 #include "platform/contract/zeltext.h"
 
@@ -323,15 +322,20 @@ bool ReferenceEngine::showProbPlaceItem(
 
 std::vector<zelconnection> ReferenceEngine::connections()
 {
-    if (!m_connections) {
-        m_connections.emplace();
-        for (const Connection& connection : connectionsOf(m_device, m_design)) {
-            const Resource& from = m_design.resource(connection.from);
-            const Resource& to = m_design.resource(connection.to);
-            m_connections->push_back(
-                {toEngineText(from.path), toEngineText(to.path), from.site, to.site, toEngineText(connection.broken)});
-        }
+    std::vector<zelconnection> result;
+    for (const Connection& connection : keptConnections()) {
+        const Resource& from = m_design.resource(connection.from);
+        const Resource& to = m_design.resource(connection.to);
+        result.push_back(
+            {toEngineText(from.path), toEngineText(to.path), from.site, to.site, toEngineText(connection.broken)});
     }
+    return result;
+}
+
+const std::vector<Connection>& ReferenceEngine::keptConnections()
+{
+    if (!m_connections)
+        m_connections = connectionsOf(m_device, m_design);
     return *m_connections;
 }
 
@@ -405,8 +409,10 @@ int ReferenceEngine::siteOf(const std::string* rsc)
 std::string ReferenceEngine::describe(const std::string* rsc)
 {
     const int index = m_design.find(fromEngineText(*rsc));
-    return index < 0 ? std::string()
-                     : toEngineText(describeResource(m_device, m_design, problems(), index).join(QLatin1Char('\n')));
+    if (index < 0)
+        return {};
+    const QStringList lines = describeResource(m_device, m_design, keptConnections(), problems(), index);
+    return toEngineText(lines.join(QLatin1Char('\n')));
 }
 
 int ReferenceEngine::config(const std::string* name)

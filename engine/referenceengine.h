@@ -6,6 +6,7 @@
 #include "engine/model/device.h"
 #include "engine/project.h"
 #include "engine/resourcetree.h"
+#include "engine/rules/connections.h"
 #include "engine/rules/designcheck.h"
 #include "engine/rules/lockrules.h"
 #include "engine/rules/placementrules.h"
@@ -135,6 +136,7 @@ private:
     Refusal apply(const Proposal& proposal);
     Refusal write(const QString& resource, const QString& key, const QString& value);
     void update();
+    [[nodiscard]] const std::vector<Connection>& keptConnections();
     void designChanged();
     void stateChanged();
 
@@ -148,7 +150,7 @@ private:
     ResourceTree m_tree;
     bool m_isChanged = true; // whether the design or the settings changed since the last update()
     mutable std::optional<std::vector<Problem>> m_problems; // of the present state, once they were asked for
-    std::optional<std::vector<zelconnection>> m_connections; // of the present design, once they were asked for
+    std::optional<std::vector<Connection>> m_connections; // of the present design, once they were asked for
     std::map<std::string, std::vector<std::string>> m_offers;
 };
 
