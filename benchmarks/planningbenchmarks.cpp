@@ -10,6 +10,7 @@
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "graphics/zelviewlayer.h"
+#include "planning/namelayer.h"
 #include "planning/planaids.h"
 #include "platform/contract/zelplanengine.h"
 #include "tests/support/fakeengine.h"
@@ -18,6 +19,7 @@
 #include <QTreeWidget>
 
 #include <memory>
+#include <string>
 #include <tuple>
 #include <utility>
 
@@ -32,6 +34,7 @@ constexpr int PanSteps = 20;
 constexpr int CandidateSites = 10000;
 constexpr int Supplies = 2000;
 constexpr int NearElements = 40; // how far apart, in the drawing's order, most connected elements are
+constexpr int LongName = 300; // letters
 constexpr int FarEvery = 20; // one of so many connections leads anywhere
 
 // As many connections as the drawing has elements: nearly all of them between elements near each other, as the parts of
@@ -52,6 +55,16 @@ public:
 
 private:
     std::vector<zelconnection> m_connections;
+};
+
+// Every element has a resource, whose name is too long for any site at fit.
+class OccupyingEngine final : public zeltest::FakeEngine, public zelplanengine
+{
+public:
+    [[nodiscard]] std::string occupant(const std::string* site) override
+    {
+        return "top/" + std::string(LongName, 'r') + *site;
+    }
 };
 
 // The aids on the window of a drawing, for as long as this exists.
@@ -95,6 +108,13 @@ void repaint(benchmark::State& state, ChipWindow& window)
         checkPaintedOnce(state, window.painted().take());
         window.settle();
     }
+}
+
+void repaintWithNames(benchmark::State& state, ChipWindow& window)
+{
+    OccupyingEngine engine;
+    const NameLayer names(window.view(), engine);
+    repaint(state, window);
 }
 
 // Pans to and fro, far enough that lines come into sight that were not drawn before.
@@ -170,8 +190,8 @@ void showCandidates(benchmark::State& state, Device& device)
 void addPlanningBenchmarks(int elements)
 {
     using Measured = void (*)(benchmark::State & state, ChipWindow & window);
-    const std::pair<const char*, Measured> measured[]
-        = {{"plain full repaint", &repaint}, {"plain pan", &pan}, {"plain click", &click}};
+    const std::pair<const char*, Measured> measured[] = {{"plain full repaint", &repaint}, {"plain pan", &pan},
+        {"plain click", &click}, {"full repaint, names without room", &repaintWithNames}};
     const std::tuple<const char*, Measured, PlanAids::Connections> aided[]
         = {{"full repaint, aids off", &repaint, PlanAids::Connections::Off},
             {"full repaint, all connections", &repaint, PlanAids::Connections::All},

@@ -7,7 +7,6 @@
 #include "engine/input/jsonnode.h"
 #include "engine/model/resourceparameter.h"
 #include "engine/resourcedescription.h"
-#include "engine/rules/connections.h"
 #include "engine/usagetable.h"
 #include "platform/contract/zeltext.h"
 
@@ -152,7 +151,7 @@ void ReferenceEngine::setLocked(const std::vector<int>& resources, bool isLocked
 {
     for (int resource : resources)
         m_design.setLocked(resource, isLocked);
-    m_isChanged = true;
+    stateChanged();
 }
 
 // All parts leave their sites first, because the parts of an IP may swap sites.
@@ -222,13 +221,26 @@ Refusal ReferenceEngine::setSetting(int site, const QString& key, const QString&
 void ReferenceEngine::setSettingChanges(int carrier, const SiteSettingChanges& changes)
 {
     m_settings.setChanges(carrier, changes);
-    m_isChanged = true;
+    stateChanged();
 }
 
 void ReferenceEngine::designChanged()
 {
-    m_isChanged = true;
+    stateChanged();
     m_connections.reset();
+}
+
+void ReferenceEngine::stateChanged()
+{
+    m_isChanged = true;
+    m_problems.reset();
+}
+
+const std::vector<Problem>& ReferenceEngine::problems() const
+{
+    if (!m_problems)
+        m_problems = DesignCheck(m_device, m_design, m_settings).problems();
+    return *m_problems;
 }
 
 void ReferenceEngine::update()
@@ -310,15 +322,20 @@ bool ReferenceEngine::showProbPlaceItem(
 
 std::vector<zelconnection> ReferenceEngine::connections()
 {
-    if (!m_connections) {
-        m_connections.emplace();
-        for (const Connection& connection : connectionsOf(m_device, m_design)) {
-            const Resource& from = m_design.resource(connection.from);
-            const Resource& to = m_design.resource(connection.to);
-            m_connections->push_back(
-                {toEngineText(from.path), toEngineText(to.path), from.site, to.site, toEngineText(connection.broken)});
-        }
+    std::vector<zelconnection> result;
+    for (const Connection& connection : keptConnections()) {
+        const Resource& from = m_design.resource(connection.from);
+        const Resource& to = m_design.resource(connection.to);
+        result.push_back(
+            {toEngineText(from.path), toEngineText(to.path), from.site, to.site, toEngineText(connection.broken)});
     }
+    return result;
+}
+
+const std::vector<Connection>& ReferenceEngine::keptConnections()
+{
+    if (!m_connections)
+        m_connections = connectionsOf(m_device, m_design);
     return *m_connections;
 }
 
@@ -392,8 +409,10 @@ int ReferenceEngine::siteOf(const std::string* rsc)
 std::string ReferenceEngine::describe(const std::string* rsc)
 {
     const int index = m_design.find(fromEngineText(*rsc));
-    return index < 0 ? std::string()
-                     : toEngineText(describeResource(m_device, m_design, problems(), index).join(QLatin1Char('\n')));
+    if (index < 0)
+        return {};
+    const QStringList lines = describeResource(m_device, m_design, keptConnections(), problems(), index);
+    return toEngineText(lines.join(QLatin1Char('\n')));
 }
 
 int ReferenceEngine::config(const std::string* name)

@@ -6,6 +6,7 @@
 #include "engine/model/device.h"
 #include "engine/project.h"
 #include "engine/resourcetree.h"
+#include "engine/rules/connections.h"
 #include "engine/rules/designcheck.h"
 #include "engine/rules/lockrules.h"
 #include "engine/rules/placementrules.h"
@@ -49,11 +50,8 @@ public:
     [[nodiscard]] const Device& device() const { return m_device; }
     [[nodiscard]] const Design& design() const { return m_design; }
     [[nodiscard]] PlacementRules rules() const { return {m_device, m_design}; }
-    // What is wrong with the present state, and what is still to be done.
-    [[nodiscard]] std::vector<Problem> problems() const
-    {
-        return DesignCheck(m_device, m_design, m_settings).problems();
-    }
+    // What is wrong with the present state, and what is still to be done. Valid until the next change.
+    [[nodiscard]] const std::vector<Problem>& problems() const;
 
     // Goes back to a state that design() returned earlier.
     void setDesign(Design design);
@@ -138,7 +136,9 @@ private:
     Refusal apply(const Proposal& proposal);
     Refusal write(const QString& resource, const QString& key, const QString& value);
     void update();
+    [[nodiscard]] const std::vector<Connection>& keptConnections();
     void designChanged();
+    void stateChanged();
 
     Project m_project;
     Device m_device;
@@ -149,7 +149,8 @@ private:
     ChipData m_chip;
     ResourceTree m_tree;
     bool m_isChanged = true; // whether the design or the settings changed since the last update()
-    std::optional<std::vector<zelconnection>> m_connections; // of the present design, once they were asked for
+    mutable std::optional<std::vector<Problem>> m_problems; // of the present state, once they were asked for
+    std::optional<std::vector<Connection>> m_connections; // of the present design, once they were asked for
     std::map<std::string, std::vector<std::string>> m_offers;
 };
 

@@ -4,6 +4,7 @@
 #include "engine/model/design.h"
 #include "engine/model/device.h"
 #include "engine/resourcetree.h"
+#include "engine/rules/connections.h"
 #include "engine/rules/designcheck.h"
 #include "platform/contract/zeltext.h"
 
@@ -27,25 +28,33 @@ QString withSite(const Device& device, const Resource& resource)
                 : QStringLiteral("%1 (not placed)").arg(resource.path);
 }
 
-QStringList connectionsOf(const Device& device, const Design& design, int index)
+bool isClock(const Resource& resource)
+{
+    return resource.type == ResourceType::ExtRef || resource.type == ResourceType::Pll;
+}
+
+// A clock feeds whole IPs, and each of their channels is connected to it.
+QStringList connectionLines(
+    const Device& device, const Design& design, const std::vector<Connection>& connections, int index)
 {
     QStringList lines;
-    const Resource& resource = design.resource(index);
-    if (resource.type == ResourceType::ExtRef || resource.type == ResourceType::Pll) {
-        for (int ip : design.fedBy(index))
+    for (const Connection& connection : connections) {
+        if (!isClock(design.resource(connection.from)))
+            continue;
+        const int ip = design.ipOf(connection.to);
+        if (connection.from == index)
             lines.append(QStringLiteral("Feeds %1").arg(design.resource(ip).path));
-        return lines;
+        else if (connection.to == index || ip == index)
+            lines.append(QStringLiteral("Fed by %1").arg(withSite(device, design.resource(connection.from))));
     }
-    const int ip = resource.type == ResourceType::Ip ? index : design.ipOf(index);
-    for (int clock : ip < 0 ? std::vector<int>() : design.clocksOf(ip))
-        lines.append(QStringLiteral("Fed by %1").arg(withSite(device, design.resource(clock))));
+    lines.removeDuplicates();
     return lines;
 }
 
 } // namespace
 
-QStringList describeResource(
-    const Device& device, const Design& design, const std::vector<Problem>& problems, int index)
+QStringList describeResource(const Device& device, const Design& design, const std::vector<Connection>& connections,
+    const std::vector<Problem>& problems, int index)
 {
     const Resource& resource = design.resource(index);
     QStringList lines{resource.path};
@@ -54,7 +63,7 @@ QStringList describeResource(
         lines.append(QStringLiteral("%1, %2").arg(kindTitle(device, resource), summary));
     if (!resource.voltage.isEmpty())
         lines.append(QStringLiteral("Needs %1").arg(resource.voltage));
-    lines += connectionsOf(device, design, index);
+    lines += connectionLines(device, design, connections, index);
     for (const Problem& problem : problems) {
         const bool isSaid = problem.severity == Problem::Severity::Warning && resource.site < 0;
         if (problem.resources.contains(resource.path) && !isSaid)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "planning/namelayer.h"
 
+#include "graphics/elements/paintrules.h"
 #include "graphics/painting/displaylist.h"
 #include "graphics/sceneelements.h"
 #include "graphics/zelgraphicsscene.h"
@@ -9,12 +10,13 @@
 #include "graphics/zelrectitem.h"
 #include "planning/planquery.h"
 #include "planning/siteplaces.h"
-#include "platform/contract/zelchipdata.h"
 #include "platform/contract/zelchipengine.h"
+#include "platform/contract/zelplanengine.h"
 
 #include <QFontMetricsF>
 #include <QGraphicsItem>
 #include <QPainter>
+#include <QTransform>
 
 #include <algorithm>
 #include <cmath>
@@ -28,8 +30,14 @@ constexpr double NameMargin = 3.0; // pixels between a name and the border of it
 constexpr double BrightnessOfDarkText = 0.5; // of the fill, from 0 to 1, above which a text is dark
 const QColor DarkText(20, 24, 32);
 const QColor LightText(250, 250, 250);
-constexpr double LeadingShare = 0.2; // of the height of a text's bounds, above its letters and below
+constexpr int FewSites = 2000; // that are looked at one by one
 constexpr int PlateOpacity = 225; // of 255
+
+// Elements without an id in the drawing have a negative one.
+bool mayBeSite(const Primitive& primitive)
+{
+    return primitive.elementId >= 0 && (primitive.kind == Primitive::Rect || primitive.kind == Primitive::Polygon);
+}
 
 // The brightness that people see.
 double brightnessOf(const QColor& color)
@@ -49,8 +57,16 @@ std::optional<QColor> shownFill(ZelGraphicsScene& scene, const QGraphicsItem* it
     return polygon ? std::optional(polygon->brush().color()) : std::nullopt;
 }
 
-// Returns what the drawing's own texts cover of an area, in scene coordinates. The list's bounds are larger than
-// needed, because they are made without laying out the texts.
+// Returns what the letters of a text cover, in scene coordinates, turned with the text.
+QRectF lettersOf(const Primitive& text, const TextLabels& labels)
+{
+    const QRectF upright = QFontMetricsF(labels.font(text.label->font)).tightBoundingRect(text.label->text);
+    QTransform transform = QTransform::fromTranslate(text.a, text.b);
+    transform.scale(paintrules::TextItemScale, paintrules::TextItemScale);
+    return transform.rotate(text.c).mapRect(upright);
+}
+
+// Returns what the letters of the drawing's own texts cover of an area, in scene coordinates.
 std::vector<QRectF> labelsIn(ZelGraphicsScene& scene, const QRectF& area)
 {
     std::vector<QRectF> labels;
@@ -59,17 +75,11 @@ std::vector<QRectF> labelsIn(ZelGraphicsScene& scene, const QRectF& area)
         const Primitive& primitive = list.primitive(place);
         if (primitive.kind != Primitive::Text || !scene.isLayerVisible(list.layers()[primitive.layer]))
             continue;
-        const QRectF label = list.element(place)->graphicsItem()->sceneBoundingRect();
-        if (label.intersects(area))
-            labels.push_back(label);
+        const QRectF letters = lettersOf(primitive, list.labels());
+        if (letters.intersects(area))
+            labels.push_back(letters);
     }
     return labels;
-}
-
-// A text's bounds are higher than its letters.
-QRectF withoutLeading(const QRectF& label)
-{
-    return label.adjusted(0, label.height() * LeadingShare, 0, -label.height() * LeadingShare);
 }
 
 // Returns where a name stands on its site: in the middle, else at the lower or upper border, whichever keeps it off
@@ -100,78 +110,109 @@ NameLayer::~NameLayer() = default;
 
 void NameLayer::refresh()
 {
-    m_areCollected = false;
+    m_names.clear();
     update();
 }
 
+// Any element with an id of its own and an area may be a site. Which of them are is asked when they are in sight.
 void NameLayer::collect(ZelGraphicsScene& scene)
 {
-    m_names.clear();
-    m_areCollected = true;
-    zelchipdata* chip = m_engine.chip();
-    if (!chip || !dynamic_cast<zelplanengine*>(&m_engine))
+    const DisplayList& list = scene.elements().displayList();
+    if (m_listVersion == list.version())
         return;
-    const PlanQuery query(m_engine);
-    for (const zelchiprecord* record : chip->records()) {
-        const int site = record ? static_cast<int>(record->id) : -1;
-        const QString resource = record ? query.occupant(site) : QString();
-        const QGraphicsItem* outline = resource.isEmpty() ? nullptr : outlineOf(scene, site);
-        if (outline)
-            m_names.push_back({site, outline->sceneBoundingRect(),
-                {resource.section(QLatin1Char('/'), -2), resource.section(QLatin1Char('/'), -1)}, {}});
+    m_listVersion = list.version();
+    m_sites.clear();
+    for (int place = 0; place < list.size(); ++place) {
+        if (mayBeSite(list.primitive(place)))
+            m_sites.push_back(place);
     }
+    std::sort(
+        m_sites.begin(), m_sites.end(), [&list](int a, int b) { return list.primitive(a).d > list.primitive(b).d; });
 }
 
-void NameLayer::measure(const QFont& font)
+void NameLayer::measure()
 {
-    const QFontMetricsF metrics(font);
-    m_font = font;
-    m_height = metrics.height();
-    m_largest = {};
-    m_narrowest = 0;
-    for (Name& name : m_names) {
-        for (int i : {0, 1})
-            name.widths[i] = metrics.horizontalAdvance(name.texts[i]);
-        m_narrowest = m_narrowest > 0 ? std::min(m_narrowest, name.widths[1]) : name.widths[1];
-        m_largest = m_largest.expandedTo(name.area.size());
-    }
+    if (m_height > 0 && m_font == view()->font())
+        return;
+    m_font = view()->font();
+    m_height = QFontMetricsF(m_font).height();
+    m_widths.clear();
+    m_names.clear();
 }
 
-bool NameLayer::hasRoomForAny(double scale) const
+// Returns the places of those elements at least as high as `lowest` (scene units) that may touch an area. At most
+// scales they are few of all elements, or the area has few elements.
+const std::vector<int>& NameLayer::sitesIn(ZelGraphicsScene& scene, const QRectF& area, double lowest)
 {
-    return m_largest.width() * scale >= m_narrowest + 2 * NameMargin && m_largest.height() * scale >= m_height;
+    DisplayList& list = scene.elements().displayList();
+    const auto isHigher = [&](int place) { return list.primitive(place).d >= lowest; };
+    const auto end = std::partition_point(m_sites.begin(), m_sites.end(), isHigher);
+    m_found.clear();
+    const auto takeOver = [&](int place) {
+        if (list.primitive(place).rect().intersects(area))
+            m_found.push_back(place);
+    };
+    if (end - m_sites.begin() <= FewSites) {
+        std::for_each(m_sites.begin(), end, takeOver);
+        return m_found;
+    }
+    for (int place : list.placesIn(area)) {
+        if (mayBeSite(list.primitive(place)) && isHigher(place))
+            takeOver(place);
+    }
+    return m_found;
+}
+
+double NameLayer::widthOf(const QString& text)
+{
+    auto width = m_widths.find(text);
+    if (width == m_widths.end())
+        width = m_widths.insert(text, QFontMetricsF(m_font).horizontalAdvance(text));
+    return *width;
+}
+
+const NameLayer::Name& NameLayer::nameOf(int site)
+{
+    auto name = m_names.find(site);
+    if (name == m_names.end()) {
+        const QString resource = PlanQuery(m_engine).occupant(site);
+        const QString texts[] = {resource.section(QLatin1Char('/'), -2), resource.section(QLatin1Char('/'), -1)};
+        name = m_names.insert(site, {{texts[0], texts[1]}, {widthOf(texts[0]), widthOf(texts[1])}});
+    }
+    return *name;
 }
 
 void NameLayer::paint(QPainter& painter, const QRect& exposed)
 {
     auto* scene = view() ? qobject_cast<ZelGraphicsScene*>(view()->scene()) : nullptr;
-    if (!scene)
+    if (!scene || !dynamic_cast<zelplanengine*>(&m_engine))
         return;
-    if (!m_areCollected) {
-        collect(*scene);
-        measure(view()->font());
-    } else if (m_font != view()->font()) {
-        measure(view()->font());
-    }
+    collect(*scene);
+    measure();
     const QTransform transform = view()->viewportTransform();
-    if (m_names.empty() || !hasRoomForAny(transform.m11()))
-        return;
+    const QRectF area = transform.inverted().mapRect(QRectF(exposed));
     painter.setFont(m_font);
-    for (const Name& name : m_names) {
-        const QRectF site = transform.mapRect(name.area);
-        if (site.height() >= m_height && site.width() >= name.widths[1] + 2 * NameMargin && site.intersects(exposed))
-            paintName(painter, *scene, name, site);
+    for (int place : sitesIn(*scene, area, m_height / transform.m11())) {
+        const DisplayList& list = scene->elements().displayList();
+        const Primitive& primitive = list.primitive(place);
+        if (primitive.c * transform.m11() > 2 * NameMargin
+            && list.element(place)->graphicsItem() == outlineOf(*scene, primitive.elementId))
+            paintName(painter, *scene, primitive.elementId, primitive.rect());
     }
 }
 
-void NameLayer::paintName(QPainter& painter, ZelGraphicsScene& scene, const Name& name, const QRectF& site) const
+void NameLayer::paintName(QPainter& painter, ZelGraphicsScene& scene, int id, const QRectF& area)
 {
-    const std::optional<QColor> fill = shownFill(scene, outlineOf(scene, name.site));
+    const QRectF site = view()->viewportTransform().mapRect(area);
+    const Name& name = nameOf(id);
+    if (name.texts[1].isEmpty() || site.width() < name.widths[1] + 2 * NameMargin)
+        return;
+    const std::optional<QColor> fill = shownFill(scene, outlineOf(scene, id));
     if (!fill)
         return;
-    std::vector<QRectF> labels = labelsIn(scene, name.area);
+    std::vector<QRectF> labels = labelsIn(scene, area);
     for (QRectF& label : labels)
-        label = withoutLeading(view()->viewportTransform().mapRect(label));
+        label = view()->viewportTransform().mapRect(label);
     const int which = site.width() >= name.widths[0] + 2 * NameMargin ? 0 : 1;
     const std::optional<QRectF> place = placeOf({name.widths[which], m_height}, site, labels);
     if (!place)

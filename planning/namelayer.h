@@ -4,8 +4,8 @@
 #include "graphics/zelviewlayer.h"
 
 #include <QFont>
+#include <QHash>
 #include <QRectF>
-#include <QSizeF>
 #include <QString>
 
 #include <vector>
@@ -15,11 +15,12 @@ class zelchipengine;
 namespace mirn::zelchipview {
 
 class ZelGraphicsScene;
+class ZelGraphicsView;
 
 // Writes the name of its resource on every occupied site that has room for it: the last two components of the path, or
 // the last one. A name is never cut. Where the drawing has texts of its own on the site, the name keeps off them, on a
 // plate in the site's colour, or is left out. The engine has to be a zelplanengine, else there are no names; it is
-// asked once after each refresh().
+// asked only for elements in sight that are large enough for a name, once after each refresh().
 class ZELCHIPGUI_EXPORT NameLayer final : public ZelViewLayer
 {
     Q_OBJECT
@@ -35,24 +36,25 @@ public:
 private:
     struct Name
     {
-        int site; // element id
-        QRectF area; // of the site, in scene coordinates
-        QString texts[2]; // the longer one first
+        QString texts[2]; // the longer one first; empty if the site is free
         double widths[2]; // pixels
     };
 
     void collect(ZelGraphicsScene& scene);
-    void measure(const QFont& font);
-    [[nodiscard]] bool hasRoomForAny(double scale) const;
-    void paintName(QPainter& painter, ZelGraphicsScene& scene, const Name& name, const QRectF& site) const;
+    void measure();
+    [[nodiscard]] const std::vector<int>& sitesIn(ZelGraphicsScene& scene, const QRectF& area, double lowest);
+    [[nodiscard]] const Name& nameOf(int site);
+    [[nodiscard]] double widthOf(const QString& text);
+    void paintName(QPainter& painter, ZelGraphicsScene& scene, int site, const QRectF& area);
 
     zelchipengine& m_engine;
-    std::vector<Name> m_names;
-    bool m_areCollected = false;
+    std::vector<int> m_sites; // the display list's places of all elements that may be sites, the highest first
+    unsigned m_listVersion = 0; // of the display list that they were collected from; 0 if they were not
+    std::vector<int> m_found;
+    QHash<int, Name> m_names; // by element id: those asked for since the last refresh
     QFont m_font; // that the widths are measured in
     double m_height = 0; // of a name, in pixels
-    double m_narrowest = 0; // of all names, in pixels
-    QSizeF m_largest; // width and height of the widest and the highest site, in scene units
+    QHash<QString, double> m_widths; // by text, in pixels
 };
 
 } // namespace mirn::zelchipview

@@ -41,6 +41,8 @@ const std::vector<Target>& targets()
         {"  the same, many states, at 30x", "pictures", "states at 30x", "", Unit::Count, 0, 0},
         {"full repaint at fit, planning aids off / without", "full repaint, aids off", "", "plain full repaint",
             Unit::Ratio, 1.02, 1.02},
+        {"full repaint at fit, names that have no room / without", "full repaint, names without room", "",
+            "plain full repaint", Unit::Ratio, 1.02, 1.02},
         {"pan with as many connections / without", "pan, all connections", "", "plain pan", Unit::Ratio, 1.2, 1.2},
         {"click with as many connections / without", "click, all connections", "", "plain click", Unit::Ratio, 1.2,
             1.2},

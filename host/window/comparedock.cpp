@@ -148,8 +148,12 @@ void CompareDock::compareWith(const Other& other)
 void CompareDock::refresh()
 {
     const DrawingArea* area = m_area();
-    if (!area || !isVisible())
+    if (!area)
         return;
+    if (!isVisible()) {
+        setCount(0); // nothing is compared, and a tab must not show the count of before
+        return;
+    }
     const DesignEditor& editor = area->session().editor();
     if (m_editor != &editor) { // another project
         m_other = {};

@@ -59,7 +59,7 @@ void ProblemsDock::refresh()
     const DrawingArea* area = m_area();
     if (!area)
         return;
-    const std::vector<zelengine::Problem> problems = area->session().editor().engine().problems();
+    const std::vector<zelengine::Problem>& problems = area->session().editor().engine().problems();
     const int count = static_cast<int>(problems.size());
     const int errors = static_cast<int>(std::count_if(problems.begin(), problems.end(), &isErrorProblem));
     setCount(count);

@@ -517,6 +517,11 @@ private Q_SLOTS:
         used.files.project.write("two/placement.tcl", "zel_resource reset -ip top/x\n");
         used.run("zel_project refresh");
         QCOMPARE(list->topLevelItemCount(), 0);
+        choose("The &Saved One");
+        QCOMPARE(list->parentWidget()->windowTitle(), "Comparison (1)");
+        list->parentWidget()->hide();
+        used.run("undo");
+        QTRY_COMPARE(list->parentWidget()->windowTitle(), "Comparison");
     }
 };
 
