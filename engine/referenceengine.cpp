@@ -76,6 +76,12 @@ std::unique_ptr<ReferenceEngine> ReferenceEngine::forDrawing(const QString& draw
         new ReferenceEngine(std::move(project), std::move(device), Design())); // private constructor
 }
 
+std::unique_ptr<ReferenceEngine> ReferenceEngine::copyWith(Design design) const
+{
+    return std::unique_ptr<ReferenceEngine>(
+        new ReferenceEngine(m_project, m_device, std::move(design))); // private constructor
+}
+
 ReferenceEngine::ReferenceEngine(Project project, Device device, Design design)
     : m_project(std::move(project))
     , m_device(std::move(device))
@@ -127,6 +133,25 @@ Refusal ReferenceEngine::restore(const QString& resource)
     m_design.restore(m_design.findRemoved(resource));
     designChanged();
     return {};
+}
+
+LockProposal ReferenceEngine::proposeLock(const QString& resource) const
+{
+    const int index = m_design.find(resource);
+    return index < 0 ? LockProposal{{}, noSuchResource(resource)} : lockrules::proposeLock(m_device, m_design, index);
+}
+
+LockProposal ReferenceEngine::proposeUnlock(const QString& resource) const
+{
+    const int index = m_design.find(resource);
+    return index < 0 ? LockProposal{{}, noSuchResource(resource)} : lockrules::proposeUnlock(m_device, m_design, index);
+}
+
+void ReferenceEngine::setLocked(const std::vector<int>& resources, bool isLocked)
+{
+    for (int resource : resources)
+        m_design.setLocked(resource, isLocked);
+    m_isChanged = true;
 }
 
 // All parts leave their sites first, because the parts of an IP may swap sites.
@@ -300,6 +325,32 @@ std::vector<int> ReferenceEngine::sitesFor(const std::string* rsc)
 {
     const int index = m_design.find(fromEngineText(*rsc));
     return index < 0 ? std::vector<int>() : rules().sitesFor(index);
+}
+
+std::vector<zelsite> ReferenceEngine::sites()
+{
+    std::vector<zelsite> result;
+    for (const Site& site : m_device.sites())
+        result.push_back({site.id, toEngineText(site.name), toEngineText(m_device.kindOf(site).title)});
+    return result;
+}
+
+std::vector<int> ReferenceEngine::sitesOfKind(const std::string* rsc)
+{
+    std::vector<int> result;
+    const int index = m_design.find(fromEngineText(*rsc));
+    if (index < 0 || m_design.resource(index).type == ResourceType::Folder)
+        return result;
+    for (const Site* site : m_device.sitesAccepting(m_design.resource(index).type))
+        result.push_back(site->id);
+    return result;
+}
+
+std::string ReferenceEngine::refusalToPlace(const std::string* rsc)
+{
+    const QString name = fromEngineText(*rsc);
+    const int index = m_design.find(name);
+    return toEngineText(index < 0 ? noSuchResource(name) : rules().refusalToPlace(index).sentence());
 }
 
 std::vector<zelplacement> ReferenceEngine::placementsOf(const std::string* rsc, const std::string* site)

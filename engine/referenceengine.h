@@ -7,6 +7,7 @@
 #include "engine/project.h"
 #include "engine/resourcetree.h"
 #include "engine/rules/designcheck.h"
+#include "engine/rules/lockrules.h"
 #include "engine/rules/placementrules.h"
 #include "engine/rules/settingstore.h"
 #include "platform/contract/zelchipengine.h"
@@ -36,6 +37,9 @@ public:
     // Returns an engine for a drawing without device and design: nothing can be placed.
     [[nodiscard]] static std::unique_ptr<ReferenceEngine> forDrawing(const QString& drawingFile);
 
+    // Returns an engine for the same project and device with a state of the same design and no changed settings.
+    [[nodiscard]] std::unique_ptr<ReferenceEngine> copyWith(Design design) const;
+
     ~ReferenceEngine() override;
 
     // Sets the filter file that chip() names, for a host whose device has none.
@@ -59,6 +63,11 @@ public:
     Refusal reset(const QString& resource);
     Refusal remove(const QString& resource);
     Refusal restore(const QString& resource); // undoes a removal; only fixed placements come back
+    // What would be locked or unlocked: the resource and everything below it.
+    [[nodiscard]] LockProposal proposeLock(const QString& resource) const;
+    [[nodiscard]] LockProposal proposeUnlock(const QString& resource) const;
+    // Sets or takes off the locks of placed resources without asking the rules.
+    void setLocked(const std::vector<int>& resources, bool isLocked);
     // Sets placements of an earlier or later state without asking the rules.
     void setSites(const std::vector<Placement>& placements);
 
@@ -115,6 +124,9 @@ public:
 
     [[nodiscard]] std::vector<zelconnection> connections() override;
     [[nodiscard]] std::vector<int> sitesFor(const std::string* rsc) override;
+    [[nodiscard]] std::vector<zelsite> sites() override;
+    [[nodiscard]] std::vector<int> sitesOfKind(const std::string* rsc) override;
+    [[nodiscard]] std::string refusalToPlace(const std::string* rsc) override;
     [[nodiscard]] std::vector<zelplacement> placementsOf(const std::string* rsc, const std::string* site) override;
     [[nodiscard]] std::string occupant(const std::string* site) override;
     [[nodiscard]] int siteOf(const std::string* rsc) override;

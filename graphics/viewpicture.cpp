@@ -109,7 +109,7 @@ bool ViewPicture::canPaintOn(const QPainter& painter) const
         && background.style() == Qt::SolidPattern;
 }
 
-void ViewPicture::paint(QPainter& painter, const ViewCanvas::Background& drawBackground)
+void ViewPicture::paint(QPainter& painter, const QRegion& exposed, const ViewCanvas::Background& drawBackground)
 {
     DisplayList& list = m_scene->elements().displayList();
     if (!m_canvas)
@@ -129,7 +129,10 @@ void ViewPicture::paint(QPainter& painter, const ViewCanvas::Background& drawBac
     scene.drawBackground = drawBackground;
     scene.isScaled = ratio != 1.0 || !start.isNull();
     m_canvas->update(scene);
-    m_canvas->drawOn(painter, -start / ratio, ratio);
+    if (scene.isScaled)
+        m_canvas->drawOn(painter, -start / ratio, ratio);
+    else
+        m_canvas->drawParts(painter, exposed);
     painter.setWorldTransform(m_view.viewportTransform());
 }
 

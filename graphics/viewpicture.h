@@ -40,8 +40,9 @@ public:
     // its device is scaled evenly and not rotated, and the viewport has an opaque background of one colour.
     [[nodiscard]] bool canPaintOn(const QPainter& painter) const;
 
-    // Brings the picture up to date and draws it. The painter is left with the scene's transform.
-    void paint(QPainter& painter, const ViewCanvas::Background& drawBackground);
+    // Brings the picture up to date and draws at least the exposed parts of the viewport. The painter is left with the
+    // scene's transform.
+    void paint(QPainter& painter, const QRegion& exposed, const ViewCanvas::Background& drawBackground);
 
 private:
     QGraphicsView& m_view;

@@ -335,7 +335,8 @@ void ZelGraphicsView::paintEvent(QPaintEvent* event)
     elements.synchroniseShown();
     QPainter painter(viewport());
     if (m_parts->picture.canPaintOn(painter)) {
-        m_parts->picture.paint(painter, [this](QPainter& on, const QRectF& area) { drawBackground(&on, area); });
+        m_parts->picture.paint(
+            painter, event->region(), [this](QPainter& on, const QRectF& area) { drawBackground(&on, area); });
         drawForeground(&painter, mapToScene(viewport()->rect()).boundingRect());
         paintLayers(painter, event->rect());
         return;

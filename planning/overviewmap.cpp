@@ -140,7 +140,8 @@ void OverviewMap::followDrag(const QEvent& event)
 {
     const bool isDragging = event.type() == QEvent::DragEnter || event.type() == QEvent::DragMove;
     const QRect around = m_parts->place.adjusted(-DragDistance, -DragDistance, DragDistance, DragDistance);
-    m_parts->isUnderDrag = isDragging && around.contains(dropPosition(static_cast<const QDropEvent&>(event)));
+    m_parts->isUnderDrag = isDragging && !m_parts->place.isEmpty()
+        && around.contains(dropPosition(static_cast<const QDropEvent&>(event)));
     showOrHide();
 }
 

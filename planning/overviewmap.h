@@ -35,6 +35,7 @@ public:
     // Does at once what would be done later: for a picture of the window.
     void settle();
 
+    // Watches the viewport and what else lies on it.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:

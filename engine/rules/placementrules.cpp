@@ -3,6 +3,7 @@
 
 #include "engine/model/design.h"
 #include "engine/model/device.h"
+#include "engine/rules/lockrules.h"
 
 #include <algorithm>
 #include <utility>
@@ -23,9 +24,10 @@ Proposal refused(Refusal refusal)
 
 } // namespace
 
-PlacementRules::PlacementRules(const Device& device, const Design& design)
+PlacementRules::PlacementRules(const Device& device, const Design& design, Rules inForce)
     : m_device(device)
     , m_design(design)
+    , m_inForce(inForce)
 { }
 
 Proposal PlacementRules::propose(int index, int siteId) const
@@ -34,7 +36,7 @@ Proposal PlacementRules::propose(int index, int siteId) const
     if (!site)
         return refused(QStringLiteral("there is no site %1").arg(siteId));
     const Resource& resource = m_design.resource(index);
-    Refusal refusal = refusalBySite(resource, *site);
+    Refusal refusal = refusalBySite(index, *site);
     if (!refusal.isEmpty())
         return refused(std::move(refusal));
     if (resource.type == ResourceType::Ip)
@@ -80,8 +82,8 @@ Refusal PlacementRules::refusalToMove(const std::vector<Placement>& moves) const
     Design after = m_design;
     for (const Placement& move : moves) {
         const Resource& resource = m_design.resource(move.resource);
-        if (resource.fixed)
-            return QStringLiteral("%1 is fixed on %2").arg(resource.path, m_device.site(resource.site)->name);
+        if (resource.isHeld())
+            return lockrules::refusalToLeave(m_device, resource);
         after.setSite(move.resource, -1);
     }
     const PlacementRules rules(m_device, after);
@@ -97,29 +99,37 @@ Refusal PlacementRules::refusalToMove(const std::vector<Placement>& moves) const
 Proposal PlacementRules::proposeReset(int resource) const
 {
     Proposal proposal;
-    int fixed = -1;
+    int held = -1;
     for (int index : m_design.subtree(resource)) {
         const Resource& part = m_design.resource(index);
-        if (part.fixed)
-            fixed = index;
-        else if (part.site >= 0)
+        if (part.site >= 0 && !part.isHeld())
             proposal.placements.push_back({index, -1});
+        else if (part.locked || (part.fixed && held < 0)) // a lock is told first, because it can be taken off
+            held = index;
     }
     if (!proposal.placements.empty())
         return proposal;
-    if (fixed < 0)
-        return refused(QStringLiteral("%1 is not placed").arg(m_design.resource(resource).path));
-    return refused(QStringLiteral("%1 is fixed on %2")
-                       .arg(m_design.resource(fixed).path, m_device.site(m_design.resource(fixed).site)->name));
+    return refused(held < 0 ? QStringLiteral("%1 is not placed").arg(m_design.resource(resource).path)
+                            : lockrules::refusalToLeave(m_device, m_design.resource(held)));
+}
+
+Refusal PlacementRules::refusalToPlace(int index) const
+{
+    const Resource& resource = m_design.resource(index);
+    if (resource.isHeld())
+        return lockrules::refusalToLeave(m_device, resource);
+    if (resource.type == ResourceType::Folder)
+        return QStringLiteral("%1 only groups others and cannot be placed itself").arg(resource.path);
+    return {};
 }
 
 // Applies the rules that hold for every type of resource.
-Refusal PlacementRules::refusalBySite(const Resource& resource, const Site& site) const
+Refusal PlacementRules::refusalBySite(int index, const Site& site) const
 {
-    if (resource.fixed)
-        return QStringLiteral("%1 is fixed on %2").arg(resource.path, m_device.site(resource.site)->name);
-    if (resource.type == ResourceType::Folder)
-        return QStringLiteral("%1 only groups others and cannot be placed itself").arg(resource.path);
+    Refusal refusal = refusalToPlace(index);
+    if (!refusal.isEmpty())
+        return refusal;
+    const Resource& resource = m_design.resource(index);
     if (!m_device.accepts(site, resource.type))
         return QStringLiteral("%1 (%2) does not take resources of type %3")
             .arg(site.name, m_device.kindOf(site).title, resourceTypeName(resource.type));
@@ -137,7 +147,9 @@ Refusal PlacementRules::refusalByChannels(int channel, const Site& site) const
     if (ip < 0)
         return {};
     for (int other : m_design.partsOf(ip, ResourceType::DcuChannel)) {
-        Refusal refusal = other == channel ? Refusal() : refusalByChannel(other, site.group);
+        Refusal refusal = other == channel || !m_inForce.testFlag(ChannelsTogether)
+            ? Refusal()
+            : refusalByChannel(other, site.group);
         if (!refusal.isEmpty())
             return refusal;
     }
@@ -158,10 +170,10 @@ Refusal PlacementRules::refusalByChannel(int channel, const QString& unit) const
 Refusal PlacementRules::refusalByServedUnits(int clock, const Site& site) const
 {
     const bool isInUnit = !site.group.isEmpty() && !site.reaches.isEmpty();
-    if (isInUnit && !m_design.isFeeder(clock))
+    if (isInUnit && !m_design.isFeeder(clock) && m_inForce.testFlag(NoIdleClocks))
         return QStringLiteral("%1 serves only %2, where %3 feeds nothing")
             .arg(site.name, site.group, m_design.resource(clock).path);
-    const std::vector<int> ips = m_design.fedBy(clock);
+    const std::vector<int> ips = m_inForce.testFlag(Reach) ? m_design.fedBy(clock) : std::vector<int>();
     if (site.reaches.isEmpty() && !ips.empty())
         return refusalToServe(clock, ips.front(), site);
     for (int ip : ips) {
@@ -192,7 +204,7 @@ Refusal PlacementRules::refusalByServedChannel(int channel, const Site& clockSit
 
 Refusal PlacementRules::refusalBySupplies(const Resource& supply, const Site& site) const
 {
-    if (supply.voltage.isEmpty() || site.group.isEmpty())
+    if (supply.voltage.isEmpty() || site.group.isEmpty() || !m_inForce.testFlag(Voltages))
         return {};
     for (const Site* other : m_device.sitesOfGroup(site.group)) {
         const int occupant = m_design.occupant(other->id);
@@ -220,7 +232,7 @@ Refusal PlacementRules::refusalByClocks(int ip, const QString& unit) const
 {
     for (int clock : m_design.clocksOf(ip)) {
         const Site* site = m_device.site(m_design.resource(clock).site);
-        if (site && !site->reaches.contains(unit))
+        if (site && m_inForce.testFlag(Reach) && !site->reaches.contains(unit))
             return {QStringLiteral("%1 on %2 does not reach %3").arg(m_design.resource(clock).path, site->name, unit),
                 clock};
     }
@@ -304,11 +316,17 @@ Refusal PlacementRules::refusalOfPair(int index, int other) const
 Proposal PlacementRules::proposeIp(int ip, const Site& site) const
 {
     std::vector<int> channels;
+    Refusal refusalByLock;
     for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
-        if (!m_design.resource(channel).fixed)
+        const Resource& part = m_design.resource(channel);
+        if (!part.isHeld())
             channels.push_back(channel);
+        else if (part.locked)
+            refusalByLock = lockrules::refusalToLeave(m_device, part);
     }
     const QString& path = m_design.resource(ip).path;
+    if (channels.empty() && !refusalByLock.isEmpty())
+        return refused(std::move(refusalByLock));
     if (channels.empty())
         return refused(QStringLiteral("%1 has no channel that could be moved").arg(path));
     if (site.group.isEmpty())
@@ -354,13 +372,15 @@ Proposal PlacementRules::fillUnits(int ip, const std::vector<int>& channels, con
                                                     : QStringLiteral("%1 are").arg(proposal.placements.size()),
                     units.size() == 1 ? units.front() : units.front() + QStringLiteral(" and ") + units.back()));
     for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
-        const Site* fixed = m_device.site(m_design.resource(channel).site);
-        if (!m_design.resource(channel).fixed || !fixed)
+        const Resource& part = m_design.resource(channel);
+        const Site* kept = m_device.site(part.site);
+        if (!part.isHeld() || !kept)
             continue;
+        const QString sentence = part.fixed ? QStringLiteral("%1 is fixed in %2, which is not next to %3")
+                                            : QStringLiteral("%1 is locked in %2, which is not next to %3");
         for (const QString& unit : units) {
-            if (!areNeighbours(fixed->group, unit))
-                return refused(QStringLiteral("%1 is fixed in %2, which is not next to %3")
-                                   .arg(m_design.resource(channel).path, fixed->group, unit));
+            if (!areNeighbours(kept->group, unit))
+                return refused(sentence.arg(part.path, kept->group, unit));
         }
     }
     return proposal;

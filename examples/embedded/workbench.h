@@ -7,6 +7,7 @@
 
 class QListWidget;
 class QPlainTextEdit;
+class QToolBar;
 
 namespace mirn::zelchipview {
 class PlanAids;
@@ -32,6 +33,7 @@ private:
     void addTabs();
     void addDocks();
     void addTools();
+    void addPlanningAids();
     void answer(const QString& command, int& ret, QString& result);
     void refresh();
 
@@ -40,4 +42,5 @@ private:
     mirn::zelchipview::PlanAids* m_aids = nullptr; // owned by the chip view
     QListWidget* m_unplaced; // owned by a dock
     QPlainTextEdit* m_log; // owned by a dock
+    QToolBar* m_tools; // owned by the window
 };

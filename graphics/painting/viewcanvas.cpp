@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
 namespace mirn::zelchipview {
@@ -98,25 +99,44 @@ ViewCanvas::Work ViewCanvas::updateSome(const Scene& scene, const QDeadlineTimer
     return m_dirty.empty() ? Work::Done : Work::Left;
 }
 
+// The picture wraps around, so up to four pieces of the image make it up.
+std::vector<ViewCanvas::Piece> ViewCanvas::pieces() const
+{
+    const int right = m_picture.width() - m_origin.x();
+    const int bottom = m_picture.height() - m_origin.y();
+    const Piece all[]
+        = {{QRect(m_origin, QSize(right, bottom)), {0, 0}}, {QRect(0, m_origin.y(), m_origin.x(), bottom), {right, 0}},
+            {QRect(m_origin.x(), 0, right, m_origin.y()), {0, bottom}},
+            {QRect(QPoint(), QSize(m_origin.x(), m_origin.y())), {right, bottom}}};
+    std::vector<Piece> shown;
+    std::copy_if(std::begin(all), std::end(all), std::back_inserter(shown),
+        [](const Piece& piece) { return !piece.source.isEmpty(); });
+    return shown;
+}
+
 void ViewCanvas::drawOn(QPainter& painter, const QPointF& position, qreal ratio) const
 {
-    const int width = m_picture.width();
-    const int height = m_picture.height();
     // This image shares the pixels; changing the device pixel ratio of a copy would copy them.
-    QImage picture(m_picture.constBits(), width, height, m_picture.bytesPerLine(), m_picture.format());
+    QImage picture(
+        m_picture.constBits(), m_picture.width(), m_picture.height(), m_picture.bytesPerLine(), m_picture.format());
     picture.setDevicePixelRatio(ratio);
     if (m_origin.isNull()) {
         painter.drawImage(position, picture);
         return;
     }
-    const int right = width - m_origin.x();
-    const int bottom = height - m_origin.y();
-    const QRect sources[] = {QRect(m_origin, QSize(right, bottom)), QRect(0, m_origin.y(), m_origin.x(), bottom),
-        QRect(m_origin.x(), 0, right, m_origin.y()), QRect(QPoint(), QSize(m_origin.x(), m_origin.y()))};
-    const QPointF targets[] = {{0, 0}, QPointF(right, 0), QPointF(0, bottom), QPointF(right, bottom)};
-    for (int i = 0; i < 4; ++i) {
-        if (!sources[i].isEmpty())
-            painter.drawImage(position + targets[i], picture, sources[i]);
+    for (const Piece& piece : pieces())
+        painter.drawImage(position + piece.target, picture, piece.source);
+}
+
+void ViewCanvas::drawParts(QPainter& painter, const QRegion& parts) const
+{
+    for (const Piece& piece : pieces()) {
+        for (const QRect& part : parts) {
+            const QRect target = part & QRect(piece.target, piece.source.size());
+            if (!target.isEmpty())
+                painter.drawImage(
+                    target.topLeft(), m_picture, target.translated(piece.source.topLeft() - piece.target));
+        }
     }
 }
 

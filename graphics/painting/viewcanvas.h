@@ -9,6 +9,7 @@
 #include <QFont>
 #include <QImage>
 #include <QList>
+#include <QRegion>
 #include <QTransform>
 
 #include <functional>
@@ -63,7 +64,17 @@ public:
     // Draws the picture with its top left corner at `position`; a unit of the painter is `ratio` pixels of the picture.
     void drawOn(QPainter& painter, const QPointF& position, qreal ratio) const;
 
+    // Draws parts of the picture, in its pixels, whose unit is that of the painter, at the painter's origin. Where only
+    // narrow parts show this is quicker, because QPainter would clip the whole picture row by row.
+    void drawParts(QPainter& painter, const QRegion& parts) const;
+
 private:
+    struct Piece
+    {
+        QRect source; // in m_picture
+        QPoint target; // in the picture
+    };
+    [[nodiscard]] std::vector<Piece> pieces() const;
     [[nodiscard]] bool differsOnlyByScroll(const Scene& scene) const;
     bool scroll(const Scene& scene);
     [[nodiscard]] std::vector<QRect> edgeStripsFor(QPoint way) const;

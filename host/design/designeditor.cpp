@@ -50,6 +50,8 @@ struct DesignEditor::Change
     // When a branch is removed, these hold only what the engine does not restore together with it.
     std::vector<Placement> sitesBefore;
     std::vector<Placement> sitesAfter; // for the same resources, in the same order
+    std::vector<int> lockedBefore; // the resources that are not locked afterwards
+    std::vector<int> lockedAfter; // the resources that were not locked before
     std::vector<Parameter> parameters;
     int settingsSite = -1; // the site that carries the settings; -1 if none change
     zelengine::SiteSettingChanges settingsBefore;
@@ -187,6 +189,8 @@ Refusal DesignEditor::remove(const QString& resource)
             change.sitesBefore.push_back({index, part.site});
             change.sitesAfter.push_back({index, -1});
         }
+        if (part.locked)
+            change.lockedBefore.push_back(index);
         for (const zelengine::ResourceParameter& parameter : zelengine::parametersOf(part.type)) {
             const QString value = design.parameter(index, parameter.key);
             const QString original = design.originalParameter(index, parameter.key);
@@ -207,6 +211,28 @@ Refusal DesignEditor::restore(const QString& resource)
     change.branch = Change::Branch::ComesBack;
     change.branchPath = resource;
     return commit(change, {designcommands::restore(resource)});
+}
+
+Refusal DesignEditor::lock(const QString& resource)
+{
+    zelengine::LockProposal proposal = m_engine.proposeLock(resource);
+    if (!proposal.isAllowed())
+        return proposal.refusal;
+    Change change;
+    change.text = tr("Lock %1").arg(resource);
+    change.lockedAfter = std::move(proposal.resources);
+    return commit(change, {designcommands::lock(resource)});
+}
+
+Refusal DesignEditor::unlock(const QString& resource)
+{
+    zelengine::LockProposal proposal = m_engine.proposeUnlock(resource);
+    if (!proposal.isAllowed())
+        return proposal.refusal;
+    Change change;
+    change.text = tr("Unlock %1").arg(resource);
+    change.lockedBefore = std::move(proposal.resources);
+    return commit(change, {designcommands::unlock(resource)});
 }
 
 Refusal DesignEditor::configure(const QString& resource, const QString& key, const QString& value)
@@ -286,13 +312,17 @@ void DesignEditor::apply(const Change& change, bool isForward)
     }
     if (change.restores(isForward))
         (void)m_engine.restore(change.branchPath);
+    m_engine.setLocked(isForward ? change.lockedBefore : change.lockedAfter, false);
     m_engine.setSites(isForward ? change.sitesAfter : change.sitesBefore);
+    m_engine.setLocked(isForward ? change.lockedAfter : change.lockedBefore, true);
     for (const Change::Parameter& parameter : change.parameters)
         m_engine.setParameter(parameter.resource, parameter.key, isForward ? parameter.after : parameter.before);
     if (change.settingsSite >= 0)
         m_engine.setSettingChanges(change.settingsSite, isForward ? change.settingsAfter : change.settingsBefore);
 }
 
+// What is locked can neither be taken off its site nor be locked before it is placed. Therefore locks are taken off
+// first and set last.
 QStringList DesignEditor::commandsFor(const Change& change, bool isForward) const
 {
     if (change.removes(isForward))
@@ -300,6 +330,9 @@ QStringList DesignEditor::commandsFor(const Change& change, bool isForward) cons
     QStringList commands;
     if (change.restores(isForward))
         commands.append(designcommands::restore(change.branchPath));
+    else
+        for (int resource : isForward ? change.lockedBefore : change.lockedAfter)
+            commands.append(designcommands::unlock(path(resource)));
     std::vector<designcommands::Move> moves;
     for (std::size_t i = 0; i < change.sitesBefore.size(); ++i) {
         designcommands::Move move{
@@ -313,6 +346,8 @@ QStringList DesignEditor::commandsFor(const Change& change, bool isForward) cons
     for (const Change::Parameter& parameter : change.parameters)
         commands.append(designcommands::configure(
             path(parameter.resource), parameter.key, isForward ? parameter.after : parameter.before));
+    for (int resource : isForward ? change.lockedAfter : change.lockedBefore)
+        commands.append(designcommands::lock(path(resource)));
     if (change.settingsSite < 0)
         return commands;
     const zelengine::SettingChanges before{{change.settingsSite, change.settingsBefore}};

@@ -44,6 +44,10 @@ public:
     // nothing to say.
     [[nodiscard]] QStringList recover(const TclInterpreter::Command& command);
 
+    // Carries out the commands of a placement file as recover() does, but writes nothing and has no journal: for an
+    // editor whose engine is a copy. Returns an empty text, or what is wrong with the first line that is not accepted.
+    [[nodiscard]] QString read(const TclInterpreter::Command& command, const QString& fileName);
+
     zelengine::Refusal place(const QString& resource, int site);
     zelengine::Refusal reset(const QString& resource);
     // Changes the places of several resources in one step, which either happens as a whole or is refused. `text` names
@@ -52,6 +56,9 @@ public:
     zelengine::Refusal move(const QString& text, const std::vector<zelengine::Placement>& placements);
     zelengine::Refusal remove(const QString& resource);
     zelengine::Refusal restore(const QString& resource);
+    // Keep a resource, and everything below it that is placed, on its site, and let it go again.
+    zelengine::Refusal lock(const QString& resource);
+    zelengine::Refusal unlock(const QString& resource);
     zelengine::Refusal configure(const QString& resource, const QString& key, const QString& value);
     zelengine::Refusal setSetting(int site, const QString& key, const QString& value);
 
@@ -87,6 +94,8 @@ public:
     // Meant for its signals and texts; change it through undo() and redo() only.
     [[nodiscard]] const QUndoStack& undoStack() const { return m_undoStack; }
     [[nodiscard]] const zelengine::ReferenceEngine& engine() const { return m_engine; }
+    // The design as its file has it, without any change.
+    [[nodiscard]] const zelengine::Design& pristine() const { return m_pristine; }
     [[nodiscard]] QString placementFile() const;
     [[nodiscard]] const QString& journalFile() const { return m_journal.fileName(); }
 

@@ -19,6 +19,7 @@ class ZelTree;
 namespace mirn::zelchip {
 
 class DrawingFit;
+class LockMarks;
 class FindBox;
 class ProjectSession;
 class RowKeeper;
@@ -96,6 +97,7 @@ private:
     ViewHistory* m_history;
     zelchipview::OverviewMap* m_overview; // child of the viewport
     RowKeeper* m_rows; // child of the tree
+    LockMarks* m_locks; // child of the graphics view
 };
 
 } // namespace mirn::zelchip

@@ -73,6 +73,9 @@ void HostActions::createActions(QMainWindow* window)
     showHistory({}, {});
     find = newAction(window, tr("&Find Resource"), QKeySequence::Find);
     placeOn = newAction(window, tr("&Place on..."), Qt::CTRL | Qt::Key_P);
+    placeRest = newAction(window, tr("Place the &Rest"), Qt::CTRL | Qt::SHIFT | Qt::Key_P);
+    lock = newAction(window, tr("&Lock"), Qt::CTRL | Qt::Key_L);
+    unlock = newAction(window, tr("Unl&ock"), Qt::CTRL | Qt::SHIFT | Qt::Key_L);
     saveSnapshot = newAction(window, tr("Save S&napshot..."), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     quit = newAction(window, tr("&Quit"), QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
@@ -109,13 +112,14 @@ void HostActions::fillMenus(QMainWindow* window)
     openRecent = file->addMenu(tr("Open &Recent"));
     file->addSeparator();
     file->addActions({save, saveSnapshot});
+    comparePlacement = file->addMenu(tr("&Compare Placement With"));
     file->addSeparator();
     file->addAction(quit);
 
     QMenu* edit = window->menuBar()->addMenu(tr("&Edit"));
     edit->addActions({undo, redo});
     edit->addSeparator();
-    edit->addActions({find, placeOn});
+    edit->addActions({find, placeOn, placeRest, lock, unlock});
 
     m_viewMenu = window->menuBar()->addMenu(tr("&View"));
     m_endOfModesInMenu = m_viewMenu->addSeparator();

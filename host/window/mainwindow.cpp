@@ -15,22 +15,26 @@
 #include "host/dialogs/projectnotice.h"
 #include "host/drawing/snapshot.h"
 #include "host/drawing/viewprobe.h"
-#include "host/gestures/dragreason.h"
 #include "host/gestures/viewhistory.h"
 #include "host/memory/recentprojects.h"
 #include "host/memory/windowmemory.h"
 #include "host/project/projectsession.h"
 #include "host/project/projecttcl.h"
+#include "planning/siteplaces.h"
 #include "host/widgets/chipstatusbar.h"
 #include "host/widgets/findbox.h"
 #include "host/widgets/loadprogress.h"
-#include "host/widgets/pointernote.h"
+#include "host/window/autoplace.h"
 #include "host/window/busyscript.h"
+#include "host/window/comparedock.h"
 #include "host/window/drawingarea.h"
 #include "host/window/keyboardaccess.h"
+#include "host/window/lockactions.h"
 #include "host/window/planningmenu.h"
 #include "host/window/problemsdock.h"
+#include "planning/dragreason.h"
 #include "planning/overviewmap.h"
+#include "planning/pointernote.h"
 #include "resources/zeltree.h"
 
 #include <QAction>
@@ -44,6 +48,7 @@
 
 namespace mirn::zelchip {
 
+using zelchipview::DragReason;
 using zelchipview::ZelChipGUI;
 
 namespace {
@@ -58,8 +63,9 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_busyScript(new BusyScript(m_shell, this))
     , m_console(new ConsoleDock(this))
     , m_problems(new ProblemsDock(this, m_console, [this] { return m_drawingArea.get(); }))
+    , m_compare(new CompareDock(this, m_console, [this] { return m_drawingArea.get(); }))
     , m_statusBar(new ChipStatusBar(this))
-    , m_dragNote(new PointerNote(this))
+    , m_dragNote(new zelchipview::PointerNote(this))
     , m_planning(new PlanningMenu(this))
     , m_notice(new ProjectNotice(this))
     , m_memory(new WindowMemory(this, m_console, m_actions.openRecent))
@@ -189,7 +195,7 @@ void MainWindow::connectShell()
 void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
 {
     replaceDrawingArea(std::move(session));
-    m_shell.setEditor(editor());
+    m_shell.setEditor(editor(), [this] { return [this](int site) { return middleOf(*scene(), site); }; });
     setCentralWidget(m_drawingArea->chipView());
     // Qt would show it later, and until then the console would grow into the gap.
     m_drawingArea->chipView()->show();
@@ -268,7 +274,9 @@ void MainWindow::showSummary()
 void MainWindow::connectConsole()
 {
     m_actions.addToggles(m_planning->menuActions());
-    m_actions.addToggles({m_actions.overview, m_console->toggleViewAction(), m_problems->toggleViewAction()});
+    m_actions.addToggles({m_actions.overview, m_console->toggleViewAction(), m_problems->toggleViewAction(),
+        m_compare->toggleViewAction()});
+    m_compare->setMenu(m_actions.comparePlacement);
     connect(m_problems, &ProblemsDock::counted, m_statusBar, &ChipStatusBar::setProblems);
     connect(m_statusBar, &ChipStatusBar::problemsRequested, m_problems, &ProblemsDock::come);
     const auto resources = [this] {
@@ -321,23 +329,30 @@ void MainWindow::connectDesign()
         reportResult(TclResult::error(reason));
         m_refresh.start(0); // the view takes the refused setting for written
     });
-    auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // owned by the view
+    auto* reason = new DragReason(graphicsView(), tree(), *m_drawingArea->session().engine()); // owned by the view
     connect(reason, &DragReason::changed, this, [this](const QString& text, QPoint position) {
         m_statusBar->showMessage(text);
         m_dragNote->showAt(text, position);
     });
     connect(reason, &DragReason::refused, this, [this](const QString& text, QPoint position) {
         m_statusBar->showMessage(text, MessageMilliseconds);
-        m_dragNote->showAt(text, position);
-        m_dragNote->fade();
+        m_dragNote->showForAWhile(text, position);
     });
-    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, m_console, m_problems); // owned by the view
+    const auto tell = [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); };
+    auto* autoPlace = new AutoPlace(*m_drawingArea); // owned by the view, as the next one
+    connect(m_actions.placeRest, &QAction::triggered, autoPlace, &AutoPlace::placeRest);
+    connect(autoPlace, &AutoPlace::told, m_statusBar, tell);
+    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, autoPlace, m_console, m_problems, m_compare);
     connect(keyboard, &KeyboardAccess::pointed, m_statusBar,
         [this](const QPointF& middle, const QString& site) { m_statusBar->showPointer(middle, site, {}); });
-    connect(keyboard, &KeyboardAccess::told, m_statusBar,
-        [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); });
+    connect(keyboard, &KeyboardAccess::told, m_statusBar, tell);
+    auto* locks = new LockActions(*m_drawingArea, m_actions.lock, m_actions.unlock, keyboard->rowMenu());
+    connect(locks, &LockActions::commandRequested, this,
+        [this](const QString& command) { m_shell.run(command, CommandShell::Origin::View); });
+    connect(locks, &LockActions::refused, m_statusBar, tell);
     showDesignState();
     m_problems->refresh();
+    m_compare->refresh();
 }
 
 void MainWindow::refreshView()
@@ -347,6 +362,7 @@ void MainWindow::refreshView()
     m_probe->refresh();
     m_planning->refresh();
     m_problems->refresh();
+    m_compare->refresh();
     showDesignState();
 }
 

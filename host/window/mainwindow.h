@@ -12,14 +12,18 @@
 
 #include <memory>
 
+namespace mirn::zelchipview {
+class PointerNote;
+}
+
 namespace mirn::zelchip {
 
 class BusyScript;
 class ChipStatusBar;
+class CompareDock;
 class DrawingArea;
 class ConsoleDock;
 class PlanningMenu;
-class PointerNote;
 class ProblemsDock;
 class ProjectNotice;
 class WindowMemory;
@@ -106,8 +110,9 @@ private:
     ConsoleDock* const m_console; // child of the window
     QTimer m_refresh; // updates the view once after a series of changes
     ProblemsDock* const m_problems; // child of the window
+    CompareDock* const m_compare; // child of the window
     ChipStatusBar* const m_statusBar; // child of the window
-    PointerNote* const m_dragNote; // child of the window
+    zelchipview::PointerNote* const m_dragNote; // child of the window
     PlanningMenu* const m_planning; // child of the window
     ProjectNotice* const m_notice; // child of the window
     WindowMemory* const m_memory; // child of the window

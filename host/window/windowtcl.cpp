@@ -7,9 +7,9 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/design/elementname.h"
 #include "host/drawing/drawingfit.h"
-#include "host/sites/siteplaces.h"
 #include "host/tcl/arguments.h"
 #include "host/window/planningmenu.h"
+#include "planning/siteplaces.h"
 
 #include <QAction>
 #include <QGraphicsItem>
@@ -63,7 +63,7 @@ TclResult where(WindowAccess& window, const Arguments& arguments)
     const NamedElement element = NamedElement::find(window.device(), text);
     if (!element.error.isEmpty())
         return TclResult::error(element.error);
-    const QGraphicsItem* item = outlineOf(*window.scene(), element.id);
+    const QGraphicsItem* item = zelchipview::outlineOf(*window.scene(), element.id);
     if (!item)
         return noSuchElement(text);
     zelchipview::ZelGraphicsView* view = window.graphicsView();
@@ -80,7 +80,7 @@ CommandHandler withElements(WindowAccess& window, void (*function)(WindowAccess&
             const NamedElement element = NamedElement::find(window.device(), text);
             if (!element.error.isEmpty())
                 return TclResult::error(element.error);
-            if (!outlineOf(*window.scene(), element.id))
+            if (!zelchipview::outlineOf(*window.scene(), element.id))
                 return noSuchElement(text);
             ids.append(element.id);
         }

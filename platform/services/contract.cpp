@@ -35,6 +35,21 @@ std::vector<int> zelplanengine::sitesFor(const std::string* /*rsc*/)
     return {};
 }
 
+std::vector<zelsite> zelplanengine::sites()
+{
+    return {};
+}
+
+std::vector<int> zelplanengine::sitesOfKind(const std::string* /*rsc*/)
+{
+    return {};
+}
+
+std::string zelplanengine::refusalToPlace(const std::string* /*rsc*/)
+{
+    return {};
+}
+
 std::vector<zelplacement> zelplanengine::placementsOf(const std::string* /*rsc*/, const std::string* /*site*/)
 {
     return {};

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "tests/engine/designstate.h"
 #include "tests/engine/openengine.h"
 #include "tests/engine/projectfolder.h"
 #include "tests/support/testmain.h"
@@ -30,8 +31,7 @@ class TestDesignCheck : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    // A state is written as placements "RESOURCE@SITE" and settings "SITE KEY=VALUE", which no rule is asked about. The
-    // problems are those that one without anything on its sites does not have.
+    // The problems are those that a state without anything on its sites does not have.
     void findsWhatIsWrong_data()
     {
         const Rows<QStringList, QStringList> row;
@@ -62,7 +62,7 @@ private Q_SLOTS:
     {
         const auto [state, expected] = row<QStringList, QStringList>();
         m_engine = openEngine(m_folder.path());
-        enter(state);
+        enterState(*m_engine, state);
         QStringList errors;
         QStringList warnings;
         for (const Problem& problem : m_engine->problems()) {
@@ -91,30 +91,11 @@ private Q_SLOTS:
         ProjectFolder folder(resources.replace("\"T\"", '"' + type + '"'));
         folder.write("device.json", smallDevice().replace("\"PLL\"]", "\"UVCCIO\"]"));
         m_engine = openEngine(folder.path());
-        enter(state.split(' ', Qt::SkipEmptyParts));
+        enterState(*m_engine, state.split(' ', Qt::SkipEmptyParts));
         QCOMPARE(text(m_engine->problems().back()), "warning: top/z is not placed" + addition + " [top/z] []");
     }
 
 private:
-    void enter(const QStringList& state)
-    {
-        std::vector<Placement> placements;
-        QHash<int, SiteSettingChanges> settings;
-        for (const QString& each : state) {
-            const QStringList placement = each.split('@');
-            const QStringList setting = each.split(' ');
-            if (placement.size() == 2)
-                placements.push_back({m_engine->design().find("top/" + placement[0]), idOf(placement[1])});
-            else
-                settings[idOf(setting[0])].insert(setting[1].section('=', 0, 0), setting[1].section('=', 1));
-        }
-        m_engine->setSites(placements);
-        for (auto it = settings.cbegin(); it != settings.cend(); ++it)
-            m_engine->setSettingChanges(it.key(), it.value());
-    }
-
-    [[nodiscard]] int idOf(const QString& site) const { return m_engine->device().site(site)->id; }
-
     const ProjectFolder m_folder{DESIGN};
     std::unique_ptr<ReferenceEngine> m_engine;
 };

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/zelgraphicsscene.h"
-#include "host/sites/siteplaces.h"
+#include "planning/siteplaces.h"
 #include "host/widgets/findbox.h"
 #include "tests/host/shownwindow.h"
 #include "tests/program/sampleproject.h"
@@ -216,10 +216,10 @@ private Q_SLOTS:
     void menuKeyOpensTheMenuOfTheRow_data()
     {
         const Rows<QString, QStringList, bool> row; // resource, entries, whether it can be placed
-        row("a folder", "gateway/clocks", {"Reset", "Delete", "Config", "", "Expand", "Collapse", "", "Place on..."},
-            false);
-        row("a placed one", "gateway/clocks/pll_ddr", {"Reset", "", "Place on..."}, true);
-        row("a free one", Video, {"Place on..."}, true);
+        row("a folder", "gateway/clocks",
+            {"Reset", "Delete", "Config", "", "Expand", "Collapse", "", "Place on...", "Lock", "Unlock"}, false);
+        row("a placed one", "gateway/clocks/pll_ddr", {"Reset", "", "Place on...", "Lock", "Unlock"}, true);
+        row("a free one", Video, {"Place on...", "Lock", "Unlock"}, true);
     }
 
     void menuKeyOpensTheMenuOfTheRow()
@@ -234,8 +234,11 @@ private Q_SLOTS:
         if (texts.value(0).isEmpty())
             texts.removeFirst(); // a separator at the top is not shown
         QCOMPARE(texts, entries);
-        QCOMPARE(menu->actions().last()->isEnabled(), isPlaceable);
-        menu->actions().last()->trigger();
+        QAction* place = menu->actions()[menu->actions().size() - 3];
+        QCOMPARE(place->isEnabled(), isPlaceable);
+        QCOMPARE(menu->actions()[menu->actions().size() - 2]->isEnabled(), resource != Video); // it is not placed
+        QVERIFY(!menu->actions().last()->isEnabled()); // nothing is locked
+        place->trigger();
         QCOMPARE(desk.list() != nullptr, isPlaceable);
         menu->close();
     }

@@ -62,9 +62,8 @@ private Q_SLOTS:
             "ChipElement ChipViewNavigator ElementIdSet ZELChipViewDatabase ZELChipViewTreeItem ZELDCUSettingDlg "
             "ZELFillableAttribute ZELGraphicItemAttribute ZELLineAttribute ZELLineItem ZELPolygonAttribute "
             "ZELPolygonItem ZELRectAttribute ZELRectItem ZELTextAttribute ZELTextItem ZelChipGUI ZelGraphicsScene "
-            "ZelGraphicsView OverviewMap PlanAids ZelViewLayer ZelResTable ZelTree ChipScene DrawingController "
-            "TreeController "
-            "SettingsController");
+            "ZelGraphicsView ZelViewLayer DragReason LockLayer OverviewMap PlaceOn PlanAids PointerNote SiteCursor "
+            "ZelResTable ::mirn::zelchipview ZelTree ChipScene DrawingController TreeController SettingsController");
     }
 
     void onlyTheInterfaceIsExported()

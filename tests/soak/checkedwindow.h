@@ -2,7 +2,8 @@
 #pragma once
 
 #include "graphics/zelgraphicitemattribute.h"
-#include "host/drawing/elementprobe.h"
+#include "planning/elementprobe.h"
+#include "planning/overviewmap.h"
 #include "platform/contract/zelgraphicrecords.h"
 #include "tests/engine/openengine.h"
 #include "tests/host/shownwindow.h"
@@ -117,7 +118,9 @@ protected:
     // Checks that the screen shows what the view keeps, what the view would paint anew, and what the items paint.
     void checkPicture()
     {
-        window->findChild<QLabel*>("pointerNote")->hide(); // it covers a part of the drawing
+        window->findChild<QLabel*>("pointerNote")->hide(); // it covers a part of the drawing, and so does the map
+        auto* map = window->findChild<OverviewMap*>();
+        map->setOn(false);
         QCoreApplication::processEvents();
         QWidget* viewport = view()->viewport();
         QWindow* handle = window->windowHandle();
@@ -137,6 +140,7 @@ protected:
         const zeltest::ItemsView items(*view());
         if (items.viewportTransform() == view()->viewportTransform())
             expect(imageOf(items.viewport()->grab()) == anew, "the view paints otherwise than its items");
+        map->setOn(true);
         window->activateWindow();
     }
 

@@ -17,7 +17,7 @@ inline constexpr int FewPaths = 7;
 inline constexpr char Script[] = R"(
 proc fact name {
     array set found [zel_resource get -ip $name]
-    return "$name=$found(id)=[lindex $found(parameters) 1]"
+    return "$name=$found(id)=$found(locked)=[lindex $found(parameters) 1]"
 }
 proc state {} {
     set facts {}
@@ -105,9 +105,11 @@ protected:
             return "zel_resource place -rsc " + path + " -id " + QByteArray::number(random.oneOf(m_plan.sites[type]));
         if (kind >= 28 && kind < 58)
             return "zel_resource "
-                + QByteArray(kind < 36 ? "reset"
-                        : kind < 46    ? "remove"
-                                       : "restore")
+                + QByteArray(kind < 34 ? "reset"
+                        : kind < 41    ? "remove"
+                        : kind < 49    ? "restore"
+                        : kind < 55    ? "lock"
+                                       : "unlock")
                 + " -ip " + path;
         if (kind >= 58 && kind < 66 && m_plan.fresh.values.contains(path))
             return "zel_resource configure -ip " + path + " -key "
