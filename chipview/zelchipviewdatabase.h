@@ -166,6 +166,10 @@ public:
     // Sends the place command. Returns the host's answer, non-zero for success. Does not refresh anything.
     int place(const QString& rsc, const QString& id);
 
+    // Sends the command that exchanges the sites of two placed resources. Returns the host's answer, non-zero for
+    // success. The view itself never sends it; aids around it do. Does not refresh anything.
+    int swap(const QString& rsc, const QString& other);
+
     // Places the tree's selected row on the element and returns what place() returns, or 0 if no row is selected.
     int drop(int id) override;
 

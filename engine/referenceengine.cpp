@@ -6,6 +6,7 @@
 #include "engine/devicereader.h"
 #include "engine/input/jsonnode.h"
 #include "engine/model/resourceparameter.h"
+#include "engine/resourcedescription.h"
 #include "engine/rules/connections.h"
 #include "engine/usagetable.h"
 #include "platform/contract/zeltext.h"
@@ -365,6 +366,17 @@ std::vector<zelplacement> ReferenceEngine::placementsOf(const std::string* rsc, 
     return result;
 }
 
+bool ReferenceEngine::maySwap(const std::string* rsc, const std::string* other, std::string* reason)
+{
+    const int index = m_design.find(fromEngineText(*rsc));
+    const int otherIndex = m_design.find(fromEngineText(*other));
+    if (index < 0 || otherIndex < 0)
+        *reason = toEngineText(noSuchResource(fromEngineText(index < 0 ? *rsc : *other)));
+    else
+        *reason = toEngineText(rules().proposeSwap(index, otherIndex).refusal.sentence());
+    return reason->empty();
+}
+
 std::string ReferenceEngine::occupant(const std::string* site)
 {
     const int index = m_design.occupant(elementId(*site));
@@ -375,6 +387,13 @@ int ReferenceEngine::siteOf(const std::string* rsc)
 {
     const int index = m_design.find(fromEngineText(*rsc));
     return index < 0 ? -1 : m_design.resource(index).site;
+}
+
+std::string ReferenceEngine::describe(const std::string* rsc)
+{
+    const int index = m_design.find(fromEngineText(*rsc));
+    return index < 0 ? std::string()
+                     : toEngineText(describeResource(m_device, m_design, problems(), index).join(QLatin1Char('\n')));
 }
 
 int ReferenceEngine::config(const std::string* name)

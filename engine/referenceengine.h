@@ -128,8 +128,10 @@ public:
     [[nodiscard]] std::vector<int> sitesOfKind(const std::string* rsc) override;
     [[nodiscard]] std::string refusalToPlace(const std::string* rsc) override;
     [[nodiscard]] std::vector<zelplacement> placementsOf(const std::string* rsc, const std::string* site) override;
+    [[nodiscard]] bool maySwap(const std::string* rsc, const std::string* other, std::string* reason) override;
     [[nodiscard]] std::string occupant(const std::string* site) override;
     [[nodiscard]] int siteOf(const std::string* rsc) override;
+    [[nodiscard]] std::string describe(const std::string* rsc) override;
 
 private:
     ReferenceEngine(Project project, Device device, Design design);

@@ -5,63 +5,40 @@
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
-#include "planning/dropposition.h"
+#include "planning/dragwatch.h"
 #include "planning/elementprobe.h"
 #include "planning/planengine.h"
 #include "platform/contract/zeltext.h"
 
-#include <QCursor>
-#include <QDragMoveEvent>
+#include <QMouseEvent>
 #include <QTreeWidget>
 
 #include <algorithm>
-#include <utility>
 
 namespace mirn::zelchipview {
 
-DragReason::DragReason(ZelGraphicsView* view, QTreeWidget* tree, zelchipengine& engine)
+DragReason::DragReason(ZelGraphicsView* view, QTreeWidget* tree, const DragWatch* watch, zelchipengine& engine)
     : QObject(view)
     , m_view(view)
-    , m_viewport(view->viewport())
     , m_tree(tree)
     , m_engine(engine)
 {
-    view->viewport()->installEventFilter(this);
+    connect(watch, &DragWatch::moved, this, &DragReason::follow);
+    connect(watch, &DragWatch::ended, this, &DragReason::end);
     tree->viewport()->installEventFilter(this);
 }
 
 bool DragReason::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_viewport)
-        watchDrawing(event);
-    else
-        watchTree(event);
+    watchTree(event);
     return QObject::eventFilter(watched, event);
 }
 
-void DragReason::watchDrawing(QEvent* event)
+void DragReason::follow(const DropPlan& plan, QPoint position)
 {
-    switch (event->type()) {
-    case QEvent::DragEnter:
+    if (!m_isDragging)
         beginDrag();
-        break;
-    case QEvent::DragMove: {
-        if (!m_isDragging)
-            beginDrag();
-        const QPoint position = dropPosition(*static_cast<QDragMoveEvent*>(event));
-        tell(reasonAt(position), m_view->viewport()->mapToGlobal(position));
-        break;
-    }
-    case QEvent::DragLeave: // also sent when a drag is cancelled, and instead of a drop that is refused
-    case QEvent::WindowBlocked: // by a dialog: the end of the drag is not reported any more
-        end(m_view->viewport()->rect().contains(m_view->viewport()->mapFromGlobal(QCursor::pos())));
-        break;
-    case QEvent::Drop:
-        end(true);
-        break;
-    default:
-        break;
-    }
+    tell(reasonFor(plan, position), plan.command, position);
 }
 
 // The tree starts no drag from a row that cannot be dragged, so nothing else would tell the user why.
@@ -102,16 +79,12 @@ std::string DragReason::draggedResource() const
     return rows.isEmpty() ? std::string() : toEngineText(rows.first()->data(0, RESOURCENAME).toString());
 }
 
-QString DragReason::reasonAt(QPoint position) const
+QString DragReason::reasonFor(const DropPlan& plan, QPoint position) const
 {
-    const ZELGraphicItemAttribute* element = elementAt(*m_view, position);
-    const std::string resource = draggedResource();
-    if (resource.empty() || !element)
+    if (plan.kind != DropPlan::Kind::Refused)
         return {};
-    if (!isSite(element->itemId))
-        return tr("%1 takes no resource").arg(describeElement(*element));
-    const std::string site = std::to_string(element->itemId);
-    return fromEngineText(m_engine.refusalReason(&resource, &site));
+    const ZELGraphicItemAttribute* element = elementAt(*m_view, m_view->viewport()->mapFromGlobal(position));
+    return element && !isSite(plan.site) ? tr("%1 takes no resource").arg(describeElement(*element)) : plan.refusal;
 }
 
 // Returns why the selected row cannot be dragged.
@@ -121,22 +94,25 @@ QString DragReason::reasonToStay() const
     return resource.empty() ? QString() : fromEngineText(planEngineOf(m_engine).refusalToPlace(&resource));
 }
 
-void DragReason::tell(const QString& reason, QPoint position)
+void DragReason::tell(const QString& reason, const QString& command, QPoint position)
 {
     m_position = position;
     const bool isNew = reason != m_reason;
     m_reason = reason;
     if (isNew || !reason.isEmpty())
         Q_EMIT changed(reason, position);
+    if (command == m_command)
+        return;
+    m_command = command;
+    Q_EMIT commandChanged(command);
 }
 
 void DragReason::end(bool isOverDrawing)
 {
-    if (!std::exchange(m_isDragging, false))
-        return;
+    m_isDragging = false;
     ZELChipViewDatabase::getInstance()->clearHighlightedProbPlaceItems();
     const QString reason = m_reason;
-    tell({}, m_position);
+    tell({}, {}, m_position);
     if (isOverDrawing && !reason.isEmpty())
         Q_EMIT refused(reason, m_position);
 }

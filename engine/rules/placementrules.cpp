@@ -96,6 +96,19 @@ Refusal PlacementRules::refusalToMove(const std::vector<Placement>& moves) const
     return {};
 }
 
+Proposal PlacementRules::proposeSwap(int resource, int other) const
+{
+    if (resource == other)
+        return refused(QStringLiteral("%1 cannot swap with itself").arg(m_design.resource(resource).path));
+    for (int index : {resource, other}) {
+        if (m_design.resource(index).site < 0)
+            return refused(QStringLiteral("%1 is not placed").arg(m_design.resource(index).path));
+    }
+    Proposal proposal{{{resource, m_design.resource(other).site}, {other, m_design.resource(resource).site}}, {}};
+    proposal.refusal = refusalToMove(proposal.placements);
+    return proposal;
+}
+
 Proposal PlacementRules::proposeReset(int resource) const
 {
     Proposal proposal;

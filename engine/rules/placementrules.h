@@ -69,6 +69,9 @@ public:
     // no site (-1), what the rules say of the state that follows. An IP takes part by its channels.
     [[nodiscard]] Refusal refusalToMove(const std::vector<Placement>& moves) const;
 
+    // The exchange of the sites of two placed resources.
+    [[nodiscard]] Proposal proposeSwap(int resource, int other) const;
+
     // The placements that a reset would remove: the resource and everything below it, as far as it is placed and
     // neither fixed nor locked.
     [[nodiscard]] Proposal proposeReset(int resource) const;

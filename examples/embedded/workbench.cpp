@@ -8,6 +8,7 @@
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "planning/dragreason.h"
+#include "planning/dragwatch.h"
 #include "planning/overviewmap.h"
 #include "planning/placeon.h"
 #include "planning/planaids.h"
@@ -108,7 +109,8 @@ void Workbench::addPlanningAids()
     new OverviewMap(view);
 
     auto* note = new PointerNote(this);
-    auto* reason = new DragReason(view, tree, *m_engine);
+    auto* watch = new DragWatch(view, tree, *m_engine);
+    auto* reason = new DragReason(view, tree, watch, *m_engine);
     connect(reason, &DragReason::changed, note, &PointerNote::showAt);
     connect(reason, &DragReason::refused, note, &PointerNote::showForAWhile);
 

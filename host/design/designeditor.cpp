@@ -173,6 +173,17 @@ Refusal DesignEditor::move(const QString& text, const std::vector<Placement>& pl
     return refusal.isEmpty() ? commit(change, commandsFor(change, true)) : refusal;
 }
 
+Refusal DesignEditor::swap(const QString& resource, const QString& other)
+{
+    const int index = m_engine.design().find(resource);
+    const int otherIndex = m_engine.design().find(other);
+    if (index < 0 || otherIndex < 0)
+        return tr("there is no resource \"%1\"").arg(index < 0 ? resource : other);
+    const Proposal proposal = m_engine.rules().proposeSwap(index, otherIndex);
+    return proposal.isAllowed() ? move(tr("Swap %1 and %2").arg(resource, other), proposal.placements)
+                                : proposal.refusal;
+}
+
 Refusal DesignEditor::remove(const QString& resource)
 {
     const zelengine::Design& design = m_engine.design();

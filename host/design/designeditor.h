@@ -54,6 +54,8 @@ public:
     // it in the undo menu; -1 as a site takes a resource off its site. Moving what is where it should be changes
     // nothing.
     zelengine::Refusal move(const QString& text, const std::vector<zelengine::Placement>& placements);
+    // Two placed resources exchange their sites, as one step.
+    zelengine::Refusal swap(const QString& resource, const QString& other);
     zelengine::Refusal remove(const QString& resource);
     zelengine::Refusal restore(const QString& resource);
     // Keep a resource, and everything below it that is placed, on its site, and let it go again.

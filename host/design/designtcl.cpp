@@ -29,6 +29,7 @@ const QString IpOption = QStringLiteral("-ip");
 const QString IdOption = QStringLiteral("-id");
 const QString KeyOption = QStringLiteral("-key");
 const QString ValueOption = QStringLiteral("-value");
+const QString WithOption = QStringLiteral("-with");
 const QString UnplacedFlag = QStringLiteral("-unplaced");
 const QString LockedFlag = QStringLiteral("-locked");
 
@@ -230,6 +231,9 @@ void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor, Positi
 {
     Subcommands all = changes(editor, Naming::IdsAndNames);
     all.merge(questions(editor));
+    all[QStringLiteral("swap")] = [&](const Arguments& arguments) {
+        return resultOf(editor.swap(arguments.text(ResourceOption), arguments.text(WithOption)));
+    };
     all[QStringLiteral("configure")] = [&](const Arguments& arguments) { return configureOrTell(editor, arguments); };
     all[QStringLiteral("place -auto")] = autoPlaceHandler(interpreter, editor, std::move(positions));
     interpreter.addCommand(ResourceCommand, ensemble(ResourceCommand, std::move(all)));

@@ -9,6 +9,9 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_resource", "place", "-rsc NAME -id SITE",
             "Places a resource on a site; the error says why a site refuses it.",
             "zel_resource place -rsc gateway/clocks/pll_video -id PLL_TR1", ""},
+        {"zel_resource", "swap", "-rsc NAME -with NAME",
+            "Exchanges the sites of two placed resources, as one change; the error says why the rules forbid it.",
+            "zel_resource swap -rsc gateway/clocks/pll_video -with gateway/clocks/pll_ddr; undo", ""},
         {"zel_resource", "place -auto", "?-rsc NAME ...? ?-seconds N? ?-partial?",
             "Finds sites for all resources that have none, or for those named and what is below them, near to what "
             "they "
@@ -61,6 +64,9 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_view", "mode", "?select|zoom|pan?",
             "Chooses what a drag in the drawing does; without a word it returns the mode in force.",
             "zel_view mode select", ""},
+        {"zel_view", "names", "?0|1?",
+            "Shows (1) or hides (0) the names of resources on their sites; without a number it returns which.",
+            "zel_view names 0; zel_view names 1; zel_view names", "1"},
         {"zel_view", "connections", "?off|selected|all?",
             "Shows the connections of no resource, of the selected ones or of all; without a word it returns what is "
             "shown.",

@@ -7,9 +7,9 @@
 #include "host/design/designeditor.h"
 #include "host/dialogs/messagebox.h"
 #include "host/project/projectsession.h"
-#include "planning/siteplaces.h"
 #include "host/window/drawingarea.h"
 #include "host/window/searchthread.h"
+#include "planning/siteplaces.h"
 
 #include <QMessageBox>
 #include <QProgressDialog>

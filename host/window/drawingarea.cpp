@@ -20,6 +20,7 @@
 #include "host/widgets/findbox.h"
 #include "planning/elementprobe.h"
 #include "planning/overviewmap.h"
+#include "planning/resourcetip.h"
 #include "resources/zelrestable.h"
 #include "resources/zeltree.h"
 
@@ -88,6 +89,7 @@ DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_fit = new DrawingFit(m_graphicsView); // child of the view
     m_fit->fit();
     m_history = new ViewHistory(m_graphicsView); // child of the view
+    new zelchipview::ResourceTip(m_graphicsView, *m_session->engine()); // child of the view
     m_overview = new zelchipview::OverviewMap(m_graphicsView); // child of the viewport
     QObject::connect(m_fit, &DrawingFit::refitted, m_history, &ViewHistory::replace);
     m_locks = new LockMarks(m_graphicsView, m_tree, m_session->editor().engine().design()); // child of the view

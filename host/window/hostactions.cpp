@@ -37,6 +37,16 @@ QAction* newAction(QMainWindow* window, const QString& text, const QKeySequence&
     return action;
 }
 
+// It can be checked and is; the object name is that under which it is remembered.
+QAction* newToggle(QMainWindow* window, const QString& text, const QString& name)
+{
+    QAction* action = newAction(window, text);
+    action->setObjectName(name);
+    action->setCheckable(true);
+    action->setChecked(true);
+    return action;
+}
+
 // The tip includes the shortcut, because a tool bar shows neither text nor keys.
 void decorate(QAction* action, const QString& text, const char* iconName, const QString& tip)
 {
@@ -94,10 +104,8 @@ void HostActions::createActions(QMainWindow* window)
     viewBack->setShortcuts({Qt::ALT | Qt::Key_Left, Qt::Key_Backspace});
     viewForward = newAction(window, tr("Ne&xt View"), Qt::ALT | Qt::Key_Right);
 
-    overview = newAction(window, tr("&Overview"));
-    overview->setObjectName(QStringLiteral("overview"));
-    overview->setCheckable(true);
-    overview->setChecked(true);
+    overview = newToggle(window, tr("&Overview"), QStringLiteral("overview"));
+    names = newToggle(window, tr("&Names on Sites"), QStringLiteral("names"));
 
     keys = newAction(window, tr("&Keys and Gestures"), QKeySequence::HelpContents);
     commands = newAction(window, tr("&Commands"));

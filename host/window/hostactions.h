@@ -51,6 +51,7 @@ public:
     QAction* viewBack;
     QAction* viewForward;
     QAction* overview; // can be checked
+    QAction* names; // can be checked
     QAction* keys;
     QAction* commands;
     QAction* about;

@@ -45,9 +45,8 @@ bool hasWordBeginningWith(const QString& text, const QString& sought)
 
 } // namespace
 
-KeyboardAccess::KeyboardAccess(
-    DrawingArea& area, QAction* placeOn, AutoPlace* autoPlace, ConsoleDock* console, ProblemsDock* problems,
-    CompareDock* comparison)
+KeyboardAccess::KeyboardAccess(DrawingArea& area, QAction* placeOn, AutoPlace* autoPlace, ConsoleDock* console,
+    ProblemsDock* problems, CompareDock* comparison)
     : QObject(area.graphicsView())
     , m_area(area)
     , m_engine(area.session().editor().engine())

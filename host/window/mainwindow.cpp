@@ -20,7 +20,6 @@
 #include "host/memory/windowmemory.h"
 #include "host/project/projectsession.h"
 #include "host/project/projecttcl.h"
-#include "planning/siteplaces.h"
 #include "host/widgets/chipstatusbar.h"
 #include "host/widgets/findbox.h"
 #include "host/widgets/loadprogress.h"
@@ -30,11 +29,12 @@
 #include "host/window/drawingarea.h"
 #include "host/window/keyboardaccess.h"
 #include "host/window/lockactions.h"
+#include "host/window/moveaids.h"
 #include "host/window/planningmenu.h"
 #include "host/window/problemsdock.h"
-#include "planning/dragreason.h"
 #include "planning/overviewmap.h"
 #include "planning/pointernote.h"
+#include "planning/siteplaces.h"
 #include "resources/zeltree.h"
 
 #include <QAction>
@@ -48,7 +48,6 @@
 
 namespace mirn::zelchip {
 
-using zelchipview::DragReason;
 using zelchipview::ZelChipGUI;
 
 namespace {
@@ -273,9 +272,10 @@ void MainWindow::showSummary()
 
 void MainWindow::connectConsole()
 {
+    m_memory->keep(m_actions.names);
     m_actions.addToggles(m_planning->menuActions());
-    m_actions.addToggles({m_actions.overview, m_console->toggleViewAction(), m_problems->toggleViewAction(),
-        m_compare->toggleViewAction()});
+    m_actions.addToggles({m_actions.names, m_actions.overview, m_console->toggleViewAction(),
+        m_problems->toggleViewAction(), m_compare->toggleViewAction()});
     m_compare->setMenu(m_actions.comparePlacement);
     connect(m_problems, &ProblemsDock::counted, m_statusBar, &ChipStatusBar::setProblems);
     connect(m_statusBar, &ChipStatusBar::problemsRequested, m_problems, &ProblemsDock::come);
@@ -329,12 +329,18 @@ void MainWindow::connectDesign()
         reportResult(TclResult::error(reason));
         m_refresh.start(0); // the view takes the refused setting for written
     });
-    auto* reason = new DragReason(graphicsView(), tree(), *m_drawingArea->session().engine()); // owned by the view
-    connect(reason, &DragReason::changed, this, [this](const QString& text, QPoint position) {
+    m_moveAids = new MoveAids(*m_drawingArea, m_actions.names);
+    connect(m_moveAids, &MoveAids::commandChanged, this, [this](const QString& command) {
+        if (!command.isEmpty())
+            m_statusBar->showMessage(command);
+        else if (!m_dragNote->isVisible()) // else there is a reason
+            m_statusBar->clearMessage();
+    });
+    connect(m_moveAids, &MoveAids::changed, this, [this](const QString& text, QPoint position) {
         m_statusBar->showMessage(text);
         m_dragNote->showAt(text, position);
     });
-    connect(reason, &DragReason::refused, this, [this](const QString& text, QPoint position) {
+    connect(m_moveAids, &MoveAids::refused, this, [this](const QString& text, QPoint position) {
         m_statusBar->showMessage(text, MessageMilliseconds);
         m_dragNote->showForAWhile(text, position);
     });
@@ -360,6 +366,7 @@ void MainWindow::refreshView()
     m_refresh.stop();
     m_drawingArea->refresh();
     m_probe->refresh();
+    m_moveAids->refresh();
     m_planning->refresh();
     m_problems->refresh();
     m_compare->refresh();

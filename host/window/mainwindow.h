@@ -23,6 +23,7 @@ class ChipStatusBar;
 class CompareDock;
 class DrawingArea;
 class ConsoleDock;
+class MoveAids;
 class PlanningMenu;
 class ProblemsDock;
 class ProjectNotice;
@@ -93,6 +94,7 @@ private:
     zelchipview::ZelGraphicsView* graphicsView() override;
     QTreeWidget* tree() override;
     const zelengine::Device& device() const override;
+    QAction* names() override { return m_actions.names; }
     PlanningMenu& planning() override { return *m_planning; }
     void settle() override;
 
@@ -117,7 +119,8 @@ private:
     ProjectNotice* const m_notice; // child of the window
     WindowMemory* const m_memory; // child of the window
     std::unique_ptr<DrawingArea> m_drawingArea;
-    ViewProbe* m_probe = nullptr; // child of the graphics view
+    ViewProbe* m_probe = nullptr; // child of the graphics view, like the aids
+    MoveAids* m_moveAids = nullptr;
     bool m_isArranged = false; // whether the docks have had their initial sizes
 };
 

@@ -169,6 +169,7 @@ Subcommands viewCommands(WindowAccess& window)
         {QStringLiteral("select"), withElements(window, &select)},
         {QStringLiteral("selected"), [](const Arguments&) { return selected(); }},
         {QStringLiteral("mode"), &mode},
+        {QStringLiteral("names"), [&](const Arguments& arguments) { return toggle(window.names(), arguments); }},
         {QStringLiteral("connections"), [&](const Arguments& arguments) { return connections(window, arguments); }},
         {QStringLiteral("candidates"),
             [&](const Arguments& arguments) { return toggle(window.planning().candidates(), arguments); }},

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+class QAction;
 class QTreeWidget;
 
 namespace mirn::zelengine {
@@ -33,6 +34,8 @@ public:
     [[nodiscard]] virtual zelchipview::ZelGraphicsView* graphicsView() = 0;
     [[nodiscard]] virtual QTreeWidget* tree() = 0;
     [[nodiscard]] virtual const zelengine::Device& device() const = 0;
+    // Shows and hides the names on sites.
+    [[nodiscard]] virtual QAction* names() = 0;
     [[nodiscard]] virtual PlanningMenu& planning() = 0;
     // Does at once what would otherwise happen when the program is next idle: new sizes, and what depends on them.
     virtual void settle() = 0;

@@ -65,6 +65,10 @@ public:
     // IP or a group; none if it may not be placed there.
     [[nodiscard]] virtual std::vector<zelplacement> placementsOf(const std::string* rsc, const std::string* site);
 
+    // Returns whether two placed resources may exchange their sites. If not, *reason becomes one sentence for users
+    // that says why, or stays empty if the engine does not know.
+    [[nodiscard]] virtual bool maySwap(const std::string* rsc, const std::string* other, std::string* reason);
+
     // Returns the name of the resource on an element; empty if there is none.
     [[nodiscard]] virtual std::string occupant(const std::string* site);
 

@@ -55,6 +55,11 @@ std::vector<zelplacement> zelplanengine::placementsOf(const std::string* /*rsc*/
     return {};
 }
 
+bool zelplanengine::maySwap(const std::string* /*rsc*/, const std::string* /*other*/, std::string* /*reason*/)
+{
+    return false;
+}
+
 std::string zelplanengine::occupant(const std::string* /*site*/)
 {
     return {};

@@ -154,7 +154,11 @@ private:
     void dragRow(const QString& resource, const QString& unit, const QString& pictureName)
     {
         m_shown.tree()->setCurrentItem(m_shown.row(resource));
-        const QPoint place = headOf(unit);
+        holdAt(headOf(unit), pictureName);
+    }
+
+    void holdAt(QPoint place, const QString& pictureName)
+    {
         zeltest::drag<QDragEnterEvent>(viewport(), place);
         zeltest::drag<QDragMoveEvent>(viewport(), place);
         QTest::qWait(WaitMilliseconds);
@@ -165,23 +169,11 @@ private:
             QTest::qWait(10);
     }
 
-    // The button is released where it was pressed, so that nothing changes.
+    // A drag that is held needs a screen, so only its events are sent: what is on the first site comes over the second.
     void moveByHand(const QString& from, const QString& to, const QString& pictureName)
     {
-        const QPoint start = placeOf(from);
-        const QPoint end = placeOf(to);
-        const auto send = [this](QEvent::Type type, QPoint place, Qt::MouseButtons buttons) {
-            zeltest::sendMouse(viewport(), type, place, Qt::LeftButton, buttons);
-        };
-        whileItLasts(
-            [&] {
-                send(QEvent::MouseButtonPress, start, Qt::LeftButton);
-                for (int step = 1; step <= 10; ++step)
-                    send(QEvent::MouseMove, start + (end - start) * step / 10, Qt::LeftButton);
-            },
-            pictureName);
-        send(QEvent::MouseMove, start, Qt::LeftButton);
-        send(QEvent::MouseButtonRelease, start, Qt::NoButton);
+        command("zel_view select " + from);
+        holdAt(placeOf(to), pictureName);
     }
 
     // Takes a picture of what an action leads to, whether it returns at once or when its dialog is closed; with a

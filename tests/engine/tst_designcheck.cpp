@@ -95,6 +95,31 @@ private Q_SLOTS:
         QCOMPARE(text(m_engine->problems().back()), "warning: top/z is not placed" + addition + " [top/z] []");
     }
 
+    void resourceIsDescribed_data()
+    {
+        const Rows<QStringList> row; // the lines after the name
+        row("duo", {"Unit, 1 of 3 placed", "Fed by top/duo/ref (not placed)"});
+        row("duo/a", {"Channel, on U2_CH0", "Fed by top/duo/ref (not placed)"});
+        row("duo/ref", {"Reference, not placed, 100 MHz", "Feeds top/duo"});
+        row("group", {});
+        row("v33",
+            {"Supply, on V0_1", "Needs 3.3 V",
+                "top/v33 cannot stay on V0_1: top/v33 needs 3.3 V, but top/v18 gives 1.8 V to BANK0"});
+        row("v18",
+            {"Supply, on V0_2", "Needs 1.8 V",
+                "top/v33 cannot stay on V0_1: top/v33 needs 3.3 V, but top/v18 gives 1.8 V to BANK0"});
+    }
+
+    void resourceIsDescribed()
+    {
+        const std::string name = "top/" + std::string(QTest::currentDataTag());
+        const auto [lines] = row<QStringList>();
+        m_engine = openEngine(m_folder.path());
+        enterState(*m_engine, {"duo/a@U2_CH0", "v33@V0_1", "v18@V0_2"});
+        QCOMPARE(QString::fromStdString(m_engine->describe(&name)).split('\n'),
+            QStringList(QString::fromStdString(name)) + lines);
+    }
+
 private:
     const ProjectFolder m_folder{DESIGN};
     std::unique_ptr<ReferenceEngine> m_engine;

@@ -185,6 +185,36 @@ private Q_SLOTS:
         QCOMPARE(place("top/quad", "U2"), "top/quad has 3 channels to place, but 1 is free in U2");
     }
 
+    void swapsWhatTheRulesAllow_data()
+    {
+        const Rows<QString, QString, QString> row;
+        row("channels of two IPs, in either's reach", "top/duo/a", "top/mono/a", "");
+        row("the supplies of a bank", "top/v33", "top/v33b", "");
+        row("what would go out of its clock's reach", "top/duo/a", "top/quad/parts/a",
+            "top/duo/ref on REF_L does not reach U2");
+        row("sites of two kinds", "top/duo/a", "top/v33", "V0_1 (Supply) does not take resources of type DCUCHANNEL");
+        row("a supply of another bank's voltage", "top/v33", "top/v18",
+            "top/v18 needs 1.8 V, but top/v33b gives 3.3 V to BANK0");
+        row("what is fixed", "top/duo/a", "top/duo/ref", "top/duo/ref is fixed on REF_L");
+        row("what is not placed", "top/duo/a", "top/core", "top/core is not placed");
+        row("a resource with itself", "top/duo/a", "top/duo/a", "top/duo/a cannot swap with itself");
+        row("what is not there", "top/duo/a", "top/x", "there is no resource \"top/x\"");
+    }
+
+    void swapsWhatTheRulesAllow()
+    {
+        const auto [resource, other, refusal] = row<QString, QString, QString>();
+        QCOMPARE(place("top/mono/a", "U1_CH0"), QString());
+        QCOMPARE(place("top/quad/parts/a", "U2_CH0"), QString());
+        QCOMPARE(place("top/v33b", "V0_2"), QString());
+        QCOMPARE(place("top/v18", "V1_1"), QString());
+        const std::string name = resource.toStdString();
+        const std::string with = other.toStdString();
+        std::string reason;
+        QCOMPARE(m_engine->maySwap(&name, &with, &reason), refusal.isEmpty());
+        QCOMPARE(reason, refusal.toStdString());
+    }
+
     void resets_data()
     {
         const Rows<QString, QString> row;

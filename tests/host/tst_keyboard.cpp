@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/zelgraphicsscene.h"
-#include "planning/siteplaces.h"
 #include "host/widgets/findbox.h"
+#include "planning/siteplaces.h"
 #include "tests/host/shownwindow.h"
 #include "tests/program/sampleproject.h"
 #include "tests/support/testmain.h"
@@ -217,9 +217,12 @@ private Q_SLOTS:
     {
         const Rows<QString, QStringList, bool> row; // resource, entries, whether it can be placed
         row("a folder", "gateway/clocks",
-            {"Reset", "Delete", "Config", "", "Expand", "Collapse", "", "Place on...", "Lock", "Unlock"}, false);
-        row("a placed one", "gateway/clocks/pll_ddr", {"Reset", "", "Place on...", "Lock", "Unlock"}, true);
-        row("a free one", Video, {"Place on...", "Lock", "Unlock"}, true);
+            {"Reset", "Delete", "Config", "", "Expand", "Collapse", "", "Place on...", "Place Automatically", "Lock",
+                "Unlock"},
+            false);
+        row("a placed one", "gateway/clocks/pll_ddr",
+            {"Reset", "", "Place on...", "Place Automatically", "Lock", "Unlock"}, true);
+        row("a free one", Video, {"Place on...", "Place Automatically", "Lock", "Unlock"}, true);
     }
 
     void menuKeyOpensTheMenuOfTheRow()
@@ -234,7 +237,7 @@ private Q_SLOTS:
         if (texts.value(0).isEmpty())
             texts.removeFirst(); // a separator at the top is not shown
         QCOMPARE(texts, entries);
-        QAction* place = menu->actions()[menu->actions().size() - 3];
+        QAction* place = menu->actions()[menu->actions().size() - 4];
         QCOMPARE(place->isEnabled(), isPlaceable);
         QCOMPARE(menu->actions()[menu->actions().size() - 2]->isEnabled(), resource != Video); // it is not placed
         QVERIFY(!menu->actions().last()->isEnabled()); // nothing is locked

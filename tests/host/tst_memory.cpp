@@ -107,9 +107,10 @@ private Q_SLOTS:
             shown.console()->setHistory({"set answer 42"});
             shown.chipView()->resizeDocks({shown.dock("Placement")}, {250}, Qt::Horizontal);
             shown.console()->hide();
+            shown.run("zel_view names 0");
+            shown.overview()->setChecked(false);
             shown.window->findChild<QAction*>("connections-all")->trigger();
             shown.window->findChild<QAction*>("candidates")->trigger();
-            shown.overview()->setChecked(false);
             QCoreApplication::processEvents();
             // From one project to the next the docks stay as well.
             width = shown.dock("Placement")->width();
@@ -121,12 +122,13 @@ private Q_SLOTS:
         RememberedWindow shown(files.project.path(), settings);
         QCOMPARE(shown.window->size(), size);
         QCOMPARE(shown.dock("Placement")->width(), width);
+        QVERIFY(!shown.console()->isVisible() && !shown.overview()->isChecked());
+        QVERIFY(!shown.window->findChild<mirn::zelchipview::OverviewMap*>()->isOn());
         QVERIFY(shown.window->findChild<QAction*>("connections-all")->isChecked());
         QVERIFY(!shown.window->findChild<QAction*>("connections-selected")->isChecked());
         QVERIFY(!shown.window->findChild<QAction*>("candidates")->isChecked());
-        QVERIFY(!shown.console()->isVisible() && !shown.overview()->isChecked());
-        QVERIFY(!shown.window->findChild<mirn::zelchipview::OverviewMap*>()->isOn());
         QCOMPARE(shown.console()->history(), QStringList("set answer 42"));
+        QVERIFY(!shown.window->findChild<QAction*>("names")->isChecked());
         QCOMPARE(shown.recent(), QStringList({files.project.path(), drawing}));
         QFile::remove(drawing);
         shown.window->open(drawing);

@@ -62,8 +62,9 @@ private Q_SLOTS:
             "ChipElement ChipViewNavigator ElementIdSet ZELChipViewDatabase ZELChipViewTreeItem ZELDCUSettingDlg "
             "ZELFillableAttribute ZELGraphicItemAttribute ZELLineAttribute ZELLineItem ZELPolygonAttribute "
             "ZELPolygonItem ZELRectAttribute ZELRectItem ZELTextAttribute ZELTextItem ZelChipGUI ZelGraphicsScene "
-            "ZelGraphicsView ZelViewLayer DragReason LockLayer OverviewMap PlaceOn PlanAids PointerNote SiteCursor "
-            "ZelResTable ::mirn::zelchipview ZelTree ChipScene DrawingController TreeController SettingsController");
+            "ZelGraphicsView ZelViewLayer DragReason DragWatch GhostLayer LockLayer MoveGesture NameLayer OverviewMap "
+            "PlaceOn PlanAids PointerNote ResourceTip SiteCursor SwapQuestion ZelResTable ::mirn::zelchipview ZelTree "
+            "ChipScene DrawingController TreeController SettingsController");
     }
 
     void onlyTheInterfaceIsExported()
