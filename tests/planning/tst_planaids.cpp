@@ -183,7 +183,9 @@ private Q_SLOTS:
         Aided aided;
         for (int n = 0; n < 500; ++n)
             aided.engine.connected.push_back({"top/clk", "top/ch", 1, 2, n == 250 ? "too far" : ""});
+        aided.engine.connected.push_back({"top/clk", "top/new", 1, -1, ""});
         aided.aids->setConnections(Shown::All);
+        QCOMPARE(aided.engine.questions, 0); // no stub is searched for
         QCOMPARE(aided.changedPixels({100, 110, 100, 20}), 100); // they cover each other
         const QColor seen = ChipView::colorAt({150, 120});
         QVERIFY(seen.red() > 200 && seen.blue() < 120); // the broken one is on top
