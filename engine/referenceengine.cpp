@@ -222,7 +222,7 @@ Refusal ReferenceEngine::setSetting(int site, const QString& key, const QString&
 void ReferenceEngine::setSettingChanges(int carrier, const SiteSettingChanges& changes)
 {
     m_settings.setChanges(carrier, changes);
-    m_isChanged = true;
+    designChanged();
 }
 
 void ReferenceEngine::designChanged()
@@ -312,7 +312,7 @@ std::vector<zelconnection> ReferenceEngine::connections()
 {
     if (!m_connections) {
         m_connections.emplace();
-        for (const Connection& connection : connectionsOf(m_device, m_design)) {
+        for (const Connection& connection : connectionsOf(m_device, m_design, m_settings)) {
             const Resource& from = m_design.resource(connection.from);
             const Resource& to = m_design.resource(connection.to);
             m_connections->push_back(
