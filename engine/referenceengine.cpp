@@ -221,7 +221,7 @@ Refusal ReferenceEngine::setSetting(int site, const QString& key, const QString&
 void ReferenceEngine::setSettingChanges(int carrier, const SiteSettingChanges& changes)
 {
     m_settings.setChanges(carrier, changes);
-    stateChanged();
+    designChanged();
 }
 
 void ReferenceEngine::designChanged()
@@ -335,7 +335,7 @@ std::vector<zelconnection> ReferenceEngine::connections()
 const std::vector<Connection>& ReferenceEngine::keptConnections()
 {
     if (!m_connections)
-        m_connections = connectionsOf(m_device, m_design);
+        m_connections = connectionsOf(m_device, m_design, m_settings);
     return *m_connections;
 }
 

@@ -18,7 +18,6 @@ namespace mirn::zelchipview {
 
 namespace {
 
-constexpr std::size_t MostCurves = 400;
 constexpr int MostParts = 16; // that are painted one by one
 constexpr double ReachOfPointer = 4; // pixels; all that follow as well
 
@@ -77,7 +76,7 @@ void ConnectionLayer::setLines(std::vector<PlanLine> lines, Style style)
 
 bool ConnectionLayer::hasFewLines() const
 {
-    return m_lines.size() <= MostCurves;
+    return m_lines.size() <= MostLinesWithStubs;
 }
 
 const PlanLine* ConnectionLayer::lineAt(QPoint position) const

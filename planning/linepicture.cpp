@@ -75,11 +75,11 @@ private:
             std::swap(b0, b1);
         }
         constexpr int Fraction = 30; // bits
-        const std::int64_t slope = a1 == a0 ? 0 : (static_cast<std::int64_t>(b1 - b0) << Fraction) / (a1 - a0);
+        constexpr std::int64_t One = std::int64_t(1) << Fraction; // negative values must not be shifted to the left
+        const std::int64_t slope = a1 == a0 ? 0 : (b1 - b0) * One / (a1 - a0);
         const int first = std::max(a0, aMin);
         const int last = std::min(a1, aMax);
-        std::int64_t b
-            = (static_cast<std::int64_t>(b0) << Fraction) + (std::int64_t(1) << (Fraction - 1)) + slope * (first - a0);
+        std::int64_t b = b0 * One + One / 2 + slope * (first - a0);
         for (int a = first; a <= last; ++a, b += slope) {
             const int row = static_cast<int>(b >> Fraction);
             if (row >= bMin && row <= bMax)

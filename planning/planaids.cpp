@@ -37,6 +37,11 @@ bool isPartOf(const std::string& resource, const std::string& branch)
         && (resource.size() == branch.size() || resource[branch.size()] == '/');
 }
 
+bool hasOwnSite(int type)
+{
+    return type != ZEL_RESOURCE_IP && type != ZEL_RESOURCE_UNKNOWN && type != ZEL_RESOURCE_ZEL;
+}
+
 // Texts of the engine may look like markup.
 QString asToolTip(const QString& text)
 {
@@ -82,21 +87,27 @@ struct PlanAids::Parts
         return rows.isEmpty() ? std::string() : toEngineText(rows.first()->data(0, RESOURCENAME).toString());
     }
 
-    // Whether the resource has a place to go to. An IP has none of its own: it is placed by its parts.
+    // Whether the resource of the selected row has a place to go to. An IP or a group has none of its own: it is placed
+    // by its parts, the rows below.
     [[nodiscard]] bool isUnplaced(const std::string& resource)
     {
-        if (!plan || resource.empty() || plan->siteOf(&resource) >= 0)
+        if (!plan || resource.empty() || plan->siteOf(&resource) >= 0 || !plan->refusalToPlace(&resource).empty())
             return false;
         const int type = engine.getResourceType(&resource);
-        if (type != ZEL_RESOURCE_IP)
-            return type != ZEL_RESOURCE_UNKNOWN && type != ZEL_RESOURCE_ZEL;
-        const std::vector<int>& candidates = candidatesFor(resource);
-        if (candidates.empty())
-            return true;
-        const std::string site = std::to_string(candidates.front());
-        const std::vector<zelplacement> parts = plan->placementsOf(&resource, &site);
-        return std::any_of(
-            parts.begin(), parts.end(), [this](const zelplacement& part) { return plan->siteOf(&part.resource) < 0; });
+        return hasOwnSite(type) || hasUnplacedPart(*tree->selectedItems().first(), type == ZEL_RESOURCE_IP);
+    }
+
+    // The clocks of an IP do not count: it is placed when its channels are.
+    [[nodiscard]] bool hasUnplacedPart(const QTreeWidgetItem& row, bool isIp)
+    {
+        for (int n = 0; n < row.childCount(); ++n) {
+            const std::string part = toEngineText(row.child(n)->data(0, RESOURCENAME).toString());
+            const int type = engine.getResourceType(&part);
+            const bool counts = isIp ? type == ZEL_RESOURCE_DCUCHANNEL : hasOwnSite(type);
+            if ((counts && plan->siteOf(&part) < 0) || hasUnplacedPart(*row.child(n), isIp || type == ZEL_RESOURCE_IP))
+                return true;
+        }
+        return false;
     }
 
     ZelGraphicsView* const view;

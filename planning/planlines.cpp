@@ -9,14 +9,13 @@
 #include <QCoreApplication>
 #include <QLineF>
 
-#include <algorithm>
 #include <utility>
 
 namespace mirn::zelchipview {
 
 namespace {
 
-constexpr std::size_t MostUnplaced = 256;
+constexpr int MostUnplaced = 256;
 
 QString lineText(const char* source)
 {
@@ -35,19 +34,25 @@ std::vector<PlanLine> PlanLines::linesOf(
     const std::vector<zelconnection>& connections, const std::function<bool(const zelconnection&)>& isWanted)
 {
     m_places.clear();
-    std::vector<PlanLine> lines;
+    m_taken.clear();
+    std::vector<std::size_t> wanted;
     for (std::size_t n = 0; n < connections.size(); ++n) {
+        if ((connections[n].fromSite >= 0 || connections[n].toSite >= 0) && isWanted(connections[n]))
+            wanted.push_back(n);
+    }
+    const bool haveStubs = wanted.size() <= MostLinesWithStubs;
+    std::vector<PlanLine> lines;
+    for (std::size_t n : wanted) {
         const zelconnection& connection = connections[n];
-        const bool isFromPlaced = connection.fromSite >= 0;
-        const bool isToPlaced = connection.toSite >= 0;
-        if ((!isFromPlaced && !isToPlaced) || !isWanted(connection))
+        const bool isStub = connection.fromSite < 0 || connection.toSite < 0;
+        if (isStub && !haveStubs)
             continue;
-        const QRectF from = m_areas.areaOf(isFromPlaced ? connection.fromSite : connection.toSite);
-        const QRectF to = isFromPlaced && isToPlaced ? m_areas.areaOf(connection.toSite) : QRectF();
+        const QRectF from = m_areas.areaOf(connection.fromSite < 0 ? connection.toSite : connection.fromSite);
+        const QRectF to = isStub ? QRectF() : m_areas.areaOf(connection.toSite);
         PlanLine line{from.center(), to.center(), static_cast<int>(n), kindOf(connection.from),
-            !connection.broken.empty(), !isFromPlaced || !isToPlaced};
+            !connection.broken.empty(), isStub};
         if (!from.isNull()
-            && (line.isStub ? findNearest(isFromPlaced ? connection.to : connection.from, line) : !to.isNull()))
+            && (isStub ? findNearest(connection.fromSite < 0 ? connection.from : connection.to, line) : !to.isNull()))
             lines.push_back(line);
     }
     return lines;
@@ -75,28 +80,33 @@ PlanLine::Kind PlanLines::kindOf(const std::string& resource)
 // All stubs of an unplaced resource lead to the same site.
 bool PlanLines::findNearest(const std::string& resource, PlanLine& line)
 {
-    auto place = std::find_if(
-        m_places.begin(), m_places.end(), [&resource](const Place& each) { return each.resource == resource; });
-    if (place == m_places.end() && m_places.size() < MostUnplaced) {
-        Place nearest{resource, {}, -1};
-        double least = 0;
-        for (int site : m_candidates(resource)) {
-            const bool isTaken = std::any_of(
-                m_places.begin(), m_places.end(), [site](const Place& each) { return each.site == site; });
-            const QRectF area = isTaken ? QRectF() : m_areas.areaOf(site);
-            const double distance = QLineF(line.from, area.center()).length();
-            if (!area.isNull() && (nearest.site < 0 || distance < least)) {
-                least = distance;
-                nearest.middle = area.center();
-                nearest.site = site;
-            }
-        }
-        place = m_places.insert(m_places.end(), nearest);
-    }
-    if (place == m_places.end() || place->site < 0)
+    const QByteArray name(resource.data(), static_cast<int>(resource.size()));
+    auto place = m_places.find(name);
+    if (place == m_places.end() && m_places.size() < MostUnplaced)
+        place = m_places.insert(name, nearestFree(resource, line.from));
+    if (place == m_places.end() || !place->has_value())
         return false;
-    line.to = place->middle;
+    line.to = **place;
     return true;
+}
+
+std::optional<QPointF> PlanLines::nearestFree(const std::string& resource, const QPointF& from)
+{
+    std::optional<QPointF> nearest;
+    int nearestSite = -1;
+    double least = 0;
+    for (int site : m_candidates(resource)) {
+        const QRectF area = m_taken.contains(site) ? QRectF() : m_areas.areaOf(site);
+        const double distance = QLineF(from, area.center()).length();
+        if (!area.isNull() && (!nearest || distance < least)) {
+            least = distance;
+            nearest = area.center();
+            nearestSite = site;
+        }
+    }
+    if (nearest)
+        m_taken.insert(nearestSite);
+    return nearest;
 }
 
 QString describe(const PlanLine& line, const zelconnection& connection)

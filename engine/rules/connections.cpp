@@ -4,6 +4,7 @@
 #include "engine/model/design.h"
 #include "engine/model/device.h"
 #include "engine/rules/placementrules.h"
+#include "engine/rules/settingstore.h"
 
 #include <QMap>
 #include <QPair>
@@ -19,9 +20,10 @@ namespace {
 class ConnectionFinder
 {
 public:
-    ConnectionFinder(const Device& device, const Design& design)
+    ConnectionFinder(const Device& device, const Design& design, const SettingStore& settings)
         : m_device(device)
         , m_design(design)
+        , m_settings(settings)
         , m_rules(device, design)
     { }
 
@@ -105,12 +107,20 @@ private:
     // Returns whether the connection breaks a rule.
     bool add(int from, int to)
     {
-        m_found.push_back({from, to, m_rules.refusalOfPair(from, to).sentence()});
-        return !m_found.back().broken.isEmpty();
+        const QString rule = m_rules.refusalOfPair(from, to).sentence();
+        m_found.push_back({from, to, rule.isEmpty() ? outOfUse(from, to) : rule});
+        return !rule.isEmpty();
+    }
+
+    [[nodiscard]] QString outOfUse(int from, int to) const
+    {
+        const QString sentence = m_settings.outOfUse(m_design.resource(from));
+        return sentence.isEmpty() ? m_settings.outOfUse(m_design.resource(to)) : sentence;
     }
 
     const Device& m_device;
     const Design& m_design;
+    const SettingStore& m_settings;
     const PlacementRules m_rules;
     QSet<QString> m_banks; // those that are done
     std::vector<Connection> m_found;
@@ -118,9 +128,9 @@ private:
 
 } // namespace
 
-std::vector<Connection> connectionsOf(const Device& device, const Design& design)
+std::vector<Connection> connectionsOf(const Device& device, const Design& design, const SettingStore& settings)
 {
-    return ConnectionFinder(device, design).find();
+    return ConnectionFinder(device, design, settings).find();
 }
 
 } // namespace mirn::zelengine

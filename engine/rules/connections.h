@@ -9,13 +9,16 @@ namespace mirn::zelengine {
 
 class Design;
 class Device;
+class SettingStore;
 
 // Two resources that the rules about placements look at together.
 struct Connection
 {
     int from = -1; // the clock source, else the one that comes first
     int to = -1;
-    QString broken; // one sentence for users: the rule that the present sites break; empty if they break none
+    // One sentence for users: the rule that the present sites break, or the setting that puts one of them out of use.
+    // Empty if all is in order.
+    QString broken;
 };
 
 // Finds all connections of a design, placed or not: from each clock source to the channels of each IP that it serves,
@@ -25,6 +28,7 @@ struct Connection
 // Channels of one IP and supplies of one bank form a chain instead of all pairs. Pairs that break a rule and are not
 // neighbours in the chain are there as well, once for every two units or voltages that exclude each other. Each
 // unplaced channel is connected to the first placed one.
-[[nodiscard]] std::vector<Connection> connectionsOf(const Device& device, const Design& design);
+[[nodiscard]] std::vector<Connection> connectionsOf(
+    const Device& device, const Design& design, const SettingStore& settings);
 
 } // namespace mirn::zelengine

@@ -83,15 +83,12 @@ void DesignCheck::findSitesOutOfUse(std::vector<Problem>& problems) const
 {
     for (int index : m_design.all()) {
         const Resource& resource = m_design.resource(index);
-        const Site* site = m_device.site(resource.site);
-        const QString setting = site ? m_settings.disablingSetting(*site) : QString();
-        if (setting.isEmpty())
+        const QString sentence = m_settings.outOfUse(resource);
+        if (sentence.isEmpty())
             continue;
-        Problem problem{Problem::Severity::Error,
-            QStringLiteral("%1 is on %2, which is out of use because %3").arg(resource.path, site->name, setting),
-            {resource.path}, {site->id}};
-        const Site* carrier = m_settings.carrier(site->id);
-        if (carrier && carrier != site)
+        Problem problem{Problem::Severity::Error, sentence, {resource.path}, {resource.site}};
+        const Site* carrier = m_settings.carrier(resource.site);
+        if (carrier && carrier->id != resource.site)
             problem.sites.push_back(carrier->id);
         problems.push_back(std::move(problem));
     }

@@ -2,6 +2,7 @@
 #include "engine/rules/settingstore.h"
 
 #include "engine/input/jsonnode.h"
+#include "engine/model/design.h"
 #include "engine/model/device.h"
 #include "platform/contract/zeltext.h"
 
@@ -137,6 +138,15 @@ QString SettingStore::disablingSetting(const Site& site) const
             return QStringLiteral("%1 is %2").arg(it.key(), inForce);
     }
     return {};
+}
+
+QString SettingStore::outOfUse(const Resource& resource) const
+{
+    const Site* site = m_device.site(resource.site);
+    const QString setting = site ? disablingSetting(*site) : QString();
+    return setting.isEmpty()
+        ? QString()
+        : QStringLiteral("%1 is on %2, which is out of use because %3").arg(resource.path, site->name, setting);
 }
 
 QStringList SettingStore::contradictions(const Site& site) const

@@ -20,7 +20,7 @@ struct zelconnection
     std::string to; // the one that is fed
     int fromSite = -1; // element id; -1 if not placed
     int toSite = -1; // the same for the other
-    std::string broken; // one sentence for users: the rule that the present places break; empty if they break none
+    std::string broken; // one sentence for users: what is wrong with the present places; empty if nothing is
 };
 
 // An element on which resources may be placed, or a part of the device beside them.

@@ -152,6 +152,7 @@ private Q_SLOTS:
         const auto [steps, expected] = row<QStringList, QStringList>();
         const auto engine = openEngine(m_folder);
         const auto idOf = [&engine](const QString& site) { return engine->device().site(site)->id; };
+        QVERIFY(!engine->connections().empty()); // the steps below change them
         for (const QString& step : steps) {
             const QStringList words = step.split(QRegularExpression("[@=]| (?=\\S+=)"));
             QCOMPARE(step.contains('@') ? engine->place("gateway/" + words[0], idOf(words[1]))
@@ -164,6 +165,12 @@ private Q_SLOTS:
                 errors.append(problem.sentence);
         }
         QCOMPARE(errors, expected);
+        QSet<QString> broken;
+        for (const zelconnection& connection : engine->connections())
+            broken.insert(QString::fromStdString(connection.broken));
+        broken.remove(QString());
+        const QStringList ofResources = expected.filter("hdmi");
+        QCOMPARE(broken, QSet<QString>(ofResources.begin(), ofResources.end()));
     }
 
     // The sample can be solved, even for the IPs that fit in one place only.

@@ -21,7 +21,7 @@ public:
     PlanEngine()
     {
         types = {{"top/clk", ZEL_RESOURCE_EXTREF}, {"top/ch", ZEL_RESOURCE_DCUCHANNEL}, {"top/v", ZEL_RESOURCE_UVCCIO},
-            {"top/new", ZEL_RESOURCE_DCUCHANNEL}, {"top/ip", ZEL_RESOURCE_IP}};
+            {"top/new", ZEL_RESOURCE_DCUCHANNEL}, {"top/ip", ZEL_RESOURCE_IP}, {"top/pll", ZEL_RESOURCE_PLL}};
     }
 
     std::vector<zelconnection> connections() override { return connected; }
@@ -31,6 +31,7 @@ public:
         return candidates;
     }
     int siteOf(const std::string* rsc) override { return *rsc == "top/clk" ? 1 : *rsc == "top/ch" ? 2 : -1; }
+    std::string refusalToPlace(const std::string* rsc) override { return *rsc == "top/held" ? "it is held" : ""; }
     std::string refusalReason(const std::string* rsc, const std::string* site) override
     {
         return *rsc + " is too large for " + *site;
@@ -51,11 +52,13 @@ public:
         , aids(new PlanAids(ChipView::view(), &tree, engine))
     { }
 
-    void select(const QString& resource)
+    void select(const QString& resource, const QStringList& parts = {})
     {
         tree.clear();
         auto* row = new QTreeWidgetItem(&tree); // owned by the tree
         row->setData(0, RESOURCENAME, resource);
+        for (const QString& part : parts)
+            (new QTreeWidgetItem(row))->setData(0, RESOURCENAME, part);
         tree.setCurrentItem(row);
         aids->settle();
     }
@@ -183,7 +186,9 @@ private Q_SLOTS:
         Aided aided;
         for (int n = 0; n < 500; ++n)
             aided.engine.connected.push_back({"top/clk", "top/ch", 1, 2, n == 250 ? "too far" : ""});
+        aided.engine.connected.push_back({"top/clk", "top/new", 1, -1, ""});
         aided.aids->setConnections(Shown::All);
+        QCOMPARE(aided.engine.questions, 0); // no stub is searched for
         QCOMPARE(aided.changedPixels({100, 110, 100, 20}), 100); // they cover each other
         const QColor seen = ChipView::colorAt({150, 120});
         QVERIFY(seen.red() > 200 && seen.blue() < 120); // the broken one is on top
@@ -192,21 +197,27 @@ private Q_SLOTS:
 
     void tintsCandidates_data()
     {
-        const Rows<QString, bool> row;
-        row("an unplaced resource", "top/new", true);
-        row("a placed one", "top/ch", false);
-        row("one without a type", "top", false);
+        const Rows<QString, QStringList, bool> row;
+        row("an unplaced resource", "top/new", {}, true);
+        row("a placed one", "top/ch", {}, false);
+        row("one without a type and parts", "top", {}, false);
+        row("a group of unplaced ones", "top", {"top/ch", "top/v"}, true);
+        row("an IP with an unplaced channel", "top/ip", {"top/ch", "top/new"}, true);
+        row("an IP whose channels are placed", "top/ip", {"top/ch", "top/pll"}, false);
+        row("a group that nobody can place", "top/held", {"top/new"}, false);
     }
 
     void tintsCandidates()
     {
-        const auto [resource, isTinted] = row<QString, bool>();
+        const auto [resource, parts, isTinted] = row<QString, QStringList, bool>();
         Aided aided;
-        aided.select(resource);
+        aided.select(resource, parts);
         QCOMPARE(ChipView::colorAt({40, 260}) != Grey, isTinted);
         QCOMPARE(aided.changedPixels({0, 60, 300, 170}), 0); // nothing else changes
-        if (!isTinted)
+        if (!isTinted) {
+            QCOMPARE(aided.aids->toolTipAt(ChipView::view()->mapFromScene(QPointF(240, 260))), QString());
             return;
+        }
         QWidget* viewport = ChipView::view()->viewport();
         drag<QDragEnterEvent>(viewport, {5, 5});
         QCOMPARE(ChipView::colorAt({40, 260}), Grey);
