@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "planning/candidatelayer.h"
 
+#include "graphics/elements/drawingcontroller.h"
+#include "graphics/elements/elementidset.h"
+
 #include <QGraphicsView>
 #include <QPainter>
 #include <QVector>
@@ -18,51 +21,58 @@ constexpr int SmallestWithEdge = 4; // pixels
 constexpr int SmallestWithInnerEdge = 12;
 constexpr int EdgeBreadth = 2;
 
+// Adds a frame inside a rectangle, in parts that do not overlap: a translucent colour would show where they do.
+void addFrame(QVector<QRect>& parts, const QRect& outside, int breadth)
+{
+    const int inner = outside.height() - 2 * breadth;
+    parts.append(QRect(outside.left(), outside.top(), outside.width(), breadth));
+    parts.append(QRect(outside.left(), outside.bottom() + 1 - breadth, outside.width(), breadth));
+    parts.append(QRect(outside.left(), outside.top() + breadth, breadth, inner));
+    parts.append(QRect(outside.right() + 1 - breadth, outside.top() + breadth, breadth, inner));
+}
+
 } // namespace
 
 CandidateLayer::CandidateLayer(QGraphicsView* view)
     : ZelViewLayer(view)
 { }
 
-void CandidateLayer::setAreas(std::vector<QRectF> areas)
+void CandidateLayer::setCandidates(std::vector<Candidate> candidates)
 {
-    if (areas.empty() && m_areas.empty())
+    if (candidates.empty() && m_candidates.empty())
         return;
-    m_areas = std::move(areas);
+    m_candidates = std::move(candidates);
     update();
 }
 
+// A site that is lit as a probable one shows that, and only that.
 void CandidateLayer::paint(QPainter& painter, const QRect& exposed)
 {
-    if (m_areas.empty() || !view())
+    if (m_candidates.empty() || !view())
         return;
     const QTransform transform = view()->viewportTransform();
+    const ElementIdSet& lit = DrawingController::current().highlightedIds();
     QVector<QRect> tints;
-    QVector<QRect> edges; // a QRect that is stroked is one pixel larger than one that is filled
+    QVector<QRect> edges;
     QVector<QRect> innerEdges;
-    for (const QRectF& area : m_areas) {
-        const QRect pixels = transform.mapRect(area).toAlignedRect();
-        if (!pixels.intersects(exposed))
+    for (const Candidate& candidate : m_candidates) {
+        const QRect pixels = transform.mapRect(candidate.area).toAlignedRect();
+        if (!pixels.intersects(exposed) || lit.contains(candidate.site))
             continue;
         tints.append(pixels);
         const int side = qMin(pixels.width(), pixels.height());
         if (side >= SmallestWithEdge)
-            edges.append(pixels.adjusted(0, 0, -1, -1));
-        if (side < SmallestWithInnerEdge)
-            continue;
-        for (int inset = 1; inset < EdgeBreadth; ++inset)
-            edges.append(pixels.adjusted(inset, inset, -inset - 1, -inset - 1));
-        innerEdges.append(pixels.adjusted(EdgeBreadth, EdgeBreadth, -EdgeBreadth - 1, -EdgeBreadth - 1));
+            addFrame(edges, pixels, side < SmallestWithInnerEdge ? 1 : EdgeBreadth);
+        if (side >= SmallestWithInnerEdge)
+            addFrame(innerEdges, pixels.adjusted(EdgeBreadth, EdgeBreadth, -EdgeBreadth, -EdgeBreadth), 1);
     }
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(CandidateTint);
-    painter.drawRects(tints);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(CandidateEdge);
-    painter.drawRects(edges);
-    painter.setPen(CandidateInnerEdge);
-    painter.drawRects(innerEdges);
+    for (const auto& [color, rects] : {std::pair(CandidateTint, &tints), std::pair(CandidateEdge, &edges),
+             std::pair(CandidateInnerEdge, &innerEdges)}) {
+        painter.setBrush(color);
+        painter.drawRects(*rects);
+    }
 }
 
 } // namespace mirn::zelchipview

@@ -17,12 +17,17 @@ class CandidateLayer final : public ZelViewLayer
 public:
     explicit CandidateLayer(QGraphicsView* view);
 
-    void setAreas(std::vector<QRectF> areas); // scene coordinates
+    struct Candidate
+    {
+        int site = -1; // element id
+        QRectF area; // scene coordinates
+    };
+    void setCandidates(std::vector<Candidate> candidates);
 
     void paint(QPainter& painter, const QRect& exposed) override;
 
 private:
-    std::vector<QRectF> m_areas;
+    std::vector<Candidate> m_candidates;
 };
 
 } // namespace mirn::zelchipview

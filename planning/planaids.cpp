@@ -221,15 +221,15 @@ void PlanAids::showCandidates()
     Parts& parts = *m_parts;
     const std::string row = parts.areCandidatesShown ? parts.selectedRow() : std::string();
     parts.candidate = parts.isUnplaced(row) ? row : std::string();
-    std::vector<QRectF> areas;
+    std::vector<CandidateLayer::Candidate> candidates;
     if (!parts.candidate.empty()) {
         for (int site : parts.candidatesFor(parts.candidate)) {
             const QRectF area = parts.areas.areaOf(site);
             if (!area.isNull())
-                areas.push_back(area);
+                candidates.push_back({site, area});
         }
     }
-    parts.candidateLayer->setAreas(std::move(areas));
+    parts.candidateLayer->setCandidates(std::move(candidates));
 }
 
 QString PlanAids::toolTipAt(QPoint position)
