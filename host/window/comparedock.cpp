@@ -74,7 +74,7 @@ std::vector<ListedDifference> listedDifferences(const std::vector<PlacementDiffe
 
 QString placementFileOf(const zelengine::Implementation& implementation)
 {
-    return implementation.directory + QStringLiteral("/placement.tcl");
+    return implementation.directory + QLatin1String(PlacementFile);
 }
 
 } // namespace
