@@ -21,11 +21,6 @@ const std::string& typeText(ResourceType type)
     return type == ResourceType::Folder ? group : texts[static_cast<int>(type)];
 }
 
-bool isPlaceable(const Resource& resource)
-{
-    return resource.type != ResourceType::Folder && resource.type != ResourceType::Ip;
-}
-
 // Returns, for example, ", 100 MHz".
 QString parameterList(const Design& design, int index)
 {
@@ -98,7 +93,7 @@ ResourceTree::Counts ResourceTree::count(const Design& design, const std::vector
     for (auto it = order.rbegin(); it != order.rend(); ++it) {
         const Resource& resource = design.resource(*it);
         Count& own = counts[*it];
-        if (isPlaceable(resource)) {
+        if (hasOwnSite(resource.type)) {
             ++own.all;
             own.placed += resource.site >= 0 ? 1 : 0;
             own.held += resource.isHeld() ? 1 : 0;
@@ -137,7 +132,7 @@ ResourceTree::Node& ResourceTree::makeNode(const Design& design, const Device& d
 std::string ResourceTree::summary(const Design& design, const Device& device, int index)
 {
     const Resource& resource = design.resource(index);
-    if (isPlaceable(resource)) {
+    if (hasOwnSite(resource.type)) {
         const Site* site = device.site(resource.site);
         const std::string how = resource.fixed ? "fixed on " : resource.locked ? "locked on " : "on ";
         const std::string place = site ? how + toEngineText(site->name) : "not placed";
@@ -147,7 +142,7 @@ std::string ResourceTree::summary(const Design& design, const Device& device, in
     int placed = 0;
     int locked = 0;
     for (int part : design.subtree(index)) {
-        all += isPlaceable(design.resource(part)) ? 1 : 0;
+        all += hasOwnSite(design.resource(part).type) ? 1 : 0;
         placed += design.resource(part).site >= 0 ? 1 : 0;
         locked += design.resource(part).locked ? 1 : 0;
     }

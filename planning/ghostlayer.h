@@ -13,6 +13,7 @@
 namespace mirn::zelchipview {
 
 class DragWatch;
+class ZelGraphicsView;
 
 // Shows, while a resource is dragged over the drawing, all sites that it would take if it were dropped now, with the
 // names of the parts that go there. A site that the drawing does not have shows nothing.

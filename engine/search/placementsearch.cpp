@@ -102,8 +102,7 @@ std::vector<int> PlacementSearch::placeable(const std::vector<int>& candidates) 
     std::vector<int> result;
     for (int index : candidates) {
         const Resource& resource = m_design.resource(index);
-        const bool hasSite = resource.type != ResourceType::Folder && resource.type != ResourceType::Ip;
-        if (hasSite && resource.site < 0 && !resource.fixed)
+        if (hasOwnSite(resource.type) && resource.site < 0 && !resource.fixed)
             result.push_back(index);
     }
     return result;

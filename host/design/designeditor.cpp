@@ -21,7 +21,6 @@ using zelengine::Refusal;
 
 namespace {
 
-const char PlacementFile[] = "/placement.tcl";
 const char JournalFile[] = "/journal.tcl";
 
 } // namespace

@@ -22,6 +22,8 @@ class ReferenceEngine;
 
 namespace mirn::zelchip {
 
+constexpr char PlacementFile[] = "/placement.tcl"; // behind an implementation's folder
+
 // All changes to the design go through this class. It asks the engine, writes each accepted change to the journal
 // before it answers, and keeps the undo steps. It refuses a change that it cannot journal or while another program is
 // changing the project. The project session owns it; it knows no widget. What brings a design back when its project is

@@ -22,8 +22,6 @@ using What = PlacementDifference::What;
 
 namespace {
 
-const char SavedPlacement[] = "/placement.tcl"; // in an implementation's folder
-
 QString flag(bool isSet)
 {
     return QString::number(isSet ? 1 : 0);
@@ -141,7 +139,7 @@ std::vector<PlacementDifference> placementDifferences(const ReferenceEngine& fro
 
 std::unique_ptr<ReferenceEngine> readPlacement(const DesignEditor& editor, const QString& fileName, QString* error)
 {
-    const QString file = QFileInfo(fileName).isDir() ? fileName + QLatin1String(SavedPlacement) : fileName;
+    const QString file = QFileInfo(fileName).isDir() ? fileName + QLatin1String(PlacementFile) : fileName;
     std::unique_ptr<ReferenceEngine> engine;
     if (!QFileInfo::exists(file))
         *error = tr("%1: there is no such file").arg(file);

@@ -35,8 +35,8 @@ QList<std::pair<QString, QString>> gestures()
             tr("place it; a note says why a site refuses it. Near a border the drawing "
                "scrolls; the wheel scrolls and zooms")},
         {tr("drag a selected site"),
-            tr("move its resource, or, if an IP is the selected row, all parts of the IP; on an occupied site a question "
-               "offers to swap, with Shift they swap at once")},
+            tr("move its resource, or, if an IP is the selected row, all parts of the IP; on an occupied site a "
+               "question offers to swap single resources, with Shift they swap at once")},
         {tr("select a resource"),
             tr("lines show what it needs and feeds, and the sites that take an unplaced one are tinted (View menu)")},
         {QString(), tr("rest on a line or on another site: names and length, or why the site does not take it")},

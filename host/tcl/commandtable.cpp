@@ -10,7 +10,8 @@ const std::vector<CommandEntry>& commandTable()
             "Places a resource on a site; the error says why a site refuses it.",
             "zel_resource place -rsc gateway/clocks/pll_video -id PLL_TR1", ""},
         {"zel_resource", "swap", "-rsc NAME -with NAME",
-            "Exchanges the sites of two placed resources, as one change; the error says why the rules forbid it.",
+            "Exchanges the sites of two placed resources, as one change; the error says why the rules forbid it. Only "
+            "single resources swap, no IP with its parts.",
             "zel_resource swap -rsc gateway/clocks/pll_video -with gateway/clocks/pll_ddr; undo", ""},
         {"zel_resource", "place -auto", "?-rsc NAME ...? ?-seconds N? ?-partial?",
             "Finds sites for all resources that have none, or for those named and what is below them, near to what "

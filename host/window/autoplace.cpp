@@ -38,9 +38,7 @@ std::unique_ptr<const PlacementSearch> searchOf(
 
 bool isUnplaced(const zelengine::Resource& resource)
 {
-    const bool hasSites
-        = resource.type != zelengine::ResourceType::Folder && resource.type != zelengine::ResourceType::Ip;
-    return hasSites && resource.site < 0;
+    return zelengine::hasOwnSite(resource.type) && resource.site < 0;
 }
 
 } // namespace

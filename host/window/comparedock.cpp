@@ -13,7 +13,6 @@
 #include <QAction>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMainWindow>
 #include <QMenu>
 
 #include <utility>
@@ -75,26 +74,17 @@ std::vector<ListedDifference> listedDifferences(const std::vector<PlacementDiffe
 
 QString placementFileOf(const zelengine::Implementation& implementation)
 {
-    return implementation.directory + QStringLiteral("/placement.tcl");
+    return implementation.directory + QLatin1String(PlacementFile);
 }
 
 } // namespace
 
 CompareDock::CompareDock(QMainWindow* window, QDockWidget* console, Area area)
-    : QDockWidget(window)
-    , m_console(console)
-    , m_area(std::move(area))
+    : ListDock(window, console, QStringLiteral("Comparison"),
+        {tr("Comparison"), tr("Comparison (%1)"), tr("Co&mparison")}, std::move(area))
     , m_list(new DifferenceList([this](const ListedDifference& difference) { show(difference); }, this))
 {
-    setObjectName(QStringLiteral("Comparison"));
     setWidget(m_list);
-    setCount(0);
-    window->addDockWidget(Qt::BottomDockWidgetArea, this);
-    hide();
-    connect(toggleViewAction(), &QAction::triggered, this, [this](bool isShown) {
-        if (isShown)
-            come();
-    });
 }
 
 CompareDock::~CompareDock() = default;
@@ -107,12 +97,12 @@ void CompareDock::setMenu(QMenu* menu)
 void CompareDock::fillMenu(QMenu* menu)
 {
     menu->clear();
-    const DrawingArea* area = m_area();
-    if (!area)
+    const DrawingArea* shown = area();
+    if (!shown)
         return;
     connect(menu->addAction(tr("The &Saved One")), &QAction::triggered, this, [this] { compareWith({}); });
     connect(menu->addAction(tr("A &File...")), &QAction::triggered, this, &CompareDock::chooseFile);
-    const DesignEditor& editor = area->session().editor();
+    const DesignEditor& editor = shown->session().editor();
     for (const zelengine::Implementation& implementation : editor.engine().project().implementations) {
         const QString file = placementFileOf(implementation);
         if (file == editor.placementFile())
@@ -127,8 +117,8 @@ void CompareDock::fillMenu(QMenu* menu)
 
 void CompareDock::chooseFile()
 {
-    const DrawingArea* area = m_area();
-    const QString folder = area ? QFileInfo(area->session().editor().placementFile()).path() : QString();
+    const DrawingArea* shown = area();
+    const QString folder = shown ? QFileInfo(shown->session().editor().placementFile()).path() : QString();
     const QString file = QFileDialog::getOpenFileName(
         parentWidget(), tr("Compare Placement"), folder, tr("Placement files (*.tcl);;All files (*)"));
     if (!file.isEmpty())
@@ -137,8 +127,8 @@ void CompareDock::chooseFile()
 
 void CompareDock::compareWith(const Other& other)
 {
-    const DrawingArea* area = m_area();
-    m_editor = area ? &area->session().editor() : nullptr;
+    const DrawingArea* shown = area();
+    m_editor = shown ? &shown->session().editor() : nullptr;
     m_other = other;
     m_content.clear();
     come();
@@ -147,14 +137,14 @@ void CompareDock::compareWith(const Other& other)
 
 void CompareDock::refresh()
 {
-    const DrawingArea* area = m_area();
-    if (!area)
+    const DrawingArea* shown = area();
+    if (!shown)
         return;
     if (!isVisible()) {
         setCount(0); // nothing is compared, and a tab must not show the count of before
         return;
     }
-    const DesignEditor& editor = area->session().editor();
+    const DesignEditor& editor = shown->session().editor();
     if (m_editor != &editor) { // another project
         m_other = {};
         m_content.clear();
@@ -183,44 +173,15 @@ QString CompareDock::readAgain(const DesignEditor& editor)
     return m_error;
 }
 
-// A tab bar takes the focus even while it has but one tab and is not seen. Therefore there is none before.
-void CompareDock::come()
-{
-    if (!m_hasCome)
-        qobject_cast<QMainWindow*>(parentWidget())->tabifyDockWidget(m_console, this);
-    m_hasCome = true;
-    QDockWidget::show();
-    raise();
-    m_list->setFocus();
-}
-
-QWidget* CompareDock::list() const
-{
-    return m_list;
-}
-
-void CompareDock::showEvent(QShowEvent* event)
-{
-    QDockWidget::showEvent(event);
-    refresh();
-}
-
-// The menu has the name without the count.
-void CompareDock::setCount(int count)
-{
-    setWindowTitle(count == 0 ? tr("Comparison") : tr("Comparison (%1)").arg(locale().toString(count)));
-    toggleViewAction()->setText(tr("Co&mparison"));
-}
-
 // The focus stays in the list, so that one can go from row to row.
 void CompareDock::show(const ListedDifference& difference)
 {
-    DrawingArea* area = m_area();
-    if (!area)
+    DrawingArea* shown = area();
+    if (!shown)
         return;
-    area->selectRow(difference.name);
+    shown->selectRow(difference.name);
     if (!difference.sites.empty())
-        area->selectAndZoom(difference.sites);
+        shown->selectAndZoom(difference.sites);
 }
 
 } // namespace mirn::zelchip

@@ -89,6 +89,8 @@ DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_fit = new DrawingFit(m_graphicsView); // child of the view
     m_fit->fit();
     m_history = new ViewHistory(m_graphicsView); // child of the view
+    // Qt asks the last installed event filter first. The aids of the planning menu come later, so that a line or the
+    // reason of a refusal goes before the resource of the site.
     new zelchipview::ResourceTip(m_graphicsView, *m_session->engine()); // child of the view
     m_overview = new zelchipview::OverviewMap(m_graphicsView); // child of the viewport
     QObject::connect(m_fit, &DrawingFit::refitted, m_history, &ViewHistory::replace);

@@ -61,6 +61,7 @@ QList<QAction*> PlanningMenu::choices() const
 
 void PlanningMenu::begin(const DrawingArea& area)
 {
+    // Made after the area's ResourceTip, because of two event filters that answer tooltips the last one is asked first.
     m_aids = new PlanAids(area.graphicsView(), area.tree(), *area.session().engine()); // child of the view
     apply();
 }
