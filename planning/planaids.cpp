@@ -4,11 +4,14 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/elements/elementidset.h"
 #include "graphics/zelconstants.h"
+#include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "planning/candidatelayer.h"
 #include "planning/connectionlayer.h"
+#include "planning/elementprobe.h"
 #include "planning/planlines.h"
+#include "planning/sentence.h"
 #include "planning/siteareas.h"
 #include "platform/contract/zelchipengine.h"
 #include "platform/contract/zelplanengine.h"
@@ -220,6 +223,7 @@ void PlanAids::setCandidatesShown(bool areShown)
 
 void PlanAids::refresh()
 {
+    m_parts->areas.clear();
     m_parts->answers.reset();
     m_parts->sites.clear();
     m_parts->areAllCurrent = false;
@@ -278,13 +282,13 @@ QString PlanAids::toolTipAt(QPoint position)
         return describe(*line, parts.shownConnections()[static_cast<std::size_t>(line->connection)]);
     if (parts.candidate.empty() || !parts.candidateLayer->isShown())
         return {};
-    const int site = siteAt(*parts.view, position);
+    const ZELGraphicItemAttribute* element = elementAt(*parts.view, position);
+    const int site = element ? element->itemId : -1;
     const std::vector<int>& candidates = parts.candidatesFor(parts.candidate);
     if (site < 0 || std::find(candidates.begin(), candidates.end(), site) != candidates.end())
         return {};
     const std::string id = std::to_string(site);
-    const QString reason = fromEngineText(parts.engine.refusalReason(&parts.candidate, &id));
-    return reason.left(1).toUpper() + reason.mid(1);
+    return asSentence(fromEngineText(parts.engine.refusalReason(&parts.candidate, &id)));
 }
 
 bool PlanAids::eventFilter(QObject* watched, QEvent* event)

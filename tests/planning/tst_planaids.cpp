@@ -274,7 +274,7 @@ private Q_SLOTS:
         row("on a line", "top/clk", {59, 190}, "top/clk feeds top/<ch>\nLength 140.0");
         row("within four pixels of it", "top/clk", {63, 190}, "top/clk feeds top/<ch>\nLength 140.0");
         row("further away", "top/clk", {67, 190}, "");
-        row("a site that is no candidate", "top/new", {240, 260}, "Top/new is too large for 4");
+        row("a site that is no candidate", "top/new", {240, 260}, "top/new is too large for 4");
         row("a candidate", "top/new", {40, 260}, "");
         row("beside the sites", "top/new", {140, 200}, "");
         row("a placed resource", "top/ch", {240, 260}, "");
