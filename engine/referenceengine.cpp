@@ -322,14 +322,7 @@ bool ReferenceEngine::showProbPlaceItem(
 
 std::vector<zelconnection> ReferenceEngine::connections()
 {
-    std::vector<zelconnection> result;
-    for (const Connection& connection : keptConnections()) {
-        const Resource& from = m_design.resource(connection.from);
-        const Resource& to = m_design.resource(connection.to);
-        result.push_back(
-            {toEngineText(from.path), toEngineText(to.path), from.site, to.site, toEngineText(connection.broken)});
-    }
-    return result;
+    return withNames(keptConnections());
 }
 
 const std::vector<Connection>& ReferenceEngine::keptConnections()
@@ -337,6 +330,25 @@ const std::vector<Connection>& ReferenceEngine::keptConnections()
     if (!m_connections)
         m_connections = connectionsOf(m_device, m_design, m_settings);
     return *m_connections;
+}
+
+std::vector<zelconnection> ReferenceEngine::connectionsOf(const std::string* rsc)
+{
+    const int index = m_design.find(fromEngineText(*rsc));
+    return index < 0 ? std::vector<zelconnection>()
+                     : withNames(zelengine::connectionsOf(m_device, m_design, m_settings, index));
+}
+
+std::vector<zelconnection> ReferenceEngine::withNames(const std::vector<Connection>& found) const
+{
+    std::vector<zelconnection> result;
+    for (const Connection& connection : found) {
+        const Resource& from = m_design.resource(connection.from);
+        const Resource& to = m_design.resource(connection.to);
+        result.push_back(
+            {toEngineText(from.path), toEngineText(to.path), from.site, to.site, toEngineText(connection.broken)});
+    }
+    return result;
 }
 
 std::vector<int> ReferenceEngine::sitesFor(const std::string* rsc)

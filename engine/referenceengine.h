@@ -25,6 +25,8 @@
 
 namespace mirn::zelengine {
 
+struct Connection;
+
 // The engine that makes the chip view work out of the box: device and design come from files, placements from commands.
 // The host owns it. It is a facade: the classes of its members hold the logic.
 class ReferenceEngine final : public zelchipengine, public zelplanengine
@@ -121,6 +123,7 @@ public:
     void refresh(int kind) override;
 
     [[nodiscard]] std::vector<zelconnection> connections() override;
+    [[nodiscard]] std::vector<zelconnection> connectionsOf(const std::string* rsc) override;
     [[nodiscard]] std::vector<int> sitesFor(const std::string* rsc) override;
     [[nodiscard]] std::vector<zelsite> sites() override;
     [[nodiscard]] std::vector<int> sitesOfKind(const std::string* rsc) override;
@@ -139,6 +142,7 @@ private:
     [[nodiscard]] const std::vector<Connection>& keptConnections();
     void designChanged();
     void stateChanged();
+    [[nodiscard]] std::vector<zelconnection> withNames(const std::vector<Connection>& found) const;
 
     Project m_project;
     Device m_device;

@@ -4,6 +4,7 @@
 #include "graphics/elements/chipelement.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
+#include "planning/siteplaces.h"
 
 #include <QColor>
 #include <QGraphicsItem>
@@ -11,6 +12,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 namespace mirn::zelchipview {
 
@@ -22,7 +24,8 @@ constexpr int SmallestBadge = 7;
 constexpr int LargestBadge = 16;
 constexpr double BadgeShare = 0.5; // of the element's shorter side
 constexpr double BadgeMargin = 1;
-constexpr int MostBadges = 1000; // in one paint
+constexpr int MostBadges = 1000; // in the viewport
+constexpr double SmallestAmongMany = 40; // side of a marked element if there are more
 
 // The padlock stands on a light disc, so that it can be seen on every colour that a site can have.
 const QColor BadgeGround(255, 255, 255, 225);
@@ -32,18 +35,6 @@ const ZELGraphicItemAttribute* attributeOfItem(const QGraphicsItem* item)
 {
     const auto* element = dynamic_cast<const ChipElement*>(item);
     return element ? element->attribute() : nullptr;
-}
-
-// The outline of a site is the lowest of its rects; details and texts inside it have the same id.
-const QGraphicsItem* outlineAmong(const QList<QGraphicsItem*>& items)
-{
-    const auto isBefore = [](const QGraphicsItem* a, const QGraphicsItem* b) {
-        const bool isRect = a->type() == QGraphicsRectItem::Type;
-        const bool isOtherRect = b->type() == QGraphicsRectItem::Type;
-        return isRect != isOtherRect ? isRect : a->zValue() < b->zValue();
-    };
-    const auto lowest = std::min_element(items.begin(), items.end(), isBefore);
-    return lowest == items.end() ? nullptr : *lowest;
 }
 
 } // namespace
@@ -57,37 +48,53 @@ LockLayer::~LockLayer() = default;
 void LockLayer::setElements(const std::vector<int>& ids)
 {
     auto* scene = view() ? qobject_cast<ZelGraphicsScene*>(view()->scene()) : nullptr;
-    if (!scene || ids == m_ids)
+    if (!scene)
         return;
-    m_ids = ids;
-    m_places.clear();
+    std::vector<Place> places;
     for (int id : ids) {
-        const QGraphicsItem* item = outlineAmong(scene->itemsOf(id));
+        const QGraphicsItem* item = outlineOf(*scene, id);
         if (const ZELGraphicItemAttribute* attribute = attributeOfItem(item))
-            m_places.push_back({item->sceneBoundingRect(), attribute->layer});
+            places.push_back({item->sceneBoundingRect(), attribute->layer});
     }
+    m_ids = ids;
+    if (places == m_places) // another drawing may have the elements elsewhere
+        return;
+    m_places = std::move(places);
     update();
 }
 
 void LockLayer::paint(QPainter& painter, const QRect& exposed)
 {
-    auto* scene = qobject_cast<ZelGraphicsScene*>(view()->scene());
+    auto* scene = view() ? qobject_cast<ZelGraphicsScene*>(view()->scene()) : nullptr;
     if (!scene)
         return;
     const QTransform toView = view()->viewportTransform();
     const double pixelRatio = view()->viewport()->devicePixelRatioF();
-    int count = 0;
+    const double smallestSide = smallestMarkedSide(*scene);
     for (const Place& place : m_places) {
         const QRectF area = toView.mapRect(place.area);
         const double side = std::min(area.width(), area.height());
-        if (side < SmallestMarkedSide || !area.intersects(exposed) || !scene->isLayerVisible(place.layer))
+        if (side < smallestSide || !area.intersects(exposed) || !scene->isLayerVisible(place.layer))
             continue;
-        if (++count > MostBadges)
-            return;
         const int size = std::clamp(static_cast<int>(side * BadgeShare), SmallestBadge, LargestBadge);
         painter.drawPixmap(
             QPointF(area.right() - size - BadgeMargin, area.top() + BadgeMargin), badge(size, pixelRatio));
     }
+}
+
+// It counts all that is shown and not only what is exposed, so that every part of the view has the same padlocks.
+double LockLayer::smallestMarkedSide(ZelGraphicsScene& scene) const
+{
+    const QTransform toView = view()->viewportTransform();
+    const QRectF viewport = view()->viewport()->rect();
+    int count = 0;
+    for (const Place& place : m_places) {
+        const QRectF area = toView.mapRect(place.area);
+        if (std::min(area.width(), area.height()) >= SmallestMarkedSide && area.intersects(viewport)
+            && scene.isLayerVisible(place.layer) && ++count > MostBadges)
+            return SmallestAmongMany;
+    }
+    return SmallestMarkedSide;
 }
 
 // Sites of one kind have one size, so one picture serves for many of them.

@@ -13,9 +13,11 @@ class QColor;
 
 namespace mirn::zelchipview {
 
+class ZelGraphicsScene;
+
 // Marks elements, such as the sites of locked resources, by a small padlock in their top right corner. An element that
-// is too small on the screen, or on a hidden layer, has none. It knows no engine: the host says which elements they
-// are.
+// is too small on the screen, or on a hidden layer, has none; where very many are in sight, only large ones have it. It
+// knows no engine: the host says which elements they are.
 class ZELCHIPGUI_EXPORT LockLayer final : public ZelViewLayer
 {
     Q_OBJECT
@@ -24,7 +26,8 @@ public:
     explicit LockLayer(QGraphicsView* view);
     ~LockLayer() override;
 
-    // Sets the ids of the elements that have a padlock; those that the drawing does not have are ignored.
+    // Sets the ids of the elements that have a padlock; those that the drawing does not have are ignored. Call it again
+    // after another drawing was loaded.
     void setElements(const std::vector<int>& ids);
     [[nodiscard]] const std::vector<int>& elements() const { return m_ids; }
 
@@ -39,8 +42,11 @@ private:
     {
         QRectF area; // scene units
         int layer;
+
+        [[nodiscard]] bool operator==(const Place& other) const { return area == other.area && layer == other.layer; }
     };
 
+    [[nodiscard]] double smallestMarkedSide(ZelGraphicsScene& scene) const;
     [[nodiscard]] const QPixmap& badge(int size, double pixelRatio);
 
     std::vector<int> m_ids;

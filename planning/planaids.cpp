@@ -4,11 +4,14 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/elements/elementidset.h"
 #include "graphics/zelconstants.h"
+#include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "planning/candidatelayer.h"
 #include "planning/connectionlayer.h"
+#include "planning/elementprobe.h"
 #include "planning/planlines.h"
+#include "planning/sentence.h"
 #include "planning/siteareas.h"
 #include "platform/contract/zelchipengine.h"
 #include "platform/contract/zelplanengine.h"
@@ -22,13 +25,17 @@
 #include <QTreeWidget>
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
+#include <set>
+#include <string>
 #include <utility>
 
 namespace mirn::zelchipview {
 
 namespace {
 
+constexpr std::size_t MostWithAllPairs = 16; // selected resources
 constexpr int ToolTipReach = 4; // pixels that the pointer may move while a tool tip stays
 
 bool isPartOf(const std::string& resource, const std::string& branch)
@@ -70,6 +77,50 @@ struct PlanAids::Parts
         if (!answers)
             answers = plan ? plan->connections() : std::vector<zelconnection>();
         return *answers;
+    }
+
+    const std::vector<zelconnection>& shownConnections()
+    {
+        return connections == Connections::All ? allConnections() : ofSelection;
+    }
+
+    // All connections of what is selected; if these are a few resources, with all pairs.
+    std::vector<zelconnection> findOfSelection()
+    {
+        const ElementIdSet& selected = ZELChipViewDatabase::getInstance()->selectedIds();
+        const std::string row = selectedRow();
+        if (selected.isEmpty() && row.empty())
+            return {};
+        std::set<std::string> resources;
+        const auto isSelected = [&](const std::string& resource, int site) {
+            const bool isOne = (site >= 0 && selected.contains(site)) || (!row.empty() && isPartOf(resource, row));
+            if (isOne)
+                resources.insert(resource);
+            return isOne;
+        };
+        std::vector<zelconnection> found;
+        for (const zelconnection& each : allConnections()) {
+            const bool isFromSelected = isSelected(each.from, each.fromSite);
+            if (isSelected(each.to, each.toSite) || isFromSelected)
+                found.push_back(each);
+        }
+        if (resources.size() <= MostWithAllPairs)
+            addPairs(resources, found);
+        return found;
+    }
+
+    void addPairs(const std::set<std::string>& resources, std::vector<zelconnection>& found)
+    {
+        std::set<std::pair<std::string, std::string>> known;
+        const auto isNew
+            = [&known](const zelconnection& each) { return known.insert(std::minmax(each.from, each.to)).second; };
+        std::for_each(found.begin(), found.end(), isNew);
+        for (const std::string& resource : resources) {
+            for (const zelconnection& each : plan->connectionsOf(&resource)) {
+                if (isNew(each))
+                    found.push_back(each);
+            }
+        }
     }
 
     const std::vector<int>& candidatesFor(const std::string& resource)
@@ -121,6 +172,7 @@ struct PlanAids::Parts
     ConnectionLayer* const connectionLayer;
     QTimer soon; // brings the aids up to date once after a series of changes
     std::optional<std::vector<zelconnection>> answers;
+    std::vector<zelconnection> ofSelection; // the connections of what is selected
     QHash<QByteArray, std::vector<int>> sites; // by resource
     std::string candidate; // the resource whose sites are tinted; empty if none is
     Connections connections = Connections::OfSelection;
@@ -171,6 +223,7 @@ void PlanAids::setCandidatesShown(bool areShown)
 
 void PlanAids::refresh()
 {
+    m_parts->areas.clear();
     m_parts->answers.reset();
     m_parts->sites.clear();
     m_parts->areAllCurrent = false;
@@ -200,20 +253,10 @@ void PlanAids::showConnections()
                 ConnectionLayer::Style::Thin);
         return;
     }
-    const ElementIdSet& selected = ZELChipViewDatabase::getInstance()->selectedIds();
-    const std::string row = parts.selectedRow();
-    if (parts.connections == Connections::Off || (selected.isEmpty() && row.empty())) {
-        parts.connectionLayer->setLines({}, ConnectionLayer::Style::Strong);
-        return;
-    }
-    const auto isSelected = [&](const std::string& resource, int site) {
-        return (site >= 0 && selected.contains(site)) || (!row.empty() && isPartOf(resource, row));
-    };
-    const auto isWanted = [&](const zelconnection& connection) {
-        return isSelected(connection.from, connection.fromSite) || isSelected(connection.to, connection.toSite);
-    };
+    parts.ofSelection = parts.connections == Connections::Off ? std::vector<zelconnection>() : parts.findOfSelection();
     parts.connectionLayer->setLines(
-        parts.planLines.linesOf(parts.allConnections(), isWanted), ConnectionLayer::Style::Strong);
+        parts.planLines.linesOf(parts.ofSelection, [](const zelconnection&) { return true; }),
+        ConnectionLayer::Style::Strong);
 }
 
 void PlanAids::showCandidates()
@@ -236,16 +279,16 @@ QString PlanAids::toolTipAt(QPoint position)
 {
     Parts& parts = *m_parts;
     if (const PlanLine* line = parts.connectionLayer->lineAt(position))
-        return describe(*line, parts.allConnections()[static_cast<std::size_t>(line->connection)]);
+        return describe(*line, parts.shownConnections()[static_cast<std::size_t>(line->connection)]);
     if (parts.candidate.empty() || !parts.candidateLayer->isShown())
         return {};
-    const int site = siteAt(*parts.view, position);
+    const ZELGraphicItemAttribute* element = elementAt(*parts.view, position);
+    const int site = element ? element->itemId : -1;
     const std::vector<int>& candidates = parts.candidatesFor(parts.candidate);
     if (site < 0 || std::find(candidates.begin(), candidates.end(), site) != candidates.end())
         return {};
     const std::string id = std::to_string(site);
-    const QString reason = fromEngineText(parts.engine.refusalReason(&parts.candidate, &id));
-    return reason.left(1).toUpper() + reason.mid(1);
+    return asSentence(fromEngineText(parts.engine.refusalReason(&parts.candidate, &id)));
 }
 
 bool PlanAids::eventFilter(QObject* watched, QEvent* event)

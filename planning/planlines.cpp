@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "planning/planlines.h"
 
+#include "planning/sentence.h"
 #include "planning/siteareas.h"
 #include "platform/contract/zelchipengine.h"
 #include "platform/contract/zelplanengine.h"
@@ -132,7 +133,7 @@ QString describe(const PlanLine& line, const zelconnection& connection)
     else
         text += lineText("Length %1").arg(QLineF(line.from, line.to).length(), 0, 'f', 1);
     const QString broken = fromEngineText(connection.broken);
-    return broken.isEmpty() ? text : text + QLatin1Char('\n') + broken.left(1).toUpper() + broken.mid(1);
+    return broken.isEmpty() ? text : text + QLatin1Char('\n') + asSentence(broken);
 }
 
 } // namespace mirn::zelchipview

@@ -41,7 +41,34 @@ public:
         return std::move(m_found);
     }
 
+    [[nodiscard]] std::vector<Connection> findOf(int index)
+    {
+        const Resource& resource = m_design.resource(index);
+        if (resource.type == ResourceType::ExtRef || resource.type == ResourceType::Pll)
+            addClock(index);
+        else if (resource.type == ResourceType::DcuChannel && m_design.ipOf(index) >= 0)
+            addChannel(index, m_design.ipOf(index));
+        else if (resource.type == ResourceType::Uvccio && resource.site >= 0)
+            addPairs(index, suppliesOf(m_device.site(resource.site)->group));
+        return std::move(m_found);
+    }
+
 private:
+    void addChannel(int channel, int ip)
+    {
+        for (int clock : m_design.clocksOf(ip))
+            add(clock, channel);
+        addPairs(channel, m_design.partsOf(ip, ResourceType::DcuChannel));
+    }
+
+    void addPairs(int member, const std::vector<int>& members)
+    {
+        for (int other : members) {
+            if (other != member)
+                add(member, other);
+        }
+    }
+
     void addClock(int clock)
     {
         for (int ip : m_design.fedBy(clock)) {
@@ -68,13 +95,18 @@ private:
         if (site.group.isEmpty() || m_banks.contains(site.group))
             return;
         m_banks.insert(site.group);
+        addChain(suppliesOf(site.group), [this](int supply) { return m_design.resource(supply).voltage; });
+    }
+
+    [[nodiscard]] std::vector<int> suppliesOf(const QString& bank) const
+    {
         std::vector<int> supplies;
-        for (const Site* each : m_device.sitesOfGroup(site.group)) {
-            const int occupant = m_design.occupant(each->id);
+        for (const Site* site : bank.isEmpty() ? std::vector<const Site*>() : m_device.sitesOfGroup(bank)) {
+            const int occupant = m_design.occupant(site->id);
             if (occupant >= 0 && m_design.resource(occupant).type == ResourceType::Uvccio)
                 supplies.push_back(occupant);
         }
-        addChain(supplies, [this](int supply) { return m_design.resource(supply).voltage; });
+        return supplies;
     }
 
     // Members of one class, the unit or the voltage, never exclude each other.
@@ -131,6 +163,12 @@ private:
 std::vector<Connection> connectionsOf(const Device& device, const Design& design, const SettingStore& settings)
 {
     return ConnectionFinder(device, design, settings).find();
+}
+
+std::vector<Connection> connectionsOf(
+    const Device& device, const Design& design, const SettingStore& settings, int resource)
+{
+    return ConnectionFinder(device, design, settings).findOf(resource);
 }
 
 } // namespace mirn::zelengine

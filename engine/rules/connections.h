@@ -31,4 +31,9 @@ struct Connection
 [[nodiscard]] std::vector<Connection> connectionsOf(
     const Device& device, const Design& design, const SettingStore& settings);
 
+// Finds the connections of one resource with all pairs: of a clock source to the channels that it serves, of a channel
+// to its clock sources and to each other channel of its IP, of a placed supply to each other of its bank.
+[[nodiscard]] std::vector<Connection> connectionsOf(
+    const Device& device, const Design& design, const SettingStore& settings, int resource);
+
 } // namespace mirn::zelengine

@@ -43,8 +43,13 @@ public:
     zelplanengine(const zelplanengine&) = delete;
     zelplanengine& operator=(const zelplanengine&) = delete;
 
-    // Returns all connections of the design. Every two resources that are connected for the same reason are there once.
+    // Returns all connections of the design, each once. Where each of many resources is connected to each other, a
+    // chain of them is enough.
     [[nodiscard]] virtual std::vector<zelconnection> connections();
+
+    // Returns the connections of one resource to each other, also those to members of an IP or a bank that
+    // connections() may leave out. The answer here are those of connections().
+    [[nodiscard]] virtual std::vector<zelconnection> connectionsOf(const std::string* rsc);
 
     // Returns the ids of the elements on which a resource may be placed now.
     [[nodiscard]] virtual std::vector<int> sitesFor(const std::string* rsc);

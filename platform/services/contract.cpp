@@ -30,6 +30,16 @@ std::vector<zelconnection> zelplanengine::connections()
     return {};
 }
 
+std::vector<zelconnection> zelplanengine::connectionsOf(const std::string* rsc)
+{
+    std::vector<zelconnection> result;
+    for (const zelconnection& connection : connections()) {
+        if (connection.from == *rsc || connection.to == *rsc)
+            result.push_back(connection);
+    }
+    return result;
+}
+
 std::vector<int> zelplanengine::sitesFor(const std::string* /*rsc*/)
 {
     return {};

@@ -62,7 +62,7 @@ private Q_SLOTS:
         auto [state, expected] = row<QString, QStringList>();
         m_engine = openEngine(m_folder.path());
         enter(state);
-        QStringList found = texts();
+        QStringList found = texts(m_engine->connections());
         found.sort();
         expected.sort();
         QCOMPARE(found, expected);
@@ -77,10 +77,35 @@ private Q_SLOTS:
                 R"("name": "V1_1", "kind": "SUPPLY", "group": "BANK0")"));
         m_engine = openEngine(folder.path());
         enter("v33@V0_1 any@V0_2 v18@V1_1");
-        const QStringList found = texts();
+        const QStringList found = texts(m_engine->connections());
         QVERIFY(found.contains("v33>any"));
         QVERIFY(found.contains("any>v18"));
         QVERIFY(found.contains("v33>v18: top/v33 needs 3.3 V, but top/v18 gives 1.8 V to BANK0"));
+    }
+
+    void findsAllPairsOfOne_data()
+    {
+        const Rows<QString, QStringList> row;
+        row("a channel", "ip/a", {"ip/ref>ip/a", "ip/a>ip/b", "ip/a>ip/c: top/ip/c is in U2, which is not next to U0"});
+        row("the last of the chain", "ip/c",
+            {"ip/ref>ip/c", "ip/c>ip/a: top/ip/a is in U0, which is not next to U2",
+                "ip/c>ip/b: top/ip/b is in U1, which is not next to U2"});
+        row("a clock", "pll", {"pll>solo/d"});
+        row("a supply", "any", {"any>v33", "any>v18"});
+        row("an IP", "ip", {});
+    }
+
+    void findsAllPairsOfOne()
+    {
+        const auto [resource, expected] = row<QString, QStringList>();
+        ProjectFolder folder(DESIGN);
+        folder.write("device.json",
+            smallDevice().replace(R"("name": "V1_1", "kind": "SUPPLY", "group": "BANK1")",
+                R"("name": "V1_1", "kind": "SUPPLY", "group": "BANK0")"));
+        m_engine = openEngine(folder.path());
+        enter("ip/a@U0_CH0 ip/b@U1_CH0 ip/c@U2_CH0 v33@V0_1 any@V0_2 v18@V1_1");
+        const std::string name = "top/" + resource.toStdString();
+        QCOMPARE(texts(m_engine->connectionsOf(&name)), expected);
     }
 
     void followsEveryChange()
@@ -107,10 +132,10 @@ private:
         m_engine->setSites(placements);
     }
 
-    [[nodiscard]] QStringList texts() const
+    static QStringList texts(const std::vector<zelconnection>& connections)
     {
         QStringList result;
-        for (const zelconnection& each : m_engine->connections()) {
+        for (const zelconnection& each : connections) {
             const QString names = QString::fromStdString(each.from + '>' + each.to).remove("top/");
             result.append(each.broken.empty() ? names : names + ": " + QString::fromStdString(each.broken));
         }

@@ -30,6 +30,10 @@ public:
         ++questions;
         return candidates;
     }
+    std::vector<zelconnection> connectionsOf(const std::string* rsc) override
+    {
+        return *rsc == "top/ch" ? pairs : zelplanengine::connectionsOf(rsc);
+    }
     int siteOf(const std::string* rsc) override { return *rsc == "top/clk" ? 1 : *rsc == "top/ch" ? 2 : -1; }
     std::string refusalToPlace(const std::string* rsc) override { return *rsc == "top/held" ? "it is held" : ""; }
     std::string refusalReason(const std::string* rsc, const std::string* site) override
@@ -38,6 +42,7 @@ public:
     }
 
     std::vector<zelconnection> connected;
+    std::vector<zelconnection> pairs; // those of top/ch
     std::vector<int> candidates{3};
     int questions = 0;
 };
@@ -136,6 +141,34 @@ private Q_SLOTS:
         aided.aids->setConnections(Shown::Off);
         ChipView::scene()->clearSelectedItems();
         QCOMPARE(aided.changedPixels(NearFrom) + aided.changedPixels(NearTo), 0);
+    }
+
+    // Of a few selected resources all pairs are shown, each once, and among all resources the chain only.
+    void showsAllPairsOfASelectedResource_data()
+    {
+        const Rows<Shown, QString, int, int> row; // selected row and element; lines at site 4, which the pair leads to
+        row("its row", Shown::OfSelection, "top/ch", 0, 1);
+        row("its site", Shown::OfSelection, "", 2, 1);
+        row("another row", Shown::OfSelection, "top/clk", 0, 0);
+        row("all", Shown::All, "top/ch", 2, 0);
+    }
+
+    void showsAllPairsOfASelectedResource()
+    {
+        const auto [shown, resource, element, count] = row<Shown, QString, int, int>();
+        Aided aided;
+        aided.engine.connected = {{"top/clk", "top/ch", 1, 2, ""}};
+        aided.engine.pairs = {{"top/ch", "top/clk", 2, 1, ""}, {"top/ch", "top/far", 2, 4, "too far"}};
+        aided.aids->setCandidatesShown(false);
+        aided.aids->setConnections(shown);
+        if (!resource.isEmpty())
+            aided.select(resource);
+        if (element != 0)
+            ChipView::database()->addSelctedItem(element, false);
+        aided.aids->settle();
+        QCOMPARE(ChipView::colorAt({240, 260}) != Grey, count > 0);
+        const QPoint middle = ChipView::view()->mapFromScene(QPointF(221, 190));
+        QCOMPARE(aided.aids->toolTipAt(middle).contains("top/ch and top/far belong together"), count > 0);
     }
 
     // The stub is short, dashed, and leads to the nearest site that takes the resource.
@@ -241,7 +274,7 @@ private Q_SLOTS:
         row("on a line", "top/clk", {59, 190}, "top/clk feeds top/<ch>\nLength 140.0");
         row("within four pixels of it", "top/clk", {63, 190}, "top/clk feeds top/<ch>\nLength 140.0");
         row("further away", "top/clk", {67, 190}, "");
-        row("a site that is no candidate", "top/new", {240, 260}, "Top/new is too large for 4");
+        row("a site that is no candidate", "top/new", {240, 260}, "top/new is too large for 4");
         row("a candidate", "top/new", {40, 260}, "");
         row("beside the sites", "top/new", {140, 200}, "");
         row("a placed resource", "top/ch", {240, 260}, "");
