@@ -328,7 +328,7 @@ std::vector<zelconnection> ReferenceEngine::connections()
 const std::vector<Connection>& ReferenceEngine::keptConnections()
 {
     if (!m_connections)
-        m_connections = connectionsOf(m_device, m_design, m_settings);
+        m_connections = zelengine::connectionsOf(m_device, m_design, m_settings);
     return *m_connections;
 }
 
