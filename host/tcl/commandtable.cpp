@@ -68,6 +68,9 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_view", "names", "?0|1?",
             "Shows (1) or hides (0) the names of resources on their sites; without a number it returns which.",
             "zel_view names 0; zel_view names 1; zel_view names", "1"},
+        {"zel_view", "overview", "?0|1?",
+            "Has the overview map come at high scales (1) or never (0); without a number it returns which.",
+            "zel_view overview 0; zel_view overview 1; zel_view overview", "1"},
         {"zel_view", "connections", "?off|selected|all?",
             "Shows the connections of no resource, of the selected ones or of all; without a word it returns what is "
             "shown.",

@@ -95,6 +95,7 @@ private:
     QTreeWidget* tree() override;
     const zelengine::Device& device() const override;
     QAction* names() override { return m_actions.names; }
+    QAction* overview() override { return m_actions.overview; }
     PlanningMenu& planning() override { return *m_planning; }
     void settle() override;
 

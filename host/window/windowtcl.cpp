@@ -170,6 +170,7 @@ Subcommands viewCommands(WindowAccess& window)
         {QStringLiteral("selected"), [](const Arguments&) { return selected(); }},
         {QStringLiteral("mode"), &mode},
         {QStringLiteral("names"), [&](const Arguments& arguments) { return toggle(window.names(), arguments); }},
+        {QStringLiteral("overview"), [&](const Arguments& arguments) { return toggle(window.overview(), arguments); }},
         {QStringLiteral("connections"), [&](const Arguments& arguments) { return connections(window, arguments); }},
         {QStringLiteral("candidates"),
             [&](const Arguments& arguments) { return toggle(window.planning().candidates(), arguments); }},

@@ -36,6 +36,8 @@ public:
     [[nodiscard]] virtual const zelengine::Device& device() const = 0;
     // Shows and hides the names on sites.
     [[nodiscard]] virtual QAction* names() = 0;
+    // Has the overview map come when only a part of the drawing is shown.
+    [[nodiscard]] virtual QAction* overview() = 0;
     [[nodiscard]] virtual PlanningMenu& planning() = 0;
     // Does at once what would otherwise happen when the program is next idle: new sizes, and what depends on them.
     virtual void settle() = 0;

@@ -5,6 +5,7 @@
 #include "tests/support/events.h"
 
 #include <QAction>
+#include <QMenu>
 #include <QApplication>
 #include <QFile>
 #include <QHash>
@@ -144,6 +145,8 @@ private:
     // The file name stands first, because the text of an action has blanks.
     void choose(const QString& text, const QString& pictureName)
     {
+        for (QMenu* menu : m_shown.window->findChildren<QMenu*>())
+            Q_EMIT menu->aboutToShow(); // some are filled then
         for (QAction* action : m_shown.window->findChildren<QAction*>()) {
             if (action->text().remove('&') == text)
                 return whileItLasts([action] { action->trigger(); }, pictureName);
