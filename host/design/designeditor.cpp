@@ -225,24 +225,26 @@ Refusal DesignEditor::restore(const QString& resource)
 
 Refusal DesignEditor::lock(const QString& resource)
 {
-    zelengine::LockProposal proposal = m_engine.proposeLock(resource);
-    if (!proposal.isAllowed())
-        return proposal.refusal;
-    Change change;
-    change.text = tr("Lock %1").arg(resource);
-    change.lockedAfter = std::move(proposal.resources);
-    return commit(change, {designcommands::lock(resource)});
+    return changeLocks(tr("Lock %1").arg(resource), designcommands::lock(resource), m_engine.proposeLock(resource),
+        &Change::lockedAfter);
 }
 
 Refusal DesignEditor::unlock(const QString& resource)
 {
-    zelengine::LockProposal proposal = m_engine.proposeUnlock(resource);
+    return changeLocks(tr("Unlock %1").arg(resource), designcommands::unlock(resource),
+        m_engine.proposeUnlock(resource), &Change::lockedBefore);
+}
+
+// `side` says on which side of the change the resources are locked.
+Refusal DesignEditor::changeLocks(
+    const QString& text, const QString& command, zelengine::LockProposal proposal, std::vector<int> Change::*side)
+{
     if (!proposal.isAllowed())
-        return proposal.refusal;
+        return std::move(proposal.refusal);
     Change change;
-    change.text = tr("Unlock %1").arg(resource);
-    change.lockedBefore = std::move(proposal.resources);
-    return commit(change, {designcommands::unlock(resource)});
+    change.text = text;
+    change.*side = std::move(proposal.resources);
+    return commit(change, {command});
 }
 
 Refusal DesignEditor::configure(const QString& resource, const QString& key, const QString& value)

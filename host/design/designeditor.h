@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/model/design.h"
+#include "engine/rules/lockrules.h"
 #include "engine/rules/placementrules.h"
 #include "engine/rules/settingstore.h"
 #include "host/design/journal.h"
@@ -117,6 +118,8 @@ private:
 
     zelengine::Refusal writeSetting(int site, const QString& key, const QString& value);
     zelengine::Refusal changeSites(const QString& text, const QString& command, const zelengine::Proposal& proposal);
+    zelengine::Refusal changeLocks(
+        const QString& text, const QString& command, zelengine::LockProposal proposal, std::vector<int> Change::*side);
     zelengine::Refusal commit(const Change& change, const QStringList& commands);
     void takeSites(Change& change, const std::vector<zelengine::Placement>& placements) const;
     void apply(const Change& change, bool isForward);
