@@ -4,9 +4,9 @@
 #include "engine/configuredialog.h"
 #include "engine/designreader.h"
 #include "engine/devicereader.h"
+#include "engine/enginequestion.h"
 #include "engine/input/jsonnode.h"
 #include "engine/model/resourceparameter.h"
-#include "engine/resourcedescription.h"
 #include "engine/usagetable.h"
 #include "platform/contract/zeltext.h"
 
@@ -21,11 +21,6 @@ namespace {
 
 constexpr unsigned int DcuSettings = 1; // the only kind of settings dialog
 
-QString noSuchResource(const QString& name)
-{
-    return QStringLiteral("there is no resource \"%1\"").arg(name);
-}
-
 QString noSuchParameter(const QString& resource, ResourceType type, const QString& key)
 {
     QStringList known;
@@ -34,14 +29,6 @@ QString noSuchParameter(const QString& resource, ResourceType type, const QStrin
     if (known.isEmpty())
         return QStringLiteral("%1 has nothing to configure").arg(resource);
     return QStringLiteral("%1 has no parameter \"%2\", expected %3").arg(resource, key, quotedAlternatives(known));
-}
-
-// Returns -1 for a text that is not an element id.
-int elementId(const std::string& text)
-{
-    bool ok = false;
-    const int id = fromEngineText(text).toInt(&ok);
-    return ok ? id : -1;
 }
 
 } // namespace
@@ -100,7 +87,7 @@ void ReferenceEngine::setFilterFile(const QString& fileName)
 void ReferenceEngine::setDesign(Design design)
 {
     m_design = std::move(design);
-    designChanged();
+    changed();
 }
 
 Refusal ReferenceEngine::place(const QString& resource, int site)
@@ -121,7 +108,7 @@ Refusal ReferenceEngine::remove(const QString& resource)
     if (index < 0)
         return noSuchResource(resource);
     m_design.remove(index);
-    designChanged();
+    changed();
     return {};
 }
 
@@ -131,7 +118,7 @@ Refusal ReferenceEngine::restore(const QString& resource)
     if (!refusal.isEmpty())
         return refusal;
     m_design.restore(m_design.findRemoved(resource));
-    designChanged();
+    changed();
     return {};
 }
 
@@ -151,7 +138,7 @@ void ReferenceEngine::setLocked(const std::vector<int>& resources, bool isLocked
 {
     for (int resource : resources)
         m_design.setLocked(resource, isLocked);
-    stateChanged();
+    changed();
 }
 
 // All parts leave their sites first, because the parts of an IP may swap sites.
@@ -161,7 +148,7 @@ void ReferenceEngine::setSites(const std::vector<Placement>& placements)
         m_design.setSite(placement.resource, -1);
     for (const Placement& placement : placements)
         m_design.setSite(placement.resource, placement.site);
-    designChanged();
+    changed();
 }
 
 Refusal ReferenceEngine::apply(const Proposal& proposal)
@@ -207,7 +194,7 @@ Refusal ReferenceEngine::configure(const QString& resource, const QString& key, 
 void ReferenceEngine::setParameter(int resource, const QString& key, const QString& value)
 {
     m_design.setParameter(resource, key, value);
-    designChanged();
+    changed();
 }
 
 Refusal ReferenceEngine::setSetting(int site, const QString& key, const QString& value)
@@ -221,19 +208,14 @@ Refusal ReferenceEngine::setSetting(int site, const QString& key, const QString&
 void ReferenceEngine::setSettingChanges(int carrier, const SiteSettingChanges& changes)
 {
     m_settings.setChanges(carrier, changes);
-    designChanged();
+    changed();
 }
 
-void ReferenceEngine::designChanged()
-{
-    stateChanged();
-    m_connections.reset();
-}
-
-void ReferenceEngine::stateChanged()
+void ReferenceEngine::changed()
 {
     m_isChanged = true;
     m_problems.reset();
+    m_connections.reset();
 }
 
 const std::vector<Problem>& ReferenceEngine::problems() const
@@ -318,113 +300,6 @@ bool ReferenceEngine::showProbPlaceItem(
     for (int id : sitesFor(rsc))
         items.push_back(std::to_string(id));
     return m_design.find(fromEngineText(*rsc)) >= 0;
-}
-
-std::vector<zelconnection> ReferenceEngine::connections()
-{
-    return withNames(keptConnections());
-}
-
-const std::vector<Connection>& ReferenceEngine::keptConnections()
-{
-    if (!m_connections)
-        m_connections = zelengine::connectionsOf(m_device, m_design, m_settings);
-    return *m_connections;
-}
-
-std::vector<zelconnection> ReferenceEngine::connectionsOf(const std::string* rsc)
-{
-    const int index = m_design.find(fromEngineText(*rsc));
-    return index < 0 ? std::vector<zelconnection>()
-                     : withNames(zelengine::connectionsOf(m_device, m_design, m_settings, index));
-}
-
-std::vector<zelconnection> ReferenceEngine::withNames(const std::vector<Connection>& found) const
-{
-    std::vector<zelconnection> result;
-    for (const Connection& connection : found) {
-        const Resource& from = m_design.resource(connection.from);
-        const Resource& to = m_design.resource(connection.to);
-        result.push_back(
-            {toEngineText(from.path), toEngineText(to.path), from.site, to.site, toEngineText(connection.broken)});
-    }
-    return result;
-}
-
-std::vector<int> ReferenceEngine::sitesFor(const std::string* rsc)
-{
-    const int index = m_design.find(fromEngineText(*rsc));
-    return index < 0 ? std::vector<int>() : rules().sitesFor(index);
-}
-
-std::vector<zelsite> ReferenceEngine::sites()
-{
-    std::vector<zelsite> result;
-    for (const Site& site : m_device.sites())
-        result.push_back({site.id, toEngineText(site.name), toEngineText(m_device.kindOf(site).title)});
-    return result;
-}
-
-std::vector<int> ReferenceEngine::sitesOfKind(const std::string* rsc)
-{
-    std::vector<int> result;
-    const int index = m_design.find(fromEngineText(*rsc));
-    if (index < 0 || m_design.resource(index).type == ResourceType::Folder)
-        return result;
-    for (const Site* site : m_device.sitesAccepting(m_design.resource(index).type))
-        result.push_back(site->id);
-    return result;
-}
-
-std::string ReferenceEngine::refusalToPlace(const std::string* rsc)
-{
-    const QString name = fromEngineText(*rsc);
-    const int index = m_design.find(name);
-    return toEngineText(index < 0 ? noSuchResource(name) : rules().refusalToPlace(index).sentence());
-}
-
-std::vector<zelplacement> ReferenceEngine::placementsOf(const std::string* rsc, const std::string* site)
-{
-    std::vector<zelplacement> result;
-    const int index = m_design.find(fromEngineText(*rsc));
-    const Proposal proposal = index < 0 ? Proposal() : rules().propose(index, elementId(*site));
-    if (proposal.isAllowed()) {
-        for (const Placement& placement : proposal.placements)
-            result.push_back({toEngineText(m_design.resource(placement.resource).path), placement.site});
-    }
-    return result;
-}
-
-bool ReferenceEngine::maySwap(const std::string* rsc, const std::string* other, std::string* reason)
-{
-    const int index = m_design.find(fromEngineText(*rsc));
-    const int otherIndex = m_design.find(fromEngineText(*other));
-    if (index < 0 || otherIndex < 0)
-        *reason = toEngineText(noSuchResource(fromEngineText(index < 0 ? *rsc : *other)));
-    else
-        *reason = toEngineText(rules().proposeSwap(index, otherIndex).refusal.sentence());
-    return reason->empty();
-}
-
-std::string ReferenceEngine::occupant(const std::string* site)
-{
-    const int index = m_design.occupant(elementId(*site));
-    return index < 0 ? std::string() : toEngineText(m_design.resource(index).path);
-}
-
-int ReferenceEngine::siteOf(const std::string* rsc)
-{
-    const int index = m_design.find(fromEngineText(*rsc));
-    return index < 0 ? -1 : m_design.resource(index).site;
-}
-
-std::string ReferenceEngine::describe(const std::string* rsc)
-{
-    const int index = m_design.find(fromEngineText(*rsc));
-    if (index < 0)
-        return {};
-    const QStringList lines = describeResource(m_device, m_design, keptConnections(), problems(), index);
-    return toEngineText(lines.join(QLatin1Char('\n')));
 }
 
 int ReferenceEngine::config(const std::string* name)

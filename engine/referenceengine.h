@@ -25,8 +25,6 @@
 
 namespace mirn::zelengine {
 
-struct Connection;
-
 // The engine that makes the chip view work out of the box: device and design come from files, placements from commands.
 // The host owns it. It is a facade: the classes of its members hold the logic.
 class ReferenceEngine final : public zelchipengine, public zelplanengine
@@ -140,8 +138,7 @@ private:
     Refusal write(const QString& resource, const QString& key, const QString& value);
     void update();
     [[nodiscard]] const std::vector<Connection>& keptConnections();
-    void designChanged();
-    void stateChanged();
+    void changed();
     [[nodiscard]] std::vector<zelconnection> withNames(const std::vector<Connection>& found) const;
 
     Project m_project;

@@ -10,6 +10,7 @@
 #include "planning/candidatelayer.h"
 #include "planning/connectionlayer.h"
 #include "planning/elementprobe.h"
+#include "planning/planengine.h"
 #include "planning/planlines.h"
 #include "planning/sentence.h"
 #include "planning/siteareas.h"
@@ -64,7 +65,7 @@ struct PlanAids::Parts
         , viewport(shown->viewport())
         , tree(rows)
         , engine(source)
-        , plan(dynamic_cast<zelplanengine*>(&source))
+        , plan(planEngineOf(source))
         , areas(*ZELChipViewDatabase::getInstance()->getScene(nullptr))
         , planLines(source, areas, [this](const std::string& resource) { return candidatesFor(resource); })
         , candidateLayer(new CandidateLayer(shown))
@@ -75,7 +76,7 @@ struct PlanAids::Parts
     const std::vector<zelconnection>& allConnections()
     {
         if (!answers)
-            answers = plan ? plan->connections() : std::vector<zelconnection>();
+            answers = plan.connections();
         return *answers;
     }
 
@@ -94,7 +95,7 @@ struct PlanAids::Parts
         std::set<std::string> resources;
         const auto isSelected = [&](const std::string& resource, int site) {
             const bool isOne = (site >= 0 && selected.contains(site)) || (!row.empty() && isPartOf(resource, row));
-            if (isOne)
+            if (isOne && resources.size() <= MostWithAllPairs) // of more it is not asked which
                 resources.insert(resource);
             return isOne;
         };
@@ -116,7 +117,7 @@ struct PlanAids::Parts
             = [&known](const zelconnection& each) { return known.insert(std::minmax(each.from, each.to)).second; };
         std::for_each(found.begin(), found.end(), isNew);
         for (const std::string& resource : resources) {
-            for (const zelconnection& each : plan->connectionsOf(&resource)) {
+            for (const zelconnection& each : plan.connectionsOf(&resource)) {
                 if (isNew(each))
                     found.push_back(each);
             }
@@ -128,7 +129,7 @@ struct PlanAids::Parts
         const QByteArray key(resource.data(), static_cast<int>(resource.size()));
         auto known = sites.find(key);
         if (known == sites.end())
-            known = sites.insert(key, plan ? plan->sitesFor(&resource) : std::vector<int>());
+            known = sites.insert(key, plan.sitesFor(&resource));
         return *known;
     }
 
@@ -142,7 +143,7 @@ struct PlanAids::Parts
     // by its parts, the rows below.
     [[nodiscard]] bool isUnplaced(const std::string& resource)
     {
-        if (!plan || resource.empty() || plan->siteOf(&resource) >= 0 || !plan->refusalToPlace(&resource).empty())
+        if (resource.empty() || plan.siteOf(&resource) >= 0 || !plan.refusalToPlace(&resource).empty())
             return false;
         const int type = engine.getResourceType(&resource);
         return hasOwnSite(type) || hasUnplacedPart(*tree->selectedItems().first(), type == ZEL_RESOURCE_IP);
@@ -155,7 +156,7 @@ struct PlanAids::Parts
             const std::string part = toEngineText(row.child(n)->data(0, RESOURCENAME).toString());
             const int type = engine.getResourceType(&part);
             const bool counts = isIp ? type == ZEL_RESOURCE_DCUCHANNEL : hasOwnSite(type);
-            if ((counts && plan->siteOf(&part) < 0) || hasUnplacedPart(*row.child(n), isIp || type == ZEL_RESOURCE_IP))
+            if ((counts && plan.siteOf(&part) < 0) || hasUnplacedPart(*row.child(n), isIp || type == ZEL_RESOURCE_IP))
                 return true;
         }
         return false;
@@ -165,7 +166,7 @@ struct PlanAids::Parts
     const QObject* const viewport; // only compared: the view is half destroyed when its viewport goes
     const QPointer<QTreeWidget> tree;
     zelchipengine& engine;
-    zelplanengine* const plan; // null if the engine is none
+    zelplanengine& plan; // the same engine
     SiteAreas areas;
     PlanLines planLines;
     CandidateLayer* const candidateLayer; // children of the view
@@ -249,14 +250,11 @@ void PlanAids::showConnections()
     if (parts.connections == Connections::All) {
         if (!std::exchange(parts.areAllCurrent, true))
             parts.connectionLayer->setLines(
-                parts.planLines.linesOf(parts.allConnections(), [](const zelconnection&) { return true; }),
-                ConnectionLayer::Style::Thin);
+                parts.planLines.linesOf(parts.allConnections()), ConnectionLayer::Style::Thin);
         return;
     }
     parts.ofSelection = parts.connections == Connections::Off ? std::vector<zelconnection>() : parts.findOfSelection();
-    parts.connectionLayer->setLines(
-        parts.planLines.linesOf(parts.ofSelection, [](const zelconnection&) { return true; }),
-        ConnectionLayer::Style::Strong);
+    parts.connectionLayer->setLines(parts.planLines.linesOf(parts.ofSelection), ConnectionLayer::Style::Strong);
 }
 
 void PlanAids::showCandidates()

@@ -31,14 +31,13 @@ PlanLines::PlanLines(zelchipengine& engine, SiteAreas& areas, Candidates candida
     , m_candidates(std::move(candidates))
 { }
 
-std::vector<PlanLine> PlanLines::linesOf(
-    const std::vector<zelconnection>& connections, const std::function<bool(const zelconnection&)>& isWanted)
+std::vector<PlanLine> PlanLines::linesOf(const std::vector<zelconnection>& connections)
 {
     m_places.clear();
     m_taken.clear();
     std::vector<std::size_t> wanted;
     for (std::size_t n = 0; n < connections.size(); ++n) {
-        if ((connections[n].fromSite >= 0 || connections[n].toSite >= 0) && isWanted(connections[n]))
+        if (connections[n].fromSite >= 0 || connections[n].toSite >= 0)
             wanted.push_back(n);
     }
     const bool haveStubs = wanted.size() <= MostLinesWithStubs;

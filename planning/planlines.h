@@ -47,9 +47,7 @@ public:
 
     PlanLines(zelchipengine& engine, SiteAreas& areas, Candidates candidates); // engine and areas are not owned
 
-    // Returns the lines of those connections that `isWanted` accepts.
-    [[nodiscard]] std::vector<PlanLine> linesOf(
-        const std::vector<zelconnection>& connections, const std::function<bool(const zelconnection&)>& isWanted);
+    [[nodiscard]] std::vector<PlanLine> linesOf(const std::vector<zelconnection>& connections);
 
 private:
     [[nodiscard]] PlanLine::Kind kindOf(const std::string& resource);
