@@ -158,7 +158,7 @@ mirn::zelengine::Design unplacedDesign()
     mirn::zelengine::Design design(QStringLiteral("top"));
     const auto add = [&design](int parent, ResourceType type, const QString& voltage = {}) {
         const QString name = QString::number(design.all().size());
-        return design.add(parent, {name, {}, type, -1, {}, -1, false, voltage, {}, {}});
+        return design.add(parent, {name, {}, type, -1, {}, -1, false, false, voltage, {}, {}});
     };
     for (int n = 0; n < SearchedSupplies; ++n)
         add(-1, ResourceType::Uvccio, n % 2 == 0 ? QStringLiteral("1.8 V") : QStringLiteral("3.3 V"));
