@@ -22,11 +22,20 @@ public:
     [[nodiscard]] std::vector<int> of(int resource) const;
 
 private:
+    struct Candidates // in ascending order
+    {
+        std::vector<int> placed;
+        std::vector<int> others;
+    };
+
+    [[nodiscard]] Candidates split(std::vector<int> resources) const;
+    [[nodiscard]] const Candidates& siblings(int parent) const;
     [[nodiscard]] std::vector<int> ofClock(int clock) const;
-    [[nodiscard]] std::vector<int> some(const std::vector<int>& candidates, int resource) const;
+    [[nodiscard]] std::vector<int> some(const Candidates& candidates, int resource) const;
 
     const Design& m_design;
-    QHash<QString, std::vector<int>> m_supplies; // by voltage
+    QHash<QString, Candidates> m_supplies; // by voltage
+    mutable QHash<int, Candidates> m_siblings; // by parent; made when they are first asked for
 };
 
 } // namespace mirn::zelengine

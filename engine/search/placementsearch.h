@@ -5,6 +5,7 @@
 #include "engine/model/device.h"
 #include "engine/rules/placementrules.h"
 #include "engine/rules/settingstore.h"
+#include "engine/search/grouprule.h"
 
 #include <QHash>
 #include <QPointF>
@@ -51,6 +52,8 @@ public:
 
     // `position` is asked now and not later; without it no place is nearer than another.
     PlacementSearch(const Device& device, const Design& design, const SettingStore& settings, const Position& position);
+    // A group rule that holds besides those of the device.
+    void addRule(const GroupRule& rule) { m_groupRules.push_back(rule); }
     PlacementSearch(const PlacementSearch&) = delete;
     PlacementSearch& operator=(const PlacementSearch&) = delete;
 
@@ -79,12 +82,14 @@ private:
 
     [[nodiscard]] std::vector<int> placeable(const std::vector<int>& candidates) const;
     [[nodiscard]] PlacementAnswer search(const SearchTables& tables, Clock& clock) const;
+    [[nodiscard]] std::vector<std::vector<int>> partnersOf(const SearchTables& tables) const;
     void explain(const SearchTables& tables, const std::vector<int>& core, Clock& clock, PlacementAnswer& answer) const;
 
     const Device m_device;
     const Design m_design;
     SettingStore m_settings; // of the device above
     QHash<int, QPointF> m_points; // by site id
+    std::vector<GroupRule> m_groupRules;
 };
 
 } // namespace mirn::zelengine

@@ -3,10 +3,6 @@
 
 #include "engine/model/design.h"
 #include "engine/model/device.h"
-#include "engine/rules/settingstore.h"
-
-#include <QMap>
-#include <QPair>
 
 #include <algorithm>
 #include <utility>
@@ -14,8 +10,6 @@
 namespace mirn::zelengine {
 
 namespace {
-
-constexpr int TypeCodes = 5;
 
 std::size_t at(int index)
 {
@@ -27,134 +21,169 @@ bool has(const std::vector<int>& list, int value)
     return std::find(list.begin(), list.end(), value) != list.end();
 }
 
-BitSet acceptedTypes(const Device& device, const Site& site)
+bool isClock(ResourceType type)
 {
-    BitSet result(TypeCodes);
-    for (ResourceType type : device.kindOf(site).accepts) {
-        if (type != ResourceType::Folder)
-            result.insert(static_cast<int>(type));
-    }
-    return result;
-}
-
-QString joined(const std::vector<int>& numbers)
-{
-    QStringList texts;
-    for (int number : numbers)
-        texts.append(QString::number(number));
-    return texts.join(QLatin1Char(' '));
+    return type == ResourceType::ExtRef || type == ResourceType::Pll;
 }
 
 } // namespace
 
+SearchRules::SearchRules(std::vector<GroupRule> groupRules)
+    : groups(std::move(groupRules))
+{
+    for (const GroupRule& rule : groups)
+        placement &= ~rule.same;
+}
+
+PlacementRules::Rules SearchRules::asked() const
+{
+    PlacementRules::Rules result = placement;
+    for (const GroupRule& rule : groups)
+        result |= rule.same;
+    return result;
+}
+
 SearchTables::SearchTables(const Device& device, const Design& design, const SettingStore& settings,
-    const std::vector<int>& resources, SearchRules rules)
+    const std::vector<int>& resources, const SearchRules& rules, const Clock& mayGoOn)
     : m_device(device)
     , m_design(design)
+    , m_sites(device, design, settings, rules.settings)
+    , m_rules(rules.groups)
 {
-    addClasses(settings, rules.settings);
-    addUnits();
-    addWanted(resources, rules.placement);
-    relate(rules.placement);
-    m_near.resize(m_neighbours.size());
-    m_reaching.resize(m_neighbours.size());
-    m_elsewhere.resize(m_neighbours.size());
-    m_reached.resize(m_classes.size());
+    addGroups();
+    addWanted(resources, rules.placement, mayGoOn);
+    addRelations(rules.placement);
+    m_near.resize(at(m_sites.unitCount()));
+    m_reaching.resize(at(m_sites.unitCount()));
+    m_reached.resize(classes().size());
 }
 
-int SearchTables::unitOf(const QString& group)
+// Notes what was placed before.
+void SearchTables::addGroups()
 {
-    const auto known = m_units.constFind(group);
-    if (known != m_units.constEnd())
-        return *known;
-    const int unit = static_cast<int>(m_units.size());
-    m_units.insert(group, unit);
-    return unit;
-}
-
-void SearchTables::addClasses(const SettingStore& settings, bool regardsSettings)
-{
-    QHash<QPair<QString, QString>, int> known; // by group, and by types and reach
-    for (const Site& site : m_device.sites()) {
-        const BitSet accepts = acceptedTypes(m_device, site);
-        const bool isOutOfUse
-            = regardsSettings && !site.disabledBy.isEmpty() && !settings.disablingSetting(site).isEmpty();
-        if (accepts.isEmpty() || isOutOfUse || m_design.occupant(site.id) >= 0)
+    m_labels.resize(m_rules.size());
+    m_placedLabels.resize(m_rules.size());
+    for (const GroupRule& rule : m_rules)
+        m_most.emplace_back(at(m_sites.unitCount()), rule.most);
+    for (auto it = m_design.occupants().cbegin(); it != m_design.occupants().cend(); ++it) {
+        const Site* site = m_device.site(it.key());
+        const int unit = site ? m_sites.unit(site->group) : -1;
+        if (unit < 0 || !m_sites.isGroup(unit))
             continue;
-        const QString rest = joined(accepts.values()) + QLatin1Char('\n') + site.reaches.join(QLatin1Char('\n'));
-        const QPair<QString, QString> key(site.group, rest);
-        if (!known.contains(key)) {
-            known.insert(key, static_cast<int>(m_classes.size()));
-            m_classes.push_back({unitOf(site.group), {}, {}, accepts});
-            for (const QString& reached : site.reaches)
-                m_classes.back().reaches.push_back(unitOf(reached));
+        for (int rule = 0; rule < static_cast<int>(m_rules.size()); ++rule) {
+            const int label = labelOf(rule, m_design.resource(it.value()));
+            if (label < 0)
+                continue;
+            --m_most[at(rule)][at(unit)];
+            m_placedLabels[at(rule)][unit].push_back(label);
         }
-        m_classes[at(known.value(key))].sites.push_back(site.id);
     }
 }
 
-// A site without a group names neighbours of nothing.
-void SearchTables::addUnits()
+int SearchTables::labelOf(int rule, const Resource& resource)
 {
-    std::vector<QPair<int, int>> pairs;
-    for (const Site& site : m_device.sites()) {
-        for (const QString& neighbour : site.neighbours) {
-            if (!site.group.isEmpty())
-                pairs.push_back({unitOf(site.group), unitOf(neighbour)});
-        }
-    }
-    m_noUnit = m_units.value(QString(), -1);
-    m_neighbours.resize(at(static_cast<int>(m_units.size())));
-    for (const auto& [unit, neighbour] : pairs) {
-        m_neighbours[at(unit)].push_back(neighbour);
-        m_neighbours[at(neighbour)].push_back(unit);
-    }
+    const GroupRule& asked = m_rules[at(rule)];
+    if (!asked.concerns(resource))
+        return -1;
+    const QString text = asked.kind == GroupRule::Kind::Agree ? asked.textOf(resource) : QString();
+    QHash<QString, int>& labels = m_labels[at(rule)];
+    if (!labels.contains(text))
+        labels.insert(text, static_cast<int>(labels.size()));
+    return labels.value(text);
 }
 
-void SearchTables::addWanted(const std::vector<int>& resources, PlacementRules::Rules rules)
+// Asking the rules about every class takes long, once for each lot that they refuse alike.
+void SearchTables::addWanted(const std::vector<int>& resources, PlacementRules::Rules rules, const Clock& mayGoOn)
 {
     const PlacementRules asked(m_device, m_design, rules);
-    QHash<QString, int> rooms; // by sort
     for (int resource : resources) {
-        const QString sort = sortOf(resource);
-        if (!rooms.contains(sort)) {
-            rooms.insert(sort, static_cast<int>(m_rooms.size()));
-            m_rooms.push_back(roomOf(resource, asked));
+        const QString likes = likesOf(resource);
+        if (mayGoOn && !m_rooms.contains(likes) && !mayGoOn()) {
+            m_isComplete = false;
+            return;
         }
-        m_wanted.push_back({resource, m_design.resource(resource).type, rooms.value(sort), {}});
+        const QString name = likes + QLatin1Char('\n') + identityOf(resource);
+        if (!m_sortsByName.contains(name)) {
+            m_sortsByName.insert(name, static_cast<int>(m_sorts.size()));
+            addSort(resource, likes, asked);
+        }
+        const int sort = m_sortsByName.value(name);
+        m_sorts[at(sort)].members.push_back(static_cast<int>(m_wanted.size()));
+        m_wanted.push_back({resource, m_design.resource(resource).type, sort});
     }
 }
 
-// Resources of one sort are refused by the same sites: what matters is where those are placed that a rule connects with
-// them.
-QString SearchTables::sortOf(int index) const
+void SearchTables::addSort(int resource, const QString& likes, const PlacementRules& rules)
 {
-    const Resource& resource = m_design.resource(index);
-    const QString type = QString::number(static_cast<int>(resource.type)) + QLatin1Char(' ');
-    const int ip = m_design.ipOf(index);
-    switch (resource.type) {
-    case ResourceType::DcuChannel:
-        return ip < 0 ? type
-                      : type + sitesOf(m_design.partsOf(ip, ResourceType::DcuChannel)) + QLatin1Char(':')
-                + sitesOf(m_design.clocksOf(ip));
-    case ResourceType::ExtRef:
-    case ResourceType::Pll:
-        return type + sortOfClock(index);
-    case ResourceType::Uvccio:
-    case ResourceType::Ip:
-    case ResourceType::Folder:
-        break;
-    }
-    return type + resource.voltage;
+    Sort sort;
+    sort.type = m_design.resource(resource).type;
+    for (int rule = 0; rule < static_cast<int>(m_rules.size()); ++rule)
+        sort.labels.push_back(labelOf(rule, m_design.resource(resource)));
+    if (!m_rooms.contains(likes))
+        m_rooms.insert(likes, roomOf(resource, rules));
+    sort.room = m_rooms.value(likes);
+    closeGroups(sort);
+    m_sorts.push_back(std::move(sort));
 }
 
-QString SearchTables::sortOfClock(int clock) const
+// Takes away the units in which the placed ones leave no place.
+void SearchTables::closeGroups(Sort& sort) const
+{
+    for (int siteClass : sort.room.values()) {
+        const int unit = m_sites.at(siteClass).unit;
+        for (std::size_t rule = 0; rule < m_rules.size() && m_sites.isGroup(unit); ++rule) {
+            const int label = sort.labels[rule];
+            if (label < 0)
+                continue;
+            const std::vector<int> placed = m_placedLabels[rule].value(unit);
+            const bool isClosed = m_rules[rule].kind == GroupRule::Kind::AtMost
+                ? m_most[rule][at(unit)] <= 0
+                : std::any_of(placed.begin(), placed.end(), [label](int other) { return other != label; });
+            if (isClosed)
+                sort.room.remove(siteClass);
+        }
+    }
+}
+
+// Resources that are alike are refused by the same sites: what matters is where those are placed that a rule connects
+// with them.
+QString SearchTables::likesOf(int index) const
+{
+    const ResourceType code = m_design.resource(index).type;
+    const QString type = QString::number(static_cast<int>(code)) + QLatin1Char(' ');
+    if (isClock(code))
+        return type + likesOfClock(index);
+    const int ip = code == ResourceType::DcuChannel ? m_design.ipOf(index) : -1;
+    return ip < 0 ? type
+                  : type + sitesOf(m_design.partsOf(ip, ResourceType::DcuChannel)) + QLatin1Char(':')
+            + sitesOf(m_design.clocksOf(ip));
+}
+
+QString SearchTables::likesOfClock(int clock) const
 {
     const std::vector<int> ips = m_design.fedBy(clock);
     QString result
         = QLatin1String(m_design.isFeeder(clock) ? "feeder " : "") + QLatin1String(ips.empty() ? "" : "feeds ");
     for (int ip : ips)
         result += sitesOf(m_design.partsOf(ip, ResourceType::DcuChannel));
+    return result;
+}
+
+// What else tells a resource from others: the wanted ones with which rules connect it, and its texts.
+QString SearchTables::identityOf(int index) const
+{
+    const Resource& resource = m_design.resource(index);
+    QString result;
+    if (isClock(resource.type)) {
+        for (int ip : m_design.fedBy(index))
+            result += QString::number(ip) + QLatin1Char(' ');
+    } else if (resource.type == ResourceType::DcuChannel) {
+        result = QString::number(m_design.ipOf(index));
+    }
+    for (const GroupRule& rule : m_rules) {
+        const bool hasText = rule.kind == GroupRule::Kind::Agree && rule.concerns(resource);
+        result += QLatin1Char('\n') + (hasText ? rule.textOf(resource) : QString());
+    }
     return result;
 }
 
@@ -171,69 +200,54 @@ QString SearchTables::sitesOf(const std::vector<int>& resources) const
 
 BitSet SearchTables::roomOf(int resource, const PlacementRules& rules) const
 {
-    BitSet result(static_cast<int>(m_classes.size()));
+    BitSet result = m_sites.none();
     const int type = static_cast<int>(m_design.resource(resource).type);
-    for (std::size_t index = 0; index < m_classes.size(); ++index) {
-        const SiteClass& candidate = m_classes[index];
+    for (std::size_t index = 0; index < classes().size(); ++index) {
+        const SiteClass& candidate = classes()[index];
         if (candidate.accepts.contains(type) && rules.propose(resource, candidate.sites.front()).isAllowed())
             result.insert(static_cast<int>(index));
     }
     return result;
 }
 
-void SearchTables::relate(PlacementRules::Rules rules)
+// Connects the channels of each IP with one another and with the clock sources that serve it.
+void SearchTables::addRelations(PlacementRules::Rules rules)
 {
-    QMap<int, std::vector<int>> channels; // by IP, here and below
-    QMap<int, std::vector<int>> clocks;
-    for (int number = 0; number < static_cast<int>(m_wanted.size()); ++number) {
-        const Wanted& each = wanted(number);
-        if (each.type == ResourceType::DcuChannel && m_design.ipOf(each.resource) >= 0)
-            channels[m_design.ipOf(each.resource)].push_back(number);
-        if (each.type != ResourceType::ExtRef && each.type != ResourceType::Pll)
+    QHash<int, std::vector<int>> channels; // by IP
+    for (int sort = 0; sort < static_cast<int>(m_sorts.size()); ++sort) {
+        const int first = wanted(m_sorts[at(sort)].members.front()).resource;
+        const int ip = m_sorts[at(sort)].type == ResourceType::DcuChannel ? m_design.ipOf(first) : -1;
+        if (ip < 0)
             continue;
-        for (int ip : m_design.fedBy(each.resource))
-            clocks[ip].push_back(number);
-    }
-    for (auto it = channels.cbegin(); it != channels.cend(); ++it)
-        relateTo(it.value(), clocks.value(it.key()), rules);
-    if (rules.testFlag(PlacementRules::Voltages))
-        relateSupplies();
-}
-
-void SearchTables::relateTo(
-    const std::vector<int>& channels, const std::vector<int>& clocks, PlacementRules::Rules rules)
-{
-    for (int channel : channels) {
-        for (int other : channels) {
-            if (channel < other && rules.testFlag(PlacementRules::ChannelsTogether))
-                connect(channel, other);
-        }
-        for (int clock : clocks) {
-            if (rules.testFlag(PlacementRules::Reach) && !has(wanted(clock).related, channel))
-                connect(channel, clock);
+        channels[ip].push_back(sort);
+        for (int other : channels.value(ip)) {
+            if (rules.testFlag(PlacementRules::ChannelsTogether))
+                connect(sort, other);
         }
     }
-}
-
-void SearchTables::relateSupplies()
-{
-    std::vector<int> supplies;
-    for (int number = 0; number < static_cast<int>(m_wanted.size()); ++number) {
-        const Resource& resource = m_design.resource(wanted(number).resource);
-        if (resource.type != ResourceType::Uvccio || resource.voltage.isEmpty())
+    for (int sort = 0; sort < static_cast<int>(m_sorts.size()) && rules.testFlag(PlacementRules::Reach); ++sort) {
+        if (!isClock(m_sorts[at(sort)].type))
             continue;
-        for (int other : supplies) {
-            if (m_design.resource(wanted(other).resource).voltage != resource.voltage)
-                connect(number, other);
+        for (int ip : m_design.fedBy(wanted(m_sorts[at(sort)].members.front()).resource)) {
+            for (int other : channels.value(ip))
+                connect(other, sort);
         }
-        supplies.push_back(number);
     }
 }
 
-void SearchTables::connect(int number, int other)
+// A clock source may name an IP twice; the second time follows the first.
+void SearchTables::connect(int sort, int other)
 {
-    m_wanted[at(number)].related.push_back(other);
-    m_wanted[at(other)].related.push_back(number);
+    if (!m_sorts[at(sort)].related.empty() && m_sorts[at(sort)].related.back() == other)
+        return;
+    m_sorts[at(sort)].related.push_back(other);
+    if (other != sort)
+        m_sorts[at(other)].related.push_back(sort);
+}
+
+bool SearchTables::isTogether(int index) const
+{
+    return has(sort(index).related, index);
 }
 
 // Fills a set that has not been made with the classes for which the predicate holds.
@@ -241,28 +255,23 @@ template <typename Predicate> const BitSet& SearchTables::filled(BitSet& set, co
 {
     if (!set.words().empty())
         return set;
-    set = BitSet(static_cast<int>(m_classes.size()));
-    for (std::size_t index = 0; index < m_classes.size(); ++index) {
-        if (predicate(m_classes[index]))
+    set = m_sites.none();
+    for (std::size_t index = 0; index < classes().size(); ++index) {
+        if (predicate(classes()[index]))
             set.insert(static_cast<int>(index));
     }
     return set;
 }
 
-const BitSet& SearchTables::classesBeside(int number, int siteClass, int related) const
+const BitSet& SearchTables::classesBeside(int index, int siteClass, int related) const
 {
-    const SiteClass& present = m_classes[at(siteClass)];
+    const SiteClass& present = m_sites.at(siteClass);
     const int unit = present.unit;
-    const bool isChannel = wanted(number).type == ResourceType::DcuChannel;
-    if (wanted(number).type == ResourceType::Uvccio) {
-        const bool isBank = unit != m_noUnit; // sites without a group share no supply
-        return filled(m_elsewhere[at(unit)], [&](const SiteClass& each) { return !isBank || each.unit != unit; });
-    }
-    if (!isChannel)
+    if (isClock(sort(index).type))
         return filled(m_reached[at(siteClass)], [&](const SiteClass& each) { return has(present.reaches, each.unit); });
-    if (wanted(related).type == ResourceType::DcuChannel)
+    if (sort(related).type == ResourceType::DcuChannel)
         return filled(m_near[at(unit)],
-            [&](const SiteClass& each) { return each.unit == unit || has(m_neighbours[at(unit)], each.unit); });
+            [&](const SiteClass& each) { return each.unit == unit || has(m_sites.neighbours(unit), each.unit); });
     return filled(m_reaching[at(unit)], [&](const SiteClass& each) { return has(each.reaches, unit); });
 }
 

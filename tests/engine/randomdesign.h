@@ -5,14 +5,19 @@
 #include "engine/model/device.h"
 #include "engine/rules/placementrules.h"
 #include "engine/rules/settingstore.h"
+#include "engine/search/grouprule.h"
 #include "tests/support/random.h"
 
 // A small random device and a design on it, some of it placed and little of it easy: few units, banks and clock sites,
-// and about as many resources as sites.
+// and about as many resources as sites. With group rules, some types may be in a group only once or twice. One with
+// packed units has more IPs and no clock source outside them.
 struct RandomDesign
 {
-    explicit RandomDesign(unsigned int seed)
-        : random(seed)
+    enum class Sort { Plain, GroupRules, PackedUnits };
+
+    explicit RandomDesign(unsigned int seed, Sort wantedSort = Sort::Plain)
+        : sort(wantedSort)
+        , random(seed)
         , settings(device)
     {
         using mirn::zelengine::ResourceType;
@@ -21,13 +26,17 @@ struct RandomDesign
                 {"pll", {ResourceType::Pll}}, {"ref", {ResourceType::ExtRef}}, {"supply", {ResourceType::Uvccio}},
                 {"clock", {ResourceType::Pll, ResourceType::ExtRef}}})
             device.addKind({name, name, types, {}});
+        for (int n = sort == Sort::GroupRules ? 2 : 0; n > 0; --n)
+            addRule();
         addSites();
         addResources();
         placeSome();
     }
 
+    const Sort sort;
     mirn::zelengine::Device device;
     mirn::zelengine::Design design{"top"};
+    std::vector<mirn::zelengine::GroupRule> rules; // besides those of the device
     zeltest::Random random;
     mirn::zelengine::SettingStore settings;
 
@@ -47,6 +56,18 @@ private:
         if (kind == "channel" && random.below(2) == 0)
             site.neighbours.append(QString("U%1").arg(random.below(3)));
         device.addSite(site);
+    }
+
+    void addRule()
+    {
+        using mirn::zelengine::ResourceType;
+        mirn::zelengine::GroupRule rule;
+        rule.type = random.oneOf(std::vector<ResourceType>{
+            ResourceType::DcuChannel, ResourceType::Pll, ResourceType::ExtRef, ResourceType::Uvccio});
+        rule.kind = mirn::zelengine::GroupRule::Kind::AtMost;
+        rule.most = 1 + random.below(2);
+        rule.sentence = "no more than that";
+        rules.push_back(rule);
     }
 
     void addSites()
@@ -88,14 +109,15 @@ private:
     {
         using mirn::zelengine::ResourceType;
         std::vector<int> ips;
-        for (int n = random.below(3); n > 0; --n) {
+        const bool isPacked = sort == Sort::PackedUnits;
+        for (int n = random.below(isPacked ? 5 : 3); n > 0; --n) {
             ips.push_back(add(-1, ResourceType::Ip));
             for (int channel = random.below(3); channel >= 0; --channel)
                 add(ips.back(), ResourceType::DcuChannel);
             if (random.below(2) == 0)
                 add(ips.back(), random.below(2) == 0 ? ResourceType::Pll : ResourceType::ExtRef);
         }
-        for (int n = random.below(3); n > 0; --n) {
+        for (int n = isPacked ? 0 : random.below(3); n > 0; --n) {
             const int clock = add(-1, random.below(2) == 0 ? ResourceType::Pll : ResourceType::ExtRef);
             for (int ip : ips) {
                 if (random.below(2) == 0)

@@ -32,8 +32,11 @@ const char* const DESIGN = R"([
 // Whether the rules and settings allow this, asked one by one.
 bool isAllowed(const RandomDesign& given, const Design& design, const Placement& placement)
 {
+    const Site& site = *given.device.site(placement.site);
     return PlacementRules(given.device, design).propose(placement.resource, placement.site).isAllowed()
-        && given.settings.disablingSetting(*given.device.site(placement.site)).isEmpty();
+        && given.settings.disablingSetting(site).isEmpty()
+        && std::none_of(given.rules.begin(), given.rules.end(),
+            [&](const GroupRule& rule) { return rule.isFull(given.device, design, placement.resource, site); });
 }
 
 // Tries everything.
@@ -71,13 +74,24 @@ class TestPlacementSearch : public zeltest::Test
     Q_OBJECT
 private Q_SLOTS:
     // The answer, the plan and the conflict of random designs, against trying everything.
+    void agreesWithTryingEverything_data()
+    {
+        const Rows<int> row;
+        row("plain designs", static_cast<int>(RandomDesign::Sort::Plain));
+        row("at most so many in a group", static_cast<int>(RandomDesign::Sort::GroupRules));
+        row("units full of IPs", static_cast<int>(RandomDesign::Sort::PackedUnits));
+    }
+
     void agreesWithTryingEverything()
     {
+        const auto [sort] = row<int>();
         int impossible = 0;
         for (unsigned int seed = 1; seed <= RandomDesigns; ++seed) {
-            const RandomDesign given(seed);
-            const PlacementSearch search(
+            const RandomDesign given(seed, static_cast<RandomDesign::Sort>(sort));
+            PlacementSearch search(
                 given.device, given.design, given.settings, [](int site) { return QPointF(site * 7 % 5, site % 3); });
+            for (const GroupRule& rule : given.rules)
+                search.addRule(rule);
             const std::vector<int> wanted = search.unplaced();
             const PlacementAnswer answer = search.run(wanted, {});
             const QByteArray name = "seed " + QByteArray::number(seed);
@@ -161,11 +175,51 @@ private Q_SLOTS:
         QCOMPARE(sitesOf(search.run(search.unplaced(), {})), std::vector<int>({4, 5}));
     }
 
-    // What holds up a search of which the proof would take ages: one more IP than the units can take, of three channels
-    // where a unit has five.
+    // Units in a row, and IPs of so many channels each: what takes longer than a moment counts as not found.
+    void packsUnits_data()
+    {
+        using Numbers = std::vector<int>;
+        const Rows<Numbers, Numbers, bool, QString> row;
+        row("three and one in units of four", Numbers(40, 4), repeated({3, 1}, 40), false, "placed");
+        row("big ones last", Numbers(40, 5), repeated({2, 3}, 40), false, "placed");
+        row("three in units of two side by side", Numbers(60, 2), Numbers(40, 3), true, "placed");
+        row("three and one in units of two and four", repeated({2, 4}, 20), repeated({3, 1, 1, 1}, 20), true, "placed");
+        row("no room for two in a unit", Numbers(10, 5), Numbers(11, 3), false, "impossible");
+        row("more channels than sites", Numbers(10, 3), Numbers(11, 3), true, "impossible");
+    }
+
+    void packsUnits()
+    {
+        const auto [units, ips, areNeighbours, expected] = row<std::vector<int>, std::vector<int>, bool, QString>();
+        const Packing packing(units, ips, areNeighbours);
+        const PlacementSearch search(packing.device, packing.design, SettingStore(packing.device), {});
+        const PlacementAnswer answer = search.run(search.unplaced(), {});
+        QCOMPARE(answer.kind == Kind::Placed      ? "placed"
+                : answer.kind == Kind::Impossible ? "impossible"
+                                                  : "not found",
+            expected);
+    }
+
+    // A rule that counts is part of the reason, and so is what it counts.
+    void saysThatAGroupIsFull()
+    {
+        const Packing packing({2, 2, 2}, {1, 1, 1, 1}, false);
+        PlacementSearch search(packing.device, packing.design, SettingStore(packing.device), {});
+        search.addRule({ResourceType::DcuChannel, GroupRule::Kind::AtMost, 1, {}, "one channel for each unit", {}});
+        const PlacementAnswer answer = search.run(search.unplaced(), {});
+        QCOMPARE(answer.sentence,
+            "top/0/0, top/1/0, top/2/0 and top/3/0 cannot be placed together: one channel for each unit");
+        QCOMPARE(answer.placements.size(), std::size_t(3));
+    }
+
+    // What holds up a search of which the proof would take ages: units of nine sites for IPs of four and three
+    // channels, of which fewer than counting says fit together.
     void endsInTimeAndWhenCancelled()
     {
-        const PlacementSearch search(m_packing.device, m_packing.design, SettingStore(m_packing.device), {});
+        std::vector<int> ips(15, 4);
+        ips.resize(15 + 8, 3);
+        const Packing packing(std::vector<int>(10, 9), ips, false);
+        const PlacementSearch search(packing.device, packing.design, SettingStore(packing.device), {});
         PlacementSearch::Limits limits;
         limits.time = std::chrono::milliseconds(300);
         int reports = 0;
@@ -192,26 +246,46 @@ private:
         return sites;
     }
 
+    static std::vector<int> repeated(const std::vector<int>& numbers, int times)
+    {
+        std::vector<int> result;
+        for (int n = 0; n < times; ++n)
+            result.insert(result.end(), numbers.begin(), numbers.end());
+        return result;
+    }
+
+    // Units with so many sites and IPs with so many channels; the units may be neighbours in a row.
     struct Packing
     {
-        Packing()
+        Packing(const std::vector<int>& units, const std::vector<int>& ips, bool areNeighbours)
         {
             device.addKind({"channel", "Channel", {ResourceType::DcuChannel}, {}});
-            for (int n = 0; n < 10 * 5; ++n)
-                device.addSite({n, QString("C%1").arg(n), 0, QString("U%1").arg(n / 5), {}, {}, {}, {}, {}});
-            for (int n = 0; n < 11 * 4; ++n) {
-                const bool isIp = n % 4 == 0;
-                design.add(isIp ? -1 : n - n % 4,
-                    {QString::number(n), {}, isIp ? ResourceType::Ip : ResourceType::DcuChannel, -1, {}, -1, false,
-                        false, {}, {}, {}});
+            for (std::size_t unit = 0; unit < units.size(); ++unit) {
+                const QStringList neighbours(areNeighbours && unit > 0 ? 1 : 0, QString("U%1").arg(unit - 1));
+                for (int n = 0; n < units[unit]; ++n) {
+                    const int id = static_cast<int>(device.sites().size());
+                    device.addSite(
+                        {id, QString("C%1").arg(id), 0, QString("U%1").arg(unit), neighbours, {}, {}, {}, {}});
+                }
             }
+            for (std::size_t ip = 0; ip < ips.size(); ++ip) {
+                const int parent = design.add(-1, resourceOf(static_cast<int>(ip), ResourceType::Ip));
+                for (int n = 0; n < ips[ip]; ++n)
+                    design.add(parent, resourceOf(n, ResourceType::DcuChannel));
+            }
+        }
+        static Resource resourceOf(int number, ResourceType type)
+        {
+            Resource result;
+            result.name = QString::number(number);
+            result.type = type;
+            return result;
         }
         Device device;
         Design design{"top"};
     };
 
     const ProjectFolder m_folder{DESIGN};
-    const Packing m_packing;
 };
 
 ZEL_TEST_MAIN(TestPlacementSearch)
