@@ -155,19 +155,21 @@ void checkDesign(benchmark::State& state, PlannedDevice& device)
 // Supplies of two voltages, and IPs of three channels with a PLL, which each need two units side by side.
 mirn::zelengine::Design unplacedDesign(int supplies, int ips)
 {
-    using mirn::zelengine::ResourceType;
     mirn::zelengine::Design design(QStringLiteral("top"));
-    const auto add = [&design](int parent, ResourceType type, const QString& voltage = {}) {
-        const QString name = QString::number(design.all().size());
-        return design.add(parent, {name, {}, type, -1, {}, -1, false, false, voltage, {}, {}});
+    const auto add = [&design](int parent, const char* type, const QString& voltage = {}) {
+        mirn::zelengine::Resource resource;
+        resource.name = QString::number(design.all().size());
+        resource.type = mirn::zelengine::findType(mirn::zelengine::standardTypes(), QLatin1String(type));
+        resource.properties.insert(QStringLiteral("voltage"), voltage);
+        return design.add(parent, resource);
     };
     for (int n = 0; n < supplies; ++n)
-        add(-1, ResourceType::Uvccio, n % 2 == 0 ? QStringLiteral("1.8 V") : QStringLiteral("3.3 V"));
+        add(-1, "UVCCIO", n % 2 == 0 ? QStringLiteral("1.8 V") : QStringLiteral("3.3 V"));
     for (int n = 0; n < ips; ++n) {
-        const int ip = add(-1, ResourceType::Ip);
+        const int ip = add(-1, "IP");
         for (int channel = 0; channel < SearchedIpChannels; ++channel)
-            add(ip, ResourceType::DcuChannel);
-        add(ip, ResourceType::Pll);
+            add(ip, "DCUCHANNEL");
+        add(ip, "PLL");
     }
     return design;
 }

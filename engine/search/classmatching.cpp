@@ -48,7 +48,7 @@ void ClassMatching::findPools(const SearchTables& tables)
         for (int unit = 0; unit < units; ++unit)
             m_poolRoom.push_back(std::max(0, tables.mostIn(static_cast<int>(rule), unit)));
     }
-    const auto strictest = [&rules](ResourceType type) {
+    const auto strictest = [&rules](const ResourceType* type) {
         int result = -1;
         for (std::size_t rule = 0; rule < rules.size(); ++rule) {
             const bool counts = rules[rule].kind == GroupRule::Kind::AtMost && rules[rule].type == type;
@@ -62,7 +62,7 @@ void ClassMatching::findPools(const SearchTables& tables)
     for (const SiteClass& each : tables.classes()) {
         int rule = -1;
         for (std::size_t index = 0; index < rules.size() && each.accepts.count() == 1; ++index) {
-            if (each.accepts.contains(static_cast<int>(rules[index].type)))
+            if (each.accepts.contains(rules[index].type->number))
                 rule = strictest(rules[index].type);
         }
         m_pools.push_back(rule >= 0 && tables.sites().isGroup(each.unit) ? rule * units + each.unit : -1);

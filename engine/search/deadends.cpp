@@ -72,11 +72,11 @@ SearchConflict DeadEnds::ofMatching() const
 void DeadEnds::explainMissing(int sort, const BitSet& allMissing, SearchConflict& conflict) const
 {
     BitSet missing = allMissing;
-    for (int related : placedRelatives(sort)) {
+    for (const auto& [related, kind] : placedRelatives(sort)) {
         if (missing.isEmpty())
             return;
         BitSet taken = missing;
-        taken.subtract(m_tables.classesBeside(m_tables.wanted(related).sort, m_state.classOf(related), sort));
+        taken.subtract(m_tables.classesBeside(m_state.classOf(related), kind));
         if (taken.isEmpty())
             continue;
         conflict.culprits.insert(related);
@@ -127,14 +127,16 @@ void DeadEnds::blameOccupants(int siteClass, SearchConflict& conflict) const
         conflict.culprits.insert(occupant);
 }
 
-std::vector<int> DeadEnds::placedRelatives(int sort) const
+// With the rules as they have them.
+std::vector<std::pair<int, Relation::Kind>> DeadEnds::placedRelatives(int sort) const
 {
-    std::vector<int> result;
-    for (int related : m_tables.sort(sort).related) {
-        const std::vector<int>& placed = m_state.placed(related);
-        result.insert(result.end(), placed.begin(), placed.end());
+    std::vector<std::pair<int, Relation::Kind>> result;
+    for (const auto& [related, kind] : m_tables.sort(sort).related) {
+        for (int placed : m_state.placed(related))
+            result.emplace_back(placed, Relation::reversed(kind));
     }
-    std::sort(result.begin(), result.end(), [this](int a, int b) { return m_state.order(a) < m_state.order(b); });
+    std::sort(result.begin(), result.end(),
+        [this](const auto& a, const auto& b) { return m_state.order(a.first) < m_state.order(b.first); });
     return result;
 }
 

@@ -5,6 +5,7 @@
 #include "engine/search/searchstate.h"
 #include "engine/search/searchtables.h"
 
+#include <utility>
 #include <vector>
 
 namespace mirn::zelengine {
@@ -37,7 +38,7 @@ private:
     void blameOccupants(int siteClass, SearchConflict& conflict) const;
     void blameUnit(int rule, int sort, int unit, SearchConflict& conflict) const;
     [[nodiscard]] bool isBlamedOnRules(int sort, int siteClass, SearchConflict& conflict) const;
-    [[nodiscard]] std::vector<int> placedRelatives(int sort) const;
+    [[nodiscard]] std::vector<std::pair<int, Relation::Kind>> placedRelatives(int sort) const;
 
     const SearchTables& m_tables;
     const SearchState& m_state;

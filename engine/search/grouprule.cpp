@@ -5,26 +5,29 @@
 
 namespace mirn::zelengine {
 
-bool GroupRule::isFull(const Device& device, const Design& design, int resource, const Site& site) const
+std::vector<GroupRule> groupRulesOf(const Device& device)
 {
-    if (kind != Kind::AtMost || site.group.isEmpty() || !concerns(design.resource(resource)))
-        return false;
-    int placed = 0;
-    for (const Site* other : device.sitesOfGroup(site.group)) {
-        const int occupant = design.occupant(other->id);
-        placed += occupant >= 0 && occupant != resource && concerns(design.resource(occupant)) ? 1 : 0;
+    std::vector<GroupRule> rules;
+    for (const auto& type : device.types()) {
+        GroupRule rule;
+        rule.type = type.get();
+        if (!type->agreesOn.isEmpty()) {
+            rule.textOf = [](const Resource& resource) { return resource.statement(); };
+            rule.sentence
+                = QStringLiteral("all of type %1 in one group have the same %2").arg(type->name, type->agreesOn);
+            rule.same = PairRules::Agreement;
+            rules.push_back(rule);
+        }
+        if (type->mostInGroup > 0) {
+            rule.kind = GroupRule::Kind::AtMost;
+            rule.most = type->mostInGroup;
+            rule.sentence
+                = QStringLiteral("one group takes at most %1 of type %2").arg(QString::number(rule.most), type->name);
+            rule.same = PairRules::Capacity;
+            rules.push_back(rule);
+        }
     }
-    return placed >= most;
-}
-
-std::vector<GroupRule> groupRulesOf(const Device& /*device*/)
-{
-    GroupRule voltages;
-    voltages.type = ResourceType::Uvccio;
-    voltages.textOf = [](const Resource& supply) { return supply.voltage; };
-    voltages.sentence = QStringLiteral("the supplies of one bank have one voltage");
-    voltages.same = PlacementRules::Voltages;
-    return {voltages};
+    return rules;
 }
 
 } // namespace mirn::zelengine

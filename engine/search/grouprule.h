@@ -19,20 +19,18 @@ struct GroupRule
 {
     enum class Kind { Agree, AtMost };
 
-    ResourceType type = ResourceType::Folder;
+    const ResourceType* type = nullptr;
     Kind kind = Kind::Agree;
     int most = 0; // for AtMost
     std::function<QString(const Resource&)> textOf; // for Agree; an empty text agrees with any
     QString sentence; // the rule in words, without capital and full stop
-    PlacementRules::Rules same; // the rules by which PlacementRules says the same; none if it does not
+    PairRules::Rules same; // the rule by which PairRules says the same
 
     // Whether the rule counts for a resource.
     [[nodiscard]] bool concerns(const Resource& resource) const
     {
         return resource.type == type && (kind == Kind::AtMost || !textOf(resource).isEmpty());
     }
-    // Whether this is a rule AtMost and those placed in the site's group leave no place to a resource.
-    [[nodiscard]] bool isFull(const Device& device, const Design& design, int resource, const Site& site) const;
 };
 
 // The group rules that hold on a device.

@@ -180,10 +180,10 @@ BitSet NearSites::legalClasses(int wanted)
 {
     const int sort = m_tables.wanted(wanted).sort;
     BitSet result = m_tables.classesFor(wanted);
-    for (int related : m_tables.sort(sort).related) {
+    for (const auto& [related, kind] : m_tables.sort(sort).related) {
         for (int member : m_tables.sort(related).members) {
             if (member != wanted && placeOf(member).seat >= 0)
-                result.intersect(m_tables.classesBeside(related, placeOf(member).siteClass, sort));
+                result.intersect(m_tables.classesBeside(placeOf(member).siteClass, Relation::reversed(kind)));
         }
     }
     const int unit = m_tables.sites().at(placeOf(wanted).siteClass).unit;

@@ -38,42 +38,46 @@ std::vector<int> nearestIn(const std::vector<int>& list, int value, std::size_t 
 Partners::Partners(const Design& design)
     : m_design(design)
 {
-    QHash<QString, std::vector<int>> supplies;
+    QHash<Statement, std::vector<int>> stating;
     for (int index : design.all()) {
         const Resource& resource = design.resource(index);
-        if (resource.type == ResourceType::Uvccio && !resource.voltage.isEmpty())
-            supplies[resource.voltage].push_back(index);
+        if (!resource.statement().isEmpty())
+            stating[{resource.type, resource.statement()}].push_back(index);
     }
-    for (auto it = supplies.cbegin(); it != supplies.cend(); ++it)
-        m_supplies.insert(it.key(), split(it.value()));
+    for (auto it = stating.cbegin(); it != stating.cend(); ++it)
+        m_stating.insert(it.key(), split(it.value()));
 }
 
 std::vector<int> Partners::of(int resource) const
 {
     const Resource& self = m_design.resource(resource);
-    const int ip = m_design.ipOf(resource);
-    std::vector<int> result;
-    if (self.type == ResourceType::DcuChannel && ip >= 0)
-        result
-            = some(split(joinedLists(m_design.partsOf(ip, ResourceType::DcuChannel), m_design.clocksOf(ip))), resource);
-    else if (self.type == ResourceType::ExtRef || self.type == ResourceType::Pll)
-        result = some(split(ofClock(resource)), resource);
-    else if (m_supplies.contains(self.voltage))
-        result = some(*m_supplies.constFind(self.voltage), resource);
+    std::vector<int> connected;
+    for (const Link& link : m_design.linksOf(resource))
+        connected.push_back(link.other);
+    const int ip = m_design.ipOfPart(resource);
+    if (ip >= 0)
+        connected = joinedLists(joinedLists(std::move(connected), m_design.partsOf(ip)), m_design.sourcesOf(ip));
+    if (self.isSource())
+        connected = joinedLists(std::move(connected), ofSource(resource));
+    std::vector<int> result = some(split(std::move(connected)), resource);
+    const auto agreeing = m_stating.constFind({self.type, self.statement()});
+    if (result.empty() && agreeing != m_stating.constEnd())
+        result = some(*agreeing, resource);
     return result.empty() ? some(siblings(self.parent), resource) : result;
 }
 
-std::vector<int> Partners::ofClock(int clock) const
+std::vector<int> Partners::ofSource(int source) const
 {
     std::vector<int> result;
-    for (int ip : m_design.fedBy(clock))
-        result = joinedLists(std::move(result), m_design.partsOf(ip, ResourceType::DcuChannel));
+    for (int ip : m_design.fedBy(source))
+        result = joinedLists(std::move(result), m_design.partsOf(ip));
     return result;
 }
 
 Partners::Candidates Partners::split(std::vector<int> resources) const
 {
     std::sort(resources.begin(), resources.end());
+    resources.erase(std::unique(resources.begin(), resources.end()), resources.end());
     Candidates result;
     for (int resource : resources)
         (m_design.resource(resource).site >= 0 ? result.placed : result.others).push_back(resource);

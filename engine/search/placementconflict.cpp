@@ -18,10 +18,10 @@ namespace {
 constexpr std::size_t MostNarrowed = 64; // resources; leaving out each of more takes too long
 constexpr int MostNamed = 4; // resources in a sentence
 
-constexpr std::pair<PlacementRules::Rule, const char*> RuleSentences[] = {
-    {PlacementRules::ChannelsTogether, "the channels of one IP share one unit or neighbouring ones"},
-    {PlacementRules::Reach, "a clock source has to reach every unit that it serves"},
-    {PlacementRules::NoIdleClocks, "a clock site inside a unit takes no source that feeds nothing"},
+constexpr std::pair<PairRules::Rule, const char*> RuleSentences[] = {
+    {PairRules::SameUnit, "what belongs together shares one unit or neighbouring ones"},
+    {PairRules::Reach, "a source has to reach every unit that it serves"},
+    {PairRules::NoIdleSources, "a site inside a unit takes no source that feeds nothing"},
 };
 
 std::vector<int> allNumbers(const SearchTables& tables)
@@ -169,7 +169,7 @@ QString ConflictReader::sentenceForOne(int resource, const SearchRules& rules) c
 {
     const Resource& one = m_design.resource(resource);
     const std::vector<const Site*> sites = m_device.sitesAccepting(one.type);
-    const QString type = resourceTypeName(one.type);
+    const QString type = nameOf(one.type);
     if (sites.empty())
         return QStringLiteral("%1 cannot be placed: the device has no site for resources of type %2")
             .arg(one.path, type);
@@ -194,12 +194,7 @@ QString ConflictReader::sentenceForOne(int resource, const SearchRules& rules) c
 
 Refusal ConflictReader::refusalOf(int resource, const Site& site, const SearchRules& rules) const
 {
-    Refusal refusal = PlacementRules(m_device, m_design, rules.asked()).propose(resource, site.id).refusal;
-    for (const GroupRule& rule : rules.groups) {
-        if (refusal.isEmpty() && rule.isFull(m_device, m_design, resource, site))
-            refusal = {QStringLiteral("%1 takes no more: %2").arg(site.group, rule.sentence)};
-    }
-    return refusal;
+    return PlacementRules(m_device, m_design, rules.asked()).propose(resource, site.id).refusal;
 }
 
 // Resources of one sort have the same reasons against them.

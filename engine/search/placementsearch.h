@@ -52,8 +52,6 @@ public:
 
     // `position` is asked now and not later; without it no place is nearer than another.
     PlacementSearch(const Device& device, const Design& design, const SettingStore& settings, const Position& position);
-    // A group rule that holds besides those of the device.
-    void addRule(const GroupRule& rule) { m_groupRules.push_back(rule); }
     PlacementSearch(const PlacementSearch&) = delete;
     PlacementSearch& operator=(const PlacementSearch&) = delete;
 
@@ -89,7 +87,7 @@ private:
     const Design m_design;
     SettingStore m_settings; // of the device above
     QHash<int, QPointF> m_points; // by site id
-    std::vector<GroupRule> m_groupRules;
+    const std::vector<GroupRule> m_groupRules;
 };
 
 } // namespace mirn::zelengine

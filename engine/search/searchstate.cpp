@@ -123,10 +123,10 @@ void SearchState::giveBack(int number)
 
 void SearchState::restrictRelated(int sort, int siteClass)
 {
-    for (int related : m_tables.sort(sort).related) {
+    for (const auto& [related, kind] : m_tables.sort(sort).related) {
         if (waiting(related).empty())
             continue;
-        const BitSet& left = m_tables.classesBeside(sort, siteClass, related);
+        const BitSet& left = m_tables.classesBeside(siteClass, kind);
         for (std::size_t word = 0; word < left.words().size(); ++word)
             setWord(related, word, domain(related).words()[word] & left.words()[word]);
         m_matching.shrank(related);

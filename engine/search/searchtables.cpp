@@ -21,11 +21,6 @@ bool has(const std::vector<int>& list, int value)
     return std::find(list.begin(), list.end(), value) != list.end();
 }
 
-bool isClock(ResourceType type)
-{
-    return type == ResourceType::ExtRef || type == ResourceType::Pll;
-}
-
 } // namespace
 
 SearchRules::SearchRules(std::vector<GroupRule> groupRules)
@@ -35,9 +30,9 @@ SearchRules::SearchRules(std::vector<GroupRule> groupRules)
         placement &= ~rule.same;
 }
 
-PlacementRules::Rules SearchRules::asked() const
+PairRules::Rules SearchRules::asked() const
 {
-    PlacementRules::Rules result = placement;
+    PairRules::Rules result = placement;
     for (const GroupRule& rule : groups)
         result |= rule.same;
     return result;
@@ -93,7 +88,7 @@ int SearchTables::labelOf(int rule, const Resource& resource)
 }
 
 // Asking the rules about every class takes long, once for each lot that they refuse alike.
-void SearchTables::addWanted(const std::vector<int>& resources, PlacementRules::Rules rules, const Clock& mayGoOn)
+void SearchTables::addWanted(const std::vector<int>& resources, PairRules::Rules rules, const Clock& mayGoOn)
 {
     const PlacementRules asked(m_device, m_design, rules);
     for (int resource : resources) {
@@ -149,23 +144,28 @@ void SearchTables::closeGroups(Sort& sort) const
 // with them.
 QString SearchTables::likesOf(int index) const
 {
-    const ResourceType code = m_design.resource(index).type;
-    const QString type = QString::number(static_cast<int>(code)) + QLatin1Char(' ');
-    if (isClock(code))
-        return type + likesOfClock(index);
-    const int ip = code == ResourceType::DcuChannel ? m_design.ipOf(index) : -1;
-    return ip < 0 ? type
-                  : type + sitesOf(m_design.partsOf(ip, ResourceType::DcuChannel)) + QLatin1Char(':')
-            + sitesOf(m_design.clocksOf(ip));
+    const Resource& resource = m_design.resource(index);
+    QString result = QString::number(resource.type->number) + QLatin1Char(' ');
+    if (resource.isSource())
+        result += likesOfSource(index);
+    const int ip = m_design.ipOfPart(index);
+    if (ip >= 0)
+        result += sitesOf(m_design.partsOf(ip)) + QLatin1Char(':') + sitesOf(m_design.sourcesOf(ip));
+    for (const Link& link : m_design.linksOf(index)) {
+        const int site = m_design.resource(link.other).site;
+        if (link.rule != Link::Rule::Near && site >= 0)
+            result += QStringLiteral(" %1/%2/%3").arg(static_cast<int>(link.rule)).arg(int(link.isFirst)).arg(site);
+    }
+    return result;
 }
 
-QString SearchTables::likesOfClock(int clock) const
+QString SearchTables::likesOfSource(int source) const
 {
-    const std::vector<int> ips = m_design.fedBy(clock);
+    const std::vector<int> ips = m_design.fedBy(source);
     QString result
-        = QLatin1String(m_design.isFeeder(clock) ? "feeder " : "") + QLatin1String(ips.empty() ? "" : "feeds ");
+        = QLatin1String(m_design.isFeeder(source) ? "feeder " : "") + QLatin1String(ips.empty() ? "" : "feeds ");
     for (int ip : ips)
-        result += sitesOf(m_design.partsOf(ip, ResourceType::DcuChannel));
+        result += sitesOf(m_design.partsOf(ip));
     return result;
 }
 
@@ -174,12 +174,13 @@ QString SearchTables::identityOf(int index) const
 {
     const Resource& resource = m_design.resource(index);
     QString result;
-    if (isClock(resource.type)) {
+    if (resource.isSource()) {
         for (int ip : m_design.fedBy(index))
             result += QString::number(ip) + QLatin1Char(' ');
-    } else if (resource.type == ResourceType::DcuChannel) {
-        result = QString::number(m_design.ipOf(index));
     }
+    result += QLatin1Char(':') + QString::number(m_design.ipOfPart(index));
+    if (isBound(index)) // what is linked is one of a kind
+        result += QLatin1Char('#') + QString::number(index);
     for (const GroupRule& rule : m_rules) {
         const bool hasText = rule.kind == GroupRule::Kind::Agree && rule.concerns(resource);
         result += QLatin1Char('\n') + (hasText ? rule.textOf(resource) : QString());
@@ -201,7 +202,7 @@ QString SearchTables::sitesOf(const std::vector<int>& resources) const
 BitSet SearchTables::roomOf(int resource, const PlacementRules& rules) const
 {
     BitSet result = m_sites.none();
-    const int type = static_cast<int>(m_design.resource(resource).type);
+    const int type = m_design.resource(resource).type->number;
     for (std::size_t index = 0; index < classes().size(); ++index) {
         const SiteClass& candidate = classes()[index];
         if (candidate.accepts.contains(type) && rules.propose(resource, candidate.sites.front()).isAllowed())
@@ -210,44 +211,82 @@ BitSet SearchTables::roomOf(int resource, const PlacementRules& rules) const
     return result;
 }
 
-// Connects the channels of each IP with one another and with the clock sources that serve it.
-void SearchTables::addRelations(PlacementRules::Rules rules)
+void SearchTables::addRelations(PairRules::Rules rules)
 {
-    QHash<int, std::vector<int>> channels; // by IP
+    relateParts(rules);
+    relateLinks(rules);
+}
+
+// Connects the parts of each IP with one another and with the sources that serve it.
+void SearchTables::relateParts(PairRules::Rules rules)
+{
+    QHash<int, std::vector<int>> parts; // by IP
     for (int sort = 0; sort < static_cast<int>(m_sorts.size()); ++sort) {
-        const int first = wanted(m_sorts[at(sort)].members.front()).resource;
-        const int ip = m_sorts[at(sort)].type == ResourceType::DcuChannel ? m_design.ipOf(first) : -1;
+        const int ip = m_design.ipOfPart(firstOf(sort));
         if (ip < 0)
             continue;
-        channels[ip].push_back(sort);
-        for (int other : channels.value(ip)) {
-            if (rules.testFlag(PlacementRules::ChannelsTogether))
-                connect(sort, other);
+        parts[ip].push_back(sort);
+        for (int other : parts.value(ip)) {
+            if (rules.testFlag(PairRules::SameUnit) && m_sorts[at(sort)].type->sharesUnit)
+                connect(sort, other, Relation::Kind::SameUnit);
         }
     }
-    for (int sort = 0; sort < static_cast<int>(m_sorts.size()) && rules.testFlag(PlacementRules::Reach); ++sort) {
-        if (!isClock(m_sorts[at(sort)].type))
+    for (int sort = 0; sort < static_cast<int>(m_sorts.size()) && rules.testFlag(PairRules::Reach); ++sort) {
+        const ResourceType& type = *m_sorts[at(sort)].type;
+        if (!type.feeds || !type.mustReach)
             continue;
-        for (int ip : m_design.fedBy(wanted(m_sorts[at(sort)].members.front()).resource)) {
-            for (int other : channels.value(ip))
-                connect(other, sort);
+        for (int ip : m_design.fedBy(firstOf(sort))) {
+            for (int other : parts.value(ip))
+                connect(sort, other, Relation::Kind::Reaches);
         }
     }
 }
 
-// A clock source may name an IP twice; the second time follows the first.
-void SearchTables::connect(int sort, int other)
+void SearchTables::relateLinks(PairRules::Rules rules)
 {
-    if (!m_sorts[at(sort)].related.empty() && m_sorts[at(sort)].related.back() == other)
+    QHash<int, int> sorts; // of what is linked, by resource
+    for (int sort = 0; sort < static_cast<int>(m_sorts.size()); ++sort) {
+        if (isBound(firstOf(sort)))
+            sorts.insert(firstOf(sort), sort);
+    }
+    for (auto it = sorts.cbegin(); it != sorts.cend(); ++it) {
+        for (const Link& link : m_design.linksOf(it.key())) {
+            if (!link.isFirst || !sorts.contains(link.other))
+                continue;
+            if (link.rule == Link::Rule::SameUnit && rules.testFlag(PairRules::SameUnit))
+                connect(it.value(), sorts.value(link.other), Relation::Kind::SameUnit);
+            else if (link.rule == Link::Rule::Reachable && rules.testFlag(PairRules::Reach))
+                connect(it.value(), sorts.value(link.other), Relation::Kind::Reaches);
+        }
+    }
+}
+
+bool SearchTables::isBound(int resource) const
+{
+    const std::vector<Link> links = m_design.linksOf(resource);
+    return std::any_of(links.begin(), links.end(), [](const Link& link) { return link.rule != Link::Rule::Near; });
+}
+
+int SearchTables::firstOf(int sort) const
+{
+    return wanted(m_sorts[at(sort)].members.front()).resource;
+}
+
+void SearchTables::connect(int sort, int other, Relation::Kind kind)
+{
+    std::vector<Relation>& related = m_sorts[at(sort)].related;
+    const auto isKnown = [&](const Relation& each) { return each.sort == other && each.kind == kind; };
+    if (std::any_of(related.begin(), related.end(), isKnown))
         return;
-    m_sorts[at(sort)].related.push_back(other);
+    related.push_back({other, kind});
     if (other != sort)
-        m_sorts[at(other)].related.push_back(sort);
+        m_sorts[at(other)].related.push_back({sort, Relation::reversed(kind)});
 }
 
 bool SearchTables::isTogether(int index) const
 {
-    return has(sort(index).related, index);
+    const std::vector<Relation>& related = sort(index).related;
+    return std::any_of(related.begin(), related.end(), [index](const Relation& each) { return each.sort == index; });
 }
 
 // Fills a set that has not been made with the classes for which the predicate holds.
@@ -263,16 +302,20 @@ template <typename Predicate> const BitSet& SearchTables::filled(BitSet& set, co
     return set;
 }
 
-const BitSet& SearchTables::classesBeside(int index, int siteClass, int related) const
+const BitSet& SearchTables::classesBeside(int siteClass, Relation::Kind kind) const
 {
     const SiteClass& present = m_sites.at(siteClass);
     const int unit = present.unit;
-    if (isClock(sort(index).type))
+    switch (kind) {
+    case Relation::Kind::Reaches:
         return filled(m_reached[at(siteClass)], [&](const SiteClass& each) { return has(present.reaches, each.unit); });
-    if (sort(related).type == ResourceType::DcuChannel)
-        return filled(m_near[at(unit)],
-            [&](const SiteClass& each) { return each.unit == unit || has(m_sites.neighbours(unit), each.unit); });
-    return filled(m_reaching[at(unit)], [&](const SiteClass& each) { return has(each.reaches, unit); });
+    case Relation::Kind::IsReached:
+        return filled(m_reaching[at(unit)], [&](const SiteClass& each) { return has(each.reaches, unit); });
+    case Relation::Kind::SameUnit:
+        break;
+    }
+    return filled(m_near[at(unit)],
+        [&](const SiteClass& each) { return each.unit == unit || has(m_sites.neighbours(unit), each.unit); });
 }
 
 } // namespace mirn::zelengine

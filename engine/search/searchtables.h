@@ -23,31 +23,46 @@ class SettingStore;
 // What a search regards. It leaves rules out to find out which of them stand against a placement.
 struct SearchRules
 {
-    PlacementRules::Rules placement = PlacementRules::AllRules; // without those that a group rule says as well
+    PairRules::Rules placement = PairRules::AllRules; // without those that a group rule says as well
     bool settings = true; // a site that a setting puts out of use takes nothing
     std::vector<GroupRule> groups;
 
     explicit SearchRules(std::vector<GroupRule> groupRules);
     // What PlacementRules is asked for, to check the same.
-    [[nodiscard]] PlacementRules::Rules asked() const;
+    [[nodiscard]] PairRules::Rules asked() const;
 };
 
 // A resource that is to be placed.
 struct Wanted
 {
     int resource = -1;
-    ResourceType type = ResourceType::Folder;
+    const ResourceType* type = nullptr;
     int sort = 0;
+};
+
+// A rule that connects the members of a sort with those of another one.
+struct Relation
+{
+    enum class Kind { SameUnit, Reaches, IsReached }; // from the sort that has it to the other one
+
+    int sort = 0;
+    Kind kind = Kind::SameUnit;
+
+    // The same rule, as the other sort has it.
+    [[nodiscard]] static Kind reversed(Kind kind)
+    {
+        return kind == Kind::SameUnit ? kind : (kind == Kind::Reaches ? Kind::IsReached : Kind::Reaches);
+    }
 };
 
 // Wanted resources that no rule tells apart, such as the supplies of one voltage or the channels of one IP.
 struct Sort
 {
-    ResourceType type = ResourceType::Folder;
+    const ResourceType* type = nullptr;
     std::vector<int> labels; // by group rule: a number for the text, or -1 if the rule does not concern them
     BitSet room; // the classes that they may take while no other wanted resource is placed
     std::vector<int> members; // numbers of wanted ones
-    std::vector<int> related; // sorts with which a rule connects each member, maybe this one too
+    std::vector<Relation> related; // sorts with which a rule connects each member, maybe this one too
 };
 
 // A design and its device as numbers and bits, for a search: the resources that are to be placed, the classes of free
@@ -73,8 +88,8 @@ public:
 
     // The classes that a wanted resource may take while no other wanted one is placed.
     [[nodiscard]] const BitSet& classesFor(int number) const { return sort(wanted(number).sort).room; }
-    // The classes that the rules for two resources leave to one of a related sort while one of `sort` is in a class.
-    [[nodiscard]] const BitSet& classesBeside(int sort, int siteClass, int related) const;
+    // The classes that a rule leaves to those with which it connects a resource in a class.
+    [[nodiscard]] const BitSet& classesBeside(int siteClass, Relation::Kind kind) const;
 
     [[nodiscard]] const std::vector<GroupRule>& rules() const { return m_rules; }
     // How many wanted resources a rule AtMost allows in a unit beside those placed there.
@@ -87,15 +102,19 @@ public:
 
 private:
     void addGroups();
-    void addWanted(const std::vector<int>& resources, PlacementRules::Rules rules, const Clock& mayGoOn);
+    void addWanted(const std::vector<int>& resources, PairRules::Rules rules, const Clock& mayGoOn);
     void addSort(int resource, const QString& likes, const PlacementRules& rules);
-    void addRelations(PlacementRules::Rules rules);
-    void connect(int sort, int other);
+    void addRelations(PairRules::Rules rules);
+    void relateParts(PairRules::Rules rules);
+    void relateLinks(PairRules::Rules rules);
+    void connect(int sort, int other, Relation::Kind kind);
+    [[nodiscard]] bool isBound(int resource) const;
+    [[nodiscard]] int firstOf(int sort) const;
     [[nodiscard]] int labelOf(int rule, const Resource& resource);
     void closeGroups(Sort& sort) const;
     [[nodiscard]] BitSet roomOf(int resource, const PlacementRules& rules) const;
     [[nodiscard]] QString likesOf(int resource) const;
-    [[nodiscard]] QString likesOfClock(int clock) const;
+    [[nodiscard]] QString likesOfSource(int source) const;
     [[nodiscard]] QString identityOf(int resource) const;
     [[nodiscard]] QString sitesOf(const std::vector<int>& resources) const;
     template <typename Predicate> const BitSet& filled(BitSet& set, const Predicate& predicate) const;

@@ -12,15 +12,11 @@ namespace mirn::zelengine {
 
 namespace {
 
-constexpr int TypeCodes = 5;
-
 BitSet acceptedTypes(const Device& device, const Site& site)
 {
-    BitSet result(TypeCodes);
-    for (ResourceType type : device.kindOf(site).accepts) {
-        if (type != ResourceType::Folder)
-            result.insert(static_cast<int>(type));
-    }
+    BitSet result(static_cast<int>(device.types().size()));
+    for (const ResourceType* type : device.kindOf(site).accepts)
+        result.insert(type->number);
     return result;
 }
 

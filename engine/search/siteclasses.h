@@ -20,7 +20,7 @@ struct SiteClass
     int unit = 0; // a number for the group
     std::vector<int> reaches; // units
     std::vector<int> sites; // ids
-    BitSet accepts; // codes of resource types
+    BitSet accepts; // numbers of resource types
 };
 
 // The free sites of a device in classes, and the units that they belong to. All groups are called units here, banks

@@ -34,9 +34,7 @@ bool isAllowed(const RandomDesign& given, const Design& design, const Placement&
 {
     const Site& site = *given.device.site(placement.site);
     return PlacementRules(given.device, design).propose(placement.resource, placement.site).isAllowed()
-        && given.settings.disablingSetting(site).isEmpty()
-        && std::none_of(given.rules.begin(), given.rules.end(),
-            [&](const GroupRule& rule) { return rule.isFull(given.device, design, placement.resource, site); });
+        && given.settings.disablingSetting(site).isEmpty();
 }
 
 // Tries everything.
@@ -80,6 +78,7 @@ private Q_SLOTS:
         row("plain designs", static_cast<int>(RandomDesign::Sort::Plain));
         row("at most so many in a group", static_cast<int>(RandomDesign::Sort::GroupRules));
         row("units full of IPs", static_cast<int>(RandomDesign::Sort::PackedUnits));
+        row("linked resources", static_cast<int>(RandomDesign::Sort::Links));
     }
 
     void agreesWithTryingEverything()
@@ -88,10 +87,8 @@ private Q_SLOTS:
         int impossible = 0;
         for (unsigned int seed = 1; seed <= RandomDesigns; ++seed) {
             const RandomDesign given(seed, static_cast<RandomDesign::Sort>(sort));
-            PlacementSearch search(
+            const PlacementSearch search(
                 given.device, given.design, given.settings, [](int site) { return QPointF(site * 7 % 5, site % 3); });
-            for (const GroupRule& rule : given.rules)
-                search.addRule(rule);
             const std::vector<int> wanted = search.unplaced();
             const PlacementAnswer answer = search.run(wanted, {});
             const QByteArray name = "seed " + QByteArray::number(seed);
@@ -121,9 +118,9 @@ private Q_SLOTS:
         row("enough room", {}, {"duo", "idle/p", "v33", "v18"}, "");
         row("channels that need units side by side", {"duo/a@U0_CH1", "duo/b@U1_CH0", "trio/a@U0_CH0"}, {"trio"},
             "top/trio/b and top/trio/c cannot be placed together: there is 1 site left for 2 resources; "
-            "the channels of one IP share one unit or neighbouring ones");
+            "what belongs together shares one unit or neighbouring ones");
         row("a clock that reaches one unit of two", {"idle/p@PLL_EDGE"}, {"trio"},
-            "top/trio/a, top/trio/b, top/trio/c and top/trio/pll cannot be placed together: a clock source has to "
+            "top/trio/a, top/trio/b, top/trio/c and top/trio/pll cannot be placed together: a source has to "
             "reach every unit that it serves");
         row("a reference that does not reach the channels", {"duo/ref@REF_R", "trio/a@U2_CH0", "trio/b@U2_CH1"},
             {"duo"},
@@ -131,9 +128,10 @@ private Q_SLOTS:
             "example, top/duo/ref on REF_R does not reach U0");
         row("sources that feed nothing", {}, {"idle"},
             "top/idle/p, top/idle/q and top/idle/r cannot be placed together: there are 2 sites left for 3 resources; "
-            "a clock site inside a unit takes no source that feeds nothing");
+            "a site inside a unit takes no source that feeds nothing");
         row("three voltages for two banks", {}, {"v33", "v18", "v12"},
-            "top/v33, top/v18 and top/v12 cannot be placed together: the supplies of one bank have one voltage");
+            "top/v33, top/v18 and top/v12 cannot be placed together: all of type UVCCIO in one group have the same "
+            "voltage");
         row("banks of other voltages", {"v33@V0_1", "v18@V1_1"}, {"v12"},
             "top/v12 cannot be placed: none of the 2 free sites for resources of type UVCCIO takes it; for example, "
             "top/v12 needs 1.2 V, but top/v33 gives 3.3 V to BANK0");
@@ -161,12 +159,15 @@ private Q_SLOTS:
     void placesNearPartners()
     {
         Device device;
-        device.addKind({"supply", "Supply", {ResourceType::Uvccio}, {}});
+        device.addKind({"supply", "Supply", {findType(device.types(), "UVCCIO")}, {}});
         Design design("top");
         for (int n = 0; n < 10; ++n)
             device.addSite({n, QString("V%1").arg(n), 0, QString("B%1").arg(n), {}, {}, {}, {}, {}});
         for (const char* const name : {"a", "b", "c"}) {
-            const Resource supply{name, {}, ResourceType::Uvccio, -1, {}, -1, false, false, "1.8 V", {}, {}};
+            Resource supply;
+            supply.name = name;
+            supply.type = findType(device.types(), "UVCCIO");
+            supply.properties.insert("voltage", "1.8 V");
             design.add(-1, supply);
         }
         design.setSite(0, 6);
@@ -203,12 +204,12 @@ private Q_SLOTS:
     // A rule that counts is part of the reason, and so is what it counts.
     void saysThatAGroupIsFull()
     {
-        const Packing packing({2, 2, 2}, {1, 1, 1, 1}, false);
-        PlacementSearch search(packing.device, packing.design, SettingStore(packing.device), {});
-        search.addRule({ResourceType::DcuChannel, GroupRule::Kind::AtMost, 1, {}, "one channel for each unit", {}});
+        const Packing packing({2, 2, 2}, {1, 1, 1, 1}, false, 1);
+        const PlacementSearch search(packing.device, packing.design, SettingStore(packing.device), {});
         const PlacementAnswer answer = search.run(search.unplaced(), {});
         QCOMPARE(answer.sentence,
-            "top/0/0, top/1/0, top/2/0 and top/3/0 cannot be placed together: one channel for each unit");
+            "top/0/0, top/1/0, top/2/0 and top/3/0 cannot be placed together: one group takes at most 1 of type "
+            "DCUCHANNEL");
         QCOMPARE(answer.placements.size(), std::size_t(3));
     }
 
@@ -257,9 +258,14 @@ private:
     // Units with so many sites and IPs with so many channels; the units may be neighbours in a row.
     struct Packing
     {
-        Packing(const std::vector<int>& units, const std::vector<int>& ips, bool areNeighbours)
+        Packing(const std::vector<int>& units, const std::vector<int>& ips, bool areNeighbours, int most = 0)
         {
-            device.addKind({"channel", "Channel", {ResourceType::DcuChannel}, {}});
+            const auto channel = std::make_shared<ResourceType>(*findType(standardTypes(), "DCUCHANNEL"));
+            const auto ipType = std::make_shared<ResourceType>(*findType(standardTypes(), "IP"));
+            channel->mostInGroup = most;
+            ipType->parts = channel.get();
+            device.setTypes({ipType, channel});
+            device.addKind({"channel", "Channel", {channel.get()}, {}});
             for (std::size_t unit = 0; unit < units.size(); ++unit) {
                 const QStringList neighbours(areNeighbours && unit > 0 ? 1 : 0, QString("U%1").arg(unit - 1));
                 for (int n = 0; n < units[unit]; ++n) {
@@ -269,12 +275,12 @@ private:
                 }
             }
             for (std::size_t ip = 0; ip < ips.size(); ++ip) {
-                const int parent = design.add(-1, resourceOf(static_cast<int>(ip), ResourceType::Ip));
+                const int parent = design.add(-1, resourceOf(static_cast<int>(ip), ipType.get()));
                 for (int n = 0; n < ips[ip]; ++n)
-                    design.add(parent, resourceOf(n, ResourceType::DcuChannel));
+                    design.add(parent, resourceOf(n, channel.get()));
             }
         }
-        static Resource resourceOf(int number, ResourceType type)
+        static Resource resourceOf(int number, const ResourceType* type)
         {
             Resource result;
             result.name = QString::number(number);
