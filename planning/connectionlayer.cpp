@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "planning/connectionlayer.h"
 
+#include "graphics/zelgraphicsscene.h"
+
 #include <QGraphicsView>
 #include <QLineF>
 #include <QLinearGradient>
@@ -46,6 +48,11 @@ QPointF bentMiddle(const QPointF& from, const QPointF& to, PlanLine::Kind kind)
     return line.center() + aside * 2 * std::min(BendShare * line.length(), LargestBend);
 }
 
+bool isStubToHidden(const PlanLine& line, const QList<int>& visibleLayers)
+{
+    return line.isStub && !visibleLayers.contains(line.toLayer);
+}
+
 double distanceToSegment(const QPointF& point, const QPointF& from, const QPointF& to)
 {
     const QPointF way = to - from;
@@ -79,13 +86,22 @@ bool ConnectionLayer::hasFewLines() const
     return m_lines.size() <= MostLinesWithStubs;
 }
 
+QList<int> ConnectionLayer::visibleLayers() const
+{
+    auto* scene = view() ? qobject_cast<ZelGraphicsScene*>(view()->scene()) : nullptr;
+    return scene ? scene->getVisibleLayers() : QList<int>();
+}
+
 const PlanLine* ConnectionLayer::lineAt(QPoint position) const
 {
+    if (m_lines.empty() || !view() || !isShown())
+        return nullptr;
     const PlanLine* nearest = nullptr;
     double least = ReachOfPointer;
+    const QList<int> layers = visibleLayers();
     for (const PlanLine& line : m_lines) {
-        const double distance = view() && isShown() ? distanceTo(line, position) : std::numeric_limits<double>::max();
-        if (distance <= least) {
+        const double distance = distanceTo(line, position);
+        if (distance <= least && !isStubToHidden(line, layers)) {
             least = distance;
             nearest = &line;
         }
@@ -119,12 +135,17 @@ void ConnectionLayer::paint(QPainter& painter, const QRect& exposed)
     painter.setRenderHint(QPainter::Antialiasing, true);
     const double reach = StrongDot + HaloBreadth + 1;
     const QRectF touched = QRectF(exposed).adjusted(-reach, -reach, reach, reach);
+    const QList<int> layers = visibleLayers();
     for (const PlanLine& line : m_lines) {
+        if (isStubToHidden(line, layers))
+            continue;
         const QPainterPath curve = curveOf(line);
         const QRectF bounds = curve.controlPointRect();
         // An upright line has a rectangle without a width, which intersects nothing.
-        if (touched.intersects(bounds.adjusted(0, 0, 1, 1)))
-            paintCurve(painter, curve, line);
+        if (!touched.intersects(bounds.adjusted(0, 0, 1, 1)))
+            continue;
+        paintCurve(painter, curve, line);
+        paintDots(painter, curve, line, layers);
     }
 }
 
@@ -184,12 +205,19 @@ void ConnectionLayer::paintCurve(QPainter& painter, const QPainterPath& curve, c
         painter.strokePath(curve, QPen(Halo, width + 2 * HaloBreadth, Qt::SolidLine, Qt::RoundCap));
     }
     painter.strokePath(curve, pen);
+}
+
+void ConnectionLayer::paintDots(
+    QPainter& painter, const QPainterPath& curve, const PlanLine& line, const QList<int>& layers) const
+{
+    const bool isStrong = m_style == Style::Strong;
     painter.setPen(isStrong ? QPen(Halo, HaloBreadth) : QPen(Qt::NoPen));
-    painter.setBrush(color);
+    painter.setBrush(colorOf(line));
     const double radius = isStrong ? StrongDot : FineDot;
-    painter.drawEllipse(from, radius, radius);
-    if (!line.isStub)
-        painter.drawEllipse(to, radius, radius);
+    if (layers.contains(line.fromLayer))
+        painter.drawEllipse(QPointF(curve.elementAt(0)), radius, radius);
+    if (!line.isStub && layers.contains(line.toLayer))
+        painter.drawEllipse(curve.currentPosition(), radius, radius);
 }
 
 } // namespace mirn::zelchipview

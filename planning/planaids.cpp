@@ -262,12 +262,11 @@ void PlanAids::showCandidates()
     Parts& parts = *m_parts;
     const std::string row = parts.areCandidatesShown ? parts.selectedRow() : std::string();
     parts.candidate = parts.isUnplaced(row) ? row : std::string();
-    std::vector<CandidateLayer::Candidate> candidates;
+    std::vector<SitePlace> candidates;
     if (!parts.candidate.empty()) {
         for (int site : parts.candidatesFor(parts.candidate)) {
-            const QRectF area = parts.areas.areaOf(site);
-            if (!area.isNull())
-                candidates.push_back({site, area});
+            if (const std::optional<SitePlace>& place = parts.areas.placeOf(site))
+                candidates.push_back(*place);
         }
     }
     parts.candidateLayer->setCandidates(std::move(candidates));
