@@ -16,6 +16,7 @@
 #include <cmath>
 #include <list>
 #include <memory>
+#include <utility>
 #include <vector>
 
 using mirn::zelchip::DesignEditor;
@@ -157,8 +158,11 @@ mirn::zelengine::Design unplacedDesign()
     using mirn::zelengine::ResourceType;
     mirn::zelengine::Design design(QStringLiteral("top"));
     const auto add = [&design](int parent, ResourceType type, const QString& voltage = {}) {
-        const QString name = QString::number(design.all().size());
-        return design.add(parent, {name, {}, type, -1, {}, -1, false, voltage, {}, {}});
+        mirn::zelengine::Resource resource;
+        resource.name = QString::number(design.all().size());
+        resource.type = type;
+        resource.voltage = voltage;
+        return design.add(parent, std::move(resource));
     };
     for (int n = 0; n < SearchedSupplies; ++n)
         add(-1, ResourceType::Uvccio, n % 2 == 0 ? QStringLiteral("1.8 V") : QStringLiteral("3.3 V"));
