@@ -29,6 +29,7 @@ constexpr double HaloBreadth = 1.4; // on each side
 constexpr double StrongDot = 3.2; // radius
 constexpr double FineDot = 1.6;
 constexpr double LongestStub = 90;
+constexpr int FadedAlpha = 110; // at the open end of a stub
 constexpr double BendShare = 0.14; // how far a curve leaves the straight line, as a share of its length
 constexpr double LargestBend = 42;
 
@@ -198,7 +199,7 @@ void ConnectionLayer::paintCurve(QPainter& painter, const QPainterPath& curve, c
     if (line.isStub) {
         QLinearGradient fading(from, to);
         fading.setColorAt(0, color);
-        fading.setColorAt(1, QColor(color.red(), color.green(), color.blue(), 40));
+        fading.setColorAt(1, QColor(color.red(), color.green(), color.blue(), FadedAlpha));
         pen = QPen(fading, width, Qt::CustomDashLine, Qt::FlatCap);
         pen.setDashPattern({3.0, 2.5});
     } else if (isStrong) {

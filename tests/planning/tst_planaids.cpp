@@ -122,10 +122,10 @@ private Q_SLOTS:
         const zelconnection supplies{"top/v", "top/w", 1, 2, ""};
         const zelconnection broken{"top/clk", "top/ch", 1, 2, "too far"};
         const zelconnection open{"top/clk", "top/new", 1, -1, ""};
-        const QColor clockColor(0xa0, 0x58, 0x00);
+        const QColor clockColor(0x8a, 0x4a, 0x00);
         row("a clock", clock, Shown::OfSelection, "top/clk", 0, clockColor, true);
         row("channels", channels, Shown::OfSelection, "top/ch", 0, QColor(0x56, 0x3a, 0xa8), true);
-        row("supplies", supplies, Shown::OfSelection, "top/v", 0, QColor(0x0b, 0x6e, 0x75), true);
+        row("supplies", supplies, Shown::OfSelection, "top/v", 0, QColor(0x0a, 0x5f, 0x66), true);
         row("a broken rule", broken, Shown::OfSelection, "top/clk", 0, QColor(0xff, 0x4a, 0x2e), true);
         row("the branch above", clock, Shown::OfSelection, "top", 0, clockColor, true);
         row("a selected site", clock, Shown::OfSelection, "", 2, clockColor, true);
