@@ -79,4 +79,16 @@ void CandidateLayer::paint(QPainter& painter, const QRect& exposed)
     }
 }
 
+// On white, as most drawings are light.
+void CandidateLayer::paintSample(QPainter& painter, const QRect& area)
+{
+    QVector<QRect> edge;
+    addFrame(edge, area, EdgeBreadth);
+    painter.fillRect(area, Qt::white);
+    painter.fillRect(area, CandidateTint);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(CandidateEdge);
+    painter.drawRects(edge);
+}
+
 } // namespace mirn::zelchipview

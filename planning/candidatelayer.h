@@ -19,7 +19,11 @@ public:
 
     void setCandidates(std::vector<SitePlace> candidates);
 
+    [[nodiscard]] bool isEmpty() const { return m_candidates.empty(); }
+
     void paint(QPainter& painter, const QRect& exposed) override;
+
+    static void paintSample(QPainter& painter, const QRect& area);
 
 private:
     std::vector<SitePlace> m_candidates;

@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QRegion>
+#include <QVector>
 
 #include <algorithm>
 #include <cmath>
@@ -33,6 +34,7 @@ constexpr int FadedAlpha = 110; // at the open end of a stub
 constexpr double BendShare = 0.14; // how far a curve leaves the straight line, as a share of its length
 constexpr double LargestBend = 42;
 
+const QVector<qreal> StubDashes{3.0, 2.5}; // in widths of the line
 const QColor Halo(255, 255, 255, 170);
 
 // The point towards which the curve is bent: above the line, or to its right if it is upright. The channels of an IP
@@ -91,6 +93,30 @@ QList<int> ConnectionLayer::visibleLayers() const
 {
     auto* scene = view() ? qobject_cast<ZelGraphicsScene*>(view()->scene()) : nullptr;
     return scene ? scene->getVisibleLayers() : QList<int>();
+}
+
+PlanAids::Marks ConnectionLayer::marks() const
+{
+    const auto isOpen = [](const PlanLine& line) { return line.isStub; };
+    PlanAids::Marks marks;
+    marks.setFlag(PlanAids::Mark::Connection, !std::all_of(m_lines.begin(), m_lines.end(), isOpen));
+    marks.setFlag(PlanAids::Mark::OpenEnd, hasFewLines() && std::any_of(m_lines.begin(), m_lines.end(), isOpen));
+    marks.setFlag(PlanAids::Mark::Broken, !m_lines.empty() && m_lines.back().isBroken); // they are the last
+    return marks;
+}
+
+// On a light plate, because the colours are made for drawings.
+void ConnectionLayer::paintSample(QPainter& painter, const QRectF& area, PlanAids::Mark mark)
+{
+    PlanLine line;
+    line.isBroken = mark == PlanAids::Mark::Broken;
+    QPen pen(colorOf(line), StrongWidth, Qt::SolidLine, Qt::FlatCap);
+    if (mark == PlanAids::Mark::OpenEnd)
+        pen.setDashPattern(StubDashes);
+    painter.fillRect(area, Qt::white);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(pen);
+    painter.drawLine(QPointF(area.left(), area.center().y()), QPointF(area.right(), area.center().y()));
 }
 
 const PlanLine* ConnectionLayer::lineAt(QPoint position) const
@@ -201,7 +227,7 @@ void ConnectionLayer::paintCurve(QPainter& painter, const QPainterPath& curve, c
         fading.setColorAt(0, color);
         fading.setColorAt(1, QColor(color.red(), color.green(), color.blue(), FadedAlpha));
         pen = QPen(fading, width, Qt::CustomDashLine, Qt::FlatCap);
-        pen.setDashPattern({3.0, 2.5});
+        pen.setDashPattern(StubDashes);
     } else if (isStrong) {
         painter.strokePath(curve, QPen(Halo, width + 2 * HaloBreadth, Qt::SolidLine, Qt::RoundCap));
     }

@@ -3,6 +3,7 @@
 
 #include "graphics/zelviewlayer.h"
 #include "planning/linepicture.h"
+#include "planning/planaids.h"
 #include "planning/planlines.h"
 
 #include <QList>
@@ -27,6 +28,9 @@ public:
 
     void setLines(std::vector<PlanLine> lines, Style style);
     [[nodiscard]] const std::vector<PlanLine>& lines() const { return m_lines; }
+
+    [[nodiscard]] PlanAids::Marks marks() const;
+    static void paintSample(QPainter& painter, const QRectF& area, PlanAids::Mark mark);
 
     // Returns the line nearest to a position of the viewport, if it is within 4 pixels, else null. It is valid until
     // the next setLines().

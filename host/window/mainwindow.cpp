@@ -252,7 +252,7 @@ void MainWindow::connectChipView()
     connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
     connect(m_probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
     connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showMagnification);
-    m_planning->begin(*m_drawingArea);
+    m_planning->begin(*m_drawingArea, m_statusBar->legend());
 }
 
 void MainWindow::showSummary()
