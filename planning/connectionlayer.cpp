@@ -95,23 +95,23 @@ QList<int> ConnectionLayer::visibleLayers() const
     return scene ? scene->getVisibleLayers() : QList<int>();
 }
 
-PlanAids::Marks ConnectionLayer::marks() const
+PlanMarks ConnectionLayer::marks() const
 {
     const auto isOpen = [](const PlanLine& line) { return line.isStub; };
-    PlanAids::Marks marks;
-    marks.setFlag(PlanAids::Mark::Connection, !std::all_of(m_lines.begin(), m_lines.end(), isOpen));
-    marks.setFlag(PlanAids::Mark::OpenEnd, hasFewLines() && std::any_of(m_lines.begin(), m_lines.end(), isOpen));
-    marks.setFlag(PlanAids::Mark::Broken, !m_lines.empty() && m_lines.back().isBroken); // they are the last
+    PlanMarks marks;
+    marks.setFlag(PlanMark::Connection, !std::all_of(m_lines.begin(), m_lines.end(), isOpen));
+    marks.setFlag(PlanMark::OpenEnd, hasFewLines() && std::any_of(m_lines.begin(), m_lines.end(), isOpen));
+    marks.setFlag(PlanMark::Broken, !m_lines.empty() && m_lines.back().isBroken); // they are the last
     return marks;
 }
 
 // On a light plate, because the colours are made for drawings.
-void ConnectionLayer::paintSample(QPainter& painter, const QRectF& area, PlanAids::Mark mark)
+void ConnectionLayer::paintSample(QPainter& painter, const QRectF& area, PlanMark mark)
 {
     PlanLine line;
-    line.isBroken = mark == PlanAids::Mark::Broken;
+    line.isBroken = mark == PlanMark::Broken;
     QPen pen(colorOf(line), StrongWidth, Qt::SolidLine, Qt::FlatCap);
-    if (mark == PlanAids::Mark::OpenEnd)
+    if (mark == PlanMark::OpenEnd)
         pen.setDashPattern(StubDashes);
     painter.fillRect(area, Qt::white);
     painter.setRenderHint(QPainter::Antialiasing);

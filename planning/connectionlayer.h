@@ -3,8 +3,8 @@
 
 #include "graphics/zelviewlayer.h"
 #include "planning/linepicture.h"
-#include "planning/planaids.h"
 #include "planning/planlines.h"
+#include "planning/planmark.h"
 
 #include <QList>
 #include <QPoint>
@@ -29,8 +29,8 @@ public:
     void setLines(std::vector<PlanLine> lines, Style style);
     [[nodiscard]] const std::vector<PlanLine>& lines() const { return m_lines; }
 
-    [[nodiscard]] PlanAids::Marks marks() const;
-    static void paintSample(QPainter& painter, const QRectF& area, PlanAids::Mark mark);
+    [[nodiscard]] PlanMarks marks() const;
+    static void paintSample(QPainter& painter, const QRectF& area, PlanMark mark);
 
     // Returns the line nearest to a position of the viewport, if it is within 4 pixels, else null. It is valid until
     // the next setLines().

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "planning/planmark.h"
 #include "platform/contract/zelexport.h"
 
 #include <QObject>
@@ -27,9 +28,8 @@ class ZELCHIPGUI_EXPORT PlanAids final : public QObject
 public:
     enum class Connections { Off, OfSelection, All };
 
-    // What is painted on the drawing. An open end is that of a stub.
-    enum class Mark { Candidate = 1, Connection = 2, OpenEnd = 4, Broken = 8 };
-    Q_DECLARE_FLAGS(Marks, Mark)
+    using Mark = PlanMark;
+    using Marks = PlanMarks;
 
     // A child of the view. The engine is not owned and must live as long as the view; `tree`, whose selected row counts
     // as well, may be null.
