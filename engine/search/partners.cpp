@@ -54,8 +54,7 @@ std::vector<int> Partners::of(int resource) const
     const int ip = m_design.ipOf(resource);
     std::vector<int> result;
     if (self.type == ResourceType::DcuChannel && ip >= 0)
-        result
-            = some(split(joinedLists(m_design.partsOf(ip, ResourceType::DcuChannel), m_design.clocksOf(ip))), resource);
+        result = some(partsOf(ip), resource);
     else if (self.type == ResourceType::ExtRef || self.type == ResourceType::Pll)
         result = some(split(ofClock(resource)), resource);
     else if (m_supplies.contains(self.voltage))
@@ -78,6 +77,15 @@ Partners::Candidates Partners::split(std::vector<int> resources) const
     for (int resource : resources)
         (m_design.resource(resource).site >= 0 ? result.placed : result.others).push_back(resource);
     return result;
+}
+
+const Partners::Candidates& Partners::partsOf(int ip) const
+{
+    const auto known = m_parts.constFind(ip);
+    if (known != m_parts.constEnd())
+        return *known;
+    return *m_parts.insert(
+        ip, split(joinedLists(m_design.partsOf(ip, ResourceType::DcuChannel), m_design.clocksOf(ip))));
 }
 
 const Partners::Candidates& Partners::siblings(int parent) const

@@ -29,13 +29,16 @@ private:
     };
 
     [[nodiscard]] Candidates split(std::vector<int> resources) const;
+    [[nodiscard]] const Candidates& partsOf(int ip) const;
     [[nodiscard]] const Candidates& siblings(int parent) const;
     [[nodiscard]] std::vector<int> ofClock(int clock) const;
     [[nodiscard]] std::vector<int> some(const Candidates& candidates, int resource) const;
 
     const Design& m_design;
     QHash<QString, Candidates> m_supplies; // by voltage
-    mutable QHash<int, Candidates> m_siblings; // by parent; made when they are first asked for
+    // Made when they are first asked for.
+    mutable QHash<int, Candidates> m_parts; // by IP: channels and clock sources
+    mutable QHash<int, Candidates> m_siblings; // by parent
 };
 
 } // namespace mirn::zelengine

@@ -149,7 +149,7 @@ void SearchState::removeFrom(int sort, int siteClass)
         return;
     const std::size_t word = place(siteClass / BitSet::WordBits);
     setWord(sort, word, domain(sort).words()[word] & ~(quint64(1) << (siteClass % BitSet::WordBits)));
-    m_matching.shrank(sort);
+    m_matching.lost(sort, siteClass);
 }
 
 void SearchState::setWord(int sort, std::size_t word, quint64 after)

@@ -63,8 +63,11 @@ void SearchTables::addGroups()
 {
     m_labels.resize(m_rules.size());
     m_placedLabels.resize(m_rules.size());
-    for (const GroupRule& rule : m_rules)
-        m_most.emplace_back(at(m_sites.unitCount()), rule.most);
+    for (std::size_t rule = 0; rule < m_rules.size(); ++rule) {
+        m_most.emplace_back(at(m_sites.unitCount()), m_rules[rule].most);
+        for (int unit = 0; m_rules[rule].most <= 0 && unit < m_sites.unitCount(); ++unit)
+            m_placedLabels[rule].insert(unit, {}); // full from the start
+    }
     for (auto it = m_design.occupants().cbegin(); it != m_design.occupants().cend(); ++it) {
         const Site* site = m_device.site(it.key());
         const int unit = site ? m_sites.unit(site->group) : -1;
@@ -98,14 +101,16 @@ void SearchTables::addWanted(const std::vector<int>& resources, PlacementRules::
     const PlacementRules asked(m_device, m_design, rules);
     for (int resource : resources) {
         const QString likes = likesOf(resource);
-        if (mayGoOn && !m_rooms.contains(likes) && !mayGoOn()) {
+        if (!m_rooms.contains(likes))
+            m_rooms.insert(likes, roomOf(resource, asked, mayGoOn));
+        if (mayGoOn && !mayGoOn()) { // the last room may be incomplete as well
             m_isComplete = false;
             return;
         }
         const QString name = likes + QLatin1Char('\n') + identityOf(resource);
         if (!m_sortsByName.contains(name)) {
             m_sortsByName.insert(name, static_cast<int>(m_sorts.size()));
-            addSort(resource, likes, asked);
+            addSort(resource, likes);
         }
         const int sort = m_sortsByName.value(name);
         m_sorts[at(sort)].members.push_back(static_cast<int>(m_wanted.size()));
@@ -113,14 +118,12 @@ void SearchTables::addWanted(const std::vector<int>& resources, PlacementRules::
     }
 }
 
-void SearchTables::addSort(int resource, const QString& likes, const PlacementRules& rules)
+void SearchTables::addSort(int resource, const QString& likes)
 {
     Sort sort;
     sort.type = m_design.resource(resource).type;
     for (int rule = 0; rule < static_cast<int>(m_rules.size()); ++rule)
         sort.labels.push_back(labelOf(rule, m_design.resource(resource)));
-    if (!m_rooms.contains(likes))
-        m_rooms.insert(likes, roomOf(resource, rules));
     sort.room = m_rooms.value(likes);
     closeGroups(sort);
     m_sorts.push_back(std::move(sort));
@@ -129,34 +132,34 @@ void SearchTables::addSort(int resource, const QString& likes, const PlacementRu
 // Takes away the units in which the placed ones leave no place.
 void SearchTables::closeGroups(Sort& sort) const
 {
-    for (int siteClass : sort.room.values()) {
-        const int unit = m_sites.at(siteClass).unit;
-        for (std::size_t rule = 0; rule < m_rules.size() && m_sites.isGroup(unit); ++rule) {
-            const int label = sort.labels[rule];
-            if (label < 0)
+    for (std::size_t rule = 0; rule < m_rules.size(); ++rule) {
+        const int label = sort.labels[rule];
+        for (auto it = m_placedLabels[rule].cbegin(); label >= 0 && it != m_placedLabels[rule].cend(); ++it) {
+            if (!m_sites.isGroup(it.key()))
                 continue;
-            const std::vector<int> placed = m_placedLabels[rule].value(unit);
             const bool isClosed = m_rules[rule].kind == GroupRule::Kind::AtMost
-                ? m_most[rule][at(unit)] <= 0
-                : std::any_of(placed.begin(), placed.end(), [label](int other) { return other != label; });
-            if (isClosed)
-                sort.room.remove(siteClass);
+                ? m_most[rule][at(it.key())] <= 0
+                : std::any_of(it->begin(), it->end(), [label](int other) { return other != label; });
+            for (std::size_t index = 0; isClosed && index < m_sites.classesOf(it.key()).size(); ++index)
+                sort.room.remove(m_sites.classesOf(it.key())[index]);
         }
     }
 }
 
 // Resources that are alike are refused by the same sites: what matters is where those are placed that a rule connects
 // with them.
-QString SearchTables::likesOf(int index) const
+QString SearchTables::likesOf(int index)
 {
     const ResourceType code = m_design.resource(index).type;
     const QString type = QString::number(static_cast<int>(code)) + QLatin1Char(' ');
     if (isClock(code))
         return type + likesOfClock(index);
     const int ip = code == ResourceType::DcuChannel ? m_design.ipOf(index) : -1;
-    return ip < 0 ? type
-                  : type + sitesOf(m_design.partsOf(ip, ResourceType::DcuChannel)) + QLatin1Char(':')
-            + sitesOf(m_design.clocksOf(ip));
+    if (ip >= 0 && !m_likesOfIps.contains(ip))
+        m_likesOfIps.insert(ip,
+            sitesOf(m_design.partsOf(ip, ResourceType::DcuChannel)) + QLatin1Char(':')
+                + sitesOf(m_design.clocksOf(ip)));
+    return type + m_likesOfIps.value(ip);
 }
 
 QString SearchTables::likesOfClock(int clock) const
@@ -198,12 +201,14 @@ QString SearchTables::sitesOf(const std::vector<int>& resources) const
     return result;
 }
 
-BitSet SearchTables::roomOf(int resource, const PlacementRules& rules) const
+BitSet SearchTables::roomOf(int resource, const PlacementRules& rules, const Clock& mayGoOn) const
 {
     BitSet result = m_sites.none();
     const int type = static_cast<int>(m_design.resource(resource).type);
     for (std::size_t index = 0; index < classes().size(); ++index) {
         const SiteClass& candidate = classes()[index];
+        if (mayGoOn && !mayGoOn())
+            break;
         if (candidate.accepts.contains(type) && rules.propose(resource, candidate.sites.front()).isAllowed())
             result.insert(static_cast<int>(index));
     }

@@ -88,13 +88,13 @@ public:
 private:
     void addGroups();
     void addWanted(const std::vector<int>& resources, PlacementRules::Rules rules, const Clock& mayGoOn);
-    void addSort(int resource, const QString& likes, const PlacementRules& rules);
+    void addSort(int resource, const QString& likes);
     void addRelations(PlacementRules::Rules rules);
     void connect(int sort, int other);
     [[nodiscard]] int labelOf(int rule, const Resource& resource);
     void closeGroups(Sort& sort) const;
-    [[nodiscard]] BitSet roomOf(int resource, const PlacementRules& rules) const;
-    [[nodiscard]] QString likesOf(int resource) const;
+    [[nodiscard]] BitSet roomOf(int resource, const PlacementRules& rules, const Clock& mayGoOn) const;
+    [[nodiscard]] QString likesOf(int resource);
     [[nodiscard]] QString likesOfClock(int clock) const;
     [[nodiscard]] QString identityOf(int resource) const;
     [[nodiscard]] QString sitesOf(const std::vector<int>& resources) const;
@@ -110,7 +110,8 @@ private:
     std::vector<Wanted> m_wanted;
     std::vector<Sort> m_sorts;
     QHash<QString, int> m_sortsByName;
-    QHash<QString, BitSet> m_rooms;
+    QHash<QString, BitSet> m_rooms; // of resources that are alike
+    QHash<int, QString> m_likesOfIps;
     bool m_isComplete = true;
     // Made when they are first asked for: by unit, and the third by class.
     mutable std::vector<BitSet> m_near;
