@@ -5,6 +5,7 @@
 #include "engine/model/device.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace mirn::zelengine {
@@ -28,27 +29,13 @@ bool isClock(ResourceType type)
 
 } // namespace
 
-SearchRules::SearchRules(std::vector<GroupRule> groupRules)
-    : groups(std::move(groupRules))
-{
-    for (const GroupRule& rule : groups)
-        placement &= ~rule.same;
-}
-
-PlacementRules::Rules SearchRules::asked() const
-{
-    PlacementRules::Rules result = placement;
-    for (const GroupRule& rule : groups)
-        result |= rule.same;
-    return result;
-}
-
 SearchTables::SearchTables(const Device& device, const Design& design, const SettingStore& settings,
     const std::vector<int>& resources, const SearchRules& rules, const Clock& mayGoOn)
     : m_device(device)
     , m_design(design)
     , m_sites(device, design, settings, rules.settings)
     , m_rules(rules.groups)
+    , m_areChannelsTogether(rules.placement.testFlag(PlacementRules::ChannelsTogether))
 {
     addGroups();
     addWanted(resources, rules.placement, mayGoOn);
@@ -65,7 +52,8 @@ void SearchTables::addGroups()
     m_placedLabels.resize(m_rules.size());
     for (std::size_t rule = 0; rule < m_rules.size(); ++rule) {
         m_most.emplace_back(at(m_sites.unitCount()), m_rules[rule].most);
-        for (int unit = 0; m_rules[rule].most <= 0 && unit < m_sites.unitCount(); ++unit)
+        const bool isFull = m_rules[rule].kind == GroupRule::Kind::AtMost && m_rules[rule].most <= 0;
+        for (int unit = 0; isFull && unit < m_sites.unitCount(); ++unit)
             m_placedLabels[rule].insert(unit, {}); // full from the start
     }
     for (auto it = m_design.occupants().cbegin(); it != m_design.occupants().cend(); ++it) {
@@ -205,13 +193,35 @@ BitSet SearchTables::roomOf(int resource, const PlacementRules& rules, const Clo
 {
     BitSet result = m_sites.none();
     const int type = static_cast<int>(m_design.resource(resource).type);
-    for (std::size_t index = 0; index < classes().size(); ++index) {
-        const SiteClass& candidate = classes()[index];
+    for (int siteClass : candidatesFor(resource)) {
+        const SiteClass& candidate = m_sites.at(siteClass);
         if (mayGoOn && !mayGoOn())
             break;
         if (candidate.accepts.contains(type) && rules.propose(resource, candidate.sites.front()).isAllowed())
-            result.insert(static_cast<int>(index));
+            result.insert(siteClass);
     }
+    return result;
+}
+
+// All classes, or those near to a placed channel of the same IP, because the rules would refuse each of the others.
+std::vector<int> SearchTables::candidatesFor(int resource) const
+{
+    const bool isChannel = m_design.resource(resource).type == ResourceType::DcuChannel;
+    const int ip = isChannel && m_areChannelsTogether ? m_design.ipOf(resource) : -1;
+    for (int part : ip < 0 ? std::vector<int>() : m_design.partsOf(ip, ResourceType::DcuChannel)) {
+        const Site* site = m_device.site(m_design.resource(part).site);
+        const int unit = site ? m_sites.unit(site->group) : -1;
+        if (unit < 0)
+            continue;
+        std::vector<int> result = m_sites.classesOf(unit);
+        for (int neighbour : m_sites.neighbours(unit)) {
+            const std::vector<int>& beside = m_sites.classesOf(neighbour);
+            result.insert(result.end(), beside.begin(), beside.end());
+        }
+        return result;
+    }
+    std::vector<int> result(classes().size());
+    std::iota(result.begin(), result.end(), 0);
     return result;
 }
 

@@ -4,7 +4,7 @@
 #include "engine/model/resourcetype.h"
 #include "engine/rules/placementrules.h"
 #include "engine/search/bitset.h"
-#include "engine/search/grouprule.h"
+#include "engine/search/searchrules.h"
 #include "engine/search/siteclasses.h"
 
 #include <QHash>
@@ -19,18 +19,6 @@ namespace mirn::zelengine {
 class Design;
 class Device;
 class SettingStore;
-
-// What a search regards. It leaves rules out to find out which of them stand against a placement.
-struct SearchRules
-{
-    PlacementRules::Rules placement = PlacementRules::AllRules; // without those that a group rule says as well
-    bool settings = true; // a site that a setting puts out of use takes nothing
-    std::vector<GroupRule> groups;
-
-    explicit SearchRules(std::vector<GroupRule> groupRules);
-    // What PlacementRules is asked for, to check the same.
-    [[nodiscard]] PlacementRules::Rules asked() const;
-};
 
 // A resource that is to be placed.
 struct Wanted
@@ -94,6 +82,7 @@ private:
     [[nodiscard]] int labelOf(int rule, const Resource& resource);
     void closeGroups(Sort& sort) const;
     [[nodiscard]] BitSet roomOf(int resource, const PlacementRules& rules, const Clock& mayGoOn) const;
+    [[nodiscard]] std::vector<int> candidatesFor(int resource) const;
     [[nodiscard]] QString likesOf(int resource);
     [[nodiscard]] QString likesOfClock(int clock) const;
     [[nodiscard]] QString identityOf(int resource) const;
@@ -104,6 +93,7 @@ private:
     const Design& m_design;
     const SiteClasses m_sites;
     const std::vector<GroupRule> m_rules;
+    const bool m_areChannelsTogether;
     std::vector<QHash<QString, int>> m_labels; // by rule, here and below
     std::vector<std::vector<int>> m_most; // and by unit
     std::vector<QMap<int, std::vector<int>>> m_placedLabels; // and by unit
