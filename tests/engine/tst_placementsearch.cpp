@@ -184,6 +184,7 @@ private Q_SLOTS:
         row("big ones last", Numbers(40, 5), repeated({2, 3}, 40), false, "placed");
         row("three in units of two side by side", Numbers(60, 2), Numbers(40, 3), true, "placed");
         row("three and one in units of two and four", repeated({2, 4}, 20), repeated({3, 1, 1, 1}, 20), true, "placed");
+        row("no site to spare", Numbers(30, 9), repeated({5, 4, 5, 2, 2, 4, 3, 2}, 10), false, "placed");
         row("no room for two in a unit", Numbers(10, 5), Numbers(11, 3), false, "impossible");
         row("more channels than sites", Numbers(10, 3), Numbers(11, 3), true, "impossible");
     }
@@ -203,13 +204,13 @@ private Q_SLOTS:
     // A rule that counts is part of the reason, and so is what it counts.
     void saysThatAGroupIsFull()
     {
-        const Packing packing({2, 2, 2}, {1, 1, 1, 1}, false);
+        const Packing packing(std::vector<int>(12, 2), std::vector<int>(13, 1), false);
         PlacementSearch search(packing.device, packing.design, SettingStore(packing.device), {});
         search.addRule({ResourceType::DcuChannel, GroupRule::Kind::AtMost, 1, {}, "one channel for each unit", {}});
         const PlacementAnswer answer = search.run(search.unplaced(), {});
         QCOMPARE(answer.sentence,
-            "top/0/0, top/1/0, top/2/0 and top/3/0 cannot be placed together: one channel for each unit");
-        QCOMPARE(answer.placements.size(), std::size_t(3));
+            "top/0/0, top/1/0, top/2/0 and 10 more cannot be placed together: one channel for each unit");
+        QCOMPARE(answer.placements.size(), std::size_t(12));
     }
 
     // What holds up a search of which the proof would take ages: units of nine sites for IPs of four and three
