@@ -112,14 +112,17 @@ void ClassMatching::giveBack(int sort, int siteClass)
         refreshClass(m_poolClasses[slot(pool)][index]);
 }
 
+void ClassMatching::lost(int sort, int siteClass)
+{
+    while (m_spread[slot(sort)].contains(siteClass))
+        loosen(sort, siteClass);
+}
+
 void ClassMatching::shrank(int sort)
 {
-    BitSet lost = m_spread[slot(sort)];
-    lost.subtract(m_domains[slot(sort)]);
-    lost.forEach([&](int siteClass) {
-        while (m_spread[slot(sort)].contains(siteClass))
-            loosen(sort, siteClass);
-    });
+    BitSet gone = m_spread[slot(sort)];
+    gone.subtract(m_domains[slot(sort)]);
+    gone.forEach([&](int siteClass) { lost(sort, siteClass); });
 }
 
 bool ClassMatching::mend()

@@ -26,7 +26,8 @@ public:
     // One resource of a sort takes a site of a class for good, or returns it.
     void take(int sort, int siteClass);
     void giveBack(int sort, int siteClass);
-    // The domain of a sort has lost classes.
+    // The domain of a sort has lost one class, or some.
+    void lost(int sort, int siteClass);
     void shrank(int sort);
     [[nodiscard]] bool hasRoom(int siteClass) const { return m_room[static_cast<std::size_t>(siteClass)] > 0; }
 

@@ -168,15 +168,19 @@ void ClassSearch::keepBest()
 
 void ClassSearch::takeBest(const Clock& mayGoOn)
 {
-    startAgain();
     const auto add = [this](int number, int siteClass) {
         addLevel(number);
         choose(m_levels.back(), siteClass);
     };
-    for (const auto& [number, siteClass] : m_best) {
-        if (!mayGoOn(static_cast<int>(m_levels.size())))
-            return;
-        add(number, siteClass);
+    if (!m_levels.empty() && !m_state.isPlaced(m_levels.back().number))
+        m_levels.pop_back();
+    if (m_levels.size() < m_best.size()) {
+        startAgain();
+        for (const auto& [number, siteClass] : m_best) {
+            if (!mayGoOn(static_cast<int>(m_levels.size())))
+                return;
+            add(number, siteClass);
+        }
     }
     for (int sort : sortsByRoom()) {
         while (m_state.nextOf(sort) >= 0 && m_state.size(sort) > 0) {

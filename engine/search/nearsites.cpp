@@ -176,7 +176,8 @@ void NearSites::improve(const std::function<bool()>& mayGoOn)
     }
 }
 
-BitSet NearSites::legalClasses(int wanted)
+// What the rules for two resources leave.
+BitSet NearSites::legalClasses(int wanted) const
 {
     const int sort = m_tables.wanted(wanted).sort;
     BitSet result = m_tables.classesFor(wanted);
@@ -186,13 +187,6 @@ BitSet NearSites::legalClasses(int wanted)
                 result.intersect(m_tables.classesBeside(placeOf(member).siteClass, Relation::reversed(kind)));
         }
     }
-    const int unit = m_tables.sites().at(placeOf(wanted).siteClass).unit;
-    m_groups.giveBack(sort, unit); // it does not stand in its own way
-    result.forEach([&](int siteClass) {
-        if (!m_groups.isOpen(sort, m_tables.sites().at(siteClass).unit))
-            result.remove(siteClass);
-    });
-    m_groups.take(sort, unit);
     return result;
 }
 
@@ -204,6 +198,9 @@ bool NearSites::moveNearer(int wanted)
     const QPointF middle = *middleOf(origins);
     Offer best{{}, costOf(wanted, origins) - LeastGain};
     double reach = squareOfReach(best.cost, origins);
+    const int sort = m_tables.wanted(wanted).sort;
+    const int unit = m_tables.sites().at(placeOf(wanted).siteClass).unit;
+    m_groups.giveBack(sort, unit); // it does not stand in its own way
     legalClasses(wanted).forEach([&](int siteClass) {
         const std::vector<Seat>& seats = m_seats[static_cast<std::size_t>(siteClass)];
         for (std::size_t index = 0; index < seats.size(); ++index) {
@@ -213,10 +210,13 @@ bool NearSites::moveNearer(int wanted)
             const double cost = sumOfDistances(seat.point, origins);
             if (cost >= best.cost)
                 continue;
+            if (!m_groups.isOpen(sort, m_tables.sites().at(siteClass).unit))
+                return;
             best = {{siteClass, static_cast<int>(index)}, cost};
             reach = squareOfReach(cost, origins);
         }
     });
+    m_groups.take(sort, unit);
     if (best.place.seat < 0)
         return false;
     standUp(wanted);

@@ -58,7 +58,7 @@ private:
     [[nodiscard]] Offer nearest(int siteClass, const std::optional<QPointF>& middle) const;
     [[nodiscard]] double costOf(int wanted, const std::vector<QPointF>& origins) const;
     [[nodiscard]] double costOf(int wanted) const { return costOf(wanted, partnerPoints(wanted)); }
-    [[nodiscard]] BitSet legalClasses(int wanted);
+    [[nodiscard]] BitSet legalClasses(int wanted) const;
     bool moveNearer(int wanted);
     bool swapNearer(int wanted);
     void swap(int wanted, int other);

@@ -51,26 +51,28 @@ Partners::Partners(const Design& design)
 std::vector<int> Partners::of(int resource) const
 {
     const Resource& self = m_design.resource(resource);
-    std::vector<int> connected;
-    for (const Link& link : m_design.linksOf(resource))
-        connected.push_back(link.other);
+    std::vector<int> result;
     const int ip = m_design.ipOfPart(resource);
-    if (ip >= 0)
-        connected = joinedLists(joinedLists(std::move(connected), m_design.partsOf(ip)), m_design.sourcesOf(ip));
-    if (self.isSource())
-        connected = joinedLists(std::move(connected), ofSource(resource));
-    std::vector<int> result = some(split(std::move(connected)), resource);
+    if (m_design.hasLinks(resource) || self.isSource())
+        result = some(split(connectedWith(resource)), resource);
+    else if (ip >= 0)
+        result = some(partsOf(ip), resource);
     const auto agreeing = m_stating.constFind({self.type, self.statement()});
     if (result.empty() && agreeing != m_stating.constEnd())
         result = some(*agreeing, resource);
     return result.empty() ? some(siblings(self.parent), resource) : result;
 }
 
-std::vector<int> Partners::ofSource(int source) const
+std::vector<int> Partners::connectedWith(int resource) const
 {
     std::vector<int> result;
-    for (int ip : m_design.fedBy(source))
-        result = joinedLists(std::move(result), m_design.partsOf(ip));
+    for (const Link& link : m_design.linksOf(resource))
+        result.push_back(link.other);
+    const int ip = m_design.ipOfPart(resource);
+    if (ip >= 0)
+        result = joinedLists(joinedLists(std::move(result), m_design.partsOf(ip)), m_design.sourcesOf(ip));
+    for (int fed : m_design.resource(resource).isSource() ? m_design.fedBy(resource) : std::vector<int>())
+        result = joinedLists(std::move(result), m_design.partsOf(fed));
     return result;
 }
 
@@ -82,6 +84,14 @@ Partners::Candidates Partners::split(std::vector<int> resources) const
     for (int resource : resources)
         (m_design.resource(resource).site >= 0 ? result.placed : result.others).push_back(resource);
     return result;
+}
+
+const Partners::Candidates& Partners::partsOf(int ip) const
+{
+    const auto known = m_parts.constFind(ip);
+    if (known != m_parts.constEnd())
+        return *known;
+    return *m_parts.insert(ip, split(joinedLists(m_design.partsOf(ip), m_design.sourcesOf(ip))));
 }
 
 const Partners::Candidates& Partners::siblings(int parent) const

@@ -33,13 +33,16 @@ private:
     };
 
     [[nodiscard]] Candidates split(std::vector<int> resources) const;
+    [[nodiscard]] const Candidates& partsOf(int ip) const;
     [[nodiscard]] const Candidates& siblings(int parent) const;
-    [[nodiscard]] std::vector<int> ofSource(int source) const;
+    [[nodiscard]] std::vector<int> connectedWith(int resource) const;
     [[nodiscard]] std::vector<int> some(const Candidates& candidates, int resource) const;
 
     const Design& m_design;
     QHash<Statement, Candidates> m_stating;
-    mutable QHash<int, Candidates> m_siblings; // by parent; made when they are first asked for
+    // Made when they are first asked for.
+    mutable QHash<int, Candidates> m_parts; // by IP: parts and sources
+    mutable QHash<int, Candidates> m_siblings; // by parent
 };
 
 } // namespace mirn::zelengine

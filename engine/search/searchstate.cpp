@@ -108,8 +108,9 @@ void SearchState::giveBack(int number)
     for (; m_trail.size() > m_marks.back(); m_trail.pop_back()) {
         const Change& change = m_trail.back();
         BitSet& domain = m_domains[place(change.sort)];
-        m_sizes[place(change.sort)] += static_cast<int>(qPopulationCount(change.before ^ domain.words()[change.word]));
-        domain.setWord(change.word, change.before);
+        const std::size_t word = place(change.word);
+        m_sizes[place(change.sort)] += static_cast<int>(qPopulationCount(change.before ^ domain.words()[word]));
+        domain.setWord(word, change.before);
     }
     m_marks.pop_back();
     int& siteClass = m_classes[place(number)];
@@ -149,7 +150,7 @@ void SearchState::removeFrom(int sort, int siteClass)
         return;
     const std::size_t word = place(siteClass / BitSet::WordBits);
     setWord(sort, word, domain(sort).words()[word] & ~(quint64(1) << (siteClass % BitSet::WordBits)));
-    m_matching.shrank(sort);
+    m_matching.lost(sort, siteClass);
 }
 
 void SearchState::setWord(int sort, std::size_t word, quint64 after)
@@ -157,7 +158,7 @@ void SearchState::setWord(int sort, std::size_t word, quint64 after)
     const quint64 before = domain(sort).words()[word];
     if (before == after)
         return;
-    m_trail.push_back({sort, word, before});
+    m_trail.push_back({sort, static_cast<int>(word), before});
     m_sizes[place(sort)] -= static_cast<int>(qPopulationCount(before ^ after));
     m_domains[place(sort)].setWord(word, after);
 }

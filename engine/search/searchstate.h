@@ -52,7 +52,7 @@ private:
     struct Change
     {
         int sort;
-        std::size_t word;
+        int word;
         quint64 before;
     };
 

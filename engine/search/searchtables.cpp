@@ -5,6 +5,7 @@
 #include "engine/model/device.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace mirn::zelengine {
@@ -23,27 +24,13 @@ bool has(const std::vector<int>& list, int value)
 
 } // namespace
 
-SearchRules::SearchRules(std::vector<GroupRule> groupRules)
-    : groups(std::move(groupRules))
-{
-    for (const GroupRule& rule : groups)
-        placement &= ~rule.same;
-}
-
-PairRules::Rules SearchRules::asked() const
-{
-    PairRules::Rules result = placement;
-    for (const GroupRule& rule : groups)
-        result |= rule.same;
-    return result;
-}
-
 SearchTables::SearchTables(const Device& device, const Design& design, const SettingStore& settings,
     const std::vector<int>& resources, const SearchRules& rules, const Clock& mayGoOn)
     : m_device(device)
     , m_design(design)
     , m_sites(device, design, settings, rules.settings)
     , m_rules(rules.groups)
+    , m_areUnitsShared(rules.placement.testFlag(PairRules::SameUnit))
 {
     addGroups();
     addWanted(resources, rules.placement, mayGoOn);
@@ -58,8 +45,12 @@ void SearchTables::addGroups()
 {
     m_labels.resize(m_rules.size());
     m_placedLabels.resize(m_rules.size());
-    for (const GroupRule& rule : m_rules)
-        m_most.emplace_back(at(m_sites.unitCount()), rule.most);
+    for (std::size_t rule = 0; rule < m_rules.size(); ++rule) {
+        m_most.emplace_back(at(m_sites.unitCount()), m_rules[rule].most);
+        const bool isFull = m_rules[rule].kind == GroupRule::Kind::AtMost && m_rules[rule].most <= 0;
+        for (int unit = 0; isFull && unit < m_sites.unitCount(); ++unit)
+            m_placedLabels[rule].insert(unit, {}); // full from the start
+    }
     for (auto it = m_design.occupants().cbegin(); it != m_design.occupants().cend(); ++it) {
         const Site* site = m_device.site(it.key());
         const int unit = site ? m_sites.unit(site->group) : -1;
@@ -93,14 +84,16 @@ void SearchTables::addWanted(const std::vector<int>& resources, PairRules::Rules
     const PlacementRules asked(m_device, m_design, rules);
     for (int resource : resources) {
         const QString likes = likesOf(resource);
-        if (mayGoOn && !m_rooms.contains(likes) && !mayGoOn()) {
+        if (!m_rooms.contains(likes))
+            m_rooms.insert(likes, roomOf(resource, asked, mayGoOn));
+        if (mayGoOn && !mayGoOn()) { // the last room may be incomplete as well
             m_isComplete = false;
             return;
         }
         const QString name = likes + QLatin1Char('\n') + identityOf(resource);
         if (!m_sortsByName.contains(name)) {
             m_sortsByName.insert(name, static_cast<int>(m_sorts.size()));
-            addSort(resource, likes, asked);
+            addSort(resource, likes);
         }
         const int sort = m_sortsByName.value(name);
         m_sorts[at(sort)].members.push_back(static_cast<int>(m_wanted.size()));
@@ -108,14 +101,12 @@ void SearchTables::addWanted(const std::vector<int>& resources, PairRules::Rules
     }
 }
 
-void SearchTables::addSort(int resource, const QString& likes, const PlacementRules& rules)
+void SearchTables::addSort(int resource, const QString& likes)
 {
     Sort sort;
     sort.type = m_design.resource(resource).type;
     for (int rule = 0; rule < static_cast<int>(m_rules.size()); ++rule)
         sort.labels.push_back(labelOf(rule, m_design.resource(resource)));
-    if (!m_rooms.contains(likes))
-        m_rooms.insert(likes, roomOf(resource, rules));
     sort.room = m_rooms.value(likes);
     closeGroups(sort);
     m_sorts.push_back(std::move(sort));
@@ -124,33 +115,32 @@ void SearchTables::addSort(int resource, const QString& likes, const PlacementRu
 // Takes away the units in which the placed ones leave no place.
 void SearchTables::closeGroups(Sort& sort) const
 {
-    for (int siteClass : sort.room.values()) {
-        const int unit = m_sites.at(siteClass).unit;
-        for (std::size_t rule = 0; rule < m_rules.size() && m_sites.isGroup(unit); ++rule) {
-            const int label = sort.labels[rule];
-            if (label < 0)
+    for (std::size_t rule = 0; rule < m_rules.size(); ++rule) {
+        const int label = sort.labels[rule];
+        for (auto it = m_placedLabels[rule].cbegin(); label >= 0 && it != m_placedLabels[rule].cend(); ++it) {
+            if (!m_sites.isGroup(it.key()))
                 continue;
-            const std::vector<int> placed = m_placedLabels[rule].value(unit);
             const bool isClosed = m_rules[rule].kind == GroupRule::Kind::AtMost
-                ? m_most[rule][at(unit)] <= 0
-                : std::any_of(placed.begin(), placed.end(), [label](int other) { return other != label; });
-            if (isClosed)
-                sort.room.remove(siteClass);
+                ? m_most[rule][at(it.key())] <= 0
+                : std::any_of(it->begin(), it->end(), [label](int other) { return other != label; });
+            for (std::size_t index = 0; isClosed && index < m_sites.classesOf(it.key()).size(); ++index)
+                sort.room.remove(m_sites.classesOf(it.key())[index]);
         }
     }
 }
 
 // Resources that are alike are refused by the same sites: what matters is where those are placed that a rule connects
 // with them.
-QString SearchTables::likesOf(int index) const
+QString SearchTables::likesOf(int index)
 {
     const Resource& resource = m_design.resource(index);
     QString result = QString::number(resource.type->number) + QLatin1Char(' ');
     if (resource.isSource())
         result += likesOfSource(index);
     const int ip = m_design.ipOfPart(index);
-    if (ip >= 0)
-        result += sitesOf(m_design.partsOf(ip)) + QLatin1Char(':') + sitesOf(m_design.sourcesOf(ip));
+    if (ip >= 0 && !m_likesOfIps.contains(ip))
+        m_likesOfIps.insert(ip, sitesOf(m_design.partsOf(ip)) + QLatin1Char(':') + sitesOf(m_design.sourcesOf(ip)));
+    result += m_likesOfIps.value(ip);
     for (const Link& link : m_design.linksOf(index)) {
         const int site = m_design.resource(link.other).site;
         if (link.rule != Link::Rule::Near && site >= 0)
@@ -199,15 +189,39 @@ QString SearchTables::sitesOf(const std::vector<int>& resources) const
     return result;
 }
 
-BitSet SearchTables::roomOf(int resource, const PlacementRules& rules) const
+BitSet SearchTables::roomOf(int resource, const PlacementRules& rules, const Clock& mayGoOn) const
 {
     BitSet result = m_sites.none();
     const int type = m_design.resource(resource).type->number;
-    for (std::size_t index = 0; index < classes().size(); ++index) {
-        const SiteClass& candidate = classes()[index];
+    for (int siteClass : candidatesFor(resource)) {
+        const SiteClass& candidate = m_sites.at(siteClass);
+        if (mayGoOn && !mayGoOn())
+            break;
         if (candidate.accepts.contains(type) && rules.propose(resource, candidate.sites.front()).isAllowed())
-            result.insert(static_cast<int>(index));
+            result.insert(siteClass);
     }
+    return result;
+}
+
+// All classes, or those near to a placed part of the same IP, because the rules would refuse each of the others.
+std::vector<int> SearchTables::candidatesFor(int resource) const
+{
+    const bool staysNear = m_areUnitsShared && m_design.resource(resource).type->sharesUnit;
+    const int ip = staysNear ? m_design.ipOfPart(resource) : -1;
+    for (int part : ip < 0 ? std::vector<int>() : m_design.partsOf(ip)) {
+        const Site* site = m_device.site(m_design.resource(part).site);
+        const int unit = site ? m_sites.unit(site->group) : -1;
+        if (unit < 0)
+            continue;
+        std::vector<int> result = m_sites.classesOf(unit);
+        for (int neighbour : m_sites.neighbours(unit)) {
+            const std::vector<int>& beside = m_sites.classesOf(neighbour);
+            result.insert(result.end(), beside.begin(), beside.end());
+        }
+        return result;
+    }
+    std::vector<int> result(classes().size());
+    std::iota(result.begin(), result.end(), 0);
     return result;
 }
 

@@ -4,7 +4,7 @@
 #include "engine/model/resourcetype.h"
 #include "engine/rules/placementrules.h"
 #include "engine/search/bitset.h"
-#include "engine/search/grouprule.h"
+#include "engine/search/searchrules.h"
 #include "engine/search/siteclasses.h"
 
 #include <QHash>
@@ -19,18 +19,6 @@ namespace mirn::zelengine {
 class Design;
 class Device;
 class SettingStore;
-
-// What a search regards. It leaves rules out to find out which of them stand against a placement.
-struct SearchRules
-{
-    PairRules::Rules placement = PairRules::AllRules; // without those that a group rule says as well
-    bool settings = true; // a site that a setting puts out of use takes nothing
-    std::vector<GroupRule> groups;
-
-    explicit SearchRules(std::vector<GroupRule> groupRules);
-    // What PlacementRules is asked for, to check the same.
-    [[nodiscard]] PairRules::Rules asked() const;
-};
 
 // A resource that is to be placed.
 struct Wanted
@@ -103,7 +91,7 @@ public:
 private:
     void addGroups();
     void addWanted(const std::vector<int>& resources, PairRules::Rules rules, const Clock& mayGoOn);
-    void addSort(int resource, const QString& likes, const PlacementRules& rules);
+    void addSort(int resource, const QString& likes);
     void addRelations(PairRules::Rules rules);
     void relateParts(PairRules::Rules rules);
     void relateLinks(PairRules::Rules rules);
@@ -112,8 +100,9 @@ private:
     [[nodiscard]] int firstOf(int sort) const;
     [[nodiscard]] int labelOf(int rule, const Resource& resource);
     void closeGroups(Sort& sort) const;
-    [[nodiscard]] BitSet roomOf(int resource, const PlacementRules& rules) const;
-    [[nodiscard]] QString likesOf(int resource) const;
+    [[nodiscard]] BitSet roomOf(int resource, const PlacementRules& rules, const Clock& mayGoOn) const;
+    [[nodiscard]] std::vector<int> candidatesFor(int resource) const;
+    [[nodiscard]] QString likesOf(int resource);
     [[nodiscard]] QString likesOfSource(int source) const;
     [[nodiscard]] QString identityOf(int resource) const;
     [[nodiscard]] QString sitesOf(const std::vector<int>& resources) const;
@@ -123,13 +112,15 @@ private:
     const Design& m_design;
     const SiteClasses m_sites;
     const std::vector<GroupRule> m_rules;
+    const bool m_areUnitsShared;
     std::vector<QHash<QString, int>> m_labels; // by rule, here and below
     std::vector<std::vector<int>> m_most; // and by unit
     std::vector<QMap<int, std::vector<int>>> m_placedLabels; // and by unit
     std::vector<Wanted> m_wanted;
     std::vector<Sort> m_sorts;
     QHash<QString, int> m_sortsByName;
-    QHash<QString, BitSet> m_rooms;
+    QHash<QString, BitSet> m_rooms; // of resources that are alike
+    QHash<int, QString> m_likesOfIps;
     bool m_isComplete = true;
     // Made when they are first asked for: by unit, and the third by class.
     mutable std::vector<BitSet> m_near;

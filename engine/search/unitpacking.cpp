@@ -7,11 +7,14 @@
 #include <algorithm>
 #include <limits>
 #include <set>
+#include <tuple>
 #include <utility>
 
 namespace mirn::zelengine {
 
 namespace {
+
+constexpr int MostLeftInUnit = 32; // sites for which it is found out whether they could be filled
 
 std::size_t spot(int index)
 {
@@ -56,13 +59,14 @@ BitSet UnitPacking::bestFit(int sort, const BitSet& classes) const
             return within(classes, begun);
     }
     const auto isLess = [](const Fit& a, const Fit& b) {
-        return std::make_pair(a.waste, a.openNeighbours) < std::make_pair(b.waste, b.openNeighbours);
+        return std::tie(a.lost, a.waste, a.openNeighbours) < std::tie(b.lost, b.waste, b.openNeighbours);
     };
     const int needed = static_cast<int>(m_state.waiting(sort).size());
-    Fit best{std::numeric_limits<int>::max(), 0};
+    const std::vector<int> filled = mostFilled(sort);
+    Fit best{std::numeric_limits<int>::max(), 0, 0};
     BitSet result = classes;
     classes.forEach([&](int siteClass) {
-        const Fit fit = fitOf(m_tables.sites().at(siteClass).unit, needed, room);
+        const Fit fit = fitOf(m_tables.sites().at(siteClass).unit, needed, room, filled);
         if (isLess(best, fit))
             return;
         if (isLess(fit, best))
@@ -81,11 +85,13 @@ std::vector<int> UnitPacking::roomByUnit(const BitSet& classes) const
     return result;
 }
 
-// What is left when the unit is filled, and then the neighbour that has the fewest sites for the rest.
-UnitPacking::Fit UnitPacking::fitOf(int unit, int needed, const std::vector<int>& room) const
+// What is left when the unit is filled, and then the neighbour that has the fewest sites for the rest. Others may reach
+// what is left from a neighbour, so that it is lost only without one.
+UnitPacking::Fit UnitPacking::fitOf(
+    int unit, int needed, const std::vector<int>& room, const std::vector<int>& filled) const
 {
     const int rest = needed - room[spot(unit)];
-    Fit result{rest <= 0 ? -rest : std::numeric_limits<int>::max(), 0};
+    Fit result{0, rest <= 0 ? -rest : std::numeric_limits<int>::max(), 0};
     for (int neighbour : m_tables.sites().neighbours(unit)) {
         const int beside = room[spot(neighbour)];
         if (beside <= 0 || neighbour == unit)
@@ -93,6 +99,26 @@ UnitPacking::Fit UnitPacking::fitOf(int unit, int needed, const std::vector<int>
         ++result.openNeighbours;
         if (rest > 0 && beside >= rest)
             result.waste = std::min(result.waste, beside - rest);
+    }
+    if (result.openNeighbours == 0 && result.waste <= MostLeftInUnit)
+        result.lost = result.waste - filled[spot(result.waste)];
+    return result;
+}
+
+// By number of sites: how many of them the other IPs that wait can fill at most.
+std::vector<int> UnitPacking::mostFilled(int sort) const
+{
+    std::vector<int> counts(MostLeftInUnit + 1, 0); // IPs, by channels
+    for (int other : sortsFrom(1)) {
+        if (other != sort && m_state.waiting(other).size() <= MostLeftInUnit)
+            ++counts[m_state.waiting(other).size()];
+    }
+    std::vector<int> result(MostLeftInUnit + 1, 0);
+    for (int channels = 1; channels <= MostLeftInUnit; ++channels) {
+        for (int n = std::min(counts[spot(channels)], MostLeftInUnit / channels); n > 0; --n) {
+            for (int sites = MostLeftInUnit; sites >= channels; --sites)
+                result[spot(sites)] = std::max(result[spot(sites)], result[spot(sites - channels)] + channels);
+        }
     }
     return result;
 }

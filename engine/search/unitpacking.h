@@ -14,7 +14,9 @@ class SearchTables;
 // are items of a bin packing problem.
 //
 // The order is best fit decreasing (Johnson, "Near-Optimal Bin Packing Algorithms", 1973): the IP with the most
-// channels comes first, and goes where the fewest free sites remain.
+// channels comes first, and goes where the fewest free sites remain. Sites that the IPs which still wait could not fill
+// count most, as in the search for the least slack of a bin (Gupta and Ho, "A New Heuristic Algorithm for the
+// One-Dimensional Bin-Packing Problem", 1999).
 class UnitPacking final
 {
 public:
@@ -35,12 +37,14 @@ public:
 private:
     struct Fit
     {
+        int lost; // free sites of the unit that no others could fill
         int waste; // free sites that would remain, where the rest of the IP fits
         int openNeighbours; // those that come to lie apart are of little use
     };
 
     [[nodiscard]] std::vector<int> roomByUnit(const BitSet& classes) const;
-    [[nodiscard]] Fit fitOf(int unit, int needed, const std::vector<int>& room) const;
+    [[nodiscard]] Fit fitOf(int unit, int needed, const std::vector<int>& room, const std::vector<int>& filled) const;
+    [[nodiscard]] std::vector<int> mostFilled(int sort) const;
     [[nodiscard]] BitSet within(const BitSet& classes, int unit) const;
     [[nodiscard]] int mostHeld(int channels, const std::vector<int>& parts) const;
     [[nodiscard]] std::vector<int> connectedParts() const;

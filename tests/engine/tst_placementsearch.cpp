@@ -185,6 +185,7 @@ private Q_SLOTS:
         row("big ones last", Numbers(40, 5), repeated({2, 3}, 40), false, "placed");
         row("three in units of two side by side", Numbers(60, 2), Numbers(40, 3), true, "placed");
         row("three and one in units of two and four", repeated({2, 4}, 20), repeated({3, 1, 1, 1}, 20), true, "placed");
+        row("no site to spare", Numbers(30, 9), cut(30, 9), false, "placed");
         row("no room for two in a unit", Numbers(10, 5), Numbers(11, 3), false, "impossible");
         row("more channels than sites", Numbers(10, 3), Numbers(11, 3), true, "impossible");
     }
@@ -204,13 +205,13 @@ private Q_SLOTS:
     // A rule that counts is part of the reason, and so is what it counts.
     void saysThatAGroupIsFull()
     {
-        const Packing packing({2, 2, 2}, {1, 1, 1, 1}, false, 1);
+        const Packing packing(std::vector<int>(12, 2), std::vector<int>(13, 1), false, 1);
         const PlacementSearch search(packing.device, packing.design, SettingStore(packing.device), {});
         const PlacementAnswer answer = search.run(search.unplaced(), {});
         QCOMPARE(answer.sentence,
-            "top/0/0, top/1/0, top/2/0 and top/3/0 cannot be placed together: one group takes at most 1 of type "
+            "top/0/0, top/1/0, top/2/0 and 10 more cannot be placed together: one group takes at most 1 of type "
             "DCUCHANNEL");
-        QCOMPARE(answer.placements.size(), std::size_t(3));
+        QCOMPARE(answer.placements.size(), std::size_t(12));
     }
 
     // What holds up a search of which the proof would take ages: units of nine sites for IPs of four and three
@@ -252,6 +253,22 @@ private:
         std::vector<int> result;
         for (int n = 0; n < times; ++n)
             result.insert(result.end(), numbers.begin(), numbers.end());
+        return result;
+    }
+
+    // IPs of two channels and more that fill units of so many sites.
+    static std::vector<int> cut(int units, int sites)
+    {
+        zeltest::Random random(1);
+        std::vector<int> result;
+        for (int left = 0, unit = 0; unit < units || left > 0; left -= result.back()) {
+            if (left == 0) {
+                left = sites;
+                ++unit;
+            }
+            result.push_back(left < 4 ? left : std::min(left - 2, 2 + random.below(4)));
+        }
+        std::sort(result.begin(), result.end()); // the order that fits worst
         return result;
     }
 
