@@ -142,7 +142,7 @@ private:
     [[nodiscard]] std::vector<zelconnection> withNames(const std::vector<Connection>& found) const;
 
     Project m_project;
-    Device m_device;
+    Device m_device; // before the design, which points to its types
     Design m_design;
     SettingStore m_settings;
     SettingWriter m_settingWriter;
