@@ -65,6 +65,7 @@ public:
 
     // Returns the items of an element in no particular order; empty for an unknown id.
     [[nodiscard]] QList<QGraphicsItem*> itemsOf(int elementId);
+    [[nodiscard]] int count() const { return static_cast<int>(m_index.count()); }
 
     // Like QGraphicsScene::itemAt(), but does not use Qt's index if the scene is plain.
     [[nodiscard]] QGraphicsItem* topmostItemAt(const QPointF& point, const QTransform& sceneToViewport);

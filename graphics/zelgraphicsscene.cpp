@@ -122,6 +122,11 @@ void ZelGraphicsScene::refresh()
     m_parts->elements.applyDynamicValues(controller().getGraphicsDynamicInfo());
 }
 
+int ZelGraphicsScene::elementCount() const
+{
+    return m_parts->elements.count();
+}
+
 QList<QGraphicsItem*> ZelGraphicsScene::itemsOf(int elementId)
 {
     return m_parts->elements.itemsOf(elementId);

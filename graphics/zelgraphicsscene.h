@@ -56,6 +56,9 @@ public:
     // Returns the items of an element in no particular order; empty for an unknown id.
     [[nodiscard]] QList<QGraphicsItem*> itemsOf(int elementId);
 
+    // How many items of the scene are elements of the drawing; at once, however many there are.
+    [[nodiscard]] int elementCount() const;
+
     // For the library's own classes; SceneElements is not installed.
     [[nodiscard]] SceneElements& elements();
 

@@ -4,7 +4,6 @@
 #include "chipview/zelchipgui.h"
 #include "chipview/zelchipviewdatabase.h"
 #include "engine/referenceengine.h"
-#include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/design/designeditor.h"
@@ -151,12 +150,8 @@ void DrawingArea::settle()
 bool DrawingArea::zoomToSelection()
 {
     QList<QGraphicsItem*> selected;
-    const QList<QGraphicsItem*> items = m_scene->items();
-    for (QGraphicsItem* item : items) {
-        const auto* attribute = zelchipview::attributeOf(item);
-        if (attribute && m_scene->selectedItemContains(attribute->itemId))
-            selected.append(item);
-    }
+    for (int id : ZELChipViewDatabase::getInstance()->selectedIds().ids())
+        selected += m_scene->itemsOf(id);
     zoomToItems(*m_graphicsView, selected);
     return !selected.isEmpty();
 }
