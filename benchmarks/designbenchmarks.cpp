@@ -3,6 +3,7 @@
 #include "benchmarks/results/measure.h"
 #include "benchmarks/subjects/designproject.h"
 #include "engine/referenceengine.h"
+#include "engine/search/placementsearch.h"
 #include "host/design/designeditor.h"
 #include "host/design/designtcl.h"
 #include "host/tcl/tclinterpreter.h"
@@ -12,6 +13,7 @@
 #include <QTemporaryFile>
 
 #include <algorithm>
+#include <cmath>
 #include <list>
 #include <memory>
 #include <vector>
@@ -27,6 +29,9 @@ namespace {
 
 constexpr int Commands = 10000; // in a batch
 constexpr int CheckedSupplies = 2000; // placed ones; the other resources are not
+constexpr int SearchedSupplies = 1200; // with the parts of the IPs 2,000 resources to place
+constexpr int SearchedIps = 200;
+constexpr int SearchedIpChannels = 3;
 constexpr int DropQueries = 10000;
 constexpr int MostSites = 100000; // a device file of a million sites would be 80 megabytes
 
@@ -134,14 +139,59 @@ void checkDesign(benchmark::State& state, PlannedDevice& device)
         taken.push_back({device.engine->design().find(DesignProject::supply(n)), DesignProject::supplySite(n + 1)});
     device.engine->setSites(taken);
     std::size_t found = 0;
-    for (auto _ : state)
+    for (auto _ : state) {
+        device.engine->setSites(taken); // else the engine would return what it found before
         state.SetIterationTime(secondsOf([&] { found = device.engine->problems().size(); }));
+    }
     if (found == 0)
         state.SkipWithError("no problem was found");
     state.counters["problems"] = static_cast<double>(found);
     for (mirn::zelengine::Placement& placement : taken)
         placement.site = -1;
     device.engine->setSites(taken);
+}
+
+// Supplies of two voltages, and IPs of three channels with a PLL, which each need two units side by side.
+mirn::zelengine::Design unplacedDesign()
+{
+    using mirn::zelengine::ResourceType;
+    mirn::zelengine::Design design(QStringLiteral("top"));
+    const auto add = [&design](int parent, ResourceType type, const QString& voltage = {}) {
+        const QString name = QString::number(design.all().size());
+        return design.add(parent, {name, {}, type, -1, {}, -1, false, voltage, {}, {}});
+    };
+    for (int n = 0; n < SearchedSupplies; ++n)
+        add(-1, ResourceType::Uvccio, n % 2 == 0 ? QStringLiteral("1.8 V") : QStringLiteral("3.3 V"));
+    for (int n = 0; n < SearchedIps; ++n) {
+        const int ip = add(-1, ResourceType::Ip);
+        for (int channel = 0; channel < SearchedIpChannels; ++channel)
+            add(ip, ResourceType::DcuChannel);
+        add(ip, ResourceType::Pll);
+    }
+    return design;
+}
+
+// Places nothing; the sites lie on a square.
+void searchPlaces(benchmark::State& state, const PlannedDevice& device)
+{
+    const mirn::zelengine::Design design = unplacedDesign();
+    const auto side = static_cast<int>(std::sqrt(device.engine->device().sites().size()));
+    int count = 0;
+    const auto pointOf = [&](int) {
+        ++count;
+        return QPointF(count % side, count / side);
+    };
+    for (auto _ : state) {
+        mirn::zelengine::PlacementAnswer answer;
+        state.SetIterationTime(secondsOf([&] {
+            const mirn::zelengine::PlacementSearch search(
+                device.engine->device(), design, device.engine->settings(), pointOf);
+            answer = search.run(search.unplaced(), {});
+        }));
+        if (answer.kind != mirn::zelengine::PlacementAnswer::Kind::Placed)
+            state.SkipWithError("not everything was placed");
+        state.counters["resources"] = static_cast<double>(answer.placements.size());
+    }
 }
 
 // The cost of any such batch: Tcl reads and calls the commands, and each command goes to the operating system.
@@ -259,6 +309,8 @@ void addDesignBenchmarks(int elements)
         [=](benchmark::State& state) { showProbableSites(state, PlannedDevice::ofSize(sites), DesignProject::ip()); });
     add("check of a design", elements,
         [=](benchmark::State& state) { checkDesign(state, PlannedDevice::ofSize(sites)); });
+    add("places for 2,000 resources", elements,
+        [=](benchmark::State& state) { searchPlaces(state, PlannedDevice::ofSize(sites)); });
     add("10,000 empty commands", elements, [](benchmark::State& state) { runEmptyCommands(state); });
     add("10,000 place commands", elements,
         [=](benchmark::State& state) { runBatch(state, PlannedDevice::ofSize(sites)); });

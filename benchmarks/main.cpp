@@ -55,6 +55,7 @@ int main(int argc, char** argv)
             zelbench::addPeerBenchmarks(elements);
         zelbench::addStateBenchmarks(elements);
         zelbench::addPickingBenchmarks(elements);
+        zelbench::addPlanningBenchmarks(elements);
         zelbench::addResourceBenchmarks(elements);
         zelbench::addDesignBenchmarks(elements);
     }

@@ -8,6 +8,7 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
+#include "planning/overviewmap.h"
 #include "platform/contract/svgparser.h"
 
 #include <QFile>
@@ -15,6 +16,9 @@
 #include <QPainter>
 #include <QScrollBar>
 
+#include <memory>
+
+using mirn::zelchipview::OverviewMap;
 using mirn::zelchipview::ZELChipViewDatabase;
 
 namespace zelbench {
@@ -61,7 +65,7 @@ void paintHandedOut(benchmark::State& state, Device& device)
 {
     device.window();
     for (int loadNumber = 1; loadNumber <= device.elements(); ++loadNumber)
-        ZELChipViewDatabase::getInstance()->getGraphicItemAttribute(loadNumber);
+        (void)ZELChipViewDatabase::getInstance()->getGraphicItemAttribute(loadNumber); // is handed out by that
     paintAll(state, device, 1.0);
     device.closeWindow();
 }
@@ -78,11 +82,16 @@ void paintUnchanged(benchmark::State& state, Device& device)
     }
 }
 
-void pan(benchmark::State& state, Device& device)
+enum class Map { None, Shown };
+
+void pan(benchmark::State& state, Device& device, Map map)
 {
     ChipWindow& window = device.window();
+    std::unique_ptr<OverviewMap> overview(map == Map::Shown ? new OverviewMap(window.view()) : nullptr);
     window.show(4.0);
     window.repaint();
+    if (overview)
+        overview->settle();
     window.settle();
     QScrollBar* bar = window.view()->horizontalScrollBar();
     int distance = PanDistance;
@@ -93,6 +102,21 @@ void pan(benchmark::State& state, Device& device)
         }));
         checkPaintedOnce(state, window.painted().take());
         distance = -distance;
+    }
+    if (overview && overview->isHidden())
+        state.SkipWithError("the overview map does not show");
+}
+
+// The map of the whole drawing, from nothing: what would be done in steps while there is nothing else to do.
+void paintMap(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = device.window();
+    window.show(4.0);
+    window.repaint();
+    window.settle();
+    for (auto _ : state) {
+        OverviewMap map(window.view());
+        state.SetIterationTime(secondsOf([&map] { map.settle(); }));
     }
 }
 
@@ -158,7 +182,11 @@ void addPaintingBenchmarks(int elements)
     }
     add("items one by one at fit", elements,
         [=](benchmark::State& state) { paintItems(state, Device::ofSize(elements)); });
-    add("pan by 50 pixels at 4x", elements, [=](benchmark::State& state) { pan(state, Device::ofSize(elements)); });
+    add("pan by 50 pixels at 4x", elements,
+        [=](benchmark::State& state) { pan(state, Device::ofSize(elements), Map::None); });
+    add("pan with the overview map", elements,
+        [=](benchmark::State& state) { pan(state, Device::ofSize(elements), Map::Shown); });
+    add("overview map", elements, [=](benchmark::State& state) { paintMap(state, Device::ofSize(elements)); });
     add("repaint, nothing changed", elements,
         [=](benchmark::State& state) { paintUnchanged(state, Device::ofSize(elements)); });
     add("full repaint, handed out", elements,

@@ -97,6 +97,7 @@ ZELChipViewDatabase::ZELChipViewDatabase()
     m_parts->selectedIds.setListener([this, repaint](const std::vector<int>& changed) {
         m_parts->shownRow = nullptr;
         repaint(changed);
+        Q_EMIT selectedElementsChanged();
     });
     m_parts->highlighter->highlightedIds().setListener(repaint);
     m_parts->filter->filteredIds().setListener(repaint);

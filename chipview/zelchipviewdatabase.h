@@ -166,6 +166,10 @@ public:
     // Sends the place command. Returns the host's answer, non-zero for success. Does not refresh anything.
     int place(const QString& rsc, const QString& id);
 
+    // Sends the command that exchanges the sites of two placed resources. Returns the host's answer, non-zero for
+    // success. The view itself never sends it; aids around it do. Does not refresh anything.
+    int swap(const QString& rsc, const QString& other);
+
     // Places the tree's selected row on the element and returns what place() returns, or 0 if no row is selected.
     int drop(int id) override;
 
@@ -261,6 +265,9 @@ public Q_SLOTS:
 Q_SIGNALS:
     // Must be answered synchronously; see ZelChipGUI::sigRunTclCmd().
     void sigRunTclCmd(const QString& cmd, int& ret, QString& result);
+
+    // The set of selected elements has changed. Many changes in a row emit it once for each.
+    void selectedElementsChanged();
 
 private:
     ZELChipViewDatabase();

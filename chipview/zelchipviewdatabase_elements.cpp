@@ -49,6 +49,11 @@ int ZELChipViewDatabase::place(const QString& rsc, const QString& id)
     return runTclCommand(commandtexts::place(rsc, id));
 }
 
+int ZELChipViewDatabase::swap(const QString& rsc, const QString& other)
+{
+    return runTclCommand(commandtexts::swap(rsc, other));
+}
+
 int ZELChipViewDatabase::drop(int id)
 {
     QTreeWidgetItem* item = selectedTreeItem();

@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <limits>
 
 namespace mirn::zelengine {
@@ -28,6 +29,12 @@ QString fileError(const JsonNode& name, const QString& file)
                            : name.located(QStringLiteral("\"%1\" cannot be read: %2").arg(name.text(), error));
 }
 
+// Whether the choices of a setting are offered for a key: its own, or one of those in "A:B".
+bool isSharedBy(const SiteSetting& setting, const QString& key)
+{
+    return setting.key == key || setting.key.split(QLatin1Char(':')).contains(key);
+}
+
 class DeviceReader
 {
 public:
@@ -43,6 +50,7 @@ private:
     void readSite(const JsonNode& node);
     [[nodiscard]] int kindOf(const JsonNode& site) const;
     [[nodiscard]] std::vector<SiteSetting> readSettings(const JsonNode& node) const;
+    static void checkFreshValue(const SiteSetting& setting, const std::vector<SiteSetting>& all, const JsonNode& value);
     void checkReferences(const JsonNode& sites) const;
     void checkGroupList(const JsonNode& names) const;
     void checkDisabling(const Site& site, const JsonNode& disabledBy) const;
@@ -174,15 +182,26 @@ std::vector<SiteSetting> DeviceReader::readSettings(const JsonNode& node) const
         const JsonNode setting = node.member(key);
         setting.expectObject({QStringLiteral("value"), QStringLiteral("choices")});
         const QStringList choices = setting.member(QStringLiteral("choices")).texts();
-        const QString value = setting.optionalText(QStringLiteral("value"));
         if (choices.isEmpty())
             setting.fail(QStringLiteral("the setting \"%1\" offers no choices").arg(key));
-        if (!value.isEmpty() && !choices.contains(value))
-            setting.member(QStringLiteral("value"))
-                .fail(QStringLiteral("\"%1\" is not among the choices %2").arg(value, quotedAlternatives(choices)));
-        result.push_back({key, value, choices});
+        result.push_back({key, setting.optionalText(QStringLiteral("value")), choices});
     }
+    for (const SiteSetting& setting : result)
+        checkFreshValue(setting, result, node.member(setting.key).member(QStringLiteral("value")));
     return result;
+}
+
+// A choice that holds for several keys together may be the value of each. A device that has it for one of them only
+// opens as well: the list of problems tells, and the settings dialog mends it.
+void DeviceReader::checkFreshValue(
+    const SiteSetting& setting, const std::vector<SiteSetting>& all, const JsonNode& value)
+{
+    const auto isOffered = [&setting](const SiteSetting& other) {
+        return isSharedBy(other, setting.key) && other.choices.contains(setting.value);
+    };
+    if (!setting.value.isEmpty() && std::none_of(all.begin(), all.end(), isOffered))
+        value.fail(QStringLiteral("\"%1\" is not among the choices %2")
+                       .arg(setting.value, quotedAlternatives(setting.choices)));
 }
 
 // Runs when all sites are known: the groups and settings that a site refers to must exist.

@@ -4,6 +4,7 @@
 #include "engine/configuredialog.h"
 #include "engine/designreader.h"
 #include "engine/devicereader.h"
+#include "engine/enginequestion.h"
 #include "engine/input/jsonnode.h"
 #include "engine/model/resourceparameter.h"
 #include "engine/usagetable.h"
@@ -20,11 +21,6 @@ namespace {
 
 constexpr unsigned int DcuSettings = 1; // the only kind of settings dialog
 
-QString noSuchResource(const QString& name)
-{
-    return QStringLiteral("there is no resource \"%1\"").arg(name);
-}
-
 QString noSuchParameter(const QString& resource, ResourceType type, const QString& key)
 {
     QStringList known;
@@ -33,14 +29,6 @@ QString noSuchParameter(const QString& resource, ResourceType type, const QStrin
     if (known.isEmpty())
         return QStringLiteral("%1 has nothing to configure").arg(resource);
     return QStringLiteral("%1 has no parameter \"%2\", expected %3").arg(resource, key, quotedAlternatives(known));
-}
-
-// Returns -1 for a text that is not an element id.
-int elementId(const std::string& text)
-{
-    bool ok = false;
-    const int id = fromEngineText(text).toInt(&ok);
-    return ok ? id : -1;
 }
 
 } // namespace
@@ -75,6 +63,12 @@ std::unique_ptr<ReferenceEngine> ReferenceEngine::forDrawing(const QString& draw
         new ReferenceEngine(std::move(project), std::move(device), Design())); // private constructor
 }
 
+std::unique_ptr<ReferenceEngine> ReferenceEngine::copyWith(Design design) const
+{
+    return std::unique_ptr<ReferenceEngine>(
+        new ReferenceEngine(m_project, m_device, std::move(design))); // private constructor
+}
+
 ReferenceEngine::ReferenceEngine(Project project, Device device, Design design)
     : m_project(std::move(project))
     , m_device(std::move(device))
@@ -93,7 +87,7 @@ void ReferenceEngine::setFilterFile(const QString& fileName)
 void ReferenceEngine::setDesign(Design design)
 {
     m_design = std::move(design);
-    m_isChanged = true;
+    changed();
 }
 
 Refusal ReferenceEngine::place(const QString& resource, int site)
@@ -114,7 +108,7 @@ Refusal ReferenceEngine::remove(const QString& resource)
     if (index < 0)
         return noSuchResource(resource);
     m_design.remove(index);
-    m_isChanged = true;
+    changed();
     return {};
 }
 
@@ -124,8 +118,27 @@ Refusal ReferenceEngine::restore(const QString& resource)
     if (!refusal.isEmpty())
         return refusal;
     m_design.restore(m_design.findRemoved(resource));
-    m_isChanged = true;
+    changed();
     return {};
+}
+
+LockProposal ReferenceEngine::proposeLock(const QString& resource) const
+{
+    const int index = m_design.find(resource);
+    return index < 0 ? LockProposal{{}, noSuchResource(resource)} : lockrules::proposeLock(m_device, m_design, index);
+}
+
+LockProposal ReferenceEngine::proposeUnlock(const QString& resource) const
+{
+    const int index = m_design.find(resource);
+    return index < 0 ? LockProposal{{}, noSuchResource(resource)} : lockrules::proposeUnlock(m_device, m_design, index);
+}
+
+void ReferenceEngine::setLocked(const std::vector<int>& resources, bool isLocked)
+{
+    for (int resource : resources)
+        m_design.setLocked(resource, isLocked);
+    changed();
 }
 
 // All parts leave their sites first, because the parts of an IP may swap sites.
@@ -135,7 +148,7 @@ void ReferenceEngine::setSites(const std::vector<Placement>& placements)
         m_design.setSite(placement.resource, -1);
     for (const Placement& placement : placements)
         m_design.setSite(placement.resource, placement.site);
-    m_isChanged = true;
+    changed();
 }
 
 Refusal ReferenceEngine::apply(const Proposal& proposal)
@@ -181,7 +194,7 @@ Refusal ReferenceEngine::configure(const QString& resource, const QString& key, 
 void ReferenceEngine::setParameter(int resource, const QString& key, const QString& value)
 {
     m_design.setParameter(resource, key, value);
-    m_isChanged = true;
+    changed();
 }
 
 Refusal ReferenceEngine::setSetting(int site, const QString& key, const QString& value)
@@ -195,7 +208,21 @@ Refusal ReferenceEngine::setSetting(int site, const QString& key, const QString&
 void ReferenceEngine::setSettingChanges(int carrier, const SiteSettingChanges& changes)
 {
     m_settings.setChanges(carrier, changes);
+    changed();
+}
+
+void ReferenceEngine::changed()
+{
     m_isChanged = true;
+    m_problems.reset();
+    m_connections.reset();
+}
+
+const std::vector<Problem>& ReferenceEngine::problems() const
+{
+    if (!m_problems)
+        m_problems = DesignCheck(m_device, m_design, m_settings).problems();
+    return *m_problems;
 }
 
 void ReferenceEngine::update()
@@ -264,8 +291,7 @@ std::string ReferenceEngine::refusalReason(const std::string* rsc, const std::st
 {
     const QString name = fromEngineText(*rsc);
     const int index = m_design.find(name);
-    return toEngineText(
-        index < 0 ? noSuchResource(name) : rules().propose(index, elementId(*site)).refusal.sentence());
+    return toEngineText(index < 0 ? noSuchResource(name) : rules().propose(index, elementId(*site)).refusal.sentence());
 }
 
 bool ReferenceEngine::showProbPlaceItem(
@@ -274,36 +300,6 @@ bool ReferenceEngine::showProbPlaceItem(
     for (int id : sitesFor(rsc))
         items.push_back(std::to_string(id));
     return m_design.find(fromEngineText(*rsc)) >= 0;
-}
-
-std::vector<int> ReferenceEngine::sitesFor(const std::string* rsc)
-{
-    const int index = m_design.find(fromEngineText(*rsc));
-    return index < 0 ? std::vector<int>() : rules().sitesFor(index);
-}
-
-std::vector<zelplacement> ReferenceEngine::placementsOf(const std::string* rsc, const std::string* site)
-{
-    std::vector<zelplacement> result;
-    const int index = m_design.find(fromEngineText(*rsc));
-    const Proposal proposal = index < 0 ? Proposal() : rules().propose(index, elementId(*site));
-    if (proposal.isAllowed()) {
-        for (const Placement& placement : proposal.placements)
-            result.push_back({toEngineText(m_design.resource(placement.resource).path), placement.site});
-    }
-    return result;
-}
-
-std::string ReferenceEngine::occupant(const std::string* site)
-{
-    const int index = m_design.occupant(elementId(*site));
-    return index < 0 ? std::string() : toEngineText(m_design.resource(index).path);
-}
-
-int ReferenceEngine::siteOf(const std::string* rsc)
-{
-    const int index = m_design.find(fromEngineText(*rsc));
-    return index < 0 ? -1 : m_design.resource(index).site;
 }
 
 int ReferenceEngine::config(const std::string* name)

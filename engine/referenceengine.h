@@ -6,7 +6,9 @@
 #include "engine/model/device.h"
 #include "engine/project.h"
 #include "engine/resourcetree.h"
+#include "engine/rules/connections.h"
 #include "engine/rules/designcheck.h"
+#include "engine/rules/lockrules.h"
 #include "engine/rules/placementrules.h"
 #include "engine/rules/settingstore.h"
 #include "platform/contract/zelchipengine.h"
@@ -17,6 +19,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -35,6 +38,9 @@ public:
     // Returns an engine for a drawing without device and design: nothing can be placed.
     [[nodiscard]] static std::unique_ptr<ReferenceEngine> forDrawing(const QString& drawingFile);
 
+    // Returns an engine for the same project and device with a state of the same design and no changed settings.
+    [[nodiscard]] std::unique_ptr<ReferenceEngine> copyWith(Design design) const;
+
     ~ReferenceEngine() override;
 
     // Sets the filter file that chip() names, for a host whose device has none.
@@ -44,11 +50,8 @@ public:
     [[nodiscard]] const Device& device() const { return m_device; }
     [[nodiscard]] const Design& design() const { return m_design; }
     [[nodiscard]] PlacementRules rules() const { return {m_device, m_design}; }
-    // What is wrong with the present state, and what is still to be done.
-    [[nodiscard]] std::vector<Problem> problems() const
-    {
-        return DesignCheck(m_device, m_design, m_settings).problems();
-    }
+    // What is wrong with the present state, and what is still to be done. Valid until the next change.
+    [[nodiscard]] const std::vector<Problem>& problems() const;
 
     // Goes back to a state that design() returned earlier.
     void setDesign(Design design);
@@ -58,6 +61,11 @@ public:
     Refusal reset(const QString& resource);
     Refusal remove(const QString& resource);
     Refusal restore(const QString& resource); // undoes a removal; only fixed placements come back
+    // What would be locked or unlocked: the resource and everything below it.
+    [[nodiscard]] LockProposal proposeLock(const QString& resource) const;
+    [[nodiscard]] LockProposal proposeUnlock(const QString& resource) const;
+    // Sets or takes off the locks of placed resources without asking the rules.
+    void setLocked(const std::vector<int>& resources, bool isLocked);
     // Sets placements of an earlier or later state without asking the rules.
     void setSites(const std::vector<Placement>& placements);
 
@@ -112,16 +120,26 @@ public:
         const std::string* id, unsigned int type, const std::string* key, const std::string* value) override;
     void refresh(int kind) override;
 
+    [[nodiscard]] std::vector<zelconnection> connections() override;
+    [[nodiscard]] std::vector<zelconnection> connectionsOf(const std::string* rsc) override;
     [[nodiscard]] std::vector<int> sitesFor(const std::string* rsc) override;
+    [[nodiscard]] std::vector<zelsite> sites() override;
+    [[nodiscard]] std::vector<int> sitesOfKind(const std::string* rsc) override;
+    [[nodiscard]] std::string refusalToPlace(const std::string* rsc) override;
     [[nodiscard]] std::vector<zelplacement> placementsOf(const std::string* rsc, const std::string* site) override;
+    [[nodiscard]] bool maySwap(const std::string* rsc, const std::string* other, std::string* reason) override;
     [[nodiscard]] std::string occupant(const std::string* site) override;
     [[nodiscard]] int siteOf(const std::string* rsc) override;
+    [[nodiscard]] std::string describe(const std::string* rsc) override;
 
 private:
     ReferenceEngine(Project project, Device device, Design design);
     Refusal apply(const Proposal& proposal);
     Refusal write(const QString& resource, const QString& key, const QString& value);
     void update();
+    [[nodiscard]] const std::vector<Connection>& keptConnections();
+    void changed();
+    [[nodiscard]] std::vector<zelconnection> withNames(const std::vector<Connection>& found) const;
 
     Project m_project;
     Device m_device;
@@ -132,6 +150,8 @@ private:
     ChipData m_chip;
     ResourceTree m_tree;
     bool m_isChanged = true; // whether the design or the settings changed since the last update()
+    mutable std::optional<std::vector<Problem>> m_problems; // of the present state, once they were asked for
+    std::optional<std::vector<Connection>> m_connections; // of the present design, once they were asked for
     std::map<std::string, std::vector<std::string>> m_offers;
 };
 

@@ -21,11 +21,6 @@ const std::string& typeText(ResourceType type)
     return type == ResourceType::Folder ? group : texts[static_cast<int>(type)];
 }
 
-bool isPlaceable(const Resource& resource)
-{
-    return resource.type != ResourceType::Folder && resource.type != ResourceType::Ip;
-}
-
 // Returns, for example, ", 100 MHz".
 QString parameterList(const Design& design, int index)
 {
@@ -87,7 +82,7 @@ void ResourceTree::rebuild(const Device& device, const Design& design)
         const Count& parts = counts.at(index);
         zeltreeviewcell& cell = nodes.at(index)->cell;
         cell.draggable = resource.type != ResourceType::Folder && !resource.fixed;
-        cell.resettable = parts.placed > parts.fixed;
+        cell.resettable = parts.placed > parts.held;
     }
 }
 
@@ -98,16 +93,16 @@ ResourceTree::Counts ResourceTree::count(const Design& design, const std::vector
     for (auto it = order.rbegin(); it != order.rend(); ++it) {
         const Resource& resource = design.resource(*it);
         Count& own = counts[*it];
-        if (isPlaceable(resource)) {
+        if (hasOwnSite(resource.type)) {
             ++own.all;
             own.placed += resource.site >= 0 ? 1 : 0;
-            own.fixed += resource.fixed ? 1 : 0;
+            own.held += resource.isHeld() ? 1 : 0;
         }
         if (resource.parent >= 0) {
             Count& above = counts[resource.parent];
             above.all += own.all;
             above.placed += own.placed;
-            above.fixed += own.fixed;
+            above.held += own.held;
         }
     }
     return counts;
@@ -137,19 +132,24 @@ ResourceTree::Node& ResourceTree::makeNode(const Design& design, const Device& d
 std::string ResourceTree::summary(const Design& design, const Device& device, int index)
 {
     const Resource& resource = design.resource(index);
-    if (isPlaceable(resource)) {
+    if (hasOwnSite(resource.type)) {
         const Site* site = device.site(resource.site);
-        const std::string place
-            = site ? (resource.fixed ? "fixed on " : "on ") + toEngineText(site->name) : "not placed";
+        const std::string how = resource.fixed ? "fixed on " : resource.locked ? "locked on " : "on ";
+        const std::string place = site ? how + toEngineText(site->name) : "not placed";
         return place + toEngineText(parameterList(design, index));
     }
     int all = 0;
     int placed = 0;
+    int locked = 0;
     for (int part : design.subtree(index)) {
-        all += isPlaceable(design.resource(part)) ? 1 : 0;
+        all += hasOwnSite(design.resource(part).type) ? 1 : 0;
         placed += design.resource(part).site >= 0 ? 1 : 0;
+        locked += design.resource(part).locked ? 1 : 0;
     }
-    return all == 0 ? std::string() : std::to_string(placed) + " of " + std::to_string(all) + " placed";
+    if (all == 0)
+        return {};
+    const std::string summary = std::to_string(placed) + " of " + std::to_string(all) + " placed";
+    return locked == 0 ? summary : summary + ", " + std::to_string(locked) + " locked";
 }
 
 } // namespace mirn::zelengine

@@ -30,9 +30,9 @@ public:
 
     [[nodiscard]] static const std::map<int, std::string>& headers();
 
-    // Describes a resource of the current design, even if the cells are older: "2 of 3 placed" for one that holds
-    // others; "on SITE" or "not placed", with its parameters as in "on SITE, 100 MHz", for one that can be placed
-    // itself.
+    // Describes a resource of the current design, even if the cells are older: "2 of 3 placed, 1 locked" for one that
+    // holds others; "on SITE", "fixed on SITE", "locked on SITE" or "not placed", with its parameters as in "on SITE,
+    // 100 MHz", for one that can be placed itself.
     [[nodiscard]] static std::string summary(const Design& design, const Device& device, int resource);
 
 private:
@@ -41,7 +41,7 @@ private:
     {
         int all = 0;
         int placed = 0;
-        int fixed = 0;
+        int held = 0; // fixed or locked
     };
 
     using Counts = std::map<int, Count>; // by resource: its subtree, itself included

@@ -9,6 +9,7 @@ namespace mirn::zeldevicegenerator::halden {
 namespace {
 
 constexpr char POWER_DOWN[] = "POWER DOWN"; // a setting of both channels of a unit
+constexpr char PLL_OFF[] = "OFF"; // of a unit's transmit PLL
 
 constexpr double RingDepth = 54; // depth of the pad ring
 constexpr double PadPitch = 17;
@@ -21,8 +22,9 @@ constexpr double TileHeight = 33;
 constexpr double MacroWidth = 52; // pitch of the block RAM and DSP columns
 constexpr int MacroHeight = 3; // in tiles
 constexpr double SpineGap = 32; // between the tiles above and below the horizontal spine
-constexpr const char* COLUMNS[]
-    = {"LLELLLDLLLELLL", "LLLELLLDLLLELL"}; // logic, block RAM, DSP; on each side of the spine
+// Logic, block RAM, DSP; on each side of the vertical spine, and further right above the horizontal one.
+constexpr const char* COLUMNS[] = {"LLELLLDLLLELLL", "LLLELLLDLLLELL"};
+constexpr const char* UPPER_COLUMNS = "LLLLLL";
 
 struct Bank
 {
@@ -37,15 +39,18 @@ struct Bank
 constexpr Bank BANKS[] = {
     {"0", Side::Top, {80, 16, 515, RingDepth}, 1, 30, "3.3 V"},
     {"1", Side::Top, {605, 16, 515, RingDepth}, 15, 30, "3.3 V"},
-    {"2", Side::Right, {1130, 80, RingDepth, 316}, 1, 18, "2.5 V"},
-    {"3", Side::Right, {1130, 406, RingDepth, 316}, 9, 18, "1.8 V"},
+    {"2", Side::Right, {1322, 80, RingDepth, 316}, 1, 18, "2.5 V"},
+    {"3", Side::Right, {1322, 406, RingDepth, 316}, 9, 18, "1.8 V"},
+    {"4", Side::Top, {1130, 16, 182, RingDepth}, 29, 10, "1.8 V"},
     {"6", Side::Left, {16, 406, RingDepth, 316}, 9, 18, "1.8 V"},
     {"7", Side::Left, {16, 80, RingDepth, 316}, 1, 18, "2.5 V"},
-    {"8", Side::Bottom, {80, 732, 136, 112}, 1, 8, "3.3 V"},
+    {"8", Side::Bottom, {80, 732, 328, 112}, 1, 18, "3.3 V"},
 };
 
-constexpr Box UNITS[] = {{226, 732, 188, 112}, {478, 732, 188, 112}, {680, 732, 188, 112}, {932, 732, 188, 112}};
-constexpr Box REFERENCES[] = {{418, 732, 56, 55}, {418, 789, 56, 55}, {872, 732, 56, 55}, {872, 789, 56, 55}};
+constexpr Box UNITS[] = {{418, 732, 188, 112}, {670, 732, 188, 112}, {872, 732, 188, 112}, {1124, 732, 188, 112},
+    {1124, 606, 188, 112}, {1124, 423, 188, 112}};
+constexpr Box REFERENCES[] = {{610, 732, 56, 55}, {610, 789, 56, 55}, {1064, 732, 56, 55}, {1064, 789, 56, 55},
+    {1160, 543, 56, 55}, {1220, 543, 56, 55}};
 
 const SiteKind& kind(const char* name)
 {
@@ -87,25 +92,28 @@ private:
     void corners();
     void configuration();
     void units();
+    static std::vector<Setting> settingsOf(int unit);
     void channelsOf(int unit);
     void references();
     void tiles();
-    void tileColumn(char type, int column, double x);
+    double tileColumns(const char* types, int rows, double left);
+    void tileColumn(char type, int rows, int column, double x);
     static double tileTop(int row);
     void clocks();
 
     std::vector<Site> m_sites;
+    int m_logicColumns = 0;
     int m_macroColumns[2] = {0, 0}; // block RAM, DSP
 };
 
 void Planner::regions()
 {
-    const double halfWidth = 506;
+    const double widths[][2] = {{506, 698}, {506, 506}}; // the units beside the last one belong to no region
     const double halfHeight = 308;
     for (int row = 0; row < 2; ++row) {
         for (int column = 0; column < 2; ++column) {
             const std::string name = "Q" + std::to_string(row * 2 + column);
-            const Box box{Core.x + 2 + column * 530.0, Core.y + 2 + row * 330.0, halfWidth, halfHeight};
+            const Box box{Core.x + 2 + column * 530.0, Core.y + 2 + row * 330.0, widths[row][column], halfHeight};
             add("REGION", row + 1, column + 1, name, name, box);
         }
     }
@@ -165,19 +173,19 @@ void Planner::corners()
     };
     pll(1, 1, "PLL_TL0", {16, 16, 54, 26}, {});
     pll(2, 1, "PLL_TL1", {16, 44, 54, 26}, {});
-    pll(1, 2, "PLL_TR0", {1130, 16, 54, 26}, {});
-    pll(2, 2, "PLL_TR1", {1130, 44, 54, 26}, {});
+    pll(1, 2, "PLL_TR0", {1322, 16, 54, 26}, {});
+    pll(2, 2, "PLL_TR1", {1322, 44, 54, 26}, {});
     pll(3, 1, "PLL_BL0", {16, 732, 54, 36}, {"DCU0", "DCU1"});
     pll(4, 1, "PLL_BL1", {16, 770, 54, 36}, {"DCU0", "DCU1"});
-    pll(3, 2, "PLL_BR0", {1130, 732, 54, 36}, {"DCU2", "DCU3"});
-    pll(4, 2, "PLL_BR1", {1130, 770, 54, 36}, {"DCU2", "DCU3"});
+    pll(3, 2, "PLL_BR0", {1322, 732, 54, 36}, {"DCU2", "DCU3", "DCU4", "DCU5"});
+    pll(4, 2, "PLL_BR1", {1322, 770, 54, 36}, {"DCU2", "DCU3", "DCU4", "DCU5"});
     add("SYSTEM", 1, 1, "OSC", {}, {16, 808, 54, 36}).popup = "Oscillator";
-    add("SYSTEM", 1, 2, "DTR", {}, {1130, 808, 54, 36}).popup = "Digital temperature readout";
+    add("SYSTEM", 1, 2, "DTR", {}, {1322, 808, 54, 36}).popup = "Digital temperature readout";
 }
 
 void Planner::configuration()
 {
-    add("CONFIG", 1, 1, "CONFIG", "BANK8", {84, 736, 128, 54}).popup
+    add("CONFIG", 1, 1, "CONFIG", "BANK8", {180, 736, 128, 54}).popup
         = "Configuration logic: JTAG, SPI, error detection";
 }
 
@@ -192,13 +200,23 @@ void Planner::units()
             if (other >= 0 && other < count)
                 site.neighbours.push_back("DCU" + std::to_string(other));
         }
-        const std::vector<std::string> receive{"EXTREF A", "EXTREF B", "CORE CLOCK"};
-        site.settings = {{"CH0", receive[0], receive}, {"CH1", receive[0], receive}, {"CH0:CH1", {}, {POWER_DOWN}},
-            {"TXPLL", "X20", {"X8", "X10", "X16", "X20", "X25"}}};
+        site.settings = settingsOf(unit);
     }
     for (int unit = 0; unit < count; ++unit)
         channelsOf(unit);
     references();
+}
+
+// The fresh device has two faults, so that the list of problems has something to find: the transmit PLL of DCU4 is off
+// where the design uses it, and of DCU5 one channel is powered down, which is possible for both together only.
+std::vector<Setting> Planner::settingsOf(int unit)
+{
+    constexpr int UnitWithPllOff = 4;
+    constexpr int UnitHalfDown = 5;
+    const std::vector<std::string> receive{"EXTREF A", "EXTREF B", "CORE CLOCK"};
+    return {{"CH0", receive[0], receive}, {"CH1", unit == UnitHalfDown ? POWER_DOWN : receive[0], receive},
+        {"CH0:CH1", {}, {POWER_DOWN}},
+        {"TXPLL", unit == UnitWithPllOff ? PLL_OFF : "X20", {"X8", "X10", "X16", "X20", "X25", PLL_OFF}}};
 }
 
 void Planner::channelsOf(int unit)
@@ -216,6 +234,7 @@ void Planner::channelsOf(int unit)
     Site& pll = add("TXPLL", unit, 0, group + "_TXPLL", group, box.inner(69, UnitHeader, 50, 58));
     pll.popup = "Transmit PLL of " + group;
     pll.reaches = {group};
+    pll.disabledBy = {{"TXPLL", {PLL_OFF}}};
 }
 
 void Planner::references()
@@ -223,28 +242,34 @@ void Planner::references()
     for (int number = 0; number < static_cast<int>(std::size(REFERENCES)); ++number) {
         Site& site = add("EXTREF", 1, number, "EXTREF" + std::to_string(number), {}, REFERENCES[number]);
         site.popup = "External reference clock " + std::to_string(number);
-        site.reaches = number < 2 ? std::vector<std::string>{"DCU0", "DCU1"} : std::vector<std::string>{"DCU2", "DCU3"};
+        const int unit = number / 2 * 2; // two clocks for two units
+        site.reaches = {"DCU" + std::to_string(unit), "DCU" + std::to_string(unit + 1)};
     }
 }
 
 void Planner::tiles()
 {
-    const double lefts[] = {Core.x + 6, VerticalSpine.right() + 9};
-    int logicColumn = 0;
-    for (int half = 0; half < 2; ++half) {
-        double x = lefts[half];
-        for (const char* type = COLUMNS[half]; *type; ++type) {
-            const bool logic = *type == 'L';
-            tileColumn(*type, logic ? ++logicColumn : ++m_macroColumns[*type == 'D'], x);
-            x += logic ? TileWidth : MacroWidth;
-        }
-    }
+    tileColumns(COLUMNS[0], TileRows, Core.x + 6);
+    const double right = tileColumns(COLUMNS[1], TileRows, VerticalSpine.right() + 9);
+    tileColumns(UPPER_COLUMNS, TileRows / 2, right);
 }
 
-void Planner::tileColumn(char type, int column, double x)
+// Returns the right end of the columns.
+double Planner::tileColumns(const char* types, int rows, double left)
+{
+    double x = left;
+    for (const char* type = types; *type; ++type) {
+        const bool logic = *type == 'L';
+        tileColumn(*type, rows, logic ? ++m_logicColumns : ++m_macroColumns[*type == 'D'], x);
+        x += logic ? TileWidth : MacroWidth;
+    }
+    return x;
+}
+
+void Planner::tileColumn(char type, int rows, int column, double x)
 {
     const int height = type == 'L' ? 1 : MacroHeight;
-    for (int row = 0; row < TileRows; row += height) {
+    for (int row = 0; row < rows; row += height) {
         const bool below = row >= TileRows / 2;
         const double y = tileTop(row);
         const std::string place = "R" + std::to_string(row / height + 1) + "C" + std::to_string(column);

@@ -60,11 +60,10 @@ void SceneElements::addPicture(const QGraphicsView* view, ScenePicture* picture)
     m_pictures.emplace_back(view, picture);
 }
 
-void SceneElements::removePicture(const QGraphicsView* view)
+void SceneElements::removePicture(const ScenePicture* picture)
 {
-    m_pictures.erase(
-        std::remove_if(m_pictures.begin(), m_pictures.end(), [view](const auto& entry) { return entry.first == view; }),
-        m_pictures.end());
+    const auto isIt = [picture](const auto& entry) { return entry.second == picture; };
+    m_pictures.erase(std::remove_if(m_pictures.begin(), m_pictures.end(), isIt), m_pictures.end());
 }
 
 ScenePicture* SceneElements::pictureOf(const QGraphicsView* view) const
@@ -79,10 +78,12 @@ std::vector<ScenePicture*> SceneElements::pictures() const
     std::vector<ScenePicture*> pictures;
     const QList<QGraphicsView*> views = m_scene.views();
     for (QGraphicsView* view : views) {
-        if (ScenePicture* picture = pictureOf(view))
-            pictures.push_back(picture);
-        else
+        if (!pictureOf(view))
             view->viewport()->update(); // without a picture it paints item by item
+        for (const auto& [owner, picture] : m_pictures) {
+            if (owner == view)
+                pictures.push_back(picture);
+        }
     }
     return pictures;
 }

@@ -38,10 +38,10 @@ public:
     void suspendForeignItemDetection() { m_foreign.pause(); }
     void resumeForeignItemDetection() { m_foreign.resume(); }
 
-    // These register and remove the picture of a view. Pictures are not owned. A picture is ignored while its view
-    // shows another scene.
+    // These register and remove a picture of a view. The first one is what the view shows. Pictures are not owned. A
+    // picture is ignored while its view shows another scene.
     void addPicture(const QGraphicsView* view, ScenePicture* picture);
-    void removePicture(const QGraphicsView* view);
+    void removePicture(const ScenePicture* picture);
 
     // Returns the visible layers of the scene's first view, or an empty list if that view has no registered picture.
     [[nodiscard]] QList<int>& visibleLayers();

@@ -24,6 +24,23 @@ constexpr int PaintMargin = 2; // pixels that pens and antialiasing reach beyond
 
 } // namespace
 
+ViewCanvas::Scene canvasScene(const QGraphicsView& view, ZelGraphicsScene& scene)
+{
+    const QWidget& viewport = *view.viewport();
+    DrawingController& controller = DrawingController::current();
+    ViewCanvas::Scene look;
+    look.states = {&controller.selectedIds(), &controller.highlightedIds(),
+        controller.isFilterEnable() ? &controller.filteredIds() : nullptr};
+    look.listVersion = scene.elements().displayList().version();
+    look.hints = view.renderHints();
+    look.textPen = viewport.palette().color(viewport.foregroundRole());
+    look.viewFont = viewport.font();
+    look.background = viewport.palette().color(viewport.backgroundRole());
+    look.backgroundBrush
+        = view.backgroundBrush().style() != Qt::NoBrush ? view.backgroundBrush() : scene.backgroundBrush();
+    return look;
+}
+
 ViewPicture::ViewPicture(QGraphicsView& view, ZelGraphicsScene* scene)
     : m_view(view)
     , m_scene(scene)
@@ -35,7 +52,7 @@ ViewPicture::ViewPicture(QGraphicsView& view, ZelGraphicsScene* scene)
 ViewPicture::~ViewPicture()
 {
     if (m_scene)
-        m_scene->elements().removePicture(&m_view);
+        m_scene->elements().removePicture(this);
 }
 
 void ViewPicture::repaintPlaces(const std::vector<int>& places)
@@ -92,7 +109,7 @@ bool ViewPicture::canPaintOn(const QPainter& painter) const
         && background.style() == Qt::SolidPattern;
 }
 
-void ViewPicture::paint(QPainter& painter, const ViewCanvas::Background& drawBackground)
+void ViewPicture::paint(QPainter& painter, const QRegion& exposed, const ViewCanvas::Background& drawBackground)
 {
     DisplayList& list = m_scene->elements().displayList();
     if (!m_canvas)
@@ -102,25 +119,20 @@ void ViewPicture::paint(QPainter& painter, const ViewCanvas::Background& drawBac
     const QTransform device = painter.deviceTransform();
     const qreal ratio = device.m11();
     const QPointF start(device.dx() - std::floor(device.dx()), device.dy() - std::floor(device.dy()));
-    ViewCanvas::Scene scene;
+    ViewCanvas::Scene scene = canvasScene(m_view, *m_scene);
     scene.toPicture = m_view.viewportTransform() * QTransform(ratio, 0, 0, ratio, start.x(), start.y());
     scene.size = QSize(static_cast<int>(std::ceil(start.x() + viewport.width() * ratio)),
         static_cast<int>(std::ceil(start.y() + viewport.height() * ratio)));
     scene.layers = m_scene->getVisibleLayers();
-    DrawingController& controller = DrawingController::current();
-    scene.states = {&controller.selectedIds(), &controller.highlightedIds(),
-        controller.isFilterEnable() ? &controller.filteredIds() : nullptr};
-    scene.listVersion = list.version();
-    scene.hints = m_view.renderHints();
     scene.textPen = painter.pen();
     scene.viewFont = painter.font();
-    scene.background = viewport.palette().color(viewport.backgroundRole());
-    scene.backgroundBrush
-        = m_view.backgroundBrush().style() != Qt::NoBrush ? m_view.backgroundBrush() : m_scene->backgroundBrush();
     scene.drawBackground = drawBackground;
     scene.isScaled = ratio != 1.0 || !start.isNull();
     m_canvas->update(scene);
-    m_canvas->drawOn(painter, -start / ratio, ratio);
+    if (scene.isScaled)
+        m_canvas->drawOn(painter, -start / ratio, ratio);
+    else
+        m_canvas->drawParts(painter, exposed);
     painter.setWorldTransform(m_view.viewportTransform());
 }
 

@@ -14,6 +14,10 @@ namespace mirn::zelchipview {
 
 class ZelGraphicsScene;
 
+// Returns what a picture of the scene in this view looks like at any scale: all of ViewCanvas::Scene but which part it
+// shows, its size, its layers and what lies behind the elements beside plain colours.
+[[nodiscard]] ViewCanvas::Scene canvasScene(const QGraphicsView& view, ZelGraphicsScene& scene);
+
 // One view's painting without Qt's items. It decides whether that is possible, collects what the picture depends on
 // from the view, the scene and the controller, and schedules repaints of what has changed; the pixels themselves are in
 // its ViewCanvas. It also holds the layers that the view shows. The view owns it.
@@ -36,8 +40,9 @@ public:
     // its device is scaled evenly and not rotated, and the viewport has an opaque background of one colour.
     [[nodiscard]] bool canPaintOn(const QPainter& painter) const;
 
-    // Brings the picture up to date and draws it. The painter is left with the scene's transform.
-    void paint(QPainter& painter, const ViewCanvas::Background& drawBackground);
+    // Brings the picture up to date and draws at least the exposed parts of the viewport. The painter is left with the
+    // scene's transform.
+    void paint(QPainter& painter, const QRegion& exposed, const ViewCanvas::Background& drawBackground);
 
 private:
     QGraphicsView& m_view;

@@ -34,11 +34,6 @@ namespace {
 // A rubber band counts only if both sides are longer than this, in scene units; otherwise the gesture was a click.
 constexpr double SmallestBand = 2.0;
 
-// Prevents rounding error from counting a whole number of steps one short.
-constexpr double StepTolerance = 1e-9;
-
-constexpr double LargestCount = 1e9; // zoom steps
-
 DrawingController& controller()
 {
     return DrawingController::current();
@@ -131,12 +126,7 @@ void ZelGraphicsView::zoomFit()
 
 int ZelGraphicsView::getScaleTimes() const
 {
-    const double step = m_parts->scene ? m_parts->scene->globalParameter().scaleStep : 0.0;
-    const double m11 = transform().m11();
-    if (!(step > 0) || !(m11 > 0))
-        return 0;
-    const double times = std::clamp(std::log(m11) / std::log(1 + step), -LargestCount, LargestCount);
-    return times < 0 ? -static_cast<int>(-times + StepTolerance) : static_cast<int>(times + StepTolerance);
+    return m_parts->scene ? wholeZoomSteps(transform().m11(), m_parts->scene->globalParameter().scaleStep) : 0;
 }
 
 void ZelGraphicsView::zoomTo(QList<QGraphicsItem*>* items)
@@ -345,7 +335,8 @@ void ZelGraphicsView::paintEvent(QPaintEvent* event)
     elements.synchroniseShown();
     QPainter painter(viewport());
     if (m_parts->picture.canPaintOn(painter)) {
-        m_parts->picture.paint(painter, [this](QPainter& on, const QRectF& area) { drawBackground(&on, area); });
+        m_parts->picture.paint(
+            painter, event->region(), [this](QPainter& on, const QRectF& area) { drawBackground(&on, area); });
         drawForeground(&painter, mapToScene(viewport()->rect()).boundingRect());
         paintLayers(painter, event->rect());
         return;

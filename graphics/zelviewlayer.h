@@ -5,12 +5,12 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QWidget> // view() asks the pointer to it
 
 class QGraphicsView;
 class QPainter;
 class QRect;
 class QRectF;
-class QWidget;
 
 namespace mirn::zelchipview {
 

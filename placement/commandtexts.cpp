@@ -17,6 +17,11 @@ QString place(const QString& resource, const QString& site)
     return command(" place -rsc ", resource) + QStringLiteral(" -id ") + site;
 }
 
+QString swap(const QString& resource, const QString& other)
+{
+    return command(" swap -rsc ", resource) + QStringLiteral(" -with {") + other + QLatin1Char('}');
+}
+
 QString reset(const QString& resource)
 {
     return command(" reset -ip ", resource);

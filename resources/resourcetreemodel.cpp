@@ -176,6 +176,7 @@ QTreeWidgetItem* ResourceTreeModel::newItem(const zeltreeviewcell& cell, QTreeWi
     const std::string engineName = toEngineText(resourceName);
     const QString summary = m_engine ? fromEngineText(m_engine->getResourceSummary(&engineName)) : QString();
     item->setToolTip(0, summary);
+    item->setData(0, Qt::AccessibleDescriptionRole, summary);
     if (!parent && !summary.isEmpty())
         item->setText(0, item->text(0) + QStringLiteral(" (") + summary + QLatin1Char(')'));
     keepId(resourceName, cell);

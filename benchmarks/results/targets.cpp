@@ -39,6 +39,15 @@ const std::vector<Target>& targets()
         {"  the same, many states, at fit", "pictures", "states at fit", "", Unit::Count, 0, 0},
         {"  the same, many states, at 4x", "pictures", "states at 4x", "", Unit::Count, 0, 0},
         {"  the same, many states, at 30x", "pictures", "states at 30x", "", Unit::Count, 0, 0},
+        {"full repaint at fit, planning aids off / without", "full repaint, aids off", "", "plain full repaint",
+            Unit::Ratio, 1.02, 1.02},
+        {"full repaint at fit, names that have no room / without", "full repaint, names without room", "",
+            "plain full repaint", Unit::Ratio, 1.02, 1.02},
+        {"pan with as many connections / without", "pan, all connections", "", "plain pan", Unit::Ratio, 1.2, 1.2},
+        {"click with as many connections / without", "click, all connections", "", "plain click", Unit::Ratio, 1.2,
+            1.2},
+        {"full repaint with as many connections", "full repaint, all connections", "", "", Unit::Seconds, 0.15, 1.5},
+        {"10,000 candidates appear", "candidates", "", "", Unit::Seconds, 0.05, 0.05},
         {"paint events while idle for half a second", "rest", "idle paints", "", Unit::Count, 0, 0},
     };
     return all;

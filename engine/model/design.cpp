@@ -54,6 +54,7 @@ void Design::remove(int resource)
         if (at(index).fixed && at(index).site >= 0)
             m_fixedSites.insert(index, at(index).site);
         setSite(index, -1);
+        setLocked(index, false);
         m_configured.remove(index);
         m_byPath.remove(at(index).path);
     }

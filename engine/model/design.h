@@ -20,10 +20,13 @@ struct Resource
     int parent = -1; // index of a resource; -1 at the top level
     std::vector<int> children;
     int site = -1; // id of the site it is placed on; -1 if none
-    bool fixed = false; // its placement cannot be changed
+    bool fixed = false; // the design file keeps it on its site, and nobody can change that
+    bool locked = false; // it stays on its site until somebody unlocks it; only what is placed and not fixed is locked
     QString voltage; // supplies only; empty if any voltage will do
     QHash<QString, QString> parameters; // by key, if the design file sets them
     std::vector<int> feeds; // the IPs that a clock source serves in addition to the one it is part of
+
+    [[nodiscard]] bool isHeld() const { return fixed || locked; }
 };
 
 // The design: a tree of resources and their placements. It has value semantics, so a copy remembers a state. It keeps
@@ -40,10 +43,11 @@ public:
     // sibling has the same name.
     int add(int parent, Resource resource);
     void addFeed(int clock, int ip);
-    // Removes a resource and its subtree and frees their sites. restore() undoes it.
+    // Removes a resource and its subtree, frees their sites and takes off their locks. restore() undoes it.
     void remove(int resource);
     // Restores a resource for which remove() was called. Fixed parts return to their sites, all others stay unplaced,
-    // and parts that had been removed before stay removed. The parent must exist and these sites must be free.
+    // also those that were locked, and parts that had been removed before stay removed. The parent must exist and these
+    // sites must be free.
     void restore(int resource);
     // The paths for which remove() was called and restore() has not been called since, in ascending order. Both a
     // resource and its parent may be among them.
@@ -68,6 +72,7 @@ public:
     // Places the resource on a free site; -1 takes it off its site.
     void setSite(int resource, int site);
     void setFixed(int resource, bool fixed) { at(resource).fixed = fixed; }
+    void setLocked(int resource, bool locked) { at(resource).locked = locked; }
 
     // The value in force; the resource's type must have this parameter.
     [[nodiscard]] QString parameter(int resource, const QString& key) const;

@@ -20,8 +20,11 @@ bool Device::addSite(Site site)
     const int index = static_cast<int>(m_sites.size());
     m_byId.insert(site.id, index);
     m_byName.insert(site.name, index);
-    if (!site.group.isEmpty())
-        m_groups[site.group].push_back(index);
+    if (!site.group.isEmpty()) {
+        Group& group = m_groups[site.group];
+        group.sites.push_back(index);
+        group.neighbours += site.neighbours;
+    }
     m_sites.push_back(std::move(site));
     return true;
 }
@@ -61,10 +64,16 @@ std::vector<const Site*> Device::sitesOfGroup(const QString& group) const
     std::vector<const Site*> result;
     const auto it = m_groups.constFind(group);
     if (it != m_groups.constEnd()) {
-        for (int index : *it)
+        for (int index : it->sites)
             result.push_back(&m_sites[static_cast<std::size_t>(index)]);
     }
     return result;
+}
+
+QStringList Device::neighboursOf(const QString& group) const
+{
+    const auto it = m_groups.constFind(group);
+    return it == m_groups.constEnd() ? QStringList() : it->neighbours;
 }
 
 std::vector<const Site*> Device::sitesAccepting(ResourceType type) const

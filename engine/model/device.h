@@ -82,8 +82,16 @@ public:
     // Both return the sites in the order of the file.
     [[nodiscard]] std::vector<const Site*> sitesOfGroup(const QString& group) const;
     [[nodiscard]] std::vector<const Site*> sitesAccepting(ResourceType type) const;
+    // The groups that the sites of a group name as their neighbours; one may be there more than once.
+    [[nodiscard]] QStringList neighboursOf(const QString& group) const;
 
 private:
+    struct Group
+    {
+        std::vector<int> sites; // indices into m_sites
+        QStringList neighbours;
+    };
+
     QString m_name;
     QString m_drawingFile;
     QString m_filterFile;
@@ -91,9 +99,9 @@ private:
     QString m_filterError;
     std::vector<SiteKind> m_kinds;
     std::vector<Site> m_sites;
-    QHash<int, int> m_byId; // indices into m_sites, here and in the next two
+    QHash<int, int> m_byId; // indices into m_sites, here and in the next
     QHash<QString, int> m_byName;
-    QHash<QString, std::vector<int>> m_groups;
+    QHash<QString, Group> m_groups;
 };
 
 } // namespace mirn::zelengine

@@ -18,6 +18,12 @@ enum class ResourceType {
     Uvccio = 4,
 };
 
+// Folders only hold others, and an IP is placed by its channels.
+[[nodiscard]] constexpr bool hasOwnSite(ResourceType type)
+{
+    return type != ResourceType::Folder && type != ResourceType::Ip;
+}
+
 // The names used in files, in the order of the codes.
 [[nodiscard]] const QStringList& resourceTypeNames();
 

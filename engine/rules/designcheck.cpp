@@ -30,12 +30,6 @@ QString shortageOf(ResourceType type, const Device& device, const Design& design
         : QStringLiteral(", and all sites for resources of type %1 are occupied").arg(resourceTypeName(type));
 }
 
-// An IP is placed by its channels, so it has no site of its own.
-bool hasSiteOfItsOwn(ResourceType type)
-{
-    return type != ResourceType::Folder && type != ResourceType::Ip;
-}
-
 } // namespace
 
 DesignCheck::DesignCheck(const Device& device, const Design& design, const SettingStore& settings)
@@ -62,7 +56,7 @@ void DesignCheck::findBrokenRules(std::vector<Problem>& problems) const
     for (int index : m_design.all()) {
         const Resource& resource = m_design.resource(index);
         const Refusal refusal
-            = hasSiteOfItsOwn(resource.type) && resource.site >= 0 ? rules.refusalOfPresent(index) : Refusal();
+            = hasOwnSite(resource.type) && resource.site >= 0 ? rules.refusalOfPresent(index) : Refusal();
         const int other = refusal.other();
         if (refusal.isEmpty() || pairs.contains({other, index}))
             continue;
@@ -83,15 +77,12 @@ void DesignCheck::findSitesOutOfUse(std::vector<Problem>& problems) const
 {
     for (int index : m_design.all()) {
         const Resource& resource = m_design.resource(index);
-        const Site* site = m_device.site(resource.site);
-        const QString setting = site ? m_settings.disablingSetting(*site) : QString();
-        if (setting.isEmpty())
+        const QString sentence = m_settings.outOfUse(resource);
+        if (sentence.isEmpty())
             continue;
-        Problem problem{Problem::Severity::Error,
-            QStringLiteral("%1 is on %2, which is out of use because %3").arg(resource.path, site->name, setting),
-            {resource.path}, {site->id}};
-        const Site* carrier = m_settings.carrier(site->id);
-        if (carrier && carrier != site)
+        Problem problem{Problem::Severity::Error, sentence, {resource.path}, {resource.site}};
+        const Site* carrier = m_settings.carrier(resource.site);
+        if (carrier && carrier->id != resource.site)
             problem.sites.push_back(carrier->id);
         problems.push_back(std::move(problem));
     }
@@ -111,7 +102,7 @@ void DesignCheck::findUnplaced(std::vector<Problem>& problems) const
     QMap<ResourceType, QString> shortages;
     for (int index : m_design.all()) {
         const Resource& resource = m_design.resource(index);
-        if (!hasSiteOfItsOwn(resource.type) || resource.site >= 0)
+        if (!hasOwnSite(resource.type) || resource.site >= 0)
             continue;
         if (!shortages.contains(resource.type))
             shortages.insert(resource.type, shortageOf(resource.type, m_device, m_design));

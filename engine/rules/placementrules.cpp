@@ -3,6 +3,7 @@
 
 #include "engine/model/design.h"
 #include "engine/model/device.h"
+#include "engine/rules/lockrules.h"
 
 #include <algorithm>
 #include <utility>
@@ -23,9 +24,10 @@ Proposal refused(Refusal refusal)
 
 } // namespace
 
-PlacementRules::PlacementRules(const Device& device, const Design& design)
+PlacementRules::PlacementRules(const Device& device, const Design& design, Rules inForce)
     : m_device(device)
     , m_design(design)
+    , m_inForce(inForce)
 { }
 
 Proposal PlacementRules::propose(int index, int siteId) const
@@ -34,7 +36,7 @@ Proposal PlacementRules::propose(int index, int siteId) const
     if (!site)
         return refused(QStringLiteral("there is no site %1").arg(siteId));
     const Resource& resource = m_design.resource(index);
-    Refusal refusal = refusalBySite(resource, *site);
+    Refusal refusal = refusalBySite(index, *site);
     if (!refusal.isEmpty())
         return refused(std::move(refusal));
     if (resource.type == ResourceType::Ip)
@@ -80,8 +82,10 @@ Refusal PlacementRules::refusalToMove(const std::vector<Placement>& moves) const
     Design after = m_design;
     for (const Placement& move : moves) {
         const Resource& resource = m_design.resource(move.resource);
-        if (resource.fixed)
-            return QStringLiteral("%1 is fixed on %2").arg(resource.path, m_device.site(resource.site)->name);
+        if (m_design.find(resource.path) != move.resource) // its index is still valid
+            return QStringLiteral("%1 was removed").arg(resource.path);
+        if (resource.isHeld())
+            return lockrules::refusalToLeave(m_device, resource);
         after.setSite(move.resource, -1);
     }
     const PlacementRules rules(m_device, after);
@@ -94,32 +98,53 @@ Refusal PlacementRules::refusalToMove(const std::vector<Placement>& moves) const
     return {};
 }
 
+Proposal PlacementRules::proposeSwap(int resource, int other) const
+{
+    if (resource == other)
+        return refused(QStringLiteral("%1 cannot swap with itself").arg(m_design.resource(resource).path));
+    for (int index : {resource, other}) {
+        if (m_design.resource(index).site < 0)
+            return refused(QStringLiteral("%1 is not placed").arg(m_design.resource(index).path));
+    }
+    Proposal proposal{{{resource, m_design.resource(other).site}, {other, m_design.resource(resource).site}}, {}};
+    proposal.refusal = refusalToMove(proposal.placements);
+    return proposal;
+}
+
 Proposal PlacementRules::proposeReset(int resource) const
 {
     Proposal proposal;
-    int fixed = -1;
+    int held = -1;
     for (int index : m_design.subtree(resource)) {
         const Resource& part = m_design.resource(index);
-        if (part.fixed)
-            fixed = index;
-        else if (part.site >= 0)
+        if (part.site >= 0 && !part.isHeld())
             proposal.placements.push_back({index, -1});
+        else if (part.locked || (part.fixed && held < 0)) // a lock is told first, because it can be taken off
+            held = index;
     }
     if (!proposal.placements.empty())
         return proposal;
-    if (fixed < 0)
-        return refused(QStringLiteral("%1 is not placed").arg(m_design.resource(resource).path));
-    return refused(QStringLiteral("%1 is fixed on %2")
-                       .arg(m_design.resource(fixed).path, m_device.site(m_design.resource(fixed).site)->name));
+    return refused(held < 0 ? QStringLiteral("%1 is not placed").arg(m_design.resource(resource).path)
+                            : lockrules::refusalToLeave(m_device, m_design.resource(held)));
+}
+
+Refusal PlacementRules::refusalToPlace(int index) const
+{
+    const Resource& resource = m_design.resource(index);
+    if (resource.isHeld())
+        return lockrules::refusalToLeave(m_device, resource);
+    if (resource.type == ResourceType::Folder)
+        return QStringLiteral("%1 only groups others and cannot be placed itself").arg(resource.path);
+    return {};
 }
 
 // Applies the rules that hold for every type of resource.
-Refusal PlacementRules::refusalBySite(const Resource& resource, const Site& site) const
+Refusal PlacementRules::refusalBySite(int index, const Site& site) const
 {
-    if (resource.fixed)
-        return QStringLiteral("%1 is fixed on %2").arg(resource.path, m_device.site(resource.site)->name);
-    if (resource.type == ResourceType::Folder)
-        return QStringLiteral("%1 only groups others and cannot be placed itself").arg(resource.path);
+    Refusal refusal = refusalToPlace(index);
+    if (!refusal.isEmpty())
+        return refusal;
+    const Resource& resource = m_design.resource(index);
     if (!m_device.accepts(site, resource.type))
         return QStringLiteral("%1 (%2) does not take resources of type %3")
             .arg(site.name, m_device.kindOf(site).title, resourceTypeName(resource.type));
@@ -137,53 +162,84 @@ Refusal PlacementRules::refusalByChannels(int channel, const Site& site) const
     if (ip < 0)
         return {};
     for (int other : m_design.partsOf(ip, ResourceType::DcuChannel)) {
-        const Site* otherSite = m_device.site(m_design.resource(other).site);
-        if (other == channel || !otherSite || areNeighbours(otherSite->group, site.group))
-            continue;
-        return {QStringLiteral("%1 is in %2, which is not next to %3")
-                    .arg(m_design.resource(other).path, otherSite->group, site.group),
-            other};
+        Refusal refusal = other == channel || !m_inForce.testFlag(ChannelsTogether)
+            ? Refusal()
+            : refusalByChannel(other, site.group);
+        if (!refusal.isEmpty())
+            return refusal;
     }
     return refusalByClocks(ip, site.group);
+}
+
+// Checks that a channel of the IP does not forbid another one in the unit.
+Refusal PlacementRules::refusalByChannel(int channel, const QString& unit) const
+{
+    const Site* site = m_device.site(m_design.resource(channel).site);
+    if (!site || areNeighbours(site->group, unit))
+        return {};
+    return {
+        QStringLiteral("%1 is in %2, which is not next to %3").arg(m_design.resource(channel).path, site->group, unit),
+        channel};
 }
 
 Refusal PlacementRules::refusalByServedUnits(int clock, const Site& site) const
 {
     const bool isInUnit = !site.group.isEmpty() && !site.reaches.isEmpty();
-    if (isInUnit && !m_design.isFeeder(clock))
+    if (isInUnit && !m_design.isFeeder(clock) && m_inForce.testFlag(NoIdleClocks))
         return QStringLiteral("%1 serves only %2, where %3 feeds nothing")
             .arg(site.name, site.group, m_design.resource(clock).path);
-    const std::vector<int> ips = m_design.fedBy(clock);
+    const std::vector<int> ips = m_inForce.testFlag(Reach) ? m_design.fedBy(clock) : std::vector<int>();
     if (site.reaches.isEmpty() && !ips.empty())
-        return QStringLiteral("%1 reaches no SerDes unit, but %2 feeds %3")
-            .arg(site.name, m_design.resource(clock).path, m_design.resource(ips.front()).path);
+        return refusalToServe(clock, ips.front(), site);
     for (int ip : ips) {
         for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
-            const Site* channelSite = m_device.site(m_design.resource(channel).site);
-            if (channelSite && !site.reaches.contains(channelSite->group))
-                return {QStringLiteral("%1 does not reach %2, where %3 is")
-                            .arg(site.name, channelSite->group, m_design.resource(channel).path),
-                    channel};
+            Refusal refusal = refusalByServedChannel(channel, site);
+            if (!refusal.isEmpty())
+                return refusal;
         }
     }
     return {};
 }
 
+Refusal PlacementRules::refusalToServe(int clock, int ip, const Site& site) const
+{
+    return QStringLiteral("%1 reaches no SerDes unit, but %2 feeds %3")
+        .arg(site.name, m_design.resource(clock).path, m_design.resource(ip).path);
+}
+
+Refusal PlacementRules::refusalByServedChannel(int channel, const Site& clockSite) const
+{
+    const Site* site = m_device.site(m_design.resource(channel).site);
+    if (!site || clockSite.reaches.contains(site->group))
+        return {};
+    return {QStringLiteral("%1 does not reach %2, where %3 is")
+                .arg(clockSite.name, site->group, m_design.resource(channel).path),
+        channel};
+}
+
 Refusal PlacementRules::refusalBySupplies(const Resource& supply, const Site& site) const
 {
-    if (supply.voltage.isEmpty() || site.group.isEmpty())
+    if (supply.voltage.isEmpty() || site.group.isEmpty() || !m_inForce.testFlag(Voltages))
         return {};
     for (const Site* other : m_device.sitesOfGroup(site.group)) {
         const int occupant = m_design.occupant(other->id);
         if (occupant < 0 || m_design.resource(occupant).path == supply.path)
             continue;
-        const Resource& present = m_design.resource(occupant);
-        if (!present.voltage.isEmpty() && present.voltage != supply.voltage)
-            return {QStringLiteral("%1 needs %2, but %3 gives %4 to %5")
-                        .arg(supply.path, supply.voltage, present.path, present.voltage, site.group),
-                occupant};
+        Refusal refusal = refusalBySupply(occupant, supply, site.group);
+        if (!refusal.isEmpty())
+            return refusal;
     }
     return {};
+}
+
+Refusal PlacementRules::refusalBySupply(int present, const Resource& supply, const QString& bank) const
+{
+    const Resource& other = m_design.resource(present);
+    if (other.voltage.isEmpty() || supply.voltage.isEmpty() || other.voltage == supply.voltage)
+        return {};
+    return {QStringLiteral("%1 needs %2, but %3 gives %4 to %5")
+                .arg(supply.path, supply.voltage, other.path, other.voltage, bank),
+        present};
 }
 
 // Checks that all placed clock sources reach the unit in which a channel of the IP would be placed.
@@ -191,7 +247,7 @@ Refusal PlacementRules::refusalByClocks(int ip, const QString& unit) const
 {
     for (int clock : m_design.clocksOf(ip)) {
         const Site* site = m_device.site(m_design.resource(clock).site);
-        if (site && !site->reaches.contains(unit))
+        if (site && m_inForce.testFlag(Reach) && !site->reaches.contains(unit))
             return {QStringLiteral("%1 on %2 does not reach %3").arg(m_design.resource(clock).path, site->name, unit),
                 clock};
     }
@@ -201,19 +257,7 @@ Refusal PlacementRules::refusalByClocks(int ip, const QString& unit) const
 // The device file may name the neighbour on either side, because the order of placing must not matter.
 bool PlacementRules::areNeighbours(const QString& unit, const QString& other) const
 {
-    const auto isNamed = [this](const QString& name, const QString& by) {
-        const std::vector<QString> neighbours = neighboursOf(by);
-        return std::find(neighbours.begin(), neighbours.end(), name) != neighbours.end();
-    };
-    return unit == other || isNamed(unit, other) || isNamed(other, unit);
-}
-
-std::vector<QString> PlacementRules::neighboursOf(const QString& unit) const
-{
-    std::vector<QString> result;
-    for (const Site* site : m_device.sitesOfGroup(unit))
-        result.insert(result.end(), site->neighbours.begin(), site->neighbours.end());
-    return result;
+    return unit == other || m_device.neighboursOf(unit).contains(other) || m_device.neighboursOf(other).contains(unit);
 }
 
 bool PlacementRules::isInForce(const Proposal& proposal) const
@@ -261,15 +305,43 @@ Refusal PlacementRules::refusalOfPresent(int top) const
     return {};
 }
 
+Refusal PlacementRules::refusalOfPair(int index, int other) const
+{
+    const Resource& resource = m_design.resource(index);
+    const Site* site = m_device.site(resource.site);
+    if (!site)
+        return {};
+    switch (resource.type) {
+    case ResourceType::DcuChannel:
+        return refusalByChannel(other, site->group);
+    case ResourceType::ExtRef:
+    case ResourceType::Pll:
+        return site->reaches.isEmpty() ? refusalToServe(index, m_design.ipOf(other), *site)
+                                       : refusalByServedChannel(other, *site);
+    case ResourceType::Uvccio:
+        return m_design.resource(other).site < 0 ? Refusal() : refusalBySupply(other, resource, site->group);
+    case ResourceType::Ip:
+    case ResourceType::Folder:
+        break;
+    }
+    return {};
+}
+
 // Uses the unit alone if all channels fit into it, else together with the first neighbour for which they fit.
 Proposal PlacementRules::proposeIp(int ip, const Site& site) const
 {
     std::vector<int> channels;
+    Refusal refusalByLock;
     for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
-        if (!m_design.resource(channel).fixed)
+        const Resource& part = m_design.resource(channel);
+        if (!part.isHeld())
             channels.push_back(channel);
+        else if (part.locked)
+            refusalByLock = lockrules::refusalToLeave(m_device, part);
     }
     const QString& path = m_design.resource(ip).path;
+    if (channels.empty() && !refusalByLock.isEmpty())
+        return refused(std::move(refusalByLock));
     if (channels.empty())
         return refused(QStringLiteral("%1 has no channel that could be moved").arg(path));
     if (site.group.isEmpty())
@@ -278,7 +350,7 @@ Proposal PlacementRules::proposeIp(int ip, const Site& site) const
     Proposal proposal = fillUnits(ip, channels, {site.group});
     if (proposal.isAllowed())
         return isInForce(proposal) ? refused(QStringLiteral("%1 is already on %2").arg(path, site.name)) : proposal;
-    for (const QString& neighbour : neighboursOf(site.group)) {
+    for (const QString& neighbour : m_device.neighboursOf(site.group)) {
         Proposal wider = fillUnits(ip, channels, {site.group, neighbour});
         if (wider.isAllowed())
             return isInForce(wider) ? refused(QStringLiteral("%1 is already on %2").arg(path, site.name)) : wider;
@@ -315,13 +387,15 @@ Proposal PlacementRules::fillUnits(int ip, const std::vector<int>& channels, con
                                                     : QStringLiteral("%1 are").arg(proposal.placements.size()),
                     units.size() == 1 ? units.front() : units.front() + QStringLiteral(" and ") + units.back()));
     for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel)) {
-        const Site* fixed = m_device.site(m_design.resource(channel).site);
-        if (!m_design.resource(channel).fixed || !fixed)
+        const Resource& part = m_design.resource(channel);
+        const Site* kept = m_device.site(part.site);
+        if (!part.isHeld() || !kept)
             continue;
+        const QString sentence = part.fixed ? QStringLiteral("%1 is fixed in %2, which is not next to %3")
+                                            : QStringLiteral("%1 is locked in %2, which is not next to %3");
         for (const QString& unit : units) {
-            if (!areNeighbours(fixed->group, unit))
-                return refused(QStringLiteral("%1 is fixed in %2, which is not next to %3")
-                                   .arg(m_design.resource(channel).path, fixed->group, unit));
+            if (!areNeighbours(kept->group, unit))
+                return refused(sentence.arg(part.path, kept->group, unit));
         }
     }
     return proposal;

@@ -3,6 +3,7 @@
 
 #include "engine/rules/refusal.h"
 
+#include <QFlags>
 #include <QString>
 
 #include <vector>
@@ -33,18 +34,33 @@ struct Proposal
 // and of a kind that accepts the resource. The channels of one IP share one unit or neighbouring ones. A clock source
 // must reach every unit in which a channel that it serves is placed. The supplies of one bank have one voltage. An IP
 // is placed on a unit by placing its channels there, and in one neighbouring unit if that unit is too small.
+// What is fixed or locked stays on its site.
 //
 // A state is legal if every placement in it is allowed. Every part of a legal state is legal, because no rule requires
-// that something is placed or exists. Therefore resets and removals are never refused, only placements and
-// restorations; and the placements of a legal state can be made in any order. Placement files rely on both: they hold
-// the removals, then the placements. A rule that breaks this loses saved work.
+// that something is placed or exists. Therefore resets and removals of what is not held on its site are never refused,
+// only placements and restorations; and the placements of a legal state can be made in any order. Placement files rely
+// on both: they hold the removals, then the placements, then the locks. A rule that breaks this loses saved work.
 class PlacementRules
 {
 public:
+    // The rules that concern two resources, or a resource and what it feeds. Whoever asks what stands against a
+    // placement leaves some of them out.
+    enum Rule : unsigned {
+        ChannelsTogether = 1, // the channels of one IP
+        Reach = 2, // clock sources and the units that they serve
+        NoIdleClocks = 4, // a clock site inside a unit takes no source that feeds nothing
+        Voltages = 8, // of the supplies of one bank
+        AllRules = 15,
+    };
+    Q_DECLARE_FLAGS(Rules, Rule)
+
     // Both must outlive the rules.
-    PlacementRules(const Device& device, const Design& design);
+    PlacementRules(const Device& device, const Design& design, Rules inForce = AllRules);
 
     [[nodiscard]] Proposal propose(int resource, int siteId) const;
+
+    // Why propose() objects to every site, whichever it is.
+    [[nodiscard]] Refusal refusalToPlace(int resource) const;
 
     // The ids of all sites for which propose() has no objection.
     [[nodiscard]] std::vector<int> sitesFor(int resource) const;
@@ -53,8 +69,11 @@ public:
     // no site (-1), what the rules say of the state that follows. An IP takes part by its channels.
     [[nodiscard]] Refusal refusalToMove(const std::vector<Placement>& moves) const;
 
-    // The placements that a reset would remove: the resource and everything below it, as far as it is placed and not
-    // fixed.
+    // The exchange of the sites of two placed resources.
+    [[nodiscard]] Proposal proposeSwap(int resource, int other) const;
+
+    // The placements that a reset would remove: the resource and everything below it, as far as it is placed and
+    // neither fixed nor locked.
     [[nodiscard]] Proposal proposeReset(int resource) const;
 
     // Why Design::restore() of this path is not possible: the resource is not removed, its parent is, one of its fixed
@@ -63,16 +82,23 @@ public:
     // Why the present placements of a resource and of everything below it, or of the clock sources that feed an IP
     // among them, are illegal; empty if they are legal.
     [[nodiscard]] Refusal refusalOfPresent(int resource) const;
+    // Why the present sites of two resources exclude each other: two channels of one IP, a clock source and a channel
+    // that it serves, or two supplies. Empty if they do not, or if one has no site; but a clock source on a site that
+    // reaches no unit is wrong wherever the channel will be.
+    [[nodiscard]] Refusal refusalOfPair(int resource, int other) const;
 
 private:
     [[nodiscard]] Refusal refusalByType(int resource, const Site& site) const;
-    [[nodiscard]] Refusal refusalBySite(const Resource& resource, const Site& site) const;
+    [[nodiscard]] Refusal refusalBySite(int index, const Site& site) const;
     [[nodiscard]] Refusal refusalByChannels(int channel, const Site& site) const;
     [[nodiscard]] Refusal refusalByServedUnits(int clock, const Site& site) const;
     [[nodiscard]] Refusal refusalBySupplies(const Resource& supply, const Site& site) const;
     [[nodiscard]] Refusal refusalByClocks(int ip, const QString& unit) const;
+    [[nodiscard]] Refusal refusalByChannel(int channel, const QString& unit) const;
+    [[nodiscard]] Refusal refusalToServe(int clock, int ip, const Site& site) const;
+    [[nodiscard]] Refusal refusalByServedChannel(int channel, const Site& clockSite) const;
+    [[nodiscard]] Refusal refusalBySupply(int present, const Resource& supply, const QString& bank) const;
     [[nodiscard]] bool areNeighbours(const QString& unit, const QString& other) const;
-    [[nodiscard]] std::vector<QString> neighboursOf(const QString& unit) const;
 
     [[nodiscard]] bool isInForce(const Proposal& proposal) const;
     [[nodiscard]] Proposal proposeIp(int ip, const Site& site) const;
@@ -80,6 +106,7 @@ private:
 
     const Device& m_device;
     const Design& m_design;
+    const Rules m_inForce;
 };
 
 } // namespace mirn::zelengine

@@ -2,6 +2,7 @@
 #include "engine/rules/settingstore.h"
 
 #include "engine/input/jsonnode.h"
+#include "engine/model/design.h"
 #include "engine/model/device.h"
 #include "platform/contract/zeltext.h"
 
@@ -81,6 +82,9 @@ SettingStore::Proposal SettingStore::propose(int siteId, const QString& key, con
         return {site->id, {},
             QStringLiteral("%1 has no setting \"%2\", expected %3").arg(site->name, key, quotedAlternatives(keys))};
     }
+    // A dialog writes what it shows, also where that contradicts itself, and must not switch another key by it.
+    if (value == valueOf(*site, *setting) && brokenCoupling(*site, *setting))
+        return {site->id, m_changes.value(site->id), {}};
     const SiteSetting* coupled = coupledSettingOf(*site, key, value);
     // The value of a fresh device can always be restored, even if it is empty.
     if (!coupled && value != setting->value && !setting->choices.contains(value))
@@ -136,6 +140,15 @@ QString SettingStore::disablingSetting(const Site& site) const
     return {};
 }
 
+QString SettingStore::outOfUse(const Resource& resource) const
+{
+    const Site* site = m_device.site(resource.site);
+    const QString setting = site ? disablingSetting(*site) : QString();
+    return setting.isEmpty()
+        ? QString()
+        : QStringLiteral("%1 is on %2, which is out of use because %3").arg(resource.path, site->name, setting);
+}
+
 QStringList SettingStore::contradictions(const Site& site) const
 {
     QStringList sentences;
@@ -155,7 +168,7 @@ const SiteSetting* SettingStore::brokenCoupling(const Site& site, const SiteSett
 {
     const QString inForce = valueOf(site, setting);
     const SiteSetting* broken = nullptr;
-    if (inForce == setting.value || setting.choices.contains(inForce))
+    if (setting.choices.contains(inForce))
         return broken;
     for (const SiteSetting& coupled : site.settings) {
         if (!isCoupled(coupled) || !coupled.key.split(QLatin1Char(':')).contains(setting.key))

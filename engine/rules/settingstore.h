@@ -14,6 +14,7 @@
 namespace mirn::zelengine {
 
 class Device;
+struct Resource;
 struct Site;
 struct SiteSetting;
 
@@ -54,9 +55,11 @@ public:
 
     // The setting that puts a site out of use, as "KEY is VALUE"; empty if there is none.
     [[nodiscard]] QString disablingSetting(const Site& site) const;
+    // Says that a resource is on a site that a setting puts out of use; empty if it is not.
+    [[nodiscard]] QString outOfUse(const Resource& resource) const;
 
     // One sentence for each setting of a site that has a value which is offered for several keys together only, but is
-    // not in force for all of them. propose() never causes that, setChanges() may.
+    // not in force for all of them. propose() causes that only by going back to a fresh device that has it.
     [[nodiscard]] QStringList contradictions(const Site& carrier) const;
 
     [[nodiscard]] const SettingChanges& changes() const { return m_changes; }

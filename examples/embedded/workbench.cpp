@@ -5,7 +5,16 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "commands.h"
 #include "engine/referenceengine.h"
+#include "graphics/zelgraphicsscene.h"
+#include "graphics/zelgraphicsview.h"
+#include "planning/dragreason.h"
+#include "planning/dragwatch.h"
+#include "planning/overviewmap.h"
+#include "planning/placeon.h"
+#include "planning/planaids.h"
+#include "planning/pointernote.h"
 #include "platform/contract/zeltext.h"
+#include "resources/zeltree.h"
 
 #include <QAction>
 #include <QDockWidget>
@@ -15,6 +24,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
+#include <QTreeWidget>
 
 #include <utility>
 
@@ -25,11 +35,13 @@ Workbench::Workbench(std::unique_ptr<ReferenceEngine> engine)
     : m_engine(std::move(engine))
     , m_unplaced(new QListWidget(this))
     , m_log(new QPlainTextEdit(this))
+    , m_tools(addToolBar(QStringLiteral("Floorplan")))
 {
     setWindowTitle(QStringLiteral("Workbench"));
     addTabs();
     addDocks();
     addTools();
+    addPlanningAids();
     refresh();
 }
 
@@ -49,6 +61,8 @@ void Workbench::addTabs()
     connect(m_chipView.get(), &ZelChipGUI::sigRunTclCmd, this, &Workbench::answer);
     m_chipView->initGrahpicView();
     tabs->addTab(m_chipView.get(), QStringLiteral("Floorplan"));
+    auto* drawing = qobject_cast<ZelGraphicsView*>(m_chipView->centralWidget());
+    m_aids = new PlanAids(drawing, m_chipView->findChild<QTreeWidget*>(), *m_engine); // owned by the drawing's view
 
     auto* source = new QPlainTextEdit(tabs);
     QFile file(m_engine->project().designFile);
@@ -74,15 +88,37 @@ void Workbench::addDocks()
 // The view's own actions have no icons; a host sets those of its program.
 void Workbench::addTools()
 {
-    QToolBar* tools = addToolBar(QStringLiteral("Floorplan"));
     const QMap<int, QAction*>& actions = *m_chipView->getActions();
     for (const int id : {ACTION_SELECT, ACTION_PAN, ACTION_ZOOM, ACTION_FILTER})
-        tools->addAction(actions.value(id));
-    tools->addSeparator();
+        m_tools->addAction(actions.value(id));
+    m_tools->addSeparator();
     ZelChipGUI* const view = m_chipView.get();
-    connect(tools->addAction(QStringLiteral("Zoom In")), &QAction::triggered, view, [view] { view->zoomIn(); });
-    connect(tools->addAction(QStringLiteral("Zoom Out")), &QAction::triggered, view, [view] { view->zoomOut(); });
-    connect(tools->addAction(QStringLiteral("Reset Zoom")), &QAction::triggered, view, [view] { view->zoomFit(); });
+    connect(m_tools->addAction(QStringLiteral("Zoom In")), &QAction::triggered, view, [view] { view->zoomIn(); });
+    connect(m_tools->addAction(QStringLiteral("Zoom Out")), &QAction::triggered, view, [view] { view->zoomOut(); });
+    connect(m_tools->addAction(QStringLiteral("Reset Zoom")), &QAction::triggered, view, [view] { view->zoomFit(); });
+}
+
+// Everything here is a child of the view or of this window, and asks the engine by itself.
+void Workbench::addPlanningAids()
+{
+    ZELChipViewDatabase* const database = ZELChipViewDatabase::getInstance();
+    ZelGraphicsScene* const scene = database->getScene(nullptr);
+    ZelGraphicsView* const view = database->getView(scene);
+    ZelTree* const tree = database->getTree(nullptr);
+
+    new OverviewMap(view);
+
+    auto* note = new PointerNote(this);
+    auto* watch = new DragWatch(view, tree, *m_engine);
+    auto* reason = new DragReason(view, tree, watch, *m_engine);
+    connect(reason, &DragReason::changed, note, &PointerNote::showAt);
+    connect(reason, &DragReason::refused, note, &PointerNote::showForAWhile);
+
+    auto* placeOn = new PlaceOn(view, scene, tree, *m_engine);
+    QAction* action = m_tools->addAction(QStringLiteral("Place on..."));
+    action->setShortcut(Qt::CTRL | Qt::Key_P);
+    connect(action, &QAction::triggered, placeOn, &PlaceOn::openForRow);
+    connect(placeOn, &PlaceOn::refused, statusBar(), [this](const QString& why) { statusBar()->showMessage(why); });
 }
 
 // Called while the view waits: `ret` tells it whether the command was carried out.
@@ -101,6 +137,7 @@ void Workbench::answer(const QString& command, int& ret, QString& result)
 void Workbench::refresh()
 {
     m_chipView->refresh(REFRESH_ALL);
+    m_aids->refresh();
     m_unplaced->clear();
     for (const int index : m_engine->design().all()) {
         const auto& resource = m_engine->design().resource(index);

@@ -7,10 +7,12 @@
 
 class QListWidget;
 class QPlainTextEdit;
+class QToolBar;
 
 namespace mirn::zelchipview {
+class PlanAids;
 class ZelChipGUI;
-}
+} // namespace mirn::zelchipview
 
 namespace mirn::zelengine {
 class ReferenceEngine;
@@ -31,11 +33,14 @@ private:
     void addTabs();
     void addDocks();
     void addTools();
+    void addPlanningAids();
     void answer(const QString& command, int& ret, QString& result);
     void refresh();
 
     std::unique_ptr<mirn::zelengine::ReferenceEngine> m_engine;
     std::unique_ptr<mirn::zelchipview::ZelChipGUI> m_chipView;
+    mirn::zelchipview::PlanAids* m_aids = nullptr; // owned by the chip view
     QListWidget* m_unplaced; // owned by a dock
     QPlainTextEdit* m_log; // owned by a dock
+    QToolBar* m_tools; // owned by the window
 };

@@ -274,6 +274,8 @@ void ListPainter::Job::drawText(const Primitive& primitive)
     const double scale = paintrules::TextItemScale;
     const int rotation = static_cast<int>(primitive.c);
     const QTransform toImage = QTransform(scale, 0, 0, scale, primitive.a, primitive.b) * m_target.sceneToImage;
+    if (primitive.d * toImage.m11() < m_target.smallestText)
+        return;
     if (m_mayMask && rotation == 0 && primitive.d * toImage.m11() <= GlyphMasks::LargestSize
         && isNear(primitive.a, primitive.b) && m_shaper.hasNoDecoration()
         && (m_hasManyTexts || m_masks.isReadyFor(label, toImage.dx(), toImage.dy()))

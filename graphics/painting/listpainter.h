@@ -43,6 +43,7 @@ public:
         QPainter::RenderHints hints;
         QPen textPen;
         QFont viewFont; // TextShaper says what texts take from it
+        double smallestText = 0; // pixels; texts in a smaller size are left out
     };
 
     explicit ListPainter(DisplayList& list); // not owned

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
 namespace mirn::zelchipview {
@@ -14,6 +15,8 @@ namespace mirn::zelchipview {
 namespace {
 
 constexpr int BorderBreadth = 2; // width in pixels of the strips along the picture's borders where cut-off shapes show
+
+constexpr int BandHeight = 8; // pixels; what updateSome() paints at least
 
 constexpr double LongEdge = 64; // pixels; the opacity of a cut-off edge depends on the length that is left of it
 
@@ -75,28 +78,65 @@ void ViewCanvas::update(const Scene& scene)
     if (!m_isValid || !differsOnlyByScroll(scene) || !scroll(scene) || isMostlyDirty())
         paintAll(scene);
     else
-        paintDirtyParts(scene);
+        paintDirtyParts(scene, QDeadlineTimer(QDeadlineTimer::Forever));
+}
+
+ViewCanvas::Work ViewCanvas::updateSome(const Scene& scene, const QDeadlineTimer& deadline)
+{
+    if (!m_isValid || !differsOnlyByScroll(scene) || scene.toPicture != m_toPicture) {
+        const bool isElsewhere = scene.size != m_picture.size() || scene.toPicture != m_toPicture;
+        begin(scene);
+        if (isElsewhere)
+            m_picture.fill(scene.background);
+        for (int bottom = m_picture.height(); bottom > 0; bottom -= BandHeight) {
+            const int top = std::max(0, bottom - BandHeight);
+            m_dirty.emplace_back(0, top, m_picture.width(), bottom - top);
+        }
+    } else if (m_dirty.empty()) {
+        return Work::None;
+    }
+    paintDirtyParts(scene, deadline);
+    return m_dirty.empty() ? Work::Done : Work::Left;
+}
+
+// The picture wraps around, so up to four pieces of the image make it up.
+std::vector<ViewCanvas::Piece> ViewCanvas::pieces() const
+{
+    const int right = m_picture.width() - m_origin.x();
+    const int bottom = m_picture.height() - m_origin.y();
+    const Piece all[]
+        = {{QRect(m_origin, QSize(right, bottom)), {0, 0}}, {QRect(0, m_origin.y(), m_origin.x(), bottom), {right, 0}},
+            {QRect(m_origin.x(), 0, right, m_origin.y()), {0, bottom}},
+            {QRect(QPoint(), QSize(m_origin.x(), m_origin.y())), {right, bottom}}};
+    std::vector<Piece> shown;
+    std::copy_if(std::begin(all), std::end(all), std::back_inserter(shown),
+        [](const Piece& piece) { return !piece.source.isEmpty(); });
+    return shown;
 }
 
 void ViewCanvas::drawOn(QPainter& painter, const QPointF& position, qreal ratio) const
 {
-    const int width = m_picture.width();
-    const int height = m_picture.height();
     // This image shares the pixels; changing the device pixel ratio of a copy would copy them.
-    QImage picture(m_picture.constBits(), width, height, m_picture.bytesPerLine(), m_picture.format());
+    QImage picture(
+        m_picture.constBits(), m_picture.width(), m_picture.height(), m_picture.bytesPerLine(), m_picture.format());
     picture.setDevicePixelRatio(ratio);
     if (m_origin.isNull()) {
         painter.drawImage(position, picture);
         return;
     }
-    const int right = width - m_origin.x();
-    const int bottom = height - m_origin.y();
-    const QRect sources[] = {QRect(m_origin, QSize(right, bottom)), QRect(0, m_origin.y(), m_origin.x(), bottom),
-        QRect(m_origin.x(), 0, right, m_origin.y()), QRect(QPoint(), QSize(m_origin.x(), m_origin.y()))};
-    const QPointF targets[] = {{0, 0}, QPointF(right, 0), QPointF(0, bottom), QPointF(right, bottom)};
-    for (int i = 0; i < 4; ++i) {
-        if (!sources[i].isEmpty())
-            painter.drawImage(position + targets[i], picture, sources[i]);
+    for (const Piece& piece : pieces())
+        painter.drawImage(position + piece.target, picture, piece.source);
+}
+
+void ViewCanvas::drawParts(QPainter& painter, const QRegion& parts) const
+{
+    for (const Piece& piece : pieces()) {
+        for (const QRect& part : parts) {
+            const QRect target = part & QRect(piece.target, piece.source.size());
+            if (!target.isEmpty())
+                painter.drawImage(
+                    target.topLeft(), m_picture, target.translated(piece.source.topLeft() - piece.target));
+        }
     }
 }
 
@@ -220,7 +260,8 @@ bool ViewCanvas::isMostlyDirty() const
     return m_dirtyPixels > MostDirty * m_picture.width() * m_picture.height();
 }
 
-void ViewCanvas::paintAll(const Scene& scene)
+// Takes over what the picture depends on; all of it has to be painted then.
+void ViewCanvas::begin(const Scene& scene)
 {
     if (m_picture.size() != scene.size)
         m_picture = QImage(scene.size, QImage::Format_RGB32);
@@ -235,25 +276,33 @@ void ViewCanvas::paintAll(const Scene& scene)
     invalidate();
     m_origin = QPoint();
     m_isValid = true;
+}
+
+void ViewCanvas::paintAll(const Scene& scene)
+{
+    begin(scene);
     if (!m_picture.isNull())
         paint(scene, m_picture, m_picture.rect());
 }
 
-void ViewCanvas::paintDirtyParts(const Scene& scene)
+void ViewCanvas::paintDirtyParts(const Scene& scene, const QDeadlineTimer& deadline)
 {
-    const std::vector<QRect> dirty = std::exchange(m_dirty, {});
-    m_dirtyPixels = 0;
-    if (!dirty.empty() && m_scratch.size() != m_picture.size())
+    if (!m_dirty.empty() && m_scratch.size() != m_picture.size())
         m_scratch = QImage(m_picture.size(), QImage::Format_RGB32);
     QRect last;
-    for (auto raw = dirty.rbegin(); raw != dirty.rend(); ++raw) { // the large parts come last
-        const QRect part = *raw & m_picture.rect();
+    while (!m_dirty.empty()) { // from the back: the large parts come last
+        const QRect part = m_dirty.back() & m_picture.rect();
+        m_dirty.pop_back();
         if (part.isEmpty() || last.contains(part))
             continue;
         last = part;
         paint(scene, m_scratch, part);
         copyFromScratch(part);
+        if (deadline.hasExpired())
+            break;
     }
+    if (m_dirty.empty())
+        m_dirtyPixels = 0;
 }
 
 void ViewCanvas::copyFromScratch(const QRect& part)
@@ -281,8 +330,8 @@ void ViewCanvas::paint(const Scene& scene, QImage& image, const QRect& part)
         painter.setTransform(scene.toPicture);
         scene.drawBackground(painter, scene.toPicture.inverted().mapRect(QRectF(part)));
     }
-    m_painter.paint(
-        {&image, part, scene.toPicture, scene.hints, scene.textPen, scene.viewFont}, scene.layers, scene.states);
+    m_painter.paint({&image, part, scene.toPicture, scene.hints, scene.textPen, scene.viewFont, scene.smallestText},
+        scene.layers, scene.states);
 }
 
 } // namespace mirn::zelchipview

@@ -5,9 +5,11 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QDeadlineTimer>
 #include <QFont>
 #include <QImage>
 #include <QList>
+#include <QRegion>
 #include <QTransform>
 
 #include <functional>
@@ -40,6 +42,7 @@ public:
         QBrush backgroundBrush; // what drawBackground() fills with
         Background drawBackground;
         bool isScaled = false; // a pixel of the picture is not a unit of the painter
+        double smallestText = 0; // pixels; texts in a smaller size are left out
     };
 
     explicit ViewCanvas(DisplayList& list); // not owned
@@ -53,10 +56,25 @@ public:
     // Brings the picture up to date.
     void update(const Scene& scene);
 
+    // Does a part of the work of update(): stops after the first part of the picture that ends later than `deadline`. A
+    // new picture comes in bands from top to bottom; meanwhile the old one stays where it fits.
+    enum class Work { None, Done, Left }; // the picture was up to date, is up to date now, or is not yet
+    [[nodiscard]] Work updateSome(const Scene& scene, const QDeadlineTimer& deadline);
+
     // Draws the picture with its top left corner at `position`; a unit of the painter is `ratio` pixels of the picture.
     void drawOn(QPainter& painter, const QPointF& position, qreal ratio) const;
 
+    // Draws parts of the picture, in its pixels, whose unit is that of the painter, at the painter's origin. Where only
+    // narrow parts show this is quicker, because QPainter would clip the whole picture row by row.
+    void drawParts(QPainter& painter, const QRegion& parts) const;
+
 private:
+    struct Piece
+    {
+        QRect source; // in m_picture
+        QPoint target; // in the picture
+    };
+    [[nodiscard]] std::vector<Piece> pieces() const;
     [[nodiscard]] bool differsOnlyByScroll(const Scene& scene) const;
     bool scroll(const Scene& scene);
     [[nodiscard]] std::vector<QRect> edgeStripsFor(QPoint way) const;
@@ -66,8 +84,9 @@ private:
     void mark(const QRectF& part, QPoint way);
     void mark(const QRect& part);
     [[nodiscard]] bool isMostlyDirty() const;
+    void begin(const Scene& scene);
     void paintAll(const Scene& scene);
-    void paintDirtyParts(const Scene& scene);
+    void paintDirtyParts(const Scene& scene, const QDeadlineTimer& deadline);
     void paint(const Scene& scene, QImage& image, const QRect& part);
     void copyFromScratch(const QRect& part);
 

@@ -10,6 +10,7 @@
 #include "host/window/windowtcl.h"
 
 #include <cstdlib>
+#include <optional>
 
 namespace mirn::zelchip {
 
@@ -29,6 +30,16 @@ bool listProblems(const zelengine::ReferenceEngine& engine)
     return isSound;
 }
 
+PositionSource positionsOf(const ProjectSession* session)
+{
+    return [session] {
+        return [points = session->sitePoints()](int site) {
+            const auto point = points.constFind(site);
+            return point == points.constEnd() ? std::nullopt : std::make_optional(*point);
+        };
+    };
+}
+
 } // namespace
 
 int runBatch(std::unique_ptr<ProjectSession> session, const QString& scriptFile, BatchEnd end)
@@ -41,7 +52,7 @@ int runBatch(std::unique_ptr<ProjectSession> session, const QString& scriptFile,
         std::unique_ptr<ProjectSession> other = ProjectSession::open(path, &error);
         if (!other)
             return error;
-        shell.setEditor(other->editor());
+        shell.setEditor(other->editor(), positionsOf(other.get()));
         session = std::move(other);
         return QString();
     };
@@ -50,7 +61,7 @@ int runBatch(std::unique_ptr<ProjectSession> session, const QString& scriptFile,
     commands.session = [&]() -> const ProjectSession& { return *session; };
     addProjectCommands(shell.interpreter(), commands);
     addWindowlessCommands(shell.interpreter());
-    shell.setEditor(session->editor());
+    shell.setEditor(session->editor(), positionsOf(session.get()));
 
     const TclResult result = scriptFile.isEmpty() ? TclResult::value() : shell.runFile(scriptFile);
     if (!result.isOk)

@@ -45,16 +45,30 @@ Expected expectedArgument(const CommandSyntax& syntax, const QStringList& words)
     return expected;
 }
 
+// The words with which subcommands of a command go on, each once.
+QStringList secondWords(const QStringList& words)
+{
+    const QString begin = words.size() < 2 ? QString() : words.at(1) + QLatin1Char(' ');
+    QStringList result;
+    for (const QString& subcommand : subcommandsOf(words.first())) {
+        if (subcommand.startsWith(begin))
+            result.append(subcommand.mid(begin.size()).section(QLatin1Char(' '), 0, 0));
+    }
+    result.removeDuplicates();
+    return result;
+}
+
 Expected expectedBehind(const QStringList& words)
 {
     if (words.isEmpty())
         return {};
-    if (const CommandEntry* entry = commandEntry(words.first()))
-        return expectedArgument(entry->syntax(), words.mid(1));
-    if (words.size() == 1)
-        return {subcommandsOf(words.first()), {}};
-    const CommandEntry* entry = commandEntry(words.first(), words.at(1));
-    return entry ? expectedArgument(entry->syntax(), words.mid(2)) : Expected();
+    const CommandEntry* entry = commandEntryOf(words);
+    if (!entry)
+        return words.size() == 1 ? Expected{secondWords(words), {}} : Expected();
+    Expected expected = expectedArgument(entry->syntax(), words.mid(entry->wordCount()));
+    if (words.size() == entry->wordCount())
+        expected.words += secondWords(words);
+    return expected;
 }
 
 // Whether the next word is a name, so that a brace is part of it and holds no script.

@@ -44,6 +44,17 @@ std::vector<Move> movesBetween(const Design& pristine, const Design& to)
     return result;
 }
 
+// Locks come after all placements, because only what is placed can be locked.
+QStringList locks(const Design& design)
+{
+    QStringList commands;
+    for (int index : design.all()) {
+        if (design.resource(index).locked)
+            commands.append(lock(design.resource(index).path));
+    }
+    return commands;
+}
+
 QStringList configurations(const Design& design)
 {
     QStringList commands;
@@ -101,6 +112,16 @@ QString restore(const QString& resource)
     return TclInterpreter::list({ResourceCommand, QStringLiteral("restore"), QStringLiteral("-ip"), resource});
 }
 
+QString lock(const QString& resource)
+{
+    return TclInterpreter::list({ResourceCommand, QStringLiteral("lock"), QStringLiteral("-ip"), resource});
+}
+
+QString unlock(const QString& resource)
+{
+    return TclInterpreter::list({ResourceCommand, QStringLiteral("unlock"), QStringLiteral("-ip"), resource});
+}
+
 QString configure(const QString& resource, const QString& key, const QString& value)
 {
     return TclInterpreter::list({ResourceCommand, QStringLiteral("configure"), QStringLiteral("-ip"), resource,
@@ -147,7 +168,7 @@ QStringList settings(const zelengine::Device& device, const SettingChanges& from
 
 QStringList between(const Design& pristine, const Design& to)
 {
-    return removals(to) + moves(movesBetween(pristine, to)) + configurations(to);
+    return removals(to) + moves(movesBetween(pristine, to)) + locks(to) + configurations(to);
 }
 
 } // namespace mirn::zelchip::designcommands

@@ -19,6 +19,8 @@ namespace designcommands {
 [[nodiscard]] QString reset(const QString& resource);
 [[nodiscard]] QString remove(const QString& resource);
 [[nodiscard]] QString restore(const QString& resource);
+[[nodiscard]] QString lock(const QString& resource);
+[[nodiscard]] QString unlock(const QString& resource);
 [[nodiscard]] QString configure(const QString& resource, const QString& key, const QString& value);
 [[nodiscard]] QString setting(int site, const QString& key, const QString& value);
 

@@ -21,7 +21,6 @@ using zelengine::Refusal;
 
 namespace {
 
-const char PlacementFile[] = "/placement.tcl";
 const char JournalFile[] = "/journal.tcl";
 
 } // namespace
@@ -50,6 +49,8 @@ struct DesignEditor::Change
     // When a branch is removed, these hold only what the engine does not restore together with it.
     std::vector<Placement> sitesBefore;
     std::vector<Placement> sitesAfter; // for the same resources, in the same order
+    std::vector<int> lockedBefore; // the resources that are not locked afterwards
+    std::vector<int> lockedAfter; // the resources that were not locked before
     std::vector<Parameter> parameters;
     int settingsSite = -1; // the site that carries the settings; -1 if none change
     zelengine::SiteSettingChanges settingsBefore;
@@ -171,6 +172,17 @@ Refusal DesignEditor::move(const QString& text, const std::vector<Placement>& pl
     return refusal.isEmpty() ? commit(change, commandsFor(change, true)) : refusal;
 }
 
+Refusal DesignEditor::swap(const QString& resource, const QString& other)
+{
+    const int index = m_engine.design().find(resource);
+    const int otherIndex = m_engine.design().find(other);
+    if (index < 0 || otherIndex < 0)
+        return tr("there is no resource \"%1\"").arg(index < 0 ? resource : other);
+    const Proposal proposal = m_engine.rules().proposeSwap(index, otherIndex);
+    return proposal.isAllowed() ? move(tr("Swap %1 and %2").arg(resource, other), proposal.placements)
+                                : proposal.refusal;
+}
+
 Refusal DesignEditor::remove(const QString& resource)
 {
     const zelengine::Design& design = m_engine.design();
@@ -187,6 +199,8 @@ Refusal DesignEditor::remove(const QString& resource)
             change.sitesBefore.push_back({index, part.site});
             change.sitesAfter.push_back({index, -1});
         }
+        if (part.locked)
+            change.lockedBefore.push_back(index);
         for (const zelengine::ResourceParameter& parameter : zelengine::parametersOf(part.type)) {
             const QString value = design.parameter(index, parameter.key);
             const QString original = design.originalParameter(index, parameter.key);
@@ -207,6 +221,30 @@ Refusal DesignEditor::restore(const QString& resource)
     change.branch = Change::Branch::ComesBack;
     change.branchPath = resource;
     return commit(change, {designcommands::restore(resource)});
+}
+
+Refusal DesignEditor::lock(const QString& resource)
+{
+    return changeLocks(tr("Lock %1").arg(resource), designcommands::lock(resource), m_engine.proposeLock(resource),
+        &Change::lockedAfter);
+}
+
+Refusal DesignEditor::unlock(const QString& resource)
+{
+    return changeLocks(tr("Unlock %1").arg(resource), designcommands::unlock(resource),
+        m_engine.proposeUnlock(resource), &Change::lockedBefore);
+}
+
+// `side` says on which side of the change the resources are locked.
+Refusal DesignEditor::changeLocks(
+    const QString& text, const QString& command, zelengine::LockProposal proposal, std::vector<int> Change::*side)
+{
+    if (!proposal.isAllowed())
+        return std::move(proposal.refusal);
+    Change change;
+    change.text = text;
+    change.*side = std::move(proposal.resources);
+    return commit(change, {command});
 }
 
 Refusal DesignEditor::configure(const QString& resource, const QString& key, const QString& value)
@@ -286,13 +324,17 @@ void DesignEditor::apply(const Change& change, bool isForward)
     }
     if (change.restores(isForward))
         (void)m_engine.restore(change.branchPath);
+    m_engine.setLocked(isForward ? change.lockedBefore : change.lockedAfter, false);
     m_engine.setSites(isForward ? change.sitesAfter : change.sitesBefore);
+    m_engine.setLocked(isForward ? change.lockedAfter : change.lockedBefore, true);
     for (const Change::Parameter& parameter : change.parameters)
         m_engine.setParameter(parameter.resource, parameter.key, isForward ? parameter.after : parameter.before);
     if (change.settingsSite >= 0)
         m_engine.setSettingChanges(change.settingsSite, isForward ? change.settingsAfter : change.settingsBefore);
 }
 
+// What is locked can neither be taken off its site nor be locked before it is placed. Therefore locks are taken off
+// first and set last.
 QStringList DesignEditor::commandsFor(const Change& change, bool isForward) const
 {
     if (change.removes(isForward))
@@ -300,6 +342,9 @@ QStringList DesignEditor::commandsFor(const Change& change, bool isForward) cons
     QStringList commands;
     if (change.restores(isForward))
         commands.append(designcommands::restore(change.branchPath));
+    else
+        for (int resource : isForward ? change.lockedBefore : change.lockedAfter)
+            commands.append(designcommands::unlock(path(resource)));
     std::vector<designcommands::Move> moves;
     for (std::size_t i = 0; i < change.sitesBefore.size(); ++i) {
         designcommands::Move move{
@@ -313,6 +358,8 @@ QStringList DesignEditor::commandsFor(const Change& change, bool isForward) cons
     for (const Change::Parameter& parameter : change.parameters)
         commands.append(designcommands::configure(
             path(parameter.resource), parameter.key, isForward ? parameter.after : parameter.before));
+    for (int resource : isForward ? change.lockedAfter : change.lockedBefore)
+        commands.append(designcommands::lock(path(resource)));
     if (change.settingsSite < 0)
         return commands;
     const zelengine::SettingChanges before{{change.settingsSite, change.settingsBefore}};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/model/design.h"
+#include "engine/rules/lockrules.h"
 #include "engine/rules/placementrules.h"
 #include "engine/rules/settingstore.h"
 #include "host/design/journal.h"
@@ -21,6 +22,8 @@ class ReferenceEngine;
 }
 
 namespace mirn::zelchip {
+
+constexpr char PlacementFile[] = "/placement.tcl"; // behind an implementation's folder
 
 // All changes to the design go through this class. It asks the engine, writes each accepted change to the journal
 // before it answers, and keeps the undo steps. It refuses a change that it cannot journal or while another program is
@@ -44,14 +47,23 @@ public:
     // nothing to say.
     [[nodiscard]] QStringList recover(const TclInterpreter::Command& command);
 
+    // Carries out the commands of a placement file as recover() does, but writes nothing and has no journal: for an
+    // editor whose engine is a copy. Returns an empty text, or what is wrong with the first line that is not accepted.
+    [[nodiscard]] QString read(const TclInterpreter::Command& command, const QString& fileName);
+
     zelengine::Refusal place(const QString& resource, int site);
     zelengine::Refusal reset(const QString& resource);
     // Changes the places of several resources in one step, which either happens as a whole or is refused. `text` names
     // it in the undo menu; -1 as a site takes a resource off its site. Moving what is where it should be changes
     // nothing.
     zelengine::Refusal move(const QString& text, const std::vector<zelengine::Placement>& placements);
+    // Two placed resources exchange their sites, as one step.
+    zelengine::Refusal swap(const QString& resource, const QString& other);
     zelengine::Refusal remove(const QString& resource);
     zelengine::Refusal restore(const QString& resource);
+    // Keep a resource, and everything below it that is placed, on its site, and let it go again.
+    zelengine::Refusal lock(const QString& resource);
+    zelengine::Refusal unlock(const QString& resource);
     zelengine::Refusal configure(const QString& resource, const QString& key, const QString& value);
     zelengine::Refusal setSetting(int site, const QString& key, const QString& value);
 
@@ -87,6 +99,8 @@ public:
     // Meant for its signals and texts; change it through undo() and redo() only.
     [[nodiscard]] const QUndoStack& undoStack() const { return m_undoStack; }
     [[nodiscard]] const zelengine::ReferenceEngine& engine() const { return m_engine; }
+    // The design as its file has it, without any change.
+    [[nodiscard]] const zelengine::Design& pristine() const { return m_pristine; }
     [[nodiscard]] QString placementFile() const;
     [[nodiscard]] const QString& journalFile() const { return m_journal.fileName(); }
 
@@ -104,6 +118,8 @@ private:
 
     zelengine::Refusal writeSetting(int site, const QString& key, const QString& value);
     zelengine::Refusal changeSites(const QString& text, const QString& command, const zelengine::Proposal& proposal);
+    zelengine::Refusal changeLocks(
+        const QString& text, const QString& command, zelengine::LockProposal proposal, std::vector<int> Change::*side);
     zelengine::Refusal commit(const Change& change, const QStringList& commands);
     void takeSites(Change& change, const std::vector<zelengine::Placement>& placements) const;
     void apply(const Change& change, bool isForward);

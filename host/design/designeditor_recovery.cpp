@@ -93,6 +93,18 @@ QStringList DesignEditor::recover(const TclInterpreter::Command& command)
     return messages;
 }
 
+QString DesignEditor::read(const TclInterpreter::Command& command, const QString& fileName)
+{
+    m_isReplaying = true;
+    const Replay placement = replay(command, fileName);
+    m_isReplaying = false;
+    if (!placement.error.isEmpty())
+        return tr("%1 cannot be read: %2").arg(fileName, placement.error);
+    if (!placement.refusals.isEmpty())
+        return placement.refusals.first();
+    return placement.isTruncated ? tr("%1: the last line is cut off").arg(fileName) : QString();
+}
+
 // Replays the changes of a file that begin at the offset `from` (in bytes) or after it.
 DesignEditor::Replay DesignEditor::replay(const TclInterpreter::Command& command, const QString& fileName, qint64 from)
 {

@@ -29,7 +29,9 @@ const QString IpOption = QStringLiteral("-ip");
 const QString IdOption = QStringLiteral("-id");
 const QString KeyOption = QStringLiteral("-key");
 const QString ValueOption = QStringLiteral("-value");
+const QString WithOption = QStringLiteral("-with");
 const QString UnplacedFlag = QStringLiteral("-unplaced");
+const QString LockedFlag = QStringLiteral("-locked");
 
 TclResult resultOf(const zelengine::Refusal& refusal)
 {
@@ -71,11 +73,13 @@ Subcommands changes(DesignEditor& editor, Naming naming)
     };
     return {
         {QStringLiteral("configure"), [&](const Arguments& arguments) { return configure(editor, arguments); }},
+        {QStringLiteral("lock"), step(&DesignEditor::lock)},
         {QStringLiteral("place"),
             [&editor, naming](const Arguments& arguments) { return place(editor, arguments, naming); }},
         {QStringLiteral("reset"), step(&DesignEditor::reset)},
         {QStringLiteral("remove"), step(&DesignEditor::remove)},
         {QStringLiteral("restore"), step(&DesignEditor::restore)},
+        {QStringLiteral("unlock"), step(&DesignEditor::unlock)},
     };
 }
 
@@ -87,6 +91,8 @@ TclResult list(const ReferenceEngine& engine, const Arguments& arguments)
         const Resource& resource = engine.design().resource(index);
         const bool isPlaceable = resource.children.empty();
         if (arguments.has(UnplacedFlag) && (!isPlaceable || resource.site >= 0))
+            continue;
+        if (arguments.has(LockedFlag) && !resource.locked)
             continue;
         if (pattern.isEmpty() || TclInterpreter::matches(resource.path, pattern.first()))
             names.append(resource.path);
@@ -117,8 +123,9 @@ TclResult get(const ReferenceEngine& engine, int index)
         parameters += QStringList{parameter.key, engine.design().parameter(index, parameter.key)};
     const QStringList facts{QStringLiteral("name"), resource.path, QStringLiteral("id"),
         site ? QString::number(site->id) : QString(), QStringLiteral("site"), site ? site->name : QString(),
-        QStringLiteral("fixed"), QString::number(resource.fixed ? 1 : 0), QStringLiteral("parameters"),
-        TclInterpreter::list(parameters), QStringLiteral("children"), TclInterpreter::list(children)};
+        QStringLiteral("fixed"), QString::number(resource.fixed ? 1 : 0), QStringLiteral("locked"),
+        QString::number(resource.locked ? 1 : 0), QStringLiteral("parameters"), TclInterpreter::list(parameters),
+        QStringLiteral("children"), TclInterpreter::list(children)};
     return TclResult::value(TclInterpreter::list(facts));
 }
 
@@ -220,11 +227,15 @@ TclInterpreter::Command changeCommand(DesignEditor& editor)
     };
 }
 
-void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor)
+void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor, PositionSource positions)
 {
     Subcommands all = changes(editor, Naming::IdsAndNames);
     all.merge(questions(editor));
+    all[QStringLiteral("swap")] = [&](const Arguments& arguments) {
+        return resultOf(editor.swap(arguments.text(ResourceOption), arguments.text(WithOption)));
+    };
     all[QStringLiteral("configure")] = [&](const Arguments& arguments) { return configureOrTell(editor, arguments); };
+    all[QStringLiteral("place -auto")] = autoPlaceHandler(interpreter, editor, std::move(positions));
     interpreter.addCommand(ResourceCommand, ensemble(ResourceCommand, std::move(all)));
     interpreter.addCommand(SettingCommand,
         single(SettingCommand, [&editor](const Arguments& arguments) { return setOrTellSetting(editor, arguments); }));

@@ -5,15 +5,8 @@
 #include "host/tcl/translation.h"
 
 #include <QPushButton>
-#include <QRegularExpression>
 
 namespace mirn::zelchip {
-
-QString asSentence(const QString& text)
-{
-    static const QRegularExpression plainWord(QStringLiteral("^[a-z]+(?=[ ,:])"));
-    return plainWord.match(text).hasMatch() ? text.left(1).toUpper() + text.mid(1) : text;
-}
 
 void openMessageBox(
     QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text, Qt::TextFormat format)

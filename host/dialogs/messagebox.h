@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "planning/sentence.h"
+
 #include <QMessageBox>
 
 #include <functional>
@@ -9,9 +11,7 @@ namespace mirn::zelchip {
 
 class DesignEditor;
 
-// Returns the text of a rule or an error as it stands in the window, with a capital letter at its beginning. One that
-// begins with the path of a resource, as in "top/ip is fixed", stays as it is.
-[[nodiscard]] QString asSentence(const QString& text);
+using zelchipview::asSentence;
 
 // Opens a message box that deletes itself, and returns at once.
 void openMessageBox(

@@ -4,8 +4,8 @@
 #include "engine/model/device.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
-#include "host/drawing/elementprobe.h"
 #include "host/sites/sitetext.h"
+#include "planning/elementprobe.h"
 
 #include <QMouseEvent>
 
@@ -43,9 +43,9 @@ bool ViewProbe::eventFilter(QObject* watched, QEvent* event)
 
 void ViewProbe::probe()
 {
-    const zelchipview::ZELGraphicItemAttribute* element = elementAt(*m_view, m_pointer);
+    const zelchipview::ZELGraphicItemAttribute* element = zelchipview::elementAt(*m_view, m_pointer);
     const zelengine::Site* site = element ? m_device.site(element->itemId) : nullptr;
-    Q_EMIT pointerMoved(m_view->mapToScene(m_pointer), element ? describeElement(*element) : QString(),
+    Q_EMIT pointerMoved(m_view->mapToScene(m_pointer), element ? zelchipview::describeElement(*element) : QString(),
         site ? placeOf(*site) : QString());
 }
 

@@ -2,7 +2,7 @@
 #include "host/gestures/dragnavigation.h"
 
 #include "graphics/zelgraphicsview.h"
-#include "host/gestures/dropposition.h"
+#include "planning/dropposition.h"
 
 #include <QCoreApplication>
 #include <QCursor>
@@ -66,7 +66,7 @@ bool DragNavigation::eventFilter(QObject* watched, QEvent* event)
 
 void DragNavigation::follow(const QDropEvent& event)
 {
-    const QPoint position = dropPosition(event);
+    const QPoint position = zelchipview::dropPosition(event);
     const QSize size = m_view->viewport()->size();
     m_speed = {speedAt(position.x(), size.width()), speedAt(position.y(), size.height())};
     if (m_speed.isNull())

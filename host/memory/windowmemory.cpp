@@ -6,6 +6,7 @@
 #include "host/memory/windowplace.h"
 #include "host/memory/windowsettings.h"
 
+#include <QAction>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMainWindow>
@@ -51,6 +52,13 @@ void WindowMemory::begin(std::unique_ptr<WindowSettings> settings, QSize size)
     m_console->setHistory(m_settings->history());
     m_folder = m_settings->folder();
     m_chipDocks = m_settings->arrangement(ChipDocks);
+    for (QAction* toggle : std::as_const(m_toggles))
+        toggle->setChecked(m_settings->isOn(toggle->objectName(), toggle->isChecked()));
+}
+
+void WindowMemory::keep(QAction* toggle)
+{
+    m_toggles.append(toggle);
 }
 
 void WindowMemory::place(QSize size)
@@ -98,6 +106,8 @@ void WindowMemory::save(const QMainWindow& chipView)
         m_settings->setPlace(place, isMaximized);
     m_settings->setArrangement(MainDocks, m_window->saveState());
     m_settings->setArrangement(ChipDocks, chipView.saveState());
+    for (const QAction* toggle : std::as_const(m_toggles))
+        m_settings->setOn(toggle->objectName(), toggle->isChecked());
     m_settings->setHistory(m_console->history());
     m_settings->write();
 }

@@ -16,6 +16,7 @@ constexpr int LongestScript = 2000; // characters
 
 const char PlaceKey[] = "window/place";
 const char MaximizedKey[] = "window/maximized";
+const QString ToggleGroup = QStringLiteral("view/");
 const char HistoryKey[] = "console/history";
 const char FolderKey[] = "files/folder";
 const char RecentKey[] = "files/recent";
@@ -93,6 +94,18 @@ void WindowSettings::setArrangement(const QString& window, const QByteArray& sta
     if (m_file)
         m_file->setValue(
             window + QStringLiteral("/docks"), QString::fromLatin1(checksum(state) + ' ' + state.toBase64()));
+}
+
+bool WindowSettings::isOn(const QString& name, bool usually) const
+{
+    const QString stored = m_file ? m_file->value(ToggleGroup + name).toString() : QString();
+    return stored == QLatin1String("true") || (usually && stored != QLatin1String("false"));
+}
+
+void WindowSettings::setOn(const QString& name, bool isOn)
+{
+    if (m_file)
+        m_file->setValue(ToggleGroup + name, isOn);
 }
 
 QStringList WindowSettings::history() const

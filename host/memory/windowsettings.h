@@ -33,6 +33,10 @@ public:
     [[nodiscard]] QByteArray arrangement(const QString& window) const;
     void setArrangement(const QString& window, const QByteArray& state);
 
+    // Whether something that a menu switches is on; `usually` if that is not remembered.
+    [[nodiscard]] bool isOn(const QString& name, bool usually) const;
+    void setOn(const QString& name, bool isOn);
+
     // The scripts that were entered into the console, oldest first. Very long ones are not remembered.
     [[nodiscard]] QStringList history() const;
     void setHistory(const QStringList& history);

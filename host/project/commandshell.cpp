@@ -6,6 +6,8 @@
 
 #include <QFile>
 
+#include <utility>
+
 namespace mirn::zelchip {
 
 CommandShell::CommandShell(QObject* parent)
@@ -19,9 +21,9 @@ CommandShell::CommandShell(QObject* parent)
 
 CommandShell::~CommandShell() = default;
 
-void CommandShell::setEditor(DesignEditor& editor)
+void CommandShell::setEditor(DesignEditor& editor, PositionSource positions)
 {
-    addDesignCommands(m_interpreter, editor);
+    addDesignCommands(m_interpreter, editor, std::move(positions));
 }
 
 TclResult CommandShell::evaluate(const QString& script)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/design/autoplacetcl.h"
 #include "host/tcl/tclinterpreter.h"
 
 #include <QObject>
@@ -21,8 +22,9 @@ public:
     explicit CommandShell(QObject* parent = nullptr);
     ~CommandShell() override;
 
-    // Makes all later commands work on this design. The editor must live until the next call.
-    void setEditor(DesignEditor& editor);
+    // Makes all later commands work on this design. The editor must live until the next call, and what the positions
+    // of its sites come from.
+    void setEditor(DesignEditor& editor, PositionSource positions);
 
     // Runs a script; its start and its result are signalled.
     TclResult run(const QString& script, Origin origin);

@@ -9,6 +9,7 @@
 #include "host/tcl/translation.h"
 #include "platform/contract/mirnprojectmanager.h"
 #include "platform/contract/svgparser.h"
+#include "platform/contract/zelgraphicrecords.h"
 #include "platform/contract/zelproject.h"
 #include "platform/contract/zeltext.h"
 
@@ -209,6 +210,21 @@ bool ProjectSession::readDrawing(QString* error)
     if (!isRead && !m_temporaryDirectory)
         QDir().rmdir(m_implementationDirectory);
     return isRead;
+}
+
+// A site's outline is the lowest of the rects with its id.
+QHash<int, QPointF> ProjectSession::sitePoints() const
+{
+    QHash<int, QPointF> points;
+    if (!m_parser)
+        return points;
+    m_parser->visitGraphicItems([&](const zel_SingleGraphItem& item) {
+        const auto* rect = dynamic_cast<const zel_Rect*>(&item);
+        if (rect && !points.contains(rect->id) && m_engine->device().site(rect->id))
+            points.insert(rect->id, QPointF(rect->x + rect->width / 2, rect->y + rect->height / 2));
+        return true;
+    });
+    return points;
 }
 
 void ProjectSession::activate()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QHash>
+#include <QPointF>
 #include <QString>
 #include <QStringList>
 
@@ -63,6 +65,9 @@ public:
     [[nodiscard]] bool isBareDrawing() const { return m_isBareDrawing; }
 
     [[nodiscard]] const QString& drawingFile() const { return m_drawingFile; }
+
+    // The middles of the device's sites in the drawing, by site id. Empty once the chip view has the drawing.
+    [[nodiscard]] QHash<int, QPointF> sitePoints() const;
 
     // Whether the device has a filter file, which names kinds of elements that can be marked.
     [[nodiscard]] bool hasFilter() const;

@@ -3,8 +3,11 @@
 
 #include "engine/referenceengine.h"
 #include "host/design/designeditor.h"
+#include "host/design/placementdiff.h"
 #include "host/project/projectsession.h"
 #include "host/tcl/arguments.h"
+
+#include <QMap>
 
 #include <utility>
 
@@ -44,6 +47,33 @@ TclResult check(const ProjectSession& session)
     return TclResult::value(TclInterpreter::list(problems));
 }
 
+QString differenceWords(const PlacementDifference& difference)
+{
+    static const QMap<PlacementDifference::What, QString> Names{
+        {PlacementDifference::What::Existence, QStringLiteral("existence")},
+        {PlacementDifference::What::Place, QStringLiteral("place")},
+        {PlacementDifference::What::Lock, QStringLiteral("lock")},
+        {PlacementDifference::What::Parameter, QStringLiteral("parameter")},
+        {PlacementDifference::What::Setting, QStringLiteral("setting")}};
+    return TclInterpreter::list({QStringLiteral("name"), difference.name, QStringLiteral("what"),
+        Names.value(difference.what), QStringLiteral("key"), difference.key, QStringLiteral("from"), difference.from,
+        QStringLiteral("to"), difference.to});
+}
+
+TclResult diff(const ProjectSession& session, const QStringList& files)
+{
+    QString error;
+    const DesignEditor& editor = session.editor();
+    const auto other
+        = files.isEmpty() ? readSavedPlacement(editor, &error) : readPlacement(editor, files.first(), &error);
+    if (!other)
+        return TclResult::error(error);
+    QStringList differences;
+    for (const PlacementDifference& difference : placementDifferences(*other, editor.engine()))
+        differences.append(differenceWords(difference));
+    return TclResult::value(TclInterpreter::list(differences));
+}
+
 } // namespace
 
 void addProjectCommands(TclInterpreter& interpreter, const ProjectCommands& commands)
@@ -56,6 +86,9 @@ void addProjectCommands(TclInterpreter& interpreter, const ProjectCommands& comm
         {QStringLiteral("refresh"), [refresh = commands.refresh](const Arguments&) { return resultOf(refresh()); }},
         {QStringLiteral("info"), [session = commands.session](const Arguments&) { return info(session()); }},
         {QStringLiteral("check"), [session = commands.session](const Arguments&) { return check(session()); }},
+        {QStringLiteral("diff"),
+            [session = commands.session](
+                const Arguments& arguments) { return diff(session(), arguments.positional()); }},
     };
     interpreter.addCommand(ProjectCommand, ensemble(ProjectCommand, std::move(subcommands)));
 }

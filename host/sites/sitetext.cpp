@@ -54,6 +54,8 @@ QString occupantOf(const ReferenceEngine& engine, const Site& site)
     if (occupant < 0)
         return {};
     const Resource& resource = engine.design().resource(occupant);
+    if (resource.locked)
+        return describingTr("%1, which is locked").arg(resource.path);
     return resource.fixed ? describingTr("%1, which is fixed").arg(resource.path) : resource.path;
 }
 

@@ -37,12 +37,24 @@ void Arguments::sort(const QStringList& words, const CommandSyntax& syntax)
         if (!option)
             m_positional.append(words[i]);
         else if (option->value.isEmpty())
-            m_values.insert(words[i], QString());
-        else if (i + 1 < words.size() && !m_values.contains(words[i]))
-            m_values.insert(words[i], words[i + 1]), ++i;
+            m_values.insert(words[i], {});
         else
-            m_isOk = false;
+            i += take(*option, words.mid(i + 1), syntax);
     }
+}
+
+// Returns how many of the words behind the option are its values: one, or all up to the next option.
+int Arguments::take(const CommandSyntax::Option& option, const QStringList& words, const CommandSyntax& syntax)
+{
+    QStringList& values = m_values[option.name];
+    m_isOk = m_isOk && !words.isEmpty() && (option.isRepeated || values.isEmpty());
+    const auto isValue = [&](int index) {
+        return index < words.size() && (index == 0 || (option.isRepeated && !syntax.option(words[index])));
+    };
+    int count = 0;
+    for (; isValue(count); ++count)
+        values.append(words[count]);
+    return count;
 }
 
 bool Arguments::isComplete(const CommandSyntax& syntax) const
@@ -64,10 +76,10 @@ TclInterpreter::Command ensemble(const QString& command, Subcommands subcommands
 {
     return [command, subcommands = std::move(subcommands)](const QStringList& words) {
         const QString name = words.value(1);
-        const auto found = subcommands.find(name);
-        const CommandEntry* entry = commandEntry(command, name);
+        const CommandEntry* entry = commandEntryOf(words);
+        const auto found = subcommands.find(entry ? QString::fromLatin1(entry->subcommand) : name);
         if (found != subcommands.end() && entry)
-            return call(found->second, *entry, words.mid(2));
+            return call(found->second, *entry, words.mid(entry->wordCount()));
         QStringList names;
         for (const auto& subcommand : subcommands)
             names.append(subcommand.first);

@@ -26,15 +26,18 @@ public:
 
     [[nodiscard]] bool has(const QString& option) const { return m_values.contains(option); }
     // Returns an empty text for an option that is not there.
-    [[nodiscard]] QString text(const QString& option) const { return m_values.value(option); }
+    [[nodiscard]] QString text(const QString& option) const { return texts(option).value(0); }
+    // All values of an option that takes several.
+    [[nodiscard]] QStringList texts(const QString& option) const { return m_values.value(option); }
     [[nodiscard]] const QStringList& positional() const { return m_positional; }
 
 private:
     void sort(const QStringList& words, const CommandSyntax& syntax);
+    [[nodiscard]] int take(const CommandSyntax::Option& option, const QStringList& words, const CommandSyntax& syntax);
     [[nodiscard]] bool isComplete(const CommandSyntax& syntax) const;
 
     const QString m_usage;
-    QHash<QString, QString> m_values;
+    QHash<QString, QStringList> m_values;
     QStringList m_positional;
     bool m_isOk = true;
 };

@@ -17,7 +17,8 @@ CommandSyntax::CommandSyntax(const QString& arguments)
         const bool isRequired = match.captured(1).isEmpty();
         const bool isRepeated = !match.captured(3).isEmpty();
         if (text.startsWith(QLatin1Char('-')))
-            options.push_back({text.section(QLatin1Char(' '), 0, 0), text.section(QLatin1Char(' '), 1), isRequired});
+            options.push_back(
+                {text.section(QLatin1Char(' '), 0, 0), text.section(QLatin1Char(' '), 1), isRequired, isRepeated});
         else if (isRepeated && !values.empty() && values.back().text == text)
             values.back().isRepeated = true;
         else

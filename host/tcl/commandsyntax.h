@@ -9,8 +9,8 @@
 namespace mirn::zelchip {
 
 // The arguments of a command as its usage shows them, in Tcl's notation: "-rsc NAME" is required, "?-unplaced?" is not,
-// and "SITE ?SITE ...?" takes any number of values. Words in capitals stand for values; "?select|zoom|pan?" is one of
-// these words.
+// and "SITE ?SITE ...?" and "?-rsc NAME ...?" take any number of values. Words in capitals stand for values;
+// "?select|zoom|pan?" is one of these words.
 struct CommandSyntax
 {
     struct Option
@@ -18,6 +18,7 @@ struct CommandSyntax
         QString name; // with its dash
         QString value; // what stands for its value; empty for a flag
         bool isRequired = true;
+        bool isRepeated = false; // whether any number of values may follow
     };
 
     struct Value

@@ -9,25 +9,44 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_resource", "place", "-rsc NAME -id SITE",
             "Places a resource on a site; the error says why a site refuses it.",
             "zel_resource place -rsc gateway/clocks/pll_video -id PLL_TR1", ""},
+        {"zel_resource", "swap", "-rsc NAME -with NAME",
+            "Exchanges the sites of two placed resources, as one change; the error says why the rules forbid it. Only "
+            "single resources swap, no IP with its parts.",
+            "zel_resource swap -rsc gateway/clocks/pll_video -with gateway/clocks/pll_ddr; undo", ""},
+        {"zel_resource", "place -auto", "?-rsc NAME ...? ?-seconds N? ?-partial?",
+            "Finds sites for all resources that have none, or for those named and what is below them, near to what "
+            "they "
+            "are connected with; nothing that is placed moves. Returns a dictionary. Its answer is placed, impossible "
+            "(proven: conflict has resources that cannot be placed together, reason says why) or partial (not found in "
+            "10 seconds or those given); placed has names and ids of sites, missing what has none. Unless all can be "
+            "placed, nothing is, or with -partial what can.",
+            "dict get [zel_resource place -auto -rsc gateway/supplies] answer", "placed"},
         {"zel_resource", "reset", "-ip NAME", "Takes a resource, and everything below it, off its site.",
             "zel_resource reset -ip gateway/clocks/pll_video", ""},
         {"zel_resource", "remove", "-ip NAME", "Removes a resource and everything below it from the design.",
             "zel_resource remove -ip gateway/cpri", ""},
         {"zel_resource", "restore", "-ip NAME", "Brings back a resource that was removed.",
             "zel_resource restore -ip gateway/cpri", ""},
+        {"zel_resource", "lock", "-ip NAME",
+            "Keeps a resource, and everything below it that is placed, on its site until it is unlocked.",
+            "zel_resource lock -ip gateway/clocks/pll_ddr", ""},
+        {"zel_resource", "unlock", "-ip NAME", "Takes off the locks of a resource and of everything below it.",
+            "zel_resource unlock -ip gateway/clocks", ""},
         {"zel_resource", "configure", "-ip NAME -key K ?-value V?",
             "Changes a parameter of a resource; without a value it returns the one in force.",
             "zel_resource configure -ip gateway/clocks/pll_video -key frequency -value 74.25", ""},
-        {"zel_resource", "list", "?-unplaced? ?PATTERN?",
-            "Returns the names of resources: all, those without a site, those that match a pattern with * and ?.",
+        {"zel_resource", "list", "?-unplaced? ?-locked? ?PATTERN?",
+            "Returns the names of resources: all, those without a site, those that are locked, those that match a "
+            "pattern with * and ?.",
             "zel_resource list -unplaced *pll*",
             "gateway/xaui/txpll gateway/cpri/txpll gateway/clocks/pll_eth "
             "gateway/clocks/pll_video"},
         {"zel_resource", "get", "-ip NAME",
-            "Returns a dictionary with name, id and site, whether it is fixed, its parameters and its children.",
+            "Returns a dictionary with name, id and site, whether it is fixed or locked, its parameters and its "
+            "children.",
             "dict get [zel_resource get -ip gateway/clocks/pll_ddr] site", "PLL_TR0"},
         {"zel_resource", "sites", "-rsc NAME", "Returns the ids of the sites that would accept a resource now.",
-            "zel_resource sites -rsc gateway/xaui/refclk", "11001002 11001003"},
+            "zel_resource sites -rsc gateway/xaui/refclk", "11001002 11001003 11001005"},
         {"zel_resource", "why", "-rsc NAME -id SITE",
             "Returns why a site refuses a resource; nothing if it accepts it.",
             "zel_resource why -rsc gateway/clocks/pll_video -id PLL_TR0",
@@ -46,6 +65,20 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_view", "mode", "?select|zoom|pan?",
             "Chooses what a drag in the drawing does; without a word it returns the mode in force.",
             "zel_view mode select", ""},
+        {"zel_view", "names", "?0|1?",
+            "Shows (1) or hides (0) the names of resources on their sites; without a number it returns which.",
+            "zel_view names 0; zel_view names 1; zel_view names", "1"},
+        {"zel_view", "overview", "?0|1?",
+            "Has the overview map come at high scales (1) or never (0); without a number it returns which.",
+            "zel_view overview 0; zel_view overview 1; zel_view overview", "1"},
+        {"zel_view", "connections", "?off|selected|all?",
+            "Shows the connections of no resource, of the selected ones or of all; without a word it returns what is "
+            "shown.",
+            "zel_view connections all", ""},
+        {"zel_view", "candidates", "?0|1?",
+            "Tints the sites that a selected unplaced resource may go to, or does not; without a digit it returns "
+            "which.",
+            "zel_view candidates 1", ""},
         {"zel_view", "snapshot", "FILE", "Writes a picture of the window into an image file.",
             "zel_view snapshot floorplan.png", ""},
         {"zel_view", "where", "-id SITE",
@@ -60,6 +93,12 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_project", "open", "PATH", "Opens a project folder or a drawing instead of what is open.",
             "zel_project open [dict get [zel_project info] directory]", ""},
         {"zel_project", "save", "", "Saves the placement.", "zel_project save", ""},
+        {"zel_project", "diff", "?FILE?",
+            "Returns how the placement differs from the saved one, or from another placement file of the same design: "
+            "a list of dictionaries with name, what (existence, place, lock, parameter or setting), key, from and to. "
+            "FILE may be an implementation's folder.",
+            "zel_resource reset -ip gateway/sgmii; lindex [zel_project diff] 0",
+            "name gateway/sgmii/lane0 what place key {} from DCU1_CH0 to {}"},
         {"zel_project", "info", "",
             "Returns a dictionary with name, device, design, flow and directory, and whether something is unsaved.",
             "dict get [zel_project info] device", "Halden H40"},
@@ -67,7 +106,8 @@ const std::vector<CommandEntry>& commandTable()
             "Returns the problems of the design, errors first: a list of dictionaries with severity, sentence, "
             "resources "
             "and sites.",
-            "dict get [lindex [zel_project check] 0] sentence", "gateway/xaui/lane0 is not placed"},
+            "dict get [lindex [zel_project check] 0] sentence",
+            "gateway/hdmi/txpll is on DCU4_TXPLL, which is out of use because TXPLL is OFF"},
         {"zel_project", "refresh", "", "Brings the window up to date with the design.", "zel_project refresh", ""},
         {"undo", "", "", "Takes back the last change of the design.",
             "zel_resource reset -ip gateway/clocks/pll_ddr; undo", ""},
@@ -84,6 +124,11 @@ QString CommandEntry::name() const
     return *subcommand ? first + QLatin1Char(' ') + QLatin1String(subcommand) : first;
 }
 
+int CommandEntry::wordCount() const
+{
+    return static_cast<int>(name().count(QLatin1Char(' '))) + 1;
+}
+
 QString CommandEntry::usage() const
 {
     return *arguments ? name() + QLatin1Char(' ') + QLatin1String(arguments) : name();
@@ -96,6 +141,15 @@ const CommandEntry* commandEntry(const QString& command, const QString& subcomma
             return &entry;
     }
     return nullptr;
+}
+
+const CommandEntry* commandEntryOf(const QStringList& words)
+{
+    const QString two = words.value(1) + QLatin1Char(' ') + words.value(2);
+    const CommandEntry* entry = commandEntry(words.value(0), two);
+    if (!entry)
+        entry = commandEntry(words.value(0), words.value(1));
+    return entry ? entry : commandEntry(words.value(0));
 }
 
 std::vector<const CommandEntry*> commandEntries(const QString& command)

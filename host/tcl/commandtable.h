@@ -15,13 +15,14 @@ namespace mirn::zelchip {
 struct CommandEntry
 {
     const char* command;
-    const char* subcommand; // empty for a command that has none
+    const char* subcommand; // one or two words; empty for a command that has none
     const char* arguments; // as in CommandSyntax; empty if there are none
     const char* summary; // a whole sentence
     const char* example; // a script; together they run on the sample project, in the order of the table
     const char* answer; // of the example; empty if there is none, or if it depends on the window
 
     [[nodiscard]] QString name() const; // "zel_view fit"
+    [[nodiscard]] int wordCount() const; // of the name
     [[nodiscard]] QString usage() const; // the name and the arguments
     [[nodiscard]] CommandSyntax syntax() const { return CommandSyntax(QString::fromLatin1(arguments)); }
 };
@@ -31,6 +32,9 @@ struct CommandEntry
 
 // Returns null if there is none.
 [[nodiscard]] const CommandEntry* commandEntry(const QString& command, const QString& subcommand = {});
+
+// The entry that the first words of a call mean; null if there is none. A subcommand may have two words.
+[[nodiscard]] const CommandEntry* commandEntryOf(const QStringList& words);
 
 // The entries of one command, or all of them for an empty text.
 [[nodiscard]] std::vector<const CommandEntry*> commandEntries(const QString& command = {});

@@ -6,6 +6,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace mirn::zelchip {
@@ -105,6 +106,7 @@ public:
     std::function<bool()> mayExit;
     int depth = 0; // nesting of evaluate() calls
     bool isCancelled = false;
+    std::chrono::steady_clock::time_point lastResponse; // of stayResponsive()
 };
 
 int TclInterpreterPrivate::run(ClientData data, Tcl_Interp* interpreter, int count, Tcl_Obj* const objects[])
@@ -236,6 +238,16 @@ void TclInterpreter::setExitGuard(std::function<bool()> mayExit)
 void TclInterpreter::setBusyHandler(std::function<void()> handler)
 {
     d->busyHandler = std::move(handler);
+}
+
+bool TclInterpreter::stayResponsive()
+{
+    const auto now = std::chrono::steady_clock::now();
+    if (d->busyHandler && now - d->lastResponse >= std::chrono::microseconds(BusyIntervalMicroseconds)) {
+        d->busyHandler();
+        d->lastResponse = std::chrono::steady_clock::now();
+    }
+    return !d->isCancelled;
 }
 
 void TclInterpreter::cancel()

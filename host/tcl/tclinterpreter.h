@@ -59,6 +59,10 @@ public:
     // cancel().
     void setBusyHandler(std::function<void()> handler);
 
+    // For a command that takes long: calls that function as often as a script would. Returns false once the scripts
+    // were cancelled, so that the command can end.
+    [[nodiscard]] bool stayResponsive();
+
     // Ends the running scripts with an error that they cannot catch. Does nothing if none runs.
     void cancel();
     [[nodiscard]] bool isRunning() const;

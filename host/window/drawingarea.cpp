@@ -3,12 +3,14 @@
 
 #include "chipview/zelchipgui.h"
 #include "chipview/zelchipviewdatabase.h"
+#include "engine/referenceengine.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
+#include "host/design/designeditor.h"
 #include "host/drawing/drawingfit.h"
 #include "host/drawing/drawingground.h"
-#include "host/drawing/elementprobe.h"
+#include "host/drawing/lockmarks.h"
 #include "host/drawing/rowkeeper.h"
 #include "host/gestures/dragnavigation.h"
 #include "host/gestures/pointergestures.h"
@@ -16,6 +18,9 @@
 #include "host/gestures/zoomanchor.h"
 #include "host/project/projectsession.h"
 #include "host/widgets/findbox.h"
+#include "planning/elementprobe.h"
+#include "planning/overviewmap.h"
+#include "planning/resourcetip.h"
 #include "resources/zelrestable.h"
 #include "resources/zeltree.h"
 
@@ -84,7 +89,12 @@ DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_fit = new DrawingFit(m_graphicsView); // child of the view
     m_fit->fit();
     m_history = new ViewHistory(m_graphicsView); // child of the view
+    // Qt asks the last installed event filter first. The aids of the planning menu come later, so that a line or the
+    // reason of a refusal goes before the resource of the site.
+    new zelchipview::ResourceTip(m_graphicsView, *m_session->engine()); // child of the view
+    m_overview = new zelchipview::OverviewMap(m_graphicsView); // child of the viewport
     QObject::connect(m_fit, &DrawingFit::refitted, m_history, &ViewHistory::replace);
+    m_locks = new LockMarks(m_graphicsView, m_tree, m_session->editor().engine().design()); // child of the view
     m_rows = new RowKeeper(m_tree); // child of the tree
     QObject::connect(m_rows, &RowKeeper::clickedAgain, &controller, &ZELChipViewDatabase::treeItemClicked);
 }
@@ -123,6 +133,7 @@ void DrawingArea::refresh()
 {
     m_chipView->refresh(zelchipview::REFRESH_ALL);
     m_rows->restore();
+    m_locks->refresh();
 }
 
 void DrawingArea::fit()
@@ -134,6 +145,7 @@ void DrawingArea::settle()
 {
     QCoreApplication::sendPostedEvents(m_graphicsView, QEvent::MetaCall); // scroll bars come and go
     m_fit->settle();
+    m_overview->settle();
 }
 
 bool DrawingArea::zoomToSelection()
@@ -141,7 +153,7 @@ bool DrawingArea::zoomToSelection()
     QList<QGraphicsItem*> selected;
     const QList<QGraphicsItem*> items = m_scene->items();
     for (QGraphicsItem* item : items) {
-        const auto* attribute = attributeOf(item);
+        const auto* attribute = zelchipview::attributeOf(item);
         if (attribute && m_scene->selectedItemContains(attribute->itemId))
             selected.append(item);
     }

@@ -8,6 +8,7 @@ class QString;
 class QWidget;
 
 namespace mirn::zelchipview {
+class OverviewMap;
 class ZelChipGUI;
 class ZelGraphicsScene;
 class ZelGraphicsView;
@@ -18,6 +19,7 @@ class ZelTree;
 namespace mirn::zelchip {
 
 class DrawingFit;
+class LockMarks;
 class FindBox;
 class ProjectSession;
 class RowKeeper;
@@ -51,6 +53,7 @@ public:
     [[nodiscard]] FindBox* findBox() const { return m_findBox; }
 
     [[nodiscard]] ViewHistory* history() const { return m_history; }
+    [[nodiscard]] zelchipview::OverviewMap* overview() const { return m_overview; }
 
     // Brings tree, drawing and table up to date with the design. The selected row stays selected.
     void refresh();
@@ -92,7 +95,9 @@ private:
     FindBox* m_findBox = nullptr;
     DrawingFit* m_fit; // child of the graphics view, like the history
     ViewHistory* m_history;
+    zelchipview::OverviewMap* m_overview; // child of the viewport
     RowKeeper* m_rows; // child of the tree
+    LockMarks* m_locks; // child of the graphics view
 };
 
 } // namespace mirn::zelchip

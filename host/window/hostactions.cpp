@@ -37,6 +37,16 @@ QAction* newAction(QMainWindow* window, const QString& text, const QKeySequence&
     return action;
 }
 
+// It can be checked and is; the object name is that under which it is remembered.
+QAction* newToggle(QMainWindow* window, const QString& text, const QString& name)
+{
+    QAction* action = newAction(window, text);
+    action->setObjectName(name);
+    action->setCheckable(true);
+    action->setChecked(true);
+    return action;
+}
+
 // The tip includes the shortcut, because a tool bar shows neither text nor keys.
 void decorate(QAction* action, const QString& text, const char* iconName, const QString& tip)
 {
@@ -73,6 +83,9 @@ void HostActions::createActions(QMainWindow* window)
     showHistory({}, {});
     find = newAction(window, tr("&Find Resource"), QKeySequence::Find);
     placeOn = newAction(window, tr("&Place on..."), Qt::CTRL | Qt::Key_P);
+    placeRest = newAction(window, tr("Place the &Rest"), Qt::CTRL | Qt::SHIFT | Qt::Key_P);
+    lock = newAction(window, tr("&Lock"), Qt::CTRL | Qt::Key_L);
+    unlock = newAction(window, tr("Unl&ock"), Qt::CTRL | Qt::SHIFT | Qt::Key_L);
     saveSnapshot = newAction(window, tr("Save S&napshot..."), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     quit = newAction(window, tr("&Quit"), QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
@@ -91,6 +104,9 @@ void HostActions::createActions(QMainWindow* window)
     viewBack->setShortcuts({Qt::ALT | Qt::Key_Left, Qt::Key_Backspace});
     viewForward = newAction(window, tr("Ne&xt View"), Qt::ALT | Qt::Key_Right);
 
+    overview = newToggle(window, tr("&Overview"), QStringLiteral("overview"));
+    names = newToggle(window, tr("&Names on Sites"), QStringLiteral("names"));
+
     keys = newAction(window, tr("&Keys and Gestures"), QKeySequence::HelpContents);
     commands = newAction(window, tr("&Commands"));
     about = newAction(window, tr("&About zelchip"));
@@ -104,13 +120,14 @@ void HostActions::fillMenus(QMainWindow* window)
     openRecent = file->addMenu(tr("Open &Recent"));
     file->addSeparator();
     file->addActions({save, saveSnapshot});
+    comparePlacement = file->addMenu(tr("&Compare Placement With"));
     file->addSeparator();
     file->addAction(quit);
 
     QMenu* edit = window->menuBar()->addMenu(tr("&Edit"));
     edit->addActions({undo, redo});
     edit->addSeparator();
-    edit->addActions({find, placeOn});
+    edit->addActions({find, placeOn, placeRest, lock, unlock});
 
     m_viewMenu = window->menuBar()->addMenu(tr("&View"));
     m_endOfModesInMenu = m_viewMenu->addSeparator();

@@ -34,11 +34,15 @@ public:
     QAction* openDrawing;
     QMenu* openRecent; // filled by the window
     QAction* save;
+    QMenu* comparePlacement; // filled by the window
     QAction* saveSnapshot;
     QAction* quit;
     QAction* undo;
     QAction* find;
     QAction* placeOn;
+    QAction* placeRest;
+    QAction* lock;
+    QAction* unlock;
     QAction* redo;
     QAction* zoomIn;
     QAction* zoomOut;
@@ -46,6 +50,8 @@ public:
     QAction* zoomToSelection;
     QAction* viewBack;
     QAction* viewForward;
+    QAction* overview; // can be checked
+    QAction* names; // can be checked
     QAction* keys;
     QAction* commands;
     QAction* about;

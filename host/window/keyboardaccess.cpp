@@ -9,14 +9,16 @@
 #include "host/console/consoledock.h"
 #include "host/design/designeditor.h"
 #include "host/project/projectsession.h"
-#include "host/sites/sitecursor.h"
 #include "host/sites/sitetext.h"
 #include "host/widgets/findbox.h"
+#include "host/window/autoplace.h"
+#include "host/window/comparedock.h"
 #include "host/window/drawingarea.h"
-#include "host/window/placeon.h"
 #include "host/window/problemsdock.h"
 #include "host/window/rowmenu.h"
 #include "host/window/taborder.h"
+#include "planning/placeon.h"
+#include "planning/sitecursor.h"
 #include "resources/zelrestable.h"
 #include "resources/zeltree.h"
 
@@ -30,6 +32,9 @@
 
 namespace mirn::zelchip {
 
+using zelchipview::PlaceOn;
+using zelchipview::SiteCursor;
+
 namespace {
 
 bool hasWordBeginningWith(const QString& text, const QString& sought)
@@ -40,16 +45,18 @@ bool hasWordBeginningWith(const QString& text, const QString& sought)
 
 } // namespace
 
-KeyboardAccess::KeyboardAccess(DrawingArea& area, QAction* placeOn, ConsoleDock* console, ProblemsDock* problems)
+KeyboardAccess::KeyboardAccess(DrawingArea& area, QAction* placeOn, AutoPlace* autoPlace, ConsoleDock* console,
+    ProblemsDock* problems, CompareDock* comparison)
     : QObject(area.graphicsView())
     , m_area(area)
     , m_engine(area.session().editor().engine())
+    , m_autoPlace(autoPlace)
 {
     nameWidgets();
     makeCursorAndList(placeOn);
     makeRowMenu();
     connectFindBox();
-    orderTabs(console, problems);
+    orderTabs(console, problems, comparison);
 }
 
 void KeyboardAccess::nameWidgets()
@@ -76,17 +83,22 @@ void KeyboardAccess::makeCursorAndList(QAction* placeOn)
         Q_EMIT pointed(middle, description);
     });
     connect(cursor, &SiteCursor::refused, this, &KeyboardAccess::told);
-    m_placeOn = new PlaceOn(m_area.graphicsView(), m_area.scene(), m_area.tree(), m_engine, cursor);
+    m_placeOn = new PlaceOn(
+        m_area.graphicsView(), m_area.scene(), m_area.tree(), *m_area.session().engine(), cursor); // child of the view
     connect(m_placeOn, &PlaceOn::refused, this, &KeyboardAccess::told);
     connect(placeOn, &QAction::triggered, m_placeOn, &PlaceOn::openForRow);
 }
 
 void KeyboardAccess::makeRowMenu()
 {
-    new RowMenu(m_area.tree(), [this](QMenu& menu, const QString& resource) { // child of the tree
-        QAction* action = menu.addAction(tr("Place on..."));
+    m_rowMenu = new RowMenu(m_area.tree()); // child of the tree
+    connect(m_rowMenu, &RowMenu::filling, this, [this](QMenu* menu, const QString& resource) {
+        QAction* action = menu->addAction(tr("Place on..."));
         action->setEnabled(m_placeOn->refusal(resource).isEmpty());
         connect(action, &QAction::triggered, m_placeOn, [this, resource] { m_placeOn->open(resource); });
+        QAction* automatic = menu->addAction(tr("Place Automatically"));
+        automatic->setEnabled(m_autoPlace->hasUnplaced(resource));
+        connect(automatic, &QAction::triggered, m_autoPlace, [this, resource] { m_autoPlace->placeBelow(resource); });
     });
 }
 
@@ -129,17 +141,21 @@ void KeyboardAccess::sayWhetherPlaced()
     Q_EMIT told(isPlaced ? QString() : tr("%1 is not placed.").arg(name));
 }
 
-void KeyboardAccess::orderTabs(ConsoleDock* console, ProblemsDock* problems)
+void KeyboardAccess::orderTabs(ConsoleDock* console, ProblemsDock* problems, CompareDock* comparison)
 {
     QList<QWidget*> widgets{
         m_area.findBox(), m_area.tree(), m_area.table(), m_area.graphicsView(), console->output(), console->input()};
-    const auto order = [this, widgets, problems] {
-        // Where it has never been shown, it has no place yet.
-        orderTabsByEye(problems->isVisible() ? widgets + QList<QWidget*>{problems->list()} : widgets,
-            m_area.graphicsView()->window());
+    const auto order = [this, widgets, problems, comparison] {
+        QList<QWidget*> shown = widgets;
+        // Where they have never been shown, they have no place yet.
+        if (problems->isVisible())
+            shown.append(problems->list());
+        if (comparison->isVisible())
+            shown.append(comparison->list());
+        orderTabsByEye(shown, m_area.graphicsView()->window());
     };
     QList<QDockWidget*> docks = m_area.chipView()->findChildren<QDockWidget*>();
-    docks.append({console, problems});
+    docks.append({console, problems, comparison});
     for (QDockWidget* dock : std::as_const(docks)) {
         // Queued, because the dock has not come to its place yet.
         connect(dock, &QDockWidget::dockLocationChanged, this, order, Qt::QueuedConnection);

@@ -10,13 +10,18 @@ class QAction;
 namespace mirn::zelengine {
 class ReferenceEngine;
 }
+namespace mirn::zelchipview {
+class PlaceOn;
+}
 
 namespace mirn::zelchip {
 
+class AutoPlace;
+class CompareDock;
 class ConsoleDock;
 class DrawingArea;
-class PlaceOn;
 class ProblemsDock;
+class RowMenu;
 
 // All that the program does for people who use it without a mouse or without seeing it: the keyboard cursor in the
 // drawing, "Place on...", the menu of a row, the order of Tab, accessible names, and what Find knows of a resource. It
@@ -25,9 +30,13 @@ class KeyboardAccess final : public QObject
 {
     Q_OBJECT
 public:
-    // `placeOn` opens the list for the selected row of the tree. The area, the action and the docks must live as
-    // long.
-    KeyboardAccess(DrawingArea& area, QAction* placeOn, ConsoleDock* console, ProblemsDock* problems);
+    // `placeOn` opens the list for the selected row of the tree. The area, the action, the other way of placing and the
+    // docks must live as long.
+    KeyboardAccess(DrawingArea& area, QAction* placeOn, AutoPlace* autoPlace, ConsoleDock* console,
+        ProblemsDock* problems, CompareDock* comparison);
+
+    // The menu of the tree rows, to which others may add.
+    [[nodiscard]] RowMenu* rowMenu() const { return m_rowMenu; }
 
 Q_SIGNALS:
     // The keyboard cursor has come to a site; `middle` is in scene units.
@@ -41,13 +50,15 @@ private:
     void makeRowMenu();
     void nameWidgets();
     void connectFindBox();
-    void orderTabs(ConsoleDock* console, ProblemsDock* problems);
+    void orderTabs(ConsoleDock* console, ProblemsDock* problems, CompareDock* comparison);
     void sayWhetherPlaced();
     [[nodiscard]] bool matches(const QString& resource, const QString& sought) const;
 
     DrawingArea& m_area;
     const zelengine::ReferenceEngine& m_engine;
-    PlaceOn* m_placeOn = nullptr; // child of the view
+    zelchipview::PlaceOn* m_placeOn = nullptr; // child of the view
+    AutoPlace* const m_autoPlace;
+    RowMenu* m_rowMenu = nullptr; // child of the tree
 };
 
 } // namespace mirn::zelchip

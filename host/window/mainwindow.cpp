@@ -15,7 +15,6 @@
 #include "host/dialogs/projectnotice.h"
 #include "host/drawing/snapshot.h"
 #include "host/drawing/viewprobe.h"
-#include "host/gestures/dragreason.h"
 #include "host/gestures/viewhistory.h"
 #include "host/memory/recentprojects.h"
 #include "host/memory/windowmemory.h"
@@ -24,11 +23,18 @@
 #include "host/widgets/chipstatusbar.h"
 #include "host/widgets/findbox.h"
 #include "host/widgets/loadprogress.h"
-#include "host/widgets/pointernote.h"
+#include "host/window/autoplace.h"
 #include "host/window/busyscript.h"
+#include "host/window/comparedock.h"
 #include "host/window/drawingarea.h"
 #include "host/window/keyboardaccess.h"
+#include "host/window/lockactions.h"
+#include "host/window/moveaids.h"
+#include "host/window/planningmenu.h"
 #include "host/window/problemsdock.h"
+#include "planning/overviewmap.h"
+#include "planning/pointernote.h"
+#include "planning/siteplaces.h"
 #include "resources/zeltree.h"
 
 #include <QAction>
@@ -56,11 +62,16 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_busyScript(new BusyScript(m_shell, this))
     , m_console(new ConsoleDock(this))
     , m_problems(new ProblemsDock(this, m_console, [this] { return m_drawingArea.get(); }))
+    , m_compare(new CompareDock(this, m_console, [this] { return m_drawingArea.get(); }))
     , m_statusBar(new ChipStatusBar(this))
-    , m_dragNote(new PointerNote(this))
+    , m_dragNote(new zelchipview::PointerNote(this))
+    , m_planning(new PlanningMenu(this))
     , m_notice(new ProjectNotice(this))
     , m_memory(new WindowMemory(this, m_console, m_actions.openRecent))
 {
+    m_memory->keep(m_actions.overview);
+    for (QAction* choice : m_planning->choices())
+        m_memory->keep(choice);
     setWindowIcon(QIcon(QStringLiteral(":/zelchip/zelchip.png")));
     setStatusBar(m_statusBar);
     m_refresh.setSingleShot(true);
@@ -94,6 +105,7 @@ void MainWindow::connectActions()
     connect(m_actions.zoomToSelection, &QAction::triggered, this, &MainWindow::zoomToSelection);
     connect(m_actions.viewBack, &QAction::triggered, this, [this] { m_drawingArea->history()->back(); });
     connect(m_actions.viewForward, &QAction::triggered, this, [this] { m_drawingArea->history()->forward(); });
+    connect(m_actions.overview, &QAction::toggled, this, [this](bool isOn) { m_drawingArea->overview()->setOn(isOn); });
     connect(m_actions.keys, &QAction::triggered, this, &MainWindow::showKeys);
     connect(m_actions.commands, &QAction::triggered, this, [this] { openCommandsWindow(this); });
     connect(m_actions.about, &QAction::triggered, this, &MainWindow::showAbout);
@@ -182,7 +194,7 @@ void MainWindow::connectShell()
 void MainWindow::showSession(std::unique_ptr<ProjectSession> session)
 {
     replaceDrawingArea(std::move(session));
-    m_shell.setEditor(editor());
+    m_shell.setEditor(editor(), [this] { return [this](int site) { return middleOf(*scene(), site); }; });
     setCentralWidget(m_drawingArea->chipView());
     // Qt would show it later, and until then the console would grow into the gap.
     m_drawingArea->chipView()->show();
@@ -234,11 +246,13 @@ void MainWindow::replaceDrawingArea(std::unique_ptr<ProjectSession> session)
 
 void MainWindow::connectChipView()
 {
+    m_drawingArea->overview()->setOn(m_actions.overview->isChecked());
     connect(m_drawingArea->chipView(), &ZelChipGUI::sigRunTclCmd, this, &MainWindow::answerView);
     m_probe = new ViewProbe(m_drawingArea->graphicsView(), editor().engine().device());
     connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
     connect(m_probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
     connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showMagnification);
+    m_planning->begin(*m_drawingArea);
 }
 
 void MainWindow::showSummary()
@@ -258,7 +272,11 @@ void MainWindow::showSummary()
 
 void MainWindow::connectConsole()
 {
-    m_actions.addToggles({m_console->toggleViewAction(), m_problems->toggleViewAction()});
+    m_memory->keep(m_actions.names);
+    m_actions.addToggles(m_planning->menuActions());
+    m_actions.addToggles({m_actions.names, m_actions.overview, m_console->toggleViewAction(),
+        m_problems->toggleViewAction(), m_compare->toggleViewAction()});
+    m_compare->setMenu(m_actions.comparePlacement);
     connect(m_problems, &ProblemsDock::counted, m_statusBar, &ChipStatusBar::setProblems);
     connect(m_statusBar, &ChipStatusBar::problemsRequested, m_problems, &ProblemsDock::come);
     const auto resources = [this] {
@@ -311,23 +329,36 @@ void MainWindow::connectDesign()
         reportResult(TclResult::error(reason));
         m_refresh.start(0); // the view takes the refused setting for written
     });
-    auto* reason = new DragReason(graphicsView(), tree(), editor().engine()); // owned by the view
-    connect(reason, &DragReason::changed, this, [this](const QString& text, QPoint position) {
+    m_moveAids = new MoveAids(*m_drawingArea, m_actions.names);
+    connect(m_moveAids, &MoveAids::commandChanged, this, [this](const QString& command) {
+        if (!command.isEmpty())
+            m_statusBar->showMessage(command);
+        else if (!m_dragNote->isVisible()) // else there is a reason
+            m_statusBar->clearMessage();
+    });
+    connect(m_moveAids, &MoveAids::changed, this, [this](const QString& text, QPoint position) {
         m_statusBar->showMessage(text);
         m_dragNote->showAt(text, position);
     });
-    connect(reason, &DragReason::refused, this, [this](const QString& text, QPoint position) {
+    connect(m_moveAids, &MoveAids::refused, this, [this](const QString& text, QPoint position) {
         m_statusBar->showMessage(text, MessageMilliseconds);
-        m_dragNote->showAt(text, position);
-        m_dragNote->fade();
+        m_dragNote->showForAWhile(text, position);
     });
-    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, m_console, m_problems); // owned by the view
+    const auto tell = [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); };
+    auto* autoPlace = new AutoPlace(*m_drawingArea); // owned by the view, as the next one
+    connect(m_actions.placeRest, &QAction::triggered, autoPlace, &AutoPlace::placeRest);
+    connect(autoPlace, &AutoPlace::told, m_statusBar, tell);
+    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, autoPlace, m_console, m_problems, m_compare);
     connect(keyboard, &KeyboardAccess::pointed, m_statusBar,
         [this](const QPointF& middle, const QString& site) { m_statusBar->showPointer(middle, site, {}); });
-    connect(keyboard, &KeyboardAccess::told, m_statusBar,
-        [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); });
+    connect(keyboard, &KeyboardAccess::told, m_statusBar, tell);
+    auto* locks = new LockActions(*m_drawingArea, m_actions.lock, m_actions.unlock, keyboard->rowMenu());
+    connect(locks, &LockActions::commandRequested, this,
+        [this](const QString& command) { m_shell.run(command, CommandShell::Origin::View); });
+    connect(locks, &LockActions::refused, m_statusBar, tell);
     showDesignState();
     m_problems->refresh();
+    m_compare->refresh();
 }
 
 void MainWindow::refreshView()
@@ -335,7 +366,10 @@ void MainWindow::refreshView()
     m_refresh.stop();
     m_drawingArea->refresh();
     m_probe->refresh();
+    m_moveAids->refresh();
+    m_planning->refresh();
     m_problems->refresh();
+    m_compare->refresh();
     showDesignState();
 }
 
@@ -407,6 +441,7 @@ void MainWindow::settle()
         refreshView();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     m_drawingArea->settle();
+    m_planning->settle();
     m_probe->update();
 }
 

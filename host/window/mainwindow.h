@@ -12,13 +12,19 @@
 
 #include <memory>
 
+namespace mirn::zelchipview {
+class PointerNote;
+}
+
 namespace mirn::zelchip {
 
 class BusyScript;
 class ChipStatusBar;
+class CompareDock;
 class DrawingArea;
 class ConsoleDock;
-class PointerNote;
+class MoveAids;
+class PlanningMenu;
 class ProblemsDock;
 class ProjectNotice;
 class WindowMemory;
@@ -88,6 +94,9 @@ private:
     zelchipview::ZelGraphicsView* graphicsView() override;
     QTreeWidget* tree() override;
     const zelengine::Device& device() const override;
+    QAction* names() override { return m_actions.names; }
+    QAction* overview() override { return m_actions.overview; }
+    PlanningMenu& planning() override { return *m_planning; }
     void settle() override;
 
     void chooseProject();
@@ -104,12 +113,15 @@ private:
     ConsoleDock* const m_console; // child of the window
     QTimer m_refresh; // updates the view once after a series of changes
     ProblemsDock* const m_problems; // child of the window
+    CompareDock* const m_compare; // child of the window
     ChipStatusBar* const m_statusBar; // child of the window
-    PointerNote* const m_dragNote; // child of the window
+    zelchipview::PointerNote* const m_dragNote; // child of the window
+    PlanningMenu* const m_planning; // child of the window
     ProjectNotice* const m_notice; // child of the window
     WindowMemory* const m_memory; // child of the window
     std::unique_ptr<DrawingArea> m_drawingArea;
-    ViewProbe* m_probe = nullptr; // child of the graphics view
+    ViewProbe* m_probe = nullptr; // child of the graphics view, like the aids
+    MoveAids* m_moveAids = nullptr;
     bool m_isArranged = false; // whether the docks have had their initial sizes
 };
 

@@ -8,14 +8,11 @@
 #include <QMenu>
 #include <QTreeWidget>
 
-#include <utility>
-
 namespace mirn::zelchip {
 
-RowMenu::RowMenu(QTreeWidget* tree, Addition addition)
+RowMenu::RowMenu(QTreeWidget* tree)
     : QObject(tree)
     , m_tree(tree)
-    , m_addition(std::move(addition))
     , m_menu(new QMenu(tree))
 {
     m_menu->setObjectName(QStringLiteral("rowMenu"));
@@ -44,7 +41,7 @@ bool RowMenu::open(const QContextMenuEvent& event)
     if (QMenu* own = zelchipview::ZELChipViewDatabase::getInstance()->getTreePopupMenu(item))
         m_menu->addActions(own->actions());
     m_menu->addSeparator();
-    m_addition(*m_menu, item->data(0, zelchipview::RESOURCENAME).toString());
+    Q_EMIT filling(m_menu, item->data(0, zelchipview::RESOURCENAME).toString());
     m_menu->popup(isByKey ? besideRow(item) : event.globalPos());
     return true;
 }

@@ -5,8 +5,6 @@
 #include <QPoint>
 #include <QString>
 
-#include <functional>
-
 class QContextMenuEvent;
 class QMenu;
 class QTreeWidget;
@@ -21,19 +19,19 @@ class RowMenu final : public QObject
 {
     Q_OBJECT
 public:
-    // Adds the host's actions for a resource, by name, to the menu.
-    using Addition = std::function<void(QMenu& menu, const QString& resource)>;
-
-    RowMenu(QTreeWidget* tree, Addition addition);
+    explicit RowMenu(QTreeWidget* tree);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+Q_SIGNALS:
+    // Emitted before the menu opens: whoever has actions for the resource adds them. The next opening removes them.
+    void filling(QMenu* menu, const QString& resource);
 
 private:
     bool open(const QContextMenuEvent& event);
     [[nodiscard]] QPoint besideRow(const QTreeWidgetItem* item) const;
 
     QTreeWidget* const m_tree;
-    const Addition m_addition;
     QMenu* const m_menu; // child of the tree
 };
 

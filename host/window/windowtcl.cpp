@@ -7,8 +7,9 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/design/elementname.h"
 #include "host/drawing/drawingfit.h"
-#include "host/sites/siteplaces.h"
 #include "host/tcl/arguments.h"
+#include "host/window/planningmenu.h"
+#include "planning/siteplaces.h"
 
 #include <QAction>
 #include <QGraphicsItem>
@@ -62,7 +63,7 @@ TclResult where(WindowAccess& window, const Arguments& arguments)
     const NamedElement element = NamedElement::find(window.device(), text);
     if (!element.error.isEmpty())
         return TclResult::error(element.error);
-    const QGraphicsItem* item = outlineOf(*window.scene(), element.id);
+    const QGraphicsItem* item = zelchipview::outlineOf(*window.scene(), element.id);
     if (!item)
         return noSuchElement(text);
     zelchipview::ZelGraphicsView* view = window.graphicsView();
@@ -79,7 +80,7 @@ CommandHandler withElements(WindowAccess& window, void (*function)(WindowAccess&
             const NamedElement element = NamedElement::find(window.device(), text);
             if (!element.error.isEmpty())
                 return TclResult::error(element.error);
-            if (!outlineOf(*window.scene(), element.id))
+            if (!zelchipview::outlineOf(*window.scene(), element.id))
                 return noSuchElement(text);
             ids.append(element.id);
         }
@@ -126,6 +127,30 @@ TclResult mode(const Arguments& arguments)
     return TclResult::value();
 }
 
+// Without an argument this returns what is shown.
+TclResult connections(WindowAccess& window, const Arguments& arguments)
+{
+    if (arguments.positional().isEmpty())
+        return TclResult::value(window.planning().connections());
+    const QString word = arguments.positional().first();
+    if (!PlanningMenu::connectionWords().contains(word))
+        return arguments.error();
+    window.planning().setConnections(word);
+    return TclResult::value();
+}
+
+// The same for an aid that is on or off.
+TclResult toggle(QAction* action, const Arguments& arguments)
+{
+    if (arguments.positional().isEmpty())
+        return TclResult::value(action->isChecked() ? QStringLiteral("1") : QStringLiteral("0"));
+    const QString word = arguments.positional().first();
+    if (word != QLatin1String("0") && word != QLatin1String("1"))
+        return arguments.error();
+    action->setChecked(word == QLatin1String("1"));
+    return TclResult::value();
+}
+
 CommandHandler plain(const std::function<void()>& function)
 {
     return [function](const Arguments&) {
@@ -144,6 +169,11 @@ Subcommands viewCommands(WindowAccess& window)
         {QStringLiteral("select"), withElements(window, &select)},
         {QStringLiteral("selected"), [](const Arguments&) { return selected(); }},
         {QStringLiteral("mode"), &mode},
+        {QStringLiteral("names"), [&](const Arguments& arguments) { return toggle(window.names(), arguments); }},
+        {QStringLiteral("overview"), [&](const Arguments& arguments) { return toggle(window.overview(), arguments); }},
+        {QStringLiteral("connections"), [&](const Arguments& arguments) { return connections(window, arguments); }},
+        {QStringLiteral("candidates"),
+            [&](const Arguments& arguments) { return toggle(window.planning().candidates(), arguments); }},
         {QStringLiteral("snapshot"),
             [&](const Arguments& arguments) { return resultOf(window.saveSnapshot(arguments.positional().first())); }},
         {QStringLiteral("where"), [&](const Arguments& arguments) { return where(window, arguments); }},

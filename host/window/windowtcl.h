@@ -3,6 +3,7 @@
 
 #include <QString>
 
+class QAction;
 class QTreeWidget;
 
 namespace mirn::zelengine {
@@ -17,6 +18,7 @@ class ZelGraphicsView;
 
 namespace mirn::zelchip {
 
+class PlanningMenu;
 class TclInterpreter;
 
 // The parts of the window that the commands on the view and on the project need. The pointers belong to the project
@@ -32,6 +34,11 @@ public:
     [[nodiscard]] virtual zelchipview::ZelGraphicsView* graphicsView() = 0;
     [[nodiscard]] virtual QTreeWidget* tree() = 0;
     [[nodiscard]] virtual const zelengine::Device& device() const = 0;
+    // Shows and hides the names on sites.
+    [[nodiscard]] virtual QAction* names() = 0;
+    // Has the overview map come when only a part of the drawing is shown.
+    [[nodiscard]] virtual QAction* overview() = 0;
+    [[nodiscard]] virtual PlanningMenu& planning() = 0;
     // Does at once what would otherwise happen when the program is next idle: new sizes, and what depends on them.
     virtual void settle() = 0;
     virtual void fit() = 0;

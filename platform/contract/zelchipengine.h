@@ -65,8 +65,8 @@ public:
     // Returns true if resource *rsc may be placed on element *site.
     [[nodiscard]] virtual bool canDrop(const std::string* rsc, const std::string* site) = 0;
 
-    // Returns one sentence for users that says why resource *rsc may not be placed on element *site; empty if it may, or
-    // if the engine does not say. The view does not ask; aids around it do.
+    // Returns one sentence for users that says why resource *rsc may not be placed on element *site; empty if it may,
+    // or if the engine does not say. The view does not ask; aids around it do.
     [[nodiscard]] virtual std::string refusalReason(const std::string* rsc, const std::string* site);
 
     // Appends to `items` the ids of the elements on which resource *rsc could be placed while the pointer rests on

@@ -9,7 +9,7 @@
 // A resource on a site, or to be placed on it.
 struct zelplacement
 {
-    std::string resource;
+    std::string resource; // its name
     int site = -1; // element id
 };
 
@@ -17,10 +17,18 @@ struct zelplacement
 struct zelconnection
 {
     std::string from; // the one that feeds or supplies, such as a clock source
-    std::string to;
-    int fromSite = -1; // element ids; -1 if not placed
-    int toSite = -1;
-    std::string broken; // one sentence for users: the rule that the present places break; empty if they break none
+    std::string to; // the one that is fed
+    int fromSite = -1; // element id; -1 if not placed
+    int toSite = -1; // the same for the other
+    std::string broken; // one sentence for users: what is wrong with the present places; empty if nothing is
+};
+
+// An element on which resources may be placed, or a part of the device beside them.
+struct zelsite
+{
+    int id = -1; // element id
+    std::string name; // of this site
+    std::string kind; // for users, as in "PLL"
 };
 
 // What an engine may answer besides the questions of the chip view, so that the aids in planning/ can show what decides
@@ -35,15 +43,36 @@ public:
     zelplanengine(const zelplanengine&) = delete;
     zelplanengine& operator=(const zelplanengine&) = delete;
 
-    // Returns all connections of the design. Every two resources that are connected for the same reason are there once.
+    // Returns all connections of the design, each once. Where each of many resources is connected to each other, a
+    // chain of them is enough.
     [[nodiscard]] virtual std::vector<zelconnection> connections();
+
+    // Returns the connections of one resource to each other, also those to members of an IP or a bank that
+    // connections() may leave out. The answer here are those of connections().
+    [[nodiscard]] virtual std::vector<zelconnection> connectionsOf(const std::string* rsc);
 
     // Returns the ids of the elements on which a resource may be placed now.
     [[nodiscard]] virtual std::vector<int> sitesFor(const std::string* rsc);
 
+    // Returns all sites of the device, in the order of its own documents.
+    [[nodiscard]] virtual std::vector<zelsite> sites();
+
+    // Returns the ids of the elements that are made for resources such as this one, whether it may be placed there now
+    // or not.
+    [[nodiscard]] virtual std::vector<int> sitesOfKind(const std::string* rsc);
+
+    // Returns one sentence for users that says why a resource cannot be placed on any element now, whichever it is: it
+    // only groups others, or is fixed where it is. Empty otherwise, even if all elements refuse it for reasons of their
+    // own.
+    [[nodiscard]] virtual std::string refusalToPlace(const std::string* rsc);
+
     // Returns all placements that the placing of a resource on an element would cause: one, or those of the parts of an
     // IP or a group; none if it may not be placed there.
     [[nodiscard]] virtual std::vector<zelplacement> placementsOf(const std::string* rsc, const std::string* site);
+
+    // Returns whether two placed resources may exchange their sites. If not, *reason becomes one sentence for users
+    // that says why, or stays empty if the engine does not know.
+    [[nodiscard]] virtual bool maySwap(const std::string* rsc, const std::string* other, std::string* reason);
 
     // Returns the name of the resource on an element; empty if there is none.
     [[nodiscard]] virtual std::string occupant(const std::string* site);

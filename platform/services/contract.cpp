@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 
 // The out-of-line destructors of the contract's interfaces: they keep each class's type information in this library,
-// so that dynamic_cast works across library borders. And the answers of an engine to optional questions that it does not know.
+// so that dynamic_cast works across library borders. And the answers of an engine to optional questions that it does
+// not know.
 
 #include "platform/contract/zelattributes.h"
 #include "platform/contract/zelchipdata.h"
@@ -29,7 +30,32 @@ std::vector<zelconnection> zelplanengine::connections()
     return {};
 }
 
+std::vector<zelconnection> zelplanengine::connectionsOf(const std::string* rsc)
+{
+    std::vector<zelconnection> result;
+    for (const zelconnection& connection : connections()) {
+        if (connection.from == *rsc || connection.to == *rsc)
+            result.push_back(connection);
+    }
+    return result;
+}
+
 std::vector<int> zelplanengine::sitesFor(const std::string* /*rsc*/)
+{
+    return {};
+}
+
+std::vector<zelsite> zelplanengine::sites()
+{
+    return {};
+}
+
+std::vector<int> zelplanengine::sitesOfKind(const std::string* /*rsc*/)
+{
+    return {};
+}
+
+std::string zelplanengine::refusalToPlace(const std::string* /*rsc*/)
 {
     return {};
 }
@@ -37,6 +63,11 @@ std::vector<int> zelplanengine::sitesFor(const std::string* /*rsc*/)
 std::vector<zelplacement> zelplanengine::placementsOf(const std::string* /*rsc*/, const std::string* /*site*/)
 {
     return {};
+}
+
+bool zelplanengine::maySwap(const std::string* /*rsc*/, const std::string* /*other*/, std::string* /*reason*/)
+{
+    return false;
 }
 
 std::string zelplanengine::occupant(const std::string* /*site*/)

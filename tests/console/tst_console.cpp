@@ -442,7 +442,7 @@ private Q_SLOTS:
         row("a subcommand", "zel_resource pl", "zel_resource place ", "place");
         row("subcommands", "zel_resource re", "zel_resource re", "reset|remove|restore");
         row("all subcommands", "zel_tree ", "zel_tree ", "where|expand|collapse|select");
-        row("options", "zel_resource place ", "zel_resource place -", "-rsc|-id");
+        row("options", "zel_resource place ", "zel_resource place -", "-rsc|-id|-auto");
         row("options of a command without subcommands", "zel_setting -", "zel_setting -", "-id|-key|-value");
         row("options that are left", "zel_resource place -id 3 ", "zel_resource place -id 3 -rsc ", "-rsc");
         row("no option where its value is due", "zel_setting -key ", "zel_setting -key ", "");

@@ -7,8 +7,8 @@ cd "$1"
 
 units=$(mktemp)
 trap 'rm -f "$units"' EXIT
-mapfile -t sources < <(find benchmarks chipview dialogs engine examples filter generator graphics host placement platform \
-    resources -name '*.h' -o -name '*.cpp' | sort)
+mapfile -t sources < <(find benchmarks chipview dialogs engine examples filter generator graphics host placement planning \
+    platform resources -name '*.h' -o -name '*.cpp' | sort)
 
 awk -v units="$units" '
     # A room is the folder or the file pattern that fits a name best.

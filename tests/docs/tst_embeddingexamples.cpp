@@ -11,7 +11,9 @@
 #include "resources/zeltree.h"
 #include "tests/support/testmain.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QDialog>
 #include <QTemporaryDir>
 
 using namespace mirn::zelchipview;
@@ -46,6 +48,7 @@ private Q_SLOTS:
         window.resize(600, 400);
         window.show();
         showWholeDrawing(view);
+        addPlanningAids(engine, &window);
         ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
         ZelTree* tree = database->getTree(nullptr);
         QCOMPARE(database->getScene(nullptr)->items().size(), 2);
@@ -56,6 +59,10 @@ private Q_SLOTS:
         QVERIFY(database->selectedIds().isEmpty());
         QVERIFY(database->canDrop(nullptr, -1));
         QVERIFY(!database->canDrop(nullptr, 5));
+        window.actions().first()->trigger(); // "Place on..."
+        auto* sites = tree->findChild<QDialog*>("siteList");
+        QCOMPARE(sites->findChild<QAbstractItemView*>()->model()->rowCount(), 2);
+        sites->reject();
         QCOMPARE(database->drop(7), 0); // refused by the command too
         QCOMPARE(database->drop(5), 1);
         QCOMPARE(command, "zel_resource place -rsc {top/u1} -id 5");

@@ -24,7 +24,7 @@ inline QStringList factsOf(const mirn::zelengine::ReferenceEngine& engine)
     QStringList facts = design.removedPaths();
     for (int index : design.all()) {
         const auto& resource = design.resource(index);
-        facts.append(resource.path + '@' + QString::number(resource.site));
+        facts.append(resource.path + '@' + QString::number(resource.site) + (resource.locked ? " locked" : ""));
         for (const auto& parameter : mirn::zelengine::parametersOf(resource.type))
             facts.last() += ',' + design.parameter(index, parameter.key);
     }

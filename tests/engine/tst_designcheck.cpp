@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "tests/engine/designstate.h"
 #include "tests/engine/openengine.h"
 #include "tests/engine/projectfolder.h"
 #include "tests/support/testmain.h"
@@ -30,8 +31,7 @@ class TestDesignCheck : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
-    // A state is written as placements "RESOURCE@SITE" and settings "SITE KEY=VALUE", which no rule is asked about. The
-    // problems are those that one without anything on its sites does not have.
+    // The problems are those that a state without anything on its sites does not have.
     void findsWhatIsWrong_data()
     {
         const Rows<QStringList, QStringList> row;
@@ -62,7 +62,8 @@ private Q_SLOTS:
     {
         const auto [state, expected] = row<QStringList, QStringList>();
         m_engine = openEngine(m_folder.path());
-        enter(state);
+        QCOMPARE(static_cast<int>(m_engine->problems().size()), 6); // what is kept of them must not outlive a change
+        enterState(*m_engine, state);
         QStringList errors;
         QStringList warnings;
         for (const Problem& problem : m_engine->problems()) {
@@ -91,30 +92,37 @@ private Q_SLOTS:
         ProjectFolder folder(resources.replace("\"T\"", '"' + type + '"'));
         folder.write("device.json", smallDevice().replace("\"PLL\"]", "\"UVCCIO\"]"));
         m_engine = openEngine(folder.path());
-        enter(state.split(' ', Qt::SkipEmptyParts));
+        enterState(*m_engine, state.split(' ', Qt::SkipEmptyParts));
         QCOMPARE(text(m_engine->problems().back()), "warning: top/z is not placed" + addition + " [top/z] []");
     }
 
-private:
-    void enter(const QStringList& state)
+    void resourceIsDescribed_data()
     {
-        std::vector<Placement> placements;
-        QHash<int, SiteSettingChanges> settings;
-        for (const QString& each : state) {
-            const QStringList placement = each.split('@');
-            const QStringList setting = each.split(' ');
-            if (placement.size() == 2)
-                placements.push_back({m_engine->design().find("top/" + placement[0]), idOf(placement[1])});
-            else
-                settings[idOf(setting[0])].insert(setting[1].section('=', 0, 0), setting[1].section('=', 1));
-        }
-        m_engine->setSites(placements);
-        for (auto it = settings.cbegin(); it != settings.cend(); ++it)
-            m_engine->setSettingChanges(it.key(), it.value());
+        const Rows<QStringList> row; // the lines after the name
+        row("duo", {"Unit, 1 of 3 placed", "Fed by top/duo/ref (not placed)"});
+        row("duo/a", {"Channel, on U2_CH0", "Fed by top/duo/ref (not placed)"});
+        row("duo/b", {"Channel, not placed", "Fed by top/duo/ref (not placed)"});
+        row("duo/ref", {"Reference, not placed, 100 MHz", "Feeds top/duo"}); // once, although it has two channels
+        row("group", {});
+        row("v33",
+            {"Supply, on V0_1", "Needs 3.3 V",
+                "top/v33 cannot stay on V0_1: top/v33 needs 3.3 V, but top/v18 gives 1.8 V to BANK0"});
+        row("v18",
+            {"Supply, on V0_2", "Needs 1.8 V",
+                "top/v33 cannot stay on V0_1: top/v33 needs 3.3 V, but top/v18 gives 1.8 V to BANK0"});
     }
 
-    [[nodiscard]] int idOf(const QString& site) const { return m_engine->device().site(site)->id; }
+    void resourceIsDescribed()
+    {
+        const std::string name = "top/" + std::string(QTest::currentDataTag());
+        const auto [lines] = row<QStringList>();
+        m_engine = openEngine(m_folder.path());
+        enterState(*m_engine, {"duo/a@U2_CH0", "v33@V0_1", "v18@V0_2"});
+        QCOMPARE(QString::fromStdString(m_engine->describe(&name)).split('\n'),
+            QStringList(QString::fromStdString(name)) + lines);
+    }
 
+private:
     const ProjectFolder m_folder{DESIGN};
     std::unique_ptr<ReferenceEngine> m_engine;
 };

@@ -115,6 +115,7 @@ private Q_SLOTS:
         const std::string name = resource.toStdString();
         const std::string idText = std::to_string(id);
         QCOMPARE(m_engine->canDrop(&name, &idText), refusal.isEmpty());
+        QCOMPARE(QString::fromStdString(m_engine->refusalReason(&name, &idText)), refusal);
         QCOMPARE(m_engine->place(resource, id), refusal);
         if (refusal.isEmpty())
             QVERIFY(placements(*m_engine).contains(resource.mid(4) + '@' + site));
@@ -131,9 +132,12 @@ private Q_SLOTS:
             const std::string name = start.resource(index).path.toStdString();
             std::list<std::string> proposed;
             m_engine->showProbPlaceItem(&name, &anywhere, proposed);
+            QVERIFY(proposed.empty() || m_engine->refusalToPlace(&name).empty());
+            const std::vector<int> ofKind = m_engine->sitesOfKind(&name);
             for (const auto& site : m_engine->device().sites()) {
                 const std::string id = std::to_string(site.id);
                 const bool isProposed = std::find(proposed.begin(), proposed.end(), id) != proposed.end();
+                QVERIFY(!isProposed || std::find(ofKind.begin(), ofKind.end(), site.id) != ofKind.end());
                 QCOMPARE(m_engine->canDrop(&name, &id), isProposed);
                 QCOMPARE(m_engine->place(start.resource(index).path, site.id).isEmpty(), isProposed);
                 m_engine->setDesign(start);
@@ -181,6 +185,36 @@ private Q_SLOTS:
         QCOMPARE(place("top/quad", "U2"), "top/quad has 3 channels to place, but 1 is free in U2");
     }
 
+    void swapsWhatTheRulesAllow_data()
+    {
+        const Rows<QString, QString, QString> row;
+        row("channels of two IPs, in either's reach", "top/duo/a", "top/mono/a", "");
+        row("the supplies of a bank", "top/v33", "top/v33b", "");
+        row("what would go out of its clock's reach", "top/duo/a", "top/quad/parts/a",
+            "top/duo/ref on REF_L does not reach U2");
+        row("sites of two kinds", "top/duo/a", "top/v33", "V0_1 (Supply) does not take resources of type DCUCHANNEL");
+        row("a supply of another bank's voltage", "top/v33", "top/v18",
+            "top/v18 needs 1.8 V, but top/v33b gives 3.3 V to BANK0");
+        row("what is fixed", "top/duo/a", "top/duo/ref", "top/duo/ref is fixed on REF_L");
+        row("what is not placed", "top/duo/a", "top/core", "top/core is not placed");
+        row("a resource with itself", "top/duo/a", "top/duo/a", "top/duo/a cannot swap with itself");
+        row("what is not there", "top/duo/a", "top/x", "there is no resource \"top/x\"");
+    }
+
+    void swapsWhatTheRulesAllow()
+    {
+        const auto [resource, other, refusal] = row<QString, QString, QString>();
+        QCOMPARE(place("top/mono/a", "U1_CH0"), QString());
+        QCOMPARE(place("top/quad/parts/a", "U2_CH0"), QString());
+        QCOMPARE(place("top/v33b", "V0_2"), QString());
+        QCOMPARE(place("top/v18", "V1_1"), QString());
+        const std::string name = resource.toStdString();
+        const std::string with = other.toStdString();
+        std::string reason;
+        QCOMPARE(m_engine->maySwap(&name, &with, &reason), refusal.isEmpty());
+        QCOMPARE(reason, refusal.toStdString());
+    }
+
     void resets_data()
     {
         const Rows<QString, QString> row;
@@ -200,6 +234,46 @@ private Q_SLOTS:
         const QStringList left = placements(*m_engine).filter(resource.mid(4));
         QVERIFY(left.isEmpty() || left == QStringList{"duo/ref@REF_L"});
         QCOMPARE(m_engine->reset(resource).isEmpty(), false);
+    }
+
+    void locksWhatIsPlaced_data()
+    {
+        const Rows<QString, QString, QString> row;
+        row("a supply", "top/v33", "", "top/v33 is locked on V0_1");
+        row("an IP but for its fixed part", "top/duo", "", "top/duo/a is locked on U0_CH0");
+        row("what is fixed", "top/duo/ref", "top/duo/ref is fixed on REF_L already", "");
+        row("nothing placed", "top/quad", "top/quad is not placed, and only what is placed can be locked", "");
+        row("what is not there", "top/x", "there is no resource \"top/x\"", "");
+    }
+
+    void locksWhatIsPlaced()
+    {
+        const auto [resource, refusal, held] = row<QString, QString, QString>();
+        QCOMPARE(lock(resource), refusal);
+        if (!refusal.isEmpty())
+            return;
+        const QStringList before = placements(*m_engine);
+        QCOMPARE(lock(resource), held + " already");
+        QCOMPARE(place(held.section(' ', 0, 0), "V0_2"), held + "; unlock it first");
+        QCOMPARE(m_engine->reset(resource), held + "; unlock it first");
+        QCOMPARE(placements(*m_engine), before);
+        m_engine->setLocked(m_engine->proposeUnlock(resource).resources, false);
+        QVERIFY(!m_engine->proposeUnlock(resource).isAllowed());
+        QCOMPARE(m_engine->reset(resource), QString());
+    }
+
+    // Like one that is fixed, but a removal takes the lock off.
+    void lockedChannelStaysWhenItsIpMoves()
+    {
+        QCOMPARE(lock("top/duo/a"), QString());
+        QCOMPARE(place("top/duo", "U2"), "top/duo/ref on REF_L does not reach U2");
+        QCOMPARE(place("top/duo", "U1"), QString());
+        QCOMPARE(placements(*m_engine).filter("_CH"), (QStringList{"duo/a@U0_CH0", "duo/b@U1_CH0"}));
+        QCOMPARE(lock("top/duo"), QString());
+        QCOMPARE(place("top/duo", "U0"), "top/duo/b is locked on U1_CH0; unlock it first");
+        QVERIFY(m_engine->remove("top/duo").isEmpty() && m_engine->restore("top/duo").isEmpty());
+        QCOMPARE(m_engine->proposeUnlock("top/duo").refusal, "top/duo is not locked");
+        QCOMPARE(place("top/duo", "U0"), QString());
     }
 
     // A removed IP frees its sites and no longer constrains the clock that fed it.
@@ -247,6 +321,13 @@ private Q_SLOTS:
     }
 
 private:
+    QString lock(const QString& resource)
+    {
+        const auto proposal = m_engine->proposeLock(resource);
+        m_engine->setLocked(proposal.resources, true);
+        return proposal.refusal.sentence();
+    }
+
     QString place(const QString& resource, const QString& site)
     {
         return m_engine->place(resource, idOf(*m_engine, site)).sentence();

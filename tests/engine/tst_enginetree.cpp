@@ -79,6 +79,16 @@ private Q_SLOTS:
         QCOMPARE(fromEngineText(m_engine->getResourceSummary(&text)), summary);
     }
 
+    void tellsWhatIsLocked()
+    {
+        m_engine->setLocked(m_engine->proposeLock("top/ip").resources, true);
+        const std::string ip = "top/ip";
+        const std::string channel = "top/ip/a";
+        QCOMPARE(m_engine->getResourceSummary(&ip), "2 of 3 placed, 1 locked");
+        QCOMPARE(m_engine->getResourceSummary(&channel), "locked on U0_CH0");
+        QVERIFY(!m_engine->tree()->children->at(0)->resettable);
+    }
+
     void codesKinds()
     {
         const std::pair<const char*, int> kinds[] = {{"top/ip", ZEL_RESOURCE_IP}, {"top/ip/a", ZEL_RESOURCE_DCUCHANNEL},

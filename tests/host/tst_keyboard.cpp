@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/zelgraphicsscene.h"
-#include "host/sites/siteplaces.h"
 #include "host/widgets/findbox.h"
+#include "planning/siteplaces.h"
 #include "tests/host/shownwindow.h"
 #include "tests/program/sampleproject.h"
 #include "tests/support/testmain.h"
@@ -154,9 +154,9 @@ private Q_SLOTS:
         QCOMPARE(desk.text(0), "PLL_TL1"); // beside PLL_TL0, where another clock is
         QCOMPARE(ZELChipViewDatabase::getInstance()->highlightedIds().ids(), QSet<int>{FreePll});
         QVERIFY(desk.frame()->isVisible());
-        desk.press(desk.rows(), Qt::Key_Down, 6);
-        QVERIFY(desk.text(6, 1).contains("PLL_TL0 is occupied by gateway/clocks/pll_core"));
-        QVERIFY(desk.rows()->model()->index(6, 0).data(Qt::ForegroundRole).isValid());
+        desk.press(desk.rows(), Qt::Key_Down, 5);
+        QVERIFY(desk.text(5, 1).contains("PLL_TL0 is occupied by gateway/clocks/pll_core"));
+        QVERIFY(desk.rows()->model()->index(5, 0).data(Qt::ForegroundRole).isValid());
         QVERIFY(ZELChipViewDatabase::getInstance()->highlightedIds().isEmpty());
         desk.press(desk.rows(), Qt::Key_Return); // a greyed one is not taken
         QCOMPARE(desk.siteOf(Video), QString());
@@ -216,10 +216,13 @@ private Q_SLOTS:
     void menuKeyOpensTheMenuOfTheRow_data()
     {
         const Rows<QString, QStringList, bool> row; // resource, entries, whether it can be placed
-        row("a folder", "gateway/clocks", {"Reset", "Delete", "Config", "", "Expand", "Collapse", "", "Place on..."},
+        row("a folder", "gateway/clocks",
+            {"Reset", "Delete", "Config", "", "Expand", "Collapse", "", "Place on...", "Place Automatically", "Lock",
+                "Unlock"},
             false);
-        row("a placed one", "gateway/clocks/pll_ddr", {"Reset", "", "Place on..."}, true);
-        row("a free one", Video, {"Place on..."}, true);
+        row("a placed one", "gateway/clocks/pll_ddr",
+            {"Reset", "", "Place on...", "Place Automatically", "Lock", "Unlock"}, true);
+        row("a free one", Video, {"Place on...", "Place Automatically", "Lock", "Unlock"}, true);
     }
 
     void menuKeyOpensTheMenuOfTheRow()
@@ -234,8 +237,11 @@ private Q_SLOTS:
         if (texts.value(0).isEmpty())
             texts.removeFirst(); // a separator at the top is not shown
         QCOMPARE(texts, entries);
-        QCOMPARE(menu->actions().last()->isEnabled(), isPlaceable);
-        menu->actions().last()->trigger();
+        QAction* place = menu->actions()[menu->actions().size() - 4];
+        QCOMPARE(place->isEnabled(), isPlaceable);
+        QCOMPARE(menu->actions()[menu->actions().size() - 2]->isEnabled(), resource != Video); // it is not placed
+        QVERIFY(!menu->actions().last()->isEnabled()); // nothing is locked
+        place->trigger();
         QCOMPARE(desk.list() != nullptr, isPlaceable);
         menu->close();
     }

@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
@@ -21,6 +22,7 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QTreeView>
+#include <QTreeWidget>
 
 using namespace mirn::zelchip;
 using namespace mirn::zelchipview;
@@ -475,6 +477,51 @@ private Q_SLOTS:
         used.run("undo; zel_resource remove -ip top/b");
         QTRY_COMPARE(list->model()->rowCount(), 0);
         QVERIFY(!count->isVisible());
+    }
+
+    // With the saved placement at first, then with that of another implementation, which is changed meanwhile.
+    void placementsAreComparedAndShown()
+    {
+        UsedWindow used;
+        used.files.project.write(
+            "design.json", designWith(R"([{"name": "b", "type": "DCUCHANNEL", "site": "U0_CH0"}])"));
+        used.files.project.write("project.json", QByteArray(R"({"name": "p", "device": "device.json",
+            "design": "design.json", "implementations": [{"name": "one", "directory": "one"},
+            {"name": "two", "directory": "two"}], "defaultImplementation": "one"})"));
+        QVERIFY(QDir().mkpath(used.files.project.path() + "/two"));
+        used.show(used.files.project.path());
+        auto* list = used.window->findChild<QTreeWidget*>("differenceList");
+        QMenu* menu = nullptr;
+        for (QMenu* candidate : used.window->findChildren<QMenu*>())
+            menu = candidate->title() == "&Compare Placement With" ? candidate : menu;
+        const auto choose = [menu](const QString& text) {
+            Q_EMIT menu->aboutToShow();
+            for (QAction* action : menu->actions()) {
+                if (action->text() == text && action->isEnabled())
+                    action->trigger();
+            }
+        };
+        choose("Implementation two"); // which has no placement yet
+        QVERIFY(!list->isVisible());
+        choose("The &Saved One");
+        QVERIFY(list->isVisible() && list->topLevelItemCount() == 0);
+        used.run("zel_resource place -rsc top/b -id 12");
+        QTRY_COMPARE(list->topLevelItemCount(), 1);
+        QCOMPARE(list->topLevelItem(0)->text(2) + list->topLevelItem(0)->text(3), "U0_CH0U0_CH1");
+        list->setCurrentItem(list->topLevelItem(0));
+        QCOMPARE(ZELChipViewDatabase::getInstance()->selectedIds().ids(), (QSet<int>{11, 12}));
+        used.files.project.write("two/placement.tcl", "zel_resource reset -ip top/b\n");
+        choose("Implementation two");
+        QCOMPARE(list->topLevelItem(0)->text(2), "not placed");
+        QCOMPARE(list->parentWidget()->windowTitle(), "Comparison (1)");
+        used.files.project.write("two/placement.tcl", "zel_resource reset -ip top/x\n");
+        used.run("zel_project refresh");
+        QCOMPARE(list->topLevelItemCount(), 0);
+        choose("The &Saved One");
+        QCOMPARE(list->parentWidget()->windowTitle(), "Comparison (1)");
+        list->parentWidget()->hide();
+        used.run("undo");
+        QTRY_COMPARE(list->parentWidget()->windowTitle(), "Comparison");
     }
 };
 

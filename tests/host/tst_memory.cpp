@@ -4,6 +4,7 @@
 #include "host/memory/windowmemory.h"
 #include "host/memory/windowplace.h"
 #include "host/memory/windowsettings.h"
+#include "planning/overviewmap.h"
 #include "tests/host/hostfiles.h"
 #include "tests/host/shownwindow.h"
 #include "tests/program/batchprogram.h"
@@ -37,6 +38,7 @@ public:
     }
 
     [[nodiscard]] QDockWidget* dock(const char* name) const { return window->findChild<QDockWidget*>(name); }
+    [[nodiscard]] QAction* overview() const { return window->findChild<QAction*>("overview"); }
     [[nodiscard]] QStringList recent() const
     {
         QStringList paths;
@@ -105,6 +107,10 @@ private Q_SLOTS:
             shown.console()->setHistory({"set answer 42"});
             shown.chipView()->resizeDocks({shown.dock("Placement")}, {250}, Qt::Horizontal);
             shown.console()->hide();
+            shown.run("zel_view names 0");
+            shown.overview()->setChecked(false);
+            shown.window->findChild<QAction*>("connections-all")->trigger();
+            shown.window->findChild<QAction*>("candidates")->trigger();
             QCoreApplication::processEvents();
             // From one project to the next the docks stay as well.
             width = shown.dock("Placement")->width();
@@ -116,8 +122,13 @@ private Q_SLOTS:
         RememberedWindow shown(files.project.path(), settings);
         QCOMPARE(shown.window->size(), size);
         QCOMPARE(shown.dock("Placement")->width(), width);
-        QVERIFY(!shown.console()->isVisible());
+        QVERIFY(!shown.console()->isVisible() && !shown.overview()->isChecked());
+        QVERIFY(!shown.window->findChild<mirn::zelchipview::OverviewMap*>()->isOn());
+        QVERIFY(shown.window->findChild<QAction*>("connections-all")->isChecked());
+        QVERIFY(!shown.window->findChild<QAction*>("connections-selected")->isChecked());
+        QVERIFY(!shown.window->findChild<QAction*>("candidates")->isChecked());
         QCOMPARE(shown.console()->history(), QStringList("set answer 42"));
+        QVERIFY(!shown.window->findChild<QAction*>("names")->isChecked());
         QCOMPARE(shown.recent(), QStringList({files.project.path(), drawing}));
         QFile::remove(drawing);
         shown.window->open(drawing);
@@ -130,7 +141,7 @@ private Q_SLOTS:
         row("noise", QByteArray("\x00\xff[[[\n=\n%%%\n[window]\nplace", 24));
         row("other types",
             "[window]\nplace=@Rect(1 2 3)\ndocks=7, 8\nmaximized=maybe\n[console]\nhistory=@Variant(\\0)\n"
-            "[files]\nfolder=@ByteArray(x)\nrecent=@Size(1 1)\n[chipview]\ndocks=@Invalid()\n");
+            "[files]\nfolder=@ByteArray(x)\nrecent=@Size(1 1)\n[view]\noverview=7\n[chipview]\ndocks=@Invalid()\n");
         row("numbers beyond all bounds", "[window]\nplace=99999999999x1 -99999999999 7\n");
         row("a damaged arrangement",
             "[window]\ndocks=0123 AAAA/wAAAAD9f////w==\n[chipview]\ndocks=AAAA/wAAAAD9f////w==\n");
@@ -143,6 +154,7 @@ private Q_SLOTS:
         const HostFiles files;
         const QString settings = zeltest::writeFile(m_folder.filePath("damaged.ini"), content);
         RememberedWindow shown(files.project.path(), settings);
+        QVERIFY(shown.overview()->isChecked());
         QVERIFY(shown.console()->isVisible() && shown.window->screen()->geometry().contains(shown.window->geometry()));
         QVERIFY(shown.window->close());
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/tcl/commandtable.h"
 #include "host/widgets/findbox.h"
+#include "planning/locklayer.h"
 #include "tests/host/hostfiles.h"
 #include "tests/host/shownwindow.h"
 #include "tests/support/events.h"
@@ -40,7 +41,11 @@ const QByteArray Design = R"([
 class Planning : public ShownWindow
 {
 public:
-    Planning() { open(); }
+    explicit Planning(const QByteArray& resources = Design)
+        : files(resources)
+    {
+        open();
+    }
     ~Planning() { window.reset(); } // before its files go
 
     void open() { show(files.project.path(), QSize(1000, 700)); }
@@ -65,6 +70,14 @@ public:
     template <typename Event> void drag(QPointF scenePosition)
     {
         zeltest::drag<Event>(view()->viewport(), view()->mapFromScene(scenePosition));
+    }
+
+    void placeRest()
+    {
+        for (QAction* action : window->findChildren<QAction*>()) {
+            if (action->text() == "Place the &Rest")
+                action->trigger();
+        }
     }
 
     void leave() { zeltest::leaveDrag(view()->viewport()); }
@@ -92,7 +105,7 @@ public:
         QTest::mouseDClick(view()->viewport(), Qt::LeftButton, Qt::NoModifier, site);
     }
 
-    HostFiles files{Design};
+    HostFiles files;
 };
 
 } // namespace
@@ -124,6 +137,38 @@ private Q_SLOTS:
         QCOMPARE(planning.message(), "There is no resource \"top/ip\"");
     }
 
+    // The search is in a thread, so the answer comes later.
+    void theRestIsPlacedFromTheMenu()
+    {
+        Planning planning;
+        planning.placeRest();
+        QTRY_COMPARE(planning.message(), "3 resources were placed.");
+        QVERIFY(planning.siteOf("top/duo/a") == 11 || planning.siteOf("top/duo/a") == 12);
+        planning.placeRest();
+        QCOMPARE(planning.message(), "Everything is placed.");
+        planning.run("undo");
+        QCOMPARE(planning.siteOf("top/core"), -1);
+    }
+
+    void whatCannotBePlacedIsSaid()
+    {
+        Planning planning(QByteArray(Design).replace("\"core\"",
+            "\"p\", \"type\": \"PLL\"}, {\"name\": \"q\", "
+            "\"type\": \"PLL\"}, {\"name\": \"core\""));
+        planning.placeRest();
+        QTRY_VERIFY(planning.window->findChild<QMessageBox*>("autoPlaceAnswer"));
+        auto* box = planning.window->findChild<QMessageBox*>("autoPlaceAnswer");
+        QVERIFY2(box->informativeText().startsWith("top/p, top/q and top/core cannot be placed together"),
+            qPrintable(box->informativeText()));
+        QVERIFY(box->informativeText().endsWith("4 of 5 resources can be placed."));
+        for (QAbstractButton* button : box->buttons()) {
+            if (button->text() == "Place These")
+                button->click();
+        }
+        QCOMPARE(planning.message(), "4 resources were placed.");
+        QVERIFY(planning.siteOf("top/duo/b") >= 0);
+    }
+
     void rowThatStaysSaysWhy()
     {
         Planning planning;
@@ -133,6 +178,43 @@ private Q_SLOTS:
         QCOMPARE(planning.message(), "top/held is fixed on V0_1");
         const auto* note = planning.window->findChild<QLabel*>("pointerNote");
         QVERIFY(note->isVisible() && note->text() == planning.message());
+    }
+
+    void lockIsSeenAndHeardAndHolds()
+    {
+        Planning planning;
+        planning.run("zel_resource place -rsc top/duo/a -id 11");
+        QTRY_COMPARE(planning.row("top/duo/a")->text(1), "U0_CH0");
+        planning.tree()->setCurrentItem(planning.row("top/duo/a"));
+        const auto trigger = [&planning](const QString& text) {
+            for (QAction* action : planning.window->findChildren<QAction*>()) {
+                if (action->text() == text)
+                    action->trigger();
+            }
+        };
+        const auto picture = [&planning] {
+            const QRect row = planning.tree()->visualItemRect(planning.row("top/duo/a"));
+            return planning.tree()->viewport()->grab(row).toImage();
+        };
+        const QImage unlockedRow = picture();
+        trigger("&Lock");
+        QTRY_COMPARE(planning.row("top/duo/a")->toolTip(0), "locked on U0_CH0");
+        QCOMPARE(planning.row("top/duo/a")->data(0, Qt::AccessibleDescriptionRole), "locked on U0_CH0");
+        QVERIFY(planning.consoleText().contains("zel_resource lock -ip top/duo/a"));
+        QVERIFY(picture() != unlockedRow);
+        auto* layer = planning.view()->findChild<LockLayer*>();
+        QCOMPARE(layer->elements(), std::vector<int>{11});
+        const QImage marked = planning.view()->viewport()->grab().toImage();
+        layer->setShown(false);
+        QVERIFY(planning.view()->viewport()->grab().toImage() != marked);
+        planning.dragTo("top/duo/a", {13, 13});
+        QCOMPARE(planning.message(), "top/duo/a is locked on U0_CH0; unlock it first");
+        planning.leave();
+        trigger("Unl&ock");
+        QTRY_COMPARE(picture(), unlockedRow);
+        QVERIFY(layer->elements().empty());
+        trigger("Unl&ock");
+        QCOMPARE(planning.message(), "top/duo/a is not locked");
     }
 
     void clickOnTheSelectedRowMarksItsElements()
@@ -429,6 +511,28 @@ private Q_SLOTS:
         QCOMPARE(planning.tree()->currentItem(), planning.row("top/duo/b"));
         planning.run("zel_view zoom 11; zel_view where -id 12; zel_view fit");
         QCOMPARE(planning.view()->transform().m11(), before);
+    }
+
+    void aidsAreDrivenByCommandsAndFollowTheDesign()
+    {
+        Planning planning;
+        const auto picture = [&planning](const QString& script) {
+            planning.run(script);
+            QCoreApplication::processEvents();
+            return planning.view()->viewport()->grab().toImage();
+        };
+        QCOMPARE(planning.answerTo("zel_view connections"), "selected");
+        QCOMPARE(planning.answerTo("zel_view connections all; zel_view connections"), "all");
+        QVERIFY(planning.answerTo("zel_view connections most").contains("off|selected|all"));
+        QVERIFY(planning.answerTo("zel_view candidates yes").contains("0|1"));
+        QCOMPARE(planning.answerTo("zel_view candidates"), "1");
+        planning.run("zel_tree select -rsc top/duo/a");
+        const QImage untinted = picture("zel_view candidates 0");
+        QVERIFY(picture("zel_view candidates 1") != untinted);
+        const QImage placed = picture("zel_resource place -rsc top/duo/a -id 11");
+        QVERIFY(picture("zel_view candidates 0") == placed);
+        planning.run("zel_view candidates 1; undo");
+        QTRY_VERIFY(picture({}) != untinted);
     }
 
     // The tree shows a few rows only, some of which are wider than itself.

@@ -54,14 +54,17 @@ private Q_SLOTS:
         row("the platform exports the contract", ZELPLATFORM_LIBRARY, "mirn::itemviewgui::",
             "::BaseAction ::BaseNavigator ::MirnImplementation ::MirnProject ::MirnProjectManager ::SVGParser "
             "::TRQDebug ::UT_FILEMANAGER ::UT_STREAM ::zel_Line ::zel_Polygon ::zel_Rect ::zel_SingleGraphItem "
-            "::zel_Text ::zelattributes ::zelchipdata ::zelchipengine ::zelprogress ::zelproject ::diagTrace "
+            "::zel_Text ::zelattributes ::zelchipdata ::zelchipengine ::zelplanengine ::zelprogress ::zelproject "
+            "::diagTrace "
             "::isDiagTraceEnabled ::setDiagTraceSink ::ut_file ::zelchipguiVersion GridItem");
         row("the component exports its window, controller, graphics and widgets", ZELCHIPGUI_LIBRARY,
             "mirn::zelchipview::",
             "ChipElement ChipViewNavigator ElementIdSet ZELChipViewDatabase ZELChipViewTreeItem ZELDCUSettingDlg "
             "ZELFillableAttribute ZELGraphicItemAttribute ZELLineAttribute ZELLineItem ZELPolygonAttribute "
             "ZELPolygonItem ZELRectAttribute ZELRectItem ZELTextAttribute ZELTextItem ZelChipGUI ZelGraphicsScene "
-            "ZelGraphicsView ZelResTable ZelTree ChipScene DrawingController TreeController SettingsController");
+            "ZelGraphicsView ZelViewLayer DragReason DragWatch GhostLayer LockLayer MoveGesture NameLayer OverviewMap "
+            "PlaceOn PlanAids PointerNote ResourceTip SiteCursor SwapQuestion ZelResTable ::mirn::zelchipview ZelTree "
+            "ChipScene DrawingController TreeController SettingsController");
     }
 
     void onlyTheInterfaceIsExported()

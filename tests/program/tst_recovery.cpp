@@ -126,7 +126,7 @@ private Q_SLOTS:
         const QString project = m_project.file("earlier");
         QCOMPARE(QProcess::execute("cp", {"-r", ZEL_EARLIER_PROJECT, project}), 0);
         const QString script = m_project.write("state.tcl",
-            "foreach name [zel_resource list] {puts [zel_resource get -ip $name]}\n"
+            "foreach name [zel_resource list] {puts [dict remove [zel_resource get -ip $name] locked]}\n"
             "foreach key {CH0 CH1} {puts [zel_setting -id 10 -key $key]}\n");
         const QByteArray state = zeltest::contentOf(project + "/state.txt");
         QVERIFY(!state.isEmpty());

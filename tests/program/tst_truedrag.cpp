@@ -20,10 +20,13 @@ constexpr int StepPixels = 5; // of a hand that moves
 constexpr int TakenPll = 5001001;
 constexpr int FreePll = 5002001;
 constexpr int OtherFreePll = 5004002; // in the corner across
+constexpr int NearFreePll = 5004001; // in the corner below
+constexpr int PlacedPll = 5003001; // beside it, with a PLL that may move
 constexpr int FreeSupply = 4007001;
 constexpr int OtherFreeSupply = 4003001;
 
 const QByteArray Pll = "gateway/clocks/pll_video";
+const QByteArray OtherPll = "gateway/clocks/pll_serdes";
 const QByteArray Supply = "gateway/supplies/vccio_lvds";
 const QByteArray OtherSupply = "gateway/supplies/vccio_ddr_b";
 
@@ -33,7 +36,7 @@ cd [file dirname [info script]]
 zel_tree expand
 set out [open positions.part w]
 foreach name {gateway/clocks/pll_video gateway/supplies/vccio_lvds gateway/supplies/vccio_ddr_b} {puts $out "$name [zel_tree where -rsc $name]"}
-foreach id {5001001 5002001 5004002 4007001 4003001} {puts $out "$id [zel_view where -id $id]"}
+foreach id {5001001 5003001 5004001 5002001 5004002 4007001 4003001} {puts $out "$id [zel_view where -id $id]"}
 close $out
 file rename positions.part positions
 )";
@@ -63,7 +66,7 @@ private Q_SLOTS:
             const QByteArrayList words = line.split(' ');
             m_positions.insert(words.value(0), {words.value(1).toInt(), words.value(2).toInt()});
         }
-        QCOMPARE(m_positions.size(), 8);
+        QCOMPARE(m_positions.size(), 10);
         QVERIFY(!m_screen.picture().isNull());
         QCOMPARE(highlightAnywhere(), 0);
     }
@@ -130,6 +133,54 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(highlightAnywhere(), 0, AnswerMilliseconds);
     }
 
+    // From site to site, once the site is selected. Escape leaves everything as it was.
+    void resourceMovesInTheDrawing()
+    {
+        const QByteArrayList before = m_project.journal();
+        m_screen.xdotool({"mousemove", QString::number(site(FreePll).x()), QString::number(site(FreePll).y())});
+        m_screen.xdotool({"click", "1"});
+        QTRY_VERIFY_WITH_TIMEOUT(selectionAt(FreePll) > 0, AnswerMilliseconds);
+        const QRect target(site(NearFreePll) - QPoint(8, 8), QSize(16, 16));
+        const QImage free = m_screen.picture().copy(target);
+        for (const bool isCancelled : {true, false}) {
+            QTest::qWait(RestMilliseconds); // else the press makes a double click
+            press(QByteArray::number(FreePll));
+            moveTo(site(NearFreePll));
+            if (isCancelled) {
+                QTRY_VERIFY_WITH_TIMEOUT(m_screen.picture().copy(target) != free, AnswerMilliseconds);
+                m_screen.xdotool({"key", "Escape"});
+            }
+            release();
+            QTRY_COMPARE_WITH_TIMEOUT(selectionAt(NearFreePll) > 0, !isCancelled, AnswerMilliseconds);
+            QTRY_COMPARE_WITH_TIMEOUT(selectionAt(FreePll) > 0, isCancelled, AnswerMilliseconds);
+            QTRY_COMPARE_WITH_TIMEOUT(
+                m_project.journal(), isCancelled ? before : before + placedOn(NearFreePll), AnswerMilliseconds);
+        }
+    }
+
+    // There and back again: with a question that Return answers, and without one.
+    void resourcesSwapInTheDrawing()
+    {
+        for (const bool isAsked : {true, false}) {
+            const int from = isAsked ? NearFreePll : PlacedPll;
+            const int to = isAsked ? PlacedPll : NearFreePll;
+            const QByteArrayList before = m_project.journal();
+            QTest::qWait(RestMilliseconds);
+            press(QByteArray::number(from));
+            moveTo(site(to));
+            if (!isAsked)
+                m_screen.xdotool({"keydown", "shift"});
+            release();
+            QTest::qWait(RestMilliseconds);
+            m_screen.xdotool(isAsked ? QStringList{"key", "Return"} : QStringList{"keyup", "shift"});
+            const QByteArrayList swapped = before
+                + QByteArrayList{"zel_resource reset -ip " + Pll, "zel_resource reset -ip " + OtherPll} + placedOn(to)
+                + QByteArrayList{"zel_resource place -rsc " + OtherPll + " -id " + QByteArray::number(from)};
+            QTRY_COMPARE_WITH_TIMEOUT(m_project.journal(), swapped, AnswerMilliseconds);
+            QTRY_VERIFY_WITH_TIMEOUT(selectionAt(to) > 0, AnswerMilliseconds);
+        }
+    }
+
     // The button goes up as soon as the pointer is there: the text that comes up at a site must not take the drop.
     void quickDropIsNotLost()
     {
@@ -137,7 +188,7 @@ private Q_SLOTS:
         moveTo(site(FreeSupply));
         release();
         const QByteArray placed = "zel_resource place -rsc " + Supply + " -id " + QByteArray::number(FreeSupply);
-        QTRY_COMPARE_WITH_TIMEOUT(m_project.journal().value(1), placed, AnswerMilliseconds);
+        QTRY_VERIFY_WITH_TIMEOUT(m_project.journal().contains(placed), AnswerMilliseconds);
     }
 
     // Neither the wheel nor the view's border ends the drag, and the drop goes where the pointer then is.
@@ -158,7 +209,7 @@ private Q_SLOTS:
         release();
         const QByteArray placed
             = "zel_resource place -rsc " + OtherSupply + " -id " + QByteArray::number(OtherFreeSupply);
-        QTRY_COMPARE_WITH_TIMEOUT(m_project.journal().value(2), placed, AnswerMilliseconds);
+        QTRY_VERIFY_WITH_TIMEOUT(m_project.journal().contains(placed), AnswerMilliseconds);
     }
 
 private:
@@ -176,15 +227,28 @@ private:
         m_pointer = target;
     }
 
-    void press(const QByteArray& resource)
+    // On a resource's row, or on a site by its id.
+    void press(const QByteArray& name)
     {
-        m_pointer = m_positions.value(resource);
+        m_pointer = m_positions.value(name);
         m_screen.xdotool(
             {"mousemove", QString::number(m_pointer.x()), QString::number(m_pointer.y()), "mousedown", "1"});
     }
 
     void release() { m_screen.xdotool({"mouseup", "1"}); }
     QPoint site(int id) const { return m_positions.value(QByteArray::number(id)); }
+
+    static QByteArrayList placedOn(int id)
+    {
+        return {"zel_resource place -rsc " + Pll + " -id " + QByteArray::number(id)};
+    }
+
+    // How many pixels are in the colour of selected sites around a site's middle.
+    int selectionAt(int id) const
+    {
+        const QRect around(site(id) - QPoint(8, 8), QSize(16, 16));
+        return zeltest::colorsIn(m_screen.picture(), around).value(mirn::zelchipview::SELECTED_FILL_COLOR.rgb());
+    }
 
     // How many pixels are in the colour of probable sites: at a site's middle and around it, or between the two sites
     // that lie in corners of the drawing.

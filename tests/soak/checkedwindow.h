@@ -2,7 +2,9 @@
 #pragma once
 
 #include "graphics/zelgraphicitemattribute.h"
-#include "host/drawing/elementprobe.h"
+#include "graphics/zelviewlayer.h"
+#include "planning/elementprobe.h"
+#include "planning/overviewmap.h"
 #include "platform/contract/zelgraphicrecords.h"
 #include "tests/engine/openengine.h"
 #include "tests/host/shownwindow.h"
@@ -12,6 +14,7 @@
 #include <QAction>
 #include <QGraphicsItem>
 #include <QLabel>
+#include <QPainter>
 #include <QRubberBand>
 #include <QScreen>
 #include <QWindow>
@@ -117,7 +120,9 @@ protected:
     // Checks that the screen shows what the view keeps, what the view would paint anew, and what the items paint.
     void checkPicture()
     {
-        window->findChild<QLabel*>("pointerNote")->hide(); // it covers a part of the drawing
+        window->findChild<QLabel*>("pointerNote")->hide(); // it covers a part of the drawing, and so does the map
+        auto* map = window->findChild<OverviewMap*>();
+        map->setOn(false);
         QCoreApplication::processEvents();
         QWidget* viewport = view()->viewport();
         QWindow* handle = window->windowHandle();
@@ -136,7 +141,8 @@ protected:
         expect(areAlike(kept, anew), "the picture that the view keeps is out of date");
         const zeltest::ItemsView items(*view());
         if (items.viewportTransform() == view()->viewportTransform())
-            expect(imageOf(items.viewport()->grab()) == anew, "the view paints otherwise than its items");
+            expect(withLayers(imageOf(items.viewport()->grab())) == anew, "the view paints otherwise than its items");
+        map->setOn(true);
         window->activateWindow();
     }
 
@@ -145,6 +151,18 @@ protected:
     bool m_isPressed = false; // the left button
 
 private:
+    // What lies over the drawing is no item.
+    [[nodiscard]] QImage withLayers(QImage picture) const
+    {
+        for (ZelViewLayer* layer : view()->findChildren<ZelViewLayer*>(QString(), Qt::FindDirectChildrenOnly)) {
+            QPainter painter(&picture);
+            painter.setFont(view()->viewport()->font());
+            if (layer->isShown())
+                layer->paint(painter, view()->viewport()->rect());
+        }
+        return picture;
+    }
+
     // A scrolled edge between two pixels may be off by one level of a colour for each element that ends there.
     static bool areAlike(const QImage& one, const QImage& other)
     {

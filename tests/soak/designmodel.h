@@ -42,11 +42,12 @@ struct State
 
     [[nodiscard]] bool operator==(const State& other) const
     {
-        return removed == other.removed && sites == other.sites && values == other.values;
+        return removed == other.removed && sites == other.sites && locked == other.locked && values == other.values;
     }
 
     QSet<QByteArray> removed; // what a command has removed, without its parts
     QMap<QByteArray, int> sites; // by path; -1: none
+    QSet<QByteArray> locked; // paths
     QMap<QByteArray, QByteArray> values; // a parameter's by its path, a setting's by "ID KEY"
 };
 
@@ -227,26 +228,46 @@ private:
             next.values[path] = words[7];
             return {};
         }
-        const bool isRemoved = words[1] == "remove";
-        if (isRemoved)
+        for (const QByteArray& part : m_plan->below(path))
+            change(words[1], part, next);
+        if (words[1] == "remove")
             next.removed.insert(path);
-        for (const QByteArray& part : m_plan->below(path)) {
-            if (!m_plan->fixed.contains(part))
-                next.sites[part] = -1;
-            if (isRemoved && m_plan->fresh.values.contains(part))
-                next.values[part] = m_plan->fresh.values[part];
-        }
         return {};
+    }
+
+    // What a command does to each part of what it names.
+    void change(const QByteArray& command, const QByteArray& part, State& next) const
+    {
+        const bool isRemoved = command == "remove";
+        if (command == "lock" && isMovable(part))
+            next.locked.insert(part);
+        if (command == "unlock" || isRemoved)
+            next.locked.remove(part);
+        if (isRemoved ? !m_plan->fixed.contains(part) : command == "reset" && !isHeld(part))
+            next.sites[part] = -1;
+        if (isRemoved && m_plan->fresh.values.contains(part))
+            next.values[part] = m_plan->fresh.values[part];
+    }
+
+    [[nodiscard]] bool isHeld(const QByteArray& path) const
+    {
+        return m_plan->fixed.contains(path) || state().locked.contains(path);
+    }
+    [[nodiscard]] bool isMovable(const QByteArray& path) const
+    {
+        return state().has(path) && state().sites[path] != -1 && !isHeld(path);
     }
 
     [[nodiscard]] QByteArray place(const QByteArray& path, int site, const QByteArray& told, State& next)
     {
+        if (isHeld(path))
+            return "it is held on its site";
         if (m_plan->types[path] != "IP") {
             next.sites[path] = site;
             return {};
         }
         for (const QByteArray& part : m_plan->below(path)) {
-            if (m_plan->types[part] == "DCUCHANNEL" && !m_plan->fixed.contains(part) && next.has(part))
+            if (m_plan->types[part] == "DCUCHANNEL" && !isHeld(part) && next.has(part))
                 next.sites[part] = Somewhere;
         }
         if (told.isEmpty())
@@ -262,7 +283,10 @@ private:
     QByteArray set(const QByteArray& site, const QByteArray& key, const QByteArray& value, State& next) const
     {
         const bool isOfChannel = key.startsWith("CH");
-        const bool isLeft = isOfChannel && next.values[site + ' ' + key] == OffForBoth;
+        const auto isOff = [&](const QByteArray& channel) { return next.values[site + ' ' + channel] == OffForBoth; };
+        const bool isLeft = isOfChannel && isOff("CH0") && isOff("CH1");
+        if (isOfChannel && value == OffForBoth && isOff(key))
+            return {}; // for both, or on a fresh device for one that shall not take the other with it
         for (const QByteArray& channel : {site + " CH0", site + " CH1"}) {
             if (isOfChannel && value == OffForBoth)
                 next.values[channel] = value;
@@ -283,9 +307,11 @@ private:
         if (words[1] == "place" || words[1] == "restore" || !state().has(words[3]))
             return true;
         const QByteArrayList parts = m_plan->below(words[3]);
-        return words[1] == "reset" && std::none_of(parts.begin(), parts.end(), [&](const QByteArray& part) {
-            return state().sites[part] != -1 && !m_plan->fixed.contains(part) && state().has(part);
-        });
+        const auto isConcerned = [&](const QByteArray& part) {
+            return words[1] == "unlock" ? state().locked.contains(part) : isMovable(part);
+        };
+        return (words[1] == "reset" || words[1] == "lock" || words[1] == "unlock")
+            && std::none_of(parts.begin(), parts.end(), isConcerned);
     }
 
     // Returns what no rules allow in the present state.
@@ -313,7 +339,8 @@ private:
         for (const QByteArray& path : m_plan->types.keys()) {
             const int site = state().sites[path];
             if (state().has(path))
-                result.append(path + '=' + (site < 0 ? "" : QByteArray::number(site)) + '=' + state().values[path]);
+                result.append(path + '=' + (site < 0 ? "" : QByteArray::number(site)) + '='
+                    + (state().locked.contains(path) ? '1' : '0') + '=' + state().values[path]);
         }
         for (const QByteArray& setting : m_plan->settings)
             result.append(setting + '=' + state().values[setting]);

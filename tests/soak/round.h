@@ -17,12 +17,12 @@ inline constexpr int FewPaths = 7;
 inline constexpr char Script[] = R"(
 proc fact name {
     array set found [zel_resource get -ip $name]
-    return "$name=$found(id)=[lindex $found(parameters) 1]"
+    return "$name=$found(id)=$found(locked)=[lindex $found(parameters) 1]"
 }
 proc state {} {
     set facts {}
     foreach name [zel_resource list] {lappend facts [fact $name]}
-    foreach id {8000000 8001000 8002000 8003000} {
+    foreach id {8000000 8001000 8002000 8003000 8004000 8005000} {
         foreach key {CH0 CH1 TXPLL} {lappend facts "$id $key=[zel_setting -id $id -key $key]"}
     }
     return "state [join $facts |]"
@@ -105,9 +105,11 @@ protected:
             return "zel_resource place -rsc " + path + " -id " + QByteArray::number(random.oneOf(m_plan.sites[type]));
         if (kind >= 28 && kind < 58)
             return "zel_resource "
-                + QByteArray(kind < 36 ? "reset"
-                        : kind < 46    ? "remove"
-                                       : "restore")
+                + QByteArray(kind < 34 ? "reset"
+                        : kind < 41    ? "remove"
+                        : kind < 49    ? "restore"
+                        : kind < 55    ? "lock"
+                                       : "unlock")
                 + " -ip " + path;
         if (kind >= 58 && kind < 66 && m_plan.fresh.values.contains(path))
             return "zel_resource configure -ip " + path + " -key "

@@ -34,7 +34,8 @@ inline const QStringList EachKind{"zel_resource place -rsc {top/my ip/a[1]$x} -i
     "zel_resource reset -ip top/core", "zel_resource place -rsc {top/{br}%2} -id 50",
     "zel_setting -id 10 -key CH0 -value FAST", "zel_resource configure -ip top/duo -key rate -value 5",
     "zel_resource configure -ip top/duo/ref -key frequency -value 62.5",
-    "zel_resource configure -ip {top/{br}%2} -key frequency -value 148.5", "zel_resource remove -ip top/duo",
+    "zel_resource configure -ip {top/{br}%2} -key frequency -value 148.5", "zel_resource lock -ip top/duo",
+    "zel_resource lock -ip {top/{br}%2}", "zel_resource unlock -ip top/duo/b", "zel_resource remove -ip top/duo",
     "zel_setting -id 10 -key CH1 -value OFF", "zel_resource remove -ip top/core",
     "zel_setting -id 10 -key CH1 -value FAST"};
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "engine/search/placementsearch.h"
 #include "tests/support/testmain.h"
 #include "tests/tcl/editedproject.h"
 
@@ -10,6 +11,8 @@
 #include <algorithm>
 
 using namespace zeltest;
+using mirn::zelengine::Placement;
+using mirn::zelengine::PlacementSearch;
 
 class TestDesignRecovery : public zeltest::Test
 {
@@ -113,6 +116,22 @@ private Q_SLOTS:
         QCOMPARE(project.run("save"), QString());
         QCOMPARE(project.journalAside(), journal);
         QCOMPARE(project.run(EachKind[1]), QString());
+    }
+
+    // Whoever has searched for places works with indices, which outlive a removal; a line of the journal that is
+    // refused later would take its whole group with it.
+    void whatWasRemovedMeanwhileTakesNoPlace()
+    {
+        EditedProject project;
+        const Design& design = project.editor().engine().design();
+        const std::vector<Placement> found{{design.find("top/core"), 50}, {design.find("top/{br}%2"), 51}};
+        project.run("zel_resource remove -ip top/core");
+        QCOMPARE(project.editor().move("Place", found).sentence(), "top/core was removed");
+        const std::vector<Placement> left = PlacementSearch::ofUnplaced(design, found);
+        QCOMPARE(left.size(), std::size_t(1));
+        QCOMPARE(project.editor().move("Place", left).sentence(), QString());
+        QVERIFY(PlacementSearch::ofUnplaced(design, found).empty()); // somebody has placed it by now
+        QCOMPARE(project.reopen(), QString());
     }
 
     // Somebody changes the files without asking for the lock, and even keeps their size.
@@ -334,6 +353,9 @@ private Q_SLOTS:
             "ERROR expected integer but got \"99999999999\"");
         row("too little", "zel_resource place -rsc top/core",
             "ERROR wrong # args: should be \"zel_resource place -rsc NAME -id SITE\"");
+        row("a lock on what is not placed", "zel_resource lock -ip top/core",
+            "ERROR top/core is not placed, and only what is placed can be locked");
+        row("nothing locked", "zel_resource list -locked", "");
         row("no value", "zel_resource place -rsc top/core -id",
             "ERROR wrong # args: should be \"zel_resource place -rsc NAME -id SITE\"");
         row("an option twice", "zel_resource why -id 50 -rsc top/core -rsc top/core",
@@ -341,14 +363,14 @@ private Q_SLOTS:
         row("something else", "zel_resource reset -ip top/duo x",
             "ERROR wrong # args: should be \"zel_resource reset -ip NAME\"");
         row("two patterns", "zel_resource list a b",
-            "ERROR wrong # args: should be \"zel_resource list ?-unplaced? ?PATTERN?\"");
+            "ERROR wrong # args: should be \"zel_resource list ?-unplaced? ?-locked? ?PATTERN?\"");
         row("a name like an option", "zel_resource why -rsc -id -id 50", "ERROR there is no resource \"-id\"");
         row("nothing of that name", "zel_resource sites -rsc x", "ERROR there is no resource \"x\"");
         row("no settings", "zel_setting -id 70 -key CH0", "ERROR element 70 has no settings");
         row("the value that is in force", "zel_resource configure -ip top/duo -key rate -value 2.50", "");
         row("unknown verb", "zel_resource put",
-            "ERROR unknown subcommand \"put\" of zel_resource: must be configure, get, list, place, remove, reset, "
-            "restore, sites, why");
+            "ERROR unknown subcommand \"put\" of zel_resource: must be configure, get, list, lock, place, place -auto, "
+            "remove, reset, restore, sites, swap, unlock, why");
         row("no key", "zel_resource configure -ip top/duo",
             "ERROR wrong # args: should be \"zel_resource configure -ip NAME -key K ?-value V?\"");
         row("no such key", "zel_setting -id 10 -key CH7", "ERROR U0 has no setting \"CH7\"");
@@ -366,6 +388,41 @@ private Q_SLOTS:
         QCOMPARE(project.state(), state);
         QVERIFY(project.journal().isEmpty());
         QVERIFY(!project.editor().undoStack().canUndo());
+    }
+
+    // One step in the journal and the undo history, whatever the number of resources; nothing unless all have a place,
+    // or the command says so.
+    void theRestIsPlacedInOneStep_data()
+    {
+        const QByteArray three
+            = R"([{"name": "p", "type": "PLL"}, {"name": "q", "type": "PLL"}, {"name": "r", "type": "PLL"}])";
+        const Rows<QByteArray, QString, QString, int> row; // arguments, the beginning of the answer, how many
+        row("all", SmallDesign, "", "answer placed placed {top/duo/b", 4);
+        row("one", SmallDesign, "-rsc top/core", "answer placed placed {top/core 50} missing {} conflict {} reason {}",
+            1);
+        row("several, in little time", SmallDesign, "-seconds 0.5 -rsc top/duo top/core",
+            "answer placed placed {top/du", 2);
+        row("nothing to do", SmallDesign, "-rsc top/duo/a", "answer placed placed {} missing {}", 0);
+        row("impossible", three, "",
+            "answer impossible placed {} missing {top/p top/q top/r} conflict {top/p top/q top/r} reason {", 0);
+        row("as many as possible", three, "-partial", "answer impossible placed {top/p", 2);
+        row("no time", SmallDesign, "-seconds 0", "ERROR expected a number of seconds up to 86400 but got \"0\"", 0);
+        row("no such resource", SmallDesign, "-rsc top/core top/x", "ERROR there is no resource \"top/x\"", 0);
+    }
+
+    void theRestIsPlacedInOneStep()
+    {
+        const auto [design, arguments, answer, placed] = row<QByteArray, QString, QString, int>();
+        EditedProject project({}, design);
+        const QStringList state = project.state();
+        const QString said = project.run("zel_resource place -auto " + arguments);
+        QVERIFY2(said.startsWith(answer), qPrintable(said));
+        QCOMPARE(project.editor().undoStack().count(), placed > 0 ? 1 : 0);
+        QCOMPARE(project.journal().count("zel_resource place"), placed);
+        QCOMPARE(project.reopen(), QString());
+        if (placed > 0)
+            QCOMPARE(project.run("undo"), QString());
+        QCOMPARE(project.state(), state);
     }
 
     // Dialogs write through the engine, and not through a command.

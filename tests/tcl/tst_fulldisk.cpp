@@ -91,7 +91,7 @@ QStringList workingDay()
 {
     QStringList script = EachKind;
     script.insert(4, "save");
-    script.insert(11, "undo");
+    script.insert(14, "undo"); // a removal of something locked
     return script + QStringList{"save", "undo", "undo", "save", "save", "redo"};
 }
 

@@ -112,7 +112,7 @@ private:
         const QStringList removed = engine.design().removedPaths();
         const int index = random.oneOf(m_few);
         const auto& resource = m_project.pristine().resource(index);
-        switch (random.below(11)) {
+        switch (random.below(14)) {
         case 0:
             return designcommands::reset(resource.path).toUtf8();
         case 1:
@@ -127,6 +127,13 @@ private:
             [[fallthrough]];
         case 6:
             return random.oneOf(m_settings);
+        case 7:
+        case 8:
+            return (random.below(3) > 0 ? designcommands::lock(resource.path) : designcommands::unlock(resource.path))
+                .toUtf8();
+        case 9:
+            return "zel_resource swap -rsc {" + resource.path.toUtf8() + "} -with {"
+                + m_project.pristine().resource(random.oneOf(m_few)).path.toUtf8() + '}';
         default:
             break;
         }

@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+#include "planning/connectionlayer.h"
+
+#include <QGraphicsView>
+#include <QLineF>
+#include <QLinearGradient>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QPainterPath>
+#include <QRegion>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+constexpr int MostParts = 16; // that are painted one by one
+constexpr double ReachOfPointer = 4; // pixels; all that follow as well
+
+constexpr double StrongWidth = 1.8;
+constexpr double FineWidth = 1.1;
+constexpr double HaloBreadth = 1.4; // on each side
+constexpr double StrongDot = 3.2; // radius
+constexpr double FineDot = 1.6;
+constexpr double LongestStub = 90;
+constexpr double BendShare = 0.14; // how far a curve leaves the straight line, as a share of its length
+constexpr double LargestBend = 42;
+
+const QColor Halo(255, 255, 255, 170);
+
+// The point towards which the curve is bent: above the line, or to its right if it is upright. The channels of an IP
+// are connected below, since clocks are often beside the very same channels.
+QPointF bentMiddle(const QPointF& from, const QPointF& to, PlanLine::Kind kind)
+{
+    const QLineF line(from, to);
+    if (line.length() < 1)
+        return line.center();
+    QPointF aside = QPointF(line.dy(), -line.dx()) / line.length();
+    const bool isBelow = aside.y() > 0 || (aside.y() == 0 && aside.x() < 0);
+    if (isBelow != (kind == PlanLine::Kind::Ip))
+        aside = -aside;
+    return line.center() + aside * 2 * std::min(BendShare * line.length(), LargestBend);
+}
+
+double distanceToSegment(const QPointF& point, const QPointF& from, const QPointF& to)
+{
+    const QPointF way = to - from;
+    const double square = QPointF::dotProduct(way, way);
+    const double share = square > 0 ? std::clamp(QPointF::dotProduct(point - from, way) / square, 0.0, 1.0) : 0.0;
+    return QLineF(point, from + share * way).length();
+}
+
+} // namespace
+
+ConnectionLayer::ConnectionLayer(QGraphicsView* view)
+    : ZelViewLayer(view)
+{ }
+
+void ConnectionLayer::setLines(std::vector<PlanLine> lines, Style style)
+{
+    if (lines.empty() && m_lines.empty())
+        return;
+    m_lines = std::move(lines);
+    // A broken rule is not to be covered by lines that are in order.
+    std::stable_partition(m_lines.begin(), m_lines.end(), [](const PlanLine& line) { return !line.isBroken; });
+    m_style = style;
+    if (hasFewLines())
+        m_picture = LinePicture(); // which takes much memory
+    m_picture.invalidate();
+    update();
+}
+
+bool ConnectionLayer::hasFewLines() const
+{
+    return m_lines.size() <= MostLinesWithStubs;
+}
+
+const PlanLine* ConnectionLayer::lineAt(QPoint position) const
+{
+    const PlanLine* nearest = nullptr;
+    double least = ReachOfPointer;
+    for (const PlanLine& line : m_lines) {
+        const double distance = view() && isShown() ? distanceTo(line, position) : std::numeric_limits<double>::max();
+        if (distance <= least) {
+            least = distance;
+            nearest = &line;
+        }
+    }
+    return nearest;
+}
+
+double ConnectionLayer::distanceTo(const PlanLine& line, const QPointF& position) const
+{
+    const QTransform transform = view()->viewportTransform();
+    if (!hasFewLines())
+        return line.isStub ? std::numeric_limits<double>::max()
+                           : distanceToSegment(position, transform.map(line.from), transform.map(line.to));
+    double least = std::numeric_limits<double>::max();
+    const QList<QPolygonF> polygons = curveOf(line).toSubpathPolygons();
+    for (const QPolygonF& polygon : polygons) {
+        for (int n = 1; n < polygon.size(); ++n)
+            least = std::min(least, distanceToSegment(position, polygon[n - 1], polygon[n]));
+    }
+    return least;
+}
+
+void ConnectionLayer::paint(QPainter& painter, const QRect& exposed)
+{
+    if (m_lines.empty() || !view())
+        return;
+    if (!hasFewLines()) {
+        paintPicture(painter, exposed);
+        return;
+    }
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    const double reach = StrongDot + HaloBreadth + 1;
+    const QRectF touched = QRectF(exposed).adjusted(-reach, -reach, reach, reach);
+    for (const PlanLine& line : m_lines) {
+        const QPainterPath curve = curveOf(line);
+        const QRectF bounds = curve.controlPointRect();
+        // An upright line has a rectangle without a width, which intersects nothing.
+        if (touched.intersects(bounds.adjusted(0, 0, 1, 1)))
+            paintCurve(painter, curve, line);
+    }
+}
+
+// A click exposes two small areas far apart. Painting all between them takes long, even though it is clipped.
+void ConnectionLayer::paintPicture(QPainter& painter, const QRect& exposed)
+{
+    const QTransform device = painter.deviceTransform();
+    const double ratio = device.m11();
+    const auto inPixels = [ratio](const QRect& area) {
+        return QRectF(QPointF(area.topLeft()) * ratio, QSizeF(area.size()) * ratio).toAlignedRect();
+    };
+    LinePicture::Target target;
+    target.toPixels = view()->viewportTransform() * QTransform::fromScale(ratio, ratio);
+    target.viewport = inPixels(view()->viewport()->rect());
+    target.ratio = ratio;
+    const QRect whole = inPixels(exposed) & target.viewport;
+    const QRegion clip = painter.paintEngine() ? painter.paintEngine()->systemClip() : QRegion();
+    const QPoint widget(qRound(device.dx()), qRound(device.dy()));
+    const QRegion parts
+        = clip.isEmpty() || clip.rectCount() > MostParts ? QRegion(whole) : clip.translated(-widget) & whole;
+    for (const QRect& part : parts) {
+        target.part = part;
+        m_picture.paint(painter, m_lines, target);
+    }
+}
+
+QPainterPath ConnectionLayer::curveOf(const PlanLine& line) const
+{
+    const QTransform transform = view()->viewportTransform();
+    const QPointF from = transform.map(line.from);
+    QPointF to = transform.map(line.to);
+    QPainterPath path(from);
+    if (line.isStub) {
+        const QLineF whole(from, to);
+        path.lineTo(whole.length() > LongestStub ? whole.pointAt(LongestStub / whole.length()) : to);
+    } else {
+        path.quadTo(bentMiddle(from, to, line.kind), to);
+    }
+    return path;
+}
+
+void ConnectionLayer::paintCurve(QPainter& painter, const QPainterPath& curve, const PlanLine& line) const
+{
+    const bool isStrong = m_style == Style::Strong;
+    const double width = isStrong || line.isBroken ? StrongWidth : FineWidth;
+    const QPointF from = curve.elementAt(0);
+    const QPointF to = curve.currentPosition();
+    const QColor color = colorOf(line);
+    QPen pen(color, width, Qt::SolidLine, Qt::RoundCap);
+    if (line.isStub) {
+        QLinearGradient fading(from, to);
+        fading.setColorAt(0, color);
+        fading.setColorAt(1, QColor(color.red(), color.green(), color.blue(), 40));
+        pen = QPen(fading, width, Qt::CustomDashLine, Qt::FlatCap);
+        pen.setDashPattern({3.0, 2.5});
+    } else if (isStrong) {
+        painter.strokePath(curve, QPen(Halo, width + 2 * HaloBreadth, Qt::SolidLine, Qt::RoundCap));
+    }
+    painter.strokePath(curve, pen);
+    painter.setPen(isStrong ? QPen(Halo, HaloBreadth) : QPen(Qt::NoPen));
+    painter.setBrush(color);
+    const double radius = isStrong ? StrongDot : FineDot;
+    painter.drawEllipse(from, radius, radius);
+    if (!line.isStub)
+        painter.drawEllipse(to, radius, radius);
+}
+
+} // namespace mirn::zelchipview

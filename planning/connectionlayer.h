@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/zelviewlayer.h"
+#include "planning/linepicture.h"
+#include "planning/planlines.h"
+
+#include <QPoint>
+
+#include <vector>
+
+class QPainterPath;
+
+namespace mirn::zelchipview {
+
+// Lines between sites, over the drawing. A few are gentle curves with a dot at each placed end; thousands are straight
+// and thin, and come from a picture of their own.
+class ConnectionLayer final : public ZelViewLayer
+{
+    Q_OBJECT
+public:
+    enum class Style { Strong, Thin };
+
+    explicit ConnectionLayer(QGraphicsView* view);
+
+    void setLines(std::vector<PlanLine> lines, Style style);
+    [[nodiscard]] const std::vector<PlanLine>& lines() const { return m_lines; }
+
+    // Returns the line nearest to a position of the viewport, if it is within 4 pixels, else null. It is valid until
+    // the next setLines().
+    [[nodiscard]] const PlanLine* lineAt(QPoint position) const;
+
+    void paint(QPainter& painter, const QRect& exposed) override;
+
+private:
+    [[nodiscard]] bool hasFewLines() const;
+    void paintPicture(QPainter& painter, const QRect& exposed);
+    void paintCurve(QPainter& painter, const QPainterPath& curve, const PlanLine& line) const;
+    [[nodiscard]] QPainterPath curveOf(const PlanLine& line) const;
+    [[nodiscard]] double distanceTo(const PlanLine& line, const QPointF& position) const;
+
+    std::vector<PlanLine> m_lines;
+    Style m_style = Style::Strong;
+    LinePicture m_picture;
+};
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+#include "planning/planlines.h"
+
+#include "planning/sentence.h"
+#include "planning/siteareas.h"
+#include "platform/contract/zelchipengine.h"
+#include "platform/contract/zelplanengine.h"
+#include "platform/contract/zeltext.h"
+
+#include <QCoreApplication>
+#include <QLineF>
+
+#include <utility>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+constexpr int MostUnplaced = 256;
+
+QString lineText(const char* source)
+{
+    return QCoreApplication::translate("PlanLines", source);
+}
+
+} // namespace
+
+PlanLines::PlanLines(zelchipengine& engine, SiteAreas& areas, Candidates candidates)
+    : m_engine(engine)
+    , m_areas(areas)
+    , m_candidates(std::move(candidates))
+{ }
+
+std::vector<PlanLine> PlanLines::linesOf(const std::vector<zelconnection>& connections)
+{
+    m_places.clear();
+    m_taken.clear();
+    std::vector<std::size_t> wanted;
+    for (std::size_t n = 0; n < connections.size(); ++n) {
+        if (connections[n].fromSite >= 0 || connections[n].toSite >= 0)
+            wanted.push_back(n);
+    }
+    const bool haveStubs = wanted.size() <= MostLinesWithStubs;
+    std::vector<PlanLine> lines;
+    for (std::size_t n : wanted) {
+        const zelconnection& connection = connections[n];
+        const bool isStub = connection.fromSite < 0 || connection.toSite < 0;
+        if (isStub && !haveStubs)
+            continue;
+        const QRectF from = m_areas.areaOf(connection.fromSite < 0 ? connection.toSite : connection.fromSite);
+        const QRectF to = isStub ? QRectF() : m_areas.areaOf(connection.toSite);
+        PlanLine line{from.center(), to.center(), static_cast<int>(n), kindOf(connection.from),
+            !connection.broken.empty(), isStub};
+        if (!from.isNull()
+            && (isStub ? findNearest(connection.fromSite < 0 ? connection.from : connection.to, line) : !to.isNull()))
+            lines.push_back(line);
+    }
+    return lines;
+}
+
+PlanLine::Kind PlanLines::kindOf(const std::string& resource)
+{
+    if (resource == m_lastResource)
+        return m_lastKind;
+    m_lastResource = resource;
+    switch (m_engine.getResourceType(&resource)) {
+    case ZEL_RESOURCE_DCUCHANNEL:
+    case ZEL_RESOURCE_IP:
+        m_lastKind = PlanLine::Kind::Ip;
+        break;
+    case ZEL_RESOURCE_UVCCIO:
+        m_lastKind = PlanLine::Kind::Supply;
+        break;
+    default:
+        m_lastKind = PlanLine::Kind::Clock;
+    }
+    return m_lastKind;
+}
+
+// All stubs of an unplaced resource lead to the same site.
+bool PlanLines::findNearest(const std::string& resource, PlanLine& line)
+{
+    const QByteArray name(resource.data(), static_cast<int>(resource.size()));
+    auto place = m_places.find(name);
+    if (place == m_places.end() && m_places.size() < MostUnplaced)
+        place = m_places.insert(name, nearestFree(resource, line.from));
+    if (place == m_places.end() || !place->has_value())
+        return false;
+    line.to = **place;
+    return true;
+}
+
+std::optional<QPointF> PlanLines::nearestFree(const std::string& resource, const QPointF& from)
+{
+    std::optional<QPointF> nearest;
+    int nearestSite = -1;
+    double least = 0;
+    for (int site : m_candidates(resource)) {
+        const QRectF area = m_taken.contains(site) ? QRectF() : m_areas.areaOf(site);
+        const double distance = QLineF(from, area.center()).length();
+        if (!area.isNull() && (!nearest || distance < least)) {
+            least = distance;
+            nearest = area.center();
+            nearestSite = site;
+        }
+    }
+    if (nearest)
+        m_taken.insert(nearestSite);
+    return nearest;
+}
+
+QString describe(const PlanLine& line, const zelconnection& connection)
+{
+    const QString from = fromEngineText(connection.from);
+    const QString to = fromEngineText(connection.to);
+    QString text;
+    switch (line.kind) {
+    case PlanLine::Kind::Clock:
+        text = lineText("%1 feeds %2").arg(from, to);
+        break;
+    case PlanLine::Kind::Ip:
+        text = lineText("%1 and %2 belong together").arg(from, to);
+        break;
+    case PlanLine::Kind::Supply:
+        text = lineText("%1 and %2 supply one bank").arg(from, to);
+        break;
+    }
+    text += QLatin1Char('\n');
+    if (line.isStub)
+        text += lineText("%1 is not placed; this way is the nearest site that takes it")
+                    .arg(connection.fromSite < 0 ? from : to);
+    else
+        text += lineText("Length %1").arg(QLineF(line.from, line.to).length(), 0, 'f', 1);
+    const QString broken = fromEngineText(connection.broken);
+    return broken.isEmpty() ? text : text + QLatin1Char('\n') + asSentence(broken);
+}
+
+} // namespace mirn::zelchipview

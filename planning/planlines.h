@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QPointF>
+#include <QSet>
+#include <QString>
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+class zelchipengine;
+struct zelconnection;
+
+namespace mirn::zelchipview {
+
+class SiteAreas;
+
+// A connection as a line on the drawing.
+struct PlanLine
+{
+    enum class Kind : unsigned char { Clock, Ip, Supply };
+
+    QPointF from; // scene coordinates
+    QPointF to;
+    int connection = -1; // index into the list that it was made from
+    Kind kind = Kind::Clock;
+    bool isBroken = false;
+    bool isStub = false; // it leads from the placed end towards the nearest site that would take the other one
+};
+
+// With more lines than these no stubs are made: they could not be told apart, and finding them takes long.
+constexpr std::size_t MostLinesWithStubs = 400;
+
+// Turns connections into lines. An unplaced end is somewhere among the sites that would take it: each takes the nearest
+// one to the placed end that no other unplaced one has taken. Without such a site, or without a placed end, there is no
+// line. Only the first 256 unplaced resources are asked about, because each answer goes through all sites.
+class PlanLines final
+{
+public:
+    // Returns the ids of the elements on which a resource may be placed.
+    using Candidates = std::function<std::vector<int>(const std::string& resource)>;
+
+    PlanLines(zelchipengine& engine, SiteAreas& areas, Candidates candidates); // engine and areas are not owned
+
+    [[nodiscard]] std::vector<PlanLine> linesOf(const std::vector<zelconnection>& connections);
+
+private:
+    [[nodiscard]] PlanLine::Kind kindOf(const std::string& resource);
+    [[nodiscard]] bool findNearest(const std::string& resource, PlanLine& line);
+    [[nodiscard]] std::optional<QPointF> nearestFree(const std::string& resource, const QPointF& from);
+
+    zelchipengine& m_engine;
+    SiteAreas& m_areas;
+    const Candidates m_candidates;
+    std::string m_lastResource; // whose kind was asked last: connections of one resource follow each other
+    PlanLine::Kind m_lastKind = PlanLine::Kind::Clock;
+    QHash<QByteArray, std::optional<QPointF>> m_places; // of the unplaced resources that were asked about
+    QSet<int> m_taken; // the sites of these places
+};
+
+// Returns what a line says: the names, what they are to each other, the length in scene units, and a broken rule.
+[[nodiscard]] QString describe(const PlanLine& line, const zelconnection& connection);
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/contract/zelexport.h"
+
+#include <QLabel>
+#include <QTimer>
+
+namespace mirn::zelchipview {
+
+// A short text beside the pointer that lets all input through: why a site refuses a resource. What the site is, the
+// chip view says in a text of its own. It is a child of the window that it is shown in.
+class ZELCHIPGUI_EXPORT PointerNote final : public QLabel
+{
+    Q_OBJECT
+public:
+    // The window becomes the owner.
+    explicit PointerNote(QWidget* window);
+
+    // Shows the text beside a position on the screen, inside the window. An empty text hides the note at once.
+    void showAt(const QString& text, QPoint globalPosition);
+
+    // Does the same, and hides the note after some seconds.
+    void showForAWhile(const QString& text, QPoint globalPosition);
+
+    // Hides the note after some seconds, so that there is time to read it.
+    void fade();
+
+private:
+    QTimer m_fading;
+};
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,318 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/sceneelements.h"
+#include "planning/linepicture.h"
+#include "planning/planaids.h"
+#include "platform/contract/zelplanengine.h"
+#include "tests/support/chipviewfixture.h"
+#include "tests/support/events.h"
+
+using namespace zeltest;
+
+namespace {
+
+using Shown = PlanAids::Connections;
+
+const QColor Grey(0x80, 0x80, 0x80);
+
+// Its sites are 1 to 4; "top/clk" is on 1, "top/ch" on 2, and "top/new" on none.
+class PlanEngine final : public FakeEngine, public zelplanengine
+{
+public:
+    PlanEngine()
+    {
+        types = {{"top/clk", ZEL_RESOURCE_EXTREF}, {"top/ch", ZEL_RESOURCE_DCUCHANNEL}, {"top/v", ZEL_RESOURCE_UVCCIO},
+            {"top/new", ZEL_RESOURCE_DCUCHANNEL}, {"top/ip", ZEL_RESOURCE_IP}, {"top/pll", ZEL_RESOURCE_PLL}};
+    }
+
+    std::vector<zelconnection> connections() override { return connected; }
+    std::vector<int> sitesFor(const std::string*) override
+    {
+        ++questions;
+        return candidates;
+    }
+    std::vector<zelconnection> connectionsOf(const std::string* rsc) override
+    {
+        return *rsc == "top/ch" ? pairs : zelplanengine::connectionsOf(rsc);
+    }
+    int siteOf(const std::string* rsc) override { return *rsc == "top/clk" ? 1 : *rsc == "top/ch" ? 2 : -1; }
+    std::string refusalToPlace(const std::string* rsc) override { return *rsc == "top/held" ? "it is held" : ""; }
+    std::string refusalReason(const std::string* rsc, const std::string* site) override
+    {
+        return *rsc + " is too large for " + *site;
+    }
+
+    std::vector<zelconnection> connected;
+    std::vector<zelconnection> pairs; // those of top/ch
+    std::vector<int> candidates{3};
+    int questions = 0;
+};
+
+// Sites in a row, 100 units apart, with the aids on them and a tree whose rows are resources.
+class Aided
+{
+public:
+    Aided()
+        : chip({{1, QRectF(20, 100, 40, 40)}, {2, QRectF(220, 100, 40, 40)}, {3, QRectF(20, 240, 40, 40)},
+            {4, QRectF(220, 240, 40, 40)}})
+        , aids(new PlanAids(ChipView::view(), &tree, engine))
+    { }
+
+    void select(const QString& resource, const QStringList& parts = {})
+    {
+        tree.clear();
+        auto* row = new QTreeWidgetItem(&tree); // owned by the tree
+        row->setData(0, RESOURCENAME, resource);
+        for (const QString& part : parts)
+            (new QTreeWidgetItem(row))->setData(0, RESOURCENAME, part);
+        tree.setCurrentItem(row);
+        aids->settle();
+    }
+
+    // How many pixels of a part of the scene differ from the drawing without aids.
+    [[nodiscard]] int changedPixels(const QRectF& area) const
+    {
+        const QRect pixels
+            = QRect(ChipView::view()->mapFromScene(area.topLeft()), ChipView::view()->mapFromScene(area.bottomRight()));
+        const QImage now = ChipView::picture();
+        int changed = 0;
+        for (int y = pixels.top(); y < pixels.bottom(); ++y) {
+            for (int x = pixels.left(); x < pixels.right(); ++x)
+                changed += now.pixel(x, y) != before.pixel(x, y) ? 1 : 0;
+        }
+        return changed;
+    }
+
+    PlanEngine engine;
+    ChipView chip;
+    QTreeWidget tree;
+    PlanAids* aids; // child of the view
+    const QImage before = ChipView::picture();
+};
+
+const QRectF NearFrom(40, 80, 100, 60); // from the middle of site 1 to the right, above it
+const QRectF NearTo(170, 80, 50, 60);
+
+} // namespace
+
+class TestPlanAids : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void showsConnections_data()
+    {
+        const Rows<zelconnection, Shown, QString, int, QColor, bool> row; // selected row and element; colour, whole
+        const zelconnection clock{"top/clk", "top/ch", 1, 2, ""};
+        const zelconnection channels{"top/ch", "top/x", 1, 2, ""};
+        const zelconnection supplies{"top/v", "top/w", 1, 2, ""};
+        const zelconnection broken{"top/clk", "top/ch", 1, 2, "too far"};
+        const zelconnection open{"top/clk", "top/new", 1, -1, ""};
+        const QColor clockColor(0xa0, 0x58, 0x00);
+        row("a clock", clock, Shown::OfSelection, "top/clk", 0, clockColor, true);
+        row("channels", channels, Shown::OfSelection, "top/ch", 0, QColor(0x56, 0x3a, 0xa8), true);
+        row("supplies", supplies, Shown::OfSelection, "top/v", 0, QColor(0x0b, 0x6e, 0x75), true);
+        row("a broken rule", broken, Shown::OfSelection, "top/clk", 0, QColor(0xff, 0x4a, 0x2e), true);
+        row("the branch above", clock, Shown::OfSelection, "top", 0, clockColor, true);
+        row("a selected site", clock, Shown::OfSelection, "", 2, clockColor, true);
+        row("a name that only begins like it", clock, Shown::OfSelection, "top/c", 0, Grey, false);
+        row("nothing selected", clock, Shown::OfSelection, "", 0, Grey, false);
+        row("switched off", clock, Shown::Off, "top/clk", 0, Grey, false);
+        row("all, with nothing selected", clock, Shown::All, "", 0, clockColor, true);
+        row("an unplaced end", open, Shown::OfSelection, "top/new", 0, clockColor, false);
+        row("neither end placed", {"top/new", "top/clk", -1, -1, ""}, Shown::All, "", 0, Grey, false);
+    }
+
+    void showsConnections()
+    {
+        const auto [connection, shown, resource, element, color, isWhole]
+            = row<zelconnection, Shown, QString, int, QColor, bool>();
+        Aided aided;
+        aided.engine.connected = {connection};
+        aided.engine.candidates = {4};
+        aided.aids->setCandidatesShown(false);
+        aided.aids->setConnections(shown);
+        if (!resource.isEmpty())
+            aided.select(resource);
+        if (element != 0)
+            ChipView::database()->addSelctedItem(element, false);
+        aided.aids->settle();
+        QCOMPARE(ChipView::colorAt({40, 120}), color); // the dot at the end
+        QCOMPARE(aided.changedPixels(NearTo) > 20, isWhole);
+        QVERIFY(ChipView::scene()->elements().canPaintFromList());
+        aided.aids->setConnections(Shown::Off);
+        ChipView::scene()->clearSelectedItems();
+        QCOMPARE(aided.changedPixels(NearFrom) + aided.changedPixels(NearTo), 0);
+    }
+
+    // Of a few selected resources all pairs are shown, each once, and among all resources the chain only.
+    void showsAllPairsOfASelectedResource_data()
+    {
+        const Rows<Shown, QString, int, int> row; // selected row and element; lines at site 4, which the pair leads to
+        row("its row", Shown::OfSelection, "top/ch", 0, 1);
+        row("its site", Shown::OfSelection, "", 2, 1);
+        row("another row", Shown::OfSelection, "top/clk", 0, 0);
+        row("all", Shown::All, "top/ch", 2, 0);
+    }
+
+    void showsAllPairsOfASelectedResource()
+    {
+        const auto [shown, resource, element, count] = row<Shown, QString, int, int>();
+        Aided aided;
+        aided.engine.connected = {{"top/clk", "top/ch", 1, 2, ""}};
+        aided.engine.pairs = {{"top/ch", "top/clk", 2, 1, ""}, {"top/ch", "top/far", 2, 4, "too far"}};
+        aided.aids->setCandidatesShown(false);
+        aided.aids->setConnections(shown);
+        if (!resource.isEmpty())
+            aided.select(resource);
+        if (element != 0)
+            ChipView::database()->addSelctedItem(element, false);
+        aided.aids->settle();
+        QCOMPARE(ChipView::colorAt({240, 260}) != Grey, count > 0);
+        const QPoint middle = ChipView::view()->mapFromScene(QPointF(221, 190));
+        QCOMPARE(aided.aids->toolTipAt(middle).contains("top/ch and top/far belong together"), count > 0);
+    }
+
+    // The stub is short, dashed, and leads to the nearest site that takes the resource.
+    void stubLeadsToTheNearestSite()
+    {
+        Aided aided;
+        aided.engine.connected = {{"top/clk", "top/new", 1, -1, ""}};
+        aided.engine.candidates = {4, 3};
+        aided.aids->setCandidatesShown(false);
+        aided.select("top/new");
+        QVERIFY(aided.changedPixels({35, 145, 10, 50}) > 20);
+        QCOMPARE(aided.changedPixels({35, 222, 10, 20}), 0);
+        QCOMPARE(aided.changedPixels({70, 100, 150, 130}), 0);
+        aided.engine.candidates.clear();
+        aided.aids->refresh();
+        QCOMPARE(ChipView::colorAt({40, 120}), Grey);
+    }
+
+    // A scroll of any length leaves the picture of thousands of lines as it would be drawn anew.
+    void scrolledPictureIsTheSame_data()
+    {
+        const Rows<QPoint, int> row; // one step, and how often
+        row("within a tile", {5, -3}, 4);
+        row("to the left and down", {-90, 70}, 12);
+        row("to the right and up", {110, -60}, 12);
+        row("by more than a tile", {700, 0}, 1);
+        row("out of sight", {3000, 0}, 1);
+    }
+
+    void scrolledPictureIsTheSame()
+    {
+        const auto [step, times] = row<QPoint, int>();
+        const std::vector<PlanLine> lines = manyLines();
+        QTransform transform(1.37, 0, 0, 1.37, 3.25, 0.5);
+        LinePicture moved;
+        (void)pictureOf(moved, lines, transform);
+        for (int n = 0; n < times; ++n) {
+            transform *= QTransform::fromTranslate(step.x(), step.y());
+            (void)pictureOf(moved, lines, transform);
+        }
+        LinePicture fresh;
+        const QImage expected = pictureOf(fresh, lines, transform);
+        QVERIFY(pictureOf(moved, lines, transform) == expected);
+    }
+
+    void thousandsOfLinesAreOnTheDrawing()
+    {
+        Aided aided;
+        for (int n = 0; n < 500; ++n)
+            aided.engine.connected.push_back({"top/clk", "top/ch", 1, 2, n == 250 ? "too far" : ""});
+        aided.engine.connected.push_back({"top/clk", "top/new", 1, -1, ""});
+        aided.aids->setConnections(Shown::All);
+        QCOMPARE(aided.engine.questions, 0); // no stub is searched for
+        QCOMPARE(aided.changedPixels({100, 110, 100, 20}), 100); // they cover each other
+        const QColor seen = ChipView::colorAt({150, 120});
+        QVERIFY(seen.red() > 200 && seen.blue() < 120); // the broken one is on top
+        QVERIFY(aided.aids->toolTipAt(ChipView::view()->mapFromScene(QPointF(150, 120))).contains("Too far"));
+    }
+
+    void tintsCandidates_data()
+    {
+        const Rows<QString, QStringList, bool> row;
+        row("an unplaced resource", "top/new", {}, true);
+        row("a placed one", "top/ch", {}, false);
+        row("one without a type and parts", "top", {}, false);
+        row("a group of unplaced ones", "top", {"top/ch", "top/v"}, true);
+        row("an IP with an unplaced channel", "top/ip", {"top/ch", "top/new"}, true);
+        row("an IP whose channels are placed", "top/ip", {"top/ch", "top/pll"}, false);
+        row("a group that nobody can place", "top/held", {"top/new"}, false);
+    }
+
+    void tintsCandidates()
+    {
+        const auto [resource, parts, isTinted] = row<QString, QStringList, bool>();
+        Aided aided;
+        aided.select(resource, parts);
+        QCOMPARE(ChipView::colorAt({40, 260}) != Grey, isTinted);
+        QCOMPARE(aided.changedPixels({0, 60, 300, 170}), 0); // nothing else changes
+        if (!isTinted) {
+            QCOMPARE(aided.aids->toolTipAt(ChipView::view()->mapFromScene(QPointF(240, 260))), QString());
+            return;
+        }
+        QWidget* viewport = ChipView::view()->viewport();
+        drag<QDragEnterEvent>(viewport, {5, 5});
+        QCOMPARE(ChipView::colorAt({40, 260}), Grey);
+        leaveDrag(viewport);
+        QVERIFY(ChipView::colorAt({40, 260}) != Grey);
+        aided.aids->setCandidatesShown(false);
+        QCOMPARE(ChipView::colorAt({40, 260}), Grey);
+        aided.aids->setCandidatesShown(true);
+        QCOMPARE(aided.engine.questions, 1);
+        aided.engine.candidates = {4};
+        aided.aids->refresh();
+        QCOMPARE(ChipView::colorAt({40, 260}), Grey);
+        QVERIFY(ChipView::colorAt({240, 260}) != Grey);
+        QCOMPARE(aided.engine.questions, 2);
+    }
+
+    void answersAPointer_data()
+    {
+        const Rows<QString, QPointF, QString> row; // the selected row, where the pointer is
+        // From (40, 120) to (40, 260), bent to the right.
+        row("on a line", "top/clk", {59, 190}, "top/clk feeds top/<ch>\nLength 140.0");
+        row("within four pixels of it", "top/clk", {63, 190}, "top/clk feeds top/<ch>\nLength 140.0");
+        row("further away", "top/clk", {67, 190}, "");
+        row("a site that is no candidate", "top/new", {240, 260}, "top/new is too large for 4");
+        row("a candidate", "top/new", {40, 260}, "");
+        row("beside the sites", "top/new", {140, 200}, "");
+        row("a placed resource", "top/ch", {240, 260}, "");
+    }
+
+    void answersAPointer()
+    {
+        const auto [resource, position, text] = row<QString, QPointF, QString>();
+        Aided aided;
+        aided.engine.connected = {{"top/clk", "top/<ch>", 1, 3, ""}};
+        aided.select(resource);
+        QCOMPARE(aided.aids->toolTipAt(ChipView::view()->mapFromScene(position)), text);
+    }
+
+private:
+    static QImage pictureOf(LinePicture& picture, const std::vector<PlanLine>& lines, const QTransform& transform)
+    {
+        QImage image(500, 300, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        picture.paint(painter, lines, {transform, image.rect(), image.rect(), 1.0});
+        return image;
+    }
+
+    static std::vector<PlanLine> manyLines()
+    {
+        std::vector<PlanLine> lines;
+        for (int n = 0; n < 3000; ++n) {
+            PlanLine line;
+            line.from = QPointF(n * 619 % 2000, n * 367 % 1300) - QPointF(700, 500);
+            line.to = line.from + QPointF(n * 31 % 400 - 200, n * 57 % 300 - 150);
+            line.kind = static_cast<PlanLine::Kind>(n % 3);
+            line.isBroken = n % 50 == 0;
+            lines.push_back(line);
+        }
+        return lines;
+    }
+};
+
+ZEL_TEST_MAIN(TestPlanAids)
+#include "tst_planaids.moc"
