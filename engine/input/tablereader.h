@@ -5,11 +5,12 @@
 
 #include <functional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-namespace mirn::zelimporter {
+namespace mirn::zelengine {
 
-// A row of a table. The fields are UTF-8 and valid until the function that received the row returns.
+// A row of a table. The fields are valid UTF-8 without NUL, and live until the function that received the row returns.
 struct TableRow
 {
     std::vector<std::string_view> fields;
@@ -53,4 +54,4 @@ private:
     bool m_isCancelled = false;
 };
 
-} // namespace mirn::zelimporter
+} // namespace mirn::zelengine

@@ -1,30 +1,32 @@
 // SPDX-License-Identifier: MIT
-#include "importer/tablereader.h"
+#include "engine/input/tablereader.h"
 
-#include <QCoreApplication>
+#include "engine/input/inputfile.h"
+#include "engine/input/shortvalues.h"
+
 #include <QFile>
 
 #include <csv.h>
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <string>
 #include <utility>
 
-namespace mirn::zelimporter {
+#include <unistd.h>
+
+namespace mirn::zelengine {
 
 namespace {
 
 constexpr qint64 BlockBytes = qint64(1) << 20;
-constexpr std::size_t MostBytesOfARow = std::size_t(1) << 24; // a missing quote must not take all memory
+constexpr qint64 LargestTable = qint64(1) << 40; // bytes
+constexpr std::size_t MostBytesOfARow = std::size_t(1) << 24;
+constexpr int MostBlocksOfARow = 16; // a missing quote must not take all memory
 constexpr std::size_t MostFields = 10000;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::array<char, 4> Separators{',', ';', '\t', '|'};
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("TableReader", text);
-}
 
 // A field in quotes may contain separators, which do not count.
 char mostFrequentSeparator(std::string_view text)
@@ -45,6 +47,42 @@ char mostFrequentSeparator(std::string_view text)
 int isNoSpace(unsigned char)
 {
     return 0; // blanks around a value belong to it
+}
+
+// Returns the length of a valid UTF-8 character at the beginning of a text that is not empty, or 0 if there is none.
+std::size_t lengthOfCharacter(std::string_view text)
+{
+    const auto byte = [text](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
+    const unsigned first = byte(0);
+    if (first < 0x80)
+        return 1;
+    const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    unsigned code = first & (0x7FU >> length);
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0) != 0x80)
+            return 0;
+        code = code << 6 | (byte(i) & 0x3F);
+    }
+    constexpr std::array<unsigned, 5> Smallest{0, 0, 0x80, 0x800, 0x10000};
+    const bool isSurrogate = code >= 0xD800 && code < 0xE000;
+    return first < 0xC0 || code < Smallest[length] || code > 0x10FFFF || isSurrogate ? 0 : length;
+}
+
+bool isUtf8(std::string_view text)
+{
+    while (!text.empty()) {
+        const std::size_t length = lengthOfCharacter(text);
+        if (length == 0)
+            return false;
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
+// Nearly all tables are nothing but ASCII, which is quickly seen.
+bool isAscii(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) > 0; });
 }
 
 } // namespace
@@ -69,16 +107,22 @@ public:
 
     void parse(std::string_view bytes)
     {
+        ++m_blocks;
         if (csv_parse(&m_csv, bytes.data(), bytes.size(), takeField, takeRowEnd, this) != bytes.size())
-            fail(m_row.line, csv_error(&m_csv) == CSV_EPARSE ? misplacedQuote() : outOfMemory());
+            fail(m_row.line,
+                csv_error(&m_csv) == CSV_EPARSE ? misplacedQuote()
+                                                : QStringLiteral("a value does not fit into the memory"));
+        else if (m_blocks > MostBlocksOfARow)
+            fail(m_row.line, tooLarge());
     }
 
     void finish()
     {
         if (csv_fini(&m_csv, takeField, takeRowEnd, this) != 0)
-            fail(m_row.line, tr("a value in quotes is not closed; expected \" before the end of the file"));
+            fail(m_row.line,
+                QStringLiteral("a value in quotes is not closed; expected a quote before the end of the file"));
         else if (m_error.isEmpty() && m_columns == 0)
-            fail(1, tr("the table is empty; expected a line with the names of the columns"));
+            fail(1, QStringLiteral("the table is empty; expected a line with the names of the columns"));
     }
 
     [[nodiscard]] const QString& error() const { return m_error; }
@@ -86,9 +130,15 @@ public:
 private:
     static QString misplacedQuote()
     {
-        return tr("a quote is misplaced; expected values with quotes to be in quotes, with each quote doubled");
+        return QStringLiteral(
+            "a quote is misplaced; expected values with quotes to be in quotes, with each quote doubled");
     }
-    static QString outOfMemory() { return tr("a value does not fit into the memory"); }
+    static QString tooLarge()
+    {
+        return QStringLiteral("the row is too large; expected at most %1 values and %2 bytes, and all quotes closed")
+            .arg(MostFields)
+            .arg(MostBytesOfARow);
+    }
 
     static void takeField(void* bytes, std::size_t size, void* self)
     {
@@ -101,10 +151,7 @@ private:
         if (!m_error.isEmpty())
             return;
         if (m_ends.size() == MostFields || m_text.size() + field.size() > MostBytesOfARow)
-            return fail(m_row.line,
-                tr("the row is too large; expected at most %1 values and %2 bytes")
-                    .arg(MostFields)
-                    .arg(MostBytesOfARow));
+            return fail(m_row.line, tooLarge());
         m_text += field;
         m_ends.push_back(m_text.size());
         m_lines += std::count(field.begin(), field.end(), '\n');
@@ -116,6 +163,7 @@ private:
     {
         const bool isSecondHalf = end == '\n' && std::exchange(m_wasReturn, end == '\r');
         m_wasReturn = end == '\r';
+        m_blocks = 0;
         if (!m_ends.empty() && m_error.isEmpty())
             hand();
         m_text.clear();
@@ -132,14 +180,36 @@ private:
             m_row.fields.emplace_back(m_text.data() + begin, end - begin);
             begin = end;
         }
+        if (!isAscii(m_text))
+            checkCharacters();
+        if (!m_error.isEmpty())
+            return;
         if (m_columns == 0) {
             m_columns = m_row.fields.size();
+            for (const std::string_view name : m_row.fields)
+                m_names.emplace_back(name);
             m_error = m_readHeader(m_row);
         } else if (m_row.fields.size() != m_columns) {
             fail(m_row.line,
-                tr("the row has %1 values; expected %2 as in the header").arg(m_row.fields.size()).arg(m_columns));
+                QStringLiteral("the row has %1 values; expected %2 as in the header")
+                    .arg(m_row.fields.size())
+                    .arg(m_columns));
         } else {
             m_error = m_readRow(m_row);
+        }
+    }
+
+    void checkCharacters()
+    {
+        for (std::size_t i = 0; i < m_row.fields.size(); ++i) {
+            const std::string_view field = m_row.fields[i];
+            const char* fault = field.find('\0') != std::string_view::npos ? "holds a NUL character"
+                : !isUtf8(field)                                           ? "is not UTF-8"
+                                                                           : nullptr;
+            if (fault && m_error.isEmpty())
+                m_error = m_reader.located(m_row.line,
+                    QStringLiteral("value %1 %2; expected text in UTF-8").arg(i + 1).arg(QLatin1String(fault)),
+                    i < m_names.size() ? QString::fromStdString(m_names[i]) : QString());
         }
     }
 
@@ -157,6 +227,8 @@ private:
     qint64 m_lines = 1; // the line that is being read
     bool m_wasReturn = false;
     std::size_t m_columns = 0; // 0 until the header was read
+    std::vector<std::string> m_names; // of the columns
+    int m_blocks = 0; // parsed since a row ended
     std::string m_text; // the fields of the row, one behind the other
     std::vector<std::size_t> m_ends; // where each ends
     QString m_error;
@@ -169,16 +241,23 @@ TableReader::TableReader(QString fileName, char separator)
 
 QString TableReader::located(qint64 line, const QString& sentence, const QString& column) const
 {
-    const QString where = QStringLiteral("%1:%2: ").arg(m_fileName).arg(line);
-    return column.isEmpty() ? where + sentence : where + tr("column \"%1\": ").arg(column) + sentence;
+    const QString where = QStringLiteral("%1:%2: ").arg(m_fileName, QString::number(line));
+    return where
+        + withShortValues(column.isEmpty() ? sentence : QStringLiteral("column \"%1\": ").arg(column) + sentence);
 }
 
 QString TableReader::read(const HeaderReader& readHeader, const RowReader& readRow)
 {
     m_isCancelled = false;
-    QFile file(m_fileName);
-    if (!file.open(QIODevice::ReadOnly))
+    QString error;
+    QFile file;
+    const int descriptor = openInputFile(m_fileName, LargestTable, &error);
+    if (descriptor < 0)
+        return QStringLiteral("%1: %2").arg(m_fileName, error);
+    if (!file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
+        ::close(descriptor);
         return QStringLiteral("%1: %2").arg(m_fileName, file.errorString());
+    }
     Parser parser(*this, readHeader, readRow);
     const double size = static_cast<double>(std::max<qint64>(file.size(), 1));
     qint64 done = 0;
@@ -194,7 +273,7 @@ QString TableReader::read(const HeaderReader& readHeader, const RowReader& readR
         parser.parse(bytes);
         if (m_progress && !m_progress(std::min(1.0, static_cast<double>(done) / size))) {
             m_isCancelled = true;
-            return tr("cancelled");
+            return QStringLiteral("cancelled");
         }
     }
     if (file.error() != QFile::NoError)
@@ -204,4 +283,4 @@ QString TableReader::read(const HeaderReader& readHeader, const RowReader& readR
     return parser.error();
 }
 
-} // namespace mirn::zelimporter
+} // namespace mirn::zelengine
