@@ -95,11 +95,12 @@ QString SiteTableReader::readRow(const TableRow& row, QStringList* warnings)
         warnings->append(fail(row.line, Name,
             QStringLiteral("commands take \"%1\" for an id, so this site can only be reached by its id")
                 .arg(site.name)));
-    const Column taken = m_device.site(site.id) ? Id : Name;
-    return m_device.addSite(std::move(site)) ? QString()
-                                             : fail(row.line, taken,
-                                                 QStringLiteral("another site has this %1, expected one that differs")
-                                                     .arg(QLatin1String(ColumnNames[taken])));
+    const int id = site.id;
+    if (m_device.addSite(std::move(site)))
+        return {};
+    const Column taken = m_device.site(id) ? Id : Name;
+    return fail(row.line, taken,
+        QStringLiteral("another site has this %1, expected one that differs").arg(QLatin1String(ColumnNames[taken])));
 }
 
 QString SiteTableReader::readId(const TableRow& row, Site& site) const

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/model/resourcetype.h"
+#include "engine/model/siteindex.h"
 
 #include <QHash>
 #include <QMap>
@@ -99,8 +100,7 @@ private:
     QString m_filterError;
     std::vector<SiteKind> m_kinds;
     std::vector<Site> m_sites;
-    QHash<int, int> m_byId; // indices into m_sites, here and in the next
-    QHash<QString, int> m_byName;
+    SiteIndex m_index;
     QHash<QString, Group> m_groups;
 };
 
