@@ -12,7 +12,7 @@ namespace {
 constexpr double Step = 0.25; // of the view: one zooms by 1.25
 constexpr double WindowWidth = 1150; // pixels of the drawing's part of a window of 1600 x 1000
 constexpr double WindowHeight = 800;
-constexpr double PixelsToShow = 3; // of the shorter side of a typical site, from which its level is shown
+constexpr double PixelsToShow = 4; // of the shorter side of a typical site, from which its level is shown
 constexpr double PixelsForBorder = 8; // the same, from which a border of a pixel is thin
 constexpr double BorderShare = 0.02; // of the side
 constexpr double GapShare = 0.04;

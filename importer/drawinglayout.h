@@ -40,6 +40,10 @@ public:
     [[nodiscard]] double titleSize() const { return m_titleSize; } // of the letters
     [[nodiscard]] double scale() const { return m_scale; } // drawing units for one of the coordinates
     [[nodiscard]] const Level& level(int number) const { return m_levels[static_cast<std::size_t>(number)]; }
+    // Whether the second level is hidden at first, so that the sites that hold it need a look of their own meanwhile.
+    [[nodiscard]] bool hasLids() const { return m_levels.size() > 1 && m_levels[1].firstStep != Always; }
+    // The number of a layer of the drawing; that of a level of sites is one more than the level's.
+    [[nodiscard]] int lidLayer() const { return static_cast<int>(m_levels.size()) + 1; }
     // The step at which a window of usual size shows the whole drawing.
     [[nodiscard]] int fitStep() const { return m_fitStep; }
     [[nodiscard]] Area areaOf(const ImportedSites::Site& site) const;

@@ -54,7 +54,13 @@ DrawingWriter::DrawingWriter(const ImportedSites& sites, const DrawingLayout& la
     : m_sites(sites)
     , m_layout(layout)
     , m_colours(colours)
-{ }
+    , m_isHolder(sites.sites.size())
+{
+    for (const ImportedSites::Site& site : sites.sites) {
+        if (site.parent != ImportedSites::None)
+            m_isHolder[static_cast<std::size_t>(site.parent)] = true;
+    }
+}
 
 // Level by level. What covers more is drawn first, so that it hides nothing.
 std::vector<DrawingWriter::Group> DrawingWriter::groups() const
@@ -92,6 +98,7 @@ QString DrawingWriter::write(const QString& fileName, const QString& name, const
     std::size_t done = 0;
     for (const Group& group : all) {
         writeSites(file, group);
+        writeLids(file, group);
         done += group.size();
         if (file.isFailed() || (progress && !progress(0.8 * static_cast<double>(done) / m_sites.count())))
             return file.close();
@@ -135,10 +142,10 @@ void DrawingWriter::writeGround(OutputFile& file, const QString& name) const
     file << "<tspan dx=\"" << m_layout.titleSize() << "\" font-size=\"" << m_layout.titleSize() * NoteShare
          << "\" fill=\"" << NoteColour << "\">";
     writeEscaped(file,
-        m_sites.kinds.size() == 1
-            ? tr("%1 sites of one kind").arg(QLocale::c().toString(m_sites.count()))
-            : tr("%1 sites of %2 kinds")
-                  .arg(QLocale::c().toString(m_sites.count()), QLocale::c().toString(m_sites.kinds.size())));
+        m_sites.kinds.size() == 1 ? tr("%1 sites of one kind").arg(QLocale(QLocale::English).toString(m_sites.count()))
+                                  : tr("%1 sites of %2 kinds")
+                                        .arg(QLocale(QLocale::English).toString(m_sites.count()),
+                                            QLocale(QLocale::English).toString(m_sites.kinds.size())));
     file << "</tspan></text>\n";
 }
 
@@ -153,6 +160,22 @@ void DrawingWriter::writeSites(OutputFile& file, const Group& group) const
     file << ">\n";
     for (const int site : group)
         writeSite(file, site);
+    file << " </g>\n";
+}
+
+void DrawingWriter::writeLids(OutputFile& file, const Group& group) const
+{
+    const ImportedSites::Site& first = m_sites.sites[static_cast<std::size_t>(group.front())];
+    const bool hasHolder = std::any_of(
+        group.begin(), group.end(), [this](int site) { return m_isHolder[static_cast<std::size_t>(site)]; });
+    if (first.level > 0 || !hasHolder || !m_layout.hasLids())
+        return;
+    file << " <g tovanel:layer=\"" << m_layout.lidLayer() << "\" fill=\"" << m_colours.of(first.kind).closedFill
+         << "\">\n";
+    for (const int site : group) {
+        if (m_isHolder[static_cast<std::size_t>(site)])
+            writeSite(file, site);
+    }
     file << " </g>\n";
 }
 
@@ -204,6 +227,9 @@ void DrawingWriter::writeLayers(OutputFile& file, const LabelLayout& labels) con
             first == DrawingLayout::Always ? -Unlimited : DrawingLayout::scaleValue(first) - HalfStep, Unlimited,
             tr("Sites, level %1").arg(i));
     }
+    if (m_layout.hasLids())
+        writeLayer(file, m_layout.lidLayer(), -Unlimited,
+            DrawingLayout::scaleValue(m_layout.level(1).firstStep) - HalfStep, tr("Lids"));
     for (const auto& [number, range] : labels.layers())
         writeLayer(file, number, DrawingLayout::scaleValue(range.first) - HalfStep,
             std::min(Unlimited, DrawingLayout::scaleValue(range.last) + HalfStep), tr("Labels %1").arg(number));

@@ -15,7 +15,8 @@
 namespace mirn::zelimporter {
 
 // Writes the drawing: the ground with a title, the sites level by level with the large kinds below the small ones, then
-// the labels. Everything that sites have in common is in their group, so that the file stays small.
+// the labels. A site of the first level has a lid in the colour of its content, which goes when the content comes; both
+// have its id. Everything that sites have in common is in their group, so that the file stays small.
 class DrawingWriter
 {
 public:
@@ -33,6 +34,7 @@ private:
     void writeHead(OutputFile& file, const QString& name) const;
     void writeGround(OutputFile& file, const QString& name) const;
     void writeSites(OutputFile& file, const Group& group) const;
+    void writeLids(OutputFile& file, const Group& group) const;
     void writeSite(OutputFile& file, int number) const;
     static void writeLabels(OutputFile& file, const std::vector<LabelLayout::Label>& labels);
     void writeLayers(OutputFile& file, const LabelLayout& labels) const;
@@ -40,6 +42,7 @@ private:
     const ImportedSites& m_sites;
     const DrawingLayout& m_layout;
     const KindColours& m_colours;
+    std::vector<bool> m_isHolder; // by site
 };
 
 } // namespace mirn::zelimporter

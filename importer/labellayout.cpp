@@ -14,8 +14,9 @@ constexpr double LargestPixels = 16; // the same where the whole drawing is show
 constexpr double HeightShare = 0.4; // of a site's shorter side that letters take
 constexpr double LengthShare = 0.84; // of its longer side that a text takes
 constexpr double HeaderShare = 0.72; // of the room above what is in the site
+constexpr double SmallestHeaderShare = 0.06; // of the site's shorter side
 constexpr double SmallestShare = 0.6; // of the size of its group that a label must reach
-constexpr double UsefulShare = 0.1; // of the shorter side that the letters of a useful name reach
+constexpr double UsefulShare = 0.18; // of the shorter side that the letters of a useful name reach
 constexpr double SmallestSize = 0.4; // drawing units
 
 // The width of a text in DejaVu Sans of size 1, or a little more.
@@ -94,11 +95,11 @@ LabelLayout::Style LabelLayout::styleOf(const std::vector<int>& group) const
     return style;
 }
 
-// Labels with the same steps share a layer. Those of sites are below.
+// Labels with the same steps share a layer. The numbers below are those of the sites.
 int LabelLayout::layerFor(int first, int last)
 {
     const auto [known, isNew]
-        = m_numbers.try_emplace({first, last}, m_sites.levels + 1 + static_cast<int>(m_numbers.size()));
+        = m_numbers.try_emplace({first, last}, m_layout.lidLayer() + 1 + static_cast<int>(m_numbers.size()));
     if (isNew)
         m_layers.emplace(known->second, Range{first, last});
     return known->second;
@@ -121,8 +122,7 @@ LabelLayout::Label LabelLayout::labelOn(int number, const Style& style)
         const double room = top - area.y;
         const double size
             = std::min(room * HeaderShare, area.width * LengthShare / std::max(lengthOf(label.text), 0.1));
-        const bool isHeader
-            = size * DrawingLayout::magnification(std::max(covered, m_layout.fitStep()) + 4) >= LegiblePixels;
+        const bool isHeader = size >= SmallestHeaderShare * std::min(area.width, area.height);
         if (isHeader) {
             label.size = std::min(size, style.size);
             label.y = area.y + room / 2;

@@ -44,7 +44,7 @@ QString projectName(const ImportOptions& options)
 
 QString summaryOf(const ImportedSites& sites, const ImportedDesign& design, const QString& project)
 {
-    const QLocale locale = QLocale::c();
+    const QLocale locale(QLocale::English);
     return tr("%1: %2 sites of %3 kinds, %4 resources and %5 connections were imported.")
         .arg(project, locale.toString(sites.count()), locale.toString(sites.kinds.size()),
             locale.toString(static_cast<qulonglong>(design.resources.size())),
