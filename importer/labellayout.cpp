@@ -36,13 +36,7 @@ double lengthOf(std::string_view text)
     return length;
 }
 
-struct Room
-{
-    double width;
-    double height;
-};
-
-double sizeIn(const Room& room, std::string_view text)
+double sizeIn(const LabelLayout::Room& room, std::string_view text)
 {
     return std::min(room.height * HeightShare, room.width * LengthShare / std::max(lengthOf(text), 0.1));
 }
@@ -105,6 +99,25 @@ int LabelLayout::layerFor(int first, int last)
     return known->second;
 }
 
+// Makes the label a heading, with the name where it is not much smaller than the kind. Returns false, and changes
+// nothing, if there is no room.
+bool LabelLayout::placeAbove(Label& label, int site, const Room& room) const
+{
+    const auto sizeOf = [&room](std::string_view text) {
+        return std::min(room.height * HeaderShare, room.width * LengthShare / std::max(lengthOf(text), 0.1));
+    };
+    const std::string_view name = textOf(site, false);
+    const std::string_view kind = textOf(site, true);
+    const std::string_view text = sizeOf(name) >= SmallestShare * sizeOf(kind) ? name : kind;
+    const DrawingLayout::Area area = m_layout.areaOf(m_sites.sites[static_cast<std::size_t>(site)]);
+    if (sizeOf(text) < SmallestHeaderShare * std::min(area.width, area.height))
+        return false;
+    label.text = text;
+    label.size = sizeOf(text);
+    label.isUpright = false;
+    return true;
+}
+
 // A label of size 0 is none.
 LabelLayout::Label LabelLayout::labelOn(int number, const Style& style)
 {
@@ -116,20 +129,12 @@ LabelLayout::Label LabelLayout::labelOn(int number, const Style& style)
     if (label.size < SmallestShare * style.size)
         label.size = 0;
     int last = NoEnd;
-    const float top = m_tops[static_cast<std::size_t>(number)];
-    if (top > 0) {
-        const int covered = m_layout.level(std::min(site.level + 1, m_sites.levels - 1)).firstStep;
-        const double room = top - area.y;
-        const double size
-            = std::min(room * HeaderShare, area.width * LengthShare / std::max(lengthOf(label.text), 0.1));
-        const bool isHeader = size >= SmallestHeaderShare * std::min(area.width, area.height);
-        if (isHeader) {
-            label.size = std::min(size, style.size);
-            label.y = area.y + room / 2;
-            label.isUpright = false;
-        } else {
-            last = covered - 1;
-        }
+    const float top = m_tops[static_cast<std::size_t>(number)]; // of what is in the site
+    if (top > 0 && placeAbove(label, number, {area.width, top - area.y})) {
+        label.size = std::min(label.size, style.size);
+        label.y = (area.y + top) / 2;
+    } else if (top > 0) {
+        last = m_layout.level(std::min(site.level + 1, m_sites.levels - 1)).firstStep - 1;
     }
     const int first = DrawingLayout::stepFor(label.size, LegiblePixels);
     if (label.size < SmallestSize || first > last)

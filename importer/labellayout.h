@@ -29,6 +29,12 @@ public:
         int layer;
     };
 
+    struct Room // drawing units
+    {
+        double width;
+        double height;
+    };
+
     // The labels of sites that are of one kind and one level.
     [[nodiscard]] std::vector<Label> labelsOf(const std::vector<int>& group);
 
@@ -50,6 +56,7 @@ private:
 
     [[nodiscard]] Style styleOf(const std::vector<int>& group) const;
     [[nodiscard]] std::string_view textOf(int site, bool isKind) const;
+    [[nodiscard]] bool placeAbove(Label& label, int site, const Room& room) const;
     [[nodiscard]] Label labelOn(int site, const Style& style);
     [[nodiscard]] int layerFor(int first, int last);
 
