@@ -31,7 +31,6 @@ struct ImportedDesign
         int from = None; // numbers of resources
         int to = None;
         QString rule; // empty for none
-        std::uint32_t line = 0;
     };
 
     std::vector<Resource> resources;

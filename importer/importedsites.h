@@ -31,12 +31,27 @@ struct ImportedSites
         std::int32_t level = 0; // how many sites it lies in, unless the table says otherwise
     };
 
+    struct Membership
+    {
+        std::int32_t group = None; // number in groups
+        std::int32_t neighbours = None; // number in lists
+        std::int32_t reaches = None;
+    };
+
+    // What a site has to do with groups.
+    [[nodiscard]] Membership membership(int site) const
+    {
+        return memberships.empty() ? Membership() : memberships[static_cast<std::size_t>(site)];
+    }
     [[nodiscard]] int count() const { return static_cast<int>(sites.size()); }
 
     std::vector<Site> sites;
     TextNumbers names; // by the number of the site
     TextNumbers kinds;
     TextNumbers tooltips;
+    std::vector<Membership> memberships; // by the number of the site; empty for a table without groups
+    TextNumbers groups;
+    TextNumbers lists; // names of groups, separated by single blanks
     QString unit; // of the coordinates; empty if nobody said it
     int levels = 1; // one more than the highest level
     QStringList warnings; // one sentence each: what was read in another way than it was written

@@ -4,6 +4,7 @@
 #include "importer/namecheck.h"
 #include "importer/resourcenames.h"
 #include "importer/translation.h"
+#include "importer/unitcheck.h"
 
 #include <utility>
 
@@ -148,6 +149,7 @@ QString ResourceReader::readConnections(const ImportProgress& progress)
 {
     if (m_options.connections.isEmpty())
         return {};
+    m_check = std::make_unique<UnitCheck>(m_sites, m_design);
     m_connectionReader.setProgress(progress);
     return m_connectionReader.read(
         [this](const TableRow& header) { return m_connectionColumns.read(header, m_connectionReader, m_options); },
@@ -158,31 +160,42 @@ int ResourceReader::readEnd(const TableRow& row, int role, QString* error)
 {
     QString sentence;
     const int found = m_names->find(stringOf(m_connectionColumns.value(row, role)), &sentence);
-    if (found == ImportedDesign::None && error->isEmpty())
+    if (found != ImportedDesign::None
+        && m_design.resources[static_cast<std::size_t>(found)].kind == ImportedDesign::None)
+        sentence = tr("\"%1\" takes no site; expected a resource that does")
+                       .arg(m_design.resources[static_cast<std::size_t>(found)].path);
+    if (!sentence.isEmpty() && error->isEmpty())
         *error = m_connectionReader.located(row.line, sentence, m_connectionColumns.name(role));
     return found;
 }
 
 QString ResourceReader::readConnection(const TableRow& row)
 {
-    static const QStringList Rules{
-        QString(), QStringLiteral("same-unit"), QStringLiteral("reachable"), QStringLiteral("near")};
     QString error;
     ImportedDesign::Connection connection;
     connection.from = readEnd(row, connectionroles::From, &error);
     connection.to = readEnd(row, connectionroles::To, &error);
     connection.rule = stringOf(m_connectionColumns.value(row, connectionroles::Rule));
-    connection.line = static_cast<std::uint32_t>(row.line);
-    if (error.isEmpty() && connection.from == connection.to)
-        error = m_connectionReader.located(row.line, tr("a resource is connected with itself; expected two"),
-            m_connectionColumns.name(connectionroles::To));
-    if (error.isEmpty() && !Rules.contains(connection.rule))
-        error = m_connectionReader.located(row.line,
-            tr("\"%1\" is no rule; expected \"same-unit\", \"reachable\", \"near\" or nothing").arg(connection.rule),
-            m_connectionColumns.name(connectionroles::Rule));
+    if (error.isEmpty())
+        error = checkConnection(row, connection);
     if (error.isEmpty())
         m_design.connections.push_back(std::move(connection));
     return error;
+}
+
+QString ResourceReader::checkConnection(const TableRow& row, const ImportedDesign::Connection& connection) const
+{
+    static const QStringList Rules{
+        QString(), QStringLiteral("same-unit"), QStringLiteral("reachable"), QStringLiteral("near")};
+    if (connection.from == connection.to)
+        return m_connectionReader.located(row.line, tr("a resource is connected with itself; expected two"),
+            m_connectionColumns.name(connectionroles::To));
+    const QString sentence = Rules.contains(connection.rule)
+        ? m_check->refusalOf(connection)
+        : tr("\"%1\" is no rule; expected \"same-unit\", \"reachable\", \"near\" or nothing").arg(connection.rule);
+    return sentence.isEmpty()
+        ? QString()
+        : m_connectionReader.located(row.line, sentence, m_connectionColumns.name(connectionroles::Rule));
 }
 
 } // namespace mirn::zelimporter

@@ -16,6 +16,7 @@
 namespace mirn::zelimporter {
 
 class ResourceNames;
+class UnitCheck;
 
 // Reads the tables of resources and of connections. Each may be missing.
 class ResourceReader
@@ -38,6 +39,7 @@ private:
     [[nodiscard]] QString checkKind(const ImportedDesign::Resource& resource, int number, bool hasChildren) const;
     [[nodiscard]] QString readConnection(const Row& row);
     [[nodiscard]] int readEnd(const Row& row, int role, QString* error);
+    [[nodiscard]] QString checkConnection(const Row& row, const ImportedDesign::Connection& connection) const;
     [[nodiscard]] QString fail(qint64 line, int role, const QString& sentence) const;
 
     const ImportOptions& m_options;
@@ -51,6 +53,7 @@ private:
     QStringList m_parents;
     QHash<int, std::uint32_t> m_takenSites; // the lines that take them
     std::unique_ptr<ResourceNames> m_names;
+    std::unique_ptr<UnitCheck> m_check;
 };
 
 } // namespace mirn::zelimporter

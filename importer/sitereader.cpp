@@ -78,6 +78,10 @@ QString SiteReader::readHeader(const TableRow& header)
     QString error = m_columns.read(header, m_reader, m_options);
     if (error.isEmpty())
         error = readUnits(header);
+    for (const int role : {siteroles::Neighbours, siteroles::Reaches}) {
+        if (error.isEmpty() && m_columns.has(role) && !m_columns.has(siteroles::Group))
+            error = fail(header.line, role, tr("the column names groups; expected a column \"group\" as well"));
+    }
     if (error.isEmpty())
         m_sites->warnings += m_writer.writeHeader(m_columns);
     return error;
@@ -177,20 +181,26 @@ QString SiteReader::readLevel(const TableRow& row, ImportedSites::Site& site)
 
 QString SiteReader::readGroups(const TableRow& row)
 {
+    if (!m_columns.has(siteroles::Group))
+        return {};
+    ImportedSites::Membership membership;
     const std::string_view group = m_columns.value(row, siteroles::Group);
-    if (!group.empty()) {
-        const QString error = wordError(group);
-        if (!error.isEmpty())
-            return fail(row.line, siteroles::Group, error);
-        m_groups.add(group);
-    }
-    const QString error = readGroupList(row, siteroles::Neighbours);
-    return error.isEmpty() ? readGroupList(row, siteroles::Reaches) : error;
+    QString error = wordError(group);
+    if (!error.isEmpty())
+        return fail(row.line, siteroles::Group, error);
+    if (!group.empty())
+        membership.group = m_sites->groups.add(group);
+    error = readGroupList(row, siteroles::Neighbours, membership.neighbours);
+    if (error.isEmpty())
+        error = readGroupList(row, siteroles::Reaches, membership.reaches);
+    m_sites->memberships.push_back(membership);
+    return error;
 }
 
 // The names are separated by blanks.
-QString SiteReader::readGroupList(const TableRow& row, int role)
+QString SiteReader::readGroupList(const TableRow& row, int role, std::int32_t& list)
 {
+    std::string names;
     std::string_view rest = m_columns.value(row, role);
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find(' '), rest.size());
@@ -203,7 +213,9 @@ QString SiteReader::readGroupList(const TableRow& row, int role)
             return fail(row.line, role, error);
         if (m_mentioned.add(group) == static_cast<int>(m_mentions.size()))
             m_mentions.push_back({static_cast<std::uint32_t>(row.line), role});
+        names.append(names.empty() ? "" : " ").append(group);
     }
+    list = names.empty() ? ImportedSites::None : m_sites->lists.add(names);
     return {};
 }
 
@@ -211,7 +223,7 @@ QString SiteReader::checkGroups() const
 {
     for (int i = 0; i < m_mentioned.size(); ++i) {
         const Mention& mention = m_mentions[static_cast<std::size_t>(i)];
-        if (m_groups.find(m_mentioned.text(i)) < 0)
+        if (m_sites->groups.find(m_mentioned.text(i)) < 0)
             return fail(mention.line, mention.role,
                 tr("no site belongs to a group %1; expected names of groups, separated by blanks")
                     .arg(quoted(m_mentioned.text(i))));

@@ -32,7 +32,7 @@ private:
     [[nodiscard]] QString readParent(const Row& row, ImportedSites::Site& site);
     [[nodiscard]] QString readLevel(const Row& row, ImportedSites::Site& site);
     [[nodiscard]] QString readGroups(const Row& row);
-    [[nodiscard]] QString readGroupList(const Row& row, int role);
+    [[nodiscard]] QString readGroupList(const Row& row, int role, std::int32_t& list);
     [[nodiscard]] QString readArea(const Row& row, ImportedSites::Site& site) const;
     [[nodiscard]] QString checkNotes(const Row& row) const;
     [[nodiscard]] QString checkGroups() const;
@@ -51,7 +51,6 @@ private:
     ImportedSites* m_sites = nullptr;
     std::array<double, 4> m_factors{1, 1, 1, 1}; // of x, y, width and height, to the unit of x
     TextNumbers m_parents; // a site's parent is a number of these until all are read
-    TextNumbers m_groups;
     TextNumbers m_mentioned; // groups
     std::vector<Mention> m_mentions; // of each mentioned group, the first
 };
