@@ -46,10 +46,13 @@ install(
     COMPONENT development
 )
 
-# zel_install_pkgconfig(LIBRARY DESCRIPTION REQUIRED-MODULE...) installs the pkg-config file of a library.
+# zel_install_pkgconfig(LIBRARY DESCRIPTION REQUIRED-MODULE... [LIBS LINKER-OPTION...]) installs the pkg-config file of
+# a library.
 function(zel_install_pkgconfig library description)
+    cmake_parse_arguments(arg "" "" "LIBS" ${ARGN})
     set(name ${library}${ZEL_SUFFIX})
-    list(JOIN ARGN ", " requires)
+    list(JOIN arg_UNPARSED_ARGUMENTS ", " requires)
+    list(JOIN arg_LIBS " " libs)
     file(RELATIVE_PATH prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
     string(REGEX REPLACE "/$" "" prefix ${prefix})
     set(headers zelchipgui${ZEL_SUFFIX})
@@ -64,4 +67,4 @@ zel_install_pkgconfig(zelplatform "Platform services of the chip-planning view"
     "${ZEL_QT}Widgets >= ${QT_VERSION_MAJOR}.${QT_VERSION_MINOR}"
 )
 zel_install_pkgconfig(zelchipgui "${PROJECT_DESCRIPTION}" ${platform_module})
-zel_install_pkgconfig(zelengine "Reference engine of the chip-planning view" ${platform_module})
+zel_install_pkgconfig(zelengine "Reference engine of the chip-planning view" ${platform_module} LIBS -lcsv) # static

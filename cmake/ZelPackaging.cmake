@@ -30,7 +30,8 @@ design, which are dragged onto sites. It has a Tcl console, a journal that
 brings the work back after a crash, and a sample device to begin with. This
 build is for Qt ${QT_VERSION_MAJOR}.")
 
-# A development package requires exactly the libraries of its build; the headers of Qt come with Qt's own package.
+# A development package requires exactly the libraries of its build; the headers of Qt come with Qt's own package, and
+# the static engine needs the reader of tables.
 set(CPACK_COMPONENTS_ALL runtime development program)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 set(CPACK_COMPONENT_PROGRAM_DEPENDS runtime)
@@ -38,7 +39,7 @@ set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(qt_headers_5 qtbase5-dev)
 set(qt_headers_6 qt6-base-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-    "${qt_headers_${QT_VERSION_MAJOR}} (>= ${QT_VERSION_MAJOR}.${QT_VERSION_MINOR})"
+    "${qt_headers_${QT_VERSION_MAJOR}} (>= ${QT_VERSION_MAJOR}.${QT_VERSION_MINOR}), libcsv-dev"
 )
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})

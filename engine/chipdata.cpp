@@ -19,6 +19,13 @@ const std::string FillKey = "fill";
 // is wrong.
 const std::string ConflictFill = "#ff4a2e";
 
+bool hasOwnLook(const Site& site)
+{
+    return !site.attributes.isEmpty()
+        && (site.attributes.contains(QString::fromStdString(PopupKey))
+            || site.attributes.contains(QString::fromStdString(FillKey)));
+}
+
 void describeOccupant(
     AttributeBag& bag, const Site& site, const SiteKind& kind, const Resource& occupant, const QString& conflict)
 {
@@ -43,25 +50,35 @@ const std::string* AttributeBag::getAttributeValue(const std::string* key) const
 ChipData::ChipData(const Device& device)
     : m_drawingFile(QFile::encodeName(device.drawingFile()).toStdString())
     , m_filterFile(QFile::encodeName(device.filterFile()).toStdString())
-{ }
+{
+    for (const Site& site : device.sites()) {
+        if (hasOwnLook(site))
+            m_told.insert(site.id);
+    }
+}
 
 void ChipData::update(const Device& device, const Design& design, const SettingStore& settings)
 {
-    const std::vector<Site>& sites = device.sites();
-    m_bags.assign(sites.size(), {});
-    m_records.assign(sites.size(), {});
+    for (int resource : design.all()) {
+        if (device.site(design.resource(resource).site))
+            m_told.insert(design.resource(resource).site);
+    }
+    m_bags.assign(m_told.size(), {});
+    m_records.assign(m_told.size(), {});
     m_recordPointers.clear();
-    for (std::size_t i = 0; i < sites.size(); ++i) {
-        const Site& site = sites[i];
+    std::size_t i = 0;
+    for (int id : m_told) {
+        const Site& site = *device.site(id);
+        AttributeBag& bag = m_bags[i];
         for (auto it = site.attributes.begin(); it != site.attributes.end(); ++it)
-            m_bags[i].insert(toEngineText(it.key()), toEngineText(it.value()));
-        const int occupant = design.occupant(site.id);
+            bag.insert(toEngineText(it.key()), toEngineText(it.value()));
+        const int occupant = design.occupant(id);
         if (occupant >= 0)
             describeOccupant(
-                m_bags[i], site, device.kindOf(site), design.resource(occupant), settings.disablingSetting(site));
-        m_records[i].id = static_cast<unsigned int>(site.id);
-        m_records[i].attributes = &m_bags[i];
-        m_recordPointers.push_back(&m_records[i]);
+                bag, site, device.kindOf(site), design.resource(occupant), settings.disablingSetting(site));
+        m_records[i].id = static_cast<unsigned int>(id);
+        m_records[i].attributes = &bag;
+        m_recordPointers.push_back(&m_records[i++]);
     }
 }
 

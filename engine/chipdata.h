@@ -5,7 +5,7 @@
 #include "platform/contract/zelchipdata.h"
 
 #include <map>
-#include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -27,9 +27,10 @@ private:
     std::map<std::string, std::string> m_values;
 };
 
-// The device as the chip view sees it: the file names and one record per site. The engine owns it. An occupied site has
-// its kind's colour and names the resource in its tooltip, and shows a conflict if a setting puts it out of use. A free
-// site has neither, so that it looks as drawn.
+// The device as the chip view sees it: the file names, and a record of each site that is or was occupied, or whose
+// attributes say how it looks; of the others there is nothing to tell, and there may be millions. The engine owns it.
+// An occupied site has its kind's colour and names the resource in its tooltip, and shows a conflict if a setting puts
+// it out of use. A free site has neither, so that it looks as drawn.
 class ChipData final : public zelchipdata
 {
 public:
@@ -47,6 +48,7 @@ public:
 private:
     std::string m_drawingFile;
     std::string m_filterFile;
+    std::set<int> m_told; // the ids of the sites with a record; who is told of once stays, because the view remembers
     std::vector<AttributeBag> m_bags;
     std::vector<zelchiprecord> m_records;
     std::vector<const zelchiprecord*> m_recordPointers;

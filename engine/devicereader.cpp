@@ -7,6 +7,7 @@
 #include "engine/model/resourcename.h"
 #include "engine/resourcetypereader.h"
 #include "engine/rules/settingstore.h"
+#include "engine/sitetablereader.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -48,6 +49,7 @@ public:
 private:
     void readFileNames(const JsonNode& root);
     void readKind(const JsonNode& node);
+    void readSiteTable(const JsonNode& name);
     void readSite(const JsonNode& node);
     [[nodiscard]] int kindOf(const JsonNode& site) const;
     [[nodiscard]] std::vector<SiteSetting> readSettings(const JsonNode& node) const;
@@ -79,6 +81,10 @@ Device DeviceReader::read(const JsonNode& root)
         readKind(kinds.item(i));
 
     const JsonNode sites = root.member(QStringLiteral("sites"));
+    if (sites.isText()) {
+        readSiteTable(sites);
+        return std::move(m_device);
+    }
     sites.expectArray();
     for (int i = 0; i < sites.size() && !m_report.isFailed(); ++i)
         readSite(sites.item(i));
@@ -123,6 +129,20 @@ void DeviceReader::readKind(const JsonNode& node)
     if (!kind.occupiedFill.isEmpty() && !colour.match(kind.occupiedFill).hasMatch())
         node.member(QStringLiteral("occupiedFill")).fail(QStringLiteral("expected a colour as \"#rrggbb\""));
     m_device.addKind(std::move(kind));
+}
+
+// An error in the table has its own position, with the table's name.
+void DeviceReader::readSiteTable(const JsonNode& name)
+{
+    const QString file = name.inputFile(QFileInfo(m_report.fileName()).absoluteDir());
+    if (m_report.isFailed())
+        return;
+    QStringList warnings;
+    const QString error = SiteTableReader(m_device).read(file, &warnings);
+    for (const QString& warning : warnings)
+        m_report.warnOf(warning);
+    if (!error.isEmpty())
+        m_report.failOf(error);
 }
 
 void DeviceReader::readSite(const JsonNode& node)

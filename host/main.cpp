@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/commandline/batch.h"
 #include "host/commandline/commandline.h"
+#include "host/commandline/importcommand.h"
 #include "host/commandline/standardstreams.h"
 #include "host/look/theme.h"
 #include "host/memory/windowmemory.h"
@@ -164,6 +165,19 @@ int runApplication(const CommandLine& commandLine, int argc, char** argv)
     return run(commandLine);
 }
 
+// "zelchip import" is a program of its own, without a window. A folder of that name opens as ./import.
+int runImportCommand(const QStringList& arguments)
+{
+    const ImportCommand command = parseImportCommand(arguments);
+    if (command.printsHelp) {
+        print(importHelpText());
+        return EXIT_SUCCESS;
+    }
+    if (!command.error.isEmpty())
+        return fail(UsageError, command.error + QStringLiteral("\nzelchip import --help says what there is."));
+    return runImport(command.options);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -171,7 +185,10 @@ int main(int argc, char** argv)
     // Writing beyond the file size limit must fail with an error instead of ending the program.
     std::signal(SIGXFSZ, SIG_IGN);
     useUtf8();
-    const CommandLine commandLine = parseCommandLine(argumentList(argc, argv));
+    const QStringList arguments = argumentList(argc, argv);
+    if (arguments.value(1) == QLatin1String("import"))
+        return runImportCommand(arguments.mid(2));
+    const CommandLine commandLine = parseCommandLine(arguments);
     switch (commandLine.task) {
     case CommandLine::Task::ReportError:
         return fail(UsageError, commandLine.error + QStringLiteral("\nzelchip --help says what there is."));

@@ -9,17 +9,18 @@ namespace mirn::zelengine {
 
 bool readsAsId(const QString& text)
 {
+    // Most names begin with a letter, which is seen at once.
+    if (text.isEmpty() || text.at(0).isLetter())
+        return false;
     static const QRegularExpression Number(QStringLiteral("^\\s*[+-]?\\d+\\s*$"));
     return Number.match(text).hasMatch();
 }
 
 bool Device::addSite(Site site)
 {
-    if (m_byId.contains(site.id) || m_byName.contains(site.name))
+    if (!m_index.add(site, m_sites))
         return false;
     const int index = static_cast<int>(m_sites.size());
-    m_byId.insert(site.id, index);
-    m_byName.insert(site.name, index);
     if (!site.group.isEmpty()) {
         Group& group = m_groups[site.group];
         group.sites.push_back(index);
@@ -55,14 +56,14 @@ bool Device::isUnit(const Site& site) const
 
 const Site* Device::site(int id) const
 {
-    const auto it = m_byId.constFind(id);
-    return it == m_byId.constEnd() ? nullptr : &m_sites[static_cast<std::size_t>(*it)];
+    const int index = m_index.find(id);
+    return index < 0 ? nullptr : &m_sites[static_cast<std::size_t>(index)];
 }
 
 const Site* Device::site(const QString& name) const
 {
-    const auto it = m_byName.constFind(name);
-    return it == m_byName.constEnd() ? nullptr : &m_sites[static_cast<std::size_t>(*it)];
+    const int index = m_index.find(name, m_sites);
+    return index < 0 ? nullptr : &m_sites[static_cast<std::size_t>(index)];
 }
 
 std::vector<const Site*> Device::sitesOfGroup(const QString& group) const

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/model/resourcetype.h"
+#include "engine/model/siteindex.h"
 
 #include <QHash>
 #include <QMap>
@@ -106,8 +107,7 @@ private:
     ResourceTypes m_types = standardTypes();
     std::vector<SiteKind> m_kinds;
     std::vector<Site> m_sites;
-    QHash<int, int> m_byId; // indices into m_sites, here and in the next
-    QHash<QString, int> m_byName;
+    SiteIndex m_index;
     QHash<QString, Group> m_groups;
 };
 

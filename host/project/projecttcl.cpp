@@ -4,6 +4,7 @@
 #include "engine/referenceengine.h"
 #include "host/design/designeditor.h"
 #include "host/design/placementdiff.h"
+#include "host/project/importtcl.h"
 #include "host/project/projectsession.h"
 #include "host/tcl/arguments.h"
 
@@ -82,6 +83,8 @@ void addProjectCommands(TclInterpreter& interpreter, const ProjectCommands& comm
         {QStringLiteral("open"),
             [open = commands.open](
                 const Arguments& arguments) { return resultOf(open(arguments.positional().first())); }},
+        {QStringLiteral("import"),
+            [&interpreter](const Arguments& arguments) { return importTables(interpreter, arguments); }},
         {QStringLiteral("save"), [save = commands.save](const Arguments&) { return resultOf(save()); }},
         {QStringLiteral("refresh"), [refresh = commands.refresh](const Arguments&) { return resultOf(refresh()); }},
         {QStringLiteral("info"), [session = commands.session](const Arguments&) { return info(session()); }},

@@ -94,6 +94,14 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_tree", "select", "-rsc NAME", "Selects a resource in the tree.", "zel_tree select -rsc gateway/pcie", ""},
         {"zel_project", "open", "PATH", "Opens a project folder or a drawing instead of what is open.",
             "zel_project open [dict get [zel_project info] directory]", ""},
+        {"zel_project", "import",
+            "-o DIR -sites FILE ?-resources FILE? ?-connections FILE? ?-name NAME? ?-columns ROLE=COLUMN,...? "
+            "?-separator C? ?-unit UNIT? ?-y up|down? ?-replace?",
+            "Makes a project folder of tables of sites, resources and connections, as zelchip import does, and returns "
+            "the warnings. It opens nothing.",
+            "set table [open sites.csv w]; puts $table \"name,kind,x,y,width,height\\nPLL_A,PLL,0,0,20,12\"; close "
+            "$table; zel_project import -o imported -sites sites.csv",
+            ""},
         {"zel_project", "save", "", "Saves the placement.", "zel_project save", ""},
         {"zel_project", "diff", "?FILE?",
             "Returns how the placement differs from the saved one, or from another placement file of the same design: "

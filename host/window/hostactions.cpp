@@ -76,6 +76,7 @@ void HostActions::createActions(QMainWindow* window)
     openProject = newAction(window, QString(), QKeySequence::Open);
     decorate(openProject, tr("&Open Project..."), "open", tr("Open a project folder"));
     openDrawing = newAction(window, tr("Open &Drawing..."), Qt::CTRL | Qt::SHIFT | Qt::Key_O);
+    importTables = newAction(window, tr("&Import Tables..."));
     save = newAction(window, QString(), QKeySequence::Save);
     decorate(save, tr("&Save"), "save", tr("Save the placement"));
     undo = newAction(window, QString(), QKeySequence::Undo);
@@ -118,6 +119,7 @@ void HostActions::fillMenus(QMainWindow* window)
     QMenu* file = window->menuBar()->addMenu(tr("&File"));
     file->addActions({openProject, openDrawing});
     openRecent = file->addMenu(tr("Open &Recent"));
+    file->addAction(importTables);
     file->addSeparator();
     file->addActions({save, saveSnapshot});
     comparePlacement = file->addMenu(tr("&Compare Placement With"));

@@ -32,6 +32,7 @@ public:
 
     QAction* openProject;
     QAction* openDrawing;
+    QAction* importTables;
     QMenu* openRecent; // filled by the window
     QAction* save;
     QMenu* comparePlacement; // filled by the window

@@ -11,6 +11,7 @@
 #include "host/design/elementname.h"
 #include "host/dialogs/commandswindow.h"
 #include "host/dialogs/helptexts.h"
+#include "host/dialogs/importdialog.h"
 #include "host/dialogs/messagebox.h"
 #include "host/dialogs/projectnotice.h"
 #include "host/drawing/snapshot.h"
@@ -85,6 +86,12 @@ void MainWindow::connectActions()
 {
     connect(m_actions.openProject, &QAction::triggered, this, &MainWindow::chooseProject);
     connect(m_actions.openDrawing, &QAction::triggered, this, &MainWindow::chooseDrawing);
+    connect(m_actions.importTables, &QAction::triggered, this, [this] {
+        openImportDialog(this, m_memory->folder(), [this](const QString& project) {
+            m_memory->setFolderOf(project);
+            open(project);
+        });
+    });
     connect(m_actions.saveSnapshot, &QAction::triggered, this, &MainWindow::chooseSnapshot);
     connect(m_actions.save, &QAction::triggered, this, &MainWindow::save);
     connect(m_actions.undo, &QAction::triggered, this,

@@ -7,7 +7,7 @@ cd "$1"
 
 units=$(mktemp)
 trap 'rm -f "$units"' EXIT
-mapfile -t sources < <(find benchmarks chipview dialogs engine examples filter generator graphics host placement planning \
+mapfile -t sources < <(find benchmarks chipview dialogs engine examples filter generator graphics host importer placement planning \
     platform resources -name '*.h' -o -name '*.cpp' | sort)
 
 awk -v units="$units" '
