@@ -108,8 +108,10 @@ void Legend::measure()
         for (QLabel* word : all)
             word->setVisible(areShown);
         for (QWidget* row : {m_passing, m_lasting}) {
-            if (row)
+            if (row) {
                 row->layout()->invalidate();
+                row->updateGeometry(); // the outer layout keeps the hint of a row
+            }
         }
         layout()->invalidate();
         return areShown ? layout()->sizeHint() : layout()->minimumSize();
