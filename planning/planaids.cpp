@@ -243,10 +243,22 @@ void PlanAids::update()
     m_parts->soon.stop();
     showConnections();
     showCandidates();
-    const Marks marks
-        = m_parts->connectionLayer->marks() | (m_parts->candidateLayer->isEmpty() ? Marks() : Marks(Mark::Candidate));
+    updateMarks();
+}
+
+void PlanAids::updateMarks()
+{
+    Marks marks = m_parts->connectionLayer->marks();
+    marks.setFlag(Mark::Candidate, m_parts->candidateLayer->isShown() && !m_parts->candidateLayer->isEmpty());
     if (std::exchange(m_parts->marks, marks) != marks)
         Q_EMIT marksChanged();
+}
+
+// While something is dragged, the probable sites light up in place of the tints.
+void PlanAids::setDragged(bool isDragged)
+{
+    m_parts->candidateLayer->setShown(!isDragged);
+    updateMarks();
 }
 
 PlanAids::Marks PlanAids::marks() const
@@ -323,12 +335,12 @@ bool PlanAids::eventFilter(QObject* watched, QEvent* event)
         return true;
     }
     case QEvent::DragEnter:
-        m_parts->candidateLayer->setShown(false); // the probable sites light up instead
+        setDragged(true);
         break;
     case QEvent::DragLeave:
     case QEvent::Drop:
     case QEvent::WindowBlocked: // by a dialog: the end of the drag is not reported any more
-        m_parts->candidateLayer->setShown(true);
+        setDragged(false);
         break;
     default:
         break;

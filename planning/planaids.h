@@ -69,6 +69,8 @@ private:
     void update();
     void showConnections();
     void showCandidates();
+    void updateMarks();
+    void setDragged(bool isDragged);
 
     struct Q_DECL_HIDDEN Parts;
     const std::unique_ptr<Parts> m_parts;

@@ -17,6 +17,11 @@ void openMessageBox(
     box->open();
 }
 
+void openErrorBox(QWidget* parent, const QString& text)
+{
+    openMessageBox(parent, QMessageBox::Critical, tr("zelchip"), asSentence(text), Qt::PlainText);
+}
+
 void openTakeOverQuestion(QWidget* parent, const QString& doubt, const std::function<void()>& takeOver)
 {
     auto* box = new QMessageBox(QMessageBox::Warning, tr("zelchip"),

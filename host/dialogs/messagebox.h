@@ -17,6 +17,9 @@ using zelchipview::asSentence;
 void openMessageBox(
     QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text, Qt::TextFormat format);
 
+// Says what went wrong, in the same way. The text, which may begin with a small letter, is shown as it is written.
+void openErrorBox(QWidget* parent, const QString& text);
+
 // Asks whether to take over a project whose lock is in doubt, and calls the function if the user agrees. Returns at
 // once.
 void openTakeOverQuestion(QWidget* parent, const QString& doubt, const std::function<void()>& takeOver);

@@ -28,28 +28,57 @@ The examples run one after the other on the sample project.
 
 const int Gap = 2; // characters between the columns
 
+// The forms of one subcommand, or of a command that has none; help shows them as one.
+using Forms = std::vector<const CommandEntry*>;
+
+std::vector<Forms> formsOfEach(const QString& command)
+{
+    std::vector<Forms> result;
+    for (const CommandEntry* entry : commandEntries(command)) {
+        if (result.empty() || result.back().front()->name() != entry->name())
+            result.emplace_back();
+        result.back().push_back(entry);
+    }
+    return result;
+}
+
+QString summaryOf(const Forms& forms)
+{
+    QStringList sentences;
+    for (const CommandEntry* form : forms)
+        sentences.append(QLatin1String(form->summary));
+    return sentences.join(QLatin1Char(' '));
+}
+
 QString overview()
 {
     int width = 0;
     for (const CommandEntry& entry : commandTable())
         width = std::max(width, static_cast<int>(entry.name().size()) + Gap);
     QString text;
-    for (const CommandEntry& entry : commandTable())
-        text += entry.name().leftJustified(width) + QLatin1String(entry.summary) + QLatin1Char('\n');
+    for (const QString& command : tableCommands()) {
+        for (const Forms& forms : formsOfEach(command))
+            text += forms.front()->name().leftJustified(width) + summaryOf(forms) + QLatin1Char('\n');
+    }
     return text + QStringLiteral("\"help COMMAND\" shows the arguments and an example, as in \"help zel_view where\".");
 }
 
-QString explanation(const CommandEntry& entry)
+QString explanation(const Forms& forms)
 {
-    return QStringLiteral("%1\n    %2\n    Example: %3")
-        .arg(entry.usage(), QLatin1String(entry.summary), QLatin1String(entry.example));
+    QStringList lines;
+    for (const CommandEntry* form : forms)
+        lines.append(form->usage());
+    lines.append(QStringLiteral("    ") + summaryOf(forms));
+    for (const CommandEntry* form : forms)
+        lines.append(QStringLiteral("    Example: ") + QLatin1String(form->example));
+    return lines.join(QLatin1Char('\n'));
 }
 
-QString explanation(const std::vector<const CommandEntry*>& entries)
+QString explanation(const QString& command)
 {
     QStringList texts;
-    for (const CommandEntry* entry : entries)
-        texts.append(explanation(*entry));
+    for (const Forms& forms : formsOfEach(command))
+        texts.append(explanation(forms));
     return texts.join(QLatin1Char('\n'));
 }
 
@@ -66,14 +95,13 @@ TclResult help(TclInterpreter& interpreter, const QStringList& words)
         interpreter.write(overview());
         return TclResult::value();
     }
-    const std::vector<const CommandEntry*> entries = commandEntries(command);
-    if (command.isEmpty() || entries.empty())
+    if (command.isEmpty() || commandEntries(command).empty())
         return unknown(QStringLiteral("command \"%1\"").arg(command), tableCommands());
     if (words.size() == 1) {
-        interpreter.write(explanation(entries));
+        interpreter.write(explanation(command));
         return TclResult::value();
     }
-    const std::vector<const CommandEntry*> forms = commandEntries(command, subcommand);
+    const Forms forms = commandEntries(command, subcommand);
     if (forms.empty() || subcommand.isEmpty())
         return subcommandsOf(command).isEmpty()
             ? TclResult::error(QStringLiteral("%1 has no subcommands").arg(command))
@@ -82,21 +110,21 @@ TclResult help(TclInterpreter& interpreter, const QStringList& words)
     return TclResult::value();
 }
 
-// The forms of a subcommand stand below one heading.
-QString headingOf(const CommandEntry& entry)
+QString paragraphOf(const CommandEntry& form)
 {
-    if (commandEntries(QString::fromLatin1(entry.command), QString::fromLatin1(entry.subcommand)).front() != &entry)
-        return {};
-    return QStringLiteral("\n%1 %2\n")
-        .arg(*entry.subcommand ? QStringLiteral("###") : QStringLiteral("##"), entry.name());
+    const QString answer = *form.answer ? QStringLiteral(" returns `%1`").arg(QLatin1String(form.answer)) : QString();
+    return QStringLiteral("\n    %1\n\n%2\n\nExample: `%3`%4\n")
+        .arg(form.usage(), QLatin1String(form.summary), QLatin1String(form.example), answer);
 }
 
-QString sectionOf(const CommandEntry& entry)
+QString sectionOf(const Forms& forms)
 {
-    const QString answer = *entry.answer ? QStringLiteral(" returns `%1`").arg(QLatin1String(entry.answer)) : QString();
-    return headingOf(entry)
-        + QStringLiteral("\n    %1\n\n%2\n\nExample: `%3`%4\n")
-              .arg(entry.usage(), QLatin1String(entry.summary), QLatin1String(entry.example), answer);
+    const bool isSubcommand = *forms.front()->subcommand;
+    QString text = QStringLiteral("\n%1 %2\n")
+                       .arg(isSubcommand ? QStringLiteral("###") : QStringLiteral("##"), forms.front()->name());
+    for (const CommandEntry* form : forms)
+        text += paragraphOf(*form);
+    return text;
 }
 
 } // namespace
@@ -114,8 +142,8 @@ QString commandReference()
     for (const QString& command : tableCommands()) {
         if (!subcommandsOf(command).isEmpty())
             text += QStringLiteral("\n## %1\n").arg(command);
-        for (const CommandEntry* entry : commandEntries(command))
-            text += sectionOf(*entry);
+        for (const Forms& forms : formsOfEach(command))
+            text += sectionOf(forms);
     }
     return text;
 }

@@ -30,6 +30,7 @@ const char DarkErrorRed[] = "#ff8a80"; // in a dark window
 
 constexpr int SignificantDigits = 3;
 constexpr int LargestPrecision = 9; // digits after the decimal point
+constexpr int MessageMilliseconds = 8000;
 constexpr int ListedWarnings = 20; // with more, a message box could be taller than the screen
 
 // Formats with three significant digits, no exponent and no trailing zeros.
@@ -142,6 +143,11 @@ void ChipStatusBar::setSummary(const QString& summary)
 {
     m_summary = summary;
     clearPointer();
+}
+
+void ChipStatusBar::tell(const QString& message)
+{
+    showMessage(message, MessageMilliseconds);
 }
 
 void ChipStatusBar::setWarnings(const QStringList& warnings)

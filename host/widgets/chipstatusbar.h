@@ -25,6 +25,9 @@ public:
     // Sets the text about the open project that is shown while the pointer is on no element.
     void setSummary(const QString& summary);
 
+    // Shows a message for some seconds.
+    void tell(const QString& message);
+
     // An empty list hides the warnings.
     void setWarnings(const QStringList& warnings);
 

@@ -13,6 +13,7 @@ namespace {
 
 const QString WordsName = QStringLiteral("words");
 constexpr int SwatchSize = 11; // device-independent pixels
+constexpr int EntrySpacing = 4;
 
 // Colours of free and occupied sites of the sample: an occupied site has the darker shade of its kind's colour.
 const QColor FreeSite(0xc9, 0xbc, 0xe0);
@@ -35,7 +36,7 @@ QWidget* newRow(QWidget* legend)
     auto* row = new QWidget(legend);
     auto* entries = new QHBoxLayout(row); // owned by the row
     entries->setContentsMargins(0, 0, 0, 0);
-    entries->setSpacing(4);
+    entries->setSpacing(EntrySpacing);
     return row;
 }
 
@@ -48,7 +49,7 @@ Legend::Legend(QWidget* parent)
     setObjectName(QStringLiteral("legend"));
     auto* rows = new QHBoxLayout(this);
     rows->setContentsMargins(8, 0, 8, 0);
-    rows->setSpacing(0);
+    rows->setSpacing(EntrySpacing);
     rows->addWidget(m_lasting);
     rows->addStretch();
     const auto addSwatch = [this](const QColor& fill, const QColor& border, const QString& word, const QString& tip) {
@@ -107,8 +108,10 @@ void Legend::measure()
         for (QLabel* word : all)
             word->setVisible(areShown);
         for (QWidget* row : {m_passing, m_lasting}) {
-            if (row)
+            if (row) {
                 row->layout()->invalidate();
+                row->updateGeometry(); // the outer layout keeps the hint of a row
+            }
         }
         layout()->invalidate();
         return areShown ? layout()->sizeHint() : layout()->minimumSize();

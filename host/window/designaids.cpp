@@ -16,12 +16,6 @@
 
 namespace mirn::zelchip {
 
-namespace {
-
-constexpr int AidMessageMilliseconds = 8000;
-
-} // namespace
-
 DesignAids::DesignAids(DrawingArea& area, const Window& window)
     : QObject(area.graphicsView())
     , m_window(window)
@@ -74,7 +68,7 @@ void DesignAids::refresh()
 
 void DesignAids::tell(const QString& text)
 {
-    m_window.statusBar->showMessage(text, AidMessageMilliseconds);
+    m_window.statusBar->tell(text);
 }
 
 } // namespace mirn::zelchip

@@ -5,7 +5,7 @@
 #include "host/project/commandshell.h"
 #include "host/project/projectsession.h"
 #include "host/window/hostactions.h"
-#include "host/window/windowtcl.h"
+#include "host/window/openproject.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -18,22 +18,21 @@ class PointerNote;
 
 namespace mirn::zelchip {
 
-class BusyScript;
 class ChipStatusBar;
 class CompareDock;
 class DesignAids;
-class DrawingArea;
 class ConsoleDock;
 class PlanningMenu;
 class ProblemsDock;
-class ProjectNotice;
+class ScriptAccess;
+class ShellConsole;
 class WindowMemory;
 class ViewProbe;
 
-// The program's window: menus, tool bar, console and status bar around the chip view of the open project. It owns the
-// open project, answers the commands that the view sends, and keeps the view up to date with the design. The rules of
-// the design are not its concern.
-class MainWindow final : public QMainWindow, private WindowAccess
+// The program's window: menus, tool bar, console and status bar around the chip view of the open project. It
+// owns the open project, answers the commands that the view sends, and keeps the view up to date with the design. The
+// rules of the design are not its concern.
+class MainWindow final : public QMainWindow
 {
     Q_OBJECT
 public:
@@ -49,7 +48,7 @@ public:
 
     // Writes a picture of the window as it is now, including the console. Returns an empty text for success, else an
     // error.
-    QString saveSnapshot(const QString& file) override;
+    QString saveSnapshot(const QString& file);
 
     void showSession(std::unique_ptr<ProjectSession> session);
 
@@ -57,7 +56,7 @@ public:
     [[nodiscard]] WindowMemory& memory() { return *m_memory; }
 
     // Shows the whole drawing.
-    void fit() override;
+    void fit();
 
 Q_SIGNALS:
     // Emitted while runScript() runs; the console shows the same output.
@@ -71,45 +70,22 @@ private:
     void connectActions();
     void connectChipView();
     void connectShell();
-    void connectConsole();
+    void connectDocks();
+    void beginProject();
     void connectDesign();
     void showSummary();
     void answerView(const QString& command, int& ret, QString& result);
-    void reportResult(const TclResult& result);
     void refreshView();
     void showDesignState();
     void save();
     void stepDesign(zelengine::Refusal (DesignEditor::*step)(), const QString& done);
-    [[nodiscard]] DesignEditor& editor() const;
-    [[nodiscard]] QString replaceProject(
-        const QString& path, ProjectSession::DoubtfulLock lock = ProjectSession::DoubtfulLock::Stays);
-    void askAboutLock();
-    void watchProject();
-    [[nodiscard]] bool mayClose();
-    void takeOver();
-    void replaceDrawingArea(std::unique_ptr<ProjectSession> session);
-
-    zelchipview::ZelChipGUI* chipView() override;
-    zelchipview::ZelGraphicsScene* scene() override;
-    zelchipview::ZelGraphicsView* graphicsView() override;
-    QTreeWidget* tree() override;
-    const zelengine::Device& device() const override;
-    QAction* names() override { return m_actions.names; }
-    QAction* overview() override { return m_actions.overview; }
-    PlanningMenu& planning() override { return *m_planning; }
-    void settle() override;
-
-    void chooseProject();
-    void chooseDrawing();
+    void settle();
     void chooseSnapshot();
     void zoomToSelection();
-    void showError(const QString& text);
-    void showKeys();
-    void showAbout();
 
+    std::unique_ptr<ScriptAccess> m_access; // the shell uses it
     CommandShell m_shell;
     HostActions m_actions;
-    BusyScript* const m_busyScript; // child of the window
     ConsoleDock* const m_console; // child of the window
     QTimer m_refresh; // updates the view once after a series of changes
     ProblemsDock* const m_problems; // child of the window
@@ -117,9 +93,9 @@ private:
     ChipStatusBar* const m_statusBar; // child of the window
     zelchipview::PointerNote* const m_dragNote; // child of the window
     PlanningMenu* const m_planning; // child of the window
-    ProjectNotice* const m_notice; // child of the window
     WindowMemory* const m_memory; // child of the window
-    std::unique_ptr<DrawingArea> m_drawingArea;
+    OpenProject m_project;
+    ShellConsole* const m_shellConsole; // child of the window
     ViewProbe* m_probe = nullptr; // child of the graphics view, like the aids
     DesignAids* m_designAids = nullptr;
     bool m_isArranged = false; // whether the docks have had their initial sizes

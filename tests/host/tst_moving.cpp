@@ -238,6 +238,36 @@ private Q_SLOTS:
         QCOMPARE(moving.picture(), small); // there is room for none
     }
 
+    void legendExplainsWhatIsPainted_data()
+    {
+        const Rows<QString, QString, QString> row; // commands, the selected row, the entries beside the lasting ones
+        row("what has no place and no connections", "", "top/core", "candidate");
+        row("what has connections", "", "top/duo/a", "connection");
+        row("what has no place", "zel_resource reset -ip top/duo/a", "top/duo/a", "candidate|not placed");
+        row("a broken rule", "zel_setting -id U0 -key CH1 -value OFF", "top/duo/b", "connection|broken");
+        row("nothing", "zel_view connections off; zel_view candidates 0", "top/core", "");
+    }
+
+    void legendExplainsWhatIsPainted()
+    {
+        const auto [commands, resource, expected] = row<QString, QString, QString>();
+        Moving moving;
+        const auto* legend = moving.window->findChild<QWidget*>("legend");
+        const auto entries = [legend] {
+            QStringList words; // hidden where there is no room for them; the lasting ones are the older
+            for (const QLabel* word : legend->findChildren<QLabel*>("words"))
+                words.append(word->text());
+            return words.mid(words.indexOf("conflicting") + 1).join('|');
+        };
+        moving.run("zel_view connections selected; zel_view candidates 1; " + commands);
+        moving.tree()->setCurrentItem(moving.row(resource));
+        QTRY_COMPARE(entries(), expected);
+        moving.dragTo("U0");
+        QVERIFY(!entries().contains("candidate")); // what is probable lights up instead
+        zeltest::leaveDrag(moving.viewport());
+        QTRY_COMPARE(entries(), expected);
+    }
+
     void tooltipSaysWhatIsOnASite()
     {
         Moving moving;

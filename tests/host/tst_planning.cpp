@@ -72,11 +72,19 @@ public:
         zeltest::drag<Event>(view()->viewport(), view()->mapFromScene(scenePosition));
     }
 
-    void placeRest()
+    void choose(const QString& text)
     {
         for (QAction* action : window->findChildren<QAction*>()) {
-            if (action->text() == "Place the &Rest")
+            if (action->text().remove('&') == text)
                 action->trigger();
+        }
+    }
+
+    static void answer(QMessageBox* box, const QString& text)
+    {
+        for (QAbstractButton* button : box->buttons()) {
+            if (button->text().remove('&') == text)
+                button->click();
         }
     }
 
@@ -141,10 +149,10 @@ private Q_SLOTS:
     void theRestIsPlacedFromTheMenu()
     {
         Planning planning;
-        planning.placeRest();
+        planning.choose("Place the Rest");
         QTRY_COMPARE(planning.message(), "3 resources were placed.");
         QVERIFY(planning.siteOf("top/duo/a") == 11 || planning.siteOf("top/duo/a") == 12);
-        planning.placeRest();
+        planning.choose("Place the Rest");
         QCOMPARE(planning.message(), "Everything is placed.");
         planning.run("undo");
         QCOMPARE(planning.siteOf("top/core"), -1);
@@ -155,16 +163,13 @@ private Q_SLOTS:
         Planning planning(QByteArray(Design).replace("\"core\"",
             "\"p\", \"type\": \"PLL\"}, {\"name\": \"q\", "
             "\"type\": \"PLL\"}, {\"name\": \"core\""));
-        planning.placeRest();
+        planning.choose("Place the Rest");
         QTRY_VERIFY(planning.window->findChild<QMessageBox*>("autoPlaceAnswer"));
         auto* box = planning.window->findChild<QMessageBox*>("autoPlaceAnswer");
         QVERIFY2(box->informativeText().startsWith("top/p, top/q and top/core cannot be placed together"),
             qPrintable(box->informativeText()));
         QVERIFY(box->informativeText().endsWith("4 of 5 resources can be placed."));
-        for (QAbstractButton* button : box->buttons()) {
-            if (button->text() == "Place These")
-                button->click();
-        }
+        Planning::answer(box, "Place These");
         QCOMPARE(planning.message(), "4 resources were placed.");
         QVERIFY(planning.siteOf("top/duo/b") >= 0);
     }
@@ -186,18 +191,12 @@ private Q_SLOTS:
         planning.run("zel_resource place -rsc top/duo/a -id 11");
         QTRY_COMPARE(planning.row("top/duo/a")->text(1), "U0_CH0");
         planning.tree()->setCurrentItem(planning.row("top/duo/a"));
-        const auto trigger = [&planning](const QString& text) {
-            for (QAction* action : planning.window->findChildren<QAction*>()) {
-                if (action->text() == text)
-                    action->trigger();
-            }
-        };
         const auto picture = [&planning] {
             const QRect row = planning.tree()->visualItemRect(planning.row("top/duo/a"));
             return planning.tree()->viewport()->grab(row).toImage();
         };
         const QImage unlockedRow = picture();
-        trigger("&Lock");
+        planning.choose("Lock");
         QTRY_COMPARE(planning.row("top/duo/a")->toolTip(0), "locked on U0_CH0");
         QCOMPARE(planning.row("top/duo/a")->data(0, Qt::AccessibleDescriptionRole), "locked on U0_CH0");
         QVERIFY(planning.consoleText().contains("zel_resource lock -ip top/duo/a"));
@@ -210,10 +209,10 @@ private Q_SLOTS:
         planning.dragTo("top/duo/a", {13, 13});
         QCOMPARE(planning.message(), "top/duo/a is locked on U0_CH0; unlock it first");
         planning.leave();
-        trigger("Unl&ock");
+        planning.choose("Unlock");
         QTRY_COMPARE(picture(), unlockedRow);
         QVERIFY(layer->elements().empty());
-        trigger("Unl&ock");
+        planning.choose("Unlock");
         QCOMPARE(planning.message(), "top/duo/a is not locked");
     }
 
@@ -367,10 +366,7 @@ private Q_SLOTS:
             planning.open();
             auto* box = planning.window->findChild<QMessageBox*>();
             QVERIFY(box && box->informativeText().contains("4711 on farhost"));
-            for (QAbstractButton* button : box->buttons()) {
-                if (button->text().remove('&') == text)
-                    button->click();
-            }
+            Planning::answer(box, text);
             QTRY_VERIFY(!planning.window->findChild<QMessageBox*>());
             planning.run("zel_resource place -rsc top/core -id 50");
             QVERIFY(planning.answerTo("zel_resource get -ip top/core")
@@ -571,37 +567,34 @@ private Q_SLOTS:
 
     void longScriptsCanBeStopped_data()
     {
-        const Rows<QString, QKeySequence> row; // the widget that gets the key, and the key
-        row("by Escape in the drawing", "", QKeySequence("Esc"));
-        row("by Ctrl+C in the input", "consoleInput", QKeySequence("Ctrl+C"));
-        row("by Ctrl+C in the output", "consoleOutput", QKeySequence("Ctrl+C"));
+        // The widget that gets the key, the key, whether there is something to copy, which stops no script.
+        const Rows<QString, QKeySequence, bool> row;
+        row("by Escape in the drawing", "", QKeySequence("Esc"), false);
+        row("by Ctrl+C in the input", "consoleInput", QKeySequence("Ctrl+C"), false);
+        row("by Ctrl+C in the output", "consoleOutput", QKeySequence("Ctrl+C"), false);
+        row("not by a copy in the output", "consoleOutput", QKeySequence("Ctrl+C"), true);
+        row("not by Ctrl+C in the drawing", "", QKeySequence("Ctrl+C"), true);
     }
 
     void longScriptsCanBeStopped()
     {
-        const auto [name, key] = row<QString, QKeySequence>();
-        Planning planning;
-        QWidget* widget = planning.console()->findChild<QWidget*>(name);
-        QTimer::singleShot(250, qApp,
-            [&, receiver = name.isEmpty() ? planning.view() : widget] { QTest::keySequence(receiver, key); });
-        QElapsedTimer clock;
-        clock.start();
-        QVERIFY(planning.answerTo("while 1 {}").contains("cancelled"));
-        QVERIFY(clock.elapsed() < 10000);
-        QCOMPARE(planning.answerTo("expr 40+2"), "42");
-    }
-
-    void copyingStopsNoScript()
-    {
+        const auto [name, key, isCopied] = row<QString, QKeySequence, bool>();
         Planning planning;
         planning.run("puts {to be copied}");
-        auto* output = planning.console()->findChild<QPlainTextEdit*>("consoleOutput");
-        output->selectAll();
         QApplication::clipboard()->clear();
-        for (QWidget* widget : {planning.view()->viewport(), static_cast<QWidget*>(output)})
-            QTimer::singleShot(250, qApp, [=] { QTest::keySequence(widget, QKeySequence("Ctrl+C")); });
-        QCOMPARE(planning.answerTo("after 500; expr 40+2"), "42");
-        QVERIFY(QApplication::clipboard()->text().contains("to be copied"));
+        if (isCopied)
+            planning.console()->findChild<QPlainTextEdit*>("consoleOutput")->selectAll();
+        QWidget* receiver = planning.view()->viewport();
+        if (!name.isEmpty())
+            receiver = planning.console()->findChild<QWidget*>(name);
+        QTimer::singleShot(250, qApp, [=, key = key] { QTest::keySequence(receiver, key); });
+        QElapsedTimer clock;
+        clock.start();
+        const QString answer = planning.answerTo(isCopied ? "after 500; expr 40+2" : "while 1 {}");
+        QVERIFY2(isCopied ? answer == "42" : answer.contains("cancelled"), qPrintable(answer));
+        QVERIFY(clock.elapsed() < 10000);
+        QCOMPARE(QApplication::clipboard()->text().contains("to be copied"), isCopied && !name.isEmpty());
+        QCOMPARE(planning.answerTo("expr 40+2"), "42");
     }
 
     // Also after something was typed and taken back.

@@ -338,6 +338,7 @@ private Q_SLOTS:
         Aided aided;
         aided.select(resource, parts);
         QCOMPARE(ChipView::colorAt({40, 260}) != Grey, isTinted);
+        QCOMPARE(aided.aids->marks().testFlag(PlanAids::Mark::Candidate), isTinted);
         QCOMPARE(aided.changedPixels({0, 60, 300, 170}), 0); // nothing else changes
         if (!isTinted) {
             QCOMPARE(aided.aids->toolTipAt(ChipView::view()->mapFromScene(QPointF(240, 260))), QString());

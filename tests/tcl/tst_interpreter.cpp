@@ -145,6 +145,9 @@ private Q_SLOTS:
         QVERIFY(tcl.evaluate("help").isOk);
         for (const CommandEntry& entry : commandTable())
             QVERIFY(text.contains(entry.name()) && text.contains(entry.summary));
+        QCOMPARE(text.count("zel_resource place "), 1); // with both forms
+        QVERIFY(tcl.evaluate("help zel_resource").isOk);
+        QVERIFY(text.startsWith("zel_resource place -rsc NAME -id SITE\nzel_resource place -auto ?-rsc NAME"));
         QVERIFY(tcl.evaluate("help zel_tree").isOk);
         QVERIFY(text.contains("zel_tree where -rsc NAME") && text.contains("zel_tree expand"));
         QVERIFY(tcl.evaluate("help zel_view where").isOk);
