@@ -130,6 +130,7 @@ public:
     [[nodiscard]] bool maySwap(const std::string* rsc, const std::string* other, std::string* reason) override;
     [[nodiscard]] std::string occupant(const std::string* site) override;
     [[nodiscard]] int siteOf(const std::string* rsc) override;
+    [[nodiscard]] std::vector<std::string> partsOf(const std::string* rsc) override;
     [[nodiscard]] std::string describe(const std::string* rsc) override;
 
 private:

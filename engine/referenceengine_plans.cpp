@@ -7,6 +7,23 @@
 
 namespace mirn::zelengine {
 
+namespace {
+
+zelconnection::Kind kindOf(Connection::Kind kind)
+{
+    switch (kind) {
+    case Connection::Kind::Feeds:
+        break;
+    case Connection::Kind::Together:
+        return zelconnection::Together;
+    case Connection::Kind::OneGroup:
+        return zelconnection::OneGroup;
+    }
+    return zelconnection::Feeds;
+}
+
+} // namespace
+
 std::vector<zelconnection> ReferenceEngine::connections()
 {
     return withNames(keptConnections());
@@ -32,8 +49,8 @@ std::vector<zelconnection> ReferenceEngine::withNames(const std::vector<Connecti
     for (const Connection& connection : found) {
         const Resource& from = m_design.resource(connection.from);
         const Resource& to = m_design.resource(connection.to);
-        result.push_back(
-            {toEngineText(from.path), toEngineText(to.path), from.site, to.site, toEngineText(connection.broken)});
+        result.push_back({toEngineText(from.path), toEngineText(to.path), from.site, to.site,
+            toEngineText(connection.broken), kindOf(connection.kind)});
     }
     return result;
 }
@@ -103,6 +120,19 @@ int ReferenceEngine::siteOf(const std::string* rsc)
 {
     const int index = m_design.find(fromEngineText(*rsc));
     return index < 0 ? -1 : m_design.resource(index).site;
+}
+
+std::vector<std::string> ReferenceEngine::partsOf(const std::string* rsc)
+{
+    std::vector<std::string> result;
+    const int index = m_design.find(fromEngineText(*rsc));
+    if (index >= 0 && hasOwnSite(m_design.resource(index).type))
+        result.push_back(*rsc);
+    else if (index >= 0 && m_design.resource(index).isIp()) {
+        for (int part : m_design.partsOf(index))
+            result.push_back(toEngineText(m_design.resource(part).path));
+    }
+    return result;
 }
 
 std::string ReferenceEngine::describe(const std::string* rsc)

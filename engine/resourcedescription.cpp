@@ -18,7 +18,7 @@ QString kindTitle(const Device& device, const Resource& resource)
     if (const Site* site = device.site(resource.site))
         return device.kindOf(*site).title;
     const std::vector<const Site*> sites = device.sitesAccepting(resource.type);
-    return sites.empty() ? nameOf(resource.type) : device.kindOf(*sites.front()).title;
+    return sites.empty() ? resource.type->title : device.kindOf(*sites.front()).title;
 }
 
 QString withSite(const Device& device, const Resource& resource)
@@ -41,6 +41,14 @@ QStringList propertyLines(const Resource& resource)
     return lines;
 }
 
+QString linkLine(const Device& device, const Design& design, const Link& link)
+{
+    const QString other = withSite(device, design.resource(link.other));
+    if (link.rule != Link::Rule::Reachable)
+        return QStringLiteral("Connected to %1").arg(other);
+    return link.isFirst ? QStringLiteral("Feeds %1").arg(other) : QStringLiteral("Fed by %1").arg(other);
+}
+
 // A source feeds whole IPs, and each of their parts is connected to it.
 QStringList connectionLines(
     const Device& device, const Design& design, const std::vector<Connection>& connections, int index)
@@ -48,13 +56,15 @@ QStringList connectionLines(
     QStringList lines;
     for (const Connection& connection : connections) {
         const int ip = design.ipOfPart(connection.to);
-        if (!design.resource(connection.from).isSource() || ip < 0)
+        if (connection.kind != Connection::Kind::Feeds || ip < 0)
             continue;
         if (connection.from == index)
             lines.append(QStringLiteral("Feeds %1").arg(design.resource(ip).path));
         else if (connection.to == index || ip == index)
             lines.append(QStringLiteral("Fed by %1").arg(withSite(device, design.resource(connection.from))));
     }
+    for (const Link& link : design.linksOf(index))
+        lines.append(linkLine(device, design, link));
     lines.removeDuplicates();
     return lines;
 }

@@ -97,11 +97,16 @@ void ResourceTypeReader::connectParts(const JsonNode& node, ResourceType& type) 
         parts.fail(QStringLiteral("unknown type \"%1\", expected %2").arg(parts.text(), quotedAlternatives(names())));
 }
 
+// A source reaches others from a site of its own. A part that fed its own IP would have to reach itself.
 void ResourceTypeReader::checkParts(const JsonNode& node, const ResourceType& type)
 {
+    const JsonNode parts = node.member(QStringLiteral("parts"));
     if (type.parts && type.parts->parts)
-        node.member(QStringLiteral("parts"))
-            .fail(QStringLiteral("a part has a site of its own, but \"%1\" has parts itself").arg(type.parts->name));
+        parts.fail(QStringLiteral("a part has a site of its own, but \"%1\" has parts itself").arg(type.parts->name));
+    else if (type.parts && type.feeds)
+        node.member(QStringLiteral("feeds")).fail(QStringLiteral("what has parts feeds nothing itself"));
+    else if (type.parts && type.parts->feeds)
+        parts.fail(QStringLiteral("a part is fed, but \"%1\" feeds others").arg(type.parts->name));
 }
 
 void ResourceTypeReader::readKeys(const JsonNode& node, ResourceType& type) const
@@ -144,8 +149,11 @@ ResourceParameter ResourceTypeReader::readParameter(const QString& key, const Js
     const JsonNode choices = node.member(QStringLiteral("choices"));
     choices.expectArray();
     QStringList spelled;
-    for (int i = 0; i < choices.size(); ++i)
+    for (int i = 0; i < choices.size(); ++i) {
         spelled.append(parameter.accepted(QString::number(choices.item(i).real(), 'f')).value_or(QString()));
+        if (spelled.last().isEmpty())
+            choices.item(i).fail(QStringLiteral("expected %1").arg(parameter.expectation()));
+    }
     parameter.choices = spelled;
     const JsonNode value = node.member(QStringLiteral("value"));
     parameter.preset = parameter.accepted(QString::number(value.real(), 'f')).value_or(QString());
@@ -180,6 +188,8 @@ void ResourceTypeReader::applyRule(const QString& rule, const JsonNode& node, Re
         type.mustReach = true;
         if (!type.feeds)
             ruleNode.fail(QStringLiteral("\"%1\" feeds nothing").arg(type.name));
+    } else if ((rule == AgreeRule && !type.agreesOn.isEmpty()) || (rule == AtMostRule && type.mostInGroup > 0)) {
+        ruleNode.fail(QStringLiteral("\"%1\" has a rule \"%2\" already").arg(type.name, rule));
     } else if (rule == AgreeRule) {
         type.agreesOn = node.requiredText(QStringLiteral("property"));
         if (!type.properties.contains(type.agreesOn))

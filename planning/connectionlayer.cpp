@@ -46,7 +46,7 @@ QPointF bentMiddle(const QPointF& from, const QPointF& to, PlanLine::Kind kind)
         return line.center();
     QPointF aside = QPointF(line.dy(), -line.dx()) / line.length();
     const bool isBelow = aside.y() > 0 || (aside.y() == 0 && aside.x() < 0);
-    if (isBelow != (kind == PlanLine::Kind::Ip))
+    if (isBelow != (kind == PlanLine::Kind::Together))
         aside = -aside;
     return line.center() + aside * 2 * std::min(BendShare * line.length(), LargestBend);
 }

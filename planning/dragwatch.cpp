@@ -105,8 +105,10 @@ void DragWatch::keepCountdown() const
         database->highlightProbPlaceItems(nullptr, m_parts->plan.site);
 }
 
+// The design may have changed since the pointer came to the element.
 bool DragWatch::drop(QDropEvent& event)
 {
+    m_parts->plan = {};
     plan(event);
     const DropPlan plan = m_parts->plan;
     const QPoint position = m_parts->view->viewport()->mapToGlobal(dropPosition(event));

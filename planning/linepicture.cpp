@@ -99,11 +99,11 @@ QColor colorOf(const PlanLine& line)
     if (line.isBroken)
         return QColor(0xff, 0x4a, 0x2e); // that of conflicting sites
     switch (line.kind) {
-    case PlanLine::Kind::Clock:
+    case PlanLine::Kind::Feeds:
         return QColor(0x8a, 0x4a, 0x00);
-    case PlanLine::Kind::Ip:
+    case PlanLine::Kind::Together:
         return QColor(0x56, 0x3a, 0xa8);
-    case PlanLine::Kind::Supply:
+    case PlanLine::Kind::OneGroup:
         break;
     }
     return QColor(0x0a, 0x5f, 0x66);

@@ -45,11 +45,6 @@ bool isPartOf(const std::string& resource, const std::string& branch)
         && (resource.size() == branch.size() || resource[branch.size()] == '/');
 }
 
-bool hasOwnSite(int type)
-{
-    return type != ZEL_RESOURCE_IP && type != ZEL_RESOURCE_UNKNOWN && type != ZEL_RESOURCE_ZEL;
-}
-
 // Texts of the engine may look like markup.
 QString asToolTip(const QString& text)
 {
@@ -67,7 +62,7 @@ struct PlanAids::Parts
         , engine(source)
         , plan(planEngineOf(source))
         , areas(*ZELChipViewDatabase::getInstance()->getScene(nullptr))
-        , planLines(source, areas, [this](const std::string& resource) { return candidatesFor(resource); })
+        , planLines(areas, [this](const std::string& resource) { return candidatesFor(resource); })
         , candidateLayer(new CandidateLayer(shown))
         , connectionLayer(new ConnectionLayer(shown))
     { }
@@ -139,27 +134,14 @@ struct PlanAids::Parts
         return rows.isEmpty() ? std::string() : toEngineText(rows.first()->data(0, RESOURCENAME).toString());
     }
 
-    // Whether the resource of the selected row has a place to go to. An IP or a group has none of its own: it is placed
-    // by its parts, the rows below.
-    [[nodiscard]] bool isUnplaced(const std::string& resource)
+    // Whether the resource of the selected row, or a part by which it is placed, has a place to go to.
+    [[nodiscard]] bool isUnplaced(const std::string& resource) const
     {
-        if (resource.empty() || plan.siteOf(&resource) >= 0 || !plan.refusalToPlace(&resource).empty())
+        if (resource.empty() || !plan.refusalToPlace(&resource).empty())
             return false;
-        const int type = engine.getResourceType(&resource);
-        return hasOwnSite(type) || hasUnplacedPart(*tree->selectedItems().first(), type == ZEL_RESOURCE_IP);
-    }
-
-    // The clocks of an IP do not count: it is placed when its channels are.
-    [[nodiscard]] bool hasUnplacedPart(const QTreeWidgetItem& row, bool isIp)
-    {
-        for (int n = 0; n < row.childCount(); ++n) {
-            const std::string part = toEngineText(row.child(n)->data(0, RESOURCENAME).toString());
-            const int type = engine.getResourceType(&part);
-            const bool counts = isIp ? type == ZEL_RESOURCE_DCUCHANNEL : hasOwnSite(type);
-            if ((counts && plan.siteOf(&part) < 0) || hasUnplacedPart(*row.child(n), isIp || type == ZEL_RESOURCE_IP))
-                return true;
-        }
-        return false;
+        const std::vector<std::string> parts = plan.partsOf(&resource);
+        return std::any_of(
+            parts.begin(), parts.end(), [this](const std::string& part) { return plan.siteOf(&part) < 0; });
     }
 
     ZelGraphicsView* const view;

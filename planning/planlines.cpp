@@ -3,8 +3,6 @@
 
 #include "planning/sentence.h"
 #include "planning/siteareas.h"
-#include "platform/contract/zelchipengine.h"
-#include "platform/contract/zelplanengine.h"
 #include "platform/contract/zeltext.h"
 
 #include <QCoreApplication>
@@ -25,9 +23,8 @@ QString lineText(const char* source)
 
 } // namespace
 
-PlanLines::PlanLines(zelchipengine& engine, SiteAreas& areas, Candidates candidates)
-    : m_engine(engine)
-    , m_areas(areas)
+PlanLines::PlanLines(SiteAreas& areas, Candidates candidates)
+    : m_areas(areas)
     , m_candidates(std::move(candidates))
 { }
 
@@ -55,29 +52,10 @@ std::vector<PlanLine> PlanLines::linesOf(const std::vector<zelconnection>& conne
             ? nearestFor(connection.fromSite < 0 ? connection.from : connection.to, from->area.center())
             : m_areas.placeOf(connection.toSite);
         if (to)
-            lines.push_back({from->area.center(), to->area.center(), static_cast<int>(n), kindOf(connection.from),
+            lines.push_back({from->area.center(), to->area.center(), static_cast<int>(n), connection.kind,
                 !connection.broken.empty(), isStub, from->layer, to->layer});
     }
     return lines;
-}
-
-PlanLine::Kind PlanLines::kindOf(const std::string& resource)
-{
-    if (resource == m_lastResource)
-        return m_lastKind;
-    m_lastResource = resource;
-    switch (m_engine.getResourceType(&resource)) {
-    case ZEL_RESOURCE_DCUCHANNEL:
-    case ZEL_RESOURCE_IP:
-        m_lastKind = PlanLine::Kind::Ip;
-        break;
-    case ZEL_RESOURCE_UVCCIO:
-        m_lastKind = PlanLine::Kind::Supply;
-        break;
-    default:
-        m_lastKind = PlanLine::Kind::Clock;
-    }
-    return m_lastKind;
 }
 
 // All stubs of an unplaced resource lead to the same site.
@@ -115,14 +93,14 @@ QString describe(const PlanLine& line, const zelconnection& connection)
     const QString to = fromEngineText(connection.to);
     QString text;
     switch (line.kind) {
-    case PlanLine::Kind::Clock:
+    case PlanLine::Kind::Feeds:
         text = lineText("%1 feeds %2").arg(from, to);
         break;
-    case PlanLine::Kind::Ip:
+    case PlanLine::Kind::Together:
         text = lineText("%1 and %2 belong together").arg(from, to);
         break;
-    case PlanLine::Kind::Supply:
-        text = lineText("%1 and %2 supply one bank").arg(from, to);
+    case PlanLine::Kind::OneGroup:
+        text = lineText("%1 and %2 share one bank").arg(from, to);
         break;
     }
     text += QLatin1Char('\n');

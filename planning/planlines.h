@@ -2,6 +2,7 @@
 #pragma once
 
 #include "planning/siteplaces.h"
+#include "platform/contract/zelplanengine.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -15,9 +16,6 @@
 #include <string>
 #include <vector>
 
-class zelchipengine;
-struct zelconnection;
-
 namespace mirn::zelchipview {
 
 class SiteAreas;
@@ -25,12 +23,12 @@ class SiteAreas;
 // A connection as a line on the drawing.
 struct PlanLine
 {
-    enum class Kind : unsigned char { Clock, Ip, Supply };
+    using Kind = zelconnection::Kind;
 
     QPointF from; // scene coordinates
     QPointF to;
     int connection = -1; // index into the list that it was made from
-    Kind kind = Kind::Clock;
+    Kind kind = Kind::Feeds;
     bool isBroken = false;
     bool isStub = false; // it leads from the placed end towards the nearest site that would take the other one
     int fromLayer = 0; // those that the ends are on, which may be hidden
@@ -49,20 +47,16 @@ public:
     // Returns the ids of the elements on which a resource may be placed.
     using Candidates = std::function<std::vector<int>(const std::string& resource)>;
 
-    PlanLines(zelchipengine& engine, SiteAreas& areas, Candidates candidates); // engine and areas are not owned
+    PlanLines(SiteAreas& areas, Candidates candidates); // the areas are not owned
 
     [[nodiscard]] std::vector<PlanLine> linesOf(const std::vector<zelconnection>& connections);
 
 private:
-    [[nodiscard]] PlanLine::Kind kindOf(const std::string& resource);
     [[nodiscard]] std::optional<SitePlace> nearestFor(const std::string& resource, const QPointF& from);
     [[nodiscard]] std::optional<SitePlace> nearestFree(const std::string& resource, const QPointF& from);
 
-    zelchipengine& m_engine;
     SiteAreas& m_areas;
     const Candidates m_candidates;
-    std::string m_lastResource; // whose kind was asked last: connections of one resource follow each other
-    PlanLine::Kind m_lastKind = PlanLine::Kind::Clock;
     QHash<QByteArray, std::optional<SitePlace>> m_places; // of the unplaced resources that were asked about
     QSet<int> m_taken; // the sites of these places
 };

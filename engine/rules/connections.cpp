@@ -10,6 +10,7 @@
 #include <QPair>
 #include <QSet>
 
+#include <algorithm>
 #include <utility>
 
 namespace mirn::zelengine {
@@ -39,7 +40,7 @@ public:
                 addBankOf(*m_device.site(resource.site), resource.type);
             for (const Link& link : m_design.linksOf(index)) {
                 if (link.isFirst)
-                    add(index, link.other);
+                    addLink(index, link);
             }
         }
         return std::move(m_found);
@@ -54,13 +55,15 @@ public:
         if (ip >= 0)
             addPart(index, ip);
         if (isAgreeing(index))
-            addPairs(index, membersOf(m_device.site(resource.site)->group, resource.type));
+            addPairs(Kind::OneGroup, index, membersOf(m_device.site(resource.site)->group, resource.type));
         for (const Link& link : m_design.linksOf(index))
-            link.isFirst ? add(index, link.other) : add(link.other, index);
+            addLink(index, link);
         return std::move(m_found);
     }
 
 private:
+    using Kind = Connection::Kind;
+
     [[nodiscard]] bool isAgreeing(int index) const
     {
         const Resource& resource = m_design.resource(index);
@@ -70,15 +73,15 @@ private:
     void addPart(int part, int ip)
     {
         for (int source : m_design.sourcesOf(ip))
-            add(source, part);
-        addPairs(part, m_design.partsOf(ip));
+            add(Kind::Feeds, source, part);
+        addPairs(Kind::Together, part, m_design.partsOf(ip));
     }
 
-    void addPairs(int member, const std::vector<int>& members)
+    void addPairs(Kind kind, int member, const std::vector<int>& members)
     {
         for (int other : members) {
             if (other != member)
-                add(member, other);
+                add(kind, member, other);
         }
     }
 
@@ -86,8 +89,14 @@ private:
     {
         for (int ip : m_design.fedBy(source)) {
             for (int part : m_design.partsOf(ip))
-                add(source, part);
+                add(Kind::Feeds, source, part);
         }
+    }
+
+    void addLink(int index, const Link& link)
+    {
+        const Kind kind = link.rule == Link::Rule::Reachable ? Kind::Feeds : Kind::Together;
+        link.isFirst ? add(kind, index, link.other) : add(kind, link.other, index);
     }
 
     void addIp(int ip)
@@ -96,10 +105,11 @@ private:
         std::vector<int> unplaced;
         for (int part : m_design.partsOf(ip))
             (m_design.resource(part).site < 0 ? unplaced : placed).push_back(part);
-        addChain(placed, [this](int part) { return m_device.site(m_design.resource(part).site)->group; });
+        addChain(
+            Kind::Together, placed, [this](int part) { return m_device.site(m_design.resource(part).site)->group; });
         for (std::size_t n = 0; n < unplaced.size(); ++n) {
             if (n > 0 || !placed.empty())
-                add(placed.empty() ? unplaced[n - 1] : placed.front(), unplaced[n]);
+                add(Kind::Together, placed.empty() ? unplaced[n - 1] : placed.front(), unplaced[n]);
         }
     }
 
@@ -108,7 +118,8 @@ private:
         if (site.group.isEmpty() || m_banks.contains({type, site.group}))
             return;
         m_banks.insert({type, site.group});
-        addChain(membersOf(site.group, type), [this](int member) { return m_design.resource(member).statement(); });
+        addChain(Kind::OneGroup, membersOf(site.group, type),
+            [this](int member) { return m_design.resource(member).statement(); });
     }
 
     [[nodiscard]] std::vector<int> membersOf(const QString& bank, const ResourceType* type) const
@@ -123,11 +134,11 @@ private:
     }
 
     // Members of one class, the unit or what they state, never exclude each other.
-    template <typename Class> void addChain(const std::vector<int>& members, Class classOf)
+    template <typename Class> void addChain(Kind kind, const std::vector<int>& members, Class classOf)
     {
         QSet<QPair<QString, QString>> broken;
         for (std::size_t n = 1; n < members.size(); ++n) {
-            if (add(members[n - 1], members[n]))
+            if (add(kind, members[n - 1], members[n]))
                 broken.insert(inOrder(classOf(members[n - 1]), classOf(members[n])));
         }
         QMap<QString, int> firsts;
@@ -138,7 +149,7 @@ private:
             for (auto first = firsts.cbegin(); first != firsts.cend(); ++first) {
                 if (!broken.contains(inOrder(first.key(), ownClass))
                     && !m_rules.refusalOfPair(*first, member).isEmpty())
-                    add(*first, member);
+                    add(kind, *first, member);
             }
             firsts.insert(ownClass, member);
         }
@@ -150,10 +161,14 @@ private:
     }
 
     // Returns whether the connection breaks a rule.
-    bool add(int from, int to)
+    bool add(Kind kind, int from, int to)
     {
         const QString rule = m_rules.refusalOfPair(from, to).sentence();
-        m_found.push_back({from, to, rule.isEmpty() ? outOfUse(from, to) : rule});
+        const QPair<int, int> pair(std::min(from, to), std::max(from, to));
+        if (!m_pairs.contains(pair)) {
+            m_pairs.insert(pair);
+            m_found.push_back({from, to, rule.isEmpty() ? outOfUse(from, to) : rule, kind});
+        }
         return !rule.isEmpty();
     }
 
@@ -168,6 +183,7 @@ private:
     const SettingStore& m_settings;
     const PlacementRules m_rules;
     QSet<QPair<const ResourceType*, QString>> m_banks; // those that are done
+    QSet<QPair<int, int>> m_pairs; // those that are connected
     std::vector<Connection> m_found;
 };
 

@@ -75,7 +75,8 @@ Proposal IpPlacement::fill(int ip, const Parts& parts, const std::vector<QString
 {
     Proposal proposal;
     for (const QString& unit : units) {
-        for (const Site* site : m_device.sitesOfGroup(unit)) {
+        const std::vector<const Site*> sites = m_device.sitesOfGroup(unit); // not empty: the reader knows all groups
+        for (const Site* site : sites) {
             const int occupant = m_design.occupant(site->id);
             const bool free = occupant < 0 || contains(parts.movable, occupant);
             const std::size_t next = proposal.placements.size();
@@ -84,7 +85,7 @@ Proposal IpPlacement::fill(int ip, const Parts& parts, const std::vector<QString
         }
         if (proposal.placements.empty())
             return refused(QStringLiteral("%1 has no free site for parts of %2").arg(unit, m_design.resource(ip).path));
-        Refusal refusal = m_rules.refusalBySources(ip, unit);
+        Refusal refusal = m_rules.refusalBySources(ip, *sites.front());
         if (!refusal.isEmpty())
             return refused(std::move(refusal));
     }

@@ -46,7 +46,7 @@ Refusal PairRules::refusalByParts(int part, int ip, const Site& site) const
                 return refusal;
         }
     }
-    return refusalBySources(ip, site.group);
+    return refusalBySources(ip, site);
 }
 
 // Checks that another resource does not keep one away from a site because of the unit that it is in.
@@ -95,25 +95,26 @@ Refusal PairRules::refusalByServed(int served, const Site& sourceSite) const
         served};
 }
 
-Refusal PairRules::refusalBySources(int ip, const QString& group) const
+Refusal PairRules::refusalBySources(int ip, const Site& site) const
 {
     if (!m_inForce.testFlag(Reach))
         return {};
     for (int source : m_design.sourcesOf(ip)) {
-        Refusal refusal = m_design.resource(source).type->mustReach ? refusalBySource(source, group) : Refusal();
+        Refusal refusal = m_design.resource(source).type->mustReach ? refusalBySource(source, site) : Refusal();
         if (!refusal.isEmpty())
             return refusal;
     }
     return {};
 }
 
-Refusal PairRules::refusalBySource(int source, const QString& group) const
+Refusal PairRules::refusalBySource(int source, const Site& site) const
 {
-    const Site* site = m_device.site(m_design.resource(source).site);
-    if (!site || site->reaches.contains(group))
+    const Site* sourceSite = m_device.site(m_design.resource(source).site);
+    if (!sourceSite || sourceSite->reaches.contains(site.group))
         return {};
-    return {
-        QStringLiteral("%1 on %2 does not reach %3").arg(m_design.resource(source).path, site->name, group), source};
+    return {QStringLiteral("%1 on %2 does not reach %3")
+                .arg(m_design.resource(source).path, sourceSite->name, unitName(site)),
+        source};
 }
 
 // The rules of a bank or a unit as a whole.
@@ -154,14 +155,19 @@ Refusal PairRules::refusalByStatement(int present, const Resource& resource, con
 Refusal PairRules::refusalByLinks(int resource, const Site& site) const
 {
     for (const Link& link : m_design.linksOf(resource)) {
-        Refusal refusal;
-        if (link.rule == Link::Rule::SameUnit && m_inForce.testFlag(SameUnit))
-            refusal = refusalByUnitOf(link.other, site);
-        else if (link.rule == Link::Rule::Reachable && m_inForce.testFlag(Reach))
-            refusal = link.isFirst ? refusalByServed(link.other, site) : refusalBySource(link.other, site.group);
+        Refusal refusal = refusalByLink(link, site);
         if (!refusal.isEmpty())
             return refusal;
     }
+    return {};
+}
+
+Refusal PairRules::refusalByLink(const Link& link, const Site& site) const
+{
+    if (link.rule == Link::Rule::SameUnit && m_inForce.testFlag(SameUnit))
+        return refusalByUnitOf(link.other, site);
+    if (link.rule == Link::Rule::Reachable && m_inForce.testFlag(Reach))
+        return link.isFirst ? refusalByServed(link.other, site) : refusalBySource(link.other, site);
     return {};
 }
 
@@ -174,27 +180,36 @@ bool PairRules::areNeighbours(const QString& group, const QString& other) const
 
 Refusal PairRules::refusalOfPair(int index, int other) const
 {
-    const Resource& resource = m_design.resource(index);
-    const Site* site = m_device.site(resource.site);
-    if (!site || !resource.type)
+    const Site* site = m_device.site(m_design.resource(index).site);
+    if (!site)
         return {};
-    const int ip = m_design.ipOfPart(index);
-    const int otherIp = m_design.ipOfPart(other);
-    if (ip >= 0 && ip == otherIp && resource.type->sharesUnit)
-        return refusalByUnitOf(other, *site);
-    const std::vector<int> fed = resource.isSource() && otherIp >= 0 ? m_design.fedBy(index) : std::vector<int>();
-    if (std::find(fed.begin(), fed.end(), otherIp) != fed.end() && resource.type->mustReach)
-        return refusalOfSource(index, other, *site);
-    for (const Link& link : m_design.linksOf(index)) {
-        if (link.other == other && link.rule == Link::Rule::SameUnit)
-            return refusalByUnitOf(other, *site);
-        if (link.other == other && link.rule == Link::Rule::Reachable)
-            return link.isFirst ? refusalByServed(other, *site) : refusalBySource(other, site->group);
+    Refusal refusal = refusalOfIp(index, other, *site);
+    for (const Link& link : refusal.isEmpty() ? m_design.linksOf(index) : std::vector<Link>()) {
+        if (link.other == other && refusal.isEmpty())
+            refusal = refusalByLink(link, *site);
     }
+    return refusal.isEmpty() ? refusalOfGroup(index, other, *site) : refusal;
+}
+
+// What two parts of one IP are to each other, or a source and a part that it serves.
+Refusal PairRules::refusalOfIp(int index, int other, const Site& site) const
+{
+    const Resource& resource = m_design.resource(index);
+    const int ip = m_design.ipOfPart(other);
+    if (ip >= 0 && ip == m_design.ipOfPart(index))
+        return resource.type->sharesUnit ? refusalByUnitOf(other, site) : Refusal();
+    if (ip < 0 || !resource.isSource() || !resource.type->mustReach)
+        return {};
+    const std::vector<int> fed = m_design.fedBy(index);
+    return std::find(fed.begin(), fed.end(), ip) == fed.end() ? Refusal() : refusalOfSource(index, other, site);
+}
+
+Refusal PairRules::refusalOfGroup(int index, int other, const Site& site) const
+{
     const Site* otherSite = m_device.site(m_design.resource(other).site);
-    const bool isOneGroup = otherSite && !site->group.isEmpty() && otherSite->group == site->group;
-    return isOneGroup && resource.type == m_design.resource(other).type
-        ? refusalByStatement(other, resource, site->group)
+    const bool isOneGroup = otherSite && !site.group.isEmpty() && otherSite->group == site.group;
+    return isOneGroup && m_design.resource(index).type == m_design.resource(other).type
+        ? refusalByStatement(other, m_design.resource(index), site.group)
         : Refusal();
 }
 

@@ -10,6 +10,7 @@ namespace mirn::zelengine {
 
 class Design;
 class Device;
+struct Link;
 struct Resource;
 struct Site;
 
@@ -34,8 +35,8 @@ public:
     PairRules(const Device& device, const Design& design, Rules inForce = AllRules);
 
     [[nodiscard]] Refusal refusalAt(int resource, const Site& site) const;
-    // The part of it that the group of a site decides for every part of an IP.
-    [[nodiscard]] Refusal refusalBySources(int ip, const QString& group) const;
+    // The part of it that the group of a site decides, for every part of an IP alike.
+    [[nodiscard]] Refusal refusalBySources(int ip, const Site& site) const;
     // Why the present sites of two connected resources exclude each other. Empty if they do not, or if one has no site;
     // but a source on a site that reaches no unit is wrong wherever what it feeds will be.
     [[nodiscard]] Refusal refusalOfPair(int resource, int other) const;
@@ -45,11 +46,14 @@ private:
     [[nodiscard]] Refusal refusalByParts(int part, int ip, const Site& site) const;
     [[nodiscard]] Refusal refusalByServedUnits(int source, const Site& site) const;
     [[nodiscard]] Refusal refusalByLinks(int resource, const Site& site) const;
+    [[nodiscard]] Refusal refusalByLink(const Link& link, const Site& site) const;
     [[nodiscard]] Refusal refusalByGroup(int resource, const Site& site) const;
     [[nodiscard]] Refusal refusalByUnitOf(int other, const Site& site) const;
     [[nodiscard]] Refusal refusalByServed(int served, const Site& sourceSite) const;
-    [[nodiscard]] Refusal refusalBySource(int source, const QString& group) const;
+    [[nodiscard]] Refusal refusalBySource(int source, const Site& site) const;
     [[nodiscard]] Refusal refusalByStatement(int present, const Resource& resource, const QString& group) const;
+    [[nodiscard]] Refusal refusalOfIp(int resource, int other, const Site& site) const;
+    [[nodiscard]] Refusal refusalOfGroup(int resource, int other, const Site& site) const;
     [[nodiscard]] Refusal refusalToServe(int source, int ip, const Site& site) const;
     [[nodiscard]] Refusal refusalOfSource(int source, int served, const Site& site) const;
 

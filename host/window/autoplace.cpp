@@ -12,6 +12,7 @@
 #include "planning/siteplaces.h"
 
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTimer>
@@ -110,9 +111,13 @@ void AutoPlace::showProgress(SearchThread* thread)
     dialog->setAutoClose(false);
     dialog->setAutoReset(false);
     connect(dialog, &QProgressDialog::canceled, thread, [thread] { thread->cancel(); });
+    // While the dialog is shown its own setValue() would handle events, and one of them may delete the dialog.
+    auto* bar = new QProgressBar(dialog);
+    bar->setRange(0, thread->wanted() + 1);
+    dialog->setBar(bar);
+    dialog->setValue(0); // begins to wait until it appears
     auto* look = new QTimer(dialog);
-    connect(look, &QTimer::timeout, dialog, [dialog, thread] { dialog->setValue(thread->placed()); });
-    connect(dialog, &QProgressDialog::canceled, look, &QTimer::stop); // a new value would show the dialog again
+    connect(look, &QTimer::timeout, thread, [bar, thread] { bar->setValue(thread->placed()); });
     look->start(UpdateMilliseconds);
     connect(thread, &QThread::finished, dialog, [dialog, look] {
         look->stop();

@@ -16,11 +16,18 @@ struct zelplacement
 // Two resources of which one needs the other, or that belong together.
 struct zelconnection
 {
+    enum Kind {
+        Feeds, // the first feeds the second
+        Together, // parts of one IP or group, or what only should be near
+        OneGroup, // they share a bank or another group of sites, and must agree about it
+    };
+
     std::string from; // the one that feeds or supplies, such as a clock source
     std::string to; // the one that is fed
     int fromSite = -1; // element id; -1 if not placed
     int toSite = -1; // the same for the other
     std::string broken; // one sentence for users: what is wrong with the present places; empty if nothing is
+    Kind kind = Feeds; // decides colour and words
 };
 
 // An element on which resources may be placed, or a part of the device beside them.
@@ -79,6 +86,11 @@ public:
 
     // Returns the id of the element on which a resource is placed; -1 if it is not.
     [[nodiscard]] virtual int siteOf(const std::string* rsc);
+
+    // Returns the resources by whose sites a resource is placed: itself, or the parts of an IP or a group without those
+    // that are placed apart from it, such as its clocks; none for what cannot be placed. The answer here is the
+    // resource itself.
+    [[nodiscard]] virtual std::vector<std::string> partsOf(const std::string* rsc);
 
     // Returns lines for users about a resource: its name and kind, what it is connected to, what is wrong with it.
     // Empty if there is no such resource.

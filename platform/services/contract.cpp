@@ -80,6 +80,11 @@ int zelplanengine::siteOf(const std::string* /*rsc*/)
     return -1;
 }
 
+std::vector<std::string> zelplanengine::partsOf(const std::string* rsc)
+{
+    return {*rsc};
+}
+
 std::string zelplanengine::describe(const std::string* /*rsc*/)
 {
     return {};

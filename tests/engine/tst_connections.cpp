@@ -107,6 +107,43 @@ private Q_SLOTS:
         QCOMPARE(texts(m_engine->connectionsOf(&name)), expected);
     }
 
+    // The project with types and links of its own.
+    void connectsWhatIsLinked_data()
+    {
+        const Rows<QString, QString> row; // one connection, with its kind
+        row("near, which is no rule", "", "together ram1>padc");
+        row("one unit", "", "together ram2>pada");
+        row("units apart", "ram2@R4 pada@P1", "together ram2>pada: top/pada is in G1, which is not next to G3");
+        row("reach", "", "feeds clk>padd");
+        row("out of reach", "clk@C1 padd@P3", "feeds clk>padd: C1 does not reach G2, where top/padd is");
+        row("parts of one whole", "", "together stack/a>stack/b");
+        row("parts that are apart", "stack/a@L1 stack/b@L3",
+            "together stack/a>stack/b: top/stack/b is in G3, which is not next to G2");
+        row("two rules, of which one is broken", "pada@P1 padc@P2",
+            "group pada>padc: top/pada needs CMOS, but top/padc gives LVDS to G1");
+        row("what agrees", "pada@P1 padd@P2", "group pada>padd");
+    }
+
+    void connectsWhatIsLinked()
+    {
+        const auto [state, expected] = row<QString, QString>();
+        ProjectFolder folder;
+        folder.write("device.json", zeltest::dataFile("engine/rules/device.json"));
+        folder.write("design.json",
+            QString(zeltest::dataFile("engine/rules/design.json"))
+                .remove(QRegularExpression(R"(, "site": "\w+")"))
+                .replace(
+                    "\"connections\": [", R"("connections": [{"from": "pada", "to": "padc", "rule": "same-unit"},)")
+                .toUtf8());
+        m_engine = openEngine(folder.path());
+        enter(state);
+        const std::vector<zelconnection> found = m_engine->connections();
+        QVERIFY2(kindsAndTexts(found).contains(expected), qPrintable(kindsAndTexts(found).join('\n')));
+        QVERIFY(std::all_of(found.begin(), found.end(), [&](const zelconnection& each) {
+            return kindsAndTexts(m_engine->connectionsOf(&each.from)).contains(kindsAndTexts({each}).first());
+        }));
+    }
+
     void followsEveryChange()
     {
         m_engine = openEngine(m_folder.path());
@@ -138,6 +175,15 @@ private:
             const QString names = QString::fromStdString(each.from + '>' + each.to).remove("top/");
             result.append(each.broken.empty() ? names : names + ": " + QString::fromStdString(each.broken));
         }
+        return result;
+    }
+
+    static QStringList kindsAndTexts(const std::vector<zelconnection>& connections)
+    {
+        const QStringList kinds{"feeds ", "together ", "group "};
+        QStringList result = texts(connections);
+        for (std::size_t n = 0; n < connections.size(); ++n)
+            result[int(n)].prepend(kinds[static_cast<int>(connections[n].kind)]);
         return result;
     }
 

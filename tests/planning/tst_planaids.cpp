@@ -16,15 +16,13 @@ using Shown = PlanAids::Connections;
 
 const QColor Grey(0x80, 0x80, 0x80);
 
+constexpr int OwnType = 6; // that the view does not know
+
 // Its sites are 1 to 4; "top/clk" is on 1, "top/ch" on 2, and "top/new" on none.
 class PlanEngine final : public FakeEngine, public zelplanengine
 {
 public:
-    PlanEngine()
-    {
-        types = {{"top/clk", ZEL_RESOURCE_EXTREF}, {"top/ch", ZEL_RESOURCE_DCUCHANNEL}, {"top/v", ZEL_RESOURCE_UVCCIO},
-            {"top/new", ZEL_RESOURCE_DCUCHANNEL}, {"top/ip", ZEL_RESOURCE_IP}, {"top/pll", ZEL_RESOURCE_PLL}};
-    }
+    PlanEngine() { types = {{"top/new", OwnType}}; }
 
     std::vector<zelconnection> connections() override { return connected; }
     std::vector<int> sitesFor(const std::string*) override
@@ -37,6 +35,10 @@ public:
         return *rsc == "top/ch" ? pairs : zelplanengine::connectionsOf(rsc);
     }
     int siteOf(const std::string* rsc) override { return *rsc == "top/clk" ? 1 : *rsc == "top/ch" ? 2 : -1; }
+    std::vector<std::string> partsOf(const std::string* rsc) override
+    {
+        return parts.empty() ? zelplanengine::partsOf(rsc) : parts;
+    }
     std::string occupant(const std::string* site) override { return "r" + *site; }
     std::string refusalToPlace(const std::string* rsc) override { return *rsc == "top/held" ? "it is held" : ""; }
     std::string refusalReason(const std::string* rsc, const std::string* site) override
@@ -47,6 +49,7 @@ public:
     std::vector<zelconnection> connected;
     std::vector<zelconnection> pairs; // those of top/ch
     std::vector<int> candidates{3};
+    std::vector<std::string> parts; // of any resource; of none if empty
     int questions = 0;
 };
 
@@ -73,13 +76,11 @@ public:
         : aids(new PlanAids(ChipView::view(), &tree, engine))
     { }
 
-    void select(const QString& resource, const QStringList& parts = {})
+    void select(const QString& resource)
     {
         tree.clear();
         auto* row = new QTreeWidgetItem(&tree); // owned by the tree
         row->setData(0, RESOURCENAME, resource);
-        for (const QString& part : parts)
-            (new QTreeWidgetItem(row))->setData(0, RESOURCENAME, part);
         tree.setCurrentItem(row);
         aids->settle();
     }
@@ -118,8 +119,8 @@ private Q_SLOTS:
     {
         const Rows<zelconnection, Shown, QString, int, QColor, bool> row; // selected row and element; colour, whole
         const zelconnection clock{"top/clk", "top/ch", 1, 2, ""};
-        const zelconnection channels{"top/ch", "top/x", 1, 2, ""};
-        const zelconnection supplies{"top/v", "top/w", 1, 2, ""};
+        const zelconnection channels{"top/ch", "top/x", 1, 2, "", zelconnection::Together};
+        const zelconnection supplies{"top/v", "top/w", 1, 2, "", zelconnection::OneGroup};
         const zelconnection broken{"top/clk", "top/ch", 1, 2, "too far"};
         const zelconnection open{"top/clk", "top/new", 1, -1, ""};
         const QColor clockColor(0x8a, 0x4a, 0x00);
@@ -174,7 +175,8 @@ private Q_SLOTS:
         const auto [shown, resource, element, count] = row<Shown, QString, int, int>();
         Aided aided;
         aided.engine.connected = {{"top/clk", "top/ch", 1, 2, ""}};
-        aided.engine.pairs = {{"top/ch", "top/clk", 2, 1, ""}, {"top/ch", "top/far", 2, 4, "too far"}};
+        aided.engine.pairs
+            = {{"top/ch", "top/clk", 2, 1, ""}, {"top/ch", "top/far", 2, 4, "too far", zelconnection::Together}};
         aided.aids->setCandidatesShown(false);
         aided.aids->setConnections(shown);
         if (!resource.isEmpty())
@@ -322,21 +324,21 @@ private Q_SLOTS:
 
     void tintsCandidates_data()
     {
-        const Rows<QString, QStringList, bool> row;
-        row("an unplaced resource", "top/new", {}, true);
-        row("a placed one", "top/ch", {}, false);
-        row("one without a type and parts", "top", {}, false);
-        row("a group of unplaced ones", "top", {"top/ch", "top/v"}, true);
-        row("an IP with an unplaced channel", "top/ip", {"top/ch", "top/new"}, true);
-        row("an IP whose channels are placed", "top/ip", {"top/ch", "top/pll"}, false);
-        row("a group that nobody can place", "top/held", {"top/new"}, false);
+        using Names = std::vector<std::string>;
+        const Rows<QString, Names, bool> row;
+        row("an unplaced resource", "top/new", Names{}, true);
+        row("a placed one", "top/ch", Names{}, false);
+        row("a group with an unplaced part", "top/ip", Names{"top/ch", "top/new"}, true);
+        row("a group whose parts are placed", "top/ip", Names{"top/ch", "top/clk"}, false);
+        row("a group that nobody can place", "top/held", Names{"top/new"}, false);
     }
 
     void tintsCandidates()
     {
-        const auto [resource, parts, isTinted] = row<QString, QStringList, bool>();
+        const auto [resource, parts, isTinted] = row<QString, std::vector<std::string>, bool>();
         Aided aided;
-        aided.select(resource, parts);
+        aided.engine.parts = parts;
+        aided.select(resource);
         QCOMPARE(ChipView::colorAt({40, 260}) != Grey, isTinted);
         QCOMPARE(aided.aids->marks().testFlag(PlanAids::Mark::Candidate), isTinted);
         QCOMPARE(aided.changedPixels({0, 60, 300, 170}), 0); // nothing else changes
