@@ -50,7 +50,7 @@ void CandidateLayer::paint(QPainter& painter, const QRect& exposed)
 {
     if (m_candidates.empty() || !view())
         return;
-    const QTransform transform = view()->viewportTransform();
+    const QTransform transform = sceneToPicture();
     const ElementIdSet& lit = DrawingController::current().highlightedIds();
     QVector<QRect> tints;
     QVector<QRect> edges;

@@ -35,6 +35,7 @@ public:
 private:
     [[nodiscard]] bool hasFewLines() const;
     void paintPicture(QPainter& painter, const QRect& exposed);
+    void paintThinLines(QPainter& painter) const;
     void paintCurve(QPainter& painter, const QPainterPath& curve, const PlanLine& line) const;
     [[nodiscard]] QPainterPath curveOf(const PlanLine& line) const;
     [[nodiscard]] double distanceTo(const PlanLine& line, const QPointF& position) const;
