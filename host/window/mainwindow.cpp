@@ -30,6 +30,7 @@
 #include "host/window/keyboardaccess.h"
 #include "host/window/lockactions.h"
 #include "host/window/moveaids.h"
+#include "host/window/pictureactions.h"
 #include "host/window/planningmenu.h"
 #include "host/window/problemsdock.h"
 #include "planning/overviewmap.h"
@@ -66,6 +67,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_statusBar(new ChipStatusBar(this))
     , m_dragNote(new zelchipview::PointerNote(this))
     , m_planning(new PlanningMenu(this))
+    , m_pictures(new PictureActions(this))
     , m_notice(new ProjectNotice(this))
     , m_memory(new WindowMemory(this, m_console, m_actions.openRecent))
 {
@@ -89,6 +91,7 @@ void MainWindow::connectActions()
     connect(m_actions.openProject, &QAction::triggered, this, &MainWindow::chooseProject);
     connect(m_actions.openDrawing, &QAction::triggered, this, &MainWindow::chooseDrawing);
     connect(m_actions.saveSnapshot, &QAction::triggered, this, &MainWindow::chooseSnapshot);
+    connect(m_actions.exportPicture, &QAction::triggered, this, &MainWindow::choosePicture);
     connect(m_actions.save, &QAction::triggered, this, &MainWindow::save);
     connect(m_actions.undo, &QAction::triggered, this,
         [this] { stepDesign(&DesignEditor::undo, tr("Undone: %1").arg(editor().undoStack().undoText())); });
@@ -454,6 +457,12 @@ QString MainWindow::saveSnapshot(const QString& file)
     return error;
 }
 
+QString MainWindow::exportPicture(const PictureRequest& request)
+{
+    settle();
+    return m_pictures->write(*m_drawingArea->graphicsView(), request);
+}
+
 void MainWindow::fit()
 {
     m_drawingArea->fit();
@@ -518,7 +527,25 @@ void MainWindow::chooseSnapshot()
     if (file.isEmpty())
         return;
     m_memory->setFolderOf(file);
-    const QString error = saveSnapshot(file);
+    reportSaved(file, saveSnapshot(file));
+}
+
+void MainWindow::choosePicture()
+{
+    settle();
+    const PictureRequest request = m_pictures->choose(*m_drawingArea->graphicsView(), m_memory->folder());
+    if (request.file.isEmpty())
+        return;
+    m_memory->setFolderOf(request.file);
+    const QString error = exportPicture(request);
+    if (m_pictures->isCancelled())
+        m_statusBar->showMessage(asSentence(error), MessageMilliseconds);
+    else
+        reportSaved(request.file, error);
+}
+
+void MainWindow::reportSaved(const QString& file, const QString& error)
+{
     if (error.isEmpty())
         m_statusBar->showMessage(tr("Saved %1").arg(file), MessageMilliseconds);
     else

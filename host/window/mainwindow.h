@@ -24,6 +24,7 @@ class CompareDock;
 class DrawingArea;
 class ConsoleDock;
 class MoveAids;
+class PictureActions;
 class PlanningMenu;
 class ProblemsDock;
 class ProjectNotice;
@@ -55,6 +56,9 @@ public:
 
     // How the window is brought back as it was left; call its begin() before the window is shown.
     [[nodiscard]] WindowMemory& memory() { return *m_memory; }
+
+    // Writes a picture of the drawing; returns the same.
+    QString exportPicture(const PictureRequest& request) override;
 
     // Shows the whole drawing.
     void fit() override;
@@ -102,7 +106,9 @@ private:
     void chooseProject();
     void chooseDrawing();
     void chooseSnapshot();
+    void choosePicture();
     void zoomToSelection();
+    void reportSaved(const QString& file, const QString& error);
     void showError(const QString& text);
     void showKeys();
     void showAbout();
@@ -117,6 +123,7 @@ private:
     ChipStatusBar* const m_statusBar; // child of the window
     zelchipview::PointerNote* const m_dragNote; // child of the window
     PlanningMenu* const m_planning; // child of the window
+    PictureActions* const m_pictures; // child of the window
     ProjectNotice* const m_notice; // child of the window
     WindowMemory* const m_memory; // child of the window
     std::unique_ptr<DrawingArea> m_drawingArea;
