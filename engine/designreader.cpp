@@ -5,8 +5,11 @@
 #include "engine/model/design.h"
 #include "engine/model/device.h"
 #include "engine/model/resourcename.h"
-#include "engine/model/resourceparameter.h"
+#include "engine/resourcetypereader.h"
 #include "engine/rules/placementrules.h"
+
+#include <QLocale>
+#include <QMap>
 
 #include <utility>
 #include <vector>
@@ -21,6 +24,7 @@ public:
     DesignReader(const Device& device, JsonReport& report)
         : m_device(device)
         , m_report(report)
+        , m_members(resourceMembers() + allKeys())
     { }
 
     Design read(const JsonNode& root);
@@ -36,26 +40,37 @@ private:
     void readName(const JsonNode& root);
     void readChildren(const JsonNode& list, int parent);
     void readResource(const JsonNode& node, int parent);
-    [[nodiscard]] ResourceType readType(const JsonNode& node) const;
-    void checkMembers(const JsonNode& node, const Resource& resource) const;
-    static void readParameters(const JsonNode& node, Resource& resource);
+    [[nodiscard]] const ResourceType* readType(const JsonNode& node) const;
+    [[nodiscard]] QStringList allKeys() const;
+    static void checkMembers(const JsonNode& node, const Resource& resource);
+    void readOwnMembers(const JsonNode& node, Resource& resource) const;
+    static void readProperty(const JsonNode& member, const QString& key, Resource& resource);
+    static void readParameter(const JsonNode& member, const ResourceParameter& parameter, Resource& resource);
+    void readConnection(const JsonNode& node);
+    [[nodiscard]] int linkEnd(const JsonNode& node, const QString& key) const;
     void connect(const Pending& feeds);
     void place(const Pending& site);
 
     const Device& m_device;
     JsonReport& m_report;
     Design m_design;
+    const QStringList m_members; // of any resource
     std::vector<Pending> m_feeds;
     std::vector<Pending> m_sites;
 };
 
 Design DesignReader::read(const JsonNode& root)
 {
-    root.expectObject({QStringLiteral("$schema"), QStringLiteral("name"), QStringLiteral("resources")});
+    root.expectObject({QStringLiteral("$schema"), QStringLiteral("name"), QStringLiteral("resources"),
+        QStringLiteral("connections")});
     readName(root);
     readChildren(root.member(QStringLiteral("resources")), -1);
     for (const Pending& feeds : m_feeds)
         connect(feeds);
+    const JsonNode connections = root.member(QStringLiteral("connections"));
+    connections.expectArray();
+    for (int i = 0; i < connections.size() && !m_report.isFailed(); ++i)
+        readConnection(connections.item(i));
     for (const Pending& site : m_sites) {
         if (m_report.isFailed())
             break;
@@ -83,10 +98,7 @@ void DesignReader::readChildren(const JsonNode& list, int parent)
 
 void DesignReader::readResource(const JsonNode& node, int parent)
 {
-    node.expectObject(
-        QStringList{QStringLiteral("name"), QStringLiteral("type"), QStringLiteral("children"), QStringLiteral("site"),
-            QStringLiteral("fixed"), QStringLiteral("feeds"), QStringLiteral("voltage")}
-        + parameterKeys());
+    node.expectObject(m_members);
     const JsonNode nameNode = node.member(QStringLiteral("name"));
     Resource resource;
     resource.name = node.requiredText(QStringLiteral("name"));
@@ -94,9 +106,8 @@ void DesignReader::readResource(const JsonNode& node, int parent)
     if (!error.isEmpty())
         nameNode.fail(error);
     resource.type = readType(node);
-    resource.voltage = node.optionalText(QStringLiteral("voltage"));
     checkMembers(node, resource);
-    readParameters(node, resource);
+    readOwnMembers(node, resource);
     const int index = m_design.add(parent, std::move(resource));
     if (index < 0)
         nameNode.fail(QStringLiteral("the name \"%1\" is there twice at this level").arg(nameNode.text()));
@@ -116,58 +127,107 @@ void DesignReader::readResource(const JsonNode& node, int parent)
     readChildren(node.member(QStringLiteral("children")), index);
 }
 
-ResourceType DesignReader::readType(const JsonNode& node) const
+const ResourceType* DesignReader::readType(const JsonNode& node) const
 {
     const JsonNode member = node.member(QStringLiteral("type"));
     if (!member.exists())
-        return ResourceType::Folder;
-    const QString name = member.text();
-    const auto type = resourceTypeFromName(name);
+        return nullptr;
+    const ResourceType* type = findType(m_device.types(), member.text());
     if (!type)
-        member.fail(
-            QStringLiteral("unknown type \"%1\", expected %2").arg(name, quotedAlternatives(resourceTypeNames())));
-    return type.value_or(ResourceType::Folder);
+        member.fail(QStringLiteral("unknown type \"%1\", expected %2")
+                        .arg(member.text(), quotedAlternatives(namesOf(m_device.types()))));
+    return type;
+}
+
+// The keys of the properties and parameters of all types.
+QStringList DesignReader::allKeys() const
+{
+    QStringList keys;
+    for (const auto& type : m_device.types()) {
+        keys += type->properties;
+        for (const ResourceParameter& parameter : type->parameters)
+            keys.append(parameter.key);
+    }
+    keys.removeDuplicates();
+    return keys;
 }
 
 // A member that has no meaning for this type is more likely a mistake than intended.
-void DesignReader::checkMembers(const JsonNode& node, const Resource& resource) const
+void DesignReader::checkMembers(const JsonNode& node, const Resource& resource)
 {
-    const ResourceType type = resource.type;
-    const bool holdsOthers = type == ResourceType::Folder || type == ResourceType::Ip;
-    const bool isClock = type == ResourceType::Pll || type == ResourceType::ExtRef;
     const JsonNode site = node.member(QStringLiteral("site"));
     const JsonNode children = node.member(QStringLiteral("children"));
     const JsonNode feeds = node.member(QStringLiteral("feeds"));
-    const JsonNode voltage = node.member(QStringLiteral("voltage"));
+    const bool holdsOthers = !hasOwnSite(resource.type);
     if (site.exists() && holdsOthers)
         site.fail(QStringLiteral("only the parts of \"%1\" have sites").arg(resource.name));
     if (children.exists() && !holdsOthers)
-        children.fail(QStringLiteral("a resource of type %1 has no children").arg(resourceTypeName(type)));
-    if (feeds.exists() && !isClock)
-        feeds.fail(QStringLiteral("only a resource of type PLL or EXTREF feeds others"));
-    if (voltage.exists() && type != ResourceType::Uvccio)
-        voltage.fail(QStringLiteral("only a resource of type UVCCIO has a voltage"));
+        children.fail(QStringLiteral("a resource of type %1 has no children").arg(resource.type->name));
+    if (feeds.exists() && !resource.isSource())
+        feeds.fail(QStringLiteral("only a resource of a type with \"feeds\" feeds others"));
 }
 
-void DesignReader::readParameters(const JsonNode& node, Resource& resource)
+void DesignReader::readOwnMembers(const JsonNode& node, Resource& resource) const
 {
-    for (const QString& key : parameterKeys()) {
+    for (int i = static_cast<int>(resourceMembers().size()); i < m_members.size(); ++i) {
+        const QString& key = m_members.at(i);
         const JsonNode member = node.member(key);
         if (!member.exists())
             continue;
-        const ResourceParameter* parameter = findParameter(resource.type, key);
-        if (!parameter) {
-            member.fail(resource.type == ResourceType::Folder
-                    ? QStringLiteral("what only groups others has no %1").arg(key)
-                    : QStringLiteral("a resource of type %1 has no %2").arg(resourceTypeName(resource.type), key));
-            continue;
-        }
-        const auto value = parameter->accepted(QString::number(member.real(), 'g', QLocale::FloatingPointShortest));
-        if (value)
-            resource.parameters.insert(key, *value);
+        const ResourceParameter* parameter = resource.type ? resource.type->parameter(key) : nullptr;
+        if (parameter)
+            readParameter(member, *parameter, resource);
         else
-            member.fail(QStringLiteral("expected %1").arg(parameter->expectation()));
+            readProperty(member, key, resource);
     }
+}
+
+void DesignReader::readProperty(const JsonNode& member, const QString& key, Resource& resource)
+{
+    if (resource.isFolder())
+        member.fail(QStringLiteral("what only groups others has no %1").arg(key));
+    else if (!resource.type->properties.contains(key))
+        member.fail(QStringLiteral("a resource of type %1 has no %2").arg(resource.type->name, key));
+    else
+        resource.properties.insert(key, member.text());
+}
+
+void DesignReader::readParameter(const JsonNode& member, const ResourceParameter& parameter, Resource& resource)
+{
+    const auto value = parameter.accepted(QString::number(member.real(), 'g', QLocale::FloatingPointShortest));
+    if (value)
+        resource.parameters.insert(parameter.key, *value);
+    else
+        member.fail(QStringLiteral("expected %1").arg(parameter.expectation()));
+}
+
+void DesignReader::readConnection(const JsonNode& node)
+{
+    static const QMap<QString, Link::Rule> rules{{QStringLiteral("near"), Link::Rule::Near},
+        {QStringLiteral("same-unit"), Link::Rule::SameUnit}, {QStringLiteral("reachable"), Link::Rule::Reachable}};
+    node.expectObject({QStringLiteral("from"), QStringLiteral("to"), QStringLiteral("rule")});
+    const int from = linkEnd(node, QStringLiteral("from"));
+    const int to = linkEnd(node, QStringLiteral("to"));
+    const QString rule = node.optionalText(QStringLiteral("rule"), QStringLiteral("near"));
+    if (!rules.contains(rule))
+        node.member(QStringLiteral("rule"))
+            .fail(QStringLiteral("unknown rule \"%1\", expected %2").arg(rule, quotedAlternatives(rules.keys())));
+    else if (from >= 0 && from == to)
+        node.member(QStringLiteral("to")).fail(QStringLiteral("a connection needs two resources"));
+    else if (from >= 0 && to >= 0)
+        m_design.addLink(from, to, rules.value(rule));
+}
+
+// Returns -1, and reports an error, for what takes no site.
+int DesignReader::linkEnd(const JsonNode& node, const QString& key) const
+{
+    const QString name = node.requiredText(key);
+    const int index = m_design.find(m_design.name() + QLatin1Char('/') + name);
+    if (index >= 0 && hasOwnSite(m_design.resource(index).type))
+        return index;
+    node.member(key).fail(index < 0 ? QStringLiteral("there is no resource \"%1\"").arg(name)
+                                    : QStringLiteral("\"%1\" takes no site").arg(name));
+    return -1;
 }
 
 // The names in "feeds" are paths below the root.
@@ -176,7 +236,7 @@ void DesignReader::connect(const Pending& feeds)
     const QStringList names = feeds.node.texts();
     for (int i = 0; i < names.size(); ++i) {
         const int ip = m_design.find(m_design.name() + QLatin1Char('/') + names.at(i));
-        if (ip >= 0 && m_design.resource(ip).type == ResourceType::Ip)
+        if (ip >= 0 && m_design.resource(ip).isIp())
             m_design.addFeed(feeds.resource, ip);
         else
             feeds.node.item(i).fail(QStringLiteral("there is no IP \"%1\"").arg(names.at(i)));

@@ -5,6 +5,7 @@
 #include "engine/input/jsonnode.h"
 #include "engine/model/device.h"
 #include "engine/model/resourcename.h"
+#include "engine/resourcetypereader.h"
 #include "engine/rules/settingstore.h"
 
 #include <QDir>
@@ -61,10 +62,16 @@ private:
 
 Device DeviceReader::read(const JsonNode& root)
 {
-    root.expectObject({QStringLiteral("$schema"), QStringLiteral("name"), QStringLiteral("drawing"),
-        QStringLiteral("filter"), QStringLiteral("kinds"), QStringLiteral("sites")});
+    root.expectObject(
+        {QStringLiteral("$schema"), QStringLiteral("name"), QStringLiteral("drawing"), QStringLiteral("filter"),
+            QStringLiteral("types"), QStringLiteral("rules"), QStringLiteral("kinds"), QStringLiteral("sites")});
     m_device.setName(root.requiredText(QStringLiteral("name")));
     readFileNames(root);
+    if (root.member(QStringLiteral("types")).exists() && !m_report.isFailed())
+        m_device.setTypes(
+            readResourceTypes(root.member(QStringLiteral("types")), root.member(QStringLiteral("rules"))));
+    else if (root.member(QStringLiteral("rules")).exists())
+        root.member(QStringLiteral("rules")).fail(QStringLiteral("rules need \"types\" that they are about"));
 
     const JsonNode kinds = root.member(QStringLiteral("kinds"));
     kinds.expectArray();
@@ -106,11 +113,11 @@ void DeviceReader::readKind(const JsonNode& node)
     const JsonNode accepts = node.member(QStringLiteral("accepts"));
     const QStringList names = accepts.texts();
     for (int i = 0; i < names.size(); ++i) {
-        if (const auto type = resourceTypeFromName(names.at(i)))
-            kind.accepts.push_back(*type);
+        if (const ResourceType* type = findType(m_device.types(), names.at(i)))
+            kind.accepts.push_back(type);
         else
             accepts.item(i).fail(QStringLiteral("unknown resource type \"%1\", expected %2")
-                                     .arg(names.at(i), quotedAlternatives(resourceTypeNames())));
+                                     .arg(names.at(i), quotedAlternatives(namesOf(m_device.types()))));
     }
     kind.occupiedFill = node.optionalText(QStringLiteral("occupiedFill"));
     if (!kind.occupiedFill.isEmpty() && !colour.match(kind.occupiedFill).hasMatch())

@@ -21,7 +21,12 @@ namespace {
 
 constexpr unsigned int DcuSettings = 1; // the only kind of settings dialog
 
-QString noSuchParameter(const QString& resource, ResourceType type, const QString& key)
+int codeOf(const ResourceType* type)
+{
+    return type ? type->code : ZEL_RESOURCE_UNKNOWN;
+}
+
+QString noSuchParameter(const QString& resource, const ResourceType* type, const QString& key)
 {
     QStringList known;
     for (const ResourceParameter& parameter : parametersOf(type))
@@ -164,8 +169,8 @@ ReferenceEngine::Configuration ReferenceEngine::configuration(const QString& res
     const int index = m_design.find(resource);
     if (index < 0)
         return {index, key, {}, noSuchResource(resource)};
-    const ResourceType type = m_design.resource(index).type;
-    if (!findParameter(type, key))
+    const ResourceType* type = m_design.resource(index).type;
+    if (!type || !type->parameter(key))
         return {index, key, {}, noSuchParameter(resource, type, key)};
     return {index, key, m_design.parameter(index, key), {}};
 }
@@ -176,7 +181,7 @@ ReferenceEngine::Configuration ReferenceEngine::proposeConfiguration(
     Configuration result = configuration(resource, key);
     if (!result.isAllowed())
         return result;
-    const ResourceParameter& parameter = *findParameter(m_design.resource(result.resource).type, key);
+    const ResourceParameter& parameter = *m_design.resource(result.resource).type->parameter(key);
     result.value = parameter.accepted(value).value_or(QString());
     if (result.value.isEmpty())
         result.refusal = QStringLiteral("%1 cannot be \"%2\", expected %3").arg(key, value, parameter.expectation());
@@ -272,11 +277,11 @@ int ReferenceEngine::getResourceType(const std::string* name)
     const QString text = fromEngineText(*name);
     const int index = m_design.find(text);
     if (index >= 0)
-        return static_cast<int>(m_design.resource(index).type);
+        return codeOf(m_design.resource(index).type);
     const Site* site = m_device.site(elementId(*name));
     if (site) {
-        const std::vector<ResourceType>& accepted = m_device.kindOf(*site).accepts;
-        return accepted.empty() ? ZEL_RESOURCE_UNKNOWN : static_cast<int>(accepted.front());
+        const std::vector<const ResourceType*>& accepted = m_device.kindOf(*site).accepts;
+        return codeOf(accepted.empty() ? nullptr : accepted.front());
     }
     return !text.isEmpty() && text == m_design.name() ? ZEL_RESOURCE_ZEL : ZEL_RESOURCE_UNKNOWN;
 }
@@ -307,7 +312,7 @@ int ReferenceEngine::config(const std::string* name)
     const QString resource = fromEngineText(*name);
     const int index = m_design.find(resource);
     const std::vector<ResourceParameter>& parameters
-        = parametersOf(index < 0 ? ResourceType::Folder : m_design.resource(index).type);
+        = parametersOf(index < 0 ? nullptr : m_design.resource(index).type);
     if (parameters.empty()) {
         showConfigureMessage(QStringLiteral("%1 has nothing to configure.").arg(resource));
         return 0;

@@ -56,7 +56,7 @@ std::vector<int> ReferenceEngine::sitesOfKind(const std::string* rsc)
 {
     std::vector<int> result;
     const int index = m_design.find(fromEngineText(*rsc));
-    if (index < 0 || m_design.resource(index).type == ResourceType::Folder)
+    if (index < 0 || m_design.resource(index).isFolder())
         return result;
     for (const Site* site : m_device.sitesAccepting(m_design.resource(index).type))
         result.push_back(site->id);

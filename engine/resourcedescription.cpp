@@ -18,7 +18,7 @@ QString kindTitle(const Device& device, const Resource& resource)
     if (const Site* site = device.site(resource.site))
         return device.kindOf(*site).title;
     const std::vector<const Site*> sites = device.sitesAccepting(resource.type);
-    return sites.empty() ? resourceTypeName(resource.type) : device.kindOf(*sites.front()).title;
+    return sites.empty() ? nameOf(resource.type) : device.kindOf(*sites.front()).title;
 }
 
 QString withSite(const Device& device, const Resource& resource)
@@ -28,20 +28,28 @@ QString withSite(const Device& device, const Resource& resource)
                 : QStringLiteral("%1 (not placed)").arg(resource.path);
 }
 
-bool isClock(const Resource& resource)
+// What a supply or a pad states is what it needs from its bank.
+QStringList propertyLines(const Resource& resource)
 {
-    return resource.type == ResourceType::ExtRef || resource.type == ResourceType::Pll;
+    QStringList lines;
+    for (const QString& key : resource.type ? resource.type->properties : QStringList()) {
+        const QString value = resource.properties.value(key);
+        if (!value.isEmpty())
+            lines.append(key == resource.type->agreesOn ? QStringLiteral("Needs %1").arg(value)
+                                                        : QStringLiteral("%1: %2").arg(key, value));
+    }
+    return lines;
 }
 
-// A clock feeds whole IPs, and each of their channels is connected to it.
+// A source feeds whole IPs, and each of their parts is connected to it.
 QStringList connectionLines(
     const Device& device, const Design& design, const std::vector<Connection>& connections, int index)
 {
     QStringList lines;
     for (const Connection& connection : connections) {
-        if (!isClock(design.resource(connection.from)))
+        const int ip = design.ipOfPart(connection.to);
+        if (!design.resource(connection.from).isSource() || ip < 0)
             continue;
-        const int ip = design.ipOf(connection.to);
         if (connection.from == index)
             lines.append(QStringLiteral("Feeds %1").arg(design.resource(ip).path));
         else if (connection.to == index || ip == index)
@@ -59,10 +67,9 @@ QStringList describeResource(const Device& device, const Design& design, const s
     const Resource& resource = design.resource(index);
     QStringList lines{resource.path};
     const QString summary = fromEngineText(ResourceTree::summary(design, device, index));
-    if (resource.type != ResourceType::Folder)
+    if (!resource.isFolder())
         lines.append(QStringLiteral("%1, %2").arg(kindTitle(device, resource), summary));
-    if (!resource.voltage.isEmpty())
-        lines.append(QStringLiteral("Needs %1").arg(resource.voltage));
+    lines += propertyLines(resource);
     lines += connectionLines(device, design, connections, index);
     for (const Problem& problem : problems) {
         const bool isSaid = problem.severity == Problem::Severity::Warning && resource.site < 0;

@@ -4,6 +4,7 @@
 #include "engine/model/design.h"
 #include "engine/model/device.h"
 #include "engine/model/resourceparameter.h"
+#include "platform/contract/zelchipengine.h"
 #include "platform/contract/zeltext.h"
 
 namespace mirn::zelengine {
@@ -12,13 +13,13 @@ namespace {
 
 constexpr int SiteColumn = 1;
 
-// The view does not know the type "GROUP" and shows its general icon for it. Without a type the row would have no icon
-// and not line up with the others.
-const std::string& typeText(ResourceType type)
+// The view does not know the type "GROUP" and shows its general icon for it, and for the types that only this device
+// has. Without a type the row would have no icon and not line up with the others.
+const std::string& typeText(const ResourceType* type)
 {
-    static const std::string group = "GROUP";
+    static const std::string other = "GROUP";
     static const std::string texts[] = {"IP", "DCUCHANNEL", "EXTREF", "PLL", "UVCCIO"};
-    return type == ResourceType::Folder ? group : texts[static_cast<int>(type)];
+    return type && type->code < FirstOwnCode ? texts[type->code] : other;
 }
 
 // Returns, for example, ", 100 MHz".
@@ -81,7 +82,7 @@ void ResourceTree::rebuild(const Device& device, const Design& design)
         const Resource& resource = design.resource(index);
         const Count& parts = counts.at(index);
         zeltreeviewcell& cell = nodes.at(index)->cell;
-        cell.draggable = resource.type != ResourceType::Folder && !resource.fixed;
+        cell.draggable = !resource.isFolder() && !resource.fixed;
         cell.resettable = parts.placed > parts.held;
     }
 }
@@ -116,7 +117,7 @@ ResourceTree::Node& ResourceTree::makeNode(const Design& design, const Device& d
     node.name = toEngineText(resource.name);
     node.cell.name = &node.name;
     node.cell.type = &typeText(resource.type);
-    node.cell.uvccio = resource.type == ResourceType::Uvccio;
+    node.cell.uvccio = resource.type && resource.type->code == ZEL_RESOURCE_UVCCIO;
     if (const Site* site = device.site(resource.site)) {
         node.site = toEngineText(site->name);
         node.id = std::to_string(site->id);

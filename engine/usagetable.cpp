@@ -13,7 +13,7 @@ namespace {
 
 bool isUsed(const Site& site, const Device& device, const Design& design)
 {
-    if (!device.accepts(site, ResourceType::Ip))
+    if (!device.isUnit(site))
         return design.occupant(site.id) >= 0;
     const std::vector<const Site*> group = device.sitesOfGroup(site.group);
     return std::any_of(

@@ -108,11 +108,11 @@ template <typename Record, typename Write> std::string lines(const std::vector<R
 } // namespace
 
 std::string deviceFile(const std::string& name, const std::string& drawing, const std::string& filter,
-    const std::vector<SiteKind>& kinds, const std::vector<Site>& sites)
+    const std::string& types, const std::vector<SiteKind>& kinds, const std::vector<Site>& sites)
 {
     return "{\n  " + member("name", quoted(name)) + ",\n  " + member("drawing", quoted(drawing)) + ",\n  "
-        + member("filter", quoted(filter)) + ",\n  " + member("kinds", lines(kinds, kindRecord)) + ",\n  "
-        + member("sites", lines(sites, siteRecord)) + "\n}\n";
+        + member("filter", quoted(filter)) + ",\n  " + types + ",\n  " + member("kinds", lines(kinds, kindRecord))
+        + ",\n  " + member("sites", lines(sites, siteRecord)) + "\n}\n";
 }
 
 std::string filterFile(const std::vector<SiteKind>& kinds, const std::vector<Site>& sites)

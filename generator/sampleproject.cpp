@@ -3,6 +3,7 @@
 
 #include "generator/devicefile.h"
 #include "generator/haldenfloorplan.h"
+#include "generator/haldentypes.h"
 #include "generator/sampledesign.h"
 #include "generator/sampledrawing.h"
 
@@ -16,7 +17,8 @@ std::vector<GeneratedFile> sampleProject()
     const std::vector<Site> sites = halden::sites();
     return {
         {"halden-h40.svg", sampleDrawing(sites).svg},
-        {"device.json", deviceFile(halden::DEVICE_NAME, "halden-h40.svg", "filter.txt", halden::siteKinds(), sites)},
+        {"device.json",
+            deviceFile(halden::DEVICE_NAME, "halden-h40.svg", "filter.txt", haldenTypes(), halden::siteKinds(), sites)},
         {"filter.txt", filterFile(halden::siteKinds(), sites)},
         {"design.json", SAMPLE_DESIGN},
         {"project.json", SAMPLE_PROJECT},

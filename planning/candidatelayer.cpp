@@ -3,8 +3,10 @@
 
 #include "graphics/elements/drawingcontroller.h"
 #include "graphics/elements/elementidset.h"
+#include "graphics/zelgraphicsscene.h"
 
 #include <QGraphicsView>
+#include <QList>
 #include <QPainter>
 #include <QVector>
 
@@ -37,7 +39,7 @@ CandidateLayer::CandidateLayer(QGraphicsView* view)
     : ZelViewLayer(view)
 { }
 
-void CandidateLayer::setCandidates(std::vector<Candidate> candidates)
+void CandidateLayer::setCandidates(std::vector<SitePlace> candidates)
 {
     if (candidates.empty() && m_candidates.empty())
         return;
@@ -48,16 +50,18 @@ void CandidateLayer::setCandidates(std::vector<Candidate> candidates)
 // A site that is lit as a probable one shows that, and only that.
 void CandidateLayer::paint(QPainter& painter, const QRect& exposed)
 {
-    if (m_candidates.empty() || !view())
+    auto* scene = view() ? qobject_cast<ZelGraphicsScene*>(view()->scene()) : nullptr;
+    if (m_candidates.empty() || !scene)
         return;
+    const QList<int> layers = scene->getVisibleLayers();
     const QTransform transform = sceneToPicture();
     const ElementIdSet& lit = DrawingController::current().highlightedIds();
     QVector<QRect> tints;
     QVector<QRect> edges;
     QVector<QRect> innerEdges;
-    for (const Candidate& candidate : m_candidates) {
+    for (const SitePlace& candidate : m_candidates) {
         const QRect pixels = transform.mapRect(candidate.area).toAlignedRect();
-        if (!pixels.intersects(exposed) || lit.contains(candidate.site))
+        if (!pixels.intersects(exposed) || lit.contains(candidate.id) || !layers.contains(candidate.layer))
             continue;
         tints.append(pixels);
         const int side = qMin(pixels.width(), pixels.height());
@@ -73,6 +77,18 @@ void CandidateLayer::paint(QPainter& painter, const QRect& exposed)
         painter.setBrush(color);
         painter.drawRects(*rects);
     }
+}
+
+// On white, as most drawings are light.
+void CandidateLayer::paintSample(QPainter& painter, const QRect& area)
+{
+    QVector<QRect> edge;
+    addFrame(edge, area, EdgeBreadth);
+    painter.fillRect(area, Qt::white);
+    painter.fillRect(area, CandidateTint);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(CandidateEdge);
+    painter.drawRects(edge);
 }
 
 } // namespace mirn::zelchipview

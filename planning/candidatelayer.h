@@ -2,32 +2,31 @@
 #pragma once
 
 #include "graphics/zelviewlayer.h"
-
-#include <QRectF>
+#include "planning/siteplaces.h"
 
 #include <vector>
 
 namespace mirn::zelchipview {
 
 // Tints sites where a resource may go. Two thin outlines, dark outside and light inside, tell a tinted site from one
-// that is selected, highlighted or filtered, whatever colours somebody can see.
+// that is selected, highlighted or filtered, whatever colours somebody can see. A site
+// that the drawing hides at its present scale has no tint.
 class CandidateLayer final : public ZelViewLayer
 {
     Q_OBJECT
 public:
     explicit CandidateLayer(QGraphicsView* view);
 
-    struct Candidate
-    {
-        int site = -1; // element id
-        QRectF area; // scene coordinates
-    };
-    void setCandidates(std::vector<Candidate> candidates);
+    void setCandidates(std::vector<SitePlace> candidates);
+
+    [[nodiscard]] bool isEmpty() const { return m_candidates.empty(); }
 
     void paint(QPainter& painter, const QRect& exposed) override;
 
+    static void paintSample(QPainter& painter, const QRect& area);
+
 private:
-    std::vector<Candidate> m_candidates;
+    std::vector<SitePlace> m_candidates;
 };
 
 } // namespace mirn::zelchipview

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "planning/connectionlayer.h"
 
+#include "graphics/zelgraphicsscene.h"
+
 #include <QGraphicsView>
 #include <QLineF>
 #include <QLinearGradient>
@@ -8,6 +10,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QRegion>
+#include <QVector>
 
 #include <algorithm>
 #include <cmath>
@@ -27,9 +30,11 @@ constexpr double HaloBreadth = 1.4; // on each side
 constexpr double StrongDot = 3.2; // radius
 constexpr double FineDot = 1.6;
 constexpr double LongestStub = 90;
+constexpr int FadedAlpha = 110; // at the open end of a stub
 constexpr double BendShare = 0.14; // how far a curve leaves the straight line, as a share of its length
 constexpr double LargestBend = 42;
 
+const QVector<qreal> StubDashes{3.0, 2.5}; // in widths of the line
 const QColor Halo(255, 255, 255, 170);
 
 // The point towards which the curve is bent: above the line, or to its right if it is upright. The channels of an IP
@@ -44,6 +49,11 @@ QPointF bentMiddle(const QPointF& from, const QPointF& to, PlanLine::Kind kind)
     if (isBelow != (kind == PlanLine::Kind::Ip))
         aside = -aside;
     return line.center() + aside * 2 * std::min(BendShare * line.length(), LargestBend);
+}
+
+bool isStubToHidden(const PlanLine& line, const QList<int>& visibleLayers)
+{
+    return line.isStub && !visibleLayers.contains(line.toLayer);
 }
 
 double distanceToSegment(const QPointF& point, const QPointF& from, const QPointF& to)
@@ -79,13 +89,46 @@ bool ConnectionLayer::hasFewLines() const
     return m_lines.size() <= MostLinesWithStubs;
 }
 
+QList<int> ConnectionLayer::visibleLayers() const
+{
+    auto* scene = view() ? qobject_cast<ZelGraphicsScene*>(view()->scene()) : nullptr;
+    return scene ? scene->getVisibleLayers() : QList<int>();
+}
+
+PlanMarks ConnectionLayer::marks() const
+{
+    const auto isOpen = [](const PlanLine& line) { return line.isStub; };
+    PlanMarks marks;
+    marks.setFlag(PlanMark::Connection, !std::all_of(m_lines.begin(), m_lines.end(), isOpen));
+    marks.setFlag(PlanMark::OpenEnd, hasFewLines() && std::any_of(m_lines.begin(), m_lines.end(), isOpen));
+    marks.setFlag(PlanMark::Broken, !m_lines.empty() && m_lines.back().isBroken); // they are the last
+    return marks;
+}
+
+// On a light plate, because the colours are made for drawings.
+void ConnectionLayer::paintSample(QPainter& painter, const QRectF& area, PlanMark mark)
+{
+    PlanLine line;
+    line.isBroken = mark == PlanMark::Broken;
+    QPen pen(colorOf(line), StrongWidth, Qt::SolidLine, Qt::FlatCap);
+    if (mark == PlanMark::OpenEnd)
+        pen.setDashPattern(StubDashes);
+    painter.fillRect(area, Qt::white);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(pen);
+    painter.drawLine(QPointF(area.left(), area.center().y()), QPointF(area.right(), area.center().y()));
+}
+
 const PlanLine* ConnectionLayer::lineAt(QPoint position) const
 {
+    if (m_lines.empty() || !view() || !isShown())
+        return nullptr;
     const PlanLine* nearest = nullptr;
     double least = ReachOfPointer;
+    const QList<int> layers = visibleLayers();
     for (const PlanLine& line : m_lines) {
-        const double distance = view() && isShown() ? distanceTo(line, position) : std::numeric_limits<double>::max();
-        if (distance <= least) {
+        const double distance = distanceTo(line, position);
+        if (distance <= least && !isStubToHidden(line, layers)) {
             least = distance;
             nearest = &line;
         }
@@ -122,12 +165,17 @@ void ConnectionLayer::paint(QPainter& painter, const QRect& exposed)
     painter.setRenderHint(QPainter::Antialiasing, true);
     const double reach = StrongDot + HaloBreadth + 1;
     const QRectF touched = QRectF(exposed).adjusted(-reach, -reach, reach, reach);
+    const QList<int> layers = visibleLayers();
     for (const PlanLine& line : m_lines) {
+        if (isStubToHidden(line, layers))
+            continue;
         const QPainterPath curve = curveOf(line);
         const QRectF bounds = curve.controlPointRect();
         // An upright line has a rectangle without a width, which intersects nothing.
-        if (touched.intersects(bounds.adjusted(0, 0, 1, 1)))
-            paintCurve(painter, curve, line);
+        if (!touched.intersects(bounds.adjusted(0, 0, 1, 1)))
+            continue;
+        paintCurve(painter, curve, line);
+        paintDots(painter, curve, line, layers);
     }
 }
 
@@ -196,19 +244,26 @@ void ConnectionLayer::paintCurve(QPainter& painter, const QPainterPath& curve, c
     if (line.isStub) {
         QLinearGradient fading(from, to);
         fading.setColorAt(0, color);
-        fading.setColorAt(1, QColor(color.red(), color.green(), color.blue(), 40));
+        fading.setColorAt(1, QColor(color.red(), color.green(), color.blue(), FadedAlpha));
         pen = QPen(fading, width, Qt::CustomDashLine, Qt::FlatCap);
-        pen.setDashPattern({3.0, 2.5});
+        pen.setDashPattern(StubDashes);
     } else if (isStrong) {
         painter.strokePath(curve, QPen(Halo, width + 2 * HaloBreadth, Qt::SolidLine, Qt::RoundCap));
     }
     painter.strokePath(curve, pen);
+}
+
+void ConnectionLayer::paintDots(
+    QPainter& painter, const QPainterPath& curve, const PlanLine& line, const QList<int>& layers) const
+{
+    const bool isStrong = m_style == Style::Strong;
     painter.setPen(isStrong ? QPen(Halo, HaloBreadth) : QPen(Qt::NoPen));
-    painter.setBrush(color);
+    painter.setBrush(colorOf(line));
     const double radius = isStrong ? StrongDot : FineDot;
-    painter.drawEllipse(from, radius, radius);
-    if (!line.isStub)
-        painter.drawEllipse(to, radius, radius);
+    if (layers.contains(line.fromLayer))
+        painter.drawEllipse(QPointF(curve.elementAt(0)), radius, radius);
+    if (!line.isStub && layers.contains(line.toLayer))
+        painter.drawEllipse(curve.currentPosition(), radius, radius);
 }
 
 } // namespace mirn::zelchipview

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "planning/dragwatch.h"
 
+#include "chipview/zelchipviewdatabase.h"
+#include "graphics/elements/elementidset.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsview.h"
@@ -85,12 +87,22 @@ bool DragWatch::follow(QDropEvent& event)
     plan(event);
     if (event.type() == QEvent::DragMove)
         Q_EMIT moved(m_parts->plan, m_parts->view->viewport()->mapToGlobal(dropPosition(event)));
-    if (m_parts->plan.kind != DropPlan::Kind::Swap)
+    if (m_parts->plan.kind != DropPlan::Kind::Swap && m_parts->plan.kind != DropPlan::Kind::Place)
         return false;
-    // The view follows the drag as well, but refuses it here.
+    // The view follows the drag first. It refuses a swap, and over a label it forgets the site below.
     forward(event);
-    accept(event);
+    if (m_parts->plan.kind == DropPlan::Kind::Swap)
+        accept(event);
+    else if (event.type() == QEvent::DragMove)
+        keepCountdown();
     return true;
+}
+
+void DragWatch::keepCountdown() const
+{
+    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
+    if (database->highlightedIds().isEmpty())
+        database->highlightProbPlaceItems(nullptr, m_parts->plan.site);
 }
 
 bool DragWatch::drop(QDropEvent& event)

@@ -48,6 +48,7 @@ private:
     void end(bool isOverView);
     void plan(const QDropEvent& event);
     void forward(QEvent& event);
+    void keepCountdown() const;
     [[nodiscard]] QString draggedResource() const;
 
     struct Q_DECL_HIDDEN Parts;

@@ -100,13 +100,13 @@ QColor colorOf(const PlanLine& line)
         return QColor(0xff, 0x4a, 0x2e); // that of conflicting sites
     switch (line.kind) {
     case PlanLine::Kind::Clock:
-        return QColor(0xa0, 0x58, 0x00);
+        return QColor(0x8a, 0x4a, 0x00);
     case PlanLine::Kind::Ip:
         return QColor(0x56, 0x3a, 0xa8);
     case PlanLine::Kind::Supply:
         break;
     }
-    return QColor(0x0b, 0x6e, 0x75);
+    return QColor(0x0a, 0x5f, 0x66);
 }
 
 QPen thinPen(const PlanLine& line)

@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "planning/locklayer.h"
 
-#include "graphics/elements/chipelement.h"
-#include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
-#include "planning/siteplaces.h"
 
 #include <QColor>
-#include <QGraphicsItem>
 #include <QGraphicsView>
 #include <QPainter>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace mirn::zelchipview {
@@ -30,12 +27,6 @@ constexpr double SmallestAmongMany = 40; // side of a marked element if there ar
 // The padlock stands on a light disc, so that it can be seen on every colour that a site can have.
 const QColor BadgeGround(255, 255, 255, 225);
 const QColor BadgeColor(40, 44, 52);
-
-const ZELGraphicItemAttribute* attributeOfItem(const QGraphicsItem* item)
-{
-    const auto* element = dynamic_cast<const ChipElement*>(item);
-    return element ? element->attribute() : nullptr;
-}
 
 void paintBadge(QPainter& painter, const QRectF& area)
 {
@@ -60,11 +51,10 @@ void LockLayer::setElements(const std::vector<int>& ids)
     auto* scene = view() ? qobject_cast<ZelGraphicsScene*>(view()->scene()) : nullptr;
     if (!scene)
         return;
-    std::vector<Place> places;
+    std::vector<SitePlace> places;
     for (int id : ids) {
-        const QGraphicsItem* item = outlineOf(*scene, id);
-        if (const ZELGraphicItemAttribute* attribute = attributeOfItem(item))
-            places.push_back({item->sceneBoundingRect(), attribute->layer});
+        if (const std::optional<SitePlace> place = placeOf(*scene, id))
+            places.push_back(*place);
     }
     m_ids = ids;
     if (places == m_places) // another drawing may have the elements elsewhere
@@ -81,7 +71,7 @@ void LockLayer::paint(QPainter& painter, const QRect& exposed)
     const QTransform toView = sceneToPicture();
     const double pixelRatio = view()->viewport()->devicePixelRatioF();
     const double smallestSide = smallestMarkedSide(*scene);
-    for (const Place& place : m_places) {
+    for (const SitePlace& place : m_places) {
         const QRectF area = toView.mapRect(place.area);
         const double side = std::min(area.width(), area.height());
         if (side < smallestSide || !area.intersects(exposed) || !scene->isLayerVisible(place.layer))
@@ -101,7 +91,7 @@ double LockLayer::smallestMarkedSide(ZelGraphicsScene& scene) const
     const QTransform toView = sceneToPicture();
     const QRectF viewport = pictureRect();
     int count = 0;
-    for (const Place& place : m_places) {
+    for (const SitePlace& place : m_places) {
         const QRectF area = toView.mapRect(place.area);
         if (std::min(area.width(), area.height()) >= SmallestMarkedSide && area.intersects(viewport)
             && scene.isLayerVisible(place.layer) && ++count > MostBadges)

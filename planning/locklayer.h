@@ -2,14 +2,15 @@
 #pragma once
 
 #include "graphics/zelviewlayer.h"
+#include "planning/siteplaces.h"
 #include "platform/contract/zelexport.h"
 
 #include <QPixmap>
-#include <QRectF>
 
 #include <vector>
 
 class QColor;
+class QRectF;
 
 namespace mirn::zelchipview {
 
@@ -38,19 +39,11 @@ public:
     static void paintPadlock(QPainter& painter, const QRectF& area, const QColor& color);
 
 private:
-    struct Place
-    {
-        QRectF area; // scene units
-        int layer;
-
-        [[nodiscard]] bool operator==(const Place& other) const { return area == other.area && layer == other.layer; }
-    };
-
     [[nodiscard]] double smallestMarkedSide(ZelGraphicsScene& scene) const;
     [[nodiscard]] const QPixmap& badge(int size, double pixelRatio);
 
     std::vector<int> m_ids;
-    std::vector<Place> m_places;
+    std::vector<SitePlace> m_places;
     QPixmap m_badge;
 };
 

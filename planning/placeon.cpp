@@ -14,6 +14,7 @@
 #include "platform/contract/zeltext.h"
 
 #include <QGraphicsItem>
+#include <QScreen>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 
@@ -26,7 +27,21 @@ namespace mirn::zelchipview {
 
 namespace {
 
-constexpr QSize SmallestList(360, 420); // pixels
+constexpr QSize SmallestList(360, 420); // pixels, on a screen that has room for it
+constexpr QSize WindowFrame(16, 48); // pixels that the desktop may need around the list
+
+// The list covers the tree, so that the drawing beside it stays visible, as far as the screen has room.
+void putOver(QDialog* list, const QWidget* tree)
+{
+    const QRect room = tree->screen()->availableGeometry();
+    list->resize(tree->size().expandedTo(SmallestList).boundedTo(room.size() - WindowFrame));
+    if (!tree->isVisible())
+        return;
+    const QPoint corner = tree->mapToGlobal(QPoint());
+    const QSize spare = room.size() - WindowFrame - list->size();
+    list->move(std::max(room.left(), std::min(corner.x(), room.left() + spare.width())),
+        std::max(room.top(), std::min(corner.y(), room.top() + spare.height())));
+}
 
 double distanceToNearest(const std::vector<QPointF>& origins, const QGraphicsItem* item)
 {
@@ -78,9 +93,7 @@ void PlaceOn::open(const QString& resource)
     host.place = [this, resource](int site) { return place(resource, site); };
     // A child of the tree, so that it goes with the project.
     auto* list = new SiteList(resource, order, choices(toEngineText(resource), origins), std::move(host), m_tree);
-    list->resize(m_tree->size().expandedTo(SmallestList));
-    if (m_tree->isVisible()) // the drawing beside it stays visible
-        list->move(m_tree->mapToGlobal(QPoint()));
+    putOver(list, m_tree);
     list->open();
 }
 

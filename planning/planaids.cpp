@@ -177,6 +177,7 @@ struct PlanAids::Parts
     QHash<QByteArray, std::vector<int>> sites; // by resource
     std::string candidate; // the resource whose sites are tinted; empty if none is
     Connections connections = Connections::OfSelection;
+    Marks marks;
     bool areAllCurrent = false; // whether the lines of all connections are shown as they are
     bool areCandidatesShown = true;
 };
@@ -242,6 +243,25 @@ void PlanAids::update()
     m_parts->soon.stop();
     showConnections();
     showCandidates();
+    const Marks marks
+        = m_parts->connectionLayer->marks() | (m_parts->candidateLayer->isEmpty() ? Marks() : Marks(Mark::Candidate));
+    if (std::exchange(m_parts->marks, marks) != marks)
+        Q_EMIT marksChanged();
+}
+
+PlanAids::Marks PlanAids::marks() const
+{
+    return m_parts->marks;
+}
+
+void PlanAids::paintSample(QPainter& painter, const QRectF& area, Mark mark)
+{
+    painter.save();
+    if (mark == Mark::Candidate)
+        CandidateLayer::paintSample(painter, area.toRect());
+    else
+        ConnectionLayer::paintSample(painter, area, mark);
+    painter.restore();
 }
 
 void PlanAids::showConnections()
@@ -262,12 +282,11 @@ void PlanAids::showCandidates()
     Parts& parts = *m_parts;
     const std::string row = parts.areCandidatesShown ? parts.selectedRow() : std::string();
     parts.candidate = parts.isUnplaced(row) ? row : std::string();
-    std::vector<CandidateLayer::Candidate> candidates;
+    std::vector<SitePlace> candidates;
     if (!parts.candidate.empty()) {
         for (int site : parts.candidatesFor(parts.candidate)) {
-            const QRectF area = parts.areas.areaOf(site);
-            if (!area.isNull())
-                candidates.push_back({site, area});
+            if (const std::optional<SitePlace>& place = parts.areas.placeOf(site))
+                candidates.push_back(*place);
         }
     }
     parts.candidateLayer->setCandidates(std::move(candidates));

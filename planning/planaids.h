@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "planning/planmark.h"
 #include "platform/contract/zelexport.h"
 
 #include <QObject>
 
 #include <memory>
 
+class QPainter;
 class QPoint;
+class QRectF;
 class QTreeWidget;
 class zelchipengine;
 
@@ -25,6 +28,9 @@ class ZELCHIPGUI_EXPORT PlanAids final : public QObject
 public:
     enum class Connections { Off, OfSelection, All };
 
+    using Mark = PlanMark;
+    using Marks = PlanMarks;
+
     // A child of the view. The engine is not owned and must live as long as the view; `tree`, whose selected row counts
     // as well, may be null.
     PlanAids(ZelGraphicsView* view, QTreeWidget* tree, zelchipengine& engine);
@@ -39,6 +45,12 @@ public:
     [[nodiscard]] bool areCandidatesShown() const;
     void setCandidatesShown(bool areShown);
 
+    // What is there to be seen, at whatever scale, for a legend.
+    [[nodiscard]] Marks marks() const;
+
+    // Paints a mark as it looks on the drawing, for a legend.
+    static void paintSample(QPainter& painter, const QRectF& area, Mark mark);
+
     // Call it whenever the design may have changed, after the view's own refresh.
     void refresh();
 
@@ -49,6 +61,9 @@ public:
     [[nodiscard]] QString toolTipAt(QPoint position);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+Q_SIGNALS:
+    void marksChanged();
 
 private:
     void update();

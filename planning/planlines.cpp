@@ -47,13 +47,16 @@ std::vector<PlanLine> PlanLines::linesOf(const std::vector<zelconnection>& conne
         const bool isStub = connection.fromSite < 0 || connection.toSite < 0;
         if (isStub && !haveStubs)
             continue;
-        const QRectF from = m_areas.areaOf(connection.fromSite < 0 ? connection.toSite : connection.fromSite);
-        const QRectF to = isStub ? QRectF() : m_areas.areaOf(connection.toSite);
-        PlanLine line{from.center(), to.center(), static_cast<int>(n), kindOf(connection.from),
-            !connection.broken.empty(), isStub};
-        if (!from.isNull()
-            && (isStub ? findNearest(connection.fromSite < 0 ? connection.from : connection.to, line) : !to.isNull()))
-            lines.push_back(line);
+        const std::optional<SitePlace> from
+            = m_areas.placeOf(connection.fromSite < 0 ? connection.toSite : connection.fromSite);
+        if (!from)
+            continue;
+        const std::optional<SitePlace> to = isStub
+            ? nearestFor(connection.fromSite < 0 ? connection.from : connection.to, from->area.center())
+            : m_areas.placeOf(connection.toSite);
+        if (to)
+            lines.push_back({from->area.center(), to->area.center(), static_cast<int>(n), kindOf(connection.from),
+                !connection.broken.empty(), isStub, from->layer, to->layer});
     }
     return lines;
 }
@@ -78,34 +81,31 @@ PlanLine::Kind PlanLines::kindOf(const std::string& resource)
 }
 
 // All stubs of an unplaced resource lead to the same site.
-bool PlanLines::findNearest(const std::string& resource, PlanLine& line)
+std::optional<SitePlace> PlanLines::nearestFor(const std::string& resource, const QPointF& from)
 {
     const QByteArray name(resource.data(), static_cast<int>(resource.size()));
     auto place = m_places.find(name);
     if (place == m_places.end() && m_places.size() < MostUnplaced)
-        place = m_places.insert(name, nearestFree(resource, line.from));
-    if (place == m_places.end() || !place->has_value())
-        return false;
-    line.to = **place;
-    return true;
+        place = m_places.insert(name, nearestFree(resource, from));
+    return place != m_places.end() ? *place : std::nullopt;
 }
 
-std::optional<QPointF> PlanLines::nearestFree(const std::string& resource, const QPointF& from)
+std::optional<SitePlace> PlanLines::nearestFree(const std::string& resource, const QPointF& from)
 {
-    std::optional<QPointF> nearest;
-    int nearestSite = -1;
+    std::optional<SitePlace> nearest;
     double least = 0;
     for (int site : m_candidates(resource)) {
-        const QRectF area = m_taken.contains(site) ? QRectF() : m_areas.areaOf(site);
-        const double distance = QLineF(from, area.center()).length();
-        if (!area.isNull() && (!nearest || distance < least)) {
+        const std::optional<SitePlace>& place = m_areas.placeOf(site);
+        if (!place || m_taken.contains(site))
+            continue;
+        const double distance = QLineF(from, place->area.center()).length();
+        if (!nearest || distance < least) {
             least = distance;
-            nearest = area.center();
-            nearestSite = site;
+            nearest = place;
         }
     }
     if (nearest)
-        m_taken.insert(nearestSite);
+        m_taken.insert(nearest->id);
     return nearest;
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "planning/siteplaces.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QPointF>
@@ -31,6 +33,8 @@ struct PlanLine
     Kind kind = Kind::Clock;
     bool isBroken = false;
     bool isStub = false; // it leads from the placed end towards the nearest site that would take the other one
+    int fromLayer = 0; // those that the ends are on, which may be hidden
+    int toLayer = 0;
 };
 
 // With more lines than these no stubs are made: they could not be told apart, and finding them takes long.
@@ -51,15 +55,15 @@ public:
 
 private:
     [[nodiscard]] PlanLine::Kind kindOf(const std::string& resource);
-    [[nodiscard]] bool findNearest(const std::string& resource, PlanLine& line);
-    [[nodiscard]] std::optional<QPointF> nearestFree(const std::string& resource, const QPointF& from);
+    [[nodiscard]] std::optional<SitePlace> nearestFor(const std::string& resource, const QPointF& from);
+    [[nodiscard]] std::optional<SitePlace> nearestFree(const std::string& resource, const QPointF& from);
 
     zelchipengine& m_engine;
     SiteAreas& m_areas;
     const Candidates m_candidates;
     std::string m_lastResource; // whose kind was asked last: connections of one resource follow each other
     PlanLine::Kind m_lastKind = PlanLine::Kind::Clock;
-    QHash<QByteArray, std::optional<QPointF>> m_places; // of the unplaced resources that were asked about
+    QHash<QByteArray, std::optional<SitePlace>> m_places; // of the unplaced resources that were asked about
     QSet<int> m_taken; // the sites of these places
 };
 

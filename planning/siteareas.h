@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "planning/siteplaces.h"
+
 #include <QHash>
-#include <QRectF>
+
+#include <optional>
 
 namespace mirn::zelchipview {
 
@@ -15,13 +18,13 @@ class SiteAreas final
 public:
     explicit SiteAreas(ZelGraphicsScene& scene); // not owned
 
-    // Returns the area of an element's outline; null if the drawing has no such element.
-    [[nodiscard]] QRectF areaOf(int elementId);
-    void clear() { m_areas.clear(); }
+    // Returns the place of an element; nothing if the drawing has no such element.
+    [[nodiscard]] const std::optional<SitePlace>& placeOf(int elementId);
+    void clear() { m_places.clear(); }
 
 private:
     ZelGraphicsScene& m_scene;
-    QHash<int, QRectF> m_areas;
+    QHash<int, std::optional<SitePlace>> m_places;
 };
 
 } // namespace mirn::zelchipview

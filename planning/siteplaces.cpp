@@ -74,15 +74,23 @@ std::optional<QPointF> middleOf(ZelGraphicsScene& scene, int id)
     return item ? std::make_optional(item->sceneBoundingRect().center()) : std::nullopt;
 }
 
+std::optional<SitePlace> placeOf(ZelGraphicsScene& scene, int id)
+{
+    const QGraphicsItem* item = outlineOf(scene, id);
+    // The controller would take an attribute that it returns for one that the host may change.
+    const auto* element = dynamic_cast<const ChipElement*>(item);
+    if (!element || !element->attribute())
+        return {};
+    return SitePlace{id, item->sceneBoundingRect(), element->attribute()->layer};
+}
+
 std::vector<SitePlace> visiblePlaces(ZelGraphicsScene& scene, const std::vector<int>& ids)
 {
     std::vector<SitePlace> places;
     for (int id : ids) {
-        const QGraphicsItem* item = outlineOf(scene, id);
-        // The controller would take an attribute that it returns for one that the host may change.
-        const auto* element = dynamic_cast<const ChipElement*>(item);
-        if (element && element->attribute() && scene.isLayerVisible(element->attribute()->layer))
-            places.push_back({id, item->sceneBoundingRect()});
+        const std::optional<SitePlace> place = placeOf(scene, id);
+        if (place && scene.isLayerVisible(place->layer))
+            places.push_back(*place);
     }
     return places;
 }

@@ -20,6 +20,12 @@ struct SitePlace
 {
     int id = 0; // element id
     QRectF area; // of its outline
+    int layer = 0; // that its outline is on
+
+    [[nodiscard]] bool operator==(const SitePlace& other) const
+    {
+        return id == other.id && area == other.area && layer == other.layer;
+    }
 };
 
 // On the screen.
@@ -31,6 +37,9 @@ enum class Direction { Left, Right, Up, Down };
 
 // Returns the middle of an element's outline; nothing if the drawing has no such element.
 [[nodiscard]] ZELCHIPGUI_EXPORT std::optional<QPointF> middleOf(ZelGraphicsScene& scene, int id);
+
+// Returns the place of an element; nothing if the drawing has no such element.
+[[nodiscard]] ZELCHIPGUI_EXPORT std::optional<SitePlace> placeOf(ZelGraphicsScene& scene, int id);
 
 // Returns the places of those elements that the drawing has on a visible layer, in the order of the ids.
 [[nodiscard]] ZELCHIPGUI_EXPORT std::vector<SitePlace> visiblePlaces(

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "engine/model/design.h"
 
-#include "engine/model/resourceparameter.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -38,13 +36,19 @@ int Design::add(int parent, Resource resource)
     return index;
 }
 
-void Design::addFeed(int clock, int ip)
+void Design::addFeed(int source, int ip)
 {
-    at(clock).feeds.push_back(ip);
+    at(source).feeds.push_back(ip);
     std::vector<int>& feeders = m_feeders[ip];
-    const auto place = std::lower_bound(feeders.begin(), feeders.end(), clock);
-    if (place == feeders.end() || *place != clock)
-        feeders.insert(place, clock);
+    const auto place = std::lower_bound(feeders.begin(), feeders.end(), source);
+    if (place == feeders.end() || *place != source)
+        feeders.insert(place, source);
+}
+
+void Design::addLink(int from, int to, Link::Rule rule)
+{
+    m_links[from].push_back({to, rule, true});
+    m_links[to].push_back({from, rule, false});
 }
 
 void Design::remove(int resource)
@@ -126,7 +130,8 @@ QString Design::parameter(int index, const QString& key) const
 
 QString Design::originalParameter(int index, const QString& key) const
 {
-    const ResourceParameter* known = findParameter(resource(index).type, key);
+    const ResourceType* type = resource(index).type;
+    const ResourceParameter* known = type ? type->parameter(key) : nullptr;
     return resource(index).parameters.value(key, known ? known->preset : QString());
 }
 
@@ -147,46 +152,70 @@ void Design::setParameter(int index, const QString& key, const QString& value)
 int Design::ipOf(int index) const
 {
     int above = resource(index).parent;
-    while (above >= 0 && resource(above).type != ResourceType::Ip)
+    while (above >= 0 && !resource(above).isIp())
         above = resource(above).parent;
     return above;
 }
 
-std::vector<int> Design::partsOf(int ip, ResourceType type) const
+int Design::ipOfPart(int index) const
+{
+    const int ip = ipOf(index);
+    return ip >= 0 && resource(ip).type->parts == resource(index).type ? ip : -1;
+}
+
+// What is below an IP, without what is below an IP inside it.
+template <typename Predicate> std::vector<int> Design::ownOf(int ip, const Predicate& isWanted) const
 {
     std::vector<int> result;
     std::vector<int> pending{ip};
     while (!pending.empty()) {
         const int index = pending.back();
         pending.pop_back();
-        if (index != ip && resource(index).type == type)
+        if (index != ip && isWanted(resource(index)))
             result.push_back(index);
-        if (index == ip || resource(index).type != ResourceType::Ip)
+        if (index == ip || !resource(index).isIp())
             pending.insert(pending.end(), resource(index).children.rbegin(), resource(index).children.rend());
     }
     return result;
 }
 
-std::vector<int> Design::fedBy(int clock) const
+std::vector<int> Design::partsOf(int ip) const
+{
+    const ResourceType* part = resource(ip).type->parts;
+    return ownOf(ip, [part](const Resource& each) { return each.type == part; });
+}
+
+std::vector<int> Design::fedBy(int source) const
 {
     std::vector<int> result;
-    for (int fed : resource(clock).feeds) {
+    for (int fed : resource(source).feeds) {
         if (find(resource(fed).path) == fed) // left out while it is removed
             result.push_back(fed);
     }
-    const int ip = ipOf(clock);
+    const int ip = ipOf(source);
     if (ip >= 0 && std::find(result.begin(), result.end(), ip) == result.end())
         result.push_back(ip);
     return result;
 }
 
-std::vector<int> Design::clocksOf(int ip) const
+std::vector<int> Design::sourcesOf(int ip) const
 {
-    std::vector<int> result = partsOf(ip, ResourceType::Pll);
-    const std::vector<int> references = partsOf(ip, ResourceType::ExtRef);
-    result.insert(result.end(), references.begin(), references.end());
+    std::vector<int> result = ownOf(ip, [](const Resource& each) { return each.isSource(); });
     const std::vector<int> feeders = m_feeders.value(ip);
     result.insert(result.end(), feeders.begin(), feeders.end());
+    return result;
+}
+
+std::vector<Link> Design::linksOf(int index) const
+{
+    std::vector<Link> result;
+    const auto links = m_links.constFind(index);
+    if (links == m_links.constEnd())
+        return result;
+    for (const Link& link : *links) {
+        if (find(resource(link.other).path) == link.other)
+            result.push_back(link);
+    }
     return result;
 }
 

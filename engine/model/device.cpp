@@ -41,10 +41,16 @@ const SiteKind& Device::kindOf(const Site& site) const
     return m_kinds[static_cast<std::size_t>(site.kind)];
 }
 
-bool Device::accepts(const Site& site, ResourceType type) const
+bool Device::accepts(const Site& site, const ResourceType* type) const
 {
-    const std::vector<ResourceType>& accepted = kindOf(site).accepts;
+    const std::vector<const ResourceType*>& accepted = kindOf(site).accepts;
     return std::find(accepted.begin(), accepted.end(), type) != accepted.end();
+}
+
+bool Device::isUnit(const Site& site) const
+{
+    const std::vector<const ResourceType*>& accepted = kindOf(site).accepts;
+    return std::any_of(accepted.begin(), accepted.end(), [](const ResourceType* type) { return type->parts; });
 }
 
 const Site* Device::site(int id) const
@@ -76,7 +82,7 @@ QStringList Device::neighboursOf(const QString& group) const
     return it == m_groups.constEnd() ? QStringList() : it->neighbours;
 }
 
-std::vector<const Site*> Device::sitesAccepting(ResourceType type) const
+std::vector<const Site*> Device::sitesAccepting(const ResourceType* type) const
 {
     std::vector<const Site*> result;
     for (const Site& site : m_sites) {

@@ -17,7 +17,7 @@ struct SiteKind
 {
     QString name;
     QString title; // for users
-    std::vector<ResourceType> accepts;
+    std::vector<const ResourceType*> accepts;
     QString occupiedFill; // colour of an occupied site as "#rrggbb"; empty if it keeps the drawing's
 };
 
@@ -35,8 +35,8 @@ struct Site
     QString name;
     int kind = 0; // index into Device::kinds()
     QString group; // the bank or dual-channel unit that it belongs to; empty if none
-    QStringList neighbours; // groups next to this site's group, where the channels of one IP may also be placed
-    QStringList reaches; // groups that a clock source on this site can feed
+    QStringList neighbours; // groups next to this site's group, where the parts of one IP may also be placed
+    QStringList reaches; // groups that a source on this site can feed
     QMap<QString, QString> attributes;
     std::vector<SiteSetting> settings;
     QMap<QString, QStringList> disabledBy; // by key of the group's settings: the values that put this site out of use
@@ -45,8 +45,8 @@ struct Site
 // Whether people and commands take a text for a number, and so for the id of a site and not for its name.
 [[nodiscard]] bool readsAsId(const QString& text);
 
-// The device as its file describes it: the kinds and the sites, found by id and by name. The engine owns it; it knows
-// no design.
+// The device as its file describes it: the types of resources, the kinds and the sites, found by id and by name. The
+// engine owns it; it knows no design.
 class Device
 {
 public:
@@ -55,6 +55,8 @@ public:
     void setFilterFile(const QString& fileName) { m_filterFile = fileName; }
     void setDrawingError(const QString& sentence) { m_drawingError = sentence; }
     void setFilterError(const QString& sentence) { m_filterError = sentence; }
+    // Replaces the standard types; before any kind is added.
+    void setTypes(ResourceTypes types) { m_types = std::move(types); }
     void addKind(SiteKind kind) { m_kinds.push_back(std::move(kind)); }
     // Returns false and adds nothing if the id or the name is taken.
     bool addSite(Site site);
@@ -66,13 +68,17 @@ public:
     // it; empty if it could.
     [[nodiscard]] const QString& drawingError() const { return m_drawingError; }
     [[nodiscard]] const QString& filterError() const { return m_filterError; }
+    [[nodiscard]] const ResourceTypes& types() const { return m_types; }
     [[nodiscard]] const std::vector<SiteKind>& kinds() const { return m_kinds; }
     [[nodiscard]] const std::vector<Site>& sites() const { return m_sites; }
+
+    // Whether the kind takes an IP, by its parts.
+    [[nodiscard]] bool isUnit(const Site& site) const;
 
     // Returns -1 if there is no such kind.
     [[nodiscard]] int kindIndex(const QString& name) const;
     [[nodiscard]] const SiteKind& kindOf(const Site& site) const;
-    [[nodiscard]] bool accepts(const Site& site, ResourceType type) const;
+    [[nodiscard]] bool accepts(const Site& site, const ResourceType* type) const;
 
     // Returns null if there is no such site; the pointer is valid until a site is added.
     [[nodiscard]] const Site* site(int id) const;
@@ -81,7 +87,7 @@ public:
     [[nodiscard]] bool hasGroup(const QString& name) const { return m_groups.contains(name); }
     // Both return the sites in the order of the file.
     [[nodiscard]] std::vector<const Site*> sitesOfGroup(const QString& group) const;
-    [[nodiscard]] std::vector<const Site*> sitesAccepting(ResourceType type) const;
+    [[nodiscard]] std::vector<const Site*> sitesAccepting(const ResourceType* type) const;
     // The groups that the sites of a group name as their neighbours; one may be there more than once.
     [[nodiscard]] QStringList neighboursOf(const QString& group) const;
 
@@ -97,6 +103,7 @@ private:
     QString m_filterFile;
     QString m_drawingError;
     QString m_filterError;
+    ResourceTypes m_types = standardTypes();
     std::vector<SiteKind> m_kinds;
     std::vector<Site> m_sites;
     QHash<int, int> m_byId; // indices into m_sites, here and in the next

@@ -1,27 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "engine/model/resourceparameter.h"
 
-#include <algorithm>
-
 namespace mirn::zelengine {
 
 namespace {
 
 constexpr int Decimals = 3;
-
-const QString FrequencyKey = QStringLiteral("frequency");
-const QString RateKey = QStringLiteral("rate");
-
-ResourceParameter frequency(double minimum, double maximum, const QString& preset)
-{
-    return {FrequencyKey, QStringLiteral("Frequency"), QStringLiteral("MHz"), preset, minimum, maximum, {}};
-}
-
-ResourceParameter rate(const QStringList& choices, const QString& preset)
-{
-    return {RateKey, QStringLiteral("Rate per lane"), QStringLiteral("Gb/s"), preset, choices.first().toDouble(),
-        choices.last().toDouble(), choices};
-}
 
 QString spelled(double value)
 {
@@ -51,44 +35,6 @@ QString ResourceParameter::expectation() const
         return QStringLiteral("a number from %1 to %2").arg(spelled(minimum), spelled(maximum));
     const QStringList others = choices.mid(0, choices.size() - 1);
     return others.join(QStringLiteral(", ")) + QStringLiteral(" or ") + choices.last();
-}
-
-const std::vector<ResourceParameter>& parametersOf(ResourceType type)
-{
-    static const std::vector<ResourceParameter> none;
-    static const std::vector<ResourceParameter> ofPll{frequency(5, 800, QStringLiteral("100"))};
-    static const std::vector<ResourceParameter> ofReference{frequency(10, 500, QStringLiteral("100"))};
-    static const std::vector<ResourceParameter> ofIp{
-        rate({QStringLiteral("1.25"), QStringLiteral("2.5"), QStringLiteral("3.125"), QStringLiteral("5"),
-                 QStringLiteral("6.25")},
-            QStringLiteral("2.5"))};
-    switch (type) {
-    case ResourceType::Ip:
-        return ofIp;
-    case ResourceType::ExtRef:
-        return ofReference;
-    case ResourceType::Pll:
-        return ofPll;
-    case ResourceType::Folder:
-    case ResourceType::DcuChannel:
-    case ResourceType::Uvccio:
-        break;
-    }
-    return none;
-}
-
-const ResourceParameter* findParameter(ResourceType type, const QString& key)
-{
-    const std::vector<ResourceParameter>& all = parametersOf(type);
-    const auto it = std::find_if(
-        all.begin(), all.end(), [&key](const ResourceParameter& parameter) { return parameter.key == key; });
-    return it == all.end() ? nullptr : &*it;
-}
-
-const QStringList& parameterKeys()
-{
-    static const QStringList keys{FrequencyKey, RateKey};
-    return keys;
 }
 
 } // namespace mirn::zelengine

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "engine/model/resourcetype.h"
-
 #include <QString>
 #include <QStringList>
 
 #include <optional>
-#include <vector>
 
 namespace mirn::zelengine {
 
@@ -33,14 +30,5 @@ struct ResourceParameter
     // Returns, for example, "100 MHz".
     [[nodiscard]] QString withUnit(const QString& value) const { return value + QLatin1Char(' ') + unit; }
 };
-
-// Empty for types without parameters.
-[[nodiscard]] const std::vector<ResourceParameter>& parametersOf(ResourceType type);
-
-// Returns null if the type has no such parameter.
-[[nodiscard]] const ResourceParameter* findParameter(ResourceType type, const QString& key);
-
-// The keys of the parameters of all types.
-[[nodiscard]] const QStringList& parameterKeys();
 
 } // namespace mirn::zelengine

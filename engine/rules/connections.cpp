@@ -31,12 +31,16 @@ public:
     {
         for (int index : m_design.all()) {
             const Resource& resource = m_design.resource(index);
-            if (resource.type == ResourceType::ExtRef || resource.type == ResourceType::Pll)
-                addClock(index);
-            else if (resource.type == ResourceType::Ip)
+            if (resource.isSource())
+                addSource(index);
+            if (resource.isIp())
                 addIp(index);
-            else if (resource.type == ResourceType::Uvccio && resource.site >= 0)
-                addBankOf(*m_device.site(resource.site));
+            if (isAgreeing(index))
+                addBankOf(*m_device.site(resource.site), resource.type);
+            for (const Link& link : m_design.linksOf(index)) {
+                if (link.isFirst)
+                    add(index, link.other);
+            }
         }
         return std::move(m_found);
     }
@@ -44,21 +48,30 @@ public:
     [[nodiscard]] std::vector<Connection> findOf(int index)
     {
         const Resource& resource = m_design.resource(index);
-        if (resource.type == ResourceType::ExtRef || resource.type == ResourceType::Pll)
-            addClock(index);
-        else if (resource.type == ResourceType::DcuChannel && m_design.ipOf(index) >= 0)
-            addChannel(index, m_design.ipOf(index));
-        else if (resource.type == ResourceType::Uvccio && resource.site >= 0)
-            addPairs(index, suppliesOf(m_device.site(resource.site)->group));
+        const int ip = m_design.ipOfPart(index);
+        if (resource.isSource())
+            addSource(index);
+        if (ip >= 0)
+            addPart(index, ip);
+        if (isAgreeing(index))
+            addPairs(index, membersOf(m_device.site(resource.site)->group, resource.type));
+        for (const Link& link : m_design.linksOf(index))
+            link.isFirst ? add(index, link.other) : add(link.other, index);
         return std::move(m_found);
     }
 
 private:
-    void addChannel(int channel, int ip)
+    [[nodiscard]] bool isAgreeing(int index) const
     {
-        for (int clock : m_design.clocksOf(ip))
-            add(clock, channel);
-        addPairs(channel, m_design.partsOf(ip, ResourceType::DcuChannel));
+        const Resource& resource = m_design.resource(index);
+        return resource.site >= 0 && resource.type && !resource.type->agreesOn.isEmpty();
+    }
+
+    void addPart(int part, int ip)
+    {
+        for (int source : m_design.sourcesOf(ip))
+            add(source, part);
+        addPairs(part, m_design.partsOf(ip));
     }
 
     void addPairs(int member, const std::vector<int>& members)
@@ -69,11 +82,11 @@ private:
         }
     }
 
-    void addClock(int clock)
+    void addSource(int source)
     {
-        for (int ip : m_design.fedBy(clock)) {
-            for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel))
-                add(clock, channel);
+        for (int ip : m_design.fedBy(source)) {
+            for (int part : m_design.partsOf(ip))
+                add(source, part);
         }
     }
 
@@ -81,35 +94,35 @@ private:
     {
         std::vector<int> placed;
         std::vector<int> unplaced;
-        for (int channel : m_design.partsOf(ip, ResourceType::DcuChannel))
-            (m_design.resource(channel).site < 0 ? unplaced : placed).push_back(channel);
-        addChain(placed, [this](int channel) { return m_device.site(m_design.resource(channel).site)->group; });
+        for (int part : m_design.partsOf(ip))
+            (m_design.resource(part).site < 0 ? unplaced : placed).push_back(part);
+        addChain(placed, [this](int part) { return m_device.site(m_design.resource(part).site)->group; });
         for (std::size_t n = 0; n < unplaced.size(); ++n) {
             if (n > 0 || !placed.empty())
                 add(placed.empty() ? unplaced[n - 1] : placed.front(), unplaced[n]);
         }
     }
 
-    void addBankOf(const Site& site)
+    void addBankOf(const Site& site, const ResourceType* type)
     {
-        if (site.group.isEmpty() || m_banks.contains(site.group))
+        if (site.group.isEmpty() || m_banks.contains({type, site.group}))
             return;
-        m_banks.insert(site.group);
-        addChain(suppliesOf(site.group), [this](int supply) { return m_design.resource(supply).voltage; });
+        m_banks.insert({type, site.group});
+        addChain(membersOf(site.group, type), [this](int member) { return m_design.resource(member).statement(); });
     }
 
-    [[nodiscard]] std::vector<int> suppliesOf(const QString& bank) const
+    [[nodiscard]] std::vector<int> membersOf(const QString& bank, const ResourceType* type) const
     {
-        std::vector<int> supplies;
+        std::vector<int> members;
         for (const Site* site : bank.isEmpty() ? std::vector<const Site*>() : m_device.sitesOfGroup(bank)) {
             const int occupant = m_design.occupant(site->id);
-            if (occupant >= 0 && m_design.resource(occupant).type == ResourceType::Uvccio)
-                supplies.push_back(occupant);
+            if (occupant >= 0 && m_design.resource(occupant).type == type)
+                members.push_back(occupant);
         }
-        return supplies;
+        return members;
     }
 
-    // Members of one class, the unit or the voltage, never exclude each other.
+    // Members of one class, the unit or what they state, never exclude each other.
     template <typename Class> void addChain(const std::vector<int>& members, Class classOf)
     {
         QSet<QPair<QString, QString>> broken;
@@ -154,7 +167,7 @@ private:
     const Design& m_design;
     const SettingStore& m_settings;
     const PlacementRules m_rules;
-    QSet<QString> m_banks; // those that are done
+    QSet<QPair<const ResourceType*, QString>> m_banks; // those that are done
     std::vector<Connection> m_found;
 };
 

@@ -6,7 +6,7 @@
 #include "engine/rules/placementrules.h"
 #include "engine/rules/settingstore.h"
 
-#include <QMap>
+#include <QHash>
 #include <QPair>
 #include <QSet>
 
@@ -18,16 +18,15 @@ namespace mirn::zelengine {
 namespace {
 
 // Says why no site is left for resources of a type; empty if one is free.
-QString shortageOf(ResourceType type, const Device& device, const Design& design)
+QString shortageOf(const ResourceType* type, const Device& device, const Design& design)
 {
     const std::vector<const Site*> sites = device.sitesAccepting(type);
     if (sites.empty())
-        return QStringLiteral(", and the device has no site for resources of type %1").arg(resourceTypeName(type));
+        return QStringLiteral(", and the device has no site for resources of type %1").arg(type->name);
     const bool isAnyFree = std::any_of(
         sites.begin(), sites.end(), [&design](const Site* site) { return design.occupant(site->id) < 0; });
-    return isAnyFree
-        ? QString()
-        : QStringLiteral(", and all sites for resources of type %1 are occupied").arg(resourceTypeName(type));
+    return isAnyFree ? QString()
+                     : QStringLiteral(", and all sites for resources of type %1 are occupied").arg(type->name);
 }
 
 } // namespace
@@ -99,7 +98,7 @@ void DesignCheck::findContradictions(std::vector<Problem>& problems) const
 
 void DesignCheck::findUnplaced(std::vector<Problem>& problems) const
 {
-    QMap<ResourceType, QString> shortages;
+    QHash<const ResourceType*, QString> shortages;
     for (int index : m_design.all()) {
         const Resource& resource = m_design.resource(index);
         if (!hasOwnSite(resource.type) || resource.site >= 0)

@@ -51,6 +51,16 @@ public:
         return true;
     }
 
+    // Returns the least value; -1 if there is none.
+    [[nodiscard]] int first() const
+    {
+        for (std::size_t index = 0; index < m_words.size(); ++index) {
+            if (m_words[index] != 0)
+                return static_cast<int>(index) * WordBits + static_cast<int>(qCountTrailingZeroBits(m_words[index]));
+        }
+        return -1;
+    }
+
     // Calls the function with each value, in ascending order.
     template <typename Function> void forEach(const Function& function) const
     {

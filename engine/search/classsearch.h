@@ -2,10 +2,11 @@
 #pragma once
 
 #include "engine/search/bitset.h"
-#include "engine/search/classmatching.h"
+#include "engine/search/deadends.h"
+#include "engine/search/searchstate.h"
 #include "engine/search/searchtables.h"
+#include "engine/search/unitpacking.h"
 
-#include <cstddef>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -31,9 +32,11 @@ public:
 // Finds a class for every wanted resource, so that all rules are kept, or proves that there is none. It is a search
 // with forward checking and conflict-directed backjumping (Prosser, "Hybrid Algorithms for the Constraint Satisfaction
 // Problem", 1993), which also regards a matching (see ClassMatching; Régin, "A Filtering Algorithm for Constraints of
-// Difference in CSPs", 1994). The resource with the fewest classes for its weight comes next, and every dead end adds
-// to the weight of those that caused it (Boussemart and others, "Boosting Systematic Search by Weighting Constraints",
+// Difference in CSPs", 1994). The sort with the fewest classes for its weight comes next, and every dead end adds to
+// the weight of those that caused it (Boussemart and others, "Boosting Systematic Search by Weighting Constraints",
 // 2004). It starts again after more and more dead ends; since their number has no bound, it still ends with a proof.
+// Every second time it places IP by IP (see UnitPacking), which finds what single channels, each near to its partners,
+// block for each other.
 //
 // A dead end names the culprits: the earlier choices without which it would be none. The search goes back to the last
 // of them. If there is none, those that took part in the proof have no placement, whatever else is wanted.
@@ -51,58 +54,37 @@ public:
 
     // The numbers of wanted resources that have no placement together; after the end Impossible.
     [[nodiscard]] const std::vector<int>& core() const { return m_core; }
-    // After another end than Complete: goes back to the most choices that there were at one time, and adds what fits.
-    void takeBest();
-    // By number; -1 if none.
-    [[nodiscard]] const std::vector<int>& classes() const { return m_classes; }
+    // After another end than Complete: goes back to the most choices that there were at one time, and adds what fits
+    // until the clock says no.
+    void takeBest(const Clock& mayGoOn);
 
 private:
-    struct Conflict
-    {
-        BitSet culprits; // numbers
-        BitSet involved;
-    };
     struct Level
     {
         int number;
-        std::size_t trail; // its length before the choice
         BitSet tried; // classes
-        Conflict conflict; // of the classes that were tried
-    };
-    struct Change
-    {
-        int number;
-        std::size_t word;
-        quint64 before;
+        SearchConflict conflict; // of the classes that were tried
     };
 
     [[nodiscard]] int next() const;
     void addLevel(int number);
-    [[nodiscard]] bool tryNext(Conflict& conflict);
+    [[nodiscard]] bool tryNext(SearchConflict& conflict);
     void choose(Level& level, int siteClass);
     void undo(Level& level);
-    void setDomain(int number, const BitSet& domain);
-    [[nodiscard]] bool goBack(const Conflict& conflict);
+    [[nodiscard]] bool goBack(const SearchConflict& conflict);
     void startAgain();
     void keepBest();
-    [[nodiscard]] Conflict noConflict() const;
-    void explainViolators(Conflict& conflict) const;
-    void explainMissing(int number, BitSet missing, Conflict& conflict) const;
-    [[nodiscard]] std::vector<int> placedAmong(const std::vector<int>& numbers) const;
-    [[nodiscard]] bool isPlaced(int number) const { return m_classes[static_cast<std::size_t>(number)] >= 0; }
+    [[nodiscard]] std::vector<int> sortsByRoom() const;
+    [[nodiscard]] int sortOf(int number) const { return m_tables.wanted(number).sort; }
 
     const SearchTables& m_tables;
-    const std::vector<int> m_numbers;
     ClassChooser& m_chooser;
-    std::vector<BitSet> m_domains; // by number, here and below
-    std::vector<int> m_sizes; // of the domains
-    std::vector<int> m_classes;
-    std::vector<std::size_t> m_order; // when it was placed
-    std::vector<double> m_weights;
-    std::vector<std::vector<int>> m_occupants; // by class
-    std::vector<Change> m_trail;
+    SearchState m_state;
+    DeadEnds m_deadEnds;
+    UnitPacking m_packing;
+    bool m_isPacking = false;
+    std::vector<double> m_weights; // by sort
     std::vector<Level> m_levels;
-    ClassMatching m_matching;
     std::vector<std::pair<int, int>> m_best; // numbers and classes
     std::vector<int> m_core;
     double m_deadEndsLeft;

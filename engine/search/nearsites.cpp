@@ -2,7 +2,6 @@
 #include "engine/search/nearsites.h"
 
 #include "engine/model/design.h"
-#include "engine/search/partners.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,12 +20,13 @@ double distanceBetween(const QPointF& a, const QPointF& b)
     return std::hypot(a.x() - b.x(), a.y() - b.y());
 }
 
-QPointF middleOf(const std::vector<QPointF>& points)
+// Of no points there is no middle.
+std::optional<QPointF> middleOf(const std::vector<QPointF>& points)
 {
     QPointF sum;
     for (const QPointF& point : points)
         sum += point;
-    return points.empty() ? sum : sum / static_cast<double>(points.size());
+    return points.empty() ? std::nullopt : std::make_optional(sum / static_cast<double>(points.size()));
 }
 
 double sumOfDistances(const QPointF& point, const std::vector<QPointF>& origins)
@@ -53,9 +53,12 @@ double squareOfReach(double cost, const std::vector<QPointF>& origins)
 
 } // namespace
 
-NearSites::NearSites(const SearchTables& tables, const Design& design, const QHash<int, QPointF>& points)
+NearSites::NearSites(const SearchTables& tables, const Design& design, const QHash<int, QPointF>& points,
+    const std::vector<std::vector<int>>& partners)
     : m_tables(tables)
     , m_places(tables.wanted().size())
+    , m_partners(partners)
+    , m_groups(tables)
     , m_hasPoints(!points.isEmpty())
 {
     for (const SiteClass& each : tables.classes()) {
@@ -63,9 +66,6 @@ NearSites::NearSites(const SearchTables& tables, const Design& design, const QHa
         for (int site : each.sites)
             m_seats.back().push_back({site, points.value(site), points.contains(site), -1});
     }
-    const Partners partners(design);
-    for (const Wanted& each : tables.wanted())
-        m_partners.push_back(m_hasPoints ? partners.of(each.resource) : std::vector<int>());
     for (auto it = design.occupants().cbegin(); it != design.occupants().cend(); ++it) {
         if (points.contains(it.key()))
             m_points.insert(it.value(), points.value(it.key()));
@@ -93,17 +93,16 @@ std::vector<QPointF> NearSites::partnerPoints(int wanted) const
     return result;
 }
 
-// Returns the free site of a class that is nearest to the middle of the origins; without origins the first free one.
-NearSites::Offer NearSites::nearest(int siteClass, const std::vector<QPointF>& origins) const
+// Returns the free site of a class that is nearest to the middle of the partners; without a middle the first free one.
+NearSites::Offer NearSites::nearest(int siteClass, const std::optional<QPointF>& middle) const
 {
-    const QPointF middle = middleOf(origins);
     Offer best{{}, std::numeric_limits<double>::infinity()};
     const std::vector<Seat>& seats = m_seats[static_cast<std::size_t>(siteClass)];
     for (std::size_t index = 0; index < seats.size(); ++index) {
         const Seat& seat = seats[index];
         if (seat.occupant >= 0)
             continue;
-        const double cost = origins.empty() || !seat.hasPoint ? 0.0 : squareOfDistance(seat.point, middle);
+        const double cost = !middle || !seat.hasPoint ? 0.0 : squareOfDistance(seat.point, *middle);
         if (cost < best.cost)
             best = {{siteClass, static_cast<int>(index)}, cost};
         if (cost == 0.0)
@@ -114,12 +113,12 @@ NearSites::Offer NearSites::nearest(int siteClass, const std::vector<QPointF>& o
 
 int NearSites::choose(int wanted, const BitSet& classes)
 {
-    const std::vector<QPointF> origins = partnerPoints(wanted);
-    if (origins.empty())
+    const std::optional<QPointF> middle = middleOf(partnerPoints(wanted));
+    if (!middle)
         return ClassChooser::choose(wanted, classes);
     Offer best{{}, std::numeric_limits<double>::infinity()};
     classes.forEach([&](int siteClass) {
-        const Offer offer = nearest(siteClass, origins);
+        const Offer offer = nearest(siteClass, middle);
         if (offer.cost < best.cost)
             best = offer;
     });
@@ -128,7 +127,7 @@ int NearSites::choose(int wanted, const BitSet& classes)
 
 void NearSites::take(int wanted, int siteClass)
 {
-    sit(wanted, nearest(siteClass, partnerPoints(wanted)).place);
+    sit(wanted, nearest(siteClass, middleOf(partnerPoints(wanted))).place);
 }
 
 void NearSites::giveBack(int wanted)
@@ -141,6 +140,7 @@ void NearSites::sit(int wanted, const Place& place)
     Seat& seat = seatAt(place);
     seat.occupant = wanted;
     m_places[static_cast<std::size_t>(wanted)] = place;
+    m_groups.take(m_tables.wanted(wanted).sort, m_tables.sites().at(place.siteClass).unit);
     if (seat.hasPoint)
         m_points.insert(m_tables.wanted(wanted).resource, seat.point);
 }
@@ -149,6 +149,7 @@ void NearSites::standUp(int wanted)
 {
     Place& place = m_places[static_cast<std::size_t>(wanted)];
     seatAt(place).occupant = -1;
+    m_groups.giveBack(m_tables.wanted(wanted).sort, m_tables.sites().at(place.siteClass).unit);
     m_points.remove(m_tables.wanted(wanted).resource);
     place = {};
 }
@@ -175,12 +176,16 @@ void NearSites::improve(const std::function<bool()>& mayGoOn)
     }
 }
 
+// What the rules for two resources leave.
 BitSet NearSites::legalClasses(int wanted) const
 {
+    const int sort = m_tables.wanted(wanted).sort;
     BitSet result = m_tables.classesFor(wanted);
-    for (int related : m_tables.wanted(wanted).related) {
-        if (placeOf(related).seat >= 0)
-            result.intersect(m_tables.classesBeside(related, placeOf(related).siteClass, wanted));
+    for (const auto& [related, kind] : m_tables.sort(sort).related) {
+        for (int member : m_tables.sort(related).members) {
+            if (member != wanted && placeOf(member).seat >= 0)
+                result.intersect(m_tables.classesBeside(placeOf(member).siteClass, Relation::reversed(kind)));
+        }
     }
     return result;
 }
@@ -190,9 +195,12 @@ bool NearSites::moveNearer(int wanted)
     const std::vector<QPointF> origins = partnerPoints(wanted);
     if (origins.empty() || !seatAt(placeOf(wanted)).hasPoint)
         return false;
-    const QPointF middle = middleOf(origins);
+    const QPointF middle = *middleOf(origins);
     Offer best{{}, costOf(wanted, origins) - LeastGain};
     double reach = squareOfReach(best.cost, origins);
+    const int sort = m_tables.wanted(wanted).sort;
+    const int unit = m_tables.sites().at(placeOf(wanted).siteClass).unit;
+    m_groups.giveBack(sort, unit); // it does not stand in its own way
     legalClasses(wanted).forEach([&](int siteClass) {
         const std::vector<Seat>& seats = m_seats[static_cast<std::size_t>(siteClass)];
         for (std::size_t index = 0; index < seats.size(); ++index) {
@@ -202,10 +210,13 @@ bool NearSites::moveNearer(int wanted)
             const double cost = sumOfDistances(seat.point, origins);
             if (cost >= best.cost)
                 continue;
+            if (!m_groups.isOpen(sort, m_tables.sites().at(siteClass).unit))
+                return;
             best = {{siteClass, static_cast<int>(index)}, cost};
             reach = squareOfReach(cost, origins);
         }
     });
+    m_groups.take(sort, unit);
     if (best.place.seat < 0)
         return false;
     standUp(wanted);
@@ -217,7 +228,7 @@ bool NearSites::moveNearer(int wanted)
 bool NearSites::swapNearer(int wanted)
 {
     const std::vector<QPointF> origins = partnerPoints(wanted);
-    const QPointF middle = middleOf(origins);
+    const QPointF middle = middleOf(origins).value_or(QPointF());
     const double own = costOf(wanted, origins);
     const double reach = squareOfReach(own, origins);
     for (const Seat& seat : m_seats[static_cast<std::size_t>(placeOf(wanted).siteClass)]) {

@@ -2,12 +2,14 @@
 #pragma once
 
 #include "engine/search/classsearch.h"
+#include "engine/search/groupstates.h"
 #include "engine/search/searchtables.h"
 
 #include <QHash>
 #include <QPointF>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace mirn::zelengine {
@@ -20,8 +22,9 @@ class Design;
 class NearSites final : public ClassChooser
 {
 public:
-    // The points are by site id. Tables and design must outlive it.
-    NearSites(const SearchTables& tables, const Design& design, const QHash<int, QPointF>& points);
+    // The points are by site id; the partners are resources, by number. Tables and partners must outlive it.
+    NearSites(const SearchTables& tables, const Design& design, const QHash<int, QPointF>& points,
+        const std::vector<std::vector<int>>& partners);
 
     [[nodiscard]] int choose(int wanted, const BitSet& classes) override;
     void take(int wanted, int siteClass) override;
@@ -52,7 +55,7 @@ private:
     };
 
     [[nodiscard]] std::vector<QPointF> partnerPoints(int wanted) const;
-    [[nodiscard]] Offer nearest(int siteClass, const std::vector<QPointF>& origins) const;
+    [[nodiscard]] Offer nearest(int siteClass, const std::optional<QPointF>& middle) const;
     [[nodiscard]] double costOf(int wanted, const std::vector<QPointF>& origins) const;
     [[nodiscard]] double costOf(int wanted) const { return costOf(wanted, partnerPoints(wanted)); }
     [[nodiscard]] BitSet legalClasses(int wanted) const;
@@ -68,7 +71,8 @@ private:
     const SearchTables& m_tables;
     std::vector<std::vector<Seat>> m_seats; // by class
     std::vector<Place> m_places; // by number
-    std::vector<std::vector<int>> m_partners; // resources, by number
+    const std::vector<std::vector<int>>& m_partners;
+    GroupStates m_groups;
     QHash<int, QPointF> m_points; // of placed resources
     const bool m_hasPoints;
 };

@@ -18,11 +18,10 @@ namespace {
 constexpr std::size_t MostNarrowed = 64; // resources; leaving out each of more takes too long
 constexpr int MostNamed = 4; // resources in a sentence
 
-constexpr std::pair<PlacementRules::Rule, const char*> RuleSentences[] = {
-    {PlacementRules::ChannelsTogether, "the channels of one IP share one unit or neighbouring ones"},
-    {PlacementRules::Reach, "a clock source has to reach every unit that it serves"},
-    {PlacementRules::NoIdleClocks, "a clock site inside a unit takes no source that feeds nothing"},
-    {PlacementRules::Voltages, "the supplies of one bank have one voltage"},
+constexpr std::pair<PairRules::Rule, const char*> RuleSentences[] = {
+    {PairRules::SameUnit, "what belongs together shares one unit or neighbouring ones"},
+    {PairRules::Reach, "a source has to reach every unit that it serves"},
+    {PairRules::NoIdleSources, "a site inside a unit takes no source that feeds nothing"},
 };
 
 std::vector<int> allNumbers(const SearchTables& tables)
@@ -50,6 +49,8 @@ QStringList ruleSentences(const SearchRules& rules)
         if (rules.placement.testFlag(rule))
             result.append(QString::fromLatin1(text));
     }
+    for (const GroupRule& rule : rules.groups)
+        result.append(rule.sentence);
     if (rules.settings)
         result.append(QStringLiteral("sites that a setting puts out of use take nothing"));
     return result;
@@ -69,38 +70,52 @@ QString enumeration(const QStringList& names)
 
 } // namespace
 
-ConflictReader::ConflictReader(const Device& device, const Design& design, const SettingStore& settings)
+ConflictReader::ConflictReader(
+    const Device& device, const Design& design, const SettingStore& settings, SearchRules rules)
     : m_device(device)
     , m_design(design)
     , m_settings(settings)
+    , m_rules(std::move(rules))
 { }
 
 PlacementConflict ConflictReader::narrowed(std::vector<int> resources, const Clock& mayGoOn) const
 {
-    PlacementConflict conflict{fewerResources(std::move(resources), mayGoOn), {}};
-    std::vector<SearchRules> fewer;
-    const auto isStillImpossible = [&](const SearchRules& rules) {
-        const SearchTables tables(m_device, m_design, m_settings, conflict.resources, rules);
-        return mayGoOn() && !provenCore(tables, allNumbers(tables), mayGoOn).empty();
-    };
-    for (const auto& [rule, text] : RuleSentences) {
+    PlacementConflict conflict{fewerResources(std::move(resources), mayGoOn), m_rules};
+    const auto leaveOut = [&](const auto& change) {
         SearchRules without = conflict.rules;
-        without.placement.setFlag(rule, false);
-        if (isStillImpossible(without))
+        change(without);
+        const bool isNeeded = !isImpossible(conflict.resources, without, mayGoOn);
+        if (!isNeeded)
             conflict.rules = without;
+        return !isNeeded;
+    };
+    for (const auto& [rule, text] : RuleSentences)
+        leaveOut([flag = rule](SearchRules& rules) { rules.placement.setFlag(flag, false); });
+    for (std::size_t index = 0; index < conflict.rules.groups.size();) {
+        if (!leaveOut(
+                [index](SearchRules& rules) { rules.groups.erase(rules.groups.begin() + static_cast<int>(index)); }))
+            ++index;
     }
-    SearchRules without = conflict.rules;
-    without.settings = false;
-    if (isStillImpossible(without))
-        conflict.rules = without;
+    leaveOut([](SearchRules& rules) { rules.settings = false; });
     return conflict;
+}
+
+bool ConflictReader::isImpossible(
+    const std::vector<int>& resources, const SearchRules& rules, const Clock& mayGoOn) const
+{
+    if (!mayGoOn())
+        return false;
+    const SearchTables tables(m_device, m_design, m_settings, resources, rules, mayGoOn);
+    return tables.isComplete() && !provenCore(tables, allNumbers(tables), mayGoOn).empty();
 }
 
 std::vector<int> ConflictReader::fewerResources(std::vector<int> resources, const Clock& mayGoOn) const
 {
     if (resources.size() > MostNarrowed)
         return resources;
-    const SearchTables tables(m_device, m_design, m_settings, resources);
+    const SearchTables tables(m_device, m_design, m_settings, resources, m_rules, mayGoOn);
+    if (!tables.isComplete())
+        return resources;
     std::vector<int> core = allNumbers(tables);
     for (int number : allNumbers(tables)) {
         std::vector<int> fewer = core;
@@ -152,10 +167,9 @@ QString ConflictReader::shortageOf(const PlacementConflict& conflict) const
 
 QString ConflictReader::sentenceForOne(int resource, const SearchRules& rules) const
 {
-    const PlacementRules asked(m_device, m_design, rules.placement);
     const Resource& one = m_design.resource(resource);
     const std::vector<const Site*> sites = m_device.sitesAccepting(one.type);
-    const QString type = resourceTypeName(one.type);
+    const QString type = nameOf(one.type);
     if (sites.empty())
         return QStringLiteral("%1 cannot be placed: the device has no site for resources of type %2")
             .arg(one.path, type);
@@ -164,7 +178,7 @@ QString ConflictReader::sentenceForOne(int resource, const SearchRules& rules) c
         const QString setting = m_settings.disablingSetting(*site);
         if (m_design.occupant(site->id) >= 0)
             continue;
-        const QString refusal = asked.propose(resource, site->id).refusal.sentence();
+        const QString refusal = refusalOf(resource, *site, rules).sentence();
         refusals.append(
             !refusal.isEmpty() ? refusal : QStringLiteral("%1 is out of use because %2").arg(site->name, setting));
     }
@@ -178,13 +192,23 @@ QString ConflictReader::sentenceForOne(int resource, const SearchRules& rules) c
         .arg(one.path, QString::number(refusals.size()), type, refusals.first());
 }
 
-std::vector<int> ConflictReader::placedReasons(const PlacementConflict& conflict) const
+Refusal ConflictReader::refusalOf(int resource, const Site& site, const SearchRules& rules) const
 {
-    const PlacementRules asked(m_device, m_design, conflict.rules.placement);
+    return PlacementRules(m_device, m_design, rules.asked()).propose(resource, site.id).refusal;
+}
+
+// Resources of one sort have the same reasons against them.
+std::vector<int> ConflictReader::placedReasons(const PlacementConflict& conflict, const Clock& mayGoOn) const
+{
     std::vector<int> result;
-    for (int resource : conflict.resources) {
-        for (const Site* site : m_device.sitesAccepting(m_design.resource(resource).type)) {
-            const int other = m_design.occupant(site->id) < 0 ? asked.propose(resource, site->id).refusal.other() : -1;
+    const SearchTables tables(m_device, m_design, m_settings, conflict.resources, conflict.rules, mayGoOn);
+    for (const Sort& sort : tables.sorts()) {
+        for (const Site* site : m_device.sitesAccepting(sort.type)) {
+            if (!mayGoOn())
+                return result;
+            if (m_design.occupant(site->id) >= 0)
+                continue;
+            const int other = refusalOf(tables.wanted(sort.members.front()).resource, *site, conflict.rules).other();
             if (other >= 0 && std::find(result.begin(), result.end(), other) == result.end())
                 result.push_back(other);
         }

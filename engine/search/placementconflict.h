@@ -22,8 +22,8 @@ struct PlacementConflict
 class ConflictReader final
 {
 public:
-    // All three must outlive it.
-    ConflictReader(const Device& device, const Design& design, const SettingStore& settings);
+    // `rules` are all that the search has regarded. The others must outlive the reader.
+    ConflictReader(const Device& device, const Design& design, const SettingStore& settings, SearchRules rules);
 
     using Clock = std::function<bool()>; // returns whether there is time left
 
@@ -33,17 +33,22 @@ public:
     // A sentence for users, without capital and full stop.
     [[nodiscard]] QString sentence(const PlacementConflict& conflict) const;
 
-    // The placed resources that the rules name as a reason against free sites for these.
-    [[nodiscard]] std::vector<int> placedReasons(const PlacementConflict& conflict) const;
+    // The placed resources that the rules name as a reason against free sites for these; some of them when there is no
+    // time left.
+    [[nodiscard]] std::vector<int> placedReasons(const PlacementConflict& conflict, const Clock& mayGoOn) const;
 
 private:
     [[nodiscard]] std::vector<int> fewerResources(std::vector<int> resources, const Clock& mayGoOn) const;
+    [[nodiscard]] bool isImpossible(
+        const std::vector<int>& resources, const SearchRules& rules, const Clock& mayGoOn) const;
+    [[nodiscard]] Refusal refusalOf(int resource, const Site& site, const SearchRules& rules) const;
     [[nodiscard]] QString sentenceForOne(int resource, const SearchRules& rules) const;
     [[nodiscard]] QString shortageOf(const PlacementConflict& conflict) const;
 
     const Device& m_device;
     const Design& m_design;
     const SettingStore& m_settings;
+    const SearchRules m_rules;
 };
 
 } // namespace mirn::zelengine

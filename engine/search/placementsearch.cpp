@@ -3,6 +3,7 @@
 
 #include "engine/search/classsearch.h"
 #include "engine/search/nearsites.h"
+#include "engine/search/partners.h"
 #include "engine/search/placementconflict.h"
 #include "engine/search/searchtables.h"
 
@@ -20,6 +21,7 @@ using Time = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds TimeForWords(1000); // to narrow a conflict
 constexpr std::chrono::milliseconds TimeBetweenReports(50);
+constexpr int PartForTheRest = 10; // one of so many
 constexpr int MostLeftOut = 16; // resources, one after the other, until the rest of an impossible placement is found
 
 } // namespace
@@ -36,14 +38,15 @@ public:
 
     [[nodiscard]] bool isCancelled() const { return m_limits.isCancelled && m_limits.isCancelled(); }
 
-    [[nodiscard]] bool mayGoOn(int placed)
+    // A part of the time is left for what comes after the search.
+    [[nodiscard]] bool maySearch(int placed)
     {
         const Time::time_point now = Time::now();
         if (m_limits.progress && now >= m_nextReport) {
             m_limits.progress(placed, m_wanted);
             m_nextReport = now + TimeBetweenReports;
         }
-        return now < m_end && !isCancelled();
+        return now < m_end - m_limits.time / PartForTheRest && !isCancelled();
     }
 
     [[nodiscard]] std::function<bool()> rest() const
@@ -69,6 +72,7 @@ PlacementSearch::PlacementSearch(
     : m_device(device)
     , m_design(design)
     , m_settings(m_device)
+    , m_groupRules(groupRulesOf(m_device))
 {
     for (auto it = settings.changes().cbegin(); it != settings.changes().cend(); ++it)
         m_settings.setChanges(it.key(), it.value());
@@ -111,8 +115,11 @@ std::vector<int> PlacementSearch::placeable(const std::vector<int>& candidates) 
 PlacementAnswer PlacementSearch::run(const std::vector<int>& resources, const Limits& limits) const
 {
     Clock clock(limits, static_cast<int>(resources.size()));
-    const SearchTables tables(m_device, m_design, m_settings, resources);
-    PlacementAnswer answer = search(tables, clock);
+    const SearchTables tables(m_device, m_design, m_settings, resources, SearchRules(m_groupRules), clock.rest());
+    PlacementAnswer answer;
+    answer.kind = PlacementAnswer::Kind::NotFound;
+    if (tables.isComplete())
+        answer = search(tables, clock);
     if (clock.isCancelled())
         answer = {PlacementAnswer::Kind::Cancelled, {}, {}, {}, {}, QStringLiteral("the search was cancelled")};
     QSet<int> placed;
@@ -135,10 +142,11 @@ PlacementAnswer PlacementSearch::search(const SearchTables& tables, Clock& clock
     PlacementAnswer answer;
     std::vector<int> numbers(tables.wanted().size());
     std::iota(numbers.begin(), numbers.end(), 0);
+    const std::vector<std::vector<int>> partners = partnersOf(tables);
     for (int leftOut = 0;; ++leftOut) {
-        NearSites sites(tables, m_design, m_points);
+        NearSites sites(tables, m_design, m_points, partners);
         ClassSearch search(tables, numbers, sites);
-        const ClassSearch::End end = search.run([&clock](int placed) { return clock.mayGoOn(placed); });
+        const ClassSearch::End end = search.run([&clock](int placed) { return clock.maySearch(placed); });
         if (end == ClassSearch::End::Impossible && leftOut == 0)
             explain(tables, search.core(), clock, answer);
         if (end == ClassSearch::End::Impossible && leftOut < MostLeftOut) {
@@ -150,11 +158,21 @@ PlacementAnswer PlacementSearch::search(const SearchTables& tables, Clock& clock
         if (end == ClassSearch::End::Stopped && leftOut == 0)
             answer.kind = PlacementAnswer::Kind::NotFound;
         if (end != ClassSearch::End::Complete)
-            search.takeBest();
+            search.takeBest([mayGoOn = clock.rest()](int) { return mayGoOn(); });
         sites.improve(clock.rest());
         answer.placements = sites.placements();
         return answer;
     }
+}
+
+// By number; nobody asks for them if there are no points.
+std::vector<std::vector<int>> PlacementSearch::partnersOf(const SearchTables& tables) const
+{
+    const Partners partners(m_design);
+    std::vector<std::vector<int>> result;
+    for (const Wanted& each : tables.wanted())
+        result.push_back(m_points.isEmpty() ? std::vector<int>() : partners.of(each.resource));
+    return result;
 }
 
 std::vector<Placement> PlacementSearch::ofUnplaced(const Design& design, const std::vector<Placement>& placements)
@@ -174,11 +192,12 @@ void PlacementSearch::explain(
     std::vector<int> resources;
     for (int number : core)
         resources.push_back(tables.wanted(number).resource);
-    const ConflictReader reader(m_device, m_design, m_settings);
-    const PlacementConflict conflict = reader.narrowed(resources, clock.part(TimeForWords));
+    const ConflictReader reader(m_device, m_design, m_settings, SearchRules(m_groupRules));
+    const std::function<bool()> mayGoOn = clock.part(TimeForWords);
+    const PlacementConflict conflict = reader.narrowed(resources, mayGoOn);
     answer.kind = PlacementAnswer::Kind::Impossible;
     answer.conflict = conflict.resources;
-    answer.reasons = reader.placedReasons(conflict);
+    answer.reasons = reader.placedReasons(conflict, mayGoOn);
     answer.sentence = reader.sentence(conflict);
 }
 

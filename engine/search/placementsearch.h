@@ -5,6 +5,7 @@
 #include "engine/model/device.h"
 #include "engine/rules/placementrules.h"
 #include "engine/rules/settingstore.h"
+#include "engine/search/grouprule.h"
 
 #include <QHash>
 #include <QPointF>
@@ -79,12 +80,14 @@ private:
 
     [[nodiscard]] std::vector<int> placeable(const std::vector<int>& candidates) const;
     [[nodiscard]] PlacementAnswer search(const SearchTables& tables, Clock& clock) const;
+    [[nodiscard]] std::vector<std::vector<int>> partnersOf(const SearchTables& tables) const;
     void explain(const SearchTables& tables, const std::vector<int>& core, Clock& clock, PlacementAnswer& answer) const;
 
     const Device m_device;
     const Design m_design;
     SettingStore m_settings; // of the device above
     QHash<int, QPointF> m_points; // by site id
+    const std::vector<GroupRule> m_groupRules;
 };
 
 } // namespace mirn::zelengine

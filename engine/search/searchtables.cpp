@@ -3,19 +3,14 @@
 
 #include "engine/model/design.h"
 #include "engine/model/device.h"
-#include "engine/rules/settingstore.h"
-
-#include <QMap>
-#include <QPair>
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace mirn::zelengine {
 
 namespace {
-
-constexpr int TypeCodes = 5;
 
 std::size_t at(int index)
 {
@@ -27,134 +22,159 @@ bool has(const std::vector<int>& list, int value)
     return std::find(list.begin(), list.end(), value) != list.end();
 }
 
-BitSet acceptedTypes(const Device& device, const Site& site)
+} // namespace
+
+SearchTables::SearchTables(const Device& device, const Design& design, const SettingStore& settings,
+    const std::vector<int>& resources, const SearchRules& rules, const Clock& mayGoOn)
+    : m_device(device)
+    , m_design(design)
+    , m_sites(device, design, settings, rules.settings)
+    , m_rules(rules.groups)
+    , m_areUnitsShared(rules.placement.testFlag(PairRules::SameUnit))
 {
-    BitSet result(TypeCodes);
-    for (ResourceType type : device.kindOf(site).accepts) {
-        if (type != ResourceType::Folder)
-            result.insert(static_cast<int>(type));
+    addGroups();
+    addWanted(resources, rules.placement, mayGoOn);
+    addRelations(rules.placement);
+    m_near.resize(at(m_sites.unitCount()));
+    m_reaching.resize(at(m_sites.unitCount()));
+    m_reached.resize(classes().size());
+}
+
+// Notes what was placed before.
+void SearchTables::addGroups()
+{
+    m_labels.resize(m_rules.size());
+    m_placedLabels.resize(m_rules.size());
+    for (std::size_t rule = 0; rule < m_rules.size(); ++rule) {
+        m_most.emplace_back(at(m_sites.unitCount()), m_rules[rule].most);
+        const bool isFull = m_rules[rule].kind == GroupRule::Kind::AtMost && m_rules[rule].most <= 0;
+        for (int unit = 0; isFull && unit < m_sites.unitCount(); ++unit)
+            m_placedLabels[rule].insert(unit, {}); // full from the start
+    }
+    for (auto it = m_design.occupants().cbegin(); it != m_design.occupants().cend(); ++it) {
+        const Site* site = m_device.site(it.key());
+        const int unit = site ? m_sites.unit(site->group) : -1;
+        if (unit < 0 || !m_sites.isGroup(unit))
+            continue;
+        for (int rule = 0; rule < static_cast<int>(m_rules.size()); ++rule) {
+            const int label = labelOf(rule, m_design.resource(it.value()));
+            if (label < 0)
+                continue;
+            --m_most[at(rule)][at(unit)];
+            m_placedLabels[at(rule)][unit].push_back(label);
+        }
+    }
+}
+
+int SearchTables::labelOf(int rule, const Resource& resource)
+{
+    const GroupRule& asked = m_rules[at(rule)];
+    if (!asked.concerns(resource))
+        return -1;
+    const QString text = asked.kind == GroupRule::Kind::Agree ? asked.textOf(resource) : QString();
+    QHash<QString, int>& labels = m_labels[at(rule)];
+    if (!labels.contains(text))
+        labels.insert(text, static_cast<int>(labels.size()));
+    return labels.value(text);
+}
+
+// Asking the rules about every class takes long, once for each lot that they refuse alike.
+void SearchTables::addWanted(const std::vector<int>& resources, PairRules::Rules rules, const Clock& mayGoOn)
+{
+    const PlacementRules asked(m_device, m_design, rules);
+    for (int resource : resources) {
+        const QString likes = likesOf(resource);
+        if (!m_rooms.contains(likes))
+            m_rooms.insert(likes, roomOf(resource, asked, mayGoOn));
+        if (mayGoOn && !mayGoOn()) { // the last room may be incomplete as well
+            m_isComplete = false;
+            return;
+        }
+        const QString name = likes + QLatin1Char('\n') + identityOf(resource);
+        if (!m_sortsByName.contains(name)) {
+            m_sortsByName.insert(name, static_cast<int>(m_sorts.size()));
+            addSort(resource, likes);
+        }
+        const int sort = m_sortsByName.value(name);
+        m_sorts[at(sort)].members.push_back(static_cast<int>(m_wanted.size()));
+        m_wanted.push_back({resource, m_design.resource(resource).type, sort});
+    }
+}
+
+void SearchTables::addSort(int resource, const QString& likes)
+{
+    Sort sort;
+    sort.type = m_design.resource(resource).type;
+    for (int rule = 0; rule < static_cast<int>(m_rules.size()); ++rule)
+        sort.labels.push_back(labelOf(rule, m_design.resource(resource)));
+    sort.room = m_rooms.value(likes);
+    closeGroups(sort);
+    m_sorts.push_back(std::move(sort));
+}
+
+// Takes away the units in which the placed ones leave no place.
+void SearchTables::closeGroups(Sort& sort) const
+{
+    for (std::size_t rule = 0; rule < m_rules.size(); ++rule) {
+        const int label = sort.labels[rule];
+        for (auto it = m_placedLabels[rule].cbegin(); label >= 0 && it != m_placedLabels[rule].cend(); ++it) {
+            if (!m_sites.isGroup(it.key()))
+                continue;
+            const bool isClosed = m_rules[rule].kind == GroupRule::Kind::AtMost
+                ? m_most[rule][at(it.key())] <= 0
+                : std::any_of(it->begin(), it->end(), [label](int other) { return other != label; });
+            for (std::size_t index = 0; isClosed && index < m_sites.classesOf(it.key()).size(); ++index)
+                sort.room.remove(m_sites.classesOf(it.key())[index]);
+        }
+    }
+}
+
+// Resources that are alike are refused by the same sites: what matters is where those are placed that a rule connects
+// with them.
+QString SearchTables::likesOf(int index)
+{
+    const Resource& resource = m_design.resource(index);
+    QString result = QString::number(resource.type->number) + QLatin1Char(' ');
+    if (resource.isSource())
+        result += likesOfSource(index);
+    const int ip = m_design.ipOfPart(index);
+    if (ip >= 0 && !m_likesOfIps.contains(ip))
+        m_likesOfIps.insert(ip, sitesOf(m_design.partsOf(ip)) + QLatin1Char(':') + sitesOf(m_design.sourcesOf(ip)));
+    result += m_likesOfIps.value(ip);
+    for (const Link& link : m_design.linksOf(index)) {
+        const int site = m_design.resource(link.other).site;
+        if (link.rule != Link::Rule::Near && site >= 0)
+            result += QStringLiteral(" %1/%2/%3").arg(static_cast<int>(link.rule)).arg(int(link.isFirst)).arg(site);
     }
     return result;
 }
 
-QString joined(const std::vector<int>& numbers)
+QString SearchTables::likesOfSource(int source) const
 {
-    QStringList texts;
-    for (int number : numbers)
-        texts.append(QString::number(number));
-    return texts.join(QLatin1Char(' '));
+    const std::vector<int> ips = m_design.fedBy(source);
+    QString result
+        = QLatin1String(m_design.isFeeder(source) ? "feeder " : "") + QLatin1String(ips.empty() ? "" : "feeds ");
+    for (int ip : ips)
+        result += sitesOf(m_design.partsOf(ip));
+    return result;
 }
 
-} // namespace
-
-SearchTables::SearchTables(const Device& device, const Design& design, const SettingStore& settings,
-    const std::vector<int>& resources, SearchRules rules)
-    : m_device(device)
-    , m_design(design)
-{
-    addClasses(settings, rules.settings);
-    addUnits();
-    addWanted(resources, rules.placement);
-    relate(rules.placement);
-    m_near.resize(m_neighbours.size());
-    m_reaching.resize(m_neighbours.size());
-    m_elsewhere.resize(m_neighbours.size());
-    m_reached.resize(m_classes.size());
-}
-
-int SearchTables::unitOf(const QString& group)
-{
-    const auto known = m_units.constFind(group);
-    if (known != m_units.constEnd())
-        return *known;
-    const int unit = static_cast<int>(m_units.size());
-    m_units.insert(group, unit);
-    return unit;
-}
-
-void SearchTables::addClasses(const SettingStore& settings, bool regardsSettings)
-{
-    QHash<QPair<QString, QString>, int> known; // by group, and by types and reach
-    for (const Site& site : m_device.sites()) {
-        const BitSet accepts = acceptedTypes(m_device, site);
-        const bool isOutOfUse
-            = regardsSettings && !site.disabledBy.isEmpty() && !settings.disablingSetting(site).isEmpty();
-        if (accepts.isEmpty() || isOutOfUse || m_design.occupant(site.id) >= 0)
-            continue;
-        const QString rest = joined(accepts.values()) + QLatin1Char('\n') + site.reaches.join(QLatin1Char('\n'));
-        const QPair<QString, QString> key(site.group, rest);
-        if (!known.contains(key)) {
-            known.insert(key, static_cast<int>(m_classes.size()));
-            m_classes.push_back({unitOf(site.group), {}, {}, accepts});
-            for (const QString& reached : site.reaches)
-                m_classes.back().reaches.push_back(unitOf(reached));
-        }
-        m_classes[at(known.value(key))].sites.push_back(site.id);
-    }
-}
-
-// A site without a group names neighbours of nothing.
-void SearchTables::addUnits()
-{
-    std::vector<QPair<int, int>> pairs;
-    for (const Site& site : m_device.sites()) {
-        for (const QString& neighbour : site.neighbours) {
-            if (!site.group.isEmpty())
-                pairs.push_back({unitOf(site.group), unitOf(neighbour)});
-        }
-    }
-    m_noUnit = m_units.value(QString(), -1);
-    m_neighbours.resize(at(static_cast<int>(m_units.size())));
-    for (const auto& [unit, neighbour] : pairs) {
-        m_neighbours[at(unit)].push_back(neighbour);
-        m_neighbours[at(neighbour)].push_back(unit);
-    }
-}
-
-void SearchTables::addWanted(const std::vector<int>& resources, PlacementRules::Rules rules)
-{
-    const PlacementRules asked(m_device, m_design, rules);
-    QHash<QString, int> rooms; // by sort
-    for (int resource : resources) {
-        const QString sort = sortOf(resource);
-        if (!rooms.contains(sort)) {
-            rooms.insert(sort, static_cast<int>(m_rooms.size()));
-            m_rooms.push_back(roomOf(resource, asked));
-        }
-        m_wanted.push_back({resource, m_design.resource(resource).type, rooms.value(sort), {}});
-    }
-}
-
-// Resources of one sort are refused by the same sites: what matters is where those are placed that a rule connects with
-// them.
-QString SearchTables::sortOf(int index) const
+// What else tells a resource from others: the wanted ones with which rules connect it, and its texts.
+QString SearchTables::identityOf(int index) const
 {
     const Resource& resource = m_design.resource(index);
-    const QString type = QString::number(static_cast<int>(resource.type)) + QLatin1Char(' ');
-    const int ip = m_design.ipOf(index);
-    switch (resource.type) {
-    case ResourceType::DcuChannel:
-        return ip < 0 ? type
-                      : type + sitesOf(m_design.partsOf(ip, ResourceType::DcuChannel)) + QLatin1Char(':')
-                + sitesOf(m_design.clocksOf(ip));
-    case ResourceType::ExtRef:
-    case ResourceType::Pll:
-        return type + sortOfClock(index);
-    case ResourceType::Uvccio:
-    case ResourceType::Ip:
-    case ResourceType::Folder:
-        break;
+    QString result;
+    if (resource.isSource()) {
+        for (int ip : m_design.fedBy(index))
+            result += QString::number(ip) + QLatin1Char(' ');
     }
-    return type + resource.voltage;
-}
-
-QString SearchTables::sortOfClock(int clock) const
-{
-    const std::vector<int> ips = m_design.fedBy(clock);
-    QString result
-        = QLatin1String(m_design.isFeeder(clock) ? "feeder " : "") + QLatin1String(ips.empty() ? "" : "feeds ");
-    for (int ip : ips)
-        result += sitesOf(m_design.partsOf(ip, ResourceType::DcuChannel));
+    result += QLatin1Char(':') + QString::number(m_design.ipOfPart(index));
+    if (isBound(index)) // what is linked is one of a kind
+        result += QLatin1Char('#') + QString::number(index);
+    for (const GroupRule& rule : m_rules) {
+        const bool hasText = rule.kind == GroupRule::Kind::Agree && rule.concerns(resource);
+        result += QLatin1Char('\n') + (hasText ? rule.textOf(resource) : QString());
+    }
     return result;
 }
 
@@ -169,71 +189,118 @@ QString SearchTables::sitesOf(const std::vector<int>& resources) const
     return result;
 }
 
-BitSet SearchTables::roomOf(int resource, const PlacementRules& rules) const
+BitSet SearchTables::roomOf(int resource, const PlacementRules& rules, const Clock& mayGoOn) const
 {
-    BitSet result(static_cast<int>(m_classes.size()));
-    const int type = static_cast<int>(m_design.resource(resource).type);
-    for (std::size_t index = 0; index < m_classes.size(); ++index) {
-        const SiteClass& candidate = m_classes[index];
+    BitSet result = m_sites.none();
+    const int type = m_design.resource(resource).type->number;
+    for (int siteClass : candidatesFor(resource)) {
+        const SiteClass& candidate = m_sites.at(siteClass);
+        if (mayGoOn && !mayGoOn())
+            break;
         if (candidate.accepts.contains(type) && rules.propose(resource, candidate.sites.front()).isAllowed())
-            result.insert(static_cast<int>(index));
+            result.insert(siteClass);
     }
     return result;
 }
 
-void SearchTables::relate(PlacementRules::Rules rules)
+// All classes, or those near to a placed part of the same IP, because the rules would refuse each of the others.
+std::vector<int> SearchTables::candidatesFor(int resource) const
 {
-    QMap<int, std::vector<int>> channels; // by IP, here and below
-    QMap<int, std::vector<int>> clocks;
-    for (int number = 0; number < static_cast<int>(m_wanted.size()); ++number) {
-        const Wanted& each = wanted(number);
-        if (each.type == ResourceType::DcuChannel && m_design.ipOf(each.resource) >= 0)
-            channels[m_design.ipOf(each.resource)].push_back(number);
-        if (each.type != ResourceType::ExtRef && each.type != ResourceType::Pll)
+    const bool staysNear = m_areUnitsShared && m_design.resource(resource).type->sharesUnit;
+    const int ip = staysNear ? m_design.ipOfPart(resource) : -1;
+    for (int part : ip < 0 ? std::vector<int>() : m_design.partsOf(ip)) {
+        const Site* site = m_device.site(m_design.resource(part).site);
+        const int unit = site ? m_sites.unit(site->group) : -1;
+        if (unit < 0)
             continue;
-        for (int ip : m_design.fedBy(each.resource))
-            clocks[ip].push_back(number);
+        std::vector<int> result = m_sites.classesOf(unit);
+        for (int neighbour : m_sites.neighbours(unit)) {
+            const std::vector<int>& beside = m_sites.classesOf(neighbour);
+            result.insert(result.end(), beside.begin(), beside.end());
+        }
+        return result;
     }
-    for (auto it = channels.cbegin(); it != channels.cend(); ++it)
-        relateTo(it.value(), clocks.value(it.key()), rules);
-    if (rules.testFlag(PlacementRules::Voltages))
-        relateSupplies();
+    std::vector<int> result(classes().size());
+    std::iota(result.begin(), result.end(), 0);
+    return result;
 }
 
-void SearchTables::relateTo(
-    const std::vector<int>& channels, const std::vector<int>& clocks, PlacementRules::Rules rules)
+void SearchTables::addRelations(PairRules::Rules rules)
 {
-    for (int channel : channels) {
-        for (int other : channels) {
-            if (channel < other && rules.testFlag(PlacementRules::ChannelsTogether))
-                connect(channel, other);
-        }
-        for (int clock : clocks) {
-            if (rules.testFlag(PlacementRules::Reach) && !has(wanted(clock).related, channel))
-                connect(channel, clock);
-        }
-    }
+    relateParts(rules);
+    relateLinks(rules);
 }
 
-void SearchTables::relateSupplies()
+// Connects the parts of each IP with one another and with the sources that serve it.
+void SearchTables::relateParts(PairRules::Rules rules)
 {
-    std::vector<int> supplies;
-    for (int number = 0; number < static_cast<int>(m_wanted.size()); ++number) {
-        const Resource& resource = m_design.resource(wanted(number).resource);
-        if (resource.type != ResourceType::Uvccio || resource.voltage.isEmpty())
+    QHash<int, std::vector<int>> parts; // by IP
+    for (int sort = 0; sort < static_cast<int>(m_sorts.size()); ++sort) {
+        const int ip = m_design.ipOfPart(firstOf(sort));
+        if (ip < 0)
             continue;
-        for (int other : supplies) {
-            if (m_design.resource(wanted(other).resource).voltage != resource.voltage)
-                connect(number, other);
+        parts[ip].push_back(sort);
+        for (int other : parts.value(ip)) {
+            if (rules.testFlag(PairRules::SameUnit) && m_sorts[at(sort)].type->sharesUnit)
+                connect(sort, other, Relation::Kind::SameUnit);
         }
-        supplies.push_back(number);
+    }
+    for (int sort = 0; sort < static_cast<int>(m_sorts.size()) && rules.testFlag(PairRules::Reach); ++sort) {
+        const ResourceType& type = *m_sorts[at(sort)].type;
+        if (!type.feeds || !type.mustReach)
+            continue;
+        for (int ip : m_design.fedBy(firstOf(sort))) {
+            for (int other : parts.value(ip))
+                connect(sort, other, Relation::Kind::Reaches);
+        }
     }
 }
 
-void SearchTables::connect(int number, int other)
+void SearchTables::relateLinks(PairRules::Rules rules)
 {
-    m_wanted[at(number)].related.push_back(other);
-    m_wanted[at(other)].related.push_back(number);
+    QHash<int, int> sorts; // of what is linked, by resource
+    for (int sort = 0; sort < static_cast<int>(m_sorts.size()); ++sort) {
+        if (isBound(firstOf(sort)))
+            sorts.insert(firstOf(sort), sort);
+    }
+    for (auto it = sorts.cbegin(); it != sorts.cend(); ++it) {
+        for (const Link& link : m_design.linksOf(it.key())) {
+            if (!link.isFirst || !sorts.contains(link.other))
+                continue;
+            if (link.rule == Link::Rule::SameUnit && rules.testFlag(PairRules::SameUnit))
+                connect(it.value(), sorts.value(link.other), Relation::Kind::SameUnit);
+            else if (link.rule == Link::Rule::Reachable && rules.testFlag(PairRules::Reach))
+                connect(it.value(), sorts.value(link.other), Relation::Kind::Reaches);
+        }
+    }
+}
+
+bool SearchTables::isBound(int resource) const
+{
+    const std::vector<Link> links = m_design.linksOf(resource);
+    return std::any_of(links.begin(), links.end(), [](const Link& link) { return link.rule != Link::Rule::Near; });
+}
+
+int SearchTables::firstOf(int sort) const
+{
+    return wanted(m_sorts[at(sort)].members.front()).resource;
+}
+
+void SearchTables::connect(int sort, int other, Relation::Kind kind)
+{
+    std::vector<Relation>& related = m_sorts[at(sort)].related;
+    const auto isKnown = [&](const Relation& each) { return each.sort == other && each.kind == kind; };
+    if (std::any_of(related.begin(), related.end(), isKnown))
+        return;
+    related.push_back({other, kind});
+    if (other != sort)
+        m_sorts[at(other)].related.push_back({sort, Relation::reversed(kind)});
+}
+
+bool SearchTables::isTogether(int index) const
+{
+    const std::vector<Relation>& related = sort(index).related;
+    return std::any_of(related.begin(), related.end(), [index](const Relation& each) { return each.sort == index; });
 }
 
 // Fills a set that has not been made with the classes for which the predicate holds.
@@ -241,29 +308,28 @@ template <typename Predicate> const BitSet& SearchTables::filled(BitSet& set, co
 {
     if (!set.words().empty())
         return set;
-    set = BitSet(static_cast<int>(m_classes.size()));
-    for (std::size_t index = 0; index < m_classes.size(); ++index) {
-        if (predicate(m_classes[index]))
+    set = m_sites.none();
+    for (std::size_t index = 0; index < classes().size(); ++index) {
+        if (predicate(classes()[index]))
             set.insert(static_cast<int>(index));
     }
     return set;
 }
 
-const BitSet& SearchTables::classesBeside(int number, int siteClass, int related) const
+const BitSet& SearchTables::classesBeside(int siteClass, Relation::Kind kind) const
 {
-    const SiteClass& present = m_classes[at(siteClass)];
+    const SiteClass& present = m_sites.at(siteClass);
     const int unit = present.unit;
-    const bool isChannel = wanted(number).type == ResourceType::DcuChannel;
-    if (wanted(number).type == ResourceType::Uvccio) {
-        const bool isBank = unit != m_noUnit; // sites without a group share no supply
-        return filled(m_elsewhere[at(unit)], [&](const SiteClass& each) { return !isBank || each.unit != unit; });
-    }
-    if (!isChannel)
+    switch (kind) {
+    case Relation::Kind::Reaches:
         return filled(m_reached[at(siteClass)], [&](const SiteClass& each) { return has(present.reaches, each.unit); });
-    if (wanted(related).type == ResourceType::DcuChannel)
-        return filled(m_near[at(unit)],
-            [&](const SiteClass& each) { return each.unit == unit || has(m_neighbours[at(unit)], each.unit); });
-    return filled(m_reaching[at(unit)], [&](const SiteClass& each) { return has(each.reaches, unit); });
+    case Relation::Kind::IsReached:
+        return filled(m_reaching[at(unit)], [&](const SiteClass& each) { return has(each.reaches, unit); });
+    case Relation::Kind::SameUnit:
+        break;
+    }
+    return filled(m_near[at(unit)],
+        [&](const SiteClass& each) { return each.unit == unit || has(m_sites.neighbours(unit), each.unit); });
 }
 
 } // namespace mirn::zelengine

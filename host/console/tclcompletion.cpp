@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace mirn::zelchip {
 
@@ -45,29 +46,31 @@ Expected expectedArgument(const CommandSyntax& syntax, const QStringList& words)
     return expected;
 }
 
-// The words with which subcommands of a command go on, each once.
-QStringList secondWords(const QStringList& words)
+// What is left of a form of a command. Where a flag chooses the form, it comes first.
+Expected expectedOf(const CommandSyntax& syntax, const QStringList& words)
 {
-    const QString begin = words.size() < 2 ? QString() : words.at(1) + QLatin1Char(' ');
-    QStringList result;
-    for (const QString& subcommand : subcommandsOf(words.first())) {
-        if (subcommand.startsWith(begin))
-            result.append(subcommand.mid(begin.size()).section(QLatin1Char(' '), 0, 0));
+    const Expected expected = expectedArgument(syntax, words);
+    for (const CommandSyntax::Option& option : syntax.options) {
+        if (option.isRequired && option.value.isEmpty() && expected.words.contains(option.name))
+            return {{option.name}, expected.value};
     }
-    result.removeDuplicates();
-    return result;
+    return expected;
 }
 
 Expected expectedBehind(const QStringList& words)
 {
     if (words.isEmpty())
         return {};
-    const CommandEntry* entry = commandEntryOf(words);
-    if (!entry)
-        return words.size() == 1 ? Expected{secondWords(words), {}} : Expected();
-    Expected expected = expectedArgument(entry->syntax(), words.mid(entry->wordCount()));
-    if (words.size() == entry->wordCount())
-        expected.words += secondWords(words);
+    const std::vector<const CommandEntry*> forms = formsOf(words);
+    if (forms.empty())
+        return words.size() == 1 ? Expected{subcommandsOf(words.first()), {}} : Expected();
+    Expected expected;
+    for (const CommandEntry* form : forms) {
+        const Expected ofForm = expectedOf(form->syntax(), words.mid(form->wordCount()));
+        expected.words += ofForm.words;
+        if (expected.value.isEmpty())
+            expected.value = ofForm.value;
+    }
     return expected;
 }
 

@@ -24,6 +24,7 @@ const QString ResourceCommand = QStringLiteral("zel_resource");
 const QString SettingCommand = QStringLiteral("zel_setting");
 const QString UndoCommand = QStringLiteral("undo");
 const QString RedoCommand = QStringLiteral("redo");
+const QString AutoFlag = QStringLiteral("-auto");
 const QString ResourceOption = QStringLiteral("-rsc");
 const QString IpOption = QStringLiteral("-ip");
 const QString IdOption = QStringLiteral("-id");
@@ -235,7 +236,11 @@ void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor, Positi
         return resultOf(editor.swap(arguments.text(ResourceOption), arguments.text(WithOption)));
     };
     all[QStringLiteral("configure")] = [&](const Arguments& arguments) { return configureOrTell(editor, arguments); };
-    all[QStringLiteral("place -auto")] = autoPlaceHandler(interpreter, editor, std::move(positions));
+    all[QStringLiteral("place")]
+        = [placeOne = all[QStringLiteral("place")],
+              placeRest = autoPlaceHandler(interpreter, editor, std::move(positions))](const Arguments& arguments) {
+              return arguments.has(AutoFlag) ? placeRest(arguments) : placeOne(arguments);
+          };
     interpreter.addCommand(ResourceCommand, ensemble(ResourceCommand, std::move(all)));
     interpreter.addCommand(SettingCommand,
         single(SettingCommand, [&editor](const Arguments& arguments) { return setOrTellSetting(editor, arguments); }));

@@ -25,7 +25,7 @@ QList<std::pair<QString, QString>> gestures()
         {tr("Enter, Space"), tr("settings of the site with the keyboard cursor")},
         {tr("S"), tr("select: click an element, or drag a rectangle")},
         {tr("H"), tr("pan: drag the drawing")},
-        {tr("Z"), tr("zoom area: drag a rectangle, or click to zoom in there")},
+        {tr("Z"), tr("zoom area: drag a rectangle, or click to zoom in there; Escape leaves this mode")},
         {tr("Backspace, Alt + Left"), tr("show the previous view; Alt + Right shows the next one")},
         {tr("middle button"), tr("drag: pan in every mode")},
         {tr("right button"), tr("on the drawing: mark kinds of elements")},

@@ -2,15 +2,19 @@
 #include "host/gestures/pointergestures.h"
 
 #include "chipview/zelchipviewdatabase.h"
+#include "graphics/zelconstants.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "host/drawing/drawingfit.h"
 #include "host/gestures/viewhistory.h"
 #include "platform/contract/zelparameter.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QMouseEvent>
+#include <QRubberBand>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -48,6 +52,24 @@ PointerGestures::PointerGestures(zelchipview::ZelGraphicsView* view)
     , m_view(view)
 {
     m_view->viewport()->installEventFilter(this);
+    addEscape();
+}
+
+// In other modes Escape is left to whoever has the focus.
+void PointerGestures::addEscape()
+{
+    auto* escape = new QShortcut(Qt::Key_Escape, m_view); // child of the view
+    const QAction* zoom = zelchipview::ZELChipViewDatabase::getInstance()->getAction(zelchipview::ACTION_ZOOM);
+    escape->setEnabled(zoom->isChecked());
+    connect(zoom, &QAction::toggled, escape, &QShortcut::setEnabled);
+    connect(escape, &QShortcut::activated, this, &PointerGestures::leaveZoomMode);
+}
+
+void PointerGestures::leaveZoomMode()
+{
+    zelchipview::ZELChipViewDatabase::getInstance()->getAction(zelchipview::ACTION_SELECT)->trigger();
+    if (auto* band = m_view->findChild<QRubberBand*>())
+        band->hide();
 }
 
 bool PointerGestures::eventFilter(QObject* watched, QEvent* event)
@@ -96,8 +118,10 @@ bool PointerGestures::release(QMouseEvent& event)
         return true;
     }
     const std::optional<QPoint> from = std::exchange(m_zoomFrom, std::nullopt);
-    if (event.button() != Qt::LeftButton || !from || !isZoomMode())
+    if (event.button() != Qt::LeftButton || !from)
         return false;
+    if (!isZoomMode()) // else the view would select what the rectangle touches
+        return true;
     const QRect band = QRect(*from, event.pos()).normalized();
     if ((event.pos() - *from).manhattanLength() < QApplication::startDragDistance())
         zoomInAt(event.pos(), event);

@@ -16,8 +16,9 @@ class ZelGraphicsView;
 namespace mirn::zelchip {
 
 // Gestures that the program adds to the view's own. In the mode "zoom area" a drag shows the dragged rectangle and a
-// click zooms in by one step there, where the view itself would zoom to the elements that were touched. Dragging with
-// the middle button pans in every mode, and the wheel with Shift scrolls sideways. It is a child of the view.
+// click zooms in by one step there, where the view itself would zoom to the elements that were touched; Escape leaves
+// the mode, and a rectangle that is being dragged then comes to nothing. Dragging with the middle button pans in every
+// mode, and the wheel with Shift scrolls sideways. It is a child of the view.
 class PointerGestures final : public QObject
 {
     Q_OBJECT
@@ -31,6 +32,8 @@ private:
     bool move(const QMouseEvent& event);
     bool release(QMouseEvent& event);
     bool scrollSideways(const QWheelEvent& event);
+    void addEscape();
+    void leaveZoomMode();
     void letTheViewFinish(QMouseEvent& event);
     void zoomToBand(const QRect& band, QMouseEvent& release);
     void zoomInAt(QPoint position, QMouseEvent& release);

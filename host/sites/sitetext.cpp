@@ -9,6 +9,8 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace mirn::zelchip {
 
 namespace {
@@ -38,7 +40,6 @@ QString placeOf(const zelengine::Site& site)
 
 using zelengine::ReferenceEngine;
 using zelengine::Resource;
-using zelengine::ResourceType;
 using zelengine::Site;
 
 namespace {
@@ -59,13 +60,21 @@ QString occupantOf(const ReferenceEngine& engine, const Site& site)
     return resource.fixed ? describingTr("%1, which is fixed").arg(resource.path) : resource.path;
 }
 
+// Whether parts of the IPs that a unit takes go there.
+bool takesParts(const zelengine::Device& device, const Site& unit, const Site& site)
+{
+    const auto& accepted = device.kindOf(unit).accepts;
+    return std::any_of(accepted.begin(), accepted.end(),
+        [&](const zelengine::ResourceType* type) { return type->parts && device.accepts(site, type->parts); });
+}
+
 // An IP is placed on a unit by placing its channels there.
 QString stateOfUnit(const ReferenceEngine& engine, const Site& unit)
 {
     int channels = 0;
     QStringList occupants;
     for (const Site* site : engine.device().sitesOfGroup(unit.group)) {
-        if (!engine.device().accepts(*site, ResourceType::DcuChannel))
+        if (!takesParts(engine.device(), unit, *site))
             continue;
         ++channels;
         const QString occupant = occupantOf(engine, *site);
@@ -85,7 +94,7 @@ QString stateOf(const ReferenceEngine& engine, const Site& site)
         return describingTr("occupied by %1").arg(occupant);
     if (engine.device().kindOf(site).accepts.empty())
         return describingTr("takes no resource");
-    return engine.device().accepts(site, ResourceType::Ip) ? stateOfUnit(engine, site) : describingTr("free");
+    return engine.device().isUnit(site) ? stateOfUnit(engine, site) : describingTr("free");
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace mirn::zelchip {
 
@@ -76,10 +77,10 @@ TclInterpreter::Command ensemble(const QString& command, Subcommands subcommands
 {
     return [command, subcommands = std::move(subcommands)](const QStringList& words) {
         const QString name = words.value(1);
-        const CommandEntry* entry = commandEntryOf(words);
-        const auto found = subcommands.find(entry ? QString::fromLatin1(entry->subcommand) : name);
-        if (found != subcommands.end() && entry)
-            return call(found->second, *entry, words.mid(entry->wordCount()));
+        const std::vector<const CommandEntry*> forms = formsOf(words);
+        const auto found = subcommands.find(name);
+        if (found != subcommands.end() && !forms.empty())
+            return call(found->second, *forms.front(), words.mid(forms.front()->wordCount()));
         QStringList names;
         for (const auto& subcommand : subcommands)
             names.append(subcommand.first);
@@ -95,10 +96,10 @@ TclInterpreter::Command ensemble(const QString& command, Subcommands subcommands
 
 TclInterpreter::Command single(const QString& command, CommandHandler handler)
 {
-    const CommandEntry* entry = commandEntry(command);
-    Q_ASSERT(entry);
-    return
-        [entry, handler = std::move(handler)](const QStringList& words) { return call(handler, *entry, words.mid(1)); };
+    const std::vector<const CommandEntry*> entries = commandEntries(command);
+    Q_ASSERT(!entries.empty());
+    return [entry = entries.front(), handler = std::move(handler)](
+               const QStringList& words) { return call(handler, *entry, words.mid(1)); };
 }
 
 TclResult resultOf(const QString& error)

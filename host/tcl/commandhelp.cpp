@@ -73,21 +73,30 @@ TclResult help(TclInterpreter& interpreter, const QStringList& words)
         interpreter.write(explanation(entries));
         return TclResult::value();
     }
-    const CommandEntry* entry = commandEntry(command, subcommand);
-    if (!entry || subcommand.isEmpty())
+    const std::vector<const CommandEntry*> forms = commandEntries(command, subcommand);
+    if (forms.empty() || subcommand.isEmpty())
         return subcommandsOf(command).isEmpty()
             ? TclResult::error(QStringLiteral("%1 has no subcommands").arg(command))
             : unknown(QStringLiteral("subcommand \"%1\" of %2").arg(subcommand, command), subcommandsOf(command));
-    interpreter.write(explanation(*entry));
+    interpreter.write(explanation(forms));
     return TclResult::value();
+}
+
+// The forms of a subcommand stand below one heading.
+QString headingOf(const CommandEntry& entry)
+{
+    if (commandEntries(QString::fromLatin1(entry.command), QString::fromLatin1(entry.subcommand)).front() != &entry)
+        return {};
+    return QStringLiteral("\n%1 %2\n")
+        .arg(*entry.subcommand ? QStringLiteral("###") : QStringLiteral("##"), entry.name());
 }
 
 QString sectionOf(const CommandEntry& entry)
 {
     const QString answer = *entry.answer ? QStringLiteral(" returns `%1`").arg(QLatin1String(entry.answer)) : QString();
-    return QStringLiteral("\n%1 %2\n\n    %3\n\n%4\n\nExample: `%5`%6\n")
-        .arg(*entry.subcommand ? QStringLiteral("###") : QStringLiteral("##"), entry.name(), entry.usage(),
-            QLatin1String(entry.summary), QLatin1String(entry.example), answer);
+    return headingOf(entry)
+        + QStringLiteral("\n    %1\n\n%2\n\nExample: `%3`%4\n")
+              .arg(entry.usage(), QLatin1String(entry.summary), QLatin1String(entry.example), answer);
 }
 
 } // namespace

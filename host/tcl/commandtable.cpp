@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "host/tcl/commandtable.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace mirn::zelchip {
 
 const std::vector<CommandEntry>& commandTable()
@@ -9,18 +12,17 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_resource", "place", "-rsc NAME -id SITE",
             "Places a resource on a site; the error says why a site refuses it.",
             "zel_resource place -rsc gateway/clocks/pll_video -id PLL_TR1", ""},
+        {"zel_resource", "place", "-auto ?-rsc NAME ...? ?-seconds N? ?-partial?",
+            "With -auto, finds sites for all resources that have none, or for those named and what is below them, near "
+            "to what they are connected with; nothing that is placed moves. Returns a dictionary. Its answer is "
+            "placed, impossible (proven: conflict has resources that cannot be placed together, reason says why) or "
+            "partial (not found in 10 seconds or those given); placed has names and ids of sites, missing what has "
+            "none. Unless all can be placed, nothing is, or with -partial what can.",
+            "dict get [zel_resource place -auto -rsc gateway/supplies] answer", "placed"},
         {"zel_resource", "swap", "-rsc NAME -with NAME",
             "Exchanges the sites of two placed resources, as one change; the error says why the rules forbid it. Only "
             "single resources swap, no IP with its parts.",
             "zel_resource swap -rsc gateway/clocks/pll_video -with gateway/clocks/pll_ddr; undo", ""},
-        {"zel_resource", "place -auto", "?-rsc NAME ...? ?-seconds N? ?-partial?",
-            "Finds sites for all resources that have none, or for those named and what is below them, near to what "
-            "they "
-            "are connected with; nothing that is placed moves. Returns a dictionary. Its answer is placed, impossible "
-            "(proven: conflict has resources that cannot be placed together, reason says why) or partial (not found in "
-            "10 seconds or those given); placed has names and ids of sites, missing what has none. Unless all can be "
-            "placed, nothing is, or with -partial what can.",
-            "dict get [zel_resource place -auto -rsc gateway/supplies] answer", "placed"},
         {"zel_resource", "reset", "-ip NAME", "Takes a resource, and everything below it, off its site.",
             "zel_resource reset -ip gateway/clocks/pll_video", ""},
         {"zel_resource", "remove", "-ip NAME", "Removes a resource and everything below it from the design.",
@@ -125,6 +127,21 @@ const std::vector<CommandEntry>& commandTable()
     return Table;
 }
 
+namespace {
+
+QStringList optionsAmong(const QStringList& words, const std::vector<const CommandEntry*>& forms)
+{
+    QStringList options;
+    for (const CommandEntry* form : forms) {
+        const CommandSyntax syntax = form->syntax();
+        std::copy_if(words.begin(), words.end(), std::back_inserter(options),
+            [&syntax](const QString& word) { return syntax.option(word) != nullptr; });
+    }
+    return options;
+}
+
+} // namespace
+
 QString CommandEntry::name() const
 {
     const QString first = QString::fromLatin1(command);
@@ -133,7 +150,7 @@ QString CommandEntry::name() const
 
 int CommandEntry::wordCount() const
 {
-    return static_cast<int>(name().count(QLatin1Char(' '))) + 1;
+    return *subcommand ? 2 : 1;
 }
 
 QString CommandEntry::usage() const
@@ -141,30 +158,39 @@ QString CommandEntry::usage() const
     return *arguments ? name() + QLatin1Char(' ') + QLatin1String(arguments) : name();
 }
 
-const CommandEntry* commandEntry(const QString& command, const QString& subcommand)
+std::vector<const CommandEntry*> formsOf(const QStringList& words)
 {
-    for (const CommandEntry& entry : commandTable()) {
-        if (command == QLatin1String(entry.command) && subcommand == QLatin1String(entry.subcommand))
-            return &entry;
-    }
-    return nullptr;
-}
-
-const CommandEntry* commandEntryOf(const QStringList& words)
-{
-    const QString two = words.value(1) + QLatin1Char(' ') + words.value(2);
-    const CommandEntry* entry = commandEntry(words.value(0), two);
-    if (!entry)
-        entry = commandEntry(words.value(0), words.value(1));
-    return entry ? entry : commandEntry(words.value(0));
+    std::vector<const CommandEntry*> forms = commandEntries(words.value(0), words.value(1));
+    if (forms.empty())
+        forms = commandEntries(words.value(0), QString());
+    if (forms.size() < 2)
+        return forms;
+    const CommandEntry* first = forms.front();
+    const QStringList used = optionsAmong(words.mid(first->wordCount()), forms);
+    const auto isUnfit = [&used](const CommandEntry* form) {
+        const CommandSyntax syntax = form->syntax();
+        return std::any_of(used.begin(), used.end(), [&](const QString& option) { return !syntax.option(option); });
+    };
+    forms.erase(std::remove_if(forms.begin(), forms.end(), isUnfit), forms.end());
+    return forms.empty() ? std::vector<const CommandEntry*>{first} : forms;
 }
 
 std::vector<const CommandEntry*> commandEntries(const QString& command)
 {
     std::vector<const CommandEntry*> result;
     for (const CommandEntry& entry : commandTable()) {
-        if (command.isEmpty() || command == QLatin1String(entry.command))
+        if (command == QLatin1String(entry.command))
             result.push_back(&entry);
+    }
+    return result;
+}
+
+std::vector<const CommandEntry*> commandEntries(const QString& command, const QString& subcommand)
+{
+    std::vector<const CommandEntry*> result;
+    for (const CommandEntry* entry : commandEntries(command)) {
+        if (subcommand == QLatin1String(entry->subcommand))
+            result.push_back(entry);
     }
     return result;
 }
@@ -185,6 +211,7 @@ QStringList subcommandsOf(const QString& command)
         if (*entry->subcommand)
             names.append(QString::fromLatin1(entry->subcommand));
     }
+    names.removeDuplicates();
     return names;
 }
 

@@ -11,11 +11,12 @@
 namespace mirn::zelchip {
 
 // A command of the program, or one subcommand of it, as its users see it. Usage errors, the command "help", completion
-// and docs/commands.md all come from the table of these entries; a new command is a row of the table and a handler.
+// and docs/commands.md all come from the table of these entries; a new command is a row of the table and a handler. A
+// subcommand that has several forms, with other arguments each, has a row for each form and one handler.
 struct CommandEntry
 {
     const char* command;
-    const char* subcommand; // one or two words; empty for a command that has none
+    const char* subcommand; // one word; empty for a command that has none
     const char* arguments; // as in CommandSyntax; empty if there are none
     const char* summary; // a whole sentence
     const char* example; // a script; together they run on the sample project, in the order of the table
@@ -30,19 +31,20 @@ struct CommandEntry
 // All of them; those of one command stand together.
 [[nodiscard]] const std::vector<CommandEntry>& commandTable();
 
-// Returns null if there is none.
-[[nodiscard]] const CommandEntry* commandEntry(const QString& command, const QString& subcommand = {});
+// The forms that a call, or the beginning of one, may have: those that know all its options, or the first form where
+// none does. Empty if there is no such command or subcommand.
+[[nodiscard]] std::vector<const CommandEntry*> formsOf(const QStringList& words);
 
-// The entry that the first words of a call mean; null if there is none. A subcommand may have two words.
-[[nodiscard]] const CommandEntry* commandEntryOf(const QStringList& words);
+// The entries of one command.
+[[nodiscard]] std::vector<const CommandEntry*> commandEntries(const QString& command);
 
-// The entries of one command, or all of them for an empty text.
-[[nodiscard]] std::vector<const CommandEntry*> commandEntries(const QString& command = {});
+// Those of one of its subcommands, or of a command that has none.
+[[nodiscard]] std::vector<const CommandEntry*> commandEntries(const QString& command, const QString& subcommand);
 
 // The names of the commands, each once, in the order of the table.
 [[nodiscard]] QStringList tableCommands();
 
-// Empty for a command that has none.
+// Each once; empty for a command that has none.
 [[nodiscard]] QStringList subcommandsOf(const QString& command);
 
 } // namespace mirn::zelchip

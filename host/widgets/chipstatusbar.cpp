@@ -87,6 +87,7 @@ ChipStatusBar::ChipStatusBar(QWidget* parent)
     connect(m_problemButton, &QToolButton::clicked, this, &ChipStatusBar::problemsRequested);
     addPermanentWidget(m_problemButton);
     addPermanentWidget(m_legend);
+    connect(m_legend, &Legend::resized, this, &ChipStatusBar::showFirstPart);
     m_place = addSegment(QStringLiteral("position"), tr("Q8 > row 88, column 88"));
     m_place->setToolTip(tr("Click to switch between the site and drawing units"));
     connect(m_place, &ElidedLabel::clicked, this, [this] {

@@ -28,6 +28,8 @@ public:
     // An empty list hides the warnings.
     void setWarnings(const QStringList& warnings);
 
+    [[nodiscard]] Legend* legend() const { return m_legend; }
+
     // Nothing is shown where there are none.
     void setProblems(int errors, int warnings);
 

@@ -117,7 +117,7 @@ bool KeyboardAccess::matches(const QString& resource, const QString& sought) con
     if (index < 0)
         return false;
     const zelengine::Resource& found = m_engine.design().resource(index);
-    if (hasWordBeginningWith(zelengine::resourceTypeName(found.type), sought))
+    if (hasWordBeginningWith(zelengine::nameOf(found.type), sought))
         return true;
     const zelengine::Site* site = m_engine.device().site(found.site);
     if (site && site->name.contains(sought, Qt::CaseInsensitive))

@@ -23,13 +23,10 @@
 #include "host/widgets/chipstatusbar.h"
 #include "host/widgets/findbox.h"
 #include "host/widgets/loadprogress.h"
-#include "host/window/autoplace.h"
 #include "host/window/busyscript.h"
 #include "host/window/comparedock.h"
+#include "host/window/designaids.h"
 #include "host/window/drawingarea.h"
-#include "host/window/keyboardaccess.h"
-#include "host/window/lockactions.h"
-#include "host/window/moveaids.h"
 #include "host/window/pictureactions.h"
 #include "host/window/planningmenu.h"
 #include "host/window/problemsdock.h"
@@ -255,7 +252,7 @@ void MainWindow::connectChipView()
     connect(m_probe, &ViewProbe::pointerMoved, m_statusBar, &ChipStatusBar::showPointer);
     connect(m_probe, &ViewProbe::pointerLeft, m_statusBar, &ChipStatusBar::clearPointer);
     connect(m_probe, &ViewProbe::scaleChanged, m_statusBar, &ChipStatusBar::showMagnification);
-    m_planning->begin(*m_drawingArea);
+    m_planning->begin(*m_drawingArea, m_statusBar->legend());
 }
 
 void MainWindow::showSummary()
@@ -332,33 +329,8 @@ void MainWindow::connectDesign()
         reportResult(TclResult::error(reason));
         m_refresh.start(0); // the view takes the refused setting for written
     });
-    m_moveAids = new MoveAids(*m_drawingArea, m_actions.names);
-    connect(m_moveAids, &MoveAids::commandChanged, this, [this](const QString& command) {
-        if (!command.isEmpty())
-            m_statusBar->showMessage(command);
-        else if (!m_dragNote->isVisible()) // else there is a reason
-            m_statusBar->clearMessage();
-    });
-    connect(m_moveAids, &MoveAids::changed, this, [this](const QString& text, QPoint position) {
-        m_statusBar->showMessage(text);
-        m_dragNote->showAt(text, position);
-    });
-    connect(m_moveAids, &MoveAids::refused, this, [this](const QString& text, QPoint position) {
-        m_statusBar->showMessage(text, MessageMilliseconds);
-        m_dragNote->showForAWhile(text, position);
-    });
-    const auto tell = [this](const QString& text) { m_statusBar->showMessage(text, MessageMilliseconds); };
-    auto* autoPlace = new AutoPlace(*m_drawingArea); // owned by the view, as the next one
-    connect(m_actions.placeRest, &QAction::triggered, autoPlace, &AutoPlace::placeRest);
-    connect(autoPlace, &AutoPlace::told, m_statusBar, tell);
-    auto* keyboard = new KeyboardAccess(*m_drawingArea, m_actions.placeOn, autoPlace, m_console, m_problems, m_compare);
-    connect(keyboard, &KeyboardAccess::pointed, m_statusBar,
-        [this](const QPointF& middle, const QString& site) { m_statusBar->showPointer(middle, site, {}); });
-    connect(keyboard, &KeyboardAccess::told, m_statusBar, tell);
-    auto* locks = new LockActions(*m_drawingArea, m_actions.lock, m_actions.unlock, keyboard->rowMenu());
-    connect(locks, &LockActions::commandRequested, this,
-        [this](const QString& command) { m_shell.run(command, CommandShell::Origin::View); });
-    connect(locks, &LockActions::refused, m_statusBar, tell);
+    m_designAids = new DesignAids(
+        *m_drawingArea, {m_actions, m_shell, m_statusBar, m_dragNote, m_console, m_problems, m_compare});
     showDesignState();
     m_problems->refresh();
     m_compare->refresh();
@@ -369,7 +341,7 @@ void MainWindow::refreshView()
     m_refresh.stop();
     m_drawingArea->refresh();
     m_probe->refresh();
-    m_moveAids->refresh();
+    m_designAids->refresh();
     m_planning->refresh();
     m_problems->refresh();
     m_compare->refresh();

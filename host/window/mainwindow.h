@@ -21,9 +21,9 @@ namespace mirn::zelchip {
 class BusyScript;
 class ChipStatusBar;
 class CompareDock;
+class DesignAids;
 class DrawingArea;
 class ConsoleDock;
-class MoveAids;
 class PictureActions;
 class PlanningMenu;
 class ProblemsDock;
@@ -128,7 +128,7 @@ private:
     WindowMemory* const m_memory; // child of the window
     std::unique_ptr<DrawingArea> m_drawingArea;
     ViewProbe* m_probe = nullptr; // child of the graphics view, like the aids
-    MoveAids* m_moveAids = nullptr;
+    DesignAids* m_designAids = nullptr;
     bool m_isArranged = false; // whether the docks have had their initial sizes
 };
 

@@ -4,6 +4,7 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/project/projectsession.h"
 #include "host/window/drawingarea.h"
+#include "host/window/planninglegend.h"
 #include "planning/planaids.h"
 #include "resources/zeltree.h"
 
@@ -59,10 +60,11 @@ QList<QAction*> PlanningMenu::choices() const
     return m_connections->actions() + QList<QAction*>{m_candidates};
 }
 
-void PlanningMenu::begin(const DrawingArea& area)
+void PlanningMenu::begin(const DrawingArea& area, Legend* legend)
 {
     // Made after the area's ResourceTip, because of two event filters that answer tooltips the last one is asked first.
     m_aids = new PlanAids(area.graphicsView(), area.tree(), *area.session().engine()); // child of the view
+    new PlanningLegend(m_aids, legend); // child of the aids
     apply();
 }
 

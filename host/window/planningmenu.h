@@ -16,6 +16,7 @@ class PlanAids;
 namespace mirn::zelchip {
 
 class DrawingArea;
+class Legend;
 
 // The planning aids on the drawing and the actions that show and hide them. The actions outlive the projects; the aids
 // come with each drawing. It is a child of the window.
@@ -31,7 +32,7 @@ public:
     [[nodiscard]] QList<QAction*> choices() const;
 
     // Puts the aids on a new drawing.
-    void begin(const DrawingArea& area);
+    void begin(const DrawingArea& area, Legend* legend);
     // The design may have changed.
     void refresh();
     // Shows at once what would otherwise be shown when the program is next idle.

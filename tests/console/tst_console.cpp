@@ -443,6 +443,10 @@ private Q_SLOTS:
         row("subcommands", "zel_resource re", "zel_resource re", "reset|remove|restore");
         row("all subcommands", "zel_tree ", "zel_tree ", "where|expand|collapse|select");
         row("options", "zel_resource place ", "zel_resource place -", "-rsc|-id|-auto");
+        row("options of the form that a flag chooses", "zel_resource place -auto ", "zel_resource place -auto -",
+            "-rsc|-seconds|-partial");
+        row("the flag that a form needs", "zel_resource place -partial ", "zel_resource place -partial -auto ",
+            "-auto");
         row("options of a command without subcommands", "zel_setting -", "zel_setting -", "-id|-key|-value");
         row("options that are left", "zel_resource place -id 3 ", "zel_resource place -id 3 -rsc ", "-rsc");
         row("no option where its value is due", "zel_setting -key ", "zel_setting -key ", "");

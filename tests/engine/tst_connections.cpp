@@ -44,8 +44,7 @@ private Q_SLOTS:
             {"ip/ref>ip/a: REF_R does not reach U0, where top/ip/a is", "ip/ref>ip/b", "ip/ref>ip/c", "ip/a>ip/b",
                 "ip/a>ip/c", "pll>solo/d"});
         row("a PLL that reaches nothing, whether the channel is placed or not", "pll@PLL_CORE",
-            CLOCKS.mid(0, 3) + CHAIN
-                + QStringList{"pll>solo/d: PLL_CORE reaches no SerDes unit, but top/pll feeds top/solo"});
+            CLOCKS.mid(0, 3) + CHAIN + QStringList{"pll>solo/d: PLL_CORE reaches no unit, but top/pll feeds top/solo"});
         row("neighbours in the chain that are no neighbours on the device", "ip/a@U0_CH0 ip/b@U2_CH0 ip/c@U2_CH1",
             CLOCKS + QStringList{"ip/a>ip/b: top/ip/b is in U2, which is not next to U0", "ip/b>ip/c"});
         row("channels apart that the chain does not connect", "ip/a@U1_CH0 ip/b@U0_CH0 ip/c@U2_CH0",

@@ -112,7 +112,7 @@ private Q_SLOTS:
         QCOMPARE(warnings.size(), 20); // more than that nobody reads
         QCOMPARE(folder.withoutPath(warnings.at(1)),
             QString("design.json:3:15: unknown key 'colour' is ignored, known are 'name', 'type', 'children', 'site', "
-                    "'fixed', 'feeds', 'voltage', 'frequency' or 'rate'")
+                    "'fixed', 'feeds', 'rate', 'frequency' or 'voltage'")
                 .replace('\'', '"'));
     }
 

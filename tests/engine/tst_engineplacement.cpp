@@ -96,7 +96,7 @@ private Q_SLOTS:
         row("a transmit PLL in its unit", "top/duo/pll", "U0_PLL", "");
         row("a PLL that reaches the unit", "top/duo/pll", "PLL_EDGE", "");
         row("a PLL that reaches no unit", "top/duo/pll", "PLL_CORE",
-            "PLL_CORE reaches no SerDes unit, but top/duo/pll feeds top/duo");
+            "PLL_CORE reaches no unit, but top/duo/pll feeds top/duo");
         row("a shared PLL where it reaches all it feeds", "top/shared", "PLL_EDGE", "");
         row("an idle PLL in a unit", "top/core", "U0_PLL", "U0_PLL serves only U0, where top/core feeds nothing");
         row("an idle PLL elsewhere", "top/core", "PLL_EDGE", "");
@@ -121,6 +121,32 @@ private Q_SLOTS:
             QVERIFY(placements(*m_engine).contains(resource.mid(4) + '@' + site));
         else
             QCOMPARE(placements(*m_engine), before);
+    }
+
+    // A device that has nothing of the standard ones: what is placed stands in the design, and the row asks for more.
+    void placesByTheRulesOfTheFiles_data()
+    {
+        const Rows<QString, QString, QString> row;
+        row("a full group", "ram1", "R2", "G1 takes at most 1 of type RAM, and top/ram0 is there");
+        row("the group of another one", "ram1", "R3", "");
+        row("pads that agree", "padb", "P2", "");
+        row("pads that do not", "padc", "P2", "top/padc needs LVDS, but top/pada gives CMOS to G1");
+        row("a link to a unit apart", "ram2", "R4", "top/pada is in G1, which is not next to G3");
+        row("a link to the next unit", "ram2", "R3", "");
+        row("a link out of reach", "padd", "P3", "top/clk on C1 does not reach G2");
+        row("a stack in one unit", "stack", "G2", "");
+        row("a stack without room", "stack", "G3", "top/stack has 2 parts to place, but 1 site is free in G3");
+        row("a stack that is linked elsewhere", "far", "G3", "top/pada is in G1, which is not next to G3");
+    }
+
+    void placesByTheRulesOfTheFiles()
+    {
+        const auto [resource, site, refusal] = row<QString, QString, QString>();
+        ProjectFolder folder;
+        folder.write("device.json", zeltest::dataFile("engine/rules/device.json"));
+        folder.write("design.json", zeltest::dataFile("engine/rules/design.json"));
+        const auto engine = openEngine(folder.path());
+        QCOMPARE(engine->place("top/" + resource, idOf(*engine, site)), refusal);
     }
 
     // Highlight, drop query and command answer alike, for every resource and every site.
@@ -152,11 +178,12 @@ private Q_SLOTS:
         row("the free channel of a unit in use", "top/mono", "U0", "mono/a@U0_CH1", "");
         row("one too many spills over", "top/quad", "U1", "quad/parts/a@U1_CH0 quad/parts/b@U1_CH1 quad/parts/c@U0_CH1",
             "");
-        row("nowhere to spill over to", "top/quad", "U2", "", "top/quad has 3 channels to place, but 2 are free in U2");
+        row("nowhere to spill over to", "top/quad", "U2", "",
+            "top/quad has 3 parts to place, but 2 sites are free in U2");
         row("moves what is placed", "top/duo", "U1", "duo/a@U1_CH0 duo/b@U1_CH1", "");
         row("against its clock", "top/duo", "U2", "duo/a@U0_CH0", "top/duo/ref on REF_L does not reach U2");
-        row("nothing to move", "top/bare", "U1", "", "top/bare has no channel that could be moved");
-        row("a unit without channels", "top/mono", "U3", "", "U3 has no channels");
+        row("nothing to move", "top/bare", "U1", "", "top/bare has no part that could be moved");
+        row("a unit without channels", "top/mono", "U3", "", "U3 has no sites for parts");
         row("onto a channel of it", "top/mono", "U1_CH0", "", "U1_CH0 (Channel) does not take resources of type IP");
     }
 
@@ -179,10 +206,10 @@ private Q_SLOTS:
         QCOMPARE(placements(*m_engine).filter("_CH"), expected);
         QCOMPARE(m_engine->design().occupants().size(), 5); // with the reference and v33
         QCOMPARE(place("top/duo", "U0"), "top/duo is already on U0");
-        QCOMPARE(place("top/mono", "U0"), "U0 has no free channel");
-        QCOMPARE(place("top/quad", "U1"), "top/quad has 3 channels to place, but 2 are free in U1 and U0");
+        QCOMPARE(place("top/mono", "U0"), "U0 has no free site for parts of top/mono");
+        QCOMPARE(place("top/quad", "U1"), "top/quad has 3 parts to place, but 2 sites are free in U1 and U0");
         QCOMPARE(place("top/mono/a", "U2_CH0"), QString());
-        QCOMPARE(place("top/quad", "U2"), "top/quad has 3 channels to place, but 1 is free in U2");
+        QCOMPARE(place("top/quad", "U2"), "top/quad has 3 parts to place, but 1 site is free in U2");
     }
 
     void swapsWhatTheRulesAllow_data()
@@ -286,7 +313,7 @@ private Q_SLOTS:
         QCOMPARE(placements(*m_engine), (QStringList{"v33@V0_1", "vfree@V1_2"}));
         for (const char* site : {"U0_PLL", "PLL_CORE"})
             QCOMPARE(place("top/shared", site), QString());
-        QCOMPARE(m_engine->restore("top/mono"), "PLL_CORE reaches no SerDes unit, but top/shared feeds top/mono");
+        QCOMPARE(m_engine->restore("top/mono"), "PLL_CORE reaches no unit, but top/shared feeds top/mono");
         QCOMPARE(m_engine->tree()->children->size(), std::size_t(9));
         QVERIFY(!m_engine->remove("top/duo").isEmpty());
     }

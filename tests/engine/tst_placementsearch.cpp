@@ -32,8 +32,9 @@ const char* const DESIGN = R"([
 // Whether the rules and settings allow this, asked one by one.
 bool isAllowed(const RandomDesign& given, const Design& design, const Placement& placement)
 {
+    const Site& site = *given.device.site(placement.site);
     return PlacementRules(given.device, design).propose(placement.resource, placement.site).isAllowed()
-        && given.settings.disablingSetting(*given.device.site(placement.site)).isEmpty();
+        && given.settings.disablingSetting(site).isEmpty();
 }
 
 // Tries everything.
@@ -71,11 +72,21 @@ class TestPlacementSearch : public zeltest::Test
     Q_OBJECT
 private Q_SLOTS:
     // The answer, the plan and the conflict of random designs, against trying everything.
+    void agreesWithTryingEverything_data()
+    {
+        const Rows<int> row;
+        row("plain designs", static_cast<int>(RandomDesign::Sort::Plain));
+        row("at most so many in a group", static_cast<int>(RandomDesign::Sort::GroupRules));
+        row("units full of IPs", static_cast<int>(RandomDesign::Sort::PackedUnits));
+        row("linked resources", static_cast<int>(RandomDesign::Sort::Links));
+    }
+
     void agreesWithTryingEverything()
     {
+        const auto [sort] = row<int>();
         int impossible = 0;
         for (unsigned int seed = 1; seed <= RandomDesigns; ++seed) {
-            const RandomDesign given(seed);
+            const RandomDesign given(seed, static_cast<RandomDesign::Sort>(sort));
             const PlacementSearch search(
                 given.device, given.design, given.settings, [](int site) { return QPointF(site * 7 % 5, site % 3); });
             const std::vector<int> wanted = search.unplaced();
@@ -107,9 +118,9 @@ private Q_SLOTS:
         row("enough room", {}, {"duo", "idle/p", "v33", "v18"}, "");
         row("channels that need units side by side", {"duo/a@U0_CH1", "duo/b@U1_CH0", "trio/a@U0_CH0"}, {"trio"},
             "top/trio/b and top/trio/c cannot be placed together: there is 1 site left for 2 resources; "
-            "the channels of one IP share one unit or neighbouring ones");
+            "what belongs together shares one unit or neighbouring ones");
         row("a clock that reaches one unit of two", {"idle/p@PLL_EDGE"}, {"trio"},
-            "top/trio/a, top/trio/b, top/trio/c and top/trio/pll cannot be placed together: a clock source has to "
+            "top/trio/a, top/trio/b, top/trio/c and top/trio/pll cannot be placed together: a source has to "
             "reach every unit that it serves");
         row("a reference that does not reach the channels", {"duo/ref@REF_R", "trio/a@U2_CH0", "trio/b@U2_CH1"},
             {"duo"},
@@ -117,9 +128,10 @@ private Q_SLOTS:
             "example, top/duo/ref on REF_R does not reach U0");
         row("sources that feed nothing", {}, {"idle"},
             "top/idle/p, top/idle/q and top/idle/r cannot be placed together: there are 2 sites left for 3 resources; "
-            "a clock site inside a unit takes no source that feeds nothing");
+            "a site inside a unit takes no source that feeds nothing");
         row("three voltages for two banks", {}, {"v33", "v18", "v12"},
-            "top/v33, top/v18 and top/v12 cannot be placed together: the supplies of one bank have one voltage");
+            "top/v33, top/v18 and top/v12 cannot be placed together: all of type UVCCIO in one group have the same "
+            "voltage");
         row("banks of other voltages", {"v33@V0_1", "v18@V1_1"}, {"v12"},
             "top/v12 cannot be placed: none of the 2 free sites for resources of type UVCCIO takes it; for example, "
             "top/v12 needs 1.2 V, but top/v33 gives 3.3 V to BANK0");
@@ -147,12 +159,15 @@ private Q_SLOTS:
     void placesNearPartners()
     {
         Device device;
-        device.addKind({"supply", "Supply", {ResourceType::Uvccio}, {}});
+        device.addKind({"supply", "Supply", {findType(device.types(), "UVCCIO")}, {}});
         Design design("top");
         for (int n = 0; n < 10; ++n)
             device.addSite({n, QString("V%1").arg(n), 0, QString("B%1").arg(n), {}, {}, {}, {}, {}});
         for (const char* const name : {"a", "b", "c"}) {
-            const Resource supply{name, {}, ResourceType::Uvccio, -1, {}, -1, false, false, "1.8 V", {}, {}};
+            Resource supply;
+            supply.name = name;
+            supply.type = findType(device.types(), "UVCCIO");
+            supply.properties.insert("voltage", "1.8 V");
             design.add(-1, supply);
         }
         design.setSite(0, 6);
@@ -161,11 +176,52 @@ private Q_SLOTS:
         QCOMPARE(sitesOf(search.run(search.unplaced(), {})), std::vector<int>({4, 5}));
     }
 
-    // What holds up a search of which the proof would take ages: one more IP than the units can take, of three channels
-    // where a unit has five.
+    // Units in a row, and IPs of so many channels each: what takes longer than a moment counts as not found.
+    void packsUnits_data()
+    {
+        using Numbers = std::vector<int>;
+        const Rows<Numbers, Numbers, bool, QString> row;
+        row("three and one in units of four", Numbers(40, 4), repeated({3, 1}, 40), false, "placed");
+        row("big ones last", Numbers(40, 5), repeated({2, 3}, 40), false, "placed");
+        row("three in units of two side by side", Numbers(60, 2), Numbers(40, 3), true, "placed");
+        row("three and one in units of two and four", repeated({2, 4}, 20), repeated({3, 1, 1, 1}, 20), true, "placed");
+        row("no site to spare", Numbers(30, 9), cut(30, 9), false, "placed");
+        row("no room for two in a unit", Numbers(10, 5), Numbers(11, 3), false, "impossible");
+        row("more channels than sites", Numbers(10, 3), Numbers(11, 3), true, "impossible");
+    }
+
+    void packsUnits()
+    {
+        const auto [units, ips, areNeighbours, expected] = row<std::vector<int>, std::vector<int>, bool, QString>();
+        const Packing packing(units, ips, areNeighbours);
+        const PlacementSearch search(packing.device, packing.design, SettingStore(packing.device), {});
+        const PlacementAnswer answer = search.run(search.unplaced(), {});
+        QCOMPARE(answer.kind == Kind::Placed      ? "placed"
+                : answer.kind == Kind::Impossible ? "impossible"
+                                                  : "not found",
+            expected);
+    }
+
+    // A rule that counts is part of the reason, and so is what it counts.
+    void saysThatAGroupIsFull()
+    {
+        const Packing packing(std::vector<int>(12, 2), std::vector<int>(13, 1), false, 1);
+        const PlacementSearch search(packing.device, packing.design, SettingStore(packing.device), {});
+        const PlacementAnswer answer = search.run(search.unplaced(), {});
+        QCOMPARE(answer.sentence,
+            "top/0/0, top/1/0, top/2/0 and 10 more cannot be placed together: one group takes at most 1 of type "
+            "DCUCHANNEL");
+        QCOMPARE(answer.placements.size(), std::size_t(12));
+    }
+
+    // What holds up a search of which the proof would take ages: units of nine sites for IPs of four and three
+    // channels, of which fewer than counting says fit together.
     void endsInTimeAndWhenCancelled()
     {
-        const PlacementSearch search(m_packing.device, m_packing.design, SettingStore(m_packing.device), {});
+        std::vector<int> ips(15, 4);
+        ips.resize(15 + 8, 3);
+        const Packing packing(std::vector<int>(10, 9), ips, false);
+        const PlacementSearch search(packing.device, packing.design, SettingStore(packing.device), {});
         PlacementSearch::Limits limits;
         limits.time = std::chrono::milliseconds(300);
         int reports = 0;
@@ -192,26 +248,67 @@ private:
         return sites;
     }
 
+    static std::vector<int> repeated(const std::vector<int>& numbers, int times)
+    {
+        std::vector<int> result;
+        for (int n = 0; n < times; ++n)
+            result.insert(result.end(), numbers.begin(), numbers.end());
+        return result;
+    }
+
+    // IPs of two channels and more that fill units of so many sites.
+    static std::vector<int> cut(int units, int sites)
+    {
+        zeltest::Random random(1);
+        std::vector<int> result;
+        for (int left = 0, unit = 0; unit < units || left > 0; left -= result.back()) {
+            if (left == 0) {
+                left = sites;
+                ++unit;
+            }
+            result.push_back(left < 4 ? left : std::min(left - 2, 2 + random.below(4)));
+        }
+        std::sort(result.begin(), result.end()); // the order that fits worst
+        return result;
+    }
+
+    // Units with so many sites and IPs with so many channels; the units may be neighbours in a row.
     struct Packing
     {
-        Packing()
+        Packing(const std::vector<int>& units, const std::vector<int>& ips, bool areNeighbours, int most = 0)
         {
-            device.addKind({"channel", "Channel", {ResourceType::DcuChannel}, {}});
-            for (int n = 0; n < 10 * 5; ++n)
-                device.addSite({n, QString("C%1").arg(n), 0, QString("U%1").arg(n / 5), {}, {}, {}, {}, {}});
-            for (int n = 0; n < 11 * 4; ++n) {
-                const bool isIp = n % 4 == 0;
-                design.add(isIp ? -1 : n - n % 4,
-                    {QString::number(n), {}, isIp ? ResourceType::Ip : ResourceType::DcuChannel, -1, {}, -1, false,
-                        false, {}, {}, {}});
+            const auto channel = std::make_shared<ResourceType>(*findType(standardTypes(), "DCUCHANNEL"));
+            const auto ipType = std::make_shared<ResourceType>(*findType(standardTypes(), "IP"));
+            channel->mostInGroup = most;
+            ipType->parts = channel.get();
+            device.setTypes({ipType, channel});
+            device.addKind({"channel", "Channel", {channel.get()}, {}});
+            for (std::size_t unit = 0; unit < units.size(); ++unit) {
+                const QStringList neighbours(areNeighbours && unit > 0 ? 1 : 0, QString("U%1").arg(unit - 1));
+                for (int n = 0; n < units[unit]; ++n) {
+                    const int id = static_cast<int>(device.sites().size());
+                    device.addSite(
+                        {id, QString("C%1").arg(id), 0, QString("U%1").arg(unit), neighbours, {}, {}, {}, {}});
+                }
             }
+            for (std::size_t ip = 0; ip < ips.size(); ++ip) {
+                const int parent = design.add(-1, resourceOf(static_cast<int>(ip), ipType.get()));
+                for (int n = 0; n < ips[ip]; ++n)
+                    design.add(parent, resourceOf(n, channel.get()));
+            }
+        }
+        static Resource resourceOf(int number, const ResourceType* type)
+        {
+            Resource result;
+            result.name = QString::number(number);
+            result.type = type;
+            return result;
         }
         Device device;
         Design design{"top"};
     };
 
     const ProjectFolder m_folder{DESIGN};
-    const Packing m_packing;
 };
 
 ZEL_TEST_MAIN(TestPlacementSearch)

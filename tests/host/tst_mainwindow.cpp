@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "graphics/elements/elementidset.h"
 #include "host/widgets/chipstatusbar.h"
 #include "host/widgets/loadprogress.h"
 #include "tests/host/hostfiles.h"
@@ -16,6 +17,7 @@
 #include <QMouseEvent>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QRubberBand>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
@@ -237,6 +239,15 @@ private Q_SLOTS:
             shown.view()->zoomOut();
             QVERIFY(shown.view()->transform().m11() < factor); // never beyond the limits
         }
+        const QTransform last = shown.view()->viewportTransform();
+        QTest::mousePress(viewport, Qt::LeftButton, {}, {10, 10});
+        QTest::mouseMove(viewport, {200, 200});
+        QApplication::setActiveWindow(shown.window.get());
+        QTest::keyClick(shown.window.get(), Qt::Key_Escape); // leaves the mode; the rectangle comes to nothing
+        QVERIFY(!shown.view()->findChild<QRubberBand*>()->isVisible());
+        QTest::mouseRelease(viewport, Qt::LeftButton, {}, {200, 200});
+        QCOMPARE(shown.view()->viewportTransform(), last);
+        QVERIFY(ZELChipViewDatabase::getInstance()->selectedIds().isEmpty());
     }
 
     void earlierViewsComeBack()
@@ -307,7 +318,8 @@ private Q_SLOTS:
 
         QApplication::setActiveWindow(shown.window.get());
         const std::pair<Qt::Key, int> keys[]
-            = {{Qt::Key_H, ACTION_PAN}, {Qt::Key_Z, ACTION_ZOOM}, {Qt::Key_S, ACTION_SELECT}};
+            = {{Qt::Key_H, ACTION_PAN}, {Qt::Key_Escape, ACTION_PAN}, {Qt::Key_Z, ACTION_ZOOM},
+                {Qt::Key_Escape, ACTION_SELECT}, {Qt::Key_Z, ACTION_ZOOM}, {Qt::Key_S, ACTION_SELECT}};
         for (const auto& [key, mode] : keys) {
             QTest::keyClick(shown.window.get(), key);
             QCOMPARE(database->getMouseMode(), mode);

@@ -25,7 +25,7 @@ using namespace mirn::zelchip;
 namespace {
 
 const QByteArray Locked = R"([{"name": "core", "type": "PLL"},
-  {"name": "held", "type": "DCUCHANNEL", "site": "DCU0_CH0", "fixed": true}])";
+  {"name": "held", "type": "DCUCHANNEL", "site": "U0_CH0", "fixed": true}])";
 
 enum class Trouble { Cancelled, FullDisk };
 
@@ -47,7 +47,11 @@ class FullDisk final : public FileLayer
 class Pictures : public ShownWindow
 {
 public:
-    Pictures() { show(files.write("small.svg", smallDrawing())); }
+    explicit Pictures(const QByteArray& resources = "[]")
+        : files(resources)
+    {
+        show(files.write("small.svg", smallDrawing()));
+    }
     ~Pictures() { window.reset(); } // before its files go
 
     // Exports into a file with this suffix and returns its content.
@@ -114,8 +118,8 @@ private Q_SLOTS:
         const Rows<QString, QString> row; // before, options
         row("the whole drawing", "zel_view names 0", "-overlays 0");
         row("the whole drawing while a part is shown", "zel_view names 0; zel_view fit", "-part whole -overlays 0");
-        row("the visible part", "zel_view names 0; zel_view zoom DCU0_CH0", "-part visible -overlays 0");
-        row("a selection, and what is over it", "zel_view select DCU0_CH0; zel_view fit", "-overlays 1");
+        row("the visible part", "zel_view names 0; zel_view zoom U0_CH0", "-part visible -overlays 0");
+        row("a selection, and what is over it", "zel_view select U0_CH0; zel_view fit", "-overlays 1");
     }
 
     void pngIsWhatTheWindowShows()
@@ -129,10 +133,9 @@ private Q_SLOTS:
         QImage screen(viewport->size(), QImage::Format_RGB32);
         viewport->render(&screen, {}, {}, QWidget::DrawWindowBackground);
         if (options.contains("whole"))
-            shown.run("zel_view zoom DCU0_CH0; zel_view in");
+            shown.run("zel_view zoom U0_CH0; zel_view in");
         const QString size = QString(" -size %1x%2").arg(screen.width()).arg(screen.height());
         QCOMPARE(QImage::fromData(shown.exported("png", options + size)).convertToFormat(screen.format()), screen);
-        shown.window.reset(); // before its files go
     }
 
     void textsAreTexts()

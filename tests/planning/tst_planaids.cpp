@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/sceneelements.h"
 #include "planning/linepicture.h"
+#include "planning/locklayer.h"
+#include "planning/namelayer.h"
 #include "planning/planaids.h"
 #include "platform/contract/zelplanengine.h"
 #include "tests/support/chipviewfixture.h"
@@ -35,6 +37,7 @@ public:
         return *rsc == "top/ch" ? pairs : zelplanengine::connectionsOf(rsc);
     }
     int siteOf(const std::string* rsc) override { return *rsc == "top/clk" ? 1 : *rsc == "top/ch" ? 2 : -1; }
+    std::string occupant(const std::string* site) override { return "r" + *site; }
     std::string refusalToPlace(const std::string* rsc) override { return *rsc == "top/held" ? "it is held" : ""; }
     std::string refusalReason(const std::string* rsc, const std::string* site) override
     {
@@ -47,14 +50,27 @@ public:
     int questions = 0;
 };
 
-// Sites in a row, 100 units apart, with the aids on them and a tree whose rows are resources.
+// Four sites, of which 3 and 4 are on layer 1.
+class Sites : public ChipView
+{
+public:
+    Sites()
+    {
+        drawing.addRect(1, 20, 100, 40, 40);
+        drawing.addRect(2, 220, 100, 40, 40);
+        drawing.addRect(3, 20, 240, 40, 40).layer = 1;
+        drawing.addRect(4, 220, 240, 40, 40).layer = 1;
+        drawing.parameter.layerRanges[1] = {0.0, 100.0};
+        open();
+    }
+};
+
+// Sites with the aids on them and a tree whose rows are resources.
 class Aided
 {
 public:
     Aided()
-        : chip({{1, QRectF(20, 100, 40, 40)}, {2, QRectF(220, 100, 40, 40)}, {3, QRectF(20, 240, 40, 40)},
-            {4, QRectF(220, 240, 40, 40)}})
-        , aids(new PlanAids(ChipView::view(), &tree, engine))
+        : aids(new PlanAids(ChipView::view(), &tree, engine))
     { }
 
     void select(const QString& resource, const QStringList& parts = {})
@@ -83,10 +99,10 @@ public:
     }
 
     PlanEngine engine;
-    ChipView chip;
+    Sites chip;
     QTreeWidget tree;
     PlanAids* aids; // child of the view
-    const QImage before = ChipView::picture();
+    QImage before = ChipView::picture();
 };
 
 const QRectF NearFrom(40, 80, 100, 60); // from the middle of site 1 to the right, above it
@@ -106,10 +122,10 @@ private Q_SLOTS:
         const zelconnection supplies{"top/v", "top/w", 1, 2, ""};
         const zelconnection broken{"top/clk", "top/ch", 1, 2, "too far"};
         const zelconnection open{"top/clk", "top/new", 1, -1, ""};
-        const QColor clockColor(0xa0, 0x58, 0x00);
+        const QColor clockColor(0x8a, 0x4a, 0x00);
         row("a clock", clock, Shown::OfSelection, "top/clk", 0, clockColor, true);
         row("channels", channels, Shown::OfSelection, "top/ch", 0, QColor(0x56, 0x3a, 0xa8), true);
-        row("supplies", supplies, Shown::OfSelection, "top/v", 0, QColor(0x0b, 0x6e, 0x75), true);
+        row("supplies", supplies, Shown::OfSelection, "top/v", 0, QColor(0x0a, 0x5f, 0x66), true);
         row("a broken rule", broken, Shown::OfSelection, "top/clk", 0, QColor(0xff, 0x4a, 0x2e), true);
         row("the branch above", clock, Shown::OfSelection, "top", 0, clockColor, true);
         row("a selected site", clock, Shown::OfSelection, "", 2, clockColor, true);
@@ -185,6 +201,82 @@ private Q_SLOTS:
         aided.engine.candidates.clear();
         aided.aids->refresh();
         QCOMPARE(ChipView::colorAt({40, 120}), Grey);
+    }
+
+    // A line leads to where a hidden site is, but nothing is painted on it, and no stub leads there.
+    void hiddenSitesHaveNoMarks_data()
+    {
+        const Rows<zelconnection, QString, QRectF, QRectF, bool> row; // selected row; where nothing is, where a line is
+        const QRectF site3(20, 240, 40, 40);
+        row("a candidate", {"", "", -1, -1, ""}, "top/new", site3, NearFrom, false);
+        row("a stub", {"top/clk", "top/new", 1, -1, ""}, "top/new", {0, 142, 100, 95}, NearFrom, false);
+        row("the end of a line", {"top/clk", "top/x", 1, 3, ""}, "top/clk", {20, 262, 40, 20}, {40, 180, 40, 20}, true);
+    }
+
+    void hiddenSitesHaveNoMarks()
+    {
+        const auto [connection, resource, empty, way, isLine] = row<zelconnection, QString, QRectF, QRectF, bool>();
+        Aided aided;
+        aided.engine.connected = {connection};
+        aided.select(resource);
+        QVERIFY(aided.changedPixels(empty) > 0);
+        const auto show = [&aided](bool areShown) {
+            aided.aids->setConnections(areShown ? Shown::OfSelection : Shown::Off);
+            aided.aids->setCandidatesShown(areShown);
+        };
+        show(false);
+        ChipView::scene()->getVisibleLayers().removeAll(1);
+        aided.before = ChipView::picture();
+        show(true);
+        QCOMPARE(aided.changedPixels(empty), 0);
+        QCOMPARE(aided.changedPixels(way) > 10, isLine);
+        QCOMPARE(!aided.aids->toolTipAt(ChipView::view()->mapFromScene(QPointF(59, 190))).isEmpty(), isLine);
+    }
+
+    // A host may load another drawing into the same view.
+    void placesFollowAnotherDrawing_data()
+    {
+        const Rows<QString, bool, bool> row; // the selected row; whether there are names, padlocks
+        row("candidates", "top/new", false, false);
+        row("connections", "top/clk", false, false);
+        row("names", "", true, false);
+        row("padlocks", "", false, true);
+    }
+
+    void placesFollowAnotherDrawing()
+    {
+        const auto [resource, hasNames, hasPadlocks] = row<QString, bool, bool>();
+        Aided aided;
+        aided.engine.connected = {{"top/clk", "top/x", 1, 3, ""}};
+        auto* names = hasNames ? new NameLayer(ChipView::view(), aided.engine) : nullptr; // owned by the view
+        auto* padlocks = hasPadlocks ? new LockLayer(ChipView::view()) : nullptr; // owned by the view
+        const QRectF old(20, 240, 40, 40);
+        const QRectF moved(320, 20, 40, 40);
+        const auto refresh = [&] {
+            if (names)
+                names->refresh();
+            if (padlocks)
+                padlocks->setElements({3});
+            aided.aids->refresh();
+        };
+        refresh();
+        if (!resource.isEmpty())
+            aided.select(resource);
+        QVERIFY(aided.changedPixels(old) > 0);
+        static_cast<zel_Rect*>(aided.chip.drawing.records[2])->x = moved.x();
+        static_cast<zel_Rect*>(aided.chip.drawing.records[2])->y = moved.y();
+        ChipView::scene()->clear(); // else the new drawing would lie on the old one
+        QVERIFY(aided.chip.window->initGrahpicView());
+        refresh();
+        const auto isMarked = [](const QRectF& site) {
+            const QImage picture = ChipView::picture();
+            const QPoint corner = ChipView::view()->mapFromScene(site.topLeft());
+            QImage bare(36, 36, picture.format());
+            bare.fill(Grey);
+            return picture.copy(QRect(corner + QPoint(2, 2), bare.size())) != bare;
+        };
+        QVERIFY(isMarked(moved));
+        QCOMPARE(ChipView::colorAt(old.center()), ChipView::colorAt(old.topLeft() - QPointF(10, 10)));
     }
 
     // A scroll of any length leaves the picture of thousands of lines as it would be drawn anew.

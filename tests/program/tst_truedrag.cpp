@@ -123,6 +123,8 @@ private Q_SLOTS:
     {
         press(Pll);
         moveTo(site(TakenPll));
+        moveTo(site(FreePll) - QPoint(15, 0));
+        QTest::qWait(100); // a hand that comes to the site first, and then rests on its label
         moveTo(site(FreePll));
         QTRY_VERIFY_WITH_TIMEOUT(highlightAt(OtherFreePll) > 0, AnswerMilliseconds);
         QCOMPARE(highlightAt(TakenPll), 0);

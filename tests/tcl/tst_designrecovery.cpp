@@ -365,11 +365,15 @@ private Q_SLOTS:
         row("two patterns", "zel_resource list a b",
             "ERROR wrong # args: should be \"zel_resource list ?-unplaced? ?-locked? ?PATTERN?\"");
         row("a name like an option", "zel_resource why -rsc -id -id 50", "ERROR there is no resource \"-id\"");
+        row("a name like the flag of another form", "zel_resource place -rsc -auto -id 50",
+            "ERROR there is no resource \"-auto\"");
+        row("the other form", "zel_resource place -seconds 3",
+            "ERROR wrong # args: should be \"zel_resource place -auto ?-rsc NAME ...? ?-seconds N? ?-partial?\"");
         row("nothing of that name", "zel_resource sites -rsc x", "ERROR there is no resource \"x\"");
         row("no settings", "zel_setting -id 70 -key CH0", "ERROR element 70 has no settings");
         row("the value that is in force", "zel_resource configure -ip top/duo -key rate -value 2.50", "");
         row("unknown verb", "zel_resource put",
-            "ERROR unknown subcommand \"put\" of zel_resource: must be configure, get, list, lock, place, place -auto, "
+            "ERROR unknown subcommand \"put\" of zel_resource: must be configure, get, list, lock, place, "
             "remove, reset, restore, sites, swap, unlock, why");
         row("no key", "zel_resource configure -ip top/duo",
             "ERROR wrong # args: should be \"zel_resource configure -ip NAME -key K ?-value V?\"");

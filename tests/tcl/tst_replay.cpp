@@ -93,7 +93,7 @@ private:
         for (int missing = 1 + random.below(MostOrigins); missing > 0; --missing) {
             for (int index = random.oneOf(m_resources); index >= 0; index = design.resource(index).parent) {
                 m_few.push_back(index);
-                for (const std::vector<int>& related : {design.fedBy(index), design.clocksOf(index)})
+                for (const std::vector<int>& related : {design.fedBy(index), design.sourcesOf(index)})
                     m_few.insert(m_few.end(), related.begin(), related.end());
             }
         }
