@@ -125,9 +125,8 @@ private Q_SLOTS:
     void pngIsWhatTheWindowShows()
     {
         const auto [before, options] = row<QString, QString>();
-        HostFiles files(Locked);
-        Pictures shown;
-        shown.show(files.project.path(), {700, 500});
+        Pictures shown(Locked);
+        shown.show(shown.files.project.path(), {700, 500});
         shown.run(before);
         QWidget* viewport = shown.view()->viewport();
         QImage screen(viewport->size(), QImage::Format_RGB32);
