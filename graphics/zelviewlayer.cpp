@@ -2,6 +2,7 @@
 #include "graphics/zelviewlayer.h"
 
 #include <QGraphicsView>
+#include <QPainter>
 
 namespace mirn::zelchipview {
 
@@ -26,6 +27,28 @@ void ZelViewLayer::setShown(bool isShown)
     m_isShown = isShown;
     if (m_viewport)
         m_viewport->update();
+}
+
+void ZelViewLayer::paintElsewhere(QPainter& painter, const QTransform& sceneToPicture, const QRect& area)
+{
+    if (!view())
+        return;
+    const Elsewhere elsewhere{sceneToPicture, area};
+    m_elsewhere = &elsewhere;
+    painter.save();
+    paint(painter, area);
+    painter.restore();
+    m_elsewhere = nullptr;
+}
+
+QTransform ZelViewLayer::sceneToPicture() const
+{
+    return m_elsewhere ? m_elsewhere->sceneToPicture : m_view->viewportTransform();
+}
+
+QRect ZelViewLayer::pictureRect() const
+{
+    return m_elsewhere ? m_elsewhere->area : m_view->viewport()->rect();
 }
 
 void ZelViewLayer::update()

@@ -5,11 +5,12 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QRect>
+#include <QTransform>
 #include <QWidget> // view() asks the pointer to it
 
 class QGraphicsView;
 class QPainter;
-class QRect;
 class QRectF;
 
 namespace mirn::zelchipview {
@@ -33,9 +34,22 @@ public:
     // do not depend on the screen's scale, and everything outside the paint event's region is clipped.
     virtual void paint(QPainter& painter, const QRect& exposed) = 0;
 
+    // Has paint() paint a picture for somewhere else than the screen, with another part of the scene than the viewport:
+    // `area` in the painter's units, which are pixels as well.
+    void paintElsewhere(QPainter& painter, const QTransform& sceneToPicture, const QRect& area);
+
 protected:
     // Null while the view is being destroyed.
     [[nodiscard]] QGraphicsView* view() const { return m_viewport ? m_view : nullptr; }
+
+    // What paint() paints for: where the scene lies in the painter's units, and what all of the picture covers in them.
+    // That is the viewport but during paintElsewhere(), so a layer asks here and not the view.
+    [[nodiscard]] QTransform sceneToPicture() const;
+    [[nodiscard]] QRect pictureRect() const;
+
+    // Whether paint() paints on the screen. Elsewhere the painter may be one of vectors, for which pictures of pixels
+    // that a layer keeps are too coarse.
+    [[nodiscard]] bool isOnScreen() const { return !m_elsewhere; }
 
     // Both have the view paint again, everything or an area in scene units and a margin in pixels around it.
     void update();
@@ -45,6 +59,13 @@ private:
     QGraphicsView* const m_view;
     const QPointer<QWidget> m_viewport; // goes before its view does
     bool m_isShown = true;
+
+    struct Elsewhere
+    {
+        QTransform sceneToPicture;
+        QRect area;
+    };
+    const Elsewhere* m_elsewhere = nullptr; // during paintElsewhere() only
 };
 
 } // namespace mirn::zelchipview

@@ -54,7 +54,7 @@ void CandidateLayer::paint(QPainter& painter, const QRect& exposed)
     if (m_candidates.empty() || !scene)
         return;
     const QList<int> layers = scene->getVisibleLayers();
-    const QTransform transform = view()->viewportTransform();
+    const QTransform transform = sceneToPicture();
     const ElementIdSet& lit = DrawingController::current().highlightedIds();
     QVector<QRect> tints;
     QVector<QRect> edges;

@@ -138,7 +138,7 @@ const PlanLine* ConnectionLayer::lineAt(QPoint position) const
 
 double ConnectionLayer::distanceTo(const PlanLine& line, const QPointF& position) const
 {
-    const QTransform transform = view()->viewportTransform();
+    const QTransform transform = sceneToPicture();
     if (!hasFewLines())
         return line.isStub ? std::numeric_limits<double>::max()
                            : distanceToSegment(position, transform.map(line.from), transform.map(line.to));
@@ -156,7 +156,10 @@ void ConnectionLayer::paint(QPainter& painter, const QRect& exposed)
     if (m_lines.empty() || !view())
         return;
     if (!hasFewLines()) {
-        paintPicture(painter, exposed);
+        if (isOnScreen())
+            paintPicture(painter, exposed);
+        else
+            paintThinLines(painter);
         return;
     }
     painter.setRenderHint(QPainter::Antialiasing, true);
@@ -185,8 +188,8 @@ void ConnectionLayer::paintPicture(QPainter& painter, const QRect& exposed)
         return QRectF(QPointF(area.topLeft()) * ratio, QSizeF(area.size()) * ratio).toAlignedRect();
     };
     LinePicture::Target target;
-    target.toPixels = view()->viewportTransform() * QTransform::fromScale(ratio, ratio);
-    target.viewport = inPixels(view()->viewport()->rect());
+    target.toPixels = sceneToPicture() * QTransform::fromScale(ratio, ratio);
+    target.viewport = inPixels(pictureRect());
     target.ratio = ratio;
     const QRect whole = inPixels(exposed) & target.viewport;
     const QRegion clip = painter.paintEngine() ? painter.paintEngine()->systemClip() : QRegion();
@@ -199,9 +202,25 @@ void ConnectionLayer::paintPicture(QPainter& painter, const QRect& exposed)
     }
 }
 
+// The same lines as vectors.
+void ConnectionLayer::paintThinLines(QPainter& painter) const
+{
+    const QTransform transform = sceneToPicture();
+    const QRectF area = QRectF(pictureRect()).adjusted(-1, -1, 1, 1);
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    for (const PlanLine& line : m_lines) {
+        const QLineF shown = transform.map(QLineF(line.from, line.to));
+        const QRectF bounds = QRectF(shown.p1(), shown.p2()).normalized().adjusted(0, 0, 1, 1);
+        if (line.isStub || !bounds.intersects(area))
+            continue;
+        painter.setPen(thinPen(line));
+        painter.drawLine(shown);
+    }
+}
+
 QPainterPath ConnectionLayer::curveOf(const PlanLine& line) const
 {
-    const QTransform transform = view()->viewportTransform();
+    const QTransform transform = sceneToPicture();
     const QPointF from = transform.map(line.from);
     QPointF to = transform.map(line.to);
     QPainterPath path(from);

@@ -42,6 +42,7 @@ private:
     [[nodiscard]] bool hasFewLines() const;
     [[nodiscard]] QList<int> visibleLayers() const;
     void paintPicture(QPainter& painter, const QRect& exposed);
+    void paintThinLines(QPainter& painter) const;
     void paintCurve(QPainter& painter, const QPainterPath& curve, const PlanLine& line) const;
     void paintDots(QPainter& painter, const QPainterPath& curve, const PlanLine& line, const QList<int>& layers) const;
     [[nodiscard]] QPainterPath curveOf(const PlanLine& line) const;

@@ -96,7 +96,7 @@ std::vector<QRectF> GhostLayer::outlinesInPixels() const
 {
     std::vector<QRectF> outlines;
     for (const Ghost& ghost : m_ghosts)
-        outlines.push_back(view()->viewportTransform().map(ghost.outline).boundingRect());
+        outlines.push_back(sceneToPicture().map(ghost.outline).boundingRect());
     return outlines;
 }
 
@@ -111,7 +111,7 @@ void GhostLayer::paint(QPainter& painter, const QRect& /*exposed*/)
     for (std::size_t i = 0; i < m_ghosts.size(); ++i) {
         painter.setPen(QPen(GhostBorder, GhostBorderWidth));
         painter.setBrush(GhostFill);
-        painter.drawPath(view()->viewportTransform().map(m_ghosts[i].outline));
+        painter.drawPath(sceneToPicture().map(m_ghosts[i].outline));
         const QSizeF text(metrics.horizontalAdvance(m_ghosts[i].name), metrics.height());
         const QRectF plate = plateFor(taken[i], text + QSizeF(2 * PlatePadding, 2 * PlatePadding), taken);
         painter.setPen(Qt::NoPen);

@@ -109,6 +109,13 @@ QColor colorOf(const PlanLine& line)
     return QColor(0x0a, 0x5f, 0x66);
 }
 
+QPen thinPen(const PlanLine& line)
+{
+    QColor color = colorOf(line);
+    color.setAlpha(ThinLineAlpha);
+    return QPen(color, 1);
+}
+
 void LinePicture::paint(QPainter& painter, const std::vector<PlanLine>& lines, const Target& target)
 {
     QPoint scrolled;
@@ -205,9 +212,7 @@ void LinePicture::draw(const PlanLine& line, const QRect& tiles, std::vector<QIm
     const QPoint to(static_cast<int>(std::floor(x2)), static_cast<int>(std::floor(y2)));
     if (from == to)
         return;
-    QColor color = colorOf(line);
-    color.setAlpha(ThinLineAlpha);
-    const QRgb pixel = qPremultiply(color.rgba());
+    const QRgb pixel = qPremultiply(thinPen(line).color().rgba());
     const QPoint topLeft(std::min(from.x(), to.x()), std::min(from.y(), to.y()));
     const QPoint bottomRight(std::max(from.x(), to.x()), std::max(from.y(), to.y()));
     const QRect touched = tilesOf(QRect(topLeft, bottomRight)) & tiles;

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QImage>
 #include <QPair>
+#include <QPen>
 #include <QTransform>
 
 #include <vector>
@@ -63,5 +64,8 @@ private:
 
 // The colour of a line, for everybody who draws one.
 [[nodiscard]] QColor colorOf(const PlanLine& line);
+
+// The pen that draws one of very many lines somewhere else than in the picture.
+[[nodiscard]] QPen thinPen(const PlanLine& line);
 
 } // namespace mirn::zelchipview

@@ -28,6 +28,16 @@ constexpr double SmallestAmongMany = 40; // side of a marked element if there ar
 const QColor BadgeGround(255, 255, 255, 225);
 const QColor BadgeColor(40, 44, 52);
 
+void paintBadge(QPainter& painter, const QRectF& area)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(BadgeGround);
+    painter.drawEllipse(area);
+    const double margin = area.width() * 0.2;
+    LockLayer::paintPadlock(painter, area.adjusted(margin, margin * 0.8, -margin, -margin * 1.1), BadgeColor);
+}
+
 } // namespace
 
 LockLayer::LockLayer(QGraphicsView* view)
@@ -58,7 +68,7 @@ void LockLayer::paint(QPainter& painter, const QRect& exposed)
     auto* scene = view() ? qobject_cast<ZelGraphicsScene*>(view()->scene()) : nullptr;
     if (!scene)
         return;
-    const QTransform toView = view()->viewportTransform();
+    const QTransform toView = sceneToPicture();
     const double pixelRatio = view()->viewport()->devicePixelRatioF();
     const double smallestSide = smallestMarkedSide(*scene);
     for (const SitePlace& place : m_places) {
@@ -67,16 +77,19 @@ void LockLayer::paint(QPainter& painter, const QRect& exposed)
         if (side < smallestSide || !area.intersects(exposed) || !scene->isLayerVisible(place.layer))
             continue;
         const int size = std::clamp(static_cast<int>(side * BadgeShare), SmallestBadge, LargestBadge);
-        painter.drawPixmap(
-            QPointF(area.right() - size - BadgeMargin, area.top() + BadgeMargin), badge(size, pixelRatio));
+        const QPointF corner(area.right() - size - BadgeMargin, area.top() + BadgeMargin);
+        if (isOnScreen())
+            painter.drawPixmap(corner, badge(size, pixelRatio));
+        else
+            paintBadge(painter, QRectF(corner, QSizeF(size, size)));
     }
 }
 
 // It counts all that is shown and not only what is exposed, so that every part of the view has the same padlocks.
 double LockLayer::smallestMarkedSide(ZelGraphicsScene& scene) const
 {
-    const QTransform toView = view()->viewportTransform();
-    const QRectF viewport = view()->viewport()->rect();
+    const QTransform toView = sceneToPicture();
+    const QRectF viewport = pictureRect();
     int count = 0;
     for (const SitePlace& place : m_places) {
         const QRectF area = toView.mapRect(place.area);
@@ -96,13 +109,7 @@ const QPixmap& LockLayer::badge(int size, double pixelRatio)
     m_badge = QPixmap(pixels, pixels);
     m_badge.fill(Qt::transparent);
     QPainter painter(&m_badge);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(BadgeGround);
-    painter.drawEllipse(QRectF(0, 0, pixels, pixels));
-    const double margin = pixels * 0.2;
-    paintPadlock(
-        painter, QRectF(0, 0, pixels, pixels).adjusted(margin, margin * 0.8, -margin, -margin * 1.1), BadgeColor);
+    paintBadge(painter, QRectF(0, 0, pixels, pixels));
     painter.end();
     m_badge.setDevicePixelRatio(pixelRatio);
     return m_badge;

@@ -189,7 +189,7 @@ void NameLayer::paint(QPainter& painter, const QRect& exposed)
         return;
     collect(*scene);
     measure();
-    const QTransform transform = view()->viewportTransform();
+    const QTransform transform = sceneToPicture();
     const QRectF area = transform.inverted().mapRect(QRectF(exposed));
     painter.setFont(m_font);
     for (int place : sitesIn(*scene, area, m_height / transform.m11())) {
@@ -203,7 +203,7 @@ void NameLayer::paint(QPainter& painter, const QRect& exposed)
 
 void NameLayer::paintName(QPainter& painter, ZelGraphicsScene& scene, int id, const QRectF& area)
 {
-    const QRectF site = view()->viewportTransform().mapRect(area);
+    const QRectF site = sceneToPicture().mapRect(area);
     const Name& name = nameOf(id);
     if (name.texts[1].isEmpty() || site.width() < name.widths[1] + 2 * NameMargin)
         return;
@@ -212,7 +212,7 @@ void NameLayer::paintName(QPainter& painter, ZelGraphicsScene& scene, int id, co
         return;
     std::vector<QRectF> labels = labelsIn(scene, area);
     for (QRectF& label : labels)
-        label = view()->viewportTransform().mapRect(label);
+        label = sceneToPicture().mapRect(label);
     const int which = site.width() >= name.widths[0] + 2 * NameMargin ? 0 : 1;
     const std::optional<QRectF> place = placeOf({name.widths[which], m_height}, site, labels);
     if (!place)

@@ -5,6 +5,7 @@
 #include "graphics/elements/enlarged.h"
 #include "graphics/painting/raster/picturedevice.h"
 #include "graphics/painting/raster/polygoncoverage.h"
+#include "graphics/painting/shapepainter.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,12 +22,6 @@ constexpr int FewTexts = 200;
 bool isVisible(QRgb color)
 {
     return qAlpha(color) != 0;
-}
-
-// Unlike QRectF::intersects(), this includes rectangles without width or height.
-bool touches(const QRectF& a, const QRectF& b)
-{
-    return a.left() <= b.right() && b.left() <= a.right() && a.top() <= b.bottom() && b.top() <= a.bottom();
 }
 
 // Returns the area of the scene that a part of the image shows, with the margin.
@@ -146,13 +141,7 @@ void ListPainter::Job::draw(const Primitive& primitive, bool isInside)
 
 ElementStates ListPainter::Job::statesOf(int elementId) const
 {
-    ElementStates states;
-    if (!m_haveStates)
-        return states;
-    states.setFlag(ElementState::Selected, m_states.selected->contains(elementId));
-    states.setFlag(ElementState::Highlighted, m_states.highlighted->contains(elementId));
-    states.setFlag(ElementState::Filtered, m_states.filtered && m_states.filtered->contains(elementId));
-    return states;
+    return m_haveStates ? m_states.of(elementId) : ElementStates();
 }
 
 // Returns whether a point is near enough to the image for the rasteriser's fixed-point numbers.
@@ -225,15 +214,12 @@ void ListPainter::Job::drawRect(const Primitive& primitive, bool isInside)
             m_rasteriser.strokeRect(rect, look.border, *opacity);
         return;
     }
-    QPainter& general = painter();
-    general.setPen(paintrules::borderPen(look));
-    general.setBrush(paintrules::fillBrush(look));
-    general.drawRect(rect);
+    ShapePainter(painter()).drawRect(rect, look);
 }
 
 void ListPainter::Job::drawLine(const Primitive& primitive)
 {
-    QLineF line(primitive.a, primitive.b, primitive.c, primitive.d);
+    const QLineF line(primitive.a, primitive.b, primitive.c, primitive.d);
     const int width = paintrules::lineWidth(primitive.strokeWidth);
     const std::optional<int> opacity = thinOpacity(width);
     if (m_isRaster && opacity && isInside(line.x1(), line.y1()) && isInside(line.x2(), line.y2()) && !isPoint(line)) {
@@ -242,11 +228,7 @@ void ListPainter::Job::drawLine(const Primitive& primitive)
     }
     if (isDotOutside(line))
         return;
-    const bool isFinite
-        = std::isfinite(line.x1()) && std::isfinite(line.y1()) && std::isfinite(line.x2()) && std::isfinite(line.y2());
-    QPainter& general = painter();
-    general.setPen(paintrules::linePen(primitive.strokeColor, primitive.strokeWidth));
-    general.drawLine(isFinite ? line : QLineF());
+    ShapePainter(painter()).drawLine(primitive);
 }
 
 void ListPainter::Job::drawPolygon(const Primitive& primitive)
@@ -254,26 +236,18 @@ void ListPainter::Job::drawPolygon(const Primitive& primitive)
     const paintrules::Look look = paintrules::polygonLook(primitive.fillColor, statesOf(primitive.elementId));
     const auto [first, count] = primitive.corners;
     const QPointF* corners = m_list.corner(first);
-    const bool hasBorder = isVisible(look.border);
-    if (m_isRaster && !hasBorder && m_polygon.make(corners, count, m_mapping)) {
+    if (m_isRaster && !isVisible(look.border) && m_polygon.make(corners, count, m_mapping)) {
         m_rasteriser.drawMask(m_polygon.mask(), look.fill);
         return;
     }
-    QPainter& general = painter();
-    if (hasBorder)
-        general.setPen(paintrules::borderPen(look));
-    else
-        general.setPen(Qt::NoPen);
-    general.setBrush(QColor::fromRgb(look.fill));
-    general.drawPolygon(corners, count);
+    ShapePainter(painter()).drawPolygon(corners, count, look);
 }
 
 void ListPainter::Job::drawText(const Primitive& primitive)
 {
     const TextLabel& label = *primitive.label;
-    const double scale = paintrules::TextItemScale;
     const int rotation = static_cast<int>(primitive.c);
-    const QTransform toImage = QTransform(scale, 0, 0, scale, primitive.a, primitive.b) * m_target.sceneToImage;
+    const QTransform toImage = textTransform(primitive, m_target.sceneToImage);
     if (primitive.d * toImage.m11() < m_target.smallestText)
         return;
     if (m_mayMask && rotation == 0 && primitive.d * toImage.m11() <= GlyphMasks::LargestSize
@@ -281,14 +255,16 @@ void ListPainter::Job::drawText(const Primitive& primitive)
         && (m_hasManyTexts || m_masks.isReadyFor(label, toImage.dx(), toImage.dy()))
         && m_masks.draw(label, toImage.dx(), toImage.dy(), m_target.textPen.color().rgba(), m_rasteriser))
         return;
-    QPainter& general = painter();
-    general.setPen(m_target.textPen);
-    general.setBrush(QBrush(paintrules::colorOf(primitive.fillColor)));
-    general.setFont(m_shaper.font(label));
-    general.setTransform(toImage);
-    general.rotate(rotation);
-    general.drawText(QPointF(0, 0), label.text);
-    general.setTransform(m_target.sceneToImage);
+    ShapePainter(painter()).drawText(primitive, m_shaper.font(label), m_target.textPen, m_target.sceneToImage);
+}
+
+ElementStates ListPainter::States::of(int elementId) const
+{
+    ElementStates states;
+    states.setFlag(ElementState::Selected, selected->contains(elementId));
+    states.setFlag(ElementState::Highlighted, highlighted->contains(elementId));
+    states.setFlag(ElementState::Filtered, filtered && filtered->contains(elementId));
+    return states;
 }
 
 ListPainter::ListPainter(DisplayList& list)

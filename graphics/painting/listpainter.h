@@ -33,6 +33,8 @@ public:
         const ElementIdSet* selected;
         const ElementIdSet* highlighted;
         const ElementIdSet* filtered; // null while the filter is off
+
+        [[nodiscard]] ElementStates of(int elementId) const;
     };
 
     struct Target

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/design/filebeside.h"
 #include "host/design/filelayer.h"
 
 #include <QByteArray>
@@ -21,7 +22,7 @@ struct FileReplacement
 //
 // The file beside it is "NAME.part-1" or the next free number. A killed program leaves it behind; a caller whose lock
 // makes it the only writer passes AreRemoved, which removes "NAME.part-1" first.
-enum class Leftovers { Stay, AreRemoved };
+using Leftovers = FileBeside::Leftovers;
 [[nodiscard]] FileReplacement replaceFile(const QString& fileName, const QByteArray& content,
     FileLayer& files = FileLayer::system(), Leftovers leftovers = Leftovers::Stay);
 

@@ -50,6 +50,7 @@ QList<std::pair<QString, QString>> gestures()
         {tr("Ctrl + F"), tr("find a resource by name, kind or site; Enter selects and zooms to it")},
         {tr("Ctrl + Z, Ctrl + Shift + Z"), tr("undo, redo")},
         {tr("Ctrl + S"), tr("save the placement")},
+        {tr("Ctrl + Shift + E"), tr("export a picture of the drawing as PDF, SVG or PNG")},
         {tr("Enter, double click"), tr("in the problems (View menu): select what one concerns and zoom to it")},
         {tr("Up, Down, Enter"),
             tr("in the comparison (File menu): select the two sites of a difference and zoom to them")},

@@ -12,7 +12,6 @@ namespace mirn::zelchip {
 
 namespace {
 
-constexpr double DrawingMargin = 0.01; // on each side, as a fraction of the larger side
 constexpr double ItemsMargin = 0.04; // more than the scroll bars that appear with the zoom take away
 
 } // namespace

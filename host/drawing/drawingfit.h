@@ -14,6 +14,9 @@ class ZelGraphicsView;
 
 namespace mirn::zelchip {
 
+// The room around the whole drawing when it fits: on each side, as a fraction of its larger side.
+constexpr double DrawingMargin = 0.01;
+
 // Shows the whole drawing in a view and keeps it fitted while the view is resized, until the user zooms. It is a child
 // of the view.
 class DrawingFit final : public QObject

@@ -2,6 +2,7 @@
 #include "host/widgets/loadprogress.h"
 
 #include "host/tcl/translation.h"
+#include "host/widgets/progressdialog.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -13,9 +14,7 @@ namespace mirn::zelchip {
 
 namespace {
 
-constexpr int WholeLoad = 1000; // range of the progress bar
 constexpr double ReadingShare = 0.25; // fraction of the load time
-constexpr int DialogWidth = 420;
 
 LoadProgress::Pace& pace()
 {
@@ -71,16 +70,7 @@ void LoadProgress::showCancelling()
 void LoadProgress::show(Work work)
 {
     if (!m_dialog) {
-        m_dialog = std::make_unique<QProgressDialog>(m_parent);
-        m_dialog->setWindowTitle(tr("zelchip"));
-        m_dialog->setWindowModality(m_parent ? Qt::WindowModal : Qt::ApplicationModal);
-        m_dialog->setRange(0, WholeLoad);
-        m_dialog->setMinimumDuration(0);
-        m_dialog->setAutoClose(false);
-        m_dialog->setAutoReset(false);
-        m_dialog->setFixedWidth(DialogWidth);
-        // The dialog would hide itself before the load has been undone.
-        QObject::disconnect(m_dialog.get(), SIGNAL(canceled()), m_dialog.get(), SLOT(cancel()));
+        m_dialog = newProgressDialog(m_parent);
         if (m_cancelling == Cancelling::Impossible)
             m_dialog->setCancelButton(nullptr);
         else
@@ -91,7 +81,7 @@ void LoadProgress::show(Work work)
     const QString text = work == READING_DRAWING ? tr("Reading %1 ...") : tr("Building the view of %1 ...");
     m_dialog->setLabelText(text.arg(m_name));
     // A modal progress dialog processes events in this call.
-    m_dialog->setValue(static_cast<int>(m_share * WholeLoad));
+    m_dialog->setValue(static_cast<int>(m_share * ProgressDialogEnd));
 }
 
 } // namespace mirn::zelchip

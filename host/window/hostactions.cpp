@@ -88,6 +88,7 @@ void HostActions::createActions(QMainWindow* window)
     lock = newAction(window, tr("&Lock"), Qt::CTRL | Qt::Key_L);
     unlock = newAction(window, tr("Unl&ock"), Qt::CTRL | Qt::SHIFT | Qt::Key_L);
     saveSnapshot = newAction(window, tr("Save S&napshot..."), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+    exportPicture = newAction(window, tr("&Export Picture..."), Qt::CTRL | Qt::SHIFT | Qt::Key_E);
     quit = newAction(window, tr("&Quit"), QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
 
@@ -121,7 +122,7 @@ void HostActions::fillMenus(QMainWindow* window)
     openRecent = file->addMenu(tr("Open &Recent"));
     file->addAction(importTables);
     file->addSeparator();
-    file->addActions({save, saveSnapshot});
+    file->addActions({save, exportPicture, saveSnapshot});
     comparePlacement = file->addMenu(tr("&Compare Placement With"));
     file->addSeparator();
     file->addAction(quit);

@@ -37,6 +37,7 @@ public:
     QAction* save;
     QMenu* comparePlacement; // filled by the window
     QAction* saveSnapshot;
+    QAction* exportPicture;
     QAction* quit;
     QAction* undo;
     QAction* find;

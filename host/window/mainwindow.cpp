@@ -20,6 +20,7 @@
 #include "host/widgets/findbox.h"
 #include "host/window/comparedock.h"
 #include "host/window/designaids.h"
+#include "host/window/pictureactions.h"
 #include "host/window/planningmenu.h"
 #include "host/window/problemsdock.h"
 #include "host/window/scriptaccess.h"
@@ -53,6 +54,7 @@ MainWindow::MainWindow(std::unique_ptr<ProjectSession> session)
     , m_statusBar(new ChipStatusBar(this))
     , m_dragNote(new zelchipview::PointerNote(this))
     , m_planning(new PlanningMenu(this))
+    , m_pictures(new PictureActions(this))
     , m_memory(new WindowMemory(this, m_console, m_actions.openRecent))
     , m_project(this, *m_memory, m_statusBar)
     , m_shellConsole(new ShellConsole(this, m_shell, m_console, m_statusBar, m_project))
@@ -85,6 +87,7 @@ void MainWindow::connectActions()
         });
     });
     connect(m_actions.saveSnapshot, &QAction::triggered, this, &MainWindow::chooseSnapshot);
+    connect(m_actions.exportPicture, &QAction::triggered, this, &MainWindow::choosePicture);
     connect(m_actions.save, &QAction::triggered, this, &MainWindow::save);
     connect(m_actions.undo, &QAction::triggered, this,
         [this] { stepDesign(&DesignEditor::undo, tr("Undone: %1").arg(m_project.editor().undoStack().undoText())); });
@@ -143,7 +146,8 @@ void MainWindow::connectShell()
     commands.session = [this]() -> const ProjectSession& { return m_project.area()->session(); };
     addProjectCommands(m_shell.interpreter(), commands);
     m_access = std::make_unique<ScriptAccess>(ScriptAccess::Window{m_project, m_actions, *m_planning,
-        [this] { settle(); }, [this] { fit(); }, [this](const QString& file) { return saveSnapshot(file); }});
+        [this] { settle(); }, [this] { fit(); }, [this](const QString& file) { return saveSnapshot(file); },
+        [this](const PictureRequest& request) { return exportPicture(request); }});
     addWindowCommands(m_shell.interpreter(), *m_access);
 }
 
@@ -294,6 +298,12 @@ QString MainWindow::saveSnapshot(const QString& file)
     return error;
 }
 
+QString MainWindow::exportPicture(const PictureRequest& request)
+{
+    settle();
+    return m_pictures->write(*m_project.area()->graphicsView(), request);
+}
+
 void MainWindow::fit()
 {
     m_project.area()->fit();
@@ -330,7 +340,25 @@ void MainWindow::chooseSnapshot()
     if (file.isEmpty())
         return;
     m_memory->setFolderOf(file);
-    const QString error = saveSnapshot(file);
+    reportSaved(file, saveSnapshot(file));
+}
+
+void MainWindow::choosePicture()
+{
+    settle();
+    const PictureRequest request = m_pictures->choose(*m_project.area()->graphicsView(), m_memory->folder());
+    if (request.file.isEmpty())
+        return;
+    m_memory->setFolderOf(request.file);
+    const QString error = exportPicture(request);
+    if (m_pictures->isCancelled())
+        m_statusBar->tell(asSentence(error));
+    else
+        reportSaved(request.file, error);
+}
+
+void MainWindow::reportSaved(const QString& file, const QString& error)
+{
     if (error.isEmpty())
         m_statusBar->tell(tr("Saved %1").arg(file));
     else

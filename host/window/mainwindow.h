@@ -22,6 +22,8 @@ class ChipStatusBar;
 class CompareDock;
 class DesignAids;
 class ConsoleDock;
+class PictureActions;
+struct PictureRequest;
 class PlanningMenu;
 class ProblemsDock;
 class ScriptAccess;
@@ -81,7 +83,10 @@ private:
     void stepDesign(zelengine::Refusal (DesignEditor::*step)(), const QString& done);
     void settle();
     void chooseSnapshot();
+    void choosePicture();
+    QString exportPicture(const PictureRequest& request);
     void zoomToSelection();
+    void reportSaved(const QString& file, const QString& error);
 
     std::unique_ptr<ScriptAccess> m_access; // the shell uses it
     CommandShell m_shell;
@@ -93,6 +98,7 @@ private:
     ChipStatusBar* const m_statusBar; // child of the window
     zelchipview::PointerNote* const m_dragNote; // child of the window
     PlanningMenu* const m_planning; // child of the window
+    PictureActions* const m_pictures; // child of the window
     WindowMemory* const m_memory; // child of the window
     OpenProject m_project;
     ShellConsole* const m_shellConsole; // child of the window

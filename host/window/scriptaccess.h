@@ -20,9 +20,10 @@ public:
         const OpenProject& project;
         const HostActions& actions;
         PlanningMenu& planning;
-        std::function<void()> settle; // these three as in WindowAccess
+        std::function<void()> settle; // these four as in WindowAccess
         std::function<void()> fit;
         std::function<QString(const QString& file)> saveSnapshot;
+        std::function<QString(const PictureRequest& request)> exportPicture;
     };
 
     explicit ScriptAccess(Window window);
@@ -38,6 +39,7 @@ public:
     void settle() override { m_window.settle(); }
     void fit() override { m_window.fit(); }
     QString saveSnapshot(const QString& file) override { return m_window.saveSnapshot(file); }
+    QString exportPicture(const PictureRequest& request) override { return m_window.exportPicture(request); }
 
 private:
     const Window m_window;

@@ -7,6 +7,7 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/design/elementname.h"
 #include "host/drawing/drawingfit.h"
+#include "host/pictures/picturerequest.h"
 #include "host/tcl/arguments.h"
 #include "host/window/planningmenu.h"
 #include "planning/siteplaces.h"
@@ -151,6 +152,24 @@ TclResult toggle(QAction* action, const Arguments& arguments)
     return TclResult::value();
 }
 
+// What is not said is as in the request; the first mistake counts.
+TclResult exportPicture(WindowAccess& window, const Arguments& arguments)
+{
+    using Setter = QString (PictureRequest::*)(const QString& text);
+    const std::pair<QString, Setter> options[] = {{QStringLiteral("-part"), &PictureRequest::setPart},
+        {QStringLiteral("-overlays"), &PictureRequest::setOverlays},
+        {QStringLiteral("-size"), &PictureRequest::setSize}};
+    PictureRequest request;
+    QString error = request.setFile(arguments.positional().first());
+    for (const auto& [option, set] : options) {
+        if (error.isEmpty() && arguments.has(option))
+            error = (request.*set)(arguments.text(option));
+    }
+    if (error.isEmpty())
+        error = request.sizeError();
+    return resultOf(error.isEmpty() ? window.exportPicture(request) : error);
+}
+
 CommandHandler plain(const std::function<void()>& function)
 {
     return [function](const Arguments&) {
@@ -176,6 +195,7 @@ Subcommands viewCommands(WindowAccess& window)
             [&](const Arguments& arguments) { return toggle(window.planning().candidates(), arguments); }},
         {QStringLiteral("snapshot"),
             [&](const Arguments& arguments) { return resultOf(window.saveSnapshot(arguments.positional().first())); }},
+        {QStringLiteral("export"), [&](const Arguments& arguments) { return exportPicture(window, arguments); }},
         {QStringLiteral("where"), [&](const Arguments& arguments) { return where(window, arguments); }},
     };
 }

@@ -18,6 +18,7 @@ class ZelGraphicsView;
 
 namespace mirn::zelchip {
 
+struct PictureRequest;
 class PlanningMenu;
 class TclInterpreter;
 
@@ -43,6 +44,7 @@ public:
     virtual void settle() = 0;
     virtual void fit() = 0;
     virtual QString saveSnapshot(const QString& file) = 0;
+    virtual QString exportPicture(const PictureRequest& request) = 0;
 };
 
 // Adds zel_view and zel_tree. The window must outlive the interpreter.

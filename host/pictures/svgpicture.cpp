@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#include "host/pictures/svgpicture.h"
+
+#include <limits>
+
+namespace mirn::zelchip {
+
+SvgPicture::SvgPicture(QIODevice& file, const QSizeF& size, int resolution)
+    : m_engine(file, size)
+    , m_size(size)
+    , m_resolution(resolution)
+{ }
+
+int SvgPicture::metric(PaintDeviceMetric which) const
+{
+    constexpr double MillimetresPerInch = 25.4;
+    switch (which) {
+    case PdmWidth:
+        return qRound(m_size.width());
+    case PdmHeight:
+        return qRound(m_size.height());
+    case PdmWidthMM:
+        return qRound(m_size.width() * MillimetresPerInch / m_resolution);
+    case PdmHeightMM:
+        return qRound(m_size.height() * MillimetresPerInch / m_resolution);
+    case PdmDpiX:
+    case PdmDpiY:
+    case PdmPhysicalDpiX:
+    case PdmPhysicalDpiY:
+        return m_resolution;
+    case PdmNumColors:
+        return std::numeric_limits<int>::max();
+    case PdmDepth:
+        return 32;
+    case PdmDevicePixelRatio:
+        return 1;
+    default:
+        return QPaintDevice::metric(which);
+    }
+}
+
+} // namespace mirn::zelchip

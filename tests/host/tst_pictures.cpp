@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+#include "host/pictures/exportdialog.h"
+#include "host/pictures/pictureexport.h"
+#include "tests/host/hostfiles.h"
+#include "tests/host/shownwindow.h"
+#include "tests/support/testmain.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <cerrno>
+
+using namespace mirn::zelchip;
+
+namespace {
+
+const QByteArray Locked = R"([{"name": "core", "type": "PLL"},
+  {"name": "held", "type": "DCUCHANNEL", "site": "U0_CH0", "fixed": true}])";
+
+enum class Trouble { Cancelled, FullDisk };
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+class FullDisk final : public FileLayer
+{
+    long write(int, const char*, std::size_t) override
+    {
+        errno = ENOSPC;
+        return -1;
+    }
+};
+
+class Pictures : public ShownWindow
+{
+public:
+    explicit Pictures(const QByteArray& resources = "[]")
+        : files(resources)
+    {
+        show(files.write("small.svg", smallDrawing()));
+    }
+    ~Pictures() { window.reset(); } // before its files go
+
+    // Exports into a file with this suffix and returns its content.
+    QByteArray exported(const QString& suffix, const QString& options = {})
+    {
+        const QString file = files.path("picture." + suffix);
+        run(QString("zel_view export {%1} %2").arg(file, options));
+        return contentOf(file);
+    }
+
+    [[nodiscard]] QString told() const { return console()->findChild<QPlainTextEdit*>()->toPlainText(); }
+
+    HostFiles files;
+};
+
+// All compressed parts of a PDF file, one after the other.
+QByteArray inflated(const QByteArray& pdf)
+{
+    QByteArray all;
+    for (auto at = pdf.indexOf("\nstream\n"); at >= 0; at = pdf.indexOf("\nstream\n", at + 1)) {
+        const auto begin = at + 8;
+        const QByteArray length("\0\0\xff\xff", 4); // what it is in the end does not matter
+        all += qUncompress(length + pdf.mid(begin, pdf.indexOf("endstream", begin) - begin));
+    }
+    return all;
+}
+
+} // namespace
+
+class TestPictures : public zeltest::Test
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void refuses_data()
+    {
+        const Rows<QString, QString> row;
+        row("a format that there is not", "no.doc", "no.doc: the file's suffix decides the format");
+        row("no suffix", "none", "none: the file's suffix");
+        row("a part that there is not", "no.svg -part half",
+            "'half' is no part of the drawing; it is whole or visible");
+        row("overlays that are no switch", "no.svg -overlays 2", "'2' is neither 0 nor 1");
+        row("one side", "no.png -size 300", "'300' is no size");
+        row("no sides", "no.png -size 0x0", "'0x0' is no size");
+        row("half a pixel", "no.png -size 10.5x10", "1 to 32767 whole pixels");
+        row("a side too long for PNG", "no.png -size 32768x1", "1 to 32767 whole pixels");
+        row("too much memory", "no.png -size 30000x30000", "900 million pixels would need 3.6 GB of memory");
+        row("a page too small", "no.pdf -size 9x100", "10 to 5000 mm");
+        row("a side too long for SVG", "no.svg -size 100001x1", "1 to 100000 pixels");
+        row("a folder that there is not", "/nowhere/no.pdf", "/nowhere/no.pdf: the picture cannot be written: No such");
+        row("a second file", "no.pdf no.svg", "wrong # args: should be \"zel_view export FILE");
+    }
+
+    void refuses()
+    {
+        const auto [arguments, error] = row<QString, QString>();
+        Pictures shown;
+        shown.run("zel_view export " + arguments);
+        QVERIFY2(shown.told().contains(error), qPrintable(shown.told()));
+        QVERIFY(!QFile::exists(arguments.section(' ', 0, 0)));
+    }
+
+    void pngIsWhatTheWindowShows_data()
+    {
+        const Rows<QString, QString> row; // before, options
+        row("the whole drawing", "zel_view names 0", "-overlays 0");
+        row("the whole drawing while a part is shown", "zel_view names 0; zel_view fit", "-part whole -overlays 0");
+        row("the visible part", "zel_view names 0; zel_view zoom U0_CH0", "-part visible -overlays 0");
+        row("a selection, and what is over it", "zel_view select U0_CH0; zel_view fit", "-overlays 1");
+    }
+
+    void pngIsWhatTheWindowShows()
+    {
+        const auto [before, options] = row<QString, QString>();
+        Pictures shown(Locked);
+        shown.show(shown.files.project.path(), {700, 500});
+        shown.run(before);
+        QWidget* viewport = shown.view()->viewport();
+        QImage screen(viewport->size(), QImage::Format_RGB32);
+        viewport->render(&screen, {}, {}, QWidget::DrawWindowBackground);
+        if (options.contains("whole"))
+            shown.run("zel_view zoom U0_CH0; zel_view in");
+        const QString size = QString(" -size %1x%2").arg(screen.width()).arg(screen.height());
+        QCOMPARE(QImage::fromData(shown.exported("png", options + size)).convertToFormat(screen.format()), screen);
+    }
+
+    void textsAreTexts()
+    {
+        Pictures shown;
+        const QByteArray svg = shown.exported("svg", "-size 400x300");
+        QVERIFY2(svg.contains(">CH0 rx</text>") && svg.contains("viewBox=\"0 0 400 300\""), svg);
+        const QByteArray pdf = shown.exported("pdf", "-size 100x50");
+        QVERIFY(pdf.startsWith("%PDF-") && pdf.contains("/FontFile2") && pdf.contains("/ToUnicode"));
+        QVERIFY(pdf.contains(QRegularExpression("MediaBox \\[0(\\.0+)? 0(\\.0+)? 283").match(pdf).captured().toUtf8()));
+        QVERIFY2(inflated(pdf).contains(" Tj"), "no text is shown");
+    }
+
+    void oldFileStays_data()
+    {
+        const Rows<Trouble, QString> row;
+        for (const QString& suffix : PictureRequest::suffixes()) {
+            row(qPrintable(suffix + ", cancelled"), Trouble::Cancelled, suffix);
+            row(qPrintable(suffix + ", full disk"), Trouble::FullDisk, suffix);
+        }
+    }
+
+    void oldFileStays()
+    {
+        const auto [trouble, suffix] = row<Trouble, QString>();
+        Pictures shown;
+        const QTemporaryDir folder;
+        const QString file = zeltest::writeFile(folder.filePath("old." + suffix), "old");
+        PictureRequest request;
+        QCOMPARE(request.setFile(file), QString());
+        FullDisk full;
+        const bool isCancelled = trouble == Trouble::Cancelled;
+        const QString error = exportPicture(
+            *shown.view(), request, [&](double) { return !isCancelled; }, isCancelled ? FileLayer::system() : full);
+        QVERIFY2(error.contains(isCancelled ? "was cancelled" : "No space left"), qPrintable(error));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("old." + suffix));
+        QCOMPARE(contentOf(file), QByteArray("old"));
+    }
+
+    void dialogAsks()
+    {
+        Pictures shown;
+        QTimer::singleShot(0, shown.window.get(), [&shown] {
+            auto* dialog = qobject_cast<ExportDialog*>(QApplication::activeModalWidget());
+            dialog->findChild<QComboBox*>()->setCurrentIndex(static_cast<int>(PictureRequest::Format::Png));
+            QTimer::singleShot(0, shown.window.get(), [&shown] {
+                auto* chooser = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+                chooser->findChild<QLineEdit*>("fileNameEdit")->setText(shown.files.path("chosen"));
+                QMetaObject::invokeMethod(chooser, "accept");
+            });
+            dialog->accept();
+        });
+        for (QAction* action : shown.window->findChildren<QAction*>()) {
+            if (action->text() == "&Export Picture...")
+                action->trigger();
+        }
+        QCOMPARE(QImage(shown.files.path("chosen.png")).size(), shown.view()->viewport()->size());
+    }
+};
+
+ZEL_TEST_MAIN(TestPictures)
+#include "tst_pictures.moc"
