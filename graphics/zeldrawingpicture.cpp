@@ -3,7 +3,6 @@
 
 #include "graphics/elements/enlarged.h"
 #include "graphics/elements/layervisibility.h"
-#include "graphics/painting/raster/picturedevice.h"
 #include "graphics/painting/vectorpainter.h"
 #include "graphics/sceneelements.h"
 #include "graphics/viewpicture.h"
@@ -188,15 +187,14 @@ QImage ZelDrawingPicture::image() const
     if (image.isNull())
         return image;
     image.fill(frame.look.background);
-    PictureDevice device(&image);
     if (frame.look.backgroundBrush.style() != Qt::NoBrush) {
-        QPainter painter(&device);
+        QPainter painter(&image);
         painter.fillRect(image.rect(), frame.look.backgroundBrush);
     }
     ListPainter(scene->elements().displayList())
         .paint({&image, image.rect(), frame.sceneToPicture, frame.look.hints, frame.look.textPen, frame.look.viewFont},
             frame.layers, frame.look.states);
-    QPainter painter(&device);
+    QPainter painter(&image);
     m_parts->paintLayers(painter, frame, *scene);
     return image;
 }

@@ -22,6 +22,7 @@ struct SitePlace
     QRectF area; // of its outline
     int layer = 0; // that its outline is on
 
+    // Whether both are the same place.
     [[nodiscard]] bool operator==(const SitePlace& other) const
     {
         return id == other.id && area == other.area && layer == other.layer;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/design/filebeside.h"
 
-#include "host/design/filereplacement.h"
-
 #include <QFile>
 
 #include <fcntl.h>
@@ -18,6 +16,22 @@ namespace {
 constexpr int MostNames = 100;
 
 } // namespace
+
+bool writeAll(FileLayer& files, int file, const QByteArray& bytes)
+{
+    qsizetype done = 0;
+    while (done < bytes.size()) {
+        const long length = files.write(file, bytes.constData() + done, static_cast<std::size_t>(bytes.size() - done));
+        if (length < 0 && errno != EINTR)
+            return false;
+        if (length == 0) {
+            errno = ENOSPC; // a full disk is the only reason to write nothing
+            return false;
+        }
+        done += length > 0 ? length : 0;
+    }
+    return true;
+}
 
 FileBeside::FileBeside(const QString& fileName, FileLayer& files, Leftovers leftovers)
     : m_files(files)

@@ -8,6 +8,9 @@
 
 namespace mirn::zelchip {
 
+// Writes all bytes; returns false, with errno, if the system did not take them.
+[[nodiscard]] bool writeAll(FileLayer& files, int file, const QByteArray& bytes);
+
 // The new file beside the one that it is to replace, "NAME.part-1" or the next free number, with the permissions of
 // that one; removed again unless it was renamed. Its operations return false, with errno, on failure.
 class FileBeside final

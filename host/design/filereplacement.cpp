@@ -10,22 +10,6 @@
 
 namespace mirn::zelchip {
 
-bool writeAll(FileLayer& files, int file, const QByteArray& bytes)
-{
-    qsizetype done = 0;
-    while (done < bytes.size()) {
-        const long length = files.write(file, bytes.constData() + done, static_cast<std::size_t>(bytes.size() - done));
-        if (length < 0 && errno != EINTR)
-            return false;
-        if (length == 0) {
-            errno = ENOSPC; // a full disk is the only reason to write nothing
-            return false;
-        }
-        done += length > 0 ? length : 0;
-    }
-    return true;
-}
-
 bool syncFolder(FileLayer& files, const QString& folder)
 {
     const int file = files.open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY);

@@ -26,9 +26,6 @@ using Leftovers = FileBeside::Leftovers;
 [[nodiscard]] FileReplacement replaceFile(const QString& fileName, const QByteArray& content,
     FileLayer& files = FileLayer::system(), Leftovers leftovers = Leftovers::Stay);
 
-// Writes all bytes; returns false, with errno, if the system did not take them.
-[[nodiscard]] bool writeAll(FileLayer& files, int file, const QByteArray& bytes);
-
 // Syncs a folder, so that its names are on the disk. Returns true as well if the file system cannot sync folders.
 [[nodiscard]] bool syncFolder(FileLayer& files, const QString& folder);
 

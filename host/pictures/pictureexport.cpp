@@ -27,7 +27,8 @@ constexpr double PointsPerInch = 72;
 class PictureExport final
 {
 public:
-    PictureExport(ZelGraphicsView& view, const PictureRequest& request, const PictureGoesOn& userGoesOn, FileLayer& files)
+    PictureExport(
+        ZelGraphicsView& view, const PictureRequest& request, const PictureGoesOn& userGoesOn, FileLayer& files)
         : m_view(view)
         , m_request(request)
         , m_goesOn(userGoesOn)

@@ -73,6 +73,8 @@ QByteArray inflated(const QByteArray& pdf)
     QByteArray all;
     for (auto at = pdf.indexOf("\nstream\n"); at >= 0; at = pdf.indexOf("\nstream\n", at + 1)) {
         const auto begin = at + 8;
+        if (!pdf.mid(pdf.lastIndexOf("<<", at), at - pdf.lastIndexOf("<<", at)).contains("/FlateDecode"))
+            continue;
         const QByteArray length("\0\0\xff\xff", 4); // what it is in the end does not matter
         all += qUncompress(length + pdf.mid(begin, pdf.indexOf("endstream", begin) - begin));
     }
