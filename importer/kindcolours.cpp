@@ -37,7 +37,8 @@ constexpr Colour InnerGround = colourOf(0xfbfaf7); // of what lies in a holder a
 constexpr double HolderTint = 0.28; // how much of its colour a kind that holds others keeps
 constexpr double HolderBorderTint = 0.6;
 constexpr double BorderShade = 0.35;
-constexpr double OccupiedShade = 0.42;
+constexpr Colour Black = colourOf(0);
+constexpr double OccupiedShade = 0.26; // towards black, which keeps the hue
 constexpr std::array<double, 4> RoundShades{0, 0.16, -0.45, 0.28}; // towards the ink, or below 0 towards the paper
 
 Colour mixed(const Colour& from, const Colour& to, double share)
@@ -112,7 +113,7 @@ KindColours::Look KindColours::lookOf(std::size_t number, Role role)
     const Colour ground = role == Role::Holder ? HolderGround : InnerGround;
     const Colour border = role == Role::Leaf ? own : mixed(ground, own, HolderBorderTint);
     return {textOf(role == Role::Leaf ? own : mixed(ground, own, HolderTint)), textOf(mixed(border, Ink, BorderShade)),
-        textOf(mixed(own, Ink, OccupiedShade)), textOf(own)};
+        textOf(mixed(own, Black, OccupiedShade)), textOf(own)};
 }
 
 KindColours::KindColours(const ImportedSites& sites)

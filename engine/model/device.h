@@ -2,10 +2,10 @@
 #pragma once
 
 #include "engine/model/resourcetype.h"
+#include "engine/model/site.h"
 #include "engine/model/siteindex.h"
 
 #include <QHash>
-#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -20,27 +20,6 @@ struct SiteKind
     QString title; // for users
     std::vector<const ResourceType*> accepts;
     QString occupiedFill; // colour of an occupied site as "#rrggbb"; empty if it keeps the drawing's
-};
-
-// One setting of a site and its possible values.
-struct SiteSetting
-{
-    QString key;
-    QString value; // in force on a fresh device; empty if there is none
-    QStringList choices;
-};
-
-struct Site
-{
-    int id = 0; // its element id in the drawing
-    QString name;
-    int kind = 0; // index into Device::kinds()
-    QString group; // the bank or dual-channel unit that it belongs to; empty if none
-    QStringList neighbours; // groups next to this site's group, where the parts of one IP may also be placed
-    QStringList reaches; // groups that a source on this site can feed
-    QMap<QString, QString> attributes;
-    std::vector<SiteSetting> settings;
-    QMap<QString, QStringList> disabledBy; // by key of the group's settings: the values that put this site out of use
 };
 
 // Whether people and commands take a text for a number, and so for the id of a site and not for its name.

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "engine/model/siteindex.h"
 
-#include "engine/model/device.h"
-
 #include <QHash>
+
+#include <utility>
 
 namespace mirn::zelengine {
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "engine/model/site.h"
+
 #include <QString>
 
 #include <cstdint>
 #include <vector>
 
 namespace mirn::zelengine {
-
-struct Site;
 
 // Finds the places of sites in a list by their ids and by their names. It takes 16 to 32 bytes a site, and nothing for
 // each site alone, so that millions of them are quickly added.

@@ -115,12 +115,14 @@ CommandLine parseCommandLine(const QStringList& arguments)
 QString helpText(const QString& settingsFile)
 {
     return QStringLiteral("Usage: zelchip [PROJECT_DIR | DRAWING.svg] [OPTION]...\n"
+                          "       zelchip import -o PROJECT --sites SITES.csv [OPTION]...\n"
                           "\n"
                           "Shows the floorplan of a device and the resources of a design.\n"
                           "Without an argument it opens the sample project.\n"
                           "\n"
                           "  PROJECT_DIR            a folder with a project.json\n"
                           "  DRAWING.svg            any SVG drawing; opens with an empty design\n"
+                          "  import                 makes a project of tables; import --help says more\n"
                           "\n"
                           "  --script FILE.tcl      run a Tcl script in the window\n"
                           "  --batch FILE.tcl       run a Tcl script without a window and end\n"

@@ -9,8 +9,10 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -125,6 +127,28 @@ class TestMainWindow : public zeltest::Test
 {
     Q_OBJECT
 private Q_SLOTS:
+    void importsTables()
+    {
+        UsedWindow used(Drawing);
+        const QString made = used.files.path("made");
+        used.action("Import Tables...")->trigger();
+        auto* dialog = used.window->findChild<QDialog*>("importDialog");
+        QVERIFY(dialog);
+        const auto enter
+            = [dialog](const char* field, const QString& text) { dialog->findChild<QLineEdit*>(field)->setText(text); };
+        auto* start = dialog->findChild<QPushButton*>("importStart");
+        QVERIFY(!start->isEnabled());
+        enter("importProject", made);
+        enter("importSites", used.files.write("bad.csv", "name\n"));
+        start->click();
+        auto* message = dialog->findChild<QLabel*>("importMessage");
+        QTRY_VERIFY(message->text().contains("bad.csv:1: there is no column"));
+        enter("importSites", used.files.write("sites.csv", "name,kind,x,y,width,height\na,PAD,0,0,1,1\n"));
+        start->click();
+        QTRY_COMPARE(used.window->windowTitle().contains("made"), true);
+        QCOMPARE(used.elements() > 1, true);
+    }
+
     void writesNumbers()
     {
         QCOMPARE(positionText({12.34, 56.0}), "12.3, 56.0");

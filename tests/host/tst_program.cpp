@@ -42,6 +42,13 @@ private Q_SLOTS:
         row("version", "--version", "0", "^zelchip " ZELCHIP_VERSION "\n$", "^$");
         row("help", "--help", "0", "^Usage: zelchip .*--snapshot.*--fresh.*/zelchip/zelchip.ini\\n", "^$");
         row("unknown option", "--colour", "2", "^$", "^zelchip: .*colour.*--help");
+        row("help of the import", "import --help", "0", "^Usage: zelchip import .*--sites.*--replace", "^$");
+        row("an import", "import -o %1/made --sites %1/sites.csv --columns width=w --y up", "0", "^$",
+            "^zelchip: [^\n]+/made: 1 sites of 1 kinds");
+        row("an import over a folder that is no project", "import -o %1 --sites %1/sites.csv --replace", "1", "^$",
+            "^zelchip: [^\n]+ is no project; expected");
+        row("an import without sites", "import -o %1/made", "2", "^$", "--sites SITES.csv.*import --help");
+        row("an import of an unknown column", "import -o %1/made --sites s --columns wide=w", "2", "^$", "wide=w");
         row("no display", "", "1", "^$", "^zelchip: There is no display.*--snapshot");
         row("nothing to open", "no\xc3\xa4.svg --snapshot x.png", "1", "^$",
             "^zelchip: no\xc3\xa4.svg: there is no such file or folder.\n$");
@@ -56,6 +63,7 @@ private Q_SLOTS:
         const auto [arguments, status, output, errors] = row<QString, QString, QString, QString>();
         HostFiles files;
         files.write("bad.svg", "<svg>\n<rect\n</svg>");
+        files.write("sites.csv", "name,kind,x,y,w,height\na,PAD,0,0,1,1\n");
         const auto dot = QRegularExpression::DotMatchesEverythingOption;
         QStringList words = arguments.split(' ', Qt::SkipEmptyParts);
         const Outcome outcome = runProgram(words.replaceInStrings("%1", files.path(".")));
