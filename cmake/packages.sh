@@ -13,6 +13,7 @@ build_packages=(
     libexpat1-dev
     zlib1g-dev
     libxxhash-dev
+    libcsv-dev
     tcl-dev
     fonts-dejavu-core # the offscreen platform has no fonts of its own
 )

@@ -21,6 +21,7 @@ public:
     JsonNode(const QJsonValue& root, JsonReport& report);
 
     [[nodiscard]] bool exists() const { return !m_value.isUndefined(); }
+    [[nodiscard]] bool isText() const { return m_value.isString(); }
     [[nodiscard]] int size() const; // number of items of an array; 0 for anything else
 
     [[nodiscard]] JsonNode member(const QString& key) const;

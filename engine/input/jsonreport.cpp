@@ -2,6 +2,7 @@
 #include "engine/input/jsonreport.h"
 
 #include "engine/input/inputfile.h"
+#include "engine/input/shortvalues.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -13,23 +14,6 @@ namespace mirn::zelengine {
 namespace {
 
 constexpr int MaximumWarnings = 20;
-constexpr int MaximumValueLength = 80; // characters of a quoted value in a message
-constexpr int MaximumMessageLength = 1000;
-
-// A value may be as long as the file, and so may the list of what is expected.
-QString withShortValues(const QString& message)
-{
-    QStringList parts = message.split(QLatin1Char('"'));
-    for (int i = 1; i < parts.size(); i += 2) {
-        if (parts.at(i).size() > MaximumValueLength)
-            parts[i] = parts.at(i).left(MaximumValueLength) + QStringLiteral("...");
-    }
-    const QString result = parts.join(QLatin1Char('"'));
-    // The reason is at the beginning or at the end of the message, so the middle can go.
-    return result.size() <= MaximumMessageLength
-        ? result
-        : result.left(MaximumMessageLength / 2) + QStringLiteral("...") + result.right(MaximumMessageLength / 2);
-}
 
 QString reasonOf(const QJsonParseError& error)
 {
@@ -69,6 +53,18 @@ void JsonReport::warn(const JsonPath& path, JsonLocator::Target target, const QS
 {
     if (m_warnings.size() < MaximumWarnings)
         m_warnings.append(located(JsonLocator(m_text).locate(path, target), message));
+}
+
+void JsonReport::failOf(const QString& located)
+{
+    if (!isFailed())
+        m_error = located;
+}
+
+void JsonReport::warnOf(const QString& located)
+{
+    if (m_warnings.size() < MaximumWarnings)
+        m_warnings.append(located);
 }
 
 QString JsonReport::located(const JsonPath& path, const QString& message) const

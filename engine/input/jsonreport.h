@@ -22,6 +22,10 @@ public:
     void fail(const JsonPath& path, const QString& message);
     void warn(const JsonPath& path, JsonLocator::Target target, const QString& message);
 
+    // For messages about another file, which the text names; they have their position already.
+    void failOf(const QString& located);
+    void warnOf(const QString& located);
+
     // Returns a message with its position in front, as errors have it.
     [[nodiscard]] QString located(const JsonPath& path, const QString& message) const;
 
