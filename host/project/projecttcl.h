@@ -20,7 +20,8 @@ struct ProjectCommands
     std::function<const ProjectSession&()> session; // returns the open session
 };
 
-// Adds zel_project open, save, refresh, info, which returns a dictionary, and check, which returns a list of them.
+// Adds zel_project open, save, export, refresh, info, which returns a dictionary, and check, which returns a list of
+// them.
 void addProjectCommands(TclInterpreter& interpreter, const ProjectCommands& commands);
 
 } // namespace mirn::zelchip

@@ -103,6 +103,11 @@ const std::vector<CommandEntry>& commandTable()
         {"zel_project", "open", "PATH", "Opens a project folder or a drawing instead of what is open.",
             "zel_project open [dict get [zel_project info] directory]", ""},
         {"zel_project", "save", "", "Saves the placement.", "zel_project save", ""},
+        {"zel_project", "export", "-template TEMPLATE ?-o FILE?",
+            "Writes the placement and the changed settings as a template says, into a file or as the answer. TEMPLATE "
+            "is csv, json, loc, tcl-per-resource or the name of a file.",
+            "lindex [split [zel_project export -template csv] \\n] 1",
+            "pcie/lane0,DCUCHANNEL,DCU0_CH0,9000000,CHANNEL,DCU0"},
         {"zel_project", "diff", "?FILE?",
             "Returns how the placement differs from the saved one, or from another placement file of the same design: "
             "a list of dictionaries with name, what (existence, place, lock, parameter or setting), key, from and to. "

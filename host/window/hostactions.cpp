@@ -87,6 +87,8 @@ void HostActions::createActions(QMainWindow* window)
     lock = newAction(window, tr("&Lock"), Qt::CTRL | Qt::Key_L);
     unlock = newAction(window, tr("Unl&ock"), Qt::CTRL | Qt::SHIFT | Qt::Key_L);
     saveSnapshot = newAction(window, tr("Save S&napshot..."), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+    exportConstraints = newAction(window, tr("&Export Constraints..."));
+    importConstraints = newAction(window, tr("Import Cons&traints..."));
     quit = newAction(window, tr("&Quit"), QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
 
@@ -121,6 +123,8 @@ void HostActions::fillMenus(QMainWindow* window)
     file->addSeparator();
     file->addActions({save, saveSnapshot});
     comparePlacement = file->addMenu(tr("&Compare Placement With"));
+    file->addSeparator();
+    file->addActions({exportConstraints, importConstraints});
     file->addSeparator();
     file->addAction(quit);
 

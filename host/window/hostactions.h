@@ -35,6 +35,8 @@ public:
     QMenu* openRecent; // filled by the window
     QAction* save;
     QMenu* comparePlacement; // filled by the window
+    QAction* exportConstraints;
+    QAction* importConstraints;
     QAction* saveSnapshot;
     QAction* quit;
     QAction* undo;

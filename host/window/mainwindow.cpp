@@ -25,6 +25,7 @@
 #include "host/widgets/loadprogress.h"
 #include "host/window/busyscript.h"
 #include "host/window/comparedock.h"
+#include "host/window/constraintactions.h"
 #include "host/window/designaids.h"
 #include "host/window/drawingarea.h"
 #include "host/window/planningmenu.h"
@@ -86,6 +87,10 @@ void MainWindow::connectActions()
     connect(m_actions.openProject, &QAction::triggered, this, &MainWindow::chooseProject);
     connect(m_actions.openDrawing, &QAction::triggered, this, &MainWindow::chooseDrawing);
     connect(m_actions.saveSnapshot, &QAction::triggered, this, &MainWindow::chooseSnapshot);
+    auto* constraints = new ConstraintActions(
+        m_actions, *m_memory, [this]() -> DesignEditor& { return editor(); }, this);
+    connect(constraints, &ConstraintActions::told, this,
+        [this](const QString& sentence) { m_statusBar->showMessage(sentence, MessageMilliseconds); });
     connect(m_actions.save, &QAction::triggered, this, &MainWindow::save);
     connect(m_actions.undo, &QAction::triggered, this,
         [this] { stepDesign(&DesignEditor::undo, tr("Undone: %1").arg(editor().undoStack().undoText())); });
