@@ -4,7 +4,7 @@
 #include "engine/input/inputfile.h"
 #include "engine/input/jsonnode.h"
 #include "host/constraints/constraintwriter.h"
-#include "host/constraints/exporttemplate.h"
+#include "host/constraints/templateparser.h"
 #include "host/design/filereplacement.h"
 #include "host/tcl/translation.h"
 
@@ -55,7 +55,7 @@ std::optional<QByteArray> constraintsOf(
         *error = QStringLiteral("%1: %2").arg(file, *error);
         return std::nullopt;
     }
-    const std::optional<ExportTemplate> format = ExportTemplate::parse(file, *content, error);
+    const std::optional<ExportTemplate> format = parseTemplate(file, *content, error);
     return format ? ConstraintWriter(*format, engine).write(error) : std::nullopt;
 }
 

@@ -1,16 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/constraints/exporttemplate.h"
 
-#include "host/constraints/templateparser.h"
-
 namespace mirn::zelchip {
-
-std::optional<ExportTemplate> ExportTemplate::parse(const QString& fileName, const QByteArray& content, QString* error)
-{
-    TemplateParser parser(fileName);
-    *error = parser.parse(content);
-    return error->isEmpty() ? std::make_optional(parser.take()) : std::nullopt;
-}
 
 const std::vector<ExportTemplate::Piece>& ExportTemplate::pieces(Block block) const
 {

@@ -3,12 +3,9 @@
 
 #include "host/constraints/placeholder.h"
 
-#include <QByteArray>
 #include <QString>
-#include <QStringList>
 
 #include <map>
-#include <optional>
 #include <vector>
 
 namespace mirn::zelchip {
@@ -44,10 +41,6 @@ public:
         QString name;
         Position position;
     };
-
-    // Returns nothing, with a sentence in *error that says where the template is wrong and what was expected.
-    [[nodiscard]] static std::optional<ExportTemplate> parse(
-        const QString& fileName, const QByteArray& content, QString* error);
 
     // Ends with a line break unless it is empty.
     [[nodiscard]] const std::vector<Piece>& pieces(Block block) const;

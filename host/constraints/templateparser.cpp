@@ -51,6 +51,13 @@ QString unknownQuoting(const QString& name)
 
 } // namespace
 
+std::optional<ExportTemplate> parseTemplate(const QString& fileName, const QByteArray& content, QString* error)
+{
+    TemplateParser parser(fileName);
+    *error = parser.parse(content);
+    return error->isEmpty() ? std::make_optional(parser.take()) : std::nullopt;
+}
+
 TemplateParser::TemplateParser(const QString& fileName)
     : m_quoting(findQuoting(QStringLiteral("plain")))
 {

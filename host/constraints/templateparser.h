@@ -3,9 +3,19 @@
 
 #include "host/constraints/exporttemplate.h"
 
+#include <QByteArray>
 #include <QSet>
+#include <QString>
+
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace mirn::zelchip {
+
+// Returns nothing, with a sentence in *error that says where the template is wrong and what was expected.
+[[nodiscard]] std::optional<ExportTemplate> parseTemplate(
+    const QString& fileName, const QByteArray& content, QString* error);
 
 // Reads a template line by line. It is used once.
 class TemplateParser final
