@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/commandline/batch.h"
 #include "host/commandline/commandline.h"
+#include "host/commandline/constraintcommand.h"
 #include "host/commandline/importcommand.h"
 #include "host/commandline/standardstreams.h"
 #include "host/look/theme.h"
@@ -146,6 +147,25 @@ int run(const CommandLine& commandLine)
     return QApplication::exec();
 }
 
+// "zelchip export" and "zelchip place" are programs of their own, without a window. A folder of such a name opens as
+// ./export.
+int runConstraints(const ConstraintCommand& command, int argc, char** argv)
+{
+    if (command.printsHelp) {
+        print(constraintHelpText(command.task));
+        return EXIT_SUCCESS;
+    }
+    if (!command.error.isEmpty())
+        return fail(UsageError,
+            command.error
+                + QStringLiteral("\nzelchip %1 --help says what there is.").arg(QString::fromLocal8Bit(argv[1])));
+    choosePlatform(CommandLine::Task::RunBatch);
+    silencePlatformMessages();
+    QApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("zelchip"));
+    return runConstraintCommand(command);
+}
+
 int runApplication(const CommandLine& commandLine, int argc, char** argv)
 {
     choosePlatform(commandLine.task);
@@ -188,6 +208,9 @@ int main(int argc, char** argv)
     const QStringList arguments = argumentList(argc, argv);
     if (arguments.value(1) == QLatin1String("import"))
         return runImportCommand(arguments.mid(2));
+    const ConstraintCommand constraints = parseConstraintCommand(arguments.mid(1));
+    if (constraints.task != ConstraintCommand::Task::None)
+        return runConstraints(constraints, argc, argv);
     const CommandLine commandLine = parseCommandLine(arguments);
     switch (commandLine.task) {
     case CommandLine::Task::ReportError:

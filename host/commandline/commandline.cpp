@@ -116,9 +116,12 @@ QString helpText(const QString& settingsFile)
 {
     return QStringLiteral("Usage: zelchip [PROJECT_DIR | DRAWING.svg] [OPTION]...\n"
                           "       zelchip import -o PROJECT --sites SITES.csv [OPTION]...\n"
+                          "       zelchip export PROJECT_DIR --template TEMPLATE [OPTION]...\n"
+                          "       zelchip place PROJECT_DIR TABLE.csv [OPTION]...\n"
                           "\n"
                           "Shows the floorplan of a device and the resources of a design.\n"
-                          "Without an argument it opens the sample project.\n"
+                          "Without an argument it opens the sample project. \"export\" writes the placement\n"
+                          "as constraints, and \"place\" sets it from a table; both have a --help.\n"
                           "\n"
                           "  PROJECT_DIR            a folder with a project.json\n"
                           "  DRAWING.svg            any SVG drawing; opens with an empty design\n"

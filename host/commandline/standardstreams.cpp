@@ -16,6 +16,12 @@ void writeToStream(const QString& text, TclInterpreter::Channel channel)
     std::fflush(stream);
 }
 
+bool writeToOutput(const QByteArray& bytes)
+{
+    const auto size = static_cast<std::size_t>(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0;
+}
+
 namespace {
 
 const char* const PlatformMessages[] = {

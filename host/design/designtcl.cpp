@@ -6,6 +6,7 @@
 #include "engine/referenceengine.h"
 #include "host/design/designeditor.h"
 #include "host/design/elementname.h"
+#include "host/design/placementtable.h"
 #include "host/tcl/arguments.h"
 
 #include <algorithm>
@@ -25,6 +26,7 @@ const QString SettingCommand = QStringLiteral("zel_setting");
 const QString UndoCommand = QStringLiteral("undo");
 const QString RedoCommand = QStringLiteral("redo");
 const QString AutoFlag = QStringLiteral("-auto");
+const QString FromOption = QStringLiteral("-from");
 const QString ResourceOption = QStringLiteral("-rsc");
 const QString IpOption = QStringLiteral("-ip");
 const QString IdOption = QStringLiteral("-id");
@@ -236,11 +238,13 @@ void addDesignCommands(TclInterpreter& interpreter, DesignEditor& editor, Positi
         return resultOf(editor.swap(arguments.text(ResourceOption), arguments.text(WithOption)));
     };
     all[QStringLiteral("configure")] = [&](const Arguments& arguments) { return configureOrTell(editor, arguments); };
-    all[QStringLiteral("place")]
-        = [placeOne = all[QStringLiteral("place")],
-              placeRest = autoPlaceHandler(interpreter, editor, std::move(positions))](const Arguments& arguments) {
-              return arguments.has(AutoFlag) ? placeRest(arguments) : placeOne(arguments);
-          };
+    all[QStringLiteral("place")] = [placeOne = all[QStringLiteral("place")],
+                                       placeRest = autoPlaceHandler(interpreter, editor, std::move(positions)),
+                                       &editor](const Arguments& arguments) {
+        if (arguments.has(FromOption))
+            return resultOf(placeFromTable(editor, arguments.text(FromOption)));
+        return arguments.has(AutoFlag) ? placeRest(arguments) : placeOne(arguments);
+    };
     interpreter.addCommand(ResourceCommand, ensemble(ResourceCommand, std::move(all)));
     interpreter.addCommand(SettingCommand,
         single(SettingCommand, [&editor](const Arguments& arguments) { return setOrTellSetting(editor, arguments); }));

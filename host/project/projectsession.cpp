@@ -70,6 +70,15 @@ std::string fileNameBytes(const QString& fileName)
     return QFile::encodeName(fileName).toStdString();
 }
 
+// Returns the names as alternatives for a message.
+QString implementationNames(const zelengine::Project& project)
+{
+    QStringList names;
+    for (const zelengine::Implementation& implementation : project.implementations)
+        names.append(QLatin1Char('"') + implementation.name + QLatin1Char('"'));
+    return names.isEmpty() ? tr("none, because the project has none") : names.join(tr(" or "));
+}
+
 std::unique_ptr<MirnImplementation> newImplementation(const QString& name, const QString& directory)
 {
     return std::make_unique<MirnImplementation>(name.toStdString(), fileNameBytes(directory));
@@ -84,7 +93,8 @@ ProjectSession::~ProjectSession()
     deactivate();
 }
 
-std::unique_ptr<ProjectSession> ProjectSession::open(const QString& path, QString* error, DoubtfulLock lock)
+std::unique_ptr<ProjectSession> ProjectSession::open(
+    const QString& path, QString* error, DoubtfulLock lock, const QString& implementation)
 {
     const QFileInfo info(path);
     if (!info.exists()) {
@@ -92,6 +102,7 @@ std::unique_ptr<ProjectSession> ProjectSession::open(const QString& path, QStrin
         return nullptr;
     }
     std::unique_ptr<ProjectSession> session(new ProjectSession); // the constructor is private
+    session->m_implementation = implementation;
     bool isOpen = false;
     if (info.isDir())
         isOpen = session->openProject(info.absoluteFilePath(), error);
@@ -135,9 +146,23 @@ bool ProjectSession::openProject(const QString& directory, QString* error)
     m_title = m_engine->device().name() + QLatin1Char('/') + project.name;
     m_flow = project.flow;
     m_drawingFile = m_engine->device().drawingFile();
-    const zelengine::Implementation* implementation = project.implementation(project.defaultImplementation);
-    if (!implementation)
+    return useImplementation(error);
+}
+
+bool ProjectSession::useImplementation(QString* error)
+{
+    const zelengine::Project& project = m_engine->project();
+    const bool isDefault = m_implementation.isEmpty();
+    const zelengine::Implementation* implementation
+        = project.implementation(isDefault ? project.defaultImplementation : m_implementation);
+    if (!implementation && isDefault)
         return useScratchProject(project.name, error);
+    if (!implementation) {
+        *error = tr("%1: there is no implementation \"%2\", expected %3.")
+                     .arg(project.directory, m_implementation, implementationNames(project));
+        return false;
+    }
+    m_implementation = implementation->name;
     m_implementationDirectory = implementation->directory;
     // If the folder cannot be created, the parser does without its working file.
     QDir().mkpath(m_implementationDirectory);
@@ -146,6 +171,10 @@ bool ProjectSession::openProject(const QString& directory, QString* error)
 
 bool ProjectSession::openDrawing(const QString& file, QString* error)
 {
+    if (!m_implementation.isEmpty()) {
+        *error = tr("%1: a drawing has no implementations, expected a project folder.").arg(file);
+        return false;
+    }
     m_isBareDrawing = true;
     m_engine = zelengine::ReferenceEngine::forDrawing(file);
     m_drawingFile = file;
@@ -178,7 +207,7 @@ std::unique_ptr<MirnProject> ProjectSession::newProject() const
     auto result = std::make_unique<MirnProject>(project.name.toStdString());
     for (const zelengine::Implementation& implementation : project.implementations)
         result->addImplementation(newImplementation(implementation.name, implementation.directory));
-    result->setDefaultImplementation(project.defaultImplementation.toStdString());
+    result->setDefaultImplementation(m_implementation.toStdString());
     return result;
 }
 

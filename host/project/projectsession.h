@@ -31,10 +31,10 @@ public:
     // What to do with a lock if this machine cannot tell whether it is still in use.
     enum class DoubtfulLock { Stays, IsTakenOver };
 
-    // Opens a project folder, its project.json, or a drawing, which gets an empty design. Returns null on failure;
-    // *error then says where and why.
-    [[nodiscard]] static std::unique_ptr<ProjectSession> open(
-        const QString& path, QString* error, DoubtfulLock lock = DoubtfulLock::Stays);
+    // Opens a project folder, its project.json, or a drawing, which gets an empty design. Without the name of an
+    // implementation it is the project's default one. Returns null on failure; *error then says where and why.
+    [[nodiscard]] static std::unique_ptr<ProjectSession> open(const QString& path, QString* error,
+        DoubtfulLock lock = DoubtfulLock::Stays, const QString& implementation = {});
 
     // Deactivates the session.
     ~ProjectSession();
@@ -79,6 +79,7 @@ private:
     ProjectSession();
 
     bool openProject(const QString& directory, QString* error);
+    bool useImplementation(QString* error);
     bool openDrawing(const QString& file, QString* error);
     bool useScratchProject(const QString& name, QString* error);
     [[nodiscard]] std::unique_ptr<MirnProject> newProject() const;
@@ -94,6 +95,7 @@ private:
     QString m_scratchName; // the name of a project without implementations of its own
     QString m_flow;
     QString m_drawingFile;
+    QString m_implementation; // its name; empty for the project's default one
     QString m_implementationDirectory;
     QStringList m_warnings;
     QStringList m_recoveryMessages;

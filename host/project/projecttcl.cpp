@@ -2,6 +2,7 @@
 #include "host/project/projecttcl.h"
 
 #include "engine/referenceengine.h"
+#include "host/constraints/constraintexport.h"
 #include "host/design/designeditor.h"
 #include "host/design/placementdiff.h"
 #include "host/project/importtcl.h"
@@ -10,6 +11,7 @@
 
 #include <QMap>
 
+#include <optional>
 #include <utility>
 
 namespace mirn::zelchip {
@@ -17,6 +19,8 @@ namespace mirn::zelchip {
 namespace {
 
 const QString ProjectCommand = QStringLiteral("zel_project");
+const QString TemplateOption = QStringLiteral("-template");
+const QString OutputOption = QStringLiteral("-o");
 
 TclResult info(const ProjectSession& session)
 {
@@ -75,6 +79,18 @@ TclResult diff(const ProjectSession& session, const QStringList& files)
     return TclResult::value(TclInterpreter::list(differences));
 }
 
+// Without a file it returns the text.
+TclResult exportTo(const ProjectSession& session, const Arguments& arguments)
+{
+    const zelengine::ReferenceEngine& engine = session.editor().engine();
+    const QString format = arguments.text(TemplateOption);
+    if (arguments.has(OutputOption))
+        return resultOf(exportConstraints(engine, format, arguments.text(OutputOption)));
+    QString error;
+    const std::optional<QByteArray> constraints = constraintsOf(engine, format, &error);
+    return constraints ? TclResult::value(QString::fromUtf8(*constraints)) : TclResult::error(error);
+}
+
 } // namespace
 
 void addProjectCommands(TclInterpreter& interpreter, const ProjectCommands& commands)
@@ -87,6 +103,8 @@ void addProjectCommands(TclInterpreter& interpreter, const ProjectCommands& comm
             [&interpreter](const Arguments& arguments) { return importTables(interpreter, arguments); }},
         {QStringLiteral("save"), [save = commands.save](const Arguments&) { return resultOf(save()); }},
         {QStringLiteral("refresh"), [refresh = commands.refresh](const Arguments&) { return resultOf(refresh()); }},
+        {QStringLiteral("export"),
+            [session = commands.session](const Arguments& arguments) { return exportTo(session(), arguments); }},
         {QStringLiteral("info"), [session = commands.session](const Arguments&) { return info(session()); }},
         {QStringLiteral("check"), [session = commands.session](const Arguments&) { return check(session()); }},
         {QStringLiteral("diff"),

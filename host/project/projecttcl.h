@@ -20,8 +20,8 @@ struct ProjectCommands
     std::function<const ProjectSession&()> session; // returns the open session
 };
 
-// Adds zel_project open, import, save, refresh, info, which returns a dictionary, and check, which returns a list of
-// them. The interpreter must outlive its commands.
+// Adds zel_project open, import, save, export, refresh, info, which returns a dictionary, and check, which returns a
+// list of them. The interpreter must outlive its commands.
 void addProjectCommands(TclInterpreter& interpreter, const ProjectCommands& commands);
 
 } // namespace mirn::zelchip

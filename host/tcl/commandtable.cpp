@@ -19,6 +19,14 @@ const std::vector<CommandEntry>& commandTable()
             "partial (not found in 10 seconds or those given); placed has names and ids of sites, missing what has "
             "none. Unless all can be placed, nothing is, or with -partial what can.",
             "dict get [zel_resource place -auto -rsc gateway/supplies] answer", "placed"},
+        {"zel_resource", "place", "-from FILE",
+            "With -from, places resources as a table in CSV says, as one change: its column resource has their names, "
+            "with or without the name of the design, and its column site the names or ids of their sites, or nothing "
+            "to take them off. Returns a dictionary: placed and reset are the numbers of lines that hold now, refused "
+            "says of every other line why it does not.",
+            "set table [open places.csv w]; puts $table \"resource,site\\nclocks/pll_video,PLL_TR1\"; close $table; "
+            "zel_resource place -from places.csv",
+            "placed 1 reset 0 refused {}"},
         {"zel_resource", "swap", "-rsc NAME -with NAME",
             "Exchanges the sites of two placed resources, as one change; the error says why the rules forbid it. Only "
             "single resources swap, no IP with its parts.",
@@ -110,6 +118,11 @@ const std::vector<CommandEntry>& commandTable()
             "$table; zel_project import -o imported -sites sites.csv",
             ""},
         {"zel_project", "save", "", "Saves the placement.", "zel_project save", ""},
+        {"zel_project", "export", "-template TEMPLATE ?-o FILE?",
+            "Writes the placement and the changed settings as a template says, into a file or as the answer. TEMPLATE "
+            "is csv, json, loc, tcl-per-resource or the name of a file.",
+            "lindex [split [zel_project export -template csv] \\n] 1",
+            "pcie/lane0,DCUCHANNEL,DCU0_CH0,9000000,CHANNEL,DCU0"},
         {"zel_project", "diff", "?FILE?",
             "Returns how the placement differs from the saved one, or from another placement file of the same design: "
             "a list of dictionaries with name, what (existence, place, lock, parameter or setting), key, from and to. "

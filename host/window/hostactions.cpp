@@ -89,6 +89,8 @@ void HostActions::createActions(QMainWindow* window)
     unlock = newAction(window, tr("Unl&ock"), Qt::CTRL | Qt::SHIFT | Qt::Key_L);
     saveSnapshot = newAction(window, tr("Save S&napshot..."), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     exportPicture = newAction(window, tr("&Export Picture..."), Qt::CTRL | Qt::SHIFT | Qt::Key_E);
+    exportConstraints = newAction(window, tr("E&xport Constraints..."));
+    importConstraints = newAction(window, tr("Import Cons&traints..."));
     quit = newAction(window, tr("&Quit"), QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
 
@@ -124,6 +126,8 @@ void HostActions::fillMenus(QMainWindow* window)
     file->addSeparator();
     file->addActions({save, exportPicture, saveSnapshot});
     comparePlacement = file->addMenu(tr("&Compare Placement With"));
+    file->addSeparator();
+    file->addActions({exportConstraints, importConstraints});
     file->addSeparator();
     file->addAction(quit);
 

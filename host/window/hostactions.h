@@ -36,6 +36,8 @@ public:
     QMenu* openRecent; // filled by the window
     QAction* save;
     QMenu* comparePlacement; // filled by the window
+    QAction* exportConstraints;
+    QAction* importConstraints;
     QAction* saveSnapshot;
     QAction* exportPicture;
     QAction* quit;

@@ -19,6 +19,7 @@
 #include "host/widgets/chipstatusbar.h"
 #include "host/widgets/findbox.h"
 #include "host/window/comparedock.h"
+#include "host/window/constraintactions.h"
 #include "host/window/designaids.h"
 #include "host/window/pictureactions.h"
 #include "host/window/planningmenu.h"
@@ -88,6 +89,10 @@ void MainWindow::connectActions()
     });
     connect(m_actions.saveSnapshot, &QAction::triggered, this, &MainWindow::chooseSnapshot);
     connect(m_actions.exportPicture, &QAction::triggered, this, &MainWindow::choosePicture);
+    auto* constraints = new ConstraintActions(
+        m_actions, *m_memory, [this]() -> DesignEditor& { return m_project.editor(); }, this);
+    connect(
+        constraints, &ConstraintActions::told, this, [this](const QString& sentence) { m_statusBar->tell(sentence); });
     connect(m_actions.save, &QAction::triggered, this, &MainWindow::save);
     connect(m_actions.undo, &QAction::triggered, this,
         [this] { stepDesign(&DesignEditor::undo, tr("Undone: %1").arg(m_project.editor().undoStack().undoText())); });

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/window/pictureactions.h"
 
-#include "host/pictures/exportdialog.h"
+#include "host/pictures/picturedialog.h"
 #include "host/pictures/pictureexport.h"
 #include "host/pictures/pictureprogress.h"
 
@@ -16,7 +16,7 @@ PictureActions::PictureActions(QWidget* window)
 
 PictureRequest PictureActions::choose(const zelchipview::ZelGraphicsView& view, const QString& folder)
 {
-    ExportDialog dialog(m_last, view, m_window);
+    PictureDialog dialog(m_last, view, m_window);
     if (dialog.exec() != QDialog::Accepted)
         return {};
     m_last = dialog.request();

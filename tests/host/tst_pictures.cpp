@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/pictures/exportdialog.h"
+#include "host/pictures/picturedialog.h"
 #include "host/pictures/pictureexport.h"
 #include "tests/host/hostfiles.h"
 #include "tests/host/shownwindow.h"
@@ -180,7 +180,7 @@ private Q_SLOTS:
     {
         Pictures shown;
         QTimer::singleShot(0, shown.window.get(), [&shown] {
-            auto* dialog = qobject_cast<ExportDialog*>(QApplication::activeModalWidget());
+            auto* dialog = qobject_cast<PictureDialog*>(QApplication::activeModalWidget());
             dialog->findChild<QComboBox*>()->setCurrentIndex(static_cast<int>(PictureRequest::Format::Png));
             QTimer::singleShot(0, shown.window.get(), [&shown] {
                 auto* chooser = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());

@@ -18,12 +18,12 @@ namespace mirn::zelchip {
 
 // Asks for the format, the part, the overlays and the size of a picture of the drawing. A size that the picture may not
 // have cannot be accepted.
-class ExportDialog final : public QDialog
+class PictureDialog final : public QDialog
 {
     Q_OBJECT
 public:
     // Begins with the request. Its size is that of the view unless it has one.
-    ExportDialog(const PictureRequest& request, const zelchipview::ZelGraphicsView& view, QWidget* parent);
+    PictureDialog(const PictureRequest& request, const zelchipview::ZelGraphicsView& view, QWidget* parent);
 
     // What is chosen, without a file. It has no size where the view's was left.
     [[nodiscard]] PictureRequest request() const;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/pictures/exportdialog.h"
+#include "host/pictures/picturedialog.h"
 
 #include "graphics/zelgraphicsview.h"
 #include "host/pictures/pictureexport.h"
@@ -29,7 +29,7 @@ QString asNote(const QString& text)
 
 } // namespace
 
-ExportDialog::ExportDialog(const PictureRequest& request, const zelchipview::ZelGraphicsView& view, QWidget* parent)
+PictureDialog::PictureDialog(const PictureRequest& request, const zelchipview::ZelGraphicsView& view, QWidget* parent)
     : QDialog(parent)
     , m_view(view)
     , m_format(new QComboBox(this))
@@ -45,12 +45,12 @@ ExportDialog::ExportDialog(const PictureRequest& request, const zelchipview::Zel
     m_part->addItems({tr("The whole drawing"), tr("The visible part")});
     addRows();
     show(request);
-    connect(m_format, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ExportDialog::showUsualSize);
+    connect(m_format, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &PictureDialog::showUsualSize);
     for (QDoubleSpinBox* box : {m_width, m_height})
-        connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &ExportDialog::check);
+        connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &PictureDialog::check);
 }
 
-void ExportDialog::addRows()
+void PictureDialog::addRows()
 {
     auto* size = new QHBoxLayout;
     for (QDoubleSpinBox* box : {m_width, m_height}) {
@@ -76,7 +76,7 @@ void ExportDialog::addRows()
     rows->addRow(buttons);
 }
 
-void ExportDialog::show(const PictureRequest& request)
+void PictureDialog::show(const PictureRequest& request)
 {
     m_format->setCurrentIndex(static_cast<int>(request.format));
     m_part->setCurrentIndex(static_cast<int>(request.part));
@@ -88,7 +88,7 @@ void ExportDialog::show(const PictureRequest& request)
     }
 }
 
-void ExportDialog::showUsualSize()
+void PictureDialog::showUsualSize()
 {
     const bool isPage = format() == PictureRequest::Format::Pdf;
     const QSizeF usual = usualSize(m_view, format());
@@ -103,7 +103,7 @@ void ExportDialog::showUsualSize()
     check();
 }
 
-void ExportDialog::check()
+void PictureDialog::check()
 {
     const QString error = request().sizeError();
     m_note->setText(
@@ -111,12 +111,12 @@ void ExportDialog::check()
     findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->setEnabled(error.isEmpty());
 }
 
-PictureRequest::Format ExportDialog::format() const
+PictureRequest::Format PictureDialog::format() const
 {
     return static_cast<PictureRequest::Format>(m_format->currentIndex());
 }
 
-PictureRequest ExportDialog::request() const
+PictureRequest PictureDialog::request() const
 {
     PictureRequest request;
     request.format = format();
@@ -131,10 +131,10 @@ PictureRequest ExportDialog::request() const
 QString chooseExportFile(QWidget* parent, const QString& folder, PictureRequest::Format format)
 {
     const QString suffix = PictureRequest::suffixes().at(static_cast<int>(format));
-    QFileDialog dialog(parent, ExportDialog::tr("Export Picture"), folder);
+    QFileDialog dialog(parent, PictureDialog::tr("Export Picture"), folder);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setNameFilters({ExportDialog::tr("%1 pictures (*.%2)").arg(suffix.toUpper(), suffix)});
+    dialog.setNameFilters({PictureDialog::tr("%1 pictures (*.%2)").arg(suffix.toUpper(), suffix)});
     dialog.setDefaultSuffix(suffix);
     dialog.selectFile(QStringLiteral("floorplan.") + suffix);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
