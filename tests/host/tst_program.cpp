@@ -41,6 +41,9 @@ private Q_SLOTS:
         const Rows<QString, QString, QString, QString> row;
         row("version", "--version", "0", "^zelchip " ZELCHIP_VERSION "\n$", "^$");
         row("help", "--help", "0", "^Usage: zelchip .*--snapshot.*--fresh.*/zelchip/zelchip.ini\\n", "^$");
+        row("how to export", "export --help", "0", "^Usage: zelchip export .*--template.*tcl-per-resource", "^$");
+        row("an export without a template", "export nowhere", "2", "^$", "^zelchip: export takes a template.*--help");
+        row("a place for nothing", "place nowhere", "2", "^$", "^zelchip: place takes a table.*zelchip place --help");
         row("unknown option", "--colour", "2", "^$", "^zelchip: .*colour.*--help");
         row("no display", "", "1", "^$", "^zelchip: There is no display.*--snapshot");
         row("nothing to open", "no\xc3\xa4.svg --snapshot x.png", "1", "^$",
