@@ -41,6 +41,9 @@ private Q_SLOTS:
         const Rows<QString, QString, QString, QString> row;
         row("version", "--version", "0", "^zelchip " ZELCHIP_VERSION "\n$", "^$");
         row("help", "--help", "0", "^Usage: zelchip .*--snapshot.*--fresh.*/zelchip/zelchip.ini\\n", "^$");
+        row("how to export", "export --help", "0", "^Usage: zelchip export .*--template.*tcl-per-resource", "^$");
+        row("an export without a template", "export nowhere", "2", "^$", "^zelchip: export takes a template.*--help");
+        row("a place for nothing", "place nowhere", "2", "^$", "^zelchip: place takes a table.*zelchip place --help");
         row("unknown option", "--colour", "2", "^$", "^zelchip: .*colour.*--help");
         row("help of the import", "import --help", "0", "^Usage: zelchip import .*--sites.*--replace", "^$");
         row("an import", "import -o %1/made --sites %1/sites.csv --columns width=w --y up", "0", "^$",
