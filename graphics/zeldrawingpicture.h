@@ -21,14 +21,16 @@ class ZelGraphicsView;
 class ZELCHIPGUI_EXPORT ZelDrawingPicture final
 {
 public:
+    // How much of the drawing is in the picture.
     enum class Part {
         Whole, // what a viewport of the picture's size shows when the whole drawing fits into it
         Visible // what the viewport shows now, larger or smaller; in another shape, more on two sides
     };
 
+    // What is in the picture, and how large it is.
     struct Options
     {
-        Part part = Part::Whole;
+        Part part = Part::Whole; // how much of the drawing
         // In pixels, which are the painter's units; empty stands for the viewport's size.
         QSizeF size;
         bool hasLayers = true; // whether the ZelViewLayers of the view are painted too

@@ -16,6 +16,7 @@ struct zelplacement
 // Two resources of which one needs the other, or that belong together.
 struct zelconnection
 {
+    // How they belong together.
     enum Kind {
         Feeds, // the first feeds the second
         Together, // parts of one IP or group, or what only should be near

@@ -442,7 +442,7 @@ private Q_SLOTS:
         row("a subcommand", "zel_resource pl", "zel_resource place ", "place");
         row("subcommands", "zel_resource re", "zel_resource re", "reset|remove|restore");
         row("all subcommands", "zel_tree ", "zel_tree ", "where|expand|collapse|select");
-        row("options", "zel_resource place ", "zel_resource place -", "-rsc|-id|-auto");
+        row("options", "zel_resource place ", "zel_resource place -", "-rsc|-id|-auto|-from");
         row("options of the form that a flag chooses", "zel_resource place -auto ", "zel_resource place -auto -",
             "-rsc|-seconds|-partial");
         row("the flag that a form needs", "zel_resource place -partial ", "zel_resource place -partial -auto ",
@@ -457,7 +457,7 @@ private Q_SLOTS:
         row("a site with a blank", "zel_view where -id {my", "zel_view where -id {my site} ", "my site");
         row("one more site", "zel_view zoom DCU0 m", "zel_view zoom DCU0 {my site} ", "my site");
         row("a command to explain", "help zel_p", "help zel_project ", "zel_project");
-        row("a subcommand to explain", "help zel_project i", "help zel_project info ", "info");
+        row("a subcommand to explain", "help zel_project inf", "help zel_project info ", "info");
         row("a resource", "zel_resource place -rsc to", "zel_resource place -rsc top/", "top/a|top/b 1|top/b 2");
         row("a resource to its end", "zel_resource get -ip top/a", "zel_resource get -ip top/a ", "top/a");
         row("a resource with a blank", "zel_resource get -ip {top/b 1", "zel_resource get -ip {top/b 1} ", "top/b 1");
