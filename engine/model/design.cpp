@@ -60,6 +60,7 @@ void Design::remove(int resource)
         setSite(index, -1);
         setLocked(index, false);
         m_configured.remove(index);
+        at(index).isRemoved = true;
         m_byPath.remove(at(index).path);
     }
     m_removed.insert(at(resource).path, resource);
@@ -72,6 +73,7 @@ void Design::restore(int resource)
     // Resources are numbered in the order of the file, so this is the old position.
     list.insert(std::lower_bound(list.begin(), list.end(), resource), resource);
     for (int index : subtree(resource)) {
+        at(index).isRemoved = false;
         m_byPath.insert(at(index).path, index);
         setSite(index, restoredSite(index));
     }
@@ -189,7 +191,7 @@ std::vector<int> Design::fedBy(int source) const
 {
     std::vector<int> result;
     for (int fed : resource(source).feeds) {
-        if (find(resource(fed).path) == fed) // left out while it is removed
+        if (!resource(fed).isRemoved)
             result.push_back(fed);
     }
     const int ip = ipOf(source);
@@ -213,7 +215,7 @@ std::vector<Link> Design::linksOf(int index) const
     if (links == m_links.constEnd())
         return result;
     for (const Link& link : *links) {
-        if (find(resource(link.other).path) == link.other)
+        if (!resource(link.other).isRemoved)
             result.push_back(link);
     }
     return result;

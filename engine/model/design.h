@@ -24,6 +24,7 @@ struct Resource
     bool locked = false; // it stays on its site until somebody unlocks it; only what is placed and not fixed is locked
     QHash<QString, QString> properties; // by key, if the design file states them
     QHash<QString, QString> parameters; // by key, if the design file sets them
+    bool isRemoved = false; // it and what is below it keep their indices
     std::vector<int> feeds; // the IPs that a source serves in addition to the one it is part of
 
     [[nodiscard]] bool isHeld() const { return fixed || locked; }
