@@ -1,19 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "engine/model/device.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
 
 namespace mirn::zelengine {
 
+// Asked for each of the device's sites, which may be millions, so it does without a regular expression.
 bool readsAsId(const QString& text)
 {
-    // Most names begin with a letter, which is seen at once.
-    if (text.isEmpty() || text.at(0).isLetter())
-        return false;
-    static const QRegularExpression Number(QStringLiteral("^\\s*[+-]?\\d+\\s*$"));
-    return Number.match(text).hasMatch();
+    const auto isBlank = [](QChar letter) {
+        return letter == QLatin1Char(' ') || (letter >= QLatin1Char('\t') && letter <= QLatin1Char('\r'));
+    };
+    const auto isDigit = [](QChar letter) { return letter >= QLatin1Char('0') && letter <= QLatin1Char('9'); };
+    const auto first = std::find_if_not(text.begin(), text.end(), isBlank);
+    const bool hasSign = first != text.end() && (*first == QLatin1Char('+') || *first == QLatin1Char('-'));
+    const auto digits = hasSign ? first + 1 : first;
+    const auto end = std::find_if_not(digits, text.end(), isDigit);
+    return end != digits && std::all_of(end, text.end(), isBlank);
 }
 
 bool Device::addSite(Site site)
