@@ -7,6 +7,8 @@
 #include "graphics/sceneelements.h"
 #include "graphics/zelgraphicsscene.h"
 
+#include <QBackingStore>
+#include <QElapsedTimer>
 #include <QGraphicsView>
 #include <QPaintEngine>
 #include <QPainter>
@@ -81,8 +83,10 @@ void ViewPicture::repaintPlaces(const std::vector<int>& places)
 void ViewPicture::invalidateElements(const std::vector<int>& places)
 {
     for (int place : places) {
-        if (m_canvas && place >= 0)
+        if (m_canvas && place >= 0) {
             m_canvas->invalidate(place);
+            m_quick->invalidate(place);
+        }
     }
 }
 
@@ -94,8 +98,10 @@ void ViewPicture::repaintAll()
 
 void ViewPicture::forgetAll()
 {
-    if (m_canvas)
-        m_canvas->invalidate();
+    if (!m_canvas)
+        return;
+    m_canvas->invalidate();
+    m_quick->invalidate(-1);
 }
 
 bool ViewPicture::canPaintOn(const QPainter& painter) const
@@ -109,31 +115,108 @@ bool ViewPicture::canPaintOn(const QPainter& painter) const
         && background.style() == Qt::SolidPattern;
 }
 
-void ViewPicture::paint(QPainter& painter, const QRegion& exposed, const ViewCanvas::Background& drawBackground)
+void ViewPicture::allowApproximate()
 {
-    DisplayList& list = m_scene->elements().displayList();
-    if (!m_canvas)
-        m_canvas = std::make_unique<ViewCanvas>(list);
+    if (m_quick)
+        m_quick->allow();
+}
+
+void ViewPicture::noteZoom()
+{
+    if (m_quick && !m_quick->isAllowed())
+        m_quick->stop();
+}
+
+bool ViewPicture::isSettled() const
+{
+    return !m_quick || m_quick->isExact();
+}
+
+// A picture that a host asks for, by grab() or render(), is exact.
+bool ViewPicture::isOnScreen(const QPainter& painter) const
+{
+    QBackingStore* store = m_view.viewport()->backingStore();
+    return store && painter.paintEngine() && painter.paintEngine()->paintDevice() == store->paintDevice();
+}
+
+ViewCanvas::Scene ViewPicture::sceneFor(const ViewCanvas::Background& drawBackground) const
+{
     const QWidget& viewport = *m_view.viewport();
-    // The widget's origin may lie between two device pixels.
-    const QTransform device = painter.deviceTransform();
-    const qreal ratio = device.m11();
-    const QPointF start(device.dx() - std::floor(device.dx()), device.dy() - std::floor(device.dy()));
+    const auto& [ratio, start] = m_device;
     ViewCanvas::Scene scene = canvasScene(m_view, *m_scene);
     scene.toPicture = m_view.viewportTransform() * QTransform(ratio, 0, 0, ratio, start.x(), start.y());
     scene.size = QSize(static_cast<int>(std::ceil(start.x() + viewport.width() * ratio)),
         static_cast<int>(std::ceil(start.y() + viewport.height() * ratio)));
     scene.layers = m_scene->getVisibleLayers();
-    scene.textPen = painter.pen();
-    scene.viewFont = painter.font();
+    scene.textPen = m_textPen;
+    scene.viewFont = m_font;
     scene.drawBackground = drawBackground;
     scene.isScaled = ratio != 1.0 || !start.isNull();
-    m_canvas->update(scene);
-    if (scene.isScaled)
-        m_canvas->drawOn(painter, -start / ratio, ratio);
-    else
-        m_canvas->drawParts(painter, exposed);
+    return scene;
+}
+
+void ViewPicture::paint(QPainter& painter, const QRegion& exposed, const ViewCanvas::Background& drawBackground)
+{
+    if (!m_canvas) {
+        DisplayList& list = m_scene->elements().displayList();
+        m_canvas = std::make_unique<ViewCanvas>(list);
+        m_quick = std::make_unique<QuickPicture>(list,
+            QuickPicture::Owner{
+                [this] { return m_scene && m_view.scene() == m_scene && m_scene->elements().canPaintFromList(); },
+                [this] { return sceneFor(m_drawBackground); },
+                [this](const QRegion& part) { updatePart(part); },
+                [this](std::unique_ptr<ViewCanvas>& next) { exchange(next); }});
+    }
+    const QTransform device = painter.deviceTransform();
+    m_device = {device.m11(), QPointF(device.dx() - std::floor(device.dx()), device.dy() - std::floor(device.dy()))};
+    m_drawBackground = drawBackground;
+    m_textPen = painter.pen();
+    m_font = painter.font();
+    const auto& [ratio, start] = m_device;
+    const ViewCanvas::Scene scene = sceneFor(drawBackground);
+    if (isOnScreen(painter) && m_quick->isWorthwhile(*m_canvas, scene)) {
+        painter.save();
+        painter.translate(-start / ratio);
+        painter.scale(1 / ratio, 1 / ratio);
+        m_quick->draw(painter, *m_canvas, scene);
+        painter.restore();
+    } else {
+        updateExactly(scene);
+        if (isOnScreen(painter) && m_quick->becomeExact() && m_settled)
+            QMetaObject::invokeMethod(m_quick.get(), m_settled, Qt::QueuedConnection);
+        if (scene.isScaled)
+            m_canvas->drawOn(painter, -start / ratio, ratio);
+        else
+            m_canvas->drawParts(painter, exposed);
+    }
     painter.setWorldTransform(m_view.viewportTransform());
+}
+
+void ViewPicture::updateExactly(const ViewCanvas::Scene& scene)
+{
+    const bool isAll = m_canvas->needsAll(scene);
+    QElapsedTimer clock;
+    clock.start();
+    m_canvas->update(scene);
+    if (isAll)
+        m_quick->noteFullRepaint(static_cast<double>(clock.nsecsElapsed()) / 1e6, *m_canvas);
+}
+
+// In pixels of the picture.
+void ViewPicture::updatePart(const QRegion& part)
+{
+    const auto& [ratio, start] = m_device;
+    const QTransform toViewport
+        = QTransform::fromTranslate(-start.x(), -start.y()) * QTransform::fromScale(1 / ratio, 1 / ratio);
+    const QRect all = m_view.viewport()->rect();
+    m_view.viewport()->update(
+        part.isEmpty() ? all : toViewport.mapRect(QRectF(part.boundingRect())).toAlignedRect());
+}
+
+void ViewPicture::exchange(std::unique_ptr<ViewCanvas>& next)
+{
+    m_canvas.swap(next);
+    m_view.viewport()->update();
 }
 
 } // namespace mirn::zelchipview

@@ -2,11 +2,14 @@
 #pragma once
 
 #include "graphics/painting/viewcanvas.h"
+#include "graphics/quickpicture.h"
 #include "graphics/scenepicture.h"
 
 #include <QPointer>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 class QGraphicsView;
 
@@ -40,14 +43,40 @@ public:
     // its device is scaled evenly and not rotated, and the viewport has an opaque background of one colour.
     [[nodiscard]] bool canPaintOn(const QPainter& painter) const;
 
+    // The user has zoomed by a gesture: the next paint on the screen may be approximate if an exact one takes long. The
+    // exact picture follows by itself; `settled` is called then. isSettled() returns whether it is shown.
+    void allowApproximate();
+    void noteZoom(); // by whomever
+    void whenSettled(std::function<void()> settled) { m_settled = std::move(settled); }
+    [[nodiscard]] bool isSettled() const;
+
     // Brings the picture up to date and draws at least the exposed parts of the viewport. The painter is left with the
     // scene's transform.
     void paint(QPainter& painter, const QRegion& exposed, const ViewCanvas::Background& drawBackground);
 
 private:
+    [[nodiscard]] ViewCanvas::Scene sceneFor(const ViewCanvas::Background& drawBackground) const;
+    [[nodiscard]] bool isOnScreen(const QPainter& painter) const;
+    void updateExactly(const ViewCanvas::Scene& scene);
+    void updatePart(const QRegion& part);
+    void exchange(std::unique_ptr<ViewCanvas>& next);
+
+    // Where the picture's pixels are on the device, at the last paint.
+    struct Device
+    {
+        qreal ratio = 1; // pixels for each unit of the viewport
+        QPointF start; // the viewport's origin, which may lie between two pixels
+    };
+
     QGraphicsView& m_view;
     const QPointer<ZelGraphicsScene> m_scene;
     std::unique_ptr<ViewCanvas> m_canvas; // created by the first paint
+    std::unique_ptr<QuickPicture> m_quick; // created with it
+    Device m_device;
+    ViewCanvas::Background m_drawBackground; // of the last paint
+    QPen m_textPen; // of the last paint
+    QFont m_font; // of the last paint
+    std::function<void()> m_settled;
     QList<int> m_visibleLayers;
 };
 

@@ -68,6 +68,7 @@ ZelGraphicsView::ZelGraphicsView(QGraphicsScene* scene, QWidget* parent)
     : QGraphicsView(scene, parent)
     , m_parts(std::make_unique<Parts>(*this, qobject_cast<ZelGraphicsScene*>(scene)))
 {
+    m_parts->picture.whenSettled([this] { Q_EMIT becameExact(); });
     m_parts->rubberBand->hide();
     setCursor(Qt::ArrowCursor);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // paintEvent() fills the background itself
@@ -148,6 +149,7 @@ void ZelGraphicsView::zoomTo(QList<QGraphicsItem*>* items)
 void ZelGraphicsView::setScaleAndLayers(double scale)
 {
     m_parts->currentScale = scale;
+    m_parts->picture.noteZoom();
     calculateVisibleLayers();
 }
 
@@ -174,6 +176,16 @@ void ZelGraphicsView::scrollBy(double dx, double dy)
     else if (dy == 0)
         horizontalScrollBar()->triggerAction(
             dx < 0 ? QAbstractSlider::SliderSingleStepSub : QAbstractSlider::SliderSingleStepAdd);
+}
+
+void ZelGraphicsView::allowApproximatePaint()
+{
+    m_parts->picture.allowApproximate();
+}
+
+bool ZelGraphicsView::isExact() const
+{
+    return m_parts->picture.isSettled();
 }
 
 void ZelGraphicsView::changeMouseCursor()

@@ -16,8 +16,6 @@ namespace {
 
 constexpr int BorderBreadth = 2; // width in pixels of the strips along the picture's borders where cut-off shapes show
 
-constexpr int BandHeight = 8; // pixels; what updateSome() paints at least
-
 constexpr double LongEdge = 64; // pixels; the opacity of a cut-off edge depends on the length that is left of it
 
 // Above this dirty share of the picture, repainting all of it is no more work than repainting the parts.
@@ -81,22 +79,56 @@ void ViewCanvas::update(const Scene& scene)
         paintDirtyParts(scene, QDeadlineTimer(QDeadlineTimer::Forever));
 }
 
-ViewCanvas::Work ViewCanvas::updateSome(const Scene& scene, const QDeadlineTimer& deadline)
+ViewCanvas::Work ViewCanvas::updateSome(const Scene& scene, const QDeadlineTimer& deadline, Bands bands)
 {
     if (!m_isValid || !differsOnlyByScroll(scene) || scene.toPicture != m_toPicture) {
         const bool isElsewhere = scene.size != m_picture.size() || scene.toPicture != m_toPicture;
         begin(scene);
         if (isElsewhere)
             m_picture.fill(scene.background);
-        for (int bottom = m_picture.height(); bottom > 0; bottom -= BandHeight) {
-            const int top = std::max(0, bottom - BandHeight);
-            m_dirty.emplace_back(0, top, m_picture.width(), bottom - top);
-        }
+        divide(bands);
     } else if (m_dirty.empty()) {
         return Work::None;
     }
     paintDirtyParts(scene, deadline);
     return m_dirty.empty() ? Work::Done : Work::Left;
+}
+
+// What comes first is at the end, where paintDirtyParts() begins.
+void ViewCanvas::divide(Bands bands)
+{
+    for (int bottom = m_picture.height(); bottom > 0; bottom -= bands.height) {
+        const int top = std::max(0, bottom - bands.height);
+        m_dirty.emplace_back(0, top, m_picture.width(), bottom - top);
+    }
+    if (bands.order == Order::TopFirst)
+        return;
+    const int middle = m_picture.height() / 2;
+    std::sort(m_dirty.begin(), m_dirty.end(), [middle](const QRect& a, const QRect& b) {
+        return std::abs(a.center().y() - middle) > std::abs(b.center().y() - middle);
+    });
+}
+
+bool ViewCanvas::needsAll(const Scene& scene) const
+{
+    return !m_isValid || !differsOnlyByScroll(scene);
+}
+
+QRegion ViewCanvas::finished() const
+{
+    QRegion region(m_picture.rect());
+    for (const QRect& part : m_dirty)
+        region -= part;
+    return m_isValid ? region : QRegion();
+}
+
+QImage ViewCanvas::reduced(int divisor) const
+{
+    QImage upright(m_picture.size(), m_picture.format());
+    QPainter painter(&upright);
+    drawOn(painter, QPointF(), 1.0);
+    painter.end();
+    return upright.scaled(m_picture.size() / divisor);
 }
 
 // The picture wraps around, so up to four pieces of the image make it up.

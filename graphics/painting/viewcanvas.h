@@ -56,10 +56,31 @@ public:
     // Brings the picture up to date.
     void update(const Scene& scene);
 
+    // The bands in which updateSome() paints.
+    enum class Order { TopFirst, MiddleFirst };
+    struct Bands
+    {
+        int height; // pixels
+        Order order;
+    };
+
     // Does a part of the work of update(): stops after the first part of the picture that ends later than `deadline`. A
-    // new picture comes in bands from top to bottom; meanwhile the old one stays where it fits.
+    // new picture comes in bands; meanwhile the old one stays where it fits.
     enum class Work { None, Done, Left }; // the picture was up to date, is up to date now, or is not yet
-    [[nodiscard]] Work updateSome(const Scene& scene, const QDeadlineTimer& deadline);
+    [[nodiscard]] Work updateSome(const Scene& scene, const QDeadlineTimer& deadline, Bands bands = TopDown);
+
+    // Returns whether update() would have to paint all of it anew.
+    [[nodiscard]] bool needsAll(const Scene& scene) const;
+
+    // Returns what of the picture is up to date.
+    [[nodiscard]] QRegion finished() const;
+
+    // The scale, place and display list that the picture was painted with.
+    [[nodiscard]] const QTransform& toPicture() const { return m_toPicture; }
+    [[nodiscard]] unsigned listVersion() const { return m_listVersion; }
+
+    // Returns the picture with each side divided by a number.
+    [[nodiscard]] QImage reduced(int divisor) const;
 
     // Draws the picture with its top left corner at `position`; a unit of the painter is `ratio` pixels of the picture.
     void drawOn(QPainter& painter, const QPointF& position, qreal ratio) const;
@@ -69,6 +90,8 @@ public:
     void drawParts(QPainter& painter, const QRegion& parts) const;
 
 private:
+    static constexpr Bands TopDown{8, Order::TopFirst};
+
     struct Piece
     {
         QRect source; // in m_picture
@@ -85,6 +108,7 @@ private:
     void mark(const QRect& part);
     [[nodiscard]] bool isMostlyDirty() const;
     void begin(const Scene& scene);
+    void divide(Bands bands);
     void paintAll(const Scene& scene);
     void paintDirtyParts(const Scene& scene, const QDeadlineTimer& deadline);
     void paint(const Scene& scene, QImage& image, const QRect& part);

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/quickpicture.h"
+
+#include <QElapsedTimer>
+#include <QPainter>
+
+#include <cmath>
+#include <utility>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+constexpr double LongestExactFrame = 10; // milliseconds; what is painted faster is painted exactly at once
+constexpr int SliceTime = 8; // milliseconds, after which events are looked at
+constexpr int SliceHeight = 32; // pixels
+constexpr int CoarseDivisor = 2;
+constexpr double NanosecondsPerMillisecond = 1e6;
+
+double scaleOf(const QTransform& transform)
+{
+    return std::abs(transform.m11());
+}
+
+} // namespace
+
+QuickPicture::QuickPicture(DisplayList& list, Owner owner)
+    : m_list(list)
+    , m_owner(std::move(owner))
+{
+    m_timer.setInterval(0);
+    connect(&m_timer, &QTimer::timeout, this, &QuickPicture::paintSlice);
+}
+
+void QuickPicture::stop()
+{
+    m_isAllowed = false;
+    m_timer.stop();
+    if (m_isApproximate)
+        m_owner.update({});
+}
+
+bool QuickPicture::becomeExact()
+{
+    m_isAllowed = false;
+    m_timer.stop();
+    return std::exchange(m_isApproximate, false);
+}
+
+void QuickPicture::noteFullRepaint(double milliseconds, const ViewCanvas& shown)
+{
+    m_cost = milliseconds;
+    m_costScale = scaleOf(shown.toPicture());
+    keepCoarse(shown);
+}
+
+// Only a picture that shows more of the drawing replaces the one that there is.
+void QuickPicture::keepCoarse(const ViewCanvas& shown)
+{
+    const bool isNewer = m_coarse.isNull() || m_coarseVersion != shown.listVersion();
+    if (!isNewer && scaleOf(shown.toPicture()) > scaleOf(m_coarseToPicture))
+        return;
+    m_coarse = shown.reduced(CoarseDivisor);
+    m_coarseToPicture = shown.toPicture();
+    m_coarseVersion = shown.listVersion();
+}
+
+// The time grows with the part of the drawing that is seen.
+bool QuickPicture::isWorthwhile(const ViewCanvas& shown, const ViewCanvas::Scene& scene) const
+{
+    const double growth = m_costScale / scaleOf(scene.toPicture);
+    return (m_isAllowed || isActive()) && m_cost * growth * growth > LongestExactFrame && shown.needsAll(scene)
+        && shown.listVersion() == scene.listVersion;
+}
+
+void QuickPicture::draw(QPainter& painter, const ViewCanvas& shown, const ViewCanvas::Scene& scene)
+{
+    if (!m_next)
+        m_next = std::make_unique<ViewCanvas>(m_list);
+    painter.fillRect(QRect(QPoint(), scene.size), scene.background);
+    if (m_coarseVersion == scene.listVersion && scaleOf(scene.toPicture) < scaleOf(shown.toPicture())) {
+        painter.save();
+        painter.setTransform(QTransform::fromScale(CoarseDivisor, CoarseDivisor) * m_coarseToPicture.inverted()
+                * scene.toPicture,
+            true);
+        painter.drawImage(QPoint(), m_coarse);
+        painter.restore();
+    }
+    painter.save();
+    painter.setTransform(shown.toPicture().inverted() * scene.toPicture, true);
+    shown.drawOn(painter, QPointF(), 1.0);
+    painter.restore();
+    if (isActive() && !m_next->needsAll(scene))
+        m_next->drawParts(painter, m_next->finished());
+    else
+        m_spent = 0;
+    m_isAllowed = false;
+    m_isApproximate = true;
+    m_timer.start();
+}
+
+void QuickPicture::paintSlice()
+{
+    if (!m_owner.canPaint()) {
+        m_timer.stop();
+        return;
+    }
+    QElapsedTimer clock;
+    clock.start();
+    const ViewCanvas::Scene scene = m_owner.scene();
+    const QRegion before = m_next->needsAll(scene) ? QRegion() : m_next->finished();
+    const ViewCanvas::Work work = m_next->updateSome(
+        scene, QDeadlineTimer(SliceTime), {SliceHeight, ViewCanvas::Order::MiddleFirst});
+    m_spent += static_cast<double>(clock.nsecsElapsed()) / NanosecondsPerMillisecond;
+    if (work == ViewCanvas::Work::Left) {
+        m_owner.update(m_next->finished() - before);
+        return;
+    }
+    m_timer.stop();
+    noteFullRepaint(m_spent, *m_next);
+    m_owner.finish(m_next);
+}
+
+void QuickPicture::invalidate(int place)
+{
+    stop();
+    if (m_next)
+        place < 0 ? m_next->invalidate() : m_next->invalidate(place);
+}
+
+} // namespace mirn::zelchipview

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/painting/viewcanvas.h"
+
+#include <QImage>
+#include <QObject>
+#include <QRegion>
+#include <QTimer>
+#include <QTransform>
+
+#include <functional>
+#include <memory>
+
+namespace mirn::zelchipview {
+
+// What a view shows while its user zooms in a drawing that takes longer to paint than the screen to show the next
+// frame: the last exact picture, scaled, and over it as much of the next exact one as is painted. That one comes in
+// slices, the middle first, and the user's next event comes between two slices. The view's picture owns it.
+class QuickPicture final : public QObject
+{
+public:
+    struct Owner
+    {
+        std::function<bool()> canPaint; // whether there is something to paint
+        std::function<ViewCanvas::Scene()> scene; // what to paint now
+        std::function<void(const QRegion& part)> update; // repaint this part of the picture; empty for all of it
+        std::function<void(std::unique_ptr<ViewCanvas>& next)> finish; // exchange the pictures: `next` is exact
+    };
+
+    QuickPicture(DisplayList& list, Owner owner); // the list is not owned
+
+    // The user is about to zoom: the next paint may be approximate.
+    void allow() { m_isAllowed = true; }
+    [[nodiscard]] bool isAllowed() const { return m_isAllowed; }
+
+    // The next paint must be exact.
+    void stop();
+
+    // The screen is about to show an exact picture. Returns whether it showed an approximate one.
+    bool becomeExact();
+    [[nodiscard]] bool isExact() const { return !m_isApproximate; }
+
+    // An exact repaint of everything took this long; `shown` is that picture.
+    void noteFullRepaint(double milliseconds, const ViewCanvas& shown);
+
+    // Returns whether to approximate `scene`, where `shown` is the last exact picture.
+    [[nodiscard]] bool isWorthwhile(const ViewCanvas& shown, const ViewCanvas::Scene& scene) const;
+
+    // Draws the approximate picture, and begins or continues to paint the exact one. A unit of the painter is a pixel
+    // of the picture.
+    void draw(QPainter& painter, const ViewCanvas& shown, const ViewCanvas::Scene& scene);
+
+    // A place of the display list, or with -1 all of it, looks different now.
+    void invalidate(int place);
+
+private:
+    [[nodiscard]] bool isActive() const { return m_timer.isActive(); }
+    void paintSlice();
+    void keepCoarse(const ViewCanvas& shown);
+
+    DisplayList& m_list;
+    const Owner m_owner;
+    QTimer m_timer; // runs while slices are left
+    std::unique_ptr<ViewCanvas> m_next;
+    bool m_isAllowed = false;
+    bool m_isApproximate = false; // what the screen shows
+    double m_spent = 0; // milliseconds on the slices of the picture under way
+    double m_cost = 0; // milliseconds of the last full repaint
+    double m_costScale = 1; // pixels per scene unit of that picture
+    QImage m_coarse; // the picture that showed most of the drawing, in half its size
+    QTransform m_coarseToPicture;
+    unsigned m_coarseVersion = 0; // of the display list
+};
+
+} // namespace mirn::zelchipview
