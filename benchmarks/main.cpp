@@ -89,7 +89,9 @@ int main(int argc, char** argv)
     if (options->hasPeer && !zelbench::hasLayoutViewer())
         std::fputs("zelbench: klayout is not installed; its rows are left out\n", stderr);
     std::vector<int> sizes = options->sizes;
-    for (int elements : options->sizes)
+    if (sizes.empty() && options->programSizes.empty())
+        sizes = {10000, 100000};
+    for (int elements : sizes)
         addBenchmarks(elements, options->hasPeer && zelbench::hasLayoutViewer());
     for (int elements : options->programSizes) {
         zelbench::addProgramBenchmarks(elements);
