@@ -25,7 +25,8 @@ std::optional<double> Results::figure(const char* benchmark, const char* counter
 std::optional<double> Results::ratio(
     const char* benchmark, const char* counter, const char* yardstick, int elements) const
 {
-    const std::optional<double> inTurns = *counter ? std::nullopt : figure(benchmark, "ratio", elements);
+    const std::string name = *counter ? std::string("ratio ") + counter : std::string("ratio");
+    const std::optional<double> inTurns = figure(benchmark, name.c_str(), elements);
     if (inTurns)
         return inTurns;
     const std::optional<double> subject = figure(benchmark, counter, elements);

@@ -59,8 +59,9 @@ bool run(int elements)
 
 int main(int argc, char** argv)
 {
+    constexpr int SmallestSize = 10'000; // as many sites as there are
     std::optional<zelbench::Options> options = zelbench::takeOptions(argc, argv);
-    if (!options || argc > 1) {
+    if (!options || argc > 1 || (!options->sizes.empty() && options->sizes.front() < SmallestSize)) {
         std::fputs("usage: zelscreen [--sizes=100000,1000000], with sizes from 10000\n", stderr);
         return 2;
     }
