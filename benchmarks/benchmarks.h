@@ -6,11 +6,13 @@
 namespace zelbench {
 
 void addDesignBenchmarks(int elements);
+void addFilterBenchmarks(int elements);
 void addLoadingBenchmarks(int elements);
 void addPaintingBenchmarks(int elements);
 void addPeerBenchmarks(int elements);
 void addPickingBenchmarks(int elements);
 void addPlanningBenchmarks(int elements);
+void addProgramBenchmarks(int elements);
 void addResourceBenchmarks(int elements); // the last on the window, because its rows stay in the tree
 void addStateBenchmarks(int elements);
 void addWindowChecks(int elements);

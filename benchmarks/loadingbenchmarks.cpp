@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/benchmarks.h"
 #include "benchmarks/results/measure.h"
+#include "benchmarks/results/pairs.h"
 #include "benchmarks/subjects/chipwindow.h"
 #include "benchmarks/subjects/device.h"
 #include "chipview/zelchipgui.h"
@@ -15,38 +16,56 @@ namespace zelbench {
 
 namespace {
 
-void readXmlOnly(benchmark::State& state, Device& device)
+constexpr int LoadsOfTurn = 10;
+
+double secondsOfXmlOnly(benchmark::State& state, const Device& device)
 {
-    for (auto _ : state) {
-        int elements = 0;
-        state.SetIterationTime(secondsOf([&] {
-            QFile file(QFile::decodeName(device.drawingFile().c_str()));
-            if (!file.open(QIODevice::ReadOnly))
-                return;
-            QXmlStreamReader reader(file.readAll());
-            while (!reader.atEnd())
-                elements += reader.readNext() == QXmlStreamReader::StartElement ? 1 : 0;
-        }));
-        if (elements < device.elements())
-            state.SkipWithError("the drawing was not read");
-    }
+    int elements = 0;
+    const double seconds = secondsOf([&] {
+        QFile file(QFile::decodeName(device.drawingFile().c_str()));
+        if (!file.open(QIODevice::ReadOnly))
+            return;
+        QXmlStreamReader reader(file.readAll());
+        while (!reader.atEnd())
+            elements += reader.readNext() == QXmlStreamReader::StartElement ? 1 : 0;
+    });
+    if (elements < device.elements())
+        state.SkipWithError("the drawing was not read");
+    return seconds;
+}
+
+void readXmlOnly(benchmark::State& state, const Device& device)
+{
+    for (auto _ : state)
+        state.SetIterationTime(secondsOfXmlOnly(state, device));
 }
 
 // Parses without a working file if `workingFile` is empty, otherwise loads from that file.
-void parse(benchmark::State& state, const Device& device, const std::string& workingFile)
+double secondsOfParser(benchmark::State& state, const Device& device, const std::string& workingFile)
 {
-    if (!workingFile.empty())
-        SVGParser::create()->loadSVGElements(device.drawingFile(), workingFile);
-    for (auto _ : state) {
-        const std::unique_ptr<SVGParser> parser = SVGParser::create();
-        bool isLoaded = false;
-        state.SetIterationTime(
-            secondsOf([&] { isLoaded = parser->loadSVGElements(device.drawingFile(), workingFile); }));
-        if (!isLoaded)
-            state.SkipWithError(parser->errorString().c_str());
-        else if (parser->isLoadedFromWorkingFile() == workingFile.empty())
-            state.SkipWithError("the working file was not used as expected");
-    }
+    const std::unique_ptr<SVGParser> parser = SVGParser::create();
+    bool isLoaded = false;
+    const double seconds = secondsOf([&] { isLoaded = parser->loadSVGElements(device.drawingFile(), workingFile); });
+    if (!isLoaded)
+        state.SkipWithError(parser->errorString().c_str());
+    else if (parser->isLoadedFromWorkingFile() == workingFile.empty())
+        state.SkipWithError("the working file was not used as expected");
+    return seconds;
+}
+
+void parse(benchmark::State& state, const Device& device)
+{
+    const auto read = [&] { return secondsOfXmlOnly(state, device); };
+    const auto parseOnce = [&] { return secondsOfParser(state, device, {}); };
+    measureInTurns(state, {read, 1, {}, {}}, {parseOnce, 1, {}, {}});
+}
+
+void parseAgain(benchmark::State& state, const Device& device)
+{
+    SVGParser::create()->loadSVGElements(device.drawingFile(), device.workingFile());
+    const auto parseOnce = [&] { return secondsOfParser(state, device, {}); };
+    const auto load = [&] { return secondsOfParser(state, device, device.workingFile()); };
+    measureInTurns(state, {parseOnce, 1, {}, {}}, {load, LoadsOfTurn, {}, {}});
 }
 
 // The parser stores records packed; this is the cost of visiting all of them.
@@ -129,11 +148,9 @@ void addLoadingBenchmarks(int elements)
 {
     add("QXmlStreamReader, merely reading", elements,
         [=](benchmark::State& state) { readXmlOnly(state, Device::ofSize(elements)); });
-    add("SVG text to records", elements,
-        [=](benchmark::State& state) { parse(state, Device::ofSize(elements), std::string()); });
-    add("records from the working file", elements, [=](benchmark::State& state) {
-        parse(state, Device::ofSize(elements), Device::ofSize(elements).workingFile());
-    });
+    addPairs("SVG text to records", elements, [=](benchmark::State& state) { parse(state, Device::ofSize(elements)); });
+    addPairs("records from the working file", elements,
+        [=](benchmark::State& state) { parseAgain(state, Device::ofSize(elements)); });
     add("records handed out", elements,
         [=](benchmark::State& state) { handOut(state, Device::ofSize(elements).parsed()); });
     add("records to items", elements, [=](benchmark::State& state) {

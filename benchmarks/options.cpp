@@ -16,6 +16,7 @@ namespace {
 
 constexpr char SizesOption[] = "--sizes=";
 constexpr char PeerOption[] = "--peer";
+constexpr char LargeOption[] = "--large";
 constexpr int SmallestSize = 1000;
 constexpr int LargestSize = 10000000;
 
@@ -46,6 +47,11 @@ std::optional<Options> takeOptions(int& argc, char** argv)
                 options->hasPeer = true;
             return true;
         }
+        if (std::strcmp(argument, LargeOption) == 0) {
+            if (options)
+                options->programSizes = {1'200'000, 2'300'000};
+            return true;
+        }
         if (std::strncmp(argument, SizesOption, sizeof SizesOption - 1) != 0)
             return false;
         const auto sizes = parseSizes(argument + sizeof SizesOption - 1);
@@ -61,9 +67,12 @@ std::optional<Options> takeOptions(int& argc, char** argv)
 
 void printUsage()
 {
-    std::puts("zelbench [--sizes=10000,100000] [--peer] [options of Google Benchmark]\n"
-              "Measures the chip view on generated drawings and closes with a table of ratios and one of targets.\n"
-              "--peer adds KLayout on the same drawings, where it is installed.\n");
+    std::puts(
+        "zelbench [--sizes=10000,100000] [--peer] [--large] [options of Google Benchmark]\n"
+        "Measures the chip view on generated drawings and closes with a table of ratios and one of targets.\n"
+        "--peer adds KLayout on the same drawings, where it is installed.\n"
+        "--large adds snapshots of drawings with 1.2 and 2.3 million rects; ./bench --screen measures gestures on\n"
+        "a screen.\n");
     benchmark::PrintDefaultHelp();
 }
 

@@ -8,7 +8,8 @@ namespace zelbench {
 
 struct Options
 {
-    std::vector<int> sizes{10000, 100000}; // sizes of the drawings, in elements
+    std::vector<int> sizes; // of the drawings, in elements; ascending, and empty if none were given
+    std::vector<int> programSizes; // sizes of the drawings that only the whole program opens
     bool hasPeer = false; // measures another viewer as well
 };
 

@@ -1,22 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/benchmarks.h"
 #include "benchmarks/results/measure.h"
+#include "benchmarks/results/pairs.h"
 #include "benchmarks/subjects/barepainter.h"
 #include "benchmarks/subjects/chipwindow.h"
 #include "benchmarks/subjects/device.h"
 #include "benchmarks/subjects/layoutviewer.h"
+#include "benchmarks/subjects/yardsticks.h"
 #include "chipview/zelchipviewdatabase.h"
-#include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "planning/overviewmap.h"
 #include "platform/contract/svgparser.h"
 
 #include <QFile>
 #include <QImage>
-#include <QPainter>
 #include <QScrollBar>
 
+#include <algorithm>
 #include <memory>
+#include <string>
+#include <utility>
 
 using mirn::zelchipview::OverviewMap;
 using mirn::zelchipview::ZELChipViewDatabase;
@@ -26,6 +29,10 @@ namespace zelbench {
 namespace {
 
 constexpr int PanDistance = 50; // pixels
+constexpr int BarePaintings = 5;
+constexpr int PansOfTurn = 20;
+constexpr int RepaintsOfTurn = 10;
+constexpr int QuickRepaintsOfTurn = 50;
 
 void paintBare(benchmark::State& state, Device& device, double zoom)
 {
@@ -41,32 +48,52 @@ void paintBare(benchmark::State& state, Device& device, double zoom)
     state.counters["drawn"] = drawn;
 }
 
-// Paints at another scale each time, as after a zoom, so that nothing of the previous picture can be reused.
+// Paints at another scale, as after a zoom, so that nothing of the previous picture can be reused.
+double secondsOfRepaint(benchmark::State& state, ChipWindow& window)
+{
+    const double seconds = secondsOf([&window] {
+        window.changeScaleALittle();
+        window.repaint();
+    });
+    checkPaintedOnce(state, window.painted().take());
+    return seconds;
+}
+
 void paintAll(benchmark::State& state, Device& device, double zoom)
 {
     ChipWindow& window = device.window();
     window.show(zoom);
     window.settle();
     int further = 0;
-    for (auto _ : state) {
-        state.SetIterationTime(secondsOf([&window] {
-            window.changeScaleALittle();
-            window.repaint();
-        }));
-        checkPaintedOnce(state, window.painted().take());
-        further += window.settle();
-    }
+    Side full{[&] { return secondsOfRepaint(state, window); }, 1, {}, {}};
+    full.restore = [&] { further += window.settle(); };
+    measureInTurns(state, bareSide(device), full);
     state.counters["further paints"] = further;
 }
 
-// The host holds every attribute and may have changed its values without notice. The window stays in that state, so it
-// is closed afterwards.
-void paintHandedOut(benchmark::State& state, Device& device)
+void handOutAll(Device& device)
 {
-    device.window();
     for (int loadNumber = 1; loadNumber <= device.elements(); ++loadNumber)
         (void)ZELChipViewDatabase::getInstance()->getGraphicItemAttribute(loadNumber); // is handed out by that
-    paintAll(state, device, 1.0);
+    device.window().repaint();
+}
+
+// The host holds every attribute and may have changed its values without notice. What was handed out stays so as long
+// as the window, so every turn has a window of its own.
+void paintHandedOut(benchmark::State& state, Device& device)
+{
+    const auto repaint = [&] { return secondsOfRepaint(state, device.window()); };
+    const auto openAnew = [&device] {
+        device.closeWindow();
+        device.window().show(1.0);
+        device.window().repaint();
+        device.window().settle();
+    };
+    const auto handOut = [&device] {
+        handOutAll(device);
+        device.window().painted().take();
+    };
+    measureInTurns(state, {repaint, RepaintsOfTurn, openAnew, {}}, {repaint, RepaintsOfTurn, handOut, {}});
     device.closeWindow();
 }
 
@@ -76,10 +103,12 @@ void paintUnchanged(benchmark::State& state, Device& device)
     window.show(1.0);
     window.repaint();
     window.settle();
-    for (auto _ : state) {
-        state.SetIterationTime(secondsOf([&window] { window.repaint(); }));
+    const auto repaint = [&] {
+        const double seconds = secondsOf([&window] { window.repaint(); });
         checkPaintedOnce(state, window.painted().take());
-    }
+        return seconds;
+    };
+    measureInTurns(state, bareSide(device), {repaint, QuickRepaintsOfTurn, {}, {}});
 }
 
 enum class Map { None, Shown };
@@ -95,14 +124,16 @@ void pan(benchmark::State& state, Device& device, Map map)
     window.settle();
     QScrollBar* bar = window.view()->horizontalScrollBar();
     int distance = PanDistance;
-    for (auto _ : state) {
-        state.SetIterationTime(secondsOf([&] {
+    const auto panOnce = [&] {
+        const double seconds = secondsOf([&] {
             bar->setValue(bar->value() + distance);
             window.deliver();
-        }));
+        });
         checkPaintedOnce(state, window.painted().take());
         distance = -distance;
-    }
+        return seconds;
+    };
+    measureInTurns(state, bareSide(device), {panOnce, PansOfTurn, {}, {}});
     if (overview && overview->isHidden())
         state.SkipWithError("the overview map does not show");
 }
@@ -120,29 +151,34 @@ void paintMap(benchmark::State& state, Device& device)
     }
 }
 
-// Every item paints itself, as Qt renders a scene without a view.
 void paintItems(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
     window.show(1.0);
     window.settle();
-    QImage picture(ChipWindow::Width, ChipWindow::Height, QImage::Format_RGB32);
-    const QRect everything = picture.rect();
-    const QRectF shown = window.view()->mapToScene(everything).boundingRect();
-    for (auto _ : state) {
-        state.SetIterationTime(secondsOf([&] {
-            picture.fill(Qt::white);
-            QPainter painter(&picture);
-            painter.setRenderHint(QPainter::Antialiasing, true);
-            window.scene()->render(&painter, everything, shown);
-        }));
-    }
+    const Side items = itemsSide(device);
+    for (auto _ : state)
+        state.SetIterationTime(items.act());
 }
 
-// KLayout runs in a process of its own and measures itself.
+// Returns the quickest of a few paintings.
+double secondsOfBare(Device& device, double zoom)
+{
+    device.window().show(zoom);
+    const Side bare = bareSide(device);
+    double least = bare.act();
+    for (int n = 1; n < BarePaintings; ++n)
+        least = std::min(least, bare.act());
+    return least;
+}
+
+// KLayout runs in a process of its own and measures itself, right after the yardstick.
 void paintWithLayoutViewer(benchmark::State& state, Device& device)
 {
+    const std::pair<const char*, double> zooms[] = {{"at fit", 1.0}, {"at 4x", 4.0}, {"at 30x", 30.0}};
     for (auto _ : state) {
+        for (const auto& [name, zoom] : zooms)
+            state.counters[std::string("ratio ") + name] = secondsOfBare(device, zoom);
         QString error;
         const auto times = repaintTimesOfLayoutViewer(
             device.parsed().getGraphicItems(), QFile::decodeName(device.folder().c_str()), &error);
@@ -151,8 +187,10 @@ void paintWithLayoutViewer(benchmark::State& state, Device& device)
             return;
         }
         state.SetIterationTime(times->at("at fit"));
-        for (const auto& [zoom, seconds] : *times)
+        for (const auto& [zoom, seconds] : *times) {
             state.counters[zoom] = seconds;
+            state.counters["ratio " + zoom] = seconds / state.counters["ratio " + zoom];
+        }
     }
 }
 
@@ -162,7 +200,7 @@ void addPeerBenchmarks(int elements)
 {
     addCounted("KLayout", elements, 1, [=](benchmark::State& state) {
         paintWithLayoutViewer(state, Device::ofSize(elements));
-    })->Repetitions(1);
+    })->Repetitions(FewRepetitions);
 }
 
 void addPaintingBenchmarks(int elements)
@@ -178,18 +216,19 @@ void addPaintingBenchmarks(int elements)
     for (const Zoom& zoom : Zooms) {
         const double factor = zoom.factor;
         add(zoom.bare, elements, [=](benchmark::State& state) { paintBare(state, Device::ofSize(elements), factor); });
-        add(zoom.full, elements, [=](benchmark::State& state) { paintAll(state, Device::ofSize(elements), factor); });
+        addPairs(
+            zoom.full, elements, [=](benchmark::State& state) { paintAll(state, Device::ofSize(elements), factor); });
     }
     add("items one by one at fit", elements,
         [=](benchmark::State& state) { paintItems(state, Device::ofSize(elements)); });
-    add("pan by 50 pixels at 4x", elements,
+    addPairs("pan by 50 pixels at 4x", elements,
         [=](benchmark::State& state) { pan(state, Device::ofSize(elements), Map::None); });
-    add("pan with the overview map", elements,
+    addPairs("pan with the overview map", elements,
         [=](benchmark::State& state) { pan(state, Device::ofSize(elements), Map::Shown); });
     add("overview map", elements, [=](benchmark::State& state) { paintMap(state, Device::ofSize(elements)); });
-    add("repaint, nothing changed", elements,
+    addPairs("repaint, nothing changed", elements,
         [=](benchmark::State& state) { paintUnchanged(state, Device::ofSize(elements)); });
-    add("full repaint, handed out", elements,
+    addPairs("full repaint, handed out", elements,
         [=](benchmark::State& state) { paintHandedOut(state, Device::ofSize(elements)); });
 }
 

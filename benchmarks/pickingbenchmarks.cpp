@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/benchmarks.h"
 #include "benchmarks/results/measure.h"
+#include "benchmarks/results/pairs.h"
 #include "benchmarks/subjects/chipwindow.h"
 #include "benchmarks/subjects/device.h"
 #include "chipview/zelchipgui.h"
@@ -24,6 +25,7 @@ namespace {
 
 constexpr int Clicks = 200;
 constexpr int DragMoves = 2000;
+constexpr int BandsOfTurn = 4;
 constexpr QPoint TopLeft(0, 0);
 constexpr QPoint BottomRight(ChipWindow::Width - 1, ChipWindow::Height - 1);
 
@@ -52,22 +54,15 @@ void click(benchmark::State& state, Device& device)
     window.settle();
 }
 
-// Measures the release of a rubber band around the whole drawing, before anything is painted.
-void rubberBand(benchmark::State& state, Device& device)
+double secondsOfItemsByShape(benchmark::State& state, const Device& device, const ChipWindow& window)
 {
-    ChipWindow& window = device.window();
-    window.show(1.0);
-    for (auto _ : state) {
-        window.scene()->clearSelectedItems();
-        window.settle();
-        window.mouse(QEvent::MouseButtonPress, TopLeft);
-        window.mouse(QEvent::MouseMove, BottomRight);
-        state.SetIterationTime(secondsOf([&window] { window.mouse(QEvent::MouseButtonRelease, BottomRight); }));
-        if (ZELChipViewDatabase::getInstance()->selectedIds().ids().size() != device.elements())
-            state.SkipWithError("not everything was selected");
-    }
-    window.scene()->clearSelectedItems();
-    window.settle();
+    const QRectF everything = window.view()->mapToScene(QRect(TopLeft, BottomRight)).boundingRect();
+    qsizetype found = 0;
+    const double seconds
+        = secondsOf([&] { found = window.scene()->items(everything, Qt::IntersectsItemShape).size(); });
+    if (found != device.elements())
+        state.SkipWithError("not everything was found");
+    return seconds;
 }
 
 void itemsByShape(benchmark::State& state, Device& device)
@@ -75,14 +70,31 @@ void itemsByShape(benchmark::State& state, Device& device)
     ChipWindow& window = device.window();
     window.show(1.0);
     window.settle();
-    const QRectF everything = window.view()->mapToScene(QRect(TopLeft, BottomRight)).boundingRect();
-    for (auto _ : state) {
-        qsizetype found = 0;
-        state.SetIterationTime(
-            secondsOf([&] { found = window.scene()->items(everything, Qt::IntersectsItemShape).size(); }));
-        if (found != device.elements())
-            state.SkipWithError("not everything was found");
-    }
+    for (auto _ : state)
+        state.SetIterationTime(secondsOfItemsByShape(state, device, window));
+}
+
+// Measures the release of a rubber band around the whole drawing, before anything is painted.
+void rubberBand(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = device.window();
+    window.show(1.0);
+    const auto deselect = [&window] {
+        window.scene()->clearSelectedItems();
+        window.settle();
+    };
+    const auto selectAll = [&] {
+        deselect();
+        window.mouse(QEvent::MouseButtonPress, TopLeft);
+        window.mouse(QEvent::MouseMove, BottomRight);
+        const double seconds = secondsOf([&window] { window.mouse(QEvent::MouseButtonRelease, BottomRight); });
+        if (ZELChipViewDatabase::getInstance()->selectedIds().ids().size() != device.elements())
+            state.SkipWithError("not everything was selected");
+        return seconds;
+    };
+    const auto find = [&] { return secondsOfItemsByShape(state, device, window); };
+    measureInTurns(state, {find, 1, deselect, {}}, {selectAll, BandsOfTurn, {}, {}});
+    deselect();
 }
 
 void selectFirstRow(const ChipWindow& window)
@@ -126,14 +138,14 @@ void dragMove(benchmark::State& state, Device& device)
 
 void addPickingBenchmarks(int elements)
 {
-    addCounted(
-        "click at 4x", elements, Clicks, [=](benchmark::State& state) { click(state, Device::ofSize(elements)); });
+    takeSmallest(addCounted(
+        "click at 4x", elements, Clicks, [=](benchmark::State& state) { click(state, Device::ofSize(elements)); }));
     add("QGraphicsScene::items by shape", elements,
         [=](benchmark::State& state) { itemsByShape(state, Device::ofSize(elements)); });
-    add("rubber band over everything", elements,
+    addPairs("rubber band over everything", elements,
         [=](benchmark::State& state) { rubberBand(state, Device::ofSize(elements)); });
-    addCounted("drag move at 4x", elements, DragMoves,
-        [=](benchmark::State& state) { dragMove(state, Device::ofSize(elements)); });
+    takeSmallest(addCounted("drag move at 4x", elements, DragMoves,
+        [=](benchmark::State& state) { dragMove(state, Device::ofSize(elements)); }));
 }
 
 } // namespace zelbench

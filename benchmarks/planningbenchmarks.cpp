@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/benchmarks.h"
 #include "benchmarks/results/measure.h"
+#include "benchmarks/results/pairs.h"
 #include "benchmarks/subjects/chipwindow.h"
 #include "benchmarks/subjects/designproject.h"
 #include "benchmarks/subjects/device.h"
@@ -18,10 +19,10 @@
 #include <QScrollBar>
 #include <QTreeWidget>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <tuple>
-#include <utility>
 
 using namespace mirn::zelchipview;
 
@@ -31,6 +32,8 @@ namespace {
 
 constexpr int PanDistance = 50; // pixels
 constexpr int PanSteps = 20;
+constexpr int RepaintsOfTurn = 3;
+constexpr int ClicksOfTurn = 20;
 constexpr int CandidateSites = 10000;
 constexpr int Supplies = 2000;
 constexpr int NearElements = 40; // how far apart, in the drawing's order, most connected elements are
@@ -71,10 +74,9 @@ public:
 class AidedWindow
 {
 public:
-    AidedWindow(Device& device, PlanAids::Connections shown)
-        : window(device.window())
-        , m_engine(device)
-        , m_aids(std::make_unique<PlanAids>(window.view(), nullptr, m_engine))
+    AidedWindow(const ChipWindow& window, zelchipengine& engine, PlanAids::Connections shown)
+        : m_view(window.view())
+        , m_aids(std::make_unique<PlanAids>(m_view, nullptr, engine))
     {
         m_aids->setConnections(shown);
     }
@@ -82,78 +84,123 @@ public:
     ~AidedWindow()
     {
         m_aids.reset();
-        const QObjectList parts = window.view()->children();
+        const QObjectList parts = m_view->children();
         for (QObject* part : parts) {
             if (qobject_cast<ZelViewLayer*>(part))
                 delete part;
         }
     }
 
-    ChipWindow& window;
-
 private:
-    ConnectedEngine m_engine;
+    ZelGraphicsView* const m_view;
     std::unique_ptr<PlanAids> m_aids;
 };
 
-void repaint(benchmark::State& state, ChipWindow& window)
+// What is done with a window, alike without aids and with them: getting ready, and then a turn of so many actions.
+struct Action
 {
-    window.show(1.0);
-    window.settle();
-    for (auto _ : state) {
-        state.SetIterationTime(secondsOf([&window] {
+    std::function<void(ChipWindow&)> begin;
+    std::function<double(benchmark::State&, ChipWindow&)> act;
+    int times;
+};
+
+Action repainting()
+{
+    const auto begin = [](ChipWindow& window) {
+        window.show(1.0);
+        window.settle();
+        window.changeScaleALittle();
+        window.repaint(); // once for everything that is done only once
+        window.settle();
+    };
+    const auto repaint = [](benchmark::State& state, ChipWindow& window) {
+        const double seconds = secondsOf([&window] {
             window.changeScaleALittle();
             window.repaint();
-        }));
+        });
         checkPaintedOnce(state, window.painted().take());
         window.settle();
-    }
+        return seconds;
+    };
+    return {begin, repaint, RepaintsOfTurn};
 }
 
-void repaintWithNames(benchmark::State& state, ChipWindow& window)
+void paintAt4x(ChipWindow& window)
 {
-    OccupyingEngine engine;
-    const NameLayer names(window.view(), engine);
-    repaint(state, window);
+    window.show(4.0);
+    window.repaint();
+    window.settle();
 }
 
 // Pans to and fro, far enough that lines come into sight that were not drawn before.
-void pan(benchmark::State& state, ChipWindow& window)
+Action panning()
 {
-    window.show(4.0);
-    window.repaint();
-    window.settle();
-    QScrollBar* bar = window.view()->horizontalScrollBar();
-    const int start = bar->value();
-    int step = 0;
-    for (auto _ : state) {
-        step = (step + 1) % (2 * PanSteps);
-        const int distance = PanDistance * (step < PanSteps ? step : 2 * PanSteps - step);
-        state.SetIterationTime(secondsOf([&] {
-            bar->setValue(start + distance);
+    const auto step = std::make_shared<int>(0);
+    const auto begin = [step](ChipWindow& window) {
+        paintAt4x(window);
+        *step = 0;
+    };
+    const auto pan = [step](benchmark::State& state, ChipWindow& window) {
+        QScrollBar* bar = window.view()->horizontalScrollBar();
+        const int distance = ++*step <= PanSteps ? PanDistance : -PanDistance;
+        const double seconds = secondsOf([&] {
+            bar->setValue(bar->value() + distance);
             window.deliver();
-        }));
+        });
         checkPaintedOnce(state, window.painted().take());
-    }
+        return seconds;
+    };
+    return {begin, pan, 2 * PanSteps};
 }
 
-// A click with the picture that shows it. The first one makes Qt build what finds items.
-void click(benchmark::State& state, ChipWindow& window)
+// Clicks with the picture that shows it. The first one makes Qt build what finds items.
+Action clicking()
 {
-    window.show(4.0);
-    window.repaint();
-    window.settle();
-    int number = 0;
-    const auto clickOnce = [&] {
-        ++number;
-        window.click(QPoint((number * 619) % ChipWindow::Width, (number * 367) % ChipWindow::Height));
+    const auto number = std::make_shared<int>(0);
+    const auto click = [number](ChipWindow& window) {
+        ++*number;
+        window.click(QPoint((*number * 619) % ChipWindow::Width, (*number * 367) % ChipWindow::Height));
         window.deliver();
     };
-    clickOnce();
-    for (auto _ : state)
-        state.SetIterationTime(secondsOf(clickOnce));
+    const auto begin = [number, click](ChipWindow& window) {
+        window.scene()->clearSelectedItems();
+        paintAt4x(window);
+        *number = 0;
+        click(window);
+    };
+    const auto measured = [click](benchmark::State&, ChipWindow& window) { return secondsOf([&] { click(window); }); };
+    return {begin, measured, ClicksOfTurn};
+}
+
+// Compares an action on the plain window with the same one while what `add` returns exists.
+void compare(
+    benchmark::State& state, Device& device, const Action& action, const std::function<std::shared_ptr<void>()>& add)
+{
+    ChipWindow& window = device.window();
+    std::shared_ptr<void> added;
+    const auto act = [&] { return action.act(state, window); };
+    Side plain{act, action.times, [&] { action.begin(window); }, {}};
+    Side subject = plain;
+    subject.prepare = [&] {
+        added = add();
+        action.begin(window);
+    };
+    subject.restore = [&added] { added.reset(); };
+    measureInTurns(state, plain, subject);
     window.scene()->clearSelectedItems();
     window.settle();
+}
+
+void compareAided(benchmark::State& state, Device& device, const Action& action, PlanAids::Connections shown)
+{
+    ConnectedEngine engine(device);
+    compare(state, device, action, [&] { return std::make_shared<AidedWindow>(device.window(), engine, shown); });
+}
+
+void compareNames(benchmark::State& state, Device& device)
+{
+    OccupyingEngine engine;
+    compare(state, device, repainting(), [&] { return std::make_shared<NameLayer>(device.window().view(), engine); });
 }
 
 // From the selection of a resource to the picture with its candidates, when the engine was not asked before.
@@ -189,22 +236,17 @@ void showCandidates(benchmark::State& state, Device& device)
 
 void addPlanningBenchmarks(int elements)
 {
-    using Measured = void (*)(benchmark::State & state, ChipWindow & window);
-    const std::pair<const char*, Measured> measured[] = {{"plain full repaint", &repaint}, {"plain pan", &pan},
-        {"plain click", &click}, {"full repaint, names without room", &repaintWithNames}};
-    const std::tuple<const char*, Measured, PlanAids::Connections> aided[]
-        = {{"full repaint, aids off", &repaint, PlanAids::Connections::Off},
-            {"full repaint, all connections", &repaint, PlanAids::Connections::All},
-            {"pan, all connections", &pan, PlanAids::Connections::All},
-            {"click, all connections", &click, PlanAids::Connections::All}};
-    for (const auto& [name, measure] : measured)
-        add(name, elements,
-            [=, measure = measure](benchmark::State& state) { measure(state, Device::ofSize(elements).window()); });
-    for (const auto& [name, measure, shown] : aided)
-        add(name, elements, [=, measure = measure, shown = shown](benchmark::State& state) {
-            AidedWindow window(Device::ofSize(elements), shown);
-            measure(state, window.window);
+    using Connections = PlanAids::Connections;
+    const std::tuple<const char*, Action (*)(), Connections> aided[] = {
+        {"full repaint, aids off", &repainting, Connections::Off},
+        {"full repaint, all connections", &repainting, Connections::All},
+        {"pan, all connections", &panning, Connections::All}, {"click, all connections", &clicking, Connections::All}};
+    for (const auto& [name, action, shown] : aided)
+        addPairs(name, elements, [=, action = action, shown = shown](benchmark::State& state) {
+            compareAided(state, Device::ofSize(elements), action(), shown);
         });
+    addPairs("full repaint, names without room", elements,
+        [=](benchmark::State& state) { compareNames(state, Device::ofSize(elements)); });
     add("candidates", elements, [=](benchmark::State& state) { showCandidates(state, Device::ofSize(elements)); });
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/benchmarks.h"
 #include "benchmarks/results/measure.h"
+#include "benchmarks/results/pairs.h"
 #include "benchmarks/subjects/chipwindow.h"
 #include "benchmarks/subjects/device.h"
 #include "chipview/zelchipgui.h"
@@ -8,16 +9,11 @@
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 
-#include <QCheckBox>
 #include <QCoreApplication>
-#include <QFile>
-#include <QMenu>
-#include <QTemporaryFile>
 #include <QTreeWidget>
 
 #include <algorithm>
 #include <functional>
-#include <utility>
 
 using namespace mirn::zelchipview;
 
@@ -27,7 +23,6 @@ namespace {
 
 constexpr int Rows = 20000;
 constexpr int Picks = 100;
-constexpr int FilterKinds = 10000;
 constexpr QPoint TopLeft(0, 0);
 constexpr QPoint BottomRight(ChipWindow::Width - 1, ChipWindow::Height - 1);
 
@@ -75,23 +70,27 @@ ChipWindow& windowWithRows(Device& device)
 }
 
 // Measures how long Qt alone needs to show as many rows with as many texts, sorted.
+double secondsOfBareTree()
+{
+    QTreeWidget tree;
+    tree.setColumnCount(2);
+    tree.setSortingEnabled(true);
+    tree.show();
+    QCoreApplication::processEvents();
+    return secondsOf([&tree] {
+        auto* branch = new QTreeWidgetItem({QStringLiteral("all"), QString()}); // owned by the tree
+        for (int row = 0; row < Rows; ++row)
+            new QTreeWidgetItem(branch, {rowName(row), QString()}); // owned by the branch
+        tree.addTopLevelItem(branch);
+        tree.expandAll();
+        QCoreApplication::processEvents();
+    });
+}
+
 void fillBareTree(benchmark::State& state)
 {
-    for (auto _ : state) {
-        QTreeWidget tree;
-        tree.setColumnCount(2);
-        tree.setSortingEnabled(true);
-        tree.show();
-        QCoreApplication::processEvents();
-        state.SetIterationTime(secondsOf([&tree] {
-            auto* branch = new QTreeWidgetItem({QStringLiteral("all"), QString()}); // owned by the tree
-            for (int row = 0; row < Rows; ++row)
-                new QTreeWidgetItem(branch, {rowName(row), QString()}); // owned by the branch
-            tree.addTopLevelItem(branch);
-            tree.expandAll();
-            QCoreApplication::processEvents();
-        }));
-    }
+    for (auto _ : state)
+        state.SetIterationTime(secondsOfBareTree());
 }
 
 // Measures the first refresh after a design was opened.
@@ -115,11 +114,13 @@ void fillTree(benchmark::State& state, Device& device)
 void refreshFullTree(benchmark::State& state, Device& device)
 {
     ChipWindow& window = windowWithRows(device);
-    for (auto _ : state) {
-        state.SetIterationTime(secondsOf([&window] { refreshTree(window); }));
+    const auto refreshOnce = [&] {
+        const double seconds = secondsOf([&window] { refreshTree(window); });
         if (!treeOf(window).topLevelItem(0)->isExpanded())
             state.SkipWithError("the branch did not stay open");
-    }
+        return seconds;
+    };
+    measureInTurns(state, {&secondsOfBareTree, 1, {}, {}}, {refreshOnce, 1, {}, {}});
 }
 
 // Measures opening the closed branch with all its rows, until they are painted.
@@ -127,17 +128,21 @@ void openBranch(benchmark::State& state, Device& device, const std::function<voi
 {
     ChipWindow& window = windowWithRows(device);
     QTreeWidget& tree = treeOf(window);
+    double opening = 0.0;
     for (auto _ : state) {
         tree.collapseAll();
         tree.setCurrentItem(tree.topLevelItem(0));
         window.settle();
-        state.SetIterationTime(secondsOf([&] {
+        const double seconds = secondsOf([&] {
             open(window);
             QCoreApplication::processEvents();
-        }));
+        });
+        state.SetIterationTime(seconds);
+        opening += seconds;
         if (!tree.topLevelItem(0)->isExpanded() || !tree.topLevelItem(0)->child(Rows - 1)->isExpanded())
             state.SkipWithError("not everything is open");
     }
+    state.counters["per row"] = benchmark::Counter(opening / Rows, benchmark::Counter::kAvgIterations);
 }
 
 // Measures selecting a row, until its elements are painted.
@@ -219,37 +224,13 @@ void selectRowAfterBand(benchmark::State& state, Device& device)
     window.settle();
 }
 
-// Measures setting an engine whose device has many kinds of elements: the controller builds the menu with their boxes.
-void buildFilterMenu(benchmark::State& state, Device& device)
-{
-    ChipWindow& window = device.window();
-    QTemporaryFile file;
-    if (!file.open())
-        state.SkipWithError("no filter file can be written");
-    for (int kind = 0; kind < FilterKinds; ++kind)
-        file.write("\"kind " + QByteArray::number(kind) + "\" " + QByteArray::number(kind) + '\n');
-    file.close();
-    const std::string before
-        = std::exchange(window.engine().device.filter, QFile::encodeName(file.fileName()).toStdString());
-    ZELChipViewDatabase* database = ZELChipViewDatabase::getInstance();
-    for (auto _ : state) {
-        delete database->getViewFilterMenu(); // so that the menu is built anew
-        state.SetIterationTime(secondsOf([&] { database->setChipEngine(&window.engine()); }));
-        if (database->getViewFilterMenu()->findChildren<QCheckBox*>().size() != FilterKinds + 1)
-            state.SkipWithError("not all kinds have a box");
-    }
-    window.engine().device.filter = before;
-    delete database->getViewFilterMenu();
-    database->setChipEngine(&window.engine());
-}
-
 } // namespace
 
 void addResourceBenchmarks(int elements)
 {
     add("bare QTreeWidget", elements, [](benchmark::State& state) { fillBareTree(state); });
     add("fill the tree", elements, [=](benchmark::State& state) { fillTree(state, Device::ofSize(elements)); });
-    add("refresh the tree", elements,
+    addPairs("refresh the tree", elements,
         [=](benchmark::State& state) { refreshFullTree(state, Device::ofSize(elements)); });
     add("expand all rows", elements, [=](benchmark::State& state) {
         openBranch(
@@ -258,9 +239,6 @@ void addResourceBenchmarks(int elements)
     add("expand a branch", elements, [=](benchmark::State& state) {
         openBranch(
             state, Device::ofSize(elements), [](const ChipWindow&) { ZELChipViewDatabase::getInstance()->expandIP(); });
-    })->Repetitions(FewRepetitions);
-    add("filter menu", elements, [=](benchmark::State& state) {
-        buildFilterMenu(state, Device::ofSize(elements));
     })->Repetitions(FewRepetitions);
     add("select a row", elements, [=](benchmark::State& state) { selectRows(state, Device::ofSize(elements), false); });
     add("select all rows", elements, [=](benchmark::State& state) {

@@ -4,6 +4,7 @@
 #include "benchmarks/subjects/barepainter.h"
 #include "benchmarks/subjects/chipwindow.h"
 #include "benchmarks/subjects/device.h"
+#include "benchmarks/subjects/openedalone.h"
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelgraphicsview.h"
 
@@ -14,10 +15,7 @@
 #include <QSet>
 #include <QTimer>
 
-#include <malloc.h>
-#include <unistd.h>
-
-#include <fstream>
+#include <optional>
 #include <string>
 
 using namespace mirn::zelchipview;
@@ -26,39 +24,20 @@ namespace zelbench {
 
 namespace {
 
-// Returns the resident bytes of this process, after freed memory has been returned to the system.
-double residentBytes()
-{
-    malloc_trim(0);
-    double total = 0.0;
-    double resident = 0.0;
-    std::ifstream("/proc/self/statm") >> total >> resident; // in pages
-    return resident * static_cast<double>(sysconf(_SC_PAGESIZE));
-}
-
 constexpr int IdleTime = 500; // milliseconds
 
-// Measures the memory that a drawing takes between the empty window and the first picture.
 void measureMemory(benchmark::State& state, Device& device)
 {
-    device.closeWindow();
     device.removeWorkingFile();
-    ChipWindow window(device.drawingFile(), device.folder());
-    window.show(1.0);
-    window.repaint();
-    const double before = residentBytes();
-    bool isLoaded = false;
-    for (auto _ : state) {
-        state.SetIterationTime(secondsOf([&] {
-            isLoaded = window.load();
-            window.show(1.0);
-            window.repaint();
-        }));
-    }
-    window.settle();
-    if (!isLoaded)
+    std::optional<MemoryOfDrawing> memory;
+    for (auto _ : state)
+        state.SetIterationTime(secondsOf([&] { memory = memoryOpenedAlone(device.drawingFile(), device.folder()); }));
+    if (!memory) {
         state.SkipWithError("the drawing was not loaded");
-    state.counters["bytes"] = (residentBytes() - before) / device.elements();
+        return;
+    }
+    state.counters["bytes"] = memory->atRest / device.elements();
+    state.counters["most bytes"] = memory->most / device.elements();
 }
 
 // Counts the paint events until the first picture is complete, and what an untouched window does after it.

@@ -33,6 +33,9 @@ fuzz_packages=(clang libclang-rt-dev)
 # In addition for ./bench.
 bench_packages=(libbenchmark-dev)
 
+# In addition for ./bench --screen: a virtual screen, and the libraries that drive and watch it.
+screen_packages=(xvfb openbox xdotool libx11-dev libxtst-dev libxdamage-dev)
+
 # Prints those of the given packages that are not installed.
 missing_packages()
 {

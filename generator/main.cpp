@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "generator/benchmarkdrawing.h"
 #include "generator/sampleproject.h"
+#include "generator/sitedrawing.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -19,8 +20,10 @@ int usage()
 {
     std::cerr << "usage: zelchip-device-generator sample FOLDER\n"
                  "       zelchip-device-generator benchmark ELEMENTS FOLDER [LAYERS]\n"
+                 "       zelchip-device-generator sites SITES FOLDER\n"
                  "sample writes the sample project into FOLDER, benchmark a drawing of that many elements\n"
-                 "(benchmark-ELEMENTS.svg).\n";
+                 "(benchmark-ELEMENTS.svg), and sites one of that many rects with names, classes and strokes\n"
+                 "(sites-SITES.svg).\n";
     return UsageError;
 }
 
@@ -48,6 +51,10 @@ int main(int argc, char** argv)
 {
     if (argc == 3 && std::strcmp(argv[1], "sample") == 0)
         return write(sampleProject(), argv[2]);
+    if (argc == 4 && std::strcmp(argv[1], "sites") == 0) {
+        const int sites = countFrom(argv[2], MaximumElements);
+        return sites == 0 ? usage() : write({{"sites-" + std::to_string(sites) + ".svg", siteDrawing(sites)}}, argv[3]);
+    }
     if ((argc != 4 && argc != 5) || std::strcmp(argv[1], "benchmark") != 0)
         return usage();
     const int elements = countFrom(argv[2], MaximumElements);

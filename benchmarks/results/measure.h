@@ -5,11 +5,14 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <ctime>
 #include <string>
 #include <utility>
+#include <vector>
 
-// Each benchmark times by hand the part that counts and repeats it; the table takes the medians of the repetitions.
+// Each benchmark times by hand the part that counts and repeats it; the table takes the medians of the repetitions,
+// unless takeSmallest() says otherwise. What is compared with a yardstick within a target is measured by pairs.h.
 // Time is the processor time of the process, with all of its threads and the system's work for it. On a busy machine it
 // varies less than the wall-clock time, and on an idle one it is the same, since nothing measured here waits.
 namespace zelbench {
@@ -17,6 +20,8 @@ namespace zelbench {
 constexpr double ShortestRun = 0.05; // the least seconds that one repetition lasts
 constexpr int Repetitions = 5;
 constexpr int FewRepetitions = 3; // for benchmarks that last long and vary little
+constexpr int ManyRepetitions = 20; // of which the smallest counts
+constexpr char SmallestName[] = "smallest";
 
 // Returns the name under which a result is kept: the benchmark and the size of its drawing.
 [[nodiscard]] inline std::string benchmarkName(const std::string& what, int elements)
@@ -43,6 +48,15 @@ benchmark::internal::Benchmark* addCounted(const char* what, int elements, int i
         ->Unit(benchmark::kMicrosecond)
         ->Iterations(iterations)
         ->Repetitions(Repetitions);
+}
+
+// Has the table take the smallest of many repetitions instead of the median of a few, for what takes microseconds and
+// is compared with nothing: whatever else the machine does only ever adds to it.
+inline benchmark::internal::Benchmark* takeSmallest(benchmark::internal::Benchmark* added)
+{
+    const auto smallest
+        = [](const std::vector<double>& values) { return *std::min_element(values.begin(), values.end()); };
+    return added->Repetitions(ManyRepetitions)->ComputeStatistics(SmallestName, smallest);
 }
 
 [[nodiscard]] inline double processorSeconds()

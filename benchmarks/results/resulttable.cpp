@@ -3,27 +3,17 @@
 
 #include "benchmarks/results/measure.h"
 #include "benchmarks/results/resultrows.h"
-#include "benchmarks/results/targets.h"
+#include "benchmarks/results/texts.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 namespace zelbench {
 
 namespace {
-
-constexpr int LabelWidth = 52;
-constexpr int TimeWidth = 13;
-constexpr int RatioWidth = 9;
-
-template <typename... Values> std::string text(const char* format, Values... values)
-{
-    char buffer[80];
-    std::snprintf(buffer, sizeof buffer, format, values...);
-    return buffer;
-}
 
 std::string timeText(double seconds)
 {
@@ -44,39 +34,6 @@ std::string ratioText(double ratio)
     return text(ratio >= 0.1 ? "%.2f" : "%.4f", ratio);
 }
 
-// Returns the figure without trailing zeros.
-std::string targetText(Target::Unit unit, double figure)
-{
-    switch (unit) {
-    case Target::Unit::Ratio:
-        return text(figure >= 0.01 ? "%.3g" : "%.2g", figure);
-    case Target::Unit::Microseconds:
-        return text("%.3g us", figure);
-    case Target::Unit::Seconds:
-        return text("%.3g s", figure);
-    case Target::Unit::Kilobytes:
-        return text("%.3g KB", figure);
-    case Target::Unit::Count:
-        return text("%.0f", figure);
-    }
-    return {};
-}
-
-std::string sizeText(int elements)
-{
-    return elements % 1000000 == 0 ? text("%d M", elements / 1000000) : text("%g k", elements / 1000.0);
-}
-
-void printLeft(const std::string& cell, int width)
-{
-    std::printf("%-*s", width, cell.c_str());
-}
-
-void printRight(const std::string& cell, int width)
-{
-    std::printf("%*s", width, cell.c_str());
-}
-
 } // namespace
 
 ResultTable::ResultTable(std::vector<int> sizes)
@@ -87,8 +44,9 @@ bool ResultTable::ReportContext(const Context& context)
 {
     const benchmark::CPUInfo& machine = context.cpu_info;
     std::printf("%d cores at %.1f GHz", machine.num_cpus, machine.cycles_per_second / 1e9);
-    if (!machine.load_avg.empty())
-        std::printf(", load average %.1f", machine.load_avg.front());
+    double load = 0.0;
+    if (getloadavg(&load, 1) == 1)
+        std::printf(", load average %.1f", load);
     std::puts("");
     return true;
 }
@@ -102,15 +60,21 @@ void ResultTable::ReportRuns(const std::vector<Run>& runs)
         std::printf("failed: %s\n", failed->error_message.c_str());
         return;
     }
-    const auto isResult = [](const Run& run) { return run.aggregate_name == "median" || run.repetitions == 1; };
-    const auto found = std::find_if(runs.begin(), runs.end(), isResult);
+    const auto named = [&runs](const char* aggregate) {
+        return std::find_if(runs.begin(), runs.end(), [=](const Run& run) { return run.aggregate_name == aggregate; });
+    };
+    auto found = named(SmallestName);
+    if (found == runs.end())
+        found = named("median");
+    if (found == runs.end())
+        found = std::find_if(runs.begin(), runs.end(), [](const Run& run) { return run.repetitions == 1; });
     if (found != runs.end())
         keep(*found);
 }
 
 void ResultTable::keep(const Run& run)
 {
-    Result& kept = m_results[run.run_name.function_name];
+    Results::Result kept;
     kept.seconds = run.GetAdjustedRealTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
     for (const auto& [name, counter] : run.counters)
         kept.counters[name] = counter.value;
@@ -118,20 +82,12 @@ void ResultTable::keep(const Run& run)
     printRight(timeText(kept.seconds), TimeWidth);
     std::puts("");
     std::fflush(stdout);
-}
-
-const ResultTable::Result* ResultTable::result(const char* benchmark, int elements) const
-{
-    const auto found = m_results.find(benchmarkName(benchmark, elements));
-    return found != m_results.end() ? &found->second : nullptr;
+    m_results.keep(run.run_name.function_name, kept);
 }
 
 std::optional<double> ResultTable::seconds(const ResultRow& row, int elements) const
 {
-    const Result* found = result(row.benchmark, elements);
-    if (!found)
-        return std::nullopt;
-    return *row.counter ? found->counters.at(row.counter) : found->seconds;
+    return m_results.figure(row.benchmark, row.counter, elements);
 }
 
 std::string ResultTable::growth(const ResultRow& row) const
@@ -163,9 +119,9 @@ void ResultTable::printRow(const ResultRow& row) const
     printLeft(row.label, LabelWidth);
     for (int elements : m_sizes) {
         const std::optional<double> time = seconds(row, elements);
-        const Result* yardstick = result(row.yardstick, elements);
+        const std::optional<double> ratio = m_results.ratio(row.benchmark, row.counter, row.yardstick, elements);
         printRight(time ? timeText(*time) : "-", TimeWidth);
-        printRight(time && yardstick ? ratioText(*time / yardstick->seconds) : "", RatioWidth);
+        printRight(*row.yardstick && ratio ? ratioText(*ratio) : "", RatioWidth);
     }
     if (m_sizes.size() > 1)
         printRight(growth(row), RatioWidth);
@@ -174,13 +130,13 @@ void ResultTable::printRow(const ResultRow& row) const
 
 void ResultTable::printFact(const FactRow& row) const
 {
-    const auto hasResult = [&](int elements) { return result(row.benchmark, elements) != nullptr; };
-    if (std::none_of(m_sizes.begin(), m_sizes.end(), hasResult))
+    const auto figure = [&](int elements) { return m_results.figure(row.benchmark, row.counter, elements); };
+    if (std::none_of(m_sizes.begin(), m_sizes.end(), [&](int elements) { return figure(elements).has_value(); }))
         return;
     printLeft(row.label, LabelWidth);
     for (int elements : m_sizes) {
-        const Result* found = result(row.benchmark, elements);
-        printRight(found ? figureText(found->counters.at(row.counter)) : "-", TimeWidth);
+        const std::optional<double> found = figure(elements);
+        printRight(found ? figureText(*found) : "-", TimeWidth);
         printRight("", RatioWidth);
     }
     std::puts("");
@@ -195,57 +151,6 @@ void ResultTable::print() const
     std::puts("");
     for (const FactRow& row : factRows())
         printFact(row);
-}
-
-// Returns the figure in the target's unit.
-std::optional<double> ResultTable::figureOf(const Target& target, int elements) const
-{
-    const Result* found = result(target.benchmark, elements);
-    const Result* yardstick = result(target.yardstick, elements);
-    if (!found || (*target.yardstick && !yardstick))
-        return std::nullopt;
-    const double figure = *target.counter ? found->counters.at(target.counter) : found->seconds;
-    switch (target.unit) {
-    case Target::Unit::Ratio:
-        return figure / yardstick->seconds;
-    case Target::Unit::Microseconds:
-        return figure * 1e6;
-    case Target::Unit::Kilobytes:
-        return figure / 1024;
-    case Target::Unit::Seconds:
-    case Target::Unit::Count:
-        break;
-    }
-    return figure;
-}
-
-void ResultTable::printTargets(int elements) const
-{
-    bool hasHead = false;
-    for (const Target& target : targets()) {
-        const std::optional<double> limit = limitOf(target, elements);
-        const std::optional<double> figure = figureOf(target, elements);
-        if (!limit || !figure)
-            continue;
-        if (!hasHead) {
-            hasHead = true;
-            std::puts("");
-            printLeft("targets at " + sizeText(elements), LabelWidth + 2);
-            printRight("target", TimeWidth);
-            printRight("figure", TimeWidth);
-            std::puts("");
-        }
-        printLeft(target.label, LabelWidth + 2);
-        printRight("<= " + targetText(target.unit, *limit), TimeWidth);
-        printRight(targetText(target.unit, *figure), TimeWidth);
-        std::puts(*figure <= *limit ? "  ok" : "  MISS");
-    }
-}
-
-void ResultTable::printTargets() const
-{
-    for (int elements : m_sizes)
-        printTargets(elements);
 }
 
 } // namespace zelbench

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "benchmarks/results/results.h"
+
 #include <benchmark/benchmark.h>
 
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,7 +13,6 @@ namespace zelbench {
 
 struct FactRow;
 struct ResultRow;
-struct Target;
 
 // Prints one line per benchmark during the run, and at its end a table that compares the medians with their yardsticks.
 // With several sizes, the last column tells how the time grows from the smallest to the largest: n^1.0 is proportional
@@ -28,31 +28,21 @@ public:
     // Prints the table. Rows without a result, such as filtered-out benchmarks, are omitted.
     void print() const;
 
-    // Prints a row for each target, for each measured size that has targets.
-    void printTargets() const;
+    [[nodiscard]] const Results& results() const { return m_results; }
 
     // Returns true if a benchmark has found that it did not measure what it should.
     [[nodiscard]] bool hasFailures() const { return m_hasFailures; }
 
 private:
-    struct Result
-    {
-        double seconds = 0.0; // median
-        std::map<std::string, double> counters;
-    };
-
     void keep(const Run& run);
-    [[nodiscard]] const Result* result(const char* benchmark, int elements) const;
     [[nodiscard]] std::optional<double> seconds(const ResultRow& row, int elements) const;
     [[nodiscard]] std::string growth(const ResultRow& row) const;
     void printHead() const;
     void printRow(const ResultRow& row) const;
     void printFact(const FactRow& row) const;
-    void printTargets(int elements) const;
-    [[nodiscard]] std::optional<double> figureOf(const Target& target, int elements) const;
 
     const std::vector<int> m_sizes;
-    std::map<std::string, Result> m_results; // by benchmark name
+    Results m_results;
     bool m_hasFailures = false;
 };
 

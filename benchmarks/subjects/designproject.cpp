@@ -46,11 +46,12 @@ QByteArray unitSites(int unit, int units)
             ", \"reaches\": [\"" + name + "\", \"" + neighbour + "\"], \"attributes\": {\"lanes\": \"2\"}");
 }
 
-QByteArray device(int sites)
+QByteArray device(int sites, int pitch)
 {
     QByteArray text(DeviceHead);
     for (int n = 0; n < sites; ++n)
-        text += site(DesignProject::supplySite(n), "V" + number(n), "SUPPLY", "BANK" + number(n / BankSize)) + ',';
+        text += site(DesignProject::supplySite(n * pitch), "V" + number(n), "SUPPLY", "BANK" + number(n / BankSize))
+            + ',';
     const int units = sites / (SitesPerUnitSite * UnitSize);
     for (int unit = 0; unit < units; ++unit)
         text += unitSites(unit, units) + ',';
@@ -73,10 +74,11 @@ QByteArray design(int supplies)
 
 } // namespace
 
-DesignProject::DesignProject(int sites, int supplies)
+DesignProject::DesignProject(int sites, int supplies, int pitch)
+    : m_pitch(pitch)
 {
     write(QStringLiteral("project.json"), ProjectText);
-    write(QStringLiteral("device.json"), device(sites));
+    write(QStringLiteral("device.json"), device(sites, pitch));
     write(QStringLiteral("design.json"), design(supplies));
 }
 
