@@ -22,8 +22,9 @@ public:
     explicit DrawingLoader(ZelGraphicsScene* scene); // not owned
 
     // Adds an item for each record of a known kind; with items on demand, each is made when it is asked for. Other
-    // records, and records whose class does not match their kind, are skipped without using up a number. The scene owns the items, the controller's registry the attributes.
-    // Progress goes to the current zelprogress; if that cancels, load() returns false and adds nothing.
+    // records, and records whose class does not match their kind, are skipped without using up a number. The scene owns
+    // the items, the controller's registry the attributes. Progress goes to the current zelprogress; if that cancels,
+    // load() returns false and adds nothing.
     bool load(const SVGParser& parser);
 
 private:

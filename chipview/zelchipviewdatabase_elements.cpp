@@ -143,8 +143,8 @@ void ZELChipViewDatabase::showDCUSettingDlg(const QPoint& pos)
         return;
     const QPointF point = m_parts->view->mapToScene(pos);
     m_parts->scene->makeItemsIn(QRectF(point, QSizeF(0, 0)));
-    const ZELGraphicItemAttribute* site = dcuAmong(m_parts->scene->items(point),
-        [this](int loadNumber) { return m_parts->attributes->find(loadNumber); });
+    const ZELGraphicItemAttribute* site = dcuAmong(
+        m_parts->scene->items(point), [this](int loadNumber) { return m_parts->attributes->find(loadNumber); });
     if (!site || !m_parts->dynamicValues->hasDialog(site->itemId))
         return;
     // The dialog is not on the stack, because its parent may be deleted while it is open.

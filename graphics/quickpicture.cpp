@@ -80,9 +80,8 @@ void QuickPicture::draw(QPainter& painter, const ViewCanvas& shown, const ViewCa
     painter.fillRect(QRect(QPoint(), scene.size), scene.background);
     if (m_coarseVersion == scene.listVersion && scaleOf(scene.toPicture) < scaleOf(shown.toPicture())) {
         painter.save();
-        painter.setTransform(QTransform::fromScale(CoarseDivisor, CoarseDivisor) * m_coarseToPicture.inverted()
-                * scene.toPicture,
-            true);
+        painter.setTransform(
+            QTransform::fromScale(CoarseDivisor, CoarseDivisor) * m_coarseToPicture.inverted() * scene.toPicture, true);
         painter.drawImage(QPoint(), m_coarse);
         painter.restore();
     }
@@ -109,8 +108,8 @@ void QuickPicture::paintSlice()
     clock.start();
     const ViewCanvas::Scene scene = m_owner.scene();
     const QRegion before = m_next->needsAll(scene) ? QRegion() : m_next->finished();
-    const ViewCanvas::Work work = m_next->updateSome(
-        scene, QDeadlineTimer(SliceTime), {SliceHeight, ViewCanvas::Order::MiddleFirst});
+    const ViewCanvas::Work work
+        = m_next->updateSome(scene, QDeadlineTimer(SliceTime), {SliceHeight, ViewCanvas::Order::MiddleFirst});
     m_spent += static_cast<double>(clock.nsecsElapsed()) / NanosecondsPerMillisecond;
     if (work == ViewCanvas::Work::Left) {
         m_owner.update(m_next->finished() - before);

@@ -20,6 +20,7 @@ namespace mirn::zelchipview {
 class QuickPicture final : public QObject
 {
 public:
+    // What the picture needs of the view that it is for.
     struct Owner
     {
         std::function<bool()> canPaint; // whether there is something to paint

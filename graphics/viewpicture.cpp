@@ -163,8 +163,7 @@ void ViewPicture::paint(QPainter& painter, const QRegion& exposed, const ViewCan
         m_quick = std::make_unique<QuickPicture>(list,
             QuickPicture::Owner{
                 [this] { return m_scene && m_view.scene() == m_scene && m_scene->elements().canPaintFromList(); },
-                [this] { return sceneFor(m_drawBackground); },
-                [this](const QRegion& part) { updatePart(part); },
+                [this] { return sceneFor(m_drawBackground); }, [this](const QRegion& part) { updatePart(part); },
                 [this](std::unique_ptr<ViewCanvas>& next) { exchange(next); }});
     }
     const QTransform device = painter.deviceTransform();
@@ -209,8 +208,7 @@ void ViewPicture::updatePart(const QRegion& part)
     const QTransform toViewport
         = QTransform::fromTranslate(-start.x(), -start.y()) * QTransform::fromScale(1 / ratio, 1 / ratio);
     const QRect all = m_view.viewport()->rect();
-    m_view.viewport()->update(
-        part.isEmpty() ? all : toViewport.mapRect(QRectF(part.boundingRect())).toAlignedRect());
+    m_view.viewport()->update(part.isEmpty() ? all : toViewport.mapRect(QRectF(part.boundingRect())).toAlignedRect());
 }
 
 void ViewPicture::exchange(std::unique_ptr<ViewCanvas>& next)

@@ -108,8 +108,8 @@ public:
     void markPending(ChipElement* element);
 
     // hasFewItems() returns whether there are so few items that the work Qt does for all items after one item changes
-    // does not matter, isSmall() whether there are as few elements. hasFewTexts() returns whether there are so few texts that the memory of their documents does not
-    // matter.
+    // does not matter, isSmall() whether there are as few elements. hasFewTexts() returns whether there are so few
+    // texts that the memory of their documents does not matter.
     [[nodiscard]] bool hasFewItems() const { return m_elements.size() - m_latentCount <= FewElements; }
     [[nodiscard]] bool isSmall() const { return m_elements.size() <= FewElements; }
     [[nodiscard]] bool hasFewTexts() const { return m_textCount <= FewTexts; }

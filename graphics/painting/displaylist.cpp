@@ -203,7 +203,8 @@ std::vector<ChipElement*> DisplayList::takeOver(ElementIndex& index, const QRect
         return changed;
     }
     for (int place : placesIn(area)) {
-        if (m_attributes[place] && m_attributes[place]->m_isHandedOut && isOutdated(place) && takeOver(index, *m_elements[place]))
+        if (m_attributes[place] && m_attributes[place]->m_isHandedOut && isOutdated(place)
+            && takeOver(index, *m_elements[place]))
             changed.push_back(m_elements[place]);
     }
     return changed;

@@ -178,7 +178,9 @@ private Q_SLOTS:
         row("an element's colour", 1, [](ChipView& chip) { chip.refresh(3, {{"fill", "#ff0000"}}); });
         row("an element's items", 2, [](ChipView& chip) { (void)chip.scene()->itemsOf(5); });
         row("an attribute", 1, [](ChipView& chip) { (void)chip.attribute(2); });
-        row("an area, where the text may reach, too", 3, [](ChipView& chip) { chip.scene()->makeItemsIn({40, 15, 60, 4}); });
+        row("an area, where the text may reach, too", 3, [](ChipView& chip) {
+            chip.scene()->makeItemsIn({40, 15, 60, 4});
+        });
         row("a change of the order", 6, [](ChipView& chip) {
             chip.scene()->itemsOf(1).first()->setZValue(9);
             (void)chip.picture();

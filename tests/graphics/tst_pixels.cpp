@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/viewcanvas.h"
+#include "graphics/quickpicture.h"
 #include "graphics/sceneelements.h"
+#include "graphics/viewpicture.h"
 #include "graphics/zellineattribute.h"
 #include "graphics/zellineitem.h"
 #include "graphics/zelpolygonattribute.h"
@@ -512,6 +514,55 @@ private Q_SLOTS:
         chip.scene()->removeItem(&ofHost);
         delete chip.view()->findChild<ZelViewLayer*>(QString(), Qt::FindDirectChildrenOnly);
         QCOMPARE(differingPixels(picture(), bare), 0);
+    }
+
+    // The picture that follows an approximate one is the one that a fresh paint makes.
+    void exactPictureFollowsInSlices()
+    {
+        PixelView chip(600);
+        DisplayList& list = chip.scene()->elements().displayList();
+        const auto sceneAt = [&](double scale, QPointF corner) {
+            ViewCanvas::Scene scene = canvasScene(*chip.view(), *chip.scene());
+            scene.toPicture = QTransform(scale, 0, 0, scale, -corner.x(), -corner.y());
+            scene.size = QSize(Width, Height);
+            scene.layers = {0, 2};
+            return scene;
+        };
+        const ViewCanvas::Scene before = sceneAt(1.0, {});
+        const ViewCanvas::Scene now = sceneAt(0.8, {-30, -20});
+        ViewCanvas shown(list);
+        shown.update(before);
+        std::unique_ptr<ViewCanvas> finished;
+        QuickPicture quick(list,
+            {[] { return true; }, [&] { return now; }, [](const QRegion&) {},
+                [&](std::unique_ptr<ViewCanvas>& next) { finished = std::move(next); }});
+        quick.noteFullRepaint(1000, shown);
+        QVERIFY(!quick.isWorthwhile(shown, now)); // nobody has allowed it
+        quick.allow();
+        QVERIFY(!quick.isWorthwhile(shown, sceneAt(1.0, {30, 20}))); // a scroll is quick
+        QVERIFY(!quick.isWorthwhile(shown, sceneAt(20.0, {}))); // and so is a small part of the drawing
+        QVERIFY(quick.isWorthwhile(shown, now));
+        const auto imageOf = [](const ViewCanvas& canvas) { return canvas.reduced(1); };
+        for (const bool isInterrupted : {true, false}) {
+            QImage screen(Width, Height, QImage::Format_RGB32);
+            QPainter painter(&screen);
+            quick.draw(painter, shown, now);
+            painter.end();
+            QVERIFY(!quick.isExact());
+            if (isInterrupted) {
+                quick.stop();
+                QTest::qWait(20);
+                QVERIFY(!finished);
+                QVERIFY(quick.becomeExact());
+                quick.allow();
+            }
+        }
+        QTRY_VERIFY(finished);
+        ViewCanvas fresh(list);
+        fresh.update(now);
+        QVERIFY(imageOf(*finished) == imageOf(fresh));
+        QVERIFY(imageOf(*finished) != imageOf(shown));
+        QVERIFY(quick.becomeExact());
     }
 
     void topmostItemIsTheOneThatQtFinds()
