@@ -128,6 +128,7 @@ void ViewPicture::paint(QPainter& painter, const QRegion& exposed, const ViewCan
     scene.viewFont = painter.font();
     scene.drawBackground = drawBackground;
     scene.isScaled = ratio != 1.0 || !start.isNull();
+    m_canvas->setThreads(m_threads);
     m_canvas->update(scene);
     if (scene.isScaled)
         m_canvas->drawOn(painter, -start / ratio, ratio);

@@ -30,6 +30,10 @@ public:
     ViewPicture(const ViewPicture&) = delete;
     ViewPicture& operator=(const ViewPicture&) = delete;
 
+    // How many threads paint a picture with many elements.
+    [[nodiscard]] int threads() const { return m_threads; }
+    void setThreads(int count) { m_threads = count; }
+
     [[nodiscard]] QList<int>& visibleLayers() override { return m_visibleLayers; }
     void repaintPlaces(const std::vector<int>& places) override;
     void repaintAll() override;
@@ -49,6 +53,7 @@ private:
     const QPointer<ZelGraphicsScene> m_scene;
     std::unique_ptr<ViewCanvas> m_canvas; // created by the first paint
     QList<int> m_visibleLayers;
+    int m_threads = 1;
 };
 
 } // namespace mirn::zelchipview

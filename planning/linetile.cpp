@@ -16,8 +16,8 @@ constexpr int StripeBits = 6;
 constexpr int StripeWidth = 1 << StripeBits;
 constexpr int StripeBytes = StripeWidth * LineTile::Size;
 
-constexpr int Fraction = 30; // bits of a coordinate behind the point
-constexpr std::int64_t One = std::int64_t(1) << Fraction; // negative values must not be shifted to the left
+constexpr int FixedBits = 30; // bits of a coordinate behind the point
+constexpr std::int64_t FixedOne = std::int64_t(1) << FixedBits; // negative values must not be shifted to the left
 
 // Both are from 0 to Size - 1; a shift takes less time than a division of numbers that may be negative.
 int offsetOf(int x, int y)
@@ -31,12 +31,12 @@ int offsetOf(int x, int y)
 struct LineSteps
 {
     LineSteps(int a0, int b0, int a1, int b1)
-        : slope(a1 == a0 ? 0 : (b1 - b0) * One / (a1 - a0))
+        : slope(a1 == a0 ? 0 : (b1 - b0) * FixedOne / (a1 - a0))
         , first(std::max(a0, 0))
         , last(std::min(a1, LineTile::Size - 1))
-        , beside(b0 * One + One / 2 + slope * (first - a0))
+        , beside(b0 * FixedOne + FixedOne / 2 + slope * (first - a0))
     {
-        constexpr std::int64_t End = LineTile::Size * One;
+        constexpr std::int64_t End = LineTile::Size * FixedOne;
         if (beside < 0)
             skip(slope > 0 ? (-beside + slope - 1) / slope : LineTile::Size);
         else if (beside >= End)
@@ -69,7 +69,7 @@ void drawFlat(std::uint8_t* pixels, const LineSteps& line, std::uint8_t color)
         const int end = std::min(line.last + 1, (x / StripeWidth + 1) * StripeWidth);
         std::uint8_t* stripe = pixels + offsetOf(x, 0);
         for (; x < end; ++x, ++stripe, y += line.slope)
-            stripe[(y >> Fraction) * StripeWidth] = color;
+            stripe[(y >> FixedBits) * StripeWidth] = color;
     }
 }
 
@@ -78,7 +78,7 @@ void drawSteep(std::uint8_t* pixels, const LineSteps& line, std::uint8_t color)
     std::int64_t x = line.beside;
     std::uint8_t* row = pixels + offsetOf(0, line.first);
     for (int y = line.first; y <= line.last; ++y, row += StripeWidth, x += line.slope)
-        row[offsetOf(static_cast<int>(x >> Fraction), 0)] = color;
+        row[offsetOf(static_cast<int>(x >> FixedBits), 0)] = color;
 }
 
 // Returns whether there is a line. Most pixels are without one, so several at a time are asked for it.

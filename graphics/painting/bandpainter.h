@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "graphics/painting/paintjob.h"
+
+#include <deque>
+#include <vector>
+
+namespace mirn::zelchipview {
+
+// Paints a part of an image in horizontal bands, by several threads. They draw pixels in rounds: each band as far as
+// its next primitive that needs QPainter or a font. Between two rounds the calling thread alone paints the lowest of
+// these, for all bands. So every pixel gets its primitives in paint order, as one thread would draw them.
+class BandPainter final
+{
+public:
+    // Nothing is owned. `spaces` has at least as many as there are bands.
+    BandPainter(const PaintJob::Sources& sources, const ListPainter::Target& target,
+        std::vector<PaintJob::Space>& spaces, int bands);
+
+    void paint(int threads);
+
+private:
+    struct Band
+    {
+        Band(const PaintJob::Sources& sources, const ListPainter::Target& target, PaintJob::Space& space)
+            : job(sources, target, space)
+        { }
+
+        PaintJob job;
+        bool isFound = false;
+        int next = 0; // the place where it stopped
+    };
+
+    void draw(Band& band);
+    [[nodiscard]] int lowestPlace() const;
+    void paintBetween(int place);
+    void prepareTexts(const TextLabel& label);
+
+    const PaintJob::Sources m_sources;
+    std::deque<Band> m_bands;
+    PaintJob::Space m_wholeSpace;
+    PaintJob m_whole; // of all bands
+    bool m_areTextsPrepared = false;
+};
+
+} // namespace mirn::zelchipview
