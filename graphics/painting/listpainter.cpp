@@ -76,12 +76,14 @@ int ListPainter::bandsFor(const Target& target) const
 }
 
 void ListPainter::visitTouching(const QTransform& sceneToImage, const std::vector<QRect>& strips,
-    const QList<int>& layers, const TouchVisitor& visitor)
+    const QList<int>& layers, const TouchFilter& filter, const TouchVisitor& visitor)
 {
     for (const QRect& strip : strips) {
         const QRectF area = sceneArea(sceneToImage, strip);
         for (int place : m_list.placesIn(area)) {
             const Primitive& primitive = m_list.primitive(place);
+            if (!filter(primitive))
+                continue;
             const QRectF bounds = m_list.boundsOf(place);
             if (touches(bounds, area) && layers.contains(m_list.layers()[primitive.layer]))
                 visitor(primitive, enlarged(sceneToImage.mapRect(bounds), PenMargin), strip);

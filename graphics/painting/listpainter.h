@@ -61,10 +61,13 @@ public:
     // `bounds` is what the primitive may cover, in image pixels.
     using TouchVisitor = std::function<void(const Primitive& primitive, const QRectF& bounds, const QRect& strip)>;
 
-    // Visits the primitives of the shown layers that touch strips of the image (in image pixels). A
+    // Says without effort, and before the bounds are known, that a primitive need not be visited.
+    using TouchFilter = std::function<bool(const Primitive& primitive)>;
+
+    // Visits the primitives of the shown layers that touch strips of the image (in image pixels) and pass the filter. A
     // primitive that touches several strips is visited once for each.
     void visitTouching(const QTransform& sceneToImage, const std::vector<QRect>& strips, const QList<int>& layers,
-        const TouchVisitor& visitor);
+        const TouchFilter& filter, const TouchVisitor& visitor);
 
 private:
     [[nodiscard]] int bandsFor(const Target& target) const;
