@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <functional>
-#include <numeric>
+#include <set>
 
 namespace mirn::zelchipview {
 
@@ -39,16 +39,12 @@ void BandPainter::paint(int threads)
 {
     PaintThreads helpers(threads - 1);
     const std::function<void(int)> drawBand = [this](int n) { draw(m_bands[static_cast<std::size_t>(n)]); };
-    const auto bands = static_cast<int>(m_bands.size());
-    for (int round = 0;; ++round) {
-        if (round < MostRounds)
-            helpers.run(bands, drawBand);
+    for (int round = 0; unfinishedBands() > 0; ++round) {
+        if (round < MostRounds && unfinishedBands() > 1)
+            helpers.run(static_cast<int>(m_bands.size()), drawBand);
         else
             std::for_each(m_bands.begin(), m_bands.end(), [this](Band& band) { draw(band); });
-        const int place = lowestPlace();
-        if (place == PaintJob::End)
-            break;
-        paintBetween(place);
+        paintBetween();
     }
 }
 
@@ -61,38 +57,58 @@ void BandPainter::draw(Band& band)
         band.next = band.job.drawPixels();
 }
 
-int BandPainter::lowestPlace() const
+int BandPainter::unfinishedBands() const
 {
-    return std::accumulate(m_bands.begin(), m_bands.end(), PaintJob::End,
-        [](int lowest, const Band& band) { return std::min(lowest, band.next); });
+    return static_cast<int>(
+        std::count_if(m_bands.begin(), m_bands.end(), [](const Band& band) { return band.next != PaintJob::End; }));
 }
 
-void BandPainter::paintBetween(int place)
+void BandPainter::paintBetween()
 {
-    const Primitive& primitive = m_sources.list.primitive(place);
-    if (primitive.kind == Primitive::Text && !m_areTextsPrepared) {
-        prepareTexts(*primitive.label);
-        return; // the bands may be able to draw it now
-    }
-    m_whole.paint(place);
-    for (Band& band : m_bands) {
-        if (band.next == place)
-            band.job.skip();
+    if (!m_areTextsPrepared && prepareTexts())
+        return; // the bands may be able to draw them now
+    std::set<int> places;
+    for (const Band& band : m_bands)
+        places.insert(band.next);
+    places.erase(PaintJob::End);
+    for (int place : places) {
+        if (!isNextEverywhere(place))
+            continue;
+        m_whole.paint(place);
+        for (Band& band : m_bands) {
+            if (band.next == place)
+                band.job.skip();
+        }
     }
 }
 
-void BandPainter::prepareTexts(const TextLabel& label)
+// Whether all bands that a primitive touches have drawn what lies below it.
+bool BandPainter::isNextEverywhere(int place) const
 {
+    return std::all_of(m_bands.begin(), m_bands.end(),
+        [place](const Band& band) { return band.next >= place || !band.job.isTouched(place); });
+}
+
+// Returns whether a band has stopped at a text. Then all texts are prepared, if there are many.
+bool BandPainter::prepareTexts()
+{
+    const auto isAtText = [this](const Band& band) {
+        return band.next != PaintJob::End && m_sources.list.primitive(band.next).kind == Primitive::Text;
+    };
+    const auto isAtUnshaped = [&](const Band& band) {
+        return isAtText(band) && !m_sources.shaper.find(*m_sources.list.primitive(band.next).label);
+    };
+    if (std::none_of(m_bands.begin(), m_bands.end(), isAtText))
+        return false;
     m_areTextsPrepared = true;
-    const int texts = std::accumulate(
-        m_bands.begin(), m_bands.end(), 0, [](int sum, const Band& band) { return sum + band.job.textCount(); });
-    m_whole.setHasManyTexts(PaintJob::areManyTexts(texts));
-    if (!PaintJob::areManyTexts(texts))
-        return;
-    if (!m_sources.shaper.find(label))
+    if (std::none_of(m_bands.begin(), m_bands.end(), [](const Band& band) { return band.job.hasManyTexts(); }))
+        return true;
+    m_whole.setHasManyTexts();
+    if (std::any_of(m_bands.begin(), m_bands.end(), isAtUnshaped))
         std::for_each(m_bands.begin(), m_bands.end(), [](Band& band) { band.job.shapeTexts(); });
     if (m_sources.shaper.glyphCount() <= FewGlyphs)
         m_sources.masks.makeAll();
+    return true;
 }
 
 } // namespace mirn::zelchipview

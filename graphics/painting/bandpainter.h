@@ -9,8 +9,9 @@
 namespace mirn::zelchipview {
 
 // Paints a part of an image in horizontal bands, by several threads. They draw pixels in rounds: each band as far as
-// its next primitive that needs QPainter or a font. Between two rounds the calling thread alone paints the lowest of
-// these, for all bands. So every pixel gets its primitives in paint order, as one thread would draw them.
+// its next primitive that needs QPainter or a font. Between two rounds the calling thread alone paints those of them
+// that no other band has yet to reach. So every pixel gets its primitives in paint order, as one thread would draw
+// them.
 class BandPainter final
 {
 public:
@@ -33,9 +34,10 @@ private:
     };
 
     void draw(Band& band);
-    [[nodiscard]] int lowestPlace() const;
-    void paintBetween(int place);
-    void prepareTexts(const TextLabel& label);
+    [[nodiscard]] int unfinishedBands() const;
+    void paintBetween();
+    [[nodiscard]] bool isNextEverywhere(int place) const;
+    [[nodiscard]] bool prepareTexts();
 
     const PaintJob::Sources m_sources;
     std::deque<Band> m_bands;

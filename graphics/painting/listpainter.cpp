@@ -15,7 +15,7 @@ namespace {
 // Fewer elements are painted before another thread has begun.
 constexpr double FewElements = 5000;
 
-constexpr int BandsPerThread = 2; // one may hold more than another
+constexpr int BandsPerThread = 4; // one may hold more than another, or has to wait
 constexpr int LeastBandHeight = 32; // pixels
 
 } // namespace

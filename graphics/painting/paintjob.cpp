@@ -91,12 +91,6 @@ void PaintJob::paint(int place)
     paint(m_list.primitive(place), false);
 }
 
-int PaintJob::textCount() const
-{
-    return static_cast<int>(std::count_if(m_found.begin(), m_found.end(),
-        [this](const auto& each) { return m_list.primitive(each.place).kind == Primitive::Text; }));
-}
-
 void PaintJob::shapeTexts()
 {
     for (const ElementGrid::Found& found : m_found) {
@@ -111,14 +105,13 @@ void PaintJob::shapeTexts()
 
 bool PaintJob::hasManyTexts() const
 {
-    if (!areManyTexts(m_list.textCount()) || static_cast<int>(m_found.size()) == m_list.size())
-        return areManyTexts(m_list.textCount());
-    return areManyTexts(textCount());
-}
-
-bool PaintJob::areManyTexts(int count)
-{
-    return count > FewTexts;
+    if (m_list.textCount() <= FewTexts || static_cast<int>(m_found.size()) == m_list.size())
+        return m_list.textCount() > FewTexts;
+    int texts = 0;
+    return std::any_of(m_found.begin(), m_found.end(), [&](const ElementGrid::Found& found) {
+        texts += m_list.primitive(found.place).kind == Primitive::Text ? 1 : 0;
+        return texts > FewTexts;
+    });
 }
 
 void PaintJob::paint(const Primitive& primitive, bool isInside)

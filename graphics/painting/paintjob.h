@@ -51,14 +51,16 @@ public:
     [[nodiscard]] int drawPixels();
     void skip() { ++m_next; }
 
+    // Whether a primitive is among those that the job draws, found or not.
+    [[nodiscard]] bool isTouched(int place) const { return isTouched(ElementGrid::Found{place, false}); }
+
     // Paints one primitive, which need not be among those found.
     void paint(int place);
 
-    // These make the texts ready for drawPixels(): count those found; shape those that were not.
-    [[nodiscard]] int textCount() const;
-    [[nodiscard]] static bool areManyTexts(int count);
+    // These make the texts ready for drawPixels(): whether there are so many that masks pay; shaping those found.
+    [[nodiscard]] bool hasManyTexts() const;
+    void setHasManyTexts() { m_hasManyTexts = true; }
     void shapeTexts();
-    void setHasManyTexts(bool hasMany) { m_hasManyTexts = hasMany; }
 
 private:
     [[nodiscard]] bool isTouched(const ElementGrid::Found& found) const;
@@ -71,7 +73,6 @@ private:
     void paintText(const Primitive& text);
     void paintShape(const Primitive& primitive);
 
-    [[nodiscard]] bool hasManyTexts() const;
     [[nodiscard]] bool isTooSmall(const Primitive& text, const QTransform& toImage) const;
     [[nodiscard]] bool mayMask(const Primitive& text, const QTransform& toImage) const;
     [[nodiscard]] ElementStates statesOf(int elementId) const;
