@@ -71,6 +71,24 @@ void paintAll(benchmark::State& state, Device& device, double zoom)
     state.counters["further paints"] = further;
 }
 
+// The same with two threads, by the clock on the wall.
+void paintAllByTwo(benchmark::State& state, Device& device)
+{
+    ChipWindow& window = device.window();
+    window.show(1.0);
+    window.settle();
+    window.view()->setPaintThreads(2);
+    for (auto _ : state) {
+        state.SetIterationTime(wallSecondsOf([&window] {
+            window.changeScaleALittle();
+            window.repaint();
+        }));
+        checkPaintedOnce(state, window.painted().take());
+        window.settle();
+    }
+    window.view()->setPaintThreads(1);
+}
+
 void handOutAll(Device& device)
 {
     for (int loadNumber = 1; loadNumber <= device.elements(); ++loadNumber)
@@ -219,6 +237,8 @@ void addPaintingBenchmarks(int elements)
         addPairs(
             zoom.full, elements, [=](benchmark::State& state) { paintAll(state, Device::ofSize(elements), factor); });
     }
+    add("full repaint by two threads", elements,
+        [=](benchmark::State& state) { paintAllByTwo(state, Device::ofSize(elements)); });
     add("items one by one at fit", elements,
         [=](benchmark::State& state) { paintItems(state, Device::ofSize(elements)); });
     addPairs("pan by 50 pixels at 4x", elements,

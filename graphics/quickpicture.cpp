@@ -13,7 +13,7 @@ namespace {
 
 constexpr double LongestExactFrame = 10; // milliseconds; what is painted faster is painted exactly at once
 constexpr int SliceTime = 8; // milliseconds, after which events are looked at
-constexpr int SliceHeight = 32; // pixels
+constexpr int SliceHeight = 64; // pixels; enough for two threads
 constexpr int CoarseDivisor = 2;
 constexpr double NanosecondsPerMillisecond = 1e6;
 
@@ -77,6 +77,7 @@ void QuickPicture::draw(QPainter& painter, const ViewCanvas& shown, const ViewCa
 {
     if (!m_next)
         m_next = std::make_unique<ViewCanvas>(m_list);
+    m_next->setThreads(m_threads);
     painter.fillRect(QRect(QPoint(), scene.size), scene.background);
     if (m_coarseVersion == scene.listVersion && scaleOf(scene.toPicture) < scaleOf(shown.toPicture())) {
         painter.save();

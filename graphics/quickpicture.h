@@ -31,6 +31,9 @@ public:
 
     QuickPicture(DisplayList& list, Owner owner); // the list is not owned
 
+    // See ViewCanvas::setThreads().
+    void setThreads(int count) { m_threads = count; }
+
     // The user is about to zoom: the next paint may be approximate.
     void allow() { m_isAllowed = true; }
     [[nodiscard]] bool isAllowed() const { return m_isAllowed; }
@@ -64,6 +67,7 @@ private:
     const Owner m_owner;
     QTimer m_timer; // runs while slices are left
     std::unique_ptr<ViewCanvas> m_next;
+    int m_threads = 1;
     bool m_isAllowed = false;
     bool m_isApproximate = false; // what the screen shows
     double m_spent = 0; // milliseconds on the slices of the picture under way

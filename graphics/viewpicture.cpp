@@ -171,6 +171,8 @@ void ViewPicture::paint(QPainter& painter, const QRegion& exposed, const ViewCan
     m_drawBackground = drawBackground;
     m_textPen = painter.pen();
     m_font = painter.font();
+    m_canvas->setThreads(m_threads);
+    m_quick->setThreads(m_threads);
     const auto& [ratio, start] = m_device;
     const ViewCanvas::Scene scene = sceneFor(drawBackground);
     if (isOnScreen(painter) && m_quick->isWorthwhile(*m_canvas, scene)) {

@@ -33,6 +33,10 @@ public:
     ViewPicture(const ViewPicture&) = delete;
     ViewPicture& operator=(const ViewPicture&) = delete;
 
+    // How many threads paint a picture with many elements.
+    [[nodiscard]] int threads() const { return m_threads; }
+    void setThreads(int count) { m_threads = count; }
+
     [[nodiscard]] QList<int>& visibleLayers() override { return m_visibleLayers; }
     void repaintPlaces(const std::vector<int>& places) override;
     void repaintAll() override;
@@ -78,6 +82,7 @@ private:
     QFont m_font; // of the last paint
     std::function<void()> m_settled;
     QList<int> m_visibleLayers;
+    int m_threads = 1;
 };
 
 } // namespace mirn::zelchipview

@@ -34,7 +34,7 @@ namespace {
 // A rubber band counts only if both sides are longer than this, in scene units; otherwise the gesture was a click.
 constexpr double SmallestBand = 2.0;
 
-DrawingController& controller()
+DrawingController& viewController()
 {
     return DrawingController::current();
 }
@@ -188,9 +188,19 @@ bool ZelGraphicsView::isExact() const
     return m_parts->picture.isSettled();
 }
 
+void ZelGraphicsView::setPaintThreads(int count)
+{
+    m_parts->picture.setThreads(std::max(count, 1));
+}
+
+int ZelGraphicsView::paintThreads() const
+{
+    return m_parts->picture.threads();
+}
+
 void ZelGraphicsView::changeMouseCursor()
 {
-    switch (controller().getMouseMode()) {
+    switch (viewController().getMouseMode()) {
     case ACTION_ZOOM:
         setCursor(Qt::CrossCursor);
         break;
@@ -206,7 +216,7 @@ void ZelGraphicsView::mousePressEvent(QMouseEvent* event)
 {
     if (m_parts->scene && event->button() == Qt::LeftButton) {
         m_parts->pressPosition = event->pos();
-        if (controller().getMouseMode() == ACTION_PAN) {
+        if (viewController().getMouseMode() == ACTION_PAN) {
             m_parts->horizontalScrollStart = horizontalScrollBar()->value();
             m_parts->verticalScrollStart = verticalScrollBar()->value();
             m_parts->isPanning = true;
@@ -220,7 +230,7 @@ void ZelGraphicsView::mousePressEvent(QMouseEvent* event)
 
 void ZelGraphicsView::mouseMoveEvent(QMouseEvent* event)
 {
-    if (m_parts->isPanning && m_parts->scene && controller().getMouseMode() == ACTION_PAN) {
+    if (m_parts->isPanning && m_parts->scene && viewController().getMouseMode() == ACTION_PAN) {
         panTo(event->pos());
     } else {
         const QPoint other = event->pos();
@@ -251,7 +261,7 @@ void ZelGraphicsView::mouseReleaseEvent(QMouseEvent* event)
     m_parts->rubberBand->hide();
     if (std::exchange(m_parts->isPanning, false) || !m_parts->scene)
         return;
-    switch (controller().getMouseMode()) {
+    switch (viewController().getMouseMode()) {
     case ACTION_SELECT:
         finishSelecting(event->pos());
         break;
@@ -276,7 +286,7 @@ QGraphicsItem* ZelGraphicsView::elementToSelectAt(QPoint position) const
     const QList<QGraphicsItem*> candidates = items(position);
     for (QGraphicsItem* item : candidates) {
         const int loadNumber = item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
-        const ZELGraphicItemAttribute* attribute = controller().attributes().find(loadNumber);
+        const ZELGraphicItemAttribute* attribute = viewController().attributes().find(loadNumber);
         if (attribute && attribute->kind != ZEL_GRAPHIC_TEXT && (!best || item->zValue() > best->zValue()))
             best = item;
     }
@@ -288,7 +298,7 @@ void ZelGraphicsView::finishSelecting(QPoint position)
     const QRectF band = rubberBandInScene();
     m_parts->scene->clearSelectedItems();
     if (isBand(band))
-        controller().addSelctedItems(m_parts->scene->elements().idsTouching(band));
+        viewController().addSelctedItems(m_parts->scene->elements().idsTouching(band));
     else
         m_parts->scene->addSelectedItem(elementToSelectAt(position));
 }
@@ -308,7 +318,7 @@ void ZelGraphicsView::finishZooming(QPoint position)
 void ZelGraphicsView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (m_parts->scene)
-        controller().showDynamicDlg(event->pos(), DYNAMIC_DIALOG_DCU);
+        viewController().showDynamicDlg(event->pos(), DYNAMIC_DIALOG_DCU);
 }
 
 void ZelGraphicsView::contextMenuEvent(QContextMenuEvent* event)
@@ -317,7 +327,7 @@ void ZelGraphicsView::contextMenuEvent(QContextMenuEvent* event)
     m_parts->rubberBand->hide();
     if (!m_parts->scene)
         return;
-    if (QMenu* menu = controller().getViewFilterMenu())
+    if (QMenu* menu = viewController().getViewFilterMenu())
         menu->exec(event->globalPos());
 }
 

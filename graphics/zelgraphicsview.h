@@ -61,6 +61,12 @@ public:
     void allowApproximatePaint();
     [[nodiscard]] bool isExact() const;
 
+    // How many threads paint a picture with many elements, that of the paint event included: 1 unless the host sets
+    // more. The others begin and end within the paint event; they touch pixels and nothing of the host's or Qt's. A
+    // number below 1 counts as 1.
+    void setPaintThreads(int count);
+    [[nodiscard]] int paintThreads() const;
+
     // Sets the cursor of the controller's mouse mode.
     void changeMouseCursor();
 

@@ -5,18 +5,18 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <cstdint>
 #include <utility>
 
 namespace mirn::zelchipview {
 
 namespace {
 
-constexpr int TileSize = 512; // device pixels
-constexpr std::size_t MostSpare = 12; // tiles
+constexpr std::size_t MostSpare = 48; // tiles
 constexpr double FarthestPixel = 1 << 28; // what is further away is not drawn, so that no sum overflows
 constexpr int ThinLineAlpha = 200;
+constexpr int BandPixels = 1 << 15; // that many are looked up and blended while they are in the processor's cache
 
 // Splits a distance into whole pixels and a fraction, which is the same after every scroll: many coordinates lie right
 // between two pixels, and would fall to the one side or the other.
@@ -31,7 +31,7 @@ double splitOff(double distance, int& wholePixels)
 
 int tileOf(int pixel)
 {
-    return pixel >= 0 ? pixel / TileSize : -((TileSize - 1 - pixel) / TileSize);
+    return pixel >= 0 ? pixel / LineTile::Size : -((LineTile::Size - 1 - pixel) / LineTile::Size);
 }
 
 // The tiles that an area touches, as a rectangle of columns and rows.
@@ -42,55 +42,31 @@ QRect tilesOf(const QRect& area)
 
 QRect areaOf(const QRect& tiles)
 {
-    return QRect(tiles.topLeft() * TileSize, tiles.size() * TileSize);
+    return QRect(tiles.topLeft() * LineTile::Size, tiles.size() * LineTile::Size);
 }
 
-// Draws the pixels of a line that lie in `part`. They do not depend on the part: each is computed from the ends alone.
-class ThinLine
+// The number of a line's colour in a tile.
+std::uint8_t colorNumberOf(const PlanLine& line)
 {
-public:
-    ThinLine(QImage& image, const QRect& part)
-        : m_pixels(reinterpret_cast<QRgb*>(image.bits()))
-        , m_stride(image.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb)))
-        , m_part(part)
-    { }
+    return static_cast<std::uint8_t>(line.isBroken ? LineTile::Colors - 1 : 1 + static_cast<int>(line.kind));
+}
 
-    void draw(QPoint from, QPoint to, QRgb color) const
-    {
-        if (std::abs(to.x() - from.x()) >= std::abs(to.y() - from.y()))
-            step(from.x(), from.y(), to.x(), to.y(), m_part.left(), m_part.right(), m_part.top(), m_part.bottom(), 1,
-                m_stride, color);
-        else
-            step(from.y(), from.x(), to.y(), to.x(), m_part.top(), m_part.bottom(), m_part.left(), m_part.right(),
-                m_stride, 1, color);
-    }
-
-private:
-    // `a` is the longer direction, `b` the other one.
-    void step(int a0, int b0, int a1, int b1, int aMin, int aMax, int bMin, int bMax, qsizetype aStride,
-        qsizetype bStride, QRgb color) const
-    {
-        if (a0 > a1) {
-            std::swap(a0, a1);
-            std::swap(b0, b1);
+const std::array<QRgb, LineTile::Colors>& tileColors()
+{
+    static const std::array<QRgb, LineTile::Colors> colors = [] {
+        std::array<QRgb, LineTile::Colors> made{};
+        for (const auto kind : {PlanLine::Kind::Feeds, PlanLine::Kind::Together, PlanLine::Kind::OneGroup}) {
+            for (const bool isBroken : {false, true}) {
+                PlanLine line;
+                line.kind = kind;
+                line.isBroken = isBroken;
+                made[colorNumberOf(line)] = qPremultiply(thinPen(line).color().rgba());
+            }
         }
-        constexpr int Fraction = 30; // bits
-        constexpr std::int64_t One = std::int64_t(1) << Fraction; // negative values must not be shifted to the left
-        const std::int64_t slope = a1 == a0 ? 0 : (b1 - b0) * One / (a1 - a0);
-        const int first = std::max(a0, aMin);
-        const int last = std::min(a1, aMax);
-        std::int64_t b = b0 * One + One / 2 + slope * (first - a0);
-        for (int a = first; a <= last; ++a, b += slope) {
-            const int row = static_cast<int>(b >> Fraction);
-            if (row >= bMin && row <= bMax)
-                m_pixels[a * aStride + row * bStride] = color;
-        }
-    }
-
-    QRgb* const m_pixels;
-    const qsizetype m_stride; // in pixels
-    const QRect m_part;
-};
+        return made;
+    }();
+    return colors;
+}
 
 } // namespace
 
@@ -116,62 +92,109 @@ QPen thinPen(const PlanLine& line)
     return QPen(color, 1);
 }
 
+void LinePicture::invalidate()
+{
+    forgetTilesOutside(QRect());
+    m_grid = Grid();
+}
+
 void LinePicture::paint(QPainter& painter, const std::vector<PlanLine>& lines, const Target& target)
 {
     QPoint scrolled;
     const Grid grid{target.toPixels.m11(), splitOff(target.toPixels.dx(), scrolled.rx()),
         splitOff(target.toPixels.dy(), scrolled.ry())};
     if (!(grid == m_grid))
-        m_tiles.clear();
-    m_grid = grid;
-    forgetFarTiles(target.viewport.translated(-scrolled));
+        moveTo(grid, lines);
+    // What is a viewport's size away or less stays, for the way back.
+    const QRect viewport = target.viewport.translated(-scrolled);
+    forgetTilesOutside(
+        tilesOf(viewport.adjusted(-viewport.width(), -viewport.height(), viewport.width(), viewport.height())));
     const QRect part = target.part.translated(-scrolled);
     const QRect tiles = tilesOf(part);
-    drawMissingTiles(lines, tiles);
+    drawMissingTiles(tiles);
     for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
         for (int column = tiles.left(); column <= tiles.right(); ++column) {
-            const QImage& tile = m_tiles[{column, row}];
+            const Tile& tile = m_tiles[{column, row}];
             const QRect area = areaOf(QRect(column, row, 1, 1));
             const QRect shown = area & part;
-            if (tile.isNull() || shown.isEmpty())
-                continue;
-            // This image shares the pixels; changing the device pixel ratio of a copy would copy them.
-            QImage image(tile.constBits(), TileSize, TileSize, tile.bytesPerLine(), tile.format());
-            image.setDevicePixelRatio(target.ratio);
-            painter.drawImage(
-                QPointF(shown.topLeft() + scrolled) / target.ratio, image, shown.translated(-area.topLeft()));
+            if (tile && !shown.isEmpty())
+                paintTile(painter, *tile, shown.translated(-area.topLeft()), QPointF(shown.topLeft() + scrolled),
+                    target.ratio);
         }
     }
 }
 
-// Those next to the viewport stay, for the way back. The memory of the others is used again, because fresh memory costs
-// more time than the lines.
-void LinePicture::forgetFarTiles(const QRect& viewport)
+// `position` is that of the part in device pixels.
+void LinePicture::paintTile(
+    QPainter& painter, const LineTile& tile, const QRect& part, const QPointF& position, double ratio)
 {
-    const QRect near = tilesOf(viewport).adjusted(-1, -1, 1, 1);
+    const int height = std::max(BandPixels / part.width(), 1);
+    m_band.resize(static_cast<std::size_t>(part.width()) * static_cast<std::size_t>(std::min(height, part.height())));
+    for (int top = part.top(); top <= part.bottom(); top += height) {
+        const QRect band(part.left(), top, part.width(), std::min(height, part.bottom() + 1 - top));
+        if (!tile.read(band, tileColors(), m_band.data()))
+            continue;
+        QImage image(reinterpret_cast<const uchar*>(m_band.data()), band.width(), band.height(),
+            QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(ratio);
+        painter.drawImage((position + QPointF(0, top - part.top())) / ratio, image);
+    }
+}
+
+// Draws nothing yet, but finds out once for all tiles which pixels the lines begin and end at.
+void LinePicture::moveTo(const Grid& grid, const std::vector<PlanLine>& lines)
+{
+    forgetTilesOutside(QRect());
+    m_grid = grid;
+    m_lines.clear();
+    for (const bool isBroken : {false, true}) {
+        for (const PlanLine& line : lines) {
+            if (line.isBroken == isBroken && !line.isStub)
+                addPixelsOf(line);
+        }
+    }
+}
+
+void LinePicture::addPixelsOf(const PlanLine& line)
+{
+    const double x1 = line.from.x() * m_grid.scale + m_grid.xFraction;
+    const double x2 = line.to.x() * m_grid.scale + m_grid.xFraction;
+    const double y1 = line.from.y() * m_grid.scale + m_grid.yFraction;
+    const double y2 = line.to.y() * m_grid.scale + m_grid.yFraction;
+    if (!(std::max({std::abs(x1), std::abs(x2), std::abs(y1), std::abs(y2)}) < FarthestPixel))
+        return;
+    const QPoint from(static_cast<int>(std::floor(x1)), static_cast<int>(std::floor(y1)));
+    const QPoint to(static_cast<int>(std::floor(x2)), static_cast<int>(std::floor(y2)));
+    if (from != to)
+        m_lines.push_back({from, to, colorNumberOf(line)});
+}
+
+// The memory of the tiles is used again, because fresh memory costs more time than the lines.
+void LinePicture::forgetTilesOutside(const QRect& tiles)
+{
     for (auto tile = m_tiles.begin(); tile != m_tiles.end();) {
-        if (near.contains(tile.key().first, tile.key().second)) {
+        if (tiles.contains(tile.key().first, tile.key().second)) {
             ++tile;
             continue;
         }
-        if (!tile->isNull() && m_spare.size() < MostSpare)
+        if (*tile && m_spare.size() < MostSpare)
             m_spare.push_back(std::move(*tile));
         tile = m_tiles.erase(tile);
     }
 }
 
-QImage LinePicture::newTile()
+LinePicture::Tile LinePicture::newTile()
 {
-    QImage tile(
-        m_spare.empty() ? QImage(TileSize, TileSize, QImage::Format_ARGB32_Premultiplied) : std::move(m_spare.back()));
-    if (!m_spare.empty())
-        m_spare.pop_back();
-    tile.fill(Qt::transparent);
+    if (m_spare.empty())
+        return std::make_shared<LineTile>();
+    Tile tile = std::move(m_spare.back());
+    m_spare.pop_back();
+    tile->clear();
     return tile;
 }
 
 // Draws all of them in one go, because each drawing goes through all lines.
-void LinePicture::drawMissingTiles(const std::vector<PlanLine>& lines, const QRect& tiles)
+void LinePicture::drawMissingTiles(const QRect& tiles)
 {
     QRect missing;
     for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
@@ -182,48 +205,34 @@ void LinePicture::drawMissingTiles(const std::vector<PlanLine>& lines, const QRe
     }
     if (missing.isEmpty())
         return;
-    std::vector<QImage> images(static_cast<std::size_t>(missing.width()) * static_cast<std::size_t>(missing.height()));
-    for (const bool isBroken : {false, true}) {
-        for (const PlanLine& line : lines) {
-            if (line.isBroken == isBroken && !line.isStub)
-                draw(line, missing, images);
-        }
+    std::vector<Tile> drawn(static_cast<std::size_t>(missing.width()) * static_cast<std::size_t>(missing.height()));
+    const QRect area = areaOf(missing);
+    for (const PixelLine& line : m_lines) {
+        if (std::max(line.from.x(), line.to.x()) >= area.left() && std::min(line.from.x(), line.to.x()) <= area.right()
+            && std::max(line.from.y(), line.to.y()) >= area.top()
+            && std::min(line.from.y(), line.to.y()) <= area.bottom())
+            draw(line, missing, drawn);
     }
-    auto image = images.begin();
+    auto tile = drawn.begin();
     for (int row = missing.top(); row <= missing.bottom(); ++row) {
         for (int column = missing.left(); column <= missing.right(); ++column)
-            m_tiles.insert({column, row}, std::move(*image++));
+            m_tiles.insert({column, row}, std::move(*tile++));
     }
 }
 
-// `images` are those of the tiles, row by row; one is made when the first line comes.
-void LinePicture::draw(const PlanLine& line, const QRect& tiles, std::vector<QImage>& images)
+// `drawn` are the tiles, row by row; one is made when the first line comes.
+void LinePicture::draw(const PixelLine& line, const QRect& tiles, std::vector<Tile>& drawn)
 {
-    const double x1 = line.from.x() * m_grid.scale + m_grid.xFraction;
-    const double x2 = line.to.x() * m_grid.scale + m_grid.xFraction;
-    const double y1 = line.from.y() * m_grid.scale + m_grid.yFraction;
-    const double y2 = line.to.y() * m_grid.scale + m_grid.yFraction;
-    const QRect area = areaOf(tiles);
-    if (std::max(x1, x2) < area.left() || std::min(x1, x2) >= area.right() + 1 || std::max(y1, y2) < area.top()
-        || std::min(y1, y2) >= area.bottom() + 1
-        || std::max({std::abs(x1), std::abs(x2), std::abs(y1), std::abs(y2)}) >= FarthestPixel)
-        return;
-    const QPoint from(static_cast<int>(std::floor(x1)), static_cast<int>(std::floor(y1)));
-    const QPoint to(static_cast<int>(std::floor(x2)), static_cast<int>(std::floor(y2)));
-    if (from == to)
-        return;
-    const QRgb pixel = qPremultiply(thinPen(line).color().rgba());
-    const QPoint topLeft(std::min(from.x(), to.x()), std::min(from.y(), to.y()));
-    const QPoint bottomRight(std::max(from.x(), to.x()), std::max(from.y(), to.y()));
+    const QPoint topLeft(std::min(line.from.x(), line.to.x()), std::min(line.from.y(), line.to.y()));
+    const QPoint bottomRight(std::max(line.from.x(), line.to.x()), std::max(line.from.y(), line.to.y()));
     const QRect touched = tilesOf(QRect(topLeft, bottomRight)) & tiles;
     for (int row = touched.top(); row <= touched.bottom(); ++row) {
         for (int column = touched.left(); column <= touched.right(); ++column) {
-            QImage& image
-                = images[static_cast<std::size_t>((row - tiles.top()) * tiles.width() + column - tiles.left())];
-            if (image.isNull())
-                image = newTile();
-            const QPoint origin(column * TileSize, row * TileSize);
-            ThinLine(image, image.rect()).draw(from - origin, to - origin, pixel);
+            Tile& tile = drawn[static_cast<std::size_t>((row - tiles.top()) * tiles.width() + column - tiles.left())];
+            if (!tile)
+                tile = newTile();
+            const QPoint origin(column * LineTile::Size, row * LineTile::Size);
+            tile->draw(line.from - origin, line.to - origin, line.color);
         }
     }
 }

@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "planning/linetile.h"
 #include "planning/planlines.h"
 
 #include <QHash>
 #include <QImage>
 #include <QPair>
 #include <QPen>
+#include <QPoint>
+#include <QRect>
 #include <QTransform>
 
+#include <cstdint>
+#include <memory>
 #include <vector>
 
 class QPainter;
@@ -22,7 +27,7 @@ class LinePicture final
 {
 public:
     // The lines are drawn anew at the next paint().
-    void invalidate() { m_tiles.clear(); }
+    void invalidate();
 
     // What is painted on, in device pixels.
     struct Target
@@ -38,6 +43,7 @@ public:
 
 private:
     using Place = QPair<int, int>; // column and row of a tile
+    using Tile = std::shared_ptr<LineTile>; // null where there is no line
 
     // Where the picture's own pixels are: those of the device without the whole pixels of the scroll.
     struct Grid
@@ -52,14 +58,27 @@ private:
         }
     };
 
-    void forgetFarTiles(const QRect& viewport);
-    void drawMissingTiles(const std::vector<PlanLine>& lines, const QRect& tiles);
-    void draw(const PlanLine& line, const QRect& tiles, std::vector<QImage>& images);
-    [[nodiscard]] QImage newTile();
+    // A line in the picture's own pixels.
+    struct PixelLine
+    {
+        QPoint from;
+        QPoint to;
+        std::uint8_t color;
+    };
+
+    void moveTo(const Grid& grid, const std::vector<PlanLine>& lines);
+    void addPixelsOf(const PlanLine& line);
+    void forgetTilesOutside(const QRect& tiles);
+    void drawMissingTiles(const QRect& tiles);
+    void draw(const PixelLine& line, const QRect& tiles, std::vector<Tile>& drawn);
+    void paintTile(QPainter& painter, const LineTile& tile, const QRect& part, const QPointF& position, double ratio);
+    [[nodiscard]] Tile newTile();
 
     Grid m_grid;
-    QHash<Place, QImage> m_tiles; // null where there is no line
-    std::vector<QImage> m_spare; // to be drawn on again
+    std::vector<PixelLine> m_lines; // in the order in which they are drawn
+    QHash<Place, Tile> m_tiles;
+    std::vector<Tile> m_spare; // to be drawn on again
+    std::vector<QRgb> m_band; // a part of a tile in colours
 };
 
 // The colour of a line, for everybody who draws one.

@@ -6,6 +6,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <chrono>
 #include <ctime>
 #include <string>
 #include <utility>
@@ -72,6 +73,14 @@ inline void checkPaintedOnce(benchmark::State& state, const PaintCounter::Count&
     if (painted.paints != 1)
         state.SkipWithError("not painted exactly once");
     state.counters["pixels"] = painted.pixels;
+}
+
+// For what several threads do at a time: means something on an idle machine only.
+template <typename Action> [[nodiscard]] double wallSecondsOf(Action&& action)
+{
+    const auto start = std::chrono::steady_clock::now();
+    action();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
 template <typename Action> [[nodiscard]] double secondsOf(Action&& action)

@@ -24,6 +24,7 @@ const std::vector<ResultRow>& resultRows()
         {"full repaint at fit", "full repaint at fit", "", "bare QPainter at fit"},
         {"full repaint at 4x", "full repaint at 4x", "", "bare QPainter at 4x"},
         {"full repaint at 30x", "full repaint at 30x", "", "bare QPainter at 30x"},
+        {"full repaint at fit, two threads, elapsed time", "full repaint by two threads", "", "bare QPainter at fit"},
         {"full repaint at fit, a host holds every attribute", "full repaint, handed out", "", "full repaint at fit"},
         {"KLayout, full repaint at fit", "KLayout", "at fit", "bare QPainter at fit"},
         {"KLayout, full repaint at 4x", "KLayout", "at 4x", "bare QPainter at 4x"},

@@ -247,14 +247,14 @@ QRectF DisplayList::boundsOf(int place) const
 const std::vector<int>& DisplayList::placesIn(const QRectF& area)
 {
     m_places.clear();
-    m_grid.find(area, m_places);
+    m_grid.find(area, m_places, m_search);
     return m_places;
 }
 
 const std::vector<ElementGrid::Found>& DisplayList::foundIn(const QRectF& area, const QRectF& inner)
 {
     m_found.clear();
-    m_grid.find(area, inner, m_found);
+    m_grid.find(area, inner, m_found, m_search);
     return m_found;
 }
 

@@ -116,9 +116,19 @@ public:
     // Returns the places of the primitives that may touch an area, in paint order. Valid until the next call.
     [[nodiscard]] const std::vector<int>& placesIn(const QRectF& area);
 
-    // Does the same for an area that may hold most of the primitives, and reports which of them lie inside of `inner`,
-    // a part of the area. Valid until the next call.
+    // Does the same for a large area, and reports which of them lie inside of `inner`, a part of the area. Valid until
+    // the next call.
     [[nodiscard]] const std::vector<ElementGrid::Found>& foundIn(const QRectF& area, const QRectF& inner);
+
+    // The same for searches of several threads at a time, each with a search and a list of its own.
+    void find(const QRectF& area, const QRectF& inner, std::vector<ElementGrid::Found>& found,
+        ElementGrid::Search& search) const
+    {
+        m_grid.find(area, inner, found, search);
+    }
+
+    // About how many primitives touch an area, if they lie evenly.
+    [[nodiscard]] double estimate(const QRectF& area) const { return m_grid.estimate(area); }
 
     // Returns the corners of a polygon, which are contiguous.
     [[nodiscard]] const QPointF* corner(int first) const { return m_corners.data() + first; }
@@ -154,6 +164,7 @@ private:
     ElementGrid m_grid;
     std::vector<int> m_places;
     std::vector<ElementGrid::Found> m_found;
+    ElementGrid::Search m_search;
     unsigned m_indexVersion = 0; // the version of the element index that the list was built from
     unsigned m_version = 0;
     bool m_areBoundsOld = false; // the grid holds outdated bounds

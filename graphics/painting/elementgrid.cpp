@@ -7,7 +7,6 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
-#include <utility>
 
 namespace mirn::zelchipview {
 
@@ -49,7 +48,6 @@ void ElementGrid::build(int count, const Bounds& boundsOf)
     m_rows = m_area.height() > 0 ? side : 1;
     m_large.clear();
     m_starts.assign(std::size_t(m_columns) * m_rows + 1, 0);
-    m_marks.assign(count / MarkBits + 1, 0);
 
     // The places are sorted by counting: first the number of places in each cell, then the places.
     for (int place = 0; place < count; ++place) {
@@ -114,36 +112,74 @@ ElementGrid::Cells ElementGrid::cellsWithin(const QRectF& area) const
     return isEmpty ? Cells{0, 0, -1, -1} : cells;
 }
 
-void ElementGrid::find(const QRectF& area, const QRectF& inner, std::vector<Found>& found)
+// Marks what touches some cells.
+void ElementGrid::mark(const Cells& cells, Marks& marks) const
 {
-    const Cells within = cellsWithin(inner);
-    if (within.count() < std::int64_t(m_columns) * m_rows / 2) {
-        std::vector<int> places;
-        find(area, places);
-        for (int place : places)
-            found.push_back({place, false});
-        return;
-    }
-    // A rectangle that touches a cell outside may itself be outside.
-    const auto mark
-        = [this](std::uint32_t place) { m_marks[place / MarkBits] |= std::uint64_t(1) << place % MarkBits; };
-    const auto markIn = [&](const Cells& cells) {
-        visit(cells, [&](std::size_t cell) {
-            std::for_each(m_places.begin() + m_starts[cell], m_places.begin() + m_starts[cell + 1], mark);
-        });
-    };
-    std::for_each(m_large.begin(), m_large.end(), mark);
-    markIn({0, 0, m_columns - 1, within.top - 1});
-    markIn({0, within.bottom + 1, m_columns - 1, m_rows - 1});
-    markIn({0, within.top, within.left - 1, within.bottom});
-    markIn({within.right + 1, within.top, m_columns - 1, within.bottom});
-    found.reserve(m_count);
-    for (int place = 0; place < m_count; ++place)
-        found.push_back({place, !isMarked(place)});
-    std::fill(m_marks.begin(), m_marks.end(), 0);
+    visit(cells, [&](std::size_t cell) {
+        for (std::uint32_t i = m_starts[cell]; i < m_starts[cell + 1]; ++i)
+            marks.set(m_places[i]);
+    });
 }
 
-void ElementGrid::find(const QRectF& area, std::vector<int>& places)
+// Marks what touches the cells of a range outside of a range within it, which may be empty. A rectangle that does so
+// may itself be outside.
+void ElementGrid::markAround(const Cells& within, const Cells& cells, Marks& marks) const
+{
+    std::for_each(m_large.begin(), m_large.end(), [&marks](std::uint32_t place) { marks.set(place); });
+    if (within.count() == 0) {
+        mark(cells, marks);
+        return;
+    }
+    mark({cells.left, cells.top, cells.right, within.top - 1}, marks);
+    mark({cells.left, within.bottom + 1, cells.right, cells.bottom}, marks);
+    mark({cells.left, within.top, within.left - 1, within.bottom}, marks);
+    mark({within.right + 1, within.top, cells.right, within.bottom}, marks);
+}
+
+// For a range of most cells, whose places need not be collected.
+void ElementGrid::findMost(const Cells& within, std::vector<Found>& found, Marks& atEdge) const
+{
+    markAround(within, {0, 0, m_columns - 1, m_rows - 1}, atEdge);
+    found.resize(m_count);
+    int place = 0;
+    for (std::size_t i = 0; place < m_count; ++i) {
+        std::uint64_t edge = atEdge.word(i);
+        for (const int end = std::min(m_count, place + Marks::Bits); place < end; ++place, edge >>= 1)
+            found[place] = {place, (edge & 1) == 0};
+    }
+    atEdge.clear();
+}
+
+void ElementGrid::find(const QRectF& area, const QRectF& inner, std::vector<Found>& found, Search& search) const
+{
+    search.atEdge.makeRoomFor(m_count);
+    const Cells within = cellsWithin(inner);
+    if (within.count() >= std::int64_t(m_columns) * m_rows / 2) {
+        findMost(within, found, search.atEdge);
+        return;
+    }
+    search.touched.makeRoomFor(m_count);
+    const Cells cells = cellsOf(area);
+    markAround(within, cells, search.atEdge);
+    mark(within, search.touched);
+    const std::size_t end = std::max(search.touched.end(), search.atEdge.end());
+    for (std::size_t i = std::min(search.touched.first(), search.atEdge.first()); i < end; ++i) {
+        const std::uint64_t edge = search.atEdge.word(i);
+        for (std::uint64_t marks = search.touched.word(i) | edge; marks != 0; marks &= marks - 1) {
+            const int bit = lowestBit(marks);
+            found.push_back({static_cast<int>(i * Marks::Bits) + bit, ((edge >> bit) & 1) == 0});
+        }
+    }
+    search.touched.clear();
+    search.atEdge.clear();
+}
+
+double ElementGrid::estimate(const QRectF& area) const
+{
+    return static_cast<double>(m_count) * cellsOf(area).count() / (double(m_columns) * m_rows);
+}
+
+void ElementGrid::find(const QRectF& area, std::vector<int>& places, Search& search) const
 {
     if (m_count == 0)
         return;
@@ -152,30 +188,14 @@ void ElementGrid::find(const QRectF& area, std::vector<int>& places)
         std::iota(places.begin(), places.end(), 0);
         return;
     }
-    std::size_t first = m_marks.size();
-    std::size_t last = 0;
-    const auto mark = [&](std::uint32_t place) {
-        const std::size_t word = place / MarkBits;
-        m_marks[word] |= std::uint64_t(1) << place % MarkBits;
-        first = std::min(first, word);
-        last = std::max(last, word);
-    };
-    for (std::uint32_t place : m_large)
-        mark(place);
-    visit(cellsOf(area), [&](std::size_t cell) {
-        for (std::uint32_t i = m_starts[cell]; i < m_starts[cell + 1]; ++i)
-            mark(m_places[i]);
-    });
-    collect(first, last, places);
-}
-
-// Appends the marked places of some words and clears the marks.
-void ElementGrid::collect(std::size_t first, std::size_t last, std::vector<int>& places)
-{
-    for (std::size_t word = first; word <= last; ++word) {
-        for (std::uint64_t marks = std::exchange(m_marks[word], 0); marks != 0; marks &= marks - 1)
-            places.push_back(static_cast<int>(word * MarkBits) + lowestBit(marks));
+    Marks& marks = search.touched;
+    marks.makeRoomFor(m_count);
+    markAround({0, 0, -1, -1}, cellsOf(area), marks);
+    for (std::size_t i = marks.first(); i < marks.end(); ++i) {
+        for (std::uint64_t word = marks.word(i); word != 0; word &= word - 1)
+            places.push_back(static_cast<int>(i * Marks::Bits) + lowestBit(word));
     }
+    marks.clear();
 }
 
 } // namespace mirn::zelchipview

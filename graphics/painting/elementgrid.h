@@ -3,8 +3,11 @@
 
 #include <QRectF>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <vector>
 
 namespace mirn::zelchipview {
@@ -22,6 +25,47 @@ public:
         bool isInside; // certainly inside; if false, it may lie inside, across the border or a little outside
     };
 
+    // What a search notes about places, one bit for each, all clear between two searches. Searches with marks of their
+    // own may be made at the same time.
+    class Marks
+    {
+    public:
+        static constexpr int Bits = 64; // in a word
+
+        void makeRoomFor(int count) { m_words.resize(static_cast<std::size_t>(count) / Bits + 1); }
+
+        void set(std::uint32_t place)
+        {
+            const std::size_t word = place / Bits;
+            m_words[word] |= std::uint64_t(1) << place % Bits;
+            m_first = std::min(m_first, word);
+            m_end = std::max(m_end, word + 1);
+        }
+
+        [[nodiscard]] std::uint64_t word(std::size_t index) const { return m_words[index]; }
+        [[nodiscard]] std::size_t first() const { return m_first; } // of the words that may have a mark
+        [[nodiscard]] std::size_t end() const { return m_end; }
+
+        void clear()
+        {
+            if (m_first < m_end)
+                std::fill(m_words.begin() + m_first, m_words.begin() + m_end, std::uint64_t(0));
+            m_first = std::numeric_limits<std::size_t>::max();
+            m_end = 0;
+        }
+
+    private:
+        std::vector<std::uint64_t> m_words;
+        std::size_t m_first = std::numeric_limits<std::size_t>::max();
+        std::size_t m_end = 0;
+    };
+
+    struct Search
+    {
+        Marks touched;
+        Marks atEdge;
+    };
+
     // Builds the grid for the places 0 to `count` - 1.
     void build(int count, const Bounds& boundsOf);
 
@@ -30,15 +74,16 @@ public:
 
     // Appends the places in ascending order, each once, to an empty list. Some rectangles may lie a little outside of
     // the area.
-    void find(const QRectF& area, std::vector<int>& places);
+    void find(const QRectF& area, std::vector<int>& places, Search& search) const;
 
-    // Does the same for a large area, and reports which rectangles are certainly inside of `inner`, a part of the area,
-    // so that they need no further test. If `inner` holds half of the cells or more, all places are reported.
-    void find(const QRectF& area, const QRectF& inner, std::vector<Found>& found);
+    // Does the same, and reports which rectangles are certainly inside of `inner`, a part of the area, so that they
+    // need no further test. If `inner` holds half of the cells or more, all places are reported.
+    void find(const QRectF& area, const QRectF& inner, std::vector<Found>& found, Search& search) const;
+
+    // About how many rectangles touch an area, if they lie evenly.
+    [[nodiscard]] double estimate(const QRectF& area) const;
 
 private:
-    static constexpr int MarkBits = 64;
-
     struct Cells
     {
         int left;
@@ -49,12 +94,13 @@ private:
         [[nodiscard]] std::int64_t count() const { return std::int64_t(right - left + 1) * (bottom - top + 1); }
     };
 
-    [[nodiscard]] bool isMarked(int place) const { return (m_marks[place / MarkBits] >> (place % MarkBits)) & 1; }
     [[nodiscard]] static bool isLarge(const QRectF& bounds, const Cells& cells);
     [[nodiscard]] Cells cellsOf(const QRectF& area) const;
     [[nodiscard]] Cells cellsWithin(const QRectF& area) const;
     template <typename Visitor> void visit(const Cells& cells, Visitor visitor) const;
-    void collect(std::size_t first, std::size_t last, std::vector<int>& places);
+    void mark(const Cells& cells, Marks& marks) const;
+    void markAround(const Cells& within, const Cells& cells, Marks& marks) const;
+    void findMost(const Cells& within, std::vector<Found>& found, Marks& atEdge) const;
 
     int m_count = 0;
     int m_columns = 0;
@@ -63,7 +109,6 @@ private:
     std::vector<std::uint32_t> m_starts; // the start of each cell's places in m_places, and the end of the last
     std::vector<std::uint32_t> m_places;
     std::vector<std::uint32_t> m_large; // rectangles that would fill many cells
-    std::vector<std::uint64_t> m_marks; // one bit for each place, all clear between two searches
 };
 
 } // namespace mirn::zelchipview

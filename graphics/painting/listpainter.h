@@ -11,7 +11,8 @@
 #include <QTransform>
 
 #include <functional>
-#include <optional>
+#include <memory>
+#include <vector>
 
 namespace mirn::zelchipview {
 
@@ -49,23 +50,38 @@ public:
     };
 
     explicit ListPainter(DisplayList& list); // not owned
+    ~ListPainter();
+
+    // How many threads paint a part with many elements, the calling one included; 1 at first. The others last as long
+    // as the paint.
+    void setThreads(int count) { m_threads = count; }
 
     void paint(const Target& target, const QList<int>& layers, const States& states);
 
     // `bounds` is what the primitive may cover, in image pixels.
     using TouchVisitor = std::function<void(const Primitive& primitive, const QRectF& bounds, const QRect& strip)>;
 
-    // Visits the primitives of the shown layers that touch strips of the image (in image pixels). A
+    // Says without effort, and before the bounds are known, that a primitive need not be visited.
+    using TouchFilter = std::function<bool(const Primitive& primitive)>;
+
+    // Visits the primitives of the shown layers that touch strips of the image (in image pixels) and pass the filter. A
     // primitive that touches several strips is visited once for each.
     void visitTouching(const QTransform& sceneToImage, const std::vector<QRect>& strips, const QList<int>& layers,
-        const TouchVisitor& visitor);
+        const TouchFilter& filter, const TouchVisitor& visitor);
 
 private:
-    class Job;
+    [[nodiscard]] int bandsFor(const Target& target) const;
+
+    struct Memory; // of the jobs, kept from paint to paint
 
     DisplayList& m_list;
     TextShaper m_shaper;
     GlyphMasks m_masks;
+    const std::unique_ptr<Memory> m_memory;
+    int m_threads = 1;
 };
+
+// Returns the area of the scene that a part of the image shows, with the margin of pens.
+[[nodiscard]] QRectF sceneArea(const QTransform& sceneToImage, const QRect& part);
 
 } // namespace mirn::zelchipview

@@ -245,6 +245,16 @@ bool ViewCanvas::crossesZero(const QPointF& point, QPoint way) const
 // are now, `other` to where it was before the scroll or will be after it.
 void ViewCanvas::invalidateClippedShapes(const std::vector<QRect>& borders, QPoint way, QPoint other)
 {
+    // Most primitives are small rects, which can be moved. The scale is the largest one, should the view be rotated.
+    const double scale = std::max(std::abs(m_toPicture.m11()) + std::abs(m_toPicture.m21()),
+        std::abs(m_toPicture.m12()) + std::abs(m_toPicture.m22()));
+    const auto mayMatter = [scale](const Primitive& primitive) {
+        if (primitive.kind != Primitive::Rect)
+            return true;
+        const double penWidth = std::abs(primitive.strokeWidth);
+        const double longest = std::max(std::abs(primitive.c), std::abs(primitive.d)) + penWidth;
+        return scale * penWidth >= WidePenThreshold || scale * longest + 2 * PenMargin > LongEdge;
+    };
     const auto markShape = [&](const Primitive& primitive, const QRectF& bounds, const QRect&) {
         const double penWidth = primitive.strokeWidth * m_toPicture.m11();
         switch (primitive.kind) {
@@ -261,7 +271,7 @@ void ViewCanvas::invalidateClippedShapes(const std::vector<QRect>& borders, QPoi
                 mark(bounds, way);
         }
     };
-    m_painter.visitTouching(m_toPicture, borders, m_layers, markShape);
+    m_painter.visitTouching(m_toPicture, borders, m_layers, mayMatter, markShape);
 }
 
 void ViewCanvas::markEdges(const QRectF& rect, double reach, QPoint way)

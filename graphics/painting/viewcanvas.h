@@ -47,6 +47,9 @@ public:
 
     explicit ViewCanvas(DisplayList& list); // not owned
 
+    // See ListPainter::setThreads().
+    void setThreads(int count) { m_painter.setThreads(count); }
+
     // Marks the whole picture as out of date.
     void invalidate();
 

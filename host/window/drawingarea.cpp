@@ -30,7 +30,10 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QThread>
 #include <QTreeWidgetItemIterator>
+
+#include <algorithm>
 
 namespace mirn::zelchip {
 
@@ -44,6 +47,7 @@ const QString PlacementDock = QStringLiteral("Placement");
 const QString UsageDock = QStringLiteral("Usage");
 
 constexpr int DockWidth = 330;
+constexpr int MostPaintThreads = 4; // more would hardly be faster, because they share the memory
 constexpr double UsageShare = 0.3; // fraction of the docks' height
 constexpr int UsageRowPadding = 6; // pixels added to the font height of a row
 constexpr int RowsExpandedAtStart = 200; // a larger design opens with only its top level
@@ -72,6 +76,7 @@ DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* paren
     m_tree = controller.getTree(nullptr);
     m_table = controller.getResTable(nullptr);
     m_graphicsView->setFrameShape(QFrame::NoFrame);
+    m_graphicsView->setPaintThreads(std::min(MostPaintThreads, QThread::idealThreadCount()));
     new DrawingGround(m_graphicsView); // child of the view
     m_graphicsView->setTransformationAnchor(QGraphicsView::AnchorUnderMouse);
     // Otherwise a pointer that rests on the drawing would drag along what it last moved over, wherever a command has

@@ -8,6 +8,9 @@
 #include "tests/support/chipviewfixture.h"
 #include "tests/support/events.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 using namespace zeltest;
 
 namespace {
@@ -308,6 +311,26 @@ private Q_SLOTS:
         QVERIFY(pictureOf(moved, lines, transform) == expected);
     }
 
+    // A line has one pixel for each step of its longer direction, wherever tiles meet.
+    void lineHasNoGap()
+    {
+        for (int n = 1; n < 200; ++n) {
+            const QPoint from(n * 619 % 1400, n * 367 % 1100);
+            const QPoint to(n * 31 % 1400, n * 577 % 1100);
+            PlanLine line;
+            line.from = from;
+            line.to = to;
+            LinePicture picture;
+            const QImage image = pictureOf(picture, {line}, QTransform(), {1400, 1100});
+            int pixels = 0;
+            for (int y = 0; y < image.height(); ++y) {
+                const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+                pixels += static_cast<int>(std::count_if(row, row + image.width(), [](QRgb p) { return p != ~0U; }));
+            }
+            QCOMPARE(pixels, std::max(std::abs(to.x() - from.x()), std::abs(to.y() - from.y())) + 1);
+        }
+    }
+
     void thousandsOfLinesAreOnTheDrawing()
     {
         Aided aided;
@@ -385,9 +408,10 @@ private Q_SLOTS:
     }
 
 private:
-    static QImage pictureOf(LinePicture& picture, const std::vector<PlanLine>& lines, const QTransform& transform)
+    static QImage pictureOf(LinePicture& picture, const std::vector<PlanLine>& lines, const QTransform& transform,
+        const QSize& size = {500, 300})
     {
-        QImage image(500, 300, QImage::Format_RGB32);
+        QImage image(size, QImage::Format_RGB32);
         image.fill(Qt::white);
         QPainter painter(&image);
         picture.paint(painter, lines, {transform, image.rect(), image.rect(), 1.0});

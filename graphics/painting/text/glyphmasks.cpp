@@ -95,13 +95,39 @@ bool GlyphMasks::draw(const TextLabel& label, double x, double y, QRgb color, Ra
         return false;
     for (const PlacedGlyph& glyph : text.glyphs) {
         const PixelPosition position(m_scale * glyph.x + x, m_scale * glyph.y + y);
-        const Mask& shape = mask(glyph.number, position.phase());
-        if (shape.width > 0)
-            rasteriser.drawMask({position.column() + shape.left, position.row + shape.top, shape.width, shape.height,
-                                    m_coverage.data() + shape.coverage},
-                color);
+        draw(mask(glyph.number, position.phase()), position.column(), position.row, color, rasteriser);
     }
     return true;
+}
+
+bool GlyphMasks::drawReady(const TextLabel& label, double x, double y, QRgb color, Rasteriser& rasteriser) const
+{
+    if (!isReadyFor(label, x, y))
+        return false;
+    const ShapedText& text = *m_shaper.find(label);
+    if (!text.isUsual)
+        return false;
+    for (const PlacedGlyph& glyph : text.glyphs) {
+        const PixelPosition position(m_scale * glyph.x + x, m_scale * glyph.y + y);
+        draw(m_masks[static_cast<std::size_t>(glyph.number) * Phases + position.phase()], position.column(),
+            position.row, color, rasteriser);
+    }
+    return true;
+}
+
+void GlyphMasks::draw(const Mask& mask, int column, int row, QRgb color, Rasteriser& rasteriser) const
+{
+    if (mask.width > 0)
+        rasteriser.drawMask(
+            {column + mask.left, row + mask.top, mask.width, mask.height, m_coverage.data() + mask.coverage}, color);
+}
+
+void GlyphMasks::makeAll()
+{
+    for (int glyph = 0; glyph < m_shaper.glyphCount(); ++glyph) {
+        for (int phase = 0; phase < Phases; ++phase)
+            (void)mask(glyph, phase);
+    }
 }
 
 const GlyphMasks::Mask& GlyphMasks::mask(int glyph, int phase)

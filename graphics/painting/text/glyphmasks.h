@@ -36,6 +36,13 @@ public:
     // label has unusual glyphs, which are left to QPainter; see hasUsualGlyphs().
     [[nodiscard]] bool draw(const TextLabel& label, double x, double y, QRgb color, Rasteriser& rasteriser);
 
+    // Does the same from masks that exist; returns false and draws nothing if one does not. Several threads may do so
+    // at the same time.
+    [[nodiscard]] bool drawReady(const TextLabel& label, double x, double y, QRgb color, Rasteriser& rasteriser) const;
+
+    // Makes all masks of the glyphs that have been shaped.
+    void makeAll();
+
 private:
     static constexpr int Phases = 4; // horizontal positions within a pixel, from left to right
 
@@ -50,6 +57,7 @@ private:
     };
 
     [[nodiscard]] const Mask& mask(int glyph, int phase);
+    void draw(const Mask& mask, int column, int row, QRgb color, Rasteriser& rasteriser) const;
     void make(Mask& mask, int glyph, int phase);
 
     TextShaper& m_shaper;
