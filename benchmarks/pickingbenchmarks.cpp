@@ -25,7 +25,7 @@ namespace {
 
 constexpr int Clicks = 200;
 constexpr int DragMoves = 2000;
-constexpr int BandsOfTurn = 4;
+constexpr int BandsOfTurn = 8;
 constexpr QPoint TopLeft(0, 0);
 constexpr QPoint BottomRight(ChipWindow::Width - 1, ChipWindow::Height - 1);
 
