@@ -16,7 +16,7 @@ namespace zelbench {
 
 namespace {
 
-constexpr int LoadsOfTurn = 10;
+constexpr int LoadsOfTurn = 50;
 
 double secondsOfXmlOnly(benchmark::State& state, const Device& device)
 {

@@ -25,7 +25,7 @@ namespace {
 
 constexpr int Clicks = 200;
 constexpr int DragMoves = 2000;
-constexpr int BandsOfTurn = 4;
+constexpr int BandsOfTurn = 8;
 constexpr QPoint TopLeft(0, 0);
 constexpr QPoint BottomRight(ChipWindow::Width - 1, ChipWindow::Height - 1);
 
@@ -68,16 +68,19 @@ double secondsOfItemsByShape(benchmark::State& state, const Device& device, cons
 void itemsByShape(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
+    window.scene()->makeAllItems();
     window.show(1.0);
     window.settle();
     for (auto _ : state)
         state.SetIterationTime(secondsOfItemsByShape(state, device, window));
+    device.closeWindow();
 }
 
 // Measures the release of a rubber band around the whole drawing, before anything is painted.
 void rubberBand(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
+    window.scene()->makeAllItems();
     window.show(1.0);
     const auto deselect = [&window] {
         window.scene()->clearSelectedItems();
@@ -94,7 +97,7 @@ void rubberBand(benchmark::State& state, Device& device)
     };
     const auto find = [&] { return secondsOfItemsByShape(state, device, window); };
     measureInTurns(state, {find, 1, deselect, {}}, {selectAll, BandsOfTurn, {}, {}});
-    deselect();
+    device.closeWindow();
 }
 
 void selectFirstRow(const ChipWindow& window)

@@ -26,8 +26,8 @@ namespace {
 
 constexpr int ProbableSites = 500;
 constexpr int DynamicValues = 1000;
-constexpr int ChangesOfTurn = 4;
-constexpr int RefreshesOfTurn = 20;
+constexpr int ChangesOfTurn = 10;
+constexpr int RefreshesOfTurn = 200;
 constexpr int MostFills = 100000; // the records of a million would take two gigabytes
 
 ZELChipViewDatabase& database()
@@ -84,6 +84,7 @@ void highlightSites(benchmark::State& state, Device& device)
     };
     measureInTurns(state, itemsSide(device), {change, ChangesOfTurn, {}, {}});
     database().highlightedIds().clear();
+    device.closeWindow(); // it has all items now
 }
 
 void giveDynamicValues(ChipWindow& window, const Device& device, const char* fill = "#a0b0c0")
@@ -174,21 +175,25 @@ double secondsOfWalk(benchmark::State& state, const ChipWindow& window)
 void walkItems(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
+    window.scene()->makeAllItems();
     giveDynamicValues(window, device);
     for (auto _ : state)
         state.SetIterationTime(secondsOfWalk(state, window));
     window.engine().device.clearRecords();
+    device.closeWindow();
 }
 
 // The engine reports the same values as before, as it does for most elements after a command; nothing is painted.
 void refresh(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
+    window.scene()->makeAllItems();
     giveDynamicValues(window, device);
     const auto walk = [&] { return secondsOfWalk(state, window); };
     const auto refreshOnce = [&window] { return secondsOf([&window] { window.scene()->refresh(); }); };
     measureInTurns(state, {walk, 1, {}, {}}, {refreshOnce, RefreshesOfTurn, {}, {}});
     window.engine().device.clearRecords();
+    device.closeWindow();
 }
 
 // All colours change; painting them is not measured.

@@ -124,6 +124,7 @@ void comparePictures(benchmark::State& state, Device& device)
             compareAt(30.0, "at 30x", state, device);
         }));
     }
+    device.closeWindow(); // it has all items now
 }
 
 } // namespace

@@ -14,8 +14,10 @@ namespace zelbench {
 struct Side
 {
     std::function<double()> act; // does it once and returns the seconds that it took
-    int times = 1; // that it is done in each turn; the turn's time is their average. If more than one, another one
-                   // goes before that does not count, because the other side has left the caches full of its own
+    // How often it is done in each turn; the turn's time is their average. If more than once, another one goes before
+    // that does not count, because the other side has left the caches full of its own. What is quick should add up to
+    // some ten milliseconds for the same reason.
+    int times = 1;
     std::function<void()> prepare; // before each turn; may be empty
     std::function<void()> restore; // after each turn; may be empty
 };

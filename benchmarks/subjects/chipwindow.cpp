@@ -121,6 +121,7 @@ QImage ChipWindow::picture() const
 
 QImage ChipWindow::pictureOfItems() const
 {
+    scene()->makeAllItems();
     QGraphicsView plain(scene());
     plain.setFrameShape(QFrame::NoFrame);
     plain.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -36,6 +36,7 @@ Side bareSide(Device& device)
 Side itemsSide(Device& device)
 {
     ChipWindow& window = device.window();
+    window.scene()->makeAllItems();
     const auto paint = [scene = window.scene(), picture = newPicture(),
                            shown = window.view()->mapToScene(QRect(0, 0, ChipWindow::Width, ChipWindow::Height))] {
         return secondsOf([&] {

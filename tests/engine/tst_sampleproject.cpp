@@ -3,6 +3,7 @@
 #include "generator/haldenfloorplan.h"
 #include "generator/sampledrawing.h"
 #include "generator/sampleproject.h"
+#include "generator/sitedrawing.h"
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zeltext.h"
 #include "tests/engine/openengine.h"
@@ -21,6 +22,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <set>
+#include <string>
+#include <utility>
 
 using mirn::zelengine::ReferenceEngine;
 using namespace mirn::zeldevicegenerator;
@@ -199,6 +203,23 @@ private Q_SLOTS:
             QCOMPARE(words.at(0), words.at(2)); // "4 of 4 placed"
         }
         m_engine->setDesign(start);
+    }
+
+    void makesDrawingsOfSites()
+    {
+        QTemporaryDir folder;
+        QCOMPARE(writeFiles({{"s.svg", siteDrawing(1000)}}, folder.path().toStdString()), std::string());
+        SVGParser parser;
+        QVERIFY(parser.loadSVGElements(folder.filePath("s.svg").toStdString(), {}));
+        const QRectF area(0, 0, parser.getSVGParameter().width, parser.getSVGParameter().height);
+        std::set<std::pair<std::string, unsigned>> looks;
+        for (const zel_SingleGraphItem* item : parser.getGraphicItems()) {
+            const auto* rect = dynamic_cast<const zel_Rect*>(item);
+            QVERIFY(rect && area.contains(QRectF(rect->x, rect->y, rect->width, rect->height)));
+            QVERIFY(rect->strokeWidth > 0);
+            looks.emplace(rect->name, rect->fillColor);
+        }
+        QCOMPARE(looks.size(), std::size_t(1000)); // each name is there once
     }
 
     void makesBenchmarkDrawings()
