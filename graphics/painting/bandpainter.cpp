@@ -20,8 +20,8 @@ constexpr int FewGlyphs = 128;
 
 } // namespace
 
-BandPainter::BandPainter(const PaintJob::Sources& sources, const ListPainter::Target& target,
-    std::vector<PaintJob::Space>& spaces, int bands)
+BandPainter::BandPainter(
+    const PaintJob::Sources& sources, const PaintTarget& target, std::vector<PaintJob::Space>& spaces, int bands)
     : m_sources(sources)
     , m_whole(sources, target, m_wholeSpace)
 {
@@ -29,7 +29,7 @@ BandPainter::BandPainter(const PaintJob::Sources& sources, const ListPainter::Ta
     for (int n = 0; n < bands; ++n) {
         const int top = all.top() + all.height() * n / bands;
         const int end = all.top() + all.height() * (n + 1) / bands;
-        ListPainter::Target part = target;
+        PaintTarget part = target;
         part.part = QRect(all.left(), top, all.width(), end - top);
         m_bands.emplace_back(sources, part, spaces[static_cast<std::size_t>(n)]);
     }

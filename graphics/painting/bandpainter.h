@@ -16,15 +16,15 @@ class BandPainter final
 {
 public:
     // Nothing is owned. `spaces` has at least as many as there are bands.
-    BandPainter(const PaintJob::Sources& sources, const ListPainter::Target& target,
-        std::vector<PaintJob::Space>& spaces, int bands);
+    BandPainter(
+        const PaintJob::Sources& sources, const PaintTarget& target, std::vector<PaintJob::Space>& spaces, int bands);
 
     void paint(int threads);
 
 private:
     struct Band
     {
-        Band(const PaintJob::Sources& sources, const ListPainter::Target& target, PaintJob::Space& space)
+        Band(const PaintJob::Sources& sources, const PaintTarget& target, PaintJob::Space& space)
             : job(sources, target, space)
         { }
 

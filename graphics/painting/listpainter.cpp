@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/listpainter.h"
 
-#include "graphics/elements/elementidset.h"
 #include "graphics/elements/enlarged.h"
 #include "graphics/painting/bandpainter.h"
 #include "graphics/painting/paintjob.h"
@@ -24,20 +23,6 @@ struct ListPainter::Memory
 {
     std::vector<PaintJob::Space> spaces; // of each band
 };
-
-QRectF sceneArea(const QTransform& sceneToImage, const QRect& part)
-{
-    return sceneToImage.inverted().mapRect(enlarged(part, PenMargin));
-}
-
-ElementStates ListPainter::States::of(int elementId) const
-{
-    ElementStates states;
-    states.setFlag(ElementState::Selected, selected->contains(elementId));
-    states.setFlag(ElementState::Highlighted, highlighted->contains(elementId));
-    states.setFlag(ElementState::Filtered, filtered && filtered->contains(elementId));
-    return states;
-}
 
 ListPainter::ListPainter(DisplayList& list)
     : m_list(list)

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "graphics/elements/paintrules.h"
 #include "graphics/painting/displaylist.h"
-#include "graphics/painting/raster/rasteriser.h"
+#include "graphics/painting/painttarget.h"
 #include "graphics/painting/text/glyphmasks.h"
 
-#include <QImage>
-#include <QPainter>
+#include <QList>
+#include <QRect>
 #include <QTransform>
 
 #include <functional>
@@ -16,38 +15,13 @@
 
 namespace mirn::zelchipview {
 
-class ElementIdSet;
-
-// Pixels that pens and antialiasing reach beyond an element's geometry.
-constexpr double PenMargin = 2.0;
-
-// Pens narrower than this, in pixels, draw thin lines. QPainter's own limit is slightly higher.
-constexpr double WidePenThreshold = 0.999;
-
 // Paints a display list into an image. The result equals what the elements' items would paint one by one. Frequent
 // shapes go straight into the pixels, everything unusual through QPainter. The view's canvas owns the painter.
 class ListPainter final
 {
 public:
-    struct States
-    {
-        const ElementIdSet* selected;
-        const ElementIdSet* highlighted;
-        const ElementIdSet* filtered; // null while the filter is off
-
-        [[nodiscard]] ElementStates of(int elementId) const;
-    };
-
-    struct Target
-    {
-        QImage* image; // Format_RGB32
-        QRect part; // must be painted right; around it anything may be painted
-        QTransform sceneToImage;
-        QPainter::RenderHints hints;
-        QPen textPen;
-        QFont viewFont; // TextShaper says what texts take from it
-        double smallestText = 0; // pixels; texts in a smaller size are left out
-    };
+    using States = PaintStates;
+    using Target = PaintTarget;
 
     explicit ListPainter(DisplayList& list); // not owned
     ~ListPainter();
@@ -80,8 +54,5 @@ private:
     const std::unique_ptr<Memory> m_memory;
     int m_threads = 1;
 };
-
-// Returns the area of the scene that a part of the image shows, with the margin of pens.
-[[nodiscard]] QRectF sceneArea(const QTransform& sceneToImage, const QRect& part);
 
 } // namespace mirn::zelchipview

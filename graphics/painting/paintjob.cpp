@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/paintjob.h"
 
-#include "graphics/elements/elementidset.h"
 #include "graphics/elements/enlarged.h"
 #include "graphics/painting/shapepainter.h"
 
@@ -29,7 +28,7 @@ bool scalesUniformly(const QTransform& transform)
 
 } // namespace
 
-PaintJob::PaintJob(const Sources& sources, const ListPainter::Target& target, Space& space)
+PaintJob::PaintJob(const Sources& sources, const PaintTarget& target, Space& space)
     : m_list(sources.list)
     , m_shaper(sources.shaper)
     , m_masks(sources.masks)

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "graphics/painting/listpainter.h"
+#include "graphics/painting/displaylist.h"
+#include "graphics/painting/painttarget.h"
 #include "graphics/painting/raster/picturedevice.h"
 #include "graphics/painting/raster/polygoncoverage.h"
+#include "graphics/painting/raster/rasteriser.h"
+#include "graphics/painting/text/glyphmasks.h"
 
 #include <QPainter>
 
@@ -33,11 +36,11 @@ public:
         DisplayList& list;
         TextShaper& shaper;
         GlyphMasks& masks;
-        const ListPainter::States& states;
+        const PaintStates& states;
         const std::vector<char>& isShown; // of each layer of the list
     };
 
-    PaintJob(const Sources& sources, const ListPainter::Target& target, Space& space);
+    PaintJob(const Sources& sources, const PaintTarget& target, Space& space);
 
     // Finds the primitives of the part. This must come before what follows.
     void find();
@@ -87,8 +90,8 @@ private:
     DisplayList& m_list;
     TextShaper& m_shaper;
     GlyphMasks& m_masks;
-    const ListPainter::Target m_target; // a copy, because a QTransform notes what it finds out about itself
-    const ListPainter::States& m_states;
+    const PaintTarget m_target; // a copy, because a QTransform notes what it finds out about itself
+    const PaintStates& m_states;
     const std::vector<char>& m_isShown;
     const bool m_haveStates; // some element has a state, visible or not
     const bool m_isRaster;

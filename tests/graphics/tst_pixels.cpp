@@ -204,7 +204,8 @@ private Q_SLOTS:
         const Rows<double, double, int, int> row; // scale, ratio, elements, threads
         for (const double scale : {0.37, 1.0, 1.331, 4.0, 10.0, 30.0}) {
             for (const double ratio : {1.0, 1.5, 2.0})
-                row(qPrintable(QString("scale %1, device pixel ratio %2").arg(scale).arg(ratio)), scale, ratio, 3000, 1);
+                row(qPrintable(QString("scale %1, device pixel ratio %2").arg(scale).arg(ratio)), scale, ratio, 3000,
+                    1);
         }
         row("by two threads", 0.37, 1.0, 12000, 2); // fewer elements are not shared among threads
         row("by five threads", 0.7, 2.0, 12000, 5);
