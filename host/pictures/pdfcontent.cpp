@@ -47,19 +47,28 @@ PdfContent& PdfContent::operator<<(const QColor& color)
     return *this << color.redF() << color.greenF() << color.blueF();
 }
 
+// A contour that ends where it began is closed, so that its ends are joined.
 PdfContent& PdfContent::operator<<(const QPainterPath& path)
 {
-    for (int i = 0; i < path.elementCount(); ++i) {
+    const int count = path.elementCount();
+    QPointF start;
+    for (int i = 0; i < count; ++i) {
         const QPainterPath::Element element = path.elementAt(i);
         *this << QPointF(element);
         if (element.isMoveTo()) {
+            start = element;
             *this << "m";
-        } else if (element.isLineTo()) {
-            *this << "l";
-        } else { // the points of a curve follow each other
+            continue;
+        }
+        if (element.isCurveTo()) { // two more points follow
             *this << QPointF(path.elementAt(i + 1)) << QPointF(path.elementAt(i + 2)) << "c";
             i += 2;
+        } else {
+            *this << "l";
         }
+        const bool isLast = i + 1 >= count || path.elementAt(i + 1).isMoveTo();
+        if (isLast && QPointF(path.elementAt(i)) == start)
+            *this << "h";
     }
     return *this;
 }
