@@ -1,20 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "chipview/drawingloader.h"
 
+#include "chipview/elementfactory.h"
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/elements/attributeregistry.h"
 #include "graphics/sceneelements.h"
 #include "graphics/zelconstants.h"
+#include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
-#include "graphics/zellineattribute.h"
-#include "graphics/zellineitem.h"
-#include "graphics/zelpolygonattribute.h"
-#include "graphics/zelpolygonitem.h"
-#include "graphics/zelrectattribute.h"
-#include "graphics/zelrectitem.h"
-#include "graphics/zeltextattribute.h"
-#include "graphics/zeltextitem.h"
 #include "platform/contract/svgparser.h"
+#include "platform/contract/zelgraphicrecords.h"
 #include "platform/contract/zelprogress.h"
 
 #include <QGraphicsView>
@@ -28,78 +23,15 @@ namespace mirn::zelchipview {
 
 namespace {
 
-using AttributePointer = std::unique_ptr<ZELGraphicItemAttribute>;
-
-AttributePointer newAttribute(const zel_Line& line)
-{
-    return std::make_unique<ZELLineAttribute>(line.x1, line.y1, line.x2, line.y2, line.strokeColor, line.strokeWidth);
-}
-
-AttributePointer newAttribute(const zel_Rect& rect)
-{
-    return std::make_unique<ZELRectAttribute>(
-        rect.x, rect.y, rect.width, rect.height, rect.fillColor, rect.strokeColor, rect.strokeWidth, rect.text);
-}
-
-AttributePointer newAttribute(const zel_Polygon& polygon)
-{
-    return std::make_unique<ZELPolygonAttribute>(
-        polygon.points, polygon.fillColor, polygon.strokeColor, polygon.strokeWidth, polygon.text);
-}
-
-AttributePointer newAttribute(const zel_Text& text)
-{
-    std::vector<tspan> spans = text.spans;
-    return std::make_unique<ZELTextAttribute>(
-        text.text, text.x, text.y, text.fontSize, text.fontFamily, text.fillColor, text.rotation, spans, 0.0, 0.0);
-}
-
-template <typename Record> AttributePointer attributeFor(const zel_SingleGraphItem& record)
-{
-    const auto* typed = dynamic_cast<const Record*>(&record);
-    return typed ? newAttribute(*typed) : nullptr;
-}
-
-// Returns null for a record that is not drawn.
-AttributePointer attributeOf(const zel_SingleGraphItem& record)
-{
-    switch (record.kind) {
-    case ZEL_GRAPHIC_LINE:
-        return attributeFor<zel_Line>(record);
-    case ZEL_GRAPHIC_RECT:
-        return attributeFor<zel_Rect>(record);
-    case ZEL_GRAPHIC_POLYGON:
-        return attributeFor<zel_Polygon>(record);
-    case ZEL_GRAPHIC_TEXT:
-        return attributeFor<zel_Text>(record);
-    default:
-        return nullptr;
-    }
-}
-
-QGraphicsItem* newItem(int kind, int loadNumber)
-{
-    switch (kind) {
-    case ZEL_GRAPHIC_LINE:
-        return new ZELLineItem(loadNumber);
-    case ZEL_GRAPHIC_RECT:
-        return new ZELRectItem(loadNumber);
-    case ZEL_GRAPHIC_POLYGON:
-        return new ZELPolygonItem(loadNumber);
-    default:
-        return new ZELTextItem(loadNumber);
-    }
-}
-
 constexpr std::size_t RecordsPerStep = 1024;
 constexpr double MakingShare = 0.5; // share of the loading time before items are added to the scene
 
-// Reports that `done` of `count` records have passed the stage that starts at the share `before`. Returns false if the
-// load is cancelled.
-bool step(double before, std::size_t done, std::size_t count)
+// Reports that `done` of `count` records have passed the stage that takes a share of the loading time and starts at
+// another one. Returns false if the load is cancelled.
+bool step(double before, double share, std::size_t done, std::size_t count)
 {
     const double part = static_cast<double>(done) / static_cast<double>(std::max<std::size_t>(count, 1));
-    return zelprogress::step(zelprogress::BUILDING_VIEW, before + MakingShare * std::min(part, 1.0));
+    return zelprogress::step(zelprogress::BUILDING_VIEW, before + share * std::min(part, 1.0));
 }
 
 // Suspends the painting of the views. A host may process paint events between steps, and painting half a drawing again
@@ -138,6 +70,10 @@ bool DrawingLoader::load(const SVGParser& parser)
     const QuietViews quiet(*m_scene);
     m_items.clear();
     m_replaced.clear();
+    m_scene->makeAllItems(); // of an earlier load
+    const bool isFirst = m_scene->elementCount() == 0 && ZELChipViewDatabase::getInstance()->attributes().isEmpty();
+    if (m_scene->areItemsOnDemand() && isFirst && listElements(parser))
+        return !m_isCancelled;
     m_scene->elements().suspendForeignItemDetection();
     const bool isLoaded = makeElements(parser) && addItems();
     m_scene->elements().resumeForeignItemDetection();
@@ -154,6 +90,53 @@ bool DrawingLoader::load(const SVGParser& parser)
     return true;
 }
 
+// The parser's records are all that there is of an element until somebody asks for its attribute or its item. Returns
+// false if the items have to be made at once: the parser does not keep its records, or some of them are not drawn, so
+// that load numbers and records would differ.
+bool DrawingLoader::listElements(const SVGParser& parser)
+{
+    const SVGParser::Access recordAt = parser.keptGraphicItems();
+    if (!recordAt)
+        return false;
+    SceneElements& elements = m_scene->elements();
+    const std::size_t count = parser.graphicItemCount();
+    std::size_t visited = 0;
+    bool areAllDrawn = true;
+    elements.beginLatent(count);
+    parser.visitGraphicItems([&](const zel_SingleGraphItem& record) {
+        m_isCancelled = visited++ % RecordsPerStep == 0 && !step(0.0, 1.0, visited, count);
+        areAllDrawn = areAllDrawn && !m_isCancelled && elements.addLatent(record);
+        return areAllDrawn;
+    });
+    if (!areAllDrawn || visited != count) {
+        elements.dropLatent();
+        return m_isCancelled;
+    }
+    provideElements(recordAt, static_cast<int>(count));
+    return true;
+}
+
+void DrawingLoader::provideElements(const SVGParser::Access& recordAt, int count)
+{
+    ZELChipViewDatabase::getInstance()->attributes().makeOnDemand(count, [recordAt](int number) {
+        std::unique_ptr<ZELGraphicItemAttribute> attribute;
+        recordAt(static_cast<std::size_t>(number) - 1, [&](const zel_SingleGraphItem& record) {
+            attribute = makeAttribute(record, number);
+            return true;
+        });
+        return attribute;
+    });
+    m_scene->elements().finishLatent([](int number) -> QGraphicsItem* {
+        const ZELGraphicItemAttribute* attribute = ZELChipViewDatabase::getInstance()->attributes().find(number);
+        if (!attribute)
+            return nullptr; // the controller is being taken down
+        QGraphicsItem* item = makeItem(attribute->kind, number);
+        item->setData(ZEL_GRAPHIC_ITEM_Attribute_KEY, number);
+        item->setZValue(number);
+        return item;
+    });
+}
+
 bool DrawingLoader::makeElements(const SVGParser& parser)
 {
     const std::size_t count = parser.graphicItemCount();
@@ -162,25 +145,24 @@ bool DrawingLoader::makeElements(const SVGParser& parser)
     m_items.reserve(count);
     parser.visitGraphicItems([&](const zel_SingleGraphItem& record) {
         if (visited++ % RecordsPerStep == 0)
-            goesOn = step(0.0, visited, count);
-        if (AttributePointer attribute = goesOn ? attributeOf(record) : nullptr)
-            addElement(record, attribute.release());
+            goesOn = step(0.0, MakingShare, visited, count);
+        const int number = static_cast<int>(m_items.size()) + 1;
+        if (std::unique_ptr<ZELGraphicItemAttribute> attribute = goesOn ? makeAttribute(record, number) : nullptr)
+            addElement(record.kind, attribute.release());
         return goesOn;
     });
     numberItems();
     return goesOn;
 }
 
-void DrawingLoader::addElement(const zel_SingleGraphItem& record, ZELGraphicItemAttribute* attribute)
+void DrawingLoader::addElement(int kind, ZELGraphicItemAttribute* attribute)
 {
     AttributeRegistry& attributes = ZELChipViewDatabase::getInstance()->attributes();
-    const int number = static_cast<int>(m_items.size()) + 1;
-    attribute->setAttribute(record);
-    attribute->sequence = number;
+    const int number = attribute->sequence;
     if (ZELGraphicItemAttribute* replaced = attributes.find(number))
         m_replaced.emplace(number, replaced);
     attributes.set(number, attribute);
-    m_items.emplace_back(newItem(record.kind, number));
+    m_items.emplace_back(makeItem(kind, number));
 }
 
 // Qt keeps the data of all items in one table; filling it in one go takes a quarter of the time that it takes between
@@ -197,7 +179,7 @@ void DrawingLoader::numberItems()
 bool DrawingLoader::addItems()
 {
     for (std::size_t i = 0; i < m_items.size(); ++i) {
-        if (i % RecordsPerStep == 0 && !step(MakingShare, i, m_items.size()))
+        if (i % RecordsPerStep == 0 && !step(MakingShare, 1.0 - MakingShare, i, m_items.size()))
             return false;
         m_scene->addItem(m_items[i].get());
     }

@@ -131,6 +131,12 @@ void ZelChipGUI::loadDrawing(SVGParser& parser, const std::string& drawingFile, 
     DrawingLoader(m_parts->scene).load(parser);
 }
 
+void ZelChipGUI::setItemsOnDemand(bool isOn)
+{
+    if (m_parts->scene)
+        m_parts->scene->setItemsOnDemand(isOn);
+}
+
 void ZelChipGUI::zoomIn()
 {
     if (m_parts->view)

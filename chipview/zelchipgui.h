@@ -38,6 +38,10 @@ public:
     // what could be read.
     bool initGrahpicView();
 
+    // Decides whether the drawing gets graphics items only when they are asked for; see
+    // ZelGraphicsScene::setItemsOnDemand(). Call it before initGrahpicView(); off by default.
+    void setItemsOnDemand(bool isOn);
+
     // These zoom by one step, or do nothing if the step would leave the drawing's limits.
     void zoomIn();
     void zoomOut();

@@ -287,6 +287,8 @@ ZELGraphicItemAttribute* ZELChipViewDatabase::getGraphicItemAttribute(int id) co
 
 void ZELChipViewDatabase::setGraphicAttribute(int id, ZELGraphicItemAttribute* attribute)
 {
+    if (m_parts->scene && m_parts->attributes->isLatent(id))
+        m_parts->scene->makeAllItems(); // an item keeps the attribute that it was loaded with
     m_parts->attributes->set(id, attribute);
     if (attribute)
         AttributeRegistry::handOut(*attribute);

@@ -141,7 +141,9 @@ void ZELChipViewDatabase::showDCUSettingDlg(const QPoint& pos)
 {
     if (!m_parts->view || !m_parts->scene)
         return;
-    const ZELGraphicItemAttribute* site = dcuAmong(m_parts->scene->items(m_parts->view->mapToScene(pos)),
+    const QPointF point = m_parts->view->mapToScene(pos);
+    m_parts->scene->makeItemsIn(QRectF(point, QSizeF(0, 0)));
+    const ZELGraphicItemAttribute* site = dcuAmong(m_parts->scene->items(point),
         [this](int loadNumber) { return m_parts->attributes->find(loadNumber); });
     if (!site || !m_parts->dynamicValues->hasDialog(site->itemId))
         return;

@@ -15,6 +15,15 @@ function(zel_register_test name)
     set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT "${ZEL_TEST_ENVIRONMENT}")
 endfunction()
 
+# zel_register_on_demand(NAME...) registers test programs once more: their drawings get graphics items on demand.
+function(zel_register_on_demand)
+    foreach(name IN LISTS ARGN)
+        add_test(NAME ${name}_itemsondemand COMMAND ${name})
+        set_tests_properties(${name}_itemsondemand PROPERTIES TIMEOUT 120 ENVIRONMENT
+            "${ZEL_TEST_ENVIRONMENT};ZEL_TEST_ITEMS_ON_DEMAND=1")
+    endforeach()
+endfunction()
+
 # zel_add_test(NAME SOURCES... [LIBS ...]) adds a Qt Test program.
 function(zel_add_test name)
     cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})

@@ -29,12 +29,16 @@ void ForeignItems::deliverPendingChanges()
 
 void ForeignItems::pause()
 {
+    if (m_pauses++ > 0)
+        return;
     deliverPendingChanges();
     disconnect(&m_scene, &QGraphicsScene::changed, this, &ForeignItems::examine);
 }
 
 void ForeignItems::resume()
 {
+    if (--m_pauses > 0)
+        return;
     deliverPendingChanges();
     connect(&m_scene, &QGraphicsScene::changed, this, &ForeignItems::examine);
 }

@@ -29,7 +29,7 @@ public:
     // Qt reports changes at the next turn of the event loop. This call delivers the pending ones at once.
     void deliverPendingChanges();
 
-    // Items added between the two calls are not examined. Both calls flush the calls that Qt queues for each new item:
+    // Items added between the two calls, which may be nested, are not examined. Both calls flush the calls that Qt queues for each new item:
     // otherwise closing the window before the next turn of the event loop takes time quadratic in the number of items.
     void pause();
     void resume();
@@ -46,6 +46,7 @@ private:
     const Question m_isForeign;
     const std::function<void()> m_appeared;
     Places m_places;
+    int m_pauses = 0;
 };
 
 } // namespace mirn::zelchipview

@@ -32,6 +32,11 @@ std::vector<ChipElement*> shownAmong(const std::vector<ChipElement*>& elements)
     return shown;
 }
 
+bool isOfTheDrawing(const GraphicItemDynamicAttribute& values)
+{
+    return values.fill == ZEL_DYNAMIC_EMPTY_STRING && values.popup == ZEL_DYNAMIC_EMPTY_STRING;
+}
+
 } // namespace
 
 SceneElements::SceneElements(ChipScene& scene)
@@ -42,6 +47,8 @@ SceneElements::SceneElements(ChipScene& scene)
 
 DisplayList& SceneElements::displayList()
 {
+    if (m_index.hasLatent() && m_displayList.isOutdated(m_index))
+        makeAllItems(); // only items have an order
     m_displayList.update(m_index);
     return m_displayList;
 }
@@ -106,6 +113,8 @@ void SceneElements::applyDynamicValues(const QMap<QString, GraphicItemDynamicAtt
         const std::optional<int> id = elementIdOf(entry.key());
         if (!id)
             continue;
+        if (isOfTheDrawing(entry.value()) && !hasItem(*id))
+            continue; // a latent element has the drawing's values
         m_index.visit(*id, [&](ChipElement* element) {
             ZELGraphicItemAttribute* attribute = attributes.find(element->loadNumber());
             // A later load may have put another element under this load number.
@@ -121,6 +130,15 @@ void SceneElements::applyDynamicValues(const QMap<QString, GraphicItemDynamicAtt
     repaint(changed, nullptr);
 }
 
+// Returns whether there is no element with this id, or one of them has an item.
+bool SceneElements::hasItem(int elementId)
+{
+    bool hasLatent = false;
+    bool hasItem = false;
+    m_index.visitSlots(elementId, [&](int, const ChipElement* element) { (element ? hasItem : hasLatent) = true; });
+    return hasItem || !hasLatent;
+}
+
 // Items of hidden layers take over their tooltip when their layer is shown.
 void SceneElements::updateToolTips(const std::vector<ChipElement*>& elements)
 {
@@ -130,7 +148,7 @@ void SceneElements::updateToolTips(const std::vector<ChipElement*>& elements)
         else
             m_index.markPending(element);
     }
-    if (m_index.isSmall())
+    if (m_index.hasFewItems())
         synchronise(shownAmong(elements));
 }
 
@@ -164,7 +182,7 @@ void SceneElements::synchronise(const std::vector<ChipElement*>& elements)
     for (ChipElement* element : elements) {
         const ElementStates states = m_scene.statesOf(element->attribute()->itemId);
         element->synchronise(states);
-        if (m_index.isSmall() && m_scene.isLayerVisible(element->attribute()->layer))
+        if (m_index.hasFewItems() && m_scene.isLayerVisible(element->attribute()->layer))
             element->updateBrush(states);
     }
     if (areMany)
@@ -177,8 +195,9 @@ void SceneElements::synchroniseAt(const QPointF& point)
     const QRectF area = picking::around(point);
     std::vector<ChipElement*> elements;
     for (int place : list.placesIn(area)) {
-        if (list.boundsOf(place).intersects(area) && !list.element(place)->isPending())
-            elements.push_back(list.element(place));
+        ChipElement* element = list.boundsOf(place).intersects(area) ? list.element(place) : nullptr;
+        if (element && !element->isPending())
+            elements.push_back(element);
     }
     synchronise(elements);
 }
@@ -190,20 +209,28 @@ void SceneElements::repaint(const std::vector<int>& elementIds)
         return;
     }
     DisplayList& list = displayList();
+    const unsigned before = list.version();
     std::vector<ChipElement*> changed;
+    std::vector<int> latent; // their places: nobody can have changed more than their states
     for (int id : elementIds) {
-        m_index.visit(id, [&](ChipElement* element) {
+        m_index.visitSlots(id, [&](int slot, ChipElement* element) {
+            if (!element) {
+                latent.push_back(slot);
+                return;
+            }
             list.takeOver(m_index, *element);
             changed.push_back(element);
         });
     }
     synchronise(shownAmong(changed));
     repaint(changed, nullptr);
+    if (!latent.empty() && canPaintFromList())
+        repaint(latent, nullptr, before);
 }
 
 void SceneElements::repaintAll()
 {
-    if (m_index.isSmall())
+    if (m_index.hasFewItems())
         synchronise(shownAmong(m_index.inPaintOrder()));
     for (ScenePicture* picture : pictures())
         picture->repaintAll();
@@ -220,14 +247,20 @@ void SceneElements::repaint(const std::vector<ChipElement*>& elements, ScenePict
     }
     const unsigned before = m_displayList.version();
     const DisplayList& list = displayList();
-    if (list.version() != before) {
-        repaintAll(); // some moved, and the areas that they left must be repainted too
-        return;
-    }
     std::vector<int> places;
     places.reserve(elements.size());
     for (const ChipElement* element : elements)
         places.push_back(list.placeOf(*element));
+    repaint(places, painted, before);
+}
+
+// The elements are no others than those that the list had in the version before.
+void SceneElements::repaint(const std::vector<int>& places, ScenePicture* painted, unsigned versionBefore)
+{
+    if (displayList().version() != versionBefore) {
+        repaintAll(); // some moved, and the areas that they left must be repainted too
+        return;
+    }
     for (ScenePicture* picture : pictures()) {
         if (picture == painted)
             picture->invalidateElements(places);
@@ -267,8 +300,12 @@ QGraphicsItem* SceneElements::topmostItemAt(const QPointF& point, const QTransfo
 std::vector<int> SceneElements::idsTouching(const QRectF& area)
 {
     m_foreign.deliverPendingChanges();
-    if (canPaintFromList())
-        return picking::idsTouching(displayList(), area, m_index.hasPending());
+    if (canPaintFromList()) {
+        std::vector<int> ids = placesTouching(area);
+        for (int& entry : ids)
+            entry = m_displayList.primitive(entry).elementId;
+        return ids;
+    }
     const AttributeRegistry& attributes = DrawingController::current().attributes();
     std::vector<int> ids;
     const QList<QGraphicsItem*> found = m_scene.items(area, Qt::IntersectsItemShape);
@@ -278,6 +315,26 @@ std::vector<int> SceneElements::idsTouching(const QRectF& area)
             ids.push_back(attribute->itemId);
     }
     return ids;
+}
+
+std::vector<int> SceneElements::placesTouching(const QRectF& area)
+{
+    DisplayList& list = displayList();
+    picking::IsPending isPending;
+    if (m_index.hasPending())
+        isPending = [this](int place) { return isPendingAt(place); };
+    return picking::placesTouching(list, area, isPending);
+}
+
+QList<QGraphicsItem*> SceneElements::itemsSpanning(const QRectF& area)
+{
+    m_foreign.deliverPendingChanges();
+    if (!canPaintFromList() || !m_index.hasLatent())
+        return m_scene.items(area, Qt::IntersectsItemShape);
+    QList<QGraphicsItem*> items;
+    for (int place : picking::outermost(displayList(), placesTouching(area)))
+        items.append(m_displayList.element(place)->graphicsItem());
+    return items;
 }
 
 } // namespace mirn::zelchipview

@@ -8,8 +8,12 @@
 
 #include <QMap>
 
+#include <cstddef>
+#include <functional>
 #include <utility>
 #include <vector>
+
+class zel_SingleGraphItem;
 
 namespace mirn::zelchipview {
 
@@ -31,7 +35,22 @@ public:
 
     // Returns whether the scene holds nothing but the drawing's elements as they were loaded. Only then do the views
     // paint the scene themselves. Otherwise Qt paints everything, including what a host has added or moved.
-    [[nodiscard]] bool canPaintFromList() const { return m_foreign.isEmpty() && !m_index.hasQtPainted(); }
+    // Items that are still to be made are made before Qt paints.
+    [[nodiscard]] bool canPaintFromList();
+
+    // Takes a drawing without making items, into a scene that has no elements yet: begin, add each record, finish. An
+    // item is made when it is first asked for by the operations of this class, or all are when Qt has to paint.
+    // addLatent() returns false for a record that is not drawn; dropLatent() takes back all that was added. `make`
+    // returns a new item with its number and z value, or null.
+    using ItemMaker = std::function<QGraphicsItem*(int loadNumber)>;
+    void beginLatent(std::size_t count);
+    [[nodiscard]] bool addLatent(const zel_SingleGraphItem& record);
+    void finishLatent(ItemMaker make);
+    void dropLatent();
+
+    // These make the items that may touch an area, or all items, so that Qt's own questions find them.
+    void makeItemsIn(const QRectF& area);
+    void makeAllItems();
 
     // Call these around changes of many items by the component itself, such as loading a drawing, so that the items are
     // not examined as a host's.
@@ -70,12 +89,25 @@ public:
     // Like QGraphicsScene::itemAt(), but does not use Qt's index if the scene is plain.
     [[nodiscard]] QGraphicsItem* topmostItemAt(const QPointF& point, const QTransform& sceneToViewport);
 
+    // Returns items of elements whose shapes touch an area: as many as it takes to span what all of them span.
+    [[nodiscard]] QList<QGraphicsItem*> itemsSpanning(const QRectF& area);
+
+    // Returns the place in the display list of what stands for an element: the lowest of its rects, which is a site's
+    // outline, else its lowest element; -1 for an unknown id. Makes no item.
+    [[nodiscard]] int outlineOf(int elementId);
+
     // Returns the ids of the elements whose shapes touch an area (scene coordinates), topmost first. An id may occur
     // more than once.
     [[nodiscard]] std::vector<int> idsTouching(const QRectF& area);
 
 private:
     void repaint(const std::vector<ChipElement*>& elements, ScenePicture* painted);
+    void repaint(const std::vector<int>& places, ScenePicture* painted, unsigned versionBefore);
+    [[nodiscard]] bool hasItem(int elementId);
+    ChipElement* make(int place);
+    void takeOverState(ChipElement& element);
+    [[nodiscard]] bool isPendingAt(int place) const;
+    [[nodiscard]] std::vector<int> placesTouching(const QRectF& area);
     void repaintByItems(const std::vector<ChipElement*>& elements);
     void forgetPictures();
     void updateToolTips(const std::vector<ChipElement*>& elements);
@@ -90,6 +122,7 @@ private:
     ForeignItems m_foreign;
     std::vector<std::pair<const QGraphicsView*, ScenePicture*>> m_pictures;
     QList<int> m_noLayers;
+    ItemMaker m_makeItem;
 };
 
 } // namespace mirn::zelchipview

@@ -22,11 +22,6 @@ namespace {
 // The distance from the pointer to the hover text, in screen pixels, which keeps it clear of the drag icon.
 constexpr QPoint HoverTextOffset(30, 30);
 
-DrawingController& controller()
-{
-    return DrawingController::current();
-}
-
 } // namespace
 
 struct ZelGraphicsScene::Parts
@@ -38,6 +33,7 @@ struct ZelGraphicsScene::Parts
     SceneElements elements;
     zel_Parameter parameter;
     QList<QGraphicsItem*> zoomItems;
+    bool areItemsOnDemand = false;
 };
 
 ZelGraphicsScene::ZelGraphicsScene(QObject* parent)
@@ -49,24 +45,24 @@ ZelGraphicsScene::~ZelGraphicsScene() = default;
 
 bool ZelGraphicsScene::selectedItemContains(int id) const
 {
-    return controller().selectedIds().contains(id);
+    return DrawingController::current().selectedIds().contains(id);
 }
 
 bool ZelGraphicsScene::highlightedItemContains(int id) const
 {
-    return controller().highlightedIds().contains(id);
+    return DrawingController::current().highlightedIds().contains(id);
 }
 
 bool ZelGraphicsScene::filterdItemContains(int id) const
 {
-    return !controller().isFilterEnable() || controller().filteredIds().contains(id);
+    return !DrawingController::current().isFilterEnable() || DrawingController::current().filteredIds().contains(id);
 }
 
 ElementStates ZelGraphicsScene::statesOf(int id) const
 {
     ElementStates states;
     states.setFlag(ElementState::Selected, selectedItemContains(id));
-    states.setFlag(ElementState::Filtered, controller().isFilterEnable() && filterdItemContains(id));
+    states.setFlag(ElementState::Filtered, DrawingController::current().isFilterEnable() && filterdItemContains(id));
     states.setFlag(ElementState::Highlighted, highlightedItemContains(id));
     return states;
 }
@@ -76,8 +72,8 @@ void ZelGraphicsScene::addSelectedItem(QGraphicsItem* item)
     if (!item)
         return;
     const int loadNumber = item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
-    if (const ZELGraphicItemAttribute* attribute = controller().attributes().find(loadNumber))
-        controller().addSelctedItem(attribute->itemId, true);
+    if (const ZELGraphicItemAttribute* attribute = DrawingController::current().attributes().find(loadNumber))
+        DrawingController::current().addSelctedItem(attribute->itemId, true);
 }
 
 void ZelGraphicsScene::addSelectedItem(const QList<QGraphicsItem*>& items)
@@ -88,7 +84,7 @@ void ZelGraphicsScene::addSelectedItem(const QList<QGraphicsItem*>& items)
 
 void ZelGraphicsScene::clearSelectedItems()
 {
-    controller().selectedIds().clear();
+    DrawingController::current().selectedIds().clear();
 }
 
 QList<int>& ZelGraphicsScene::getVisibleLayers()
@@ -119,12 +115,32 @@ QList<QGraphicsItem*>& ZelGraphicsScene::zoomItems()
 
 void ZelGraphicsScene::refresh()
 {
-    m_parts->elements.applyDynamicValues(controller().getGraphicsDynamicInfo());
+    m_parts->elements.applyDynamicValues(DrawingController::current().getGraphicsDynamicInfo());
 }
 
 int ZelGraphicsScene::elementCount() const
 {
     return m_parts->elements.count();
+}
+
+void ZelGraphicsScene::setItemsOnDemand(bool isOn)
+{
+    m_parts->areItemsOnDemand = isOn;
+}
+
+bool ZelGraphicsScene::areItemsOnDemand() const
+{
+    return m_parts->areItemsOnDemand;
+}
+
+void ZelGraphicsScene::makeItemsIn(const QRectF& area)
+{
+    m_parts->elements.makeItemsIn(area);
+}
+
+void ZelGraphicsScene::makeAllItems()
+{
+    m_parts->elements.makeAllItems();
 }
 
 QList<QGraphicsItem*> ZelGraphicsScene::itemsOf(int elementId)
@@ -164,6 +180,7 @@ void ZelGraphicsScene::elementChanged(ChipElement* element)
 
 void ZelGraphicsScene::helpEvent(QGraphicsSceneHelpEvent* event)
 {
+    makeItemsIn(QRectF(event->scenePos(), QSizeF(0, 0)));
     const QList<QGraphicsItem*> found = items(event->scenePos());
     for (QGraphicsItem* item : found) {
         if (auto* element = dynamic_cast<ChipElement*>(item))
@@ -181,21 +198,21 @@ void ZelGraphicsScene::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
 void ZelGraphicsScene::dragMoveEvent(QGraphicsSceneDragDropEvent* event)
 {
     m_parts->elements.synchroniseAt(event->scenePos());
-    controller().highlightProbPlaceItems();
-    controller().hoverText().moveTo(event->screenPos() + HoverTextOffset);
+    DrawingController::current().highlightProbPlaceItems();
+    DrawingController::current().hoverText().moveTo(event->screenPos() + HoverTextOffset);
     QGraphicsScene::dragMoveEvent(event);
 }
 
 void ZelGraphicsScene::dragLeaveEvent(QGraphicsSceneDragDropEvent* event)
 {
-    controller().hoverText().hide();
+    DrawingController::current().hoverText().hide();
     QGraphicsScene::dragLeaveEvent(event);
 }
 
 void ZelGraphicsScene::dropEvent(QGraphicsSceneDragDropEvent* event)
 {
-    controller().clearHighlightedProbPlaceItems();
-    controller().hoverText().hide();
+    DrawingController::current().clearHighlightedProbPlaceItems();
+    DrawingController::current().hoverText().hide();
     QGraphicsScene::dropEvent(event);
 }
 

@@ -56,8 +56,22 @@ public:
     // Returns the items of an element in no particular order; empty for an unknown id.
     [[nodiscard]] QList<QGraphicsItem*> itemsOf(int elementId);
 
-    // How many items of the scene are elements of the drawing; at once, however many there are.
+    // How many elements the drawing has; at once, however many there are.
     [[nodiscard]] int elementCount() const;
+
+    // Decides whether drawings that are loaded from now on get a graphics item for every element at once, which is the
+    // default, or an item only when one is asked for. With items on demand a drawing of a million elements opens in a
+    // fraction of the time and memory, and looks and behaves the same, but Qt's own questions (items(), itemAt(),
+    // render() of scene or view) see only the items that there are. What a host asks of this class, of the view and of
+    // the controller makes the items that it returns; before it asks Qt, it calls one of the two operations below. They
+    // do nothing while all items are there. A host that adds, moves or removes items of the scene, or changes their
+    // order, makes all of them be made.
+    void setItemsOnDemand(bool isOn);
+    [[nodiscard]] bool areItemsOnDemand() const;
+
+    // Makes the items that may touch an area (scene coordinates), or all of them.
+    void makeItemsIn(const QRectF& area);
+    void makeAllItems();
 
     // For the library's own classes; SceneElements is not installed.
     [[nodiscard]] SceneElements& elements();

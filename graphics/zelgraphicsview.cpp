@@ -260,6 +260,7 @@ QRectF ZelGraphicsView::rubberBandInScene() const
 QGraphicsItem* ZelGraphicsView::elementToSelectAt(QPoint position) const
 {
     QGraphicsItem* best = nullptr;
+    m_parts->scene->makeItemsIn(mapToScene(QRect(position, QSize(1, 1))).boundingRect());
     const QList<QGraphicsItem*> candidates = items(position);
     for (QGraphicsItem* item : candidates) {
         const int loadNumber = item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt();
@@ -286,9 +287,9 @@ void ZelGraphicsView::finishZooming(QPoint position)
     m_parts->scene->clearSelectedItems();
     QList<QGraphicsItem*> targets;
     if (isBand(band))
-        targets = m_parts->scene->items(band, Qt::IntersectsItemShape);
+        targets = m_parts->scene->elements().itemsSpanning(band);
     else
-        targets.append(m_parts->scene->itemAt(mapToScene(position), viewportTransform()));
+        targets.append(m_parts->scene->elements().topmostItemAt(mapToScene(position), viewportTransform()));
     zoomTo(&targets);
 }
 
@@ -342,6 +343,7 @@ void ZelGraphicsView::paintEvent(QPaintEvent* event)
         return;
     }
     painter.end();
+    elements.makeAllItems();
     paintByItems(event);
     QPainter over(viewport());
     paintLayers(over, event->rect());

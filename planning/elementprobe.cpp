@@ -4,6 +4,7 @@
 #include "chipview/zelchipviewdatabase.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
+#include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
 #include "platform/contract/zelgraphicrecords.h"
 
@@ -53,6 +54,8 @@ const ZELGraphicItemAttribute* attributeOf(const QGraphicsItem* item)
 const ZELGraphicItemAttribute* elementAt(ZelGraphicsView& view, QPoint position)
 {
     const ZELGraphicItemAttribute* best = nullptr;
+    if (auto* scene = qobject_cast<ZelGraphicsScene*>(view.scene()))
+        scene->makeItemsIn(view.mapToScene(QRect(position, QSize(1, 1))).boundingRect());
     const QList<QGraphicsItem*> items = view.items(position); // topmost first
     for (const QGraphicsItem* item : items) {
         const ZELGraphicItemAttribute* attribute = attributeOf(item);

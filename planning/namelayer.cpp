@@ -195,8 +195,7 @@ void NameLayer::paint(QPainter& painter, const QRect& exposed)
     for (int place : sitesIn(*scene, area, m_height / transform.m11())) {
         const DisplayList& list = scene->elements().displayList();
         const Primitive& primitive = list.primitive(place);
-        if (primitive.c * transform.m11() > 2 * NameMargin
-            && list.element(place)->graphicsItem() == outlineOf(*scene, primitive.elementId))
+        if (primitive.c * transform.m11() > 2 * NameMargin && scene->elements().outlineOf(primitive.elementId) == place)
             paintName(painter, *scene, primitive.elementId, primitive.rect());
     }
 }

@@ -80,8 +80,9 @@ bool hasRange(const QScrollBar* bar)
 }
 
 // Returns the id of the element whose settings a double click opens at a point of the scene.
-int settingsElementAt(const ZelGraphicsScene& scene, const QPointF& point)
+int settingsElementAt(ZelGraphicsScene& scene, const QPointF& point)
 {
+    scene.makeItemsIn(QRectF(point, QSizeF(0, 0)));
     const QGraphicsItem* highest = nullptr;
     const QList<QGraphicsItem*> items = scene.items(point);
     for (const QGraphicsItem* item : items) {

@@ -2,12 +2,12 @@
 #include "planning/siteplaces.h"
 
 #include "graphics/elements/chipelement.h"
-#include "graphics/zelgraphicitemattribute.h"
+#include "graphics/painting/displaylist.h"
+#include "graphics/sceneelements.h"
 #include "graphics/zelgraphicsscene.h"
 
 #include <QGraphicsItem>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -58,30 +58,32 @@ template <typename Cost> const SitePlace* cheapest(const std::vector<SitePlace>&
 
 QGraphicsItem* outlineOf(ZelGraphicsScene& scene, int id)
 {
-    const QList<QGraphicsItem*> items = scene.itemsOf(id);
-    const auto isBefore = [](const QGraphicsItem* a, const QGraphicsItem* b) {
-        const bool isRect = a->type() == QGraphicsRectItem::Type;
-        const bool isOtherRect = b->type() == QGraphicsRectItem::Type;
-        return isRect != isOtherRect ? isRect : a->zValue() < b->zValue();
-    };
-    const auto lowest = std::min_element(items.begin(), items.end(), isBefore);
-    return lowest != items.end() ? *lowest : nullptr;
+    const int outline = scene.elements().outlineOf(id);
+    ChipElement* element = outline >= 0 ? scene.elements().displayList().element(outline) : nullptr;
+    return element ? element->graphicsItem() : nullptr;
 }
 
 std::optional<QPointF> middleOf(ZelGraphicsScene& scene, int id)
 {
-    const QGraphicsItem* item = outlineOf(scene, id);
-    return item ? std::make_optional(item->sceneBoundingRect().center()) : std::nullopt;
+    const std::optional<SitePlace> place = placeOf(scene, id);
+    return place ? std::make_optional(place->area.center()) : std::nullopt;
 }
 
 std::optional<SitePlace> placeOf(ZelGraphicsScene& scene, int id)
 {
-    const QGraphicsItem* item = outlineOf(scene, id);
-    // The controller would take an attribute that it returns for one that the host may change.
-    const auto* element = dynamic_cast<const ChipElement*>(item);
-    if (!element || !element->attribute())
+    SceneElements& elements = scene.elements();
+    const int outline = elements.outlineOf(id);
+    if (outline < 0)
         return {};
-    return SitePlace{id, item->sceneBoundingRect(), element->attribute()->layer};
+    DisplayList& list = elements.displayList();
+    const Primitive& primitive = list.primitive(outline);
+    const int layer = list.layers()[primitive.layer];
+    const ChipElement* known = list.knownElement(outline);
+    if (!known && primitive.kind == Primitive::Rect)
+        return SitePlace{id, list.boundsOf(outline), layer}; // no item need be made
+    ChipElement* element = list.element(outline);
+    return element ? std::make_optional(SitePlace{id, element->graphicsItem()->sceneBoundingRect(), layer})
+                   : std::nullopt;
 }
 
 std::vector<SitePlace> visiblePlaces(ZelGraphicsScene& scene, const std::vector<int>& ids)

@@ -38,6 +38,7 @@ ChipWindow::ChipWindow(const std::string& drawingFile, const std::string& folder
     m_engine.device.filter = folder + "/filter.txt";
     m_engine.addCell(nullptr, "ip");
     m_window = std::make_unique<ZelChipGUI>(&m_engine, nullptr);
+    m_window->setItemsOnDemand(true);
     view()->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     view()->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_window->show();

@@ -19,7 +19,32 @@ AttributeRegistry::~AttributeRegistry()
 ZELGraphicItemAttribute* AttributeRegistry::find(int loadNumber) const
 {
     const auto index = static_cast<std::size_t>(loadNumber) - 1; // huge for numbers below 1
-    return index < m_first.size() ? m_first[index] : m_others.value(loadNumber, nullptr);
+    if (index >= m_first.size())
+        return m_others.value(loadNumber, nullptr);
+    return m_first[index] || m_isLatent.empty() ? m_first[index] : made(index);
+}
+
+ZELGraphicItemAttribute* AttributeRegistry::made(std::size_t index) const
+{
+    const int loadNumber = static_cast<int>(index) + 1;
+    if (isLatent(loadNumber)) {
+        m_isLatent[index] = false;
+        m_first[index] = m_maker(loadNumber).release();
+    }
+    return m_first[index];
+}
+
+void AttributeRegistry::makeOnDemand(int count, Maker make)
+{
+    m_first.assign(static_cast<std::size_t>(count), nullptr);
+    m_isLatent.assign(m_first.size(), true);
+    m_maker = std::move(make);
+}
+
+bool AttributeRegistry::isLatent(int loadNumber) const
+{
+    const auto index = static_cast<std::size_t>(loadNumber) - 1; // huge for numbers below 1
+    return index < m_isLatent.size() && m_isLatent[index];
 }
 
 void AttributeRegistry::set(int loadNumber, ZELGraphicItemAttribute* attribute)
@@ -27,6 +52,8 @@ void AttributeRegistry::set(int loadNumber, ZELGraphicItemAttribute* attribute)
     const auto index = static_cast<std::size_t>(loadNumber) - 1; // huge for numbers below 1
     if (index < m_first.size()) {
         m_first[index] = attribute;
+        if (index < m_isLatent.size())
+            m_isLatent[index] = false;
         return;
     }
     if (index > m_first.size()) {
@@ -49,6 +76,8 @@ void AttributeRegistry::deleteAll()
 {
     qDeleteAll(m_first);
     m_first.clear();
+    m_isLatent.clear();
+    m_maker = {};
     qDeleteAll(m_others);
     m_others.clear();
 }

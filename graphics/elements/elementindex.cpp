@@ -42,18 +42,73 @@ void ElementIndex::add(ChipElement* element)
     const ZELGraphicItemAttribute* attribute = element->attribute();
     if (!attribute || element->m_slot != ChipElement::Nowhere)
         return;
-    element->m_slot = static_cast<Slot>(m_elements.size());
-    m_elements.push_back(element);
-    m_byId.emplace_back(attribute->itemId, element->m_slot);
-    if (isSmall() || !attribute->toolTip.isEmpty())
+    const bool wasLatent = m_making != ChipElement::Nowhere;
+    takeSlot(element, attribute->itemId);
+    if (hasFewItems() || !attribute->toolTip.isEmpty())
         element->m_isPending = true;
     if (element->m_isPending)
         m_pendingByLayer[attribute->layer].push_back(element->m_slot);
-    m_textCount += element->kind() == ZEL_GRAPHIC_TEXT ? 1 : 0;
     if (attribute->m_isHandedOut)
         watch(element);
     updateQtPainting(element);
+    if (wasLatent)
+        return; // it was counted, and its place in the paint order is known
+    m_textCount += element->kind() == ZEL_GRAPHIC_TEXT ? 1 : 0;
     zValueChanged(element);
+}
+
+void ElementIndex::takeSlot(ChipElement* element, int elementId)
+{
+    if (m_making == ChipElement::Nowhere) {
+        element->m_slot = static_cast<Slot>(m_elements.size());
+        m_elements.push_back(element);
+        m_byId.emplace_back(elementId, element->m_slot);
+        return;
+    }
+    element->m_slot = std::exchange(m_making, ChipElement::Nowhere);
+    m_elements[element->m_slot] = element;
+    m_isLatent[static_cast<std::size_t>(element->m_slot)] = false;
+    --m_latentCount;
+}
+
+void ElementIndex::beginLatent(std::size_t count)
+{
+    m_elements.reserve(count);
+    m_byId.reserve(count);
+    m_isLatent.reserve(count);
+    m_shownLayers.clear();
+}
+
+void ElementIndex::addLatent(int elementId, bool isText)
+{
+    m_byId.emplace_back(elementId, static_cast<Slot>(m_elements.size()));
+    m_elements.push_back(nullptr);
+    m_isLatent.push_back(true);
+    m_textCount += isText ? 1 : 0;
+    m_highestZ = static_cast<double>(++m_latentCount);
+    ++m_version;
+}
+
+ChipElement* ElementIndex::finishMaking(int slot)
+{
+    if (std::exchange(m_making, ChipElement::Nowhere) == slot) {
+        m_isLatent[static_cast<std::size_t>(slot)] = false;
+        --m_latentCount;
+        ++m_gaps;
+    }
+    return m_elements[slot];
+}
+
+void ElementIndex::dropLatent()
+{
+    const unsigned version = m_version;
+    *this = ElementIndex();
+    m_version = version + 1;
+}
+
+void ElementIndex::settle(ChipElement* element)
+{
+    element->m_isPending = false;
 }
 
 void ElementIndex::remove(ChipElement* element)
@@ -67,7 +122,7 @@ void ElementIndex::remove(ChipElement* element)
     m_qtPainted.remove(element);
     ++m_gaps;
     ++m_version;
-    if (m_gaps > m_elements.size() / 2)
+    if (m_gaps > m_elements.size() / 2 && !hasLatent())
         closeGaps();
 }
 
@@ -91,7 +146,9 @@ void ElementIndex::watch(int loadNumber, int elementId)
 
 void ElementIndex::watch(ChipElement* element)
 {
-    m_watched.push_back(element->m_slot);
+    // An item that is made because its attribute was handed out comes here twice.
+    if (m_watched.empty() || m_watched.back() != element->m_slot)
+        m_watched.push_back(element->m_slot);
 }
 
 std::vector<ChipElement*> ElementIndex::watched() const
@@ -162,6 +219,8 @@ std::vector<ChipElement*> ElementIndex::takePending(const QList<int>& layers)
 {
     std::vector<ChipElement*> taken;
     for (int layer : layers) {
+        if (hasLatent())
+            m_shownLayers.insert(layer);
         const auto pending = m_pendingByLayer.find(layer);
         if (pending == m_pendingByLayer.end())
             continue;

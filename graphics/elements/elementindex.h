@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -27,6 +29,29 @@ public:
     // An element that is not in the index is ignored.
     void remove(ChipElement* element);
 
+    // Adds an element that has no item yet, a latent one. Its slot, counted from 0 in the order of these calls, is its
+    // load number less 1. The index must be empty before the first call. begin() takes the number of calls to follow.
+    void beginLatent(std::size_t count);
+    void addLatent(int elementId, bool isText);
+
+    // Makes the item of a latent element and adds it to the scene, between startMaking() and finishMaking(). The latter
+    // returns the element, or null if it did not come; the slot is a gap then.
+    using Maker = std::function<ChipElement*(int slot)>;
+    void setMaker(Maker make) { m_maker = std::move(make); }
+    void startMaking(int slot) { m_making = slot; }
+    ChipElement* finishMaking(int slot);
+
+    // Takes back what was added since beginLatent().
+    void dropLatent();
+
+    [[nodiscard]] bool hasLatent() const { return m_latentCount > 0; }
+
+    // Returns whether the elements of this layer have taken over their geometry, because it was shown.
+    [[nodiscard]] bool wasShown(int layer) const { return m_shownLayers.count(layer) > 0; }
+
+    // The element is no longer pending.
+    void settle(ChipElement* element);
+
     // Returns the elements with this id in no particular order; empty for an unknown id.
     [[nodiscard]] std::vector<ChipElement*> elements(int elementId);
 
@@ -34,11 +59,21 @@ public:
     // elements.
     template <typename Visitor> void visit(int elementId, Visitor visitor)
     {
+        visitSlots(elementId, [&](int slot, ChipElement* element) {
+            if (element || (element = made(slot)))
+                visitor(element);
+        });
+    }
+
+    // Does the same without making items: `visitor` gets the slot and the element, which is null if it is latent.
+    template <typename Visitor> void visitSlots(int elementId, Visitor visitor)
+    {
         sortById();
         auto entry = std::lower_bound(m_byId.begin(), m_byId.end(), std::pair<int, Slot>(elementId, 0));
         for (; entry != m_byId.end() && entry->first == elementId; ++entry) {
-            if (ChipElement* element = m_elements[entry->second])
-                visitor(element);
+            ChipElement* element = m_elements[entry->second];
+            if (element || isLatent(entry->second))
+                visitor(entry->second, element);
         }
     }
 
@@ -46,9 +81,10 @@ public:
     [[nodiscard]] std::vector<ChipElement*> takePending(const QList<int>& layers);
 
     // Returns whether any elements may be pending.
-    [[nodiscard]] bool hasPending() const { return !m_pendingByLayer.empty(); }
+    [[nodiscard]] bool hasPending() const { return !m_pendingByLayer.empty() || hasLatent(); }
 
-    // Returns the elements by z value; elements with the same z value keep the order in which they entered.
+    // Returns the elements that have an item by z value; those with the same z value keep the order in which they
+    // entered.
     [[nodiscard]] std::vector<ChipElement*> inPaintOrder() const;
 
     // The version counts the changes of the list, so that anything derived from it can tell when it is out of date.
@@ -71,9 +107,10 @@ public:
     // Makes the element pending, because it has something to take over once its layer is shown.
     void markPending(ChipElement* element);
 
-    // isSmall() returns whether there are so few elements that the work Qt does for all items after one item changes
-    // does not matter. hasFewTexts() returns whether there are so few texts that the memory of their documents does not
+    // hasFewItems() returns whether there are so few items that the work Qt does for all items after one item changes
+    // does not matter, isSmall() whether there are as few elements. hasFewTexts() returns whether there are so few texts that the memory of their documents does not
     // matter.
+    [[nodiscard]] bool hasFewItems() const { return m_elements.size() - m_latentCount <= FewElements; }
     [[nodiscard]] bool isSmall() const { return m_elements.size() <= FewElements; }
     [[nodiscard]] bool hasFewTexts() const { return m_textCount <= FewTexts; }
 
@@ -92,10 +129,18 @@ private:
     enum : int { FewTexts = 100 };
 
     void watch(ChipElement* element);
+    void takeSlot(ChipElement* element, int elementId);
+    [[nodiscard]] bool isLatent(Slot slot) const { return hasLatent() && m_isLatent[static_cast<std::size_t>(slot)]; }
+    [[nodiscard]] ChipElement* made(Slot slot) { return m_maker ? m_maker(slot) : nullptr; }
     void sortById();
     void closeGaps();
 
-    std::vector<ChipElement*> m_elements; // null where an element left
+    std::vector<ChipElement*> m_elements; // null where an element left or is latent
+    std::vector<bool> m_isLatent; // the same indexes; may be shorter
+    std::size_t m_latentCount = 0;
+    Maker m_maker;
+    Slot m_making = -1; // the slot whose element is about to enter, or -1
+    std::set<int> m_shownLayers;
     std::size_t m_gaps = 0;
     int m_textCount = 0;
     std::vector<std::pair<int, Slot>> m_byId; // element id and slot; sorted up to m_sortedById

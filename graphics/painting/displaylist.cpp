@@ -71,16 +71,21 @@ void DisplayList::rebuild(ElementIndex& index)
 {
     m_indexVersion = index.version();
     m_elements = index.inPaintOrder();
+    clear(m_elements.size());
+    for (ChipElement* element : m_elements)
+        append(element);
+}
+
+void DisplayList::clear(std::size_t count)
+{
     m_primitives.clear();
     m_attributes.clear();
     m_corners.clear();
     m_textCount = 0;
-    m_primitives.reserve(m_elements.size());
-    m_attributes.reserve(m_elements.size());
+    m_primitives.reserve(count);
+    m_attributes.reserve(count);
     m_layers.clear();
     m_layerIndexes.clear();
-    for (ChipElement* element : m_elements)
-        append(element);
 }
 
 void DisplayList::append(ChipElement* element)
@@ -91,14 +96,10 @@ void DisplayList::append(ChipElement* element)
     case ZEL_GRAPHIC_LINE:
         made.kind = Primitive::Line;
         break;
-    case ZEL_GRAPHIC_POLYGON: {
-        const auto corners = element->value<QPolygonF>(ATTR_POINTS);
+    case ZEL_GRAPHIC_POLYGON:
         made.kind = Primitive::Polygon;
-        made.corners = {static_cast<int>(m_corners.size()), static_cast<int>(corners.size())};
-        m_corners.insert(m_corners.end(), corners.begin(), corners.end());
-        setRect(made, corners.boundingRect());
+        setCorners(element->value<QPolygonF>(ATTR_POINTS), made);
         break;
-    }
     case ZEL_GRAPHIC_TEXT: {
         made.kind = Primitive::Text;
         ++m_textCount;
@@ -116,12 +117,24 @@ void DisplayList::append(ChipElement* element)
     m_attributes.push_back(element->m_attribute);
 }
 
+void DisplayList::setCorners(const QPolygonF& corners, Primitive& primitive)
+{
+    primitive.corners = {static_cast<int>(m_corners.size()), static_cast<int>(corners.size())};
+    m_corners.insert(m_corners.end(), corners.begin(), corners.end());
+    setRect(primitive, corners.boundingRect());
+}
+
+void DisplayList::setLayer(int layer, Primitive& primitive)
+{
+    if (m_layers.empty() || primitive.layer >= m_layers.size() || m_layers[primitive.layer] != layer)
+        primitive.layer = layerIndex(layer);
+}
+
 // Reads the values that an item's own paint() reads at every paint.
 void DisplayList::readLook(ZELGraphicItemAttribute& attribute, Primitive& primitive)
 {
     primitive.elementId = attribute.itemId;
-    if (m_layers.empty() || primitive.layer >= m_layers.size() || m_layers[primitive.layer] != attribute.layer)
-        primitive.layer = layerIndex(attribute.layer);
+    setLayer(attribute.layer, primitive);
     if (primitive.kind != Primitive::Line)
         primitive.fillColor = valueOf<unsigned int>(attribute, ATTR_FILL_COLOR);
     if (primitive.kind == Primitive::Text) {
@@ -190,7 +203,7 @@ std::vector<ChipElement*> DisplayList::takeOver(ElementIndex& index, const QRect
         return changed;
     }
     for (int place : placesIn(area)) {
-        if (m_attributes[place]->m_isHandedOut && isOutdated(place) && takeOver(index, *m_elements[place]))
+        if (m_attributes[place] && m_attributes[place]->m_isHandedOut && isOutdated(place) && takeOver(index, *m_elements[place]))
             changed.push_back(m_elements[place]);
     }
     return changed;

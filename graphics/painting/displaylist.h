@@ -5,9 +5,19 @@
 #include "graphics/painting/text/textlabels.h"
 
 #include <QPointF>
+#include <QPolygonF>
 #include <QRectF>
 
+#include <cstddef>
+#include <functional>
+#include <utility>
 #include <vector>
+
+class zel_Line;
+class zel_Polygon;
+class zel_Rect;
+class zel_SingleGraphItem;
+class zel_Text;
 
 namespace mirn::zelchipview {
 
@@ -60,6 +70,22 @@ public:
     // Brings the list and its spatial index up to date with the index of elements.
     void update(ElementIndex& index);
 
+    // Takes elements that have no item yet straight from the drawing's records, as the places 0, 1, 2 and so on of an
+    // empty list. append() returns false for a record that is not drawn, or whose class does not match its kind; it
+    // adds nothing then. finish() ends that: the list is up to date with the index, which has the same elements.
+    void beginRecords(std::size_t count);
+    [[nodiscard]] bool append(const zel_SingleGraphItem& record);
+    void finishRecords(const ElementIndex& index);
+
+    // Returns whether elements have come, gone or changed their order since the list was made.
+    [[nodiscard]] bool isOutdated(const ElementIndex& index) const;
+
+    // An element that was taken from a record has got its item.
+    void adopt(ChipElement& element, int place);
+
+    // Makes the item of a place that has none yet, by way of adopt().
+    void setMaker(std::function<void(int place)> make) { m_make = std::move(make); }
+
     // The version counts the changes that affect more than the look of elements: they came, went, moved or changed
     // their order.
     [[nodiscard]] unsigned version() const { return m_version; }
@@ -75,7 +101,11 @@ public:
     [[nodiscard]] int size() const { return static_cast<int>(m_primitives.size()); }
     [[nodiscard]] int textCount() const { return m_textCount; }
     [[nodiscard]] const Primitive& primitive(int place) const { return m_primitives[place]; }
-    [[nodiscard]] ChipElement* element(int place) const { return m_elements[place]; }
+
+    // Returns the element at a place; its item is made if it has none yet, which may not succeed while the drawing is
+    // taken down: null then. knownElement() makes nothing and returns null if there is no item.
+    [[nodiscard]] ChipElement* element(int place);
+    [[nodiscard]] ChipElement* knownElement(int place) const { return m_elements[place]; }
 
     // Returns -1 for an element that is not in this list.
     [[nodiscard]] int placeOf(const ChipElement& element) const;
@@ -100,13 +130,21 @@ public:
 private:
     void rebuild(ElementIndex& index);
     void append(ChipElement* element);
+    void clear(std::size_t count);
+    void take(const zel_Line& line, Primitive& primitive);
+    void take(const zel_Rect& rect, Primitive& primitive);
+    void take(const zel_Polygon& polygon, Primitive& primitive);
+    void take(const zel_Text& text, Primitive& primitive);
+    template <typename Record> [[nodiscard]] bool takeAs(const zel_SingleGraphItem& record, Primitive& primitive);
+    void setCorners(const QPolygonF& corners, Primitive& primitive);
+    void setLayer(int layer, Primitive& primitive);
     void readLook(ZELGraphicItemAttribute& attribute, Primitive& primitive);
     void readText(ZELGraphicItemAttribute& attribute, Primitive& primitive);
     [[nodiscard]] bool isOutdated(int place);
     [[nodiscard]] unsigned layerIndex(int layer);
 
     std::vector<Primitive> m_primitives;
-    std::vector<ChipElement*> m_elements; // the element of the primitive at the same place
+    std::vector<ChipElement*> m_elements; // the element of the primitive at the same place; null without an item
     std::vector<ZELGraphicItemAttribute*> m_attributes; // that element's attribute, to compare it without the element
     std::vector<QPointF> m_corners; // the corners of all polygons
     int m_textCount = 0;
@@ -119,6 +157,7 @@ private:
     unsigned m_indexVersion = 0; // the version of the element index that the list was built from
     unsigned m_version = 0;
     bool m_areBoundsOld = false; // the grid holds outdated bounds
+    std::function<void(int place)> m_make;
 };
 
 } // namespace mirn::zelchipview

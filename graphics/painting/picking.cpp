@@ -3,12 +3,16 @@
 
 #include "graphics/elements/chipelement.h"
 #include "graphics/elements/enlarged.h"
+#include "graphics/elements/paintrules.h"
 #include "graphics/painting/displaylist.h"
 
 #include <QGraphicsItem>
+#include <QGraphicsLineItem>
+#include <QGraphicsTextItem>
 #include <QPainterPath>
 
 #include <cmath>
+#include <memory>
 
 namespace mirn::zelchipview::picking {
 
@@ -41,6 +45,45 @@ bool isWithinBorder(const Primitive& primitive, const QRectF& bounds, const QPoi
     return inner.isValid() && inner.contains(position); // a rect with a negative size contains positions, too
 }
 
+bool isArea(const Primitive& primitive)
+{
+    return primitive.kind == Primitive::Rect || primitive.kind == Primitive::Polygon;
+}
+
+// Returns whether a rect certainly shares more than a border with an area.
+bool overlaps(const Primitive& primitive, const QRectF& area)
+{
+    const QRectF common = primitive.kind == Primitive::Rect ? primitive.rect() & area : QRectF();
+    return common.width() > Hair && common.height() > Hair;
+}
+
+bool touches(ChipElement* element, const QPainterPath& path)
+{
+    QGraphicsItem* item = element ? element->graphicsItem() : nullptr;
+    return item && item->collidesWithPath(item->mapFromScene(path), Qt::IntersectsItemShape);
+}
+
+// Answers for all pending elements that have no item: a pending line lies at the origin without a length, and a pending
+// text has an empty document at its position.
+class PendingShapes final
+{
+public:
+    [[nodiscard]] bool touch(const Primitive& primitive, const QPainterPath& path)
+    {
+        if (primitive.kind == Primitive::Line)
+            return m_line.collidesWithPath(path, Qt::IntersectsItemShape);
+        if (!m_text)
+            m_text = std::make_unique<QGraphicsTextItem>();
+        m_text->setPos(primitive.a, primitive.b);
+        m_text->setScale(paintrules::TextItemScale);
+        return m_text->collidesWithPath(m_text->mapFromScene(path), Qt::IntersectsItemShape);
+    }
+
+private:
+    const QGraphicsLineItem m_line;
+    std::unique_ptr<QGraphicsTextItem> m_text; // made when the first text is tested
+};
+
 } // namespace
 
 QGraphicsItem* topmostItem(DisplayList& list, const QPointF& point)
@@ -49,7 +92,10 @@ QGraphicsItem* topmostItem(DisplayList& list, const QPointF& point)
     for (auto place = places.rbegin(); place != places.rend(); ++place) {
         if (!enlarged(list.boundsOf(*place), 1).contains(point))
             continue;
-        QGraphicsItem* item = list.element(*place)->graphicsItem();
+        ChipElement* element = list.element(*place);
+        QGraphicsItem* item = element ? element->graphicsItem() : nullptr;
+        if (!item)
+            continue;
         const QPointF position = item->mapFromScene(point);
         const QRectF bounds = item->boundingRect();
         if (!boundsContain(bounds, position))
@@ -61,27 +107,61 @@ QGraphicsItem* topmostItem(DisplayList& list, const QPointF& point)
     return nullptr;
 }
 
-std::vector<int> idsTouching(DisplayList& list, const QRectF& area, bool mayBePending)
+std::vector<int> placesTouching(DisplayList& list, const QRectF& area, const IsPending& isPending)
 {
     const std::vector<ElementGrid::Found>& all = list.foundIn(area, area);
     QPainterPath path;
     path.addRect(area);
-    std::vector<int> ids;
-    ids.reserve(all.size());
+    PendingShapes pending;
+    std::vector<int> places;
+    places.reserve(all.size());
     for (auto found = all.rbegin(); found != all.rend(); ++found) {
         const int place = found->place;
         const Primitive& primitive = list.primitive(place);
-        // An element inside the area needs no test of its shape, unless it is pending or flat.
-        const bool isPlaced = !mayBePending || !list.element(place)->isPending();
-        const bool isInside = found->isInside || encloses(area, list.boundsOf(place));
-        if (!isPlaced || !isInside || primitive.isFlat()) {
-            QGraphicsItem* item = list.element(place)->graphicsItem();
-            if (!item->collidesWithPath(item->mapFromScene(path), Qt::IntersectsItemShape))
+        if (isPending && isPending(place)) {
+            if (isArea(primitive) || list.knownElement(place) ? !touches(list.element(place), path)
+                                                              : !pending.touch(primitive, path))
+                continue;
+            // An element inside the area needs no test of its shape unless it is flat.
+        } else if (primitive.isFlat() || !(found->isInside || encloses(area, list.boundsOf(place)))) {
+            if (!overlaps(primitive, area) && !touches(list.element(place), path))
                 continue;
         }
-        ids.push_back(primitive.elementId);
+        places.push_back(place);
     }
-    return ids;
+    return places;
+}
+
+std::vector<int> outermost(DisplayList& list, const std::vector<int>& places)
+{
+    QRectF all;
+    std::vector<int> outer;
+    const auto add = [&](int place) {
+        ChipElement* element = list.element(place);
+        if (!element)
+            return;
+        all |= element->graphicsItem()->sceneBoundingRect();
+        outer.push_back(place);
+    };
+    // Each of these reaches furthest in one direction, by the bounds of the list, which are exact for areas.
+    const auto addFurthest = [&](auto reach) {
+        int furthest = -1;
+        for (int place : places) {
+            if (isArea(list.primitive(place)) && (furthest < 0 || reach(place) > reach(furthest)))
+                furthest = place;
+        }
+        if (furthest >= 0)
+            add(furthest);
+    };
+    addFurthest([&list](int place) { return -list.boundsOf(place).left(); });
+    addFurthest([&list](int place) { return -list.boundsOf(place).top(); });
+    addFurthest([&list](int place) { return list.boundsOf(place).right(); });
+    addFurthest([&list](int place) { return list.boundsOf(place).bottom(); });
+    for (int place : places) {
+        if (!isArea(list.primitive(place)) && !all.contains(list.boundsOf(place)))
+            add(place);
+    }
+    return outer;
 }
 
 } // namespace mirn::zelchipview::picking

@@ -4,6 +4,7 @@
 #include <QPointF>
 #include <QRectF>
 
+#include <functional>
 #include <vector>
 
 class QGraphicsItem;
@@ -25,8 +26,13 @@ namespace mirn::zelchipview::picking {
 // Like QGraphicsScene::itemAt(): returns null if there is no item.
 [[nodiscard]] QGraphicsItem* topmostItem(DisplayList& list, const QPointF& point);
 
-// Like QGraphicsScene::items() with Qt::IntersectsItemShape: returns element ids, topmost first. `mayBePending` says
-// that some items may not have taken over their geometry yet.
-[[nodiscard]] std::vector<int> idsTouching(DisplayList& list, const QRectF& area, bool mayBePending);
+// Returns whether the element at a place has not taken over its geometry yet. An empty one means that none is pending.
+using IsPending = std::function<bool(int place)>;
+
+// Like QGraphicsScene::items() with Qt::IntersectsItemShape: returns the places of the elements, topmost first.
+[[nodiscard]] std::vector<int> placesTouching(DisplayList& list, const QRectF& area, const IsPending& isPending);
+
+// Returns a few of these places whose elements together span the same area as all of them.
+[[nodiscard]] std::vector<int> outermost(DisplayList& list, const std::vector<int>& places);
 
 } // namespace mirn::zelchipview::picking

@@ -77,6 +77,7 @@ DrawingArea::DrawingArea(std::unique_ptr<ProjectSession> session, QWidget* paren
     // Otherwise a pointer that rests on the drawing would drag along what it last moved over, wherever a command has
     // zoomed since.
     m_graphicsView->setResizeAnchor(QGraphicsView::AnchorViewCenter);
+    m_chipView->setItemsOnDemand(true);
     m_chipView->initGrahpicView();
     m_chipView->refresh(zelchipview::REFRESH_ALL);
     arrangeTree();

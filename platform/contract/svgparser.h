@@ -44,10 +44,16 @@ public:
     // records this takes a tenth of the memory of getGraphicItems().
     //
     // A parser that reads drawings of its own need not override these two. A parser that lets this class read and then
-    // changes the records in getGraphicItems() must override all three.
+    // changes the records in getGraphicItems() must override all three, and keptGraphicItems().
     using Visitor = std::function<bool(const zel_SingleGraphItem& item)>;
     [[nodiscard]] virtual std::size_t graphicItemCount() const;
     virtual void visitGraphicItems(const Visitor& visit) const;
+
+    // Returns a function that passes one of these records to `visit`, by its index from 0 in paint order. It keeps the
+    // records, so it may be called after a later load and after the parser's end. It is empty if this class has read
+    // no records; a view then takes all records at once.
+    using Access = std::function<void(std::size_t index, const Visitor& visit)>;
+    [[nodiscard]] virtual Access keptGraphicItems() const;
 
     // Returns "FILE:LINE:COLUMN: what was found and what was expected" (UTF-8) after a failed load, otherwise an empty
     // text. Line and column count from 1; they are missing if the file cannot be read at all.

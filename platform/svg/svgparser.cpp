@@ -27,7 +27,8 @@ class SVGParserPrivate
 public:
     bool load(const std::string& drawingFile, const std::string& workingPath);
 
-    mirn::zelsvg::Drawing drawing;
+    // Shared with the functions that keptGraphicItems() has returned.
+    std::shared_ptr<mirn::zelsvg::Drawing> drawing = std::make_shared<mirn::zelsvg::Drawing>();
     std::unique_ptr<mirn::zelsvg::RecordObjects> objects; // created when first asked for
     std::string error;
     bool isFromWorkingFile = false;
@@ -40,20 +41,20 @@ bool SVGParserPrivate::load(const std::string& drawingFile, const std::string& w
     std::string reason;
     if (file.open(drawingFile, reason)) {
         const mirn::zelsvg::WorkingFile workingFile(workingPath);
-        isFromWorkingFile = workingFile.load(file, drawing);
+        isFromWorkingFile = workingFile.load(file, *drawing);
         if (isFromWorkingFile)
             return true;
         mirn::zelsvg::GunzipSource source(file);
         if (source.rewind())
-            mirn::zelsvg::readDrawing(source, diagnostics, mirn::zelsvg::Limits(), drawing);
+            mirn::zelsvg::readDrawing(source, diagnostics, mirn::zelsvg::Limits(), *drawing);
         if (file.isCancelled()) {
-            drawing = {};
+            *drawing = {};
             error = drawingFile + ": reading it was cancelled";
             return false;
         }
         // If the file changed its size while it was read, its key does not belong to these records.
         if (!diagnostics.hasFailed() && file.isComplete())
-            workingFile.save(file.key(), drawing);
+            workingFile.save(file.key(), *drawing);
     } else {
         diagnostics.fail(reason);
     }
@@ -81,7 +82,7 @@ bool SVGParser::loadSVGElements(const std::string& drawingFile, const std::strin
 
 zel_Parameter SVGParser::getSVGParameter() const
 {
-    return d->drawing.parameter;
+    return d->drawing->parameter;
 }
 
 const std::vector<zel_SingleGraphItem*>& SVGParser::getGraphicItems() const
@@ -89,7 +90,7 @@ const std::vector<zel_SingleGraphItem*>& SVGParser::getGraphicItems() const
     static const std::vector<zel_SingleGraphItem*> none;
     try {
         if (!d->objects)
-            d->objects = std::make_unique<mirn::zelsvg::RecordObjects>(d->drawing.records);
+            d->objects = std::make_unique<mirn::zelsvg::RecordObjects>(d->drawing->records);
         return d->objects->items();
     } catch (const std::bad_alloc&) {
         return none;
@@ -98,21 +99,33 @@ const std::vector<zel_SingleGraphItem*>& SVGParser::getGraphicItems() const
 
 std::size_t SVGParser::graphicItemCount() const
 {
-    const std::size_t count = d->drawing.records.size();
+    const std::size_t count = d->drawing->records.size();
     return count > 0 ? count : getGraphicItems().size();
 }
 
 void SVGParser::visitGraphicItems(const Visitor& visit) const
 {
     bool goesOn = true;
-    if (d->drawing.records.size() == 0) {
+    if (d->drawing->records.size() == 0) {
         for (const zel_SingleGraphItem* item : getGraphicItems())
             goesOn = goesOn && (!item || visit(*item));
         return;
     }
-    mirn::zelsvg::RecordUnpacker unpacker(d->drawing.records);
-    d->drawing.records.records().forEach(
+    mirn::zelsvg::RecordUnpacker unpacker(d->drawing->records);
+    d->drawing->records.records().forEach(
         [&](const mirn::zelsvg::PackedRecord& record) { goesOn = goesOn && visit(unpacker.unpacked(record)); });
+}
+
+SVGParser::Access SVGParser::keptGraphicItems() const
+{
+    if (d->drawing->records.size() == 0)
+        return {};
+    const std::shared_ptr<const mirn::zelsvg::Drawing> drawing = d->drawing;
+    const auto unpacker = std::make_shared<mirn::zelsvg::RecordUnpacker>(drawing->records);
+    return [drawing, unpacker](std::size_t index, const Visitor& visit) {
+        if (index < drawing->records.size())
+            visit(unpacker->unpacked(drawing->records.records()[index]));
+    };
 }
 
 std::string SVGParser::errorString() const
@@ -122,7 +135,7 @@ std::string SVGParser::errorString() const
 
 std::vector<std::string> SVGParser::warnings() const
 {
-    return d->drawing.warnings;
+    return d->drawing->warnings;
 }
 
 bool SVGParser::isLoadedFromWorkingFile() const

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include "graphics/elements/attributeregistry.h"
+#include "graphics/zelrectattribute.h"
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zeltrace.h"
 #include "tests/support/cancellingprogress.h"
 #include "tests/support/chipviewfixture.h"
 
 #include <algorithm>
+#include <functional>
 
 using namespace zeltest;
 
@@ -29,6 +32,8 @@ void addManyRects(Drawing& drawing)
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(std::function<void(ChipView&)>)
 
 class TestLoader : public zeltest::Test
 {
@@ -119,7 +124,7 @@ private Q_SLOTS:
         QVERIFY(std::is_sorted(shares.begin(), shares.end()));
         QVERIFY(shares.front() >= 0.0 && shares.front() < 0.2 && shares.back() > 0.8 && shares.back() <= 1.0);
         QVERIFY(!progress.isCancelled());
-        QCOMPARE(static_cast<int>(chip.scene()->items().size()), Many);
+        QCOMPARE(chip.scene()->elementCount(), Many);
     }
 
     void cancelledLoadLeavesNothing()
@@ -133,12 +138,12 @@ private Q_SLOTS:
                 QVERIFY(chip.window->initGrahpicView());
                 QVERIFY(progress.isCancelled());
             }
-            QVERIFY(chip.scene()->items().isEmpty());
+            QVERIFY(chip.scene()->items().isEmpty() && chip.scene()->elementCount() == 0);
             for (int number : {1, 1000, 2000, Many})
                 QVERIFY(!chip.attribute(number));
             QVERIFY(chip.view()->updatesEnabled());
             QVERIFY(chip.window->initGrahpicView());
-            QCOMPARE(static_cast<int>(chip.scene()->items().size()), Many);
+            QCOMPARE(chip.scene()->elementCount(), Many);
         }
     }
 
@@ -150,9 +155,60 @@ private Q_SLOTS:
         addManyRects(chip.drawing);
         const CancellingProgress progress(zelprogress::BUILDING_VIEW, 0.7);
         QVERIFY(chip.window->initGrahpicView());
-        QCOMPARE(static_cast<int>(chip.scene()->items().size()), 1);
+        QCOMPARE(chip.scene()->elementCount(), 1);
         QCOMPARE(chip.attribute(1), before);
         QCOMPARE(chip.item(1)->sceneBoundingRect().center(), QPointF(20, 20));
+    }
+
+    void itemsAreMadeOnDemand_data()
+    {
+        using Act = std::function<void(ChipView&)>;
+        QTest::addColumn<Act>("act");
+        QTest::addColumn<int>("made"); // items that there are then
+        const auto row = [](const char* name, int made, const Act& act) { QTest::newRow(name) << act << made; };
+        row("nothing is asked", 0, [](ChipView&) {});
+        row("painting and zooming", 0, [](ChipView& chip) {
+            (void)chip.picture();
+            chip.window->zoomIn();
+            (void)chip.picture();
+        });
+        row("selecting by a band, across a line and a text", 2, [](ChipView& chip) { chip.drag({1, 1}, {150, 80}); });
+        row("refreshing", 0, [](ChipView& chip) { chip.window->refresh(REFRESH_GRAPHIC); });
+        row("a click", 1, [](ChipView& chip) { chip.click({20, 20}); });
+        row("an element's colour", 1, [](ChipView& chip) { chip.refresh(3, {{"fill", "#ff0000"}}); });
+        row("an element's items", 2, [](ChipView& chip) { (void)chip.scene()->itemsOf(5); });
+        row("an attribute", 1, [](ChipView& chip) { (void)chip.attribute(2); });
+        row("an area, where the text may reach, too", 3, [](ChipView& chip) { chip.scene()->makeItemsIn({40, 15, 60, 4}); });
+        row("a change of the order", 6, [](ChipView& chip) {
+            chip.scene()->itemsOf(1).first()->setZValue(9);
+            (void)chip.picture();
+        });
+        row("an item of the host", 6 + 1, [](ChipView& chip) {
+            chip.scene()->addRect(1, 1, 9, 9);
+            QCoreApplication::processEvents();
+            (void)chip.picture();
+        });
+        row("a host's own attribute", 6, [](ChipView& chip) {
+            chip.database()->setGraphicAttribute(2, new ZELRectAttribute(0, 0, 1, 1, 0, 0, 0, {}));
+        });
+        row("a second load", 2 * 6, [](ChipView& chip) { (void)chip.window->initGrahpicView(); });
+    }
+    void itemsAreMadeOnDemand()
+    {
+        QFETCH(std::function<void(ChipView&)>, act);
+        ChipView chip;
+        for (int id = 1; id <= 4; ++id)
+            chip.drawing.addRect(id, 30 * id - 20, 10, 20, 20);
+        chip.drawing.addLine(5, 10, 60, 190, 60);
+        chip.drawing.addText(5, "text", 10, 70, 8);
+        chip.createWindow();
+        chip.window->setItemsOnDemand(true);
+        QVERIFY(chip.window->initGrahpicView());
+        chip.window->resize(700, 500);
+        chip.window->show();
+        QCoreApplication::processEvents();
+        act(chip);
+        QTEST(static_cast<int>(chip.scene()->items().size()), "made");
     }
 
     // Without that slot a large drawing is slow to close before it was shown, which no other test would notice.

@@ -226,6 +226,7 @@ private Q_SLOTS:
                 const QRect inView(
                     chip.view()->mapFromScene(band.topLeft()), chip.view()->mapFromScene(band.bottomRight()));
                 const QRectF inScene = chip.view()->mapToScene(inView).boundingRect();
+                chip.scene()->makeItemsIn(inScene);
                 for (QGraphicsItem* item : chip.scene()->items(inScene, Qt::IntersectsItemShape)) {
                     if (int loadNumber = item->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt())
                         expected.insert(loadNumber - 1);

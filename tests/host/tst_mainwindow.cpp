@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/elements/elementidset.h"
+#include "graphics/zelgraphicsscene.h"
 #include "host/widgets/chipstatusbar.h"
 #include "host/widgets/loadprogress.h"
 #include "tests/host/hostfiles.h"
@@ -72,7 +73,7 @@ public:
         QCoreApplication::processEvents();
     }
 
-    int elements() { return static_cast<int>(view()->scene()->items().size()); }
+    int elements() { return qobject_cast<ZelGraphicsScene*>(view()->scene())->elementCount(); }
     QPointF sceneAt(QPointF position) { return view()->viewportTransform().inverted().map(position); }
 
     // The drawing is all to be seen, and takes up the view in one direction.

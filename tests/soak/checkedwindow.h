@@ -50,6 +50,7 @@ protected:
     {
         QSet<int> ids;
         const QRectF area = view()->mapToScene(band).boundingRect();
+        qobject_cast<ZelGraphicsScene*>(view()->scene())->makeItemsIn(area);
         for (const QGraphicsItem* item : view()->scene()->items(area, Qt::IntersectsItemShape)) {
             if (const ZELGraphicItemAttribute* attribute = attributeOf(item))
                 ids.insert(attribute->itemId);
@@ -59,6 +60,8 @@ protected:
 
     [[nodiscard]] QSet<int> idsClickedAt(QPoint position) const
     {
+        const QRectF pixel = view()->mapToScene(QRect(position, QSize(1, 1))).boundingRect();
+        qobject_cast<ZelGraphicsScene*>(view()->scene())->makeItemsIn(pixel);
         for (const QGraphicsItem* item : view()->items(position)) {
             const ZELGraphicItemAttribute* attribute = attributeOf(item);
             if (attribute && attribute->kind != ZEL_GRAPHIC_TEXT)
@@ -120,7 +123,9 @@ protected:
     // Checks that the screen shows what the view keeps, what the view would paint anew, and what the items paint.
     void checkPicture()
     {
-        window->findChild<QLabel*>("pointerNote")->hide(); // it covers a part of the drawing, and so does the map
+        // These cover parts of the drawing, and so does the map.
+        window->findChild<QLabel*>("pointerNote")->hide();
+        view()->viewport()->findChild<QWidget*>("siteFrame")->hide();
         auto* map = window->findChild<OverviewMap*>();
         map->setOn(false);
         QCoreApplication::processEvents();

@@ -71,7 +71,12 @@ public:
         QCoreApplication::processEvents();
     }
 
-    void createWindow() { window = std::make_unique<ZelChipGUI>(&engine, nullptr); }
+    // The same tests run twice: with all items at once, and with items on demand.
+    void createWindow()
+    {
+        window = std::make_unique<ZelChipGUI>(&engine, nullptr);
+        window->setItemsOnDemand(qEnvironmentVariableIsSet("ZEL_TEST_ITEMS_ON_DEMAND"));
+    }
 
     // The engine has these values for an element from now on, and the drawing is refreshed.
     void refresh(unsigned int id, std::map<std::string, std::string> values)
@@ -105,6 +110,8 @@ public:
     // The item that was loaded as the nth, from 1; null when there is none.
     static QGraphicsItem* item(int loadNumber)
     {
+        if (ZELChipViewDatabase::existingInstance() && qEnvironmentVariableIsSet("ZEL_TEST_ITEMS_ON_DEMAND"))
+            scene()->makeItemsIn(scene()->sceneRect());
         for (QGraphicsItem* candidate : scene()->items()) {
             if (candidate->data(ZEL_GRAPHIC_ITEM_Attribute_KEY).toInt() == loadNumber)
                 return candidate;

@@ -89,6 +89,10 @@ private:
         bool loadSVGElements(const std::string&, const std::string&) override { return m_loadResult; }
         zel_Parameter getSVGParameter() const override { return m_drawing.parameter; }
         const std::vector<zel_SingleGraphItem*>& getGraphicItems() const override { return m_drawing.records; }
+        Access keptGraphicItems() const override
+        {
+            return [records = m_drawing.records](std::size_t index, const Visitor& visit) { visit(*records[index]); };
+        }
 
     private:
         const Drawing& m_drawing;

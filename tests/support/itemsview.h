@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "graphics/zelgraphicsscene.h"
+
 #include <QGraphicsView>
 #include <QScrollBar>
 
@@ -13,6 +15,8 @@ public:
     explicit ItemsView(const QGraphicsView& other)
         : QGraphicsView(other.scene())
     {
+        if (auto* scene = qobject_cast<mirn::zelchipview::ZelGraphicsScene*>(other.scene()))
+            scene->makeAllItems();
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setRenderHints(other.renderHints());
