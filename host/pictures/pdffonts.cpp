@@ -4,6 +4,8 @@
 #include "host/pictures/pdfcontent.h"
 #include "host/pictures/pdffile.h"
 
+#include <QByteArrayList>
+
 #include <algorithm>
 
 namespace mirn::zelchip {
