@@ -93,7 +93,9 @@ QString ProjectFolder::checkTarget(bool replaces) const
         return tr("%1: the folder is no project; expected a new folder, an empty one or a project to replace")
             .arg(m_target);
     if (!replaces)
-        return tr("%1: there is a project already; expected a new folder, or the wish to replace it").arg(m_target);
+        return tr("%1: there is a project already; expected a new folder, or the wish to replace it "
+                  "(\"replace\", which keeps it beside the new one)")
+            .arg(m_target);
     return isInUse(m_target) ? tr("%1: a program has the project open; expected one that is closed").arg(m_target)
                              : QString();
 }

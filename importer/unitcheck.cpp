@@ -34,6 +34,8 @@ UnitCheck::Groups UnitCheck::groupsIn(int list) const
 
 bool UnitCheck::areNeighbours(int group, int other) const
 {
+    if (group == ImportedSites::None || other == ImportedSites::None)
+        return false;
     const auto names = [this](int from, int to) {
         const auto found = m_neighbours.find(from);
         return found != m_neighbours.end() && found->second.count(to) > 0;

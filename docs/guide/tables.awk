@@ -2,7 +2,7 @@
 # Writes the tables of a made-up device, for docs/guide.md and for trying the import:
 #     awk -v columns=16 -v rows=14 -f docs/guide/tables.awk > sites.csv
 # Tiles in columns of one kind, as on a programmable device, each with sites and these with elements; a tenth of a
-# million sites are 80 columns and 150 rows, 2.3 million 480 and 565. With -v flat=1 there are elements only, without
+# million sites are 80 columns and 86 rows, 2.4 million 480 and 333. With -v flat=1 there are elements only, without
 # parents; with -v what=resources and -v what=connections, tables that go with the sites.
 
 function site(name, kind, x, y, width, height, parent, group)

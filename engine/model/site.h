@@ -28,6 +28,9 @@ struct Site
     QMap<QString, QString> attributes;
     std::vector<SiteSetting> settings;
     QMap<QString, QStringList> disabledBy; // by key of the group's settings: the values that put this site out of use
+
+    // The name of the unit that it is in: a site without a group is one by itself.
+    [[nodiscard]] const QString& unitName() const { return group.isEmpty() ? name : group; }
 };
 
 } // namespace mirn::zelengine

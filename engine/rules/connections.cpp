@@ -105,8 +105,8 @@ private:
         std::vector<int> unplaced;
         for (int part : m_design.partsOf(ip))
             (m_design.resource(part).site < 0 ? unplaced : placed).push_back(part);
-        addChain(
-            Kind::Together, placed, [this](int part) { return m_device.site(m_design.resource(part).site)->group; });
+        addChain(Kind::Together, placed,
+            [this](int part) { return m_device.site(m_design.resource(part).site)->unitName(); });
         for (std::size_t n = 0; n < unplaced.size(); ++n) {
             if (n > 0 || !placed.empty())
                 add(Kind::Together, placed.empty() ? unplaced[n - 1] : placed.front(), unplaced[n]);

@@ -9,16 +9,6 @@
 
 namespace mirn::zelengine {
 
-namespace {
-
-// A site without a group is alone.
-QString unitName(const Site& site)
-{
-    return site.group.isEmpty() ? site.name : site.group;
-}
-
-} // namespace
-
 PairRules::PairRules(const Device& device, const Design& design, Rules inForce)
     : m_device(device)
     , m_design(design)
@@ -56,7 +46,7 @@ Refusal PairRules::refusalByUnitOf(int other, const Site& site) const
     if (!present || areNeighbours(present->group, site.group))
         return {};
     return {QStringLiteral("%1 is in %2, which is not next to %3")
-                .arg(m_design.resource(other).path, unitName(*present), unitName(site)),
+                .arg(m_design.resource(other).path, present->unitName(), site.unitName()),
         other};
 }
 
@@ -91,7 +81,7 @@ Refusal PairRules::refusalByServed(int served, const Site& sourceSite) const
     if (!site || sourceSite.reaches.contains(site->group))
         return {};
     return {QStringLiteral("%1 does not reach %2, where %3 is")
-                .arg(sourceSite.name, unitName(*site), m_design.resource(served).path),
+                .arg(sourceSite.name, site->unitName(), m_design.resource(served).path),
         served};
 }
 
@@ -113,7 +103,7 @@ Refusal PairRules::refusalBySource(int source, const Site& site) const
     if (!sourceSite || sourceSite->reaches.contains(site.group))
         return {};
     return {QStringLiteral("%1 on %2 does not reach %3")
-                .arg(m_design.resource(source).path, sourceSite->name, unitName(site)),
+                .arg(m_design.resource(source).path, sourceSite->name, site.unitName()),
         source};
 }
 
@@ -171,9 +161,12 @@ Refusal PairRules::refusalByLink(const Link& link, const Site& site) const
     return {};
 }
 
-// The device file may name the neighbour on either side, because the order of placing must not matter.
+// The device file may name the neighbour on either side, because the order of placing must not matter. Sites without a
+// group are in no common unit.
 bool PairRules::areNeighbours(const QString& group, const QString& other) const
 {
+    if (group.isEmpty() || other.isEmpty())
+        return false;
     return group == other || m_device.neighboursOf(group).contains(other)
         || m_device.neighboursOf(other).contains(group);
 }

@@ -211,7 +211,7 @@ std::vector<int> SearchTables::candidatesFor(int resource) const
     for (int part : ip < 0 ? std::vector<int>() : m_design.partsOf(ip)) {
         const Site* site = m_device.site(m_design.resource(part).site);
         const int unit = site ? m_sites.unit(site->group) : -1;
-        if (unit < 0)
+        if (unit < 0 || !m_sites.isGroup(unit))
             continue;
         std::vector<int> result = m_sites.classesOf(unit);
         for (int neighbour : m_sites.neighbours(unit)) {
@@ -328,8 +328,9 @@ const BitSet& SearchTables::classesBeside(int siteClass, Relation::Kind kind) co
     case Relation::Kind::SameUnit:
         break;
     }
-    return filled(m_near[at(unit)],
-        [&](const SiteClass& each) { return each.unit == unit || has(m_sites.neighbours(unit), each.unit); });
+    return filled(m_near[at(unit)], [&](const SiteClass& each) {
+        return m_sites.isGroup(unit) && (each.unit == unit || has(m_sites.neighbours(unit), each.unit));
+    });
 }
 
 } // namespace mirn::zelengine

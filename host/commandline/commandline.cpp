@@ -105,7 +105,9 @@ CommandLine parseCommandLine(const QStringList& arguments)
     }
     const QStringList paths = parser.positionalArguments();
     if (paths.size() > 1)
-        return usageError(QStringLiteral("One project or drawing can be opened, not '%1' as well.").arg(paths.at(1)));
+        return usageError(QStringLiteral("One project or drawing can be opened, not '%1' as well; "
+                                         "the commands are import, export and place.")
+                              .arg(paths.at(1)));
     if (paths.size() == 1 && paths.first().isEmpty())
         return usageError(QStringLiteral("The name of the project or drawing is empty."));
     result.path = paths.value(0);

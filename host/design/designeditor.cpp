@@ -3,12 +3,12 @@
 
 #include "engine/model/resourceparameter.h"
 #include "engine/referenceengine.h"
+#include "host/design/changecommand.h"
 #include "host/design/designcommands.h"
 #include "host/design/filereplacement.h"
 
 #include <QCryptographicHash>
 #include <QFileInfo>
-#include <QUndoCommand>
 
 #include <cerrno>
 #include <utility>
@@ -24,76 +24,6 @@ namespace {
 const char JournalFile[] = "/journal.tcl";
 
 } // namespace
-
-struct DesignEditor::Change
-{
-    enum class Branch { Stays, Goes, ComesBack }; // what happens to a resource and its subtree
-
-    struct Parameter
-    {
-        int resource;
-        QString key;
-        QString before;
-        QString after;
-    };
-
-    [[nodiscard]] bool removes(bool isForward) const
-    {
-        return branch == (isForward ? Branch::Goes : Branch::ComesBack);
-    }
-    [[nodiscard]] bool restores(bool isForward) const { return removes(!isForward); }
-
-    QString text; // for the undo menu
-    Branch branch = Branch::Stays;
-    QString branchPath; // the resource at its top
-    // When a branch is removed, these hold only what the engine does not restore together with it.
-    std::vector<Placement> sitesBefore;
-    std::vector<Placement> sitesAfter; // for the same resources, in the same order
-    std::vector<int> lockedBefore; // the resources that are not locked afterwards
-    std::vector<int> lockedAfter; // the resources that were not locked before
-    std::vector<Parameter> parameters;
-    int settingsSite = -1; // the site that carries the settings; -1 if none change
-    zelengine::SiteSettingChanges settingsBefore;
-    zelengine::SiteSettingChanges settingsAfter;
-};
-
-// The change is applied before the command is pushed, when it can still be refused, so the first redo() does nothing.
-class DesignEditor::ChangeCommand final : public QUndoCommand
-{
-public:
-    ChangeCommand(DesignEditor& editor, std::vector<Change> changes)
-        : QUndoCommand(changes.front().text)
-        , m_editor(editor)
-        , m_changes(std::move(changes))
-    { }
-
-    [[nodiscard]] QStringList commands(bool isForward) const
-    {
-        QStringList result;
-        for (const Change& change : m_changes) {
-            const QStringList commands = m_editor.commandsFor(change, isForward);
-            result = isForward ? result + commands : commands + result;
-        }
-        return result;
-    }
-    void undo() override
-    {
-        for (auto change = m_changes.rbegin(); change != m_changes.rend(); ++change)
-            m_editor.apply(*change, false);
-    }
-    void redo() override
-    {
-        if (!std::exchange(m_isMade, true))
-            return;
-        for (const Change& change : m_changes)
-            m_editor.apply(change, true);
-    }
-
-private:
-    DesignEditor& m_editor;
-    const std::vector<Change> m_changes; // one undo step, in the order in which they were made
-    bool m_isMade = false;
-};
 
 DesignEditor::DesignEditor(
     zelengine::ReferenceEngine& engine, const QString& implementationDirectory, QObject* parent, FileLayer& files)
@@ -144,32 +74,21 @@ Refusal DesignEditor::changeSites(const QString& text, const QString& command, c
 {
     if (!proposal.isAllowed())
         return proposal.refusal;
-    Change change;
+    DesignChange change;
     change.text = text;
-    takeSites(change, proposal.placements);
+    change.takeSites(m_engine.design(), proposal.placements);
     return commit(change, {command});
-}
-
-void DesignEditor::takeSites(Change& change, const std::vector<Placement>& placements) const
-{
-    for (const Placement& placement : placements) {
-        const int before = m_engine.design().resource(placement.resource).site;
-        if (before == placement.site)
-            continue;
-        change.sitesBefore.push_back({placement.resource, before});
-        change.sitesAfter.push_back(placement);
-    }
 }
 
 Refusal DesignEditor::move(const QString& text, const std::vector<Placement>& placements)
 {
-    Change change;
+    DesignChange change;
     change.text = text;
-    takeSites(change, placements);
+    change.takeSites(m_engine.design(), placements);
     if (change.sitesAfter.empty())
         return {};
     Refusal refusal = m_engine.rules().refusalToMove(change.sitesAfter);
-    return refusal.isEmpty() ? commit(change, commandsFor(change, true)) : refusal;
+    return refusal.isEmpty() ? commit(change, change.commands(m_engine, true)) : refusal;
 }
 
 Refusal DesignEditor::swap(const QString& resource, const QString& other)
@@ -189,9 +108,9 @@ Refusal DesignEditor::remove(const QString& resource)
     const int top = design.find(resource);
     if (top < 0)
         return tr("there is no resource \"%1\"").arg(resource);
-    Change change;
+    DesignChange change;
     change.text = tr("Delete %1").arg(resource);
-    change.branch = Change::Branch::Goes;
+    change.branch = DesignChange::Branch::Goes;
     change.branchPath = resource;
     for (int index : design.subtree(top)) {
         const zelengine::Resource& part = design.resource(index);
@@ -216,9 +135,9 @@ Refusal DesignEditor::restore(const QString& resource)
     Refusal refusal = m_engine.rules().refusalToRestore(resource);
     if (!refusal.isEmpty())
         return refusal;
-    Change change;
+    DesignChange change;
     change.text = tr("Restore %1").arg(resource);
-    change.branch = Change::Branch::ComesBack;
+    change.branch = DesignChange::Branch::ComesBack;
     change.branchPath = resource;
     return commit(change, {designcommands::restore(resource)});
 }
@@ -226,22 +145,22 @@ Refusal DesignEditor::restore(const QString& resource)
 Refusal DesignEditor::lock(const QString& resource)
 {
     return changeLocks(tr("Lock %1").arg(resource), designcommands::lock(resource), m_engine.proposeLock(resource),
-        &Change::lockedAfter);
+        &DesignChange::lockedAfter);
 }
 
 Refusal DesignEditor::unlock(const QString& resource)
 {
     return changeLocks(tr("Unlock %1").arg(resource), designcommands::unlock(resource),
-        m_engine.proposeUnlock(resource), &Change::lockedBefore);
+        m_engine.proposeUnlock(resource), &DesignChange::lockedBefore);
 }
 
 // `side` says on which side of the change the resources are locked.
 Refusal DesignEditor::changeLocks(
-    const QString& text, const QString& command, zelengine::LockProposal proposal, std::vector<int> Change::*side)
+    const QString& text, const QString& command, zelengine::LockProposal proposal, std::vector<int> DesignChange::*side)
 {
     if (!proposal.isAllowed())
         return std::move(proposal.refusal);
-    Change change;
+    DesignChange change;
     change.text = text;
     change.*side = std::move(proposal.resources);
     return commit(change, {command});
@@ -255,7 +174,7 @@ Refusal DesignEditor::configure(const QString& resource, const QString& key, con
     const QString before = m_engine.design().parameter(configuration.resource, key);
     if (configuration.value == before)
         return {};
-    Change change;
+    DesignChange change;
     change.text = tr("Configure %1").arg(resource);
     change.parameters.push_back({configuration.resource, key, before, configuration.value});
     return commit(change, {designcommands::configure(resource, key, configuration.value)});
@@ -266,7 +185,7 @@ Refusal DesignEditor::setSetting(int site, const QString& key, const QString& va
     const auto proposal = m_engine.settings().propose(site, key, value);
     if (!proposal.isAllowed())
         return proposal.refusal;
-    Change change;
+    DesignChange change;
     change.text = tr("Set %1").arg(key);
     change.settingsSite = proposal.carrier;
     change.settingsBefore = m_engine.settings().changes().value(proposal.carrier);
@@ -286,12 +205,12 @@ Refusal DesignEditor::writeSetting(int site, const QString& key, const QString& 
 }
 
 // The journal comes before the design: a change that was answered must survive a crash.
-Refusal DesignEditor::commit(const Change& change, const QStringList& commands)
+Refusal DesignEditor::commit(const DesignChange& change, const QStringList& commands)
 {
     const QString error = keep(commands);
     if (!error.isEmpty())
         return error;
-    apply(change, true);
+    change.apply(m_engine, true);
     if (m_isReplaying) {
         m_groupChanges.push_back(change); // becomes one undo step with the rest of its group
         return {};
@@ -301,77 +220,18 @@ Refusal DesignEditor::commit(const Change& change, const QStringList& commands)
     return {};
 }
 
-void DesignEditor::push(std::vector<Change> changes)
+void DesignEditor::push(std::vector<DesignChange> changes)
 {
-    m_undoStack.push(new ChangeCommand(*this, std::move(changes))); // the stack owns it
+    m_undoStack.push(new ChangeCommand(m_engine, std::move(changes))); // the stack owns it
 }
 
 void DesignEditor::endGroup(GroupEnd end)
 {
-    std::vector<Change> changes = std::exchange(m_groupChanges, {});
+    std::vector<DesignChange> changes = std::exchange(m_groupChanges, {});
     if (end == GroupEnd::Kept && !changes.empty())
         push(std::move(changes));
     for (auto change = changes.rbegin(); end == GroupEnd::RolledBack && change != changes.rend(); ++change)
-        apply(*change, false);
-}
-
-// The results are ignored: the engine accepted the change when it was new, and the design is again in that state.
-void DesignEditor::apply(const Change& change, bool isForward)
-{
-    if (change.removes(isForward)) {
-        (void)m_engine.remove(change.branchPath);
-        return;
-    }
-    if (change.restores(isForward))
-        (void)m_engine.restore(change.branchPath);
-    m_engine.setLocked(isForward ? change.lockedBefore : change.lockedAfter, false);
-    m_engine.setSites(isForward ? change.sitesAfter : change.sitesBefore);
-    m_engine.setLocked(isForward ? change.lockedAfter : change.lockedBefore, true);
-    for (const Change::Parameter& parameter : change.parameters)
-        m_engine.setParameter(parameter.resource, parameter.key, isForward ? parameter.after : parameter.before);
-    if (change.settingsSite >= 0)
-        m_engine.setSettingChanges(change.settingsSite, isForward ? change.settingsAfter : change.settingsBefore);
-}
-
-// What is locked can neither be taken off its site nor be locked before it is placed. Therefore locks are taken off
-// first and set last.
-QStringList DesignEditor::commandsFor(const Change& change, bool isForward) const
-{
-    if (change.removes(isForward))
-        return {designcommands::remove(change.branchPath)};
-    QStringList commands;
-    if (change.restores(isForward))
-        commands.append(designcommands::restore(change.branchPath));
-    else
-        for (int resource : isForward ? change.lockedBefore : change.lockedAfter)
-            commands.append(designcommands::unlock(path(resource)));
-    std::vector<designcommands::Move> moves;
-    for (std::size_t i = 0; i < change.sitesBefore.size(); ++i) {
-        designcommands::Move move{
-            path(change.sitesBefore[i].resource), change.sitesBefore[i].site, change.sitesAfter[i].site};
-        if (!isForward)
-            std::swap(move.from, move.to);
-        if (move.from != move.to)
-            moves.push_back(move);
-    }
-    commands += designcommands::moves(moves);
-    for (const Change::Parameter& parameter : change.parameters)
-        commands.append(designcommands::configure(
-            path(parameter.resource), parameter.key, isForward ? parameter.after : parameter.before));
-    for (int resource : isForward ? change.lockedAfter : change.lockedBefore)
-        commands.append(designcommands::lock(path(resource)));
-    if (change.settingsSite < 0)
-        return commands;
-    const zelengine::SettingChanges before{{change.settingsSite, change.settingsBefore}};
-    const zelengine::SettingChanges after{{change.settingsSite, change.settingsAfter}};
-    return commands
-        + designcommands::settings(m_engine.device(), isForward ? before : after, isForward ? after : before);
-}
-
-// Removed resources keep their index, so this finds their path as well.
-QString DesignEditor::path(int resource) const
-{
-    return m_engine.design().resource(resource).path;
+        change->apply(m_engine, false);
 }
 
 Refusal DesignEditor::undo()

@@ -5,6 +5,7 @@
 #include "engine/rules/lockrules.h"
 #include "engine/rules/placementrules.h"
 #include "engine/rules/settingstore.h"
+#include "host/design/designchange.h"
 #include "host/design/journal.h"
 #include "host/design/journalreader.h"
 #include "host/tcl/tclinterpreter.h"
@@ -112,25 +113,17 @@ Q_SIGNALS:
     void settingRefused(const QString& reason);
 
 private:
-    // A change stores only what it changes, so that a long undo history stays small.
-    struct Change;
-    class ChangeCommand;
-
     zelengine::Refusal writeSetting(int site, const QString& key, const QString& value);
     zelengine::Refusal changeSites(const QString& text, const QString& command, const zelengine::Proposal& proposal);
-    zelengine::Refusal changeLocks(
-        const QString& text, const QString& command, zelengine::LockProposal proposal, std::vector<int> Change::*side);
-    zelengine::Refusal commit(const Change& change, const QStringList& commands);
-    void takeSites(Change& change, const std::vector<zelengine::Placement>& placements) const;
-    void apply(const Change& change, bool isForward);
-    [[nodiscard]] QStringList commandsFor(const Change& change, bool isForward) const;
-    [[nodiscard]] QString path(int resource) const;
+    zelengine::Refusal changeLocks(const QString& text, const QString& command, zelengine::LockProposal proposal,
+        std::vector<int> DesignChange::*side);
+    zelengine::Refusal commit(const DesignChange& change, const QStringList& commands);
     zelengine::Refusal step(int index, bool isForward);
     [[nodiscard]] QString claimAgain();
     [[nodiscard]] QString keep(const QStringList& commands);
     [[nodiscard]] QString backUpPlacementFile();
     [[nodiscard]] QByteArray savedContent() const;
-    void push(std::vector<Change> changes);
+    void push(std::vector<DesignChange> changes);
     enum class GroupEnd { Kept, RolledBack };
     void endGroup(GroupEnd end);
 
@@ -159,7 +152,7 @@ private:
     QUndoStack m_undoStack;
     zelengine::Design m_pristine; // the design as its file has it
     bool m_isReplaying = false;
-    std::vector<Change> m_groupChanges; // the accepted changes of the group that is being replayed
+    std::vector<DesignChange> m_groupChanges; // the accepted changes of the group that is being replayed
     bool m_isClaimed = false; // whether this program holds the lock and the placement file was not changed
     bool m_hasUnsavedPast = false;
 };

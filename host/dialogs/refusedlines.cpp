@@ -23,7 +23,6 @@ void openRefusedLines(QWidget* parent, const QString& title, const QString& summ
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     auto* list = new QPlainTextEdit(lines.join(QLatin1Char('\n')), dialog);
     list->setReadOnly(true);
-    list->setLineWrapMode(QPlainTextEdit::NoWrap);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, dialog);
     QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
     auto* layout = new QVBoxLayout(dialog);

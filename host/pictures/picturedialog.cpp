@@ -71,6 +71,7 @@ void PictureDialog::addRows()
     rows->addRow(tr("&Format:"), m_format);
     rows->addRow(tr("&Part:"), m_part);
     rows->addRow(tr("&Size:"), size);
+    qobject_cast<QLabel*>(rows->labelForField(size))->setBuddy(m_width);
     rows->addRow(tr("With:"), m_overlays);
     rows->addRow(QString(), m_note);
     rows->addRow(buttons);

@@ -4,14 +4,13 @@
 #include "graphics/zelgraphicsview.h"
 #include "host/design/replacedfile.h"
 #include "host/drawing/drawingfit.h"
-#include "host/pictures/svgpicture.h"
+#include "host/pictures/pdfengine.h"
+#include "host/pictures/picturepage.h"
+#include "host/pictures/svgengine.h"
 #include "host/tcl/translation.h"
 
 #include <QImageWriter>
-#include <QPageLayout>
-#include <QPageSize>
 #include <QPainter>
-#include <QPdfWriter>
 
 namespace mirn::zelchip {
 
@@ -21,7 +20,6 @@ using zelchipview::ZelGraphicsView;
 namespace {
 
 constexpr double MillimetresPerInch = 25.4;
-constexpr double PointsPerInch = 72;
 
 // One export. Its operations return false if no picture came about.
 class PictureExport final
@@ -48,6 +46,7 @@ private:
     [[nodiscard]] bool write();
     [[nodiscard]] bool writePdf();
     [[nodiscard]] bool writeSvg();
+    [[nodiscard]] bool writePage(QPaintEngine& engine);
     [[nodiscard]] bool writePng();
     [[nodiscard]] bool paintOn(QPaintDevice& device);
     [[nodiscard]] bool goesOn(double share);
@@ -112,23 +111,24 @@ bool PictureExport::paintOn(QPaintDevice& device)
 
 bool PictureExport::writePdf()
 {
-    QPdfWriter page(&m_file);
-    page.setResolution(m_resolution);
-    page.setCreator(QStringLiteral("zelchip"));
     const QSizeF size = m_request.size.isEmpty() ? usualSize(m_view, m_request.format) : m_request.size;
-    // Named sizes would replace one that is nearly the same.
-    page.setPageLayout(QPageLayout(
-        QPageSize(size, QPageSize::Millimeter, QString(), QPageSize::ExactMatch), QPageLayout::Portrait, QMarginsF()));
-    m_options.size = page.pageLayout().fullRectPoints().size() * (m_resolution / PointsPerInch);
-    return paintOn(page) && !m_file.hasEnded();
+    m_options.size = size * (m_resolution / MillimetresPerInch);
+    PdfEngine engine(m_file, m_options.size, m_resolution);
+    return writePage(engine);
 }
 
 bool PictureExport::writeSvg()
 {
     if (m_options.size.isEmpty())
         m_options.size = usualSize(m_view, m_request.format);
-    SvgPicture picture(m_file, m_options.size, m_resolution);
-    return paintOn(picture) && !m_file.hasEnded();
+    SvgEngine engine(m_file, m_options.size);
+    return writePage(engine);
+}
+
+bool PictureExport::writePage(QPaintEngine& engine)
+{
+    PicturePage page(engine, m_options.size, m_resolution);
+    return paintOn(page) && !m_file.hasEnded();
 }
 
 bool PictureExport::writePng()

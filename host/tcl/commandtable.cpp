@@ -93,10 +93,10 @@ const std::vector<CommandEntry>& commandTable()
             "zel_view snapshot floorplan.png", ""},
         {"zel_view", "export", "FILE ?-part whole|visible? ?-overlays 0|1? ?-size WxH?",
             "Writes a picture of the drawing into a file, as PDF, SVG or PNG by the file's suffix: the whole drawing, "
-            "as "
-            "a window of the picture's size would show it, or the part that is visible now; with what is shown over it "
-            "(1, connections, candidates, names and locks) or without (0). The size is in millimetres for PDF, else in "
-            "pixels; without one it is that of the drawing in the window.",
+            "as a window of the picture's size would show it, or the part that is visible now; with what is shown over "
+            "it (1, connections, candidates, names and locks) or without (0). The size is in millimetres for PDF, else "
+            "in pixels; without one it is that of the drawing in the window. PDF and SVG need no memory that grows "
+            "with the drawing.",
             "zel_view export floorplan.svg -part visible -overlays 0 -size 1600x1000", ""},
         {"zel_view", "where", "-id SITE",
             "Returns the middle of an element on the screen, as x and y in pixels of the device.",

@@ -94,7 +94,7 @@ private:
     {
         for (const QString unit : {"U0", "U1", "U2"}) {
             for (int n = random.below(3); n >= 0; --n)
-                addSite("channel", unit);
+                addSite("channel", random.below(12) == 0 ? QString() : unit);
             if (random.below(2) == 0)
                 addSite(random.below(3) == 0 ? "clock" : "pll", unit, {unit});
         }

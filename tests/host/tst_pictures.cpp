@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
+#include "host/pictures/pdfengine.h"
 #include "host/pictures/picturedialog.h"
 #include "host/pictures/pictureexport.h"
+#include "host/pictures/picturepage.h"
 #include "tests/host/hostfiles.h"
 #include "tests/host/shownwindow.h"
 #include "tests/support/testmain.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QBuffer>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QLinearGradient>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -19,6 +24,7 @@
 #include <QTimer>
 
 #include <cerrno>
+#include <functional>
 
 using namespace mirn::zelchip;
 
@@ -79,6 +85,44 @@ QByteArray inflated(const QByteArray& pdf)
         all += qUncompress(length + pdf.mid(begin, pdf.indexOf("endstream", begin) - begin));
     }
     return all;
+}
+
+using Painting = std::function<void(QPainter& painter)>;
+
+// A page of 96 x 192 pixels.
+QByteArray painted(const Painting& paint)
+{
+    QBuffer file;
+    file.open(QIODevice::WriteOnly);
+    PdfEngine engine(file, {96, 192}, 96);
+    PicturePage page(engine, {96, 192}, 96);
+    QPainter painter(&page);
+    painter.setBrush(Qt::green);
+    paint(painter);
+    painter.end();
+    return file.data();
+}
+
+QPainterPath lineAcross()
+{
+    QPainterPath path;
+    path.lineTo(96, 0);
+    return path;
+}
+
+QLinearGradient fading()
+{
+    QLinearGradient gradient(0, 0, 96, 0);
+    gradient.setColorAt(0, QColor(0, 0, 255, 255));
+    gradient.setColorAt(1, QColor(0, 0, 255, 0));
+    return gradient;
+}
+
+QImage onePixel()
+{
+    QImage image(1, 1, QImage::Format_RGB32);
+    image.fill(Qt::green);
+    return image;
 }
 
 } // namespace
@@ -145,9 +189,81 @@ private Q_SLOTS:
         const QByteArray svg = shown.exported("svg", "-size 400x300");
         QVERIFY2(svg.contains(">CH0 rx</text>") && svg.contains("viewBox=\"0 0 400 300\""), svg);
         const QByteArray pdf = shown.exported("pdf", "-size 100x50");
-        QVERIFY(pdf.startsWith("%PDF-") && pdf.contains("/FontFile2") && pdf.contains("/ToUnicode"));
+        QVERIFY(pdf.startsWith("%PDF-") && pdf.contains("/Type3") && pdf.contains("/ToUnicode"));
         QVERIFY(pdf.contains(QRegularExpression("MediaBox \\[0(\\.0+)? 0(\\.0+)? 283").match(pdf).captured().toUtf8()));
-        QVERIFY2(inflated(pdf).contains(" Tj"), "no text is shown");
+        const QByteArray page = inflated(pdf);
+        QVERIFY2(page.contains(">] TJ") && page.contains("<00> <0043>\n<01> <0048>"), page);
+    }
+
+    void pdfHas_data()
+    {
+        const Rows<Painting, QByteArray> row; // on a page of 96 x 192 pixels, which is 72 x 144 points
+        row(
+            "a rectangle, upright", [](QPainter& on) { on.fillRect(QRect(8, 16, 32, 8), Qt::red); },
+            "1 0 0 rg\n\n6 126 24 6 re\nf\n");
+        row(
+            "a rectangle, turned",
+            [](QPainter& on) {
+                on.rotate(90);
+                on.fillRect(QRect(8, -16, 32, 8), Qt::red);
+            },
+            "12 138 m\n12 114 l\n6 114 l\n6 138 l\n12 138 l\nh\nf\n");
+        row(
+            "a curve with both", [](QPainter& on) { on.drawEllipse(8, 8, 16, 16); }, " c\nh\nB*\n");
+        row(
+            "a cosmetic pen, enlarged",
+            [](QPainter& on) {
+                on.setPen(QPen(Qt::blue, 0));
+                on.scale(8, 8);
+                on.drawLine(1, 1, 2, 1);
+            },
+            "0.75 w\n2 J\n2 j\n[] 0 d\n/B255 gs\n0 0 1 RG\n\n6 138 m\n12 138 l\nS\n");
+        row(
+            "dashes", [](QPainter& on) { on.strokePath(lineAcross(), QPen(Qt::blue, 4, Qt::DashLine, Qt::FlatCap)); },
+            "3 w\n0 J\n2 j\n[12 6 ] 0 d");
+        row(
+            "a translucent colour", [](QPainter& on) { on.fillRect(0, 0, 8, 8, QColor(0, 0, 255, 51)); }, "/A51 gs\n");
+        row(
+            "how opaque that is", [](QPainter& on) { on.fillRect(0, 0, 8, 8, QColor(0, 0, 255, 51)); },
+            "/A51 << /ca 0.2 >>");
+        row(
+            "a gradient that fades", [](QPainter& on) { on.strokePath(lineAcross(), QPen(fading(), 1)); },
+            "q\n0.75 w\n2 J\n2 j\n[] 0 d\n/B255 gs\n/M4 gs\n/Pattern CS /P3 SCN\n\n0 144 m\n72 144 l\nS\nQ\n");
+        row(
+            "how the gradient fades", [](QPainter& on) { on.strokePath(lineAcross(), QPen(fading(), 1)); },
+            "/Coords [0 144 72 144 ]\n/Function << /FunctionType 3 /Domain [0 1] /Functions [<< /FunctionType 2 "
+            "/Domain "
+            "[0 1] /N 1 /C0 [1 ] /C1 [0 ] >>");
+        row(
+            "letters that one character makes many",
+            [](QPainter& on) { on.drawText(8, 16, QString::fromUtf8("\xf0\x9d\x90\x80")); },
+            "/ActualText <feffd835dc00> >> BDC");
+        row(
+            "pixels", [](QPainter& on) { on.drawImage(QRect(0, 0, 8, 8), onePixel()); },
+            "q\n6 0 0 6 0 138 cm\nBI /CS /RGB /BPC 8 /F /AHx /W\n1 /H\n1 ID\n00ff00\n> EI Q\n");
+    }
+
+    void pdfHas()
+    {
+        const auto [paint, operators] = row<Painting, QByteArray>();
+        const QByteArray pdf = painted(paint);
+        const QByteArray all = pdf + inflated(pdf);
+        QVERIFY2(all.contains(operators), inflated(pdf));
+    }
+
+    // A page that were kept until its end would need as much memory as it has shapes.
+    void pdfIsWrittenWhileItIsPainted()
+    {
+        QBuffer file;
+        file.open(QIODevice::WriteOnly);
+        PdfEngine engine(file, {96, 192}, 96);
+        PicturePage page(engine, {96, 192}, 96);
+        QPainter painter(&page);
+        for (int i = 0; i < 100000; ++i)
+            painter.drawPoint(QPointF(i * 7919 % 9600 / 100.0, i * 6101 % 19200 / 100.0));
+        const qint64 early = file.size();
+        painter.end();
+        QVERIFY2(early > file.size() * 0.8, qPrintable(QString("%1 of %2 bytes").arg(early).arg(file.size())));
     }
 
     void oldFileStays_data()

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
-#include "host/pictures/svgpicture.h"
+#include "host/pictures/picturepage.h"
 
 #include <limits>
 
 namespace mirn::zelchip {
 
-SvgPicture::SvgPicture(QIODevice& file, const QSizeF& size, int resolution)
-    : m_engine(file, size)
+PicturePage::PicturePage(QPaintEngine& engine, const QSizeF& size, int resolution)
+    : m_engine(engine)
     , m_size(size)
     , m_resolution(resolution)
 { }
 
-int SvgPicture::metric(PaintDeviceMetric which) const
+int PicturePage::metric(PaintDeviceMetric which) const
 {
     constexpr double MillimetresPerInch = 25.4;
     switch (which) {
