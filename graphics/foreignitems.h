@@ -29,8 +29,9 @@ public:
     // Qt reports changes at the next turn of the event loop. This call delivers the pending ones at once.
     void deliverPendingChanges();
 
-    // Items added between the two calls, which may be nested, are not examined. Both calls flush the calls that Qt queues for each new item:
-    // otherwise closing the window before the next turn of the event loop takes time quadratic in the number of items.
+    // Items added between the two calls, which may be nested, are not examined. Both calls flush the calls that Qt
+    // queues for each new item: otherwise closing the window before the next turn of the event loop takes time
+    // quadratic in the number of items.
     void pause();
     void resume();
 

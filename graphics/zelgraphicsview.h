@@ -53,11 +53,11 @@ public:
     // if dy is 0 (to the left if dx is negative). Nothing happens if neither is 0.
     void scrollBy(double dx, double dy);
 
-    // Tells the view that its user has just zoomed by a gesture. In a drawing that takes longer to paint than the screen
-    // to show the next frame, the next paint on the screen may then be approximate: the last picture, scaled. The exact
-    // one is painted in slices between the user's events, and becameExact() is emitted when it is shown. Pictures that
-    // a host asks for (grab(), render()), and the paint after any other change, are always exact. The navigator calls
-    // this for each step of the wheel.
+    // Tells the view that its user is about to zoom by a gesture. In a drawing that takes longer to paint than the
+    // screen to show the next frame, the next paint on the screen may then be approximate: the last picture, scaled.
+    // The exact one is painted in slices between the user's events, and becameExact() is emitted when it is shown.
+    // Pictures that a host asks for (grab(), render()), and the paint after any other change, are always exact. The
+    // navigator calls this for each step of the wheel.
     void allowApproximatePaint();
     [[nodiscard]] bool isExact() const;
 

@@ -61,7 +61,8 @@ public:
     [[nodiscard]] PaintCounter& painted() { return m_painted; }
     [[nodiscard]] QImage picture() const;
 
-    // Returns the part of the drawing that picture() shows, painted item by item in a plain QGraphicsView. Makes all items.
+    // Returns the part of the drawing that picture() shows, painted item by item in a plain QGraphicsView. Makes all
+    // items.
     [[nodiscard]] QImage pictureOfItems() const;
 
     [[nodiscard]] mirn::zelchipview::ZelGraphicsView* view() const;

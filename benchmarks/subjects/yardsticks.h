@@ -13,7 +13,8 @@ class Device;
 // A bare QPainter.
 [[nodiscard]] Side bareSide(Device& device);
 
-// Every item paints itself, as Qt renders a scene without a view. Makes all items of the window, so close it afterwards.
+// Every item paints itself, as Qt renders a scene without a view. Makes all items of the window, so close it
+// afterwards.
 [[nodiscard]] Side itemsSide(Device& device);
 
 } // namespace zelbench

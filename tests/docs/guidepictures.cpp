@@ -5,11 +5,11 @@
 #include "tests/support/events.h"
 
 #include <QAction>
-#include <QMenu>
 #include <QApplication>
 #include <QFile>
 #include <QHash>
 #include <QImage>
+#include <QMenu>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QStandardPaths>

@@ -62,7 +62,8 @@ private Q_SLOTS:
             "ChipElement ChipViewNavigator ElementIdSet ZELChipViewDatabase ZELChipViewTreeItem ZELDCUSettingDlg "
             "ZELFillableAttribute ZELGraphicItemAttribute ZELLineAttribute ZELLineItem ZELPolygonAttribute "
             "ZELPolygonItem ZELRectAttribute ZELRectItem ZELTextAttribute ZELTextItem ZelChipGUI ZelGraphicsScene "
-            "ZelDrawingPicture ZelGraphicsView ZelViewLayer DragReason DragWatch GhostLayer LockLayer MoveGesture NameLayer OverviewMap "
+            "ZelDrawingPicture ZelGraphicsView ZelViewLayer DragReason DragWatch GhostLayer LockLayer MoveGesture "
+            "NameLayer OverviewMap "
             "PlaceOn PlanAids PointerNote ResourceTip SiteCursor SwapQuestion ZelResTable ::mirn::zelchipview ZelTree "
             "ChipScene DrawingController TreeController SettingsController");
     }
