@@ -52,12 +52,10 @@ void ChipViewNavigator::updateView(QObject*, BaseNavigator::Navigating how, int 
     const int distance = ScrollStep * count;
     switch (how) {
     case NavigateZoomIn:
-        view->allowApproximatePaint();
-        repeat(&ZelGraphicsView::zoomIn, *view, count);
+        view->zoomApproximately([=] { repeat(&ZelGraphicsView::zoomIn, *view, count); });
         break;
     case NavigateZoomOut:
-        view->allowApproximatePaint();
-        repeat(&ZelGraphicsView::zoomOut, *view, count);
+        view->zoomApproximately([=] { repeat(&ZelGraphicsView::zoomOut, *view, count); });
         break;
     case NavigateUp:
         view->scrollBy(0, -distance);

@@ -34,9 +34,8 @@ public:
     // See ViewCanvas::setThreads().
     void setThreads(int count) { m_threads = count; }
 
-    // The user is about to zoom: the next paint may be approximate.
+    // The user has zoomed: the next paint may be approximate.
     void allow() { m_isAllowed = true; }
-    [[nodiscard]] bool isAllowed() const { return m_isAllowed; }
 
     // The next paint must be exact.
     void stop();

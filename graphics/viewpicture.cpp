@@ -115,16 +115,10 @@ bool ViewPicture::canPaintOn(const QPainter& painter) const
         && background.style() == Qt::SolidPattern;
 }
 
-void ViewPicture::allowApproximate()
+void ViewPicture::noteZoom(bool isByUser)
 {
     if (m_quick)
-        m_quick->allow();
-}
-
-void ViewPicture::noteZoom()
-{
-    if (m_quick && !m_quick->isAllowed())
-        m_quick->stop();
+        isByUser ? m_quick->allow() : m_quick->stop();
 }
 
 bool ViewPicture::isSettled() const

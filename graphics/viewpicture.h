@@ -47,10 +47,9 @@ public:
     // its device is scaled evenly and not rotated, and the viewport has an opaque background of one colour.
     [[nodiscard]] bool canPaintOn(const QPainter& painter) const;
 
-    // The user has zoomed by a gesture: the next paint on the screen may be approximate if an exact one takes long. The
-    // exact picture follows by itself; `settled` is called then. isSettled() returns whether it is shown.
-    void allowApproximate();
-    void noteZoom(); // by whomever
+    // Somebody has zoomed. After a user's gesture, the next paint on the screen may be approximate if an exact one takes
+    // long. The exact picture follows by itself; `settled` is called when it is shown. isSettled() returns whether it is.
+    void noteZoom(bool isByUser);
     void whenSettled(std::function<void()> settled) { m_settled = std::move(settled); }
     [[nodiscard]] bool isSettled() const;
 

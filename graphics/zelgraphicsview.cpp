@@ -62,6 +62,7 @@ struct ZelGraphicsView::Parts
     int horizontalScrollStart = 0;
     int verticalScrollStart = 0;
     bool isPanning = false;
+    bool isUserZooming = false;
 };
 
 ZelGraphicsView::ZelGraphicsView(QGraphicsScene* scene, QWidget* parent)
@@ -149,7 +150,7 @@ void ZelGraphicsView::zoomTo(QList<QGraphicsItem*>* items)
 void ZelGraphicsView::setScaleAndLayers(double scale)
 {
     m_parts->currentScale = scale;
-    m_parts->picture.noteZoom();
+    m_parts->picture.noteZoom(m_parts->isUserZooming);
     calculateVisibleLayers();
 }
 
@@ -178,9 +179,11 @@ void ZelGraphicsView::scrollBy(double dx, double dy)
             dx < 0 ? QAbstractSlider::SliderSingleStepSub : QAbstractSlider::SliderSingleStepAdd);
 }
 
-void ZelGraphicsView::allowApproximatePaint()
+void ZelGraphicsView::zoomApproximately(const std::function<void()>& zoom)
 {
-    m_parts->picture.allowApproximate();
+    m_parts->isUserZooming = true;
+    zoom();
+    m_parts->isUserZooming = false;
 }
 
 bool ZelGraphicsView::isExact() const
