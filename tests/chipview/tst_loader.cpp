@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "graphics/elements/attributeregistry.h"
+#include "graphics/elements/chipelement.h"
 #include "graphics/zelrectattribute.h"
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zeltrace.h"
@@ -192,6 +192,9 @@ private Q_SLOTS:
         });
         row("a host's own attribute", 6, [](ChipView& chip) {
             chip.database()->setGraphicAttribute(2, new ZELRectAttribute(0, 0, 1, 1, 0, 0, 0, {}));
+            const auto* element = dynamic_cast<ChipElement*>(chip.item(2));
+            QVERIFY(element->attribute() != chip.attribute(2)); // an item keeps the one that it was loaded with
+            const_cast<ZELGraphicItemAttribute*>(element->attribute())->setParent(chip.scene());
         });
         row("a second load", 2 * 6, [](ChipView& chip) { (void)chip.window->initGrahpicView(); });
     }
