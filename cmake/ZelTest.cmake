@@ -12,14 +12,14 @@ set(ZEL_TEST_ENVIRONMENT
 function(zel_register_test name)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
     add_test(NAME ${name} COMMAND ${name} ${ARGN})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT "${ZEL_TEST_ENVIRONMENT}")
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "${ZEL_TEST_ENVIRONMENT}")
 endfunction()
 
 # zel_register_on_demand(NAME...) registers test programs once more: their drawings get graphics items on demand.
 function(zel_register_on_demand)
     foreach(name IN LISTS ARGN)
         add_test(NAME ${name}_itemsondemand COMMAND ${name})
-        set_tests_properties(${name}_itemsondemand PROPERTIES TIMEOUT 120 ENVIRONMENT
+        set_tests_properties(${name}_itemsondemand PROPERTIES TIMEOUT 300 ENVIRONMENT
             "${ZEL_TEST_ENVIRONMENT};ZEL_TEST_ITEMS_ON_DEMAND=1")
     endforeach()
 endfunction()
