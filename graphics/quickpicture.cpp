@@ -15,6 +15,7 @@ constexpr double LongestExactFrame = 10; // milliseconds; what is painted faster
 constexpr int SliceTime = 8; // milliseconds, after which events are looked at
 constexpr int SliceHeight = 64; // pixels; enough for two threads
 constexpr int CoarseDivisor = 2;
+constexpr double Less = 0.95; // the share of a scale that is less than it
 constexpr double NanosecondsPerMillisecond = 1e6;
 
 double scaleOf(const QTransform& transform)
@@ -54,11 +55,11 @@ void QuickPicture::noteFullRepaint(double milliseconds, const ViewCanvas& shown)
     keepCoarse(shown);
 }
 
-// Only a picture that shows more of the drawing replaces the one that there is.
+// Only a picture that shows clearly more of the drawing replaces the one that there is, because the copy takes time.
 void QuickPicture::keepCoarse(const ViewCanvas& shown)
 {
     const bool isNewer = m_coarse.isNull() || m_coarseVersion != shown.listVersion();
-    if (!isNewer && scaleOf(shown.toPicture()) > scaleOf(m_coarseToPicture))
+    if (!isNewer && scaleOf(shown.toPicture()) > Less * scaleOf(m_coarseToPicture))
         return;
     m_coarse = shown.reduced(CoarseDivisor);
     m_coarseToPicture = shown.toPicture();
