@@ -66,12 +66,12 @@ void QuickPicture::keepCoarse(const ViewCanvas& shown)
     m_coarseVersion = shown.listVersion();
 }
 
-// The time grows with the part of the drawing that is seen.
+// The time grows with the part of the drawing that is seen. A picture that misses a change of state is not shown again.
 bool QuickPicture::isWorthwhile(const ViewCanvas& shown, const ViewCanvas::Scene& scene) const
 {
     const double growth = m_costScale / scaleOf(scene.toPicture);
     return (m_isAllowed || isActive()) && m_cost * growth * growth > LongestExactFrame && shown.needsAll(scene)
-        && shown.listVersion() == scene.listVersion;
+        && shown.isFinished() && shown.listVersion() == scene.listVersion;
 }
 
 void QuickPicture::draw(QPainter& painter, const ViewCanvas& shown, const ViewCanvas::Scene& scene)
@@ -91,7 +91,7 @@ void QuickPicture::draw(QPainter& painter, const ViewCanvas& shown, const ViewCa
     painter.setTransform(shown.toPicture().inverted() * scene.toPicture, true);
     shown.drawOn(painter, QPointF(), 1.0);
     painter.restore();
-    if (isActive() && !m_next->needsAll(scene))
+    if (isActive() && m_next->hasBegun(scene))
         m_next->drawParts(painter, m_next->finished());
     else
         m_spent = 0;
@@ -109,7 +109,7 @@ void QuickPicture::paintSlice()
     QElapsedTimer clock;
     clock.start();
     const ViewCanvas::Scene scene = m_owner.scene();
-    const QRegion before = m_next->needsAll(scene) ? QRegion() : m_next->finished();
+    const QRegion before = m_next->hasBegun(scene) ? m_next->finished() : QRegion();
     const ViewCanvas::Work work
         = m_next->updateSome(scene, QDeadlineTimer(SliceTime), {SliceHeight, ViewCanvas::Order::MiddleFirst});
     m_spent += static_cast<double>(clock.nsecsElapsed()) / NanosecondsPerMillisecond;

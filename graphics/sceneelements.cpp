@@ -113,7 +113,7 @@ void SceneElements::applyDynamicValues(const QMap<QString, GraphicItemDynamicAtt
         const std::optional<int> id = elementIdOf(entry.key());
         if (!id)
             continue;
-        if (isOfTheDrawing(entry.value()) && !hasItem(*id))
+        if (m_index.hasLatent() && isOfTheDrawing(entry.value()) && !hasItem(*id))
             continue; // a latent element has the drawing's values
         m_index.visit(*id, [&](ChipElement* element) {
             ZELGraphicItemAttribute* attribute = attributes.find(element->loadNumber());
@@ -130,13 +130,11 @@ void SceneElements::applyDynamicValues(const QMap<QString, GraphicItemDynamicAtt
     repaint(changed, nullptr);
 }
 
-// Returns whether there is no element with this id, or one of them has an item.
 bool SceneElements::hasItem(int elementId)
 {
-    bool hasLatent = false;
-    bool hasItem = false;
-    m_index.visitSlots(elementId, [&](int, const ChipElement* element) { (element ? hasItem : hasLatent) = true; });
-    return hasItem || !hasLatent;
+    bool isAny = false;
+    m_index.visitSlots(elementId, [&isAny](int, const ChipElement* element) { isAny = isAny || element; });
+    return isAny;
 }
 
 // Items of hidden layers take over their tooltip when their layer is shown.

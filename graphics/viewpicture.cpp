@@ -133,7 +133,7 @@ bool ViewPicture::isOnScreen(const QPainter& painter) const
     return store && painter.paintEngine() && painter.paintEngine()->paintDevice() == store->paintDevice();
 }
 
-ViewCanvas::Scene ViewPicture::sceneFor(const ViewCanvas::Background& drawBackground) const
+ViewCanvas::Scene ViewPicture::currentScene() const
 {
     const QWidget& viewport = *m_view.viewport();
     const auto& [ratio, start] = m_device;
@@ -144,7 +144,7 @@ ViewCanvas::Scene ViewPicture::sceneFor(const ViewCanvas::Background& drawBackgr
     scene.layers = m_scene->getVisibleLayers();
     scene.textPen = m_textPen;
     scene.viewFont = m_font;
-    scene.drawBackground = drawBackground;
+    scene.drawBackground = m_drawBackground;
     scene.isScaled = ratio != 1.0 || !start.isNull();
     return scene;
 }
@@ -157,7 +157,7 @@ void ViewPicture::paint(QPainter& painter, const QRegion& exposed, const ViewCan
         m_quick = std::make_unique<QuickPicture>(list,
             QuickPicture::Owner{
                 [this] { return m_scene && m_view.scene() == m_scene && m_scene->elements().canPaintFromList(); },
-                [this] { return sceneFor(m_drawBackground); }, [this](const QRegion& part) { updatePart(part); },
+                [this] { return currentScene(); }, [this](const QRegion& part) { updatePart(part); },
                 [this](std::unique_ptr<ViewCanvas>& next) { exchange(next); }});
     }
     const QTransform device = painter.deviceTransform();
@@ -168,7 +168,7 @@ void ViewPicture::paint(QPainter& painter, const QRegion& exposed, const ViewCan
     m_canvas->setThreads(m_threads);
     m_quick->setThreads(m_threads);
     const auto& [ratio, start] = m_device;
-    const ViewCanvas::Scene scene = sceneFor(drawBackground);
+    const ViewCanvas::Scene scene = currentScene();
     if (isOnScreen(painter) && m_quick->isWorthwhile(*m_canvas, scene)) {
         painter.save();
         painter.translate(-start / ratio);

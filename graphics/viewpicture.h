@@ -47,8 +47,9 @@ public:
     // its device is scaled evenly and not rotated, and the viewport has an opaque background of one colour.
     [[nodiscard]] bool canPaintOn(const QPainter& painter) const;
 
-    // Somebody has zoomed. After a user's gesture, the next paint on the screen may be approximate if an exact one takes
-    // long. The exact picture follows by itself; `settled` is called when it is shown. isSettled() returns whether it is.
+    // Somebody has zoomed. After a user's gesture, the next paint on the screen may be approximate if an exact one
+    // takes long. The exact picture follows by itself; `settled` is called when it is shown. isSettled() returns
+    // whether it is.
     void noteZoom(bool isByUser);
     void whenSettled(std::function<void()> settled) { m_settled = std::move(settled); }
     [[nodiscard]] bool isSettled() const;
@@ -58,7 +59,7 @@ public:
     void paint(QPainter& painter, const QRegion& exposed, const ViewCanvas::Background& drawBackground);
 
 private:
-    [[nodiscard]] ViewCanvas::Scene sceneFor(const ViewCanvas::Background& drawBackground) const;
+    [[nodiscard]] ViewCanvas::Scene currentScene() const;
     [[nodiscard]] bool isOnScreen(const QPainter& painter) const;
     void updateExactly(const ViewCanvas::Scene& scene);
     void updatePart(const QRegion& part);

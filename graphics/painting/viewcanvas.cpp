@@ -73,7 +73,7 @@ void ViewCanvas::invalidate(int place)
 
 void ViewCanvas::update(const Scene& scene)
 {
-    if (!m_isValid || !differsOnlyByScroll(scene) || !scroll(scene) || isMostlyDirty())
+    if (needsAll(scene) || !scroll(scene) || isMostlyDirty())
         paintAll(scene);
     else
         paintDirtyParts(scene, QDeadlineTimer(QDeadlineTimer::Forever));
@@ -81,7 +81,7 @@ void ViewCanvas::update(const Scene& scene)
 
 ViewCanvas::Work ViewCanvas::updateSome(const Scene& scene, const QDeadlineTimer& deadline, Bands bands)
 {
-    if (!m_isValid || !differsOnlyByScroll(scene) || scene.toPicture != m_toPicture) {
+    if (!hasBegun(scene)) {
         const bool isElsewhere = scene.size != m_picture.size() || scene.toPicture != m_toPicture;
         begin(scene);
         if (isElsewhere)
@@ -112,6 +112,11 @@ void ViewCanvas::divide(Bands bands)
 bool ViewCanvas::needsAll(const Scene& scene) const
 {
     return !m_isValid || !differsOnlyByScroll(scene);
+}
+
+bool ViewCanvas::hasBegun(const Scene& scene) const
+{
+    return !needsAll(scene) && scene.toPicture == m_toPicture;
 }
 
 QRegion ViewCanvas::finished() const

@@ -75,8 +75,11 @@ public:
     // Returns whether update() would have to paint all of it anew.
     [[nodiscard]] bool needsAll(const Scene& scene) const;
 
-    // Returns what of the picture is up to date.
+    // Returns what of the picture is up to date, and whether all of it is. hasBegun() returns whether the picture is of
+    // this scene, however much of it is up to date.
     [[nodiscard]] QRegion finished() const;
+    [[nodiscard]] bool isFinished() const { return m_isValid && m_dirty.empty(); }
+    [[nodiscard]] bool hasBegun(const Scene& scene) const;
 
     // The scale, place and display list that the picture was painted with.
     [[nodiscard]] const QTransform& toPicture() const { return m_toPicture; }

@@ -546,6 +546,9 @@ private Q_SLOTS:
         QVERIFY(!quick.isWorthwhile(shown, sceneAt(1.0, {30, 20}))); // a scroll is quick
         QVERIFY(!quick.isWorthwhile(shown, sceneAt(20.0, {}))); // and so is a small part of the drawing
         QVERIFY(quick.isWorthwhile(shown, now));
+        shown.invalidate(0);
+        QVERIFY(!quick.isWorthwhile(shown, now)); // what has changed must be seen at once
+        shown.update(before);
         const auto imageOf = [](const ViewCanvas& canvas) { return canvas.reduced(1); };
         for (const bool isInterrupted : {true, false}) {
             QImage screen(Width, Height, QImage::Format_RGB32);
