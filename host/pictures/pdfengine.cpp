@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/pictures/pdfengine.h"
 
+#include "host/pictures/picturepage.h"
+
 #include <QGlyphRun>
 #include <QImage>
 #include <QPainter>
@@ -35,13 +37,6 @@ int joinNumber(const QPen& pen)
     if (pen.joinStyle() == Qt::RoundJoin)
         return 1;
     return pen.joinStyle() == Qt::BevelJoin ? 2 : 0;
-}
-
-QPaintEngine::PaintEngineFeatures pdfFeatures()
-{
-    return QPaintEngine::PrimitiveTransform | QPaintEngine::PixmapTransform | QPaintEngine::PainterPaths
-        | QPaintEngine::LinearGradientFill | QPaintEngine::AlphaBlend | QPaintEngine::ConstantOpacity
-        | QPaintEngine::Antialiasing | QPaintEngine::BrushStroke;
 }
 
 // A line of text, with the origin at its beginning on the base line.
@@ -80,7 +75,7 @@ QByteArray actualText(const QString& text)
 } // namespace
 
 PdfEngine::PdfEngine(QIODevice& file, const QSizeF& size, int resolution)
-    : QPaintEngine(pdfFeatures())
+    : QPaintEngine(PicturePage::features())
     , m_file(file)
     , m_size(size * PointsPerInch / resolution)
     , m_toPaper(PointsPerInch / resolution, 0, 0, -PointsPerInch / resolution, 0, m_size.height())

@@ -11,6 +11,13 @@ PicturePage::PicturePage(QPaintEngine& engine, const QSizeF& size, int resolutio
     , m_resolution(resolution)
 { }
 
+QPaintEngine::PaintEngineFeatures PicturePage::features()
+{
+    return QPaintEngine::PrimitiveTransform | QPaintEngine::PixmapTransform | QPaintEngine::PainterPaths
+        | QPaintEngine::LinearGradientFill | QPaintEngine::AlphaBlend | QPaintEngine::ConstantOpacity
+        | QPaintEngine::Antialiasing | QPaintEngine::BrushStroke;
+}
+
 int PicturePage::metric(PaintDeviceMetric which) const
 {
     constexpr double MillimetresPerInch = 25.4;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPaintDevice>
+#include <QPaintEngine>
 #include <QSizeF>
 
 namespace mirn::zelchip {
@@ -12,6 +13,9 @@ class PicturePage final : public QPaintDevice
 public:
     // `size` is in pixels, of which an inch has `resolution`. The engine is not owned.
     PicturePage(QPaintEngine& engine, const QSizeF& size, int resolution);
+
+    // What the engines of such files can do.
+    [[nodiscard]] static QPaintEngine::PaintEngineFeatures features();
 
     [[nodiscard]] QPaintEngine* paintEngine() const override { return &m_engine; }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/pictures/svgengine.h"
 
+#include "host/pictures/picturepage.h"
+
 #include <QBuffer>
 #include <QFontInfo>
 #include <QIODevice>
@@ -94,17 +96,10 @@ QByteArray fontAttributes(const QFont& font)
     return text;
 }
 
-QPaintEngine::PaintEngineFeatures features()
-{
-    return QPaintEngine::PrimitiveTransform | QPaintEngine::PixmapTransform | QPaintEngine::PainterPaths
-        | QPaintEngine::LinearGradientFill | QPaintEngine::AlphaBlend | QPaintEngine::ConstantOpacity
-        | QPaintEngine::Antialiasing | QPaintEngine::BrushStroke;
-}
-
 } // namespace
 
 SvgEngine::SvgEngine(QIODevice& file, const QSizeF& size)
-    : QPaintEngine(features())
+    : QPaintEngine(PicturePage::features())
     , m_file(file)
     , m_size(size)
 { }
