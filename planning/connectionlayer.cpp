@@ -68,7 +68,12 @@ double distanceToSegment(const QPointF& point, const QPointF& from, const QPoint
 
 ConnectionLayer::ConnectionLayer(QGraphicsView* view)
     : ZelViewLayer(view)
-{ }
+{
+    connect(&m_ahead, &QTimer::timeout, this, [this] {
+        if (!m_picture.drawAhead())
+            m_ahead.stop();
+    });
+}
 
 void ConnectionLayer::setLines(std::vector<PlanLine> lines, Style style)
 {
@@ -78,6 +83,7 @@ void ConnectionLayer::setLines(std::vector<PlanLine> lines, Style style)
     // A broken rule is not to be covered by lines that are in order.
     std::stable_partition(m_lines.begin(), m_lines.end(), [](const PlanLine& line) { return !line.isBroken; });
     m_style = style;
+    m_ahead.stop();
     if (hasFewLines())
         m_picture = LinePicture(); // which takes much memory
     m_picture.invalidate();
@@ -200,6 +206,8 @@ void ConnectionLayer::paintPicture(QPainter& painter, const QRect& exposed)
         target.part = part;
         m_picture.paint(painter, m_lines, target);
     }
+    if (!m_picture.isDrawnAhead() && !m_ahead.isActive())
+        m_ahead.start(0);
 }
 
 // The same lines as vectors.

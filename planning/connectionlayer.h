@@ -8,6 +8,7 @@
 
 #include <QList>
 #include <QPoint>
+#include <QTimer>
 
 #include <vector>
 
@@ -51,6 +52,7 @@ private:
     std::vector<PlanLine> m_lines;
     Style m_style = Style::Strong;
     LinePicture m_picture;
+    QTimer m_ahead; // draws parts of the picture that are not in sight yet when there is nothing else to do
 };
 
 } // namespace mirn::zelchipview

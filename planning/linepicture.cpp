@@ -14,6 +14,7 @@ namespace mirn::zelchipview {
 namespace {
 
 constexpr std::size_t MostSpare = 48; // tiles
+constexpr int TilesAhead = 2; // on each side of the viewport
 constexpr double FarthestPixel = 1 << 28; // what is further away is not drawn, so that no sum overflows
 constexpr int ThinLineAlpha = 200;
 constexpr int BandPixels = 1 << 15; // that many are looked up and blended while they are in the processor's cache
@@ -38,6 +39,13 @@ int tileOf(int pixel)
 QRect tilesOf(const QRect& area)
 {
     return QRect(QPoint(tileOf(area.left()), tileOf(area.top())), QPoint(tileOf(area.right()), tileOf(area.bottom())));
+}
+
+// The pixels between the ends of a line, with both of them.
+QRect boundsOf(QPoint from, QPoint to)
+{
+    return QRect(QPoint(std::min(from.x(), to.x()), std::min(from.y(), to.y())),
+        QPoint(std::max(from.x(), to.x()), std::max(from.y(), to.y())));
 }
 
 QRect areaOf(const QRect& tiles)
@@ -107,8 +115,10 @@ void LinePicture::paint(QPainter& painter, const std::vector<PlanLine>& lines, c
         moveTo(grid, lines);
     // What is a viewport's size away or less stays, for the way back.
     const QRect viewport = target.viewport.translated(-scrolled);
+    m_inSight = tilesOf(viewport);
     forgetTilesOutside(
-        tilesOf(viewport.adjusted(-viewport.width(), -viewport.height(), viewport.width(), viewport.height())));
+        tilesOf(viewport.adjusted(-viewport.width(), -viewport.height(), viewport.width(), viewport.height()))
+        | m_inSight.adjusted(-TilesAhead, -TilesAhead, TilesAhead, TilesAhead));
     const QRect part = target.part.translated(-scrolled);
     const QRect tiles = tilesOf(part);
     drawMissingTiles(tiles);
@@ -147,6 +157,8 @@ void LinePicture::moveTo(const Grid& grid, const std::vector<PlanLine>& lines)
     forgetTilesOutside(QRect());
     m_grid = grid;
     m_lines.clear();
+    m_bounds = QRect();
+    m_drawnAround = QRect();
     for (const bool isBroken : {false, true}) {
         for (const PlanLine& line : lines) {
             if (line.isBroken == isBroken && !line.isStub)
@@ -165,8 +177,10 @@ void LinePicture::addPixelsOf(const PlanLine& line)
         return;
     const QPoint from(static_cast<int>(std::floor(x1)), static_cast<int>(std::floor(y1)));
     const QPoint to(static_cast<int>(std::floor(x2)), static_cast<int>(std::floor(y2)));
-    if (from != to)
-        m_lines.push_back({from, to, colorNumberOf(line)});
+    if (from == to)
+        return;
+    m_lines.push_back({from, to, colorNumberOf(line)});
+    m_bounds |= boundsOf(from, to);
 }
 
 // The memory of the tiles is used again, because fresh memory costs more time than the lines.
@@ -193,8 +207,27 @@ LinePicture::Tile LinePicture::newTile()
     return tile;
 }
 
-// Draws all of them in one go, because each drawing goes through all lines.
-void LinePicture::drawMissingTiles(const QRect& tiles)
+// Those nearest to the viewport come first, and where no line is there is nothing to draw.
+bool LinePicture::drawAhead()
+{
+    const QRect sensible = tilesOf(m_bounds);
+    QRect around = m_inSight;
+    for (int n = 0; n < TilesAhead; ++n) {
+        around.adjust(-1, -1, 1, 1);
+        const QRect sides[]
+            = {{around.topLeft(), QSize(1, around.height())}, {around.topRight(), QSize(1, around.height())},
+                {around.topLeft(), QSize(around.width(), 1)}, {around.bottomLeft(), QSize(around.width(), 1)}};
+        for (const QRect& side : sides) {
+            if (drawMissingTiles(side & sensible))
+                return true;
+        }
+    }
+    m_drawnAround = m_inSight;
+    return false;
+}
+
+// Draws all of them in one go, because each drawing goes through all lines. Returns whether there were any.
+bool LinePicture::drawMissingTiles(const QRect& tiles)
 {
     QRect missing;
     for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
@@ -204,13 +237,11 @@ void LinePicture::drawMissingTiles(const QRect& tiles)
         }
     }
     if (missing.isEmpty())
-        return;
+        return false;
     std::vector<Tile> drawn(static_cast<std::size_t>(missing.width()) * static_cast<std::size_t>(missing.height()));
     const QRect area = areaOf(missing);
     for (const PixelLine& line : m_lines) {
-        if (std::max(line.from.x(), line.to.x()) >= area.left() && std::min(line.from.x(), line.to.x()) <= area.right()
-            && std::max(line.from.y(), line.to.y()) >= area.top()
-            && std::min(line.from.y(), line.to.y()) <= area.bottom())
+        if (boundsOf(line.from, line.to).intersects(area))
             draw(line, missing, drawn);
     }
     auto tile = drawn.begin();
@@ -218,14 +249,13 @@ void LinePicture::drawMissingTiles(const QRect& tiles)
         for (int column = missing.left(); column <= missing.right(); ++column)
             m_tiles.insert({column, row}, std::move(*tile++));
     }
+    return true;
 }
 
 // `drawn` are the tiles, row by row; one is made when the first line comes.
 void LinePicture::draw(const PixelLine& line, const QRect& tiles, std::vector<Tile>& drawn)
 {
-    const QPoint topLeft(std::min(line.from.x(), line.to.x()), std::min(line.from.y(), line.to.y()));
-    const QPoint bottomRight(std::max(line.from.x(), line.to.x()), std::max(line.from.y(), line.to.y()));
-    const QRect touched = tilesOf(QRect(topLeft, bottomRight)) & tiles;
+    const QRect touched = tilesOf(boundsOf(line.from, line.to)) & tiles;
     for (int row = touched.top(); row <= touched.bottom(); ++row) {
         for (int column = touched.left(); column <= touched.right(); ++column) {
             Tile& tile = drawn[static_cast<std::size_t>((row - tiles.top()) * tiles.width() + column - tiles.left())];

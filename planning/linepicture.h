@@ -21,8 +21,8 @@ class QPainter;
 namespace mirn::zelchipview {
 
 // A picture of very many lines, one device pixel thin and without antialiasing. It is kept in tiles that move along
-// when the view is scrolled, so that a scroll draws only those tiles that come into sight; another scale draws all of
-// them. A later line covers an earlier one, and broken ones cover all.
+// when the view is scrolled, so that a scroll draws only those tiles that come into sight and were not drawn ahead;
+// another scale draws all of them. A later line covers an earlier one, and broken ones cover all.
 class LinePicture final
 {
 public:
@@ -40,6 +40,11 @@ public:
 
     // `lines` must be the same until invalidate().
     void paint(QPainter& painter, const std::vector<PlanLine>& lines, const Target& target);
+
+    // Draws a row or a column of the tiles around the viewport that was painted last, for a scroll to come: a few
+    // milliseconds' work. Returns false if there was none left to draw.
+    bool drawAhead();
+    [[nodiscard]] bool isDrawnAhead() const { return m_drawnAround == m_inSight; }
 
 private:
     using Place = QPair<int, int>; // column and row of a tile
@@ -69,12 +74,15 @@ private:
     void moveTo(const Grid& grid, const std::vector<PlanLine>& lines);
     void addPixelsOf(const PlanLine& line);
     void forgetTilesOutside(const QRect& tiles);
-    void drawMissingTiles(const QRect& tiles);
+    bool drawMissingTiles(const QRect& tiles);
     void draw(const PixelLine& line, const QRect& tiles, std::vector<Tile>& drawn);
     void paintTile(QPainter& painter, const LineTile& tile, const QRect& part, const QPointF& position, double ratio);
     [[nodiscard]] Tile newTile();
 
     Grid m_grid;
+    QRect m_inSight; // tiles
+    QRect m_drawnAround; // the tiles around which all are drawn
+    QRect m_bounds; // of all lines, in pixels
     std::vector<PixelLine> m_lines; // in the order in which they are drawn
     QHash<Place, Tile> m_tiles;
     std::vector<Tile> m_spare; // to be drawn on again

@@ -301,14 +301,18 @@ private Q_SLOTS:
         const std::vector<PlanLine> lines = manyLines();
         QTransform transform(1.37, 0, 0, 1.37, 3.25, 0.5);
         LinePicture moved;
+        LinePicture ahead;
         (void)pictureOf(moved, lines, transform);
         for (int n = 0; n < times; ++n) {
+            (void)pictureOf(ahead, lines, transform);
+            while (n % 2 == 0 && ahead.drawAhead()) { }
             transform *= QTransform::fromTranslate(step.x(), step.y());
             (void)pictureOf(moved, lines, transform);
         }
         LinePicture fresh;
         const QImage expected = pictureOf(fresh, lines, transform);
         QVERIFY(pictureOf(moved, lines, transform) == expected);
+        QVERIFY(pictureOf(ahead, lines, transform) == expected);
     }
 
     // A line has one pixel for each step of its longer direction, wherever tiles meet.
