@@ -78,8 +78,7 @@ std::optional<SitePlace> placeOf(ZelGraphicsScene& scene, int id)
     DisplayList& list = elements.displayList();
     const Primitive& primitive = list.primitive(outline);
     const int layer = list.layers()[primitive.layer];
-    const ChipElement* known = list.knownElement(outline);
-    if (!known && primitive.kind == Primitive::Rect)
+    if (!list.knownElement(outline) && primitive.kind != Primitive::Text)
         return SitePlace{id, list.boundsOf(outline), layer}; // no item need be made
     ChipElement* element = list.element(outline);
     return element ? std::make_optional(SitePlace{id, element->graphicsItem()->sceneBoundingRect(), layer})

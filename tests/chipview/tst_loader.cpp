@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/elements/chipelement.h"
 #include "graphics/zelrectattribute.h"
+#include "planning/siteplaces.h"
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zeltrace.h"
 #include "tests/support/cancellingprogress.h"
@@ -177,6 +178,7 @@ private Q_SLOTS:
         row("a click", 1, [](ChipView& chip) { chip.click({20, 20}); });
         row("an element's colour", 1, [](ChipView& chip) { chip.refresh(3, {{"fill", "#ff0000"}}); });
         row("an element's items", 2, [](ChipView& chip) { (void)chip.scene()->itemsOf(5); });
+        row("where sites are", 0, [](ChipView& chip) { (void)visiblePlaces(*chip.scene(), {1, 5}); });
         row("an attribute", 1, [](ChipView& chip) { (void)chip.attribute(2); });
         row("an area, where the text may reach, too", 3, [](ChipView& chip) {
             chip.scene()->makeItemsIn({40, 15, 60, 4});
