@@ -105,6 +105,7 @@ private:
     void repaint(const std::vector<int>& places, ScenePicture* painted, unsigned versionBefore);
     [[nodiscard]] bool hasItem(int elementId);
     ChipElement* make(int place);
+    void giveGeometry(QGraphicsItem* item);
     void takeOverState(ChipElement& element);
     [[nodiscard]] bool isPendingAt(int place) const;
     [[nodiscard]] std::vector<int> placesTouching(const QRectF& area);

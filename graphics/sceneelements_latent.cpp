@@ -54,6 +54,7 @@ void SceneElements::dropLatent()
 ChipElement* SceneElements::make(int place)
 {
     QGraphicsItem* item = m_makeItem(place + 1);
+    giveGeometry(item);
     m_index.startMaking(place);
     if (item)
         m_scene.addItem(item); // the scene owns it, and the item enters the index
@@ -63,6 +64,16 @@ ChipElement* SceneElements::make(int place)
     m_displayList.adopt(*element, place);
     takeOverState(*element);
     return element;
+}
+
+// An item that had no size yet is given it before it enters the scene: Qt takes a change of nothing for one of the whole
+// scene.
+void SceneElements::giveGeometry(QGraphicsItem* item)
+{
+    auto* element = dynamic_cast<ChipElement*>(item);
+    const ZELGraphicItemAttribute* attribute = element ? element->attribute() : nullptr;
+    if (attribute && m_index.wasShown(attribute->layer))
+        element->synchronise(m_scene.statesOf(attribute->itemId));
 }
 
 // Brings a new item to the state that it would have if it had been there all the time.

@@ -132,13 +132,18 @@ bool ZELTextItem::synchronise(ElementStates)
     m_shown = {value<QString>(ATTR_TEXT), value<QString>(ATTR_FONT_FAMILY), value<double>(ATTR_FONT_SIZE),
         value<int>(ATTR_ROTATION), value<unsigned int>(ATTR_FILL_COLOR)};
     m_documentRect = QRectF();
-    auto* chipScene = qobject_cast<ChipScene*>(scene());
     // measure() computes the size of a single line only; the document measures several.
     if (m_hasDocument)
         fillDocument();
-    else if (isMultiline(m_shown.text) || (chipScene && chipScene->hasFewTexts()))
+    else if (isMultiline(m_shown.text) || isAmongFewTexts())
         makeDocument();
     return true;
+}
+
+bool ZELTextItem::isAmongFewTexts() const
+{
+    auto* chipScene = qobject_cast<ChipScene*>(scene());
+    return chipScene && chipScene->hasFewTexts();
 }
 
 QString ZELTextItem::toPlainText() const
@@ -168,6 +173,8 @@ QTextDocument* ZELTextItem::document() const
 QVariant ZELTextItem::itemChange(GraphicsItemChange change, const QVariant& value)
 {
     noticeChange(change);
+    if (change == ItemSceneHasChanged && m_isShown && isAmongFewTexts())
+        makeDocument();
     return QGraphicsTextItem::itemChange(change, value);
 }
 

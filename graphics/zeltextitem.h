@@ -59,6 +59,7 @@ private:
     };
 
     [[nodiscard]] bool isUpToDate() const;
+    [[nodiscard]] bool isAmongFewTexts() const;
     [[nodiscard]] QFont textFont() const;
     [[nodiscard]] QRectF documentRect() const;
     void measure() const;

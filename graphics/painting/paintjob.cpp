@@ -231,9 +231,15 @@ bool PaintJob::rasterisePolygon(const Primitive& primitive)
         return false;
     const paintrules::Look look = paintrules::polygonLook(primitive.fillColor, statesOf(primitive.elementId));
     const auto [first, count] = primitive.corners;
-    if (isVisible(look.border) || !m_space.polygon.make(m_list.corner(first), count, m_mapping))
+    const QPointF* corners = m_list.corner(first);
+    const std::optional<int> opacity = isVisible(look.border) ? thinOpacity(look.borderWidth) : 0;
+    const auto isCornerInside = [this](const QPointF& corner) { return isInside(corner.x(), corner.y()); };
+    if (!opacity || (*opacity > 0 && !std::all_of(corners, corners + count, isCornerInside))
+        || !m_space.polygon.make(corners, count, m_mapping))
         return false;
     m_rasteriser.drawMask(m_space.polygon.mask(), look.fill);
+    if (*opacity > 0)
+        m_rasteriser.strokePolygon(corners, count, look.border, *opacity);
     return true;
 }
 

@@ -131,6 +131,7 @@ private Q_SLOTS:
         PolygonCoverage polygon;
         QImage drawn(60, 50, QImage::Format_RGB32);
         int left = 0;
+        int bordered = 0;
         for (int i = 0; i < 6000; ++i) {
             const double scale = std::pow(1.1, random.below(40) - 20);
             const Rasteriser::Mapping mapping{scale, random.below(60) - size / 2, random.below(50) - size / 2};
@@ -142,16 +143,25 @@ private Q_SLOTS:
                 corners.append(position / scale);
             }
             const QColor color(random.color());
+            const QColor border(random.color());
+            const bool hasBorder
+                = QRectF(1, 1, 58, 48)
+                      .contains(QTransform(scale, 0, 0, scale, mapping.dx, mapping.dy).map(corners).boundingRect());
             drawn.fill(QColor(random.color()));
             if (!polygon.make(corners.constData(), corners.size(), mapping)) {
                 ++left;
                 continue;
             }
-            const QImage expected = painted(
-                drawn, mapping, Qt::NoPen, color, [&corners](QPainter& painter) { painter.drawPolygon(corners); });
-            Rasteriser(drawn, drawn.rect(), mapping, instructionsFor(i)).drawMask(polygon.mask(), color.rgb());
+            const QImage expected = painted(drawn, mapping, hasBorder ? QPen(border, 0) : Qt::NoPen, color,
+                [&corners](QPainter& painter) { painter.drawPolygon(corners); });
+            Rasteriser rasteriser(drawn, drawn.rect(), mapping, instructionsFor(i));
+            rasteriser.drawMask(polygon.mask(), color.rgb());
+            if (hasBorder)
+                rasteriser.strokePolygon(corners.constData(), corners.size(), border.rgb(), 256);
+            bordered += hasBorder ? 1 : 0;
             QVERIFY2(drawn == expected, qPrintable(QString("polygon %1").arg(i)));
         }
+        QVERIFY(bordered > 100);
         QVERIFY(left < 200); // those that may be rects
     }
 };

@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QLineF>
+#include <QPointF>
 #include <QRect>
 #include <QRectF>
 
@@ -56,6 +57,9 @@ public:
     // Draws a line one pixel wide that reaches half a pixel beyond both ends.
     void drawLine(const QLineF& line, QRgb color, int opacity);
 
+    // Draws a line one pixel wide around a polygon, which must lie within the image.
+    void strokePolygon(const QPointF* corners, int count, QRgb color, int opacity);
+
     // Blends a mask, which may reach beyond the image.
     void drawMask(const CoverageMask& mask, QRgb color);
 
@@ -68,8 +72,10 @@ private:
     void fillAnyRect(const QRectF& rect, QRgb color);
     void strokeAnyRect(const QRectF& rect, QRgb color, int opacity);
     void drawAnyLine(const QLineF& line, QRgb color, int opacity);
+    void strokeAnyPolygon(const QPointF* corners, int count, QRgb color, int opacity);
     void drawAnyMask(const CoverageMask& mask, QRgb color);
-    void thinLine(QPointF a, QPointF b, const Stroke& stroke);
+    enum class Ends { Flat, Square };
+    void thinLine(QPointF a, QPointF b, const Stroke& stroke, Ends ends);
     [[nodiscard]] bool isWithinClip(int left, int top, int right, int bottom) const;
     void fillSmallRect(const Extent& across, const Extent& down, QRgb color);
     void strokeSmallRect(int left, int top, int right, int bottom, const Stroke& stroke);

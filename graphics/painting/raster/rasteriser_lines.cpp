@@ -161,7 +161,7 @@ ZEL_INLINE void Rasteriser::scan(int start, int end, int across, int slope, cons
         step<isSteep>(pixel, across, lastWeight, stroke);
 }
 
-ZEL_INLINE void Rasteriser::thinLine(QPointF a, QPointF b, const Stroke& stroke)
+ZEL_INLINE void Rasteriser::thinLine(QPointF a, QPointF b, const Stroke& stroke, Ends ends)
 {
     int start = toLineUnits(a.x());
     int end = toLineUnits(b.x());
@@ -181,9 +181,11 @@ ZEL_INLINE void Rasteriser::thinLine(QPointF a, QPointF b, const Stroke& stroke)
     }
     int across = (acrossStart - HalfPixel) * (One / LineUnit);
     across -= (((start & (LineUnit - 1)) - HalfPixel) * slope) >> LineBits;
-    start -= HalfPixel;
-    across -= slope >> 1;
-    end += HalfPixel;
+    if (ends == Ends::Square) {
+        start -= HalfPixel;
+        across -= slope >> 1;
+        end += HalfPixel;
+    }
     if (slope == 0 && isSteep)
         straightLine<true>(start, end, across, stroke);
     else if (slope == 0)
@@ -198,7 +200,18 @@ ZEL_INLINE void Rasteriser::drawAnyLine(const QLineF& line, QRgb color, int opac
 {
     const QPointF from(m_mapping.x(line.x1()), m_mapping.y(line.y1()));
     const QPointF to(m_mapping.x(line.x2()), m_mapping.y(line.y2()));
-    thinLine(from, to, {color, opacity});
+    thinLine(from, to, {color, opacity}, Ends::Square);
+}
+
+ZEL_INLINE void Rasteriser::strokeAnyPolygon(const QPointF* corners, int count, QRgb color, int opacity)
+{
+    const auto pixelOf = [&](int n) { return QPointF(m_mapping.x(corners[n].x()), m_mapping.y(corners[n].y())); };
+    QPointF from = pixelOf(0);
+    for (int n = 1; n <= count; ++n) {
+        const QPointF to = pixelOf(n % count);
+        thinLine(from, to, {color, opacity}, Ends::Flat);
+        from = to;
+    }
 }
 
 ZEL_INLINE void Rasteriser::strokeAnyRect(const QRectF& rect, QRgb color, int opacity)
@@ -237,6 +250,12 @@ struct Rasteriser::Avx2Lines
     {
         rasteriser.drawAnyLine(line, color, opacity);
     }
+
+    ZEL_AVX2 static void strokePolygon(
+        Rasteriser& rasteriser, const QPointF* corners, int count, QRgb color, int opacity)
+    {
+        rasteriser.strokeAnyPolygon(corners, count, color, opacity);
+    }
 };
 
 void Rasteriser::strokeRect(const QRectF& rect, QRgb color, int opacity)
@@ -247,6 +266,12 @@ void Rasteriser::strokeRect(const QRectF& rect, QRgb color, int opacity)
 void Rasteriser::drawLine(const QLineF& line, QRgb color, int opacity)
 {
     m_hasAvx2 ? Avx2Lines::drawLine(*this, line, color, opacity) : drawAnyLine(line, color, opacity);
+}
+
+void Rasteriser::strokePolygon(const QPointF* corners, int count, QRgb color, int opacity)
+{
+    m_hasAvx2 ? Avx2Lines::strokePolygon(*this, corners, count, color, opacity)
+              : strokeAnyPolygon(corners, count, color, opacity);
 }
 
 } // namespace mirn::zelchipview
