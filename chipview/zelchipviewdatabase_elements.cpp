@@ -163,7 +163,7 @@ QMenu* ZELChipViewDatabase::getViewFilterMenu()
 void ZELChipViewDatabase::checkboxItemCliked()
 {
     if (m_parts->filter->boxChanged(qobject_cast<QCheckBox*>(sender())) && m_parts->scene)
-        m_parts->scene->elements().repaintAll();
+        m_parts->scene->elements().repaintStates();
 }
 
 bool ZELChipViewDatabase::isFilterEnable() const

@@ -98,10 +98,8 @@ void OverviewPicture::repaintAll()
 
 void OverviewPicture::invalidateElements(const std::vector<int>& places)
 {
-    for (int place : places) {
-        if (m_canvas && place >= 0)
-            m_canvas->invalidate(place);
-    }
+    if (m_canvas)
+        m_canvas->invalidate(places);
 }
 
 // The owner does not see when the view has Qt paint an item.

@@ -46,6 +46,7 @@ public:
     [[nodiscard]] QList<int>& visibleLayers() override { return m_layers; }
     void repaintPlaces(const std::vector<int>& places) override;
     void repaintAll() override;
+    void repaintStates() override { repaintAll(); }
     void invalidateElements(const std::vector<int>& places) override;
     void forgetAll() override;
 

@@ -122,11 +122,18 @@ void QuickPicture::paintSlice()
     m_owner.finish(m_next);
 }
 
-void QuickPicture::invalidate(int place)
+void QuickPicture::invalidate()
 {
     stop();
     if (m_next)
-        place < 0 ? m_next->invalidate() : m_next->invalidate(place);
+        m_next->invalidate();
+}
+
+void QuickPicture::invalidate(const std::vector<int>& places)
+{
+    stop();
+    if (m_next)
+        m_next->invalidate(places);
 }
 
 } // namespace mirn::zelchipview

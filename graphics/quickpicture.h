@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace mirn::zelchipview {
 
@@ -54,8 +55,9 @@ public:
     // of the picture.
     void draw(QPainter& painter, const ViewCanvas& shown, const ViewCanvas::Scene& scene);
 
-    // A place of the display list, or with -1 all of it, looks different now.
-    void invalidate(int place);
+    // Elements look different now: all, or those at these places of the display list.
+    void invalidate();
+    void invalidate(const std::vector<int>& places);
 
 private:
     [[nodiscard]] bool isActive() const { return m_timer.isActive(); }

@@ -203,7 +203,7 @@ void SceneElements::synchroniseAt(const QPointF& point)
 void SceneElements::repaint(const std::vector<int>& elementIds)
 {
     if (elementIds.size() > MostToRepaintOneByOne && !m_index.isSmall()) {
-        repaintAll();
+        repaintStates();
         return;
     }
     DisplayList& list = displayList();
@@ -226,12 +226,24 @@ void SceneElements::repaint(const std::vector<int>& elementIds)
         repaint(latent, nullptr, before);
 }
 
+void SceneElements::repaintStates()
+{
+    synchroniseFew();
+    for (ScenePicture* picture : pictures())
+        picture->repaintStates();
+}
+
 void SceneElements::repaintAll()
+{
+    synchroniseFew();
+    for (ScenePicture* picture : pictures())
+        picture->repaintAll();
+}
+
+void SceneElements::synchroniseFew()
 {
     if (m_index.hasFewItems())
         synchronise(shownAmong(m_index.inPaintOrder()));
-    for (ScenePicture* picture : pictures())
-        picture->repaintAll();
 }
 
 // `painted` is the picture of a view that is in its paint event. It is invalidated without scheduling another repaint.

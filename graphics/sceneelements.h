@@ -78,8 +78,9 @@ public:
     // The items at a point take over the border of their current state, because a hit test includes the border.
     void synchroniseAt(const QPointF& point);
 
-    // These repaint the elements whose state changed: those with these ids, or all.
+    // These repaint the elements whose state changed: those with these ids, or any. repaintAll() repaints everything.
     void repaint(const std::vector<int>& elementIds);
+    void repaintStates();
     void repaintAll();
 
     // Returns the items of an element in no particular order; empty for an unknown id.
@@ -96,6 +97,9 @@ public:
     // outline, else its lowest element; -1 for an unknown id. Makes no item.
     [[nodiscard]] int outlineOf(int elementId);
 
+    // Returns the places in the display list of the elements with these ids. Makes no item.
+    [[nodiscard]] std::vector<int> placesOf(const std::vector<int>& elementIds);
+
     // Returns the ids of the elements whose shapes touch an area (scene coordinates), topmost first. An id may occur
     // more than once.
     [[nodiscard]] std::vector<int> idsTouching(const QRectF& area);
@@ -111,6 +115,7 @@ private:
     [[nodiscard]] std::vector<int> placesTouching(const QRectF& area);
     void repaintByItems(const std::vector<ChipElement*>& elements);
     void forgetPictures();
+    void synchroniseFew();
     void updateToolTips(const std::vector<ChipElement*>& elements);
     void synchronise(const std::vector<ChipElement*>& elements);
     [[nodiscard]] bool isForeign(QGraphicsItem* item);

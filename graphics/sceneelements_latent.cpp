@@ -66,8 +66,8 @@ ChipElement* SceneElements::make(int place)
     return element;
 }
 
-// An item that had no size yet is given it before it enters the scene: Qt takes a change of nothing for one of the whole
-// scene.
+// An item that had no size yet is given it before it enters the scene: Qt takes a change of nothing for one of the
+// whole scene.
 void SceneElements::giveGeometry(QGraphicsItem* item)
 {
     auto* element = dynamic_cast<ChipElement*>(item);
@@ -132,6 +132,18 @@ bool SceneElements::canPaintFromList()
     if (!isPlain)
         makeAllItems();
     return isPlain;
+}
+
+std::vector<int> SceneElements::placesOf(const std::vector<int>& elementIds)
+{
+    const DisplayList& list = displayList();
+    std::vector<int> places;
+    places.reserve(elementIds.size());
+    for (int id : elementIds) {
+        m_index.visitSlots(id,
+            [&](int slot, const ChipElement* element) { places.push_back(element ? list.placeOf(*element) : slot); });
+    }
+    return places;
 }
 
 int SceneElements::outlineOf(int elementId)

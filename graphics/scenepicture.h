@@ -18,6 +18,9 @@ public:
     virtual void repaintPlaces(const std::vector<int>& places) = 0;
     virtual void repaintAll() = 0;
 
+    // Any number of elements have other states: they are selected, highlighted or filtered, or no longer.
+    virtual void repaintStates() = 0;
+
     // These invalidate without scheduling a repaint.
     virtual void invalidateElements(const std::vector<int>& places) = 0;
     virtual void forgetAll() = 0;

@@ -82,12 +82,10 @@ void ViewPicture::repaintPlaces(const std::vector<int>& places)
 
 void ViewPicture::invalidateElements(const std::vector<int>& places)
 {
-    for (int place : places) {
-        if (m_canvas && place >= 0) {
-            m_canvas->invalidate(place);
-            m_quick->invalidate(place);
-        }
-    }
+    if (!m_pictures)
+        return;
+    m_pictures->invalidate(places);
+    m_quick->invalidate(places);
 }
 
 void ViewPicture::repaintAll()
@@ -96,12 +94,21 @@ void ViewPicture::repaintAll()
     m_view.viewport()->update();
 }
 
+void ViewPicture::repaintStates()
+{
+    if (m_pictures) {
+        m_pictures->invalidateStates();
+        m_quick->invalidate();
+    }
+    m_view.viewport()->update();
+}
+
 void ViewPicture::forgetAll()
 {
-    if (!m_canvas)
+    if (!m_pictures)
         return;
-    m_canvas->invalidate();
-    m_quick->invalidate(-1);
+    m_pictures->invalidate();
+    m_quick->invalidate();
 }
 
 bool ViewPicture::canPaintOn(const QPainter& painter) const
@@ -149,52 +156,58 @@ ViewCanvas::Scene ViewPicture::currentScene() const
     return scene;
 }
 
+void ViewPicture::makePictures()
+{
+    if (m_pictures)
+        return;
+    SceneElements& elements = m_scene->elements();
+    DisplayList& list = elements.displayList();
+    m_pictures = std::make_unique<StatePictures>(
+        list, [&elements](const std::vector<int>& ids) { return elements.placesOf(ids); });
+    m_quick = std::make_unique<QuickPicture>(list,
+        QuickPicture::Owner{
+            [this] { return m_scene && m_view.scene() == m_scene && m_scene->elements().canPaintFromList(); },
+            [this] { return currentScene(); }, [this](const QRegion& part) { updatePart(part); },
+            [this](std::unique_ptr<ViewCanvas>& next) { exchange(next); }});
+}
+
 void ViewPicture::paint(QPainter& painter, const QRegion& exposed, const ViewCanvas::Background& drawBackground)
 {
-    if (!m_canvas) {
-        DisplayList& list = m_scene->elements().displayList();
-        m_canvas = std::make_unique<ViewCanvas>(list);
-        m_quick = std::make_unique<QuickPicture>(list,
-            QuickPicture::Owner{
-                [this] { return m_scene && m_view.scene() == m_scene && m_scene->elements().canPaintFromList(); },
-                [this] { return currentScene(); }, [this](const QRegion& part) { updatePart(part); },
-                [this](std::unique_ptr<ViewCanvas>& next) { exchange(next); }});
-    }
+    makePictures();
     const QTransform device = painter.deviceTransform();
     m_device = {device.m11(), QPointF(device.dx() - std::floor(device.dx()), device.dy() - std::floor(device.dy()))};
     m_drawBackground = drawBackground;
     m_textPen = painter.pen();
     m_font = painter.font();
-    m_canvas->setThreads(m_threads);
     m_quick->setThreads(m_threads);
     const auto& [ratio, start] = m_device;
     const ViewCanvas::Scene scene = currentScene();
-    if (isOnScreen(painter) && m_quick->isWorthwhile(*m_canvas, scene)) {
+    m_pictures->takeOverStates(scene);
+    m_pictures->shown().setThreads(m_threads);
+    if (isOnScreen(painter) && m_quick->isWorthwhile(m_pictures->shown(), scene)) {
         painter.save();
         painter.translate(-start / ratio);
         painter.scale(1 / ratio, 1 / ratio);
-        m_quick->draw(painter, *m_canvas, scene);
+        m_quick->draw(painter, m_pictures->shown(), scene);
         painter.restore();
     } else {
         updateExactly(scene);
         if (isOnScreen(painter) && m_quick->becomeExact() && m_settled)
             QMetaObject::invokeMethod(m_quick.get(), m_settled, Qt::QueuedConnection);
         if (scene.isScaled)
-            m_canvas->drawOn(painter, -start / ratio, ratio);
+            m_pictures->shown().drawOn(painter, -start / ratio, ratio);
         else
-            m_canvas->drawParts(painter, exposed);
+            m_pictures->shown().drawParts(painter, exposed);
     }
     painter.setWorldTransform(m_view.viewportTransform());
 }
 
 void ViewPicture::updateExactly(const ViewCanvas::Scene& scene)
 {
-    const bool isAll = m_canvas->needsAll(scene);
     QElapsedTimer clock;
     clock.start();
-    m_canvas->update(scene);
-    if (isAll)
-        m_quick->noteFullRepaint(static_cast<double>(clock.nsecsElapsed()) / 1e6, *m_canvas);
+    if (m_pictures->update(scene))
+        m_quick->noteFullRepaint(static_cast<double>(clock.nsecsElapsed()) / 1e6, m_pictures->shown());
 }
 
 // In pixels of the picture.
@@ -209,7 +222,7 @@ void ViewPicture::updatePart(const QRegion& part)
 
 void ViewPicture::exchange(std::unique_ptr<ViewCanvas>& next)
 {
-    m_canvas.swap(next);
+    m_pictures->exchange(next, currentScene().states);
     m_view.viewport()->update();
 }
 

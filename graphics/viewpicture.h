@@ -4,6 +4,7 @@
 #include "graphics/painting/viewcanvas.h"
 #include "graphics/quickpicture.h"
 #include "graphics/scenepicture.h"
+#include "graphics/statepictures.h"
 
 #include <QPointer>
 
@@ -23,7 +24,7 @@ class ZelGraphicsScene;
 
 // One view's painting without Qt's items. It decides whether that is possible, collects what the picture depends on
 // from the view, the scene and the controller, and schedules repaints of what has changed; the pixels themselves are in
-// its ViewCanvas. It also holds the layers that the view shows. The view owns it.
+// its ViewCanvases. It also holds the layers that the view shows. The view owns it.
 class ViewPicture final : public ScenePicture
 {
 public:
@@ -40,6 +41,7 @@ public:
     [[nodiscard]] QList<int>& visibleLayers() override { return m_visibleLayers; }
     void repaintPlaces(const std::vector<int>& places) override;
     void repaintAll() override;
+    void repaintStates() override;
     void invalidateElements(const std::vector<int>& places) override;
     void forgetAll() override;
 
@@ -61,6 +63,7 @@ public:
 private:
     [[nodiscard]] ViewCanvas::Scene currentScene() const;
     [[nodiscard]] bool isOnScreen(const QPainter& painter) const;
+    void makePictures();
     void updateExactly(const ViewCanvas::Scene& scene);
     void updatePart(const QRegion& part);
     void exchange(std::unique_ptr<ViewCanvas>& next);
@@ -74,7 +77,7 @@ private:
 
     QGraphicsView& m_view;
     const QPointer<ZelGraphicsScene> m_scene;
-    std::unique_ptr<ViewCanvas> m_canvas; // created by the first paint
+    std::unique_ptr<StatePictures> m_pictures; // created by the first paint
     std::unique_ptr<QuickPicture> m_quick; // created with it
     Device m_device;
     ViewCanvas::Background m_drawBackground; // of the last paint

@@ -299,6 +299,8 @@ QGraphicsItem* ZelGraphicsView::elementToSelectAt(QPoint position) const
 void ZelGraphicsView::finishSelecting(QPoint position)
 {
     const QRectF band = rubberBandInScene();
+    if (isBand(band))
+        viewport()->repaint(m_parts->rubberBand->geometry()); // the band goes at once, however long the rest takes
     m_parts->scene->clearSelectedItems();
     if (isBand(band))
         viewController().addSelctedItems(m_parts->scene->elements().idsTouching(band));

@@ -54,9 +54,9 @@ public:
     // if dy is 0 (to the left if dx is negative). Nothing happens if neither is 0.
     void scrollBy(double dx, double dy);
 
-    // Runs `zoom`, which zooms this view for a gesture of its user; the navigator does so for each turn of the wheel. In
-    // a drawing that takes longer to paint than the screen to show the next frame, the next paint on the screen may then
-    // be approximate: the last picture, scaled. The exact one is painted in slices between the user's events.
+    // Runs `zoom`, which zooms this view for a gesture of its user; the navigator does so for each turn of the wheel.
+    // In a drawing that takes longer to paint than the screen to show the next frame, the next paint on the screen may
+    // then be approximate: the last picture, scaled. The exact one is painted in slices between the user's events.
     // isExact() tells whether the screen shows it, or will with the next paint, and becameExact() is emitted when it
     // does. Pictures that a host asks for (grab(), render()), and the paint after any other change, are always exact.
     void zoomApproximately(const std::function<void()>& zoom);

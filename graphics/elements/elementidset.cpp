@@ -23,6 +23,13 @@ bool setBit(std::uint64_t& word, unsigned bit)
     return isNew;
 }
 
+// Appends the numbers of the bits that are set, counted from `first`.
+void appendIds(std::uint64_t bits, std::size_t first, std::vector<int>& ids)
+{
+    for (; bits != 0; bits &= bits - 1)
+        ids.push_back(static_cast<int>(first + qCountTrailingZeroBits(static_cast<quint64>(bits))));
+}
+
 } // namespace
 
 void ElementIdSet::setListener(Listener listener)
@@ -40,12 +47,20 @@ std::vector<int> ElementIdSet::list() const
 {
     std::vector<int> ids;
     ids.reserve(m_count);
-    for (std::size_t word = 0; word < m_words.size(); ++word) {
-        for (std::uint64_t bits = m_words[word]; bits != 0; bits &= bits - 1)
-            ids.push_back(static_cast<int>(word * WordBits + qCountTrailingZeroBits(static_cast<quint64>(bits))));
-    }
+    for (std::size_t word = 0; word < m_words.size(); ++word)
+        appendIds(m_words[word], word * WordBits, ids);
     ids.insert(ids.end(), m_others.begin(), m_others.end());
     return ids;
+}
+
+bool ElementIdSet::findDifferences(const ElementIdSet& other, std::size_t most, std::vector<int>& ids) const
+{
+    const std::size_t words = std::max(m_words.size(), other.m_words.size());
+    for (std::size_t word = 0; word < words && ids.size() <= most; ++word)
+        appendIds(wordAt(word) ^ other.wordAt(word), word * WordBits, ids);
+    const QSet<int> others = (m_others - other.m_others) + (other.m_others - m_others);
+    ids.insert(ids.end(), others.begin(), others.end());
+    return ids.size() <= most;
 }
 
 // Makes room for the id's bit unless the id belongs to m_others.

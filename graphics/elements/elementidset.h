@@ -5,6 +5,7 @@
 
 #include <QSet>
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <vector>
@@ -30,8 +31,13 @@ public:
                                      : !m_others.isEmpty() && m_others.contains(id);
     }
 
-    // Returns whether no element is in this state.
+    // Returns whether no element is in this state, and how many are.
     [[nodiscard]] bool isEmpty() const { return m_count == 0; }
+    [[nodiscard]] std::size_t size() const { return m_count; }
+
+    // Appends the ids that are in one of the two sets only. Returns false, and may not have appended all, if there are
+    // more than `most` in `ids` then.
+    [[nodiscard]] bool findDifferences(const ElementIdSet& other, std::size_t most, std::vector<int>& ids) const;
 
     // Builds a new QSet at each call.
     [[nodiscard]] QSet<int> ids() const;
@@ -51,6 +57,10 @@ private:
     bool unset(int id);
     void makeRoomFor(int id);
     [[nodiscard]] std::vector<int> list() const;
+    [[nodiscard]] std::uint64_t wordAt(std::size_t number) const
+    {
+        return number < m_words.size() ? m_words[number] : 0;
+    }
     void notify(const std::vector<int>& changed) const;
 
     std::vector<std::uint64_t> m_words; // one bit for each id, starting with 0

@@ -21,6 +21,9 @@ constexpr double LongEdge = 64; // pixels; the opacity of a cut-off edge depends
 // Above this dirty share of the picture, repainting all of it is no more work than repainting the parts.
 constexpr double MostDirty = 0.7;
 
+// Up to this many times the pixels of some parts, the rectangle around them is painted instead.
+constexpr double MostWaste = 2;
+
 bool isSameScale(const QTransform& a, const QTransform& b)
 {
     return a.m11() == b.m11() && a.m12() == b.m12() && a.m21() == b.m21() && a.m22() == b.m22() && a.m13() == b.m13()
@@ -61,12 +64,27 @@ void ViewCanvas::invalidate()
     m_dirtyPixels = 0;
 }
 
-// While nothing is painted, the number of dirty parts must not grow without limit.
-void ViewCanvas::invalidate(int place)
+// Elements that lie close together are painted in one go. While nothing is painted, the number of dirty parts must not
+// grow without limit.
+void ViewCanvas::invalidate(const std::vector<int>& places)
 {
     if (!m_isValid)
         return;
-    mark(enlarged(m_toPicture.mapRect(m_list.boundsOf(place)), PenMargin), QPoint());
+    const std::size_t before = m_dirty.size();
+    const double pixelsBefore = m_dirtyPixels;
+    QRect around;
+    for (int place : places) {
+        if (place < 0)
+            continue;
+        mark(enlarged(m_toPicture.mapRect(m_list.boundsOf(place)), PenMargin), QPoint());
+        if (m_dirty.size() > before)
+            around |= m_dirty.back();
+    }
+    if (double(around.width()) * around.height() <= MostWaste * (m_dirtyPixels - pixelsBefore)) {
+        m_dirty.resize(before);
+        m_dirtyPixels = pixelsBefore;
+        mark(around);
+    }
     if (isMostlyDirty())
         invalidate();
 }

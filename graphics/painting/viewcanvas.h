@@ -53,8 +53,8 @@ public:
     // Marks the whole picture as out of date.
     void invalidate();
 
-    // Marks what was painted for a place of the display list as out of date.
-    void invalidate(int place);
+    // Marks what was painted for places of the display list as out of date. Negative ones are left out.
+    void invalidate(const std::vector<int>& places);
 
     // Brings the picture up to date.
     void update(const Scene& scene);

@@ -2,6 +2,7 @@
 #include "graphics/painting/viewcanvas.h"
 #include "graphics/quickpicture.h"
 #include "graphics/sceneelements.h"
+#include "graphics/statepictures.h"
 #include "graphics/viewpicture.h"
 #include "graphics/zellineattribute.h"
 #include "graphics/zellineitem.h"
@@ -21,6 +22,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <iterator>
 
 using namespace zeltest;
 
@@ -486,7 +488,7 @@ private Q_SLOTS:
         int place = 0; // of an element well inside
         while (!QRectF(20, 20, 160, 90).contains(list.boundsOf(place)))
             ++place;
-        canvas.invalidate(place);
+        canvas.invalidate({place});
         widest = 0;
         canvas.update(scene);
         QCOMPARE(painted, 2);
@@ -546,7 +548,7 @@ private Q_SLOTS:
         QVERIFY(!quick.isWorthwhile(shown, sceneAt(1.0, {30, 20}))); // a scroll is quick
         QVERIFY(!quick.isWorthwhile(shown, sceneAt(20.0, {}))); // and so is a small part of the drawing
         QVERIFY(quick.isWorthwhile(shown, now));
-        shown.invalidate(0);
+        shown.invalidate({0});
         QVERIFY(!quick.isWorthwhile(shown, now)); // what has changed must be seen at once
         shown.update(before);
         const auto imageOf = [](const ViewCanvas& canvas) { return canvas.reduced(1); };
@@ -570,6 +572,67 @@ private Q_SLOTS:
         QVERIFY(imageOf(*finished) == imageOf(fresh));
         QVERIFY(imageOf(*finished) != imageOf(shown));
         QVERIFY(quick.becomeExact());
+    }
+
+    // However many elements change their states, and in whatever order, the picture is that of a fresh paint; going
+    // back to the states from before a band over everything takes no full repaint.
+    void pictureFollowsItsStates()
+    {
+        PixelView chip(24000);
+        DisplayList& list = chip.scene()->elements().displayList();
+        const auto placesOf = [&chip](const std::vector<int>& ids) { return chip.scene()->elements().placesOf(ids); };
+        StatePictures pictures(list, placesOf);
+        ElementIdSet selected;
+        ElementIdSet highlighted;
+        ViewCanvas::Scene scene = canvasScene(*chip.view(), *chip.scene());
+        scene.size = QSize(Width, Height);
+        scene.layers = {0, 1};
+        scene.states = {&selected, &highlighted, nullptr};
+        const auto isRight = [&] {
+            ViewCanvas fresh(list);
+            fresh.update(scene);
+            pictures.takeOverStates(scene);
+            pictures.update(scene);
+            return differingPixels(pictures.shown().reduced(1), fresh.reduced(1), 1) == 0;
+        };
+        Random random;
+        const auto many = [&random](int count) {
+            std::vector<int> ids(static_cast<std::size_t>(count));
+            std::generate(ids.begin(), ids.end(), [&] { return 1 + random.below(24000); });
+            return ids;
+        };
+        const auto selectFew = [&] {
+            const std::vector<int> ids = many(90);
+            selected.insert(ids);
+            pictures.invalidate(placesOf(ids));
+        };
+        const std::function<void()> steps[] = {[&] { selected.insert(many(200000)); }, [&] { selected.clear(); },
+            [&] { highlighted.insert(many(200000)); }, [&] { highlighted.insert(many(5000)); },
+            [&] { highlighted.clear(); }, [&] { selected.insert(many(9)); }, selectFew, [&] { pictures.invalidate(); },
+            [&] { scene.toPicture *= QTransform::fromTranslate(random.below(9) - 4, random.below(9) - 4); },
+            [&] { scene.toPicture *= QTransform::fromScale(1.1, 1.1); }};
+        constexpr int OfStates = 6; // the others tell what they change
+        std::vector<int> order{0, 2, 1, 4, 6, 1, 6, 1, 6, 1};
+        std::generate_n(
+            std::back_inserter(order), 60, [&] { return random.below(static_cast<int>(std::size(steps))); });
+        for (int step : order) {
+            steps[step]();
+            if (step < OfStates)
+                pictures.invalidateStates();
+            QVERIFY2(isRight(), qPrintable(QString::number(step)));
+        }
+        selected.clear();
+        highlighted.clear();
+        pictures.invalidate();
+        QVERIFY(isRight());
+        for (const auto& change : {steps[0], steps[1]}) {
+            change();
+            pictures.invalidateStates();
+            pictures.takeOverStates(scene);
+            QCOMPARE(pictures.shown().needsAll(scene), !selected.isEmpty());
+            pictures.update(scene);
+        }
+        QVERIFY(isRight());
     }
 
     void topmostItemIsTheOneThatQtFinds()
