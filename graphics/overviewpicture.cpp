@@ -64,8 +64,10 @@ QList<int> OverviewPicture::layersAtFit() const
 
 ViewCanvas::Work OverviewPicture::update(QSize size, const QDeadlineTimer& deadline)
 {
-    if (!m_canvas)
-        m_canvas = std::make_unique<ViewCanvas>(m_scene->elements().displayList());
+    SceneElements& elements = m_scene->elements();
+    if (!m_pictures)
+        m_pictures = std::make_unique<StatePictures>(
+            elements.displayList(), [&elements](const std::vector<int>& ids) { return elements.placesOf(ids); });
     m_layers = layersAtFit();
     ViewCanvas::Scene scene = canvasScene(m_view, *m_scene);
     const QRectF all = area();
@@ -76,13 +78,14 @@ ViewCanvas::Work OverviewPicture::update(QSize size, const QDeadlineTimer& deadl
     if (scene.backgroundBrush.style() == Qt::SolidPattern)
         scene.background = scene.backgroundBrush.color();
     scene.smallestText = SmallestReadableText;
-    return m_canvas->updateSome(scene, deadline);
+    m_pictures->shown().setThreads(m_view.paintThreads());
+    return m_pictures->updateSome(scene, deadline);
 }
 
 void OverviewPicture::drawOn(QPainter& painter, const QPointF& position, qreal ratio) const
 {
-    if (m_canvas)
-        m_canvas->drawOn(painter, position, ratio);
+    if (m_pictures)
+        m_pictures->shown().drawOn(painter, position, ratio);
 }
 
 void OverviewPicture::repaintPlaces(const std::vector<int>& places)
@@ -96,17 +99,24 @@ void OverviewPicture::repaintAll()
     forgetAll();
 }
 
+void OverviewPicture::repaintStates()
+{
+    if (m_pictures)
+        m_pictures->invalidateStates();
+    m_outdated();
+}
+
 void OverviewPicture::invalidateElements(const std::vector<int>& places)
 {
-    if (m_canvas)
-        m_canvas->invalidate(places);
+    if (m_pictures)
+        m_pictures->invalidate(places);
 }
 
 // The owner does not see when the view has Qt paint an item.
 void OverviewPicture::forgetAll()
 {
-    if (m_canvas)
-        m_canvas->invalidate();
+    if (m_pictures)
+        m_pictures->invalidate();
     m_outdated();
 }
 

@@ -3,6 +3,7 @@
 
 #include "graphics/painting/viewcanvas.h"
 #include "graphics/scenepicture.h"
+#include "graphics/statepictures.h"
 
 #include <QPointer>
 
@@ -46,7 +47,7 @@ public:
     [[nodiscard]] QList<int>& visibleLayers() override { return m_layers; }
     void repaintPlaces(const std::vector<int>& places) override;
     void repaintAll() override;
-    void repaintStates() override { repaintAll(); }
+    void repaintStates() override;
     void invalidateElements(const std::vector<int>& places) override;
     void forgetAll() override;
 
@@ -57,7 +58,7 @@ private:
     ZelGraphicsView& m_view;
     const QPointer<ZelGraphicsScene> m_scene;
     const std::function<void()> m_outdated;
-    std::unique_ptr<ViewCanvas> m_canvas; // created by the first update
+    std::unique_ptr<StatePictures> m_pictures; // created by the first update
     QList<int> m_layers;
 };
 

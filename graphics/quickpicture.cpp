@@ -12,8 +12,9 @@ namespace mirn::zelchipview {
 namespace {
 
 constexpr double LongestExactFrame = 10; // milliseconds; what is painted faster is painted exactly at once
-constexpr int SliceTime = 8; // milliseconds, after which events are looked at
-constexpr int SliceHeight = 64; // pixels; enough for two threads
+constexpr int SliceTime = 6; // milliseconds, after which events are looked at
+constexpr int TimeBetweenParts = 30; // milliseconds, after which what is finished is shown
+constexpr int SliceHeight = 96; // pixels; enough for two threads
 constexpr int CoarseDivisor = 2;
 constexpr double Less = 0.95; // the share of a scale that is less than it
 constexpr double NanosecondsPerMillisecond = 1e6;
@@ -74,6 +75,11 @@ bool QuickPicture::isWorthwhile(const ViewCanvas& shown, const ViewCanvas::Scene
         && shown.isFinished() && shown.listVersion() == scene.listVersion;
 }
 
+std::unique_ptr<ViewCanvas>* QuickPicture::readyFor(const ViewCanvas::Scene& scene)
+{
+    return m_next && m_next->isFinished() && m_next->hasBegun(scene) ? &m_next : nullptr;
+}
+
 void QuickPicture::draw(QPainter& painter, const ViewCanvas& shown, const ViewCanvas::Scene& scene)
 {
     if (!m_next)
@@ -94,7 +100,7 @@ void QuickPicture::draw(QPainter& painter, const ViewCanvas& shown, const ViewCa
     if (isActive() && m_next->hasBegun(scene))
         m_next->drawParts(painter, m_next->finished());
     else
-        m_spent = 0;
+        m_isNew = false;
     m_isAllowed = false;
     m_isApproximate = true;
     m_timer.start();
@@ -109,17 +115,34 @@ void QuickPicture::paintSlice()
     QElapsedTimer clock;
     clock.start();
     const ViewCanvas::Scene scene = m_owner.scene();
-    const QRegion before = m_next->hasBegun(scene) ? m_next->finished() : QRegion();
+    if (!m_next->hasBegun(scene)) {
+        m_isNew = true;
+        m_spent = 0;
+        m_onScreen = QRegion();
+        m_sinceShown.start();
+    }
     const ViewCanvas::Work work
         = m_next->updateSome(scene, QDeadlineTimer(SliceTime), {SliceHeight, ViewCanvas::Order::MiddleFirst});
     m_spent += static_cast<double>(clock.nsecsElapsed()) / NanosecondsPerMillisecond;
     if (work == ViewCanvas::Work::Left) {
-        m_owner.update(m_next->finished() - before);
+        showFinished();
         return;
     }
     m_timer.stop();
-    noteFullRepaint(m_spent, *m_next);
+    if (m_isNew)
+        noteFullRepaint(m_spent, *m_next);
     m_owner.finish(m_next);
+}
+
+// Each time takes a while, which the picture is finished later.
+void QuickPicture::showFinished()
+{
+    if (m_sinceShown.elapsed() < TimeBetweenParts)
+        return;
+    const QRegion finished = m_next->finished();
+    m_owner.update(finished - m_onScreen);
+    m_onScreen = finished;
+    m_sinceShown.start();
 }
 
 void QuickPicture::invalidate()

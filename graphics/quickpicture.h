@@ -3,6 +3,7 @@
 
 #include "graphics/painting/viewcanvas.h"
 
+#include <QElapsedTimer>
 #include <QImage>
 #include <QObject>
 #include <QRegion>
@@ -51,6 +52,10 @@ public:
     // Returns whether to approximate `scene`, where `shown` is the last exact picture.
     [[nodiscard]] bool isWorthwhile(const ViewCanvas& shown, const ViewCanvas::Scene& scene) const;
 
+    // Returns an exact picture of `scene` that may be exchanged for the one that is shown, if there is one: that from
+    // before the last zoom, after which the user has zoomed back. Else null.
+    [[nodiscard]] std::unique_ptr<ViewCanvas>* readyFor(const ViewCanvas::Scene& scene);
+
     // Draws the approximate picture, and begins or continues to paint the exact one. A unit of the painter is a pixel
     // of the picture.
     void draw(QPainter& painter, const ViewCanvas& shown, const ViewCanvas::Scene& scene);
@@ -62,6 +67,7 @@ public:
 private:
     [[nodiscard]] bool isActive() const { return m_timer.isActive(); }
     void paintSlice();
+    void showFinished();
     void keepCoarse(const ViewCanvas& shown);
 
     DisplayList& m_list;
@@ -71,7 +77,10 @@ private:
     int m_threads = 1;
     bool m_isAllowed = false;
     bool m_isApproximate = false; // what the screen shows
-    double m_spent = 0; // milliseconds on the slices of the picture under way
+    bool m_isNew = false; // all of the picture under way has to be painted
+    double m_spent = 0; // milliseconds on its slices
+    QRegion m_onScreen; // what of it is shown
+    QElapsedTimer m_sinceShown;
     double m_cost = 0; // milliseconds of the last full repaint
     double m_costScale = 1; // pixels per scene unit of that picture
     QImage m_coarse; // the picture that showed most of the drawing, in half its size

@@ -114,13 +114,22 @@ void StatePictures::setAside(const ViewCanvas::Scene& scene)
 bool StatePictures::update(const ViewCanvas::Scene& scene)
 {
     const bool isAll = m_shown.canvas->needsAll(scene);
+    if (isAll)
+        m_shown.take(scene.states);
     m_shown.canvas->update(scene);
     if (!isAll)
         return false;
-    m_shown.take(scene.states);
     if (m_other.canvas && m_other.canvas->needsAll(scene))
         m_other = Picture(); // it takes much memory
     return true;
+}
+
+ViewCanvas::Work StatePictures::updateSome(const ViewCanvas::Scene& scene, const QDeadlineTimer& deadline)
+{
+    takeOverStates(scene);
+    if (!m_shown.canvas->hasBegun(scene))
+        m_shown.take(scene.states); // what changes from now on is invalidated
+    return m_shown.canvas->updateSome(scene, deadline);
 }
 
 } // namespace mirn::zelchipview

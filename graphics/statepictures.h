@@ -13,7 +13,7 @@ namespace mirn::zelchipview {
 
 // The picture that a view shows, and another one of the same part of the drawing from before many elements changed
 // their states at once. When they change back, as after a band over everything, that one is shown again, and only what
-// still differs is painted. ViewPicture owns it.
+// still differs is painted. The pictures of the view and of the overview are kept in it.
 class StatePictures final
 {
 public:
@@ -39,6 +39,9 @@ public:
 
     // Brings the shown picture up to date. Returns whether all of it had to be painted.
     bool update(const ViewCanvas::Scene& scene);
+
+    // Does a part of that, and takes over the states before.
+    [[nodiscard]] ViewCanvas::Work updateSome(const ViewCanvas::Scene& scene, const QDeadlineTimer& deadline);
 
 private:
     struct Picture

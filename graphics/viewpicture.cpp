@@ -184,7 +184,12 @@ void ViewPicture::paint(QPainter& painter, const QRegion& exposed, const ViewCan
     const ViewCanvas::Scene scene = currentScene();
     m_pictures->takeOverStates(scene);
     m_pictures->shown().setThreads(m_threads);
-    if (isOnScreen(painter) && m_quick->isWorthwhile(m_pictures->shown(), scene)) {
+    bool isApproximate = isOnScreen(painter) && m_quick->isWorthwhile(m_pictures->shown(), scene);
+    if (std::unique_ptr<ViewCanvas>* ready = isApproximate ? m_quick->readyFor(scene) : nullptr) {
+        m_pictures->exchange(*ready, scene.states);
+        isApproximate = false;
+    }
+    if (isApproximate) {
         painter.save();
         painter.translate(-start / ratio);
         painter.scale(1 / ratio, 1 / ratio);

@@ -158,8 +158,13 @@ void OverviewMap::follow(int milliseconds)
     showOrHide();
 }
 
+// The drawing comes first: the paint event that makes it exact schedules the map again.
 void OverviewMap::paintPicture(int milliseconds)
 {
+    if (frame() != m_parts->frame)
+        update();
+    if (milliseconds >= 0 && !m_parts->view.isExact())
+        return;
     const QSize inside = m_parts->place.size() - QSize(2 * Border, 2 * Border);
     const ViewCanvas::Work work
         = m_parts->picture.update((QSizeF(inside) * devicePixelRatioF()).toSize(), QDeadlineTimer(milliseconds));
@@ -167,7 +172,7 @@ void OverviewMap::paintPicture(int milliseconds)
         schedule();
     else
         m_parts->isComplete = true;
-    if (work != ViewCanvas::Work::None || frame() != m_parts->frame)
+    if (work != ViewCanvas::Work::None)
         update();
 }
 

@@ -4,6 +4,7 @@
 #include <QtAlgorithms>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace mirn::zelchipview {
@@ -137,15 +138,14 @@ void ElementIdSet::remove(int id)
 
 void ElementIdSet::assign(const QSet<int>& ids)
 {
+    ElementIdSet next;
+    for (int id : ids)
+        next.set(id);
     std::vector<int> changed;
-    for (int id : list()) {
-        if (!ids.contains(id) && unset(id))
-            changed.push_back(id);
-    }
-    for (int id : ids) {
-        if (set(id))
-            changed.push_back(id);
-    }
+    (void)findDifferences(next, std::numeric_limits<std::size_t>::max(), changed);
+    m_words.swap(next.m_words);
+    m_others.swap(next.m_others);
+    m_count = next.m_count;
     notify(changed);
 }
 

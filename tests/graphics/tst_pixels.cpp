@@ -541,7 +541,11 @@ private Q_SLOTS:
         std::unique_ptr<ViewCanvas> finished;
         QuickPicture quick(list,
             {[] { return true; }, [&] { return now; }, [](const QRegion&) {},
-                [&](std::unique_ptr<ViewCanvas>& next) { finished = std::move(next); }});
+                [&](std::unique_ptr<ViewCanvas>& next) {
+                    finished = std::move(next);
+                    next = std::make_unique<ViewCanvas>(list); // the one that was shown
+                    next->update(before);
+                }});
         quick.noteFullRepaint(1000, shown);
         QVERIFY(!quick.isWorthwhile(shown, now)); // nobody has allowed it
         quick.allow();
@@ -572,6 +576,9 @@ private Q_SLOTS:
         QVERIFY(imageOf(*finished) == imageOf(fresh));
         QVERIFY(imageOf(*finished) != imageOf(shown));
         QVERIFY(quick.becomeExact());
+        QVERIFY(!quick.readyFor(now) && quick.readyFor(before)); // the user may zoom back
+        quick.invalidate({0});
+        QVERIFY(!quick.readyFor(before));
     }
 
     // However many elements change their states, and in whatever order, the picture is that of a fresh paint; going
