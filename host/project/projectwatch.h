@@ -2,9 +2,11 @@
 #pragma once
 
 #include <QDateTime>
+#include <QFileSystemWatcher>
 #include <QObject>
 #include <QPair>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 
 namespace mirn::zelchip {
@@ -15,6 +17,10 @@ class DesignEditor;
 // only look at it, and finds out whether somebody else changes the project's files meanwhile. Where another program has
 // the project, it is taken as soon as that one has ended. The window's notice owns it; a batch needs none, because it
 // takes a project at its first change.
+//
+// A project of ours on a local file system is looked at when the system reports a change of its files, so that an idle
+// program sleeps; any other at each beat of a timer, since a file system of the network reports nothing and neither
+// does the end of another program.
 class ProjectWatch final : public QObject
 {
     Q_OBJECT
@@ -54,11 +60,16 @@ private:
         qint64 sizes[3] = {};
         [[nodiscard]] bool operator==(const Trace& other) const;
     };
+    [[nodiscard]] QStringList files() const;
     [[nodiscard]] Trace trace() const;
+    void listen();
+    void rest();
     [[nodiscard]] State find(QString* reason);
 
     DesignEditor* m_editor = nullptr;
     QTimer m_timer;
+    QFileSystemWatcher m_reports;
+    bool m_areReportsSure = false;
     Trace m_trace;
     State m_state = State::Unwatched;
     QString m_reason;

@@ -114,6 +114,23 @@ private Q_SLOTS:
         QVERIFY(!shown.isPlaced());
     }
 
+    // A file that replaces another, as most programs save, is watched as well.
+    void everyReplacementIsSeen()
+    {
+        SharedWindow shown;
+        shown.show(m_project.path());
+        shown.run("zel_project save");
+        const QString placement = m_project.file("project/impl1/placement.tcl");
+        for (int n = 0; n < 2; ++n) {
+            const QString other = m_project.write("project/impl1/other.tcl", n == 0 ? Video + '\n' : QByteArray());
+            QVERIFY(QFile::remove(placement) && QFile::rename(other, placement));
+            QTRY_VERIFY(shown.reload()->isVisible());
+            shown.reload()->click();
+            QTRY_COMPARE(shown.notice(), QString());
+            QCOMPARE(shown.isPlaced(), n == 0);
+        }
+    }
+
     // Opening the same project again must not find its own lock in the way of a repair.
     void discardLeavesWhateverTheFilesSay()
     {
