@@ -43,11 +43,8 @@ int wrapped(int value, int length)
 
 void fillPart(QImage& image, const QRect& part, QRgb color)
 {
-    uchar* pixels = image.bits();
-    for (int y = part.top(); y <= part.bottom(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(pixels + y * image.bytesPerLine()) + part.left();
-        std::fill(line, line + part.width(), color);
-    }
+    uchar* corner = image.bits() + part.top() * image.bytesPerLine() + part.left() * static_cast<int>(sizeof(QRgb));
+    QImage(corner, part.width(), part.height(), image.bytesPerLine(), image.format()).fill(color);
 }
 
 } // namespace
