@@ -12,6 +12,7 @@ namespace mirn::zelchipview {
 namespace {
 
 constexpr double LongestExactFrame = 10; // milliseconds; what is painted faster is painted exactly at once
+constexpr double Frame = 1000.0 / 60; // milliseconds that the screen shows a picture
 constexpr int SliceTime = 6; // milliseconds, after which events are looked at
 constexpr int TimeBetweenParts = 30; // milliseconds, after which what is finished is shown
 constexpr int SliceHeight = 96; // pixels; enough for two threads
@@ -54,6 +55,11 @@ void QuickPicture::noteFullRepaint(double milliseconds, const ViewCanvas& shown)
     m_cost = milliseconds;
     m_costScale = scaleOf(shown.toPicture());
     keepCoarse(shown);
+}
+
+bool QuickPicture::isSlow() const
+{
+    return m_cost > Frame;
 }
 
 // Only a picture that shows clearly more of the drawing replaces the one that there is, because the copy takes time.

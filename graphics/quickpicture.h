@@ -49,6 +49,9 @@ public:
     // An exact repaint of everything took this long; `shown` is that picture.
     void noteFullRepaint(double milliseconds, const ViewCanvas& shown);
 
+    // Returns whether a full repaint takes longer than the screen shows a picture.
+    [[nodiscard]] bool isSlow() const;
+
     // Returns whether to approximate `scene`, where `shown` is the last exact picture.
     [[nodiscard]] bool isWorthwhile(const ViewCanvas& shown, const ViewCanvas::Scene& scene) const;
 

@@ -56,6 +56,9 @@ public:
     void whenSettled(std::function<void()> settled) { m_settled = std::move(settled); }
     [[nodiscard]] bool isSettled() const;
 
+    // Returns whether a full repaint takes longer than the screen shows a picture.
+    [[nodiscard]] bool isSlow() const { return m_quick && m_quick->isSlow(); }
+
     // Brings the picture up to date and draws at least the exposed parts of the viewport. The painter is left with the
     // scene's transform.
     void paint(QPainter& painter, const QRegion& exposed, const ViewCanvas::Background& drawBackground);

@@ -299,7 +299,7 @@ QGraphicsItem* ZelGraphicsView::elementToSelectAt(QPoint position) const
 void ZelGraphicsView::finishSelecting(QPoint position)
 {
     const QRectF band = rubberBandInScene();
-    if (isBand(band))
+    if (isBand(band) && m_parts->picture.isSlow())
         viewport()->repaint(m_parts->rubberBand->geometry()); // the band goes at once, however long the rest takes
     m_parts->scene->clearSelectedItems();
     if (isBand(band))
