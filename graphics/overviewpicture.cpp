@@ -64,10 +64,8 @@ QList<int> OverviewPicture::layersAtFit() const
 
 ViewCanvas::Work OverviewPicture::update(QSize size, const QDeadlineTimer& deadline)
 {
-    SceneElements& elements = m_scene->elements();
     if (!m_pictures)
-        m_pictures = std::make_unique<StatePictures>(
-            elements.displayList(), [&elements](const std::vector<int>& ids) { return elements.placesOf(ids); });
+        m_pictures = std::make_unique<StatePictures>(m_scene->elements());
     m_layers = layersAtFit();
     ViewCanvas::Scene scene = canvasScene(m_view, *m_scene);
     const QRectF all = area();

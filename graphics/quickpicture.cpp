@@ -140,7 +140,7 @@ void QuickPicture::paintSlice()
     m_owner.finish(m_next);
 }
 
-// Each time takes a while, which the picture is finished later.
+// Showing a part takes time, by which the exact picture comes later.
 void QuickPicture::showFinished()
 {
     if (m_sinceShown.elapsed() < TimeBetweenParts)

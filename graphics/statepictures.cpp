@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/statepictures.h"
 
+#include "graphics/sceneelements.h"
+
 #include <utility>
 
 namespace mirn::zelchipview {
@@ -18,11 +20,10 @@ const ElementIdSet& filteredOf(const PaintStates& states)
 
 } // namespace
 
-StatePictures::StatePictures(DisplayList& list, PlacesOf placesOf)
-    : m_list(list)
-    , m_placesOf(std::move(placesOf))
+StatePictures::StatePictures(SceneElements& elements)
+    : m_elements(elements)
 {
-    m_shown.canvas = std::make_unique<ViewCanvas>(m_list);
+    m_shown.canvas = std::make_unique<ViewCanvas>(m_elements.displayList());
 }
 
 void StatePictures::Picture::take(const PaintStates& states)
@@ -93,7 +94,7 @@ std::optional<std::vector<int>> StatePictures::differences(const Picture& pictur
         || !picture.highlighted.findDifferences(*scene.states.highlighted, MostDifferences, ids)
         || !picture.filtered.findDifferences(filteredOf(scene.states), MostDifferences, ids))
         return std::nullopt;
-    std::vector<int> places = m_placesOf(ids);
+    std::vector<int> places = m_elements.placesOf(ids);
     places.insert(places.end(), picture.repainted.begin(), picture.repainted.end());
     return places;
 }
@@ -108,7 +109,7 @@ void StatePictures::setAside(const ViewCanvas::Scene& scene)
         return;
     std::swap(m_shown, m_other);
     if (!m_shown.canvas)
-        m_shown.canvas = std::make_unique<ViewCanvas>(m_list);
+        m_shown.canvas = std::make_unique<ViewCanvas>(m_elements.displayList());
 }
 
 bool StatePictures::update(const ViewCanvas::Scene& scene)

@@ -4,12 +4,13 @@
 #include "graphics/elements/elementidset.h"
 #include "graphics/painting/viewcanvas.h"
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
 
 namespace mirn::zelchipview {
+
+class SceneElements;
 
 // The picture that a view shows, and another one of the same part of the drawing from before many elements changed
 // their states at once. When they change back, as after a band over everything, that one is shown again, and only what
@@ -17,10 +18,7 @@ namespace mirn::zelchipview {
 class StatePictures final
 {
 public:
-    // Returns the places in the display list of the elements with these ids.
-    using PlacesOf = std::function<std::vector<int>(const std::vector<int>& ids)>;
-
-    StatePictures(DisplayList& list, PlacesOf placesOf); // the list is not owned
+    explicit StatePictures(SceneElements& elements); // not owned
 
     // Returns the picture that is shown, which another may take the place of at each of the following calls.
     [[nodiscard]] ViewCanvas& shown() { return *m_shown.canvas; }
@@ -62,8 +60,7 @@ private:
         const Picture& picture, const ViewCanvas::Scene& scene) const;
     void setAside(const ViewCanvas::Scene& scene);
 
-    DisplayList& m_list;
-    const PlacesOf m_placesOf;
+    SceneElements& m_elements;
     Picture m_shown;
     Picture m_other;
     bool m_areStatesOld = false;

@@ -160,11 +160,8 @@ void ViewPicture::makePictures()
 {
     if (m_pictures)
         return;
-    SceneElements& elements = m_scene->elements();
-    DisplayList& list = elements.displayList();
-    m_pictures = std::make_unique<StatePictures>(
-        list, [&elements](const std::vector<int>& ids) { return elements.placesOf(ids); });
-    m_quick = std::make_unique<QuickPicture>(list,
+    m_pictures = std::make_unique<StatePictures>(m_scene->elements());
+    m_quick = std::make_unique<QuickPicture>(m_scene->elements().displayList(),
         QuickPicture::Owner{
             [this] { return m_scene && m_view.scene() == m_scene && m_scene->elements().canPaintFromList(); },
             [this] { return currentScene(); }, [this](const QRegion& part) { updatePart(part); },

@@ -241,7 +241,9 @@ bool LinePicture::drawMissingTiles(const QRect& tiles)
     std::vector<Tile> drawn(static_cast<std::size_t>(missing.width()) * static_cast<std::size_t>(missing.height()));
     const QRect area = areaOf(missing);
     for (const PixelLine& line : m_lines) {
-        if (boundsOf(line.from, line.to).intersects(area))
+        const QRect bounds = boundsOf(line.from, line.to);
+        if (bounds.right() >= area.left() && bounds.left() <= area.right() && bounds.bottom() >= area.top()
+            && bounds.top() <= area.bottom())
             draw(line, missing, drawn);
     }
     auto tile = drawn.begin();

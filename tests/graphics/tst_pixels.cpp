@@ -588,7 +588,7 @@ private Q_SLOTS:
         PixelView chip(24000);
         DisplayList& list = chip.scene()->elements().displayList();
         const auto placesOf = [&chip](const std::vector<int>& ids) { return chip.scene()->elements().placesOf(ids); };
-        StatePictures pictures(list, placesOf);
+        StatePictures pictures(chip.scene()->elements());
         ElementIdSet selected;
         ElementIdSet highlighted;
         ViewCanvas::Scene scene = canvasScene(*chip.view(), *chip.scene());
