@@ -144,7 +144,7 @@ ElementStates PaintJob::statesOf(int elementId) const
 // Returns whether a point is near enough to the image for the rasteriser's fixed-point numbers.
 bool PaintJob::isNear(double x, double y) const
 {
-    return std::abs(m_mapping.x(x)) < Rasteriser::Farthest && std::abs(m_mapping.y(y)) < Rasteriser::Farthest;
+    return Rasteriser::isNear(m_mapping.x(x)) && Rasteriser::isNear(m_mapping.y(y));
 }
 
 bool PaintJob::isInside(double x, double y) const
@@ -205,11 +205,15 @@ bool PaintJob::rasteriseRect(const Primitive& primitive, bool isInside)
     const paintrules::Look look = paintrules::rectLook(
         primitive.fillColor, primitive.strokeColor, primitive.strokeWidth, statesOf(primitive.elementId));
     const QRectF rect = primitive.rect();
+    if (rect.width() < 0 || rect.height() < 0 || !(isInside || isWithinReach(rect)))
+        return false;
     const std::optional<int> opacity = isVisible(look.border) ? thinOpacity(look.borderWidth) : 0;
-    if (!opacity || rect.width() < 0 || rect.height() < 0 || !(isInside || isWithinReach(rect)))
+    if (!opacity && !m_space.border.make(rect, look.borderWidth, m_mapping))
         return false;
     m_rasteriser.fillRect(rect, look.fill);
-    if (*opacity > 0)
+    if (!opacity)
+        m_rasteriser.drawStretchedMask(m_space.border.mask(), look.border);
+    else if (*opacity > 0)
         m_rasteriser.strokeRect(rect, look.border, *opacity);
     return true;
 }

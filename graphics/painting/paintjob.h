@@ -6,6 +6,7 @@
 #include "graphics/painting/raster/picturedevice.h"
 #include "graphics/painting/raster/polygoncoverage.h"
 #include "graphics/painting/raster/rasteriser.h"
+#include "graphics/painting/raster/rectborder.h"
 #include "graphics/painting/text/glyphmasks.h"
 
 #include <QPainter>
@@ -28,6 +29,7 @@ public:
         ElementGrid::Search search;
         std::vector<ElementGrid::Found> found;
         PolygonCoverage polygon;
+        RectBorder border;
     };
 
     // What all jobs of one paint have in common. Nothing is owned.

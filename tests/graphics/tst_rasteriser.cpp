@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/raster/polygoncoverage.h"
 #include "graphics/painting/raster/rasteriser.h"
+#include "graphics/painting/raster/rectborder.h"
 #include "tests/support/random.h"
 #include "tests/support/testmain.h"
 
@@ -84,6 +85,48 @@ private Q_SLOTS:
             Rasteriser rasteriser(drawn, drawn.rect(), mapping, instructionsFor(i));
             rasteriser.fillRect(rect, color.rgb());
             rasteriser.strokeRect(rect, border.rgb(), width == 0 ? 256 : static_cast<int>(width * scale * 256));
+            if (drawn != expected)
+                qDebug() << rect << "scale" << scale << "pen" << width << "moved" << mapping.dx << mapping.dy;
+            QVERIFY(drawn == expected);
+        }
+    }
+
+    void wideBordersAsQPainterDrawsThem_data()
+    {
+        const Rows<double, double, double> row;
+        row("within the image", 30.0, 6.0, 0.0);
+        row("of whole or half pixels", 30.0, 6.0, 0.5);
+        row("wider than the rect", 6.0, 12.0, 0.0);
+        row("across the borders of the image", 400.0, 9.0, 0.0);
+    }
+
+    void wideBordersAsQPainterDrawsThem()
+    {
+        if (!RectBorder::IsExact)
+            QSKIP("QPainter draws them");
+        const auto [largest, widest, grid] = row<double, double, double>();
+        Random random;
+        RectBorder border;
+        QImage drawn(64, 56, QImage::Format_RGB32);
+        for (int i = 0; i < 12000; ++i) {
+            const double scale = std::pow(1.1, random.below(40) - 20);
+            const Rasteriser::Mapping mapping{scale, double(random.below(20)), random.below(3) * 0.5 - 3};
+            const auto length = [&, step = grid](double limit) {
+                const double pixels = random.upTo(limit);
+                return (step > 0 ? std::round(pixels / step) * step : pixels) / scale;
+            };
+            const QRectF rect{length(80) - (mapping.dx + 20) / scale, length(80) - (mapping.dy + 20) / scale,
+                length(largest), length(largest)};
+            const double width = (grid > 0 ? 1.5 : 1.002) / scale + length(widest);
+            const QColor color(random.color());
+            drawn.fill(QColor(random.color()));
+            const QImage expected = painted(drawn, mapping, QPen(color, width), Qt::NoBrush,
+                [&rect](QPainter& painter) { painter.drawRect(rect); });
+            QVERIFY(border.make(rect, width, mapping) || rect.isEmpty());
+            if (rect.isEmpty())
+                continue;
+            Rasteriser rasteriser(drawn, drawn.rect(), mapping, instructionsFor(i));
+            rasteriser.drawStretchedMask(border.mask(), color.rgb());
             if (drawn != expected)
                 qDebug() << rect << "scale" << scale << "pen" << width << "moved" << mapping.dx << mapping.dy;
             QVERIFY(drawn == expected);

@@ -23,4 +23,14 @@ struct CoverageMask
     const std::uint8_t* coverage; // 0 to 255 per pixel, row by row; not owned
 };
 
+// A mask of which some pixels stand for many: from there on, the shape looks the same for a while.
+struct StretchedMask
+{
+    CoverageMask mask;
+    int column; // ColumnsAtOnce columns from here on stand for as many and `moreColumns`
+    int moreColumns;
+    int row; // stands for 1 + `moreRows`
+    int moreRows;
+};
+
 } // namespace mirn::zelchipview

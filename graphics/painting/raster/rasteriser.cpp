@@ -82,6 +82,25 @@ ZEL_INLINE void Rasteriser::fillSmallRect(const Extent& across, const Extent& do
     }
 }
 
+ZEL_INLINE void Rasteriser::fillLargeRect(const Extent& across, const Extent& down, QRgb color)
+{
+    const int lastRow = std::min(down.last, m_clip.bottom());
+    const int lastWhole = std::min(across.last - 1, m_clip.right());
+    const std::int64_t first = across.partOf(across.first) * 255;
+    const std::int64_t last = across.partOf(across.last) * 255;
+    const bool endsInside = across.last > across.first && across.last <= m_clip.right();
+    for (int y = down.first; y <= lastRow; ++y) {
+        const std::int64_t height = down.partOf(y);
+        const auto weighted
+            = [height](std::int64_t coverage) { return static_cast<unsigned>(((height * coverage) >> 16) >> 16); };
+        blendRow(across.first, across.first, y, color, weighted(first));
+        if (across.first < lastWhole)
+            blendRow(across.first + 1, lastWhole, y, color, weighted(std::int64_t(One) * 255));
+        if (endsInside)
+            blendRow(across.last, across.last, y, color, weighted(last));
+    }
+}
+
 ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rect, QRgb color)
 {
     // QPainter draws a rect as a thick line between the middles of its sides.
@@ -122,49 +141,53 @@ ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rect, QRgb color)
         fillSmallRect(across, down, color);
         return;
     }
-    const int lastColumn = std::min(across.last, m_clip.right());
-    const int lastRow = std::min(down.last, m_clip.bottom());
-    const auto coverageOf = [&across](int x) { return across.partOf(x) * 255; };
-    const std::int64_t first = coverageOf(across.first);
-    const std::int64_t last = coverageOf(across.last);
-    for (int y = down.first; y <= lastRow; ++y) {
-        const std::int64_t height = down.partOf(y);
-        const auto weighted
-            = [height](std::int64_t coverage) { return static_cast<unsigned>(((height * coverage) >> 16) >> 16); };
-        blendRow(across.first, across.first, y, color, weighted(first));
-        if (lastColumn > across.first) {
-            const bool isLastWhole = lastColumn < across.last;
-            if (across.first + 1 <= lastColumn - (isLastWhole ? 0 : 1))
-                blendRow(
-                    across.first + 1, lastColumn - (isLastWhole ? 0 : 1), y, color, weighted(std::int64_t(One) * 255));
-            if (!isLastWhole)
-                blendRow(lastColumn, lastColumn, y, color, weighted(last));
-        }
+    fillLargeRect(across, down, color);
+}
+
+// Blends ColumnsAtOnce pixels.
+ZEL_INLINE void Rasteriser::blendFew(int x, int y, QRgb color, const std::uint8_t* covered)
+{
+    std::uint32_t all = 0;
+    std::memcpy(&all, covered, ColumnsAtOnce);
+    if (all == 0)
+        return;
+    if (x >= m_clip.left() && x + ColumnsAtOnce - 1 <= m_clip.right()) {
+        PairChannels left;
+        PairChannels right;
+        pixelpair::spread(all, left, right);
+        QuadBlend(pixelpair::ofColor(color), left, right).apply(row(y) + x);
+        return;
     }
+    for (int i = 0; i < ColumnsAtOnce; ++i)
+        blend(x + i, y, color, covered[i]);
 }
 
 ZEL_INLINE void Rasteriser::drawAnyMask(const CoverageMask& mask, QRgb color)
 {
-    constexpr int Step = ColumnsAtOnce;
-    const PairChannels channels = pixelpair::ofColor(color);
     const int lastRow = std::min(mask.y + mask.height - 1, m_clip.bottom());
     for (int y = std::max(mask.y, m_clip.top()); y <= lastRow; ++y) {
         const std::uint8_t* covered = mask.coverage + static_cast<std::ptrdiff_t>(y - mask.y) * mask.width;
-        for (int x = mask.x; x < mask.x + mask.width; x += Step, covered += Step) {
-            std::uint32_t all = 0;
-            std::memcpy(&all, covered, Step);
-            if (all == 0)
-                continue;
-            if (x >= m_clip.left() && x + Step - 1 <= m_clip.right()) {
-                PairChannels left;
-                PairChannels right;
-                pixelpair::spread(all, left, right);
-                QuadBlend(channels, left, right).apply(row(y) + x);
-                continue;
-            }
-            for (int i = 0; i < Step; ++i)
-                blend(x + i, y, color, covered[i]);
-        }
+        for (int x = mask.x; x < mask.x + mask.width; x += ColumnsAtOnce, covered += ColumnsAtOnce)
+            blendFew(x, y, color, covered);
+    }
+}
+
+ZEL_INLINE void Rasteriser::drawAnyStretched(const StretchedMask& stretched, QRgb color)
+{
+    const CoverageMask& mask = stretched.mask;
+    const int left = std::max(mask.x + stretched.column, m_clip.left());
+    const int right = std::min(mask.x + stretched.column + stretched.moreColumns - 1, m_clip.right());
+    const int lastRow = std::min(mask.y + mask.height + stretched.moreRows - 1, m_clip.bottom());
+    for (int y = std::max(mask.y, m_clip.top()); y <= lastRow; ++y) {
+        const int below = y - mask.y;
+        const int maskRow = std::clamp(stretched.row, below - stretched.moreRows, below);
+        const std::uint8_t* covered = mask.coverage + static_cast<std::ptrdiff_t>(maskRow) * mask.width;
+        for (int column = 0; column < stretched.column; column += ColumnsAtOnce)
+            blendFew(mask.x + column, y, color, covered + column);
+        if (left <= right)
+            blendRow(left, right, y, color, covered[stretched.column]);
+        for (int column = stretched.column; column < mask.width; column += ColumnsAtOnce)
+            blendFew(mask.x + stretched.moreColumns + column, y, color, covered + column);
     }
 }
 
@@ -179,6 +202,11 @@ struct Rasteriser::Avx2Fills
     {
         rasteriser.drawAnyMask(mask, color);
     }
+
+    ZEL_AVX2 static void drawStretched(Rasteriser& rasteriser, const StretchedMask& mask, QRgb color)
+    {
+        rasteriser.drawAnyStretched(mask, color);
+    }
 };
 
 void Rasteriser::fillRect(const QRectF& rect, QRgb color)
@@ -189,6 +217,11 @@ void Rasteriser::fillRect(const QRectF& rect, QRgb color)
 void Rasteriser::drawMask(const CoverageMask& mask, QRgb color)
 {
     m_hasAvx2 ? Avx2Fills::drawMask(*this, mask, color) : drawAnyMask(mask, color);
+}
+
+void Rasteriser::drawStretchedMask(const StretchedMask& mask, QRgb color)
+{
+    m_hasAvx2 ? Avx2Fills::drawStretched(*this, mask, color) : drawAnyStretched(mask, color);
 }
 
 } // namespace mirn::zelchipview

@@ -24,6 +24,7 @@ public:
     // Shapes that reach further than this, in image pixels, are left to QPainter: the fixed-point numbers here would
     // overflow.
     static constexpr double Farthest = 16000.0;
+    [[nodiscard]] static bool isNear(double pixels) { return pixels > -Farthest && pixels < Farthest; }
 
     // Whether rects may reach beyond the left and the right border of the image. Qt 5 rounds differently there.
     static constexpr bool DrawsCutRects = QT_VERSION >= QT_VERSION_CHECK(6, 0, 0);
@@ -60,8 +61,9 @@ public:
     // Draws a line one pixel wide around a polygon, which must lie within the image.
     void strokePolygon(const QPointF* corners, int count, QRgb color, int opacity);
 
-    // Blends a mask, which may reach beyond the image.
+    // These blend a mask, which may reach beyond the image.
     void drawMask(const CoverageMask& mask, QRgb color);
+    void drawStretchedMask(const StretchedMask& mask, QRgb color);
 
 private:
     struct Stroke; // a thin line's colour and opacity
@@ -74,14 +76,17 @@ private:
     void drawAnyLine(const QLineF& line, QRgb color, int opacity);
     void strokeAnyPolygon(const QPointF* corners, int count, QRgb color, int opacity);
     void drawAnyMask(const CoverageMask& mask, QRgb color);
+    void drawAnyStretched(const StretchedMask& mask, QRgb color);
     enum class Ends { Flat, Square };
     void thinLine(QPointF a, QPointF b, const Stroke& stroke, Ends ends);
     [[nodiscard]] bool isWithinClip(int left, int top, int right, int bottom) const;
+    void fillLargeRect(const Extent& across, const Extent& down, QRgb color);
     void fillSmallRect(const Extent& across, const Extent& down, QRgb color);
     void strokeSmallRect(int left, int top, int right, int bottom, const Stroke& stroke);
     template <bool isSteep> void straightLine(int start, int end, int across, const Stroke& stroke);
     template <bool isSteep> void scan(int start, int end, int across, int slope, const Stroke& stroke);
     template <bool isSteep> void step(int along, int across, int weight, const Stroke& stroke);
+    void blendFew(int x, int y, QRgb color, const std::uint8_t* covered);
     void blend(int x, int y, QRgb color, unsigned coverage);
     void blendRow(int left, int right, int y, QRgb color, unsigned coverage);
     void blendColumn(int x, int top, int bottom, QRgb color, unsigned coverage);
