@@ -16,35 +16,7 @@ namespace {
 
 constexpr double SmallestSide = 1.0 / 64; // in pixels; a rect with a shorter side is not drawn
 
-std::int64_t toFixed(double value)
-{
-    return static_cast<std::int64_t>(value * One);
-}
-
 } // namespace
-
-// The coverage of pixels along one axis of a rect: partial in the first and the last pixel, full between them.
-struct Rasteriser::Extent
-{
-    Extent(double from, double to)
-        : first(static_cast<int>(from))
-        , last(static_cast<int>(to))
-        , start(toFixed(from))
-        , end(toFixed(to))
-    { }
-
-    // Returns the covered part of a pixel as a 16.16 number.
-    [[nodiscard]] std::int64_t partOf(int pixel) const
-    {
-        const std::int64_t begin = std::int64_t(pixel) * One;
-        return std::min(begin + One, end) - std::max(begin, start);
-    }
-
-    int first;
-    int last;
-    std::int64_t start;
-    std::int64_t end;
-};
 
 Rasteriser::Rasteriser(QImage& image, const QRect& clip, const Mapping& mapping, Instructions instructions)
     : m_hasAvx2(instructions == Instructions::Fastest && ZEL_HAS_AVX2)
@@ -101,7 +73,7 @@ ZEL_INLINE void Rasteriser::fillLargeRect(const Extent& across, const Extent& do
     }
 }
 
-ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rect, QRgb color)
+template <bool isAvx2> ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rect, QRgb color)
 {
     // QPainter draws a rect as a thick line between the middles of its sides.
     double from = m_mapping.x(rect.left());
@@ -138,7 +110,10 @@ ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rect, QRgb color)
     const Extent down(top, bottom);
     if (across.last - across.first <= LargestSmallRect
         && isWithinClip(across.first, down.first, across.last + ColumnsAtOnce - 1, down.last)) {
-        fillSmallRect(across, down, color);
+        if constexpr (isAvx2)
+            Avx2SmallRects::fill(*this, across, down, color);
+        else
+            fillSmallRect(across, down, color);
         return;
     }
     fillLargeRect(across, down, color);
@@ -195,7 +170,7 @@ struct Rasteriser::Avx2Fills
 {
     ZEL_AVX2 static void fillRect(Rasteriser& rasteriser, const QRectF& rect, QRgb color)
     {
-        rasteriser.fillAnyRect(rect, color);
+        rasteriser.fillAnyRect<ZEL_IS_X86>(rect, color);
     }
 
     ZEL_AVX2 static void drawMask(Rasteriser& rasteriser, const CoverageMask& mask, QRgb color)
@@ -211,7 +186,7 @@ struct Rasteriser::Avx2Fills
 
 void Rasteriser::fillRect(const QRectF& rect, QRgb color)
 {
-    m_hasAvx2 ? Avx2Fills::fillRect(*this, rect, color) : fillAnyRect(rect, color);
+    m_hasAvx2 ? Avx2Fills::fillRect(*this, rect, color) : fillAnyRect<false>(rect, color);
 }
 
 void Rasteriser::drawMask(const CoverageMask& mask, QRgb color)

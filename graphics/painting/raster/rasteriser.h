@@ -70,9 +70,10 @@ private:
     struct Extent;
     struct Avx2Fills; // the drawing code compiled for newer processors
     struct Avx2Lines;
+    struct Avx2SmallRects;
 
-    void fillAnyRect(const QRectF& rect, QRgb color);
-    void strokeAnyRect(const QRectF& rect, QRgb color, int opacity);
+    template <bool isAvx2> void fillAnyRect(const QRectF& rect, QRgb color);
+    template <bool isAvx2> void strokeAnyRect(const QRectF& rect, QRgb color, int opacity);
     void drawAnyLine(const QLineF& line, QRgb color, int opacity);
     void strokeAnyPolygon(const QPointF* corners, int count, QRgb color, int opacity);
     void drawAnyMask(const CoverageMask& mask, QRgb color);
@@ -82,7 +83,9 @@ private:
     [[nodiscard]] bool isWithinClip(int left, int top, int right, int bottom) const;
     void fillLargeRect(const Extent& across, const Extent& down, QRgb color);
     void fillSmallRect(const Extent& across, const Extent& down, QRgb color);
-    void strokeSmallRect(int left, int top, int right, int bottom, const Stroke& stroke);
+    void strokeAcross(int left, int right, int middle, const Stroke& stroke);
+    void strokeDown(int top, int bottom, int middle, const Stroke& stroke);
+    template <bool isAvx2> void strokeSmallRect(int left, int top, int right, int bottom, const Stroke& stroke);
     template <bool isSteep> void straightLine(int start, int end, int across, const Stroke& stroke);
     template <bool isSteep> void scan(int start, int end, int across, int slope, const Stroke& stroke);
     template <bool isSteep> void step(int along, int across, int weight, const Stroke& stroke);

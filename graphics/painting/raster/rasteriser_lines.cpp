@@ -13,10 +13,6 @@ using namespace pixel;
 
 namespace {
 
-constexpr int LineUnit = 64; // line units per pixel
-constexpr int LineBits = 6;
-constexpr int HalfPixel = LineUnit / 2;
-
 // Returns the part of a pixel that lies between two ends of a line, in line units; it is negative outside.
 int weightOf(int pixel, int start, int end)
 {
@@ -29,12 +25,6 @@ int toLineUnits(double value)
 }
 
 } // namespace
-
-struct Rasteriser::Stroke
-{
-    QRgb color;
-    int opacity;
-};
 
 // Draws one step along a line: the two pixels beside its centre share the coverage.
 template <bool isSteep> ZEL_INLINE void Rasteriser::step(int along, int across, int weight, const Stroke& stroke)
@@ -53,55 +43,64 @@ template <bool isSteep> ZEL_INLINE void Rasteriser::step(int along, int across, 
     }
 }
 
-// The rect must lie within the clip, together with the padding columns right of it and the row below it.
-ZEL_INLINE void Rasteriser::strokeSmallRect(int left, int top, int right, int bottom, const Stroke& stroke)
+// Draws a horizontal side of a small rect. The row of pixels above its middle and the one below share the coverage.
+ZEL_INLINE void Rasteriser::strokeAcross(int left, int right, int middle, const Stroke& stroke)
 {
     const PairChannels channels = pixelpair::ofColor(stroke.color);
-    const PairChannels opacity = pixelpair::both(stroke.opacity);
-    const auto coverageOf
-        = [&](PairChannels shares, PairChannels weights) { return (((shares * weights) >> LineBits) * opacity) >> 8; };
-    const auto shareOf = [](int middle) { return static_cast<unsigned>((middle - HalfPixel) & (LineUnit - 1)) * 4; };
+    const PairChannels upperShares = pixelpair::both(255 - secondShare(middle));
+    const PairChannels lowerShares = pixelpair::both(secondShare(middle));
+    const auto coverageOf = [&stroke](PairChannels shares, PairChannels weights) {
+        return (((shares * weights) >> LineBits) * pixelpair::both(stroke.opacity)) >> 8;
+    };
+    const auto weightsOf = [=](int x) {
+        return pixelpair::of(std::max(weightOf(x, left, right), 0), std::max(weightOf(x + 1, left, right), 0));
+    };
+    std::uint32_t* upper = row((middle - HalfPixel) >> LineBits);
+    std::uint32_t* lower = row(((middle - HalfPixel) >> LineBits) + 1);
+    const int lastColumn = (right - 1) >> LineBits;
+    for (int x = left >> LineBits; x <= lastColumn; x += ColumnsAtOnce) {
+        const PairChannels first = weightsOf(x);
+        const PairChannels second = weightsOf(x + 2);
+        QuadBlend(channels, coverageOf(upperShares, first), coverageOf(upperShares, second)).apply(upper + x);
+        QuadBlend(channels, coverageOf(lowerShares, first), coverageOf(lowerShares, second)).apply(lower + x);
+    }
+}
+
+// Draws a vertical side of a small rect.
+ZEL_INLINE void Rasteriser::strokeDown(int top, int bottom, int middle, const Stroke& stroke)
+{
+    const PairChannels channels = pixelpair::ofColor(stroke.color);
+    const PairChannels shares = pixelpair::of(255 - secondShare(middle), secondShare(middle));
+    const int x = (middle - HalfPixel) >> LineBits;
     const int firstRow = top >> LineBits;
     const int lastRow = (bottom - 1) >> LineBits;
-    const int firstColumn = left >> LineBits;
-    const int lastColumn = (right - 1) >> LineBits;
-    PairChannels weights[LargestSmallRect / 2 + ColumnsAtOnce];
-    for (int x = firstColumn, i = 0; x <= lastColumn; x += 2, ++i)
-        weights[i] = pixelpair::of(weightOf(x, left, right), std::max(weightOf(x + 1, left, right), 0));
-    // Columns are drawn in fours, so there may be one pair too many.
-    weights[(lastColumn - firstColumn) / 2 + 1] = pixelpair::both(0);
+    const auto blendOf = [&](int weight) {
+        const PairChannels coverage = (shares * pixelpair::both(weight)) >> LineBits;
+        return PairBlend(channels, (coverage * pixelpair::both(stroke.opacity)) >> 8);
+    };
+    blendOf(weightOf(firstRow, top, bottom)).apply(row(firstRow) + x);
+    if (firstRow == lastRow)
+        return;
+    const PairBlend whole = blendOf(LineUnit);
+    for (int y = firstRow + 1; y < lastRow; ++y)
+        whole.apply(row(y) + x);
+    blendOf(weightOf(lastRow, top, bottom)).apply(row(lastRow) + x);
+}
 
-    const auto drawHorizontal = [&](int middle) {
-        const int y = (middle - HalfPixel) >> LineBits;
-        const PairChannels upperShares = pixelpair::both(255 - shareOf(middle));
-        const PairChannels lowerShares = pixelpair::both(shareOf(middle));
-        std::uint32_t* upper = row(y);
-        std::uint32_t* lower = row(y + 1);
-        for (int x = firstColumn; x <= lastColumn; x += ColumnsAtOnce) {
-            const PairChannels first = weights[(x - firstColumn) / 2];
-            const PairChannels second = weights[(x - firstColumn) / 2 + 1];
-            QuadBlend(channels, coverageOf(upperShares, first), coverageOf(upperShares, second)).apply(upper + x);
-            QuadBlend(channels, coverageOf(lowerShares, first), coverageOf(lowerShares, second)).apply(lower + x);
-        }
+// The rect must lie within the clip, together with the padding columns right of it and the row below it.
+template <bool isAvx2>
+ZEL_INLINE void Rasteriser::strokeSmallRect(int left, int top, int right, int bottom, const Stroke& stroke)
+{
+    const auto across = [&](int middle) {
+        if constexpr (isAvx2)
+            Avx2SmallRects::strokeAcross(*this, left, right, middle, stroke);
+        else
+            strokeAcross(left, right, middle, stroke);
     };
-    const auto drawVertical = [&](int middle) {
-        const int x = (middle - HalfPixel) >> LineBits;
-        const PairChannels shares = pixelpair::of(255 - shareOf(middle), shareOf(middle));
-        const auto blendRow = [&](int y, int weight) {
-            PairBlend(channels, coverageOf(shares, pixelpair::both(weight))).apply(row(y) + x);
-        };
-        blendRow(firstRow, weightOf(firstRow, top, bottom));
-        if (firstRow == lastRow)
-            return;
-        const PairBlend whole(channels, coverageOf(shares, pixelpair::both(LineUnit)));
-        for (int y = firstRow + 1; y < lastRow; ++y)
-            whole.apply(row(y) + x);
-        blendRow(lastRow, weightOf(lastRow, top, bottom));
-    };
-    drawHorizontal(top);
-    drawVertical(right);
-    drawHorizontal(bottom);
-    drawVertical(left);
+    across(top);
+    strokeDown(top, bottom, right, stroke);
+    across(bottom);
+    strokeDown(top, bottom, left, stroke);
 }
 
 // Draws a horizontal or vertical line, whose coverage is the same everywhere except at its ends.
@@ -214,7 +213,7 @@ ZEL_INLINE void Rasteriser::strokeAnyPolygon(const QPointF* corners, int count, 
     }
 }
 
-ZEL_INLINE void Rasteriser::strokeAnyRect(const QRectF& rect, QRgb color, int opacity)
+template <bool isAvx2> ZEL_INLINE void Rasteriser::strokeAnyRect(const QRectF& rect, QRgb color, int opacity)
 {
     const Stroke stroke{color, opacity};
     const int left = toLineUnits(m_mapping.x(rect.left()));
@@ -225,7 +224,7 @@ ZEL_INLINE void Rasteriser::strokeAnyRect(const QRectF& rect, QRgb color, int op
     if (isSmall
         && isWithinClip((left - HalfPixel) >> LineBits, (top - HalfPixel) >> LineBits,
             (right >> LineBits) + ColumnsAtOnce - 1, (bottom >> LineBits) + 1)) {
-        strokeSmallRect(left, top, right, bottom, stroke);
+        strokeSmallRect<isAvx2>(left, top, right, bottom, stroke);
         return;
     }
     const auto across = [](int middle) { return (middle - HalfPixel) * (One / LineUnit); };
@@ -243,7 +242,7 @@ struct Rasteriser::Avx2Lines
 {
     ZEL_AVX2 static void strokeRect(Rasteriser& rasteriser, const QRectF& rect, QRgb color, int opacity)
     {
-        rasteriser.strokeAnyRect(rect, color, opacity);
+        rasteriser.strokeAnyRect<ZEL_IS_X86>(rect, color, opacity);
     }
 
     ZEL_AVX2 static void drawLine(Rasteriser& rasteriser, const QLineF& line, QRgb color, int opacity)
@@ -260,7 +259,7 @@ struct Rasteriser::Avx2Lines
 
 void Rasteriser::strokeRect(const QRectF& rect, QRgb color, int opacity)
 {
-    m_hasAvx2 ? Avx2Lines::strokeRect(*this, rect, color, opacity) : strokeAnyRect(rect, color, opacity);
+    m_hasAvx2 ? Avx2Lines::strokeRect(*this, rect, color, opacity) : strokeAnyRect<false>(rect, color, opacity);
 }
 
 void Rasteriser::drawLine(const QLineF& line, QRgb color, int opacity)

@@ -12,9 +12,11 @@
 // picture in three quarters of the time. Fused multiply-add instructions round differently, so the build disables them
 // everywhere.
 #if defined(__x86_64__)
+#define ZEL_IS_X86 1
 #define ZEL_AVX2 __attribute__((target("avx2")))
 #define ZEL_HAS_AVX2 __builtin_cpu_supports("avx2")
 #else
+#define ZEL_IS_X86 0
 #define ZEL_AVX2
 #define ZEL_HAS_AVX2 false
 #endif
@@ -30,6 +32,18 @@ constexpr int One = 1 << 16; // a pixel as a 16.16 fixed-point number
 constexpr int LargestSmallRect = 16; // in pixels; small rects are drawn without a branch per pixel
 constexpr int ColumnsAtOnce = CoverageMask::ColumnsAtOnce;
 
+// Thin lines have units of their own.
+constexpr int LineUnit = 64; // line units per pixel
+constexpr int LineBits = 6;
+constexpr int HalfPixel = LineUnit / 2;
+
+// Returns the share (0 to 255) that a line has in the second of the two rows or columns of pixels beside its middle,
+// which is in line units. The first one has the rest.
+inline int secondShare(int middle)
+{
+    return ((middle - HalfPixel) & (LineUnit - 1)) * 4;
+}
+
 // Multiplies two of a pixel's channels at a time by `alpha` / 255 and rounds as QPainter does.
 inline std::uint32_t scaledPair(std::uint32_t pair, unsigned alpha)
 {
@@ -43,6 +57,43 @@ inline std::uint32_t scaled(std::uint32_t pixel, unsigned alpha)
 }
 
 } // namespace pixel
+
+// The coverage of pixels along one axis of a rect: partial in the first and the last pixel, full between them.
+struct Rasteriser::Extent
+{
+    Extent(double from, double to)
+        : first(static_cast<int>(from))
+        , last(static_cast<int>(to))
+        , start(static_cast<std::int64_t>(from * pixel::One))
+        , end(static_cast<std::int64_t>(to * pixel::One))
+    { }
+
+    // Returns the covered part of a pixel as a 16.16 number.
+    [[nodiscard]] std::int64_t partOf(int pixel) const
+    {
+        const std::int64_t begin = std::int64_t(pixel) * pixel::One;
+        return std::min(begin + pixel::One, end) - std::max(begin, start);
+    }
+
+    int first;
+    int last;
+    std::int64_t start;
+    std::int64_t end;
+};
+
+struct Rasteriser::Stroke
+{
+    QRgb color;
+    int opacity;
+};
+
+// Draws small rects with AVX2 instructions; see fillSmallRect() and strokeSmallRect(). Lengths of strokes are in line
+// units.
+struct Rasteriser::Avx2SmallRects
+{
+    static void fill(const Rasteriser& on, const Extent& across, const Extent& down, QRgb color);
+    static void strokeAcross(const Rasteriser& on, int left, int right, int middle, const Stroke& stroke);
+};
 
 ZEL_INLINE std::uint32_t* Rasteriser::row(int y) const
 {

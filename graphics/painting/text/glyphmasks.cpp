@@ -43,16 +43,21 @@ const QRgb* lineOf(const QImage& image, int y)
     return reinterpret_cast<const QRgb*>(image.constScanLine(y));
 }
 
-// Returns the part of the image that is not white.
-QRect coveredPart(const QImage& image)
+// Returns what is not white in a part of the image.
+QRect coveredPart(const QImage& image, const QRect& part)
 {
     QRect covered;
-    for (int y = 0; y < image.height(); ++y) {
+    for (int y = part.top(); y <= part.bottom(); ++y) {
         const QRgb* line = lineOf(image, y);
-        for (int x = 0; x < image.width(); ++x) {
-            if (coverageOf(line[x]) != 0)
-                covered |= QRect(x, y, 1, 1);
-        }
+        const auto isCovered = [line](int x) { return coverageOf(line[x]) != 0; };
+        int first = part.left();
+        while (first <= part.right() && !isCovered(first))
+            ++first;
+        int last = part.right();
+        while (last > first && !isCovered(last))
+            --last;
+        if (first <= last)
+            covered |= QRect(QPoint(first, y), QPoint(last, y));
     }
     return covered;
 }
@@ -135,24 +140,32 @@ const GlyphMasks::Mask& GlyphMasks::mask(int glyph, int phase)
     const std::size_t index = static_cast<std::size_t>(glyph) * Phases + phase;
     if (index >= m_masks.size())
         m_masks.resize(static_cast<std::size_t>(m_shaper.glyphCount()) * Phases);
-    Mask& found = m_masks[index];
-    if (!found.isMade)
-        make(found, glyph, phase);
-    return found;
+    if (!m_masks[index].isMade)
+        make(glyph);
+    return m_masks[index];
 }
 
-void GlyphMasks::make(Mask& mask, int glyph, int phase)
+// Makes the masks of all phases, for starting a painter takes longer than drawing one.
+void GlyphMasks::make(int glyph)
 {
-    mask.isMade = true;
     const TextShaper::Glyph& which = m_shaper.glyph(glyph);
-    const GlyphPicture picture
-        = glyphPicture(m_shaper.rawFont(which.font), which.index, m_scale, phase / double(Phases));
-    const QImage& image = picture.image;
-    if (image.isNull())
+    const GlyphPicture picture = glyphPicture(m_shaper.rawFont(which.font), which.index, m_scale, Phases);
+    for (int phase = 0; phase < Phases; ++phase) {
+        Mask& mask = m_masks[static_cast<std::size_t>(glyph) * Phases + phase];
+        mask.isMade = true;
+        const QRect part(phase * picture.width, 0, picture.width, picture.image.height());
+        take(mask, picture.image, part, picture.origin + part.topLeft());
+    }
+}
+
+// `origin` is the pixel of the glyph's origin.
+void GlyphMasks::take(Mask& mask, const QImage& image, const QRect& part, QPoint origin)
+{
+    const QRect covered = coveredPart(image, part);
+    if (covered.isEmpty())
         return;
-    const QRect covered = coveredPart(image);
-    mask.left = static_cast<std::int16_t>(covered.left() - picture.origin.x());
-    mask.top = static_cast<std::int16_t>(covered.top() - picture.origin.y());
+    mask.left = static_cast<std::int16_t>(covered.left() - origin.x());
+    mask.top = static_cast<std::int16_t>(covered.top() - origin.y());
     mask.width = static_cast<std::int16_t>(CoverageMask::paddedWidth(covered.width()));
     mask.height = static_cast<std::int16_t>(covered.height());
     mask.coverage = m_coverage.size();

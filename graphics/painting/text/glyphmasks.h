@@ -3,10 +3,14 @@
 
 #include "graphics/painting/text/textshaper.h"
 
+#include <QPoint>
+#include <QRect>
 #include <QRgb>
 
 #include <cstdint>
 #include <vector>
+
+class QImage;
 
 namespace mirn::zelchipview {
 
@@ -58,7 +62,8 @@ private:
 
     [[nodiscard]] const Mask& mask(int glyph, int phase);
     void draw(const Mask& mask, int column, int row, QRgb color, Rasteriser& rasteriser) const;
-    void make(Mask& mask, int glyph, int phase);
+    void make(int glyph);
+    void take(Mask& mask, const QImage& image, const QRect& part, QPoint origin);
 
     TextShaper& m_shaper;
     double m_scale = 0.0;

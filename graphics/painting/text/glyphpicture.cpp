@@ -28,13 +28,14 @@ bool isGrey(const QImage& image)
 
 } // namespace
 
-GlyphPicture glyphPicture(const QRawFont& font, quint32 glyph, double scale, double shift)
+GlyphPicture glyphPicture(const QRawFont& font, quint32 glyph, double scale, int positions)
 {
     const QRectF outline = font.boundingRect(glyph);
     const QRect area = QRectF(outline.topLeft() * scale, outline.size() * scale)
                            .toAlignedRect()
                            .adjusted(-Margin, -Margin, Margin, Margin);
-    GlyphPicture made{QImage(area.size(), QImage::Format_RGB32), -area.topLeft()};
+    const QSize all(area.width() * positions, area.height());
+    GlyphPicture made{QImage(all, QImage::Format_RGB32), area.width(), -area.topLeft()};
     if (made.image.isNull())
         return made;
     made.image.fill(Qt::white);
@@ -45,9 +46,12 @@ GlyphPicture glyphPicture(const QRawFont& font, quint32 glyph, double scale, dou
     PictureDevice device(&made.image);
     QPainter painter(&device);
     painter.setRenderHint(QPainter::Antialiasing, true);
-    painter.setTransform(QTransform(scale, 0, 0, scale, made.origin.x() + shift, made.origin.y()));
     painter.setPen(Qt::black);
-    painter.drawGlyphRun(QPointF(), run);
+    for (int n = 0; n < positions; ++n) {
+        const double x = made.origin.x() + n * made.width + double(n) / positions;
+        painter.setTransform(QTransform(scale, 0, 0, scale, x, made.origin.y()));
+        painter.drawGlyphRun(QPointF(), run);
+    }
     return made;
 }
 
@@ -57,9 +61,10 @@ bool hasUsualGlyphs(const QRawFont& font, quint32 glyph)
     const auto round = font.glyphIndexesForString(QStringLiteral("o"));
     const quint32 sample = round.isEmpty() || round.first() == 0 ? glyph : round.first();
     const double scale = SampleSize / std::max(1.0, font.pixelSize());
-    const QImage picture = glyphPicture(font, sample, scale, 0).image;
-    constexpr double HalfPixel = 0.5;
-    return isGrey(picture) && glyphPicture(font, sample, scale, HalfPixel).image != picture;
+    const GlyphPicture two = glyphPicture(font, sample, scale, 2);
+    const QSize size(two.width, two.image.height());
+    return isGrey(two.image)
+        && two.image.copy(QRect(QPoint(), size)) != two.image.copy(QRect(QPoint(two.width, 0), size));
 }
 
 } // namespace mirn::zelchipview
