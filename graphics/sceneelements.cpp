@@ -301,16 +301,33 @@ QList<QGraphicsItem*> SceneElements::itemsOf(int elementId)
     return items;
 }
 
-QGraphicsItem* SceneElements::topmostItemAt(const QPointF& point, const QTransform& sceneToViewport)
+bool SceneElements::isPlain()
 {
     m_foreign.deliverPendingChanges();
-    return canPaintFromList() ? picking::topmostItem(displayList(), point) : m_scene.itemAt(point, sceneToViewport);
+    return canPaintFromList();
+}
+
+QGraphicsItem* SceneElements::topmostItemAt(const QPointF& point, const QTransform& sceneToViewport)
+{
+    return isPlain() ? picking::topmostItem(displayList(), point) : m_scene.itemAt(point, sceneToViewport);
+}
+
+const ZELGraphicItemAttribute* SceneElements::topmostTouching(const QRectF& area, const IsWanted& isWanted)
+{
+    const DisplayList& list = displayList();
+    const int place = picking::topmostTouching(m_displayList, area, pendingTest(), [&](const Primitive& primitive) {
+        return isWanted(static_cast<Primitive::Kind>(primitive.kind), list.layers()[primitive.layer]);
+    });
+    if (place < 0)
+        return nullptr;
+    if (const ChipElement* element = list.knownElement(place))
+        return element->attribute();
+    return DrawingController::current().attributes().find(place + 1); // no item, so the place tells the number
 }
 
 std::vector<int> SceneElements::idsTouching(const QRectF& area)
 {
-    m_foreign.deliverPendingChanges();
-    if (canPaintFromList()) {
+    if (isPlain()) {
         std::vector<int> ids = placesTouching(area);
         for (int& entry : ids)
             entry = m_displayList.primitive(entry).elementId;
@@ -327,19 +344,21 @@ std::vector<int> SceneElements::idsTouching(const QRectF& area)
     return ids;
 }
 
+std::function<bool(int)> SceneElements::pendingTest() const
+{
+    if (!m_index.hasPending())
+        return {};
+    return [this](int place) { return isPendingAt(place); };
+}
+
 std::vector<int> SceneElements::placesTouching(const QRectF& area)
 {
-    DisplayList& list = displayList();
-    picking::IsPending isPending;
-    if (m_index.hasPending())
-        isPending = [this](int place) { return isPendingAt(place); };
-    return picking::placesTouching(list, area, isPending);
+    return picking::placesTouching(displayList(), area, pendingTest());
 }
 
 QList<QGraphicsItem*> SceneElements::itemsSpanning(const QRectF& area)
 {
-    m_foreign.deliverPendingChanges();
-    if (!canPaintFromList() || !m_index.hasLatent())
+    if (!isPlain() || !m_index.hasLatent())
         return m_scene.items(area, Qt::IntersectsItemShape);
     QList<QGraphicsItem*> items;
     for (int place : picking::outermost(displayList(), placesTouching(area)))

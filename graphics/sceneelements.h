@@ -18,6 +18,7 @@ class zel_SingleGraphItem;
 namespace mirn::zelchipview {
 
 class ScenePicture;
+class ZELGraphicItemAttribute;
 struct GraphicItemDynamicAttribute;
 
 // The scene's bookkeeping of its elements: the index by id, the display list that the views paint, and whether a host
@@ -37,6 +38,9 @@ public:
     // paint the scene themselves. Otherwise Qt paints everything, including what a host has added or moved.
     // Items that are still to be made are made before Qt paints.
     [[nodiscard]] bool canPaintFromList();
+
+    // The same after what a host has just done has been noticed, for questions between two paints.
+    [[nodiscard]] bool isPlain();
 
     // Takes a drawing without making items, into a scene that has no elements yet: begin, add each record, finish. An
     // item is made when it is first asked for by the operations of this class, or all are when Qt has to paint.
@@ -100,6 +104,11 @@ public:
     // Returns the places in the display list of the elements with these ids. Makes no item.
     [[nodiscard]] std::vector<int> placesOf(const std::vector<int>& elementIds);
 
+    // Returns the attribute of the topmost wanted element whose shape touches an area (scene coordinates), or null. The
+    // scene must be plain; see isPlain(). An item is made only of an element that may lie beside the area.
+    using IsWanted = std::function<bool(Primitive::Kind kind, int layer)>;
+    [[nodiscard]] const ZELGraphicItemAttribute* topmostTouching(const QRectF& area, const IsWanted& isWanted);
+
     // Returns the ids of the elements whose shapes touch an area (scene coordinates), topmost first. An id may occur
     // more than once.
     [[nodiscard]] std::vector<int> idsTouching(const QRectF& area);
@@ -112,6 +121,7 @@ private:
     void giveGeometry(QGraphicsItem* item);
     void takeOverState(ChipElement& element);
     [[nodiscard]] bool isPendingAt(int place) const;
+    [[nodiscard]] std::function<bool(int)> pendingTest() const;
     [[nodiscard]] std::vector<int> placesTouching(const QRectF& area);
     void repaintByItems(const std::vector<ChipElement*>& elements);
     void forgetPictures();

@@ -2,6 +2,7 @@
 #include "planning/elementprobe.h"
 
 #include "chipview/zelchipviewdatabase.h"
+#include "graphics/sceneelements.h"
 #include "graphics/zelconstants.h"
 #include "graphics/zelgraphicitemattribute.h"
 #include "graphics/zelgraphicsscene.h"
@@ -16,6 +17,13 @@ namespace mirn::zelchipview {
 namespace {
 
 // Areas rank before lines, lines before texts.
+int rankOf(Primitive::Kind kind)
+{
+    if (kind == Primitive::Text)
+        return 2;
+    return kind == Primitive::Line ? 1 : 0;
+}
+
 int rankOf(int kind)
 {
     switch (kind) {
@@ -51,11 +59,12 @@ const ZELGraphicItemAttribute* attributeOf(const QGraphicsItem* item)
     return ZELChipViewDatabase::getInstance()->getGraphicItemAttribute(loadNumber);
 }
 
-const ZELGraphicItemAttribute* elementAt(ZelGraphicsView& view, QPoint position)
+namespace {
+
+// Asks Qt, whatever a host has put into the scene or done to it.
+const ZELGraphicItemAttribute* elementAmongItems(ZelGraphicsView& view, QPoint position)
 {
     const ZELGraphicItemAttribute* best = nullptr;
-    if (auto* scene = qobject_cast<ZelGraphicsScene*>(view.scene()))
-        scene->makeItemsIn(view.mapToScene(QRect(position, QSize(1, 1))).boundingRect());
     const QList<QGraphicsItem*> items = view.items(position); // topmost first
     for (const QGraphicsItem* item : items) {
         const ZELGraphicItemAttribute* attribute = attributeOf(item);
@@ -66,6 +75,30 @@ const ZELGraphicItemAttribute* elementAt(ZelGraphicsView& view, QPoint position)
             best = attribute;
     }
     return best;
+}
+
+} // namespace
+
+// A pixel may show dozens of elements of a large drawing, so no item is made for looking at them.
+const ZELGraphicItemAttribute* elementAt(ZelGraphicsView& view, QPoint position)
+{
+    auto* scene = qobject_cast<ZelGraphicsScene*>(view.scene());
+    const QRectF pixel = view.mapToScene(QRect(position, QSize(1, 1))).boundingRect();
+    const bool isUpright = view.transform().type() <= QTransform::TxScale;
+    if (!scene || !isUpright || !scene->elements().isPlain()) {
+        if (scene)
+            scene->makeItemsIn(pixel);
+        return elementAmongItems(view, position);
+    }
+    const QList<int>& layers = view.getVisibleLayers();
+    for (const int rank : {0, 1, 2}) {
+        const auto isWanted = [&layers, rank](Primitive::Kind kind, int layer) {
+            return rankOf(kind) == rank && layers.contains(layer);
+        };
+        if (const ZELGraphicItemAttribute* found = scene->elements().topmostTouching(pixel, isWanted))
+            return found;
+    }
+    return nullptr;
 }
 
 QString describeElement(const ZELGraphicItemAttribute& element)

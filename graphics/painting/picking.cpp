@@ -11,6 +11,7 @@
 #include <QGraphicsTextItem>
 #include <QPainterPath>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -84,6 +85,39 @@ private:
     std::unique_ptr<QGraphicsTextItem> m_text; // made when the first text is tested
 };
 
+// Whether the shape of an element touches an area.
+class TouchTest final
+{
+public:
+    TouchTest(DisplayList& list, const QRectF& area, const IsPending& isPending)
+        : m_list(list)
+        , m_area(area)
+        , m_isPending(isPending)
+    {
+        m_path.addRect(area);
+    }
+
+    [[nodiscard]] bool operator()(const ElementGrid::Found& found)
+    {
+        const int place = found.place;
+        const Primitive& primitive = m_list.primitive(place);
+        if (m_isPending && m_isPending(place))
+            return isArea(primitive) || m_list.knownElement(place) ? touches(m_list.element(place), m_path)
+                                                                   : m_pending.touch(primitive, m_path);
+        // An element inside the area needs no test of its shape unless it is flat.
+        if (!primitive.isFlat() && (found.isInside || encloses(m_area, m_list.boundsOf(place))))
+            return true;
+        return overlaps(primitive, m_area) || touches(m_list.element(place), m_path);
+    }
+
+private:
+    DisplayList& m_list;
+    const QRectF m_area;
+    const IsPending& m_isPending;
+    QPainterPath m_path;
+    PendingShapes m_pending;
+};
+
 } // namespace
 
 QGraphicsItem* topmostItem(DisplayList& list, const QPointF& point)
@@ -107,27 +141,24 @@ QGraphicsItem* topmostItem(DisplayList& list, const QPointF& point)
     return nullptr;
 }
 
+int topmostTouching(DisplayList& list, const QRectF& area, const IsPending& isPending, const IsWanted& isWanted)
+{
+    const std::vector<ElementGrid::Found> all = list.foundIn(area, area); // a copy: making an item may search, too
+    TouchTest isTouched(list, area, isPending);
+    const auto first = std::find_if(all.rbegin(), all.rend(),
+        [&](const ElementGrid::Found& found) { return isWanted(list.primitive(found.place)) && isTouched(found); });
+    return first == all.rend() ? -1 : first->place;
+}
+
 std::vector<int> placesTouching(DisplayList& list, const QRectF& area, const IsPending& isPending)
 {
     const std::vector<ElementGrid::Found>& all = list.foundIn(area, area);
-    QPainterPath path;
-    path.addRect(area);
-    PendingShapes pending;
+    TouchTest isTouched(list, area, isPending);
     std::vector<int> places;
     places.reserve(all.size());
     for (auto found = all.rbegin(); found != all.rend(); ++found) {
-        const int place = found->place;
-        const Primitive& primitive = list.primitive(place);
-        if (isPending && isPending(place)) {
-            if (isArea(primitive) || list.knownElement(place) ? !touches(list.element(place), path)
-                                                              : !pending.touch(primitive, path))
-                continue;
-            // An element inside the area needs no test of its shape unless it is flat.
-        } else if (primitive.isFlat() || !(found->isInside || encloses(area, list.boundsOf(place)))) {
-            if (!overlaps(primitive, area) && !touches(list.element(place), path))
-                continue;
-        }
-        places.push_back(place);
+        if (isTouched(*found))
+            places.push_back(found->place);
     }
     return places;
 }

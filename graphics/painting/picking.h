@@ -11,7 +11,8 @@ class QGraphicsItem;
 
 namespace mirn::zelchipview {
 class DisplayList;
-}
+struct Primitive;
+} // namespace mirn::zelchipview
 
 // Hit tests on the display list. They return what QGraphicsScene returns for the items that the loader made, but do not
 // use Qt's index. Points and areas are in scene coordinates.
@@ -28,6 +29,11 @@ namespace mirn::zelchipview::picking {
 
 // Returns whether the element at a place has not taken over its geometry yet. An empty one means that none is pending.
 using IsPending = std::function<bool(int place)>;
+
+// Returns the place of the topmost wanted element whose shape touches an area, or -1.
+using IsWanted = std::function<bool(const Primitive& primitive)>;
+[[nodiscard]] int topmostTouching(
+    DisplayList& list, const QRectF& area, const IsPending& isPending, const IsWanted& isWanted);
 
 // Like QGraphicsScene::items() with Qt::IntersectsItemShape: returns the places of the elements, topmost first.
 [[nodiscard]] std::vector<int> placesTouching(DisplayList& list, const QRectF& area, const IsPending& isPending);
