@@ -40,13 +40,8 @@ int compareNumbers(const QString& left, const Number& l, const QString& right, c
     return 0;
 }
 
-} // namespace
-
-int GridItem::compareString(const QString& left, const QString& right, Qt::CaseSensitivity caseSensitivity)
+int compare(const QString& a, const QString& b)
 {
-    // Folding both texts first (and not character by character) keeps the order transitive.
-    const QString a = caseSensitivity == Qt::CaseSensitive ? left : left.toCaseFolded();
-    const QString b = caseSensitivity == Qt::CaseSensitive ? right : right.toCaseFolded();
     int i = 0;
     int j = 0;
     int tie = 0; // the first difference in leading zeros decides between texts that are equal otherwise
@@ -70,6 +65,16 @@ int GridItem::compareString(const QString& left, const QString& right, Qt::CaseS
     if (i < a.size() || j < b.size())
         return i < a.size() ? 1 : -1;
     return tie;
+}
+
+} // namespace
+
+int GridItem::compareString(const QString& left, const QString& right, Qt::CaseSensitivity caseSensitivity)
+{
+    if (caseSensitivity == Qt::CaseSensitive)
+        return compare(left, right);
+    // Folding both texts first (and not character by character) keeps the order transitive.
+    return compare(left.toCaseFolded(), right.toCaseFolded());
 }
 
 } // namespace mirn::itemviewgui
