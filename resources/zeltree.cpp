@@ -2,6 +2,7 @@
 #include "resources/zeltree.h"
 
 #include "graphics/zelconstants.h"
+#include "resources/resourcerow.h"
 #include "resources/treecontroller.h"
 
 #include <QContextMenuEvent>
@@ -21,17 +22,6 @@ namespace mirn::zelchipview {
 namespace {
 
 constexpr QSize DragIconSize(30, 30);
-
-// Returns whether a row is as high as any other row with an icon and one line of text.
-bool hasUsualHeight(const QTreeWidgetItem* item)
-{
-    if (!item)
-        return true;
-    bool hasOneLine = true;
-    for (int column = 0; column < item->columnCount(); ++column)
-        hasOneLine = hasOneLine && !item->text(column).contains(QLatin1Char('\n'));
-    return hasOneLine && item->data(0, Qt::DecorationRole).isValid();
-}
 
 } // namespace
 
@@ -106,7 +96,8 @@ void ZelTree::fill()
     }
     insertTopLevelItems(0, topLevel);
     // With different heights, Qt measures all rows above a row to find its position.
-    setUniformRowHeights(std::all_of(items.cbegin(), items.cend(), hasUsualHeight));
+    setUniformRowHeights(std::all_of(items.cbegin(), items.cend(),
+        [](const QTreeWidgetItem* item) { return !item || ResourceRow::hasUsualHeight(*item); }));
 }
 
 // The titles are set once, but an engine may have none at first.
@@ -155,7 +146,7 @@ QSet<QString> ZelTree::expandedNames() const
     QSet<QString> names;
     forEachRow({}, [&](const QModelIndex& row) {
         if (isExpanded(row))
-            names.insert(row.data(RESOURCENAME).toString());
+            names.insert(ResourceRow::nameOf(*itemFromIndex(row)));
     });
     return names;
 }
@@ -165,7 +156,7 @@ void ZelTree::expandNamed(const QSet<QString>& names)
     if (names.isEmpty())
         return;
     forEachRow({}, [&](const QModelIndex& row) {
-        if (names.contains(row.data(RESOURCENAME).toString()))
+        if (names.contains(ResourceRow::nameOf(*itemFromIndex(row))))
             setExpanded(row, true);
     });
 }
