@@ -35,14 +35,11 @@ QString ResourceRow::nameOf(const QTreeWidgetItem& row)
 bool ResourceRow::hasUsualHeight(const QTreeWidgetItem& row)
 {
     const QLatin1Char lineBreak('\n');
-    if (const Record* record = recordOf(row)) {
-        if (record->text.contains(lineBreak) || record->otherText.contains(lineBreak))
+    if (const Record* record = recordOf(row))
+        return record->hasIcon && !record->text.contains(lineBreak) && !record->otherText.contains(lineBreak);
+    for (int column = 0; column < row.columnCount(); ++column) {
+        if (row.text(column).contains(lineBreak))
             return false;
-    } else {
-        for (int column = 0; column < row.columnCount(); ++column) {
-            if (row.text(column).contains(lineBreak))
-                return false;
-        }
     }
     return row.data(0, Qt::DecorationRole).isValid();
 }

@@ -22,6 +22,7 @@ public:
         QString otherText; // of all other columns
         QString resourceName;
         QString summary; // tooltip and description
+        bool hasIcon = false; // among the values of its look
     };
 
     // A row without parent and children. `look` has an empty text for each column and all values that are not in the

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -35,6 +36,12 @@ QString childName(const QString& parentName, const QString& name)
 template <typename Map> const std::string* firstValue(const Map* map)
 {
     return map && !map->empty() ? map->begin()->second : nullptr;
+}
+
+std::optional<int> idOf(const zeltreeviewcell& cell)
+{
+    const std::string* text = firstValue(cell.ids);
+    return text ? std::optional<int>(fromEngineText(*text).toInt()) : std::nullopt;
 }
 
 } // namespace
@@ -78,8 +85,7 @@ void ResourceTreeModel::clear()
     qDeleteAll(others);
     qDeleteAll(m_items);
     m_items.clear();
-    m_byName.clear();
-    m_nameById.clear();
+    m_names.clear();
 }
 
 QList<QTreeWidgetItem*>& ResourceTreeModel::rebuild()
@@ -91,8 +97,6 @@ QList<QTreeWidgetItem*>& ResourceTreeModel::rebuild()
     const zeltreeviewcell* root = m_engine ? m_engine->tree() : nullptr;
     diagTrace("end", "getTreeItems");
     m_rootName = root ? textOf(root->name) : QString();
-    m_byName.reserve(countBefore);
-    m_nameById.reserve(countBefore);
     m_items.reserve(countBefore);
     if (root && root->children) {
         for (const zeltreeviewcell* child : *root->children)
@@ -105,16 +109,15 @@ QList<QTreeWidgetItem*>& ResourceTreeModel::rebuild()
 
 QTreeWidgetItem* ResourceTreeModel::itemNamed(const QString& resourceName) const
 {
-    return m_byName.value(resourceName).item;
+    return m_names.row(resourceName);
 }
 
 QSet<int> ResourceTreeModel::idsOfRow(const QTreeWidgetItem& row) const
 {
     QSet<int> ids;
     const auto addIdOf = [&](const QTreeWidgetItem& item) {
-        const auto named = m_byName.constFind(ResourceRow::nameOf(item));
-        if (named != m_byName.constEnd() && named->id)
-            ids.insert(*named->id);
+        if (const std::optional<int> id = m_names.id(ResourceRow::nameOf(item)))
+            ids.insert(*id);
     };
     addIdOf(row);
     if (!ids.isEmpty())
@@ -182,22 +185,23 @@ ResourceRow* ResourceTreeModel::makeRow(const zeltreeviewcell& cell, QTreeWidget
         record.text += QStringLiteral(" (") + record.summary + QLatin1Char(')');
     if (headSize > 1)
         record.otherText = textOf(firstValue(cell.columns));
-    auto* row
-        = new ResourceRow(lookOf(cell, headSize), record); // owned by the model, through m_items, or by the caller
+    const Look& look = lookOf(cell, headSize);
+    record.hasIcon = look.icon;
+    auto* row = new ResourceRow(*look.row, record); // owned by the model, through m_items, or by the caller
     if (parent)
         parent->addChild(row);
-    keepName(record.resourceName, cell, owner == Owner::Model ? row : nullptr);
+    m_names.add(record.resourceName, owner == Owner::Model ? row : nullptr, idOf(cell));
     return row;
 }
 
-const ZELChipViewTreeItem& ResourceTreeModel::lookOf(const zeltreeviewcell& cell, int headSize)
+const ResourceTreeModel::Look& ResourceTreeModel::lookOf(const zeltreeviewcell& cell, int headSize)
 {
     const QIcon* icon = iconOf(cell);
     const auto known = std::find_if(m_looks.cbegin(), m_looks.cend(), [&](const Look& look) {
         return look.icon == icon && look.isDraggable == cell.draggable && look.isResettable == cell.resettable;
     });
     if (known != m_looks.cend())
-        return *known->row;
+        return *known;
     auto row = std::make_unique<ZELChipViewTreeItem>(nullptr);
     for (int column = 0; column < headSize; ++column)
         row->setText(column, QString());
@@ -206,7 +210,7 @@ const ZELChipViewTreeItem& ResourceTreeModel::lookOf(const zeltreeviewcell& cell
     row->setData(0, DRAGABLE, cell.draggable);
     row->setData(0, RESET, cell.resettable);
     m_looks.push_back({icon, cell.draggable, cell.resettable, std::move(row)});
-    return *m_looks.back().row;
+    return m_looks.back();
 }
 
 const QIcon* ResourceTreeModel::iconOf(const zeltreeviewcell& cell)
@@ -222,21 +226,6 @@ QString ResourceTreeModel::summaryOf(const QString& resourceName)
         return {};
     const std::string engineName = toEngineText(resourceName);
     return fromEngineText(m_engine->getResourceSummary(&engineName));
-}
-
-// `item` is null for a row that the model does not keep.
-void ResourceTreeModel::keepName(const QString& resourceName, const zeltreeviewcell& cell, QTreeWidgetItem* item)
-{
-    const std::string* idText = firstValue(cell.ids);
-    if (!idText && !item)
-        return;
-    Named& named = m_byName[resourceName];
-    if (!named.item)
-        named.item = item;
-    if (!idText)
-        return;
-    named.id = fromEngineText(*idText).toInt();
-    m_nameById.insert(*named.id, resourceName);
 }
 
 void ResourceTreeModel::traceSizes(const zeltreeviewcell& cell, int headSize)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "resources/resourceicons.h"
+#include "resources/rownames.h"
 
 #include <QHash>
 #include <QList>
@@ -10,7 +11,6 @@
 #include <QStringList>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 class QTreeWidgetItem;
@@ -51,7 +51,7 @@ public:
     // Returns the element ids that selecting a row selects: its own, or else those of its direct children.
     [[nodiscard]] QSet<int> idsOfRow(const QTreeWidgetItem& row) const;
 
-    [[nodiscard]] const QHash<int, QString>& namesById() const { return m_nameById; }
+    [[nodiscard]] const QHash<int, QString>& namesById() const { return m_names.byId(); }
     [[nodiscard]] QIcon& icon(const std::string& type) { return m_icons.icon(type); }
 
     // Deletes every row, including those that a host has added below them, and forgets the names.
@@ -69,19 +69,12 @@ private:
         std::unique_ptr<ZELChipViewTreeItem> row;
     };
 
-    struct Named
-    {
-        QTreeWidgetItem* item = nullptr; // the first row of the model with this name
-        std::optional<int> id; // of the last cell with this name that has one
-    };
-
     ResourceRow* makeBranch(const zeltreeviewcell& cell, QTreeWidgetItem* parent, Owner owner);
     ResourceRow* makeRow(const zeltreeviewcell& cell, QTreeWidgetItem* parent, Owner owner);
-    [[nodiscard]] const ZELChipViewTreeItem& lookOf(const zeltreeviewcell& cell, int headSize);
+    [[nodiscard]] const Look& lookOf(const zeltreeviewcell& cell, int headSize);
     [[nodiscard]] const QIcon* iconOf(const zeltreeviewcell& cell);
     [[nodiscard]] QString summaryOf(const QString& resourceName);
     [[nodiscard]] int columnCount();
-    void keepName(const QString& resourceName, const zeltreeviewcell& cell, QTreeWidgetItem* item);
     static void traceSizes(const zeltreeviewcell& cell, int headSize);
 
     zelchipengine* m_engine = nullptr;
@@ -91,8 +84,7 @@ private:
     QString m_rootName; // the first component of every resource name
     QList<QTreeWidgetItem*> m_items;
     std::vector<Look> m_looks; // of the rows that are being made
-    QHash<QString, Named> m_byName;
-    QHash<int, QString> m_nameById;
+    RowNames m_names;
 };
 
 } // namespace mirn::zelchipview

@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
+#include <QSet>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -48,7 +49,7 @@ ZelTree::~ZelTree()
 
 void ZelTree::refresh()
 {
-    const QSet<QString> expanded = expandedNames();
+    const QStringList expanded = expandedNames();
     const int firstRow = verticalScrollBar()->value();
     {
         // Otherwise each removed row would be reported as a change of the selection.
@@ -141,22 +142,32 @@ void ZelTree::forEachRow(const QModelIndex& top, const std::function<void(const 
     }
 }
 
-QSet<QString> ZelTree::expandedNames() const
+// From top to bottom.
+QStringList ZelTree::expandedNames() const
 {
-    QSet<QString> names;
+    QStringList names;
     forEachRow({}, [&](const QModelIndex& row) {
         if (isExpanded(row))
-            names.insert(ResourceRow::nameOf(*itemFromIndex(row)));
+            names.append(ResourceRow::nameOf(*itemFromIndex(row)));
     });
     return names;
 }
 
-void ZelTree::expandNamed(const QSet<QString>& names)
+// As long as the rows come in the order of the names, each is compared with the next name only.
+void ZelTree::expandNamed(const QStringList& names)
 {
     if (names.isEmpty())
         return;
+    auto next = names.cbegin();
+    QSet<QString> all;
     forEachRow({}, [&](const QModelIndex& row) {
-        if (names.contains(ResourceRow::nameOf(*itemFromIndex(row))))
+        const QString name = ResourceRow::nameOf(*itemFromIndex(row));
+        const bool isNext = next != names.cend() && *next == name;
+        if (isNext)
+            ++next;
+        else if (all.isEmpty())
+            all = QSet<QString>(names.cbegin(), names.cend());
+        if (isNext || all.contains(name))
             setExpanded(row, true);
     });
 }
