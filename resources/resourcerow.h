@@ -10,9 +10,9 @@ namespace mirn::zelchipview {
 
 // A row that the tree model has made. It answers for its own values from a small record and shares all others with the
 // rows that look like it, because a tree has many rows, and Qt's own store of values takes many allocations for each.
-// A row moves its values to Qt's store when somebody changes one. (Qt reads that store past the row where a row is
-// assigned to another one, and in the model's itemData(). Both lack the record's values, except for the texts in
-// itemData().)
+// A row moves its values to Qt's store when somebody sets one. Until then, whoever reads that store past the row misses
+// the record: the copy constructor and the assignment of QTreeWidgetItem, and, but for the texts, the model's
+// itemData().
 class ResourceRow final : public ZELChipViewTreeItem
 {
 public:
