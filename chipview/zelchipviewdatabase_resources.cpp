@@ -44,7 +44,7 @@ QTreeWidgetItem* ZELChipViewDatabase::parseTree(zeltreeviewcell* cell, QTreeWidg
 
 QIcon& ZELChipViewDatabase::getIconFromType(const QString& type)
 {
-    return m_parts->treeModel->icon(type);
+    return m_parts->treeModel->icon(toEngineText(type));
 }
 
 int ZELChipViewDatabase::getResourceType(const QString& name) const

@@ -7,6 +7,8 @@
 #include "platform/contract/zeltext.h"
 #include "platform/contract/zeltrace.h"
 
+#include <utility>
+
 namespace mirn::zelchipview {
 
 namespace {
@@ -30,10 +32,25 @@ std::optional<std::string> copyOf(const std::string* value)
     return value ? std::optional<std::string>(*value) : std::nullopt;
 }
 
-QString textOf(const std::optional<std::string>& value)
+// Makes texts of values. Neighbours often have the same value, and then share its text.
+class Texts
 {
-    return value ? fromEngineText(*value) : ZEL_DYNAMIC_EMPTY_STRING;
-}
+public:
+    QString of(const std::optional<std::string>& value)
+    {
+        if (!value)
+            return ZEL_DYNAMIC_EMPTY_STRING;
+        if (m_value != value) {
+            m_value = value;
+            m_text = fromEngineText(*value);
+        }
+        return m_text;
+    }
+
+private:
+    std::optional<std::string> m_value;
+    QString m_text;
+};
 
 std::string idText(int id)
 {
@@ -49,26 +66,37 @@ DynamicValues::GraphicsInfo& DynamicValues::graphicsInfo()
     diagTrace("call ZEL engine API: chip()", "getGraphicsDynamicInfo");
     const zelchipdata* chip = m_engine ? m_engine->chip() : nullptr;
     diagTrace("end", "getGraphicsDynamicInfo");
-    if (!isAsToldBefore(chip))
+    info.clear(); // m_info is changed in place only if nobody shares it
+    if (!takeOverChanges(chip))
         read(chip);
     info = m_info;
     return info;
 }
 
-// Most refreshes change a few values or none, and comparing them is much faster than making texts and a map of all.
-bool DynamicValues::isAsToldBefore(const zelchipdata* chip) const
+// From refresh to refresh the engine mostly reports the same elements, and comparing their values is much faster than
+// making a map of all. Returns false if the map has to be made anew.
+bool DynamicValues::takeOverChanges(const zelchipdata* chip)
 {
     std::size_t number = 0;
+    Texts fills;
+    Texts popups;
+    const bool isOneRecordEach = static_cast<std::size_t>(m_info.size()) == m_told.size();
     if (chip) {
         for (const zelchiprecord* record : chip->records()) {
             if (!record)
                 continue;
-            if (number == m_told.size())
+            if (number == m_told.size() || m_told[number].id != record->id)
                 return false;
-            const Told& told = m_told[number++];
-            if (told.id != record->id || !isSame(told.fill, valueOf(*record, FillKey))
-                || !isSame(told.popup, valueOf(*record, PopupKey)))
+            Told& told = m_told[number++];
+            const std::string* fill = valueOf(*record, FillKey);
+            const std::string* popup = valueOf(*record, PopupKey);
+            if (isSame(told.fill, fill) && isSame(told.popup, popup))
+                continue;
+            if (!isOneRecordEach || !m_info.isDetached())
                 return false;
+            told.fill = copyOf(fill);
+            told.popup = copyOf(popup);
+            *told.values = {popups.of(told.popup), fills.of(told.fill)};
         }
     }
     return number == m_told.size();
@@ -80,14 +108,15 @@ void DynamicValues::read(const zelchipdata* chip)
     m_info.clear();
     if (!chip)
         return;
+    Texts fills;
+    Texts popups;
     for (const zelchiprecord* record : chip->records()) {
         if (!record)
             continue;
-        m_told.push_back({record->id, copyOf(valueOf(*record, FillKey)), copyOf(valueOf(*record, PopupKey))});
-        GraphicItemDynamicAttribute values;
-        values.fill = textOf(m_told.back().fill);
-        values.popup = textOf(m_told.back().popup);
-        m_info.insert(QString::number(record->id, 10), values);
+        Told told{record->id, copyOf(valueOf(*record, FillKey)), copyOf(valueOf(*record, PopupKey)), nullptr};
+        const GraphicItemDynamicAttribute values{popups.of(told.popup), fills.of(told.fill)};
+        told.values = &m_info.insert(QString::number(record->id, 10), values).value();
+        m_told.push_back(std::move(told));
     }
 }
 

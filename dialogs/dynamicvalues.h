@@ -45,9 +45,10 @@ private:
         unsigned int id;
         std::optional<std::string> fill;
         std::optional<std::string> popup;
+        GraphicItemDynamicAttribute* values; // in m_info; valid as long as nothing is inserted or removed there
     };
 
-    [[nodiscard]] bool isAsToldBefore(const zelchipdata* chip) const;
+    [[nodiscard]] bool takeOverChanges(const zelchipdata* chip);
     void read(const zelchipdata* chip);
 
     zelchipengine* m_engine = nullptr;

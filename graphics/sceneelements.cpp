@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace mirn::zelchipview {
 
@@ -38,6 +39,29 @@ bool isOfTheDrawing(const GraphicItemDynamicAttribute& values)
 }
 
 } // namespace
+
+// Asks the scene for each layer once in a row: neighbours are mostly on one layer.
+class SceneElements::ShownLayers
+{
+public:
+    explicit ShownLayers(ChipScene& scene)
+        : m_scene(scene)
+    { }
+
+    bool contain(int layer)
+    {
+        if (!m_isShown || layer != m_layer) {
+            m_layer = layer;
+            m_isShown = m_scene.isLayerVisible(layer);
+        }
+        return *m_isShown;
+    }
+
+private:
+    ChipScene& m_scene;
+    int m_layer = 0; // that was asked for last
+    std::optional<bool> m_isShown;
+};
 
 SceneElements::SceneElements(ChipScene& scene)
     : m_scene(scene)
@@ -104,11 +128,14 @@ QList<int>& SceneElements::visibleLayers()
     return m_noLayers;
 }
 
+// Each element is dealt with at once, because coming back to it later would mean waiting for memory.
 void SceneElements::applyDynamicValues(const QMap<QString, GraphicItemDynamicAttribute>& values)
 {
     const AttributeRegistry& attributes = DrawingController::current().attributes();
     DisplayList& list = displayList();
+    ShownLayers shownLayers(m_scene);
     std::vector<ChipElement*> changed;
+    changed.reserve(static_cast<std::size_t>(values.size()));
     for (auto entry = values.cbegin(); entry != values.cend(); ++entry) {
         const std::optional<int> id = elementIdOf(entry.key());
         if (!id)
@@ -122,12 +149,24 @@ void SceneElements::applyDynamicValues(const QMap<QString, GraphicItemDynamicAtt
                 return;
             const bool isChanged = mirn::zelchipview::applyDynamicValues(*attribute, entry.value());
             // takeOver() also notices what a host wrote into the attribute earlier.
-            if (list.takeOver(m_index, *element) || isChanged)
-                changed.push_back(element);
+            if (!list.takeOver(m_index, *element) && !isChanged)
+                return;
+            changed.push_back(element);
+            updateToolTip(*element, shownLayers);
         });
     }
-    updateToolTips(changed);
+    if (m_index.hasFewItems())
+        synchronise(shownAmong(changed));
     repaint(changed, nullptr);
+}
+
+// Items of hidden layers take over their tooltip when their layer is shown.
+void SceneElements::updateToolTip(ChipElement& element, ShownLayers& shownLayers)
+{
+    if (shownLayers.contain(element.attribute()->layer))
+        element.takeOverToolTip();
+    else
+        m_index.markPending(&element);
 }
 
 bool SceneElements::hasItem(int elementId)
@@ -135,19 +174,6 @@ bool SceneElements::hasItem(int elementId)
     bool isAny = false;
     m_index.visitSlots(elementId, [&isAny](int, const ChipElement* element) { isAny = isAny || element; });
     return isAny;
-}
-
-// Items of hidden layers take over their tooltip when their layer is shown.
-void SceneElements::updateToolTips(const std::vector<ChipElement*>& elements)
-{
-    for (ChipElement* element : elements) {
-        if (m_scene.isLayerVisible(element->attribute()->layer))
-            element->updateToolTip();
-        else
-            m_index.markPending(element);
-    }
-    if (m_index.hasFewItems())
-        synchronise(shownAmong(elements));
 }
 
 void SceneElements::takeOverAttributes(const QRectF& area, ScenePicture* painted)
@@ -253,6 +279,11 @@ void SceneElements::repaint(const std::vector<ChipElement*>& elements, ScenePict
         return;
     if (!canPaintFromList()) {
         repaintByItems(elements);
+        return;
+    }
+    if (!painted && !m_index.isSmall() && 2 * elements.size() > m_index.count()) { // no need to find out where they are
+        for (ScenePicture* picture : pictures())
+            picture->repaintAll();
         return;
     }
     const unsigned before = m_displayList.version();

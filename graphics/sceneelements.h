@@ -114,6 +114,8 @@ public:
     [[nodiscard]] std::vector<int> idsTouching(const QRectF& area);
 
 private:
+    class ShownLayers;
+
     void repaint(const std::vector<ChipElement*>& elements, ScenePicture* painted);
     void repaint(const std::vector<int>& places, ScenePicture* painted, unsigned versionBefore);
     [[nodiscard]] bool hasItem(int elementId);
@@ -126,7 +128,7 @@ private:
     void repaintByItems(const std::vector<ChipElement*>& elements);
     void forgetPictures();
     void synchroniseFew();
-    void updateToolTips(const std::vector<ChipElement*>& elements);
+    void updateToolTip(ChipElement& element, ShownLayers& shownLayers);
     void synchronise(const std::vector<ChipElement*>& elements);
     [[nodiscard]] bool isForeign(QGraphicsItem* item);
     [[nodiscard]] ScenePicture* pictureOf(const QGraphicsView* view) const;

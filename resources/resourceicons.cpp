@@ -19,19 +19,19 @@ QIcon load(const char* name)
 ResourceIcons::ResourceIcons()
     : m_fallback(load("design"))
 {
-    m_icons.insert(QStringLiteral("ZEL"), load("design"));
-    m_icons.insert(QStringLiteral("IP"), load("ip"));
-    m_icons.insert(QStringLiteral("DCUCHANNEL"), load("dualchannel"));
-    m_icons.insert(QStringLiteral("EXTREF"), load("extref"));
-    m_icons.insert(QStringLiteral("PLL"), load("dcupll"));
+    m_icons.emplace("ZEL", load("design"));
+    m_icons.emplace("IP", load("ip"));
+    m_icons.emplace("DCUCHANNEL", load("dualchannel"));
+    m_icons.emplace("EXTREF", load("extref"));
+    m_icons.emplace("PLL", load("dcupll"));
     // I/O supplies have no icon of their own on purpose.
-    m_icons.insert(QStringLiteral("UVCCIO"), load("dualchannel"));
+    m_icons.emplace("UVCCIO", load("dualchannel"));
 }
 
-QIcon& ResourceIcons::icon(const QString& type)
+QIcon& ResourceIcons::icon(const std::string& type)
 {
     const auto found = m_icons.find(type);
-    return found != m_icons.end() ? found.value() : m_fallback;
+    return found != m_icons.end() ? found->second : m_fallback;
 }
 
 } // namespace mirn::zelchipview

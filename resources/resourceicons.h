@@ -2,8 +2,9 @@
 #pragma once
 
 #include <QIcon>
-#include <QMap>
-#include <QString>
+
+#include <map>
+#include <string>
 
 namespace mirn::zelchipview {
 
@@ -13,11 +14,12 @@ class ResourceIcons final
 public:
     ResourceIcons();
 
-    // Returns the icon of a resource kind; the design's icon for an unknown kind. Valid as long as this object.
-    [[nodiscard]] QIcon& icon(const QString& type);
+    // Returns the icon of a resource kind, which is a text of the contract; the design's icon for an unknown kind.
+    // Valid as long as this object.
+    [[nodiscard]] QIcon& icon(const std::string& type);
 
 private:
-    QMap<QString, QIcon> m_icons;
+    std::map<std::string, QIcon> m_icons;
     QIcon m_fallback;
 };
 

@@ -6,12 +6,13 @@
 #include "platform/contract/zeltext.h"
 #include "platform/contract/zeltrace.h"
 #include "platform/contract/zeltreeviewcell.h"
-#include "resources/zelchipviewtreeitem.h"
+#include "resources/resourcerow.h"
 
 #include <QVariant>
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -24,12 +25,28 @@ QString textOf(const std::string* text)
     return text ? fromEngineText(*text) : QString();
 }
 
+QString childName(const QString& parentName, const QString& name)
+{
+    QString result;
+    result.reserve(parentName.size() + 1 + name.size());
+    result.append(parentName).append(QLatin1Char('/')).append(name);
+    return result;
+}
+
 template <typename Map> const std::string* firstValue(const Map* map)
 {
     return map && !map->empty() ? map->begin()->second : nullptr;
 }
 
+std::optional<int> idOf(const zeltreeviewcell& cell)
+{
+    const std::string* text = firstValue(cell.ids);
+    return text ? std::optional<int>(fromEngineText(*text).toInt()) : std::nullopt;
+}
+
 } // namespace
+
+ResourceTreeModel::ResourceTreeModel() = default;
 
 ResourceTreeModel::~ResourceTreeModel()
 {
@@ -68,49 +85,39 @@ void ResourceTreeModel::clear()
     qDeleteAll(others);
     qDeleteAll(m_items);
     m_items.clear();
-    m_itemByName.clear();
-    m_idByName.clear();
-    m_nameById.clear();
+    m_names.clear();
 }
 
 QList<QTreeWidgetItem*>& ResourceTreeModel::rebuild()
 {
+    const auto countBefore = m_items.size();
     if (!m_items.isEmpty())
         clear();
     diagTrace("call ZEL engine API: tree()", "getTreeItems");
     const zeltreeviewcell* root = m_engine ? m_engine->tree() : nullptr;
     diagTrace("end", "getTreeItems");
     m_rootName = root ? textOf(root->name) : QString();
+    m_items.reserve(countBefore);
     if (root && root->children) {
-        for (zeltreeviewcell* child : *root->children)
-            append(parse(child, nullptr));
+        for (const zeltreeviewcell* child : *root->children)
+            m_items.append(child ? makeBranch(*child, nullptr, Owner::Model) : nullptr);
     }
+    m_looks.clear();
     m_wereTitlesRequested = false;
     return m_items;
 }
 
-void ResourceTreeModel::append(QTreeWidgetItem* item)
-{
-    m_items.append(item);
-    if (!item)
-        return;
-    const QString name = item->data(0, RESOURCENAME).toString();
-    if (!m_itemByName.contains(name))
-        m_itemByName.insert(name, item);
-}
-
 QTreeWidgetItem* ResourceTreeModel::itemNamed(const QString& resourceName) const
 {
-    return m_itemByName.value(resourceName, nullptr);
+    return m_names.row(resourceName);
 }
 
 QSet<int> ResourceTreeModel::idsOfRow(const QTreeWidgetItem& row) const
 {
     QSet<int> ids;
     const auto addIdOf = [&](const QTreeWidgetItem& item) {
-        const auto id = m_idByName.constFind(item.data(0, RESOURCENAME).toString());
-        if (id != m_idByName.constEnd())
-            ids.insert(id.value());
+        if (const std::optional<int> id = m_names.id(ResourceRow::nameOf(item)))
+            ids.insert(*id);
     };
     addIdOf(row);
     if (!ids.isEmpty())
@@ -120,35 +127,40 @@ QSet<int> ResourceTreeModel::idsOfRow(const QTreeWidgetItem& row) const
     return ids;
 }
 
-// This is a loop and not a recursion, because the tree may be deep. A branch stays in the list until its children are
-// done.
 QTreeWidgetItem* ResourceTreeModel::parse(zeltreeviewcell* cell, QTreeWidgetItem* parent)
 {
-    if (!cell)
-        return nullptr;
+    QTreeWidgetItem* top = cell ? makeBranch(*cell, parent, Owner::Caller) : nullptr;
+    m_looks.clear(); // a host may change an icon
+    return top;
+}
+
+// Keeps all rows but the top one, which comes after them. This is a loop and not a recursion, because the tree may be
+// deep. A branch stays in the list until its children are done.
+ResourceRow* ResourceTreeModel::makeBranch(const zeltreeviewcell& cell, QTreeWidgetItem* parent, Owner owner)
+{
     struct Branch
     {
-        QTreeWidgetItem* item;
+        ResourceRow* row;
         const std::vector<zeltreeviewcell*>* children; // null if there are none
         std::size_t next;
     };
-    QTreeWidgetItem* top = newItem(*cell, parent);
-    std::vector<Branch> open{{top, cell->children, 0}};
+    ResourceRow* top = makeRow(cell, parent, owner);
+    std::vector<Branch> open{{top, cell.children, 0}};
     while (true) {
         Branch& branch = open.back();
         if (branch.children && branch.next < branch.children->size()) {
             const zeltreeviewcell* child = (*branch.children)[branch.next++];
             if (child)
-                open.push_back({newItem(*child, branch.item), child->children, 0});
+                open.push_back({makeRow(*child, branch.row, Owner::Model), child->children, 0});
             else
-                append(nullptr);
+                m_items.append(nullptr);
             continue;
         }
-        QTreeWidgetItem* item = branch.item;
+        ResourceRow* row = branch.row;
         open.pop_back();
         if (open.empty())
             return top;
-        append(item);
+        m_items.append(row);
     }
 }
 
@@ -158,57 +170,62 @@ int ResourceTreeModel::columnCount()
     return static_cast<int>((m_wereTitlesRequested ? m_head : head()).size());
 }
 
-// Makes a row without its children.
-QTreeWidgetItem* ResourceTreeModel::newItem(const zeltreeviewcell& cell, QTreeWidgetItem* parent)
+// Makes a row without its children. Every column after the first shows the first of the cell's column texts on purpose.
+ResourceRow* ResourceTreeModel::makeRow(const zeltreeviewcell& cell, QTreeWidgetItem* parent, Owner owner)
 {
-    auto* item = new ZELChipViewTreeItem(parent); // owned by the model, through m_items
     const int headSize = columnCount();
     traceSizes(cell, headSize);
-    fillColumns(item, cell, headSize);
-    setIcon(item, cell);
-    item->setData(0, DRAGABLE, cell.draggable);
-    item->setData(0, RESET, cell.resettable);
-
-    const QString prefix = parent ? parent->data(0, RESOURCENAME).toString() : m_rootName;
-    const QString resourceName = prefix + QLatin1Char('/') + textOf(cell.name);
-    item->setData(0, RESOURCENAME, resourceName);
-
-    const std::string engineName = toEngineText(resourceName);
-    const QString summary = m_engine ? fromEngineText(m_engine->getResourceSummary(&engineName)) : QString();
-    item->setToolTip(0, summary);
-    item->setData(0, Qt::AccessibleDescriptionRole, summary);
-    if (!parent && !summary.isEmpty())
-        item->setText(0, item->text(0) + QStringLiteral(" (") + summary + QLatin1Char(')'));
-    keepId(resourceName, cell);
-    return item;
-}
-
-// Every column after the first shows the first of the cell's column texts on purpose.
-void ResourceTreeModel::fillColumns(QTreeWidgetItem* item, const zeltreeviewcell& cell, int headSize)
-{
+    const QString name = textOf(cell.name);
+    ResourceRow::Record record;
+    record.resourceName = childName(parent ? ResourceRow::nameOf(*parent) : m_rootName, name);
+    record.summary = summaryOf(record.resourceName);
     if (headSize > 0)
-        item->setText(0, textOf(cell.name));
-    const QString columnText = textOf(firstValue(cell.columns));
-    for (int column = 1; column < headSize; ++column)
-        item->setText(column, columnText);
+        record.text = name;
+    if (!parent && !record.summary.isEmpty())
+        record.text += QStringLiteral(" (") + record.summary + QLatin1Char(')');
+    if (headSize > 1)
+        record.otherText = textOf(firstValue(cell.columns));
+    const Look& look = lookOf(cell, headSize);
+    record.hasIcon = look.icon;
+    auto* row = new ResourceRow(*look.row, record); // owned by the model, through m_items, or by the caller
+    if (parent)
+        parent->addChild(row);
+    m_names.add(record.resourceName, owner == Owner::Model ? row : nullptr, idOf(cell));
+    return row;
 }
 
-void ResourceTreeModel::setIcon(QTreeWidgetItem* item, const zeltreeviewcell& cell)
+const ResourceTreeModel::Look& ResourceTreeModel::lookOf(const zeltreeviewcell& cell, int headSize)
+{
+    const QIcon* icon = iconOf(cell);
+    const auto known = std::find_if(m_looks.cbegin(), m_looks.cend(), [&](const Look& look) {
+        return look.icon == icon && look.isDraggable == cell.draggable && look.isResettable == cell.resettable;
+    });
+    if (known != m_looks.cend())
+        return *known;
+    auto row = std::make_unique<ZELChipViewTreeItem>(nullptr);
+    for (int column = 0; column < headSize; ++column)
+        row->setText(column, QString());
+    if (icon)
+        row->setIcon(0, *icon);
+    row->setData(0, DRAGABLE, cell.draggable);
+    row->setData(0, RESET, cell.resettable);
+    m_looks.push_back({icon, cell.draggable, cell.resettable, std::move(row)});
+    return m_looks.back();
+}
+
+const QIcon* ResourceTreeModel::iconOf(const zeltreeviewcell& cell)
 {
     if (cell.uvccio)
-        item->setIcon(0, m_icons.icon(QStringLiteral("UVCCIO")));
-    else if (cell.type)
-        item->setIcon(0, m_icons.icon(fromEngineText(*cell.type)));
+        return &m_icons.icon("UVCCIO");
+    return cell.type ? &m_icons.icon(*cell.type) : nullptr;
 }
 
-void ResourceTreeModel::keepId(const QString& resourceName, const zeltreeviewcell& cell)
+QString ResourceTreeModel::summaryOf(const QString& resourceName)
 {
-    const std::string* idText = firstValue(cell.ids);
-    if (!idText)
-        return;
-    const int id = fromEngineText(*idText).toInt();
-    m_idByName.insert(resourceName, id);
-    m_nameById.insert(id, resourceName);
+    if (!m_engine)
+        return {};
+    const std::string engineName = toEngineText(resourceName);
+    return fromEngineText(m_engine->getResourceSummary(&engineName));
 }
 
 void ResourceTreeModel::traceSizes(const zeltreeviewcell& cell, int headSize)

@@ -2,13 +2,16 @@
 #pragma once
 
 #include "resources/resourceicons.h"
+#include "resources/rownames.h"
 
 #include <QHash>
 #include <QList>
-#include <QMap>
 #include <QSet>
 #include <QString>
 #include <QStringList>
+
+#include <memory>
+#include <vector>
 
 class QTreeWidgetItem;
 class zelchipengine;
@@ -16,12 +19,15 @@ struct zeltreeviewcell;
 
 namespace mirn::zelchipview {
 
+class ResourceRow;
+class ZELChipViewTreeItem;
+
 // Builds the rows of the resource tree from the engine's cells, and maps resource names to element ids and back. It
 // owns the rows, even while a tree widget shows them. The controller owns the model.
 class ResourceTreeModel final
 {
 public:
-    ResourceTreeModel() = default;
+    ResourceTreeModel();
     ~ResourceTreeModel();
     ResourceTreeModel(const ResourceTreeModel&) = delete;
     ResourceTreeModel& operator=(const ResourceTreeModel&) = delete;
@@ -45,19 +51,30 @@ public:
     // Returns the element ids that selecting a row selects: its own, or else those of its direct children.
     [[nodiscard]] QSet<int> idsOfRow(const QTreeWidgetItem& row) const;
 
-    [[nodiscard]] const QMap<int, QString>& namesById() const { return m_nameById; }
-    [[nodiscard]] QIcon& icon(const QString& type) { return m_icons.icon(type); }
+    [[nodiscard]] const QHash<int, QString>& namesById() const { return m_names.byId(); }
+    [[nodiscard]] QIcon& icon(const std::string& type) { return m_icons.icon(type); }
 
     // Deletes every row, including those that a host has added below them, and forgets the names.
     void clear();
 
 private:
+    enum class Owner { Model, Caller };
+
+    // The values that rows of one look have in common.
+    struct Look
+    {
+        const QIcon* icon; // null if there is none
+        bool isDraggable;
+        bool isResettable;
+        std::unique_ptr<ZELChipViewTreeItem> row;
+    };
+
+    ResourceRow* makeBranch(const zeltreeviewcell& cell, QTreeWidgetItem* parent, Owner owner);
+    ResourceRow* makeRow(const zeltreeviewcell& cell, QTreeWidgetItem* parent, Owner owner);
+    [[nodiscard]] const Look& lookOf(const zeltreeviewcell& cell, int headSize);
+    [[nodiscard]] const QIcon* iconOf(const zeltreeviewcell& cell);
+    [[nodiscard]] QString summaryOf(const QString& resourceName);
     [[nodiscard]] int columnCount();
-    QTreeWidgetItem* newItem(const zeltreeviewcell& cell, QTreeWidgetItem* parent);
-    void append(QTreeWidgetItem* item);
-    static void fillColumns(QTreeWidgetItem* item, const zeltreeviewcell& cell, int headSize);
-    void setIcon(QTreeWidgetItem* item, const zeltreeviewcell& cell);
-    void keepId(const QString& resourceName, const zeltreeviewcell& cell);
     static void traceSizes(const zeltreeviewcell& cell, int headSize);
 
     zelchipengine* m_engine = nullptr;
@@ -66,9 +83,8 @@ private:
     bool m_wereTitlesRequested = false; // the engine was asked for the titles since the last rebuild()
     QString m_rootName; // the first component of every resource name
     QList<QTreeWidgetItem*> m_items;
-    QHash<QString, QTreeWidgetItem*> m_itemByName;
-    QMap<QString, int> m_idByName;
-    QMap<int, QString> m_nameById;
+    std::vector<Look> m_looks; // of the rows that are being made
+    RowNames m_names;
 };
 
 } // namespace mirn::zelchipview

@@ -2,6 +2,7 @@
 #include "resources/zeltree.h"
 
 #include "graphics/zelconstants.h"
+#include "resources/resourcerow.h"
 #include "resources/treecontroller.h"
 
 #include <QContextMenuEvent>
@@ -11,6 +12,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
+#include <QSet>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -21,17 +23,6 @@ namespace mirn::zelchipview {
 namespace {
 
 constexpr QSize DragIconSize(30, 30);
-
-// Returns whether a row is as high as any other row with an icon and one line of text.
-bool hasUsualHeight(const QTreeWidgetItem* item)
-{
-    if (!item)
-        return true;
-    bool hasOneLine = true;
-    for (int column = 0; column < item->columnCount(); ++column)
-        hasOneLine = hasOneLine && !item->text(column).contains(QLatin1Char('\n'));
-    return hasOneLine && item->data(0, Qt::DecorationRole).isValid();
-}
 
 } // namespace
 
@@ -58,7 +49,7 @@ ZelTree::~ZelTree()
 
 void ZelTree::refresh()
 {
-    const QSet<QString> expanded = expandedNames();
+    const QStringList expanded = expandedNames();
     const int firstRow = verticalScrollBar()->value();
     {
         // Otherwise each removed row would be reported as a change of the selection.
@@ -106,7 +97,8 @@ void ZelTree::fill()
     }
     insertTopLevelItems(0, topLevel);
     // With different heights, Qt measures all rows above a row to find its position.
-    setUniformRowHeights(std::all_of(items.cbegin(), items.cend(), hasUsualHeight));
+    setUniformRowHeights(std::all_of(items.cbegin(), items.cend(),
+        [](const QTreeWidgetItem* item) { return !item || ResourceRow::hasUsualHeight(*item); }));
 }
 
 // The titles are set once, but an engine may have none at first.
@@ -150,22 +142,32 @@ void ZelTree::forEachRow(const QModelIndex& top, const std::function<void(const 
     }
 }
 
-QSet<QString> ZelTree::expandedNames() const
+// From top to bottom.
+QStringList ZelTree::expandedNames() const
 {
-    QSet<QString> names;
+    QStringList names;
     forEachRow({}, [&](const QModelIndex& row) {
         if (isExpanded(row))
-            names.insert(row.data(RESOURCENAME).toString());
+            names.append(ResourceRow::nameOf(*itemFromIndex(row)));
     });
     return names;
 }
 
-void ZelTree::expandNamed(const QSet<QString>& names)
+// As long as the rows come in the order of the names, each is compared with the next name only.
+void ZelTree::expandNamed(const QStringList& names)
 {
     if (names.isEmpty())
         return;
+    auto next = names.cbegin();
+    QSet<QString> all;
     forEachRow({}, [&](const QModelIndex& row) {
-        if (names.contains(row.data(RESOURCENAME).toString()))
+        const QString name = ResourceRow::nameOf(*itemFromIndex(row));
+        const bool isNext = next != names.cend() && *next == name;
+        if (isNext)
+            ++next;
+        else if (all.isEmpty())
+            all = QSet<QString>(names.cbegin(), names.cend());
+        if (isNext || all.contains(name))
             setExpanded(row, true);
     });
 }

@@ -3,8 +3,8 @@
 
 #include "platform/contract/zelexport.h"
 
-#include <QSet>
 #include <QString>
+#include <QStringList>
 #include <QTreeWidget>
 
 #include <functional>
@@ -44,8 +44,8 @@ private:
     void fill();
     void showHead();
     void forEachRow(const QModelIndex& top, const std::function<void(const QModelIndex& row)>& visit) const;
-    [[nodiscard]] QSet<QString> expandedNames() const;
-    void expandNamed(const QSet<QString>& names);
+    [[nodiscard]] QStringList expandedNames() const;
+    void expandNamed(const QStringList& names);
     void takeItems();
 
     struct Q_DECL_HIDDEN Parts;

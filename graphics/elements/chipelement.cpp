@@ -53,7 +53,12 @@ void ChipElement::updateToolTip()
     QGraphicsItem* item = graphicsItem();
     auto* scene = qobject_cast<ChipScene*>(item->scene());
     if (m_attribute && scene && scene->isLayerVisible(m_attribute->layer))
-        showToolTip(item, m_attribute->toolTip);
+        takeOverToolTip();
+}
+
+void ChipElement::takeOverToolTip()
+{
+    showToolTip(graphicsItem(), m_attribute->toolTip);
 }
 
 void ChipElement::noticeChange(QGraphicsItem::GraphicsItemChange change)

@@ -59,6 +59,9 @@ public:
     // Sets the item's tooltip to the attribute's if the element's layer is shown.
     void updateToolTip();
 
+    // Does the same without asking for the layer. The element must have an attribute.
+    void takeOverToolTip();
+
 protected:
     // When an item takes over its geometry: at construction, or when its layer is first shown.
     enum class Placing { AtOnce, WhenShown };

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <string>
 
 // These are the only conversions between QString and the 8-bit texts (ISO 8859-1) of the contract. Characters beyond
@@ -10,8 +11,10 @@
 
 [[nodiscard]] inline std::string toEngineText(const QString& text)
 {
-    const QByteArray bytes = text.toLatin1();
-    return std::string(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    std::string bytes(static_cast<std::size_t>(text.size()), '\0');
+    std::transform(text.begin(), text.end(), bytes.begin(),
+        [](QChar c) { return c.unicode() <= 0xff ? static_cast<char>(c.unicode()) : '?'; });
+    return bytes;
 }
 
 [[nodiscard]] inline QString fromEngineText(const std::string& text)

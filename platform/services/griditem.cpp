@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/contract/griditem.h"
 
+#include <algorithm>
+
 namespace mirn::itemviewgui {
 
 namespace {
@@ -40,15 +42,20 @@ int compareNumbers(const QString& left, const Number& l, const QString& right, c
     return 0;
 }
 
-} // namespace
-
-int GridItem::compareString(const QString& left, const QString& right, Qt::CaseSensitivity caseSensitivity)
+// Returns where the first difference lies, or the beginning of the number that it lies in.
+int firstDifference(const QString& a, const QString& b)
 {
-    // Folding both texts first (and not character by character) keeps the order transitive.
-    const QString a = caseSensitivity == Qt::CaseSensitive ? left : left.toCaseFolded();
-    const QString b = caseSensitivity == Qt::CaseSensitive ? right : right.toCaseFolded();
-    int i = 0;
-    int j = 0;
+    const auto shorter = std::min(a.size(), b.size());
+    int place = static_cast<int>(std::mismatch(a.begin(), a.begin() + shorter, b.begin()).first - a.begin());
+    while (place > 0 && isDigit(a[place - 1]))
+        --place;
+    return place;
+}
+
+int compare(const QString& a, const QString& b)
+{
+    int i = firstDifference(a, b);
+    int j = i;
     int tie = 0; // the first difference in leading zeros decides between texts that are equal otherwise
     while (i < a.size() && j < b.size()) {
         if (isDigit(a[i]) && isDigit(b[j])) {
@@ -70,6 +77,16 @@ int GridItem::compareString(const QString& left, const QString& right, Qt::CaseS
     if (i < a.size() || j < b.size())
         return i < a.size() ? 1 : -1;
     return tie;
+}
+
+} // namespace
+
+int GridItem::compareString(const QString& left, const QString& right, Qt::CaseSensitivity caseSensitivity)
+{
+    if (caseSensitivity == Qt::CaseSensitive)
+        return compare(left, right);
+    // Folding both texts first (and not character by character) keeps the order transitive.
+    return compare(left.toCaseFolded(), right.toCaseFolded());
 }
 
 } // namespace mirn::itemviewgui

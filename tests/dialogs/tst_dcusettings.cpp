@@ -300,6 +300,33 @@ private Q_SLOTS:
         QVERIFY(found.isEmpty()); // the one map of the process
     }
 
+    // Whether one element has two records, and whatever a host does with the map or keeps of it.
+    void changedValuesReplaceTheOldOnes()
+    {
+        const QString seven = "7|EMPTYDYNAMICSTRING|";
+        const QString eight = "8|EMPTYDYNAMICSTRING|blue";
+        for (const unsigned second : {7u, 8u}) {
+            FakeEngine engine;
+            engine.device.addRecord(7, {{"fill", "red"}});
+            engine.device.addRecord(second, {{"fill", "blue"}});
+            DynamicValues dynamicValues;
+            dynamicValues.setEngine(&engine);
+            DynamicValues::GraphicsInfo& found = dynamicValues.graphicsInfo();
+            for (const char* fill : {"green", "black", "white"}) {
+                const QStringList before = describe(found);
+                const DynamicValues::GraphicsInfo kept
+                    = QLatin1String(fill) == "white" ? DynamicValues::GraphicsInfo() : found;
+                if (fill[0] == 'b')
+                    found["7"].popup = "a host's";
+                engine.device.attributes[0].values["fill"] = fill;
+                QCOMPARE(&dynamicValues.graphicsInfo(), &found);
+                QCOMPARE(
+                    describe(found), second == 7 ? QStringList{seven + "blue"} : (QStringList{seven + fill, eight}));
+                QVERIFY(kept.isEmpty() || describe(kept) == before);
+            }
+        }
+    }
+
     void valuesKeepTheEnginesOrder()
     {
         AskedEngine engine;

@@ -2,7 +2,11 @@
 #include "resources/zelrestable.h"
 #include "tests/support/chipviewfixture.h"
 
+#include <QDataStream>
 #include <QHeaderView>
+#include <QSignalSpy>
+
+#include <memory>
 
 using namespace zeltest;
 
@@ -44,6 +48,22 @@ private Q_SLOTS:
         };
         QCOMPARE(described(chip.rowNamed("top/ip1")), "ip1 (3 of 4)|3 of 4|true|false");
         QCOMPARE(described(chip.rowNamed("top/ip1/ch0")), "ch0|placed|false|true");
+
+        // Copies have all values, and so has a row of which a host has changed one.
+        QTreeWidgetItem streamed;
+        QByteArray bytes;
+        QDataStream out(&bytes, QIODevice::WriteOnly);
+        chip.rowNamed("top/ip1/ch0")->write(out);
+        QDataStream in(bytes);
+        streamed.read(in);
+        QCOMPARE(described(&streamed), "ch0|placed|false|true");
+        const std::unique_ptr<QTreeWidgetItem> copy(chip.rowNamed("top/ip1")->clone());
+        QCOMPARE(described(copy.get()), "ip1 (3 of 4)|3 of 4|true|false");
+        QCOMPARE(described(copy->child(0)), "ch0|placed|false|true");
+        QSignalSpy changes(chip.tree(), &ZelTree::itemChanged);
+        chip.rowNamed("top/ip1")->setToolTip(0, "of a host");
+        QCOMPARE(described(chip.rowNamed("top/ip1")), "ip1 (3 of 4)|of a host|true|false");
+        QCOMPARE(changes.size(), 1);
     }
 
     void columnsShowTheFirstText()

@@ -72,7 +72,11 @@ public:
     }
     std::vector<std::vector<std::string>> getResources() override { return usageRows; }
     std::vector<std::string> getResourceHeader() override { return usageHead; }
-    std::string getResourceSummary(const std::string* name) override { return summaries[*name]; }
+    std::string getResourceSummary(const std::string* name) override
+    {
+        const auto found = summaries.find(*name);
+        return found != summaries.end() ? found->second : std::string();
+    }
     int getResourceType(const std::string* name) override
     {
         const auto found = types.find(*name);
