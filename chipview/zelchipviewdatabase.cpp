@@ -48,6 +48,15 @@ template <typename Interface> Interface& controllerAs()
     return true;
 }();
 
+bool isProgramEnding = false;
+
+// A tool that looks for lost memory finds it here.
+struct
+{
+    AttributeRegistry* attributes;
+    ZelGraphicsScene* scene;
+} leftToSystem;
+
 } // namespace
 
 ZELChipViewDatabase* ZELChipViewDatabase::m_object = nullptr;
@@ -63,6 +72,11 @@ void ZELChipViewDatabase::destoryInstance()
 {
     delete m_object;
     m_object = nullptr;
+}
+
+void ZELChipViewDatabase::programEnds()
+{
+    isProgramEnding = true;
 }
 
 ZELChipViewDatabase* ZELChipViewDatabase::existingInstance()
@@ -116,8 +130,12 @@ ZELChipViewDatabase::~ZELChipViewDatabase()
     m_parts->treeModel->clear();
     m_parts->treeMenus.reset();
     m_parts->treeModel.reset();
-    m_parts->attributes->deleteAll();
-    delete m_parts->scene.data();
+    if (isProgramEnding) {
+        leftToSystem = {m_parts->attributes.release(), m_parts->scene.data()};
+    } else {
+        m_parts->attributes->deleteAll();
+        delete m_parts->scene.data();
+    }
     delete m_parts->tree.data();
     m_parts->parser.reset();
     m_parts->filter->deleteMenu();

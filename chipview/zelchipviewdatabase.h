@@ -59,6 +59,10 @@ public:
     // Deletes the controller and what it owns, without calling the engine. Does nothing if there is no controller.
     static void destoryInstance();
 
+    // Tells that the program is about to end: what the system frees quicker by itself, the elements of a large drawing
+    // above all, is not deleted by destoryInstance() any more.
+    static void programEnds();
+
     // Returns null if getInstance() would create a new controller.
     [[nodiscard]] static ZELChipViewDatabase* existingInstance();
 

@@ -3,6 +3,7 @@
 
 #include "graphics/elements/attributeregistry.h"
 #include "graphics/elements/drawingcontroller.h"
+#include "graphics/elements/elementidset.h"
 #include "graphics/elements/layervisibility.h"
 #include "graphics/sceneelements.h"
 #include "graphics/viewpicture.h"
@@ -25,6 +26,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace mirn::zelchipview {
@@ -301,6 +303,9 @@ void ZelGraphicsView::finishSelecting(QPoint position)
     const QRectF band = rubberBandInScene();
     if (isBand(band) && m_parts->picture.isSlow())
         viewport()->repaint(m_parts->rubberBand->geometry()); // the band goes at once, however long the rest takes
+    std::optional<ElementIdSet::Batch> oneChange;
+    if (m_parts->picture.isSlow())
+        oneChange.emplace(viewController().selectedIds()); // else what is between the two would be painted, too
     m_parts->scene->clearSelectedItems();
     if (isBand(band))
         viewController().addSelctedItems(m_parts->scene->elements().idsTouching(band));

@@ -138,13 +138,17 @@ int run(const CommandLine& commandLine)
     QObject::connect(&window, &MainWindow::scriptWrote, &window, &writeToStream);
     if (commandLine.task == CommandLine::Task::SaveSnapshot) {
         window.resize(commandLine.windowSize.isEmpty() ? SnapshotSize : commandLine.windowSize);
-        return saveSnapshotOf(window, commandLine.snapshotFile, commandLine.scriptFile);
+        const int status = saveSnapshotOf(window, commandLine.snapshotFile, commandLine.scriptFile);
+        MainWindow::endsProgram();
+        return status;
     }
     window.memory().begin(settingsFor(commandLine), commandLine.windowSize);
     window.show();
     if (!commandLine.scriptFile.isEmpty())
         new WindowArrival(&window, [&] { runScriptIn(window, commandLine.scriptFile); }); // deletes itself
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    MainWindow::endsProgram();
+    return status;
 }
 
 // "zelchip export" and "zelchip place" are programs of their own, without a window. A folder of such a name opens as

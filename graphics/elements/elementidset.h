@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace mirn::zelchipview {
@@ -22,6 +23,20 @@ public:
 
     // The listener is called after each real change, never with an empty list.
     void setListener(Listener listener);
+
+    // While it exists, the listener is not called; at its end, it is called once for all changes together.
+    class Batch final
+    {
+    public:
+        explicit Batch(ElementIdSet& set); // not owned
+        ~Batch();
+        Batch(const Batch&) = delete;
+        Batch& operator=(const Batch&) = delete;
+
+    private:
+        ElementIdSet& m_set;
+        const std::unique_ptr<ElementIdSet> m_before; // with its listener
+    };
 
     // Takes an element id. The time does not depend on the size of the set.
     [[nodiscard]] bool contains(int id) const

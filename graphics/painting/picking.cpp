@@ -21,6 +21,8 @@ namespace {
 
 constexpr double Hair = 1e-5; // the assumed width of a shape without a width, in scene units
 
+constexpr double TextMargin = 1; // scene units that a text may reach beyond its bounds in the list
+
 // Unlike QRectF::contains(), this accepts a rect without width or height.
 bool encloses(const QRectF& area, const QRectF& rect)
 {
@@ -105,7 +107,13 @@ public:
             return isArea(primitive) || m_list.knownElement(place) ? touches(m_list.element(place), m_path)
                                                                    : m_pending.touch(primitive, m_path);
         // An element inside the area needs no test of its shape unless it is flat.
-        if (!primitive.isFlat() && (found.isInside || encloses(m_area, m_list.boundsOf(place))))
+        if (found.isInside && !primitive.isFlat())
+            return true;
+        const QRectF bounds = m_list.boundsOf(place);
+        const double margin = primitive.kind == Primitive::Text ? TextMargin : Hair;
+        if (!zelchipview::touches(enlarged(bounds, margin), m_area))
+            return false;
+        if (encloses(m_area, bounds) && !primitive.isFlat())
             return true;
         return overlaps(primitive, m_area) || touches(m_list.element(place), m_path);
     }

@@ -2,6 +2,7 @@
 #include "host/window/mainwindow.h"
 
 #include "chipview/zelchipgui.h"
+#include "chipview/zelchipviewdatabase.h"
 #include "engine/referenceengine.h"
 #include "graphics/zelgraphicsscene.h"
 #include "graphics/zelgraphicsview.h"
@@ -307,6 +308,11 @@ QString MainWindow::exportPicture(const PictureRequest& request)
 {
     settle();
     return m_pictures->write(*m_project.area()->graphicsView(), request);
+}
+
+void MainWindow::endsProgram()
+{
+    zelchipview::ZELChipViewDatabase::programEnds();
 }
 
 void MainWindow::fit()

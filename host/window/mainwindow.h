@@ -60,6 +60,9 @@ public:
     // Shows the whole drawing.
     void fit();
 
+    // Tells that the program ends with this window, so that deleting it need not free a large drawing piece by piece.
+    static void endsProgram();
+
 Q_SIGNALS:
     // Emitted while runScript() runs; the console shows the same output.
     void scriptWrote(const QString& text, mirn::zelchip::TclInterpreter::Channel channel);
