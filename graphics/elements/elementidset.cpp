@@ -72,6 +72,7 @@ std::vector<int> ElementIdSet::list() const
 bool ElementIdSet::findDifferences(const ElementIdSet& other, std::size_t most, std::vector<int>& ids) const
 {
     const std::size_t words = std::max(m_words.size(), other.m_words.size());
+    ids.reserve(ids.size() + std::min(most, m_count + other.m_count));
     for (std::size_t word = 0; word < words && ids.size() <= most; ++word)
         appendIds(wordAt(word) ^ other.wordAt(word), word * WordBits, ids);
     const QSet<int> others = (m_others - other.m_others) + (other.m_others - m_others);

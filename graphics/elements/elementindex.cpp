@@ -63,12 +63,14 @@ void ElementIndex::takeSlot(ChipElement* element, int elementId)
         element->m_slot = static_cast<Slot>(m_elements.size());
         m_elements.push_back(element);
         m_byId.emplace_back(elementId, element->m_slot);
-        return;
+    } else {
+        element->m_slot = std::exchange(m_making, ChipElement::Nowhere);
+        m_elements[element->m_slot] = element;
+        m_isLatent[static_cast<std::size_t>(element->m_slot)] = false;
+        --m_latentCount;
     }
-    element->m_slot = std::exchange(m_making, ChipElement::Nowhere);
-    m_elements[element->m_slot] = element;
-    m_isLatent[static_cast<std::size_t>(element->m_slot)] = false;
-    --m_latentCount;
+    if (!m_isLatent.empty())
+        m_takenSlots.push_back(element->m_slot);
 }
 
 void ElementIndex::beginLatent(std::size_t count)
@@ -244,8 +246,15 @@ std::vector<ChipElement*> ElementIndex::takePending(const QList<int>& layers)
 std::vector<ChipElement*> ElementIndex::inPaintOrder() const
 {
     std::vector<ChipElement*> ordered;
-    ordered.reserve(count());
-    std::copy_if(m_elements.begin(), m_elements.end(), std::back_inserter(ordered), [](auto* e) { return e; });
+    if (hasLatent()) {
+        std::vector<Slot> slots = m_takenSlots;
+        std::sort(slots.begin(), slots.end());
+        for (Slot slot : slots)
+            ordered.push_back(m_elements[slot]);
+    } else {
+        ordered = m_elements;
+    }
+    ordered.erase(std::remove(ordered.begin(), ordered.end(), nullptr), ordered.end());
     if (!m_isInPaintOrder) {
         std::stable_sort(ordered.begin(), ordered.end(),
             [](auto* a, auto* b) { return a->graphicsItem()->zValue() < b->graphicsItem()->zValue(); });

@@ -138,6 +138,7 @@ private:
     std::vector<ChipElement*> m_elements; // null where an element left or is latent
     std::vector<bool> m_isLatent; // the same indexes; may be shorter
     std::size_t m_latentCount = 0;
+    std::vector<Slot> m_takenSlots; // while there are latent elements: of all that have come, some may have left again
     Maker m_maker;
     Slot m_making = -1; // the slot whose element is about to enter, or -1
     std::set<int> m_shownLayers;
