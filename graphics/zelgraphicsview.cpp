@@ -303,7 +303,7 @@ void ZelGraphicsView::finishSelecting(QPoint position)
     const QRectF band = rubberBandInScene();
     if (isBand(band) && m_parts->picture.isSlow())
         viewport()->repaint(m_parts->rubberBand->geometry()); // the band goes at once, however long the rest takes
-    std::optional<ElementIdSet::Batch> oneChange;
+    std::optional<ElementIdBatch> oneChange;
     if (m_parts->picture.isSlow())
         oneChange.emplace(viewController().selectedIds()); // else what is between the two would be painted, too
     m_parts->scene->clearSelectedItems();

@@ -33,18 +33,18 @@ void appendIds(std::uint64_t bits, std::size_t first, std::vector<int>& ids)
 
 } // namespace
 
-ElementIdSet::Batch::Batch(ElementIdSet& set)
+ElementIdBatch::ElementIdBatch(ElementIdSet& set)
     : m_set(set)
-    , m_before(std::make_unique<ElementIdSet>(set))
+    , m_before(set)
 {
     m_set.m_listener = {};
 }
 
-ElementIdSet::Batch::~Batch()
+ElementIdBatch::~ElementIdBatch()
 {
-    m_set.m_listener = std::move(m_before->m_listener);
+    m_set.m_listener = m_before.m_listener;
     std::vector<int> changed;
-    (void)m_before->findDifferences(m_set, std::numeric_limits<std::size_t>::max(), changed);
+    (void)m_before.findDifferences(m_set, std::numeric_limits<std::size_t>::max(), changed);
     m_set.notify(changed);
 }
 

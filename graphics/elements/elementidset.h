@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <vector>
 
 namespace mirn::zelchipview {
@@ -23,20 +22,6 @@ public:
 
     // The listener is called after each real change, never with an empty list.
     void setListener(Listener listener);
-
-    // While it exists, the listener is not called; at its end, it is called once for all changes together.
-    class Batch final
-    {
-    public:
-        explicit Batch(ElementIdSet& set); // not owned
-        ~Batch();
-        Batch(const Batch&) = delete;
-        Batch& operator=(const Batch&) = delete;
-
-    private:
-        ElementIdSet& m_set;
-        const std::unique_ptr<ElementIdSet> m_before; // with its listener
-    };
 
     // Takes an element id. The time does not depend on the size of the set.
     [[nodiscard]] bool contains(int id) const
@@ -65,6 +50,7 @@ public:
     void clear();
 
 private:
+    friend class ElementIdBatch;
     static constexpr unsigned WordBits = 64;
 
     // set() and unset() return whether anything changed; they do not notify the listener.
@@ -82,6 +68,20 @@ private:
     QSet<int> m_others; // negative and large ids
     std::size_t m_count = 0;
     Listener m_listener;
+};
+
+// While it exists, the listener of a set is not called; at its end, it is called once for all changes together.
+class ElementIdBatch final
+{
+public:
+    explicit ElementIdBatch(ElementIdSet& set); // not owned
+    ~ElementIdBatch();
+    ElementIdBatch(const ElementIdBatch&) = delete;
+    ElementIdBatch& operator=(const ElementIdBatch&) = delete;
+
+private:
+    ElementIdSet& m_set;
+    const ElementIdSet m_before; // with its listener
 };
 
 } // namespace mirn::zelchipview
