@@ -130,7 +130,7 @@ ZELChipViewDatabase::~ZELChipViewDatabase()
     m_parts->treeModel->clear();
     m_parts->treeMenus.reset();
     m_parts->treeModel.reset();
-    if (isProgramEnding) {
+    if (isProgramEnding && m_parts->scene && m_parts->scene->views().isEmpty()) {
         leftToSystem = {m_parts->attributes.release(), m_parts->scene.data()};
     } else {
         m_parts->attributes->deleteAll();

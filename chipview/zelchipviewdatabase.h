@@ -60,7 +60,7 @@ public:
     static void destoryInstance();
 
     // Tells that the program is about to end: what the system frees quicker by itself, the elements of a large drawing
-    // above all, is not deleted by destoryInstance() any more.
+    // above all, is not deleted by destoryInstance() any more, provided that the window is gone by then.
     static void programEnds();
 
     // Returns null if getInstance() would create a new controller.

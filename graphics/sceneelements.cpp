@@ -351,9 +351,9 @@ const ZELGraphicItemAttribute* SceneElements::topmostTouching(const QRectF& area
     });
     if (place < 0)
         return nullptr;
-    if (const ChipElement* element = list.knownElement(place))
-        return element->attribute();
-    return DrawingController::current().attributes().find(place + 1); // no item, so the place tells the number
+    const ChipElement* element = list.knownElement(place);
+    // Where there is no item, the place tells the number.
+    return DrawingController::current().attributes().find(element ? element->loadNumber() : place + 1);
 }
 
 std::vector<int> SceneElements::idsTouching(const QRectF& area)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/elements/chipelement.h"
 #include "graphics/zelrectattribute.h"
+#include "planning/elementprobe.h"
 #include "planning/siteplaces.h"
 #include "platform/contract/svgparser.h"
 #include "platform/contract/zeltrace.h"
@@ -176,6 +177,15 @@ private Q_SLOTS:
         row("selecting by a band, across a line and a text", 2, [](ChipView& chip) { chip.drag({1, 1}, {150, 80}); });
         row("refreshing", 0, [](ChipView& chip) { chip.window->refresh(REFRESH_GRAPHIC); });
         row("a click", 1, [](ChipView& chip) { chip.click({20, 20}); });
+        row("looking at sites", 0, [](ChipView& chip) {
+            const auto idAt = [&chip](double x, double y) {
+                const auto* element = elementAt(*chip.view(), chip.view()->mapFromScene(QPointF(x, y)));
+                return element ? element->itemId : 0;
+            };
+            QCOMPARE(idAt(20, 20), 1);
+            QCOMPARE(idAt(80, 20), 3);
+            QCOMPARE(idAt(5, 5), 0);
+        });
         row("an element's colour", 1, [](ChipView& chip) { chip.refresh(3, {{"fill", "#ff0000"}}); });
         row("an element's items", 2, [](ChipView& chip) { (void)chip.scene()->itemsOf(5); });
         row("where sites are", 0, [](ChipView& chip) { (void)visiblePlaces(*chip.scene(), {1, 5}); });

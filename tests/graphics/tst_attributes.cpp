@@ -213,7 +213,19 @@ private Q_SLOTS:
         set.assign({5, 7, 9, 11});
         set.clear();
         set.clear();
-        const std::vector<std::vector<int>> expected = {{5, -3, 7}, {9}, {11, -3}, {5, 7, 9, 11}};
+        set.insert(4);
+        {
+            const ElementIdBatch together(set);
+            set.clear();
+            set.insert(std::vector<int>{4, 6});
+            set.insert(-8);
+        }
+        {
+            const ElementIdBatch nothingInTheEnd(set);
+            set.clear();
+            set.insert(std::vector<int>{4, 6, -8});
+        }
+        const std::vector<std::vector<int>> expected = {{5, -3, 7}, {9}, {11, -3}, {5, 7, 9, 11}, {4}, {6, -8}};
         QCOMPARE(told, expected);
     }
 
