@@ -50,11 +50,11 @@ template <typename Interface> Interface& controllerAs()
 
 bool isProgramEnding = false;
 
-// A tool that looks for lost memory finds it here.
+// A tool that looks for lost memory finds it here. Nobody reads it, so that only "volatile" has it written at all.
 struct
 {
-    AttributeRegistry* attributes;
-    ZelGraphicsScene* scene;
+    AttributeRegistry* volatile attributes;
+    ZelGraphicsScene* volatile scene;
 } leftToSystem;
 
 } // namespace
@@ -131,7 +131,8 @@ ZELChipViewDatabase::~ZELChipViewDatabase()
     m_parts->treeMenus.reset();
     m_parts->treeModel.reset();
     if (isProgramEnding && m_parts->scene && m_parts->scene->views().isEmpty()) {
-        leftToSystem = {m_parts->attributes.release(), m_parts->scene.data()};
+        leftToSystem.attributes = m_parts->attributes.release();
+        leftToSystem.scene = m_parts->scene.data();
     } else {
         m_parts->attributes->deleteAll();
         delete m_parts->scene.data();

@@ -30,10 +30,24 @@ constexpr char SmallestName[] = "smallest";
     return what + '/' + std::to_string(elements);
 }
 
+// Returns the function that fails in all repetitions after the first one in which it failed: Google Benchmark 1.7 reads
+// a pointer that was never set if the first repetition failed and two others did not.
+template <typename Function> auto failingForGood(Function function)
+{
+    return [function = std::move(function), hasFailed = false](benchmark::State& state) mutable {
+        if (hasFailed) {
+            state.SkipWithError("an earlier repetition failed");
+            return;
+        }
+        function(state);
+        hasFailed = state.error_occurred();
+    };
+}
+
 // Adds a benchmark with as many iterations as ShortestRun needs.
 template <typename Function> benchmark::internal::Benchmark* add(const char* what, int elements, Function function)
 {
-    return benchmark::RegisterBenchmark(benchmarkName(what, elements).c_str(), std::move(function))
+    return benchmark::RegisterBenchmark(benchmarkName(what, elements).c_str(), failingForGood(std::move(function)))
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond)
         ->MinTime(ShortestRun)
@@ -44,7 +58,7 @@ template <typename Function> benchmark::internal::Benchmark* add(const char* wha
 template <typename Function>
 benchmark::internal::Benchmark* addCounted(const char* what, int elements, int iterations, Function function)
 {
-    return benchmark::RegisterBenchmark(benchmarkName(what, elements).c_str(), std::move(function))
+    return benchmark::RegisterBenchmark(benchmarkName(what, elements).c_str(), failingForGood(std::move(function)))
         ->UseManualTime()
         ->Unit(benchmark::kMicrosecond)
         ->Iterations(iterations)
