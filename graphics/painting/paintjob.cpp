@@ -147,11 +147,6 @@ bool PaintJob::isNear(double x, double y) const
     return Rasteriser::isNear(m_mapping.x(x)) && Rasteriser::isNear(m_mapping.y(y));
 }
 
-bool PaintJob::isInside(double x, double y) const
-{
-    return enlarged(m_inside, -1).contains(m_mapping.x(x), m_mapping.y(y));
-}
-
 // Returns whether the rasteriser may draw a rect, with the same result as QPainter.
 bool PaintJob::isWithinReach(const QRectF& rect) const
 {
@@ -222,7 +217,7 @@ bool PaintJob::rasteriseLine(const Primitive& primitive)
 {
     const QLineF line(primitive.a, primitive.b, primitive.c, primitive.d);
     const std::optional<int> opacity = thinOpacity(paintrules::lineWidth(primitive.strokeWidth));
-    if (m_isRaster && opacity && isInside(line.x1(), line.y1()) && isInside(line.x2(), line.y2()) && !isPoint(line)) {
+    if (m_isRaster && opacity && isNear(line.x1(), line.y1()) && isNear(line.x2(), line.y2()) && !isPoint(line)) {
         m_rasteriser.drawLine(line, 0xff000000U | primitive.strokeColor, *opacity);
         return true;
     }
@@ -237,8 +232,8 @@ bool PaintJob::rasterisePolygon(const Primitive& primitive)
     const auto [first, count] = primitive.corners;
     const QPointF* corners = m_list.corner(first);
     const std::optional<int> opacity = isVisible(look.border) ? thinOpacity(look.borderWidth) : 0;
-    const auto isCornerInside = [this](const QPointF& corner) { return isInside(corner.x(), corner.y()); };
-    if (!opacity || (*opacity > 0 && !std::all_of(corners, corners + count, isCornerInside))
+    const auto isCornerNear = [this](const QPointF& corner) { return isNear(corner.x(), corner.y()); };
+    if (!opacity || (*opacity > 0 && !std::all_of(corners, corners + count, isCornerNear))
         || !m_space.polygon.make(corners, count, m_mapping))
         return false;
     m_rasteriser.drawMask(m_space.polygon.mask(), look.fill);

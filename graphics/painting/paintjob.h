@@ -82,7 +82,6 @@ private:
     [[nodiscard]] bool mayMask(const Primitive& text, const QTransform& toImage) const;
     [[nodiscard]] ElementStates statesOf(int elementId) const;
     [[nodiscard]] bool isNear(double x, double y) const;
-    [[nodiscard]] bool isInside(double x, double y) const;
     [[nodiscard]] bool isWithinReach(const QRectF& rect) const;
     [[nodiscard]] bool isPoint(const QLineF& line) const;
     [[nodiscard]] bool isDotOutside(const QLineF& line) const;

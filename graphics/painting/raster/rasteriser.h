@@ -58,7 +58,7 @@ public:
     // Draws a line one pixel wide that reaches half a pixel beyond both ends.
     void drawLine(const QLineF& line, QRgb color, int opacity);
 
-    // Draws a line one pixel wide around a polygon, which must lie within the image.
+    // Draws a line one pixel wide around a polygon.
     void strokePolygon(const QPointF* corners, int count, QRgb color, int opacity);
 
     // These blend a mask, which may reach beyond the image.
@@ -79,6 +79,7 @@ private:
     void drawAnyMask(const CoverageMask& mask, QRgb color);
     void drawAnyStretched(const StretchedMask& mask, QRgb color);
     enum class Ends { Flat, Square };
+    [[nodiscard]] bool cutOff(QPointF& a, QPointF& b) const;
     void thinLine(QPointF a, QPointF b, const Stroke& stroke, Ends ends);
     [[nodiscard]] bool isWithinClip(int left, int top, int right, int bottom) const;
     void fillLargeRect(const Extent& across, const Extent& down, QRgb color);

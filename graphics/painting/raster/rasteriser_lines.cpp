@@ -160,8 +160,37 @@ ZEL_INLINE void Rasteriser::scan(int start, int end, int across, int slope, cons
         step<isSteep>(pixel, across, lastWeight, stroke);
 }
 
+// Moves the ends of a line that reaches further than a pixel beyond the image to there. A pixel of the line may change
+// by that, because slopes are rounded. Returns false if nothing is left of the line.
+ZEL_INLINE bool Rasteriser::cutOff(QPointF& a, QPointF& b) const
+{
+    constexpr double Margin = 1;
+    const double right = m_size.width() + Margin;
+    const double bottom = m_size.height() + Margin;
+    const auto isOutside = [](double from, double to, double most) {
+        return (from < -Margin && to < -Margin) || (from > most && to > most);
+    };
+    if (isOutside(a.x(), b.x(), right))
+        return false;
+    for (QPointF* end : {&a, &b}) {
+        const double x = std::clamp(end->x(), -Margin, right);
+        if (x != end->x())
+            *end = {x, end->y() + (b.y() - a.y()) / (b.x() - a.x()) * (x - end->x())};
+    }
+    if (isOutside(a.y(), b.y(), bottom))
+        return false;
+    for (QPointF* end : {&a, &b}) {
+        const double y = std::clamp(end->y(), -Margin, bottom);
+        if (y != end->y())
+            *end = {end->x() + (b.x() - a.x()) / (b.y() - a.y()) * (y - end->y()), y};
+    }
+    return true;
+}
+
 ZEL_INLINE void Rasteriser::thinLine(QPointF a, QPointF b, const Stroke& stroke, Ends ends)
 {
+    if (!cutOff(a, b))
+        return;
     int start = toLineUnits(a.x());
     int end = toLineUnits(b.x());
     int acrossStart = toLineUnits(a.y());
