@@ -13,9 +13,9 @@ namespace {
 
 constexpr double LongestExactFrame = 10; // milliseconds; what is painted faster is painted exactly at once
 constexpr double Frame = 1000.0 / 60; // milliseconds that the screen shows a picture
-constexpr int SliceTime = 6; // milliseconds, after which events are looked at
-constexpr int TimeBetweenParts = 30; // milliseconds, after which what is finished is shown
-constexpr int SliceHeight = 96; // pixels; enough for two threads
+constexpr int SliceTime = 10; // milliseconds, after which events are looked at
+constexpr int TimeBetweenParts = 60; // milliseconds, after which what is finished is shown
+constexpr int LeastSliceHeight = 64; // pixels; enough for two threads
 constexpr int CoarseDivisor = 2;
 constexpr double Less = 0.95; // the share of a scale that is less than it
 constexpr double NanosecondsPerMillisecond = 1e6;
@@ -38,7 +38,7 @@ QuickPicture::QuickPicture(DisplayList& list, Owner owner)
 void QuickPicture::stop()
 {
     m_isAllowed = false;
-    m_timer.stop();
+    pause();
     if (m_isApproximate)
         m_owner.update({});
 }
@@ -46,8 +46,15 @@ void QuickPicture::stop()
 bool QuickPicture::becomeExact()
 {
     m_isAllowed = false;
-    m_timer.stop();
+    pause();
     return std::exchange(m_isApproximate, false);
+}
+
+void QuickPicture::pause()
+{
+    m_timer.stop();
+    if (m_next)
+        m_next->pause();
 }
 
 void QuickPicture::noteFullRepaint(double milliseconds, const ViewCanvas& shown)
@@ -73,11 +80,17 @@ void QuickPicture::keepCoarse(const ViewCanvas& shown)
     m_coarseVersion = shown.listVersion();
 }
 
-// The time grows with the part of the drawing that is seen. A picture that misses a change of state is not shown again.
-bool QuickPicture::isWorthwhile(const ViewCanvas& shown, const ViewCanvas::Scene& scene) const
+// The time grows with the part of the drawing that is seen.
+double QuickPicture::expectedCost(const ViewCanvas::Scene& scene) const
 {
     const double growth = m_costScale / scaleOf(scene.toPicture);
-    return (m_isAllowed || isActive()) && m_cost * growth * growth > LongestExactFrame && shown.needsAll(scene)
+    return m_cost * growth * growth;
+}
+
+// A picture that misses a change of state is not shown again.
+bool QuickPicture::isWorthwhile(const ViewCanvas& shown, const ViewCanvas::Scene& scene) const
+{
+    return (m_isAllowed || isActive()) && expectedCost(scene) > LongestExactFrame && shown.needsAll(scene)
         && shown.isFinished() && shown.listVersion() == scene.listVersion;
 }
 
@@ -115,7 +128,7 @@ void QuickPicture::draw(QPainter& painter, const ViewCanvas& shown, const ViewCa
 void QuickPicture::paintSlice()
 {
     if (!m_owner.canPaint()) {
-        m_timer.stop();
+        pause();
         return;
     }
     QElapsedTimer clock;
@@ -127,8 +140,8 @@ void QuickPicture::paintSlice()
         m_onScreen = QRegion();
         m_sinceShown.start();
     }
-    const ViewCanvas::Work work
-        = m_next->updateSome(scene, QDeadlineTimer(SliceTime), {SliceHeight, ViewCanvas::Order::MiddleFirst});
+    const ViewCanvas::Work work = m_next->updateSome(
+        scene, QDeadlineTimer(SliceTime / 2), {sliceHeight(scene), ViewCanvas::Order::MiddleFirst});
     m_spent += static_cast<double>(clock.nsecsElapsed()) / NanosecondsPerMillisecond;
     if (work == ViewCanvas::Work::Left) {
         showFinished();
@@ -138,6 +151,13 @@ void QuickPicture::paintSlice()
     if (m_isNew)
         noteFullRepaint(m_spent, *m_next);
     m_owner.finish(m_next);
+}
+
+// A part of the picture that takes about SliceTime: the higher it is, the more evenly the threads share the work.
+int QuickPicture::sliceHeight(const ViewCanvas::Scene& scene) const
+{
+    const double share = std::min(SliceTime / std::max(expectedCost(scene), 1.0), 1.0);
+    return std::max(static_cast<int>(scene.size.height() * share), LeastSliceHeight);
 }
 
 // Showing a part takes time, by which the exact picture comes later.

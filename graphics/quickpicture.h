@@ -69,7 +69,10 @@ public:
 
 private:
     [[nodiscard]] bool isActive() const { return m_timer.isActive(); }
+    void pause();
+    [[nodiscard]] double expectedCost(const ViewCanvas::Scene& scene) const; // milliseconds of a full repaint
     void paintSlice();
+    [[nodiscard]] int sliceHeight(const ViewCanvas::Scene& scene) const;
     void showFinished();
     void keepCoarse(const ViewCanvas& shown);
 

@@ -114,7 +114,8 @@ void NameLayer::refresh()
     update();
 }
 
-// Any element with an id of its own and an area may be a site. Which of them are is asked when they are in sight.
+// Any element with an id of its own and an area may be a site. Which of them are is asked when they are in sight. Only
+// the highest are listed, because of more than a few the view's area is searched.
 void NameLayer::collect(ZelGraphicsScene& scene)
 {
     const DisplayList& list = scene.elements().displayList();
@@ -126,8 +127,11 @@ void NameLayer::collect(ZelGraphicsScene& scene)
         if (mayBeSite(list.primitive(place)))
             m_sites.push_back(place);
     }
-    std::sort(
-        m_sites.begin(), m_sites.end(), [&list](int a, int b) { return list.primitive(a).d > list.primitive(b).d; });
+    const auto isHigher = [&list](int a, int b) { return list.primitive(a).d > list.primitive(b).d; };
+    const auto end = m_sites.begin() + std::min<std::ptrdiff_t>(FewSites + 1, m_sites.size());
+    std::partial_sort(m_sites.begin(), end, m_sites.end(), isHigher);
+    m_sites.erase(end, m_sites.end());
+    m_sites.shrink_to_fit();
 }
 
 void NameLayer::measure()

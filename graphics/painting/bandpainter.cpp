@@ -35,13 +35,12 @@ BandPainter::BandPainter(
     }
 }
 
-void BandPainter::paint(int threads)
+void BandPainter::paint(PaintThreads& threads)
 {
-    PaintThreads helpers(threads - 1);
     const std::function<void(int)> drawBand = [this](int n) { draw(m_bands[static_cast<std::size_t>(n)]); };
     for (int round = 0; unfinishedBands() > 0; ++round) {
         if (round < MostRounds && unfinishedBands() > 1)
-            helpers.run(static_cast<int>(m_bands.size()), drawBand);
+            threads.run(static_cast<int>(m_bands.size()), drawBand);
         else
             std::for_each(m_bands.begin(), m_bands.end(), [this](Band& band) { draw(band); });
         paintBetween();

@@ -8,6 +8,8 @@
 
 namespace mirn::zelchipview {
 
+class PaintThreads;
+
 // Paints a part of an image in horizontal bands, by several threads. They draw pixels in rounds: each band as far as
 // its next primitive that needs QPainter or a font. Between two rounds the calling thread alone paints those of them
 // that no other band has yet to reach. So every pixel gets its primitives in paint order, as one thread would draw
@@ -19,7 +21,7 @@ public:
     BandPainter(
         const PaintJob::Sources& sources, const PaintTarget& target, std::vector<PaintJob::Space>& spaces, int bands);
 
-    void paint(int threads);
+    void paint(PaintThreads& threads);
 
 private:
     struct Band

@@ -4,6 +4,7 @@
 #include "graphics/elements/enlarged.h"
 #include "graphics/painting/bandpainter.h"
 #include "graphics/painting/paintjob.h"
+#include "graphics/painting/paintthreads.h"
 
 #include <algorithm>
 
@@ -15,13 +16,14 @@ namespace {
 constexpr double FewElements = 5000;
 
 constexpr int BandsPerThread = 4; // one may hold more than another, or has to wait
-constexpr int LeastBandHeight = 32; // pixels
+constexpr int LeastBandHeight = 16; // pixels
 
 } // namespace
 
 struct ListPainter::Memory
 {
     std::vector<PaintJob::Space> spaces; // of each band
+    std::unique_ptr<PaintThreads> threads; // without the calling one
 };
 
 ListPainter::ListPainter(DisplayList& list)
@@ -32,6 +34,20 @@ ListPainter::ListPainter(DisplayList& list)
 { }
 
 ListPainter::~ListPainter() = default;
+
+void ListPainter::setThreads(int count)
+{
+    if (count != m_threads)
+        m_memory->threads.reset();
+    m_threads = count;
+}
+
+void ListPainter::keepThreads(bool isOn)
+{
+    m_keepsThreads = isOn;
+    if (!isOn)
+        m_memory->threads.reset();
+}
 
 void ListPainter::paint(const Target& target, const QList<int>& layers, const States& states)
 {
@@ -45,7 +61,10 @@ void ListPainter::paint(const Target& target, const QList<int>& layers, const St
     const int bands = bandsFor(target);
     m_memory->spaces.resize(std::max(m_memory->spaces.size(), static_cast<std::size_t>(bands)));
     if (bands > 1) {
-        BandPainter(sources, target, m_memory->spaces, bands).paint(m_threads);
+        if (!m_memory->threads)
+            m_memory->threads = std::make_unique<PaintThreads>(m_threads - 1);
+        BandPainter(sources, target, m_memory->spaces, bands).paint(*m_memory->threads);
+        keepThreads(m_keepsThreads);
         return;
     }
     PaintJob job(sources, target, m_memory->spaces.front());

@@ -27,8 +27,10 @@ public:
     ~ListPainter();
 
     // How many threads paint a part with many elements, the calling one included; 1 at first. The others last as long
-    // as the paint.
-    void setThreads(int count) { m_threads = count; }
+    // as the paint, or wait for the next one if they are kept, because a new thread may have to wait for a processor
+    // longer than a small part takes to paint.
+    void setThreads(int count);
+    void keepThreads(bool isOn);
 
     void paint(const Target& target, const QList<int>& layers, const States& states);
 
@@ -53,6 +55,7 @@ private:
     GlyphMasks m_masks;
     const std::unique_ptr<Memory> m_memory;
     int m_threads = 1;
+    bool m_keepsThreads = false;
 };
 
 } // namespace mirn::zelchipview

@@ -88,6 +88,7 @@ void ViewCanvas::invalidate(const std::vector<int>& places)
 
 void ViewCanvas::update(const Scene& scene)
 {
+    pause();
     if (needsAll(scene) || !scroll(scene) || isMostlyDirty())
         paintAll(scene);
     else
@@ -105,7 +106,9 @@ ViewCanvas::Work ViewCanvas::updateSome(const Scene& scene, const QDeadlineTimer
     } else if (m_dirty.empty()) {
         return Work::None;
     }
+    m_painter.keepThreads(true);
     paintDirtyParts(scene, deadline);
+    m_painter.keepThreads(!m_dirty.empty());
     return m_dirty.empty() ? Work::Done : Work::Left;
 }
 

@@ -68,9 +68,11 @@ public:
     };
 
     // Does a part of the work of update(): stops after the first part of the picture that ends later than `deadline`. A
-    // new picture comes in bands; meanwhile the old one stays where it fits.
+    // new picture comes in bands; meanwhile the old one stays where it fits. While work is left, the threads of
+    // setThreads() wait for more; pause() ends them.
     enum class Work { None, Done, Left }; // the picture was up to date, is up to date now, or is not yet
     [[nodiscard]] Work updateSome(const Scene& scene, const QDeadlineTimer& deadline, Bands bands = TopDown);
+    void pause() { m_painter.keepThreads(false); }
 
     // Returns whether update() would have to paint all of it anew.
     [[nodiscard]] bool needsAll(const Scene& scene) const;
