@@ -115,17 +115,20 @@ ElementGrid::Cells ElementGrid::cellsWithin(const QRectF& area) const
 // Marks what touches some cells.
 void ElementGrid::mark(const Cells& cells, Marks& marks) const
 {
-    visit(cells, [&](std::size_t cell) {
-        for (std::uint32_t i = m_starts[cell]; i < m_starts[cell + 1]; ++i)
-            marks.set(m_places[i]);
-    });
+    if (cells.left > cells.right)
+        return;
+    for (int row = cells.top; row <= cells.bottom; ++row) {
+        const std::size_t first = std::size_t(row) * m_columns;
+        const std::uint32_t start = m_starts[first + cells.left]; // the cells of a row follow each other
+        marks.set(m_places.data() + start, m_starts[first + cells.right + 1] - start);
+    }
 }
 
 // Marks what touches the cells of a range outside of a range within it, which may be empty. A rectangle that does so
 // may itself be outside.
 void ElementGrid::markAround(const Cells& within, const Cells& cells, Marks& marks) const
 {
-    std::for_each(m_large.begin(), m_large.end(), [&marks](std::uint32_t place) { marks.set(place); });
+    marks.set(m_large.data(), m_large.size());
     if (within.count() == 0) {
         mark(cells, marks);
         return;
@@ -165,9 +168,13 @@ void ElementGrid::find(const QRectF& area, const QRectF& inner, std::vector<Foun
     const std::size_t end = std::max(search.touched.end(), search.atEdge.end());
     for (std::size_t i = std::min(search.touched.first(), search.atEdge.first()); i < end; ++i) {
         const std::uint64_t edge = search.atEdge.word(i);
-        for (std::uint64_t marks = search.touched.word(i) | edge; marks != 0; marks &= marks - 1) {
+        std::uint64_t marks = search.touched.word(i) | edge;
+        const int first = static_cast<int>(i * Marks::Bits);
+        const std::size_t count = found.size();
+        found.resize(count + qPopulationCount(static_cast<quint64>(marks)));
+        for (Found* next = found.data() + count; marks != 0; marks &= marks - 1) {
             const int bit = lowestBit(marks);
-            found.push_back({static_cast<int>(i * Marks::Bits) + bit, ((edge >> bit) & 1) == 0});
+            *next++ = {first + bit, ((edge >> bit) & 1) == 0};
         }
     }
     search.touched.clear();

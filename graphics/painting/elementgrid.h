@@ -34,12 +34,20 @@ public:
 
         void makeRoomFor(int count) { m_words.resize(static_cast<std::size_t>(count) / Bits + 1); }
 
-        void set(std::uint32_t place)
+        void set(const std::uint32_t* places, std::size_t count)
         {
-            const std::size_t word = place / Bits;
-            m_words[word] |= std::uint64_t(1) << place % Bits;
-            m_first = std::min(m_first, word);
-            m_end = std::max(m_end, word + 1);
+            std::uint64_t* const words = m_words.data();
+            std::uint32_t lowest = std::numeric_limits<std::uint32_t>::max();
+            std::uint32_t highest = 0;
+            for (const std::uint32_t* place = places; place != places + count; ++place) {
+                words[*place / Bits] |= std::uint64_t(1) << *place % Bits;
+                lowest = std::min(lowest, *place);
+                highest = std::max(highest, *place);
+            }
+            if (count == 0)
+                return;
+            m_first = std::min<std::size_t>(m_first, lowest / Bits);
+            m_end = std::max<std::size_t>(m_end, highest / Bits + 1);
         }
 
         [[nodiscard]] std::uint64_t word(std::size_t index) const { return m_words[index]; }
