@@ -358,12 +358,8 @@ const ZELGraphicItemAttribute* SceneElements::topmostTouching(const QRectF& area
 
 std::vector<int> SceneElements::idsTouching(const QRectF& area)
 {
-    if (isPlain()) {
-        std::vector<int> ids = placesTouching(area);
-        for (int& entry : ids)
-            entry = m_displayList.primitive(entry).elementId;
-        return ids;
-    }
+    if (isPlain())
+        return picking::idsTouching(displayList(), area, pendingTest());
     const AttributeRegistry& attributes = DrawingController::current().attributes();
     std::vector<int> ids;
     const QList<QGraphicsItem*> found = m_scene.items(area, Qt::IntersectsItemShape);
@@ -382,17 +378,13 @@ std::function<bool(int)> SceneElements::pendingTest() const
     return [this](int place) { return isPendingAt(place); };
 }
 
-std::vector<int> SceneElements::placesTouching(const QRectF& area)
-{
-    return picking::placesTouching(displayList(), area, pendingTest());
-}
-
 QList<QGraphicsItem*> SceneElements::itemsSpanning(const QRectF& area)
 {
     if (!isPlain() || !m_index.hasLatent())
         return m_scene.items(area, Qt::IntersectsItemShape);
+    DisplayList& list = displayList();
     QList<QGraphicsItem*> items;
-    for (int place : picking::outermost(displayList(), placesTouching(area)))
+    for (int place : picking::outermost(list, picking::placesTouching(list, area, pendingTest())))
         items.append(m_displayList.element(place)->graphicsItem());
     return items;
 }

@@ -124,7 +124,6 @@ private:
     void takeOverState(ChipElement& element);
     [[nodiscard]] bool isPendingAt(int place) const;
     [[nodiscard]] std::function<bool(int)> pendingTest() const;
-    [[nodiscard]] std::vector<int> placesTouching(const QRectF& area);
     void repaintByItems(const std::vector<ChipElement*>& elements);
     void forgetPictures();
     void synchroniseFew();

@@ -103,11 +103,15 @@ public:
     {
         const int place = found.place;
         const Primitive& primitive = m_list.primitive(place);
+        // An element inside the area needs no test of its shape unless it is flat, and those with an area have their
+        // shape from the beginning.
+        const bool isCertain = found.isInside && !primitive.isFlat();
+        if (isCertain && isArea(primitive))
+            return true;
         if (m_isPending && m_isPending(place))
             return isArea(primitive) || m_list.knownElement(place) ? touches(m_list.element(place), m_path)
                                                                    : m_pending.touch(primitive, m_path);
-        // An element inside the area needs no test of its shape unless it is flat.
-        if (found.isInside && !primitive.isFlat())
+        if (isCertain)
             return true;
         const QRectF bounds = m_list.boundsOf(place);
         const double margin = primitive.kind == Primitive::Text ? TextMargin : Hair;
@@ -125,6 +129,21 @@ private:
     QPainterPath m_path;
     PendingShapes m_pending;
 };
+
+// Returns a value for each place that touches an area, the topmost first.
+template <typename ValueOf>
+std::vector<int> valuesTouching(DisplayList& list, const QRectF& area, const IsPending& isPending, ValueOf valueOf)
+{
+    const std::vector<ElementGrid::Found>& all = list.foundIn(area, area);
+    TouchTest isTouched(list, area, isPending);
+    std::vector<int> values;
+    values.reserve(all.size());
+    for (auto found = all.rbegin(); found != all.rend(); ++found) {
+        if (isTouched(*found))
+            values.push_back(valueOf(found->place));
+    }
+    return values;
+}
 
 } // namespace
 
@@ -160,15 +179,12 @@ int topmostTouching(DisplayList& list, const QRectF& area, const IsPending& isPe
 
 std::vector<int> placesTouching(DisplayList& list, const QRectF& area, const IsPending& isPending)
 {
-    const std::vector<ElementGrid::Found>& all = list.foundIn(area, area);
-    TouchTest isTouched(list, area, isPending);
-    std::vector<int> places;
-    places.reserve(all.size());
-    for (auto found = all.rbegin(); found != all.rend(); ++found) {
-        if (isTouched(*found))
-            places.push_back(found->place);
-    }
-    return places;
+    return valuesTouching(list, area, isPending, [](int place) { return place; });
+}
+
+std::vector<int> idsTouching(DisplayList& list, const QRectF& area, const IsPending& isPending)
+{
+    return valuesTouching(list, area, isPending, [&list](int place) { return list.primitive(place).elementId; });
 }
 
 std::vector<int> outermost(DisplayList& list, const std::vector<int>& places)

@@ -35,8 +35,10 @@ using IsWanted = std::function<bool(const Primitive& primitive)>;
 [[nodiscard]] int topmostTouching(
     DisplayList& list, const QRectF& area, const IsPending& isPending, const IsWanted& isWanted);
 
-// Like QGraphicsScene::items() with Qt::IntersectsItemShape: returns the places of the elements, topmost first.
+// Like QGraphicsScene::items() with Qt::IntersectsItemShape: returns the places or the ids of the elements, topmost
+// first.
 [[nodiscard]] std::vector<int> placesTouching(DisplayList& list, const QRectF& area, const IsPending& isPending);
+[[nodiscard]] std::vector<int> idsTouching(DisplayList& list, const QRectF& area, const IsPending& isPending);
 
 // Returns a few of these places whose elements together span the same area as all of them.
 [[nodiscard]] std::vector<int> outermost(DisplayList& list, const std::vector<int>& places);
