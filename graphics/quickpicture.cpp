@@ -102,7 +102,7 @@ std::unique_ptr<ViewCanvas>* QuickPicture::readyFor(const ViewCanvas::Scene& sce
 void QuickPicture::draw(QPainter& painter, const ViewCanvas& shown, const ViewCanvas::Scene& scene)
 {
     if (!m_next)
-        m_next = std::make_unique<ViewCanvas>(m_list);
+        m_next = std::make_unique<ViewCanvas>(m_list, shown.memory());
     m_next->setThreads(m_threads);
     painter.fillRect(QRect(QPoint(), scene.size), scene.background);
     if (m_coarseVersion == scene.listVersion && scaleOf(scene.toPicture) < scaleOf(shown.toPicture())) {

@@ -109,7 +109,7 @@ void StatePictures::setAside(const ViewCanvas::Scene& scene)
         return;
     std::swap(m_shown, m_other);
     if (!m_shown.canvas)
-        m_shown.canvas = std::make_unique<ViewCanvas>(m_elements.displayList());
+        m_shown.canvas = std::make_unique<ViewCanvas>(m_elements.displayList(), m_other.canvas->memory());
 }
 
 bool StatePictures::update(const ViewCanvas::Scene& scene)

@@ -63,8 +63,8 @@ public:
     [[nodiscard]] bool isExact() const;
 
     // How many threads paint a picture with many elements, that of the paint event included: 1 unless the host sets
-    // more. The others begin and end within the paint event, or wait between two slices (see zoomApproximately()) and end
-    // with the last. They touch pixels and nothing of the host's or Qt's. A number below 1 counts as 1.
+    // more. The others begin and end within the paint event, or wait between two slices (see zoomApproximately()) and
+    // end with the last. They touch pixels and nothing of the host's or Qt's. A number below 1 counts as 1.
     void setPaintThreads(int count);
     [[nodiscard]] int paintThreads() const;
 

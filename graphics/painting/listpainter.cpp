@@ -5,8 +5,10 @@
 #include "graphics/painting/bandpainter.h"
 #include "graphics/painting/paintjob.h"
 #include "graphics/painting/paintthreads.h"
+#include "graphics/painting/text/glyphmasks.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace mirn::zelchipview {
 
@@ -22,15 +24,19 @@ constexpr int LeastBandHeight = 16; // pixels
 
 struct ListPainter::Memory
 {
+    explicit Memory(const TextLabels& labels) // not owned
+        : shaper(labels)
+        , masks(shaper)
+    { }
+
+    TextShaper shaper;
+    GlyphMasks masks;
     std::vector<PaintJob::Space> spaces; // of each band
-    std::unique_ptr<PaintThreads> threads; // without the calling one
 };
 
-ListPainter::ListPainter(DisplayList& list)
+ListPainter::ListPainter(DisplayList& list, std::shared_ptr<Memory> memory)
     : m_list(list)
-    , m_shaper(list.labels())
-    , m_masks(m_shaper)
-    , m_memory(std::make_unique<Memory>())
+    , m_memory(memory ? std::move(memory) : std::make_shared<Memory>(list.labels()))
 { }
 
 ListPainter::~ListPainter() = default;
@@ -38,7 +44,7 @@ ListPainter::~ListPainter() = default;
 void ListPainter::setThreads(int count)
 {
     if (count != m_threads)
-        m_memory->threads.reset();
+        m_helpers.reset();
     m_threads = count;
 }
 
@@ -46,24 +52,24 @@ void ListPainter::keepThreads(bool isOn)
 {
     m_keepsThreads = isOn;
     if (!isOn)
-        m_memory->threads.reset();
+        m_helpers.reset();
 }
 
 void ListPainter::paint(const Target& target, const QList<int>& layers, const States& states)
 {
-    if (m_shaper.setViewFont(target.viewFont))
-        m_masks.clear();
-    m_masks.setScale(target.sceneToImage.m11() * paintrules::TextItemScale);
+    if (m_memory->shaper.setViewFont(target.viewFont))
+        m_memory->masks.clear();
+    m_memory->masks.setScale(target.sceneToImage.m11() * paintrules::TextItemScale);
     std::vector<char> isShown;
     for (int layer : m_list.layers())
         isShown.push_back(layers.contains(layer));
-    const PaintJob::Sources sources{m_list, m_shaper, m_masks, states, isShown};
+    const PaintJob::Sources sources{m_list, m_memory->shaper, m_memory->masks, states, isShown};
     const int bands = bandsFor(target);
     m_memory->spaces.resize(std::max(m_memory->spaces.size(), static_cast<std::size_t>(bands)));
     if (bands > 1) {
-        if (!m_memory->threads)
-            m_memory->threads = std::make_unique<PaintThreads>(m_threads - 1);
-        BandPainter(sources, target, m_memory->spaces, bands).paint(*m_memory->threads);
+        if (!m_helpers)
+            m_helpers = std::make_unique<PaintThreads>(m_threads - 1);
+        BandPainter(sources, target, m_memory->spaces, bands).paint(*m_helpers);
         keepThreads(m_keepsThreads);
         return;
     }

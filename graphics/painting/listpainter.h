@@ -3,7 +3,6 @@
 
 #include "graphics/painting/displaylist.h"
 #include "graphics/painting/painttarget.h"
-#include "graphics/painting/text/glyphmasks.h"
 
 #include <QList>
 #include <QRect>
@@ -15,6 +14,8 @@
 
 namespace mirn::zelchipview {
 
+class PaintThreads;
+
 // Paints a display list into an image. The result equals what the elements' items would paint one by one. Frequent
 // shapes go straight into the pixels, everything unusual through QPainter. The view's canvas owns the painter.
 class ListPainter final
@@ -23,8 +24,15 @@ public:
     using States = PaintStates;
     using Target = PaintTarget;
 
-    explicit ListPainter(DisplayList& list); // not owned
+    // What painters keep from paint to paint: texts that are ready to be drawn, and memory. Painters of one list may
+    // share it if they do not paint at the same time.
+    struct Memory;
+
+    // The list is not owned. Without a memory the painter makes its own.
+    explicit ListPainter(DisplayList& list, std::shared_ptr<Memory> memory = {});
     ~ListPainter();
+
+    [[nodiscard]] const std::shared_ptr<Memory>& memory() const { return m_memory; }
 
     // How many threads paint a part with many elements, the calling one included; 1 at first. The others last as long
     // as the paint, or wait for the next one if they are kept, because a new thread may have to wait for a processor
@@ -48,12 +56,9 @@ public:
 private:
     [[nodiscard]] int bandsFor(const Target& target) const;
 
-    struct Memory; // of the jobs, kept from paint to paint
-
     DisplayList& m_list;
-    TextShaper m_shaper;
-    GlyphMasks m_masks;
-    const std::unique_ptr<Memory> m_memory;
+    const std::shared_ptr<Memory> m_memory;
+    std::unique_ptr<PaintThreads> m_helpers; // without the calling thread
     int m_threads = 1;
     bool m_keepsThreads = false;
 };

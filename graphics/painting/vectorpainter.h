@@ -2,6 +2,7 @@
 #pragma once
 
 #include "graphics/painting/listpainter.h"
+#include "graphics/painting/text/textshaper.h"
 
 #include <functional>
 

@@ -49,9 +49,9 @@ void fillPart(QImage& image, const QRect& part, QRgb color)
 
 } // namespace
 
-ViewCanvas::ViewCanvas(DisplayList& list)
+ViewCanvas::ViewCanvas(DisplayList& list, std::shared_ptr<ListPainter::Memory> memory)
     : m_list(list)
-    , m_painter(list)
+    , m_painter(list, std::move(memory))
 { }
 
 void ViewCanvas::invalidate()

@@ -13,6 +13,7 @@
 #include <QTransform>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace mirn::zelchipview {
@@ -45,7 +46,9 @@ public:
         double smallestText = 0; // pixels; texts in a smaller size are left out
     };
 
-    explicit ViewCanvas(DisplayList& list); // not owned
+    // The list is not owned. See ListPainter for the memory.
+    explicit ViewCanvas(DisplayList& list, std::shared_ptr<ListPainter::Memory> memory = {});
+    [[nodiscard]] const std::shared_ptr<ListPainter::Memory>& memory() const { return m_painter.memory(); }
 
     // See ListPainter::setThreads().
     void setThreads(int count) { m_painter.setThreads(count); }
