@@ -13,7 +13,7 @@ void addPeerBenchmarks(int elements);
 void addPickingBenchmarks(int elements);
 void addPlanningBenchmarks(int elements);
 void addProgramBenchmarks(int elements);
-void addResourceBenchmarks(int elements); // the last on the window, because its rows stay in the tree
+void addResourceBenchmarks(int elements);
 void addStateBenchmarks(int elements);
 void addWindowChecks(int elements);
 

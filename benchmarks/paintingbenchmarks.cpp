@@ -71,21 +71,18 @@ void paintAll(benchmark::State& state, Device& device, double zoom)
     state.counters["further paints"] = further;
 }
 
-// The same with two threads, by the clock on the wall.
+// The same with two threads, both sides by the clock on the wall.
 void paintAllByTwo(benchmark::State& state, Device& device)
 {
     ChipWindow& window = device.window();
     window.show(1.0);
     window.settle();
-    window.view()->setPaintThreads(2);
-    for (auto _ : state) {
-        state.SetIterationTime(wallSecondsOf([&window] {
-            window.changeScaleALittle();
-            window.repaint();
-        }));
-        checkPaintedOnce(state, window.painted().take());
-        window.settle();
-    }
+    Side bare = bareSide(device);
+    bare.act = [paint = bare.act] { return wallSecondsOf(paint); };
+    Side full{[&] { return wallSecondsOf([&] { (void)secondsOfRepaint(state, window); }); }, 1, {}, {}};
+    full.prepare = [&window] { window.view()->setPaintThreads(2); };
+    full.restore = [&window] { window.settle(); };
+    measureInTurns(state, bare, full);
     window.view()->setPaintThreads(1);
 }
 
@@ -240,7 +237,7 @@ void addPaintingBenchmarks(int elements)
         addPairs(
             zoom.full, elements, [=](benchmark::State& state) { paintAll(state, Device::ofSize(elements), factor); });
     }
-    add("full repaint by two threads", elements,
+    addPairs("full repaint by two threads", elements,
         [=](benchmark::State& state) { paintAllByTwo(state, Device::ofSize(elements)); });
     add("items one by one at fit", elements,
         [=](benchmark::State& state) { paintItems(state, Device::ofSize(elements)); });

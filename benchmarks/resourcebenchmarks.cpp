@@ -56,7 +56,7 @@ void refreshTree(ChipWindow& window)
 // Returns the window with all rows, their branch open, and nothing left to paint.
 ChipWindow& windowWithRows(Device& device)
 {
-    ChipWindow& window = device.window();
+    ChipWindow& window = device.windowForRows();
     window.show(1.0);
     QTreeWidget& tree = treeOf(window);
     if (tree.topLevelItemCount() != 1 || tree.topLevelItem(0)->childCount() != Rows) {

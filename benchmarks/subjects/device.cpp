@@ -92,6 +92,8 @@ const SVGParser& Device::parsed()
 
 ChipWindow& Device::window()
 {
+    if (m_hasRows)
+        closeWindow();
     if (!m_window) {
         m_window = std::make_unique<ChipWindow>(drawingFile(), folder());
         if (!m_window->load())
@@ -103,6 +105,16 @@ ChipWindow& Device::window()
 void Device::closeWindow()
 {
     m_window.reset();
+    m_hasRows = false;
+}
+
+ChipWindow& Device::windowForRows()
+{
+    if (m_hasRows)
+        return *m_window;
+    ChipWindow& empty = window();
+    m_hasRows = true;
+    return empty;
 }
 
 const BarePainter& Device::bare()
