@@ -18,12 +18,6 @@ constexpr int BorderBreadth = 2; // width in pixels of the strips along the pict
 
 constexpr double LongEdge = 64; // pixels; the opacity of a cut-off edge depends on the length that is left of it
 
-// Above this dirty share of the picture, repainting all of it is no more work than repainting the parts.
-constexpr double MostDirty = 0.7;
-
-// Up to this many times the pixels of some parts, the rectangle around them is painted instead.
-constexpr double MostWaste = 2;
-
 bool isSameScale(const QTransform& a, const QTransform& b)
 {
     return a.m11() == b.m11() && a.m12() == b.m12() && a.m21() == b.m21() && a.m22() == b.m22() && a.m13() == b.m13()
@@ -58,38 +52,31 @@ void ViewCanvas::invalidate()
 {
     m_isValid = false;
     m_dirty.clear();
-    m_dirtyPixels = 0;
 }
 
-// Elements that lie close together are painted in one go. While nothing is painted, the number of dirty parts must not
-// grow without limit.
+// While nothing is painted, the number of dirty parts must not grow without limit.
 void ViewCanvas::invalidate(const std::vector<int>& places)
 {
     if (!m_isValid)
         return;
-    const std::size_t before = m_dirty.size();
-    const double pixelsBefore = m_dirtyPixels;
-    QRect around;
+    const QRectF picture(m_picture.rect());
+    std::vector<QRect> parts;
     for (int place : places) {
         if (place < 0)
             continue;
-        mark(enlarged(m_toPicture.mapRect(m_list.boundsOf(place)), PenMargin), QPoint());
-        if (m_dirty.size() > before)
-            around |= m_dirty.back();
+        const QRectF part = enlarged(m_toPicture.mapRect(m_list.boundsOf(place)), PenMargin) & picture;
+        if (!part.isEmpty())
+            parts.push_back(part.toAlignedRect());
     }
-    if (double(around.width()) * around.height() <= MostWaste * (m_dirtyPixels - pixelsBefore)) {
-        m_dirty.resize(before);
-        m_dirtyPixels = pixelsBefore;
-        mark(around);
-    }
-    if (isMostlyDirty())
+    m_dirty.add(parts, m_picture.size());
+    if (m_dirty.areMostOf(m_picture.size()))
         invalidate();
 }
 
 void ViewCanvas::update(const Scene& scene)
 {
     pause();
-    if (needsAll(scene) || !scroll(scene) || isMostlyDirty())
+    if (needsAll(scene) || !scroll(scene) || m_dirty.areMostOf(m_picture.size()))
         paintAll(scene);
     else
         paintDirtyParts(scene, QDeadlineTimer(QDeadlineTimer::Forever));
@@ -103,28 +90,29 @@ ViewCanvas::Work ViewCanvas::updateSome(const Scene& scene, const QDeadlineTimer
         if (isElsewhere)
             m_picture.fill(scene.background);
         divide(bands);
-    } else if (m_dirty.empty()) {
+    } else if (m_dirty.isEmpty()) {
         return Work::None;
     }
     m_painter.keepThreads(true);
     paintDirtyParts(scene, deadline);
-    m_painter.keepThreads(!m_dirty.empty());
-    return m_dirty.empty() ? Work::Done : Work::Left;
+    m_painter.keepThreads(!m_dirty.isEmpty());
+    return m_dirty.isEmpty() ? Work::Done : Work::Left;
 }
 
 // What comes first is at the end, where paintDirtyParts() begins.
 void ViewCanvas::divide(Bands bands)
 {
+    std::vector<QRect> pieces;
     for (int bottom = m_picture.height(); bottom > 0; bottom -= bands.height) {
         const int top = std::max(0, bottom - bands.height);
-        m_dirty.emplace_back(0, top, m_picture.width(), bottom - top);
+        pieces.emplace_back(0, top, m_picture.width(), bottom - top);
     }
-    if (bands.order == Order::TopFirst)
-        return;
     const int middle = m_picture.height() / 2;
-    std::sort(m_dirty.begin(), m_dirty.end(), [middle](const QRect& a, const QRect& b) {
-        return std::abs(a.center().y() - middle) > std::abs(b.center().y() - middle);
-    });
+    if (bands.order == Order::MiddleFirst)
+        std::sort(pieces.begin(), pieces.end(), [middle](const QRect& a, const QRect& b) {
+            return std::abs(a.center().y() - middle) > std::abs(b.center().y() - middle);
+        });
+    m_dirty.setPieces(std::move(pieces));
 }
 
 bool ViewCanvas::needsAll(const Scene& scene) const
@@ -140,7 +128,7 @@ bool ViewCanvas::hasBegun(const Scene& scene) const
 QRegion ViewCanvas::finished() const
 {
     QRegion region(m_picture.rect());
-    for (const QRect& part : m_dirty)
+    for (const QRect& part : m_dirty.all())
         region -= part;
     return m_isValid ? region : QRegion();
 }
@@ -221,8 +209,7 @@ bool ViewCanvas::scroll(const Scene& scene)
         return false;
     const QPoint way(static_cast<int>(dx), static_cast<int>(dy));
     m_origin = QPoint(wrapped(m_origin.x() - way.x(), width), wrapped(m_origin.y() - way.y(), height));
-    for (QRect& part : m_dirty)
-        part.translate(way);
+    m_dirty.move(way);
     const std::vector<QRect> borders = edgeStripsFor(way);
     invalidateClippedShapes(borders, way, way); // the areas that they covered before, moved along
     m_toPicture = scene.toPicture;
@@ -314,15 +301,7 @@ void ViewCanvas::mark(const QRectF& part, QPoint way)
 
 void ViewCanvas::mark(const QRect& part)
 {
-    if (part.isEmpty())
-        return;
-    m_dirty.push_back(part);
-    m_dirtyPixels += double(part.width()) * part.height();
-}
-
-bool ViewCanvas::isMostlyDirty() const
-{
-    return m_dirtyPixels > MostDirty * m_picture.width() * m_picture.height();
+    m_dirty.add(part);
 }
 
 // Takes over what the picture depends on; all of it has to be painted then.
@@ -352,12 +331,11 @@ void ViewCanvas::paintAll(const Scene& scene)
 
 void ViewCanvas::paintDirtyParts(const Scene& scene, const QDeadlineTimer& deadline)
 {
-    if (!m_dirty.empty() && m_scratch.size() != m_picture.size())
+    if (!m_dirty.isEmpty() && m_scratch.size() != m_picture.size())
         m_scratch = QImage(m_picture.size(), QImage::Format_RGB32);
     QRect last;
-    while (!m_dirty.empty()) { // from the back: the large parts come last
-        const QRect part = m_dirty.back() & m_picture.rect();
-        m_dirty.pop_back();
+    while (!m_dirty.isEmpty()) { // from the back: the large parts come last
+        const QRect part = m_dirty.takeLast() & m_picture.rect();
         if (part.isEmpty() || last.contains(part))
             continue;
         last = part;
@@ -366,8 +344,6 @@ void ViewCanvas::paintDirtyParts(const Scene& scene, const QDeadlineTimer& deadl
         if (deadline.hasExpired())
             break;
     }
-    if (m_dirty.empty())
-        m_dirtyPixels = 0;
 }
 
 void ViewCanvas::copyFromScratch(const QRect& part)

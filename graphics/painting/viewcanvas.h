@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "graphics/painting/dirtyparts.h"
 #include "graphics/painting/listpainter.h"
 
 #include <QBrush>
@@ -83,7 +84,7 @@ public:
     // Returns what of the picture is up to date, and whether all of it is. hasBegun() returns whether the picture is of
     // this scene, however much of it is up to date.
     [[nodiscard]] QRegion finished() const;
-    [[nodiscard]] bool isFinished() const { return m_isValid && m_dirty.empty(); }
+    [[nodiscard]] bool isFinished() const { return m_isValid && m_dirty.isEmpty(); }
     [[nodiscard]] bool hasBegun(const Scene& scene) const;
 
     // The scale, place and display list that the picture was painted with.
@@ -117,7 +118,6 @@ private:
     void markEdges(const QRectF& rect, double reach, QPoint way);
     void mark(const QRectF& part, QPoint way);
     void mark(const QRect& part);
-    [[nodiscard]] bool isMostlyDirty() const;
     void begin(const Scene& scene);
     void divide(Bands bands);
     void paintAll(const Scene& scene);
@@ -131,8 +131,7 @@ private:
     QPoint m_origin;
     QImage m_scratch; // parts are painted here, because a clip would change what QPainter draws
     bool m_isValid = false;
-    std::vector<QRect> m_dirty; // parts of the picture
-    double m_dirtyPixels = 0; // the sum over all parts; overlaps count twice
+    DirtyParts m_dirty;
 
     // The values that the picture was painted with.
     QTransform m_toPicture;
