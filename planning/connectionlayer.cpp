@@ -34,6 +34,9 @@ constexpr int FadedAlpha = 110; // at the open end of a stub
 constexpr double BendShare = 0.14; // how far a curve leaves the straight line, as a share of its length
 constexpr double LargestBend = 42;
 
+constexpr std::size_t MostUpdatedOneByOne = 16;
+constexpr int ReachOfLine = static_cast<int>(LargestBend + StrongDot + HaloBreadth) + 2; // around the straight line
+
 const QVector<qreal> StubDashes{3.0, 2.5}; // in widths of the line
 const QColor Halo(255, 255, 255, 170);
 
@@ -77,17 +80,29 @@ ConnectionLayer::ConnectionLayer(QGraphicsView* view)
 
 void ConnectionLayer::setLines(std::vector<PlanLine> lines, Style style)
 {
-    if (lines.empty() && m_lines.empty())
-        return;
-    m_lines = std::move(lines);
     // A broken rule is not to be covered by lines that are in order.
-    std::stable_partition(m_lines.begin(), m_lines.end(), [](const PlanLine& line) { return !line.isBroken; });
+    std::stable_partition(lines.begin(), lines.end(), [](const PlanLine& line) { return !line.isBroken; });
+    if (lines == m_lines && (style == m_style || lines.empty()))
+        return;
+    updateLines();
+    m_lines = std::move(lines);
     m_style = style;
     m_ahead.stop();
     if (hasFewLines())
         m_picture = LinePicture(); // which takes much memory
     m_picture.invalidate();
-    update();
+    updateLines();
+}
+
+// A few lines leave most of the view as it is.
+void ConnectionLayer::updateLines()
+{
+    if (m_lines.size() > MostUpdatedOneByOne) {
+        update();
+        return;
+    }
+    for (const PlanLine& line : m_lines)
+        update(QRectF(line.from, line.to).normalized(), ReachOfLine);
 }
 
 bool ConnectionLayer::hasFewLines() const

@@ -41,6 +41,7 @@ public:
 
 private:
     [[nodiscard]] bool hasFewLines() const;
+    void updateLines();
     [[nodiscard]] QList<int> visibleLayers() const;
     void paintPicture(QPainter& painter, const QRect& exposed);
     void paintThinLines(QPainter& painter) const;

@@ -21,6 +21,7 @@ namespace mirn::zelchipview {
 namespace {
 
 constexpr double LeastMagnification = 4.0;
+constexpr double MagnificationAhead = 2.0; // from which on the map is painted, so that it is there when it is wanted
 constexpr int LongestSide = 220; // pixels, with the border; so are all lengths here
 constexpr int ShortestSide = 24;
 constexpr double LargestShare = 1.0 / 3; // of the viewport, in each direction
@@ -178,7 +179,8 @@ void OverviewMap::paintPicture(int milliseconds)
 
 void OverviewMap::showOrHide()
 {
-    setVisible(m_parts->isOn && m_parts->isComplete && !m_parts->place.isEmpty() && !m_parts->isUnderDrag);
+    setVisible(m_parts->isOn && m_parts->isComplete && !m_parts->place.isEmpty() && !m_parts->isUnderDrag
+        && m_parts->picture.magnification() >= LeastMagnification);
 }
 
 // Scrolling the viewport moves its children. Moved back after that, the map keeps its pixels.
@@ -190,10 +192,10 @@ void OverviewMap::stay()
     update(); // for the frame, in the same paint as the drawing
 }
 
-// Empty if the map is not wanted now.
+// Empty if the map is neither wanted now nor will be after the next steps of a zoom.
 QSize OverviewMap::sizeOnViewport() const
 {
-    if (!m_parts->isOn || !m_parts->picture.hasDrawing() || m_parts->picture.magnification() < LeastMagnification)
+    if (!m_parts->isOn || !m_parts->picture.hasDrawing() || m_parts->picture.magnification() < MagnificationAhead)
         return {};
     const QSizeF most = QSizeF(m_parts->view.viewport()->size()) * LargestShare;
     const QSize size = m_parts->picture.area()

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QLineF>
 
+#include <tuple>
 #include <utility>
 
 namespace mirn::zelchipview {
@@ -22,6 +23,15 @@ QString lineText(const char* source)
 }
 
 } // namespace
+
+bool PlanLine::operator==(const PlanLine& other) const
+{
+    const auto all = [](const PlanLine& line) {
+        return std::make_tuple(line.from.x(), line.from.y(), line.to.x(), line.to.y(), line.connection, line.kind,
+            line.isBroken, line.isStub, line.fromLayer, line.toLayer);
+    };
+    return all(*this) == all(other);
+}
 
 PlanLines::PlanLines(SiteAreas& areas, Candidates candidates)
     : m_areas(areas)

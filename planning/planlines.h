@@ -33,6 +33,8 @@ struct PlanLine
     bool isStub = false; // it leads from the placed end towards the nearest site that would take the other one
     int fromLayer = 0; // those that the ends are on, which may be hidden
     int toLayer = 0;
+
+    [[nodiscard]] bool operator==(const PlanLine& other) const;
 };
 
 // With more lines than these no stubs are made: they could not be told apart, and finding them takes long.

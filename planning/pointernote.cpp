@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "planning/pointernote.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QToolTip>
 
 #include <algorithm>
@@ -36,7 +38,7 @@ PointerNote::PointerNote(QWidget* window)
 
 void PointerNote::showAt(const QString& text, QPoint globalPosition)
 {
-    m_fading.stop();
+    stopFading();
     setVisible(!text.isEmpty());
     if (text.isEmpty())
         return;
@@ -61,8 +63,36 @@ void PointerNote::showForAWhile(const QString& text, QPoint globalPosition)
 
 void PointerNote::fade()
 {
-    if (!isHidden())
-        m_fading.start();
+    if (isHidden())
+        return;
+    m_fading.start();
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool PointerNote::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::KeyPress:
+    case QEvent::Wheel:
+        hide();
+        break;
+    default:
+        break;
+    }
+    return QLabel::eventFilter(watched, event);
+}
+
+void PointerNote::hideEvent(QHideEvent* event)
+{
+    stopFading();
+    QLabel::hideEvent(event);
+}
+
+void PointerNote::stopFading()
+{
+    m_fading.stop();
+    QCoreApplication::instance()->removeEventFilter(this);
 }
 
 } // namespace mirn::zelchipview

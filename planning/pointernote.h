@@ -20,13 +20,20 @@ public:
     // Shows the text beside a position on the screen, inside the window. An empty text hides the note at once.
     void showAt(const QString& text, QPoint globalPosition);
 
-    // Does the same, and hides the note after some seconds.
+    // Does the same, and has the note fade.
     void showForAWhile(const QString& text, QPoint globalPosition);
 
-    // Hides the note after some seconds, so that there is time to read it.
+    // Hides the note after some seconds, so that there is time to read it, or as soon as a button, a key or the wheel
+    // is used.
     void fade();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
 private:
+    void stopFading();
+
     QTimer m_fading;
 };
 
