@@ -161,6 +161,7 @@ struct PlanAids::Parts
     Connections connections = Connections::OfSelection;
     Marks marks;
     bool areAllCurrent = false; // whether the lines of all connections are shown as they are
+    bool areCandidatesCurrent = false; // whether the sites of `candidate` are
     bool areCandidatesShown = true;
 };
 
@@ -211,6 +212,7 @@ void PlanAids::refresh()
     m_parts->answers.reset();
     m_parts->sites.clear();
     m_parts->areAllCurrent = false;
+    m_parts->areCandidatesCurrent = false;
     update();
 }
 
@@ -275,7 +277,10 @@ void PlanAids::showCandidates()
 {
     Parts& parts = *m_parts;
     const std::string row = parts.areCandidatesShown ? parts.selectedRow() : std::string();
-    parts.candidate = parts.isUnplaced(row) ? row : std::string();
+    const std::string candidate = parts.isUnplaced(row) ? row : std::string();
+    if (std::exchange(parts.areCandidatesCurrent, true) && candidate == parts.candidate)
+        return;
+    parts.candidate = candidate;
     std::vector<SitePlace> candidates;
     if (!parts.candidate.empty()) {
         for (int site : parts.candidatesFor(parts.candidate)) {
