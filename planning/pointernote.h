@@ -28,6 +28,7 @@ public:
     void fade();
 
 protected:
+    // While the note fades, it watches the whole program.
     bool eventFilter(QObject* watched, QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 

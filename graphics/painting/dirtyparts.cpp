@@ -52,8 +52,8 @@ void DirtyParts::add(const std::vector<QRect>& parts, QSize picture)
     const int columns = picture.width() / TileSize + 1;
     std::vector<Tile> tiles(static_cast<std::size_t>(columns * (picture.height() / TileSize + 1)));
     const auto tileOf = [&](const QRect& part) -> Tile& {
-        const QPoint middle = part.center() / TileSize;
-        return tiles[static_cast<std::size_t>(middle.y() * columns + middle.x())];
+        const QPoint middle = part.center(); // QPoint's own division would round up as well
+        return tiles[static_cast<std::size_t>(middle.y() / TileSize * columns + middle.x() / TileSize)];
     };
     for (const QRect& part : parts) {
         Tile& tile = tileOf(part);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "graphics/painting/dirtyparts.h"
 #include "graphics/painting/viewcanvas.h"
 #include "graphics/quickpicture.h"
 #include "graphics/sceneelements.h"
@@ -579,6 +580,23 @@ private Q_SLOTS:
         QVERIFY(!quick.readyFor(now) && quick.readyFor(before)); // the user may zoom back
         quick.invalidate({0});
         QVERIFY(!quick.readyFor(before));
+    }
+
+    // A band over many small elements is painted in one go, wherever else something has changed.
+    void crowdedPartsBecomeOne()
+    {
+        std::vector<QRect> parts{QRect(Width - 9, Height - 9, 9, 9), QRect(5, Height / 2, 3, 3)};
+        for (int n = 0; n < 1000; ++n)
+            parts.emplace_back(300 + n % 40, 70 + n / 40, 6, 6);
+        DirtyParts dirty;
+        dirty.add(parts, QSize(Width, Height));
+        QVERIFY(dirty.all().size() < 8);
+        QRegion region;
+        for (const QRect& part : dirty.all())
+            region |= part;
+        for (const QRect& part : parts)
+            QVERIFY((QRegion(part) - region).isEmpty());
+        QVERIFY(!region.contains(QPoint(200, 200)) && !dirty.areMostOf(QSize(Width, Height)));
     }
 
     // However many elements change their states, and in whatever order, the picture is that of a fresh paint; going

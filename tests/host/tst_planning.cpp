@@ -183,6 +183,10 @@ private Q_SLOTS:
         QCOMPARE(planning.message(), "top/held is fixed on V0_1");
         const auto* note = planning.window->findChild<QLabel*>("pointerNote");
         QVERIFY(note->isVisible() && note->text() == planning.message());
+        QTest::mouseMove(planning.tree()->viewport(), QPoint(9, 9));
+        QVERIFY(note->isVisible());
+        QTest::keyClick(planning.tree(), Qt::Key_Down);
+        QVERIFY(!note->isVisible());
     }
 
     void lockIsSeenAndHeardAndHolds()
