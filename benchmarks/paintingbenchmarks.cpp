@@ -59,15 +59,17 @@ double secondsOfRepaint(benchmark::State& state, ChipWindow& window)
     return seconds;
 }
 
-void paintAll(benchmark::State& state, Device& device, double zoom)
+void paintAll(benchmark::State& state, Device& device, double zoom, int timesInTurn)
 {
     ChipWindow& window = device.window();
     window.show(zoom);
     window.settle();
     int further = 0;
-    Side full{[&] { return secondsOfRepaint(state, window); }, 1, {}, {}};
+    Side bare = bareSide(device);
+    bare.times = timesInTurn;
+    Side full{[&] { return secondsOfRepaint(state, window); }, timesInTurn, {}, {}};
     full.restore = [&] { further += window.settle(); };
-    measureInTurns(state, bareSide(device), full);
+    measureInTurns(state, bare, full);
     state.counters["further paints"] = further;
 }
 
@@ -228,14 +230,17 @@ void addPaintingBenchmarks(int elements)
         double factor;
         const char* bare;
         const char* full;
+        int timesInTurn;
     };
-    constexpr Zoom Zooms[] = {{1.0, "bare QPainter at fit", "full repaint at fit"},
-        {4.0, "bare QPainter at 4x", "full repaint at 4x"}, {30.0, "bare QPainter at 30x", "full repaint at 30x"}};
+    constexpr Zoom Zooms[] = {{1.0, "bare QPainter at fit", "full repaint at fit", 1},
+        {4.0, "bare QPainter at 4x", "full repaint at 4x", 5},
+        {30.0, "bare QPainter at 30x", "full repaint at 30x", 20}};
     for (const Zoom& zoom : Zooms) {
         const double factor = zoom.factor;
         add(zoom.bare, elements, [=](benchmark::State& state) { paintBare(state, Device::ofSize(elements), factor); });
-        addPairs(
-            zoom.full, elements, [=](benchmark::State& state) { paintAll(state, Device::ofSize(elements), factor); });
+        addPairs(zoom.full, elements, [factor, elements, times = zoom.timesInTurn](benchmark::State& state) {
+            paintAll(state, Device::ofSize(elements), factor, times);
+        });
     }
     addPairs("full repaint by two threads", elements,
         [=](benchmark::State& state) { paintAllByTwo(state, Device::ofSize(elements)); });

@@ -119,8 +119,8 @@ template <bool isAvx2> ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rec
     fillLargeRect(across, down, color);
 }
 
-// Blends ColumnsAtOnce pixels.
-ZEL_INLINE void Rasteriser::blendFew(int x, int y, QRgb color, const std::uint8_t* covered)
+// Blends ColumnsAtOnce pixels of each row from `top` to `bottom`, which must lie within the clip.
+ZEL_INLINE void Rasteriser::blendFew(int x, int top, int bottom, QRgb color, const std::uint8_t* covered)
 {
     std::uint32_t all = 0;
     std::memcpy(&all, covered, ColumnsAtOnce);
@@ -130,11 +130,15 @@ ZEL_INLINE void Rasteriser::blendFew(int x, int y, QRgb color, const std::uint8_
         PairChannels left;
         PairChannels right;
         pixelpair::spread(all, left, right);
-        QuadBlend(pixelpair::ofColor(color), left, right).apply(row(y) + x);
+        const QuadBlend few(pixelpair::ofColor(color), left, right);
+        for (int y = top; y <= bottom; ++y)
+            few.apply(row(y) + x);
         return;
     }
-    for (int i = 0; i < ColumnsAtOnce; ++i)
-        blend(x + i, y, color, covered[i]);
+    for (int y = top; y <= bottom; ++y) {
+        for (int i = 0; i < ColumnsAtOnce; ++i)
+            blend(x + i, y, color, covered[i]);
+    }
 }
 
 ZEL_INLINE void Rasteriser::drawAnyMask(const CoverageMask& mask, QRgb color)
@@ -143,7 +147,7 @@ ZEL_INLINE void Rasteriser::drawAnyMask(const CoverageMask& mask, QRgb color)
     for (int y = std::max(mask.y, m_clip.top()); y <= lastRow; ++y) {
         const std::uint8_t* covered = mask.coverage + static_cast<std::ptrdiff_t>(y - mask.y) * mask.width;
         for (int x = mask.x; x < mask.x + mask.width; x += ColumnsAtOnce, covered += ColumnsAtOnce)
-            blendFew(x, y, color, covered);
+            blendFew(x, y, y, color, covered);
     }
 }
 
@@ -152,17 +156,17 @@ ZEL_INLINE void Rasteriser::drawAnyStretched(const StretchedMask& stretched, QRg
     const CoverageMask& mask = stretched.mask;
     const int left = std::max(mask.x + stretched.column, m_clip.left());
     const int right = std::min(mask.x + stretched.column + stretched.moreColumns - 1, m_clip.right());
-    const int lastRow = std::min(mask.y + mask.height + stretched.moreRows - 1, m_clip.bottom());
-    for (int y = std::max(mask.y, m_clip.top()); y <= lastRow; ++y) {
-        const int below = y - mask.y;
-        const int maskRow = std::clamp(stretched.row, below - stretched.moreRows, below);
+    for (int maskRow = 0; maskRow < mask.height; ++maskRow) {
+        const int first = mask.y + maskRow + (maskRow > stretched.row ? stretched.moreRows : 0);
+        const int top = std::max(first, m_clip.top());
+        const int bottom = std::min(first + (maskRow == stretched.row ? stretched.moreRows : 0), m_clip.bottom());
         const std::uint8_t* covered = mask.coverage + static_cast<std::ptrdiff_t>(maskRow) * mask.width;
         for (int column = 0; column < stretched.column; column += ColumnsAtOnce)
-            blendFew(mask.x + column, y, color, covered + column);
-        if (left <= right)
+            blendFew(mask.x + column, top, bottom, color, covered + column);
+        for (int y = top; y <= bottom && left <= right; ++y)
             blendRow(left, right, y, color, covered[stretched.column]);
         for (int column = stretched.column; column < mask.width; column += ColumnsAtOnce)
-            blendFew(mask.x + stretched.moreColumns + column, y, color, covered + column);
+            blendFew(mask.x + stretched.moreColumns + column, top, bottom, color, covered + column);
     }
 }
 

@@ -90,7 +90,7 @@ private:
     template <bool isSteep> void straightLine(int start, int end, int across, const Stroke& stroke);
     template <bool isSteep> void scan(int start, int end, int across, int slope, const Stroke& stroke);
     template <bool isSteep> void step(int along, int across, int weight, const Stroke& stroke);
-    void blendFew(int x, int y, QRgb color, const std::uint8_t* covered);
+    void blendFew(int x, int top, int bottom, QRgb color, const std::uint8_t* covered);
     void blend(int x, int y, QRgb color, unsigned coverage);
     void blendRow(int left, int right, int y, QRgb color, unsigned coverage);
     void blendColumn(int x, int top, int bottom, QRgb color, unsigned coverage);
