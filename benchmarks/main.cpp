@@ -32,8 +32,8 @@ void dropComplaints(QtMsgType type, const QMessageLogContext& context, const QSt
         std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
 }
 
-// The tree's rows come before those that make an item of each element: the small pieces of memory that these leave
-// would be used again for the tree, in any order, as in no program that makes its items on demand.
+// The tree's rows come before those that make an item of each element. Items leave many small pieces of memory, which
+// the tree would then use in any order. A program that makes its items on demand has none.
 void addBenchmarks(int elements, bool hasPeer)
 {
     zelbench::addWindowChecks(elements);

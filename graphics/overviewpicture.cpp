@@ -77,7 +77,9 @@ ViewCanvas::Work OverviewPicture::update(QSize size, const QDeadlineTimer& deadl
         scene.background = scene.backgroundBrush.color();
     scene.smallestText = SmallestReadableText;
     m_pictures->shown().setThreads(m_view.paintThreads());
-    return m_pictures->updateSome(scene, deadline);
+    const ViewCanvas::Work work = m_pictures->updateSome(scene, deadline);
+    m_pictures->shown().pause(); // nobody may ask for the rest
+    return work;
 }
 
 void OverviewPicture::drawOn(QPainter& painter, const QPointF& position, qreal ratio) const

@@ -16,13 +16,14 @@ constexpr double Frame = 1000.0 / 60; // milliseconds that the screen shows a pi
 constexpr int SliceTime = 10; // milliseconds, after which events are looked at
 constexpr int TimeBetweenParts = 60; // milliseconds, after which what is finished is shown
 constexpr int LeastSliceHeight = 64; // pixels; enough for two threads
+constexpr int MostSliceHeight = 256; // because the cost may lie in a few rows
 constexpr int CoarseDivisor = 2;
 constexpr double Less = 0.95; // the share of a scale that is less than it
 constexpr double NanosecondsPerMillisecond = 1e6;
 
 double scaleOf(const QTransform& transform)
 {
-    return std::abs(transform.m11());
+    return std::hypot(transform.m11(), transform.m12());
 }
 
 } // namespace
@@ -59,9 +60,14 @@ void QuickPicture::pause()
 
 void QuickPicture::noteFullRepaint(double milliseconds, const ViewCanvas& shown)
 {
-    m_cost = milliseconds;
-    m_costScale = scaleOf(shown.toPicture());
+    noteCost(milliseconds, shown.toPicture());
     keepCoarse(shown);
+}
+
+void QuickPicture::noteCost(double milliseconds, const QTransform& toPicture)
+{
+    m_cost = milliseconds;
+    m_costScale = scaleOf(toPicture);
 }
 
 bool QuickPicture::isSlow() const
@@ -140,6 +146,7 @@ void QuickPicture::paintSlice()
         m_onScreen = QRegion();
         m_sinceShown.start();
     }
+    // One part takes about SliceTime, so a second one is begun only after a short one.
     const ViewCanvas::Work work = m_next->updateSome(
         scene, QDeadlineTimer(SliceTime / 2), {sliceHeight(scene), ViewCanvas::Order::MiddleFirst});
     m_spent += static_cast<double>(clock.nsecsElapsed()) / NanosecondsPerMillisecond;
@@ -157,7 +164,7 @@ void QuickPicture::paintSlice()
 int QuickPicture::sliceHeight(const ViewCanvas::Scene& scene) const
 {
     const double share = std::min(SliceTime / std::max(expectedCost(scene), 1.0), 1.0);
-    return std::max(static_cast<int>(scene.size.height() * share), LeastSliceHeight);
+    return std::clamp(static_cast<int>(scene.size.height() * share), LeastSliceHeight, MostSliceHeight);
 }
 
 // Showing a part takes time, by which the exact picture comes later.

@@ -48,6 +48,10 @@ public:
 
     // An exact repaint of everything took this long; `shown` is that picture.
     void noteFullRepaint(double milliseconds, const ViewCanvas& shown);
+    void noteCost(double milliseconds, const QTransform& toPicture); // the same of a picture that was not kept
+
+    // Returns the milliseconds that a full repaint will take, judging by the last one; 0 if there was none.
+    [[nodiscard]] double expectedCost(const ViewCanvas::Scene& scene) const;
 
     // Returns whether a full repaint takes longer than the screen shows a picture.
     [[nodiscard]] bool isSlow() const;
@@ -70,7 +74,6 @@ public:
 private:
     [[nodiscard]] bool isActive() const { return m_timer.isActive(); }
     void pause();
-    [[nodiscard]] double expectedCost(const ViewCanvas::Scene& scene) const; // milliseconds of a full repaint
     void paintSlice();
     [[nodiscard]] int sliceHeight(const ViewCanvas::Scene& scene) const;
     void showFinished();

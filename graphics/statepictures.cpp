@@ -118,11 +118,22 @@ bool StatePictures::update(const ViewCanvas::Scene& scene)
     if (isAll)
         m_shown.take(scene.states);
     m_shown.canvas->update(scene);
-    if (!isAll)
-        return false;
+    if (isAll)
+        dropUseless(scene);
+    return isAll;
+}
+
+// A picture takes much memory.
+void StatePictures::dropUseless(const ViewCanvas::Scene& scene)
+{
     if (m_other.canvas && m_other.canvas->needsAll(scene))
-        m_other = Picture(); // it takes much memory
-    return true;
+        m_other = Picture();
+}
+
+void StatePictures::paintInto(QImage& image, const ViewCanvas::Scene& scene)
+{
+    m_shown.canvas->paintInto(image, scene);
+    dropUseless(scene);
 }
 
 ViewCanvas::Work StatePictures::updateSome(const ViewCanvas::Scene& scene, const QDeadlineTimer& deadline)

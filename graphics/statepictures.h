@@ -38,6 +38,9 @@ public:
     // Brings the shown picture up to date. Returns whether all of it had to be painted.
     bool update(const ViewCanvas::Scene& scene);
 
+    // Paints the scene into an image of its size. What is shown is out of date then.
+    void paintInto(QImage& image, const ViewCanvas::Scene& scene);
+
     // Does a part of that, and takes over the states before.
     [[nodiscard]] ViewCanvas::Work updateSome(const ViewCanvas::Scene& scene, const QDeadlineTimer& deadline);
 
@@ -59,6 +62,7 @@ private:
     [[nodiscard]] std::optional<std::vector<int>> differences(
         const Picture& picture, const ViewCanvas::Scene& scene) const;
     void setAside(const ViewCanvas::Scene& scene);
+    void dropUseless(const ViewCanvas::Scene& scene);
 
     SceneElements& m_elements;
     Picture m_shown;

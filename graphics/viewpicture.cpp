@@ -5,6 +5,7 @@
 #include "graphics/elements/elementidset.h"
 #include "graphics/elements/enlarged.h"
 #include "graphics/sceneelements.h"
+#include "graphics/screenpixels.h"
 #include "graphics/zelgraphicsscene.h"
 
 #include <QBackingStore>
@@ -23,6 +24,15 @@ namespace {
 constexpr std::size_t MostUpdatedOneByOne = 16;
 
 constexpr int PaintMargin = 2; // pixels that pens and antialiasing reach beyond an element
+
+// Keeping a picture takes some tenths of a millisecond; more than this, and it is kept nevertheless.
+constexpr double LongestNotKept = 1; // milliseconds of painting
+
+double millisecondsOf(const QElapsedTimer& clock)
+{
+    constexpr double NanosecondsPerMillisecond = 1e6;
+    return static_cast<double>(clock.nsecsElapsed()) / NanosecondsPerMillisecond;
+}
 
 } // namespace
 
@@ -193,23 +203,52 @@ void ViewPicture::paint(QPainter& painter, const QRegion& exposed, const ViewCan
         m_quick->draw(painter, m_pictures->shown(), scene);
         painter.restore();
     } else {
-        updateExactly(scene);
+        if (!paintOnScreen(painter, scene))
+            drawKept(painter, exposed, scene);
         if (isOnScreen(painter) && m_quick->becomeExact() && m_settled)
             QMetaObject::invokeMethod(m_quick.get(), m_settled, Qt::QueuedConnection);
-        if (scene.isScaled)
-            m_pictures->shown().drawOn(painter, -start / ratio, ratio);
-        else
-            m_pictures->shown().drawParts(painter, exposed);
     }
     painter.setWorldTransform(m_view.viewportTransform());
 }
 
-void ViewPicture::updateExactly(const ViewCanvas::Scene& scene)
+void ViewPicture::drawKept(QPainter& painter, const QRegion& exposed, const ViewCanvas::Scene& scene)
 {
     QElapsedTimer clock;
     clock.start();
     if (m_pictures->update(scene))
-        m_quick->noteFullRepaint(static_cast<double>(clock.nsecsElapsed()) / 1e6, m_pictures->shown());
+        m_quick->noteFullRepaint(millisecondsOf(clock), m_pictures->shown());
+    const auto& [ratio, start] = m_device;
+    if (scene.isScaled)
+        m_pictures->shown().drawOn(painter, -start / ratio, ratio);
+    else
+        m_pictures->shown().drawParts(painter, exposed);
+}
+
+// Most zooms are followed by further ones, so the first picture at a scale is painted into the window itself if that is
+// quick. With whatever changes or moves next, all is painted once more, to be kept.
+bool ViewPicture::isWorthKeeping(const ViewCanvas::Scene& scene) const
+{
+    const double cost = m_quick->expectedCost(scene);
+    return cost <= 0 || cost > LongestNotKept || scene.toPicture.m11() == m_notKept.m11();
+}
+
+// Returns false, and does nothing, if the picture is to be kept.
+bool ViewPicture::paintOnScreen(const QPainter& painter, const ViewCanvas::Scene& scene)
+{
+    const auto& [ratio, start] = m_device;
+    const bool isOnPixels = start.isNull() && ratio == std::floor(ratio);
+    if (!isOnPixels || !m_pictures->shown().needsAll(scene) || isWorthKeeping(scene) || !isOnScreen(painter))
+        return false;
+    const QTransform toWindow = painter.deviceTransform();
+    ScreenPixels pixels(painter, QRect(QPoint(qRound(toWindow.dx()), qRound(toWindow.dy())), scene.size));
+    if (pixels.image().isNull())
+        return false;
+    QElapsedTimer clock;
+    clock.start();
+    m_pictures->paintInto(pixels.image(), scene);
+    m_quick->noteCost(millisecondsOf(clock), scene.toPicture);
+    m_notKept = scene.toPicture;
+    return true;
 }
 
 // In pixels of the picture.

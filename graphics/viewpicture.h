@@ -67,7 +67,9 @@ private:
     [[nodiscard]] ViewCanvas::Scene currentScene() const;
     [[nodiscard]] bool isOnScreen(const QPainter& painter) const;
     void makePictures();
-    void updateExactly(const ViewCanvas::Scene& scene);
+    [[nodiscard]] bool isWorthKeeping(const ViewCanvas::Scene& scene) const;
+    [[nodiscard]] bool paintOnScreen(const QPainter& painter, const ViewCanvas::Scene& scene);
+    void drawKept(QPainter& painter, const QRegion& exposed, const ViewCanvas::Scene& scene);
     void updatePart(const QRegion& part);
     void exchange(std::unique_ptr<ViewCanvas>& next);
 
@@ -83,6 +85,7 @@ private:
     std::unique_ptr<StatePictures> m_pictures; // created by the first paint
     std::unique_ptr<QuickPicture> m_quick; // created with it
     Device m_device;
+    QTransform m_notKept; // with which the last picture was painted that was not kept
     ViewCanvas::Background m_drawBackground; // of the last paint
     QPen m_textPen; // of the last paint
     QFont m_font; // of the last paint

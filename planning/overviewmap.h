@@ -14,8 +14,8 @@ class ZelGraphicsView;
 // A small map of the whole drawing in a corner of a view, with a frame around the part that the view shows. A press or
 // a drag in the map moves the view there. It comes when the view shows the drawing at four times the scale, or more, at
 // which all of it fits in, and goes again below that. Its picture is painted when the program has nothing else to do,
-// from twice that scale on, so that the map need not be waited for; afterwards only what changes is painted. Below
-// twice the scale, and while it is switched off, it paints nothing.
+// from twice the scale at which all fits in, so that the map need not be waited for; afterwards only what changes is
+// painted. Below twice that scale, and while it is switched off, it paints nothing.
 //
 // It is a child of the view's viewport and stays in the bottom right corner; if another widget on the viewport is
 // there, such as a cursor, it goes to the next corner that is free. It steps aside while a resource is dragged over it.

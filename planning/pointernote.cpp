@@ -74,6 +74,7 @@ bool PointerNote::eventFilter(QObject* watched, QEvent* event)
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::KeyPress:
+    case QEvent::ShortcutOverride: // all that is sent of a key that is a shortcut
     case QEvent::Wheel:
         hide();
         break;
@@ -85,7 +86,8 @@ bool PointerNote::eventFilter(QObject* watched, QEvent* event)
 
 void PointerNote::hideEvent(QHideEvent* event)
 {
-    stopFading();
+    if (isHidden()) // else its window is, and the note comes back with it
+        stopFading();
     QLabel::hideEvent(event);
 }
 

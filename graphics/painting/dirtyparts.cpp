@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "graphics/painting/dirtyparts.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace mirn::zelchipview {
@@ -15,6 +15,7 @@ constexpr double MostDirty = 0.7;
 constexpr double MostWaste = 2;
 
 constexpr int TileSize = 64; // pixels
+constexpr std::size_t FewParts = 8; // are painted one by one
 
 double pixelsOf(const QRect& part)
 {
@@ -49,6 +50,11 @@ void DirtyParts::add(const QRect& part)
 // The large rectangles are added last, so that they are painted first.
 void DirtyParts::add(const std::vector<QRect>& parts, QSize picture)
 {
+    if (parts.size() <= FewParts) {
+        for (const QRect& part : parts)
+            add(part);
+        return;
+    }
     const int columns = picture.width() / TileSize + 1;
     std::vector<Tile> tiles(static_cast<std::size_t>(columns * (picture.height() / TileSize + 1)));
     const auto tileOf = [&](const QRect& part) -> Tile& {

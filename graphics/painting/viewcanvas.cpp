@@ -82,6 +82,13 @@ void ViewCanvas::update(const Scene& scene)
         paintDirtyParts(scene, QDeadlineTimer(QDeadlineTimer::Forever));
 }
 
+void ViewCanvas::paintInto(QImage& image, const Scene& scene)
+{
+    pause();
+    invalidate();
+    paint(scene, image, image.rect());
+}
+
 ViewCanvas::Work ViewCanvas::updateSome(const Scene& scene, const QDeadlineTimer& deadline, Bands bands)
 {
     if (!hasBegun(scene)) {

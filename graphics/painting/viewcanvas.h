@@ -63,6 +63,9 @@ public:
     // Brings the picture up to date.
     void update(const Scene& scene);
 
+    // Paints the scene into an image of its size. The picture is out of date then.
+    void paintInto(QImage& image, const Scene& scene);
+
     // The bands in which updateSome() paints.
     enum class Order { TopFirst, MiddleFirst };
     struct Bands

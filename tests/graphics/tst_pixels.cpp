@@ -16,6 +16,7 @@
 #include "tests/support/itemsview.h"
 #include "tests/support/random.h"
 
+#include <QBackingStore>
 #include <QCheckBox>
 #include <QGraphicsEllipseItem>
 #include <QMenu>
@@ -580,6 +581,56 @@ private Q_SLOTS:
         QVERIFY(!quick.readyFor(now) && quick.readyFor(before)); // the user may zoom back
         quick.invalidate({0});
         QVERIFY(!quick.readyFor(before));
+    }
+
+    // What is painted quickly goes straight to the window, where another widget keeps its place.
+    void windowShowsWhatItemsPaint()
+    {
+        PixelView chip(90);
+        QWidget* viewport = chip.view()->viewport();
+        const qreal ratio = viewport->devicePixelRatioF();
+        QWidget cover(chip.view()); // a child of the viewport would be scrolled
+        QPalette palette;
+        palette.setColor(cover.backgroundRole(), Qt::red);
+        cover.setPalette(palette);
+        cover.setAutoFillBackground(true);
+        cover.setGeometry(50, 40, 60, 30);
+        cover.show();
+        const auto differing = [&] {
+            QCoreApplication::processEvents();
+            const auto* window = static_cast<const QImage*>(viewport->backingStore()->paintDevice());
+            const QPoint corner = viewport->mapTo(viewport->window(), QPoint());
+            const QImage shown = window->copy(QRect(corner * ratio, viewport->size() * ratio));
+            QImage expected = paintedByItems(*chip.view(), ratio);
+            QPainter(&expected).fillRect(cover.geometry().translated(-viewport->pos()), Qt::red);
+            const int pixels = differingPixels(shown, expected, 1);
+            return pixels > ThinRects * expected.width() * expected.height() ? pixels : 0;
+        };
+        const std::function<void()> steps[] = {[&] {
+                                                   chip.zoom(2.0, {170, 120});
+                                               },
+            [&] {
+                chip.zoom(4.0, {170, 120});
+            },
+            [&] { chip.changeStates(0); },
+            [&] {
+                chip.zoom(3.0, {170, 120});
+            },
+            [&] {
+                chip.zoom(3.0, {190, 100});
+            },
+            [&] {
+                chip.zoom(1.0, {170, 120});
+            },
+            [&] { chip.changeStates(1); }, [&] { cover.move(90, 90); },
+            [&] {
+                chip.zoom(7.0, {150, 110});
+            },
+            [&] { chip.database()->selectedIds().clear(); }};
+        for (const std::function<void()>& step : steps) {
+            step();
+            QVERIFY2(differing() == 0, qPrintable(QString::number(&step - steps)));
+        }
     }
 
     // A band over many small elements is painted in one go, wherever else something has changed.

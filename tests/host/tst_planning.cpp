@@ -184,6 +184,8 @@ private Q_SLOTS:
         const auto* note = planning.window->findChild<QLabel*>("pointerNote");
         QVERIFY(note->isVisible() && note->text() == planning.message());
         QTest::mouseMove(planning.tree()->viewport(), QPoint(9, 9));
+        planning.window->hide();
+        planning.window->show();
         QVERIFY(note->isVisible());
         QTest::keyClick(planning.tree(), Qt::Key_Down);
         QVERIFY(!note->isVisible());

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "graphics/screenpixels.h"
+
+#include <QPaintEngine>
+#include <QPainter>
+#include <QRegion>
+
+#include <cstring>
+
+namespace mirn::zelchipview {
+
+namespace {
+
+constexpr int LeastShare = 8; // of the part must be more than all that stays
+
+int pixelsOf(const QRegion& region)
+{
+    int pixels = 0;
+    for (const QRect& rect : region)
+        pixels += rect.width() * rect.height();
+    return pixels;
+}
+
+} // namespace
+
+// The painter's engine keeps a pointer to the window's pixels, so they must not be copied when they are written to.
+ScreenPixels::ScreenPixels(const QPainter& painter, const QRect& part)
+{
+    const QPaintEngine* engine = painter.paintEngine();
+    QPaintDevice* device = engine ? engine->paintDevice() : nullptr;
+    if (!device || device->devType() != QInternal::Image)
+        return;
+    auto& window = static_cast<QImage&>(*device);
+    const QRegion others = QRegion(part) - engine->systemClip();
+    if (window.format() != QImage::Format_RGB32 || !window.isDetached() || !window.rect().contains(part)
+        || pixelsOf(others) > part.width() * part.height() / LeastShare)
+        return;
+    uchar* corner = window.bits() + part.top() * window.bytesPerLine() + part.left() * static_cast<int>(sizeof(QRgb));
+    m_image = QImage(corner, part.width(), part.height(), window.bytesPerLine(), window.format());
+    for (const QRect& rect : others.translated(-part.topLeft()))
+        m_others.emplace_back(rect, m_image.copy(rect));
+}
+
+ScreenPixels::~ScreenPixels()
+{
+    for (const auto& [rect, pixels] : m_others) {
+        for (int y = 0; y < rect.height(); ++y)
+            std::memcpy(reinterpret_cast<QRgb*>(m_image.scanLine(rect.top() + y)) + rect.left(),
+                pixels.constScanLine(y), sizeof(QRgb) * static_cast<std::size_t>(rect.width()));
+    }
+}
+
+} // namespace mirn::zelchipview
