@@ -24,19 +24,26 @@ int pixelsOf(const QRegion& region)
 } // namespace
 
 // The painter's engine keeps a pointer to the window's pixels, so they must not be copied when they are written to.
-ScreenPixels::ScreenPixels(const QPainter& painter, const QRect& part)
+QImage* writableWindow(const QPainter& painter)
 {
     const QPaintEngine* engine = painter.paintEngine();
     QPaintDevice* device = engine ? engine->paintDevice() : nullptr;
     if (!device || device->devType() != QInternal::Image)
+        return nullptr;
+    auto* window = static_cast<QImage*>(device);
+    return window->format() == QImage::Format_RGB32 && window->isDetached() ? window : nullptr;
+}
+
+ScreenPixels::ScreenPixels(const QPainter& painter, const QRect& part)
+{
+    QImage* window = writableWindow(painter);
+    if (!window || !window->rect().contains(part))
         return;
-    auto& window = static_cast<QImage&>(*device);
-    const QRegion others = QRegion(part) - engine->systemClip();
-    if (window.format() != QImage::Format_RGB32 || !window.isDetached() || !window.rect().contains(part)
-        || pixelsOf(others) > part.width() * part.height() / LeastShare)
+    const QRegion others = QRegion(part) - painter.paintEngine()->systemClip();
+    if (pixelsOf(others) > part.width() * part.height() / LeastShare)
         return;
-    uchar* corner = window.bits() + part.top() * window.bytesPerLine() + part.left() * static_cast<int>(sizeof(QRgb));
-    m_image = QImage(corner, part.width(), part.height(), window.bytesPerLine(), window.format());
+    uchar* corner = window->bits() + part.top() * window->bytesPerLine() + part.left() * static_cast<int>(sizeof(QRgb));
+    m_image = QImage(corner, part.width(), part.height(), window->bytesPerLine(), window->format());
     for (const QRect& rect : others.translated(-part.topLeft()))
         m_others.emplace_back(rect, m_image.copy(rect));
 }

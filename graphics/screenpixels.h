@@ -11,6 +11,9 @@ class QPainter;
 
 namespace mirn::zelchipview {
 
+// Returns the window's image that a paint event paints on, if its pixels may be set without the painter; else null.
+[[nodiscard]] QImage* writableWindow(const QPainter& painter);
+
 // A part of what a window shows, for a paint event that sets the pixels by itself instead of drawing a picture of them.
 // What the event must not paint, such as other widgets over the part, is put back at the end.
 class ScreenPixels final

@@ -138,6 +138,17 @@ void ViewPicture::noteZoom(bool isByUser)
         isByUser ? m_quick->allow() : m_quick->stop();
 }
 
+// QPainter cuts off a slanted shape at the picture's border, which changes pixels all along the shape.
+void ViewPicture::noteScroll()
+{
+    if (!m_pictures || !m_scene || m_view.scene() != m_scene || !m_scene->elements().canPaintFromList())
+        return;
+    const ViewCanvas::Scene scene = currentScene();
+    m_pictures->takeOverStates(scene);
+    const QRegion changed = m_pictures->shown().scrollTo(scene);
+    m_view.viewport()->update(scene.isScaled ? QRegion(m_view.viewport()->rect()) : changed);
+}
+
 bool ViewPicture::isSettled() const
 {
     return !m_quick || m_quick->isExact();
@@ -218,10 +229,17 @@ void ViewPicture::drawKept(QPainter& painter, const QRegion& exposed, const View
     if (m_pictures->update(scene))
         m_quick->noteFullRepaint(millisecondsOf(clock), m_pictures->shown());
     const auto& [ratio, start] = m_device;
-    if (scene.isScaled)
+    QImage* window = isOnScreen(painter) ? writableWindow(painter) : nullptr;
+    if (scene.isScaled) {
         m_pictures->shown().drawOn(painter, -start / ratio, ratio);
-    else
+    } else if (window) { // quicker, because QPainter clips each part row by row
+        const QTransform toWindow = painter.deviceTransform();
+        const QPoint corner(qRound(toWindow.dx()), qRound(toWindow.dy()));
+        const QRegion painted = exposed & painter.paintEngine()->systemClip().translated(-corner);
+        m_pictures->shown().copyParts(*window, corner, painted & window->rect().translated(-corner));
+    } else {
         m_pictures->shown().drawParts(painter, exposed);
+    }
 }
 
 // Most zooms are followed by further ones, so the first picture at a scale is painted into the window itself if that is

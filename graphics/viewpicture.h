@@ -59,6 +59,9 @@ public:
     // Returns whether a full repaint takes longer than the screen shows a picture.
     [[nodiscard]] bool isSlow() const { return m_quick && m_quick->isSlow(); }
 
+    // The view has scrolled. Has it repaint what looks different now, beside what came into sight.
+    void noteScroll();
+
     // Brings the picture up to date and draws at least the exposed parts of the viewport. The painter is left with the
     // scene's transform.
     void paint(QPainter& painter, const QRegion& exposed, const ViewCanvas::Background& drawBackground);

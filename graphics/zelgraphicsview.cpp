@@ -381,6 +381,12 @@ void ZelGraphicsView::paintEvent(QPaintEvent* event)
     paintLayers(over, event->rect());
 }
 
+void ZelGraphicsView::scrollContentsBy(int dx, int dy)
+{
+    QGraphicsView::scrollContentsBy(dx, dy);
+    m_parts->picture.noteScroll();
+}
+
 void ZelGraphicsView::paintLayers(QPainter& painter, const QRect& exposed)
 {
     const QObjectList& parts = children();

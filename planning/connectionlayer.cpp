@@ -21,7 +21,7 @@ namespace mirn::zelchipview {
 
 namespace {
 
-constexpr int MostParts = 16; // that are painted one by one
+constexpr int MostParts = 128; // that are painted one by one
 constexpr double ReachOfPointer = 4; // pixels; all that follow as well
 
 constexpr double StrongWidth = 1.8;

@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <functional>
 #include <iterator>
+#include <numeric>
 #include <utility>
 
 namespace mirn::zelchipview {
@@ -15,6 +17,8 @@ namespace mirn::zelchipview {
 namespace {
 
 constexpr int BorderBreadth = 2; // width in pixels of the strips along the picture's borders where cut-off shapes show
+
+constexpr int MostParts = 96; // that are told one by one after a scroll
 
 constexpr double LongEdge = 64; // pixels; the opacity of a cut-off edge depends on the length that is left of it
 
@@ -80,6 +84,31 @@ void ViewCanvas::update(const Scene& scene)
         paintAll(scene);
     else
         paintDirtyParts(scene, QDeadlineTimer(QDeadlineTimer::Forever));
+}
+
+QRegion ViewCanvas::scrollTo(const Scene& scene)
+{
+    const QTransform before = m_toPicture;
+    const std::size_t first = m_dirty.all().size();
+    if (needsAll(scene) || !scroll(scene) || m_dirty.areMostOf(m_picture.size()))
+        return m_picture.rect();
+    QRegion parts;
+    for (std::size_t n = first; n < m_clippedEnd && parts.rectCount() <= MostParts; ++n)
+        parts |= m_dirty.all()[n];
+    if (parts.rectCount() <= MostParts)
+        return parts;
+    // They lie along two borders or four.
+    const bool isAcross = m_toPicture.dx() != before.dx();
+    const bool isDown = m_toPicture.dy() != before.dy();
+    const QPoint middle = m_picture.rect().center();
+    QRect around[4];
+    for (std::size_t n = first; n < m_clippedEnd; ++n) {
+        const QRect& part = m_dirty.all()[n];
+        const int right = isAcross && part.center().x() > middle.x() ? 1 : 0;
+        const int lower = isDown && part.center().y() > middle.y() ? 2 : 0;
+        around[right + lower] |= part;
+    }
+    return std::accumulate(std::begin(around), std::end(around), QRegion(), std::bit_or<>());
 }
 
 void ViewCanvas::paintInto(QImage& image, const Scene& scene)
@@ -190,6 +219,21 @@ void ViewCanvas::drawParts(QPainter& painter, const QRegion& parts) const
     }
 }
 
+void ViewCanvas::copyParts(QImage& image, QPoint corner, const QRegion& parts) const
+{
+    for (const Piece& piece : pieces()) {
+        for (const QRect& part : parts) {
+            const QRect target = part & QRect(piece.target, piece.source.size());
+            const QRect source = target.translated(piece.source.topLeft() - piece.target);
+            for (int y = 0; y < target.height(); ++y) {
+                const auto* from = reinterpret_cast<const QRgb*>(m_picture.constScanLine(source.top() + y));
+                auto* to = reinterpret_cast<QRgb*>(image.scanLine(corner.y() + target.top() + y));
+                std::memcpy(to + corner.x() + target.left(), from + source.left(), sizeof(QRgb) * target.width());
+            }
+        }
+    }
+}
+
 bool ViewCanvas::differsOnlyByScroll(const Scene& scene) const
 {
     return isSameScale(scene.toPicture, m_toPicture) && scene.size == m_picture.size() && scene.layers == m_layers
@@ -204,6 +248,7 @@ bool ViewCanvas::scroll(const Scene& scene)
 {
     const double dx = scene.toPicture.dx() - m_toPicture.dx();
     const double dy = scene.toPicture.dy() - m_toPicture.dy();
+    m_clippedEnd = 0;
     if (dx == 0 && dy == 0)
         return true;
     // A background with a pattern or an image does not move along.
@@ -221,6 +266,7 @@ bool ViewCanvas::scroll(const Scene& scene)
     invalidateClippedShapes(borders, way, way); // the areas that they covered before, moved along
     m_toPicture = scene.toPicture;
     invalidateClippedShapes(borders, QPoint(), -way);
+    m_clippedEnd = m_dirty.all().size();
     // QPainter rounds shapes that are cut off at the border of an image differently from those inside.
     for (const QRect& border : borders) {
         mark(border);

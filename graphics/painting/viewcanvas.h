@@ -13,6 +13,7 @@
 #include <QRegion>
 #include <QTransform>
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -63,6 +64,10 @@ public:
     // Brings the picture up to date.
     void update(const Scene& scene);
 
+    // Moves the picture to where the scene is, if they differ only by a scroll. Returns which of its pixels will change
+    // by more than one level, beside what comes into sight.
+    [[nodiscard]] QRegion scrollTo(const Scene& scene);
+
     // Paints the scene into an image of its size. The picture is out of date then.
     void paintInto(QImage& image, const Scene& scene);
 
@@ -104,6 +109,9 @@ public:
     // narrow parts show this is quicker, because QPainter would clip the whole picture row by row.
     void drawParts(QPainter& painter, const QRegion& parts) const;
 
+    // Copies parts of the picture to an image of the same format, where the picture's corner is. It must have room.
+    void copyParts(QImage& image, QPoint corner, const QRegion& parts) const;
+
 private:
     static constexpr Bands TopDown{8, Order::TopFirst};
 
@@ -135,6 +143,7 @@ private:
     QImage m_scratch; // parts are painted here, because a clip would change what QPainter draws
     bool m_isValid = false;
     DirtyParts m_dirty;
+    std::size_t m_clippedEnd = 0; // behind the parts of shapes that the last scroll() found cut off
 
     // The values that the picture was painted with.
     QTransform m_toPicture;

@@ -168,6 +168,14 @@ public:
         QCoreApplication::processEvents();
     }
 
+    static void scroll(QPoint way)
+    {
+        for (const auto& [bar, distance] :
+            {std::pair(view()->horizontalScrollBar(), way.x()), std::pair(view()->verticalScrollBar(), way.y())})
+            bar->setValue(bar->value() + distance);
+        QCoreApplication::processEvents();
+    }
+
     static void changeStates(int step)
     {
         for (int i = 0; i < 40; ++i)
@@ -584,9 +592,17 @@ private Q_SLOTS:
     }
 
     // What is painted quickly goes straight to the window, where another widget keeps its place.
+    void windowShowsWhatItemsPaint_data()
+    {
+        const Rows<int> row;
+        row("painted quickly", 90);
+        row("slowly", 3000);
+    }
+
     void windowShowsWhatItemsPaint()
     {
-        PixelView chip(90);
+        const auto [elements] = row<int>();
+        PixelView chip(elements);
         QWidget* viewport = chip.view()->viewport();
         const qreal ratio = viewport->devicePixelRatioF();
         QWidget cover(chip.view()); // a child of the viewport would be scrolled
@@ -606,30 +622,20 @@ private Q_SLOTS:
             const int pixels = differingPixels(shown, expected, 1);
             return pixels > ThinRects * expected.width() * expected.height() ? pixels : 0;
         };
-        const std::function<void()> steps[] = {[&] {
-                                                   chip.zoom(2.0, {170, 120});
-                                               },
-            [&] {
-                chip.zoom(4.0, {170, 120});
-            },
-            [&] { chip.changeStates(0); },
-            [&] {
-                chip.zoom(3.0, {170, 120});
-            },
-            [&] {
-                chip.zoom(3.0, {190, 100});
-            },
-            [&] {
-                chip.zoom(1.0, {170, 120});
-            },
-            [&] { chip.changeStates(1); }, [&] { cover.move(90, 90); },
-            [&] {
-                chip.zoom(7.0, {150, 110});
-            },
-            [&] { chip.database()->selectedIds().clear(); }};
-        for (const std::function<void()>& step : steps) {
-            step();
-            QVERIFY2(differing() == 0, qPrintable(QString::number(&step - steps)));
+        const auto zoom = [&chip](double scale) { return [&chip, scale] { chip.zoom(scale, {170, 120}); }; };
+        const auto pan = [&chip](int x, int y) {
+            return [&chip, x, y] {
+                for (const int part : {1, 3, -2, 4, -5}) // the comparison before has had all of the view painted anew
+                    chip.scroll(QPoint(x, y) * part);
+            };
+        };
+        const auto change = [&chip](int step) { return [&chip, step] { chip.changeStates(step); }; };
+        const std::vector<std::function<void()>> steps = {zoom(2), zoom(4), change(0), zoom(3), pan(31, 0), zoom(1),
+            change(1), [&cover] { cover.move(90, 90); }, zoom(7), change(2), [&cover] { cover.setGeometry(QRect()); },
+            pan(-7, 4), pan(-20, -11), zoom(2), pan(5, 6), pan(-21, 3)};
+        for (std::size_t n = 0; n < steps.size(); ++n) {
+            steps[n]();
+            QVERIFY2(differing() == 0, qPrintable(QString::number(n)));
         }
     }
 
