@@ -84,6 +84,7 @@ protected:
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    // Also repaints what a scroll changes beside what comes into sight.
     void scrollContentsBy(int dx, int dy) override;
 
 private:
