@@ -145,8 +145,8 @@ void ViewPicture::noteScroll()
         return;
     const ViewCanvas::Scene scene = currentScene();
     m_pictures->takeOverStates(scene);
-    const QRegion changed = m_pictures->shown().scrollTo(scene);
-    m_view.viewport()->update(scene.isScaled ? QRegion(m_view.viewport()->rect()) : changed);
+    const bool isAll = scene.isScaled || m_pictures->shown().needsAll(scene);
+    m_view.viewport()->update(isAll ? QRegion(m_view.viewport()->rect()) : m_pictures->shown().scrollTo(scene));
 }
 
 bool ViewPicture::isSettled() const
