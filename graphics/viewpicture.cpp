@@ -141,6 +141,8 @@ void ViewPicture::noteZoom(bool isByUser)
 // QPainter cuts off a slanted shape at the picture's border, which changes pixels all along the shape.
 void ViewPicture::noteScroll()
 {
+    if (!m_view.scene()) // it may be half destroyed, and the view has let go of it
+        return;
     if (!m_pictures || !m_scene || m_view.scene() != m_scene || !m_scene->elements().canPaintFromList())
         return;
     const ViewCanvas::Scene scene = currentScene();
