@@ -36,9 +36,9 @@ void dropComplaints(QtMsgType type, const QMessageLogContext& context, const QSt
 // the tree would then use in any order. A program that makes its items on demand has none.
 void addBenchmarks(int elements, bool hasPeer)
 {
-    zelbench::addWindowChecks(elements);
     zelbench::addLoadingBenchmarks(elements);
     zelbench::addResourceBenchmarks(elements);
+    zelbench::addWindowChecks(elements);
     zelbench::addPaintingBenchmarks(elements);
     if (hasPeer)
         zelbench::addPeerBenchmarks(elements);
