@@ -19,7 +19,6 @@ constexpr int LeastSliceHeight = 64; // pixels; enough for two threads
 constexpr int MostSliceHeight = 256; // because the cost may lie in a few rows
 constexpr int CoarseDivisor = 2;
 constexpr double Less = 0.95; // the share of a scale that is less than it
-constexpr double NanosecondsPerMillisecond = 1e6;
 
 double scaleOf(const QTransform& transform)
 {
@@ -27,6 +26,12 @@ double scaleOf(const QTransform& transform)
 }
 
 } // namespace
+
+double millisecondsOf(const QElapsedTimer& clock)
+{
+    constexpr double NanosecondsPerMillisecond = 1e6;
+    return static_cast<double>(clock.nsecsElapsed()) / NanosecondsPerMillisecond;
+}
 
 QuickPicture::QuickPicture(DisplayList& list, Owner owner)
     : m_list(list)
@@ -149,7 +154,7 @@ void QuickPicture::paintSlice()
     // One part takes about SliceTime, so a second one is begun only after a short one.
     const ViewCanvas::Work work = m_next->updateSome(
         scene, QDeadlineTimer(SliceTime / 2), {sliceHeight(scene), ViewCanvas::Order::MiddleFirst});
-    m_spent += static_cast<double>(clock.nsecsElapsed()) / NanosecondsPerMillisecond;
+    m_spent += millisecondsOf(clock);
     if (work == ViewCanvas::Work::Left) {
         showFinished();
         return;

@@ -16,6 +16,9 @@
 
 namespace mirn::zelchipview {
 
+// Returns the time since the clock was started, with a fraction.
+[[nodiscard]] double millisecondsOf(const QElapsedTimer& clock);
+
 // What a view shows while its user zooms in a drawing that takes longer to paint than the screen to show the next
 // frame: the last exact picture, scaled, and over it as much of the next exact one as is painted. That one comes in
 // slices, the middle first, and the user's next event comes between two slices. The view's picture owns it.

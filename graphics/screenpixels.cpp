@@ -11,7 +11,7 @@ namespace mirn::zelchipview {
 
 namespace {
 
-constexpr int LeastShare = 8; // of the part must be more than all that stays
+constexpr double LargestShareOfOthers = 1.0 / 8; // of the part; saving more takes longer than it gains
 
 int pixelsOf(const QRegion& region)
 {
@@ -40,7 +40,7 @@ ScreenPixels::ScreenPixels(const QPainter& painter, const QRect& part)
     if (!window || !window->rect().contains(part))
         return;
     const QRegion others = QRegion(part) - painter.paintEngine()->systemClip();
-    if (pixelsOf(others) > part.width() * part.height() / LeastShare)
+    if (pixelsOf(others) > LargestShareOfOthers * part.width() * part.height())
         return;
     uchar* corner = window->bits() + part.top() * window->bytesPerLine() + part.left() * static_cast<int>(sizeof(QRgb));
     m_image = QImage(corner, part.width(), part.height(), window->bytesPerLine(), window->format());

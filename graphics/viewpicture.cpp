@@ -28,12 +28,6 @@ constexpr int PaintMargin = 2; // pixels that pens and antialiasing reach beyond
 // Keeping a picture takes some tenths of a millisecond; more than this, and it is kept nevertheless.
 constexpr double LongestNotKept = 1; // milliseconds of painting
 
-double millisecondsOf(const QElapsedTimer& clock)
-{
-    constexpr double NanosecondsPerMillisecond = 1e6;
-    return static_cast<double>(clock.nsecsElapsed()) / NanosecondsPerMillisecond;
-}
-
 } // namespace
 
 ViewCanvas::Scene canvasScene(const QGraphicsView& view, ZelGraphicsScene& scene)

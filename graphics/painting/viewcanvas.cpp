@@ -169,29 +169,34 @@ void ViewCanvas::drawOn(QPainter& painter, const QPointF& position, qreal ratio)
         painter.drawImage(position + piece.target, picture, piece.source);
 }
 
-void ViewCanvas::drawParts(QPainter& painter, const QRegion& parts) const
+std::vector<ViewCanvas::Piece> ViewCanvas::piecesOf(const QRegion& parts) const
 {
+    std::vector<Piece> shown;
     for (const Piece& piece : pieces()) {
+        const QPoint toSource = piece.source.topLeft() - piece.target;
         for (const QRect& part : parts) {
             const QRect target = part & QRect(piece.target, piece.source.size());
             if (!target.isEmpty())
-                painter.drawImage(
-                    target.topLeft(), m_picture, target.translated(piece.source.topLeft() - piece.target));
+                shown.push_back({target.translated(toSource), target.topLeft()});
         }
     }
+    return shown;
+}
+
+void ViewCanvas::drawParts(QPainter& painter, const QRegion& parts) const
+{
+    for (const Piece& piece : piecesOf(parts))
+        painter.drawImage(piece.target, m_picture, piece.source);
 }
 
 void ViewCanvas::copyParts(QImage& image, QPoint corner, const QRegion& parts) const
 {
-    for (const Piece& piece : pieces()) {
-        for (const QRect& part : parts) {
-            const QRect target = part & QRect(piece.target, piece.source.size());
-            const QRect source = target.translated(piece.source.topLeft() - piece.target);
-            for (int y = 0; y < target.height(); ++y) {
-                const auto* from = reinterpret_cast<const QRgb*>(m_picture.constScanLine(source.top() + y));
-                auto* to = reinterpret_cast<QRgb*>(image.scanLine(corner.y() + target.top() + y));
-                std::memcpy(to + corner.x() + target.left(), from + source.left(), sizeof(QRgb) * target.width());
-            }
+    for (const auto& [source, target] : piecesOf(parts)) {
+        const QPoint place = corner + target;
+        for (int y = 0; y < source.height(); ++y) {
+            const auto* from = reinterpret_cast<const QRgb*>(m_picture.constScanLine(source.top() + y));
+            auto* to = reinterpret_cast<QRgb*>(image.scanLine(place.y() + y));
+            std::memcpy(to + place.x(), from + source.left(), sizeof(QRgb) * source.width());
         }
     }
 }

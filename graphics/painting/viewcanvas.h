@@ -121,6 +121,7 @@ private:
         QPoint target; // in the picture
     };
     [[nodiscard]] std::vector<Piece> pieces() const;
+    [[nodiscard]] std::vector<Piece> piecesOf(const QRegion& parts) const;
     [[nodiscard]] static int wrapped(int value, int length);
     [[nodiscard]] bool differsOnlyByScroll(const Scene& scene) const;
     bool scroll(const Scene& scene);
