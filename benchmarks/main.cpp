@@ -32,12 +32,12 @@ void dropComplaints(QtMsgType type, const QMessageLogContext& context, const QSt
         std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
 }
 
-// The tree's rows come before those that make an item of each element. Items leave many small pieces of memory, which
-// the tree would then use in any order. A program that makes its items on demand has none.
+// The tree's rows come first, before anything makes an item of each element. Items leave many small pieces of memory,
+// which the tree would then use in any order. A program that makes its items on demand has none.
 void addBenchmarks(int elements, bool hasPeer)
 {
-    zelbench::addLoadingBenchmarks(elements);
     zelbench::addResourceBenchmarks(elements);
+    zelbench::addLoadingBenchmarks(elements);
     zelbench::addWindowChecks(elements);
     zelbench::addPaintingBenchmarks(elements);
     if (hasPeer)
