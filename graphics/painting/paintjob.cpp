@@ -205,11 +205,9 @@ bool PaintJob::rasteriseRect(const Primitive& primitive, bool isInside)
     const std::optional<int> opacity = isVisible(look.border) ? thinOpacity(look.borderWidth) : 0;
     if (!opacity && !m_space.border.make(rect, look.borderWidth, m_mapping))
         return false;
-    m_rasteriser.fillRect(rect, look.fill);
+    m_rasteriser.drawRect(rect, look.fill, look.border, opacity.value_or(0));
     if (!opacity)
         m_rasteriser.drawStretchedMask(m_space.border.mask(), look.border);
-    else if (*opacity > 0)
-        m_rasteriser.strokeRect(rect, look.border, *opacity);
     return true;
 }
 

@@ -19,7 +19,8 @@ constexpr double SmallestSide = 1.0 / 64; // in pixels; a rect with a shorter si
 } // namespace
 
 Rasteriser::Rasteriser(QImage& image, const QRect& clip, const Mapping& mapping, Instructions instructions)
-    : m_hasAvx2(instructions == Instructions::Fastest && ZEL_HAS_AVX2)
+    : m_hasAvx2(instructions != Instructions::Basic && ZEL_HAS_AVX2)
+    , m_hasAvx512(instructions == Instructions::Fastest && ZEL_HAS_AVX512)
     , m_bits(image.bits())
     , m_bytesPerLine(image.bytesPerLine())
     , m_size(image.size())
@@ -73,7 +74,8 @@ ZEL_INLINE void Rasteriser::fillLargeRect(const Extent& across, const Extent& do
     }
 }
 
-template <bool isAvx2> ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rect, QRgb color)
+// Finds the part of the clip that a rect covers. Returns false if there is none.
+ZEL_INLINE bool Rasteriser::findCovered(const QRectF& rect, Area& covered) const
 {
     // QPainter draws a rect as a thick line between the middles of its sides.
     double from = m_mapping.x(rect.left());
@@ -87,27 +89,31 @@ template <bool isAvx2> ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rec
         to = std::min(to, double(m_size.width()));
         const double rest = to - from;
         if (!(rest > 0))
-            return;
+            return false;
         steepness *= std::sqrt((length * length) / (rest * rest));
     }
     const double middleX = (from + to) * 0.5;
     const double halfHeight = steepness * (std::abs(to - from) * 0.5);
     const double halfWidth = (1 / steepness) * ((middleY + halfHeight) - (middleY - halfHeight)) * 0.5;
     // Only the part inside the image counts for the smallest side.
-    double left = std::max(middleX - halfWidth, 0.0);
-    double top = std::max(middleY - halfHeight, 0.0);
-    double right = std::min(middleX + halfWidth, double(m_size.width()));
-    double bottom = std::min(middleY + halfHeight, double(m_size.height()));
+    const double left = std::max(middleX - halfWidth, 0.0);
+    const double top = std::max(middleY - halfHeight, 0.0);
+    const double right = std::min(middleX + halfWidth, double(m_size.width()));
+    const double bottom = std::min(middleY + halfHeight, double(m_size.height()));
     if (!(right - left >= SmallestSide) || !(bottom - top >= SmallestSide))
+        return false;
+    covered = {std::max(left, m_clipArea.left), std::max(top, m_clipArea.top), std::min(right, m_clipArea.right),
+        std::min(bottom, m_clipArea.bottom)};
+    return covered.left < covered.right && covered.top < covered.bottom;
+}
+
+template <bool isAvx2> ZEL_INLINE void Rasteriser::fillAnyRect(const QRectF& rect, QRgb color)
+{
+    Area covered{};
+    if (!findCovered(rect, covered))
         return;
-    left = std::max(left, m_clipArea.left);
-    top = std::max(top, m_clipArea.top);
-    right = std::min(right, m_clipArea.right);
-    bottom = std::min(bottom, m_clipArea.bottom);
-    if (!(left < right) || !(top < bottom))
-        return;
-    const Extent across(left, right);
-    const Extent down(top, bottom);
+    const Extent across(covered.left, covered.right);
+    const Extent down(covered.top, covered.bottom);
     if (across.last - across.first <= LargestSmallRect
         && isWithinClip(across.first, down.first, across.last + ColumnsAtOnce - 1, down.last)) {
         if constexpr (isAvx2)
@@ -187,6 +193,38 @@ struct Rasteriser::Avx2Fills
         rasteriser.drawAnyStretched(mask, color);
     }
 };
+
+struct Rasteriser::Avx512Fills
+{
+    // Returns false, and draws nothing, if the rect has too many pixels.
+    ZEL_AVX512 static bool drawRect(const Rasteriser& on, const QRectF& rect, QRgb fill, const Stroke& stroke)
+    {
+        Area covered{};
+        if (!on.findCovered(rect, covered))
+            return false;
+        const Sides filled{static_cast<int>(covered.left * One), static_cast<int>(covered.top * One),
+            static_cast<int>(covered.right * One), static_cast<int>(covered.bottom * One)};
+        return stroke.opacity > 0 ? Avx512Rects::draw(on, filled, fill, on.lineAround(rect), stroke)
+                                  : Avx512Rects::fill(on, filled, fill);
+    }
+};
+
+// Returns whether a rect needs no more than four rows and columns of pixels, wherever it begins. A line around it takes
+// one more.
+bool Rasteriser::isTiny(const QRectF& rect, bool hasLine) const
+{
+    const double largest = (ColumnsAtOnce - (hasLine ? 2 : 1)) / m_mapping.scale;
+    return rect.width() < largest && rect.height() < largest;
+}
+
+void Rasteriser::drawRect(const QRectF& rect, QRgb fill, QRgb border, int opacity)
+{
+    if (m_hasAvx512 && isTiny(rect, opacity > 0) && Avx512Fills::drawRect(*this, rect, fill, {border, opacity}))
+        return;
+    fillRect(rect, fill);
+    if (opacity > 0)
+        strokeRect(rect, border, opacity);
+}
 
 void Rasteriser::fillRect(const QRectF& rect, QRgb color)
 {

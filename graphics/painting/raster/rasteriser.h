@@ -40,20 +40,19 @@ public:
         [[nodiscard]] double y(double sceneY) const { return scale * sceneY + dy; }
     };
 
-    // The instructions to use: those that every processor has, or the best that this one has. The result is the same.
-    enum class Instructions { Basic, Fastest };
+    // The instructions to use: those that every processor has, those of many, or the best that this one has. The result
+    // is the same.
+    enum class Instructions { Basic, Avx2, Fastest };
 
     // Draws only into `clip`, a part of the image. The image must be of Format_RGB32, outlive the rasteriser and not be
     // copied meanwhile.
     Rasteriser(
         QImage& image, const QRect& clip, const Mapping& mapping, Instructions instructions = Instructions::Fastest);
 
-    // The sides of the rect may have any length >= 0. Unless DrawsCutRects is true, the rect must not reach beyond the
-    // left or right border of the image.
-    void fillRect(const QRectF& rect, QRgb color);
-
-    // Draws a line one pixel wide around a rect. `opacity` (0 to 256) thins a pen that is narrower than a pixel.
-    void strokeRect(const QRectF& rect, QRgb color, int opacity);
+    // Fills a rect and draws a line one pixel wide around it. `opacity` (0 to 256) thins a pen that is narrower than a
+    // pixel; there is no line if it is 0. The sides of the rect may have any length >= 0. Unless DrawsCutRects is true,
+    // the rect must not reach beyond the left or right border of the image.
+    void drawRect(const QRectF& rect, QRgb fill, QRgb border, int opacity);
 
     // Draws a line one pixel wide that reaches half a pixel beyond both ends.
     void drawLine(const QLineF& line, QRgb color, int opacity);
@@ -68,10 +67,25 @@ public:
 private:
     struct Stroke; // a thin line's colour and opacity
     struct Extent;
+    struct Sides;
+    struct Area
+    {
+        double left;
+        double top;
+        double right;
+        double bottom;
+    };
     struct Avx2Fills; // the drawing code compiled for newer processors
     struct Avx2Lines;
     struct Avx2SmallRects;
+    struct Avx512Fills;
+    struct Avx512Rects;
 
+    [[nodiscard]] bool isTiny(const QRectF& rect, bool hasLine) const;
+    [[nodiscard]] bool findCovered(const QRectF& rect, Area& covered) const;
+    [[nodiscard]] Sides lineAround(const QRectF& rect) const;
+    void fillRect(const QRectF& rect, QRgb color);
+    void strokeRect(const QRectF& rect, QRgb color, int opacity);
     template <bool isAvx2> void fillAnyRect(const QRectF& rect, QRgb color);
     template <bool isAvx2> void strokeAnyRect(const QRectF& rect, QRgb color, int opacity);
     void drawAnyLine(const QLineF& line, QRgb color, int opacity);
@@ -97,17 +111,12 @@ private:
     [[nodiscard]] std::uint32_t* row(int y) const;
 
     const bool m_hasAvx2;
+    const bool m_hasAvx512;
     unsigned char* const m_bits;
     const qsizetype m_bytesPerLine;
     const QSize m_size;
     const QRect m_clip;
-    const struct
-    {
-        double left;
-        double top;
-        double right;
-        double bottom;
-    } m_clipArea; // the clip's outline
+    const Area m_clipArea; // the clip's outline
     const Mapping m_mapping;
 };
 

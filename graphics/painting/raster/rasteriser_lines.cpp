@@ -19,11 +19,6 @@ int weightOf(int pixel, int start, int end)
     return std::min((pixel + 1) * LineUnit, end) - std::max(pixel * LineUnit, start);
 }
 
-int toLineUnits(double value)
-{
-    return static_cast<int>(value * LineUnit);
-}
-
 } // namespace
 
 // Draws one step along a line: the two pixels beside its centre share the coverage.
@@ -245,10 +240,7 @@ ZEL_INLINE void Rasteriser::strokeAnyPolygon(const QPointF* corners, int count, 
 template <bool isAvx2> ZEL_INLINE void Rasteriser::strokeAnyRect(const QRectF& rect, QRgb color, int opacity)
 {
     const Stroke stroke{color, opacity};
-    const int left = toLineUnits(m_mapping.x(rect.left()));
-    const int top = toLineUnits(m_mapping.y(rect.top()));
-    const int right = toLineUnits(m_mapping.x(rect.left() + rect.width()));
-    const int bottom = toLineUnits(m_mapping.y(rect.top() + rect.height()));
+    const auto [left, top, right, bottom] = lineAround(rect);
     const bool isSmall = right > left && bottom > top && right - left < LargestSmallRect * LineUnit;
     if (isSmall
         && isWithinClip((left - HalfPixel) >> LineBits, (top - HalfPixel) >> LineBits,
