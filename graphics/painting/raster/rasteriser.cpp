@@ -200,12 +200,14 @@ struct Rasteriser::Avx512Fills
     ZEL_AVX512 static bool drawRect(const Rasteriser& on, const QRectF& rect, QRgb fill, const Stroke& stroke)
     {
         Area covered{};
-        if (!on.findCovered(rect, covered))
-            return false;
-        const Sides filled{static_cast<int>(covered.left * One), static_cast<int>(covered.top * One),
-            static_cast<int>(covered.right * One), static_cast<int>(covered.bottom * One)};
-        return stroke.opacity > 0 ? Avx512Rects::draw(on, filled, fill, on.lineAround(rect), stroke)
-                                  : Avx512Rects::fill(on, filled, fill);
+        const bool isCovered = on.findCovered(rect, covered);
+        const Sides filled = isCovered
+            ? Sides{static_cast<int>(covered.left * One), static_cast<int>(covered.top * One),
+                static_cast<int>(covered.right * One), static_cast<int>(covered.bottom * One)}
+            : Sides{};
+        if (stroke.opacity > 0)
+            return Avx512Rects::draw(on, filled, fill, on.lineAround(rect), stroke);
+        return !isCovered || Avx512Rects::fill(on, filled, fill);
     }
 };
 

@@ -119,10 +119,10 @@ private:
 };
 
 // Four columns of one to four rows of the image.
-class FewPixels
+class WholePixels
 {
 public:
-    ZEL_AVX512 FewPixels(std::uint32_t* first, qsizetype bytesPerLine, int rows)
+    ZEL_AVX512 WholePixels(std::uint32_t* first, qsizetype bytesPerLine, int rows)
         : m_first(reinterpret_cast<unsigned char*>(first))
         , m_bytesPerLine(bytesPerLine)
         , m_rows(rows)
@@ -153,35 +153,98 @@ private:
     const int m_rows;
 };
 
+// The same for a block of which a part lies outside of the clip. The first pixel may be one of those.
+class CutPixels
+{
+public:
+    // `columns` has a bit for each column within the clip; rows before `firstRow` and after `lastRow` are not.
+    ZEL_AVX512 CutPixels(std::uint32_t* first, qsizetype bytesPerLine, __mmask8 columns, int firstRow, int lastRow)
+        : m_first(reinterpret_cast<unsigned char*>(first))
+        , m_bytesPerLine(bytesPerLine)
+        , m_columns(columns)
+        , m_firstRow(firstRow)
+        , m_lastRow(lastRow)
+    { }
+
+    ZEL_AVX512 Channels pair(int number) const
+    {
+        const int upper = RowsAtOnce * number;
+        return channelsOf(
+            _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_maskz_loadu_epi32(maskOf(upper), row(upper))),
+                _mm_maskz_loadu_epi32(maskOf(upper + 1), row(upper + 1)), 1));
+    }
+
+    ZEL_AVX512 void setPair(int number, Channels channels)
+    {
+        const __m256i pixels = pixelsOf(channels);
+        const int upper = RowsAtOnce * number;
+        _mm_mask_storeu_epi32(row(upper), maskOf(upper), _mm256_castsi256_si128(pixels));
+        _mm_mask_storeu_epi32(row(upper + 1), maskOf(upper + 1), _mm256_extracti128_si256(pixels, 1));
+    }
+
+private:
+    ZEL_AVX512 void* row(int number) const { return m_first + number * m_bytesPerLine; }
+    ZEL_AVX512 __mmask8 maskOf(int row) const { return row >= m_firstRow && row <= m_lastRow ? m_columns : 0; }
+
+    unsigned char* const m_first;
+    const qsizetype m_bytesPerLine;
+    const __mmask8 m_columns;
+    const int m_firstRow;
+    const int m_lastRow;
+};
+
 } // namespace
 
 struct Rasteriser::Avx512Rects::Block
 {
-    // Returns whether the block holds all pixels of what is filled and may be written.
-    ZEL_AVX512 bool holds(const Rasteriser& on, const Sides& filled) const
+    // Returns whether the block holds all pixels of what is filled.
+    ZEL_AVX512 bool holds(const Sides& filled) const
     {
-        return rows <= MostRows && filled.left >= x * One && filled.right < (x + ColumnsAtOnce) * One
-            && filled.top >= y * One && filled.bottom < (y + rows) * One
-            && on.isWithinClip(x, y, x + ColumnsAtOnce - 1, y + rows - 1);
+        const bool isAround = filled.left >= x * One && filled.right < (x + ColumnsAtOnce) * One
+            && filled.top >= y * One && filled.bottom < (y + rows) * One;
+        return rows <= MostRows && (isAround || filled.isEmpty());
     }
 
     template <bool HasLine>
     ZEL_AVX512 void draw(
         const Rasteriser& on, const Sides& filled, QRgb color, const Sides& line, const Stroke& stroke) const
     {
-        const FewPixels pixels(on.row(y) + x, on.m_bytesPerLine, rows);
         const Sides inside = filled.relativeTo(x * One, y * One);
         const Sides around = line.relativeTo(x * LineUnit, y * LineUnit);
+        if (on.isWithinClip(x, y, x + ColumnsAtOnce - 1, y + rows - 1))
+            drawOn<HasLine>(WholePixels(on.row(y) + x, on.m_bytesPerLine, rows), inside, color, around, stroke);
+        else if (touches(on.m_clip))
+            drawOn<HasLine>(cutPixels(on), inside, color, around, stroke);
+    }
+
+    ZEL_AVX512 bool touches(const QRect& clip) const
+    {
+        return x <= clip.right() && x + ColumnsAtOnce > clip.left() && y <= clip.bottom() && y + rows > clip.top();
+    }
+
+    ZEL_AVX512 CutPixels cutPixels(const Rasteriser& on) const
+    {
+        int columns = 0;
+        for (int n = 0; n < ColumnsAtOnce; ++n)
+            columns |= (x + n >= on.m_clip.left() && x + n <= on.m_clip.right() ? 1 : 0) << n;
+        return CutPixels(on.row(y) + x, on.m_bytesPerLine, static_cast<__mmask8>(columns), on.m_clip.top() - y,
+            std::min(on.m_clip.bottom() - y, rows - 1));
+    }
+
+    template <bool HasLine, typename Pixels>
+    ZEL_AVX512 void drawOn(
+        Pixels pixels, const Sides& filled, QRgb color, const Sides& line, const Stroke& stroke) const
+    {
         if (rows <= RowsAtOnce)
-            drawPairs<1, HasLine>(pixels, inside, color, around, stroke);
+            drawPairs<1, HasLine>(pixels, filled, color, line, stroke);
         else
-            drawPairs<2, HasLine>(pixels, inside, color, around, stroke);
+            drawPairs<2, HasLine>(pixels, filled, color, line, stroke);
     }
 
     // All sides are relative to the first of the pixels.
-    template <int Pairs, bool HasLine>
+    template <int Pairs, bool HasLine, typename Pixels>
     ZEL_AVX512 static void drawPairs(
-        FewPixels pixels, const Sides& filled, QRgb color, const Sides& line, const Stroke& stroke)
+        Pixels pixels, const Sides& filled, QRgb color, const Sides& line, const Stroke& stroke)
     {
         Channels shown[Pairs];
         const Numbers width = partsOf(Columns, One, filled.left, filled.right);
@@ -225,7 +288,7 @@ ZEL_AVX512 bool Rasteriser::Avx512Rects::fill(const Rasteriser& on, const Sides&
 {
     const int top = filled.top >> OneBits;
     const Block block{filled.left >> OneBits, top, (filled.bottom >> OneBits) + 1 - top};
-    if (!block.holds(on, filled))
+    if (!block.holds(filled))
         return false;
     block.draw<false>(on, filled, color, {}, {});
     return true;
@@ -237,7 +300,7 @@ ZEL_AVX512 bool Rasteriser::Avx512Rects::draw(
     // A line covers a pixel on both sides of its middle.
     const auto [left, top, right, bottom] = line.relativeTo(HalfPixel, HalfPixel);
     const Block block{left >> LineBits, top >> LineBits, (bottom >> LineBits) + 2 - (top >> LineBits)};
-    if ((right >> LineBits) + 2 - block.x > ColumnsAtOnce || left >= right || top >= bottom || !block.holds(on, filled))
+    if ((right >> LineBits) + 2 - block.x > ColumnsAtOnce || left >= right || top >= bottom || !block.holds(filled))
         return false;
     block.draw<true>(on, filled, color, line, stroke);
     return true;

@@ -104,11 +104,12 @@ struct Rasteriser::Stroke
 struct Rasteriser::Sides
 {
     [[nodiscard]] Sides relativeTo(int x, int y) const { return {left - x, top - y, right - x, bottom - y}; }
+    [[nodiscard]] bool isEmpty() const { return left >= right; }
 
-    int left;
-    int top;
-    int right;
-    int bottom;
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
 };
 
 // Draws small rects with AVX2 instructions; see fillSmallRect() and strokeSmallRect(). Lengths of strokes are in line
@@ -119,8 +120,8 @@ struct Rasteriser::Avx2SmallRects
     static void strokeAcross(const Rasteriser& on, int left, int right, int middle, const Stroke& stroke);
 };
 
-// Draws rects of up to four pixels by four with AVX-512 instructions: the part to fill, in 16.16 numbers, and a line
-// around it, in line units. Returns false and draws nothing if the rect is larger or touches the border of the clip.
+// Draws rects of up to four pixels by four with AVX-512 instructions: the part to fill, in 16.16 numbers, which may be
+// empty if there is a line around it, in line units. Returns false and draws nothing if the rect is larger.
 struct Rasteriser::Avx512Rects
 {
     static bool fill(const Rasteriser& on, const Sides& filled, QRgb color);
