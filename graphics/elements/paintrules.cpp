@@ -22,6 +22,14 @@ QRgb opaque(unsigned int rgb)
 
 constexpr QRgb NoBorder = qRgba(255, 0, 0, 0); // polygons have no border unless they are selected
 
+// Converted once, because they are asked for at each element of each picture.
+const QRgb NoRectBorder = RECT_BORDER_COLOR.rgba();
+const QRgb SelectedBorder = SELECTED_COLOR.rgba();
+const QRgb SelectedFill = SELECTED_FILL_COLOR.rgba();
+const QRgb FilteredBorder = FILTERCOLOR.rgba();
+const QRgb FilteredFill = FILTER_FILL_COLOR.rgba();
+const QRgb HighlightedFill = HIGHLIGHT_COLOR.rgba();
+
 // A drawing has few pens for many elements. The last ones are cached, so that elements share their data.
 QPen sharedPen(QRgb color, double width)
 {
@@ -64,21 +72,20 @@ QPen linePen(unsigned int strokeColor, double strokeWidth)
 
 Look rectLook(unsigned int fillColor, unsigned int strokeColor, double strokeWidth, ElementStates states)
 {
-    static const QRgb borderless = RECT_BORDER_COLOR.rgba();
-    Look look{borderless, 0.0, opaque(fillColor)};
+    Look look{NoRectBorder, 0.0, opaque(fillColor)};
     if (states.testFlag(ElementState::Selected)) {
-        look.border = SELECTED_COLOR.rgba();
-        look.fill = SELECTED_FILL_COLOR.rgba();
+        look.border = SelectedBorder;
+        look.fill = SelectedFill;
     } else if (std::abs(strokeWidth) >= NoStrokeWidth) {
         look.border = opaque(strokeColor);
         look.borderWidth = std::clamp(strokeWidth, 0.0, LargestWidth);
     }
     if (states.testFlag(ElementState::Filtered)) {
-        look.border = FILTERCOLOR.rgba();
-        look.fill = FILTER_FILL_COLOR.rgba();
+        look.border = FilteredBorder;
+        look.fill = FilteredFill;
     }
     if (states.testFlag(ElementState::Highlighted))
-        look.fill = HIGHLIGHT_COLOR.rgba();
+        look.fill = HighlightedFill;
     return look;
 }
 
@@ -86,11 +93,11 @@ Look polygonLook(unsigned int fillColor, ElementStates states)
 {
     Look look{NoBorder, 0.0, opaque(fillColor)};
     if (states.testFlag(ElementState::Selected)) {
-        look.border = SELECTED_COLOR.rgba();
-        look.fill = SELECTED_FILL_COLOR.rgba();
+        look.border = SelectedBorder;
+        look.fill = SelectedFill;
     }
     if (states.testFlag(ElementState::Highlighted))
-        look.fill = HIGHLIGHT_COLOR.rgba();
+        look.fill = HighlightedFill;
     return look;
 }
 
