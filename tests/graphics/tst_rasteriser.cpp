@@ -9,6 +9,7 @@
 #include <QPainter>
 
 #include <cmath>
+#include <vector>
 
 using namespace mirn::zelchipview;
 using namespace zeltest;
@@ -22,6 +23,16 @@ constexpr bool ThinRectsAreFaint = QT_VERSION < QT_VERSION_CHECK(6, 0, 0);
 Rasteriser::Instructions instructionsFor(int number)
 {
     return static_cast<Rasteriser::Instructions>(number / 60 % 3);
+}
+
+// Cuts an image into four, as a picture is painted in parts.
+std::vector<QRect> partsOf(const QRect& image, Random& random)
+{
+    const QRect first(0, 0, 1 + random.below(image.width() - 1), 1 + random.below(image.height() - 1));
+    const int right = image.width() - first.width();
+    const int bottom = image.height() - first.height();
+    return {first, QRect(first.width(), 0, right, first.height()), QRect(0, first.height(), first.width(), bottom),
+        QRect(first.width(), first.height(), right, bottom)};
 }
 
 // The image with what QPainter draws on it, smoothed.
@@ -82,9 +93,11 @@ private Q_SLOTS:
             drawn.fill(QColor(random.color()));
             const QImage expected = painted(
                 drawn, mapping, QPen(border, width), color, [&rect](QPainter& painter) { painter.drawRect(rect); });
-            Rasteriser rasteriser(drawn, drawn.rect(), mapping, instructionsFor(i));
-            rasteriser.drawRect(
-                rect, color.rgb(), border.rgb(), width == 0 ? 256 : static_cast<int>(width * scale * 256));
+            for (const QRect& part : partsOf(drawn.rect(), random)) {
+                Rasteriser rasteriser(drawn, part, mapping, instructionsFor(i));
+                rasteriser.drawRect(
+                    rect, color.rgb(), border.rgb(), width == 0 ? 256 : static_cast<int>(width * scale * 256));
+            }
             if (drawn != expected)
                 qDebug() << rect << "scale" << scale << "pen" << width << "moved" << mapping.dx << mapping.dy;
             QVERIFY(drawn == expected);
