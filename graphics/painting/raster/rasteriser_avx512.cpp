@@ -5,7 +5,9 @@
 
 #include <immintrin.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 // In a picture of a very large drawing most rects cover a few pixels only. With these instructions a register holds two
 // rows of four pixels, so that such a rect is filled, gets its border and is written to the image once. The results are
@@ -118,11 +120,11 @@ private:
     Channels m_opacity;
 };
 
-// Four columns of one to four rows of the image.
-class WholePixels
+// Four columns of one to four rows of pixels.
+class FewPixels
 {
 public:
-    ZEL_AVX512 WholePixels(std::uint32_t* first, qsizetype bytesPerLine, int rows)
+    ZEL_AVX512 FewPixels(std::uint32_t* first, qsizetype bytesPerLine, int rows)
         : m_first(reinterpret_cast<unsigned char*>(first))
         , m_bytesPerLine(bytesPerLine)
         , m_rows(rows)
@@ -153,46 +155,6 @@ private:
     const int m_rows;
 };
 
-// The same for a block of which a part lies outside of the clip. The first pixel may be one of those.
-class CutPixels
-{
-public:
-    // `columns` has a bit for each column within the clip; rows before `firstRow` and after `lastRow` are not.
-    ZEL_AVX512 CutPixels(std::uint32_t* first, qsizetype bytesPerLine, __mmask8 columns, int firstRow, int lastRow)
-        : m_first(reinterpret_cast<unsigned char*>(first))
-        , m_bytesPerLine(bytesPerLine)
-        , m_columns(columns)
-        , m_firstRow(firstRow)
-        , m_lastRow(lastRow)
-    { }
-
-    ZEL_AVX512 Channels pair(int number) const
-    {
-        const int upper = RowsAtOnce * number;
-        return channelsOf(
-            _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_maskz_loadu_epi32(maskOf(upper), row(upper))),
-                _mm_maskz_loadu_epi32(maskOf(upper + 1), row(upper + 1)), 1));
-    }
-
-    ZEL_AVX512 void setPair(int number, Channels channels)
-    {
-        const __m256i pixels = pixelsOf(channels);
-        const int upper = RowsAtOnce * number;
-        _mm_mask_storeu_epi32(row(upper), maskOf(upper), _mm256_castsi256_si128(pixels));
-        _mm_mask_storeu_epi32(row(upper + 1), maskOf(upper + 1), _mm256_extracti128_si256(pixels, 1));
-    }
-
-private:
-    ZEL_AVX512 void* row(int number) const { return m_first + number * m_bytesPerLine; }
-    ZEL_AVX512 __mmask8 maskOf(int row) const { return row >= m_firstRow && row <= m_lastRow ? m_columns : 0; }
-
-    unsigned char* const m_first;
-    const qsizetype m_bytesPerLine;
-    const __mmask8 m_columns;
-    const int m_firstRow;
-    const int m_lastRow;
-};
-
 } // namespace
 
 struct Rasteriser::Avx512Rects::Block
@@ -212,28 +174,31 @@ struct Rasteriser::Avx512Rects::Block
         const Sides inside = filled.relativeTo(x * One, y * One);
         const Sides around = line.relativeTo(x * LineUnit, y * LineUnit);
         if (on.isWithinClip(x, y, x + ColumnsAtOnce - 1, y + rows - 1))
-            drawOn<HasLine>(WholePixels(on.row(y) + x, on.m_bytesPerLine, rows), inside, color, around, stroke);
-        else if (touches(on.m_clip))
-            drawOn<HasLine>(cutPixels(on), inside, color, around, stroke);
+            drawOn<HasLine>(FewPixels(on.row(y) + x, on.m_bytesPerLine, rows), inside, color, around, stroke);
+        else
+            drawCut<HasLine>(on, inside, color, around, stroke);
     }
 
-    ZEL_AVX512 bool touches(const QRect& clip) const
+    // Draws on a copy of the pixels, of which those within the clip are written back.
+    template <bool HasLine>
+    ZEL_AVX512 [[gnu::noinline]] void drawCut(
+        const Rasteriser& on, const Sides& filled, QRgb color, const Sides& line, const Stroke& stroke) const
     {
-        return x <= clip.right() && x + ColumnsAtOnce > clip.left() && y <= clip.bottom() && y + rows > clip.top();
+        const QRect within = on.m_clip & QRect(x, y, ColumnsAtOnce, rows);
+        if (within.isEmpty())
+            return;
+        std::uint32_t copy[MostRows][ColumnsAtOnce] = {};
+        const std::size_t size = sizeof(std::uint32_t) * within.width();
+        for (int n = within.top(); n <= within.bottom(); ++n)
+            std::memcpy(&copy[n - y][within.left() - x], on.row(n) + within.left(), size);
+        drawOn<HasLine>(FewPixels(copy[0], sizeof copy[0], rows), filled, color, line, stroke);
+        for (int n = within.top(); n <= within.bottom(); ++n)
+            std::memcpy(on.row(n) + within.left(), &copy[n - y][within.left() - x], size);
     }
 
-    ZEL_AVX512 CutPixels cutPixels(const Rasteriser& on) const
-    {
-        int columns = 0;
-        for (int n = 0; n < ColumnsAtOnce; ++n)
-            columns |= (x + n >= on.m_clip.left() && x + n <= on.m_clip.right() ? 1 : 0) << n;
-        return CutPixels(on.row(y) + x, on.m_bytesPerLine, static_cast<__mmask8>(columns), on.m_clip.top() - y,
-            std::min(on.m_clip.bottom() - y, rows - 1));
-    }
-
-    template <bool HasLine, typename Pixels>
-    ZEL_AVX512 void drawOn(
-        Pixels pixels, const Sides& filled, QRgb color, const Sides& line, const Stroke& stroke) const
+    template <bool HasLine>
+    ZEL_AVX512 ZEL_INLINE void drawOn(
+        FewPixels pixels, const Sides& filled, QRgb color, const Sides& line, const Stroke& stroke) const
     {
         if (rows <= RowsAtOnce)
             drawPairs<1, HasLine>(pixels, filled, color, line, stroke);
@@ -242,9 +207,9 @@ struct Rasteriser::Avx512Rects::Block
     }
 
     // All sides are relative to the first of the pixels.
-    template <int Pairs, bool HasLine, typename Pixels>
-    ZEL_AVX512 static void drawPairs(
-        Pixels pixels, const Sides& filled, QRgb color, const Sides& line, const Stroke& stroke)
+    template <int Pairs, bool HasLine>
+    ZEL_AVX512 ZEL_INLINE static void drawPairs(
+        FewPixels pixels, const Sides& filled, QRgb color, const Sides& line, const Stroke& stroke)
     {
         Channels shown[Pairs];
         const Numbers width = partsOf(Columns, One, filled.left, filled.right);
@@ -263,7 +228,7 @@ struct Rasteriser::Avx512Rects::Block
     }
 
     template <int Pairs>
-    ZEL_AVX512 static void drawLines(Channels (&shown)[Pairs], const Sides& line, const Stroke& stroke)
+    ZEL_AVX512 ZEL_INLINE static void drawLines(Channels (&shown)[Pairs], const Sides& line, const Stroke& stroke)
     {
         const ThinLine thin(stroke.color, stroke.opacity);
         const Channels across = weightsOf(Columns, line.left, line.right);
