@@ -27,6 +27,7 @@ Rasteriser::Rasteriser(QImage& image, const QRect& clip, const Mapping& mapping,
     , m_clip(clip & image.rect())
     , m_clipArea{double(m_clip.left()), double(m_clip.top()), double(m_clip.right() + 1), double(m_clip.bottom() + 1)}
     , m_mapping(mapping)
+    , m_pixel(1 / mapping.scale)
 { }
 
 // Blends four columns at a time, whether or not the rect covers them: in a rect of a few pixels a mispredicted branch
@@ -215,7 +216,7 @@ struct Rasteriser::Avx512Fills
 // one more.
 bool Rasteriser::isTiny(const QRectF& rect, bool hasLine) const
 {
-    const double largest = (ColumnsAtOnce - (hasLine ? 2 : 1)) / m_mapping.scale;
+    const double largest = (ColumnsAtOnce - (hasLine ? 2 : 1)) * m_pixel;
     return rect.width() < largest && rect.height() < largest;
 }
 

@@ -118,6 +118,7 @@ private:
     const QRect m_clip;
     const Area m_clipArea; // the clip's outline
     const Mapping m_mapping;
+    const double m_pixel; // in scene units
 };
 
 } // namespace mirn::zelchipview
