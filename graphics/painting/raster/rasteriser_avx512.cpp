@@ -181,7 +181,7 @@ struct Rasteriser::Avx512Rects::Block
 
     // Draws on a copy of the pixels, of which those within the clip are written back.
     template <bool HasLine>
-    ZEL_AVX512 [[gnu::noinline]] void drawCut(
+    [[gnu::noinline]] ZEL_AVX512 void drawCut(
         const Rasteriser& on, const Sides& filled, QRgb color, const Sides& line, const Stroke& stroke) const
     {
         const QRect within = on.m_clip & QRect(x, y, ColumnsAtOnce, rows);

@@ -16,7 +16,7 @@
 #define ZEL_AVX2 __attribute__((target("avx2")))
 #define ZEL_HAS_AVX2 __builtin_cpu_supports("avx2")
 // Processors with AVX-512 but without this part of it slow down their clock for it.
-#define ZEL_AVX512 __attribute__((target("avx512f,avx512bw,avx512dq,avx512vl,avx512vbmi2,prefer-vector-width=512")))
+#define ZEL_AVX512 __attribute__((target("avx512f,avx512bw,avx512dq,avx512vl,avx512vbmi2")))
 #define ZEL_HAS_AVX512                                                                                                 \
     (__builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl")    \
         && __builtin_cpu_supports("avx512vbmi2"))
@@ -27,7 +27,7 @@
 #define ZEL_AVX512
 #define ZEL_HAS_AVX512 false
 #endif
-// Functions that both variants call are inlined into them: a separate function would be compiled for every processor
+// Functions that several variants call are inlined into them: a separate function would be compiled for every processor
 // only.
 #define ZEL_INLINE __attribute__((always_inline)) inline
 
