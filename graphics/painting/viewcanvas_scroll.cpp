@@ -75,15 +75,17 @@ bool ViewCanvas::scroll(const Scene& scene)
     m_toPicture = scene.toPicture;
     invalidateClippedShapes(borders, QPoint(), -way);
     m_clippedEnd = m_dirty.all().size();
-    // QPainter rounds shapes that are cut off at the border of an image differently from those inside.
-    for (const QRect& border : borders) {
-        mark(border);
-        mark(border.translated(way));
+    // QPainter rounds shapes that are cut off at the border of an image differently from those inside. So the strips
+    // along both borders are painted, and the one that has left a border together with what came into sight there.
+    const QPoint came(std::abs(way.x()) + BorderBreadth, std::abs(way.y()) + BorderBreadth);
+    if (way.x() != 0) {
+        mark(QRect(way.x() > 0 ? 0 : width - came.x(), 0, came.x(), height));
+        mark(QRect(way.x() > 0 ? width - BorderBreadth : 0, 0, BorderBreadth, height));
     }
-    if (way.x() != 0)
-        mark(QRect(way.x() > 0 ? 0 : width + way.x(), 0, std::abs(way.x()), height));
-    if (way.y() != 0)
-        mark(QRect(0, way.y() > 0 ? 0 : height + way.y(), width, std::abs(way.y())));
+    if (way.y() != 0) {
+        mark(QRect(0, way.y() > 0 ? 0 : height - came.y(), width, came.y()));
+        mark(QRect(0, way.y() > 0 ? height - BorderBreadth : 0, width, BorderBreadth));
+    }
     return true;
 }
 

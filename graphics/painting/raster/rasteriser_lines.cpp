@@ -248,6 +248,10 @@ template <bool isAvx2> ZEL_INLINE void Rasteriser::strokeAnyRect(const QRectF& r
         strokeSmallRect<isAvx2>(left, top, right, bottom, stroke);
         return;
     }
+    const QPoint first((left - HalfPixel) >> LineBits, (top - HalfPixel) >> LineBits);
+    const QPoint last(((right - HalfPixel) >> LineBits) + 1, ((bottom - HalfPixel) >> LineBits) + 1);
+    if (!m_clip.intersects(QRect(first, last)))
+        return; // a narrow part of a picture is near many rects that it does not show
     const auto across = [](int middle) { return (middle - HalfPixel) * (One / LineUnit); };
     if (right > left)
         straightLine<false>(left, right, across(top), stroke);
