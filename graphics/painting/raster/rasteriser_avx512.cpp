@@ -179,7 +179,8 @@ struct Rasteriser::Avx512Rects::Block
             drawCut<HasLine>(on, inside, color, around, stroke);
     }
 
-    // Draws on a copy of the pixels, of which those within the clip are written back.
+    // Draws on a copy of the pixels, of which those within the clip are written back. Stores with a mask would do without
+    // the copy, but GCC 12 merges them into instructions that fail at memory which is not there.
     template <bool HasLine>
     [[gnu::noinline]] ZEL_AVX512 void drawCut(
         const Rasteriser& on, const Sides& filled, QRgb color, const Sides& line, const Stroke& stroke) const
